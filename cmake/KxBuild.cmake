@@ -1,0 +1,50 @@
+# How every target of the house is built: language level, warnings, traps, output folder, runtime beside the programs.
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+
+# One folder for programs and DLLs, as on a user's machine: a program finds its DLLs beside itself.
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
+set(CMAKE_LIBRARY_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
+set(CMAKE_ARCHIVE_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/lib)
+
+add_compile_definitions(UNICODE _UNICODE WIN32_LEAN_AND_MEAN NOMINMAX STRICT WINVER=0x0A00 _WIN32_WINNT=0x0A00)
+
+if(KXDEVUI_TRAPS)
+    # MinGW has no sanitizer runtime; a trap needs none and ends the process at the faulty instruction.
+    add_compile_options(-fsanitize=undefined -fsanitize-undefined-trap-on-error -fno-omit-frame-pointer -O1)
+    add_compile_definitions(_GLIBCXX_ASSERTIONS)
+endif()
+
+add_library(kx_warnings INTERFACE)
+target_compile_options(kx_warnings INTERFACE
+    -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Wold-style-cast -Wnon-virtual-dtor -Woverloaded-virtual -Werror)
+
+# kx_add_module(NAME SOURCES ... LIBRARIES ... ROOT DIR): a DLL whose headers are included as <NAME/header.h>.
+function(kx_add_module name)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "ROOT" "SOURCES;LIBRARIES;PRIVATE_LIBRARIES")
+    string(TOUPPER ${name} upper)
+    add_library(${name} SHARED ${arg_SOURCES})
+    add_library(KxDevUI::${name} ALIAS ${name})
+    target_compile_definitions(${name} PRIVATE ${upper}_BUILDING)
+    target_compile_features(${name} PUBLIC cxx_std_20)
+    target_include_directories(${name} PUBLIC $<BUILD_INTERFACE:${arg_ROOT}> $<INSTALL_INTERFACE:include>)
+    target_link_libraries(${name} PUBLIC ${arg_LIBRARIES} PRIVATE kx_warnings ${arg_PRIVATE_LIBRARIES})
+    set_target_properties(${name} PROPERTIES PREFIX "" IMPORT_PREFIX "lib")
+endfunction()
+
+# The DLLs share one C++ runtime, because strings and lists cross their borders.
+set(kx_runtime_names libstdc++-6.dll libgcc_s_seh-1.dll libwinpthread-1.dll)
+set(kx_runtime_dlls)
+foreach(dll IN LISTS kx_runtime_names)
+    execute_process(COMMAND ${CMAKE_CXX_COMPILER} -print-file-name=${dll} OUTPUT_VARIABLE path OUTPUT_STRIP_TRAILING_WHITESPACE)
+    if(NOT IS_ABSOLUTE "${path}")
+        find_file(kx_${dll} ${dll} PATHS /usr/x86_64-w64-mingw32/lib NO_DEFAULT_PATH NO_CMAKE_FIND_ROOT_PATH REQUIRED)
+        set(path ${kx_${dll}})
+    endif()
+    list(APPEND kx_runtime_dlls ${path})
+    configure_file(${path} ${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/${dll} COPYONLY)
+endforeach()

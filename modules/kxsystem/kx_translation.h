@@ -1,0 +1,23 @@
+// Translations: every text that a user sees passes through KX_GetTranslation.
+//
+// The texts live in gettext catalogues (modules/kxsystem/po, one file a language, the source key as msgctxt), which the
+// build puts into the module. A host may add catalogues of its own. A text without a translation is shown in English.
+#pragma once
+
+#include <kxsystem/kx_string.h>
+#include <kxsystem/kxsystem_api.h>
+
+// The text in the current language (CKxLocale::GetModuleLangId). `source` is the key of the place that shows it, the
+// name of a source file such as L"devgui_base". English, an unknown language, an unknown key and an unknown text all
+// give `text` as it is; null gives the empty text.
+KXSYSTEM_API CKxStringW KX_GetTranslation(const wchar_t* text, const wchar_t* source);
+
+// The same with a remark for translators between the two; the remark is never shown and takes no part in the search.
+KXSYSTEM_API CKxStringW KX_GetTranslation(const wchar_t* text, const wchar_t* remark, const wchar_t* source);
+
+// Adds a catalogue: the text of a .po file in UTF-8, `size` bytes, for a primary language (LANG_GERMAN, ...). Its
+// entries go before those already there. The catalogue is taken whole or not at all: one that is cut off, has a wrong
+// escape, names a charset other than UTF-8 or is not UTF-8 is refused, with a line in the log that names the line
+// of the catalogue. Of two entries for one (source, text) the first holds; the second is logged. Entries marked fuzzy
+// and entries without a translation are passed over.
+KXSYSTEM_API bool KX_AddCatalogue(unsigned short primaryLanguage, const char* po, std::size_t size);

@@ -1,0 +1,97 @@
+# Shared by ./run, ./test and .ci/run: packages, build, Wine prefix, display. Sourced, never run.
+# Every step says what it does, and does nothing the second time.
+
+root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+build_root=${KXDEVUI_BUILD_ROOT:-$root/build}
+
+say() { printf '== %s\n' "$*"; }
+die() { printf 'error: %s\n' "$*" >&2; exit 1; }
+
+# need_packages PACKAGE... : installs what is missing, as root or through sudo.
+need_packages() {
+  local missing=() package
+  for package in "$@"; do
+    [ "$(dpkg-query -W -f='${db:Status-Status}' "$package" 2>/dev/null)" = installed ] || missing+=("$package")
+  done
+  [ ${#missing[@]} -eq 0 ] && return 0
+  say "Installing: ${missing[*]}"
+  local as_root=()
+  if [ "$(id -u)" -ne 0 ]; then
+    command -v sudo >/dev/null || die "these packages are missing, and there is neither root nor sudo to install them: ${missing[*]}"
+    as_root=(sudo)
+  fi
+  local log; log=$(mktemp)
+  if ! { "${as_root[@]}" apt-get update -qq &&
+         "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "${missing[@]}"; } >"$log" 2>&1; then
+    cat "$log" >&2
+    die "the packages could not be installed"
+  fi
+  rm -f "$log"
+}
+
+build_packages=(g++-mingw-w64-x86-64-posix cmake ninja-build gettext)
+runtime_packages=(wine wine64 xvfb xauth fonts-wine fonts-liberation fonts-ipafont-gothic)
+
+# build PRESET [TARGET...] : configures once, then builds.
+build() {
+  local preset=$1; shift
+  local dir=$build_root/$preset log
+  mkdir -p "$dir"
+  log=$dir/build.log
+  if [ ! -f "$dir/build.ninja" ]; then
+    say "Configuring $preset"
+    (cd "$root" && cmake --preset "$preset" -B "$dir") >"$log" 2>&1 || { cat "$log" >&2; die "configuring $preset failed"; }
+  fi
+  say "Building $preset"
+  local targets=() target
+  for target in "$@"; do targets+=(--target "$target"); done
+  cmake --build "$dir" "${targets[@]}" >"$log" 2>&1 || { cat "$log" >&2; die "building $preset failed"; }
+}
+
+# use_wine : exports what Wine needs and makes the prefix once. The prefix has a virtual desktop: without a window
+# manager, losing the focus would cancel captures, and hiding a managed window could wait for seconds.
+use_wine() {
+  export WINEPREFIX=$build_root/wine WINEARCH=win64 WINEDEBUG=${WINEDEBUG:--all} WINEDLLOVERRIDES="mscoree,mshtml="
+  KX_WINE=$(command -v wine64 || true)
+  [ -n "$KX_WINE" ] || KX_WINE=/usr/lib/wine/wine64
+  [ -x "$KX_WINE" ] || die "wine64 is not installed"
+  export KX_WINE
+  use_display
+  if [ ! -f "$WINEPREFIX/ready" ]; then
+    say "Making the Wine prefix"
+    mkdir -p "$WINEPREFIX"
+    "$KX_WINE" wineboot -i >"$WINEPREFIX/wineboot.log" 2>&1 || { cat "$WINEPREFIX/wineboot.log" >&2; die "wineboot failed"; }
+    "$KX_WINE" reg add 'HKCU\Software\Wine\Explorer' /v Desktop /d Default /f >/dev/null 2>&1
+    "$KX_WINE" reg add 'HKCU\Software\Wine\Explorer\Desktops' /v Default /d 1280x1024 /f >/dev/null 2>&1
+    # The pictures must not depend on the machine: one smoothing, one set of fonts.
+    "$KX_WINE" reg add 'HKCU\Control Panel\Desktop' /v FontSmoothing /d 2 /f >/dev/null 2>&1
+    "$KX_WINE" reg add 'HKCU\Control Panel\Desktop' /v FontSmoothingType /t REG_DWORD /d 1 /f >/dev/null 2>&1
+    "$KX_WINE" reg add 'HKCU\Software\Wine\Fonts\Replacements' /v 'MS UI Gothic' /d 'IPAGothic' /f >/dev/null 2>&1
+    wineserver -w
+    touch "$WINEPREFIX/ready"
+  fi
+  # A desktop belongs to the display on which it was started; one left over from an earlier display shows no windows.
+  wineserver -k >/dev/null 2>&1 || true
+  wineserver -p >/dev/null 2>&1 || true
+}
+
+# use_display : a private X server, unless the caller wants the window on the user's own display.
+use_display() {
+  [ "${KX_OWN_DISPLAY:-}" = 1 ] && [ -n "${DISPLAY:-}" ] && return 0
+  [ -n "${kx_xvfb:-}" ] && return 0
+  local number_file; number_file=$(mktemp)
+  Xvfb -displayfd 3 -screen 0 1280x1024x24 -nolisten tcp 3>"$number_file" >/dev/null 2>&1 &
+  kx_xvfb=$!
+  local i
+  for i in $(seq 100); do [ -s "$number_file" ] && break; sleep 0.1; done
+  [ -s "$number_file" ] || die "Xvfb did not start"
+  DISPLAY=:$(cat "$number_file"); export DISPLAY
+  rm -f "$number_file"
+}
+
+end_session() {
+  [ -n "${WINEPREFIX:-}" ] && wineserver -k >/dev/null 2>&1
+  [ -n "${kx_xvfb:-}" ] && kill "$kx_xvfb" 2>/dev/null
+  return 0
+}
+trap end_session EXIT
