@@ -1,0 +1,97 @@
+#include <kxdevui/framework/devgui.h>
+
+#include <array>
+#include <cerrno>
+#include <climits>
+#include <cmath>
+#include <cwchar>
+
+#include <kxbaseui/kx_fonts.h>
+#include <kxdevui/framework/ui_gdi.h>
+#include <kxsystem/kx_number.h>
+
+namespace {
+
+// Longer texts are no numbers that anybody typed.
+using NumberText = std::array<wchar_t, 256>;
+
+bool ReadNumberText(HWND edit, NumberText& text) {
+    const int length = GetWindowTextLengthW(edit);
+    if (length <= 0 || length >= static_cast<int>(text.size())) return false;
+    return GetWindowTextW(edit, text.data(), static_cast<int>(text.size())) > 0;
+}
+
+SIZE TextExtent(HWND window, HFONT font, const wchar_t* text, int length) {
+    const kx::ui::WindowDC dc(window);
+    const kx::ui::Selection selection(dc, font);
+    SIZE extent{};
+    GetTextExtentPoint32W(dc, text, length, &extent);
+    return extent;
+}
+
+void BoldifyCaption(HWND label) {
+    wchar_t className[16];
+    if (GetClassNameW(label, className, static_cast<int>(std::size(className))) == 0) return;
+    if (_wcsicmp(className, L"Static") != 0) return;
+
+    if ((GetWindowLongW(label, GWL_EXSTYLE) & WS_EX_TRANSPARENT) && GetWindowTextLengthW(label) < 254) {
+        wchar_t text[254] = L"";
+        const int length = GetWindowTextW(label, text, static_cast<int>(std::size(text)));
+        const HFONT font = KX_GetDefaultGuiFontBold();
+        SendMessageW(label, WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE);
+        const SIZE extent = TextExtent(label, font, text, length);
+        SetWindowPos(label, nullptr, 0, 0, extent.cx + 5, extent.cy, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+        return;
+    }
+    const LONG style = GetWindowLongW(label, GWL_STYLE);
+    RECT rect{};
+    GetWindowRect(label, &rect);
+    if ((style & SS_SUNKEN) && rect.bottom - rect.top < 4) {
+        SetWindowLongW(label, GWL_STYLE, style | static_cast<LONG>(WS_CLIPSIBLINGS));
+    }
+}
+
+} // namespace
+
+RECT RectInParent(HWND window) {
+    RECT rect{};
+    if (!GetWindowRect(window, &rect)) return {};
+    // GetParent would answer with the owner of a popup, in whose coordinates nothing is placed.
+    MapWindowPoints(HWND_DESKTOP, GetAncestor(window, GA_PARENT), reinterpret_cast<POINT*>(&rect), 2);
+    return rect;
+}
+
+long GetWndX(HWND window) { return RectInParent(window).left; }
+long GetWndY(HWND window) { return RectInParent(window).top; }
+
+void BoldifyCaptions(HWND window) {
+    if (!IsWindow(window)) return;
+    for (HWND child = GetWindow(window, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) BoldifyCaption(child);
+}
+
+long FindNearestValue(double value, const double* values, long count) {
+    if (!values || count <= 0) return -1;
+    long nearest = 0;
+    for (long i = 1; i < count; ++i) {
+        if (std::abs(value - values[i]) <= std::abs(value - values[nearest])) nearest = i;
+    }
+    return nearest;
+}
+
+bool GetWndDouble(HWND edit, double& value) {
+    NumberText text{};
+    return ReadNumberText(edit, text) && KX_StringToDouble(text.data(), value);
+}
+
+bool GetWndInt(HWND edit, int& value) {
+    NumberText text{};
+    if (!ReadNumberText(edit, text)) return false;
+    wchar_t* end = nullptr;
+    errno = 0;
+    const long number = std::wcstol(text.data(), &end, 10);
+    const bool any = end != text.data();
+    while (std::iswspace(static_cast<wint_t>(*end))) ++end;
+    if (!any || *end != L'\0' || errno == ERANGE || number < INT_MIN || number > INT_MAX) return false;
+    value = static_cast<int>(number);
+    return true;
+}

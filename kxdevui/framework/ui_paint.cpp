@@ -1,0 +1,116 @@
+#include <kxdevui/framework/ui_paint.h>
+
+#include <algorithm>
+#include <unordered_map>
+
+#include <kxdevui/framework/ui_window.h>
+
+namespace kx::ui {
+
+namespace {
+
+std::unordered_map<HWND, std::shared_ptr<WindowState>>& States() {
+    static auto* states = new std::unordered_map<HWND, std::shared_ptr<WindowState>>;
+    return *states;
+}
+
+// The DC that a message paints to, and the end of painting if it was begun here.
+class PaintTarget {
+public:
+    explicit PaintTarget(const Message& message) : m_window(message.window), m_dc(reinterpret_cast<HDC>(message.wParam)) {
+        if (!m_dc) m_dc = BeginPaint(m_window, &m_paint);
+    }
+    ~PaintTarget() {
+        if (m_paint.hdc) EndPaint(m_window, &m_paint);
+    }
+    PaintTarget(const PaintTarget&) = delete;
+    PaintTarget& operator=(const PaintTarget&) = delete;
+    operator HDC() const noexcept { return m_dc; }
+
+private:
+    HWND m_window;
+    PAINTSTRUCT m_paint{};
+    HDC m_dc;
+};
+
+// Every visible child whose top-left corner lies inside, whether it needs painting or not: one that is left out here
+// would be painted over.
+void PaintChildren(HWND window, HDC target, const RECT& client) {
+    for (HWND child = GetWindow(window, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
+        if (!IsWindowVisible(child)) continue;
+        RECT rect{};
+        GetWindowRect(child, &rect);
+        MapWindowPoints(HWND_DESKTOP, window, reinterpret_cast<POINT*>(&rect), 2);
+        if (!PtInRect(&client, {rect.left, rect.top})) continue;
+        ExcludeClipRect(target, rect.left, rect.top, rect.right, rect.bottom);
+        SendMessageW(child, WM_PAINT, 0, 0);
+    }
+}
+
+} // namespace
+
+HDC BackBuffer::Acquire(HDC reference, SIZE size) noexcept {
+    if (m_bitmap && size.cx <= m_size.cx && size.cy <= m_size.cy) return m_dc.get();
+    if (!m_dc) m_dc.reset(CreateCompatibleDC(reference));
+    Bitmap bitmap(m_dc ? CreateCompatibleBitmap(reference, std::max(size.cx, 1L), std::max(size.cy, 1L)) : nullptr);
+    if (!bitmap || !SelectObject(m_dc.get(), bitmap.get())) return nullptr;
+    m_bitmap = std::move(bitmap);
+    m_size = size;
+    return m_dc.get();
+}
+
+std::shared_ptr<WindowState> StateOf(HWND window) {
+    auto& state = States()[window];
+    if (!state) state = std::make_shared<WindowState>();
+    return state;
+}
+
+std::shared_ptr<WindowState> FindState(HWND window) noexcept {
+    const auto found = States().find(window);
+    return found == States().end() ? nullptr : found->second;
+}
+
+void DropState(HWND window) noexcept { States().erase(window); }
+
+LRESULT Paint(const Message& message, PaintMode mode, HBRUSH background, DrawRef draw) {
+    const PaintTarget target(message);
+    if (!target) return 0;
+    RECT client{};
+    GetClientRect(message.window, &client);
+    const auto state = StateOf(message.window);
+    const SavedDC saved(target);
+    // A class with its parent's DC could paint over its neighbours.
+    IntersectClipRect(target, client.left, client.top, client.right, client.bottom);
+
+    const HDC buffer = state->client.Acquire(target, {client.right, client.bottom});
+    const auto paint = [&](HDC dc) {
+        const SavedDC untouched(dc);
+        FillRect(dc, &client, background);
+        if (mode.defaultFirst) DefWindowProcW(message.window, message.id, reinterpret_cast<WPARAM>(dc), message.lParam);
+        draw(dc, client);
+    };
+    if (buffer) paint(buffer);
+    if (mode.children) PaintChildren(message.window, target, client);
+    if (!buffer) {
+        paint(target);
+    } else {
+        BitBlt(target, 0, 0, client.right, client.bottom, buffer, 0, 0, SRCCOPY);
+    }
+    return 0;
+}
+
+void PaintItem(HWND owner, const DRAWITEMSTRUCT& item, HBRUSH background, DrawRef draw) {
+    const RECT& place = item.rcItem;
+    const RECT area{0, 0, place.right - place.left, place.bottom - place.top};
+    if (!item.hDC || area.right <= 0 || area.bottom <= 0) return;
+    const auto state = StateOf(owner);
+    const HDC buffer = state->item.Acquire(item.hDC, {area.right, area.bottom});
+    const SavedDC saved(buffer ? buffer : item.hDC);
+    if (!buffer) OffsetViewportOrgEx(item.hDC, place.left, place.top, nullptr);
+    const HDC dc = buffer ? buffer : item.hDC;
+    FillRect(dc, &area, background);
+    draw(dc, area);
+    if (buffer) BitBlt(item.hDC, place.left, place.top, area.right, area.bottom, buffer, 0, 0, SRCCOPY);
+}
+
+} // namespace kx::ui

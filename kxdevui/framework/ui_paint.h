@@ -1,0 +1,68 @@
+// Double-buffered painting, and what else belongs to a window rather than to its object.
+#pragma once
+
+#include <windows.h>
+
+#include <memory>
+
+#include <kxdevui/framework/kxdevui_api.h>
+#include <kxdevui/framework/ui_gdi.h>
+
+namespace kx::ui {
+
+struct Message;
+
+// A memory bitmap that is kept until another size is wanted.
+class KXDEVUI_API BackBuffer {
+public:
+    // A memory DC that goes with `reference` and holds a bitmap of at least that size; null when there is no room for
+    // one.
+    HDC Acquire(HDC reference, SIZE size) noexcept;
+
+private:
+    Bitmap m_bitmap;  // outlives the DC that it is selected into
+    MemoryDC m_dc;
+    SIZE m_size{};
+};
+
+// What a window owns. It is made when first asked for and freed with the window; whoever paints holds on to it, because
+// a child's painting may run code that destroys the window.
+struct WindowState {
+    BackBuffer client;          // of the whole client area
+    BackBuffer item;            // of the largest owner-drawn item
+    bool hovered = false;       // a leave notice has been asked for
+    WNDPROC previous = nullptr; // of a subclassed child
+};
+KXDEVUI_API std::shared_ptr<WindowState> StateOf(HWND window);
+// The same for a window that may have none yet; null then.
+KXDEVUI_API std::shared_ptr<WindowState> FindState(HWND window) noexcept;
+KXDEVUI_API void DropState(HWND window) noexcept;
+
+// A reference to a drawing function, for the length of a call.
+class DrawRef {
+public:
+    template <class Draw> DrawRef(Draw& draw) noexcept : m_draw(&draw), m_call(&Call<Draw>) {}
+    void operator()(HDC dc, const RECT& area) const { m_call(m_draw, dc, area); }
+
+private:
+    template <class Draw> static void Call(void* draw, HDC dc, const RECT& area) {
+        (*static_cast<Draw*>(draw))(dc, area);
+    }
+    void* m_draw;
+    void (*m_call)(void*, HDC, const RECT&);
+};
+
+struct PaintMode {
+    bool defaultFirst = false;  // the default procedure paints into the buffer before the control does
+    bool children = false;      // visible children are kept out of the picture and told to paint themselves at once
+};
+
+// Answers WM_PAINT and WM_PRINTCLIENT: fills the buffer with the brush, draws into it, and copies it to the DC of the
+// message, or to the window. A DC that was handed in gets the whole client area. Without a buffer everything is drawn
+// straight to the target.
+KXDEVUI_API LRESULT Paint(const Message& message, PaintMode mode, HBRUSH background, DrawRef draw);
+
+// The same for an owner-drawn item of the control `owner`; `draw` gets the item's rectangle moved to (0, 0).
+KXDEVUI_API void PaintItem(HWND owner, const DRAWITEMSTRUCT& item, HBRUSH background, DrawRef draw);
+
+} // namespace kx::ui

@@ -1,0 +1,140 @@
+#include <kxdevui/framework/ui_window.h>
+
+#include <kxbaseui/kx_layoutmanager.h>
+#include <kxdevui/framework/devgui.h>
+#include <kxsystem/kx_log.h>
+
+namespace kx::ui {
+
+static_assert(WM_KX_ZOOM_CHANGED == CKxGUILayoutManager::ZoomChangedMessage);
+
+namespace {
+
+thread_local Closing* s_closing = nullptr;
+
+bool IsSelfOrBelow(HWND window, HWND root) { return window == root || IsChild(root, window); }
+
+} // namespace
+
+void EnsureClass(ATOM& atom, const ClassSpec& spec) {
+    if (atom) return;
+    WNDCLASSEXW description{};
+    description.cbSize = sizeof description;
+    description.style = spec.style;
+    description.lpfnWndProc = spec.procedure;
+    description.cbWndExtra = spec.extraBytes;
+    description.hCursor = LoadCursorW(nullptr, IDC_ARROW);
+    description.hbrBackground = spec.background;
+    description.lpszClassName = spec.name;
+    GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+                       reinterpret_cast<const wchar_t*>(spec.procedure), &description.hInstance);
+    atom = RegisterClassExW(&description);
+    if (!atom && CKxLogFile::Detail()) {
+        KX_LOG(spec.object, L"%ls::Create - RegisterClass failed - lasterror = %d", spec.object,
+               static_cast<int>(GetLastError()));
+    }
+}
+
+void MarkWindow(HWND window, Mark mark, CKxDevUI_Base* object) {
+    SetWindowLongPtrW(window, kTagWord, kWindowTag);
+    if (mark == Mark::TagAndObject) SetWindowLongPtrW(window, kObjectWord, reinterpret_cast<LONG_PTR>(object));
+}
+
+CKxDevUI_Base* ControlOf(HWND window) noexcept {
+    if (GetClassLongPtrW(window, GCL_CBWNDEXTRA) != static_cast<ULONG_PTR>(kWindowExtraBytes) ||
+        GetWindowLongPtrW(window, kTagWord) != kWindowTag) {
+        return nullptr;
+    }
+    // The tag alone proves nothing: any class may have 16 extra bytes with any number in them.
+    return LivingObject<CKxDevUI_Base>(reinterpret_cast<void*>(GetWindowLongPtrW(window, kObjectWord)));
+}
+
+void Binding::WindowGone(CKxDevUI_Base* object, HWND window) noexcept {
+    if (object->m_hWnd == window) object->m_hWnd = nullptr;
+}
+
+void Binding::CutLoose(CKxDevUI_Base* object) noexcept {
+    const HWND window = object->m_hWnd;
+    if (!window || !IsWindow(window)) return;
+    if (GetWindowLongPtrW(window, GWLP_USERDATA) == reinterpret_cast<LONG_PTR>(object)) {
+        SetWindowLongPtrW(window, GWLP_USERDATA, 0);
+    }
+    if (ControlOf(window) == object) SetWindowLongPtrW(window, kObjectWord, 0);
+}
+
+Closing::Closing(HWND root) noexcept : m_root(root), m_outer(s_closing) { s_closing = this; }
+
+Closing::~Closing() { s_closing = m_outer; }
+
+bool Closing::Silences(const Message& message) noexcept {
+    if (!s_closing || message.id == WM_DESTROY || message.id == WM_NCDESTROY) return false;
+    for (const Closing* closing = s_closing; closing; closing = closing->m_outer) {
+        if (IsSelfOrBelow(message.window, closing->m_root)) return true;
+    }
+    return false;
+}
+
+void LogEscapedException() noexcept {
+    try {
+        throw;
+    } catch (const std::exception& exception) {
+        KX_LOG(L"ui_window", L"an exception left a handler: %hs", exception.what());
+    } catch (...) {
+        KX_LOG(L"ui_window", L"an exception of unknown type left a handler");
+    }
+}
+
+void WindowGone(HWND window, void* object, const Alive& alive, bool isControl) noexcept {
+    DropState(window);
+    if (isControl && alive) Binding::WindowGone(static_cast<CKxDevUI_Base*>(object), window);
+}
+
+bool Subclass(HWND child, WNDPROC procedure, void* object) {
+    if (!IsWindow(child)) return false;
+    const auto state = StateOf(child);
+    if (state->previous) return false;
+    SetWindowLongPtrW(child, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(object));
+    state->previous =
+        reinterpret_cast<WNDPROC>(SetWindowLongPtrW(child, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(procedure)));
+    return state->previous != nullptr;
+}
+
+LRESULT CallPrevious(const Message& message) noexcept {
+    const auto state = FindState(message.window);
+    if (!state || !state->previous || !IsWindow(message.window)) return 0;
+    const LRESULT result =
+        CallWindowProcW(state->previous, message.window, message.id, message.wParam, message.lParam);
+    if (message.id == WM_NCDESTROY) DropState(message.window);
+    return result;
+}
+
+LRESULT Notify(HWND target, int id, int code, LPARAM lParam) {
+    return target ? SendMessageW(target, WM_COMMAND, MAKEWPARAM(id, code), lParam) : 0;
+}
+
+void PlaceLike(HWND window, HWND placeholder) {
+    const RECT rect = RectInParent(placeholder);
+    // Behind the window before the placeholder; null, when there is none, puts it to the top.
+    SetWindowPos(window, GetWindow(placeholder, GW_HWNDPREV), rect.left, rect.top, rect.right - rect.left,
+                 rect.bottom - rect.top, SWP_NOACTIVATE);
+}
+
+void RegisterZoom(HWND window) {
+    CKxGUILayoutManager::DeleteWindowDimsForGuiZoom(window);
+    CKxGUILayoutManager::ResizeWindowToGuiZoom(window, 1.0);
+}
+
+void ApplyZoom(HWND window) {
+    CKxGUILayoutManager::ResizeWindowToGuiZoom(window, CKxGUILayoutManager::GetPreviousGuiZoom());
+}
+
+bool TrackHover(const Message& message) {
+    const auto state = StateOf(message.window);
+    if (message.id == WM_MOUSELEAVE) return std::exchange(state->hovered, false);
+    if (message.id != WM_MOUSEMOVE || state->hovered) return false;
+    TRACKMOUSEEVENT request{sizeof request, TME_LEAVE, message.window, 0};
+    state->hovered = TrackMouseEvent(&request) != FALSE;
+    return state->hovered;
+}
+
+} // namespace kx::ui

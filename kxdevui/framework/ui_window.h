@@ -1,0 +1,235 @@
+// What every control's window has in common: its class, the way from a message to the object, and the small services
+// around it. A control writes one Handle function and a line that names its habits:
+//
+//     LRESULT CALLBACK CMyControl::WndProc(HWND window, UINT id, WPARAM wParam, LPARAM lParam) {
+//         using namespace kx::ui;
+//         return Entry<CMyControl, ByUserData<CMyControl>, WM_NCCREATE, Unbound::Default, &CMyControl::Handle>(
+//             {window, id, wParam, lParam});
+//     }
+#pragma once
+
+#include <windows.h>
+
+#include <array>
+#include <map>
+#include <memory>
+#include <optional>
+#include <type_traits>
+
+#include <kxdevui/framework/devgui_base.h>
+#include <kxdevui/framework/devgui_messages.h>
+#include <kxdevui/framework/ui_life.h>
+#include <kxdevui/framework/ui_paint.h>
+
+namespace kx::ui {
+
+struct Message {
+    HWND window;
+    UINT id;
+    WPARAM wParam;
+    LPARAM lParam;
+
+    LRESULT Default() const noexcept { return DefWindowProcW(window, id, wParam, lParam); }
+};
+
+// A handler's answer; empty means "go on to the default".
+using Handled = std::optional<LRESULT>;
+
+// ---- Window classes ------------------------------------------------------------------------------------------------
+
+struct ClassSpec {
+    const wchar_t* name;    // of the window class
+    const wchar_t* object;  // of the C++ class, for the log
+    UINT style;
+    int extraBytes;
+    HBRUSH background;
+    WNDPROC procedure;
+};
+
+// Registers the class once, with the arrow cursor and for the module that holds the procedure, and keeps its atom. A
+// failure is logged when the log's detail is on, and creation goes on: it then fails by itself.
+KXDEVUI_API void EnsureClass(ATOM& atom, const ClassSpec& spec);
+
+// ---- From the window to the object ---------------------------------------------------------------------------------
+
+// What a window is marked with so that a container knows it: the tag alone makes it a plain window still, tag and
+// object make it a control. For windows of a class with 16 extra bytes; never for a dialog, whose extra bytes are the
+// dialog manager's.
+enum class Mark { Tag, TagAndObject };
+KXDEVUI_API void MarkWindow(HWND window, Mark mark, CKxDevUI_Base* object);
+
+// The living control that a marked window belongs to; null for every other window, whatever its extra bytes say.
+KXDEVUI_API CKxDevUI_Base* ControlOf(HWND window) noexcept;
+
+// The ties between a window and its control, where they have to be cut from outside.
+class KXDEVUI_API Binding {
+public:
+    // The window is gone: a handle that is kept would one day be another window's.
+    static void WindowGone(CKxDevUI_Base* object, HWND window) noexcept;
+    // The object is going: its window, if it lives, must not find it any more.
+    static void CutLoose(CKxDevUI_Base* object) noexcept;
+};
+
+// Pointers stored with windows are pointers to the root of the object, which is what Life knows.
+template <class T> using RootOf = std::conditional_t<std::is_base_of_v<CKxDevUI_Base, T>, CKxDevUI_Base, T>;
+
+template <class T> T* LivingObject(void* stored) noexcept {
+    return Life::IsAlive(stored) ? static_cast<T*>(static_cast<RootOf<T>*>(stored)) : nullptr;
+}
+
+// The object in the window's user data.
+template <class T> struct ByUserData {
+    static T* Find(HWND window) noexcept {
+        return LivingObject<T>(reinterpret_cast<void*>(GetWindowLongPtrW(window, GWLP_USERDATA)));
+    }
+    static void Bind(HWND window, T* object) noexcept {
+        SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(static_cast<RootOf<T>*>(object)));
+    }
+    static void Unbind(HWND window) noexcept { SetWindowLongPtrW(window, GWLP_USERDATA, 0); }
+};
+
+// The object in the class's map of instances.
+template <class T, std::map<HWND, T*>& Instances> struct ByInstances {
+    static T* Find(HWND window) noexcept {
+        const auto found = Instances.find(window);
+        return found != Instances.end() && Life::IsAlive(static_cast<RootOf<T>*>(found->second)) ? found->second
+                                                                                               : nullptr;
+    }
+    static void Bind(HWND window, T* object) { Instances[window] = object; }
+    static void Unbind(HWND window) noexcept { Instances.erase(window); }
+};
+
+// ---- Windows on their way out --------------------------------------------------------------------------------------
+
+// While it lives, `root` and the windows below it are being destroyed: their objects hear of the end (WM_DESTROY,
+// WM_NCDESTROY) and of nothing else. Without it, the focus that leaves a dying edit would reach the host as a request,
+// or a half-destroyed object as a virtual call.
+class KXDEVUI_API Closing {
+public:
+    explicit Closing(HWND root) noexcept;
+    ~Closing();
+    Closing(const Closing&) = delete;
+    Closing& operator=(const Closing&) = delete;
+
+    // Whether this message finds its window on the way out and is not to be heard.
+    static bool Silences(const Message& message) noexcept;
+
+private:
+    HWND m_root;
+    Closing* m_outer;
+};
+
+// ---- Entry points --------------------------------------------------------------------------------------------------
+
+// What a window answers while no object is known.
+enum class Unbound { Default, Zero, One };
+
+// Calls a handler; an exception is logged and counts as "not handled".
+template <class Call> Handled Guarded(Call&& call) noexcept;
+
+KXDEVUI_API void LogEscapedException() noexcept;
+// Frees what belongs to the window (ui_paint.h) and takes its handle from the object if that still lives.
+KXDEVUI_API void WindowGone(HWND window, void* object, const Alive& alive, bool isControl) noexcept;
+
+template <class Call> Handled Guarded(Call&& call) noexcept {
+    try {
+        return call();
+    } catch (...) {
+        LogEscapedException();
+        return std::nullopt;
+    }
+}
+
+// The creation parameter of WM_NCCREATE and WM_CREATE.
+inline void* CreationParameter(const Message& message) noexcept {
+    return reinterpret_cast<const CREATESTRUCTW*>(message.lParam)->lpCreateParams;
+}
+
+template <class T, class Lookup, Handled (T::*Handle)(const Message&)>
+Handled Dispatch(T* object, const Message& message) noexcept {
+    if (Closing::Silences(message)) return std::nullopt;
+    const Alive alive(static_cast<RootOf<T>*>(object));
+    const Handled result = Guarded([&] { return (object->*Handle)(message); });
+    if (message.id == WM_NCDESTROY) {
+        Lookup::Unbind(message.window);
+        WindowGone(message.window, static_cast<RootOf<T>*>(object), alive, std::is_base_of_v<CKxDevUI_Base, T>);
+    }
+    return result;
+}
+
+// The window procedure of a control class. The object is the creation parameter, bound at the message BindAt
+// (WM_NCCREATE, WM_CREATE, or 0 where the control binds by hand).
+template <class T, class Lookup, UINT BindAt, Unbound Answer, Handled (T::*Handle)(const Message&)>
+LRESULT Entry(const Message& message) noexcept {
+    if (BindAt != 0 && message.id == BindAt) {
+        if (T* object = LivingObject<T>(CreationParameter(message))) {
+            Guarded([&]() -> Handled { return Lookup::Bind(message.window, object), std::nullopt; });
+        }
+    }
+    T* object = Lookup::Find(message.window);
+    if (!object) {
+        if constexpr (Answer == Unbound::Zero) return 0;
+        if constexpr (Answer == Unbound::One) return 1;
+        return message.Default();
+    }
+    const Handled result = Dispatch<T, Lookup, Handle>(object, message);
+    return result ? *result : message.Default();
+}
+
+// The dialog procedure of a control made from a template, bound to the parameter of WM_INITDIALOG. Not handled is 0,
+// which leaves the message to the dialog manager.
+template <class T, Handled (T::*Handle)(const Message&)> INT_PTR DialogEntry(const Message& message) noexcept {
+    using Lookup = ByUserData<T>;
+    if (message.id == WM_INITDIALOG) {
+        if (T* object = LivingObject<T>(reinterpret_cast<void*>(message.lParam))) Lookup::Bind(message.window, object);
+    }
+    T* object = Lookup::Find(message.window);
+    if (!object) return 0;
+    return Dispatch<T, Lookup, Handle>(object, message).value_or(0);
+}
+
+// Puts `procedure` before the window procedure of a child and `object` into its user data. False when the child is no
+// window, or has been subclassed in this way before.
+KXDEVUI_API bool Subclass(HWND child, WNDPROC procedure, void* object);
+// The rest of the chain; 0 when the child is gone.
+KXDEVUI_API LRESULT CallPrevious(const Message& message) noexcept;
+
+// The window procedure of a subclassed child. Not handled goes on to the previous procedure, if the child still lives;
+// without an object the previous procedure answers alone.
+template <class T, Handled (T::*Handle)(const Message&)> LRESULT SubclassEntry(const Message& message) noexcept {
+    T* object = ByUserData<T>::Find(message.window);
+    Handled result;
+    if (object && !Closing::Silences(message)) result = Guarded([&] { return (object->*Handle)(message); });
+    return result ? *result : CallPrevious(message);
+}
+
+// ---- Small services ------------------------------------------------------------------------------------------------
+
+// Sends WM_COMMAND with (id, code) and lParam to a control's parent or notification window; 0 when there is none.
+KXDEVUI_API LRESULT Notify(HWND target, int id, int code, LPARAM lParam);
+
+// Puts `window` where `placeholder` stands: same parent's place, same size, directly before it in the tab order.
+KXDEVUI_API void PlaceLike(HWND window, HWND placeholder);
+
+// Children have been laid out in unzoomed pixels: remember that and apply the zoom.
+KXDEVUI_API void RegisterZoom(HWND window);
+// The zoom has changed (WM_KX_ZOOM_CHANGED).
+KXDEVUI_API void ApplyZoom(HWND window);
+
+// Follows the pointer through WM_MOUSEMOVE and WM_MOUSELEAVE: asks for the leave notice on the first move, and returns
+// true for the message with which the pointer came in or went out.
+KXDEVUI_API bool TrackHover(const Message& message);
+
+// The contents of WM_KX_UPDATE_DEVICE_BAND with N flags. Empty when the message carries no flags.
+template <std::size_t N> struct DeviceBand {
+    unsigned device;
+    std::array<bool, N> flags;
+};
+template <std::size_t N> std::optional<DeviceBand<N>> ReadDeviceBand(const Message& message) noexcept {
+    if (message.lParam == 0) return std::nullopt;
+    DeviceBand<N> band{static_cast<unsigned>(message.wParam), {}};
+    std::copy_n(reinterpret_cast<const bool*>(message.lParam), N, band.flags.begin());
+    return band;
+}
+
+} // namespace kx::ui

@@ -1,0 +1,14 @@
+// Internal to kxbaseui: the windows of the calling thread.
+#pragma once
+
+#include <windows.h>
+
+#include <vector>
+
+namespace kx {
+
+// All windows of the calling thread, each before its children. A snapshot: by the time one is used, it may be gone.
+// Empty when memory runs out.
+std::vector<HWND> ThreadWindows() noexcept;
+
+} // namespace kx

@@ -1,0 +1,20 @@
+// Placing windows.
+#pragma once
+
+#include <windows.h>
+
+#include <kxbaseui/kxbaseui_api.h>
+
+enum EKxAlign {
+    eKxAlign_CenterOwner = 2,   // centred on the window's own owner or parent, or in the work area when it has none
+    eKxAlign_CenterAnchor = 8,  // centred on the anchor given; without one, as eKxAlign_CenterOwner
+};
+
+class KXBASEUI_API CKxUIHelper {
+public:
+    // Moves `window`, without sizing or activating it. With `keepInside` it is then shifted so that its top-left corner
+    // and as much else as possible lie inside `area` (screen coordinates), which is the work area of the monitor when
+    // null and the parent's client area for a child window. An unknown mode moves nothing and is logged. Returns
+    // whether the window was placed.
+    static bool AlignWnd(HWND window, HWND anchor, int mode, bool keepInside, const RECT* area);
+};
