@@ -11,7 +11,8 @@
 #include <string>
 #include <utility>
 
-template <class Char> class CKxString {
+template <class Char>
+class CKxString {
 public:
     CKxString() = default;
     // A null pointer gives the empty text.
@@ -42,8 +43,10 @@ public:
     }
     friend bool operator<(const CKxString& a, const CKxString& b) noexcept { return a.m_text < b.m_text; }
 
-    // Replaces the text by the result of printf-style formatting, cut to maxLength characters. A null format, or one
-    // that the C runtime refuses, gives the empty text.
+    // Replaces the text by the result of printf-style formatting, cut to maxLength characters (at most MaxFormat). A
+    // null format, or one that the C runtime refuses, gives the empty text. The text itself may be among the arguments.
+    // In a wide format %ls is a wide text and %hs a narrow one; the runtimes disagree on %s there, so leave it alone.
+    static constexpr std::size_t MaxFormat = 1 << 20;
     void Format(std::size_t maxLength, const Char* format, ...) {
         va_list arguments;
         va_start(arguments, format);
@@ -51,11 +54,12 @@ public:
         va_end(arguments);
     }
     void FormatV(std::size_t maxLength, const Char* format, va_list arguments) {
-        m_text.assign(maxLength + 1, Char{});
-        const int length = format ? Print(m_text.data(), m_text.size(), format, arguments) : 0;
+        std::basic_string<Char> room((maxLength < MaxFormat ? maxLength : MaxFormat) + 1, Char{});
+        const int length = format ? Print(room.data(), room.size(), format, arguments) : 0;
         // The C runtimes disagree on what a cut text returns; all of them fill the room they were given.
-        m_text.back() = Char{};
-        m_text.resize(length == 0 ? 0 : std::char_traits<Char>::length(m_text.c_str()));
+        room.back() = Char{};
+        room.resize(length == 0 ? 0 : std::char_traits<Char>::length(room.c_str()));
+        m_text = std::move(room);
     }
 
 private:

@@ -7,17 +7,20 @@
 #include <kxsystem/kx_string.h>
 #include <kxsystem/kxsystem_api.h>
 
-// The text in the current language (CKxLocale::GetModuleLangId). `source` is the key of the place that shows it, the
-// name of a source file such as L"devgui_base". English, an unknown language, an unknown key and an unknown text all
-// give `text` as it is; null gives the empty text.
+// The text in the current language (CKxLocale::GetModuleLangId, of which only the primary part counts). `source` is the
+// key of the place that shows it, the name of a source file such as L"devgui_base". English (unless the host has added
+// a catalogue for it), an unknown language, an unknown key and an unknown text all give `text` as it is; null gives the
+// empty text.
 KXSYSTEM_API CKxStringW KX_GetTranslation(const wchar_t* text, const wchar_t* source);
 
 // The same with a remark for translators between the two; the remark is never shown and takes no part in the search.
 KXSYSTEM_API CKxStringW KX_GetTranslation(const wchar_t* text, const wchar_t* remark, const wchar_t* source);
 
-// Adds a catalogue: the text of a .po file in UTF-8, `size` bytes, for a primary language (LANG_GERMAN, ...). Its
-// entries go before those already there. The catalogue is taken whole or not at all: one that is cut off, has a wrong
-// escape, names a charset other than UTF-8 or is not UTF-8 is refused, with a line in the log that names the line
-// of the catalogue. Of two entries for one (source, text) the first holds; the second is logged. Entries marked fuzzy
-// and entries without a translation are passed over.
+// Adds a catalogue: the text of a .po file, `size` bytes of UTF-8, for a primary language (LANG_GERMAN, ...; of a
+// LANGID only that part counts, and LANG_NEUTRAL is refused). Its entries go before those already there. The catalogue
+// is taken whole or not at all: one that is cut off, has a wrong escape, names a charset other than UTF-8, is not
+// UTF-8, is not a .po file, has no entry or is larger than 16 MB is refused, with a line in the log that names the line
+// of the catalogue. Fuzzy, untranslated, obsolete and plural entries are passed over. Of two others for one (source,
+// text) the first holds; the second is logged. A placeholder lost in translation is not noticed here but when the text
+// is formatted: check catalogues with `msgfmt --check` first.
 KXSYSTEM_API bool KX_AddCatalogue(unsigned short primaryLanguage, const char* po, std::size_t size);

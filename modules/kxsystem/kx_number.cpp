@@ -1,0 +1,114 @@
+#include <kxsystem/kx_number.h>
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <string_view>
+#include <system_error>
+
+namespace {
+
+// Far longer than any number that is meant, and short enough that the exponent can make up for all of its digits.
+constexpr std::size_t c_maxLength = 1000;
+
+// Beyond this, an exponent only says "too large" or "too small".
+constexpr int c_maxExponent = 100000;
+
+constexpr std::wstring_view c_blanks = L" \t\u00A0\u202F";
+
+bool IsDigit(wchar_t c) { return c >= L'0' && c <= L'9'; }
+
+std::wstring_view Trim(std::wstring_view text) {
+    const auto first = text.find_first_not_of(c_blanks);
+    if (first == text.npos) return {};
+    return text.substr(first, text.find_last_not_of(c_blanks) - first + 1);
+}
+
+// The number as std::from_chars wants it, and what is needed to tell a huge one from a tiny one.
+class Number {
+public:
+    bool Read(std::wstring_view text) {
+        TakeSign(text);
+        if (!TakeDigits(text)) return false;
+        return text.empty() || TakeExponent(text);
+    }
+
+    bool Value(double& value) const {
+        double result = 0;
+        const auto [end, error] = std::from_chars(m_plain.data(), m_plain.data() + m_length, result);
+        if (error == std::errc::result_out_of_range) {
+            if (m_point + m_exponent > 0) return false;
+            result = 0;
+        } else if (error != std::errc{} || end != m_plain.data() + m_length) {
+            return false;
+        }
+        // Adding zero turns the negative zero, which would be shown as "-0", into the usual one.
+        value = result + 0.0;
+        return true;
+    }
+
+private:
+    void Add(wchar_t c) { m_plain[m_length++] = static_cast<char>(c); }
+
+    static bool Skip(std::wstring_view& text, std::wstring_view any) {
+        if (text.empty() || any.find(text.front()) == any.npos) return false;
+        text.remove_prefix(1);
+        return true;
+    }
+
+    // from_chars knows no plus.
+    void TakeSign(std::wstring_view& text) {
+        if (text.starts_with(L'-')) Add(L'-');
+        Skip(text, L"+-");
+    }
+
+    bool TakeDigits(std::wstring_view& text) {
+        bool any = false, significant = false, fraction = false;
+        for (; !text.empty(); text.remove_prefix(1)) {
+            const wchar_t c = text.front();
+            if (!fraction && (c == L'.' || c == L',')) {
+                fraction = true;
+                Add(L'.');
+                continue;
+            }
+            if (!IsDigit(c)) break;
+            any = true;
+            significant = significant || c != L'0';
+            if (significant && !fraction)
+                ++m_point;
+            else if (!significant && fraction)
+                --m_point;
+            Add(c);
+        }
+        return any;
+    }
+
+    bool TakeExponent(std::wstring_view text) {
+        if (!Skip(text, L"eE")) return false;
+        const bool negative = text.starts_with(L'-');
+        Skip(text, L"+-");
+        if (text.empty() || !std::all_of(text.begin(), text.end(), IsDigit)) return false;
+        for (const wchar_t c : text)
+            m_exponent = std::min(m_exponent * 10 + (c - L'0'), c_maxExponent);
+        if (negative) m_exponent = -m_exponent;
+        Add(L'e');
+        char* const room = m_plain.data() + m_length;
+        m_length = static_cast<std::size_t>(std::to_chars(room, m_plain.data() + m_plain.size(), m_exponent).ptr -
+                                            m_plain.data());
+        return true;
+    }
+
+    std::array<char, c_maxLength + 16> m_plain{};
+    std::size_t m_length = 0;
+    int m_exponent = 0;
+    // Where the decimal point stands behind the first digit that is not 0: 3 for 123, 0 for 0.5, -1 for 0.05.
+    int m_point = 0;
+};
+
+}  // namespace
+
+bool KX_StringToDouble(const wchar_t* text, double& value) {
+    const std::wstring_view trimmed = Trim(text ? text : L"");
+    Number number;
+    return trimmed.size() <= c_maxLength && number.Read(trimmed) && number.Value(value);
+}
