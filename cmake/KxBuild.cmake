@@ -48,3 +48,23 @@ foreach(dll IN LISTS kx_runtime_names)
     list(APPEND kx_runtime_dlls ${path})
     configure_file(${path} ${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/${dll} COPYONLY)
 endforeach()
+
+find_program(KX_MSGFMT msgfmt REQUIRED)
+
+# kx_add_catalogues(TARGET RC): po/<language>.po go into the target through its resource script. A catalogue that msgfmt
+# finds fault with, such as a placeholder lost in translation, stops the build.
+function(kx_add_catalogues target rc)
+    file(GLOB catalogues CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/po/*.po)
+    foreach(po IN LISTS catalogues)
+        get_filename_component(language ${po} NAME_WE)
+        set(checked ${CMAKE_CURRENT_BINARY_DIR}/${language}.checked)
+        add_custom_command(OUTPUT ${checked}
+            COMMAND ${KX_MSGFMT} --check -o /dev/null ${po}
+            COMMAND ${CMAKE_COMMAND} -E touch ${checked}
+            DEPENDS ${po}
+            COMMENT "Checking ${language}.po"
+            VERBATIM)
+        target_sources(${target} PRIVATE ${checked})
+        set_property(SOURCE ${rc} APPEND PROPERTY OBJECT_DEPENDS ${po} ${checked})
+    endforeach()
+endfunction()

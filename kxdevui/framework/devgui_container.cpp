@@ -71,7 +71,7 @@ HWND CKxDevUI_Container::Create(HWND parent, long x, long y, long cx, long cy, b
 
     const Alive alive(this);
     const HWND window = CreateWindowExW(0, L"KxDevUI_Container", nullptr, style, x, y, m_width, m_height, parent,
-                                        reinterpret_cast<HMENU>(static_cast<INT_PTR>(m_id)), GetModuleHandleW(nullptr),
+                                        reinterpret_cast<HMENU>(static_cast<INT_PTR>(m_id)), kx::ui::ModuleOf(WndProc),
                                         static_cast<CKxDevUI_Base*>(this));
     // OnInit has run, and may have ended the window or this object.
     if (!window || !alive || m_hWnd != window) return nullptr;
@@ -186,6 +186,7 @@ void CKxDevUI_Container::Destroy() {
         const kx::ui::Closing closing(window);
         for (const HWND each : std::list<HWND>(m_windows)) DestroyWindow(each);
         DestroyWindow(window);
+        Waiting::Wake(window);
         // A dialog's OnDestroy has run.
         if (!alive) return;
         m_hWnd = nullptr;
@@ -309,6 +310,7 @@ kx::ui::Handled CKxDevUI_Container::HandleDialog(const kx::ui::Message& message)
     case WM_INITDIALOG: {
         const RECT rect = RectInParent(dialog);
         m_hWnd = dialog;
+        m_shown = true;
         m_width = rect.right - rect.left;
         m_height = rect.bottom - rect.top;
         if (m_modal) {

@@ -178,4 +178,5 @@ private:
     std::list<HWND> m_windows;
     std::list<Element> m_elements;
     bool m_adopting = false;  // Create runs on behalf of CreateFromParent
+    bool m_shown = false;     // a dialog came as far as WM_INITDIALOG
 };

@@ -63,13 +63,14 @@ HWND CKxDevUI_Container::CreateFromDlg(HWND parent, long x, long y, const wchar_
     const DLGTEMPLATE* dialog = GetDlgTemplate(templateName, module);
     if (!dialog) return nullptr;
 
+    const Alive alive(this);
     const auto parameter = reinterpret_cast<LPARAM>(static_cast<CKxDevUI_Base*>(this));
     if (modal) {
+        m_shown = false;
         const INT_PTR result = DialogBoxIndirectParamW(module, dialog, parent, DlgProc, parameter);
-        // That it could not be shown is -1 too, but no Quit(-1) comes back without an own error either.
-        return reinterpret_cast<HWND>(result);
+        // The platform answers -1 both for a dialog that it could not show and for one that was ended with -1.
+        return alive && !m_shown ? nullptr : reinterpret_cast<HWND>(result);
     }
-    const Alive alive(this);
     const HWND window = CreateDialogIndirectParamW(module, dialog, parent, DlgProc, parameter);
     if (!window || !alive || m_hWnd != window) return nullptr;
     // Only a child has an id; a top-level window keeps its menu in that place.

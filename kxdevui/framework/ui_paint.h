@@ -41,15 +41,15 @@ KXDEVUI_API void DropState(HWND window) noexcept;
 // A reference to a drawing function, for the length of a call.
 class DrawRef {
 public:
-    template <class Draw> DrawRef(Draw& draw) noexcept : m_draw(&draw), m_call(&Call<Draw>) {}
+    template <class Draw> DrawRef(const Draw& draw) noexcept : m_draw(&draw), m_call(&Call<Draw>) {}
     void operator()(HDC dc, const RECT& area) const { m_call(m_draw, dc, area); }
 
 private:
-    template <class Draw> static void Call(void* draw, HDC dc, const RECT& area) {
-        (*static_cast<Draw*>(draw))(dc, area);
+    template <class Draw> static void Call(const void* draw, HDC dc, const RECT& area) {
+        (*static_cast<const Draw*>(draw))(dc, area);
     }
-    void* m_draw;
-    void (*m_call)(void*, HDC, const RECT&);
+    const void* m_draw;
+    void (*m_call)(const void*, HDC, const RECT&);
 };
 
 struct PaintMode {

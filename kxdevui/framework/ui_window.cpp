@@ -16,6 +16,13 @@ bool IsSelfOrBelow(HWND window, HWND root) { return window == root || IsChild(ro
 
 } // namespace
 
+HINSTANCE ModuleOf(WNDPROC procedure) noexcept {
+    HINSTANCE module = nullptr;
+    GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+                       reinterpret_cast<const wchar_t*>(procedure), &module);
+    return module;
+}
+
 void EnsureClass(ATOM& atom, const ClassSpec& spec) {
     if (atom) return;
     WNDCLASSEXW description{};
@@ -26,8 +33,7 @@ void EnsureClass(ATOM& atom, const ClassSpec& spec) {
     description.hCursor = LoadCursorW(nullptr, IDC_ARROW);
     description.hbrBackground = spec.background;
     description.lpszClassName = spec.name;
-    GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
-                       reinterpret_cast<const wchar_t*>(spec.procedure), &description.hInstance);
+    description.hInstance = ModuleOf(spec.procedure);
     atom = RegisterClassExW(&description);
     if (!atom && CKxLogFile::Detail()) {
         KX_LOG(spec.object, L"%ls::Create - RegisterClass failed - lasterror = %d", spec.object,

@@ -10,6 +10,7 @@
 
 #include <windows.h>
 
+#include <algorithm>
 #include <array>
 #include <map>
 #include <memory>
@@ -45,6 +46,10 @@ struct ClassSpec {
     HBRUSH background;
     WNDPROC procedure;
 };
+
+// The module that holds a window procedure. A class belongs to the module that it was registered for, and a window of it
+// is made in the name of that module.
+KXDEVUI_API HINSTANCE ModuleOf(WNDPROC procedure) noexcept;
 
 // Registers the class once, with the arrow cursor and for the module that holds the procedure, and keeps its atom. A
 // failure is logged when the log's detail is on, and creation goes on: it then fails by itself.
@@ -168,6 +173,7 @@ LRESULT Entry(const Message& message) noexcept {
     }
     T* object = Lookup::Find(message.window);
     if (!object) {
+        if (message.id == WM_NCDESTROY) DropState(message.window);
         if constexpr (Answer == Unbound::Zero) return 0;
         if constexpr (Answer == Unbound::One) return 1;
         return message.Default();

@@ -4,13 +4,16 @@
 
 namespace {
 
-// The parent is subclassed for one reason: a popup owned by a child window belongs in truth to its top-level window and
-// would outlive the panel. The reference value is the tooltip window, so the subclass also serves to find it.
+// The property of a parent that names its tooltip window.
+constexpr wchar_t kProperty[] = L"KxToolTip";
 constexpr UINT_PTR kSubclassId = 1;
 
+// The parent is subclassed for one reason: a popup owned by a child window belongs in truth to its top-level window and
+// would outlive the panel.
 LRESULT CALLBACK ParentProc(HWND parent, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id, DWORD_PTR tip) {
     if (message == WM_NCDESTROY) {
         RemoveWindowSubclass(parent, ParentProc, id);
+        RemovePropW(parent, kProperty);
         DestroyWindow(reinterpret_cast<HWND>(tip));
     }
     return DefSubclassProc(parent, message, wParam, lParam);
@@ -27,8 +30,7 @@ TOOLINFOW ToolInfo(HWND tool, const wchar_t* text) {
 }
 
 HWND ToolTipOf(HWND parent) {
-    DWORD_PTR tip = 0;
-    return GetWindowSubclass(parent, ParentProc, kSubclassId, &tip) ? reinterpret_cast<HWND>(tip) : nullptr;
+    return static_cast<HWND>(GetPropW(parent, kProperty));
 }
 
 HWND MakeToolTip(HWND parent) {
@@ -46,6 +48,7 @@ HWND MakeToolTip(HWND parent) {
         DestroyWindow(window);
         return nullptr;
     }
+    SetPropW(parent, kProperty, window);
     return window;
 }
 

@@ -1,0 +1,63 @@
+#include "device_area.h"
+
+#include <array>
+
+#include <kxbaseui/kx_layoutmanager.h>
+#include <kxdevui/framework/devgui.h>
+#include <kxsystem/kx_translation.h>
+
+#include "resources/resource.h"
+
+DeviceArea::DeviceArea()
+    : HostPanel(L"Device area"), m_transmitted(L"Transmitted light", IDC_TRANSMITTED, IDC_TRANSMITTED_LEVEL),
+      m_reflected(L"Reflected light", IDC_REFLECTED, IDC_REFLECTED_LEVEL) {}
+
+void DeviceArea::Build(HWND parent) {
+    const HINSTANCE module = GetModuleHandleW(nullptr);
+    Create(parent, 0, 0, Width, Height, true, true);
+
+    // An empty container, filled by hand.
+    m_stage.Create(*this, 8, 8, 264, 136, true, true);
+    m_stage.Fill();
+    // A whole template.
+    m_camera.CreateFromDlg(*this, 288, 8, IDD_CAMERA, module, false);
+    // Two parts of one template: each half stands where it had in the template.
+    m_transmitted.CreateFromDlgPart(*this, 0, 0, 264, 112, IDD_LAMPS, module);
+    m_reflected.CreateFromDlgPart(*this, 280, 0, 264, 112, IDD_LAMPS, module);
+    m_transmitted.MoveWindowRelative(8, 160);
+    m_reflected.MoveWindowRelative(8, 160);
+    // A dialog of which one region is adopted by another container.
+    m_stand.CreateFromDlg(*this, 8, 264, IDD_STAND, module, false);
+    m_stand.AdoptCondenser();
+
+    for (CKxDevUI_Base* panel : std::initializer_list<CKxDevUI_Base*>{&m_stage, &m_camera, &m_transmitted, &m_reflected,
+                                                                      &m_stand}) {
+        InsertElement(panel);
+    }
+    // All of it was laid out in unzoomed pixels.
+    CKxGUILayoutManager::ResizeWindowToGuiZoom(m_hWnd, 1.0);
+    m_transmitted.ShowState();
+    m_reflected.ShowState();
+}
+
+CKxDevUI_Container* DeviceArea::PanelAt(POINT screen) {
+    for (CKxDevUI_Container* panel : std::initializer_list<CKxDevUI_Container*>{&m_stage, &m_camera, &m_transmitted,
+                                                                                &m_reflected, &m_stand}) {
+        RECT rect{};
+        if (GetWindowRect(*panel, &rect) && PtInRect(&rect, screen)) return panel;
+    }
+    return nullptr;
+}
+
+void DeviceArea::AskForSeries(HWND owner) {
+    const auto result = reinterpret_cast<INT_PTR>(
+        m_series.CreateFromDlg(owner, 0, 0, IDD_SERIES, GetModuleHandleW(nullptr), true));
+    CKxStringW text;
+    if (result == IDOK) {
+        text.Format(100, KX_GetTranslation(L"Series of %d images every %g s planned", L"host"), m_series.Count(),
+                    m_series.Interval());
+    } else {
+        text = KX_GetTranslation(L"Series cancelled", L"host");
+    }
+    Tell(text.str());
+}

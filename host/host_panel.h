@@ -1,0 +1,42 @@
+// What the host's panels have in common: each is a container that logs what it hears before it acts on it, and colours
+// its texts in the chosen scheme.
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include <kxdevui/framework/devgui_container.h>
+
+class HostPanel : public CKxDevUI_Container {
+public:
+    // `name` is what the log calls the panel.
+    explicit HostPanel(const wchar_t* name) : m_name(name) {}
+    ~HostPanel() override { Destroy(); }
+
+    const wchar_t* Name() const { return m_name; }
+
+protected:
+    // The panel's own reaction to a command of the user. True when the command was meant for it.
+    virtual bool OnUser(int id, int code, HWND from) = 0;
+
+    // Tells the user, in the status line, what was asked of the microscope.
+    void Tell(const std::wstring& text);
+
+    LRESULT OnInit(UINT message, WPARAM wParam, LPARAM lParam) override;
+    LRESULT OnDestroy(UINT message, WPARAM wParam, LPARAM lParam) override;
+    LRESULT OnCommand(UINT message, WPARAM wParam, LPARAM lParam) override;
+    LRESULT OnNotify(UINT message, WPARAM wParam, LPARAM lParam) override;
+    LRESULT OnScroll(UINT message, WPARAM wParam, LPARAM lParam, bool horizontal) override;
+    LRESULT OnCtlColorStatic(UINT message, WPARAM wParam, LPARAM lParam) override;
+    void OnUpdateDeviceBand(WPARAM wParam, LPARAM lParam) override;
+    LRESULT OnMouseWheel(WPARAM wParam, LPARAM lParam) override;
+
+    // Moves a scroll bar as the user asks and returns its new position, 0 to 100.
+    static int FollowScrollBar(WPARAM wParam, HWND bar);
+
+private:
+    const wchar_t* m_name;
+};
+
+// Where Tell's texts go.
+void SetStatusSink(std::function<void(const std::wstring&)> sink);

@@ -1,0 +1,145 @@
+#include "template_panels.h"
+
+#include <cwchar>
+
+#include <kxdevui/framework/devgui.h>
+#include <kxsystem/kx_translation.h>
+
+#include "../resources/resource.h"
+
+namespace {
+
+CKxStringW Text(const wchar_t* english) { return KX_GetTranslation(english, L"host"); }
+
+} // namespace
+
+// ---- Camera --------------------------------------------------------------------------------------------------------
+
+LRESULT CameraPanel::OnInit(UINT message, WPARAM wParam, LPARAM lParam) {
+    SetDlgItemTextW(m_hWnd, IDC_EXPOSURE, L"20");
+    for (const wchar_t* binning : {L"1 x 1", L"2 x 2", L"4 x 4"}) {
+        SendDlgItemMessageW(m_hWnd, IDC_BINNING, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(binning));
+    }
+    SendDlgItemMessageW(m_hWnd, IDC_BINNING, CB_SETCURSEL, 0, 0);
+    return HostPanel::OnInit(message, wParam, lParam);
+}
+
+bool CameraPanel::OnUser(int id, int code, HWND from) {
+    CKxStringW text;
+    if (id == IDC_EXPOSURE && code == EN_KILLFOCUS) {
+        double exposure = 0;
+        if (GetWndDouble(from, exposure) && exposure > 0) {
+            text.Format(100, Text(L"Exposure time %g ms"), exposure);
+            Tell(text.str());
+        } else {
+            ReportError(Text(L"This is no exposure time."), false, nullptr, nullptr);
+            Tell(Text(L"This is no exposure time.").str());
+        }
+        return true;
+    }
+    if (id == IDC_LIVE && code == BN_CLICKED) {
+        const bool on = SendMessageW(from, BM_GETCHECK, 0, 0) == BST_CHECKED;
+        Tell(Text(on ? L"Live image on" : L"Live image off").str());
+        return true;
+    }
+    if (id == IDC_BINNING && code == CBN_SELCHANGE) {
+        const LRESULT factor = LRESULT{1} << SendMessageW(from, CB_GETCURSEL, 0, 0);
+        text.Format(100, Text(L"Binning %d"), static_cast<int>(factor));
+        Tell(text.str());
+        return true;
+    }
+    if (id == IDC_SNAP && code == BN_CLICKED) {
+        Tell(Text(L"Image taken").str());
+        return true;
+    }
+    return false;
+}
+
+// ---- Lamps ---------------------------------------------------------------------------------------------------------
+
+void LampPanel::ShowState() {
+    CheckDlgButton(m_hWnd, m_switchId, m_on ? BST_CHECKED : BST_UNCHECKED);
+    SCROLLINFO info{};
+    info.cbSize = sizeof info;
+    info.fMask = SIF_RANGE | SIF_PAGE | SIF_POS;
+    info.nMax = 100;
+    info.nPos = m_level;
+    const HWND bar = GetDlgItem(m_hWnd, m_levelId);
+    SetScrollInfo(bar, SB_CTL, &info, TRUE);
+}
+
+bool LampPanel::OnUser(int id, int code, HWND from) {
+    if (id != m_switchId || code != BN_CLICKED) return false;
+    m_on = SendMessageW(from, BM_GETCHECK, 0, 0) == BST_CHECKED;
+    CKxStringW text;
+    text.Format(100, Text(m_on ? L"%ls lamp on" : L"%ls lamp off"), Text(Name()).c_str());
+    Tell(text.str());
+    return true;
+}
+
+LRESULT LampPanel::OnScroll(UINT message, WPARAM wParam, LPARAM lParam, bool horizontal) {
+    m_level = FollowScrollBar(wParam, reinterpret_cast<HWND>(lParam));
+    CKxStringW text;
+    text.Format(100, L"%ls: %d %%", Text(Name()).c_str(), m_level);
+    Tell(text.str());
+    return HostPanel::OnScroll(message, wParam, lParam, horizontal);
+}
+
+// ---- Stand and condenser -------------------------------------------------------------------------------------------
+
+void StandPanel::AdoptCondenser() {
+    // The region that the group box covers.
+    RECT group{};
+    for (const HWND child : GetWindows()) {
+        const LONG type = GetWindowLongW(child, GWL_STYLE) & BS_TYPEMASK;
+        wchar_t name[16] = L"";
+        GetClassNameW(child, name, 16);
+        if (type == BS_GROUPBOX && _wcsicmp(name, L"Button") == 0) group = RectInParent(child);
+    }
+    m_condenser.CreateFromParent(m_hWnd, &group);
+    CheckRadioButton(m_condenser, IDC_CONDENSER_IN, IDC_CONDENSER_TOP, IDC_CONDENSER_IN);
+    InsertElement(&m_condenser);
+}
+
+bool StandPanel::OnUser(int id, int code, HWND) {
+    if (id != IDC_TUBE || code != BN_CLICKED) return false;
+    Tell(Text(L"Light path changed").str());
+    return true;
+}
+
+bool CondenserPanel::OnUser(int id, int code, HWND) {
+    if (code != BN_CLICKED || (id != IDC_CONDENSER_IN && id != IDC_CONDENSER_TOP)) return false;
+    Tell(Text(id == IDC_CONDENSER_IN ? L"Condenser front lens in" : L"Condenser front lens out").str());
+    return true;
+}
+
+// ---- Time series ---------------------------------------------------------------------------------------------------
+
+LRESULT SeriesDialog::OnInit(UINT message, WPARAM wParam, LPARAM lParam) {
+    SetDlgItemInt(m_hWnd, IDC_SERIES_COUNT, static_cast<UINT>(m_count), FALSE);
+    CKxStringW text;
+    text.Format(20, L"%g", m_interval);
+    SetDlgItemTextW(m_hWnd, IDC_SERIES_INTERVAL, text);
+    AlignWindow(true);
+    return HostPanel::OnInit(message, wParam, lParam);
+}
+
+bool SeriesDialog::Accept() {
+    const HWND count = GetDlgItem(m_hWnd, IDC_SERIES_COUNT), interval = GetDlgItem(m_hWnd, IDC_SERIES_INTERVAL);
+    if (!GetWndInt(count, m_count) || m_count < 1) {
+        ReportError(Text(L"The number of images must be at least 1."), true, count, nullptr);
+        return false;
+    }
+    if (!GetWndDouble(interval, m_interval) || m_interval < 0) {
+        ReportError(Text(L"This is no interval."), true, interval, nullptr);
+        return false;
+    }
+    return true;
+}
+
+bool SeriesDialog::OnUser(int id, int code, HWND) {
+    if (code != BN_CLICKED) return false;
+    if (id == IDOK && Accept()) Quit(IDOK);
+    if (id == IDCANCEL) Quit(IDCANCEL);
+    return id == IDOK || id == IDCANCEL;
+}

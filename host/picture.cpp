@@ -1,0 +1,50 @@
+#include "picture.h"
+
+#include <objidl.h>
+
+#include <gdiplus.h>
+
+#include <kxdevui/framework/ui_gdi.h>
+
+namespace {
+
+// PNG's encoder has had this class id since the first version of GDI+.
+constexpr CLSID kPngEncoder{0x557CF406, 0x1A04, 0x11D3, {0x9A, 0x73, 0x00, 0x00, 0xF8, 0x1E, 0xF3, 0x2E}};
+
+class GdiPlus {
+public:
+    GdiPlus() {
+        const Gdiplus::GdiplusStartupInput input;
+        m_started = Gdiplus::GdiplusStartup(&m_token, &input, nullptr) == Gdiplus::Ok;
+    }
+    ~GdiPlus() {
+        if (m_started) Gdiplus::GdiplusShutdown(m_token);
+    }
+    GdiPlus(const GdiPlus&) = delete;
+    GdiPlus& operator=(const GdiPlus&) = delete;
+
+private:
+    ULONG_PTR m_token = 0;
+    bool m_started = false;
+};
+
+kx::ui::Bitmap CopyScreen(const RECT& area) {
+    const kx::ui::WindowDC screen(nullptr);
+    const kx::ui::MemoryDC memory(CreateCompatibleDC(screen));
+    const long width = area.right - area.left, height = area.bottom - area.top;
+    kx::ui::Bitmap bitmap(CreateCompatibleBitmap(screen, width, height));
+    const kx::ui::Selection selection(memory.get(), bitmap.get());
+    BitBlt(memory.get(), 0, 0, width, height, screen, area.left, area.top, SRCCOPY);
+    return bitmap;
+}
+
+} // namespace
+
+bool SavePicture(HWND window, const std::wstring& path) {
+    static const GdiPlus gdiPlus;
+    RECT area{};
+    if (!GetWindowRect(window, &area)) return false;
+    const kx::ui::Bitmap bitmap = CopyScreen(area);
+    Gdiplus::Bitmap picture(bitmap.get(), nullptr);
+    return picture.Save(path.c_str(), &kPngEncoder, nullptr) == Gdiplus::Ok;
+}

@@ -1,0 +1,231 @@
+#include "tour.h"
+
+#include <algorithm>
+
+#include "event_log.h"
+#include "main_window.h"
+#include "picture.h"
+#include "resources/resource.h"
+
+namespace {
+
+// One tour a process; the timer procedure has no parameter for it.
+Tour* s_tour = nullptr;
+constexpr UINT kStepMilliseconds = 40;
+
+void SendMouse(POINT screen, DWORD flags, int data = 0) {
+    INPUT input{};
+    input.type = INPUT_MOUSE;
+    // Absolute positions count from 0 to 65535 over the screen; the half brings the pixel's middle.
+    input.mi.dx = MulDiv(screen.x * 2 + 1, 32768, GetSystemMetrics(SM_CXSCREEN));
+    input.mi.dy = MulDiv(screen.y * 2 + 1, 32768, GetSystemMetrics(SM_CYSCREEN));
+    input.mi.mouseData = static_cast<DWORD>(data);
+    input.mi.dwFlags = MOUSEEVENTF_ABSOLUTE | flags;
+    SendInput(1, &input, sizeof input);
+}
+
+void SendKey(WORD key, WORD character, DWORD flags) {
+    INPUT input{};
+    input.type = INPUT_KEYBOARD;
+    input.ki.wVk = key;
+    input.ki.wScan = character;
+    input.ki.dwFlags = flags;
+    SendInput(1, &input, sizeof input);
+}
+
+POINT PointIn(HWND window, int percentAcross) {
+    RECT rect{};
+    GetWindowRect(window, &rect);
+    return {rect.left + (rect.right - rect.left) * percentAcross / 100, (rect.top + rect.bottom) / 2};
+}
+
+HWND ActiveDialog() { return GetActiveWindow(); }
+
+} // namespace
+
+// ---- Running -------------------------------------------------------------------------------------------------------
+
+void Tour::Start() {
+    s_tour = this;
+    Plan();
+    SetTimer(nullptr, 0, kStepMilliseconds, OnTimer);
+}
+
+void CALLBACK Tour::OnTimer(HWND, UINT, UINT_PTR timer, DWORD) {
+    if (s_tour->m_next >= s_tour->m_steps.size()) {
+        KillTimer(nullptr, timer);
+        return;
+    }
+    s_tour->TakeStep();
+}
+
+void Tour::TakeStep() {
+    // Counted first: a step may open a modal loop and stay inside while the next ones are taken.
+    const auto step = m_steps[m_next++];
+    step();
+}
+
+void Tour::Fail(const wchar_t* what) {
+    m_failed = true;
+    Log().Add(L"Tour", L"FAILED at step %u: %ls", static_cast<unsigned>(m_next), what);
+}
+
+// ---- Steps ---------------------------------------------------------------------------------------------------------
+
+void Tour::MoveTo(Find target) {
+    Do([this, target] {
+        const HWND window = target();
+        if (!IsWindowVisible(window)) return Fail(L"nothing to point at");
+        SendMouse(PointIn(window, 50), MOUSEEVENTF_MOVE);
+    });
+}
+
+void Tour::Click(Find target) {
+    MoveTo(target);
+    Do([target] { SendMouse(PointIn(target(), 50), MOUSEEVENTF_LEFTDOWN); });
+    Do([] {
+        POINT point{};
+        GetCursorPos(&point);
+        SendMouse(point, MOUSEEVENTF_LEFTUP);
+    });
+}
+
+void Tour::Drag(Find target, int fromPercent, int toPercent) {
+    Do([target, fromPercent] { SendMouse(PointIn(target(), fromPercent), MOUSEEVENTF_MOVE); });
+    Do([target, fromPercent] { SendMouse(PointIn(target(), fromPercent), MOUSEEVENTF_LEFTDOWN); });
+    for (int i = 1; i <= 4; ++i) {
+        const int percent = fromPercent + (toPercent - fromPercent) * i / 4;
+        Do([target, percent] { SendMouse(PointIn(target(), percent), MOUSEEVENTF_MOVE); });
+    }
+    Do([target, toPercent] { SendMouse(PointIn(target(), toPercent), MOUSEEVENTF_LEFTUP); });
+}
+
+void Tour::Wheel(Find target, int notches) {
+    MoveTo(target);
+    for (int i = 0; i < std::abs(notches); ++i) {
+        const int delta = notches > 0 ? WHEEL_DELTA : -WHEEL_DELTA;
+        Do([target, delta] { SendMouse(PointIn(target(), 50), MOUSEEVENTF_WHEEL, delta); });
+    }
+}
+
+void Tour::Key(WORD key) {
+    Do([key] {
+        SendKey(key, 0, 0);
+        SendKey(key, 0, KEYEVENTF_KEYUP);
+    });
+}
+
+void Tour::Type(const wchar_t* text) {
+    for (; *text; ++text) {
+        Do([character = static_cast<WORD>(*text)] {
+            SendKey(0, character, KEYEVENTF_UNICODE);
+            SendKey(0, character, KEYEVENTF_UNICODE | KEYEVENTF_KEYUP);
+        });
+    }
+}
+
+void Tour::Menu(int command) {
+    Do([this, command] { PostMessageW(m_window.Handle(), WM_COMMAND, static_cast<WPARAM>(command), 0); });
+}
+
+void Tour::Picture(const wchar_t* name) {
+    Do([this] { RedrawWindow(m_window.Handle(), nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN); });
+    Do([this, name] {
+        if (!SavePicture(m_window.Handle(), m_folder + L"\\" + name + L".png")) Fail(L"a picture cannot be written");
+    });
+}
+
+// ---- The plan ------------------------------------------------------------------------------------------------------
+
+void Tour::Plan() {
+    Do([this] { SetForegroundWindow(m_window.Handle()); });
+    Picture(L"01-start");
+    PlanPanels();
+    PlanDialog();
+    PlanLooks();
+    Do([this] {
+        Log().Add(L"Tour", m_failed ? L"ended with failures" : L"ended well");
+        DestroyWindow(m_window.Handle());
+    });
+}
+
+void Tour::PlanPanels() {
+    const auto in = [this](auto panel, int id) -> Find {
+        return [this, panel, id] { return GetDlgItem((m_window.Devices().*panel)(), id); };
+    };
+    const auto stage = [in](int id) { return in(&DeviceArea::Stage, id); };
+    const auto camera = [in](int id) { return in(&DeviceArea::Camera, id); };
+
+    Click(stage(IDC_STAGE_RIGHT));
+    Click(stage(IDC_STAGE_UP));
+    Wheel(stage(IDC_STAGE_POSITION), 2);
+    Click(stage(IDC_STAGE_RIGHT));
+    Picture(L"02-stage");
+
+    Click(camera(IDC_EXPOSURE));
+    Key(VK_END);
+    Type(L"5.5");
+    Key(VK_TAB);
+    Key(VK_DOWN);
+    Click(camera(IDC_LIVE));
+    Click(camera(IDC_SNAP));
+    Picture(L"03-camera");
+
+    Click(in(&DeviceArea::Transmitted, IDC_TRANSMITTED));
+    Drag(in(&DeviceArea::Transmitted, IDC_TRANSMITTED_LEVEL), 42, 75);
+    Click(in(&DeviceArea::Reflected, IDC_REFLECTED));
+    Click(in(&DeviceArea::Stand, IDC_TUBE));
+    Click([this] {
+        // The condenser's own container lies in the stand's.
+        const HWND stand = m_window.Devices().Stand();
+        for (HWND child = GetWindow(stand, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
+            if (const HWND button = GetDlgItem(child, IDC_CONDENSER_TOP)) return button;
+        }
+        return HWND{};
+    });
+    Picture(L"04-lamps-and-stand");
+}
+
+void Tour::PlanDialog() {
+    const auto inDialog = [](int id) -> Find { return [id] { return GetDlgItem(ActiveDialog(), id); }; };
+    Menu(MainWindow::cmdSeries);
+    Click(inDialog(IDC_SERIES_COUNT));
+    Key(VK_END);
+    Type(L"0");
+    Picture(L"05-series");
+    Click(inDialog(IDOK));
+    Menu(MainWindow::cmdSeries);
+    Click(inDialog(IDC_SERIES_INTERVAL));
+    Type(L"x");
+    Key(VK_RETURN);
+    Picture(L"06-series-refused");
+    Key(VK_RETURN);
+    Key(VK_ESCAPE);
+}
+
+void Tour::PlanLooks() {
+    Menu(MainWindow::cmdEnabled);
+    Picture(L"07-disabled");
+    Menu(MainWindow::cmdEnabled);
+    for (const int percent : {125, 150, 200}) {
+        Menu(MainWindow::cmdZoom + percent / 25);
+        Picture(percent == 125 ? L"08-zoom-125" : percent == 150 ? L"09-zoom-150" : L"10-zoom-200");
+    }
+    Menu(MainWindow::cmdZoom + 4);
+    const struct {
+        int language;
+        const wchar_t* name;
+    } languages[] = {{LANG_GERMAN, L"11-german"}, {LANG_FRENCH, L"12-french"}, {LANG_SPANISH, L"13-spanish"},
+                     {LANG_JAPANESE, L"14-japanese"}};
+    for (const auto& each : languages) {
+        Menu(MainWindow::cmdLanguage + each.language);
+        Picture(each.name);
+    }
+    Menu(MainWindow::cmdLanguage + LANG_ENGLISH);
+    Menu(MainWindow::cmdScheme + eKxColorScheme_Dark);
+    Picture(L"15-dark");
+    Menu(MainWindow::cmdScheme + eKxColorScheme_HighContrast);
+    Picture(L"16-high-contrast");
+    Menu(MainWindow::cmdScheme + eKxColorScheme_System);
+    Picture(L"17-end");
+}

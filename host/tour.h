@@ -1,0 +1,48 @@
+// The tour: drives the host with injected mouse and keyboard input, as a user would, and takes pictures on the way.
+//
+// A step is taken whenever a timer finds the message queue empty; timers run inside menus and modal dialogs too, so the
+// tour goes through them like everything else.
+#pragma once
+
+#include <windows.h>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+class MainWindow;
+
+class Tour {
+public:
+    Tour(MainWindow& window, std::wstring folder) : m_window(window), m_folder(std::move(folder)) {}
+    void Start();
+    // Whether a step could not be taken or a picture not be written.
+    bool Failed() const { return m_failed; }
+
+private:
+    using Find = std::function<HWND()>;
+
+    static void CALLBACK OnTimer(HWND, UINT, UINT_PTR, DWORD);
+    void Plan();
+    void PlanPanels();
+    void PlanDialog();
+    void PlanLooks();
+    void TakeStep();
+
+    void Do(std::function<void()> step) { m_steps.push_back(std::move(step)); }
+    void MoveTo(Find target);
+    void Click(Find target);
+    void Drag(Find target, int fromPercent, int toPercent);
+    void Wheel(Find target, int notches);
+    void Key(WORD key);
+    void Type(const wchar_t* text);
+    void Menu(int command);
+    void Picture(const wchar_t* name);
+    void Fail(const wchar_t* what);
+
+    MainWindow& m_window;
+    std::wstring m_folder;
+    std::vector<std::function<void()>> m_steps;
+    std::size_t m_next = 0;
+    bool m_failed = false;
+};
