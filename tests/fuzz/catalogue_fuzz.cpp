@@ -1,0 +1,74 @@
+// The catalogue reader: any bytes are taken or refused without a trap, and a catalogue that was cut never shows a text
+// that the whole one would not.
+#include <kxsystem/kx_catalogue.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <string_view>
+
+namespace {
+
+std::optional<CKxCatalogue> Read(std::string_view po) {
+    CKxCatalogueRemark refusal;
+    std::vector<CKxCatalogueRemark> duplicates;
+    auto catalogue = CKxCatalogue::Read(po, refusal, duplicates);
+    if (!catalogue && (refusal.line < 1 || !*refusal.reason)) std::abort();
+    return catalogue;
+}
+
+// Whether a cut before po[at] leaves a text open, told without the reader: by quotes outside of comments.
+class OpenText {
+public:
+    explicit OpenText(std::string_view po) : m_po(po) {}
+
+    bool At(std::size_t at) {
+        for (; m_next < at; ++m_next)
+            Pass(m_po[m_next]);
+        return m_open;
+    }
+
+private:
+    void Pass(char c) {
+        if (m_comment)
+            m_comment = c != '\n';
+        else if (m_escaped)
+            m_escaped = false;
+        else if (m_open && c == '\\')
+            m_escaped = true;
+        else if (c == '"')
+            m_open = !m_open;
+        else if (!m_open && c == '#')
+            m_comment = true;
+    }
+
+    std::string_view m_po;
+    std::size_t m_next = 0;
+    bool m_open = false, m_escaped = false, m_comment = false;
+};
+
+// Between two lines of a text nothing tells that a third was to come: there, what is left must at least be the
+// beginning.
+bool IsPartOf(const CKxCatalogue& part, const CKxCatalogue& whole) {
+    for (const auto& [key, translation] : part.Entries()) {
+        const std::wstring* const full = whole.Find(key.context, key.text);
+        if (!full || !full->starts_with(translation)) return false;
+    }
+    return true;
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    // Every cut is read, which takes the square of the size.
+    if (size > 400) return 0;
+    const std::string_view po(reinterpret_cast<const char*>(data), size);
+    const auto whole = Read(po);
+    if (!whole) return 0;
+    OpenText open(po);
+    for (std::size_t at = 0; at < size; ++at) {
+        const auto part = Read(po.substr(0, at));
+        if (part && (open.At(at) || !IsPartOf(*part, *whole))) std::abort();
+    }
+    return 0;
+}
