@@ -13,12 +13,23 @@ HWND dialogKeysWindow = nullptr;
 // waiting.
 DWORD pressTime = 0;
 
+// The display reports the cursor's way once more, sooner or later, also a place where it no longer is; and a person may
+// touch the mouse. Only what is injected counts.
+LRESULT CALLBACK OnlyInjected(int code, WPARAM wParam, LPARAM lParam) {
+    if (code == HC_ACTION && !(reinterpret_cast<const MSLLHOOKSTRUCT*>(lParam)->flags & LLMHF_INJECTED)) return 1;
+    return CallNextHookEx(nullptr, code, wParam, lParam);
+}
+
 void Send(INPUT input) {
     if (SendInput(1, &input, sizeof(input)) != 1) ADD_FAILURE() << "input was refused: error " << GetLastError();
     Pump();
 }
 
 void SendMouse(DWORD flags, LONG x = 0, LONG y = 0, DWORD data = 0, DWORD time = 0) {
+    // For the rest of the program: what was reported late must not come through in the next test either.
+    static const HHOOK hook = SetWindowsHookExW(WH_MOUSE_LL, OnlyInjected, GetModuleHandleW(nullptr), 0);
+    if (!hook) ADD_FAILURE() << "the mouse cannot be kept from the display: error " << GetLastError();
+
     INPUT input{};
     input.type = INPUT_MOUSE;
     input.mi.dx = x;

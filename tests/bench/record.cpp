@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <climits>
 
 namespace kx::test {
 namespace {
@@ -116,30 +117,27 @@ class Alignment {
 public:
     Alignment(const std::vector<Expected>& expected, const std::vector<Entry>& actual)
         : expected_(expected), actual_(actual), width_(actual.size() + 1), cells_((expected.size() + 1) * width_) {
-        for (size_t e = 0; e <= expected_.size(); ++e)
-            for (size_t a = 0; a < width_; ++a)
-                if (e || a) cells_[e * width_ + a] = Best(e, a);
+        for (size_t e = expected_.size() + 1; e-- > 0;)
+            for (size_t a = width_; a-- > 0;)
+                if (e < expected_.size() || a < actual_.size()) cells_[e * width_ + a] = Best(e, a);
     }
 
-    bool Matches() const { return cells_.back().cost == 0; }
+    bool Matches() const { return cells_.front().cost == 0; }
 
     std::vector<Row> Rows() const {
         std::vector<Row> rows;
-        size_t e = expected_.size(), a = actual_.size();
-        while (e || a) {
+        size_t e = 0, a = 0;
+        while (e < expected_.size() || a < actual_.size()) {
             const Step step = cells_[e * width_ + a].step;
-            const bool takesExpected = step != Step::Extra;
-            const bool takesActual = step != Step::Missing && step != Step::Skipped;
-            rows.push_back(
-                {step, takesExpected ? expected_[e - 1].Text() : "", takesActual ? actual_[a - 1].text : ""});
-            e -= takesExpected;
-            a -= takesActual;
+            Row& row = rows.emplace_back(Row{step, {}, {}});
+            if (step != Step::Extra) row.expected = expected_[e++].Text();
+            if (step != Step::Missing && step != Step::Skipped) row.actual = actual_[a++].text;
         }
-        std::reverse(rows.begin(), rows.end());
         return rows;
     }
 
 private:
+    // The cost of what is left from here on, and the first step of it.
     struct Cell {
         int cost = 0;
         Step step = Step::Same;
@@ -147,19 +145,20 @@ private:
 
     Cell Best(size_t e, size_t a) const {
         Cell best{INT_MAX, Step::Same};
-        const auto offer = [&](size_t fromE, size_t fromA, int cost, Step step) {
-            const int total = cells_[fromE * width_ + fromA].cost + cost;
+        const auto offer = [&](size_t nextE, size_t nextA, int cost, Step step) {
+            const int total = cells_[nextE * width_ + nextA].cost + cost;
             if (total < best.cost) best = {total, step};
         };
-        if (e && a) {
-            const bool same = expected_[e - 1].Fits(actual_[a - 1]);
-            offer(e - 1, a - 1, same ? 0 : 3, same ? Step::Same : Step::Different);
+        const bool anyExpected = e < expected_.size(), anyActual = a < actual_.size();
+        if (anyExpected && anyActual) {
+            const bool same = expected_[e].Fits(actual_[a]);
+            offer(e + 1, a + 1, same ? 0 : 3, same ? Step::Same : Step::Different);
         }
-        if (e) {
-            const bool skip = expected_[e - 1].IsOptional();
-            offer(e - 1, a, skip ? 0 : 2, skip ? Step::Skipped : Step::Missing);
+        if (anyExpected) {
+            const bool skip = expected_[e].IsOptional();
+            offer(e + 1, a, skip ? 0 : 2, skip ? Step::Skipped : Step::Missing);
         }
-        if (a) offer(e, a - 1, 2, Step::Extra);
+        if (anyActual) offer(e, a + 1, 2, Step::Extra);
         return best;
     }
 
