@@ -61,17 +61,30 @@ void SendKey(WORD key, bool up) {
 // Holds the modifier keys down while it lives.
 class Held {
 public:
-    explicit Held(UINT modifiers) : modifiers_(modifiers) { SendAll(false); }
-    ~Held() { SendAll(true); }
+    explicit Held(UINT modifiers) : modifiers_(modifiers) {
+        // When the mouse or the focus has come to a window, the display tells somewhat later which keys are down, and
+        // so lets go the injected ones: once, so that pressing again lasts.
+        for (int attempt = 0; attempt < 3; ++attempt)
+            for (const Modifier& each : all)
+                if ((modifiers_ & each.flag) && GetKeyState(each.key) >= 0) SendKey(each.key, false);
+    }
+    ~Held() {
+        for (const Modifier& each : all)
+            if (modifiers_ & each.flag) SendKey(each.key, true);
+    }
     Held(const Held&) = delete;
     Held& operator=(const Held&) = delete;
 
 private:
-    void SendAll(bool up) const {
-        if (modifiers_ & MOD_CONTROL) SendKey(VK_CONTROL, up);
-        if (modifiers_ & MOD_SHIFT) SendKey(VK_SHIFT, up);
-        if (modifiers_ & MOD_ALT) SendKey(VK_MENU, up);
-    }
+    struct Modifier {
+        UINT flag;
+        WORD key;
+    };
+    static constexpr Modifier all[] = {
+        {MOD_CONTROL, VK_CONTROL},
+        {MOD_SHIFT,   VK_SHIFT  },
+        {MOD_ALT,     VK_MENU   }
+    };
 
     UINT modifiers_;
 };
