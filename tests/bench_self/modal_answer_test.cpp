@@ -26,6 +26,7 @@ TEST(ModalAnswer, AnswersADialogThatAnAnswerOpens) {
         if (inner == 0) {
             inner = -1;
             inner = MessageBoxW(dialog, L"inner", L"", MB_OKCANCEL);
+            Pump();  // the outer dialog has been activated again
             EXPECT_TRUE(IsWindowVisible(dialog));
         }
         PressButton(dialog, IDCANCEL);
