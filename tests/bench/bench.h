@@ -1,0 +1,19 @@
+// The bench for controls: everything a test of a control needs.
+//
+//     using namespace kx::test;
+//
+//     TEST(Button, TellsItsParentOnceWhenClicked) {
+//         RecordingParent parent;
+//         HWND button = CreateWindowW(L"BUTTON", L"Go", WS_CHILD | WS_VISIBLE, 10, 10, 80, 24, parent.Window(), ...);
+//         parent.Record().Clear();
+//         Click(button, 20, 10);
+//         EXPECT_TRUE(parent.Record().Matches({Command(7, BN_CLICKED, button)}));
+//     }
+#pragma once
+
+#include <bench/record.h>            // what a host was told, compared with what was expected
+#include <bench/recording_parent.h>  // a window that records and answers messages
+#include <bench/input.h>             // real mouse and keyboard input, pumping, waiting
+#include <bench/modal_answer.h>      // answers dialogs and message boxes
+#include <bench/counters.h>          // growth of GDI objects, windows and heap
+#include <bench/picture.h>           // what a window looks like

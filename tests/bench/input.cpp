@@ -1,0 +1,201 @@
+#include <bench/input.h>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+namespace kx::test {
+namespace {
+
+HWND dialogKeysWindow = nullptr;
+
+// The time stamps of injected presses. Advancing it by more than the double-click time keeps clicks apart without
+// waiting.
+DWORD pressTime = 0;
+
+// The display reports the cursor's way once more, sooner or later, also a place where it no longer is; and a person may
+// touch the mouse. Only what is injected counts.
+LRESULT CALLBACK OnlyInjected(int code, WPARAM wParam, LPARAM lParam) {
+    if (code == HC_ACTION && !(reinterpret_cast<const MSLLHOOKSTRUCT*>(lParam)->flags & LLMHF_INJECTED)) return 1;
+    return CallNextHookEx(nullptr, code, wParam, lParam);
+}
+
+void Send(INPUT input) {
+    if (SendInput(1, &input, sizeof(input)) != 1) ADD_FAILURE() << "input was refused: error " << GetLastError();
+    Pump();
+}
+
+void SendMouse(DWORD flags, LONG x = 0, LONG y = 0, DWORD data = 0, DWORD time = 0) {
+    // For the rest of the program: what was reported late must not come through in the next test either.
+    static const HHOOK hook = SetWindowsHookExW(WH_MOUSE_LL, OnlyInjected, GetModuleHandleW(nullptr), 0);
+    if (!hook) ADD_FAILURE() << "the mouse cannot be kept from the display: error " << GetLastError();
+
+    INPUT input{};
+    input.type = INPUT_MOUSE;
+    input.mi.dx = x;
+    input.mi.dy = y;
+    input.mi.mouseData = data;
+    input.mi.dwFlags = flags;
+    input.mi.time = time;
+    Send(input);
+}
+
+void SendKey(WORD virtualKey, WORD scan, DWORD flags) {
+    INPUT input{};
+    input.type = INPUT_KEYBOARD;
+    input.ki.wVk = virtualKey;
+    input.ki.wScan = scan;
+    input.ki.dwFlags = flags;
+    Send(input);
+}
+
+bool IsExtended(WORD key) {
+    return (key >= VK_PRIOR && key <= VK_DOWN) || key == VK_INSERT || key == VK_DELETE || key == VK_APPS;
+}
+
+void SendKey(WORD key, bool up) {
+    const auto scan = static_cast<WORD>(MapVirtualKeyW(key, MAPVK_VK_TO_VSC));
+    SendKey(key, scan, (up ? DWORD{KEYEVENTF_KEYUP} : 0) | (IsExtended(key) ? DWORD{KEYEVENTF_EXTENDEDKEY} : 0));
+}
+
+// Holds the modifier keys down while it lives.
+class Held {
+public:
+    explicit Held(UINT modifiers) : modifiers_(modifiers) {
+        // When the mouse or the focus has come to a window, the display tells somewhat later which keys are down, and
+        // so lets go the injected ones: once, so that pressing again lasts.
+        for (int attempt = 0; attempt < 3; ++attempt)
+            for (const Modifier& each : all)
+                if ((modifiers_ & each.flag) && GetKeyState(each.key) >= 0) SendKey(each.key, false);
+    }
+    ~Held() {
+        for (const Modifier& each : all)
+            if (modifiers_ & each.flag) SendKey(each.key, true);
+    }
+    Held(const Held&) = delete;
+    Held& operator=(const Held&) = delete;
+
+private:
+    struct Modifier {
+        UINT flag;
+        WORD key;
+    };
+    static constexpr Modifier all[] = {
+        {MOD_CONTROL, VK_CONTROL},
+        {MOD_SHIFT,   VK_SHIFT  },
+        {MOD_ALT,     VK_MENU   }
+    };
+
+    UINT modifiers_;
+};
+
+// Pixels to the 65,536ths of the screen that SendInput takes, rounded so that they come back as the same pixel.
+LONG Absolute(LONG pixel, int extent) { return static_cast<LONG>((pixel * 65536LL + extent - 1) / extent); }
+
+void PressAt(HWND window, int x, int y, Button button, DWORD time) {
+    MoveTo(window, x, y);
+    POINT cursor{};
+    GetCursorPos(&cursor);
+    if (!GetCapture() && GetAncestor(WindowFromPoint(cursor), GA_ROOT) != GetAncestor(window, GA_ROOT))
+        ADD_FAILURE() << "another window covers the point " << x << ", " << y;
+    SendMouse(button == Button::Left ? MOUSEEVENTF_LEFTDOWN : MOUSEEVENTF_RIGHTDOWN, 0, 0, 0, time);
+}
+
+DWORD NextPressTime() {
+    const DWORD now = GetTickCount();
+    pressTime = std::max(pressTime, now) + 2 * GetDoubleClickTime();
+    return pressTime;
+}
+
+}  // namespace
+
+void Pump() {
+    MSG message;
+    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+        if (dialogKeysWindow && IsDialogMessageW(dialogKeysWindow, &message)) continue;
+        TranslateMessage(&message);
+        DispatchMessageW(&message);
+    }
+}
+
+bool PumpUntil(const std::function<bool()>& condition, std::chrono::milliseconds timeout) {
+    const auto end = std::chrono::steady_clock::now() + timeout;
+    for (;;) {
+        Pump();
+        if (condition()) return true;
+        if (std::chrono::steady_clock::now() >= end) return false;
+        // The condition may depend on more than messages, so it is asked again soon even when none comes.
+        MsgWaitForMultipleObjects(0, nullptr, FALSE, 5, QS_ALLINPUT);
+    }
+}
+
+DialogKeys::DialogKeys(HWND window) : previous_(dialogKeysWindow) { dialogKeysWindow = window; }
+DialogKeys::~DialogKeys() { dialogKeysWindow = previous_; }
+
+void BringToFront(HWND window) {
+    const HWND root = GetAncestor(window, GA_ROOT);
+    if (GetForegroundWindow() != root) SetForegroundWindow(root);
+    Pump();
+}
+
+void MoveTo(HWND window, int x, int y) {
+    BringToFront(window);
+    POINT point{x, y};
+    ClientToScreen(window, &point);
+    const int width = GetSystemMetrics(SM_CXSCREEN), height = GetSystemMetrics(SM_CYSCREEN);
+    SendMouse(MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE, Absolute(point.x, width), Absolute(point.y, height));
+    POINT cursor{};
+    GetCursorPos(&cursor);
+    if (cursor.x != point.x || cursor.y != point.y)
+        ADD_FAILURE() << "the mouse is at " << cursor.x << ", " << cursor.y << " and should be at " << point.x << ", "
+                      << point.y << " of the screen";
+}
+
+void Press(HWND window, int x, int y, Button button) { PressAt(window, x, y, button, NextPressTime()); }
+
+void Release(Button button) { SendMouse(button == Button::Left ? MOUSEEVENTF_LEFTUP : MOUSEEVENTF_RIGHTUP); }
+
+void Click(HWND window, int x, int y, Button button) {
+    Press(window, x, y, button);
+    Release(button);
+}
+
+void DoubleClick(HWND window, int x, int y, Button button) {
+    Click(window, x, y, button);
+    PressAt(window, x, y, button, pressTime + 1);
+    Release(button);
+}
+
+void Drag(HWND window, POINT from, POINT to, int steps, Button button) {
+    Press(window, from.x, from.y, button);
+    for (int step = 1; step <= steps; ++step)
+        MoveTo(window, from.x + MulDiv(to.x - from.x, step, steps), from.y + MulDiv(to.y - from.y, step, steps));
+    Release(button);
+}
+
+void Wheel(int delta, UINT modifiers) {
+    const Held held(modifiers);
+    SendMouse(MOUSEEVENTF_WHEEL, 0, 0, static_cast<DWORD>(delta));
+}
+
+void Key(WORD virtualKey, UINT modifiers) {
+    const Held held(modifiers);
+    SendKey(virtualKey, false);
+    SendKey(virtualKey, true);
+}
+
+void Type(std::wstring_view text) {
+    for (const wchar_t character : text) {
+        switch (character) {
+        case L'\n': Key(VK_RETURN); break;
+        case L'\t': Key(VK_TAB); break;
+        case L'\b': Key(VK_BACK); break;
+        default:
+            // As characters, not as keys: what a key types depends on the machine's keyboard.
+            SendKey(0, static_cast<WORD>(character), KEYEVENTF_UNICODE);
+            SendKey(0, static_cast<WORD>(character), KEYEVENTF_UNICODE | KEYEVENTF_KEYUP);
+        }
+    }
+}
+
+}  // namespace kx::test

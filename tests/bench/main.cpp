@@ -1,0 +1,79 @@
+// The main of every test program: googletest's options, and --suites=A,B,C, the suites that ctest knows of.
+#include <bench/input.h>
+
+#include <windows.h>
+#include <commctrl.h>
+
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <set>
+#include <sstream>
+#include <string>
+#include <string_view>
+
+namespace {
+
+// googletest has no structured exception handling here: without this a crash would end the run and name no test.
+LONG WINAPI ReportCrash(EXCEPTION_POINTERS* exception) {
+    const EXCEPTION_RECORD& record = *exception->ExceptionRecord;
+    const testing::TestInfo* test = testing::UnitTest::GetInstance()->current_test_info();
+    std::printf("CRASH: exception 0x%08lX at %p in %s.%s\n", record.ExceptionCode, record.ExceptionAddress,
+                test ? test->test_suite_name() : "no test", test ? test->name() : "");
+    std::fflush(stdout);
+    TerminateProcess(GetCurrentProcess(), 1);
+    return EXCEPTION_EXECUTE_HANDLER;
+}
+
+// Suite of "Suite", "Prefix/Suite" (with values) and "Suite/0" (with types).
+std::string PlainName(const testing::TestSuite& suite) {
+    std::string name = suite.name();
+    const size_t slash = name.find('/');
+    if (slash == std::string::npos) return name;
+    const bool typed = name.find_first_not_of("0123456789", slash + 1) == std::string::npos;
+    return typed ? name.substr(0, slash) : name.substr(slash + 1, name.find('/', slash + 1) - slash - 1);
+}
+
+// A suite that ctest does not know of would never be run there, and nobody would notice.
+bool AllSuitesKnown(std::string_view list) {
+    std::set<std::string> known;
+    std::istringstream in{std::string(list)};
+    for (std::string name; std::getline(in, name, ',');)
+        known.insert(name);
+    bool all = true;
+    const testing::UnitTest& tests = *testing::UnitTest::GetInstance();
+    for (int i = 0; i < tests.total_test_suite_count(); ++i) {
+        const std::string name = PlainName(*tests.GetTestSuite(i));
+        if (name == "GoogleTestVerification" || known.contains(name)) continue;
+        std::printf("ERROR: ctest has no entry for the suite %s\n", name.c_str());
+        all = false;
+    }
+    return all;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    std::setvbuf(stdout, nullptr, _IONBF, 0);
+    SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX);
+    SetUnhandledExceptionFilter(ReportCrash);
+    testing::InitGoogleTest(&argc, argv);
+
+    const INITCOMMONCONTROLSEX controls{sizeof(controls), ICC_WIN95_CLASSES | ICC_STANDARD_CLASSES};
+    InitCommonControlsEx(&controls);
+    // WM_MOUSELEAVE comes only after this time.
+    SystemParametersInfoW(SPI_SETMOUSEHOVERTIME, 10, nullptr, 0);
+
+    constexpr std::string_view option = "--suites=";
+    for (int i = 1; i < argc; ++i)
+        if (const std::string_view argument = argv[i]; argument.starts_with(option))
+            if (!AllSuitesKnown(argument.substr(option.size()))) return 1;
+
+    // Not the result itself: on Unix only its low 8 bits arrive.
+    if (RUN_ALL_TESTS() != 0) return 1;
+    if (!GTEST_FLAG_GET(list_tests) && testing::UnitTest::GetInstance()->test_to_run_count() == 0) {
+        std::printf("ERROR: no test fits the filter\n");
+        return 1;
+    }
+    return 0;
+}

@@ -1,0 +1,66 @@
+// Answers the dialogs and message boxes that code under test opens on this thread.
+//
+//     ModalAnswer answer(IDYES);                          // presses Yes, in every one that opens
+//     AskAndDelete();
+//     ASSERT_EQ(answer.Count(), 1u);
+//     EXPECT_EQ(answer.Dialogs()[0].TextOf(0xFFFF), L"Delete?");
+//
+// The answer runs inside the dialog's own message loop, once per dialog, also for a dialog that an answer opens in
+// turn. A dialog that is still open after its answer fails the test and is cancelled, so that the test ends. Of several
+// objects, the youngest answers.
+#pragma once
+
+#include <windows.h>
+
+#include <functional>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace kx::test {
+
+// What a dialog showed when it opened.
+struct DialogTexts {
+    struct Control {
+        int id;
+        std::wstring className;
+        std::wstring text;
+    };
+    std::wstring title;
+    std::vector<Control> controls;
+
+    // The text of the control with this id; empty when there is none. A message box has its text at 0xFFFF.
+    std::wstring TextOf(int id) const;
+};
+
+class ModalAnswer {
+public:
+    using Action = std::function<void(HWND dialog)>;
+
+    explicit ModalAnswer(Action action);
+    explicit ModalAnswer(int button);  // presses the button with this id
+    ~ModalAnswer();
+    ModalAnswer(const ModalAnswer&) = delete;
+    ModalAnswer& operator=(const ModalAnswer&) = delete;
+
+    size_t Count() const { return dialogs_.size(); }
+    const std::vector<DialogTexts>& Dialogs() const { return dialogs_; }
+
+private:
+    static LRESULT CALLBACK Hook(int code, WPARAM wParam, LPARAM lParam);
+    static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+    void Activated(HWND dialog);
+    void Answer(HWND dialog);
+
+    Action action_;
+    ModalAnswer* older_;
+    HHOOK hook_;
+    HWND window_;
+    std::set<HWND> seen_;
+    std::vector<DialogTexts> dialogs_;
+};
+
+// Presses a dialog's button as a user does. Fails the test when the dialog has no such button or it is disabled.
+void PressButton(HWND dialog, int id);
+
+}  // namespace kx::test

@@ -1,0 +1,47 @@
+// What a window looks like, as a picture of 32 bits per pixel.
+//
+//     const Picture picture = Picture::Printed(control);
+//     EXPECT_EQ(picture.Pixel(3, 3), RGB(255, 0, 0));
+//     picture.Save("slider-red");                     // only when KX_PICTURES names a folder, for a person to look at
+#pragma once
+
+#include <windows.h>
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace kx::test {
+
+class Picture {
+public:
+    // The client area as WM_PRINTCLIENT draws it, the visible children in it likewise.
+    static Picture Printed(HWND window);
+
+    // The client area as it is on the screen, after painting what is due. Nothing may cover it.
+    static Picture OnScreen(HWND window);
+
+    int Width() const { return width_; }
+    int Height() const { return height_; }
+
+    COLORREF Pixel(int x, int y) const;  // CLR_INVALID outside
+
+    // Number of pixels that differ; of pictures of unequal size, all of the larger.
+    int Differences(const Picture& other) const;
+    int Count(COLORREF color) const;
+    bool operator==(const Picture& other) const { return Differences(other) == 0; }
+    std::uint64_t Hash() const;
+
+    // Writes NAME.bmp into the folder that the environment variable KX_PICTURES names; does nothing when it is not set.
+    void Save(const std::string& name) const;
+
+private:
+    Picture(int width, int height, std::vector<std::uint32_t> pixels);
+    friend class Canvas;
+
+    int width_;
+    int height_;
+    std::vector<std::uint32_t> pixels_;  // 0x00RRGGBB, from the top
+};
+
+}  // namespace kx::test

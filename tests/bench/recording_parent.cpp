@@ -1,0 +1,89 @@
+#include <bench/recording_parent.h>
+
+namespace kx::test {
+namespace {
+constexpr wchar_t className[] = L"KxRecordingParent";
+}
+
+RecordingParent::RecordingParent(SIZE client) : own_(std::make_unique<Recorder>()), record_(*own_) { Create(client); }
+
+RecordingParent::RecordingParent(Recorder& record, SIZE client) : record_(record) { Create(client); }
+
+void RecordingParent::Create(SIZE client) {
+    watched_ = {WM_COMMAND, WM_NOTIFY, WM_HSCROLL, WM_VSCROLL, WM_DRAWITEM, WM_MEASUREITEM};
+
+    WNDCLASSW windowClass{};
+    windowClass.lpfnWndProc = Procedure;
+    windowClass.hInstance = GetModuleHandleW(nullptr);
+    windowClass.hCursor = LoadCursorW(nullptr, IDC_ARROW);
+    windowClass.hbrBackground = GetSysColorBrush(COLOR_BTNFACE);
+    windowClass.lpszClassName = className;
+    RegisterClassW(&windowClass);
+
+    constexpr DWORD style = WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN;
+    RECT frame{0, 0, client.cx, client.cy};
+    AdjustWindowRectEx(&frame, style, FALSE, WS_EX_CONTROLPARENT);
+    window_ = CreateWindowExW(WS_EX_CONTROLPARENT, className, L"Test", style, 20, 20, frame.right - frame.left,
+                              frame.bottom - frame.top, nullptr, nullptr, windowClass.hInstance, this);
+    if (!window_) {
+        ADD_FAILURE() << "the parent window could not be made: error " << GetLastError();
+        return;
+    }
+    ShowWindow(window_, SW_SHOWNORMAL);
+    SetForegroundWindow(window_);
+    UpdateWindow(window_);
+}
+
+RecordingParent::~RecordingParent() {
+    if (window_) DestroyWindow(window_);
+}
+
+void RecordingParent::Answer(UINT message, LRESULT value) {
+    replies_[message] = [value](WPARAM, LPARAM) { return value; };
+}
+
+void RecordingParent::Answer(UINT message, Reply reply) { replies_[message] = std::move(reply); }
+
+void RecordingParent::Watch(std::initializer_list<UINT> messages) {
+    for (const UINT message : messages) {
+        watched_.insert(message);
+        ignored_.erase(message);
+    }
+}
+
+void RecordingParent::Ignore(std::initializer_list<UINT> messages) { ignored_.insert(messages); }
+
+void RecordingParent::IgnoreNotify(std::initializer_list<UINT> codes) { ignoredCodes_.insert(codes); }
+
+bool RecordingParent::IsWatched(UINT message, LPARAM lParam) const {
+    if (ignored_.contains(message)) return false;
+    if (message == WM_NOTIFY && ignoredCodes_.contains(reinterpret_cast<const NMHDR*>(lParam)->code)) return false;
+    return watched_.contains(message) || (message >= WM_USER && message < 0x8000);
+}
+
+LRESULT CALLBACK RecordingParent::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_NCCREATE) {
+        auto* self = static_cast<RecordingParent*>(reinterpret_cast<const CREATESTRUCTW*>(lParam)->lpCreateParams);
+        self->window_ = window;
+        SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(self));
+    }
+    auto* self = reinterpret_cast<RecordingParent*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+    return self ? self->Handle(message, wParam, lParam) : DefWindowProcW(window, message, wParam, lParam);
+}
+
+LRESULT RecordingParent::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
+    const HWND window = window_;
+    if (message == WM_NCDESTROY) {
+        SetWindowLongPtrW(window, GWLP_USERDATA, 0);
+        window_ = nullptr;
+    }
+    if (IsWatched(message, lParam)) record_.Add(MakeEntry(message, wParam, lParam));
+    if (const auto found = replies_.find(message); found != replies_.end()) {
+        // A copy: the reply may set another answer to the same message.
+        const Reply reply = found->second;
+        return reply(wParam, lParam);
+    }
+    return DefWindowProcW(window, message, wParam, lParam);
+}
+
+}  // namespace kx::test

@@ -1,0 +1,59 @@
+// A visible top-level window that writes down what the controls in it tell it, and answers as the test wants.
+//
+//     RecordingParent parent;
+//     parent.Answer(WM_COMMAND, 1);
+//     parent.Answer(0x0501, [&](WPARAM id, LPARAM) { parent.Record().Call("asked", id); return 42; });
+//
+// Recorded without being asked: WM_COMMAND, WM_NOTIFY, WM_HSCROLL, WM_VSCROLL, WM_DRAWITEM, WM_MEASUREITEM and every
+// message from WM_USER to 0x7FFF. A message is written down before it is answered.
+#pragma once
+
+#include <bench/record.h>
+
+#include <functional>
+#include <initializer_list>
+#include <map>
+#include <memory>
+#include <set>
+
+namespace kx::test {
+
+class RecordingParent {
+public:
+    using Reply = std::function<LRESULT(WPARAM wParam, LPARAM lParam)>;
+
+    // Messages go to a record of its own, or to one that callbacks write to as well.
+    explicit RecordingParent(SIZE client = {640, 480});
+    explicit RecordingParent(Recorder& record, SIZE client = {640, 480});
+    ~RecordingParent();
+    RecordingParent(const RecordingParent&) = delete;
+    RecordingParent& operator=(const RecordingParent&) = delete;
+
+    HWND Window() const { return window_; }
+    Recorder& Record() { return record_; }
+
+    // A message that has no answer goes to the default procedure.
+    void Answer(UINT message, LRESULT value);
+    void Answer(UINT message, Reply reply);
+
+    // More or fewer messages to record.
+    void Watch(std::initializer_list<UINT> messages);
+    void Ignore(std::initializer_list<UINT> messages);
+    void IgnoreNotify(std::initializer_list<UINT> codes);
+
+private:
+    static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+    LRESULT Handle(UINT message, WPARAM wParam, LPARAM lParam);
+    bool IsWatched(UINT message, LPARAM lParam) const;
+    void Create(SIZE client);
+
+    std::unique_ptr<Recorder> own_;
+    Recorder& record_;
+    HWND window_ = nullptr;
+    std::map<UINT, Reply> replies_;
+    std::set<UINT> watched_;
+    std::set<UINT> ignored_;
+    std::set<UINT> ignoredCodes_;
+};
+
+}  // namespace kx::test

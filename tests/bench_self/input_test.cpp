@@ -1,0 +1,113 @@
+#include <bench/bench.h>
+
+namespace {
+
+using namespace kx::test;
+
+class Input : public testing::Test {
+protected:
+    HWND Child(const wchar_t* className, DWORD style, int id, int y) {
+        const HWND child =
+            CreateWindowW(className, L"", WS_CHILD | WS_VISIBLE | style, 20, y, 200, 24, parent.Window(),
+                          reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), GetModuleHandleW(nullptr), nullptr);
+        Pump();
+        parent.Record().Clear();
+        return child;
+    }
+
+    static std::wstring TextOf(HWND window) {
+        wchar_t text[100]{};
+        GetWindowTextW(window, text, 100);
+        return text;
+    }
+
+    RecordingParent parent;
+};
+
+TEST_F(Input, ClicksReachTheButton) {
+    const HWND button = Child(L"BUTTON", BS_NOTIFY, 7, 20);
+    Click(button, 10, 10);
+    EXPECT_EQ(GetFocus(), button);
+    EXPECT_TRUE(parent.Record().Matches({Command(7, BN_SETFOCUS, button), Command(7, BN_CLICKED, button)}));
+    Click(button, 10, 10);
+    EXPECT_TRUE(parent.Record().Matches({Command(7, BN_CLICKED)})) << "two clicks are not a double click";
+    DoubleClick(button, 10, 10);
+    EXPECT_TRUE(parent.Record().Matches({Command(7, BN_CLICKED), Command(7, BN_DBLCLK)}));
+    Press(button, 10, 10);
+    MoveTo(button, 10, 100);
+    Release();
+    EXPECT_TRUE(parent.Record().Matches({})) << "released outside";
+}
+
+TEST_F(Input, MouseMessagesCarryTheirPoint) {
+    parent.Watch({WM_MOUSEMOVE, WM_LBUTTONDOWN, WM_LBUTTONUP, WM_RBUTTONDOWN, WM_RBUTTONUP, WM_MOUSEWHEEL});
+    MoveTo(parent.Window(), 300, 300);
+    parent.Record().Clear();
+    Drag(parent.Window(), {100, 50}, {130, 80}, 3);
+    EXPECT_TRUE(parent.Record().Matches({
+        Msg(WM_MOUSEMOVE, 0, MAKELPARAM(100, 50)),
+        Msg(WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(100, 50)),
+        Msg(WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(110, 60)),
+        Msg(WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(120, 70)),
+        Msg(WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(130, 80)),
+        Msg(WM_LBUTTONUP, 0, MAKELPARAM(130, 80)),
+    }));
+    Click(parent.Window(), 130, 80, Button::Right);
+    EXPECT_TRUE(parent.Record().Matches({
+        Msg(WM_MOUSEMOVE).Optional(),
+        Msg(WM_RBUTTONDOWN, MK_RBUTTON, MAKELPARAM(130, 80)),
+        Msg(WM_RBUTTONUP, 0, MAKELPARAM(130, 80)),
+    }));
+    Wheel(-120);
+    Wheel(240, MOD_SHIFT | MOD_CONTROL);
+    EXPECT_TRUE(parent.Record().Matches({
+        Msg(WM_MOUSEWHEEL, MAKEWPARAM(0, static_cast<WORD>(-120))),
+        Msg(WM_MOUSEWHEEL, MAKEWPARAM(MK_SHIFT | MK_CONTROL, 240)),
+    }));
+}
+
+TEST_F(Input, KeysAndTextReachTheFocus) {
+    const HWND edit = Child(L"EDIT", ES_AUTOHSCROLL, 8, 60);
+    Click(edit, 10, 10);
+    Type(L"12,5 \u00B5mX\b\u4E2D");
+    EXPECT_EQ(TextOf(edit), L"12,5 \u00B5m\u4E2D");
+    Key(VK_HOME);
+    Key(VK_RIGHT, MOD_SHIFT);
+    Key(VK_DELETE);
+    EXPECT_EQ(TextOf(edit), L"2,5 \u00B5m\u4E2D");
+    Key(VK_END, MOD_SHIFT | MOD_CONTROL);
+    DWORD first = 9, last = 9;
+    SendMessageW(edit, EM_GETSEL, reinterpret_cast<WPARAM>(&first), reinterpret_cast<LPARAM>(&last));
+    EXPECT_EQ(first, 0u);
+    EXPECT_EQ(last, 7u);
+    EXPECT_GE(GetKeyState(VK_SHIFT), 0) << "modifiers are let go";
+}
+
+TEST_F(Input, TabMovesOnlyWithDialogKeys) {
+    const HWND first = Child(L"BUTTON", WS_TABSTOP, 1, 20);
+    const HWND second = Child(L"BUTTON", WS_TABSTOP, 2, 60);
+    Click(first, 5, 5);
+    Key(VK_TAB);
+    EXPECT_EQ(GetFocus(), first);
+    {
+        const DialogKeys keys(parent.Window());
+        Key(VK_TAB);
+        EXPECT_EQ(GetFocus(), second);
+    }
+    Key(VK_TAB);
+    EXPECT_EQ(GetFocus(), second);
+}
+
+TEST_F(Input, TellsWhenTheMouseLeaves) {
+    parent.Watch({WM_MOUSELEAVE});
+    const HWND button = Child(L"BUTTON", 0, 1, 20);
+    MoveTo(parent.Window(), 300, 300);
+    TRACKMOUSEEVENT track{sizeof(track), TME_LEAVE, parent.Window(), 0};
+    ASSERT_TRUE(TrackMouseEvent(&track));
+    EXPECT_FALSE(PumpUntil([&] { return !parent.Record().Entries().empty(); }, std::chrono::milliseconds(60)));
+    MoveTo(button, 5, 5);
+    EXPECT_TRUE(PumpUntil([&] { return !parent.Record().Entries().empty(); }));
+    EXPECT_TRUE(parent.Record().Matches({Msg(WM_MOUSELEAVE)}));
+}
+
+}  // namespace
