@@ -22,16 +22,16 @@ void DeviceArea::Build(HWND parent) {
     // A whole template.
     m_camera.CreateFromDlg(*this, 288, 8, IDD_CAMERA, module, false);
     // Two parts of one template: each half stands where it had in the template.
-    m_transmitted.CreateFromDlgPart(*this, 0, 0, 264, 112, IDD_LAMPS, module);
-    m_reflected.CreateFromDlgPart(*this, 280, 0, 264, 112, IDD_LAMPS, module);
-    m_transmitted.MoveWindowRelative(8, 160);
-    m_reflected.MoveWindowRelative(8, 160);
+    m_transmitted.CreateFromDlgPart(*this, 0, 0, 264, 88, IDD_LAMPS, module);
+    m_reflected.CreateFromDlgPart(*this, 280, 0, 264, 88, IDD_LAMPS, module);
+    m_transmitted.MoveWindowRelative(8, 156);
+    m_reflected.MoveWindowRelative(8, 156);
     // A dialog of which one region is adopted by another container.
-    m_stand.CreateFromDlg(*this, 8, 264, IDD_STAND, module, false);
+    m_stand.CreateFromDlg(*this, 8, 248, IDD_STAND, module, false);
     m_stand.AdoptCondenser();
 
-    for (CKxDevUI_Base* panel : std::initializer_list<CKxDevUI_Base*>{&m_stage, &m_camera, &m_transmitted, &m_reflected,
-                                                                      &m_stand}) {
+    for (CKxDevUI_Base* panel :
+         std::initializer_list<CKxDevUI_Base*>{&m_stage, &m_camera, &m_transmitted, &m_reflected, &m_stand}) {
         InsertElement(panel);
     }
     // All of it was laid out in unzoomed pixels.
@@ -41,8 +41,8 @@ void DeviceArea::Build(HWND parent) {
 }
 
 CKxDevUI_Container* DeviceArea::PanelAt(POINT screen) {
-    for (CKxDevUI_Container* panel : std::initializer_list<CKxDevUI_Container*>{&m_stage, &m_camera, &m_transmitted,
-                                                                                &m_reflected, &m_stand}) {
+    for (CKxDevUI_Container* panel :
+         std::initializer_list<CKxDevUI_Container*>{&m_stage, &m_camera, &m_transmitted, &m_reflected, &m_stand}) {
         RECT rect{};
         if (GetWindowRect(*panel, &rect) && PtInRect(&rect, screen)) return panel;
     }
@@ -50,8 +50,8 @@ CKxDevUI_Container* DeviceArea::PanelAt(POINT screen) {
 }
 
 void DeviceArea::AskForSeries(HWND owner) {
-    const auto result = reinterpret_cast<INT_PTR>(
-        m_series.CreateFromDlg(owner, 0, 0, IDD_SERIES, GetModuleHandleW(nullptr), true));
+    const auto result =
+        reinterpret_cast<INT_PTR>(m_series.CreateFromDlg(owner, 0, 0, IDD_SERIES, GetModuleHandleW(nullptr), true));
     CKxStringW text;
     if (result == IDOK) {
         text.Format(100, KX_GetTranslation(L"Series of %d images every %g s planned", L"host"), m_series.Count(),

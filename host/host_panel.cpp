@@ -10,7 +10,7 @@ namespace {
 
 std::function<void(const std::wstring&)> s_statusSink;
 
-} // namespace
+}  // namespace
 
 void SetStatusSink(std::function<void(const std::wstring&)> sink) { s_statusSink = std::move(sink); }
 

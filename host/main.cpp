@@ -41,7 +41,7 @@ std::wstring TourFolder() {
     return folder;
 }
 
-} // namespace
+}  // namespace
 
 int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, wchar_t*, int) {
     const INITCOMMONCONTROLSEX classes{sizeof classes, ICC_WIN95_CLASSES};

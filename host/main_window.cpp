@@ -23,11 +23,11 @@ struct Language {
     const wchar_t* name;
 };
 constexpr std::array kLanguages{
-    Language{MAKELANGID(LANG_ENGLISH, SUBLANG_ENGLISH_US),    L"English" },
-    Language{MAKELANGID(LANG_GERMAN, SUBLANG_GERMAN),         L"Deutsch" },
-    Language{MAKELANGID(LANG_FRENCH, SUBLANG_FRENCH),         L"Français"},
-    Language{MAKELANGID(LANG_SPANISH, SUBLANG_SPANISH_MODERN), L"Español" },
-    Language{MAKELANGID(LANG_JAPANESE, SUBLANG_JAPANESE_JAPAN), L"日本語"  },
+    Language{MAKELANGID(LANG_ENGLISH, SUBLANG_ENGLISH_US), L"English"},
+    Language{MAKELANGID(LANG_GERMAN, SUBLANG_GERMAN), L"Deutsch"},
+    Language{MAKELANGID(LANG_FRENCH, SUBLANG_FRENCH), L"Français"},
+    Language{MAKELANGID(LANG_SPANISH, SUBLANG_SPANISH_MODERN), L"Español"},
+    Language{MAKELANGID(LANG_JAPANESE, SUBLANG_JAPANESE_JAPAN), L"日本語"},
 };
 
 constexpr std::array kZooms{100, 125, 150, 200};
@@ -40,7 +40,7 @@ void AppendPopup(HMENU menu, HMENU popup, const wchar_t* text) {
     AppendMenuW(menu, MF_POPUP, reinterpret_cast<UINT_PTR>(popup), text);
 }
 
-} // namespace
+}  // namespace
 
 bool MainWindow::Create(HINSTANCE instance) {
     WNDCLASSEXW description{};
@@ -51,8 +51,8 @@ bool MainWindow::Create(HINSTANCE instance) {
     description.hCursor = LoadCursorW(nullptr, IDC_ARROW);
     description.lpszClassName = L"KxDevHost";
     if (!RegisterClassExW(&description)) return false;
-    m_window = CreateWindowExW(0, description.lpszClassName, nullptr,
-                               WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, 20, 10, 600, 640, nullptr, nullptr, instance, this);
+    m_window = CreateWindowExW(0, description.lpszClassName, nullptr, WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, 20, 10,
+                               600, 640, nullptr, nullptr, instance, this);
     if (!m_window) return false;
     m_list = Log().Create(m_window, kLogId);
     m_status = CreateWindowExW(0, L"STATIC", nullptr, WS_CHILD | WS_VISIBLE | SS_SUNKEN | SS_CENTERIMAGE, 0, 0, 0, 0,
@@ -77,8 +77,8 @@ void MainWindow::BuildDevices() {
 }
 
 void MainWindow::BuildMenu() {
-    const HMENU menu = CreateMenu(), devices = CreatePopupMenu(), zoom = CreatePopupMenu(), language = CreatePopupMenu(),
-                scheme = CreatePopupMenu();
+    const HMENU menu = CreateMenu(), devices = CreatePopupMenu(), zoom = CreatePopupMenu(),
+                language = CreatePopupMenu(), scheme = CreatePopupMenu();
     Append(devices, cmdSeries, Text(L"Time series..."), false);
     Append(devices, cmdEnabled, Text(L"Enabled"), m_enabled);
     Append(devices, cmdExit, Text(L"Exit"), false);
@@ -132,9 +132,7 @@ void MainWindow::Restyle() {
     }
 }
 
-void MainWindow::Say(const std::wstring& text) {
-    SetWindowTextW(m_status, (L" " + text).c_str());
-}
+void MainWindow::Say(const std::wstring& text) { SetWindowTextW(m_status, (L" " + text).c_str()); }
 
 // ---- Messages ------------------------------------------------------------------------------------------------------
 

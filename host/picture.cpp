@@ -38,12 +38,14 @@ kx::ui::Bitmap CopyScreen(const RECT& area) {
     return bitmap;
 }
 
-} // namespace
+}  // namespace
 
 bool SavePicture(HWND window, const std::wstring& path) {
     static const GdiPlus gdiPlus;
-    RECT area{};
-    if (!GetWindowRect(window, &area)) return false;
+    RECT area{}, own{}, active{};
+    if (!GetWindowRect(window, &own)) return false;
+    GetWindowRect(GetActiveWindow(), &active);
+    UnionRect(&area, &own, &active);
     const kx::ui::Bitmap bitmap = CopyScreen(area);
     Gdiplus::Bitmap picture(bitmap.get(), nullptr);
     return picture.Save(path.c_str(), &kPngEncoder, nullptr) == Gdiplus::Ok;

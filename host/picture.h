@@ -5,5 +5,6 @@
 
 #include <string>
 
-// Writes what the screen shows where `window` is, frame included, as a PNG file. False when the file cannot be written.
+// Writes what the screen shows where `window` and the active window are, frames included, as a PNG file. False when the
+// file cannot be written.
 bool SavePicture(HWND window, const std::wstring& path);

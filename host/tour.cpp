@@ -12,6 +12,7 @@ namespace {
 // One tour a process; the timer procedure has no parameter for it.
 Tour* s_tour = nullptr;
 constexpr UINT kStepMilliseconds = 40;
+constexpr int kMostTicks = 100;
 
 void SendMouse(POINT screen, DWORD flags, int data = 0) {
     INPUT input{};
@@ -41,7 +42,7 @@ POINT PointIn(HWND window, int percentAcross) {
 
 HWND ActiveDialog() { return GetActiveWindow(); }
 
-} // namespace
+}  // namespace
 
 // ---- Running -------------------------------------------------------------------------------------------------------
 
@@ -62,7 +63,25 @@ void CALLBACK Tour::OnTimer(HWND, UINT, UINT_PTR timer, DWORD) {
 void Tour::TakeStep() {
     // Counted first: a step may open a modal loop and stay inside while the next ones are taken.
     const auto step = m_steps[m_next++];
-    step();
+    if (step()) {
+        m_waited = 0;
+    } else if (++m_waited < kMostTicks) {
+        --m_next;
+    } else {
+        m_waited = 0;
+        Fail(L"what it waits for does not come");
+    }
+}
+
+void Tour::Do(std::function<void()> step) {
+    m_steps.push_back([step = std::move(step)] {
+        step();
+        return true;
+    });
+}
+
+void Tour::Await(Find target) {
+    m_steps.push_back([target] { return IsWindowVisible(target()) != FALSE; });
 }
 
 void Tour::Fail(const wchar_t* what) {
@@ -73,11 +92,8 @@ void Tour::Fail(const wchar_t* what) {
 // ---- Steps ---------------------------------------------------------------------------------------------------------
 
 void Tour::MoveTo(Find target) {
-    Do([this, target] {
-        const HWND window = target();
-        if (!IsWindowVisible(window)) return Fail(L"nothing to point at");
-        SendMouse(PointIn(window, 50), MOUSEEVENTF_MOVE);
-    });
+    Await(target);
+    Do([target] { SendMouse(PointIn(target(), 50), MOUSEEVENTF_MOVE); });
 }
 
 void Tour::Click(Find target) {
@@ -91,6 +107,7 @@ void Tour::Click(Find target) {
 }
 
 void Tour::Drag(Find target, int fromPercent, int toPercent) {
+    Await(target);
     Do([target, fromPercent] { SendMouse(PointIn(target(), fromPercent), MOUSEEVENTF_MOVE); });
     Do([target, fromPercent] { SendMouse(PointIn(target(), fromPercent), MOUSEEVENTF_LEFTDOWN); });
     for (int i = 1; i <= 4; ++i) {
@@ -198,8 +215,10 @@ void Tour::PlanDialog() {
     Click(inDialog(IDC_SERIES_INTERVAL));
     Type(L"x");
     Key(VK_RETURN);
+    Await([] { return GetDlgItem(ActiveDialog(), IDC_SERIES_COUNT) ? HWND{} : ActiveDialog(); });
     Picture(L"06-series-refused");
     Key(VK_RETURN);
+    Await(inDialog(IDC_SERIES_COUNT));
     Key(VK_ESCAPE);
 }
 
@@ -215,7 +234,9 @@ void Tour::PlanLooks() {
     const struct {
         int language;
         const wchar_t* name;
-    } languages[] = {{LANG_GERMAN, L"11-german"}, {LANG_FRENCH, L"12-french"}, {LANG_SPANISH, L"13-spanish"},
+    } languages[] = {{LANG_GERMAN, L"11-german"},
+                     {LANG_FRENCH, L"12-french"},
+                     {LANG_SPANISH, L"13-spanish"},
                      {LANG_JAPANESE, L"14-japanese"}};
     for (const auto& each : languages) {
         Menu(MainWindow::cmdLanguage + each.language);

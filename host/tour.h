@@ -29,7 +29,9 @@ private:
     void PlanLooks();
     void TakeStep();
 
-    void Do(std::function<void()> step) { m_steps.push_back(std::move(step)); }
+    void Do(std::function<void()> step);
+    // Waits until the target can be seen.
+    void Await(Find target);
     void MoveTo(Find target);
     void Click(Find target);
     void Drag(Find target, int fromPercent, int toPercent);
@@ -42,7 +44,9 @@ private:
 
     MainWindow& m_window;
     std::wstring m_folder;
-    std::vector<std::function<void()>> m_steps;
+    // A step that answers false is taken again at the next tick.
+    std::vector<std::function<bool()>> m_steps;
     std::size_t m_next = 0;
+    int m_waited = 0;  // ticks for the same step
     bool m_failed = false;
 };

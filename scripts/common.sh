@@ -59,7 +59,11 @@ use_wine() {
   use_display
   if [ ! -f "$WINEPREFIX/ready" ]; then
     say "Making the Wine prefix"
-    mkdir -p "$WINEPREFIX"
+    # Debian's Wine does not look where Debian's package of its fonts puts them. The bold dialog face stays out: its larger
+    # sizes are not bold, and it has no link to the Japanese characters; made from the normal face, bold type has both.
+    mkdir -p "$WINEPREFIX/drive_c/windows/Fonts"
+    ln -sf /usr/share/wine/fonts/*.ttf "$WINEPREFIX/drive_c/windows/Fonts/"
+    rm "$WINEPREFIX/drive_c/windows/Fonts/tahomabd.ttf"
     "$KX_WINE" wineboot -i >"$WINEPREFIX/wineboot.log" 2>&1 || { cat "$WINEPREFIX/wineboot.log" >&2; die "wineboot failed"; }
     "$KX_WINE" reg add 'HKCU\Software\Wine\Explorer' /v Desktop /d Default /f >/dev/null 2>&1
     "$KX_WINE" reg add 'HKCU\Software\Wine\Explorer\Desktops' /v Default /d 1280x1024 /f >/dev/null 2>&1

@@ -11,7 +11,7 @@ namespace {
 
 CKxStringW Text(const wchar_t* english) { return KX_GetTranslation(english, L"host"); }
 
-} // namespace
+}  // namespace
 
 // ---- Camera --------------------------------------------------------------------------------------------------------
 

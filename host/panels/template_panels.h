@@ -1,5 +1,5 @@
-// The panels that come from dialog templates: a whole one, two parts of one, the adopted region of a dialog, and a modal
-// one.
+// The panels that come from dialog templates: a whole one, two parts of one, the adopted region of a dialog, and a
+// modal one.
 #pragma once
 
 #include "../host_panel.h"
@@ -17,7 +17,8 @@ protected:
 // One of the two parts of the lamps' template.
 class LampPanel : public HostPanel {
 public:
-    LampPanel(const wchar_t* name, int switchId, int levelId) : HostPanel(name), m_switchId(switchId), m_levelId(levelId) {}
+    LampPanel(const wchar_t* name, int switchId, int levelId)
+        : HostPanel(name), m_switchId(switchId), m_levelId(levelId) {}
     void ShowState();
 
 protected:

@@ -51,7 +51,7 @@ void BoldifyCaption(HWND label) {
     }
 }
 
-} // namespace
+}  // namespace
 
 RECT RectInParent(HWND window) {
     RECT rect{};
@@ -66,7 +66,8 @@ long GetWndY(HWND window) { return RectInParent(window).top; }
 
 void BoldifyCaptions(HWND window) {
     if (!IsWindow(window)) return;
-    for (HWND child = GetWindow(window, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) BoldifyCaption(child);
+    for (HWND child = GetWindow(window, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT))
+        BoldifyCaption(child);
 }
 
 long FindNearestValue(double value, const double* values, long count) {
@@ -90,7 +91,8 @@ bool GetWndInt(HWND edit, int& value) {
     errno = 0;
     const long number = std::wcstol(text.data(), &end, 10);
     const bool any = end != text.data();
-    while (std::iswspace(static_cast<wint_t>(*end))) ++end;
+    while (std::iswspace(static_cast<wint_t>(*end)))
+        ++end;
     if (!any || *end != L'\0' || errno == ERANGE || number < INT_MIN || number > INT_MAX) return false;
     value = static_cast<int>(number);
     return true;

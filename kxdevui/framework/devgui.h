@@ -12,9 +12,9 @@ KXDEVUI_API long GetWndX(HWND window);
 KXDEVUI_API long GetWndY(HWND window);
 
 // Sets a panel's caption labels in bold type. A template marks a caption by giving a "Static" the extended style
-// WS_EX_TRANSPARENT: such a child with a text of fewer than 254 characters gets the bold GUI font and, in place, the size of
-// its text plus 5 pixels in width. Any other sunken "Static" less than 4 pixels high is a separator line and gets
-// WS_CLIPSIBLINGS. Only direct children count.
+// WS_EX_TRANSPARENT: such a child with a text of fewer than 254 characters gets the bold GUI font and, in place, the
+// size of its text plus 5 pixels in width. Any other sunken "Static" less than 4 pixels high is a separator line and
+// gets WS_CLIPSIBLINGS. Only direct children count.
 KXDEVUI_API void BoldifyCaptions(HWND window);
 
 // The index of the value nearest to `value`; of two equally near the later one. -1 for a null pointer or no values; the

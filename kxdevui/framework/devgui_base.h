@@ -30,8 +30,8 @@ public:
     // Never destroys the window; one that is still bound to this object is cut loose from it.
     virtual ~CKxDevUI_Base();
 
-    // Makes the control's window at (x, y) in the parent's client area, cx by cy pixels; returns it, or null on failure.
-    // What a negative size and the two flags mean is told by each control.
+    // Makes the control's window at (x, y) in the parent's client area, cx by cy pixels; returns it, or null on
+    // failure. What a negative size and the two flags mean is told by each control.
     virtual HWND Create(HWND parent, long x, long y, long cx, long cy, bool visible, bool enabled) = 0;
 
     // The logical enabled state. Here SetEnabled only stores it; controls pass it on to their windows.

@@ -36,7 +36,7 @@ struct Waiting {
 };
 thread_local Waiting* Waiting::s_innermost = nullptr;
 
-} // namespace
+}  // namespace
 
 ATOM CKxDevUI_Container::m_Atom = 0;
 
@@ -184,7 +184,8 @@ void CKxDevUI_Container::Destroy() {
     const Alive alive(this);
     if (const HWND window = m_hWnd) {
         const kx::ui::Closing closing(window);
-        for (const HWND each : std::list<HWND>(m_windows)) DestroyWindow(each);
+        for (const HWND each : std::list<HWND>(m_windows))
+            DestroyWindow(each);
         DestroyWindow(window);
         Waiting::Wake(window);
         // A dialog's OnDestroy has run.
@@ -211,7 +212,8 @@ void CKxDevUI_Container::SetEnabled(bool enable) {
     // Copies, because what is enabled may insert, remove or destroy.
     const HWND window = m_hWnd;
     const auto elements = m_elements;
-    for (const HWND each : std::list<HWND>(m_windows)) EnableWindow(each, enable);
+    for (const HWND each : std::list<HWND>(m_windows))
+        EnableWindow(each, enable);
     for (const Element& element : elements) {
         if (alive && element.alive) element.object->SetEnabled(enable);
     }
@@ -268,7 +270,7 @@ namespace {
 // A handler's 0 means that the default procedure is to have the message.
 kx::ui::Handled UnlessZero(LRESULT result) { return result != 0 ? kx::ui::Handled(result) : std::nullopt; }
 
-} // namespace
+}  // namespace
 
 kx::ui::Handled CKxDevUI_Container::Handle(const kx::ui::Message& message) {
     const auto [window, id, wParam, lParam] = message;

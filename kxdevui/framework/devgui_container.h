@@ -35,20 +35,22 @@ public:
 
     // ---- Creation: each returns the container's window, or null on failure ----
 
-    // An empty container at (x, y) in the parent's client area. A negative cx or cy keeps the nominal size. The two flags
-    // are ignored: SetVisible and SetEnabled decide.
+    // An empty container at (x, y) in the parent's client area. A negative cx or cy keeps the nominal size. The two
+    // flags are ignored: SetVisible and SetEnabled decide.
     HWND Create(HWND parent, long x, long y, long cx, long cy, bool, bool) override;
 
     // The dialog template `templateName` of `module`, in the language of the user interface or, where that is missing,
     // the fallback language. Modeless: the container takes all its controls, keeps the size of the template and moves
     // to (x, y), -1 keeping a coordinate. Modal: runs the dialog and returns the number that ended it (Quit), or null
-    // when it could not be shown. Clears the forward flag: a dialog handles its own commands, unless Init(true) follows.
+    // when it could not be shown. Clears the forward flag: a dialog handles its own commands, unless Init(true)
+    // follows.
     HWND CreateFromDlg(HWND parent, long x, long y, const wchar_t* templateName, HINSTANCE module, bool modal);
 
     // The controls of the template that meet the area (x, y, cx, cy) of its client area, in pixels. The container
     // stands at the same place in the parent, so that one template can hold the layouts of several panels. Controls
     // wholly outside the area are destroyed.
-    HWND CreateFromDlgPart(HWND parent, long x, long y, long cx, long cy, const wchar_t* templateName, HINSTANCE module);
+    HWND CreateFromDlgPart(HWND parent, long x, long y, long cx, long cy, const wchar_t* templateName,
+                           HINSTANCE module);
     HWND CreateFromDlgPart(HWND parent, RECT* area, const wchar_t* templateName, HINSTANCE module);
     // The area and the place in the tab order are those of another container in the same parent.
     HWND CreateFromDlgPart(HWND parent, CKxDevUI_Container* placeholder, const wchar_t* templateName, HINSTANCE module);
@@ -102,8 +104,8 @@ public:
     // when there is no window.
     void WaitForDialog();
 
-    // Destroys the inserted windows and the container's own, and forgets the elements, whose windows went with it. While
-    // that goes on, neither the container nor its elements hear of anything but their end.
+    // Destroys the inserted windows and the container's own, and forgets the elements, whose windows went with it.
+    // While that goes on, neither the container nor its elements hear of anything but their end.
     void Destroy();
 
     // Sets the caption labels in bold type, see BoldifyCaptions in devgui.h.
@@ -111,8 +113,8 @@ public:
 
     // ---- Operations of the base ----
 
-    // Passes the state to the inserted windows and elements when it differs from the one held. The container's own window
-    // is enabled but never disabled, so that it keeps receiving messages.
+    // Passes the state to the inserted windows and elements when it differs from the one held. The container's own
+    // window is enabled but never disabled, so that it keeps receiving messages.
     void SetEnabled(bool enable) override;
     // The caption of a modal dialog. The title is stored only when m_storeTitle is set.
     void SetTitle(const wchar_t* title) override;
@@ -126,8 +128,8 @@ protected:
     virtual LRESULT OnInit(UINT message, WPARAM wParam, LPARAM lParam);
     // Dialogs only. Results 1 and 0.
     virtual LRESULT OnDestroy(UINT message, WPARAM wParam, LPARAM lParam);
-    // These four are sent on to the parent while the forward flag is set and give its answer, 0 otherwise. A result of 0
-    // lets the default procedure have the message.
+    // These four are sent on to the parent while the forward flag is set and give its answer, 0 otherwise. A result of
+    // 0 lets the default procedure have the message.
     virtual LRESULT OnCommand(UINT message, WPARAM wParam, LPARAM lParam);
     virtual LRESULT OnNotify(UINT message, WPARAM wParam, LPARAM lParam);
     virtual LRESULT OnScroll(UINT message, WPARAM wParam, LPARAM lParam, bool horizontal);

@@ -41,11 +41,12 @@ void MoveBack(HWND child, long x, long y) {
 // The ids follow as int; the platform's va_list may be an array, which no lambda could take by value.
 std::vector<int> ReadIds(int count, va_list ids) {
     std::vector<int> result;
-    for (int i = 0; i < count; ++i) result.push_back(va_arg(ids, int));
+    for (int i = 0; i < count; ++i)
+        result.push_back(va_arg(ids, int));
     return result;
 }
 
-} // namespace
+}  // namespace
 
 const DLGTEMPLATE* CKxDevUI_Container::GetDlgTemplate(const wchar_t* templateName, HINSTANCE module) {
     return kx::ui::FindDialogTemplate(templateName, module);
@@ -96,8 +97,9 @@ HWND CKxDevUI_Container::CreateFromDlgPart(HWND parent, long x, long y, long cx,
     if (dialog.empty()) return nullptr;
 
     const Alive alive(this);
-    const HWND window = CreateDialogIndirectParamW(module, reinterpret_cast<const DLGTEMPLATE*>(dialog.data()), parent,
-                                                   DlgProc, reinterpret_cast<LPARAM>(static_cast<CKxDevUI_Base*>(this)));
+    const HWND window =
+        CreateDialogIndirectParamW(module, reinterpret_cast<const DLGTEMPLATE*>(dialog.data()), parent, DlgProc,
+                                   reinterpret_cast<LPARAM>(static_cast<CKxDevUI_Base*>(this)));
     if (!window || !alive || m_hWnd != window) return nullptr;
     SetWindowLongPtrW(window, GWLP_ID, m_id);
     SetWindowLongW(window, GWL_EXSTYLE, 0);
@@ -148,10 +150,11 @@ void CKxDevUI_Container::InsertDialog(long, long, const wchar_t* templateName, H
     const auto dialog = kx::ui::CopyTemplateAsHiddenChild(templateName, module);
     if (dialog.empty()) return;
     // No object belongs to this dialog, so WndProc gives every message to the default procedure.
-    const HWND temporary = CreateDialogIndirectParamW(module, reinterpret_cast<const DLGTEMPLATE*>(dialog.data()),
-                                                      m_hWnd, WndProc, 0);
+    const HWND temporary =
+        CreateDialogIndirectParamW(module, reinterpret_cast<const DLGTEMPLATE*>(dialog.data()), m_hWnd, WndProc, 0);
     if (!temporary) return;
-    for (const HWND child : ChildrenOf(temporary)) InsertWindow(child);
+    for (const HWND child : ChildrenOf(temporary))
+        InsertWindow(child);
     // Closing destroys it already, unless the class of the template's dialog minds.
     SendMessageW(temporary, WM_CLOSE, 0, 0);
     if (IsWindow(temporary)) DestroyWindow(temporary);
@@ -217,8 +220,7 @@ HWND CKxDevUI_Container::CreateFromParent(HWND parentDialog, long x, long y, lon
     return window;
 }
 
-HWND CKxDevUI_Container::CreateFromParent(HWND parentDialog, long x, long y, long cx, long cy, int count,
-                                          va_list ids) {
+HWND CKxDevUI_Container::CreateFromParent(HWND parentDialog, long x, long y, long cx, long cy, int count, va_list ids) {
     const auto wanted = ReadIds(count, ids);
     if (!BeginAdoption(parentDialog, x, y, cx, cy)) return nullptr;
     for (const int id : wanted) {

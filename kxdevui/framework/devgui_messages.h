@@ -21,4 +21,4 @@ inline constexpr int kTagWord = 0;
 inline constexpr int kObjectWord = 8;
 inline constexpr LONG_PTR kWindowTag = 5015;
 
-} // namespace kx::ui
+}  // namespace kx::ui

@@ -1,8 +1,8 @@
 // kxdevui: Win32 controls for device panels.
 //
-// A host creates a control object, which it owns, calls Create on it with a parent window and a rectangle, fills it with
-// device state, and overrides the protected virtual callbacks through which the control asks for changes. The library
-// never deletes a control object and never moves a device.
+// A host creates a control object, which it owns, calls Create on it with a parent window and a rectangle, fills it
+// with device state, and overrides the protected virtual callbacks through which the control asks for changes. The
+// library never deletes a control object and never moves a device.
 //
 // Everything happens on the thread that made the windows; the library starts no thread and takes no lock. No exception
 // leaves it: one thrown by a host's callback out of a window message is logged, and the platform's default handling

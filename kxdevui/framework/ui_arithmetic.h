@@ -10,7 +10,8 @@ namespace kx::ui {
 
 constexpr long Sum(long a, long b) {
     const long long sum = static_cast<long long>(a) + b;
-    return static_cast<long>(std::clamp<long long>(sum, std::numeric_limits<long>::min(), std::numeric_limits<long>::max()));
+    return static_cast<long>(
+        std::clamp<long long>(sum, std::numeric_limits<long>::min(), std::numeric_limits<long>::max()));
 }
 
 constexpr long Difference(long a, long b) {
@@ -21,4 +22,4 @@ constexpr long Difference(long a, long b) {
 
 constexpr RECT RectAt(long x, long y, long cx, long cy) { return {x, y, Sum(x, cx), Sum(y, cy)}; }
 
-} // namespace kx::ui
+}  // namespace kx::ui

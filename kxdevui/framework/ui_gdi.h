@@ -12,7 +12,8 @@ namespace kx::ui {
 struct GdiDeleter {
     void operator()(void* object) const noexcept { DeleteObject(object); }
 };
-template <class Handle> using GdiPtr = std::unique_ptr<std::remove_pointer_t<Handle>, GdiDeleter>;
+template <class Handle>
+using GdiPtr = std::unique_ptr<std::remove_pointer_t<Handle>, GdiDeleter>;
 using Bitmap = GdiPtr<HBITMAP>;
 using Brush = GdiPtr<HBRUSH>;
 using Pen = GdiPtr<HPEN>;
@@ -66,4 +67,4 @@ private:
     int m_state;
 };
 
-} // namespace kx::ui
+}  // namespace kx::ui

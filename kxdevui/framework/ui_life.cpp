@@ -12,7 +12,7 @@ std::unordered_map<const void*, unsigned long long>& Objects() {
     return *objects;
 }
 
-} // namespace
+}  // namespace
 
 void Life::Begin(const void* object) {
     static unsigned long long serial = 0;
@@ -28,4 +28,4 @@ unsigned long long Life::SerialOf(const void* object) noexcept {
     return found == Objects().end() ? 0 : found->second;
 }
 
-} // namespace kx::ui
+}  // namespace kx::ui

@@ -34,4 +34,4 @@ private:
     unsigned long long m_serial;
 };
 
-} // namespace kx::ui
+}  // namespace kx::ui

@@ -17,7 +17,8 @@ std::unordered_map<HWND, std::shared_ptr<WindowState>>& States() {
 // The DC that a message paints to, and the end of painting if it was begun here.
 class PaintTarget {
 public:
-    explicit PaintTarget(const Message& message) : m_window(message.window), m_dc(reinterpret_cast<HDC>(message.wParam)) {
+    explicit PaintTarget(const Message& message)
+        : m_window(message.window), m_dc(reinterpret_cast<HDC>(message.wParam)) {
         if (!m_dc) m_dc = BeginPaint(m_window, &m_paint);
     }
     ~PaintTarget() {
@@ -47,7 +48,7 @@ void PaintChildren(HWND window, HDC target, const RECT& client) {
     }
 }
 
-} // namespace
+}  // namespace
 
 HDC BackBuffer::Acquire(HDC reference, SIZE size) noexcept {
     if (m_bitmap && size.cx <= m_size.cx && size.cy <= m_size.cy) return m_dc.get();
@@ -113,4 +114,4 @@ void PaintItem(HWND owner, const DRAWITEMSTRUCT& item, HBRUSH background, DrawRe
     if (buffer) BitBlt(item.hDC, place.left, place.top, area.right, area.bottom, buffer, 0, 0, SRCCOPY);
 }
 
-} // namespace kx::ui
+}  // namespace kx::ui

@@ -28,10 +28,10 @@ private:
 // What a window owns. It is made when first asked for and freed with the window; whoever paints holds on to it, because
 // a child's painting may run code that destroys the window.
 struct WindowState {
-    BackBuffer client;          // of the whole client area
-    BackBuffer item;            // of the largest owner-drawn item
-    bool hovered = false;       // a leave notice has been asked for
-    WNDPROC previous = nullptr; // of a subclassed child
+    BackBuffer client;           // of the whole client area
+    BackBuffer item;             // of the largest owner-drawn item
+    bool hovered = false;        // a leave notice has been asked for
+    WNDPROC previous = nullptr;  // of a subclassed child
 };
 KXDEVUI_API std::shared_ptr<WindowState> StateOf(HWND window);
 // The same for a window that may have none yet; null then.
@@ -41,11 +41,13 @@ KXDEVUI_API void DropState(HWND window) noexcept;
 // A reference to a drawing function, for the length of a call.
 class DrawRef {
 public:
-    template <class Draw> DrawRef(const Draw& draw) noexcept : m_draw(&draw), m_call(&Call<Draw>) {}
+    template <class Draw>
+    DrawRef(const Draw& draw) noexcept : m_draw(&draw), m_call(&Call<Draw>) {}
     void operator()(HDC dc, const RECT& area) const { m_call(m_draw, dc, area); }
 
 private:
-    template <class Draw> static void Call(const void* draw, HDC dc, const RECT& area) {
+    template <class Draw>
+    static void Call(const void* draw, HDC dc, const RECT& area) {
         (*static_cast<const Draw*>(draw))(dc, area);
     }
     const void* m_draw;
@@ -65,4 +67,4 @@ KXDEVUI_API LRESULT Paint(const Message& message, PaintMode mode, HBRUSH backgro
 // The same for an owner-drawn item of the control `owner`; `draw` gets the item's rectangle moved to (0, 0).
 KXDEVUI_API void PaintItem(HWND owner, const DRAWITEMSTRUCT& item, HBRUSH background, DrawRef draw);
 
-} // namespace kx::ui
+}  // namespace kx::ui

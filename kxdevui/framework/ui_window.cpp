@@ -14,7 +14,7 @@ thread_local Closing* s_closing = nullptr;
 
 bool IsSelfOrBelow(HWND window, HWND root) { return window == root || IsChild(root, window); }
 
-} // namespace
+}  // namespace
 
 HINSTANCE ModuleOf(WNDPROC procedure) noexcept {
     HINSTANCE module = nullptr;
@@ -108,8 +108,7 @@ bool Subclass(HWND child, WNDPROC procedure, void* object) {
 LRESULT CallPrevious(const Message& message) noexcept {
     const auto state = FindState(message.window);
     if (!state || !state->previous || !IsWindow(message.window)) return 0;
-    const LRESULT result =
-        CallWindowProcW(state->previous, message.window, message.id, message.wParam, message.lParam);
+    const LRESULT result = CallWindowProcW(state->previous, message.window, message.id, message.wParam, message.lParam);
     if (message.id == WM_NCDESTROY) DropState(message.window);
     return result;
 }
@@ -143,4 +142,4 @@ bool TrackHover(const Message& message) {
     return state->hovered;
 }
 
-} // namespace kx::ui
+}  // namespace kx::ui

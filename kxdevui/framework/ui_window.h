@@ -47,8 +47,8 @@ struct ClassSpec {
     WNDPROC procedure;
 };
 
-// The module that holds a window procedure. A class belongs to the module that it was registered for, and a window of it
-// is made in the name of that module.
+// The module that holds a window procedure. A class belongs to the module that it was registered for, and a window of
+// it is made in the name of that module.
 KXDEVUI_API HINSTANCE ModuleOf(WNDPROC procedure) noexcept;
 
 // Registers the class once, with the arrow cursor and for the module that holds the procedure, and keeps its atom. A
@@ -76,14 +76,17 @@ public:
 };
 
 // Pointers stored with windows are pointers to the root of the object, which is what Life knows.
-template <class T> using RootOf = std::conditional_t<std::is_base_of_v<CKxDevUI_Base, T>, CKxDevUI_Base, T>;
+template <class T>
+using RootOf = std::conditional_t<std::is_base_of_v<CKxDevUI_Base, T>, CKxDevUI_Base, T>;
 
-template <class T> T* LivingObject(void* stored) noexcept {
+template <class T>
+T* LivingObject(void* stored) noexcept {
     return Life::IsAlive(stored) ? static_cast<T*>(static_cast<RootOf<T>*>(stored)) : nullptr;
 }
 
 // The object in the window's user data.
-template <class T> struct ByUserData {
+template <class T>
+struct ByUserData {
     static T* Find(HWND window) noexcept {
         return LivingObject<T>(reinterpret_cast<void*>(GetWindowLongPtrW(window, GWLP_USERDATA)));
     }
@@ -94,11 +97,12 @@ template <class T> struct ByUserData {
 };
 
 // The object in the class's map of instances.
-template <class T, std::map<HWND, T*>& Instances> struct ByInstances {
+template <class T, std::map<HWND, T*>& Instances>
+struct ByInstances {
     static T* Find(HWND window) noexcept {
         const auto found = Instances.find(window);
         return found != Instances.end() && Life::IsAlive(static_cast<RootOf<T>*>(found->second)) ? found->second
-                                                                                               : nullptr;
+                                                                                                 : nullptr;
     }
     static void Bind(HWND window, T* object) { Instances[window] = object; }
     static void Unbind(HWND window) noexcept { Instances.erase(window); }
@@ -130,13 +134,15 @@ private:
 enum class Unbound { Default, Zero, One };
 
 // Calls a handler; an exception is logged and counts as "not handled".
-template <class Call> Handled Guarded(Call&& call) noexcept;
+template <class Call>
+Handled Guarded(Call&& call) noexcept;
 
 KXDEVUI_API void LogEscapedException() noexcept;
 // Frees what belongs to the window (ui_paint.h) and takes its handle from the object if that still lives.
 KXDEVUI_API void WindowGone(HWND window, void* object, const Alive& alive, bool isControl) noexcept;
 
-template <class Call> Handled Guarded(Call&& call) noexcept {
+template <class Call>
+Handled Guarded(Call&& call) noexcept {
     try {
         return call();
     } catch (...) {
@@ -184,7 +190,8 @@ LRESULT Entry(const Message& message) noexcept {
 
 // The dialog procedure of a control made from a template, bound to the parameter of WM_INITDIALOG. Not handled is 0,
 // which leaves the message to the dialog manager.
-template <class T, Handled (T::*Handle)(const Message&)> INT_PTR DialogEntry(const Message& message) noexcept {
+template <class T, Handled (T::*Handle)(const Message&)>
+INT_PTR DialogEntry(const Message& message) noexcept {
     using Lookup = ByUserData<T>;
     if (message.id == WM_INITDIALOG) {
         if (T* object = LivingObject<T>(reinterpret_cast<void*>(message.lParam))) Lookup::Bind(message.window, object);
@@ -202,7 +209,8 @@ KXDEVUI_API LRESULT CallPrevious(const Message& message) noexcept;
 
 // The window procedure of a subclassed child. Not handled goes on to the previous procedure, if the child still lives;
 // without an object the previous procedure answers alone.
-template <class T, Handled (T::*Handle)(const Message&)> LRESULT SubclassEntry(const Message& message) noexcept {
+template <class T, Handled (T::*Handle)(const Message&)>
+LRESULT SubclassEntry(const Message& message) noexcept {
     T* object = ByUserData<T>::Find(message.window);
     Handled result;
     if (object && !Closing::Silences(message)) result = Guarded([&] { return (object->*Handle)(message); });
@@ -227,15 +235,17 @@ KXDEVUI_API void ApplyZoom(HWND window);
 KXDEVUI_API bool TrackHover(const Message& message);
 
 // The contents of WM_KX_UPDATE_DEVICE_BAND with N flags. Empty when the message carries no flags.
-template <std::size_t N> struct DeviceBand {
+template <std::size_t N>
+struct DeviceBand {
     unsigned device;
     std::array<bool, N> flags;
 };
-template <std::size_t N> std::optional<DeviceBand<N>> ReadDeviceBand(const Message& message) noexcept {
+template <std::size_t N>
+std::optional<DeviceBand<N>> ReadDeviceBand(const Message& message) noexcept {
     if (message.lParam == 0) return std::nullopt;
     DeviceBand<N> band{static_cast<unsigned>(message.wParam), {}};
     std::copy_n(reinterpret_cast<const bool*>(message.lParam), N, band.flags.begin());
     return band;
 }
 
-} // namespace kx::ui
+}  // namespace kx::ui

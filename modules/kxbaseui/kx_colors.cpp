@@ -118,7 +118,7 @@ const Palette* CurrentPalette() {
 
 bool IsColorIndex(int index) { return index >= 0 && index < kColorCount; }
 
-} // namespace
+}  // namespace
 
 COLORREF KX_GetSysColor(int index) {
     if (!IsColorIndex(index)) return 0;

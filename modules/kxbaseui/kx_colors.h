@@ -9,7 +9,7 @@
 #include <kxbaseui/kxbaseui_api.h>
 
 enum EKxColorScheme {
-    eKxColorScheme_System = 0,        // whatever the system shows, followed when it changes
+    eKxColorScheme_System = 0,  // whatever the system shows, followed when it changes
     eKxColorScheme_Light = 1,
     eKxColorScheme_Dark = 2,
     eKxColorScheme_HighContrast = 3,  // white and yellow on black

@@ -65,7 +65,7 @@ HFONT DefaultFont(double zoom, LONG weight) {
     return FindOrMake(description, kDefaultHeight, UsableZoom(zoom));
 }
 
-} // namespace
+}  // namespace
 
 HFONT KX_GetDefaultGuiFont() { return DefaultFont(CKxGUILayoutManager::GetGuiZoom(), FW_NORMAL); }
 HFONT KX_GetDefaultGuiFontBold() { return DefaultFont(CKxGUILayoutManager::GetGuiZoom(), FW_BOLD); }

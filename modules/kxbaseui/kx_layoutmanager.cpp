@@ -172,10 +172,11 @@ void PlaceChildren(HWND parent, double previousZoom) {
 void ForgetTree(HWND window) {
     Unzoomed().Remove(window);
     Placed().Remove(window);
-    for (HWND child = GetWindow(window, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) ForgetTree(child);
+    for (HWND child = GetWindow(window, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT))
+        ForgetTree(child);
 }
 
-} // namespace
+}  // namespace
 
 double CKxGUILayoutManager::GetGuiZoom() { return s_zoom; }
 double CKxGUILayoutManager::GetPreviousGuiZoom() { return s_previousZoom; }

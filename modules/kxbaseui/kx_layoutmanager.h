@@ -1,9 +1,9 @@
 // The GUI zoom, and the sizes of windows under it.
 //
 // The manager remembers for each window its unzoomed rectangle. Zooming places the window at that rectangle times the
-// zoom, never at its present place times a ratio: zooming away and back ends at the very same pixels, and a zoom that is
-// applied twice is applied once. A window that somebody else has moved or sized since it was last placed is taken at its
-// new place.
+// zoom, never at its present place times a ratio: zooming away and back ends at the very same pixels, and a zoom that
+// is applied twice is applied once. A window that somebody else has moved or sized since it was last placed is taken at
+// its new place.
 #pragma once
 
 #include <windows.h>
@@ -23,11 +23,11 @@ public:
     static double GetGuiZoom();
     static double GetPreviousGuiZoom();
 
-    // Changes the zoom: remembers the present rectangles of all windows of the calling thread, keeps the old zoom as the
-    // previous one, and sends ZoomChangedMessage to every window of the thread, parents before children. The same zoom
-    // again sends nothing. A zoom that is not a number or outside the range is refused, logged, and changes nothing. A
-    // window may change the zoom again while it is being told; the later zoom then goes to all windows, and the earlier
-    // one to no more. Returns whether the zoom given is now in force.
+    // Changes the zoom: remembers the present rectangles of all windows of the calling thread, keeps the old zoom as
+    // the previous one, and sends ZoomChangedMessage to every window of the thread, parents before children. The same
+    // zoom again sends nothing. A zoom that is not a number or outside the range is refused, logged, and changes
+    // nothing. A window may change the zoom again while it is being told; the later zoom then goes to all windows, and
+    // the earlier one to no more. Returns whether the zoom given is now in force.
     static bool SetGuiZoom(double zoom);
 
     // `unzoomed` pixels times the current zoom, rounded half away from zero.

@@ -7,7 +7,7 @@ namespace {
 KX_MessageBoxHandler s_handler = nullptr;
 void* s_context = nullptr;
 
-} // namespace
+}  // namespace
 
 void KX_SetMessageBoxHandler(KX_MessageBoxHandler handler, void* context) {
     s_handler = handler;

@@ -13,7 +13,7 @@ BOOL CALLBACK Append(HWND window, LPARAM list) noexcept {
     }
 }
 
-} // namespace
+}  // namespace
 
 std::vector<HWND> ThreadWindows() noexcept {
     std::vector<HWND> tops;
@@ -27,4 +27,4 @@ std::vector<HWND> ThreadWindows() noexcept {
     return all;
 }
 
-} // namespace kx
+}  // namespace kx

@@ -11,4 +11,4 @@ namespace kx {
 // Empty when memory runs out.
 std::vector<HWND> ThreadWindows() noexcept;
 
-} // namespace kx
+}  // namespace kx

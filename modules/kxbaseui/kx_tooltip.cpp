@@ -29,9 +29,7 @@ TOOLINFOW ToolInfo(HWND tool, const wchar_t* text) {
     return info;
 }
 
-HWND ToolTipOf(HWND parent) {
-    return static_cast<HWND>(GetPropW(parent, kProperty));
-}
+HWND ToolTipOf(HWND parent) { return static_cast<HWND>(GetPropW(parent, kProperty)); }
 
 HWND MakeToolTip(HWND parent) {
     static const bool registered = [] {
@@ -52,7 +50,7 @@ HWND MakeToolTip(HWND parent) {
     return window;
 }
 
-} // namespace
+}  // namespace
 
 HWND KX_CreateToolTipWindow(HWND tool, const wchar_t* text) {
     const HWND parent = IsWindow(tool) ? GetAncestor(tool, GA_PARENT) : nullptr;

@@ -33,7 +33,7 @@ RECT RectOfAnchor(HWND window, HWND anchor) {
     return AreaOf(window);
 }
 
-} // namespace
+}  // namespace
 
 bool CKxUIHelper::AlignWnd(HWND window, HWND anchor, int mode, bool keepInside, const RECT* area) {
     if (!IsWindow(window)) return false;

@@ -58,18 +58,9 @@ void CheckBytes(std::string_view po) {
     int line = 1;
     while (!po.empty()) {
         char32_t character = 0;
-        if (!TakeCharacter(po, character))
-            throw Refusal{
-                {line, "not UTF-8"}
-            };
-        if (character == 0)
-            throw Refusal{
-                {line, "a zero byte"}
-            };
-        if (character == '\r' && !po.starts_with('\n'))
-            throw Refusal{
-                {line, "a carriage return without a line feed"}
-            };
+        if (!TakeCharacter(po, character)) throw Refusal{{line, "not UTF-8"}};
+        if (character == 0) throw Refusal{{line, "a zero byte"}};
+        if (character == '\r' && !po.starts_with('\n')) throw Refusal{{line, "a carriage return without a line feed"}};
         line += character == '\n';
     }
 }
@@ -138,11 +129,7 @@ private:
         bool hungry = false;
     };
 
-    [[noreturn]] void Refuse(const char* reason) const {
-        throw Refusal{
-            {m_line, reason}
-        };
-    }
+    [[noreturn]] void Refuse(const char* reason) const { throw Refusal{{m_line, reason}}; }
 
     bool SkipBlanks() {
         while (!m_rest.empty() && (IsBlank(m_rest.front()) || m_rest.front() == '\n')) {
@@ -281,9 +268,7 @@ private:
     static void CheckHeader(const Entry& entry) {
         const std::string charset = Charset(entry.translation);
         if (!charset.empty() && charset != "utf-8" && charset != "utf8")
-            throw Refusal{
-                {entry.line, "a charset other than UTF-8"}
-            };
+            throw Refusal{{entry.line, "a charset other than UTF-8"}};
     }
 
     void Store(const Entry& entry) {

@@ -80,11 +80,7 @@ private:
         UINT flag;
         WORD key;
     };
-    static constexpr Modifier all[] = {
-        {MOD_CONTROL, VK_CONTROL},
-        {MOD_SHIFT,   VK_SHIFT  },
-        {MOD_ALT,     VK_MENU   }
-    };
+    static constexpr Modifier all[] = {{MOD_CONTROL, VK_CONTROL}, {MOD_SHIFT, VK_SHIFT}, {MOD_ALT, VK_MENU}};
 
     UINT modifiers_;
 };

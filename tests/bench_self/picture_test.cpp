@@ -38,9 +38,7 @@ protected:
         BringToFront(parent.Window());
     }
 
-    RecordingParent parent{
-        SIZE{200, 100}
-    };
+    RecordingParent parent{SIZE{200, 100}};
     HWND block = nullptr;
 };
 
