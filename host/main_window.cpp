@@ -1,5 +1,6 @@
 #include "main_window.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 
@@ -111,8 +112,12 @@ void MainWindow::FitToDevices() {
     RECT frame{0, 0, CKxGUILayoutManager::Zoomed(DeviceArea::Width),
                CKxGUILayoutManager::Zoomed(DeviceArea::Height + kStatusHeight) + kLogHeight};
     AdjustWindowRectEx(&frame, static_cast<DWORD>(GetWindowLongW(m_window, GWL_STYLE)), TRUE, 0);
-    SetWindowPos(m_window, nullptr, 0, 0, frame.right - frame.left, frame.bottom - frame.top,
-                 SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+    // On a small screen the log gives way.
+    RECT work{}, own{};
+    SystemParametersInfoW(SPI_GETWORKAREA, 0, &work, 0);
+    GetWindowRect(m_window, &own);
+    SetWindowPos(m_window, nullptr, 0, 0, frame.right - frame.left,
+                 std::min(frame.bottom - frame.top, work.bottom - own.top), SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
     Layout();
 }
 

@@ -46,6 +46,9 @@ bool SavePicture(HWND window, const std::wstring& path) {
     if (!GetWindowRect(window, &own)) return false;
     GetWindowRect(GetActiveWindow(), &active);
     UnionRect(&area, &own, &active);
+    // Off the screen there is nothing to copy, and asking for it fails as a whole.
+    const RECT screen{0, 0, GetSystemMetrics(SM_CXSCREEN), GetSystemMetrics(SM_CYSCREEN)}, wanted = area;
+    if (!IntersectRect(&area, &wanted, &screen)) return false;
     const kx::ui::Bitmap bitmap = CopyScreen(area);
     Gdiplus::Bitmap picture(bitmap.get(), nullptr);
     return picture.Save(path.c_str(), &kPngEncoder, nullptr) == Gdiplus::Ok;

@@ -59,7 +59,7 @@ HWND StagePanel::Add(const wchar_t* windowClass, const wchar_t* text, DWORD styl
 void StagePanel::Fill() {
     const HWND title = Add(L"STATIC", KX_GetTranslation(L"Stage", L"host"), 0, IDC_STAGE_TITLE, 6, 3, 200, 16);
     SetWindowLongW(title, GWL_EXSTYLE, static_cast<LONG>(WS_EX_TRANSPARENT));
-    Add(L"STATIC", nullptr, SS_ETCHEDHORZ, -1, 3, 22, 258, 2);
+    Add(L"STATIC", nullptr, SS_GRAYRECT, -1, 3, 22, 258, 1);
     Add(L"BUTTON", L"-X", WS_TABSTOP, IDC_STAGE_LEFT, 12, 58, 34, 26);
     Add(L"BUTTON", L"+Y", WS_TABSTOP, IDC_STAGE_UP, 48, 32, 34, 26);
     Add(L"BUTTON", L"-Y", WS_TABSTOP, IDC_STAGE_DOWN, 48, 84, 34, 26);
