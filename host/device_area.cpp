@@ -25,7 +25,7 @@ void DeviceArea::Build(HWND parent) {
     m_transmitted.CreateFromDlgPart(*this, 0, 0, 264, 88, IDD_LAMPS, module);
     m_reflected.CreateFromDlgPart(*this, 280, 0, 264, 88, IDD_LAMPS, module);
     m_transmitted.MoveWindowRelative(8, 156);
-    m_reflected.MoveWindowRelative(8, 156);
+    m_reflected.MoveWindowRelative(11, 156);
     // A dialog of which one region is adopted by another container.
     m_stand.CreateFromDlg(*this, 8, 248, IDD_STAND, module, false);
     m_stand.AdoptCondenser();
