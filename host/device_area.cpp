@@ -3,6 +3,7 @@
 #include <array>
 
 #include <kxbaseui/kx_layoutmanager.h>
+#include <kxbaseui/kx_schemecontrols.h>
 #include <kxdevui/framework/devgui.h>
 #include <kxsystem/kx_translation.h>
 
@@ -38,6 +39,7 @@ void DeviceArea::Build(HWND parent) {
     CKxGUILayoutManager::ResizeWindowToGuiZoom(m_hWnd, 1.0);
     m_transmitted.ShowState();
     m_reflected.ShowState();
+    KX_FollowColorScheme(m_hWnd);
 }
 
 CKxDevUI_Container* DeviceArea::PanelAt(POINT screen) {

@@ -2,8 +2,6 @@
 
 #include <algorithm>
 
-#include <kxbaseui/kx_colors.h>
-
 #include "event_log.h"
 
 namespace {
@@ -45,13 +43,6 @@ LRESULT HostPanel::OnScroll(UINT message, WPARAM wParam, LPARAM lParam, bool hor
     Log().Add(m_name, L"OnScroll %ls id %d code %d", horizontal ? L"horizontal" : L"vertical",
               GetDlgCtrlID(reinterpret_cast<HWND>(lParam)), static_cast<int>(LOWORD(wParam)));
     return CKxDevUI_Container::OnScroll(message, wParam, lParam, horizontal);
-}
-
-LRESULT HostPanel::OnCtlColorStatic(UINT, WPARAM wParam, LPARAM) {
-    const auto dc = reinterpret_cast<HDC>(wParam);
-    SetTextColor(dc, KX_GetSysColor(COLOR_BTNTEXT));
-    SetBkColor(dc, KX_GetSysColor(COLOR_BTNFACE));
-    return reinterpret_cast<LRESULT>(KX_GetSysColorBrush(COLOR_BTNFACE));
 }
 
 void HostPanel::OnUpdateDeviceBand(WPARAM wParam, LPARAM) {

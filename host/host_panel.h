@@ -1,5 +1,4 @@
-// What the host's panels have in common: each is a container that logs what it hears before it acts on it, and colours
-// its texts in the chosen scheme.
+// What the host's panels have in common: each is a container that logs what it hears before it acts on it.
 #pragma once
 
 #include <functional>
@@ -27,7 +26,6 @@ protected:
     LRESULT OnCommand(UINT message, WPARAM wParam, LPARAM lParam) override;
     LRESULT OnNotify(UINT message, WPARAM wParam, LPARAM lParam) override;
     LRESULT OnScroll(UINT message, WPARAM wParam, LPARAM lParam, bool horizontal) override;
-    LRESULT OnCtlColorStatic(UINT message, WPARAM wParam, LPARAM lParam) override;
     void OnUpdateDeviceBand(WPARAM wParam, LPARAM lParam) override;
     LRESULT OnMouseWheel(WPARAM wParam, LPARAM lParam) override;
 

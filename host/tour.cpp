@@ -245,6 +245,12 @@ void Tour::PlanLooks() {
     Menu(MainWindow::cmdLanguage + LANG_ENGLISH);
     Menu(MainWindow::cmdScheme + eKxColorScheme_Dark);
     Picture(L"15-dark");
+    Menu(MainWindow::cmdZoom + 6);
+    Menu(MainWindow::cmdSeries);
+    Await([] { return GetDlgItem(ActiveDialog(), IDC_SERIES_COUNT); });
+    Picture(L"15-dark-150");
+    Key(VK_ESCAPE);
+    Menu(MainWindow::cmdZoom + 4);
     Menu(MainWindow::cmdScheme + eKxColorScheme_HighContrast);
     Picture(L"16-high-contrast");
     Menu(MainWindow::cmdScheme + eKxColorScheme_System);

@@ -2,6 +2,8 @@
 
 #include <cwchar>
 
+#include <kxbaseui/kx_layoutmanager.h>
+#include <kxbaseui/kx_schemecontrols.h>
 #include <kxdevui/framework/devgui.h>
 #include <kxsystem/kx_translation.h>
 
@@ -120,6 +122,9 @@ LRESULT SeriesDialog::OnInit(UINT message, WPARAM wParam, LPARAM lParam) {
     CKxStringW text;
     text.Format(20, L"%g", m_interval);
     SetDlgItemTextW(m_hWnd, IDC_SERIES_INTERVAL, text);
+    // A window of its own: nobody else zooms and colours it.
+    CKxGUILayoutManager::ResizeWindowToGuiZoom(m_hWnd, 1.0);
+    KX_FollowColorScheme(m_hWnd);
     AlignWindow(true);
     return HostPanel::OnInit(message, wParam, lParam);
 }

@@ -1,0 +1,288 @@
+#include <kxbaseui/kx_schemecontrols.h>
+
+#include <commctrl.h>
+
+#include <algorithm>
+#include <cwchar>
+#include <iterator>
+
+#include <kxbaseui/kx_colors.h>
+#include <kxbaseui/kx_layoutmanager.h>
+
+namespace {
+
+constexpr UINT_PTR kSubclassId = 2;
+
+bool InUse() { return KX_GetColorScheme() != eKxColorScheme_System; }
+
+bool IsClass(HWND window, const wchar_t* name) {
+    wchar_t own[32] = L"";
+    GetClassNameW(window, own, static_cast<int>(std::size(own)));
+    return _wcsicmp(own, name) == 0;
+}
+
+// ---- Drawing -------------------------------------------------------------------------------------------------------
+
+// A window's paint DC with its font selected and text drawn transparently.
+class PaintDC {
+public:
+    explicit PaintDC(HWND window) : m_window(window), m_dc(BeginPaint(window, &m_paint)) {
+        SaveDC(m_dc);
+        SetBkMode(m_dc, TRANSPARENT);
+        SelectObject(m_dc, reinterpret_cast<HFONT>(SendMessageW(window, WM_GETFONT, 0, 0)));
+    }
+    ~PaintDC() {
+        RestoreDC(m_dc, -1);
+        EndPaint(m_window, &m_paint);
+    }
+    PaintDC(const PaintDC&) = delete;
+    PaintDC& operator=(const PaintDC&) = delete;
+    operator HDC() const { return m_dc; }
+
+private:
+    HWND m_window;
+    PAINTSTRUCT m_paint{};
+    HDC m_dc;
+};
+
+struct Label {
+    wchar_t text[256] = L"";
+    explicit Label(HWND window) { GetWindowTextW(window, text, static_cast<int>(std::size(text))); }
+};
+
+void Frame(HDC dc, const RECT& rect, int color) { FrameRect(dc, &rect, KX_GetSysColorBrush(color)); }
+
+void DrawLabel(HDC dc, HWND window, RECT area, UINT format) {
+    SetTextColor(dc, KX_GetSysColor(IsWindowEnabled(window) ? COLOR_BTNTEXT : COLOR_GRAYTEXT));
+    DrawTextW(dc, Label(window).text, -1, &area, format);
+}
+
+void DrawFocus(HDC dc, HWND button, const RECT& rect) {
+    if (SendMessageW(button, BM_GETSTATE, 0, 0) & BST_FOCUS) {
+        SetTextColor(dc, KX_GetSysColor(COLOR_BTNTEXT));
+        SetBkColor(dc, KX_GetSysColor(COLOR_BTNFACE));
+        DrawFocusRect(dc, &rect);
+    }
+}
+
+void DrawTriangle(HDC dc, const RECT& box, int color) {
+    const long half = std::max(2L, (box.right - box.left) / 5);
+    const long x = (box.left + box.right) / 2, y = (box.top + box.bottom) / 2 - half / 2;
+    const POINT corners[] = {{x - half, y}, {x + half, y}, {x, y + half}};
+    SelectObject(dc, KX_GetSysColorBrush(color));
+    SelectObject(dc, GetStockObject(NULL_PEN));
+    Polygon(dc, corners, 3);
+}
+
+// ---- Buttons -------------------------------------------------------------------------------------------------------
+
+void PaintPushButton(HDC dc, HWND button, RECT client) {
+    const bool pushed = (SendMessageW(button, BM_GETSTATE, 0, 0) & BST_PUSHED) != 0;
+    FillRect(dc, &client, KX_GetSysColorBrush(pushed ? COLOR_3DLIGHT : COLOR_BTNHIGHLIGHT));
+    Frame(dc, client, COLOR_BTNSHADOW);
+    // On black, a face in the highlight's white would need black letters.
+    if (KX_GetColorScheme() == eKxColorScheme_HighContrast) {
+        InflateRect(&client, -1, -1);
+        FillRect(dc, &client, KX_GetSysColorBrush(pushed ? COLOR_BTNSHADOW : COLOR_BTNFACE));
+    }
+    if (pushed) OffsetRect(&client, 1, 1);
+    DrawLabel(dc, button, client, DT_CENTER | DT_VCENTER | DT_SINGLELINE);
+    InflateRect(&client, -3, -3);
+    DrawFocus(dc, button, client);
+}
+
+void DrawCheckMark(HDC dc, const RECT& box) {
+    const HPEN pen =
+        CreatePen(PS_SOLID, std::max(2, static_cast<int>(box.right - box.left) / 6), KX_GetSysColor(COLOR_WINDOWTEXT));
+    const HGDIOBJ old = SelectObject(dc, pen);
+    const long size = box.right - box.left;
+    MoveToEx(dc, box.left + size * 2 / 10, box.top + size * 5 / 10, nullptr);
+    LineTo(dc, box.left + size * 4 / 10, box.top + size * 7 / 10);
+    LineTo(dc, box.left + size * 8 / 10, box.top + size * 3 / 10);
+    SelectObject(dc, old);
+    DeleteObject(pen);
+}
+
+void PaintCheck(HDC dc, HWND button, const RECT& client, bool radio) {
+    FillRect(dc, &client, KX_GetSysColorBrush(COLOR_BTNFACE));
+    const long size = CKxGUILayoutManager::Zoomed(13), top = (client.bottom - size) / 2;
+    const RECT box{0, top, size, top + size};
+    const bool checked = SendMessageW(button, BM_GETCHECK, 0, 0) == BST_CHECKED;
+    if (radio) {
+        SelectObject(dc, KX_GetSysColorBrush(COLOR_WINDOW));
+        SelectObject(dc, GetStockObject(DC_PEN));
+        SetDCPenColor(dc, KX_GetSysColor(COLOR_3DDKSHADOW));
+        Ellipse(dc, box.left, box.top, box.right, box.bottom);
+        if (checked) {
+            SelectObject(dc, KX_GetSysColorBrush(COLOR_WINDOWTEXT));
+            SelectObject(dc, GetStockObject(NULL_PEN));
+            const long inset = size * 3 / 10;
+            Ellipse(dc, box.left + inset, box.top + inset, box.right - inset + 1, box.bottom - inset + 1);
+        }
+    } else {
+        FillRect(dc, &box, KX_GetSysColorBrush(COLOR_WINDOW));
+        Frame(dc, box, COLOR_3DDKSHADOW);
+        if (checked) DrawCheckMark(dc, box);
+    }
+    RECT text = client;
+    text.left = size + CKxGUILayoutManager::Zoomed(4);
+    DrawLabel(dc, button, text, DT_VCENTER | DT_SINGLELINE);
+    RECT focus = text;
+    DrawTextW(dc, Label(button).text, -1, &focus, DT_SINGLELINE | DT_CALCRECT);
+    OffsetRect(&focus, 0, (client.bottom - (focus.bottom - focus.top)) / 2);
+    InflateRect(&focus, 2, 0);
+    DrawFocus(dc, button, focus);
+}
+
+void PaintGroupBox(HDC dc, HWND button, RECT client) {
+    RECT text{CKxGUILayoutManager::Zoomed(8), 0, 0, 0};
+    DrawTextW(dc, Label(button).text, -1, &text, DT_SINGLELINE | DT_CALCRECT);
+    client.top = (text.bottom - text.top) / 2;
+    Frame(dc, client, COLOR_BTNSHADOW);
+    const RECT gap{text.left - 2, text.top, text.right + 2, text.bottom};
+    FillRect(dc, &gap, KX_GetSysColorBrush(COLOR_BTNFACE));
+    DrawLabel(dc, button, text, DT_SINGLELINE);
+}
+
+bool PaintsItself(LONG type) { return type == BS_OWNERDRAW || type == BS_USERBUTTON; }
+
+void PaintButton(HWND button, LONG type) {
+    const PaintDC dc(button);
+    RECT client{};
+    GetClientRect(button, &client);
+    switch (type) {
+    case BS_GROUPBOX: return PaintGroupBox(dc, button, client);
+    case BS_CHECKBOX:
+    case BS_AUTOCHECKBOX:
+    case BS_3STATE:
+    case BS_AUTO3STATE: return PaintCheck(dc, button, client, false);
+    case BS_RADIOBUTTON:
+    case BS_AUTORADIOBUTTON: return PaintCheck(dc, button, client, true);
+    default: return PaintPushButton(dc, button, client);
+    }
+}
+
+// Messages at which a button paints without waiting for WM_PAINT.
+bool PaintsAtOnce(UINT message) {
+    switch (message) {
+    case BM_SETSTATE:
+    case BM_SETCHECK:
+    case WM_SETFOCUS:
+    case WM_KILLFOCUS:
+    case WM_ENABLE:
+    case WM_SETTEXT: return true;
+    default: return false;
+    }
+}
+
+LRESULT CALLBACK ButtonProc(HWND button, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id, DWORD_PTR) {
+    if (message == WM_NCDESTROY) RemoveWindowSubclass(button, ButtonProc, id);
+    const LONG type = GetWindowLongW(button, GWL_STYLE) & BS_TYPEMASK;
+    if (!InUse() || PaintsItself(type)) return DefSubclassProc(button, message, wParam, lParam);
+    if (message == WM_PAINT && wParam == 0) {
+        PaintButton(button, type);
+        return 0;
+    }
+    if (message == WM_ERASEBKGND) return 1;
+    if (!PaintsAtOnce(message) || !IsWindowVisible(button)) return DefSubclassProc(button, message, wParam, lParam);
+    // Without the visible bit the button changes its state and shows nothing in the system's colours.
+    const LONG style = GetWindowLongW(button, GWL_STYLE);
+    SetWindowLongW(button, GWL_STYLE, style & ~static_cast<LONG>(WS_VISIBLE));
+    const LRESULT result = DefSubclassProc(button, message, wParam, lParam);
+    if (!IsWindow(button)) return result;
+    SetWindowLongW(button, GWL_STYLE, GetWindowLongW(button, GWL_STYLE) | static_cast<LONG>(WS_VISIBLE));
+    InvalidateRect(button, nullptr, FALSE);
+    return result;
+}
+
+// ---- Drop-down lists -----------------------------------------------------------------------------------------------
+
+void PaintDropDown(HWND combo) {
+    const PaintDC dc(combo);
+    RECT client{};
+    GetClientRect(combo, &client);
+    FillRect(dc, &client, KX_GetSysColorBrush(COLOR_WINDOW));
+    Frame(dc, client, GetFocus() == combo ? COLOR_HIGHLIGHT : COLOR_BTNSHADOW);
+    RECT arrow = client;
+    arrow.left = arrow.right - (client.bottom - client.top);
+    const bool enabled = IsWindowEnabled(combo) != FALSE;
+    RECT text = client;
+    text.left += CKxGUILayoutManager::Zoomed(4);
+    text.right = arrow.left;
+    SetTextColor(dc, KX_GetSysColor(enabled ? COLOR_WINDOWTEXT : COLOR_GRAYTEXT));
+    DrawTextW(dc, Label(combo).text, -1, &text, DT_VCENTER | DT_SINGLELINE);
+    DrawTriangle(dc, arrow, enabled ? COLOR_WINDOWTEXT : COLOR_GRAYTEXT);
+}
+
+LRESULT AnswerColor(HWND window, UINT message, HDC dc, HWND control) {
+    const bool field = message == WM_CTLCOLOREDIT || message == WM_CTLCOLORLISTBOX;
+    const int back = field ? COLOR_WINDOW : message == WM_CTLCOLORSCROLLBAR ? COLOR_SCROLLBAR : COLOR_BTNFACE;
+    const bool grayed = control != window && !IsWindowEnabled(control);
+    SetTextColor(dc, KX_GetSysColor(grayed ? COLOR_GRAYTEXT : field ? COLOR_WINDOWTEXT : COLOR_BTNTEXT));
+    SetBkColor(dc, KX_GetSysColor(back));
+    return reinterpret_cast<LRESULT>(KX_GetSysColorBrush(back));
+}
+
+bool AsksForColor(UINT message) { return message >= WM_CTLCOLOREDIT && message <= WM_CTLCOLORSTATIC; }
+
+LRESULT CALLBACK ComboProc(HWND combo, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id, DWORD_PTR) {
+    if (message == WM_NCDESTROY) RemoveWindowSubclass(combo, ComboProc, id);
+    if (InUse()) {
+        if (message == WM_PAINT && wParam == 0) {
+            PaintDropDown(combo);
+            return 0;
+        }
+        if (AsksForColor(message)) {
+            return AnswerColor(combo, message, reinterpret_cast<HDC>(wParam), reinterpret_cast<HWND>(lParam));
+        }
+        const bool changes = message == CB_SETCURSEL || message == WM_SETFOCUS || message == WM_KILLFOCUS ||
+                             message == WM_ENABLE || message == WM_COMMAND;
+        const LRESULT result = DefSubclassProc(combo, message, wParam, lParam);
+        if (changes && IsWindow(combo)) InvalidateRect(combo, nullptr, FALSE);
+        return result;
+    }
+    return DefSubclassProc(combo, message, wParam, lParam);
+}
+
+// ---- Parents -------------------------------------------------------------------------------------------------------
+
+// Stands before the window's own procedure, which in another scheme than the system's could only answer wrongly.
+LRESULT CALLBACK ParentProc(HWND parent, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id, DWORD_PTR) {
+    if (message == WM_NCDESTROY) RemoveWindowSubclass(parent, ParentProc, id);
+    if (InUse() && AsksForColor(message) && message != WM_CTLCOLORMSGBOX) {
+        return AnswerColor(parent, message, reinterpret_cast<HDC>(wParam), reinterpret_cast<HWND>(lParam));
+    }
+    if (InUse() && message == WM_ERASEBKGND && IsClass(parent, L"#32770")) {
+        RECT client{};
+        GetClientRect(parent, &client);
+        FillRect(reinterpret_cast<HDC>(wParam), &client, KX_GetSysColorBrush(COLOR_BTNFACE));
+        return 1;
+    }
+    return DefSubclassProc(parent, message, wParam, lParam);
+}
+
+void Follow(HWND window) {
+    if (IsClass(window, L"Button")) {
+        SetWindowSubclass(window, ButtonProc, kSubclassId, 0);
+    } else if (IsClass(window, L"ComboBox")) {
+        if ((GetWindowLongW(window, GWL_STYLE) & 3) == CBS_DROPDOWNLIST) {
+            SetWindowSubclass(window, ComboProc, kSubclassId, 0);
+        }
+    } else if (GetWindow(window, GW_CHILD)) {
+        SetWindowSubclass(window, ParentProc, kSubclassId, 0);
+    }
+}
+
+BOOL CALLBACK FollowEach(HWND window, LPARAM) {
+    Follow(window);
+    return TRUE;
+}
+
+}  // namespace
+
+void KX_FollowColorScheme(HWND window) {
+    if (!IsWindow(window)) return;
+    Follow(window);
+    EnumChildWindows(window, FollowEach, 0);
+    RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+}
