@@ -29,7 +29,7 @@ need_packages() {
   rm -f "$log"
 }
 
-build_packages=(g++-mingw-w64-x86-64-posix cmake ninja-build gettext)
+build_packages=(g++-mingw-w64-x86-64-posix cmake ninja-build gettext googletest)
 runtime_packages=(wine wine64 xvfb xauth fonts-wine fonts-liberation fonts-ipafont-gothic)
 
 # build PRESET [TARGET...] : configures once, then builds.
