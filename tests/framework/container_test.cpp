@@ -1,0 +1,420 @@
+// The container: what it makes of windows and templates, and what its host hears.
+#include <bench/bench.h>
+#include <kxbaseui/kx_layoutmanager.h>
+#include <kxdevui/framework/devgui.h>
+#include <kxdevui/framework/devgui_container.h>
+#include <kxdevui/framework/devgui_messages.h>
+#include <kxsystem/kx_locale.h>
+#include <kxsystem/kx_log.h>
+
+#include <limits>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace {
+
+using namespace kx::test;
+
+constexpr int kButton = 7, kEdit = 8;
+
+HWND AddChild(HWND parent, const wchar_t* windowClass, int id, const RECT& place, DWORD style = 0) {
+    return CreateWindowExW(0, windowClass, L"child", WS_CHILD | WS_VISIBLE | style, place.left, place.top,
+                           place.right - place.left, place.bottom - place.top, parent,
+                           reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), nullptr, nullptr);
+}
+
+class Panel : public CKxDevUI_Container {
+public:
+    explicit Panel(Recorder& record) : m_record(record) {}
+    ~Panel() override { Destroy(); }
+
+    LRESULT initResult = 1, commandResult = -1;  // -1: the base's answer
+    std::function<void()> onCommand;
+    bool IsForwarding() const { return m_forward; }
+    void Fill() {
+        InsertWindow(AddChild(*this, L"BUTTON", kButton, {10, 10, 90, 40}));
+        InsertWindow(AddChild(*this, L"EDIT", kEdit, {10, 50, 90, 70}));
+    }
+
+protected:
+    LRESULT OnInit(UINT message, WPARAM, LPARAM) override {
+        m_record.Call("OnInit", message, m_hWnd != nullptr, m_width);
+        return initResult;
+    }
+    LRESULT OnDestroy(UINT, WPARAM, LPARAM) override { return m_record.Call("OnDestroy"), 1; }
+    LRESULT OnCommand(UINT message, WPARAM wParam, LPARAM lParam) override {
+        m_record.Call("OnCommand", LOWORD(wParam), HIWORD(wParam));
+        if (onCommand) {
+            const auto act = onCommand;  // it may delete this object
+            act();
+            return 0;
+        }
+        return commandResult == -1 ? CKxDevUI_Container::OnCommand(message, wParam, lParam) : commandResult;
+    }
+
+private:
+    Recorder& m_record;
+};
+
+// A template in memory, served as a resource would need a module; so the platform's own are used (see Templates).
+struct Resources {
+    HMODULE module = nullptr;
+    std::vector<std::wstring> names;  // "#12" for numbered ones
+};
+
+Resources DialogsOf(const wchar_t* file) {
+    Resources found;
+    found.module = LoadLibraryExW(file, nullptr, LOAD_LIBRARY_AS_DATAFILE);
+    const auto append = [](HMODULE, const wchar_t*, wchar_t* name, LONG_PTR list) -> BOOL {
+        reinterpret_cast<std::vector<std::wstring>*>(list)->push_back(
+            IS_INTRESOURCE(name) ? L"#" + std::to_wstring(reinterpret_cast<ULONG_PTR>(name)) : name);
+        return TRUE;
+    };
+    if (found.module) {
+        EnumResourceNamesW(found.module, RT_DIALOG, append, reinterpret_cast<LONG_PTR>(&found.names));
+    }
+    return found;
+}
+
+int ChildCount(HWND window) {
+    int count = 0;
+    for (HWND child = GetWindow(window, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) ++count;
+    return count;
+}
+
+// ---- Creation ------------------------------------------------------------------------------------------------------
+
+TEST(ContainerCreation, TakesSizesUnlessNegative) {
+    RecordingParent parent;
+    Recorder record;
+    Panel panel(record);
+    ASSERT_TRUE(panel.Create(parent.Window(), 5, 6, -1, 70, true, true));
+    EXPECT_TRUE(record.Matches({Call("OnInit", 1u, true, 100L)}));
+    RECT rect{};
+    panel.GetWindowRectangle(&rect);
+    EXPECT_EQ(rect.left, 5);
+    EXPECT_EQ(rect.right - rect.left, 100);
+    EXPECT_EQ(rect.bottom - rect.top, 70);
+
+    const HWND first = panel;
+    ASSERT_TRUE(panel.Create(parent.Window(), 0, 0, 0, 20, true, true));
+    EXPECT_FALSE(IsWindow(first));
+    EXPECT_EQ(panel.GetWidth(), 0);
+    wchar_t name[40];
+    GetClassNameW(panel, name, 40);
+    EXPECT_STREQ(name, L"KxDevUI_Container");
+    EXPECT_EQ(GetWindowLongPtrW(panel, 0), 5015);
+    EXPECT_EQ(reinterpret_cast<CKxDevUI_Base*>(GetWindowLongPtrW(panel, 8)), &panel);
+}
+
+TEST(ContainerCreation, OnInitMayGiveUp) {
+    RecordingParent parent;
+    Recorder record;
+    Panel panel(record);
+    panel.initResult = -1;
+    EXPECT_EQ(panel.Create(parent.Window(), 0, 0, 10, 10, true, true), nullptr);
+    EXPECT_EQ(static_cast<HWND>(panel), nullptr);
+}
+
+TEST(ContainerCreation, AdoptsARegionAndItsPlaceInTheTabOrder) {
+    RecordingParent parent;
+    Recorder record;
+    const HWND before = AddChild(parent.Window(), L"BUTTON", 1, {0, 0, 40, 20});
+    const HWND inside = AddChild(parent.Window(), L"BUTTON", 2, {110, 110, 150, 130});
+    const HWND across = AddChild(parent.Window(), L"BUTTON", 3, {190, 110, 230, 130});
+    const HWND after = AddChild(parent.Window(), L"BUTTON", 4, {300, 0, 340, 20});
+    Panel panel(record);
+    ASSERT_TRUE(panel.CreateFromParent(parent.Window(), 100, 100, 100, 60));
+    EXPECT_TRUE(record.Matches({Call("OnInit", 1u, true, 100L)}));
+    EXPECT_EQ(GetParent(inside), panel);
+    EXPECT_EQ(GetParent(across), panel) << "one that straddles the border belongs to it";
+    EXPECT_EQ(GetWndX(inside), 10);
+    EXPECT_EQ(GetWndX(across), 90);
+    EXPECT_EQ(GetWindow(panel, GW_HWNDPREV), before);
+    EXPECT_EQ(GetWindow(panel, GW_HWNDNEXT), after);
+    EXPECT_EQ(panel.GetWindows(), (std::list<HWND>{inside, across}));
+
+    // By id; a missing one is skipped. Made anew, it destroys what it had.
+    Panel byId(record);
+    ASSERT_TRUE(byId.CreateFromParent(parent.Window(), 300, 0, 50, 50, 2, 4, 99));
+    EXPECT_EQ(byId.GetWindows(), std::list<HWND>{after});
+    ASSERT_TRUE(panel.Create(parent.Window(), 0, 0, 10, 10, true, true));
+    EXPECT_FALSE(IsWindow(inside));
+}
+
+// ---- Content -------------------------------------------------------------------------------------------------------
+
+TEST(ContainerContent, TellsControlsFromWindows) {
+    RecordingParent parent;
+    Recorder record;
+    Panel outer(record), inner(record);
+    inner.SetId(77);
+    outer.Create(parent.Window(), 0, 0, 200, 200, true, true);
+    inner.Create(parent.Window(), 0, 0, 20, 20, true, true);
+    const HWND plain = AddChild(parent.Window(), L"STATIC", 5, {20, 30, 40, 60});
+    outer.InsertWindow(plain);
+    outer.InsertWindow(inner);
+    outer.InsertWindow(nullptr);
+    outer.InsertElement(nullptr);
+    EXPECT_EQ(outer.GetWindows(), std::list<HWND>{plain});
+    EXPECT_EQ(outer.GetElement(77), &inner);
+    EXPECT_EQ(outer.GetWindow(5), plain);
+    EXPECT_EQ(GetParent(inner), outer);
+
+    outer.SetEnabled(false);
+    EXPECT_FALSE(inner.GetEnabled());
+    EXPECT_FALSE(IsWindowEnabled(plain));
+    EXPECT_TRUE(IsWindowEnabled(outer)) << "it keeps receiving messages";
+    outer.SetEnabled(true);
+    EXPECT_TRUE(inner.GetEnabled());
+
+    // An element that has no window with its id is found as itself.
+    inner.SetId(78);
+    EXPECT_EQ(reinterpret_cast<CKxDevUI_Base*>(outer.GetWindow(78)), static_cast<CKxDevUI_Base*>(&inner));
+
+    RECT area{1, 2, 3, 4};
+    EXPECT_EQ(outer.UnionArea(5, &area, true), &area);
+    EXPECT_TRUE(EqualRect(&area, std::make_unique<RECT>(RECT{20, 30, 40, 60}).get()));
+    outer.UnionArea(99, &area, false);
+    EXPECT_EQ(area.right, 40);
+    EXPECT_EQ(outer.UnionArea(5, nullptr, true), nullptr);
+}
+
+TEST(ContainerContent, SurvivesWhatHostsDoToIt) {
+    RecordingParent parent;
+    Recorder record;
+    Panel outer(record);
+    outer.Create(parent.Window(), 0, 0, 200, 200, true, true);
+    {
+        Panel gone(record);
+        gone.SetId(3);
+        gone.Create(outer, 0, 0, 10, 10, true, true);
+        outer.InsertElement(&gone);
+        outer.InsertElement(&gone);
+    }
+    EXPECT_EQ(outer.GetElement(3), nullptr);
+    outer.SetEnabled(false);
+
+    outer.InsertElement(&outer);
+    outer.InsertWindow(outer);
+    outer.InsertWindow(parent.Window());
+    outer.InsertWindow(GetDesktopWindow());
+    EXPECT_TRUE(outer.GetWindows().empty());
+    EXPECT_EQ(GetParent(outer), parent.Window());
+
+    // Foreign windows with 16 extra bytes, whatever stands in them, are plain windows.
+    WNDCLASSW hostile{};
+    hostile.lpfnWndProc = DefWindowProcW;
+    hostile.cbWndExtra = 16;
+    hostile.lpszClassName = L"HostileTest";
+    RegisterClassW(&hostile);
+    const std::pair<LONG_PTR, LONG_PTR> words[] = {{0, 0}, {5015, 0}, {5015, 0x1234567890}, {0, 0x10}};
+    for (const auto& [tag, object] : words) {
+        const HWND window = AddChild(parent.Window(), L"HostileTest", 1, {0, 0, 5, 5});
+        SetWindowLongPtrW(window, 0, tag);
+        SetWindowLongPtrW(window, 8, object);
+        outer.InsertWindow(window);
+        EXPECT_EQ(outer.GetWindows().back(), window);
+    }
+
+    for (const long size : {0L, -5L, std::numeric_limits<long>::max(), std::numeric_limits<long>::min()}) {
+        outer.ResizeWindow(size, size);
+        outer.ResizeWindowRelative(size, size);
+        outer.MoveWindow(size, size);
+        outer.MoveWindowRelative(size, size);
+    }
+    const HWND window = outer;
+    DestroyWindow(window);
+    EXPECT_EQ(static_cast<HWND>(outer), nullptr);
+    outer.Destroy();
+    EXPECT_TRUE(outer.GetWindows().empty());
+    EXPECT_EQ(outer.Create(nullptr, 0, 0, 10, 10, true, true), nullptr);
+}
+
+// ---- Messages ------------------------------------------------------------------------------------------------------
+
+TEST(ContainerMessages, ForwardsUnlessToldNotTo) {
+    RecordingParent parent;
+    parent.Answer(WM_COMMAND, 5);
+    Panel panel(parent.Record());
+    panel.Create(parent.Window(), 0, 0, 200, 200, true, true);
+    panel.Fill();
+    const HWND button = panel.GetWindow(kButton);
+    parent.Record().Clear();
+    Click(button, 10, 10);
+    EXPECT_TRUE(parent.Record().Matches({Call("OnCommand", kButton, BN_CLICKED), Command(kButton, BN_CLICKED, button)}));
+    panel.Init(false);
+    Click(button, 10, 10);
+    EXPECT_TRUE(parent.Record().Matches({Call("OnCommand", kButton, BN_CLICKED)}));
+
+    EXPECT_EQ(SendMessageW(panel, 0x0500, 1, 0), 0);
+    EXPECT_EQ(SendMessageW(panel, 0x83ED, 0, 0), 0);
+    EXPECT_EQ(SendMessageW(panel, WM_ERASEBKGND, 0, 0), 1);
+}
+
+TEST(ContainerMessages, DestroyingIsSilent) {
+    RecordingParent parent;
+    Panel panel(parent.Record());
+    panel.Create(parent.Window(), 0, 0, 200, 200, true, true);
+    panel.Fill();
+    Click(panel.GetWindow(kEdit), 5, 5);
+    ASSERT_EQ(GetFocus(), panel.GetWindow(kEdit));
+    parent.Record().Clear();
+    panel.Destroy();
+    EXPECT_TRUE(parent.Record().Matches({}));
+}
+
+TEST(ContainerMessages, MayDestroyAndDeleteItself) {
+    RecordingParent parent;
+    Recorder record;
+    auto panel = std::make_unique<Panel>(record);
+    panel->Create(parent.Window(), 0, 0, 200, 200, true, true);
+    panel->Fill();
+    panel->onCommand = [&] { panel.reset(); };
+    Click(panel->GetWindow(kButton), 5, 5);
+    EXPECT_FALSE(panel);
+
+    Panel thrower(record);
+    thrower.Create(parent.Window(), 0, 0, 200, 200, true, true);
+    thrower.onCommand = [] { throw 1; };
+    std::vector<std::wstring> log;
+    CKxLogFile::SetSink([](const wchar_t* line, void* to) { static_cast<decltype(log)*>(to)->push_back(line); }, &log);
+    SendMessageW(thrower, WM_COMMAND, 1, 0);
+    CKxLogFile::SetSink(nullptr, nullptr);
+    EXPECT_EQ(log.size(), 1u);
+}
+
+TEST(ContainerMessages, WaitingEndsWithTheWindow) {
+    RecordingParent parent;
+    Recorder record;
+    Panel panel(record);
+    panel.Create(parent.Window(), 0, 0, 50, 50, true, true);
+    panel.onCommand = [&] { panel.Quit(0); };
+    PostMessageW(panel, WM_COMMAND, 1, 0);
+    panel.WaitForDialog();
+    EXPECT_EQ(static_cast<HWND>(panel), nullptr);
+
+    panel.Create(parent.Window(), 0, 0, 50, 50, true, true);
+    PostMessageW(parent.Window(), WM_CLOSE, 0, 0);
+    panel.WaitForDialog();
+    EXPECT_TRUE(IsWindow(parent.Window())) << "the message that ends the loop is not delivered";
+    PostQuitMessage(9);
+    panel.WaitForDialog();
+    MSG message{};
+    EXPECT_TRUE(PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE));
+    EXPECT_EQ(message.wParam, 9u);
+    Panel none(record);
+    none.WaitForDialog();
+}
+
+TEST(ContainerPainting, FillsItsFaceAndLeavesItsChildrenAlone) {
+    RecordingParent parent;
+    Recorder record;
+    Panel panel(record);
+    panel.Create(parent.Window(), 0, 0, 120, 100, true, true);
+    panel.InsertWindow(AddChild(panel, L"EDIT", kEdit, {20, 20, 60, 60}));
+    SetWindowTextW(panel.GetWindow(kEdit), L"");
+    Pump();
+    const Picture picture = Picture::OnScreen(panel);
+    EXPECT_EQ(picture.Pixel(5, 5), GetSysColor(COLOR_BTNFACE));
+    EXPECT_EQ(picture.Pixel(40, 40), GetSysColor(COLOR_WINDOW));
+}
+
+TEST(ContainerZoom, ComesBackToTheVeryPixels) {
+    RecordingParent parent;
+    Recorder record;
+    Panel panel(record);
+    panel.Create(parent.Window(), 0, 0, 201, 101, true, true);
+    for (int i = 0; i < 6; ++i) panel.InsertWindow(AddChild(panel, L"BUTTON", i, {7 * i + 1, 5 * i, 9 * i + 14, 6 * i + 9}));
+    panel.InsertWindow(AddChild(panel, L"COMBOBOX", 20, {3, 60, 80, 160}, CBS_DROPDOWNLIST));
+    const auto places = [&] {
+        std::vector<std::vector<long>> all;
+        for (const HWND child : panel.GetWindows()) {
+            const RECT r = RectInParent(child);
+            all.push_back({r.left, r.top, r.right, r.bottom});
+        }
+        return all;
+    };
+    const auto first = places();
+    for (const double zoom : {1.25, 1.5, 2.0, 1.1, 0.75, 3.0, 1.33, 8.0, 0.25, 1.0}) {
+        EXPECT_TRUE(CKxGUILayoutManager::SetGuiZoom(zoom));
+        RECT rect{};
+        GetClientRect(panel, &rect);
+        EXPECT_EQ(rect.right, CKxGUILayoutManager::Zoomed(201)) << zoom;
+    }
+    EXPECT_EQ(places(), first);
+    for (const double zoom : {0.0, -1.0, 100.0, std::numeric_limits<double>::quiet_NaN()}) {
+        EXPECT_FALSE(CKxGUILayoutManager::SetGuiZoom(zoom));
+    }
+    EXPECT_EQ(CKxGUILayoutManager::GetGuiZoom(), 1.0);
+}
+
+// ---- Templates -----------------------------------------------------------------------------------------------------
+
+// Dialogs that nobody wrote for this library.
+TEST(ContainerTemplates, HostsThePlatformsOwnWholeAndInParts) {
+    CKxLocale::SetModuleLangId(MAKELANGID(LANG_GERMAN, SUBLANG_GERMAN_AUSTRIAN));
+    RecordingParent parent;
+    int hosted = 0;
+    for (const wchar_t* file : {L"comdlg32.dll", L"shell32.dll", L"comctl32.dll", L"wininet.dll", L"cryptui.dll"}) {
+        const Resources dialogs = DialogsOf(file);
+        for (const std::wstring& name : dialogs.names) {
+            CKxDevUI_Container whole, left, right;
+            if (!whole.CreateFromDlg(parent.Window(), 3, 4, name.c_str(), dialogs.module, false)) continue;
+            ++hosted;
+            EXPECT_EQ(static_cast<int>(whole.GetWindows().size()), ChildCount(whole));
+            SIZE size{};
+            whole.GetWindowSize(&size);
+            const long half = size.cx / 2;
+            ASSERT_TRUE(left.CreateFromDlgPart(parent.Window(), 0, 0, half, size.cy, name.c_str(), dialogs.module));
+            ASSERT_TRUE(right.CreateFromDlgPart(parent.Window(), half, 0, half, size.cy, name.c_str(), dialogs.module));
+            EXPECT_EQ(static_cast<int>(left.GetWindows().size()), ChildCount(left));
+            EXPECT_EQ(right.GetPositionX(), half);
+            const RECT area{0, 0, half, size.cy};
+            for (const HWND child : left.GetWindows()) {
+                const RECT rect = RectInParent(child);
+                RECT common{};
+                EXPECT_TRUE(IntersectRect(&common, &rect, &area));
+            }
+            whole.InsertDialog(0, 0, name.c_str(), dialogs.module);
+        }
+        if (dialogs.module) FreeLibrary(dialogs.module);
+    }
+    CKxLocale::SetModuleLangId(0);
+    EXPECT_GE(hosted, 15);
+}
+
+TEST(ContainerTemplates, AnswersAMissingOneWithNull) {
+    RecordingParent parent;
+    CKxDevUI_Container panel;
+    for (const wchar_t* name : {static_cast<const wchar_t*>(nullptr), L"NOT_THERE"}) {
+        EXPECT_EQ(panel.CreateFromDlg(parent.Window(), 0, 0, name, nullptr, false), nullptr);
+        EXPECT_EQ(panel.CreateFromDlg(parent.Window(), 0, 0, name, nullptr, true), nullptr);
+        EXPECT_EQ(panel.CreateFromDlgPart(parent.Window(), 0, 0, 9, 9, name, nullptr), nullptr);
+    }
+    EXPECT_EQ(panel.CreateFromDlgPart(nullptr, 0, 0, 9, 9, L"X", nullptr), nullptr);
+    EXPECT_EQ(panel.CreateFromDlgPart(parent.Window(), static_cast<RECT*>(nullptr), L"X", nullptr), nullptr);
+    EXPECT_EQ(panel.CreateFromParent(nullptr, 0, 0, 9, 9), nullptr);
+    panel.InsertDialog(0, 0, L"NOT_THERE", nullptr);
+}
+
+// ---- Leaks ---------------------------------------------------------------------------------------------------------
+
+TEST(ContainerGrowth, AThousandRoundsLeaveNothing) {
+    RecordingParent parent;
+    Recorder record;
+    EXPECT_TRUE(NoGrowth(1000, [&] {
+        Panel outer(record), inner(record);
+        outer.Create(parent.Window(), 0, 0, 100, 80, true, true);
+        outer.Fill();
+        inner.Create(outer, 50, 50, 20, 20, true, true);
+        outer.InsertElement(&inner);
+        UpdateWindow(outer);
+        outer.Destroy();
+        record.Clear();
+        parent.Record().Clear();
+    }));
+}
+
+} // namespace
