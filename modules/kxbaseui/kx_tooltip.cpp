@@ -11,7 +11,8 @@ constexpr UINT_PTR kSubclassId = 1;
 // The parent is subclassed for one reason: a popup owned by a child window belongs in truth to its top-level window and
 // would outlive the panel.
 LRESULT CALLBACK ParentProc(HWND parent, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id, DWORD_PTR tip) {
-    if (message == WM_NCDESTROY) {
+    // While the tools still live: the tooltip window has its hooks in them, which it takes out only as it goes.
+    if (message == WM_DESTROY) {
         RemoveWindowSubclass(parent, ParentProc, id);
         RemovePropW(parent, kProperty);
         DestroyWindow(reinterpret_cast<HWND>(tip));

@@ -1,0 +1,240 @@
+// The element base: sizes, places, states, reports; and the free helpers.
+#include <bench/bench.h>
+#include <kxbaseui/kx_fonts.h>
+#include <kxbaseui/kx_layoutmanager.h>
+#include <kxbaseui/kx_messagebox.h>
+#include <kxdevui/framework/devgui.h>
+#include <kxdevui/framework/devgui_base.h>
+#include <kxsystem/kx_log.h>
+
+#include <limits>
+#include <string>
+#include <vector>
+
+namespace {
+
+using namespace kx::test;
+
+class Plain : public CKxDevUI_Base {
+public:
+    using CKxDevUI_Base::CKxDevUI_Base;
+    using CKxDevUI_Base::CorrectZOrder;
+    using CKxDevUI_Base::ReportError;
+    HWND Create(HWND parent, long x, long y, long cx, long cy, bool, bool) override {
+        m_hWnd = CreateWindowExW(0, L"STATIC", L"", WS_CHILD | WS_VISIBLE, x, y, cx, cy, parent, nullptr, nullptr, nullptr);
+        return m_hWnd;
+    }
+};
+
+struct Zoomed {
+    explicit Zoomed(double zoom) { CKxGUILayoutManager::SetGuiZoom(zoom); }
+    ~Zoomed() { CKxGUILayoutManager::SetGuiZoom(1.0); }
+};
+
+SIZE Nominal(CKxDevUI_Base& control) {
+    SIZE size{};
+    control.GetWindowSize(&size);
+    return size;
+}
+
+TEST(Base, TakesTheHeightFirst) {
+    Plain none, sized(20, 101);
+    EXPECT_EQ(Nominal(none).cx, -1);
+    EXPECT_TRUE(none.GetEnabled() && none.GetVisible() && none.GetTitle().IsEmpty());
+    EXPECT_EQ(none.GetId(), 0);
+    EXPECT_EQ(Nominal(sized).cx, 101);
+    EXPECT_EQ(Nominal(sized).cy, 20);
+    none.GetWindowSize(nullptr);
+
+    sized.SetTitle(L"Objective");
+    sized.SetEnabled(false);
+    sized.SetId(6);
+    const Plain copy(sized);
+    EXPECT_EQ(copy.GetId(), 6);
+    EXPECT_FALSE(Plain(copy).GetEnabled());
+    EXPECT_TRUE(Plain(copy).GetTitle() == L"Objective");
+}
+
+TEST(Base, RoundsZoomedSizesAwayFromZero) {
+    const struct {
+        long width;
+        double zoom;
+        long expected;
+    } rows[] = {{101, 1.25, 126}, {-1, 1.5, -2}, {2, 1.25, 3}, {-2, 1.25, -3}, {0, 2.0, 0}, {7, 1.0, 7}};
+    for (const auto& row : rows) {
+        const Zoomed zoomed(row.zoom);
+        EXPECT_EQ(Plain(0, row.width).GetWidth(), row.expected) << row.width << " at " << row.zoom;
+    }
+}
+
+TEST(Base, MovesAndSizes) {
+    RecordingParent parent;
+    Plain control(30, 40);
+    control.Create(parent.Window(), 10, 20, 50, 60, true, true);
+    const auto rect = [&] { return RectInParent(control); };
+    control.MoveWindowRelative(1, 2);
+    EXPECT_EQ(rect().left, 11);
+    EXPECT_EQ(rect().right, 61) << "the size it has, not the nominal one";
+    const Zoomed zoomed(1.5);
+    control.MoveWindow(-1, 50);
+    EXPECT_EQ(rect().left, 11);
+    EXPECT_EQ(rect().top, 50);
+    EXPECT_EQ(rect().right - rect().left, 40) << "the nominal size, not zoomed";
+    control.ResizeWindow(70, -1);
+    EXPECT_EQ(Nominal(control).cx, 70);
+    EXPECT_EQ(Nominal(control).cy, 30);
+    control.ResizeWindowRelative(-20, 5);
+    EXPECT_EQ(rect().right - rect().left, 50);
+    EXPECT_EQ(Nominal(control).cy, 35);
+    long x = 0;
+    control.GetWindowPosition(&x, nullptr);
+    EXPECT_EQ(x, 11);
+    EXPECT_EQ(control.GetPositionY(), 50);
+    Plain unsized;
+    unsized.ResizeWindowRelative(5, 7);
+    EXPECT_EQ(Nominal(unsized).cx, 4);
+}
+
+TEST(Base, ShowsAndHidesOnlyOnChange) {
+    RecordingParent parent;
+    Plain control;
+    control.Create(parent.Window(), 0, 0, 10, 10, true, true);
+    ShowWindow(control, SW_HIDE);
+    control.SetVisible(true);
+    EXPECT_FALSE(IsWindowVisible(control)) << "it counts as visible already";
+    control.SetVisible(false);
+    control.SetVisible(true);
+    EXPECT_TRUE(IsWindowVisible(control));
+    control.SetEnabled(false);
+    EXPECT_TRUE(IsWindowEnabled(control)) << "the base leaves the window alone";
+    control.RefreshWindow();
+    Plain windowless;
+    windowless.RefreshWindow();
+    windowless.SetFocus();
+    windowless.MoveWindow(-1, -1);
+    EXPECT_EQ(windowless.GetPositionX(), 0);
+}
+
+TEST(Base, TakesAPlaceInTheZOrder) {
+    RecordingParent parent;
+    Plain a, b, c;
+    for (Plain* each : {&a, &b, &c}) each->Create(parent.Window(), 0, 0, 5, 5, true, true);
+    c.CorrectZOrder(b);
+    EXPECT_EQ(GetWindow(a, GW_HWNDNEXT), c);
+    c.CorrectZOrder(a);
+    EXPECT_EQ(GetWindow(c, GW_HWNDNEXT), a);
+    c.CorrectZOrder(nullptr);
+}
+
+TEST(Base, ReportsWithTheLabelsName) {
+    RecordingParent parent;
+    Plain control;
+    control.Create(parent.Window(), 0, 0, 10, 10, true, true);
+    const auto label = [&](const wchar_t* text) {
+        return CreateWindowExW(0, L"STATIC", text, WS_CHILD, 0, 0, 5, 5, parent.Window(), nullptr, nullptr, nullptr);
+    };
+    const HWND edit = CreateWindowExW(0, L"EDIT", L"", WS_CHILD | WS_VISIBLE, 0, 0, 50, 20, parent.Window(), nullptr,
+                                      nullptr, nullptr);
+    std::wstring shown;
+    const auto box = [](HWND, const wchar_t* text, const wchar_t* caption, UINT style, int timeout, void* to) {
+        EXPECT_STREQ(caption, L"Error!");
+        EXPECT_EQ(style, static_cast<UINT>(MB_ICONERROR));
+        EXPECT_EQ(timeout, -1);
+        *static_cast<std::wstring*>(to) = text;
+        return IDOK;
+    };
+    KX_SetMessageBoxHandler(box, &shown);
+    const std::wstring longText(3000, L'x');
+    const struct {
+        HWND label;
+        const wchar_t* text;
+        std::wstring expected;
+    } rows[] = {
+        {label(L"Step"), L"bad", L"Step: bad"},
+        {label(L"Step:"), L"bad", L"Step: bad"},
+        {nullptr, L"bad", L"bad"},
+        {nullptr, nullptr, L""},
+        {label(L"Step"), longText.c_str(), L"Step: " + longText.substr(0, 999 - 6)},
+        {label(longText.c_str()), L"bad", longText.substr(0, 999)},
+    };
+    for (const auto& row : rows) {
+        BringToFront(parent.Window());
+        SetFocus(nullptr);
+        control.ReportError(row.text, true, edit, row.label);
+        EXPECT_EQ(shown, row.expected);
+        EXPECT_EQ(GetFocus(), edit);
+    }
+    KX_SetMessageBoxHandler(nullptr, nullptr);
+
+    std::vector<std::wstring> log;
+    CKxLogFile::SetSink([](const wchar_t* line, void* to) { static_cast<decltype(log)*>(to)->push_back(line); }, &log);
+    control.ReportError(L"quiet", false, nullptr, nullptr);
+    CKxLogFile::SetDetail(true);
+    control.ReportError(L"loud", false, nullptr, nullptr);
+    CKxLogFile::SetDetail(false);
+    CKxLogFile::SetSink(nullptr, nullptr);
+    EXPECT_EQ(log, std::vector<std::wstring>{L"devgui_base(230): CKxDevUI_Base::ReportError - loud"});
+}
+
+// ---- Free helpers --------------------------------------------------------------------------------------------------
+
+TEST(Helpers, FindsTheNearestValueTheLaterOfTwo) {
+    const double values[] = {1, 2, 4, 4, 10};
+    const struct {
+        double value;
+        long expected;
+    } rows[] = {{0, 0}, {1.5, 1}, {3, 3}, {4, 3}, {7, 4}, {100, 4}, {std::numeric_limits<double>::quiet_NaN(), 0}};
+    for (const auto& row : rows) EXPECT_EQ(FindNearestValue(row.value, values, 5), row.expected) << row.value;
+    EXPECT_EQ(FindNearestValue(1, values, 0), -1);
+    EXPECT_EQ(FindNearestValue(1, nullptr, 5), -1);
+    EXPECT_EQ(FindNearestValue(1, values, -3), -1);
+}
+
+TEST(Helpers, ReadsNumbersFromEdits) {
+    RecordingParent parent;
+    const HWND edit =
+        CreateWindowExW(0, L"EDIT", L"", WS_CHILD, 0, 0, 50, 20, parent.Window(), nullptr, nullptr, nullptr);
+    const struct {
+        const wchar_t* text;
+        bool isDouble, isInt;
+    } rows[] = {{L"12", true, true},   {L" -3 ", true, true}, {L"1,5", true, false},        {L"", false, false},
+                {L"12a", false, false}, {L"x", false, false}, {L"99999999999", true, false}};
+    for (const auto& row : rows) {
+        SetWindowTextW(edit, row.text);
+        double number = 77;
+        int whole = 77;
+        EXPECT_EQ(GetWndDouble(edit, number), row.isDouble) << Narrow(row.text);
+        EXPECT_EQ(GetWndInt(edit, whole), row.isInt) << Narrow(row.text);
+        EXPECT_EQ(number == 77, !row.isDouble);
+        EXPECT_EQ(whole == 77, !row.isInt);
+    }
+    double number = 0;
+    EXPECT_FALSE(GetWndDouble(nullptr, number));
+}
+
+TEST(Helpers, BoldifiesMarkedCaptions) {
+    RecordingParent parent;
+    const auto label = [&](const wchar_t* windowClass, DWORD exStyle, DWORD style, int height, const wchar_t* text) {
+        return CreateWindowExW(exStyle, windowClass, text, WS_CHILD | style, 7, 8, 300, height, parent.Window(), nullptr,
+                               nullptr, nullptr);
+    };
+    const auto font = [](HWND window) { return reinterpret_cast<HFONT>(SendMessageW(window, WM_GETFONT, 0, 0)); };
+    const std::wstring longText(254, L'x');
+    const HWND caption = label(L"STATIC", WS_EX_TRANSPARENT, 0, 20, L"Camera");
+    const HWND plain = label(L"STATIC", 0, 0, 20, L"Camera");
+    const HWND tooLong = label(L"STATIC", WS_EX_TRANSPARENT, 0, 20, longText.c_str());
+    const HWND button = label(L"BUTTON", WS_EX_TRANSPARENT, 0, 20, L"Camera");
+    const HWND line = label(L"STATIC", 0, SS_SUNKEN, 3, L"");
+    const HWND thick = label(L"STATIC", 0, SS_SUNKEN, 4, L"");
+    BoldifyCaptions(parent.Window());
+    EXPECT_EQ(font(caption), KX_GetDefaultGuiFontBold());
+    for (const HWND other : {plain, tooLong, button}) EXPECT_NE(font(other), KX_GetDefaultGuiFontBold());
+    EXPECT_EQ(GetWndX(caption), 7);
+    const RECT rect = RectInParent(caption);
+    EXPECT_LT(rect.right - rect.left, 200);
+    EXPECT_TRUE(GetWindowLongW(line, GWL_STYLE) & static_cast<LONG>(WS_CLIPSIBLINGS));
+    EXPECT_FALSE(GetWindowLongW(thick, GWL_STYLE) & static_cast<LONG>(WS_CLIPSIBLINGS));
+    BoldifyCaptions(nullptr);
+}
+
+} // namespace
