@@ -8,7 +8,7 @@
 
 #include <kxbaseui/kxbaseui_api.h>
 
-enum EKxColorScheme {
+enum EKxColorScheme : int {
     eKxColorScheme_System = 0,  // whatever the system shows, followed when it changes
     eKxColorScheme_Light = 1,
     eKxColorScheme_Dark = 2,
