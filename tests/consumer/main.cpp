@@ -44,7 +44,7 @@ const char* Check() {
     return IsWindow(button) || panel != HWND{} ? "the window outlived its parent" : nullptr;
 }
 
-} // namespace
+}  // namespace
 
 int main() {
     const char* fault = Check();
