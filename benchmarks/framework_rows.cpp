@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "harness.h"
-#include "windows.h"
+#include "bench_windows.h"
 
 namespace kx::bench {
 

@@ -1,4 +1,4 @@
-#include "windows.h"
+#include "bench_windows.h"
 
 #include <kxbaseui/kx_fonts.h>
 
