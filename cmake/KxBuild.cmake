@@ -23,17 +23,24 @@ add_library(kx_warnings INTERFACE)
 target_compile_options(kx_warnings INTERFACE
     -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Wold-style-cast -Wnon-virtual-dtor -Woverloaded-virtual -Werror)
 
-# kx_add_module(NAME SOURCES ... LIBRARIES ... ROOT DIR): a DLL whose headers are included as <NAME/header.h>.
+# kx_add_module(NAME SOURCES ... LIBRARIES ... ROOT DIR): a DLL whose headers are included as <NAME/header.h>, in the tree
+# and from the package. All headers of its folder are public but the PRIVATE_HEADERS.
 function(kx_add_module name)
-    cmake_parse_arguments(PARSE_ARGV 1 arg "" "ROOT" "SOURCES;LIBRARIES;PRIVATE_LIBRARIES")
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "ROOT" "SOURCES;LIBRARIES;PRIVATE_LIBRARIES;PRIVATE_HEADERS")
     string(TOUPPER ${name} upper)
+    file(GLOB_RECURSE headers CONFIGURE_DEPENDS RELATIVE ${CMAKE_CURRENT_SOURCE_DIR} *.h)
+    list(REMOVE_ITEM headers ${arg_PRIVATE_HEADERS})
     add_library(${name} SHARED ${arg_SOURCES})
     add_library(KxDevUI::${name} ALIAS ${name})
+    target_sources(${name} PUBLIC FILE_SET HEADERS BASE_DIRS ${arg_ROOT} FILES ${headers})
     target_compile_definitions(${name} PRIVATE ${upper}_BUILDING)
     target_compile_features(${name} PUBLIC cxx_std_20)
-    target_include_directories(${name} PUBLIC $<BUILD_INTERFACE:${arg_ROOT}> $<INSTALL_INTERFACE:include>)
     target_link_libraries(${name} PUBLIC ${arg_LIBRARIES} PRIVATE kx_warnings ${arg_PRIVATE_LIBRARIES})
     set_target_properties(${name} PROPERTIES PREFIX "" IMPORT_PREFIX "lib")
+    install(TARGETS ${name} EXPORT KxDevUI
+        RUNTIME DESTINATION bin
+        ARCHIVE DESTINATION lib
+        FILE_SET HEADERS DESTINATION include)
 endfunction()
 
 # The DLLs share one C++ runtime, because strings and lists cross their borders.
@@ -48,6 +55,7 @@ foreach(dll IN LISTS kx_runtime_names)
     list(APPEND kx_runtime_dlls ${path})
     configure_file(${path} ${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/${dll} COPYONLY)
 endforeach()
+install(FILES ${kx_runtime_dlls} DESTINATION bin)
 
 find_program(KX_MSGFMT msgfmt REQUIRED)
 

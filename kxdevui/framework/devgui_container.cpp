@@ -184,6 +184,8 @@ void CKxDevUI_Container::Destroy() {
     const Alive alive(this);
     if (const HWND window = m_hWnd) {
         const kx::ui::Closing closing(window);
+        // Otherwise each of its windows would be taken off the screen by itself.
+        if (GetWindowLongW(window, GWL_STYLE) & WS_CHILD) ShowWindow(window, SW_HIDE);
         for (const HWND each : std::list<HWND>(m_windows))
             DestroyWindow(each);
         DestroyWindow(window);
@@ -285,8 +287,8 @@ kx::ui::Handled CKxDevUI_Container::Handle(const kx::ui::Message& message) {
     case WM_PAINT:
     case WM_PRINTCLIENT: {
         const auto nothing = [](HDC, const RECT&) {};
-        return kx::ui::Paint(message, {.defaultFirst = true, .children = true}, KX_GetSysColorBrush(COLOR_BTNFACE),
-                             nothing);
+        return kx::ui::Paint(message, {.defaultFirst = true, .children = true, .buffered = false},
+                             KX_GetSysColorBrush(COLOR_BTNFACE), nothing);
     }
     case WM_ERASEBKGND: return 1;
     case WM_COMMAND: return UnlessZero(OnCommand(id, wParam, lParam));

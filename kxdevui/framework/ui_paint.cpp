@@ -27,6 +27,7 @@ public:
     PaintTarget(const PaintTarget&) = delete;
     PaintTarget& operator=(const PaintTarget&) = delete;
     operator HDC() const noexcept { return m_dc; }
+    bool IsBegunHere() const noexcept { return m_paint.hdc != nullptr; }
 
 private:
     HWND m_window;
@@ -78,16 +79,20 @@ LRESULT Paint(const Message& message, PaintMode mode, HBRUSH background, DrawRef
     if (!target) return 0;
     RECT client{};
     GetClientRect(message.window, &client);
-    const auto state = StateOf(message.window);
+    const auto state = mode.buffered ? StateOf(message.window) : nullptr;
     const SavedDC saved(target);
     // A class with its parent's DC could paint over its neighbours.
     IntersectClipRect(target, client.left, client.top, client.right, client.bottom);
 
-    const HDC buffer = state->client.Acquire(target, {client.right, client.bottom});
+    const HDC buffer = state ? state->client.Acquire(target, {client.right, client.bottom}) : nullptr;
     const auto paint = [&](HDC dc) {
         const SavedDC untouched(dc);
         FillRect(dc, &client, background);
-        if (mode.defaultFirst) DefWindowProcW(message.window, message.id, reinterpret_cast<WPARAM>(dc), message.lParam);
+        // On WM_PAINT the default procedure begins and ends painting and draws nothing. Where that has been done already,
+        // all that it could add is the cost, which is a bare window's whole repaint.
+        if (mode.defaultFirst && !target.IsBegunHere()) {
+            DefWindowProcW(message.window, message.id, reinterpret_cast<WPARAM>(dc), message.lParam);
+        }
         draw(dc, client);
     };
     if (buffer) paint(buffer);

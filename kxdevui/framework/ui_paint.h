@@ -57,11 +57,12 @@ private:
 struct PaintMode {
     bool defaultFirst = false;  // the default procedure paints into the buffer before the control does
     bool children = false;      // visible children are kept out of the picture and told to paint themselves at once
+    bool buffered = true;       // not needed where nothing is drawn on the background: one fill cannot flicker
 };
 
 // Answers WM_PAINT and WM_PRINTCLIENT: fills the buffer with the brush, draws into it, and copies it to the DC of the
-// message, or to the window. A DC that was handed in gets the whole client area. Without a buffer everything is drawn
-// straight to the target.
+// message, or to the window. A DC that was handed in gets the whole client area. Without a buffer, not wanted or not to be
+// had, everything is drawn straight to the target.
 KXDEVUI_API LRESULT Paint(const Message& message, PaintMode mode, HBRUSH background, DrawRef draw);
 
 // The same for an owner-drawn item of the control `owner`; `draw` gets the item's rectangle moved to (0, 0).

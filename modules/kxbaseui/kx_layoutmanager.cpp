@@ -4,6 +4,8 @@
 #include <cmath>
 #include <cstdint>
 #include <cwchar>
+#include <new>
+#include <unordered_map>
 
 #include <kxbaseui/kx_fonts.h>
 #include <kxbaseui/kx_threadwindows.h>
@@ -37,7 +39,7 @@ public:
     explicit Record(const wchar_t* name) : m_atom(GlobalAddAtomW(name)) {}
 
     bool Get(HWND window, Dims& dims) const {
-        const auto packed = reinterpret_cast<std::uintptr_t>(GetPropW(window, Name()));
+        const std::uintptr_t packed = Read(window);
         if (!(packed & kPresent)) return false;
         dims.x = static_cast<std::int16_t>(packed >> 48);
         dims.y = static_cast<std::int16_t>((packed >> 32) & 0xFFFF);
@@ -53,14 +55,41 @@ public:
         const std::uintptr_t packed = part(dims.x, -0x8000, 0x7FFF, 48) | part(dims.y, -0x8000, 0x7FFF, 32) |
                                       part(dims.width, 0, 0xFFFF, 16) | part(dims.height, 0, 0x7FFF, 1) | kPresent;
         SetPropW(window, Name(), reinterpret_cast<HANDLE>(packed));
+        const auto read = m_read.find(window);
+        if (read != m_read.end()) read->second = packed;
     }
 
-    void Remove(HWND window) const { RemovePropW(window, Name()); }
+    void Remove(HWND window) const {
+        RemovePropW(window, Name());
+        m_read.erase(window);
+    }
+
+    // Values that have been read are kept until then: asking for a property can cost as much as moving a window, and
+    // a change of the zoom asks twice for each.
+    void KeepWhatIsRead(bool keep) const {
+        m_keep = keep;
+        if (!keep) m_read.clear();
+    }
 
 private:
     static constexpr std::uintptr_t kPresent = 1;  // the value 0 means "no property"
+
+    std::uintptr_t Read(HWND window) const {
+        const auto read = m_read.find(window);
+        if (read != m_read.end()) return read->second;
+        const auto packed = reinterpret_cast<std::uintptr_t>(GetPropW(window, Name()));
+        try {
+            if (m_keep) m_read.emplace(window, packed);
+        } catch (const std::bad_alloc&) {
+            // Then it is asked for again.
+        }
+        return packed;
+    }
+
     const wchar_t* Name() const { return MAKEINTATOM(m_atom); }
     ATOM m_atom;
+    mutable bool m_keep = false;
+    mutable std::unordered_map<HWND, std::uintptr_t> m_read;
 };
 
 const Record& Unzoomed() {
@@ -71,6 +100,26 @@ const Record& Placed() {
     static const Record record(L"KxGuiPlaced");
     return record;
 }
+
+// While all windows are told of a new zoom.
+class Broadcast {
+public:
+    Broadcast() {
+        if (s_depth++ == 0) Keep(true);
+    }
+    ~Broadcast() {
+        if (--s_depth == 0) Keep(false);
+    }
+    Broadcast(const Broadcast&) = delete;
+    Broadcast& operator=(const Broadcast&) = delete;
+
+private:
+    static void Keep(bool keep) {
+        Unzoomed().KeepWhatIsRead(keep);
+        Placed().KeepWhatIsRead(keep);
+    }
+    static inline int s_depth = 0;
+};
 
 bool IsClass(HWND window, const wchar_t* name) {
     wchar_t own[64] = L"";
@@ -153,7 +202,9 @@ void Place(HWND window, const Dims& unzoomed, Moves moves) {
         target.y = now.y;
     }
     if (target.x != now.x || target.y != now.y || target.width != now.width || target.height != now.height) {
-        SetSize(window, target.width, target.height, moves == Moves::SizeOnly ? SWP_NOMOVE : 0u, target.x, target.y);
+        // Children are painted once, with the window that is laid out, when all are in their places.
+        const UINT flags = moves == Moves::SizeOnly ? SWP_NOMOVE : SWP_NOREDRAW | SWP_NOCOPYBITS;
+        SetSize(window, target.width, target.height, flags, target.x, target.y);
     }
     // What a window makes of the wish (a combo box rounds its height) is what later tells whether it was touched.
     if (IsWindow(window)) Placed().Set(window, Measure(window));
@@ -189,6 +240,7 @@ bool CKxGUILayoutManager::SetGuiZoom(double zoom) {
         return false;
     }
     if (zoom == s_zoom) return true;
+    const Broadcast broadcast;
     const auto windows = kx::ThreadWindows();
     for (const HWND window : windows) {
         const HWND parent = GetAncestor(window, GA_PARENT);
