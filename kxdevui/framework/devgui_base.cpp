@@ -5,6 +5,7 @@
 #include <kxbaseui/kx_layoutmanager.h>
 #include <kxbaseui/kx_messagebox.h>
 #include <kxdevui/framework/devgui.h>
+#include <kxdevui/framework/ui_arithmetic.h>
 #include <kxdevui/framework/ui_life.h>
 #include <kxdevui/framework/ui_window.h>
 #include <kxsystem/kx_log.h>
@@ -82,7 +83,7 @@ void CKxDevUI_Base::MoveWindow(long x, long y) {
 
 void CKxDevUI_Base::MoveWindowRelative(long dx, long dy) {
     const RECT rect = RectInParent(m_hWnd);
-    ::MoveWindow(m_hWnd, rect.left + dx, rect.top + dy, rect.right - rect.left, rect.bottom - rect.top, TRUE);
+    ::MoveWindow(m_hWnd, kx::ui::Sum(rect.left, dx), kx::ui::Sum(rect.top, dy), rect.right - rect.left, rect.bottom - rect.top, TRUE);
 }
 
 void CKxDevUI_Base::ResizeWindow(long cx, long cy) {
@@ -98,8 +99,8 @@ void CKxDevUI_Base::ResizeWindow(long cx, long cy) {
 }
 
 void CKxDevUI_Base::ResizeWindowRelative(long dcx, long dcy) {
-    m_width += dcx;
-    m_height += dcy;
+    m_width = kx::ui::Sum(m_width, dcx);
+    m_height = kx::ui::Sum(m_height, dcy);
     SetWindowPos(m_hWnd, nullptr, 0, 0, m_width, m_height, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
