@@ -3,6 +3,7 @@
 // the machine was too restless to tell.
 #include <windows.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <fstream>
@@ -40,10 +41,11 @@ std::vector<Figure> MeasureAll(std::string_view only) {
 }
 
 void Print(const std::vector<Figure>& figures) {
-    std::printf("%-50s %-46s %6s  %-15s %6s\n", "", "against", "ratio", "low to high", "limit");
-    for (const auto& [row, ratio] : figures) {
+    std::printf("%-50s %-46s %6s  %-15s %5s\n", "measured", "against", "ratio", "low to high", "limit");
+    for (const Figure& figure : figures) {
+        const auto& [row, ratio] = figure;
         std::printf("%-50s %-46s %6.3f  %.3f to %.3f  %6.2f%s\n", row.name.c_str(), row.against.c_str(), ratio.median,
-                    ratio.low, ratio.high, row.limit, ratio.median > row.limit ? "  OVER" : "");
+                    ratio.low, ratio.high, row.limit, figure.IsOver() ? "  OVER" : "");
     }
 }
 
@@ -74,10 +76,8 @@ int Run(const std::string& json, std::string_view only) {
         std::printf("Void: the same work measured %.3f, the machine is too restless\n", figures[0].ratio.median);
         return kVoid;
     }
-    for (std::size_t i = 1; i < figures.size(); ++i) {
-        if (figures[i].IsOver()) return kOverLimit;
-    }
-    return kWell;
+    const bool over = std::any_of(figures.begin() + 1, figures.end(), [](const Figure& each) { return each.IsOver(); });
+    return over ? kOverLimit : kWell;
 }
 
 }  // namespace

@@ -184,9 +184,11 @@ void CKxDevUI_Container::Destroy() {
     const Alive alive(this);
     if (const HWND window = m_hWnd) {
         const kx::ui::Closing closing(window);
-        // Otherwise each of its windows would be taken off the screen by itself.
+        const std::list<HWND> windows(m_windows);
+        // Otherwise each of its windows would be taken off the screen by itself. The focus may go to a host's window now,
+        // which may end this object.
         if (GetWindowLongW(window, GWL_STYLE) & WS_CHILD) ShowWindow(window, SW_HIDE);
-        for (const HWND each : std::list<HWND>(m_windows))
+        for (const HWND each : windows)
             DestroyWindow(each);
         DestroyWindow(window);
         Waiting::Wake(window);
