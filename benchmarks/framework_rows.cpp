@@ -105,6 +105,7 @@ Ratio Zoom() {
     const Frame frame;
     const Panel panel(frame, kLarge, kMany);
     std::vector<HWND> windows;
+    windows.reserve(kMany);
     for (int i = 0; i < kMany; ++i)
         windows.push_back(GetDlgItem(panel, Child(i).id));
     const auto byHand = [&](double zoom) {

@@ -80,7 +80,7 @@ void Tour::Do(std::function<void()> step) {
     });
 }
 
-void Tour::Await(Find target) {
+void Tour::Await(const Find& target) {
     m_steps.push_back([target] { return IsWindowVisible(target()) != FALSE; });
 }
 
@@ -91,12 +91,12 @@ void Tour::Fail(const wchar_t* what) {
 
 // ---- Steps ---------------------------------------------------------------------------------------------------------
 
-void Tour::MoveTo(Find target) {
+void Tour::MoveTo(const Find& target) {
     Await(target);
     Do([target] { SendMouse(PointIn(target(), 50), MOUSEEVENTF_MOVE); });
 }
 
-void Tour::Click(Find target) {
+void Tour::Click(const Find& target) {
     MoveTo(target);
     Do([target] { SendMouse(PointIn(target(), 50), MOUSEEVENTF_LEFTDOWN); });
     Do([] {
@@ -106,7 +106,7 @@ void Tour::Click(Find target) {
     });
 }
 
-void Tour::Drag(Find target, int fromPercent, int toPercent) {
+void Tour::Drag(const Find& target, int fromPercent, int toPercent) {
     Await(target);
     Do([target, fromPercent] { SendMouse(PointIn(target(), fromPercent), MOUSEEVENTF_MOVE); });
     Do([target, fromPercent] { SendMouse(PointIn(target(), fromPercent), MOUSEEVENTF_LEFTDOWN); });
@@ -117,7 +117,7 @@ void Tour::Drag(Find target, int fromPercent, int toPercent) {
     Do([target, toPercent] { SendMouse(PointIn(target(), toPercent), MOUSEEVENTF_LEFTUP); });
 }
 
-void Tour::Wheel(Find target, int notches) {
+void Tour::Wheel(const Find& target, int notches) {
     MoveTo(target);
     for (int i = 0; i < std::abs(notches); ++i) {
         const int delta = notches > 0 ? WHEEL_DELTA : -WHEEL_DELTA;

@@ -31,11 +31,11 @@ private:
 
     void Do(std::function<void()> step);
     // Waits until the target can be seen.
-    void Await(Find target);
-    void MoveTo(Find target);
-    void Click(Find target);
-    void Drag(Find target, int fromPercent, int toPercent);
-    void Wheel(Find target, int notches);
+    void Await(const Find& target);
+    void MoveTo(const Find& target);
+    void Click(const Find& target);
+    void Drag(const Find& target, int fromPercent, int toPercent);
+    void Wheel(const Find& target, int notches);
     void Key(WORD key);
     void Type(const wchar_t* text);
     void Menu(int command);

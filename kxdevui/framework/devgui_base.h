@@ -78,6 +78,7 @@ public:
     // Offers a turn of the mouse wheel (parameters of WM_MOUSEWHEEL); true when the control has used it. Here false.
     virtual bool HandleMouseWheel(WPARAM wParam, LPARAM lParam);
 
+    // The window, so that a control can stand wherever a handle is wanted; null before Create.
     operator HWND() const noexcept { return m_hWnd; }
 
     // The nominal width and height times the GUI zoom, rounded half away from zero.
@@ -102,6 +103,8 @@ protected:
     // log gets it when its detail is on. In the end `focusAfter` gets the keyboard focus. Every window may be null.
     void ReportError(const wchar_t* text, bool showMessageBox, HWND focusAfter, HWND labelWindow);
 
+    // The window, null before Create and after its end; the nominal size in unzoomed pixels; the logical states; the
+    // title; the id.
     HWND m_hWnd = nullptr;
     long m_width = -1;
     long m_height = -1;

@@ -153,8 +153,11 @@ protected:
     static LRESULT CALLBACK WndProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     static INT_PTR CALLBACK DlgProc(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam);
 
+    // The window class, 0 until the first Create.
     static ATOM m_Atom;
 
+    // The parent given to the last creation; whether SetTitle stores the title; whether this is a modal dialog; whether
+    // the default handlers forward; whether the controls were taken over from a dialog.
     HWND m_parent = nullptr;
     bool m_storeTitle = false;
     bool m_modal = false;

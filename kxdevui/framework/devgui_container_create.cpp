@@ -41,6 +41,7 @@ void MoveBack(HWND child, long x, long y) {
 // The ids follow as int; the platform's va_list may be an array, which no lambda could take by value.
 std::vector<int> ReadIds(int count, va_list ids) {
     std::vector<int> result;
+    result.reserve(count > 0 ? static_cast<std::size_t>(count) : 0);
     for (int i = 0; i < count; ++i)
         result.push_back(va_arg(ids, int));
     return result;

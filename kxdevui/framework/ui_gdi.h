@@ -9,9 +9,12 @@
 
 namespace kx::ui {
 
+// Deletes what DeleteObject deletes.
 struct GdiDeleter {
+    // Called by the owner.
     void operator()(void* object) const noexcept { DeleteObject(object); }
 };
+// Owns one GDI object; empty when it could not be made.
 template <class Handle>
 using GdiPtr = std::unique_ptr<std::remove_pointer_t<Handle>, GdiDeleter>;
 using Bitmap = GdiPtr<HBITMAP>;
@@ -20,18 +23,23 @@ using Pen = GdiPtr<HPEN>;
 using Font = GdiPtr<HFONT>;
 using Region = GdiPtr<HRGN>;
 
+// Deletes a memory DC.
 struct DcDeleter {
+    // Called by the owner.
     void operator()(void* dc) const noexcept { DeleteDC(static_cast<HDC>(dc)); }
 };
+// Owns a memory DC. It goes before the bitmap selected into it does.
 using MemoryDC = std::unique_ptr<std::remove_pointer_t<HDC>, DcDeleter>;
 
 // The client-area DC of a window (of the screen for null), given back at the end of the scope.
 class WindowDC {
 public:
+    // Null when the window is gone.
     explicit WindowDC(HWND window) : m_window(window), m_dc(GetDC(window)) {}
     ~WindowDC() { ReleaseDC(m_window, m_dc); }
     WindowDC(const WindowDC&) = delete;
     WindowDC& operator=(const WindowDC&) = delete;
+    // The DC, for the platform's functions.
     operator HDC() const noexcept { return m_dc; }
 
 private:
@@ -42,6 +50,7 @@ private:
 // An object selected into a DC until the end of the scope; a null object selects nothing.
 class Selection {
 public:
+    // Both have to outlive the selection.
     Selection(HDC dc, HGDIOBJ object) : m_dc(dc), m_previous(object ? SelectObject(dc, object) : nullptr) {}
     ~Selection() {
         if (m_previous) SelectObject(m_dc, m_previous);
@@ -57,6 +66,7 @@ private:
 // A DC's whole state (clip region, selected objects, colours, modes), put back at the end of the scope.
 class SavedDC {
 public:
+    // The DC has to outlive this.
     explicit SavedDC(HDC dc) : m_dc(dc), m_state(SaveDC(dc)) {}
     ~SavedDC() { RestoreDC(m_dc, m_state); }
     SavedDC(const SavedDC&) = delete;

@@ -9,6 +9,7 @@
 
 namespace kx::ui {
 
+// The list of the living; static functions only.
 class KXDEVUI_API Life {
 public:
     // Called by the constructors and the destructor of a control.
@@ -26,7 +27,9 @@ public:
 // Remembers one object over a call to the host: `const Alive alive(this); OnCommand(...); if (!alive) return;`
 class Alive {
 public:
+    // Remembers the object as it is now; null is never alive.
     explicit Alive(const void* object) noexcept : m_object(object), m_serial(Life::SerialOf(object)) {}
+    // Whether that very object still lives.
     explicit operator bool() const noexcept { return m_serial != 0 && Life::SerialOf(m_object) == m_serial; }
 
 private:

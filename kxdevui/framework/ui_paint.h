@@ -33,6 +33,7 @@ struct WindowState {
     bool hovered = false;        // a leave notice has been asked for
     WNDPROC previous = nullptr;  // of a subclassed child
 };
+// The state of a window, made when there is none.
 KXDEVUI_API std::shared_ptr<WindowState> StateOf(HWND window);
 // The same for a window that may have none yet; null then.
 KXDEVUI_API std::shared_ptr<WindowState> FindState(HWND window) noexcept;
@@ -41,8 +42,10 @@ KXDEVUI_API void DropState(HWND window) noexcept;
 // A reference to a drawing function, for the length of a call.
 class DrawRef {
 public:
+    // The function has to outlive the reference.
     template <class Draw>
     DrawRef(const Draw& draw) noexcept : m_draw(&draw), m_call(&Call<Draw>) {}
+    // Draws.
     void operator()(HDC dc, const RECT& area) const { m_call(m_draw, dc, area); }
 
 private:
@@ -54,6 +57,7 @@ private:
     void (*m_call)(const void*, HDC, const RECT&);
 };
 
+// What Paint does beside filling and drawing.
 struct PaintMode {
     bool defaultFirst = false;  // the default procedure paints into the buffer before the control does
     bool children = false;      // visible children are kept out of the picture and told to paint themselves at once
@@ -61,8 +65,8 @@ struct PaintMode {
 };
 
 // Answers WM_PAINT and WM_PRINTCLIENT: fills the buffer with the brush, draws into it, and copies it to the DC of the
-// message, or to the window. A DC that was handed in gets the whole client area. Without a buffer, not wanted or not to be
-// had, everything is drawn straight to the target.
+// message, or to the window. A DC that was handed in gets the whole client area. Without a buffer, not wanted or not to
+// be had, everything is drawn straight to the target.
 KXDEVUI_API LRESULT Paint(const Message& message, PaintMode mode, HBRUSH background, DrawRef draw);
 
 // The same for an owner-drawn item of the control `owner`; `draw` gets the item's rectangle moved to (0, 0).

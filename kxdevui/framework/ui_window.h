@@ -24,12 +24,15 @@
 
 namespace kx::ui {
 
+// A window message as a value.
 struct Message {
+    // As a window procedure gets them.
     HWND window;
     UINT id;
     WPARAM wParam;
     LPARAM lParam;
 
+    // What the platform's default procedure makes of it.
     LRESULT Default() const noexcept { return DefWindowProcW(window, id, wParam, lParam); }
 };
 
@@ -38,13 +41,14 @@ using Handled = std::optional<LRESULT>;
 
 // ---- Window classes ------------------------------------------------------------------------------------------------
 
+// What distinguishes one window class from another.
 struct ClassSpec {
     const wchar_t* name;    // of the window class
     const wchar_t* object;  // of the C++ class, for the log
-    UINT style;
-    int extraBytes;
-    HBRUSH background;
-    WNDPROC procedure;
+    UINT style;             // CS_...
+    int extraBytes;         // of each window
+    HBRUSH background;      // null: none
+    WNDPROC procedure;      // its module is the class\'s
 };
 
 // The module that holds a window procedure. A class belongs to the module that it was registered for, and a window of
@@ -79,6 +83,7 @@ public:
 template <class T>
 using RootOf = std::conditional_t<std::is_base_of_v<CKxDevUI_Base, T>, CKxDevUI_Base, T>;
 
+// A stored pointer as an object, or null when it does not live.
 template <class T>
 T* LivingObject(void* stored) noexcept {
     return Life::IsAlive(stored) ? static_cast<T*>(static_cast<RootOf<T>*>(stored)) : nullptr;
@@ -87,6 +92,7 @@ T* LivingObject(void* stored) noexcept {
 // The object in the window's user data.
 template <class T>
 struct ByUserData {
+    // The living object of a window, or null; ties the two; unties them.
     static T* Find(HWND window) noexcept {
         return LivingObject<T>(reinterpret_cast<void*>(GetWindowLongPtrW(window, GWLP_USERDATA)));
     }
@@ -99,6 +105,7 @@ struct ByUserData {
 // The object in the class's map of instances.
 template <class T, std::map<HWND, T*>& Instances>
 struct ByInstances {
+    // The living object of a window, or null; ties the two; unties them.
     static T* Find(HWND window) noexcept {
         const auto found = Instances.find(window);
         return found != Instances.end() && Life::IsAlive(static_cast<RootOf<T>*>(found->second)) ? found->second
@@ -115,6 +122,7 @@ struct ByInstances {
 // or a half-destroyed object as a virtual call.
 class KXDEVUI_API Closing {
 public:
+    // From here to the end of the scope.
     explicit Closing(HWND root) noexcept;
     ~Closing();
     Closing(const Closing&) = delete;
@@ -133,14 +141,12 @@ private:
 // What a window answers while no object is known.
 enum class Unbound { Default, Zero, One };
 
-// Calls a handler; an exception is logged and counts as "not handled".
-template <class Call>
-Handled Guarded(Call&& call) noexcept;
-
+// Logs the exception that is being handled.
 KXDEVUI_API void LogEscapedException() noexcept;
 // Frees what belongs to the window (ui_paint.h) and takes its handle from the object if that still lives.
 KXDEVUI_API void WindowGone(HWND window, void* object, const Alive& alive, bool isControl) noexcept;
 
+// Calls a handler; an exception is logged and counts as "not handled".
 template <class Call>
 Handled Guarded(Call&& call) noexcept {
     try {
@@ -156,6 +162,7 @@ inline void* CreationParameter(const Message& message) noexcept {
     return reinterpret_cast<const CREATESTRUCTW*>(message.lParam)->lpCreateParams;
 }
 
+// From a found object to its handler, and the end of the tie between window and object.
 template <class T, class Lookup, Handled (T::*Handle)(const Message&)>
 Handled Dispatch(T* object, const Message& message) noexcept {
     if (Closing::Silences(message)) return std::nullopt;
@@ -237,9 +244,10 @@ KXDEVUI_API bool TrackHover(const Message& message);
 // The contents of WM_KX_UPDATE_DEVICE_BAND with N flags. Empty when the message carries no flags.
 template <std::size_t N>
 struct DeviceBand {
-    unsigned device;
-    std::array<bool, N> flags;
+    unsigned device;            // logical id
+    std::array<bool, N> flags;  // what to refresh
 };
+// See DeviceBand.
 template <std::size_t N>
 std::optional<DeviceBand<N>> ReadDeviceBand(const Message& message) noexcept {
     if (message.lParam == 0) return std::nullopt;

@@ -8,6 +8,7 @@
 
 #include <kxbaseui/kxbaseui_api.h>
 
+// The schemes that a host can choose.
 enum EKxColorScheme : int {
     eKxColorScheme_System = 0,  // whatever the system shows, followed when it changes
     eKxColorScheme_Light = 1,

@@ -10,6 +10,7 @@
 
 #include <kxbaseui/kxbaseui_api.h>
 
+// The zoom of the process and the places of windows under it; static functions only.
 class KXBASEUI_API CKxGUILayoutManager {
 public:
     // The zooms that are taken.

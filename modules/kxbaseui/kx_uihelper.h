@@ -5,11 +5,13 @@
 
 #include <kxbaseui/kxbaseui_api.h>
 
+// How a window is aligned; the numbers are part of the interface.
 enum EKxAlign {
     eKxAlign_CenterOwner = 2,   // centred on the window's own owner or parent, or in the work area when it has none
     eKxAlign_CenterAnchor = 8,  // centred on the anchor given; without one, as eKxAlign_CenterOwner
 };
 
+// Places windows; static functions only.
 class KXBASEUI_API CKxUIHelper {
 public:
     // Moves `window`, without sizing or activating it. With `keepInside` it is then shifted so that its top-left corner

@@ -92,7 +92,7 @@ std::string Charset(std::string_view header) {
         start += lower[start] == '\n';
         const std::string line = lower.substr(start, lower.find('\n', start) - start);
         const auto name = line.find("charset=");
-        if (line.starts_with("content-type:") && name != line.npos)
+        if (line.starts_with("content-type:") && name != std::string_view::npos)
             return line.substr(name + 8, line.find_first_of(" \t\r;", name) - name - 8);
     }
     return {};
@@ -180,7 +180,7 @@ private:
         m_rest.remove_prefix(1);
         if (m_rest.empty() || m_rest.front() == '\n') Refuse("a text that is not closed");
         const auto letter = c_letters.find(m_rest.front());
-        if (letter == c_letters.npos) Refuse("a wrong escape");
+        if (letter == std::string_view::npos) Refuse("a wrong escape");
         m_rest.remove_prefix(1);
         return c_meanings[letter];
     }

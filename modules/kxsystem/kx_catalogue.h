@@ -18,7 +18,7 @@ struct CKxCatalogueRemark {
 class CKxCatalogue {
 public:
     // Larger texts are refused.
-    static constexpr std::size_t MaxSize = 16 * 1024 * 1024;
+    static constexpr std::size_t MaxSize = std::size_t{16} * 1024 * 1024;
 
     // Reads the text of a .po file whole, or refuses it with a remark. Taken are UTF-8 with or without a byte order
     // mark, lines ending in LF or CRLF, and the escapes \n \t \r \a \b \f \v \\ \". Octal and hexadecimal escapes are

@@ -3,6 +3,7 @@
 
 #include <kxsystem/kxsystem_api.h>
 
+// The language of the process; static functions only.
 class KXSYSTEM_API CKxLocale {
 public:
     // The current user-interface language, a LANGID. The system's until SetModuleLangId is called.

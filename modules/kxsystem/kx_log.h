@@ -9,6 +9,7 @@
 
 #include <kxsystem/kxsystem_api.h>
 
+// The log of the process; static functions only.
 class KXSYSTEM_API CKxLogFile {
 public:
     // Whether detailed records are wanted; false at first. The library writes lines about failed window classes and

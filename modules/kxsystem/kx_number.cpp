@@ -20,7 +20,7 @@ bool IsDigit(wchar_t c) { return c >= L'0' && c <= L'9'; }
 
 std::wstring_view Trim(std::wstring_view text) {
     const auto first = text.find_first_not_of(c_blanks);
-    if (first == text.npos) return {};
+    if (first == std::wstring_view::npos) return {};
     return text.substr(first, text.find_last_not_of(c_blanks) - first + 1);
 }
 
@@ -51,7 +51,7 @@ private:
     void Add(wchar_t c) { m_plain[m_length++] = static_cast<char>(c); }
 
     static bool Skip(std::wstring_view& text, std::wstring_view any) {
-        if (text.empty() || any.find(text.front()) == any.npos) return false;
+        if (text.empty() || any.find(text.front()) == std::wstring_view::npos) return false;
         text.remove_prefix(1);
         return true;
     }

@@ -11,6 +11,7 @@
 #include <string>
 #include <utility>
 
+// The string over one type of character.
 template <class Char>
 class CKxString {
 public:
@@ -27,10 +28,12 @@ public:
     std::basic_string<Char>& str() noexcept { return m_text; }
     const std::basic_string<Char>& str() const noexcept { return m_text; }
 
+    // The number of characters; whether there is none; takes all away.
     std::size_t Length() const noexcept { return m_text.size(); }
     bool IsEmpty() const noexcept { return m_text.empty(); }
     void Empty() noexcept { m_text.clear(); }
 
+    // Appends; `tail` may be this string.
     CKxString& operator+=(const CKxString& tail) {
         m_text += tail.m_text;
         return *this;
@@ -74,5 +77,6 @@ private:
     std::basic_string<Char> m_text;
 };
 
+// Texts for users are wide, those for machines (SVG) narrow.
 using CKxStringW = CKxString<wchar_t>;
 using CKxStringA = CKxString<char>;

@@ -64,7 +64,7 @@ TEST(VirtualTable, HoldsEachOperationAtItsPlace) {
 TEST(VirtualTable, GivesTheContainersVersionsTheBasesPlaces) {
     Slots object;
     void** table = nullptr;
-    std::memcpy(&table, static_cast<CKxDevUI_Base*>(&object), sizeof table);
+    std::memcpy(&table, static_cast<void*>(static_cast<CKxDevUI_Base*>(&object)), sizeof table);
     object.SetId(41);
     const auto getEnabled = reinterpret_cast<bool (*)(CKxDevUI_Base*)>(table[2 + 1]);
     const auto setEnabled = reinterpret_cast<void (*)(CKxDevUI_Base*, bool)>(table[3 + 1]);
