@@ -198,7 +198,10 @@ void Take(Subject& subject, HWND parent, Dice& dice, std::string& what) {
         return subject.operations[static_cast<std::size_t>(index)](dice);
     }
     const HWND window = subject.aim(dice);
-    if (!IsWindow(window)) return;
+    if (!IsWindow(window)) {
+        what = "create, because there is none";
+        return subject.create(parent);
+    }
     constexpr std::array kinds{Mouse, Wheel, Keys, Notices, Looks, States, Unknown};
     kinds[static_cast<std::size_t>(dice.Below(kinds.size()))]({window, dice, what});
 }
