@@ -110,9 +110,14 @@ std::string Growth(const Counts& before, const Counts& after, int rounds) {
 
 }  // namespace
 
-Counts Counts::Now() {
+Counts Counts::Gdi() {
     Counts counts;
     CountGdi(counts);
+    return counts;
+}
+
+Counts Counts::Now() {
+    Counts counts = Gdi();
     CountWindows(counts);
     CountHeap(counts);
     return counts;

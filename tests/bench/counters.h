@@ -20,6 +20,7 @@ struct Counts {
     long long heapBytes = 0;
 
     static Counts Now();
+    static Counts Gdi();  // GDI objects alone, quick enough to be taken after every step of a long test
 };
 
 // Runs the body some rounds to warm up (caches, lazily loaded libraries), counts, runs the rounds, counts again.

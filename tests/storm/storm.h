@@ -1,51 +1,94 @@
-// The storm: seeded random messages, sizes, zooms, states, mouse and keys against a control, with its invariants
-// checked after every step.
+// The storm: a long, seeded run of messages, sizes, zooms, colours, input and operations against one control, whose
+// invariants are checked after every step.
 //
-// A control joins with a Subject: how it is made, what beside messages can happen to it, and what must hold. The same
-// seed gives the same steps. KX_STORM_SEED and KX_STORM_STEPS replay or prolong a storm.
+//     class SliderSubject : public storm::Subject { ... Create, Control, Windows, Operate, Check, Destroy ... };
+//     TEST(SliderStorm, Survives) { storm::Rage("slider", [] { return std::make_unique<SliderSubject>(); }); }
+//
+// The seed decides every step. A storm is made of rounds of 500 steps, each with a seed of its own that starts from a
+// new subject: whatever a round finds is found again by that round alone. A failure, also a crash, names both:
+//
+//     KX_STORM_SEED=17 KX_STORM_STEPS=413 scripts/wine-run build/mingw-release/bin/storm_test.exe
 #pragma once
 
 #include <windows.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <initializer_list>
+#include <memory>
 #include <string>
 #include <vector>
 
-#include <gtest/gtest.h>
+#include <bench/bench.h>
+#include <kxdevui/framework/devgui_base.h>
 
-namespace kx::test {
+namespace kx::test::storm {
 
-// splitmix64: the standard's distributions differ from library to library, and a seed has to mean the same everywhere.
-class Dice {
+// The same numbers from the same seed with every compiler and library, which the standard's distributions do not give.
+class Random {
 public:
-    explicit Dice(std::uint64_t seed) : m_state(seed) {}
+    explicit Random(std::uint64_t seed) : state_(seed) {}
     std::uint64_t Next();
-    int Below(int count) { return static_cast<int>(Next() % static_cast<std::uint64_t>(count)); }
-    bool OneIn(int count) { return Below(count) == 0; }
-    // Mostly what a window has room for; sometimes zero, negative, or huge.
-    long Coordinate();
+    int Below(int limit);              // 0 to limit - 1
+    int Between(int first, int last);  // both included
+    bool OneIn(int n) { return Below(n) == 0; }
+    int AnyInt() { return static_cast<int>(static_cast<std::uint32_t>(Next())); }
+    int Length();  // a coordinate or size: usual, -1, zero, negative, huge
+
+    template <class T>
+    const T& Of(const std::vector<T>& values) {
+        return values[static_cast<std::size_t>(Below(static_cast<int>(values.size())))];
+    }
+    template <class T>
+    T Of(std::initializer_list<T> values) {
+        return values.begin()[Below(static_cast<int>(values.size()))];
+    }
 
 private:
-    std::uint64_t m_state;
+    std::uint64_t state_;
 };
 
-struct Subject {
-    // Makes the control anew in the parent, destroying what there was.
-    std::function<void(HWND parent)> create;
-    // The window that the next message is aimed at: the control's or one of its children; null while there is none.
-    std::function<HWND(Dice&)> aim;
-    // Things that only this control can do; each is done now and then.
-    std::vector<std::function<void(Dice&)>> operations;
-    // Empty while everything holds, otherwise what does not.
-    std::function<std::string()> broken;
+// Something to do, and how it reads in a report. The text is there before the step is done: a crash is told by it.
+struct Step {
+    std::string kind;     // the same for all steps of this sort: growth is counted by it
+    std::string details;  // the parameters
+    std::function<void()> run;
 };
 
-// Runs the storm: `steps` steps from `seed`. A failure names seed, step, and what the step did.
-testing::AssertionResult Storm(Subject& subject, std::uint64_t seed, int steps);
+// A window to aim at. Messages above WM_USER mean something else to each of the platform's own controls, some with
+// pointers in them, so only a control of the library is sent unknown ones.
+struct Target {
+    HWND window;
+    bool ours;
+};
 
-// What KX_STORM_SEED and KX_STORM_STEPS say, or these.
-std::uint64_t StormSeed(std::uint64_t seed);
-int StormSteps(int steps);
+class Subject {
+public:
+    virtual ~Subject() = default;
 
-}  // namespace kx::test
+    // Makes the control, and again after its window has gone.
+    virtual void Create(RecordingParent& parent) = 0;
+    // The object that the operations of CKxDevUI_Base go to; null while there is none.
+    virtual CKxDevUI_Base* Control() = 0;
+    // Living windows to aim at; none makes the storm call Create.
+    virtual std::vector<Target> Windows() = 0;
+    // An operation of this control alone.
+    virtual Step Operate(Random& random) = 0;
+    // The invariant that does not hold any more; empty when all do.
+    virtual std::string Check() = 0;
+    // Ends object and windows.
+    virtual void Destroy() = 0;
+};
+
+// A message or an operation that every control must bear. `windows` are the subject's and not empty.
+Step CommonStep(Random& random, RecordingParent& parent, Subject& subject, const std::vector<Target>& windows);
+
+// Whether every pixel of the upper left corner of the window that no visible child covers comes out in this colour.
+bool PaintsItsBackground(HWND window, COLORREF background);
+
+// Runs the storm against subjects made by `make`: some short rounds, or as many steps as KX_STORM_STEPS says from the
+// seed KX_STORM_SEED on. Fails the test at the first broken invariant.
+void Rage(const char* name, const std::function<std::unique_ptr<Subject>()>& make);
+
+}  // namespace kx::test::storm
