@@ -93,6 +93,10 @@ public:
     int GetId() const noexcept { return m_id; }
     void SetId(int id) noexcept { m_id = id; }
 
+    // Whether Tab stops at the control's window (WS_TABSTOP). Controls are made as their pages say, most of them without;
+    // a host whose users work by keys switches it on after Create. Without a window nothing happens.
+    void SetTabStop(bool stop);
+
 protected:
     // Puts the window directly before `next` in the Z order, and so in the tab order of a dialog: used when a control
     // takes the place of a dialog's placeholder.
