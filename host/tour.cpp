@@ -168,10 +168,10 @@ void Tour::Plan() {
 
 void Tour::PlanPanels() {
     const auto in = [this](auto panel, int id) -> Find {
-        return [this, panel, id] { return GetDlgItem((m_window.Devices().*panel)(), id); };
+        return [this, panel, id] { return GetDlgItem((m_window.Stand().*panel)(), id); };
     };
-    const auto stage = [in](int id) { return in(&DeviceArea::Stage, id); };
-    const auto camera = [in](int id) { return in(&DeviceArea::Camera, id); };
+    const auto stage = [in](int id) { return in(&StandPage::Stage, id); };
+    const auto camera = [in](int id) { return in(&StandPage::Camera, id); };
 
     Click(stage(IDC_STAGE_RIGHT));
     Click(stage(IDC_STAGE_UP));
@@ -188,13 +188,13 @@ void Tour::PlanPanels() {
     Click(camera(IDC_SNAP));
     Picture(L"03-camera");
 
-    Click(in(&DeviceArea::Transmitted, IDC_TRANSMITTED));
-    Drag(in(&DeviceArea::Transmitted, IDC_TRANSMITTED_LEVEL), 42, 75);
-    Click(in(&DeviceArea::Reflected, IDC_REFLECTED));
-    Click(in(&DeviceArea::Stand, IDC_TUBE));
+    Click(in(&StandPage::Transmitted, IDC_TRANSMITTED));
+    Drag(in(&StandPage::Transmitted, IDC_TRANSMITTED_LEVEL), 42, 75);
+    Click(in(&StandPage::Reflected, IDC_REFLECTED));
+    Click(in(&StandPage::Stand, IDC_TUBE));
     Click([this] {
         // The condenser's own container lies in the stand's.
-        const HWND stand = m_window.Devices().Stand();
+        const HWND stand = m_window.Stand().Stand();
         for (HWND child = GetWindow(stand, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
             if (const HWND button = GetDlgItem(child, IDC_CONDENSER_TOP)) return button;
         }
@@ -243,6 +243,8 @@ void Tour::PlanLooks() {
         Picture(each.name);
     }
     Menu(MainWindow::cmdLanguage + LANG_ENGLISH);
+    Menu(MainWindow::cmdScheme + eKxColorScheme_Light);
+    Picture(L"15-light");
     Menu(MainWindow::cmdScheme + eKxColorScheme_Dark);
     Picture(L"15-dark");
     Menu(MainWindow::cmdZoom + 6);

@@ -1,0 +1,3 @@
+#include "controls_page.h"
+
+void ControlsPage::Fill() {}

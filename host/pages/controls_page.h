@@ -1,0 +1,18 @@
+// The generic controls, each on a panel of its own.
+#pragma once
+
+#include "page.h"
+
+class ControlsPage : public Page {
+public:
+    ControlsPage() : Page(L"Controls") {}
+
+protected:
+    // Where the panels stand, in unzoomed pixels: x, y, width, height.
+    static constexpr RECT SliderPlace{8, 8, 268, 190};
+    static constexpr RECT EditPlace{284, 8, 268, 190};
+    static constexpr RECT RadioPlace{8, 206, 180, 186};
+    static constexpr RECT TablePlace{196, 206, 356, 186};
+
+    void Fill() override;
+};
