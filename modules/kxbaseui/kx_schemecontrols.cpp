@@ -77,17 +77,22 @@ void DrawTriangle(HDC dc, const RECT& box, int color) {
 // ---- Buttons -------------------------------------------------------------------------------------------------------
 
 void PaintPushButton(HDC dc, HWND button, RECT client) {
-    const bool pushed = (SendMessageW(button, BM_GETSTATE, 0, 0) & BST_PUSHED) != 0;
-    FillRect(dc, &client, KX_GetSysColorBrush(pushed ? COLOR_3DLIGHT : COLOR_BTNHIGHLIGHT));
-    Frame(dc, client, COLOR_BTNSHADOW);
+    const LRESULT state = SendMessageW(button, BM_GETSTATE, 0, 0);
+    const bool pushed = (state & BST_PUSHED) != 0;
     // On black, a face in the highlight's white would need black letters.
-    if (KX_GetColorScheme() == eKxColorScheme_HighContrast) {
-        InflateRect(&client, -1, -1);
-        FillRect(dc, &client, KX_GetSysColorBrush(pushed ? COLOR_BTNSHADOW : COLOR_BTNFACE));
+    const bool onBlack = KX_GetColorScheme() == eKxColorScheme_HighContrast;
+    const int face = onBlack ? COLOR_BTNFACE : pushed ? COLOR_3DLIGHT : COLOR_BTNHIGHLIGHT;
+    FillRect(dc, &client, KX_GetSysColorBrush(face));
+    Frame(dc, client, COLOR_BTNSHADOW);
+    RECT inner = client;
+    // A check box or radio button made to look like a push button shows by its frame that it is checked.
+    for (long i = state & BST_CHECKED ? CKxGUILayoutManager::Zoomed(2) : pushed && onBlack ? 1 : 0; i > 0; --i) {
+        InflateRect(&inner, -1, -1);
+        Frame(dc, inner, onBlack ? COLOR_BTNTEXT : COLOR_HIGHLIGHT);
     }
     if (pushed) OffsetRect(&client, 1, 1);
     DrawLabel(dc, button, client, DT_CENTER | DT_VCENTER | DT_SINGLELINE);
-    InflateRect(&client, -3, -3);
+    InflateRect(&client, -4, -4);
     DrawFocus(dc, button, client);
 }
 
@@ -150,6 +155,9 @@ void PaintButton(HWND button, LONG type) {
     const PaintDC dc(button);
     RECT client{};
     GetClientRect(button, &client);
+    if (type != BS_GROUPBOX && (GetWindowLongW(button, GWL_STYLE) & BS_PUSHLIKE)) {
+        return PaintPushButton(dc, button, client);
+    }
     switch (type) {
     case BS_GROUPBOX: return PaintGroupBox(dc, button, client);
     case BS_CHECKBOX:
