@@ -27,7 +27,7 @@ void EnsureClass(ATOM& atom, const ClassSpec& spec) {
     if (atom) return;
     WNDCLASSEXW description{};
     description.cbSize = sizeof description;
-    description.style = spec.style;
+    description.style = spec.style | (spec.ownLayout ? UINT{CS_GLOBALCLASS} : 0u);
     description.lpfnWndProc = spec.procedure;
     description.cbWndExtra = spec.extraBytes;
     description.hCursor = LoadCursorW(nullptr, IDC_ARROW);
