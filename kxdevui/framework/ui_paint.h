@@ -32,6 +32,7 @@ struct WindowState {
     BackBuffer item;             // of the largest owner-drawn item
     bool hovered = false;        // a leave notice has been asked for
     WNDPROC previous = nullptr;  // of a subclassed child
+    std::shared_ptr<void> own;   // what else the control of this window keeps with it
 };
 // The state of a window, made when there is none.
 KXDEVUI_API std::shared_ptr<WindowState> StateOf(HWND window);
