@@ -34,6 +34,7 @@ struct WindowState {
     WNDPROC previous = nullptr;  // of a subclassed child
     int running = 0;             // calls of that procedure that have not returned
     bool orphaned = false;       // its parent has gone meanwhile
+    std::shared_ptr<void> own;   // what else the control of this window keeps with it
 };
 // The state of a window, made when there is none.
 KXDEVUI_API std::shared_ptr<WindowState> StateOf(HWND window);
