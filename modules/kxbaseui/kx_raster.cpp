@@ -174,32 +174,19 @@ void Rasterizer::AddLine(Point from, Point to) {
     const double slope = (to.x - from.x) / (to.y - from.y);
     const auto at = [&](double y) { return from.x + (y - from.y) * slope; };
 
-    // Cut where it crosses the sides of the image: what lies to the left counts as if it ran along the left side, what
-    // lies to the right is not seen.
+    // Cut where it crosses the sides of the image: what lies beyond a side counts as if it ran along it.
     double cuts[4] = {top, top, bottom, bottom};
     if (slope != 0) {
         cuts[1] = std::clamp(from.y + (0 - from.x) / slope, top, bottom);
         cuts[2] = std::clamp(from.y + (m_width - from.x) / slope, top, bottom);
         if (cuts[1] > cuts[2]) std::swap(cuts[1], cuts[2]);
     }
-    for (int i = 0; i < 3; ++i) {
-        const double begin = cuts[i], end = cuts[i + 1], middle = at((begin + end) / 2);
-        if (begin >= end) continue;
-        if (middle >= m_width) {
-            m_right = m_width;
-            m_left = std::min(m_left, m_width);
-            m_top = std::min(m_top, static_cast<int>(begin));
-            m_bottom = std::max(m_bottom, static_cast<int>(std::ceil(end)));
-        } else if (middle <= 0) {
-            AddWithin(begin, end, 0, 0, direction);
-        } else {
-            AddWithin(begin, end, at(begin), slope, direction);
-        }
-    }
+    for (int i = 0; i < 3; ++i)
+        if (cuts[i] < cuts[i + 1]) AddWithin(cuts[i], cuts[i + 1], at(cuts[i]), slope, direction);
 }
 
-// A part of a line that lies within the image but for rounding: from (x, top), with `slope` to the right for each step
-// down.
+// A part of a line that lies within the image or wholly beyond one of its sides: from (x, top), with `slope` to the
+// right for each step down.
 void Rasterizer::AddWithin(double top, double bottom, double x, double slope, float direction) {
     const int firstRow = static_cast<int>(top), endRow = static_cast<int>(std::ceil(bottom));
     const double endX = x + (bottom - top) * slope;
