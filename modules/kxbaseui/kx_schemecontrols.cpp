@@ -9,6 +9,8 @@
 #include <kxbaseui/kx_colors.h>
 #include <kxbaseui/kx_layoutmanager.h>
 
+#include "kx_schemelist.h"
+
 namespace {
 
 constexpr UINT_PTR kSubclassId = 2;
@@ -276,6 +278,8 @@ void Follow(HWND window) {
         if ((GetWindowLongW(window, GWL_STYLE) & 3) == CBS_DROPDOWNLIST) {
             SetWindowSubclass(window, ComboProc, kSubclassId, 0);
         }
+    } else if (IsClass(window, WC_LISTVIEWW)) {
+        FollowColorSchemeInList(window);
     } else if (GetWindow(window, GW_CHILD)) {
         SetWindowSubclass(window, ParentProc, kSubclassId, 0);
     }
