@@ -8,7 +8,7 @@
 #include <kxbaseui/kxbaseui_api.h>
 
 // Functions of SVG texts; static functions only.
-class KXBASEUI_API CKxSvgStringAPI {
+class CKxSvgStringAPI {
 public:
     // A replacement that would make the text longer than this is refused.
     static constexpr std::size_t MaxLength = 1 << 20;
@@ -17,5 +17,5 @@ public:
     // `with`, as it stands: letter case counts, and nothing is escaped. `what` and `with` may be parts of `svg`.
     // Returns the number of replacements. Null or empty `what`, or a result that is too long: 0, and the text is left
     // alone; null `with` counts as empty.
-    static int ReplaceString(CKxStringA& svg, const char* what, const char* with);
+    KXBASEUI_API static int ReplaceString(CKxStringA& svg, const char* what, const char* with);
 };
