@@ -75,10 +75,10 @@ FAULTS
   ;;
   svg) cat <<'FAULTS'
 s/    return !m_rest\.empty();/    return true;/
-s/return std::clamp(at, 0\.0, static_cast<double>(m_width));/return at;/
+s/return std::clamp(at, 0\.0, static_cast<double>(m_width));/return m_width < 0 ? 0 : at;/
 s/255 - (above >> 24)/255/
 s/ || ++around\.depth > SvgLimits::Depth//
-s/if (numbers\.size() % 2 != 0) throw Refusal{};//
+s/std::min(position \* c_steps, c_steps - 1\.0)/position * c_steps/
 FAULTS
   ;;
   svgstring) cat <<'FAULTS'
