@@ -55,6 +55,7 @@ public:
         std::size_t bytes = 0;              // of their pixels
         unsigned long long rasterized = 0;  // since the process began
     };
+    // The figures of now.
     KXBASEUI_API static Figures GetFigures();
 
     // Lets go of all that is kept. Indexes stay valid.

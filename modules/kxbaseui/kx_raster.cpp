@@ -21,7 +21,7 @@ std::uint32_t ScalePixel(std::uint32_t pixel, std::uint32_t by) {
 
 std::uint32_t Over(std::uint32_t above, std::uint32_t below) { return above + ScalePixel(below, 255 - (above >> 24)); }
 
-std::uint32_t ToByte(double part) { return static_cast<std::uint32_t>(std::clamp(part, 0.0, 1.0) * 255 + 0.5); }
+std::uint32_t ToByte(double part) { return Rounded(std::clamp(part, 0.0, 1.0) * 255); }
 
 float Coverage(float winding, FillRule rule) {
     winding = std::abs(winding);
@@ -43,7 +43,7 @@ double Spread(double position, Paint::Spread spread) {
 
 Color Mix(const Color& a, const Color& b, double part) {
     const auto mix = [&](std::uint8_t from, std::uint8_t to) {
-        return static_cast<std::uint8_t>(from + (to - from) * part + 0.5);
+        return static_cast<std::uint8_t>(Rounded(from + (to - from) * part));
     };
     return {mix(a.red, b.red), mix(a.green, b.green), mix(a.blue, b.blue), a.alpha + (b.alpha - a.alpha) * part};
 }
@@ -252,7 +252,7 @@ void Rasterizer::FillRow(std::uint32_t* pixels, int y, FillRule rule, const Pain
     std::uint32_t color = paint.At(0, y);
     for (int x = m_left; x < m_right; ++x) {
         winding += growth[x];
-        const auto coverage = static_cast<std::uint32_t>(Coverage(winding, rule) * 255 + 0.5F);
+        const std::uint32_t coverage = Rounded(Coverage(winding, rule) * 255);
         if (coverage == 0) continue;
         if (!paint.IsPlain()) color = paint.At(x, y);
         pixels[x] = Over(coverage == 255 ? color : ScalePixel(color, coverage), pixels[x]);

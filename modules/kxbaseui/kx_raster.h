@@ -24,6 +24,9 @@ struct Image {
     std::vector<std::uint32_t> pixels;
 };
 
+// To the nearest; for what is not negative. The library's functions are calls, too slow for every pixel.
+inline std::uint32_t Rounded(double value) { return static_cast<std::uint32_t>(value * 2 + 1) / 2; }
+
 std::uint32_t Premultiply(Color color);
 
 // Lays `above`, made fainter by `opacity` (0 to 1), over `below`; both of the same size.

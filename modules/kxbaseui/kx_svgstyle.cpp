@@ -79,8 +79,11 @@ Properties::Properties(const XmlNode& node) : m_node(node), m_name(node.name) {
 }
 
 std::optional<std::string_view> Properties::Find(std::string_view name) const {
-    for (auto at = m_declarations.rbegin(); at != m_declarations.rend(); ++at)
-        if (at->first == name) return at->second == "inherit" ? std::nullopt : std::optional(at->second);
+    // The last of several holds.
+    const auto declared = std::find_if(m_declarations.rbegin(), m_declarations.rend(),
+                                       [&](const auto& declaration) { return declaration.first == name; });
+    if (declared != m_declarations.rend())
+        return declared->second == "inherit" ? std::nullopt : std::optional(declared->second);
     const std::string* const attribute = m_node.Find(name);
     if (!attribute || *attribute == "inherit") return std::nullopt;
     return Trim(*attribute);

@@ -98,7 +98,7 @@ std::optional<Color> ParseRgbFunction(std::string_view arguments) {
     if (count < 3 || !scanner.TakeIf(')')) return std::nullopt;
     scanner.SkipBlanks();
     if (!scanner.IsAtEnd()) return std::nullopt;
-    const auto level = [](double part) { return static_cast<std::uint8_t>(part * 255 + 0.5); };
+    const auto level = [](double part) { return static_cast<std::uint8_t>(Rounded(part * 255)); };
     return Color{level(parts[0]), level(parts[1]), level(parts[2]), parts[3]};
 }
 

@@ -107,7 +107,7 @@ private:
 
     bool Reference(std::string& text) {
         const auto end = m_rest.find(';');
-        if (end == std::string_view::npos || end > 12) return false;
+        if (end > 12) return false;  // or there is none
         const std::string_view name = m_rest.substr(1, end - 1);
         m_rest.remove_prefix(end + 1);
         static constexpr std::pair<std::string_view, char> c_entities[] = {
