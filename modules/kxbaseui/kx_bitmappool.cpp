@@ -52,11 +52,14 @@ struct LookHash {
     }
 };
 
-// A malformed text has an entry without bitmap, so that it is not read at every paint.
+// A bitmap stays selected into a DC of its own, since selecting costs more than blending it. A malformed text has an
+// entry without them, so that it is not read at every paint.
 struct Entry {
     std::string svg;
     Look look;
+    // Goes after the DC that it is selected into.
     Bitmap bitmap;
+    MemoryDC dc;
 
     std::size_t Bytes() const {
         return bitmap ? 4 * static_cast<std::size_t>(look.width) * static_cast<std::size_t>(look.height) : 0;
@@ -176,14 +179,9 @@ public:
         if (width > CKxBitmapPool::MaxSide || height > CKxBitmapPool::MaxSide) return false;
         const Entry& entry = Rasterized(
             {svg, static_cast<int>(width), static_cast<int>(height), KX_GetSysColor(COLOR_BTNTEXT), enabled});
-        if (!m_dc) m_dc.reset(CreateCompatibleDC(nullptr));
-        if (!entry.bitmap || !m_dc) return false;
-        const HGDIOBJ previous = SelectObject(m_dc.get(), entry.bitmap.get());
         const BLENDFUNCTION blend{AC_SRC_OVER, 0, 255, AC_SRC_ALPHA};
-        const bool drawn = AlphaBlend(dc, place.left, place.top, entry.look.width, entry.look.height, m_dc.get(), 0, 0,
-                                      entry.look.width, entry.look.height, blend) != FALSE;
-        SelectObject(m_dc.get(), previous);
-        return drawn;
+        return entry.dc && AlphaBlend(dc, place.left, place.top, entry.look.width, entry.look.height, entry.dc.get(), 0,
+                                      0, entry.look.width, entry.look.height, blend) != FALSE;
     }
 
     CKxBitmapPool::Figures GetFigures() const { return {m_entries.size(), m_bytes, m_rasterized}; }
@@ -213,10 +211,12 @@ private:
         ++m_rasterized;
         kx::svg::Image image;
         const kx::svg::Color current{GetRValue(look.current), GetGValue(look.current), GetBValue(look.current), 1};
-        Entry made{std::string(look.svg), look, nullptr};
+        Entry made{std::string(look.svg), look, nullptr, nullptr};
         if (kx::svg::Render(look.svg, look.width, look.height, current, &m_glyphs, image)) {
             if (!look.enabled) Disable(image);
             made.bitmap = ToBitmap(image);
+            made.dc.reset(made.bitmap ? CreateCompatibleDC(nullptr) : nullptr);
+            if (made.dc) SelectObject(made.dc.get(), made.bitmap.get());
         } else {
             KX_LOG(L"kx_bitmappool", L"malformed image of %zu characters", look.svg.size());
         }
@@ -246,7 +246,6 @@ private:
     std::size_t m_bytes = 0;
     unsigned long long m_rasterized = 0;
     kx::svg::GdiGlyphs m_glyphs;
-    MemoryDC m_dc;
 };
 
 // Running out of memory is not worth more than an image that is missing.

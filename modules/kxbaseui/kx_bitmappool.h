@@ -20,8 +20,8 @@ public:
     // The index that no image has.
     static constexpr int NoImage = 0;
 
-    // The bounds of what is kept; the image that was not drawn for the longest time goes first. Images longer than
-    // MaxSide pixels are not drawn.
+    // The bounds of what is kept; the image that was not drawn for the longest time goes first. Each costs two GDI
+    // objects. Images longer than MaxSide pixels are not drawn.
     static constexpr int MaxImages = 256;
     static constexpr std::size_t MaxBytes = 16 << 20;
     static constexpr int MaxSide = 1024;

@@ -269,7 +269,7 @@ std::vector<CKxStringA> FinishedImages() {
 
 // All images in four sizes on a face, with their disabled looks below.
 void DrawSheet(HDC dc, int top, COLORREF face, const std::vector<CKxStringA>& images) {
-    const RECT all{0, top, 1200, top + 460};
+    const RECT all{0, top, 1200, top + 332};
     SetDCBrushColor(dc, face);
     FillRect(dc, &all, static_cast<HBRUSH>(GetStockObject(DC_BRUSH)));
     int x = 4, y = top + 4;
@@ -289,7 +289,7 @@ LRESULT CALLBACK SheetProc(HWND window, UINT message, WPARAM wParam, LPARAM lPar
     KX_SetColorScheme(eKxColorScheme_Light);
     DrawSheet(dc, 0, KX_GetSysColor(COLOR_BTNFACE), all);
     KX_SetColorScheme(eKxColorScheme_Dark);
-    DrawSheet(dc, 460, KX_GetSysColor(COLOR_BTNFACE), all);
+    DrawSheet(dc, 332, KX_GetSysColor(COLOR_BTNFACE), all);
     KX_SetColorScheme(eKxColorScheme_System);
     return 0;
 }
@@ -297,7 +297,7 @@ LRESULT CALLBACK SheetProc(HWND window, UINT message, WPARAM wParam, LPARAM lPar
 TEST_F(BitmapPool, CarriesEveryImageInEverySize) {
     std::vector<CKxStringA> images = FinishedImages();
     const HWND window =
-        CreateWindowExW(0, L"STATIC", nullptr, WS_POPUP, 0, 0, 1200, 920, nullptr, nullptr, nullptr, nullptr);
+        CreateWindowExW(0, L"STATIC", nullptr, WS_POPUP, 0, 0, 1200, 664, nullptr, nullptr, nullptr, nullptr);
     ASSERT_TRUE(SetWindowSubclass(window, SheetProc, 1, reinterpret_cast<DWORD_PTR>(&images)));
     Picture::Printed(window).Save("images");
     DestroyWindow(window);
