@@ -97,8 +97,8 @@ struct TickSpace {
 // steps. No two labels come nearer than the gap, none leaves the room.
 KXDEVUI_API std::vector<Tick> Ticks(const Scale& scale, const TickSpace& space);
 
-// One text for each value, in the shortest form that tells different values apart and shows each to within a fortieth of
-// itself and a twentieth of the distance to its neighbour. No zeros trail a decimal point; very large and very small
+// One text for each value, in the shortest form that tells different values apart and shows each to within half a percent
+// of itself and a twentieth of the distance to its neighbour. No zeros trail a decimal point; very large and very small
 // values come as "2e7".
 KXDEVUI_API std::vector<std::wstring> Labels(std::span<const double> values);
 

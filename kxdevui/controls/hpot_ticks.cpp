@@ -43,7 +43,7 @@ std::vector<double> Tolerances(std::span<const double> values) {
     std::sort(sorted.begin(), sorted.end());
     for (const double value : values) {
         const auto [low, high] = std::equal_range(sorted.begin(), sorted.end(), value);
-        double tolerance = value == 0 ? HUGE_VAL : std::abs(value) / 40;
+        double tolerance = value == 0 ? HUGE_VAL : std::abs(value) / 200;
         if (low != sorted.begin()) tolerance = std::min(tolerance, (value - *(low - 1)) / 20);
         if (high != sorted.end()) tolerance = std::min(tolerance, (*high - value) / 20);
         tolerances.push_back(tolerance);
