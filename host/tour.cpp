@@ -262,6 +262,7 @@ void Tour::PlanLooks() {
 
 void Tour::PlanControls() {
     Click([this] { return GetDlgItem(m_window.Handle(), MainWindow::cmdPage + 1); });
+    PlanRadio();
     PlanTable();
     Picture(L"20-controls");
     Menu(MainWindow::cmdEnabled);
@@ -283,6 +284,18 @@ void Tour::PlanControls() {
     Menu(MainWindow::cmdLanguage + LANG_GERMAN);
     Picture(L"27-controls-german");
     Menu(MainWindow::cmdLanguage + LANG_ENGLISH);
+}
+
+void Tour::PlanRadio() {
+    const auto button = [this](int index) -> Find {
+        return [this, index] { return GetDlgItem(m_window.Controls().Binning().Group(), 85 + index); };
+    };
+    const Find refuses = [this] { return GetDlgItem(m_window.Controls().Binning(), IDC_BINNING_REFUSE); };
+    Click(button(1));
+    Key(VK_DOWN);
+    Click(refuses);
+    Click(button(0));
+    Click(refuses);
 }
 
 void Tour::PlanTable() {

@@ -28,6 +28,7 @@ private:
     void PlanDialog();
     void PlanLooks();
     void PlanControls();
+    void PlanRadio();
     void PlanTable();
     void TakeStep();
 

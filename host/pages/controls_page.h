@@ -1,6 +1,7 @@
 // The generic controls, each on a panel of its own.
 #pragma once
 
+#include "../panels/radio_panel.h"
 #include "../panels/table_panel.h"
 #include "page.h"
 
@@ -8,6 +9,7 @@ class ControlsPage : public Page {
 public:
     ControlsPage() : Page(L"Controls") {}
 
+    RadioPanel& Binning() { return m_radio; }
     TablePanel& Planes() { return m_table; }
 
 protected:
@@ -22,5 +24,6 @@ protected:
 private:
     void Place(HostPanel& panel, const RECT& place);
 
+    RadioPanel m_radio;
     TablePanel m_table;
 };
