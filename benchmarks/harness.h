@@ -42,5 +42,6 @@ inline constexpr double kQuietLow = 0.95, kQuietHigh = 1.05;
 Row SameWork();
 
 std::vector<Row> FrameworkRows();
+std::vector<Row> SliderRows();
 
 }  // namespace kx::bench
