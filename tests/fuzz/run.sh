@@ -7,14 +7,23 @@
 set -euo pipefail
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
 out=${KXDEVUI_BUILD_ROOT:-$root/build}/fuzz
-modules=$root/modules
-targets=(number catalogue)
+targets=(number catalogue hpot)
 
-# compile TARGET SOURCE PROGRAM
+# sources TARGET : the files that the target is made of; --prove breaks the first.
+sources() {
+  case $1 in
+  number | catalogue) echo "$root/modules/kxsystem/kx_$1.cpp" ;;
+  hpot) echo "$root/kxdevui/controls/hpot_rules.cpp $root/kxdevui/controls/hpot_ticks.cpp" ;;
+  esac
+}
+
+# compile TARGET PROGRAM SOURCE...
 compile() {
-  clang++ -std=c++20 -O1 -g -Wall -Wextra -Werror -DKXSYSTEM_STATIC -I"$modules" \
+  local target=$1 program=$2
+  shift 2
+  clang++ -std=c++20 -O1 -g -Wall -Wextra -Werror -DKXSYSTEM_STATIC -DKXDEVUI_STATIC -I"$root" -I"$root/modules" \
     -fsanitize=fuzzer,address,undefined -fno-sanitize-recover=all \
-    "$root/tests/fuzz/$1_fuzz.cpp" "$2" -o "$3"
+    "$root/tests/fuzz/${target}_fuzz.cpp" "$@" -o "$program"
 }
 
 # fuzz TARGET PROGRAM SECONDS : new inputs go into a throw-away corpus.
@@ -28,10 +37,11 @@ fuzz() {
 }
 
 run() {
-  local target program failed=0
+  local target program files failed=0
   for target in "${targets[@]}"; do
     program=$out/$target
-    compile "$target" "$modules/kxsystem/kx_$target.cpp" "$program"
+    read -ra files <<<"$(sources "$target")"
+    compile "$target" "$program" "${files[@]}"
     if fuzz "$target" "$program" "$1"; then
       echo "$target: $(awk '/number_of_executed_units/ { print $2 }' "$program.log") inputs in $1 s, no finding"
     else
@@ -58,13 +68,22 @@ s/if (length == 0 || length > text.size())/if (length == 0)/
 s/m_rest\.remove_prefix(3);/m_rest.remove_prefix(4);/
 FAULTS
   ;;
+  hpot) cat <<'FAULTS'
+s/std::trunc((value - scale.minimum) \/ scale.step + 0.5)/std::round((value - scale.minimum) \/ scale.step)/
+s/, 0, Count(scale) - 2);/, 0, Count(scale) - 1);/
+s/static_cast<long long>(held.index) + steps/held.index + steps/
+s/IsReversed(scale) ? value < bound : value > bound/value > bound/
+s/return each >= value;/return each > value;/
+FAULTS
+  ;;
   esac
 }
 
 prove() {
-  local target program source fault number failed=0
+  local target program files source fault number failed=0
   for target in "${targets[@]}"; do
-    source=$modules/kxsystem/kx_$target.cpp number=0
+    read -ra files <<<"$(sources "$target")"
+    source=${files[0]} number=0
     while IFS= read -r fault; do
       program=$out/faulty-$target-$((number += 1))
       rm -f "$program"-*
@@ -74,7 +93,7 @@ prove() {
         failed=1
         continue
       fi
-      compile "$target" "$program.cpp" "$program"
+      compile "$target" "$program" "$program.cpp" "${files[@]:1}"
       # A finding leaves its input behind; a program that could not even start does not.
       if ! fuzz "$target" "$program" 60 && compgen -G "$program-*" >/dev/null; then
         echo "$target: fault $number found"
