@@ -27,6 +27,8 @@ private:
     void PlanPanels();
     void PlanDialog();
     void PlanLooks();
+    void PlanControls();
+    void PlanTable();
     void TakeStep();
 
     void Do(std::function<void()> step);

@@ -1,11 +1,14 @@
 // The generic controls, each on a panel of its own.
 #pragma once
 
+#include "../panels/table_panel.h"
 #include "page.h"
 
 class ControlsPage : public Page {
 public:
     ControlsPage() : Page(L"Controls") {}
+
+    TablePanel& Planes() { return m_table; }
 
 protected:
     // Where the panels stand, in unzoomed pixels: x, y, width, height.
@@ -15,4 +18,9 @@ protected:
     static constexpr RECT TablePlace{196, 206, 356, 186};
 
     void Fill() override;
+
+private:
+    void Place(HostPanel& panel, const RECT& place);
+
+    TablePanel m_table;
 };

@@ -32,6 +32,8 @@ struct WindowState {
     BackBuffer item;             // of the largest owner-drawn item
     bool hovered = false;        // a leave notice has been asked for
     WNDPROC previous = nullptr;  // of a subclassed child
+    int running = 0;             // calls of that procedure that have not returned
+    bool orphaned = false;       // its parent has gone meanwhile
     std::shared_ptr<void> own;   // what else the control of this window keeps with it
 };
 // The state of a window, made when there is none.

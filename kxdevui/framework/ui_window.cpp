@@ -27,7 +27,7 @@ void EnsureClass(ATOM& atom, const ClassSpec& spec) {
     if (atom) return;
     WNDCLASSEXW description{};
     description.cbSize = sizeof description;
-    description.style = spec.style;
+    description.style = spec.style | (spec.ownLayout ? UINT{CS_GLOBALCLASS} : 0u);
     description.lpfnWndProc = spec.procedure;
     description.cbWndExtra = spec.extraBytes;
     description.hCursor = LoadCursorW(nullptr, IDC_ARROW);
@@ -108,9 +108,27 @@ bool Subclass(HWND child, WNDPROC procedure, void* object) {
 LRESULT CallPrevious(const Message& message) noexcept {
     const auto state = FindState(message.window);
     if (!state || !state->previous || !IsWindow(message.window)) return 0;
+    ++state->running;
     const LRESULT result = CallWindowProcW(state->previous, message.window, message.id, message.wParam, message.lParam);
+    --state->running;
     if (message.id == WM_NCDESTROY) DropState(message.window);
+    if (state->orphaned && state->running == 0) {
+        state->orphaned = false;
+        DestroyWindow(message.window);
+    }
     return result;
+}
+
+void SpareBusyChildren(HWND window) noexcept {
+    HWND next = nullptr;
+    for (HWND child = GetWindow(window, GW_CHILD); child; child = next) {
+        next = GetWindow(child, GW_HWNDNEXT);
+        const auto state = FindState(child);
+        if (!state || state->running == 0) continue;
+        SetWindowLongPtrW(child, GWLP_USERDATA, 0);
+        state->orphaned = true;
+        SetParent(child, HWND_MESSAGE);
+    }
 }
 
 LRESULT Notify(HWND target, int id, int code, LPARAM lParam) {

@@ -98,18 +98,6 @@ void PaintPushButton(HDC dc, HWND button, RECT client) {
     DrawFocus(dc, button, client);
 }
 
-void DrawCheckMark(HDC dc, const RECT& box) {
-    const HPEN pen =
-        CreatePen(PS_SOLID, std::max(2, static_cast<int>(box.right - box.left) / 6), KX_GetSysColor(COLOR_WINDOWTEXT));
-    const HGDIOBJ old = SelectObject(dc, pen);
-    const long size = box.right - box.left;
-    MoveToEx(dc, box.left + size * 2 / 10, box.top + size * 5 / 10, nullptr);
-    LineTo(dc, box.left + size * 4 / 10, box.top + size * 7 / 10);
-    LineTo(dc, box.left + size * 8 / 10, box.top + size * 3 / 10);
-    SelectObject(dc, old);
-    DeleteObject(pen);
-}
-
 void PaintCheck(HDC dc, HWND button, const RECT& client, bool radio) {
     FillRect(dc, &client, KX_GetSysColorBrush(COLOR_BTNFACE));
     const long size = CKxGUILayoutManager::Zoomed(13), top = (client.bottom - size) / 2;
@@ -127,9 +115,7 @@ void PaintCheck(HDC dc, HWND button, const RECT& client, bool radio) {
             Ellipse(dc, box.left + inset, box.top + inset, box.right - inset + 1, box.bottom - inset + 1);
         }
     } else {
-        FillRect(dc, &box, KX_GetSysColorBrush(COLOR_WINDOW));
-        Frame(dc, box, COLOR_3DDKSHADOW);
-        if (checked) DrawCheckMark(dc, box);
+        DrawCheckBox(dc, box, checked);
     }
     RECT text = client;
     text.left = size + CKxGUILayoutManager::Zoomed(4);
