@@ -410,10 +410,10 @@ kx::ui::Handled CKxDevUI_HPot::Handle(const kx::ui::Message& message) {
         kx::ui::ByUserData<CKxDevUI_HPot>::Bind(window, this);
         kx::ui::MarkWindow(window, kx::ui::Mark::TagAndObject, this);
         return std::nullopt;
-    case WM_CREATE:
     case WM_SIZE:
+        // The class has the platform repaint a window whose size has changed.
         CreateDefaultThumb();
-        LookChanged();
+        if (WindowPart* part = Part()) part->stale = true;
         return std::nullopt;
     case kx::ui::WM_KX_ZOOM_CHANGED:
         kx::ui::ApplyZoom(window);
@@ -423,7 +423,10 @@ kx::ui::Handled CKxDevUI_HPot::Handle(const kx::ui::Message& message) {
     case WM_ENABLE:
     case WM_SYSCOLORCHANGE: LookChanged(); return std::nullopt;
     case WM_SETFOCUS:
-    case WM_KILLFOCUS: RedrawThumb(); return std::nullopt;
+    case WM_KILLFOCUS:
+        if (WindowPart* part = Part()) part->focused = id == WM_SETFOCUS;
+        RedrawThumb();
+        return std::nullopt;
     case WM_PAINT:
     case WM_PRINTCLIENT: OnPaint(message); return 0;
     case WM_ERASEBKGND: return 1;

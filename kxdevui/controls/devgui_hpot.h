@@ -219,7 +219,7 @@ private:
     WindowPart* Part() const;
     void LookChanged();
     int ThumbLook() const;
-    bool InvalidateThumb() const;
+    void InvalidateThumb(UINT flags) const;
     void RedrawThumb();
     void PaintThumb(HDC dc) const;
 };

@@ -91,7 +91,7 @@ void DrawMarker(HDC dc, long x, const Rows& rows, int color) {
 
 // clang-format off
 const int CKxDevUI_HPot::m_pDefaultColors[6][3] = {
-    {COLOR_3DLIGHT,      COLOR_3DLIGHT,    COLOR_BTNFACE},
+    {COLOR_WINDOW,       COLOR_WINDOW,     COLOR_BTNFACE},
     {COLOR_BTNSHADOW,    COLOR_BTNSHADOW,  COLOR_BTNSHADOW},
     {COLOR_3DDKSHADOW,   COLOR_3DDKSHADOW, COLOR_BTNSHADOW},
     {COLOR_BTNTEXT,      COLOR_BTNTEXT,    COLOR_GRAYTEXT},
@@ -245,7 +245,7 @@ int CKxDevUI_HPot::ThumbLook() const {
     const WindowPart* part = Part();
     if (!part || !IsWindowEnabled(m_hWnd)) return kLookDisabled;
     const int look = part->dragging ? kLookDragged : GetHovered() ? kLookHovered : kLookNormal;
-    return GetFocus() == m_hWnd ? look + kLookFocused : look;
+    return part->focused ? look + kLookFocused : look;
 }
 
 void CKxDevUI_HPot::PaintThumb(HDC dc) const {
@@ -274,20 +274,21 @@ void CKxDevUI_HPot::Redraw() {
     if (Part()) InvalidateRect(m_hWnd, nullptr, FALSE);
 }
 
-// Only where the thumb was and where it is.
-bool CKxDevUI_HPot::InvalidateThumb() const {
+// Only where the thumb was and where it is, in one call: each is a way to the window manager and back.
+void CKxDevUI_HPot::InvalidateThumb(UINT flags) const {
     const WindowPart* part = Part();
-    if (!part) return false;
+    if (!part) return;
     const RECT rect = ThumbRect();
-    if (EqualRect(&rect, &part->shownRect) && ThumbLook() == part->shownLook) return false;
-    InvalidateRect(m_hWnd, &part->shownRect, FALSE);
-    InvalidateRect(m_hWnd, &rect, FALSE);
-    return true;
+    if (EqualRect(&rect, &part->shownRect) && ThumbLook() == part->shownLook) return;
+    const kx::ui::Region places(CreateRectRgnIndirect(&rect)), before(CreateRectRgnIndirect(&part->shownRect));
+    CombineRgn(places.get(), places.get(), before.get(), RGN_OR);
+    RedrawWindow(m_hWnd, nullptr, places.get(), RDW_INVALIDATE | flags);
 }
 
 void CKxDevUI_HPot::RedrawThumb() {
+    const WindowPart* part = Part();
     // While the mouse moves there is no end of messages that come before a WM_PAINT.
-    if (InvalidateThumb() && Part()->dragging) UpdateWindow(m_hWnd);
+    InvalidateThumb(part && part->dragging ? RDW_UPDATENOW : 0);
 }
 
 void CKxDevUI_HPot::OnPaint(const kx::ui::Message& message) {
@@ -296,7 +297,7 @@ void CKxDevUI_HPot::OnPaint(const kx::ui::Message& message) {
     if (!watch) return;
     const bool onScreen = message.id == WM_PAINT && message.wParam == 0;
     // A thumb that was moved without being redrawn is to be painted whole or not at all.
-    if (onScreen) InvalidateThumb();
+    if (onScreen) InvalidateThumb(0);
     WindowPart* part = Part();
     if (onScreen) part->shownRect = ThumbRect(), part->shownLook = ThumbLook();
     kx::ui::Paint(message, {}, KX_GetSysColorBrush(COLOR_BTNFACE), [&](HDC dc, const RECT&) {

@@ -76,6 +76,9 @@ std::optional<Texts> Fitting(std::span<const double> values, const std::vector<d
 
 // ---- Places --------------------------------------------------------------------------------------------------------
 
+// The bounds of an unsorted list may stand anywhere.
+bool IsOnTrack(int position, const TickSpace& space) { return position >= 0 && position <= space.trackLength; }
+
 struct Place {
     int left, right;
 };
@@ -122,7 +125,7 @@ std::vector<Tick> TicksAt(const Scale& scale, std::span<const double> values, co
     std::vector<Stop> stops, kept;
     for (const double value : values) {
         const int position = ValueToThumbPos(scale, value, space.trackLength);
-        if (position >= 0 && position <= space.trackLength) stops.push_back({position, value});
+        if (IsOnTrack(position, space)) stops.push_back({position, value});
     }
     std::sort(stops.begin(), stops.end(), [](const Stop& a, const Stop& b) { return a.position < b.position; });
     for (const Stop& stop : stops) {
@@ -225,7 +228,8 @@ void AddRegionTicks(std::vector<Tick>& ticks, const Scale& scale, std::size_t re
     const double stride = step * factor.Times(1);
     for (int i = 1; i < Truncated(std::ceil(std::min(extent / stride, pixels))); ++i) {
         const double value = from + (to > from ? i : -i) * stride;
-        ticks.push_back({ValueToThumbPos(scale, value, space.trackLength), false, {}, 0});
+        const int position = ValueToThumbPos(scale, value, space.trackLength);
+        if (IsOnTrack(position, space)) ticks.push_back({position, false, {}, 0});
     }
 }
 

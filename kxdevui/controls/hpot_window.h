@@ -16,6 +16,8 @@ struct CKxDevUI_HPot::WindowPart {
     // The thumb as the window shows it.
     RECT shownRect{};
     int shownLook = -1;
+    // Whether the window has the focus; asking the platform takes longer than painting.
+    bool focused = false;
 
     // The drag: where it began, which position the thumb had there, where the mouse was last, and whether it may still
     // turn out a quick click.

@@ -8,14 +8,15 @@ set -euo pipefail
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
 out=${KXDEVUI_BUILD_ROOT:-$root/build}/fuzz
 modules=$root/modules
-targets=(number catalogue svg svgstring)
+targets=(number catalogue svg svgstring hpot)
 
-# What each target is built from besides itself, in the modules.
+# What each target is built from besides itself.
 sources() {
   case $1 in
-  svg) echo kxbaseui/kx_{path,raster,svg,svgstyle,svgvalues,xml}.cpp ;;
-  svgstring) echo kxbaseui/kx_svgstring.cpp ;;
-  *) echo kxsystem/kx_$1.cpp ;;
+  svg) echo modules/kxbaseui/kx_{path,raster,svg,svgstyle,svgvalues,xml}.cpp ;;
+  svgstring) echo modules/kxbaseui/kx_svgstring.cpp ;;
+  hpot) echo kxdevui/controls/hpot_{rules,ticks}.cpp ;;
+  *) echo modules/kxsystem/kx_$1.cpp ;;
   esac
 }
 
@@ -23,7 +24,8 @@ sources() {
 compile() {
   local source files=()
   for source in $(sources "$1"); do files+=("$3/$source"); done
-  clang++ -std=c++20 -O1 -g -Wall -Wextra -Werror -DKXSYSTEM_STATIC -DKXBASEUI_STATIC -I"$modules" \
+  clang++ -std=c++20 -O1 -g -Wall -Wextra -Werror -DKXSYSTEM_STATIC -DKXBASEUI_STATIC -DKXDEVUI_STATIC \
+    -I"$root" -I"$modules" \
     -fsanitize=fuzzer,address,undefined -fno-sanitize-recover=all \
     "$root/tests/fuzz/$1_fuzz.cpp" "${files[@]}" -o "$2"
 }
@@ -46,7 +48,7 @@ run() {
   local target program failed=0
   for target in "${targets[@]}"; do
     program=$out/$target
-    compile "$target" "$program" "$modules"
+    compile "$target" "$program" "$root"
     if fuzz "$target" "$program" "$1"; then
       echo "$target: $(awk '/number_of_executed_units/ { print $2 }' "$program.log") inputs in $1 s, no finding"
     else
@@ -86,6 +88,15 @@ s/text\.find(sought, from)/text.find(sought, at + 1)/
 s/length > MaxLength/false/
 FAULTS
   ;;
+  hpot) cat <<'FAULTS'
+s/std::trunc((value - scale.minimum) \/ scale.step + 0.5)/std::round((value - scale.minimum) \/ scale.step)/
+s/, 0, Count(scale) - 2);/, 0, Count(scale) - 1);/
+s/static_cast<long long>(held.index) + steps/held.index + steps/
+s/IsReversed(scale) ? value < bound : value > bound/value > bound/
+s/return each >= value;/return each > value;/
+s/at->left < each.right + space.labelGap/at->left < each.right/
+FAULTS
+  ;;
   esac
 }
 
@@ -99,8 +110,8 @@ prove() {
       changed=
       for source in $(sources "$target"); do
         mkdir -p "$(dirname "$program.sources/$source")"
-        sed "$fault" "$modules/$source" >"$program.sources/$source"
-        cmp -s "$modules/$source" "$program.sources/$source" || changed=yes
+        sed "$fault" "$root/$source" >"$program.sources/$source"
+        cmp -s "$root/$source" "$program.sources/$source" || changed=yes
       done
       if [ -z "$changed" ]; then
         echo "$target: the source has changed, fault $number has no place any more" >&2
