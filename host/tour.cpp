@@ -262,6 +262,7 @@ void Tour::PlanLooks() {
 
 void Tour::PlanControls() {
     Click([this] { return GetDlgItem(m_window.Handle(), MainWindow::cmdPage + 1); });
+    PlanSliders();
     PlanRadio();
     PlanTable();
     Picture(L"20-controls");
@@ -284,6 +285,25 @@ void Tour::PlanControls() {
     Menu(MainWindow::cmdLanguage + LANG_GERMAN);
     Picture(L"27-controls-german");
     Menu(MainWindow::cmdLanguage + LANG_ENGLISH);
+}
+
+void Tour::PlanSliders() {
+    const auto slider = [this](int index) -> Find {
+        return [this, index] { return HWND{m_window.Controls().Sliders().Slider(index)}; };
+    };
+    const Find refuses = [this] { return GetDlgItem(m_window.Controls().Sliders(), IDC_SLIDER_REFUSE); };
+    Drag(slider(0), 17, 60);
+    Wheel(slider(0), -2);
+    Click(slider(1));
+    Key(VK_RIGHT);
+    Drag(slider(2), 42, 80);
+    Click(slider(3));
+    Key(VK_PRIOR);
+    Picture(L"18-sliders");
+    Click(refuses);
+    Drag(slider(0), 50, 20);
+    Picture(L"18-sliders-refused");
+    Click(refuses);
 }
 
 void Tour::PlanRadio() {
@@ -309,7 +329,7 @@ void Tour::PlanTable() {
     Type(L"65");
     Key(VK_TAB);
     Type(L"deeper");
-    Picture(L"18-table-editing");
+    Picture(L"19-table-editing");
     Key(VK_RETURN);
     Click(refuses);
     Click(table);

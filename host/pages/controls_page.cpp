@@ -1,6 +1,8 @@
 #include "controls_page.h"
 
 void ControlsPage::Fill() {
+    Place(m_sliders, SliderPlace);
+    m_sliders.Fill();
     Place(m_radio, RadioPlace);
     m_radio.Fill();
     Place(m_table, TablePlace);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "../panels/radio_panel.h"
+#include "../panels/slider_panel.h"
 #include "../panels/table_panel.h"
 #include "page.h"
 
@@ -10,6 +11,7 @@ public:
     ControlsPage() : Page(L"Controls") {}
 
     RadioPanel& Binning() { return m_radio; }
+    SliderPanel& Sliders() { return m_sliders; }
     TablePanel& Planes() { return m_table; }
 
 protected:
@@ -24,6 +26,7 @@ protected:
 private:
     void Place(HostPanel& panel, const RECT& place);
 
+    SliderPanel m_sliders;
     RadioPanel m_radio;
     TablePanel m_table;
 };

@@ -43,3 +43,7 @@
 #define IDC_BINNING_GROUP 1515
 #define IDC_BINNING_PIXEL 1516
 #define IDC_BINNING_REFUSE 1517
+
+#define IDC_SLIDER 1520       // + index
+#define IDC_SLIDER_TEXT 1525  // + index
+#define IDC_SLIDER_REFUSE 1530

@@ -311,6 +311,11 @@ Handled CKxDevUI_Radio::Handle(const Message& message) {
         if (selected || first) ::SetFocus(selected ? selected : first);
         return 0;
     }
+    case WM_ENABLE:
+        // By a container, which takes the group for a plain window.
+        for (const HWND button : std::vector<HWND>(m_buttons))
+            EnableWindow(button, message.wParam != 0);
+        return std::nullopt;
     case WM_KX_ZOOM_CHANGED: ApplyZoom(message.window); return std::nullopt;
     case WM_DESTROY:
         m_titleWindow = nullptr;
