@@ -98,12 +98,6 @@ Ratio CreateTable() {
     const auto byHand = [&] {
         const HWND window = MakeBareWindow(frame, {300, 200});
         SendMessageW(MakeList(window, false), WM_SETFONT, SendMessageW(window, WM_GETFONT, 0, 0), FALSE);
-        const HWND field = CreateWindowExW(WS_EX_TOOLWINDOW | WS_EX_CONTROLPARENT, L"STATIC", nullptr, WS_POPUP, 0, 0,
-                                           20, 16, frame, nullptr, nullptr, nullptr);
-        const HWND edit = CreateWindowExW(0, L"EDIT", nullptr, WS_CHILD | WS_VISIBLE | ES_AUTOHSCROLL, 0, 0, 20, 16,
-                                          field, nullptr, nullptr, nullptr);
-        SendMessageW(edit, WM_SETFONT, SendMessageW(window, WM_GETFONT, 0, 0), FALSE);
-        DestroyWindow(field);
         DestroyWindow(window);
     };
     const auto table = [&] {

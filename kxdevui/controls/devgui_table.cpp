@@ -87,8 +87,6 @@ HWND CKxDevUI_Table::Create(HWND parent, long x, long y, long width, long height
     if (height >= 0) m_height = height;
     if (!MakeWindow(parent, RectAt(x, y, m_width, m_height))) return nullptr;
     MakeList(WS_CHILD | WS_VISIBLE | LVS_REPORT, 0);
-    m_editor.Prepare(m_hWnd);
-    RegisterZoom(m_hWnd);
     return m_hWnd;
 }
 
@@ -339,6 +337,8 @@ void CKxDevUI_Table::StartEdit(int row, int column) {
         cell = CellOnScreen(row, column);
     }
 
+    // Most tables are never edited, and a window of its own is half of a table's creation.
+    if (!HWND{m_editor}) m_editor.Prepare(m_hWnd);
     wchar_t text[kTextLength + 1] = L"";
     GetCell(row, column, text, kTextLength + 1);
     m_editRow = row;

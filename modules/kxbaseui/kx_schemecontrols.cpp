@@ -282,5 +282,5 @@ void KX_FollowColorScheme(HWND window) {
     if (!IsWindow(window)) return;
     Follow(window);
     EnumChildWindows(window, FollowEach, 0);
-    RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+    if (InUse()) RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
 }

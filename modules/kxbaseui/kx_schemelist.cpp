@@ -119,7 +119,8 @@ LRESULT CALLBACK ListProc(HWND list, UINT message, WPARAM wParam, LPARAM lParam,
 
 void FollowColorSchemeInList(HWND list) {
     SetWindowSubclass(list, ListProc, kSubclassId, 0);
-    SetColors(list);
+    // A new list has the system's colours already.
+    if (KX_GetColorScheme() != eKxColorScheme_System || !IsWindowEnabled(list)) SetColors(list);
     SetCheckBoxes(list);
 }
 
