@@ -29,6 +29,18 @@ RECT Union(const RECT& a, const RECT& b) {
     return both;
 }
 
+HWND ParentOf(HWND window) {
+    const HWND parent = IsWindow(window) ? GetAncestor(window, GA_PARENT) : nullptr;
+    return parent == GetDesktopWindow() ? nullptr : parent;
+}
+
+RECT PlaceIn(HWND parent, HWND window) {
+    RECT rect{};
+    GetWindowRect(window, &rect);
+    MapWindowPoints(HWND_DESKTOP, parent, reinterpret_cast<POINT*>(&rect), 2);
+    return rect;
+}
+
 std::wstring TextOf(HWND window, int size) {
     std::wstring text(static_cast<std::size_t>(size), 0);
     text.resize(static_cast<std::size_t>(GetWindowTextW(window, text.data(), size)));
@@ -77,6 +89,19 @@ LRESULT CALLBACK ButtonProc(HWND button, UINT message, WPARAM wParam, LPARAM lPa
     return DefSubclassProc(button, message, wParam, lParam) | arrows;
 }
 
+// A property of a button that is disabled only because its group's window is.
+constexpr wchar_t kWaits[] = L"KxRadioWaits";
+
+void EnableButton(HWND group, HWND button, bool enable) {
+    const bool now = enable && IsWindowEnabled(group);
+    if (enable && !now) {
+        SetPropW(button, kWaits, group);
+    } else {
+        RemovePropW(button, kWaits);
+    }
+    EnableWindow(button, now);
+}
+
 }  // namespace
 
 ATOM CKxDevUI_Radio::m_Atom = 0;
@@ -111,10 +136,12 @@ HWND CKxDevUI_Radio::Create(HWND parent, long x, long y, long width, long height
     DWORD style = WS_CHILD | WS_TABSTOP;
     if (m_visible) style |= WS_VISIBLE;
     if (!m_enabled) style |= WS_DISABLED;
+    const Alive alive(this);
     CreateWindowExW(0, L"KxDevUI_Radio", nullptr, style, x, y, m_width, m_height, parent,
                     reinterpret_cast<HMENU>(static_cast<INT_PTR>(m_id)), ModuleOf(WndProc),
                     static_cast<CKxDevUI_Base*>(this));
-    if (!m_hWnd) return nullptr;
+    // The parent is told of it, and may have ended it.
+    if (!alive || !m_hWnd) return nullptr;
     // Not an object for a container, which takes the group for a plain window.
     MarkWindow(m_hWnd, Mark::Tag, nullptr);
     SendMessageW(m_hWnd, WM_SETFONT, reinterpret_cast<WPARAM>(KX_GetDefaultGuiFont()), FALSE);
@@ -122,31 +149,44 @@ HWND CKxDevUI_Radio::Create(HWND parent, long x, long y, long width, long height
 }
 
 HWND CKxDevUI_Radio::Create(HWND first, int count, HWND title) {
-    const HWND parent = IsWindow(first) ? GetAncestor(first, GA_PARENT) : nullptr;
-    if (!parent || parent == GetDesktopWindow() || count < 1) return nullptr;
+    if (!ParentOf(first) || count < 1) return nullptr;
+    if (m_hWnd && (first == m_hWnd || IsChild(m_hWnd, first))) return nullptr;
+    const Alive alive(this);
+    // Before the siblings are counted: it may stand among them.
+    Destroy();
+    const HWND parent = ParentOf(first);
+    if (!alive || !parent) return nullptr;
 
     std::vector<HWND> sources;
     for (HWND each = first; each && static_cast<int>(sources.size()) < count; each = GetWindow(each, GW_HWNDNEXT)) {
         if (each != title) sources.push_back(each);
     }
-    const RECT titlePlace = IsWindow(title) ? RectInParent(title) : RECT{};
+    if (!IsWindow(title) || title == parent || IsChild(title, parent)) title = nullptr;
+    const RECT titlePlace = title ? PlaceIn(parent, title) : RECT{};
     RECT group = titlePlace;
     for (const HWND each : sources)
-        group = Union(group, RectInParent(each));
-    if (!Create(parent, group.left, group.top, group.right - group.left, group.bottom - group.top, true, true)) {
-        return nullptr;
-    }
+        group = Union(group, PlaceIn(parent, each));
+    const HWND window =
+        Create(parent, group.left, group.top, group.right - group.left, group.bottom - group.top, true, true);
+    if (!window) return nullptr;
     CorrectZOrder(first);
 
+    // The end of an edit that has the focus, say, is told to the parent, which may end this group.
+    const auto stands = [&] { return alive && m_hWnd == window; };
     m_taken = 0;
     for (const HWND each : sources) {
-        m_buttons.push_back(MakeButton(TextOf(each, kTextSize).c_str(), RectInParent(each), group));
+        if (!IsWindow(each)) continue;
+        const HWND button = MakeButton(TextOf(each, kTextSize).c_str(), PlaceIn(parent, each), group);
+        if (!stands()) return nullptr;
+        m_buttons.push_back(button);
         DestroyWindow(each);
+        if (!stands()) return nullptr;
         ++m_taken;
     }
     if (IsWindow(title)) TakeTitle(title, titlePlace, group);
-    KX_FollowColorScheme(m_hWnd);
-    return m_hWnd;
+    if (!stands()) return nullptr;
+    KX_FollowColorScheme(window);
+    return window;
 }
 
 HWND CKxDevUI_Radio::MakeButton(const wchar_t* text, const RECT& place, const RECT& group) {
@@ -159,6 +199,8 @@ HWND CKxDevUI_Radio::MakeButton(const wchar_t* text, const RECT& place, const RE
                         reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), nullptr, nullptr);
     SendMessageW(button, WM_SETFONT, reinterpret_cast<WPARAM>(KX_GetDefaultGuiFont()), FALSE);
     SetWindowSubclass(button, ButtonProc, kFirstButton, 0);
+    // Otherwise Windows reports a click for a button that only gets the focus.
+    SendMessageW(button, BM_SETDONTCLICK, TRUE, 0);
     return button;
 }
 
@@ -188,8 +230,19 @@ void CKxDevUI_Radio::Destroy() {
 void CKxDevUI_Radio::SetEnabled(bool enable) {
     if (enable == m_enabled) return;
     m_enabled = enable;
-    for (const HWND button : std::vector<HWND>(m_buttons))
-        EnableWindow(button, enable);
+    // What loses the focus may end this object.
+    const HWND group = m_hWnd;
+    const std::vector<HWND> buttons(m_buttons);
+    if (enable) EnableWindow(group, TRUE);
+    for (const HWND button : buttons)
+        EnableButton(group, button, enable);
+}
+
+void CKxDevUI_Radio::FollowWindow() {
+    const HWND group = m_hWnd;
+    for (const HWND button : std::vector<HWND>(m_buttons)) {
+        if (IsWindowEnabled(button) || GetPropW(button, kWaits)) EnableButton(group, button, true);
+    }
 }
 
 void CKxDevUI_Radio::SetTitle(const wchar_t* title) {
@@ -207,6 +260,14 @@ HWND CKxDevUI_Radio::ButtonAt(int index) const {
 HWND CKxDevUI_Radio::SelectedButton() const {
     const auto found = std::find_if(m_buttons.begin(), m_buttons.end(),
                                     [](HWND button) { return SendMessageW(button, BM_GETCHECK, 0, 0) == BST_CHECKED; });
+    return found == m_buttons.end() ? nullptr : *found;
+}
+
+HWND CKxDevUI_Radio::FocusButton() const {
+    const HWND selected = SelectedButton();
+    if (selected && IsWindowEnabled(selected)) return selected;
+    const auto found =
+        std::find_if(m_buttons.begin(), m_buttons.end(), [](HWND button) { return IsWindowEnabled(button) != FALSE; });
     return found == m_buttons.end() ? nullptr : *found;
 }
 
@@ -267,7 +328,7 @@ void CKxDevUI_Radio::SetValueName(int index, const wchar_t* name) {
 }
 
 void CKxDevUI_Radio::SetValueEnabled(int index, bool enable) {
-    if (const HWND button = ButtonAt(index)) EnableWindow(button, enable);
+    if (const HWND button = ButtonAt(index)) EnableButton(m_hWnd, button, enable);
 }
 
 int CKxDevUI_Radio::InsertValue(double, int) { return -1; }
@@ -307,10 +368,10 @@ Handled CKxDevUI_Radio::Handle(const Message& message) {
         return Paint(message, {.children = true, .buffered = false}, KX_GetSysColorBrush(COLOR_BTNFACE), nothing);
     }
     case WM_SETFOCUS: {
-        const HWND selected = SelectedButton(), first = ButtonAt(0);
-        if (selected || first) ::SetFocus(selected ? selected : first);
+        if (const HWND button = FocusButton()) ::SetFocus(button);
         return 0;
     }
+    case WM_ENABLE: FollowWindow(); return std::nullopt;
     case WM_KX_ZOOM_CHANGED: ApplyZoom(message.window); return std::nullopt;
     case WM_DESTROY:
         m_titleWindow = nullptr;
