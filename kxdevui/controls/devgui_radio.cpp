@@ -1,7 +1,5 @@
 #include <kxdevui/controls/devgui_radio.h>
 
-#include <commctrl.h>
-
 #include <algorithm>
 #include <cwchar>
 #include <iterator>
@@ -27,6 +25,18 @@ RECT Union(const RECT& a, const RECT& b) {
     RECT both{};
     UnionRect(&both, &a, &b);
     return both;
+}
+
+HWND ParentOf(HWND window) {
+    const HWND parent = IsWindow(window) ? GetAncestor(window, GA_PARENT) : nullptr;
+    return parent == GetDesktopWindow() ? nullptr : parent;
+}
+
+RECT PlaceIn(HWND parent, HWND window) {
+    RECT rect{};
+    GetWindowRect(window, &rect);
+    MapWindowPoints(HWND_DESKTOP, parent, reinterpret_cast<POINT*>(&rect), 2);
+    return rect;
 }
 
 std::wstring TextOf(HWND window, int size) {
@@ -62,9 +72,8 @@ void ReleaseOthers(HWND button) {
 
 // Keeps the buttons together instead of the platform, whose search for the members of a group goes by the dialog's own
 // children: its arrow keys stop at the end of this group, and under Wine it never ends when a disabled button or a
-// title stands among the members. Not the framework's subclassing: a button's user data is the host's.
-LRESULT CALLBACK ButtonProc(HWND button, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id, DWORD_PTR) {
-    if (message == WM_NCDESTROY) RemoveWindowSubclass(button, ButtonProc, id);
+// title stands among the members. No object is bound to a button: its user data is the host's.
+LRESULT CALLBACK ButtonProc(HWND button, UINT message, WPARAM wParam, LPARAM lParam) {
     // Only to the dialog manager, which asks about a message: the buttons know each other by their plain code.
     const LRESULT arrows = message == WM_GETDLGCODE && lParam != 0 ? DLGC_WANTARROWS : 0;
     if (message == BM_SETCHECK && wParam == BST_CHECKED) ReleaseOthers(button);
@@ -74,7 +83,20 @@ LRESULT CALLBACK ButtonProc(HWND button, UINT message, WPARAM wParam, LPARAM lPa
         if (next != button) SendMessageW(next, BM_CLICK, 0, 0);
         return 0;
     }
-    return DefSubclassProc(button, message, wParam, lParam) | arrows;
+    return CallPrevious({button, message, wParam, lParam}) | arrows;
+}
+
+// A property of a button that is disabled only because its group's window is.
+constexpr wchar_t kWaits[] = L"KxRadioWaits";
+
+void EnableButton(HWND group, HWND button, bool enable) {
+    const bool now = enable && IsWindowEnabled(group);
+    if (enable && !now) {
+        SetPropW(button, kWaits, group);
+    } else {
+        RemovePropW(button, kWaits);
+    }
+    EnableWindow(button, now);
 }
 
 }  // namespace
@@ -111,10 +133,12 @@ HWND CKxDevUI_Radio::Create(HWND parent, long x, long y, long width, long height
     DWORD style = WS_CHILD | WS_TABSTOP;
     if (m_visible) style |= WS_VISIBLE;
     if (!m_enabled) style |= WS_DISABLED;
+    const Alive alive(this);
     CreateWindowExW(0, L"KxDevUI_Radio", nullptr, style, x, y, m_width, m_height, parent,
                     reinterpret_cast<HMENU>(static_cast<INT_PTR>(m_id)), ModuleOf(WndProc),
                     static_cast<CKxDevUI_Base*>(this));
-    if (!m_hWnd) return nullptr;
+    // The parent is told of it, and may have ended it.
+    if (!alive || !m_hWnd) return nullptr;
     // Not an object for a container, which takes the group for a plain window.
     MarkWindow(m_hWnd, Mark::Tag, nullptr);
     SendMessageW(m_hWnd, WM_SETFONT, reinterpret_cast<WPARAM>(KX_GetDefaultGuiFont()), FALSE);
@@ -122,31 +146,44 @@ HWND CKxDevUI_Radio::Create(HWND parent, long x, long y, long width, long height
 }
 
 HWND CKxDevUI_Radio::Create(HWND first, int count, HWND title) {
-    const HWND parent = IsWindow(first) ? GetAncestor(first, GA_PARENT) : nullptr;
-    if (!parent || parent == GetDesktopWindow() || count < 1) return nullptr;
+    if (!ParentOf(first) || count < 1) return nullptr;
+    if (m_hWnd && (first == m_hWnd || IsChild(m_hWnd, first))) return nullptr;
+    const Alive alive(this);
+    // Before the siblings are counted: it may stand among them.
+    Destroy();
+    const HWND parent = ParentOf(first);
+    if (!alive || !parent) return nullptr;
 
     std::vector<HWND> sources;
     for (HWND each = first; each && static_cast<int>(sources.size()) < count; each = GetWindow(each, GW_HWNDNEXT)) {
         if (each != title) sources.push_back(each);
     }
-    const RECT titlePlace = IsWindow(title) ? RectInParent(title) : RECT{};
+    if (!IsWindow(title) || title == parent || IsChild(title, parent)) title = nullptr;
+    const RECT titlePlace = title ? PlaceIn(parent, title) : RECT{};
     RECT group = titlePlace;
     for (const HWND each : sources)
-        group = Union(group, RectInParent(each));
-    if (!Create(parent, group.left, group.top, group.right - group.left, group.bottom - group.top, true, true)) {
-        return nullptr;
-    }
+        group = Union(group, PlaceIn(parent, each));
+    const HWND window =
+        Create(parent, group.left, group.top, group.right - group.left, group.bottom - group.top, true, true);
+    if (!window) return nullptr;
     CorrectZOrder(first);
 
+    // The end of an edit that has the focus, say, is told to the parent, which may end this group.
+    const auto stands = [&] { return alive && m_hWnd == window; };
     m_taken = 0;
     for (const HWND each : sources) {
-        m_buttons.push_back(MakeButton(TextOf(each, kTextSize).c_str(), RectInParent(each), group));
+        if (!IsWindow(each)) continue;
+        const HWND button = MakeButton(TextOf(each, kTextSize).c_str(), PlaceIn(parent, each), group);
+        if (!stands()) return nullptr;
+        m_buttons.push_back(button);
         DestroyWindow(each);
+        if (!stands()) return nullptr;
         ++m_taken;
     }
     if (IsWindow(title)) TakeTitle(title, titlePlace, group);
-    KX_FollowColorScheme(m_hWnd);
-    return m_hWnd;
+    if (!stands()) return nullptr;
+    KX_FollowColorScheme(window);
+    return window;
 }
 
 HWND CKxDevUI_Radio::MakeButton(const wchar_t* text, const RECT& place, const RECT& group) {
@@ -158,7 +195,9 @@ HWND CKxDevUI_Radio::MakeButton(const wchar_t* text, const RECT& place, const RE
                         place.top - group.top, place.right - place.left, place.bottom - place.top, m_hWnd,
                         reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), nullptr, nullptr);
     SendMessageW(button, WM_SETFONT, reinterpret_cast<WPARAM>(KX_GetDefaultGuiFont()), FALSE);
-    SetWindowSubclass(button, ButtonProc, kFirstButton, 0);
+    Subclass(button, ButtonProc, nullptr);
+    // Otherwise Windows reports a click for a button that only gets the focus.
+    SendMessageW(button, BM_SETDONTCLICK, TRUE, 0);
     return button;
 }
 
@@ -188,8 +227,19 @@ void CKxDevUI_Radio::Destroy() {
 void CKxDevUI_Radio::SetEnabled(bool enable) {
     if (enable == m_enabled) return;
     m_enabled = enable;
-    for (const HWND button : std::vector<HWND>(m_buttons))
-        EnableWindow(button, enable);
+    // What loses the focus may end this object.
+    const HWND group = m_hWnd;
+    const std::vector<HWND> buttons(m_buttons);
+    if (enable) EnableWindow(group, TRUE);
+    for (const HWND button : buttons)
+        EnableButton(group, button, enable);
+}
+
+void CKxDevUI_Radio::FollowWindow() {
+    const HWND group = m_hWnd;
+    for (const HWND button : std::vector<HWND>(m_buttons)) {
+        if (IsWindowEnabled(button) || GetPropW(button, kWaits)) EnableButton(group, button, true);
+    }
 }
 
 void CKxDevUI_Radio::SetTitle(const wchar_t* title) {
@@ -207,6 +257,14 @@ HWND CKxDevUI_Radio::ButtonAt(int index) const {
 HWND CKxDevUI_Radio::SelectedButton() const {
     const auto found = std::find_if(m_buttons.begin(), m_buttons.end(),
                                     [](HWND button) { return SendMessageW(button, BM_GETCHECK, 0, 0) == BST_CHECKED; });
+    return found == m_buttons.end() ? nullptr : *found;
+}
+
+HWND CKxDevUI_Radio::FocusButton() const {
+    const HWND selected = SelectedButton();
+    if (selected && IsWindowEnabled(selected)) return selected;
+    const auto found =
+        std::find_if(m_buttons.begin(), m_buttons.end(), [](HWND button) { return IsWindowEnabled(button) != FALSE; });
     return found == m_buttons.end() ? nullptr : *found;
 }
 
@@ -267,7 +325,7 @@ void CKxDevUI_Radio::SetValueName(int index, const wchar_t* name) {
 }
 
 void CKxDevUI_Radio::SetValueEnabled(int index, bool enable) {
-    if (const HWND button = ButtonAt(index)) EnableWindow(button, enable);
+    if (const HWND button = ButtonAt(index)) EnableButton(m_hWnd, button, enable);
 }
 
 int CKxDevUI_Radio::InsertValue(double, int) { return -1; }
@@ -307,15 +365,10 @@ Handled CKxDevUI_Radio::Handle(const Message& message) {
         return Paint(message, {.children = true, .buffered = false}, KX_GetSysColorBrush(COLOR_BTNFACE), nothing);
     }
     case WM_SETFOCUS: {
-        const HWND selected = SelectedButton(), first = ButtonAt(0);
-        if (selected || first) ::SetFocus(selected ? selected : first);
+        if (const HWND button = FocusButton()) ::SetFocus(button);
         return 0;
     }
-    case WM_ENABLE:
-        // By a container, which takes the group for a plain window.
-        for (const HWND button : std::vector<HWND>(m_buttons))
-            EnableWindow(button, message.wParam != 0);
-        return std::nullopt;
+    case WM_ENABLE: FollowWindow(); return std::nullopt;
     case WM_KX_ZOOM_CHANGED: ApplyZoom(message.window); return std::nullopt;
     case WM_DESTROY:
         m_titleWindow = nullptr;

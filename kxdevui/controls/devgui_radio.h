@@ -25,8 +25,8 @@ struct Message;
 // was checked before. The group asks nobody and moves no device: a host that refuses selects the old value again, which
 // is told like any selection.
 //
-// The group is a tab stop of its dialog: its window passes the focus on to the checked button, and the arrow keys move
-// between the buttons.
+// The group is a tab stop of its dialog: its window passes the focus on to the checked button, or the first that can be
+// chosen, and the arrow keys move between the buttons and check them.
 class KXDEVUI_API CKxDevUI_Radio : public CKxDevUI_Base {
 public:
     // Nominal size 100 by 50, no values.
@@ -42,18 +42,21 @@ public:
     HWND Create(HWND parent, long x, long y, long width, long height, bool, bool) override;
 
     // Makes a group of controls that stand in a dialog one after the other: `first` and the siblings that follow it in
-    // the tab order, up to `count`, are replaced by radio buttons with their texts (cut to 255 characters) at their
+    // the tab order, up to `count`, are replaced by radio buttons with their texts (cut to 254 characters) at their
     // places. The group covers them and `title`, which moves into it and may be null; it takes the place of `first` in
-    // the tab order. Returns the group's window; null, and nothing is touched, when `first` has no parent or `count` is
-    // below
-    // 1. The title ends at (dx, dx) where dx is its distance from the group's left edge; the distance from the top is
-    // not used.
+    // the tab order. The title ends at (dx, dx) where dx is its distance from the group's left edge; the distance from
+    // the top is not used. A title that cannot move in (no window, the parent, a window around it) is left out.
+    //
+    // Returns the group's window. Null, and nothing is touched, when `first` has no parent or belongs to this group, or
+    // `count` is below 1; null too when a host ends the group meanwhile, out of a message that a control's end sends.
     HWND Create(HWND first, int count, HWND title);
 
     // Destroys the windows; the values are gone.
     void Destroy();
 
-    // Enables or disables every button.
+    // Enables or disables every button when the state differs from the one held, those that SetValueEnabled has set
+    // among them. Enabling also enables the group's window, which is made disabled while the state is. Where the window
+    // is disabled alone, as by a container, the buttons show it, and come back as they were.
     void SetEnabled(bool enable) override;
     // Also the text of the title window.
     void SetTitle(const wchar_t* title) override;
@@ -84,7 +87,7 @@ public:
     virtual std::int64_t GetUserData(int index);
     virtual void SetUserData(int index, std::int64_t value);
 
-    // The text of a value; whether its button can be chosen, whatever SetEnabled says.
+    // The text of a value; whether its button can be chosen, whatever SetEnabled said before.
     virtual void SetValueName(int index, const wchar_t* name);
     virtual void SetValueEnabled(int index, bool enable);
 
@@ -121,6 +124,8 @@ private:
     std::optional<LRESULT> Handle(const kx::ui::Message& message);
     HWND ButtonAt(int index) const;
     HWND SelectedButton() const;
+    HWND FocusButton() const;
+    void FollowWindow();
     void TakeTitle(HWND title, const RECT& place, const RECT& group);
     HWND MakeButton(const wchar_t* text, const RECT& place, const RECT& group);
 };

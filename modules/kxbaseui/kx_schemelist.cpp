@@ -1,6 +1,8 @@
 // List views in a colour scheme: the list's own colours, and its header, which has none to set.
 #include "kx_schemelist.h"
 
+#include "kx_subclass.h"
+
 #include <windows.h>
 
 #include <commctrl.h>
@@ -12,8 +14,6 @@
 #include <kxbaseui/kx_layoutmanager.h>
 
 namespace {
-
-constexpr UINT_PTR kSubclassId = 0x83FB;
 
 void SetColors(HWND list) {
     const bool enabled = IsWindowEnabled(list) != FALSE;
@@ -92,15 +92,14 @@ LRESULT DrawHeader(HWND list, const NMCUSTOMDRAW& draw) {
     }
 }
 
-LRESULT CALLBACK ListProc(HWND list, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id, DWORD_PTR) {
-    if (message == WM_NCDESTROY) RemoveWindowSubclass(list, ListProc, id);
+LRESULT CALLBACK ListProc(HWND list, UINT message, WPARAM wParam, LPARAM lParam) {
     if (message == WM_NOTIFY && KX_GetColorScheme() != eKxColorScheme_System) {
         const auto* header = reinterpret_cast<const NMHDR*>(lParam);
         if (header->code == NM_CUSTOMDRAW && header->hwndFrom == ListView_GetHeader(list)) {
             return DrawHeader(list, *reinterpret_cast<const NMCUSTOMDRAW*>(lParam));
         }
     }
-    const LRESULT result = DefSubclassProc(list, message, wParam, lParam);
+    const LRESULT result = kx::CallRest(ListProc, list, message, wParam, lParam);
     if (!IsWindow(list)) return result;
     switch (message) {
     case WM_SYSCOLORCHANGE:
@@ -118,7 +117,7 @@ LRESULT CALLBACK ListProc(HWND list, UINT message, WPARAM wParam, LPARAM lParam,
 }  // namespace
 
 void FollowColorSchemeInList(HWND list) {
-    SetWindowSubclass(list, ListProc, kSubclassId, 0);
+    kx::Subclass(list, ListProc);
     // A new list has the system's colours already.
     if (KX_GetColorScheme() != eKxColorScheme_System || !IsWindowEnabled(list)) SetColors(list);
     SetCheckBoxes(list);

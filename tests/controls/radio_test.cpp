@@ -1,7 +1,9 @@
 // The radio group: made of a dialog's controls, worked by mouse and keys, and what its owner hears.
 #include <bench/bench.h>
+#include <kxbaseui/kx_colors.h>
 #include <kxdevui/controls/devgui_radio.h>
 #include <kxdevui/framework/devgui.h>
+#include <kxdevui/framework/ui_gdi.h>
 #include <kxsystem/kx_log.h>
 
 #include <cstring>
@@ -86,6 +88,55 @@ TEST(RadioCreation, StopsAtTheEndAndRefusesNothing) {
     EXPECT_EQ(group.GetValuesCount(), 0);
     EXPECT_EQ(group.GetIndex(L"only"), -1);
     EXPECT_EQ(group.GetSelectionIndex(), -1);
+}
+
+// A title that is a group box stands on the group's face; it does not paint what it frames.
+TEST(RadioCreation, PaintsWhatTheTitleFrames) {
+    RecordingParent parent;
+    const HWND box = Add(parent.Window(), L"BUTTON", L"Gain", 1, {10, 10, 130, 90}, BS_GROUPBOX);
+    const HWND first = Add(parent.Window(), L"BUTTON", L"low", 2, {20, 40, 70, 60}, BS_AUTORADIOBUTTON);
+    CKxDevUI_Radio group;
+    ASSERT_TRUE(group.Create(first, 1, box));
+    for (const int scheme : {eKxColorScheme_Dark, eKxColorScheme_System}) {
+        KX_SetColorScheme(static_cast<EKxColorScheme>(scheme));
+        Pump();
+        {
+            const kx::ui::WindowDC screen(parent.Window());
+            const kx::ui::Brush paint(CreateSolidBrush(RGB(255, 0, 0)));
+            const RECT all{0, 0, 200, 200};
+            FillRect(screen, &all, paint.get());
+        }
+        group.RefreshWindow();
+        const Picture picture = Picture::OnScreen(group);
+        picture.Save("radio-group-box-" + std::to_string(scheme));
+        EXPECT_EQ(picture.Pixel(100, 60), KX_GetSysColor(COLOR_BTNFACE));
+        EXPECT_NE(picture.Pixel(0, 40), picture.Pixel(100, 60)) << "the frame";
+    }
+}
+
+TEST(RadioCreation, BearsWhatAHostDoesMeanwhile) {
+    for (const bool object : {false, true}) {
+        Dialog dialog;
+        const HWND first = Add(dialog.parent.Window(), L"EDIT", L"a", 7, {0, 200, 50, 220});
+        Add(dialog.parent.Window(), L"EDIT", L"b", 8, {0, 220, 50, 240});
+        dialog.parent.Answer(WM_PARENTNOTIFY, [&](WPARAM wParam, LPARAM) {
+            if (LOWORD(wParam) == WM_DESTROY && dialog.group && GetWindow(*dialog.group, GW_CHILD))
+                object ? dialog.group.reset() : dialog.group->Destroy();
+            return 0;
+        });
+        EXPECT_EQ(dialog.group->Create(first, 2, nullptr), nullptr);
+    }
+    Dialog dialog;
+    CKxDevUI_Radio& group = *dialog.group;
+    EXPECT_EQ(group.Create(dialog.ButtonOf(1), 2, nullptr), nullptr) << "a button of its own";
+    EXPECT_EQ(group.GetValuesCount(), 3);
+    const RECT place = RectInParent(dialog.parent.Window());
+    const HWND first = Add(dialog.parent.Window(), L"STATIC", L"a", 7, {0, 200, 50, 220});
+    SetWindowPos(group, HWND_BOTTOM, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE);
+    EXPECT_TRUE(group.Create(first, 9, dialog.parent.Window())) << "itself among them, and its parent as the title";
+    EXPECT_EQ(group.GetValuesCount(), 1);
+    const RECT now = RectInParent(dialog.parent.Window());
+    EXPECT_TRUE(EqualRect(&place, &now));
 }
 
 TEST(RadioValues, AnswerByIndexAndText) {
@@ -184,6 +235,47 @@ TEST(RadioInput, FollowsMouseAndKeys) {
     dialog.group->SetEnabled(false);
     dialog.group->SetEnabled(true);
     EXPECT_TRUE(IsWindowEnabled(dialog.ButtonOf(1)));
+}
+
+// A container takes the group for a plain window and enables that; the buttons show it, and come back as they were.
+TEST(RadioInput, IsEnabledWithItsWindow) {
+    Dialog dialog;
+    const auto enabled = [&] {
+        std::string buttons;
+        for (int i = 0; i < 3; ++i)
+            buttons += IsWindowEnabled(dialog.ButtonOf(i)) ? '1' : '0';
+        return buttons;
+    };
+    CKxDevUI_Radio& group = *dialog.group;
+    const struct {
+        const char* name;
+        std::function<void()> step;
+        const char* expected;
+    } steps[] = {
+        {"one value off", [&] { group.SetValueEnabled(0, false); }, "011"},
+        {"the window off", [&] { EnableWindow(group, FALSE); }, "000"},
+        {"values meanwhile", [&] { group.SetValueEnabled(0, true), group.SetValueEnabled(1, false); }, "000"},
+        {"the window on", [&] { EnableWindow(group, TRUE); }, "101"},
+        {"the group off", [&] { group.SetEnabled(false); }, "000"},
+        {"the window off and on", [&] { EnableWindow(group, FALSE), EnableWindow(group, TRUE); }, "000"},
+        {"the group on", [&] { group.SetEnabled(true); }, "111"},
+    };
+    for (const auto& each : steps) {
+        each.step();
+        EXPECT_EQ(enabled(), each.expected) << each.name;
+    }
+    group.SetValueEnabled(0, false);
+    SetFocus(group);
+    EXPECT_EQ(GetFocus(), dialog.ButtonOf(1)) << "the first that can be chosen";
+
+    // Made while it is disabled, and enabled later.
+    group.SetEnabled(false);
+    ASSERT_TRUE(group.Create(Add(dialog.parent.Window(), L"STATIC", L"only", 7, {10, 200, 60, 220}), 1, nullptr));
+    EXPECT_FALSE(IsWindowEnabled(dialog.ButtonOf(0)));
+    group.SetEnabled(true);
+    dialog.parent.Record().Clear();
+    Click(dialog.ButtonOf(0), 5, 8);
+    EXPECT_TRUE(dialog.Told({dialog.Chosen(0)}));
 }
 
 TEST(RadioLife, EndsInTheNotification) {
