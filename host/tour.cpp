@@ -262,6 +262,8 @@ void Tour::PlanLooks() {
 
 void Tour::PlanControls() {
     Click([this] { return GetDlgItem(m_window.Handle(), MainWindow::cmdPage + 1); });
+    PlanSliders();
+    PlanRadio();
     PlanTable();
     Picture(L"20-controls");
     Menu(MainWindow::cmdEnabled);
@@ -285,6 +287,37 @@ void Tour::PlanControls() {
     Menu(MainWindow::cmdLanguage + LANG_ENGLISH);
 }
 
+void Tour::PlanSliders() {
+    const auto slider = [this](int index) -> Find {
+        return [this, index] { return HWND{m_window.Controls().Sliders().Slider(index)}; };
+    };
+    const Find refuses = [this] { return GetDlgItem(m_window.Controls().Sliders(), IDC_SLIDER_REFUSE); };
+    Drag(slider(0), 17, 60);
+    Wheel(slider(0), -2);
+    Click(slider(1));
+    Key(VK_RIGHT);
+    Drag(slider(2), 42, 80);
+    Click(slider(3));
+    Key(VK_PRIOR);
+    Picture(L"18-sliders");
+    Click(refuses);
+    Drag(slider(0), 50, 20);
+    Picture(L"18-sliders-refused");
+    Click(refuses);
+}
+
+void Tour::PlanRadio() {
+    const auto button = [this](int index) -> Find {
+        return [this, index] { return GetDlgItem(m_window.Controls().Binning().Group(), 85 + index); };
+    };
+    const Find refuses = [this] { return GetDlgItem(m_window.Controls().Binning(), IDC_BINNING_REFUSE); };
+    Click(button(1));
+    Key(VK_DOWN);
+    Click(refuses);
+    Click(button(0));
+    Click(refuses);
+}
+
 void Tour::PlanTable() {
     const Find table = [this] { return m_window.Controls().Planes().Table().GetListView(); };
     const Find refuses = [this] { return GetDlgItem(m_window.Controls().Planes(), IDC_PLANES_REFUSE); };
@@ -296,7 +329,7 @@ void Tour::PlanTable() {
     Type(L"65");
     Key(VK_TAB);
     Type(L"deeper");
-    Picture(L"18-table-editing");
+    Picture(L"19-table-editing");
     Key(VK_RETURN);
     Click(refuses);
     Click(table);

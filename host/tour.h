@@ -28,6 +28,8 @@ private:
     void PlanDialog();
     void PlanLooks();
     void PlanControls();
+    void PlanSliders();
+    void PlanRadio();
     void PlanTable();
     void TakeStep();
 

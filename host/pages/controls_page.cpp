@@ -1,6 +1,10 @@
 #include "controls_page.h"
 
 void ControlsPage::Fill() {
+    Place(m_sliders, SliderPlace);
+    m_sliders.Fill();
+    Place(m_radio, RadioPlace);
+    m_radio.Fill();
     Place(m_table, TablePlace);
     m_table.Fill();
 }

@@ -1,6 +1,8 @@
 // The generic controls, each on a panel of its own.
 #pragma once
 
+#include "../panels/radio_panel.h"
+#include "../panels/slider_panel.h"
 #include "../panels/table_panel.h"
 #include "page.h"
 
@@ -8,6 +10,8 @@ class ControlsPage : public Page {
 public:
     ControlsPage() : Page(L"Controls") {}
 
+    RadioPanel& Binning() { return m_radio; }
+    SliderPanel& Sliders() { return m_sliders; }
     TablePanel& Planes() { return m_table; }
 
 protected:
@@ -22,5 +26,7 @@ protected:
 private:
     void Place(HostPanel& panel, const RECT& place);
 
+    SliderPanel m_sliders;
+    RadioPanel m_radio;
     TablePanel m_table;
 };

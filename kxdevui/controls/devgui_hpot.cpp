@@ -319,7 +319,7 @@ void CKxDevUI_HPot::OnMouseMove(const kx::ui::Message& message) {
         const Watch watch(this);
         OnHoverForPad();
         if (!watch) return;
-        kx::ui::TrackHover(message);
+        if (!kx::ui::TrackHover(message)) return UnHoverForPad();
         RedrawThumb();
     }
 }
