@@ -159,14 +159,19 @@ struct RoundStep {
     }
 };
 
+struct Multiple {
+    double count;  // how many steps
+    double value;
+};
+
 // The multiples of a step within the range.
-std::vector<double> Multiples(const Scale& scale, RoundStep step) {
+std::vector<Multiple> Multiples(const Scale& scale, RoundStep step) {
     const auto [low, high] = std::minmax(scale.minimum, scale.maximum);
     constexpr double slack = 1e-9;
     const double first = std::ceil(low / step.Times(1) - slack), last = std::floor(high / step.Times(1) + slack);
-    std::vector<double> multiples;
+    std::vector<Multiple> multiples;
     for (int i = 0; i <= Truncated(last - first); ++i)
-        multiples.push_back(Clamped(scale, step.Times(first + i)));
+        multiples.push_back({first + i, Clamped(scale, step.Times(first + i))});
     return multiples;
 }
 
@@ -180,10 +185,21 @@ std::optional<RoundStep> FinestStep(const Scale& scale, int trackLength, int pix
     return step;
 }
 
-// Whether every multiple of the coarser step is one of the finer.
-bool Divides(RoundStep finer, RoundStep coarser) {
+// How many of the finer steps make a coarser one, if that is a whole number; else 0.
+double Ratio(RoundStep finer, RoundStep coarser) {
     const double ratio = coarser.Times(1) / finer.Times(1);
-    return std::abs(ratio - std::round(ratio)) < 1e-6;
+    return std::abs(ratio - std::round(ratio)) < 1e-6 ? std::round(ratio) : 0;
+}
+
+// Small ticks between those at the multiples of a step, the finest that are far enough apart and lead from one to the
+// next.
+void AddFineTicks(std::vector<Tick>& ticks, const Scale& scale, RoundStep fine, RoundStep step, int trackLength) {
+    while (Ratio(fine, step) == 0)
+        fine = fine.Next();
+    const double ratio = Ratio(fine, step);
+    for (const auto& [count, value] : Multiples(scale, fine)) {
+        if (std::fmod(count, ratio) != 0) ticks.push_back({ValueToThumbPos(scale, value, trackLength), false, {}, 0});
+    }
 }
 
 std::vector<Tick> LinearTicks(const Scale& scale, const TickSpace& space) {
@@ -193,22 +209,15 @@ std::vector<Tick> LinearTicks(const Scale& scale, const TickSpace& space) {
     if (!finest || !legible) return TicksAt(scale, ends, space);
     const double range = std::abs(scale.maximum - scale.minimum);
     for (RoundStep step = *legible; step.Times(1) <= range; step = step.Next()) {
-        std::vector<Tick> labelled;
-        const std::vector<double> values = Multiples(scale, step);
-        if (values.size() < 2) break;
-        for (const double value : values)
-            labelled.push_back({ValueToThumbPos(scale, value, space.trackLength), true, {}, 0});
-        if (!PlaceLabels(labelled, Labels(values), space, true)) continue;
-
-        RoundStep fine = *finest;
-        while (!Divides(fine, step))
-            fine = fine.Next();
-        std::vector<Tick> ticks = std::move(labelled);
-        for (const double value : Multiples(scale, fine)) {
-            const int position = ValueToThumbPos(scale, value, space.trackLength);
-            const auto isThere = [position](const Tick& tick) { return tick.position == position; };
-            if (std::none_of(ticks.begin(), ticks.end(), isThere)) ticks.push_back({position, false, {}, 0});
+        std::vector<Tick> ticks;
+        std::vector<double> values;
+        for (const Multiple& multiple : Multiples(scale, step)) {
+            values.push_back(multiple.value);
+            ticks.push_back({ValueToThumbPos(scale, multiple.value, space.trackLength), true, {}, 0});
         }
+        if (values.size() < 2) break;
+        if (!PlaceLabels(ticks, Labels(values), space, true)) continue;
+        AddFineTicks(ticks, scale, *finest, step, space.trackLength);
         return ticks;
     }
     return TicksAt(scale, ends, space);

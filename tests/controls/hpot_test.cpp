@@ -488,7 +488,7 @@ TEST(HPot, DrawsAPlainThumbWithoutTheImages) {
         for (const int alpha : image.alpha) sum += alpha;
         return sum / (255.0 * image.width * image.height);
     };
-    const auto image = kx::hpot::ReadHandleImage((std::wstring(L"r7_w32_baseresources.dll")).c_str());
+    const auto image = kx::hpot::ReadHandleImage(L"r7_w32_baseresources.dll");
     EXPECT_EQ(logged, "");
     EXPECT_EQ(image.width, 96);
     for (const wchar_t* missing : std::initializer_list<const wchar_t*>{L"no-such.dll", L"kxdevui.dll", nullptr}) {

@@ -183,8 +183,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         scale.minimum = scale.values.front();
         scale.maximum = scale.values.back();
     }
-    const int length = input.Take<std::int16_t>() % 1500,
-              steps = input.Take<std::int8_t>() * (input.Take<std::uint8_t>() % 8 ? 1 : 1 << 24);
+    const int length = input.Take<std::int16_t>() % 1500;
+    const int steps = input.Take<std::uint8_t>() % 8 != 0 ? input.Take<std::int8_t>() : std::numeric_limits<int>::max();
     const Held held{input.Finite(), count > 0 ? input.Take<std::uint8_t>() % count : 0};
     const double value = input.Number();
     const bool fromTrack = input.Take<std::uint8_t>() % 2 != 0, stick = input.Take<std::uint8_t>() % 2 != 0;
