@@ -66,8 +66,8 @@ public:
 
     // The step in micrometres, at least a nanometre, and the number of planes, 1 to a million. Once both ends are set,
     // each fits the other: a step gives the planes that fit, floor(range / step) + 1; a count gives the largest step,
-    // in whole nanometres, with which just so many fit, and is refused when there is none. One plane keeps the step. An
-    // end that moves keeps the step.
+    // in whole nanometres, with which just so many fit, and is refused when there is none. A count of 1, and the count
+    // that is held already, keep the step. An end that moves keeps the step.
     virtual int GetStep(double* step) const;
     virtual int SetStep(double step);
     virtual int GetCount(unsigned int* count) const;

@@ -162,6 +162,8 @@ std::optional<Stack> WithStep(Stack stack, Nm step) noexcept {
 
 std::optional<Stack> WithCount(Stack stack, unsigned count) noexcept {
     if (count < 1 || count > MaxCount) return std::nullopt;
+    // A field that is left as it was must not change the step.
+    if (stack.count == count) return stack;
     const auto extent = stack.Extent();
     if (extent && count > 1) {
         const auto step = StepFor(*extent, count);

@@ -8,14 +8,17 @@ set -euo pipefail
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
 out=${KXDEVUI_BUILD_ROOT:-$root/build}/fuzz
 modules=$root/modules
-targets=(number catalogue)
+targets=(number catalogue zstackrules)
 
 # compile TARGET SOURCE PROGRAM
 compile() {
-  clang++ -std=c++20 -O1 -g -Wall -Wextra -Werror -DKXSYSTEM_STATIC -I"$modules" \
+  clang++ -std=c++20 -O1 -g -Wall -Wextra -Werror -DKXSYSTEM_STATIC -DKXDEVICES_STATIC -I"$modules" \
     -fsanitize=fuzzer,address,undefined -fno-sanitize-recover=all \
     "$root/tests/fuzz/$1_fuzz.cpp" "$2" -o "$3"
 }
+
+# source_of TARGET : the rules are named as their target, in whatever module.
+source_of() { echo "$modules"/*/kx_"$1".cpp; }
 
 # fuzz TARGET PROGRAM SECONDS : new inputs go into a throw-away corpus.
 fuzz() {
@@ -31,7 +34,7 @@ run() {
   local target program failed=0
   for target in "${targets[@]}"; do
     program=$out/$target
-    compile "$target" "$modules/kxsystem/kx_$target.cpp" "$program"
+    compile "$target" "$(source_of "$target")" "$program"
     if fuzz "$target" "$program" "$1"; then
       echo "$target: $(awk '/number_of_executed_units/ { print $2 }' "$program.log") inputs in $1 s, no finding"
     else
@@ -58,13 +61,19 @@ s/if (length == 0 || length > text.size())/if (length == 0)/
 s/m_rest\.remove_prefix(3);/m_rest.remove_prefix(4);/
 FAULTS
   ;;
+  zstackrules) cat <<'FAULTS'
+s/ || PlanesIn(extent, step) != Nm{count}//
+s/std::clamp(\*stack.home, device.min, device.max)/*stack.home/
+s/std::max(reach.min, top - stack.Extent().value_or(0))/top - stack.Extent().value_or(0)/
+FAULTS
+  ;;
   esac
 }
 
 prove() {
   local target program source fault number failed=0
   for target in "${targets[@]}"; do
-    source=$modules/kxsystem/kx_$target.cpp number=0
+    source=$(source_of "$target") number=0
     while IFS= read -r fault; do
       program=$out/faulty-$target-$((number += 1))
       rm -f "$program"-*
