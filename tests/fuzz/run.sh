@@ -8,13 +8,14 @@ set -euo pipefail
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
 out=${KXDEVUI_BUILD_ROOT:-$root/build}/fuzz
 modules=$root/modules
-targets=(number catalogue svg svgstring hpot)
+targets=(number catalogue svg svgstring hpot zstackrules)
 
 # What each target is built from besides itself.
 sources() {
   case $1 in
   svg) echo modules/kxbaseui/kx_{path,raster,svg,svgstyle,svgvalues,xml}.cpp ;;
   svgstring) echo modules/kxbaseui/kx_svgstring.cpp ;;
+  zstackrules) echo modules/kxdevices/kx_zstackrules.cpp ;;
   hpot) echo kxdevui/controls/hpot_{rules,ticks}.cpp ;;
   *) echo modules/kxsystem/kx_$1.cpp ;;
   esac
@@ -24,7 +25,7 @@ sources() {
 compile() {
   local source files=()
   for source in $(sources "$1"); do files+=("$3/$source"); done
-  clang++ -std=c++20 -O1 -g -Wall -Wextra -Werror -DKXSYSTEM_STATIC -DKXBASEUI_STATIC -DKXDEVUI_STATIC \
+  clang++ -std=c++20 -O1 -g -Wall -Wextra -Werror -DKXSYSTEM_STATIC -DKXBASEUI_STATIC -DKXDEVICES_STATIC -DKXDEVUI_STATIC \
     -I"$root" -I"$modules" \
     -fsanitize=fuzzer,address,undefined -fno-sanitize-recover=all \
     "$root/tests/fuzz/$1_fuzz.cpp" "${files[@]}" -o "$2"
@@ -95,6 +96,12 @@ s/static_cast<long long>(held.index) + steps/held.index + steps/
 s/IsReversed(scale) ? value < bound : value > bound/value > bound/
 s/return each >= value;/return each > value;/
 s/at->left < each.right + space.labelGap/at->left < each.right/
+FAULTS
+  ;;
+  zstackrules) cat <<'FAULTS'
+s/ || PlanesIn(extent, step) != Nm{count}//
+s/std::clamp(\*stack.home, device.min, device.max)/*stack.home/
+s/std::max(reach.min, top - stack.Extent().value_or(0))/top - stack.Extent().value_or(0)/
 FAULTS
   ;;
   esac
