@@ -72,18 +72,18 @@ void ReleaseOthers(HWND button) {
 
 // Keeps the buttons together instead of the platform, whose search for the members of a group goes by the dialog's own
 // children: its arrow keys stop at the end of this group, and under Wine it never ends when a disabled button or a
-// title stands among the members. No object is bound to a button: its user data is the host's.
-LRESULT CALLBACK ButtonProc(HWND button, UINT message, WPARAM wParam, LPARAM lParam) {
+// title stands among the members.
+LRESULT CALLBACK ButtonProc(HWND button, UINT id, WPARAM wParam, LPARAM lParam) {
     // Only to the dialog manager, which asks about a message: the buttons know each other by their plain code.
-    const LRESULT arrows = message == WM_GETDLGCODE && lParam != 0 ? DLGC_WANTARROWS : 0;
-    if (message == BM_SETCHECK && wParam == BST_CHECKED) ReleaseOthers(button);
-    if (const int step = message == WM_KEYDOWN ? StepOf(wParam) : 0) {
+    const LRESULT arrows = id == WM_GETDLGCODE && lParam != 0 ? DLGC_WANTARROWS : 0;
+    if (id == BM_SETCHECK && wParam == BST_CHECKED) ReleaseOthers(button);
+    if (const int step = id == WM_KEYDOWN ? StepOf(wParam) : 0) {
         const HWND next = NextButton(button, step);
         SetFocus(next);
         if (next != button) SendMessageW(next, BM_CLICK, 0, 0);
         return 0;
     }
-    return CallPrevious({button, message, wParam, lParam}) | arrows;
+    return CallPrevious({button, id, wParam, lParam}) | arrows;
 }
 
 // A property of a button that is disabled only because its group's window is.
@@ -195,6 +195,7 @@ HWND CKxDevUI_Radio::MakeButton(const wchar_t* text, const RECT& place, const RE
                         place.top - group.top, place.right - place.left, place.bottom - place.top, m_hWnd,
                         reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), nullptr, nullptr);
     SendMessageW(button, WM_SETFONT, reinterpret_cast<WPARAM>(KX_GetDefaultGuiFont()), FALSE);
+    // Without an object: a button's user data is the host's, and starts with 0.
     Subclass(button, ButtonProc, nullptr);
     // Otherwise Windows reports a click for a button that only gets the focus.
     SendMessageW(button, BM_SETDONTCLICK, TRUE, 0);

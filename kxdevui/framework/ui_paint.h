@@ -66,7 +66,7 @@ struct PaintMode {
     // Visible children are kept out of the picture and told to paint themselves at once; where a group box stands, the
     // background is filled before.
     bool children = false;
-    bool buffered = true;       // not needed where nothing is drawn on the background: one fill cannot flicker
+    bool buffered = true;  // not needed where nothing is drawn on the background: one fill cannot flicker
 };
 
 // Answers WM_PAINT and WM_PRINTCLIENT: fills the buffer with the brush, draws into it, and copies it to the DC of the
