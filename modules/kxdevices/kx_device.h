@@ -71,6 +71,7 @@ public:
     // Always a nosepiece.
     EKxDeviceType GetType() const final { return eKxDeviceType_Nosepiece; }
 
+    // How many positions there are.
     virtual long GetPositionCount() const = 0;
     // Leaves `position` as it is, and returns false, while it is not known.
     virtual bool GetPosition(long& position) const = 0;
@@ -102,6 +103,7 @@ public:
     // Always a filter changer.
     EKxDeviceType GetType() const final { return eKxDeviceType_FilterChanger; }
 
+    // How many positions for filters there are.
     virtual long GetFilterCount() const = 0;
     // Knows its own position; has a motor. An intelligent one without motor is turned by hand.
     virtual bool IsIntelligent() const = 0;
@@ -121,6 +123,7 @@ public:
     // Always a light path.
     EKxDeviceType GetType() const final { return eKxDeviceType_LightPath; }
 
+    // How many positions there are, and their names.
     virtual long GetPositionCount() const = 0;
     virtual void GetPositionName(long position, CKxStringW& name) const = 0;
     // Leaves `position` as it is, and returns false, while it is not known.
@@ -143,6 +146,7 @@ public:
     // Always a laser output.
     EKxDeviceType GetType() const final { return eKxDeviceType_LaserOutput; }
 
+    // How many ports there are, and their names.
     virtual long GetPortCount() const = 0;
     virtual CKxStringW GetPortName(long port) const = 0;
     // Whether the port may be used, and whether it is in use now.
@@ -177,6 +181,7 @@ public:
     // Always a shutter.
     EKxDeviceType GetType() const final { return eKxDeviceType_Shutter; }
 
+    // What it shuts.
     virtual EKxShutterType GetShutterType() const = 0;
     // True when open.
     virtual bool GetState() const = 0;

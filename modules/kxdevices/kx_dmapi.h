@@ -21,6 +21,7 @@ enum class EKxDeviceChange : int {
 // the message 0x0500.
 class KXDEVICES_API CKxDeviceRegistry {
 public:
+    // Called with the device's number and what has changed about it.
     using Listener = std::function<void(CDMApi_LogDevId device, EKxDeviceChange what)>;
 
     // Gives the device a number that no device has had before, and tells the listeners. A device that has one keeps it.

@@ -13,10 +13,11 @@
 
 // A position on its way to another, as a value: knows nothing of devices or of the clock.
 struct KXDEVICES_API SKxSimMotion {
-    long position = 0;  // where it stands, or came from
+    // Where it stands or came from; where it goes; how it is; the time of the end, in milliseconds of the time counter.
+    long position = 0;
     long target = 0;
     EKxDeviceState state = eKxDeviceState_Ready;
-    unsigned arrival = 0;  // time of the end, in milliseconds of the time counter
+    unsigned arrival = 0;
 
     // Sets out; a movement under way is redirected. A duration of 0 arrives with the next tick.
     void Start(long to, unsigned now, unsigned duration) noexcept;
@@ -65,6 +66,7 @@ public:
     // `key` is its name for everything.
     explicit CKxSim(const wchar_t* key) : m_key(key) {}
 
+    // What the interface tells of every device.
     IKxDevice& Device() noexcept override { return *this; }
     CKxStringW GetKey() const override { return m_key; }
     EKxDeviceState GetDeviceState() const override { return m_motion.state; }
@@ -92,6 +94,7 @@ public:
     // What panels do on a click.
     void SetDeviceDriven(bool deviceDriven, bool localSelect) noexcept;
 
+    // As the interface says.
     long GetPositionCount() const override { return static_cast<long>(m_objectives.size()); }
     bool GetPosition(long& position) const override { return m_motion.Read(position); }
     bool IsDeviceDriven() const override { return m_deviceDriven; }
@@ -110,6 +113,7 @@ private:
 
 // What kind of changer a simulated filter changer is.
 struct SKxSimFilterChangerKind {
+    // What it holds; whether it knows its position; whether it turns by itself.
     EKxFilterType type = eKxFilterType_Emission;
     bool intelligent = true;
     bool motorized = true;
@@ -127,6 +131,7 @@ public:
     // Puts another filter in; false for a position that is not there.
     bool SetFilter(long position, const wchar_t* name);
 
+    // As the interface says.
     long GetFilterCount() const override { return static_cast<long>(m_filters.size()); }
     bool IsIntelligent() const override { return m_kind.intelligent; }
     bool IsMotorized() const override { return m_kind.motorized; }
@@ -147,6 +152,7 @@ public:
     // Switches over; false for a position that is not there.
     bool MoveTo(long position) { return Move(position, GetPositionCount()); }
 
+    // As the interface says.
     long GetPositionCount() const override { return static_cast<long>(m_names.size()); }
     void GetPositionName(long position, CKxStringW& name) const override;
     bool GetPosition(long& position) const override { return m_motion.Read(position); }
@@ -162,6 +168,7 @@ public:
     // Moves to the edge of the objective, or back to the axis.
     bool MoveTo(bool tirf) { return Move(tirf ? 1 : 0, 2); }
 
+    // As the interface says.
     bool GetState(bool& tirf) const override;
 };
 
@@ -176,6 +183,7 @@ public:
     // Locks or unlocks a port, as an interlock does.
     void SetPortEnabled(long port, bool enable);
 
+    // As the interface says.
     long GetPortCount() const override { return static_cast<long>(m_ports.size()); }
     CKxStringW GetPortName(long port) const override;
     bool IsPortEnabled(long port) const override;
@@ -210,6 +218,7 @@ public:
     // While locked it can only be looked at.
     void SetLocked(bool locked);
 
+    // As the interface says.
     EKxShutterType GetShutterType() const override { return m_type; }
     bool GetState() const override { return m_motion.position == 1; }
     CKxStringW GetGUIText(int context) const override;

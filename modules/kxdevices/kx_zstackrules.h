@@ -27,6 +27,7 @@ KXDEVICES_API double ToMicrometres(Nm nanometres) noexcept;
 
 // Where a Z device can go; min is not above max.
 struct Range {
+    // The ends; at first as far as positions go.
     Nm min = -MaxPosition;
     Nm max = MaxPosition;
 
@@ -38,10 +39,11 @@ struct Range {
 
 // The numbers of a stack; empty is "not set".
 struct Stack {
-    int type = 0;  // 0 to 7
+    // The type of the stack, 0 to 7; its positions; its step, above 0; the number of its planes, 1 to MaxCount.
+    int type = 0;
     std::optional<Nm> top, bottom, home;
-    std::optional<Nm> step;         // above 0
-    std::optional<unsigned> count;  // of planes, 1 to MaxCount
+    std::optional<Nm> step;
+    std::optional<unsigned> count;
 
     // Around home (2, 3, 6, 7), or held by its ends alone (0, 1, 4, 5).
     bool IsRelative() const noexcept { return (type & 2) != 0; }
