@@ -27,6 +27,10 @@ private:
     void PlanPanels();
     void PlanDialog();
     void PlanLooks();
+    void PlanControls();
+    void PlanSliders();
+    void PlanRadio();
+    void PlanTable();
     void TakeStep();
 
     void Do(std::function<void()> step);

@@ -1,11 +1,18 @@
 // The generic controls, each on a panel of its own.
 #pragma once
 
+#include "../panels/radio_panel.h"
+#include "../panels/slider_panel.h"
+#include "../panels/table_panel.h"
 #include "page.h"
 
 class ControlsPage : public Page {
 public:
     ControlsPage() : Page(L"Controls") {}
+
+    RadioPanel& Binning() { return m_radio; }
+    SliderPanel& Sliders() { return m_sliders; }
+    TablePanel& Planes() { return m_table; }
 
 protected:
     // Where the panels stand, in unzoomed pixels: x, y, width, height.
@@ -15,4 +22,11 @@ protected:
     static constexpr RECT TablePlace{196, 206, 356, 186};
 
     void Fill() override;
+
+private:
+    void Place(HostPanel& panel, const RECT& place);
+
+    SliderPanel m_sliders;
+    RadioPanel m_radio;
+    TablePanel m_table;
 };

@@ -74,13 +74,13 @@ HWND CKxDevUI_EditBox::Create(HWND parent, long x, long y, long cx, long cy, boo
     m_labelSize.cy = m_editSize.cy = m_height;
     m_editSize.cx = std::max(0L, kx::ui::Difference(m_width, m_labelSize.cx));
 
-    // A global class is one of those whose children the layout manager leaves to themselves.
     kx::ui::EnsureClass(m_Atom, {.name = L"KxDevUI_EditBox",
                                  .object = L"CKxDevUI_EditBox",
-                                 .style = CS_HREDRAW | CS_VREDRAW | CS_GLOBALCLASS,
+                                 .style = CS_HREDRAW | CS_VREDRAW,
                                  .extraBytes = kx::ui::kWindowExtraBytes,
                                  .background = static_cast<HBRUSH>(GetStockObject(NULL_BRUSH)),
-                                 .procedure = WndProc});
+                                 .procedure = WndProc,
+                                 .ownLayout = true});
     DWORD style = WS_CHILD | WS_CLIPCHILDREN;
     if (m_visible) style |= WS_VISIBLE;
     if (!m_enabled) style |= WS_DISABLED;

@@ -34,6 +34,7 @@ struct WindowState {
     WNDPROC previous = nullptr;  // of a subclassed child
     int running = 0;             // calls of that procedure that have not returned
     bool orphaned = false;       // its parent has gone meanwhile
+    std::shared_ptr<void> own;   // what else the control of this window keeps with it
 };
 // The state of a window, made when there is none.
 KXDEVUI_API std::shared_ptr<WindowState> StateOf(HWND window);
@@ -62,7 +63,9 @@ private:
 // What Paint does beside filling and drawing.
 struct PaintMode {
     bool defaultFirst = false;  // the default procedure paints into the buffer before the control does
-    bool children = false;      // visible children are kept out of the picture and told to paint themselves at once
+    // Visible children are kept out of the picture and told to paint themselves at once; where a group box stands, the
+    // background is filled before.
+    bool children = false;
     bool buffered = true;       // not needed where nothing is drawn on the background: one fill cannot flicker
 };
 

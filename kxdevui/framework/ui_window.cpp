@@ -27,7 +27,7 @@ void EnsureClass(ATOM& atom, const ClassSpec& spec) {
     if (atom) return;
     WNDCLASSEXW description{};
     description.cbSize = sizeof description;
-    description.style = spec.style;
+    description.style = spec.style | (spec.ownLayout ? UINT{CS_GLOBALCLASS} : 0u);
     description.lpfnWndProc = spec.procedure;
     description.cbWndExtra = spec.extraBytes;
     description.hCursor = LoadCursorW(nullptr, IDC_ARROW);
@@ -169,8 +169,11 @@ bool TrackHover(const Message& message) {
     const auto state = StateOf(message.window);
     if (message.id == WM_MOUSELEAVE) return std::exchange(state->hovered, false);
     if (message.id != WM_MOUSEMOVE || state->hovered) return false;
-    TRACKMOUSEEVENT request{sizeof request, TME_LEAVE, message.window, 0};
-    state->hovered = TrackMouseEvent(&request) != FALSE;
+    TRACKMOUSEEVENT request{sizeof request, TME_LEAVE, message.window, 0},
+        granted{sizeof granted, TME_QUERY, nullptr, 0};
+    // A late move may come when the pointer is elsewhere already; Wine then promises a leave notice that never comes.
+    state->hovered = TrackMouseEvent(&request) && TrackMouseEvent(&granted) && granted.hwndTrack == message.window &&
+                     (granted.dwFlags & TME_LEAVE) != 0;
     return state->hovered;
 }
 

@@ -48,7 +48,10 @@ struct ClassSpec {
     UINT style;             // CS_...
     int extraBytes;         // of each window
     HBRUSH background;      // null: none
-    WNDPROC procedure;      // its module is the class\'s
+    WNDPROC procedure;      // its module is the class's
+    // Places its children by itself when it is sized, so the layout manager leaves them alone, fonts included. Such a
+    // class is registered as a global one, which is how the manager knows the platform's own.
+    bool ownLayout = false;
 };
 
 // The module that holds a window procedure. A class belongs to the module that it was registered for, and a window of

@@ -425,6 +425,8 @@ TEST(ContainerTemplates, HostsThePlatformsOwnWholeAndInParts) {
                 EXPECT_TRUE(IntersectRect(&common, &rect, &area));
             }
             whole.InsertDialog(0, 0, name.c_str(), dialogs.module);
+            const auto font = SendMessageW(whole.GetWindows().back(), WM_GETFONT, 0, 0);
+            EXPECT_TRUE(font == 0 || GetObjectType(reinterpret_cast<HGDIOBJ>(font)) == OBJ_FONT);
         }
         if (dialogs.module) FreeLibrary(dialogs.module);
     }

@@ -162,7 +162,15 @@ Step MouseStep(const Aim& aim) {
     default: break;
     }
     const LPARAM point = MAKELPARAM(aim.random.Length(), aim.random.Length());
-    return Sent(aim, "a mouse message", message, static_cast<WPARAM>(aim.random.Below(32)), point);
+    Step step = Sent(aim, "a mouse message", message, static_cast<WPARAM>(aim.random.Below(32)), point);
+    // In some of the platform's controls a press runs a loop of its own until the button comes up.
+    if (const UINT up = message == WM_RBUTTONDOWN ? WM_RBUTTONUP : WM_LBUTTONUP; !aim.target.ours) {
+        step.run = [press = std::move(step.run), window = aim.target.window, up, point] {
+            PostMessageW(window, up, 0, point);
+            press();
+        };
+    }
+    return step;
 }
 
 Step WheelStep(const Aim& aim) {
@@ -179,7 +187,7 @@ Step KeyStep(const Aim& aim) {
         return Sent(aim, "WM_CHAR", WM_CHAR, static_cast<WPARAM>(character), 1);
     }
     const int key = aim.random.Of({VK_LEFT, VK_RIGHT, VK_UP, VK_DOWN, VK_PRIOR, VK_NEXT, VK_HOME, VK_END, VK_TAB,
-                                   VK_RETURN, VK_ESCAPE, VK_SPACE, VK_DELETE, VK_BACK, VK_F4, VK_F5, int{'A'}});
+                                   VK_RETURN, VK_ESCAPE, VK_SPACE, VK_DELETE, VK_BACK, VK_F2, VK_F4, VK_F5, int{'A'}});
     return Sent(aim, "WM_KEYDOWN or WM_KEYUP", aim.random.OneIn(3) ? WM_KEYUP : WM_KEYDOWN, static_cast<WPARAM>(key),
                 1);
 }

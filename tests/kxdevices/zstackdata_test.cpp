@@ -1,0 +1,295 @@
+// The record of a Z series: what each setter moves and what it leaves.
+#include <kxdevices/kx_zstackdata.h>
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <functional>
+#include <limits>
+
+namespace {
+
+constexpr double None = std::numeric_limits<double>::infinity();
+constexpr double NaN = std::numeric_limits<double>::quiet_NaN();
+
+// The numbers of a record; None where one is not set, a count of 0 likewise.
+struct State {
+    int type = 0;
+    double bottom = None, home = None, top = None, step = None;
+    unsigned count = 0;
+
+    static State Of(const CKxZStackData& record) {
+        State state;
+        record.GetType(&state.type);
+        record.GetBottom(&state.bottom);
+        record.GetHome(&state.home);
+        record.GetTop(&state.top);
+        record.GetStep(&state.step);
+        record.GetCount(&state.count);
+        return state;
+    }
+    void Enter(CKxZStackData& record) const {
+        int status = record.SetType(type);
+        if (home != None) status += record.SetHome(home);
+        if (bottom != None) status += record.SetBottom(bottom, false);
+        if (top != None) status += record.SetTop(top, false);
+        if (step != None) status += record.SetStep(step);
+        if (count != 0) status += record.SetCount(count);
+        EXPECT_EQ(status, 0);
+    }
+    bool operator==(const State&) const = default;
+    friend std::ostream& operator<<(std::ostream& out, const State& state) {
+        return out << "type " << state.type << ", " << state.bottom << " | " << state.home << " | " << state.top
+                   << ", step " << state.step << ", count " << state.count;
+    }
+};
+
+struct Row {
+    const char* what;
+    State before;
+    std::function<int(CKxZStackData&)> change;
+    int status;
+    State after;
+};
+
+using R = CKxZStackData;
+auto Top(double value, bool adjust) {
+    return [=](R& r) { return r.SetTop(value, adjust); };
+}
+auto Bottom(double value, bool adjust) {
+    return [=](R& r) { return r.SetBottom(value, adjust); };
+}
+auto Home(double value) {
+    return [=](R& r) { return r.SetHome(value); };
+}
+auto Step(double value) {
+    return [=](R& r) { return r.SetStep(value); };
+}
+auto Count(unsigned value) {
+    return [=](R& r) { return r.SetCount(value); };
+}
+auto Type(int value) {
+    return [=](R& r) { return r.SetType(value); };
+}
+
+// On a device from 0 to 1000. A status that is not 0 is -17 and leaves everything as it was.
+TEST(ZStackData, SettersMoveWhatTheyShould) {
+    // clang-format off
+    const State plain{0, 100, None, 110, 3, 4};
+    const State around{2, 90, 100, 110, 5, 5};
+    const State above{3, 90, 100, 130, 10, 5};
+    const State free{3, -10, None, 30, 10, 5};
+    const Row rows[] = {
+        {"an end keeps the step", plain, Top(112, false), 0, {0, 100, None, 112, 3, 5}},
+        {"a value is rounded, halves away from zero", {}, Top(1.0005, false), 0, {0, None, None, 1.001}},
+        {"negative halves too", {3}, Bottom(-1.0005, false), 0, {3, -1.001}},
+        {"ends on one spot are one plane", plain, Top(100, false), 0, {0, 100, None, 100, 3, 1}},
+        {"the far end of the device", plain, Top(1000, false), 0, {0, 100, None, 1000, 3, 301}},
+        {"beyond it", plain, Top(1000.001, false), -17, {}},
+        {"below it", plain, Bottom(-0.001, false), -17, {}},
+        {"reversed", plain, Top(99, false), -17, {}},
+        {"what is no number", plain, Top(NaN, true), -17, {}},
+        {"infinite", plain, Bottom(-None, true), -17, {}},
+        {"beyond any device", plain, Bottom(1e300, true), -17, {}},
+        {"stopped by the device, as long as asked for", plain, Top(1005, true), 0, {0, 95, None, 1000, 3, 302}},
+        {"the same below", plain, Bottom(-5, true), 0, {0, 0, None, 115, 3, 39}},
+        {"longer than the device", plain, Top(1101, true), -17, {}},
+        {"no other end to move", {0, None, 5}, Top(1001, true), -17, {}},
+        {"a new place below", plain, Top(50, true), 0, {0, 40, None, 50, 3, 4}},
+        {"a new place above", plain, Bottom(995, true), 0, {0, 995, None, 1000, 3, 2}},
+        {"around home, home goes along", above, Top(1020, true), 0, {3, 70, 80, 1000, 10, 94}},
+        {"the panel's undo passes home", above, Top(95, true), 0, {3, 90, 100, 95, 10, 1}},
+        {"a negative range is none", around, Bottom(120, true), -17, {}},
+        {"nor from above", around, Top(80, true), -17, {}},
+        {"nor past a home that lies outside", {2, 10, 5, 20}, Bottom(30, true), -17, {}},
+        {"from the right side of home", {2, 10, 500, 20, 5}, Bottom(450, true), 0, {2, 450, 500, 460, 5, 3}},
+
+        {"home moves nothing that its ends hold", plain, Home(500), 0, {0, 100, 500, 110, 3, 4}},
+        {"home out of range", plain, Home(1001), -17, {}},
+        {"home takes its stack along", above, Home(200), 0, {3, 190, 200, 230, 10, 5}},
+        {"as far as the device goes", above, Home(990), 0, {3, 960, 990, 1000, 10, 5}},
+        {"home anchors distances", free, Home(100), 0, above},
+        {"and lets go", above, [](R& r) { return r.ResetHome(); }, 0, free},
+        {"distances do not know the device", {2, -400, None, 400}, Top(600, false), 0, {2, -400, None, 600}},
+        {"but its length", {2, -400, None, 400}, Top(601, false), -17, {}},
+        {"the other end gives way", {2, -400, None, 400}, Top(601, true), 0, {2, -399, None, 601}},
+        {"distances reversed", free, Top(-11, true), -17, {}},
+
+        {"the step fits the count", plain, Count(3), 0, {0, 100, None, 110, 5, 3}},
+        {"the count that it has", plain, Count(4), 0, plain},
+        {"cut to whole nanometres", plain, Count(7), 0, {0, 100, None, 110, 1.666, 7}},
+        {"one plane keeps the step", plain, Count(1), 0, {0, 100, None, 110, 3, 1}},
+        {"no plane", plain, Count(0), -17, {}},
+        {"minus one", plain, Count(4294967295u), -17, {}},
+        {"more planes than nanometres", {0, 0, None, 0.005, 0.001}, Count(7), -17, {}},
+        {"no such step: 5 nm in 5 planes", {0, 0, None, 0.005, 0.002}, Count(5), -17, {}},
+        {"a count in waiting", {0, 100}, Count(5), 0, {0, 100, None, None, None, 5}},
+        {"meets its ends", {0, 100, None, None, None, 5}, Top(104, false), 0, {0, 100, None, 104, 1, 5}},
+        {"the count fits the step", plain, Step(4), 0, {0, 100, None, 110, 4, 3}},
+        {"a step longer than the stack", plain, Step(11), 0, {0, 100, None, 110, 11, 1}},
+        {"no step", plain, Step(0), -17, {}},
+        {"less than a nanometre", plain, Step(0.0004), -17, {}},
+        {"backwards", plain, Step(-1), -17, {}},
+        {"no number", plain, Step(NaN), -17, {}},
+        {"more than a million planes", {0, 0, None, 1000, 1}, Step(0.0005), -17, {}},
+
+        {"unknown type", plain, Type(8), -17, {}},
+        {"nor negative", plain, Type(-1), -17, {}},
+        {"the upper variant is the same", above, Type(7), 0, {7, 90, 100, 130, 10, 5}},
+        {"a home in the middle", plain, Type(2), 0, {2, 100, 105, 110, 3, 4}},
+        {"even if it was elsewhere", above, Type(2), 0, {2, 90, 110, 130, 10, 5}},
+        {"a home between the ends stays", {0, 100, 102, 110, 3}, Type(3), 0, {3, 100, 102, 110, 3, 4}},
+        {"one outside does not", {0, 100, 900, 110, 3}, Type(3), 0, {3, 100, 105, 110, 3, 4}},
+        {"one end is no distance", {0, 100}, Type(3), 0, {3}},
+        {"distances are no positions", free, Type(0), 0, {0, None, None, None, 10, 5}},
+        {"distances are made equal", free, Type(2), 0, {2, -20, None, 20, 10, 5}},
+        {"reset", plain, [](R& r) { return r.ResetTop() + r.ResetBottom(); }, 0, {0, None, None, None, 3, 4}},
+    };
+    // clang-format on
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.what);
+        CKxZStackData record;
+        record.AddZDevice(0, 1000, nullptr);
+        record.SetZDevice(0);
+        row.before.Enter(record);
+        const State before = State::Of(record);
+        const int status = row.change(record);
+        EXPECT_EQ(status, row.status);
+        EXPECT_EQ(State::Of(record), row.status == 0 ? row.after : before);
+    }
+}
+
+// The planes against the division of whole numbers, for ranges and steps as a user types them.
+TEST(ZStackData, PlanesAreThoseOfExactArithmetic) {
+    for (int range = 0; range <= 4000; range += 7) {
+        for (int step = 1; step <= 900; step += 13) {
+            CKxZStackData record;
+            ASSERT_EQ(record.SetBottom(-0.4, false) + record.SetTop((range - 400) / 1000.0, false), 0);
+            ASSERT_EQ(record.SetStep(step / 1000.0), 0);
+            const State state = State::Of(record);
+            double remainder = None, last = None;
+            ASSERT_EQ(state.count, static_cast<unsigned>(range / step + 1)) << range << " in " << step;
+            ASSERT_EQ(record.GetRemainder(&remainder) + record.GetPlane(state.count - 1, &last), 0);
+            ASSERT_EQ(remainder, (range % step) / 1000.0) << range << " in " << step;
+            ASSERT_EQ(last, (range - range % step - 400) / 1000.0) << range << " in " << step;
+        }
+    }
+}
+
+TEST(ZStackData, CountsPlanesFromTheEndThatIsKept) {
+    CKxZStackData record;
+    (State{0, 0, None, 10, 3}).Enter(record);
+    double plane = 0;
+    for (const auto& [preserved, type, first] : {std::tuple{false, 0, 0.0}, {true, 4, 1.0}, {true, 2, 0.0}}) {
+        record.SetAbsoluteZStackTopPreserved(preserved);
+        record.SetType(type);
+        EXPECT_EQ(record.GetPlane(0, &plane), 0);
+        EXPECT_EQ(plane, first) << type;
+    }
+    EXPECT_EQ(record.GetPlane(4, &plane), -17);
+}
+
+// The same place in the sample has other numbers on another device.
+TEST(ZStackData, KeepsItsPlaceOnAnotherDevice) {
+    struct Change {
+        const char* what;
+        State before;
+        double from, to;  // where the devices stand
+        State after;
+    };
+    // clang-format off
+    const Change changes[] = {
+        {"positions follow", {0, 140, 300, 160}, 150, 100, {0, 90, None, 110}},
+        {"as far as the device goes", {3, 140, 150, 160}, 150, 195, {3, 180, 190, 200}},
+        {"unknown: the numbers stay", {3, 140, 150, 160}, None, 100, {3, 140, 150, 160}},
+        {"and are moved into the range", {0, 940, None, 960}, None, 100, {0, 180, None, 200}},
+        {"too long", {3, 100, 150, 400, 10}, 150, 100, {3, None, None, None, 10, 31}},
+        {"distances stay", {2, -50, None, 50}, 150, 100, {2, -50, None, 50}},
+        {"unless they are too long", {2, -101, None, 101}, 150, 100, {2}},
+    };
+    // clang-format on
+    for (const Change& change : changes) {
+        SCOPED_TRACE(change.what);
+        CKxZStackData record;
+        unsigned drive = 9, piezo = 9;
+        record.AddZDevice(0, 1000, &drive);
+        record.AddZDevice(0, 200, &piezo);
+        EXPECT_EQ(record.SetZDevice(drive), 0);
+        EXPECT_EQ(record.SetZPosition(drive, change.from), change.from == None ? -17 : 0);
+        EXPECT_EQ(record.SetZPosition(piezo, change.to), 0);
+        change.before.Enter(record);
+        EXPECT_EQ(record.SetZDevice(2), -17);
+        EXPECT_EQ(record.SetZDevice(piezo), 0);
+        EXPECT_EQ(State::Of(record), change.after);
+    }
+    CKxZStackData record;
+    unsigned device = 7;
+    double limit = 7;
+    EXPECT_EQ(record.GetZDevice(&device) + record.GetZRangeMin(&limit) + record.GetZPosition(&limit), 3 * -17);
+    EXPECT_EQ(device + limit, 14) << "outputs are left alone";
+    for (const auto& [low, high] : {std::pair{5.0, 4.0}, {NaN, 4.0}, {0.0, None}})
+        EXPECT_EQ(record.AddZDevice(low, high, &device), -17);
+}
+
+TEST(ZStackData, SuggestsTheNyquistStep) {
+    struct Optics {
+        double aperture, index, wavelength, step;  // a step of None: refused
+    };
+    // By hand: sin a = 1.4 / 1.515, cos a = 0.38212, 520 / (2 * 1.515 * 0.61788) = 277.7.
+    for (const auto& [aperture, index, wavelength, step] : {Optics{1.4, 1.515, 520, 0.278},
+                                                            {0.5, 1, 500, 1.866},
+                                                            {1, 1, 500, 0.25},
+                                                            {1.1, 1, 500, None},
+                                                            {0, 1, 500, None},
+                                                            {NaN, 1, 500, None},
+                                                            {0.5, None, 500, None},
+                                                            {0.5, 1, 0, None},
+                                                            {0.5, 1, NaN, None}}) {
+        CKxZStackData record;
+        const int status = record.SetObjective(aperture, index) + record.SetWavelength(wavelength);
+        double suggested = None;
+        EXPECT_EQ(status, step == None ? -17 : 0) << aperture << ' ' << index << ' ' << wavelength;
+        EXPECT_EQ(record.GetStepSuggested(&suggested), status);
+        EXPECT_EQ(suggested, step);
+    }
+}
+
+TEST(ZStackData, GivesItsStatusWithoutAnOutput) {
+    CKxZStackData empty, full;
+    full.AddZDevice(0, 1000, nullptr);
+    full.SetZDevice(0);
+    full.SetZPosition(0, 5);
+    full.SetObjective(0.5, 1);
+    full.SetWavelength(500);
+    (State{3, 90, 100, 130, 10}).Enter(full);
+    using Getter = int (CKxZStackData::*)(double*) const;
+    for (const Getter getter : {&R::GetTop, &R::GetBottom, &R::GetHome, &R::GetStep, &R::GetStepSuggested,
+                                &R::GetRemainder, &R::GetZRangeMin, &R::GetZRangeMax, &R::GetZPosition}) {
+        EXPECT_EQ((empty.*getter)(nullptr), -17);
+        EXPECT_EQ((full.*getter)(nullptr), 0);
+    }
+    EXPECT_EQ(empty.GetCount(nullptr) + empty.GetZDevice(nullptr), -34);
+    EXPECT_EQ(full.GetCount(nullptr) + full.GetZDevice(nullptr) + full.GetType(nullptr) + full.GetPlane(0, nullptr), 0);
+}
+
+TEST(ZStackData, ComparesWhatMakesTheSeries) {
+    CKxZStackData record;
+    (State{3, 90, 100, 130, 10}).Enter(record);
+    const auto same = [&](const std::function<int(R&)>& change) {
+        CKxZStackData other(record);
+        EXPECT_EQ(change(other), 0);
+        bool equal = false;
+        EXPECT_EQ(record.IsEqual(other, &equal) + record.IsEqual(other, nullptr), 0);
+        return equal;
+    };
+    EXPECT_TRUE(same([](R& r) { return r.SetWavelength(500); }));
+    for (const auto& change : std::initializer_list<std::function<int(R&)>>{
+             Type(7), Top(131, false), Bottom(89, false), Home(101), Step(11), Count(1),
+             [](R& r) { return r.ResetTop(); }, [](R& r) { return r.AddZDevice(0, 1000, nullptr) + r.SetZDevice(0); },
+             [](R& r) { return r.SetKeepZOnPiezoHome(true); },
+             [](R& r) { return r.SetAbsoluteZStackTopPreserved(true); }}) {
+        EXPECT_FALSE(same(change));
+    }
+}
+
+}  // namespace
