@@ -285,12 +285,12 @@ void CKxDevUI_EditBox::SetMaxChars(int count) {
     if (m_edit) SendMessageW(m_edit, EM_LIMITTEXT, static_cast<WPARAM>(count), 0);
 }
 
-void CKxDevUI_EditBox::ShowBound(double bound) {
+void CKxDevUI_EditBox::ShowWithin(double value) {
     const Alive alive(this);
-    SetNumber(bound);
+    SetNumber(value);
     for (const wchar_t* exact : {L"%.15g", L"%.17g"}) {
         if (!alive || kx::ui::ViolatedBound(GetNumber(), m_minimum, m_maximum) == kx::ui::Bound::None) return;
-        SetNumber(bound, exact, true);
+        SetNumber(value, exact, true);
     }
 }
 
@@ -298,7 +298,7 @@ bool CKxDevUI_EditBox::CheckRestriction(bool showMessage, bool correct, double v
     const auto violated = kx::ui::ViolatedBound(GetNumber(), m_minimum, m_maximum);
     if (violated != kx::ui::Bound::None) {
         if (correct) {
-            ShowBound(violated == kx::ui::Bound::Minimum ? m_minimum : m_maximum);
+            ShowWithin(violated == kx::ui::Bound::Minimum ? m_minimum : m_maximum);
             return false;
         }
         CKxStringW message;
@@ -412,7 +412,7 @@ kx::ui::Handled CKxDevUI_EditBox::Handle(const kx::ui::Message& message) {
         return 0;
     case WM_ENABLE:
         // The focus leaves a disabled edit, and the host may end this object: nothing of it is touched after that.
-        for (const HWND child : std::array{m_label, m_attached, m_edit})
+        for (const HWND child : std::array{m_label, m_edit})
             EnableWindow(child, wParam ? TRUE : FALSE);
         InvalidateRect(window, nullptr, FALSE);
         return std::nullopt;

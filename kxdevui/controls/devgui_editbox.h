@@ -150,8 +150,9 @@ protected:
     // anything else.
     static CKxStringW TranslatedFormat(const wchar_t* text, int doubles);
 
-    // Displays a bound so that it reads back within the interval.
-    void ShowBound(double bound);
+    // Displays a value of the interval so that it reads back within it, with more digits than the format has if need
+    // be.
+    void ShowWithin(double value);
 
     // Asked first for every message of the window and of the edit: how a derived control adds behaviour, because the
     // order of the virtual functions leaves no room for a handler. After a call to the host it answers, with nothing
@@ -159,8 +160,8 @@ protected:
     using Hook = std::optional<LRESULT> (*)(CKxDevUI_EditBox& box, const kx::ui::Message& message);
     Hook m_hook = nullptr;
 
-    // A window that stands at the right end of the field, and its width in unzoomed pixels. Made after Create by the
-    // derived control, as a child of the window.
+    // A window that stands at the right end of the field, and its width in unzoomed pixels. Made after Create, and
+    // enabled and disabled, by the derived control, as a child of the window.
     HWND m_attached = nullptr;
     long m_attachedWidth = 0;
 

@@ -176,4 +176,18 @@ double SpinTo(double value, int steps, double step, double minimum, double maxim
     return std::clamp(moved, minimum, maximum);
 }
 
+double SpinValue(int position, double first, double last, int lowest, int highest) noexcept {
+    if (position <= lowest || highest <= lowest) return first;
+    if (position >= highest) return last;
+    return std::lerp(first, last, (static_cast<double>(position) - lowest) / (static_cast<double>(highest) - lowest));
+}
+
+int SpinPosition(double value, double first, double last, int lowest, int highest) noexcept {
+    // Halves, because the range may be wider than the largest double.
+    const double part = (value / 2 - first / 2) / (last / 2 - first / 2);
+    if (std::isnan(part) || highest <= lowest) return lowest;
+    const double offset = std::clamp(part, 0.0, 1.0) * (static_cast<double>(highest) - lowest);
+    return static_cast<int>(std::round(lowest + offset));
+}
+
 }  // namespace kx::ui

@@ -72,4 +72,10 @@ KXDEVUI_API double SpinStep(double minimum, double maximum, const wchar_t* forma
 // a number counts as the minimum, or 0 when that is infinite.
 KXDEVUI_API double SpinTo(double value, int steps, double step, double minimum, double maximum) noexcept;
 
+// The positions lowest to highest of an up-down stand for values evenly spread from first to last, which are finite:
+// the value of a position, and the position nearest to a value. What lies outside counts as the nearer end; what is not
+// a number has the lowest position, and so has every value where there is but one.
+KXDEVUI_API double SpinValue(int position, double first, double last, int lowest, int highest) noexcept;
+KXDEVUI_API int SpinPosition(double value, double first, double last, int lowest, int highest) noexcept;
+
 }  // namespace kx::ui

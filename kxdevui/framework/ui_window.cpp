@@ -119,15 +119,29 @@ LRESULT CallPrevious(const Message& message) noexcept {
     return result;
 }
 
+namespace {
+
+// Whether the child is inside its own procedure; it is then on its own.
+bool SpareIfBusy(HWND child) noexcept {
+    const auto state = FindState(child);
+    if (!state || state->running == 0) return false;
+    SetWindowLongPtrW(child, GWLP_USERDATA, 0);
+    state->orphaned = true;
+    SetParent(child, HWND_MESSAGE);
+    return true;
+}
+
+}  // namespace
+
+void DestroySubclassed(HWND child) noexcept {
+    if (!SpareIfBusy(child)) DestroyWindow(child);
+}
+
 void SpareBusyChildren(HWND window) noexcept {
     HWND next = nullptr;
     for (HWND child = GetWindow(window, GW_CHILD); child; child = next) {
         next = GetWindow(child, GW_HWNDNEXT);
-        const auto state = FindState(child);
-        if (!state || state->running == 0) continue;
-        SetWindowLongPtrW(child, GWLP_USERDATA, 0);
-        state->orphaned = true;
-        SetParent(child, HWND_MESSAGE);
+        SpareIfBusy(child);
     }
 }
 

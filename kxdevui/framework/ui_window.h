@@ -178,9 +178,11 @@ Handled Dispatch(T* object, const Message& message) noexcept {
     return result;
 }
 
-// The window is going: its subclassed children that are inside their own procedure are unbound and taken out of it, and
-// destroyed when that procedure has returned. The platform's controls touch what is theirs after a notification, whatever
-// its receiver has done to them: under Wine, an edit that is destroyed in its EN_CHANGE ends the process.
+// The platform's controls go on using what is theirs after a notification, whatever its receiver has done to them; Wine's
+// edit and up-down have freed it by then. So a subclassed child that is inside its own procedure is unbound and hidden
+// instead, and destroyed when that procedure has returned: when it is destroyed by itself, or when `window`, its parent,
+// is going.
+KXDEVUI_API void DestroySubclassed(HWND child) noexcept;
 KXDEVUI_API void SpareBusyChildren(HWND window) noexcept;
 
 // The window procedure of a control class. The object is the creation parameter, bound at the message BindAt

@@ -1,6 +1,7 @@
 // The order of virtual functions is part of the binary interface: hosts derive from the controls.
 #include <bench/bench.h>
-#include <kxdevui/controls/devgui_editbox.h>
+#include <kxdevui/controls/devgui_editbox_multivalue.h>
+#include <kxdevui/controls/devgui_editbox_spin.h>
 
 #include <cstring>
 #include <utility>
@@ -37,6 +38,22 @@ struct EditBoxSlots : CKxDevUI_EditBox {
     }
 };
 
-TEST(ControlVirtualTable, HoldsTheEditBoxesOperations) { ExpectFrom(19, EditBoxSlots::InOrder()); }
+struct EditBoxSpinSlots : CKxDevUI_EditBoxSpin {
+    static Slots InOrder() { return {{"OnSpin", SlotOf(&EditBoxSpinSlots::OnSpin)}}; }
+};
+
+struct EditBoxMultiValueSlots : CKxDevUI_EditBoxMultiValue {
+    static Slots InOrder() {
+        using Self = EditBoxMultiValueSlots;
+        return {{"CheckRestriction", SlotOf(&Self::CheckRestriction)},
+                {"SetCountRestriction", SlotOf(&Self::SetCountRestriction)}};
+    }
+};
+
+TEST(ControlVirtualTable, HoldsTheEditBoxesOperations) {
+    ExpectFrom(19, EditBoxSlots::InOrder());
+    ExpectFrom(26, EditBoxSpinSlots::InOrder());
+    ExpectFrom(26, EditBoxMultiValueSlots::InOrder());
+}
 
 }  // namespace
