@@ -33,17 +33,20 @@ void Fill(HDC dc, const RECT& rect, int color) { FillRect(dc, &rect, KX_GetSysCo
 // Where things stand below each other, from the middle of the track to the labels.
 struct Rows {
     RECT track;
-    long ticks;
-    long labels;
+    long ticks;       // their top
+    long tickLength;  // of the long ones
+    long labels;      // their top; -1 when there is no room for them
 };
 
-Rows RowsOf(long thumbTop, long thumbHeight, long trackLeft, long trackLength) {
-    // The body of the thumb's image has its middle here; the rest is the tip.
-    const long middle = thumbTop + thumbHeight * 2 / 5, half = ZoomedLine(2);
-    const long ticks = thumbTop + thumbHeight + Zoomed(1);
-    return {{trackLeft - half, middle - half, trackLeft + trackLength + half, middle + half},
-            ticks,
-            ticks + ZoomedLine(5) + Zoomed(1)};
+Rows RowsOf(const RECT& thumb, long trackLeft, long trackLength, long bottom, const TEXTMETRICW& font) {
+    // The body of the thumb's image has its middle here; the rest is the tip, and some margin below it.
+    const long middle = thumb.top + (thumb.bottom - thumb.top) * 2 / 5, half = ZoomedLine(2);
+    const RECT track{trackLeft - half, middle - half, trackLeft + trackLength + half, middle + half};
+    // Digits have nothing below their base line and blank above.
+    const long gap = ZoomedLine(1), digits = font.tmAscent - font.tmInternalLeading;
+    const long length = std::clamp(bottom - digits - gap - thumb.bottom, ZoomedLine(3), ZoomedLine(5));
+    const long digitsTop = thumb.bottom + length + gap;
+    return {track, thumb.bottom, length, digitsTop + digits <= bottom ? digitsTop - font.tmInternalLeading : -1};
 }
 
 void DrawTrack(HDC dc, RECT track, int color, int border) {
@@ -66,7 +69,8 @@ void DrawTicks(HDC dc, const std::vector<kx::hpot::Tick>& ticks, const Rows& row
     const long line = ZoomedLine(1);
     for (const auto& tick : ticks) {
         const long x = trackLeft + tick.position - line / 2;
-        Fill(dc, {x, rows.ticks, x + line, rows.ticks + ZoomedLine(tick.major ? 5 : 3)}, color);
+        const long length = tick.major ? rows.tickLength : std::max(1L, rows.tickLength * 3 / 5);
+        Fill(dc, {x, rows.ticks, x + line, rows.ticks + length}, color);
     }
 }
 
@@ -84,7 +88,7 @@ void DrawMarker(HDC dc, long x, const Rows& rows, int color) {
     const long half = ZoomedLine(3), line = ZoomedLine(1);
     for (long i = 0; i <= half; ++i)
         Fill(dc, {x - i, rows.ticks + i, x + i + line, rows.ticks + i + 1}, color);
-    Fill(dc, {x, rows.ticks, x + line, rows.ticks + ZoomedLine(6)}, color);
+    Fill(dc, {x, rows.ticks, x + line, rows.ticks + rows.tickLength + ZoomedLine(1)}, color);
 }
 
 }  // namespace
@@ -190,27 +194,25 @@ HBITMAP CKxDevUI_HPot::CreateScaleBitmap(bool enabled) {
     if (!background) return nullptr;
     FillRect(dc, &client, background);
 
-    const auto color = [enabled](Piece piece) { return m_pDefaultColors[piece][enabled ? kEnabled : kDisabled]; };
-    const Rows rows = RowsOf(m_thumbTop, m_thumbImage.cy, m_trackLeft, m_trackLength);
-    DrawTrack(dc, rows.track, color(kTrack), color(kTrackBorder));
-
     const kx::ui::Selection font(dc, KX_GetDefaultGuiFont());
     TEXTMETRICW metrics{};
     GetTextMetricsW(dc, &metrics);
-    const long after = client.right - m_trackLeft - m_trackLength;
-    const auto ticks = kx::hpot::Ticks(m_scale, {.trackLength = static_cast<int>(m_trackLength),
-                                                 .before = static_cast<int>(m_trackLeft),
-                                                 .after = static_cast<int>(after),
-                                                 .labelGap = static_cast<int>(ZoomedLine(9)),
-                                                 .tickGap = static_cast<int>(ZoomedLine(4)),
-                                                 .widthOf = WidthsIn(dc)});
+    const auto color = [enabled](Piece piece) { return m_pDefaultColors[piece][enabled ? kEnabled : kDisabled]; };
+    const Rows rows = RowsOf(ThumbRect(), m_trackLeft, m_trackLength, client.bottom, metrics);
+    DrawTrack(dc, rows.track, color(kTrack), color(kTrackBorder));
+    const auto ticks =
+        kx::hpot::Ticks(m_scale, {.trackLength = static_cast<int>(m_trackLength),
+                                  .before = static_cast<int>(m_trackLeft),
+                                  .after = static_cast<int>(client.right - m_trackLeft - m_trackLength),
+                                  .labelGap = static_cast<int>(ZoomedLine(9)),
+                                  .tickGap = static_cast<int>(ZoomedLine(5)),
+                                  .widthOf = WidthsIn(dc)});
     DrawTicks(dc, ticks, rows, m_trackLeft, color(kTicks));
-    // Digits have no part below the base line, so that need not fit.
-    if (rows.labels + metrics.tmAscent <= client.bottom) {
-        DrawLabels(dc, ticks, rows.labels, m_trackLeft, KX_GetSysColor(color(kLabels)));
-    }
+    if (rows.labels >= 0) DrawLabels(dc, ticks, rows.labels, m_trackLeft, KX_GetSysColor(color(kLabels)));
     const long mark = ValueToThumbPos(m_marker.value);
-    if (m_marker.used && mark >= 0 && mark <= m_trackLength) DrawMarker(dc, m_trackLeft + mark, rows, m_marker.color);
+    if (m_marker.used && mark >= 0 && mark <= m_trackLength) {
+        DrawMarker(dc, m_trackLeft + mark, rows, enabled ? m_marker.color : color(kTicks));
+    }
     return bitmap.release();
 }
 
@@ -260,11 +262,13 @@ void CKxDevUI_HPot::PaintThumb(HDC dc) const {
         default: return rest;
         }
     };
+    // The platform's greys alone are too faint for a line as thin as the edge.
+    const COLORREF edge = color(kThumbEdge);
     const RECT rect = ThumbRect();
     kx::hpot::DrawThumb(dc, {rect.left, rect.top},
                         {.size = m_thumbImage,
                          .body = color(kThumbBody),
-                         .edge = color(kThumbEdge),
+                         .edge = doing == kLookDisabled ? edge : Mixed(edge, KX_GetSysColor(COLOR_BTNTEXT), 40),
                          .ring = KX_GetSysColor(COLOR_HIGHLIGHT),
                          .hasRing = look >= kLookFocused});
 }
