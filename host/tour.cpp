@@ -261,7 +261,8 @@ void Tour::PlanLooks() {
 }
 
 void Tour::PlanControls() {
-    Click([this] { return GetDlgItem(m_window.Handle(), MainWindow::cmdPage + 1); });
+    Menu(MainWindow::cmdPage + 1);
+    Await([this] { return HWND{m_window.Controls()}; });
     PlanSliders();
     PlanRadio();
     PlanTable();

@@ -38,6 +38,7 @@ struct SKxDevUI_HPotMarker {
 class KXDEVUI_API CKxDevUI_HPot : public CKxDevUI_Base {
 public:
     CKxDevUI_HPot();
+    // The copy refers to the same window, whose messages go on to the object that made it.
     CKxDevUI_HPot(const CKxDevUI_HPot& other) = default;
     CKxDevUI_HPot& operator=(const CKxDevUI_HPot& other) = default;
     // Destroys the window, unless that belongs to another object, of which this is a copy.

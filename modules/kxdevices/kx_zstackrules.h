@@ -41,7 +41,9 @@ struct Range {
 struct Stack {
     // The type of the stack, 0 to 7; its positions; its step, above 0; the number of its planes, 1 to MaxCount.
     int type = 0;
-    std::optional<Nm> top, bottom, home;
+    std::optional<Nm> top;
+    std::optional<Nm> bottom;
+    std::optional<Nm> home;
     std::optional<Nm> step;
     std::optional<unsigned> count;
 

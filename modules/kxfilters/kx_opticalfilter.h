@@ -8,13 +8,15 @@
 
 // A range of wavelengths that passes, in nanometres.
 struct SKxFilterBand {
+    // The middle, and the full width at half maximum.
     double centre;
-    double width;  // full width at half maximum
+    double width;
 };
 
 // A filter as its name describes it.
 class CKxOpticalFilter {
 public:
+    // What it is called.
     CKxStringW name;
     // Rising, as they stand in the name where that gives them. None for an unknown or a clear filter.
     std::vector<SKxFilterBand> bands;
