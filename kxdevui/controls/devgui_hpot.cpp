@@ -171,8 +171,7 @@ long CKxDevUI_HPot::ValueToThumbPos(double value) const {
 }
 
 double CKxDevUI_HPot::ThumbPosToValue(double value, bool fromTrack) {
-    const kx::hpot::Held found =
-        kx::hpot::ThumbPosToValue(m_scale, value, fromTrack, m_held, m_stickToNeighbour);
+    const kx::hpot::Held found = kx::hpot::ThumbPosToValue(m_scale, value, fromTrack, m_held, m_stickToNeighbour);
     m_held.index = found.index;
     return found.value;
 }
@@ -206,8 +205,7 @@ void CKxDevUI_HPot::Update(bool fromValue, bool notify, bool redraw) {
 
 bool CKxDevUI_HPot::TakeFromThumb(bool notify) {
     const long position = std::clamp(m_thumbPos, 0L, std::max(m_trackLength, 0L));
-    const double raw =
-        kx::hpot::ThumbPosToRaw(m_scale, static_cast<int>(position), static_cast<int>(m_trackLength));
+    const double raw = kx::hpot::ThumbPosToRaw(m_scale, static_cast<int>(position), static_cast<int>(m_trackLength));
     const double snapped = ThumbPosToValue(raw, true);
     m_stickToNeighbour = false;
     m_thumbPos = ValueToThumbPos(snapped);

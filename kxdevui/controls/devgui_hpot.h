@@ -20,15 +20,15 @@ struct SKxDevUI_HPotMarker {
     bool used = false;  // whether it is shown
 };
 
-// A thumb on a track above a scale with ticks and labels. The values are continuous, with or without a grid, the entries
-// of a list, or piecewise linear between region points; hpot_rules.h has the rules as functions. The scale may be
-// reversed, with its largest value to the left.
+// A thumb on a track above a scale with ticks and labels. The values are continuous, with or without a grid, the
+// entries of a list, or piecewise linear between region points; hpot_rules.h has the rules as functions. The scale may
+// be reversed, with its largest value to the left.
 //
-// The user drags the thumb, clicks beside it, turns the wheel, or uses the keys while the slider has the focus: arrows are
-// wheel units, towards the side they point to, Page Up and Page Down as many as Shift makes of one, Home and End the
-// ends. While the mouse moves the thumb, OnHPotChange is asked for each new value and can refuse it; when a change is
-// complete, OnHPotDragDrop tells so. A host that does not derive gets both as WM_HSCROLL in the parent window, where the
-// answer 0, also the default procedure's, refuses a value.
+// The user drags the thumb, clicks beside it, turns the wheel, or uses the keys while the slider has the focus: arrows
+// are wheel units, towards the side they point to, Page Up and Page Down as many as Shift makes of one, Home and End
+// the ends. While the mouse moves the thumb, OnHPotChange is asked for each new value and can refuse it; when a change
+// is complete, OnHPotDragDrop tells so. A host that does not derive gets both as WM_HSCROLL in the parent window, where
+// the answer 0, also the default procedure's, refuses a value.
 //
 // Numbers given must be finite: a list or range with another is refused and logged, another step counts as 0, a value
 // that is not a number is ignored.
@@ -37,8 +37,9 @@ struct SKxDevUI_HPotMarker {
 // size, which is unzoomed.
 class KXDEVUI_API CKxDevUI_HPot : public CKxDevUI_Base {
 public:
+    // Linear from 0 to 100, without a window.
     CKxDevUI_HPot();
-    // The copy refers to the same window, whose messages go on to the object that made it.
+    // The copy refers to the same window; the window's messages go on to the object that made it.
     CKxDevUI_HPot(const CKxDevUI_HPot& other) = default;
     CKxDevUI_HPot& operator=(const CKxDevUI_HPot& other) = default;
     // Destroys the window, unless that belongs to another object, of which this is a copy.
@@ -58,8 +59,8 @@ public:
     bool GetEnabled() override;
     void SetEnabled(bool enable) override;
 
-    // Sets nominal and window size. `thumb` is the height of the thumb, unzoomed, -1 for half of cy; its width is half of
-    // that, and the track is shorter than the window by it.
+    // Sets nominal and window size. `thumb` is the height of the thumb, unzoomed, -1 for half of cy; its width is half
+    // of that, and the track is shorter than the window by it.
     void SetSize(long cx, long cy, long thumb);
     // The same; the thumb stays as it is unless the height changes, with which it becomes half of that.
     void ResizeWindow(long cx, long cy) override;
@@ -71,11 +72,11 @@ public:
     // The range and steps of a linear slider; the type stays. `step` is the grid, 0 for none; `wheelStep` what a wheel
     // unit changes, or `wheelStepOverride` if that is not 0.
     void InitValues(double minimum, double maximum, double step, double wheelStep, double wheelStepOverride);
-    // A list of values, copied, from the left end to the right; the type becomes 1. `extra` is kept for derived sliders.
-    // Without values (a null pointer, a count below 1) the bounds and `extra` are 0.
+    // A list of values, copied, from the left end to the right; the type becomes 1. `extra` is kept for derived
+    // sliders. Without values (a null pointer, a count below 1) the bounds and `extra` are 0.
     void InitValues(double* values, int count, double extra);
-    // The bounds of regions, copied; the type becomes 2. `regionSteps` are count - 1, where the scale has its small ticks
-    // (null: none); `step` is the grid inside every region and what a wheel unit changes.
+    // The bounds of regions, copied; the type becomes 2. `regionSteps` are count - 1, where the scale has its small
+    // ticks (null: none); `step` is the grid inside every region and what a wheel unit changes.
     void InitValues(double* values, double* regionSteps, int count, double step);
 
     // Shows a value, the nearest that the slider allows; one within 0.001 of the held one changes nothing. OnHPotChange
@@ -84,8 +85,8 @@ public:
     double GetValue() const;
 
     // Brings value and thumb together. `fromValue`: the held value, moved into the range and onto the grid, places the
-    // thumb. Otherwise the thumb's position, moved onto the track, gives the value; if that is a new one and `notify` is
-    // set, OnHPotChange is asked, and without `notify` it is simply held. `redraw` repaints what has moved.
+    // thumb. Otherwise the thumb's position, moved onto the track, gives the value; if that is a new one and `notify`
+    // is set, OnHPotChange is asked, and without `notify` it is simply held. `redraw` repaints what has moved.
     void Update(bool fromValue, bool notify, bool redraw);
 
     // Whether the slider belongs to an acousto-optic filter, whose values are taken as they are given (SetValue); the
@@ -129,8 +130,8 @@ protected:
     // ---- Callbacks: each may destroy the window and the object ----
 
     // The user moves the thumb to another value. The override may alter the value; what it leaves there is held, or, if
-    // it sets `skip` or leaves no finite number, the old one stays. Here: WM_HSCROLL with SB_THUMBTRACK and the value cut
-    // to 16 bits goes to the parent, whose answer 0 sets `skip`.
+    // it sets `skip` or leaves no finite number, the old one stays. Here: WM_HSCROLL with SB_THUMBTRACK and the value
+    // cut to 16 bits goes to the parent, whose answer 0 sets `skip`.
     virtual void OnHPotChange(double& value, bool& skip);
     // A change is complete: a drag has ended, the wheel or a key has moved the thumb. Here: the same message with
     // SB_THUMBPOSITION.
@@ -140,9 +141,9 @@ protected:
     // The pointer came in; went out.
     virtual void OnHoverForPad();
     virtual void UnHoverForPad();
-    // The scale for each type: a bitmap as large as the client area, or smaller and then in its upper left corner, which
-    // becomes the slider's. It shows the track, from m_trackLeft on m_trackLength pixels long, and all that the thumb
-    // moves over. `enabled` chooses its colours. Null leaves the background bare.
+    // The scale for each type: a bitmap as large as the client area, or smaller and then in its upper left corner,
+    // which becomes the slider's. It shows the track, from m_trackLeft on m_trackLength pixels long, and all that the
+    // thumb moves over. `enabled` chooses its colours. Null leaves the background bare.
     virtual HBITMAP CreateLinearBitmap(bool enabled);
     virtual HBITMAP CreateNonlinearBitmap(bool enabled);
     virtual HBITMAP CreateLinearRegionsBitmap(bool enabled);

@@ -200,13 +200,12 @@ HBITMAP CKxDevUI_HPot::CreateScaleBitmap(bool enabled) {
     const auto color = [enabled](Piece piece) { return m_pDefaultColors[piece][enabled ? kEnabled : kDisabled]; };
     const Rows rows = RowsOf(ThumbRect(), m_trackLeft, m_trackLength, client.bottom, metrics);
     DrawTrack(dc, rows.track, color(kTrack), color(kTrackBorder));
-    const auto ticks =
-        kx::hpot::Ticks(m_scale, {.trackLength = static_cast<int>(m_trackLength),
-                                  .before = static_cast<int>(m_trackLeft),
-                                  .after = static_cast<int>(client.right - m_trackLeft - m_trackLength),
-                                  .labelGap = static_cast<int>(ZoomedLine(9)),
-                                  .tickGap = static_cast<int>(ZoomedLine(5)),
-                                  .widthOf = WidthsIn(dc)});
+    const auto ticks = kx::hpot::Ticks(m_scale, {.trackLength = static_cast<int>(m_trackLength),
+                                                 .before = static_cast<int>(m_trackLeft),
+                                                 .after = static_cast<int>(client.right - m_trackLeft - m_trackLength),
+                                                 .labelGap = static_cast<int>(ZoomedLine(9)),
+                                                 .tickGap = static_cast<int>(ZoomedLine(5)),
+                                                 .widthOf = WidthsIn(dc)});
     DrawTicks(dc, ticks, rows, m_trackLeft, color(kTicks));
     if (rows.labels >= 0) DrawLabels(dc, ticks, rows.labels, m_trackLeft, KX_GetSysColor(color(kLabels)));
     const long mark = ValueToThumbPos(m_marker.value);

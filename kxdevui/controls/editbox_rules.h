@@ -48,7 +48,7 @@ struct ValueList {
     std::vector<double> values;  // none when the text is invalid
     std::wstring wrong;          // the first piece that is no number; empty when the text is valid
 };
-// See ValueList.
+// Splits a text into that.
 KXDEVUI_API ValueList SplitValues(std::wstring_view text, wchar_t separator);
 
 // ---- Bounds --------------------------------------------------------------------------------------------------------

@@ -50,8 +50,8 @@ double LeadIntoRegion(const Scale& scale, double value) {
 
 double SnapToRegion(const Scale& scale, double value) {
     if (scale.values.empty() || scale.step == 0) return value;
-    const auto bound = std::find_if(scale.values.begin() + 1, scale.values.end(),
-                                    [value](double each) { return each >= value; });
+    const auto bound =
+        std::find_if(scale.values.begin() + 1, scale.values.end(), [value](double each) { return each >= value; });
     const double from = bound == scale.values.end() ? scale.values.front() : *(bound - 1);
     return from + std::round((value - from) / scale.step) * scale.step;
 }
@@ -131,8 +131,8 @@ double CalculateMove(const Scale& scale, const Held& held, int steps) noexcept {
     if (scale.type == eHPotType_Linear) {
         value += steps * (scale.wheelStepOverride != 0 ? scale.wheelStepOverride : scale.wheelStep);
     } else if (scale.IsList() && !scale.values.empty()) {
-        value = At(scale, static_cast<int>(std::clamp<long long>(static_cast<long long>(held.index) + steps, 0,
-                                                                 Count(scale) - 1)));
+        value = At(scale, static_cast<int>(
+                              std::clamp<long long>(static_cast<long long>(held.index) + steps, 0, Count(scale) - 1)));
     } else if (scale.type == eHPotType_LinearRegions && !scale.values.empty()) {
         value = MoveOverRegions(scale, value, steps);
     } else {

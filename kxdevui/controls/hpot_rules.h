@@ -25,7 +25,7 @@ namespace kx::hpot {
 
 // What the values of a slider may be. A host's lists arrive here checked: every number is finite.
 struct Scale {
-    eHPotType type = eHPotType_Linear;  // how the following are meant
+    eHPotType type = eHPotType_Linear;  // which of the following counts
     double minimum = 0;                 // at the left end of the track
     double maximum = 100;               // at the right end; less than the minimum on a reversed scale
     double step = 0;                    // the grid, 0 for none
@@ -40,8 +40,8 @@ struct Scale {
 
 // The value that a slider holds, and which entry of the list it is.
 struct Held {
-    double value = 0;  // as it was accepted
-    int index = 0;     // 0 for a linear slider
+    double value = 0;  // as the host sees it
+    int index = 0;     // 0 for what is no list
 };
 
 // A number cut to a whole one, saturating at the range of int; 0 for what is not a number.
@@ -86,7 +86,7 @@ struct Tick {
 // How much room a scale has, in pixels on the screen.
 struct TickSpace {
     int trackLength;                                  // of the track
-    int before;                                       // what labels may take beyond the track's start
+    int before;                                       // what labels may take beyond the start of the track
     int after;                                        // and beyond its end
     int labelGap;                                     // at least, between labels
     int tickGap;                                      // at least, between ticks

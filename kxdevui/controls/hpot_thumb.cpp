@@ -17,8 +17,8 @@ namespace {
 
 constexpr wchar_t kSource[] = L"hpot_thumb";
 constexpr wchar_t kImageName[] = L"BMP_HPOT_HANDLE";
-constexpr int kLargest = 2048;          // pixels a side
-constexpr std::size_t kMostThumbs = 24; // kept
+constexpr int kLargest = 2048;           // pixels a side
+constexpr std::size_t kMostThumbs = 24;  // kept
 
 // ---- The image -----------------------------------------------------------------------------------------------------
 
@@ -90,8 +90,12 @@ const HandleImage& Image() {
 
 using Plane = std::vector<float>;
 
-// Each of `to` new cells becomes the mean of what it covers of the `from` old ones, along rows; the result is turned, so
-// that a second call does the columns and turns back.
+std::size_t CellAt(long row, long width, long column) {
+    return static_cast<std::size_t>(row) * static_cast<std::size_t>(width) + static_cast<std::size_t>(column);
+}
+
+// Each of `to` new cells becomes the mean of what it covers of the `from` old ones, along rows; the result is turned,
+// so that a second call does the columns and turns back.
 Plane ReduceAndTurn(const Plane& plane, int from, int rows, int to) {
     Plane turned(static_cast<std::size_t>(to) * static_cast<std::size_t>(rows));
     const float scale = static_cast<float>(from) / static_cast<float>(to);
@@ -102,8 +106,7 @@ Plane ReduceAndTurn(const Plane& plane, int from, int rows, int to) {
             const float covered =
                 std::min(right, static_cast<float>(cell + 1)) - std::max(left, static_cast<float>(cell));
             for (int y = 0; y < rows; ++y) {
-                turned[static_cast<std::size_t>(x * rows + y)] +=
-                    plane[static_cast<std::size_t>(y * from + cell)] * covered / scale;
+                turned[CellAt(x, rows, y)] += plane[CellAt(y, from, cell)] * covered / scale;
             }
         }
     }
@@ -124,12 +127,12 @@ Plane RingAround(const Plane& alpha, SIZE size) {
     Plane ring(alpha.size());
     for (int y = 0; y < size.cy; ++y) {
         for (int x = 0; x < size.cx; ++x) {
-            float& most = ring[static_cast<std::size_t>(y * size.cx + x)];
+            float& most = ring[CellAt(y, size.cx, x)];
             for (int dy = std::max(-reach, -y); dy <= std::min<int>(reach, size.cy - 1 - y); ++dy) {
                 for (int dx = std::max(-reach, -x); dx <= std::min<int>(reach, size.cx - 1 - x); ++dx) {
                     const float distance = std::hypot(static_cast<float>(dx), static_cast<float>(dy));
                     const float share = std::clamp(radius + 0.5F - distance, 0.0F, 1.0F);
-                    most = std::max(most, share * alpha[static_cast<std::size_t>((y + dy) * size.cx + x + dx)]);
+                    most = std::max(most, share * alpha[CellAt(y + dy, size.cx, x + dx)]);
                 }
             }
         }
@@ -155,7 +158,8 @@ void Fill(std::uint8_t* pixels, const ThumbStyle& style) {
         pixels[0] = channel([](COLORREF color) { return GetBValue(color); });
         pixels[1] = channel([](COLORREF color) { return GetGValue(color); });
         pixels[2] = channel([](COLORREF color) { return GetRValue(color); });
-        pixels[3] = static_cast<std::uint8_t>(std::clamp((alpha[i] + ring[i] * (1 - alpha[i])) * 255 + 0.5F, 0.0F, 255.0F));
+        pixels[3] =
+            static_cast<std::uint8_t>(std::clamp((alpha[i] + ring[i] * (1 - alpha[i])) * 255 + 0.5F, 0.0F, 255.0F));
     }
 }
 

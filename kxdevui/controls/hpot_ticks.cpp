@@ -155,7 +155,9 @@ struct RoundStep {
         return exponent < 0 ? digits / std::pow(10.0, -exponent) : digits * std::pow(10.0, exponent);
     }
     RoundStep Next() const {
-        return mantissa == 1 ? RoundStep{2, exponent} : mantissa == 2 ? RoundStep{5, exponent} : RoundStep{1, exponent + 1};
+        return mantissa == 1   ? RoundStep{2, exponent}
+               : mantissa == 2 ? RoundStep{5, exponent}
+                               : RoundStep{1, exponent + 1};
     }
 };
 
@@ -253,9 +255,8 @@ std::vector<Tick> RegionTicks(const Scale& scale, const TickSpace& space) {
 
 std::vector<std::wstring> Labels(std::span<const double> values) {
     const std::vector<double> tolerances = Tolerances(values);
-    const double largest = std::accumulate(values.begin(), values.end(), 0.0, [](double most, double value) {
-        return std::max(most, std::abs(value));
-    });
+    const double largest = std::accumulate(values.begin(), values.end(), 0.0,
+                                           [](double most, double value) { return std::max(most, std::abs(value)); });
     std::optional<Texts> plain;
     if (largest < 1e15) plain = Fitting(values, tolerances, std::chars_format::fixed);
     constexpr std::size_t readable = 7;
