@@ -159,7 +159,7 @@ Bound ViolatedBound(double value, double minimum, double maximum) noexcept {
 
 double SpinStep(double minimum, double maximum, const wchar_t* format) noexcept {
     const double range = maximum - minimum;
-    const bool usable = range > 0 && std::isfinite(range);
+    const bool usable = range / 100 > 0 && std::isfinite(range);
     const auto decimals = DecimalsOf(format);
     if (!decimals) return usable ? RoundStep(range / 100) : 1.0;
     if (*decimals == 0) return 1.0;

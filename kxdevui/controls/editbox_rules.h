@@ -65,7 +65,7 @@ KXDEVUI_API Bound ViolatedBound(double value, double minimum, double maximum) no
 // - a format with decimals ("%.2f"): 1 of the last decimal, or, where the range has more than 10,000 of those, the
 //   largest 1, 2 or 5 times a power of ten of which the range has at least 1,000;
 // - any other format ("%g"): the largest 1, 2 or 5 times a power of ten of which the range has at least 100, and 1 when
-//   the range is empty or infinite.
+//   the range is empty, infinite, or too small to be divided.
 KXDEVUI_API double SpinStep(double minimum, double maximum, const wchar_t* format) noexcept;
 
 // Where `steps` steps up (negative: down) lead from a value: never beyond a bound and, where the next step would be,

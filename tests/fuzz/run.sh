@@ -8,7 +8,7 @@ set -euo pipefail
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
 out=${KXDEVUI_BUILD_ROOT:-$root/build}/fuzz
 modules=$root/modules
-targets=(number catalogue svg svgstring hpot zstackrules)
+targets=(number catalogue svg svgstring hpot zstackrules editbox)
 
 # What each target is built from besides itself.
 sources() {
@@ -16,6 +16,7 @@ sources() {
   svg) echo modules/kxbaseui/kx_{path,raster,svg,svgstyle,svgvalues,xml}.cpp ;;
   svgstring) echo modules/kxbaseui/kx_svgstring.cpp ;;
   zstackrules) echo modules/kxdevices/kx_zstackrules.cpp ;;
+  editbox) echo kxdevui/controls/editbox_rules.cpp ;;
   hpot) echo kxdevui/controls/hpot_{rules,ticks}.cpp ;;
   *) echo modules/kxsystem/kx_$1.cpp ;;
   esac
@@ -96,6 +97,13 @@ s/static_cast<long long>(held.index) + steps/held.index + steps/
 s/IsReversed(scale) ? value < bound : value > bound/value > bound/
 s/return each >= value;/return each > value;/
 s/at->left < each.right + space.labelGap/at->left < each.right/
+FAULTS
+  ;;
+  editbox) cat <<'FAULTS'
+s/if (++count > kMostDigits)/if (++count > kMostDigits + 1)/
+s/ || rest != piece.c_str() + piece.size()//
+s/for (const double factor : {10.0, 5.0, 2.0, 1.0})/for (const double factor : {10.0, 5.0, 1.0})/
+s/if (steps != 0 \&\& moved == value)/if (false)/
 FAULTS
   ;;
   zstackrules) cat <<'FAULTS'
