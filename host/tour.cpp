@@ -21,7 +21,8 @@ void SendMouse(POINT screen, DWORD flags, int data = 0) {
     input.mi.dx = MulDiv(screen.x * 2 + 1, 32768, GetSystemMetrics(SM_CXSCREEN));
     input.mi.dy = MulDiv(screen.y * 2 + 1, 32768, GetSystemMetrics(SM_CYSCREEN));
     input.mi.mouseData = static_cast<DWORD>(data);
-    input.mi.dwFlags = MOUSEEVENTF_ABSOLUTE | flags;
+    // Every event brings its place along: the display may report an earlier one between a move and a press.
+    input.mi.dwFlags = MOUSEEVENTF_ABSOLUTE | MOUSEEVENTF_MOVE | flags;
     SendInput(1, &input, sizeof input);
 }
 
@@ -93,26 +94,22 @@ void Tour::Fail(const wchar_t* what) {
 
 void Tour::MoveTo(const Find& target) {
     Await(target);
-    Do([target] { SendMouse(PointIn(target(), 50), MOUSEEVENTF_MOVE); });
+    Do([target] { SendMouse(PointIn(target(), 50), 0); });
 }
 
 void Tour::Click(const Find& target) {
     MoveTo(target);
     Do([target] { SendMouse(PointIn(target(), 50), MOUSEEVENTF_LEFTDOWN); });
-    Do([] {
-        POINT point{};
-        GetCursorPos(&point);
-        SendMouse(point, MOUSEEVENTF_LEFTUP);
-    });
+    Do([target] { SendMouse(PointIn(target(), 50), MOUSEEVENTF_LEFTUP); });
 }
 
 void Tour::Drag(const Find& target, int fromPercent, int toPercent) {
     Await(target);
-    Do([target, fromPercent] { SendMouse(PointIn(target(), fromPercent), MOUSEEVENTF_MOVE); });
+    Do([target, fromPercent] { SendMouse(PointIn(target(), fromPercent), 0); });
     Do([target, fromPercent] { SendMouse(PointIn(target(), fromPercent), MOUSEEVENTF_LEFTDOWN); });
     for (int i = 1; i <= 4; ++i) {
         const int percent = fromPercent + (toPercent - fromPercent) * i / 4;
-        Do([target, percent] { SendMouse(PointIn(target(), percent), MOUSEEVENTF_MOVE); });
+        Do([target, percent] { SendMouse(PointIn(target(), percent), 0); });
     }
     Do([target, toPercent] { SendMouse(PointIn(target(), toPercent), MOUSEEVENTF_LEFTUP); });
 }
@@ -264,6 +261,7 @@ void Tour::PlanControls() {
     Menu(MainWindow::cmdPage + 1);
     Await([this] { return HWND{m_window.Controls()}; });
     PlanSliders();
+    PlanFields();
     PlanRadio();
     PlanTable();
     Picture(L"20-controls");
@@ -305,6 +303,28 @@ void Tour::PlanSliders() {
     Drag(slider(0), 50, 20);
     Picture(L"18-sliders-refused");
     Click(refuses);
+}
+
+void Tour::PlanFields() {
+    const Find exposure = [this] { return m_window.Controls().Fields().Exposure().GetEditWindow(); };
+    const Find gain = [this] { return m_window.Controls().Fields().Gain().GetEditWindow(); };
+    const Find lines = [this] { return m_window.Controls().Fields().Wavelengths().GetEditWindow(); };
+    Click(exposure);
+    Key(VK_END);
+    Type(L"5");
+    Key(VK_RETURN);
+    Click(gain);
+    Key(VK_UP);
+    Key(VK_UP);
+    Click(lines);
+    Key(VK_END);
+    Type(L"900");
+    Key(VK_RETURN);
+    Await([] { return ActiveDialog(); });
+    Picture(L"18-fields-refused");
+    Key(VK_RETURN);
+    Await(lines);
+    Picture(L"18-fields");
 }
 
 void Tour::PlanRadio() {

@@ -29,6 +29,7 @@ private:
     void PlanLooks();
     void PlanControls();
     void PlanSliders();
+    void PlanFields();
     void PlanRadio();
     void PlanTable();
     void TakeStep();

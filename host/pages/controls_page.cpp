@@ -3,6 +3,8 @@
 void ControlsPage::Fill() {
     Place(m_sliders, SliderPlace);
     m_sliders.Fill();
+    Place(m_fields, EditPlace);
+    m_fields.Fill();
     Place(m_radio, RadioPlace);
     m_radio.Fill();
     Place(m_table, TablePlace);

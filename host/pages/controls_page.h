@@ -1,6 +1,7 @@
 // The generic controls, each on a panel of its own.
 #pragma once
 
+#include "../panels/edit_panel.h"
 #include "../panels/radio_panel.h"
 #include "../panels/slider_panel.h"
 #include "../panels/table_panel.h"
@@ -10,6 +11,7 @@ class ControlsPage : public Page {
 public:
     ControlsPage() : Page(L"Controls") {}
 
+    EditPanel& Fields() { return m_fields; }
     RadioPanel& Binning() { return m_radio; }
     SliderPanel& Sliders() { return m_sliders; }
     TablePanel& Planes() { return m_table; }
@@ -27,6 +29,7 @@ private:
     void Place(HostPanel& panel, const RECT& place);
 
     SliderPanel m_sliders;
+    EditPanel m_fields;
     RadioPanel m_radio;
     TablePanel m_table;
 };
