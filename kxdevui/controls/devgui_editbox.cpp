@@ -54,7 +54,9 @@ CKxDevUI_EditBox::CKxDevUI_EditBox() {
     m_title = L"Label:";
 }
 
-CKxDevUI_EditBox::~CKxDevUI_EditBox() {
+CKxDevUI_EditBox::~CKxDevUI_EditBox() { DestroyOwn(); }
+
+void CKxDevUI_EditBox::DestroyOwn() {
     const auto self = reinterpret_cast<LONG_PTR>(static_cast<CKxDevUI_Base*>(this));
     if (!m_hWnd || GetWindowLongPtrW(m_hWnd, GWLP_USERDATA) != self) return;
     // Before the windows go: their messages must not come to an object whose derived part is gone already.

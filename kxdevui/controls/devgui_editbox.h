@@ -154,6 +154,10 @@ protected:
     // be.
     void ShowWithin(double value);
 
+    // Destroys the window, silently, if it is this object's. For the destructor of a derived control whose members have
+    // windows in it: the first of them to go would pass the focus on to the edit.
+    void DestroyOwn();
+
     // Asked first for every message of the window and of the edit: how a derived control adds behaviour, because the
     // order of the virtual functions leaves no room for a handler. After a call to the host it answers, with nothing
     // left to the edit box, which may be gone. Null asks nobody.

@@ -170,6 +170,8 @@ CKxDevUI_EditBoxSpin::CKxDevUI_EditBoxSpin() {
     };
 }
 
+CKxDevUI_EditBoxSpin::~CKxDevUI_EditBoxSpin() { DestroyOwn(); }
+
 HWND CKxDevUI_EditBoxSpin::Create(HWND parent, long x, long y, long cx, long cy, bool visible, bool enabled) {
     if (!CKxDevUI_EditBox::Create(parent, x, y, cx, cy, visible, enabled)) return nullptr;
     m_attachedWidth = kArrowsWidth;

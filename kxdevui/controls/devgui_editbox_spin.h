@@ -58,6 +58,11 @@ class KXDEVUI_API CKxDevUI_EditBoxSpin : public CKxDevUI_EditBox {
 public:
     // As an edit box.
     CKxDevUI_EditBoxSpin();
+    // The copy refers to the same windows.
+    CKxDevUI_EditBoxSpin(const CKxDevUI_EditBoxSpin& other) = default;
+    CKxDevUI_EditBoxSpin& operator=(const CKxDevUI_EditBoxSpin& other) = default;
+    // Destroys the window if it is this object's.
+    ~CKxDevUI_EditBoxSpin() override;
 
     // As for an edit box: cx is the width of label, field and arrows.
     HWND Create(HWND parent, long x, long y, long cx, long cy, bool, bool) override;

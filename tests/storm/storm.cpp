@@ -234,7 +234,7 @@ bool PaintsItsBackground(HWND window, COLORREF background) {
 
 void Rage(const char* name, const MakeSubject& make) {
     const int seed = FromEnvironment("KX_STORM_SEED", 1);
-    const int steps = FromEnvironment("KX_STORM_STEPS", 1500);
+    const int steps = FromEnvironment("KX_STORM_STEPS", 500);
     ASSERT_GT(steps, 0) << "KX_STORM_STEPS";
     Position position{name, 0, 0, "", nullptr};
     const CrashReport report(position);
