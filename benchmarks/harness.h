@@ -44,6 +44,7 @@ Row SameWork();
 // The rows of each file *_rows.cpp.
 std::vector<Row> FrameworkRows();
 std::vector<Row> SliderRows();
+std::vector<Row> EditRows();
 std::vector<Row> RadioRows();
 std::vector<Row> TableRows();
 
