@@ -33,9 +33,14 @@ HWND MakeList(HWND parent, bool columns) {
 // The same texts for both.
 std::vector<std::wstring> Texts() {
     std::vector<std::wstring> texts;
+    texts.reserve(std::size_t{kRows} * kColumns);
     for (int i = 0; i < kRows * kColumns; ++i)
         texts.push_back(std::to_wstring(i));
     return texts;
+}
+
+const std::wstring& CellOf(const std::vector<std::wstring>& texts, int row, int column) {
+    return texts[static_cast<std::size_t>(row) * kColumns + static_cast<std::size_t>(column)];
 }
 
 class FilledTable {
@@ -50,7 +55,7 @@ public:
         for (int row = 0; row < rows; ++row) {
             const wchar_t* cells[kColumns];
             for (int i = 0; i < kColumns; ++i)
-                cells[i] = texts[static_cast<std::size_t>(row * kColumns + i)].c_str();
+                cells[i] = CellOf(texts, row, i).c_str();
             m_table.InsertRow(cells, kColumns, -1);
         }
         Require(ListView_GetItemCount(m_table.GetListView()) == rows, "rows are missing");
@@ -68,7 +73,7 @@ void FillList(HWND list, const std::vector<std::wstring>& texts, int rows) {
         item.iItem = row;
         for (int i = 0; i < kColumns; ++i) {
             item.iSubItem = i;
-            item.pszText = const_cast<wchar_t*>(texts[static_cast<std::size_t>(row * kColumns + i)].c_str());
+            item.pszText = const_cast<wchar_t*>(CellOf(texts, row, i).c_str());
             SendMessageW(list, i == 0 ? UINT{LVM_INSERTITEMW} : UINT{LVM_SETITEMTEXTW}, static_cast<WPARAM>(row),
                          reinterpret_cast<LPARAM>(&item));
         }
@@ -97,7 +102,8 @@ Ratio CreateTable() {
     const Frame frame;
     const auto byHand = [&] {
         const HWND window = MakeBareWindow(frame, {300, 200});
-        SendMessageW(MakeList(window, false), WM_SETFONT, SendMessageW(window, WM_GETFONT, 0, 0), FALSE);
+        SendMessageW(MakeList(window, false), WM_SETFONT, static_cast<WPARAM>(SendMessageW(window, WM_GETFONT, 0, 0)),
+                     FALSE);
         DestroyWindow(window);
     };
     const auto table = [&] {

@@ -245,15 +245,23 @@ bool CKxSimShutter::GetModeAvailable(EKxShutterMode mode) const {
 
 // ---- The microscope ------------------------------------------------------------------------------------------------
 
+std::vector<CKxSimDevice*> CKxSimMicroscope::Devices() const {
+    std::vector<CKxSimDevice*> devices;
+    devices.reserve(m_devices.size());
+    for (const auto& device : m_devices)
+        devices.push_back(device.get());
+    return devices;
+}
+
 void CKxSimMicroscope::Tick() {
-    // By index: a listener may add a device.
-    for (std::size_t i = 0; i < m_devices.size(); ++i)
-        m_devices[i]->Tick();
+    // A listener may add a device: only those that are there now.
+    for (CKxSimDevice* device : Devices())
+        device->Tick();
 }
 
 void CKxSimMicroscope::Stop() {
-    for (std::size_t i = 0; i < m_devices.size(); ++i)
-        m_devices[i]->Stop();
+    for (CKxSimDevice* device : Devices())
+        device->Stop();
 }
 
 void CKxSimMicroscope::SetSpeed(unsigned millisecondsPerPosition) {

@@ -258,5 +258,7 @@ public:
     void SetFails(bool fails);
 
 private:
+    std::vector<CKxSimDevice*> Devices() const;
+
     std::vector<std::unique_ptr<CKxSimDevice>> m_devices;
 };
