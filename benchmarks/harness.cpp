@@ -13,7 +13,7 @@ namespace {
 using Clock = std::chrono::steady_clock;
 using Work = std::function<void()>;
 
-constexpr int kBlocks = 40;  // of each side
+constexpr int kBlocks = 30;  // of each side
 constexpr double kBlockSeconds = 0.025;
 constexpr double kShortestBlock = 0.020;
 
@@ -36,7 +36,8 @@ double SecondsFor(const Work& work, int rounds) {
 class Side {
 public:
     explicit Side(const Work& work) : m_work(work) {
-        SecondsFor(m_work, 3);  // caches fill
+        // Caches fill; work that is longer than a block has none worth waiting for.
+        for (int i = 0; i < 3 && SecondsFor(m_work, 1) < kBlockSeconds; ++i) {}
         for (double seconds = 0; (seconds = SecondsFor(m_work, m_rounds)) < kBlockSeconds;) {
             const double factor = seconds > 0 ? kBlockSeconds / seconds * 1.1 : 10.0;
             m_rounds = static_cast<int>(std::ceil(m_rounds * std::clamp(factor, 1.1, 10.0)));

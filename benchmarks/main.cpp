@@ -28,28 +28,35 @@ struct Figure {
 
 bool IsQuiet(const Ratio& same) { return same.median >= kx::bench::kQuietLow && same.median <= kx::bench::kQuietHigh; }
 
-// The same work on both sides is measured before and after the rows, and the worse counts: the quiet has to last.
+void PrintTitles() {
+    std::printf("%-50s %-46s %6s  %-15s %5s\n", "measured", "against", "ratio", "low to high", "limit");
+}
+
+void Print(const Figure& figure) {
+    const auto& [row, ratio] = figure;
+    std::printf("%-50s %-46s %6.3f  %.3f to %.3f  %6.2f%s\n", row.name.c_str(), row.against.c_str(), ratio.median,
+                ratio.low, ratio.high, row.limit, figure.IsOver() ? "  OVER" : "");
+}
+
+// Each row is printed when it has been measured: some take minutes. The same work on both sides is measured before and
+// after the rows, and the worse counts: the quiet has to last.
 std::vector<Figure> MeasureAll(std::string_view only) {
+    PrintTitles();
     const Row same = kx::bench::SameWork();
     std::vector<Figure> figures{{same, same.measure()}};
+    Print(figures[0]);
     for (const auto rows : {kx::bench::FrameworkRows, kx::bench::SliderRows, kx::bench::EditRows, kx::bench::RadioRows,
                             kx::bench::TableRows}) {
         for (const Row& row : rows()) {
-            if (row.name.find(only) != std::string::npos) figures.push_back({row, row.measure()});
+            if (row.name.find(only) == std::string::npos) continue;
+            figures.push_back({row, row.measure()});
+            Print(figures.back());
         }
     }
     const Ratio after = same.measure();
+    Print({same, after});
     if (std::abs(after.median - 1) > std::abs(figures[0].ratio.median - 1)) figures[0].ratio = after;
     return figures;
-}
-
-void Print(const std::vector<Figure>& figures) {
-    std::printf("%-50s %-46s %6s  %-15s %5s\n", "measured", "against", "ratio", "low to high", "limit");
-    for (const Figure& figure : figures) {
-        const auto& [row, ratio] = figure;
-        std::printf("%-50s %-46s %6.3f  %.3f to %.3f  %6.2f%s\n", row.name.c_str(), row.against.c_str(), ratio.median,
-                    ratio.low, ratio.high, row.limit, figure.IsOver() ? "  OVER" : "");
-    }
 }
 
 // Names are ours and hold nothing that would need an escape.
@@ -73,7 +80,6 @@ int Run(const std::string& json, std::string_view only) {
         std::printf("The same work measured %.3f: once more\n", figures[0].ratio.median);
         figures = MeasureAll(only);
     }
-    Print(figures);
     if (!json.empty() && !WriteJson(json, figures)) throw kx::bench::Fault("the file could not be written");
     if (!IsQuiet(figures[0].ratio)) {
         std::printf("Void: the same work measured %.3f, the machine is too restless\n", figures[0].ratio.median);

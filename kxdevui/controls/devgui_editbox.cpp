@@ -31,17 +31,29 @@ long Scaled(long length, double scale) {
     return std::lround(std::clamp(static_cast<double>(length) * scale, 0.0, limit));
 }
 
-long TextHeight(HWND window) {
-    const kx::ui::WindowDC dc(window);
-    const kx::ui::Selection font(dc, reinterpret_cast<HFONT>(SendMessageW(window, WM_GETFONT, 0, 0)));
+long TextHeight(HFONT font) {
+    const kx::ui::MemoryDC dc(CreateCompatibleDC(nullptr));
+    const kx::ui::Selection selection(dc.get(), font);
     TEXTMETRICW metrics{};
-    GetTextMetricsW(dc, &metrics);
+    GetTextMetricsW(dc.get(), &metrics);
     return metrics.tmHeight;
 }
 
+HFONT FontOf(HWND window) { return reinterpret_cast<HFONT>(SendMessageW(window, WM_GETFONT, 0, 0)); }
+
 void Place(HWND child, const RECT& rect) {
-    SetWindowPos(child, nullptr, rect.left, rect.top, std::max(0L, rect.right - rect.left),
-                 std::max(0L, rect.bottom - rect.top), SWP_NOZORDER | SWP_NOACTIVATE);
+    SetWindowPos(child, nullptr, rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top,
+                 SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+// A child made where it is to stand: moving it there afterwards would cost as much as a third of making it.
+HWND MakeChild(HWND parent, const wchar_t* windowClass, const wchar_t* text, DWORD style, const RECT& rect, HFONT font,
+               HINSTANCE module) {
+    const HWND child =
+        CreateWindowExW(0, windowClass, text, WS_CHILD | WS_VISIBLE | style, rect.left, rect.top,
+                        rect.right - rect.left, rect.bottom - rect.top, parent, nullptr, module, nullptr);
+    SendMessageW(child, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
+    return child;
 }
 
 }  // namespace
@@ -59,12 +71,9 @@ CKxDevUI_EditBox::~CKxDevUI_EditBox() { DestroyOwn(); }
 void CKxDevUI_EditBox::DestroyOwn() {
     const auto self = reinterpret_cast<LONG_PTR>(static_cast<CKxDevUI_Base*>(this));
     if (!m_hWnd || GetWindowLongPtrW(m_hWnd, GWLP_USERDATA) != self) return;
-    // Before the windows go: their messages must not come to an object whose derived part is gone already.
-    const HWND window = m_hWnd;
-    kx::ui::Binding::CutLoose(this);
-    LoseChildren();
-    const kx::ui::Closing closing(window);
-    DestroyWindow(window);
+    // Of the windows' messages only those of their end come to an object whose derived part is gone already.
+    const kx::ui::Closing closing(m_hWnd);
+    DestroyWindow(m_hWnd);
 }
 
 // ---- Creation ------------------------------------------------------------------------------------------------------
@@ -94,9 +103,10 @@ HWND CKxDevUI_EditBox::Create(HWND parent, long x, long y, long cx, long cy, boo
     // The parent has heard of it, and may have ended the window or this object.
     if (!window || !alive || m_hWnd != window) return nullptr;
     kx::ui::MarkWindow(window, kx::ui::Mark::TagAndObject, this);
-    if (m_showLabel) MakeLabel();
-    MakeEdit();
-    Layout();
+    const HFONT font = KX_GetDefaultGuiFont();
+    const Places places = Arrange(font);
+    if (m_showLabel) MakeLabel(places.label, font);
+    MakeEdit(places.edit, font);
     return m_hWnd;
 }
 
@@ -117,23 +127,17 @@ HWND CKxDevUI_EditBox::Create(HWND parent, HWND placeholder) {
     return alive ? m_hWnd : nullptr;
 }
 
-void CKxDevUI_EditBox::MakeLabel() {
-    const DWORD style = WS_CHILD | WS_VISIBLE | SS_LEFT | SS_CENTERIMAGE | SS_NOPREFIX | SS_ENDELLIPSIS;
-    m_label = CreateWindowExW(0, L"STATIC", m_title, m_enabled ? style : style | WS_DISABLED, 0, 0, 0, 0, m_hWnd,
-                              nullptr, kx::ui::ModuleOf(WndProc), nullptr);
-    const HFONT font =
-        m_edit ? reinterpret_cast<HFONT>(SendMessageW(m_edit, WM_GETFONT, 0, 0)) : KX_GetDefaultGuiFont();
-    SendMessageW(m_label, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
-    SetWindowPos(m_label, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+void CKxDevUI_EditBox::MakeLabel(const RECT& place, HFONT font) {
+    DWORD style = SS_LEFT | SS_CENTERIMAGE | SS_NOPREFIX | SS_ENDELLIPSIS;
+    if (!m_enabled) style |= WS_DISABLED;
+    m_label = MakeChild(m_hWnd, L"STATIC", m_title, style, place, font, kx::ui::ModuleOf(WndProc));
 }
 
-void CKxDevUI_EditBox::MakeEdit() {
-    DWORD style = WS_CHILD | WS_VISIBLE | WS_TABSTOP | ES_AUTOHSCROLL;
+void CKxDevUI_EditBox::MakeEdit(const RECT& place, HFONT font) {
+    DWORD style = WS_TABSTOP | ES_AUTOHSCROLL;
     if (m_readOnly) style |= ES_READONLY;
     if (!m_enabled) style |= WS_DISABLED;
-    m_edit =
-        CreateWindowExW(0, L"EDIT", nullptr, style, 0, 0, 0, 0, m_hWnd, nullptr, kx::ui::ModuleOf(WndProc), nullptr);
-    SendMessageW(m_edit, WM_SETFONT, reinterpret_cast<WPARAM>(KX_GetDefaultGuiFont()), FALSE);
+    m_edit = MakeChild(m_hWnd, L"EDIT", nullptr, style, place, font, kx::ui::ModuleOf(WndProc));
     SendMessageW(m_edit, EM_SETMARGINS, EC_LEFTMARGIN | EC_RIGHTMARGIN, 0);
     SendMessageW(m_edit, EM_LIMITTEXT, static_cast<WPARAM>(m_maxChars), 0);
     kx::ui::Subclass(m_edit, WndProc_EditBox, static_cast<CKxDevUI_Base*>(this));
@@ -148,10 +152,7 @@ void CKxDevUI_EditBox::Destroy() {
     if (alive) m_hWnd = m_label = m_edit = m_attached = nullptr;
 }
 
-void CKxDevUI_EditBox::LoseChildren() {
-    if (m_edit) SetWindowLongPtrW(m_edit, GWLP_USERDATA, 0);
-    m_label = m_edit = m_attached = nullptr;
-}
+void CKxDevUI_EditBox::LoseChildren() { m_label = m_edit = m_attached = nullptr; }
 
 // ---- Looks ---------------------------------------------------------------------------------------------------------
 
@@ -161,7 +162,9 @@ void CKxDevUI_EditBox::Init(bool showLabel, bool mustNotBeEmpty, bool readOnly) 
     SetReadOnly(readOnly);
     if (!m_hWnd || showLabel == (m_label != nullptr)) return;
     if (showLabel) {
-        MakeLabel();
+        const HFONT font = FontOf(m_edit);
+        MakeLabel(Arrange(font).label, font);
+        SetWindowPos(m_label, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
     } else {
         DestroyWindow(std::exchange(m_label, nullptr));
     }
@@ -213,25 +216,31 @@ RECT CKxDevUI_EditBox::FieldRect() const {
     RECT field{};
     GetClientRect(m_hWnd, &field);
     const double scale = Scale();
-    if (m_label) field.left = std::min(Scaled(m_labelSize.cx, scale), field.right);
-    if (m_attached) field.right = std::max(field.left, field.right - Scaled(m_attachedWidth, scale));
+    if (m_showLabel) field.left = std::min(Scaled(m_labelSize.cx, scale), field.right);
+    if (m_attachedWidth > 0) field.right = std::max(field.left, field.right - Scaled(m_attachedWidth, scale));
     return field;
 }
 
-void CKxDevUI_EditBox::Layout() {
-    if (!m_edit) return;
+CKxDevUI_EditBox::Places CKxDevUI_EditBox::Arrange(HFONT font) const {
     RECT client{};
     GetClientRect(m_hWnd, &client);
     const double scale = Scale();
     const RECT field = FieldRect();
-    if (m_label) Place(m_label, {0, 0, field.left - Scaled(kLabelGap, scale), client.bottom});
-    if (m_attached) Place(m_attached, {field.right, 0, client.right, client.bottom});
-
     // The platform's edit writes at the top; centred in the field, it is as high as its text.
     const long border = m_border ? 1 : 0, inset = border + Scaled(kTextInset, scale);
-    const long room = std::max(0L, field.bottom - 2 * border), height = std::min(room, TextHeight(m_edit));
-    const long top = border + (room - height) / 2;
-    Place(m_edit, {field.left + inset, top, field.right - inset, top + height});
+    const long room = std::max(0L, field.bottom - 2 * border), height = std::min(room, TextHeight(font));
+    const long left = field.left + inset, top = border + (room - height) / 2;
+    return {.label = {0, 0, std::max(0L, field.left - Scaled(kLabelGap, scale)), client.bottom},
+            .edit = {left, top, std::max(left, field.right - inset), top + height},
+            .attached = {field.right, 0, std::max(field.right, client.right), client.bottom}};
+}
+
+void CKxDevUI_EditBox::Layout() {
+    if (!m_edit) return;
+    const Places places = Arrange(FontOf(m_edit));
+    if (m_label) Place(m_label, places.label);
+    if (m_attached) Place(m_attached, places.attached);
+    Place(m_edit, places.edit);
 }
 
 // ---- Content -------------------------------------------------------------------------------------------------------
@@ -443,6 +452,8 @@ kx::ui::Handled LoseFocus(const kx::ui::Message& message) {
 }  // namespace
 
 kx::ui::Handled CKxDevUI_EditBox::HandleEdit(const kx::ui::Message& message) {
+    // On the way out.
+    if (message.window != m_edit) return std::nullopt;
     if (m_hook) {
         if (const auto answer = m_hook(*this, message)) return answer;
     }

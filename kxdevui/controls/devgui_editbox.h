@@ -164,10 +164,12 @@ protected:
     using Hook = std::optional<LRESULT> (*)(CKxDevUI_EditBox& box, const kx::ui::Message& message);
     Hook m_hook = nullptr;
 
-    // A window that stands at the right end of the field, and its width in unzoomed pixels. Made after Create, and
-    // enabled and disabled, by the derived control, as a child of the window.
+    // A window that stands at the right end of the field, and its width in unzoomed pixels, 0 for none. The width is
+    // set before Create; the window is made after it in the place of AttachedRect, a child of the window, and enabled
+    // and disabled by the derived control.
     HWND m_attached = nullptr;
     long m_attachedWidth = 0;
+    RECT AttachedRect() const { return Arrange(nullptr).attached; }
 
     // The window procedures of the window, also in derived controls, and of the edit.
     static LRESULT CALLBACK WndProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
@@ -196,10 +198,17 @@ protected:
 private:
     std::optional<LRESULT> Handle(const kx::ui::Message& message);
     std::optional<LRESULT> HandleEdit(const kx::ui::Message& message);
-    void MakeLabel();
-    void MakeEdit();
+    // Of label, edit and attached window in the client area.
+    struct Places {
+        RECT label;
+        RECT edit;
+        RECT attached;
+    };
+    void MakeLabel(const RECT& place, HFONT font);
+    void MakeEdit(const RECT& place, HFONT font);
     double Scale() const;
     RECT FieldRect() const;
+    Places Arrange(HFONT font) const;
     void Layout();
     LRESULT PaintField(const kx::ui::Message& message);
     LRESULT AnswerColor(HDC dc, bool field) const;

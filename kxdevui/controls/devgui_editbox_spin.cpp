@@ -165,6 +165,7 @@ LRESULT CKxDevUI_SpinBox::PaintArrows(const kx::ui::Message& message) {
 // ---- The edit box --------------------------------------------------------------------------------------------------
 
 CKxDevUI_EditBoxSpin::CKxDevUI_EditBoxSpin() {
+    m_attachedWidth = kArrowsWidth;
     m_hook = [](CKxDevUI_EditBox& box, const kx::ui::Message& message) {
         return static_cast<CKxDevUI_EditBoxSpin&>(box).HandleSpin(message);
     };
@@ -174,9 +175,9 @@ CKxDevUI_EditBoxSpin::~CKxDevUI_EditBoxSpin() { DestroyOwn(); }
 
 HWND CKxDevUI_EditBoxSpin::Create(HWND parent, long x, long y, long cx, long cy, bool visible, bool enabled) {
     if (!CKxDevUI_EditBox::Create(parent, x, y, cx, cy, visible, enabled)) return nullptr;
-    m_attachedWidth = kArrowsWidth;
-    m_attached = m_spin.Create(m_hWnd, 0, 0, kArrowsWidth, m_height, true, true);
-    CorrectPosition();
+    const RECT place = AttachedRect();
+    m_attached =
+        m_spin.Create(m_hWnd, place.left, 0, place.right - place.left, place.bottom - place.top, true, true);
     return m_hWnd;
 }
 

@@ -105,11 +105,20 @@ bool Subclass(HWND child, WNDPROC procedure, void* object) {
     return state->previous != nullptr;
 }
 
+namespace {
+
+// Calls of previous procedures that have not returned, of all children together.
+thread_local int s_running = 0;
+
+}  // namespace
+
 LRESULT CallPrevious(const Message& message) noexcept {
     const auto state = FindState(message.window);
     if (!state || !state->previous || !IsWindow(message.window)) return 0;
     ++state->running;
+    ++s_running;
     const LRESULT result = CallWindowProcW(state->previous, message.window, message.id, message.wParam, message.lParam);
+    --s_running;
     --state->running;
     if (message.id == WM_NCDESTROY) DropState(message.window);
     if (state->orphaned && state->running == 0) {
@@ -138,6 +147,8 @@ void DestroySubclassed(HWND child) noexcept {
 }
 
 void SpareBusyChildren(HWND window) noexcept {
+    // Looking through the children costs a round trip for each under Wine, and hardly ever is one of them at work.
+    if (s_running == 0) return;
     HWND next = nullptr;
     for (HWND child = GetWindow(window, GW_CHILD); child; child = next) {
         next = GetWindow(child, GW_HWNDNEXT);
