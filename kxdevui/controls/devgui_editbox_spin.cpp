@@ -64,7 +64,6 @@ HWND CKxDevUI_SpinBox::Create(HWND parent, long x, long y, long cx, long cy, boo
     if (!m_hWnd) return nullptr;
     SendMessageW(m_hWnd, UDM_SETACCEL, kAcceleration.size(), reinterpret_cast<LPARAM>(kAcceleration.data()));
     SendMessageW(m_hWnd, UDM_SETRANGE32, static_cast<WPARAM>(m_lowest), m_highest);
-    SendMessageW(m_hWnd, UDM_SETPOS32, 0, 0);
     kx::ui::Subclass(m_hWnd, WndProc_UpDown, static_cast<CKxDevUI_Base*>(this));
     return m_hWnd;
 }

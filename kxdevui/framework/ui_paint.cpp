@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <unordered_map>
 
+#include <kxbaseui/kx_uihelper.h>
 #include <kxdevui/framework/ui_window.h>
 
 namespace kx::ui {
@@ -54,7 +55,20 @@ void PaintChildren(HWND window, HDC target, const RECT& client, HBRUSH backgroun
         if (!PtInRect(&client, {rect.left, rect.top})) continue;
         if (IsGroupBox(child)) FillRect(target, &rect, background);
         ExcludeClipRect(target, rect.left, rect.top, rect.right, rect.bottom);
-        SendMessageW(child, WM_PAINT, 0, 0);
+        if (!KX_IsWindowMarkedToSkipPaint(child)) SendMessageW(child, WM_PAINT, 0, 0);
+    }
+}
+
+void SpareSiblings(HWND window, HDC target, const RECT& client) {
+    const HWND parent = GetAncestor(window, GA_PARENT);
+    for (HWND sibling = GetWindow(parent, GW_CHILD); sibling; sibling = GetWindow(sibling, GW_HWNDNEXT)) {
+        if (sibling == window || !IsWindowVisible(sibling)) continue;
+        RECT rect{}, common{};
+        GetWindowRect(sibling, &rect);
+        MapWindowPoints(HWND_DESKTOP, window, reinterpret_cast<POINT*>(&rect), 2);
+        if (!IntersectRect(&common, &rect, &client)) continue;
+        ExcludeClipRect(target, rect.left, rect.top, rect.right, rect.bottom);
+        InvalidateRect(sibling, nullptr, FALSE);
     }
 }
 
@@ -106,6 +120,7 @@ LRESULT Paint(const Message& message, PaintMode mode, HBRUSH background, DrawRef
     };
     if (buffer) paint(buffer);
     if (mode.children) PaintChildren(message.window, target, client, background);
+    if (mode.siblings) SpareSiblings(message.window, target, client);
     if (!buffer) {
         paint(target);
     } else {

@@ -66,6 +66,9 @@ struct PaintMode {
     // Visible children are kept out of the picture and told to paint themselves at once; where a group box stands, the
     // background is filled before.
     bool children = false;
+    // Visible windows beside this one that stand on it, a frame around them, are kept out of the picture and are to
+    // repaint.
+    bool siblings = false;
     bool buffered = true;  // not needed where nothing is drawn on the background: one fill cannot flicker
 };
 

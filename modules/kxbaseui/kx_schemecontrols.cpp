@@ -7,6 +7,7 @@
 #include <iterator>
 
 #include <kxbaseui/kx_colors.h>
+#include <kxbaseui/kx_groupbox.h>
 #include <kxbaseui/kx_layoutmanager.h>
 
 #include "kx_schemelist.h"
@@ -127,13 +128,10 @@ void PaintCheck(HDC dc, HWND button, const RECT& client, bool radio) {
 }
 
 void PaintGroupBox(HDC dc, HWND button, RECT client) {
-    RECT text{CKxGUILayoutManager::Zoomed(8), 0, 0, 0};
-    DrawTextW(dc, Label(button).text, -1, &text, DT_SINGLELINE | DT_CALCRECT);
-    client.top = (text.bottom - text.top) / 2;
-    Frame(dc, client, COLOR_BTNSHADOW);
-    const RECT gap{text.left - 2, text.top, text.right + 2, text.bottom};
-    FillRect(dc, &gap, KX_GetSysColorBrush(COLOR_BTNFACE));
-    DrawLabel(dc, button, text, DT_SINGLELINE);
+    client.top = KX_GroupBoxTitleHeight(dc) / 2;
+    SetTextColor(dc, KX_GetSysColor(IsWindowEnabled(button) ? COLOR_BTNTEXT : COLOR_GRAYTEXT));
+    SetBkColor(dc, KX_GetSysColor(COLOR_BTNFACE));
+    KX_GroupBoxDraw(dc, {client, Label(button).text, CKxGUILayoutManager::Zoomed(8)}, eKxGroupBox_Mnemonic);
 }
 
 bool PaintsItself(LONG type) { return type == BS_OWNERDRAW || type == BS_USERBUTTON; }

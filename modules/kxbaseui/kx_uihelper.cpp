@@ -1,10 +1,24 @@
 #include <kxbaseui/kx_uihelper.h>
 
 #include <algorithm>
+#include <unordered_set>
 
 #include <kxsystem/kx_log.h>
 
+#include "kx_subclass.h"
+
 namespace {
+
+// Not a property of the window, which under Wine would be asked for from another process.
+std::unordered_set<HWND>& SkippedWindows() {
+    static auto* windows = new std::unordered_set<HWND>;
+    return *windows;
+}
+
+LRESULT CALLBACK SkippedProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_NCDESTROY) SkippedWindows().erase(window);
+    return kx::CallRest(SkippedProc, window, message, wParam, lParam);
+}
 
 bool IsChildWindow(HWND window) { return (GetWindowLongW(window, GWL_STYLE) & WS_CHILD) != 0; }
 
@@ -58,3 +72,9 @@ bool CKxUIHelper::AlignWnd(HWND window, HWND anchor, int mode, bool keepInside, 
     if (IsChildWindow(window)) ScreenToClient(GetAncestor(window, GA_PARENT), &place);
     return SetWindowPos(window, nullptr, place.x, place.y, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE) != FALSE;
 }
+
+void KX_MarkWindowToSkipPaint(HWND window) {
+    if (kx::Subclass(window, SkippedProc)) SkippedWindows().insert(window);
+}
+
+bool KX_IsWindowMarkedToSkipPaint(HWND window) { return SkippedWindows().contains(window); }

@@ -1,4 +1,4 @@
-// Placing windows.
+// Placing windows, and what they leave to others.
 #pragma once
 
 #include <windows.h>
@@ -20,3 +20,9 @@ public:
     // whether the window was placed.
     static bool AlignWnd(HWND window, HWND anchor, int mode, bool keepInside, const RECT* area);
 };
+
+// Marks a panel whose surface its children paint: a container that paints its children in one go need not send it
+// WM_PAINT, which would paint nothing, and leaves it to its turn. The mark goes with the window. A null window is
+// ignored.
+KXBASEUI_API void KX_MarkWindowToSkipPaint(HWND window);
+KXBASEUI_API bool KX_IsWindowMarkedToSkipPaint(HWND window);

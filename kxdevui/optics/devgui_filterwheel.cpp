@@ -1,0 +1,329 @@
+#include <kxdevui/optics/devgui_filterwheel.h>
+
+#include <algorithm>
+#include <cmath>
+
+#include <kxbaseui/kx_bitmappool.h>
+#include <kxbaseui/kx_colors.h>
+#include <kxbaseui/kx_fonts.h>
+#include <kxbaseui/kx_layoutmanager.h>
+#include <kxbaseui/kx_svgstring.h>
+#include <kxbaseui/kx_tooltip.h>
+#include <kxdevices/kx_dmapi.h>
+#include <kxdevui/framework/ui_window.h>
+#include <kxfilters/kx_opticalfilter.h>
+#include <kxsystem/kx_translation.h>
+#include <kxsystem/kx_usermanager.h>
+
+using namespace kx::ui;
+
+namespace {
+
+constexpr wchar_t kSource[] = L"devgui_filterwheel";
+constexpr int kFirstButton = 10201;
+
+// The image of a filter by its name, made of the templates by number of bands.
+CKxStringA FilterImage(const CKxStringW& name, const std::array<CKxStringA, 6>& templates) {
+    if (name.IsEmpty() || name == L"Empty") return templates[0];
+    CKxOpticalFilter filter;
+    CKxFilterDialog::GetFilterInfo(name, &filter);
+    constexpr int capacity = CKxFilterDialog::MaximumColors;
+    unsigned long colors[capacity] = {};
+    int count = capacity;
+    CKxFilterDialog::GetColorsFromFilter(&filter, colors, count);
+    count = std::clamp(count, 0, capacity);
+    CKxStringA svg = templates[static_cast<std::size_t>(count)];
+    // From the last on: a colour that has been put in may read like an earlier placeholder.
+    for (int k = count; k >= 1; --k) {
+        const COLORREF color = colors[k - 1];
+        CKxStringA placeholder, text;
+        placeholder.Format(16, "#00FF0%d", k);
+        text.Format(16, "#%02X%02X%02X", static_cast<unsigned>(GetRValue(color)),
+                    static_cast<unsigned>(GetGValue(color)), static_cast<unsigned>(GetBValue(color)));
+        CKxSvgStringAPI::ReplaceString(svg, placeholder, text);
+    }
+    return svg;
+}
+
+}  // namespace
+
+ATOM CKxDevUI_FilterWheel::m_Atom = 0;
+std::map<HWND, CKxDevUI_FilterWheel*> CKxDevUI_FilterWheel::m_Instances;
+
+CKxDevUI_FilterWheel::CKxDevUI_FilterWheel() : m_title(L"Filter") {
+    Life::Begin(this);
+    for (std::size_t bands = 0; bands < m_round.size(); ++bands) {
+        CKxStringW name;
+        name.Format(32, bands == 0 ? L"FILTER_EMPTY" : L"FILTER_%uBAND", static_cast<unsigned>(bands));
+        CKxBitmapPool::LoadSVGBaseUI(name, m_round[bands]);
+        CKxBitmapPool::LoadSVGBaseUI(name + L"_SQUARE", m_squareTemplates[bands]);
+    }
+    for (Filter& filter : m_filters)
+        filter.image = m_round[0];
+}
+
+CKxDevUI_FilterWheel::~CKxDevUI_FilterWheel() {
+    Destroy();
+    Life::End(this);
+}
+
+void CKxDevUI_FilterWheel::OnPositionChangeRequest(long, bool&) {}
+void CKxDevUI_FilterWheel::OnSetupRequest() {}
+
+// ---- Creation ------------------------------------------------------------------------------------------------------
+
+HWND CKxDevUI_FilterWheel::Create(HWND parent, long x, long y, long width, long height, bool, bool) {
+    Destroy();
+    if (width >= 0) m_width = width;
+    if (height >= 0) m_height = height;
+    EnsureClass(m_Atom, {.name = L"KxDevGUI_FilterWheel",
+                         .object = L"CKxDevUI_FilterWheel",
+                         .style = CS_HREDRAW | CS_VREDRAW,
+                         .extraBytes = kWindowExtraBytes,
+                         .background = nullptr,
+                         .procedure = WndProc});
+    const Alive alive(this);
+    const HWND window =
+        m_panel.Open(L"KxDevGUI_FilterWheel", WndProc, parent, {x, y, x + m_width, y + m_height}, this);
+    if (!window || !alive) return nullptr;
+    CreateControls();
+    return window;
+}
+
+void CKxDevUI_FilterWheel::Destroy() { m_panel.Close(); }
+
+long CKxDevUI_FilterWheel::Shown() const { return std::clamp(m_count, 0L, long{kMaxPositions}); }
+
+bool CKxDevUI_FilterWheel::SetupEnabled() const {
+    return m_enabled && m_setupAllowed && CKxUserManager::GetCurrentUserRights(eKxUserRight_DeviceSetup);
+}
+
+void CKxDevUI_FilterWheel::AddButtons() {
+    const int columns = std::max(1, m_columns);
+    for (int i = 0; i < Shown(); ++i) {
+        const long x = (m_gapX + m_buttonWidth) * (i % columns) + m_firstX;
+        const long y = (m_gapY + m_buttonHeight) * (i / columns) + m_firstY;
+        const HWND button = m_panel.AddButton(kFirstButton + i, L"", {x, y, x + m_buttonWidth, y + m_buttonHeight},
+                                              m_enabled ? BS_OWNERDRAW : BS_OWNERDRAW | WS_DISABLED, BtnWndProc, this);
+        SendMessageW(button, WM_SETFONT, reinterpret_cast<WPARAM>(KX_GetDefaultGuiFont()), FALSE);
+    }
+    const long setup = m_setupX == -1 ? m_width - m_buttonWidth - m_firstX : m_setupX;
+    m_panel.AddSetup({setup, m_firstY, setup + m_buttonWidth, m_firstY + m_buttonHeight}, SetupEnabled(), BtnWndProc,
+                     this);
+    for (long i = 0; i < Shown(); ++i)
+        SetTip(i);
+}
+
+void CKxDevUI_FilterWheel::CreateControls() {
+    if (!m_panel.Window()) return;
+    const long rows = Shown() == 0 ? 0 : (Shown() - 1) / std::max(1, m_columns);
+    m_height = (rows + 2) * m_buttonHeight;
+    long titleHeight = m_titleHeight;
+    if (m_heightFromTitle) {
+        const long text = TitleTextHeight();
+        const long grid = std::lround((static_cast<double>(rows) + 1.4) * m_buttonHeight);
+        m_height = std::min(std::max(text + 5, grid), 2L * m_buttonHeight + 5);
+        titleHeight = text + 1;
+    }
+    m_panel.RemoveParts();
+    if (m_hasFrame) m_panel.AddFrame(m_title, {m_width, m_height}, m_oversizeFrame, GroupWndProc, this);
+    if (m_hasTitle) {
+        m_panel.AddTitle(m_title, {m_titleX, m_titleY, m_titleX + m_titleWidth, m_titleY + titleHeight}, m_titleLeft);
+    }
+    AddButtons();
+    m_panel.SetFocusPosition(m_position);
+    m_panel.Finish({m_width, m_height}, 0, m_boldTitle);
+}
+
+// Unzoomed, as the whole layout.
+long CKxDevUI_FilterWheel::TitleTextHeight() const {
+    const MemoryDC dc(CreateCompatibleDC(nullptr));
+    const Selection font(dc.get(), m_boldTitle ? KX_GetDefaultGuiFontBoldZoom(1) : KX_GetDefaultGuiFontZoom(1));
+    RECT place{0, 0, m_titleWidth, 9999};
+    DrawTextW(dc.get(), m_title, static_cast<int>(m_title.Length()), &place, DT_CALCRECT | DT_WORDBREAK | DT_NOPREFIX);
+    return place.bottom - place.top;
+}
+
+// ---- Content -------------------------------------------------------------------------------------------------------
+
+CKxDevUI_FilterWheel::Filter* CKxDevUI_FilterWheel::At(long position) {
+    return position >= 0 && position < Shown() ? &m_filters[static_cast<std::size_t>(position)] : nullptr;
+}
+
+bool CKxDevUI_FilterWheel::Update(unsigned int device, bool structure, bool names, bool position) {
+    IKxDevice* instance = DMApi::LogDev_GetInstance(device);
+    if (!instance || instance->GetType() != eKxDeviceType_FilterChanger) return false;
+    return Update(static_cast<IKxDeviceFilterChanger*>(instance), structure, names, position);
+}
+
+bool CKxDevUI_FilterWheel::Update(IKxDeviceFilterChanger* device, bool structure, bool names, bool position) {
+    if (!device) return false;
+    if (structure) {
+        ReadStructure(*device);
+        CreateControls();
+    }
+    for (long i = 0; names && i < Shown(); ++i) {
+        CKxStringW name;
+        device->GetFilterName(i, name);
+        SetFilterName(i, name);
+    }
+    if (position) {
+        long current = -1;
+        device->GetPosition(current);
+        SetPosition(current);
+    }
+    return true;
+}
+
+void CKxDevUI_FilterWheel::ReadStructure(const IKxDeviceFilterChanger& device) {
+    const CDMApi_LogDevId id = device.GetLogDevId();
+    m_title = device.IsKeyTitle() ? DMApi::LogDev_GetKey(id) : DMApi::LogDev_GetShortName(id);
+    m_count = std::max(0L, DMApi::FilterChanger_GetFilterCount(id));
+    m_intelligent = DMApi::FilterChanger_GetInteligent(id);
+    m_motorized = DMApi::FilterChanger_GetMotorized(id);
+    m_type = DMApi::FilterChanger_GetFilterType(id);
+    m_square = m_type == eKxFilterType_Cube || m_type == eKxFilterType_DichroicMirror;
+    if (m_position >= m_count) m_position = -1;
+}
+
+void CKxDevUI_FilterWheel::SetPosition(long position) {
+    if (position == m_position || position < -1 || position >= m_count) return;
+    m_position = position;
+    m_panel.SetFocusPosition(position);
+    m_panel.RedrawButtons();
+}
+
+void CKxDevUI_FilterWheel::SetFilterName(long position, const wchar_t* name) {
+    Filter* filter = At(position);
+    if (!filter) return;
+    filter->name = name;
+    filter->image = m_square ? CreateFilterSVGStringSquare(filter->name) : CreateFilterSVGString(filter->name);
+    SetTip(position);
+    m_panel.RedrawButtons();
+}
+
+void CKxDevUI_FilterWheel::SetTip(long position) const {
+    const HWND button = m_panel.ButtonAt(position);
+    if (!button) return;
+    const CKxStringW& name = m_filters[static_cast<std::size_t>(position)].name;
+    KX_UpdateToolTipWindow(button, name.IsEmpty() ? KX_GetTranslation(L"Empty", kSource) : name);
+}
+
+CKxStringW CKxDevUI_FilterWheel::GetFilterName(long position) const {
+    const Filter* filter = const_cast<CKxDevUI_FilterWheel*>(this)->At(position);
+    return filter ? filter->name : CKxStringW();
+}
+
+void CKxDevUI_FilterWheel::SetFilterTitle(long position, const wchar_t* title) {
+    if (Filter* filter = At(position)) filter->title = title;
+}
+
+CKxStringW CKxDevUI_FilterWheel::GetFilterTitle(long position) const {
+    const Filter* filter = const_cast<CKxDevUI_FilterWheel*>(this)->At(position);
+    return filter ? filter->title : CKxStringW();
+}
+
+void CKxDevUI_FilterWheel::SetTitle(const wchar_t* title) {
+    if (m_title == title) return;
+    m_title = title;
+    m_panel.SetTitle(m_title);
+}
+
+void CKxDevUI_FilterWheel::SetEnable(bool enable, bool frameToo) {
+    m_enabled = enable;
+    for (const HWND button : m_panel.Buttons())
+        PositionPanel::Enable(button, enable);
+    PositionPanel::Enable(m_panel.Setup(), SetupEnabled());
+    if (!frameToo) return;
+    m_panel.EnableFrame(enable);
+    PositionPanel::Enable(m_panel.Title(), enable);
+}
+
+void CKxDevUI_FilterWheel::SetVisible(bool visible) {
+    if (m_panel.Window()) ShowWindow(m_panel.Window(), visible ? SW_SHOWNA : SW_HIDE);
+}
+
+CKxStringA CKxDevUI_FilterWheel::CreateFilterSVGString(CKxStringW& name) { return FilterImage(name, m_round); }
+
+CKxStringA CKxDevUI_FilterWheel::CreateFilterSVGStringSquare(CKxStringW& name) {
+    return FilterImage(name, m_squareTemplates);
+}
+
+// ---- Messages ------------------------------------------------------------------------------------------------------
+
+LRESULT CALLBACK CKxDevUI_FilterWheel::WndProc(HWND window, UINT id, WPARAM wParam, LPARAM lParam) {
+    return Entry<CKxDevUI_FilterWheel, ByInstances<CKxDevUI_FilterWheel, m_Instances>, WM_NCCREATE, Unbound::Default,
+                 &CKxDevUI_FilterWheel::Handle>({window, id, wParam, lParam});
+}
+
+LRESULT CALLBACK CKxDevUI_FilterWheel::BtnWndProc(HWND button, UINT id, WPARAM wParam, LPARAM lParam) {
+    return SubclassEntry<CKxDevUI_FilterWheel, &CKxDevUI_FilterWheel::HandleButton>({button, id, wParam, lParam});
+}
+
+LRESULT CALLBACK CKxDevUI_FilterWheel::GroupWndProc(HWND frame, UINT id, WPARAM wParam, LPARAM lParam) {
+    return SubclassEntry<CKxDevUI_FilterWheel, &CKxDevUI_FilterWheel::HandleFrame>({frame, id, wParam, lParam});
+}
+
+Handled CKxDevUI_FilterWheel::HandleButton(const Message& message) {
+    return m_panel.HandleButton(message, Shown() > m_columns ? std::max(1, m_columns) : 1);
+}
+
+Handled CKxDevUI_FilterWheel::HandleFrame(const Message& message) { return m_panel.HandleFrame(message); }
+
+Handled CKxDevUI_FilterWheel::Handle(const Message& message) {
+    switch (message.id) {
+    case WM_COMMAND: return OnCommand(message.wParam);
+    case WM_DRAWITEM:
+        if (!message.lParam) return std::nullopt;
+        OnDrawItem(*reinterpret_cast<const DRAWITEMSTRUCT*>(message.lParam));
+        return TRUE;
+    default: return m_panel.HandleWindow(message);
+    }
+}
+
+LRESULT CKxDevUI_FilterWheel::OnCommand(WPARAM wParam) {
+    const int id = LOWORD(wParam);
+    if (HIWORD(wParam) != BN_CLICKED) return 0;
+    if (id >= kFirstButton && id < kFirstButton + Shown()) {
+        OnClick(id - kFirstButton);
+        return 1;
+    }
+    if (id != kSetupId) return 0;
+    OnSetupRequest();
+    return 1;
+}
+
+void CKxDevUI_FilterWheel::OnClick(long position) {
+    const Alive alive(this);
+    const long old = m_position;
+    bool refuse = false;
+    OnPositionChangeRequest(position, refuse);
+    if (!alive) return;
+    // A changer without motor that knows its position: only turning it by hand moves the selection.
+    const bool byHand = m_intelligent && !m_motorized;
+    if (!byHand) {
+        SetPosition(position);
+        // The user sees what was refused before it springs back.
+        if (refuse && m_panel.Window()) RedrawWindow(m_panel.Window(), nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
+    }
+    if (refuse && alive) SetPosition(old);
+}
+
+// ---- Painting ------------------------------------------------------------------------------------------------------
+
+void CKxDevUI_FilterWheel::OnDrawItem(const DRAWITEMSTRUCT& item) {
+    if (item.CtlID == UINT{kSetupId}) return m_panel.DrawSetup(item);
+    const long position = static_cast<long>(item.CtlID) - kFirstButton;
+    const Filter* filter = At(position);
+    if (!filter) return;
+    const bool current = position == m_position;
+    PaintItem(m_panel.Window(), item, KX_GetSysColorBrush(COLOR_BTNFACE), [&](HDC dc, const RECT& area) {
+        RECT place = area;
+        const long line = std::max(1L, CKxGUILayoutManager::Zoomed(1));
+        if (current) PositionPanel::DrawCurrent(dc, area);
+        InflateRect(&place, -2 * line, -2 * line);
+        if (item.itemState & ODS_SELECTED) OffsetRect(&place, 1, 1);
+        CKxBitmapPool::DrawSVGImage(dc, filter->image, place, !(item.itemState & ODS_DISABLED));
+        PositionPanel::DrawFocus(dc, area, item);
+    });
+}

@@ -1,0 +1,203 @@
+// CKxDevUI_Nosepiece: the panel of a revolving objective nosepiece.
+#pragma once
+
+#include <windows.h>
+
+#include <array>
+#include <functional>
+#include <map>
+#include <optional>
+#include <vector>
+
+#include <kxdevui/framework/kxdevui_api.h>
+#include <kxdevui/framework/ui_gdi.h>
+#include <kxdevui/optics/position_panel.h>
+#include <kxsystem/kx_string.h>
+
+class IKxDeviceNosepiece;
+
+// Shows an objective for each position, its magnification above it, a setup button, and, if wanted, a titled frame and a
+// strip of buttons for the modes of observation. A click on a position asks the host; the panel moves no device.
+//
+//     class Turret : public CKxDevUI_Nosepiece {
+//         void OnPositionChangeRequest(long position, bool& handled) override {
+//             handled = true;                    // the selection follows the device, not the click
+//             m_device.MoveTo(position);
+//         }
+//     };
+//     turret.Init(&device);
+//     turret.Create(parent, 10, 10, 240, 80, true, true);
+//     turret.Update(&device, false, true, true, true, false);   // and again whenever the device has changed
+//
+// Positions count from 0; there are at most 16. An index that is not there is ignored by setters and answered with 0 or
+// an empty text by getters; a null text is the empty text. All measures are unzoomed pixels.
+//
+// With the keyboard, the arrow keys move between the positions that are available and the setup button, Space or Enter
+// clicks.
+//
+// The panel is no CKxDevUI_Base: a container takes it for a plain window. Its parent is told nothing.
+class KXDEVUI_API CKxDevUI_Nosepiece {
+public:
+    // 256 by 72, no positions, titled with the translation of "Nosepiece".
+    CKxDevUI_Nosepiece();
+    CKxDevUI_Nosepiece(const CKxDevUI_Nosepiece&) = delete;
+    CKxDevUI_Nosepiece& operator=(const CKxDevUI_Nosepiece&) = delete;
+    // Destroys the window.
+    virtual ~CKxDevUI_Nosepiece();
+
+    // Makes the window at (x, y) in the parent's client area, visible, and its parts; an earlier window is destroyed
+    // first. A negative size keeps the one held. The flags are ignored.
+    HWND Create(HWND parent, long x, long y, long width, long height, bool, bool);
+    // Destroys the window; what was set stays, for another Create.
+    void Destroy();
+    operator HWND() const noexcept { return m_panel.Window(); }
+
+    // How many positions there are (0 to 16, others are moved there), which is the current one (-1: none, as for any
+    // that is not there), who decides on the selection: with `deviceDriven` a click leaves it to the device, unless
+    // `localSelect` is set too. No position is available then; Update asks the device. A window that stands is not
+    // rebuilt.
+    void Init(long count, long position, bool deviceDriven, bool localSelect);
+    // The same from a device, with what is available; false for null.
+    bool Init(IKxDeviceNosepiece* device);
+
+    // Reads the device anew: its structure (a change rebuilds the parts), the objectives' names and magnifications, the
+    // current position, and the parameters of the objectives with what is available. The last flag is not used. False,
+    // and nothing is changed, for null. Sends the host no request.
+    bool Update(IKxDeviceNosepiece* device, bool structure, bool names, bool position, bool parameters, bool);
+
+    // Selects a position, silently. The current one and those that are not there, -1 among them, are ignored.
+    void SetPosition(long position);
+    long GetPosition() const noexcept { return m_position; }
+
+    // Name and numbers of an objective: its name is the first line of the tooltip, the number that the magnification
+    // begins with decides on the colour, NA is the numerical aperture, WD the working distance in micrometres.
+    void SetName(long position, const wchar_t* name);
+    CKxStringW GetName(long position) const;
+    void SetMagnification(long position, const wchar_t* magnification);
+    CKxStringW GetMagnification(long position) const;
+    void SetNA(long position, double aperture);
+    double GetNA(long position) const;
+    void SetWD(long position, double distance);
+    double GetWD(long position) const;
+
+    // The text of the frame.
+    void SetTitle(const wchar_t* title);
+    CKxStringW GetTitle() const { return m_title; }
+
+    // While not enabled, clicks on positions are ignored and the objectives are pale; the setup button works. With
+    // `frameToo` the frame follows. Without positions only the frame does: the panel stays as enabled as it was.
+    void SetEnable(bool enable, bool frameToo);
+
+    // The strip of observation modes: how many buttons there are (0 to 4; at first 2, "Eyepieces" and "Camera") and
+    // their texts, for the next Create; the mode that is marked, others are ignored; whether the strip is shown, off at
+    // first. A click on a mode calls `request` with it and marks nothing by itself.
+    void SetObservationModes(const std::vector<CKxStringW>& texts);
+    void SetObservationMode(int mode);
+    int GetObservationMode() const noexcept { return m_observationMode; }
+    void ShowObservationMode(bool show);
+    void SetObservationRequest(std::function<void(int mode)> request) { m_observationRequest = std::move(request); }
+
+    // The setup button's distance from the left, -1 (as at first) to stand at the right, for the next Create.
+    void SetSetupXOffset(int x) noexcept { m_setupX = x; }
+    // Puts a position at x instead of in the row, and another number than position + 1 into its image; for the next
+    // Create, the number at once.
+    void SetSpecificXOffsetAndNumber(int position, bool useX, int x, bool useNumber, int number);
+
+    // Whether the Tab key stops at the panel; off at first.
+    void SetTabStop(bool stop) { m_panel.SetTabStop(stop); }
+
+protected:
+    // The user clicks a position, the current one included. Left false, `handled` lets the panel select the position by
+    // itself, if it may (see Init); set to true, the host selects, now or later. The panel may be updated, destroyed or
+    // deleted from here.
+    virtual void OnPositionChangeRequest(long position, bool& handled);
+    // The user clicks the setup button.
+    virtual void OnSetupRequest();
+
+    // The image for a magnification: the template in the colour of the objective's ring.
+    CKxStringA GetObjectiveBitmap(double magnification, bool selected) const;
+
+    // ---- Layout, for the next Create or change of structure ----
+
+    // The size of the window; the row of positions: left end, set by Update to 8 when there are more than 6 positions
+    // and to 16 otherwise, width, gap, and the rows of labels and of buttons with their heights; the strip's left edge.
+    long m_width = 256;
+    long m_height = 72;
+    int m_firstX = 16;
+    int m_buttonWidth = 24;
+    int m_buttonGap = 8;
+    int m_labelY = 20;
+    int m_labelHeight = 16;
+    int m_buttonY = 40;
+    int m_buttonHeight = 30;
+    int m_setupX = -1;
+    int m_observationX = 175;
+    // A frame; one that is larger than the window; its title in bold type.
+    bool m_hasFrame = true;
+    bool m_oversizeFrame = false;
+    bool m_boldTitle = false;
+
+    // The window class, 0 until the first Create; the panel of each window.
+    static ATOM m_Atom;
+    static std::map<HWND, CKxDevUI_Nosepiece*> m_Instances;
+
+private:
+    struct Position {
+        bool available = false;
+        std::optional<int> x;
+        std::optional<int> number;
+        CKxStringW name;
+        CKxStringW magnification;
+        CKxStringW tip;  // as the button has it
+        double aperture = 0;
+        double distance = 0;
+    };
+    // The template of an objective without a ring, or with one of a colour that is put in; not selected and selected.
+    using Templates = std::array<CKxStringA, 2>;
+
+    static LRESULT CALLBACK WndProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+    static LRESULT CALLBACK BtnWndProc(HWND button, UINT message, WPARAM wParam, LPARAM lParam);
+    static LRESULT CALLBACK GroupWndProc(HWND frame, UINT message, WPARAM wParam, LPARAM lParam);
+    std::optional<LRESULT> Handle(const kx::ui::Message& message);
+    std::optional<LRESULT> HandleButton(const kx::ui::Message& message);
+    std::optional<LRESULT> HandleFrame(const kx::ui::Message& message);
+    LRESULT OnCommand(WPARAM wParam);
+    void OnClick(long position);
+    void OnDrawItem(const DRAWITEMSTRUCT& item);
+    void OnDrawItem_Observation(const DRAWITEMSTRUCT& item);
+
+    void LoadImages();
+    void CreateControls();
+    void AddObservation();
+    void RedrawObservation() const;
+    CKxStringA ImageOf(long position) const;
+    bool ReadStructure(const IKxDeviceNosepiece& device);
+    void ReadParameters(const IKxDeviceNosepiece& device);
+    void UpdateTip(long position);
+    CKxStringW TipOf(const Position& position) const;
+    void SetLabelFont(long position, bool bold) const;
+    HFONT LabelFont(bool bold) const;
+    Position* At(long position);
+    const Position* At(long position) const;
+
+    kx::ui::PositionPanel m_panel;
+    std::vector<HWND> m_labels;
+    std::vector<HWND> m_observation;
+    std::array<Position, kx::ui::kMaxPositions> m_positions;
+    long m_count = 0;
+    long m_position = -1;
+    bool m_deviceDriven = false;
+    bool m_localSelect = false;
+    bool m_enabled = true;
+    CKxStringW m_title;
+    std::vector<CKxStringW> m_observationTexts;
+    int m_observationMode = 0;
+    bool m_observationShown = false;
+    std::function<void(int)> m_observationRequest;
+    kx::ui::Font m_normalFont;
+    kx::ui::Font m_boldFont;
+    kx::ui::Pen m_framePen;
+    Templates m_emptyImages;
+    Templates m_ringImages;
+    CKxStringA m_motorImage;
+};

@@ -1,0 +1,337 @@
+#include <kxdevui/optics/position_panel.h>
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+#include <kxbaseui/kx_bitmappool.h>
+#include <kxbaseui/kx_colors.h>
+#include <kxbaseui/kx_fonts.h>
+#include <kxbaseui/kx_groupbox.h>
+#include <kxbaseui/kx_layoutmanager.h>
+#include <kxbaseui/kx_schemecontrols.h>
+#include <kxbaseui/kx_tooltip.h>
+#include <kxbaseui/kx_uihelper.h>
+#include <kxdevui/framework/devgui.h>
+#include <kxdevui/framework/ui_window.h>
+
+namespace kx::ui {
+
+namespace {
+
+// The side of the setup button's image, and the room between the last row of buttons and the line of the frame.
+constexpr double kSetupImage = 16;
+constexpr double kFrameMargin = 7;
+
+void SetFont(HWND window, HFONT font) {
+    if (window) SendMessageW(window, WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE);
+}
+
+// -1 or +1, a row up or down, or 0 for what is no arrow key.
+int StepOf(WPARAM key, int columns) {
+    switch (key) {
+    case VK_LEFT: return -1;
+    case VK_RIGHT: return 1;
+    case VK_UP: return -columns;
+    case VK_DOWN: return columns;
+    default: return 0;
+    }
+}
+
+}  // namespace
+
+int NextButton(int from, int step, std::span<const bool> usable) {
+    const int count = static_cast<int>(usable.size());
+    const bool around = step == 1 || step == -1;
+    int next = from;
+    for (int tried = 0; tried < count; ++tried) {
+        next += step;
+        if (around && count > 0) next = (next + count) % count;
+        if (next < 0 || next >= count) return from;
+        if (usable[static_cast<std::size_t>(next)]) return next;
+    }
+    return from;
+}
+
+// ---- The window ----------------------------------------------------------------------------------------------------
+
+HWND PositionPanel::Open(const wchar_t* className, WNDPROC procedure, HWND parent, const RECT& place, void* object) {
+    const HWND window = CreateWindowExW(0, className, L"", WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN, place.left,
+                                        place.top, place.right - place.left, place.bottom - place.top, parent, nullptr,
+                                        ModuleOf(procedure), object);
+    if (!window || !IsWindow(window)) return nullptr;
+    MarkWindow(window, Mark::Tag, nullptr);
+    SetTabStop(m_tabStop);
+    SetFont(window, KX_GetDefaultGuiFont());
+    return window;
+}
+
+void PositionPanel::Close() {
+    const HWND window = m_window;
+    if (!window) return;
+    const HWND parent = GetAncestor(window, GA_PARENT);
+    const RECT place = RectInParent(window);
+    const Closing closing(window);
+    SetWindowLongPtrW(window, GWL_STYLE, GetWindowLongPtrW(window, GWL_STYLE) & ~LONG_PTR{WS_VISIBLE});
+    DestroyWindow(window);
+    // A window without the style leaves what it has painted behind.
+    if (parent) InvalidateRect(parent, &place, TRUE);
+}
+
+// ---- The parts -----------------------------------------------------------------------------------------------------
+
+void PositionPanel::RemoveParts() {
+    const HWND focus = GetFocus();
+    m_lostFocus = focus && GetAncestor(focus, GA_PARENT) == m_window ? GetDlgCtrlID(focus) : 0;
+    std::vector<HWND> children;
+    for (HWND child = GetWindow(m_window, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT))
+        children.push_back(child);
+    m_frame = m_title = m_setup = nullptr;
+    m_buttons.clear();
+    m_setupHovered = false;
+    const Closing closing(m_window);
+    for (const HWND child : children) {
+        KX_DeleteToolTip(child);
+        DestroySubclassed(child);
+    }
+}
+
+HWND PositionPanel::AddChild(const wchar_t* className, int id, const wchar_t* text, const RECT& place, DWORD style) {
+    return CreateWindowExW(0, className, text, WS_CHILD | WS_VISIBLE | style, place.left, place.top,
+                           place.right - place.left, place.bottom - place.top, m_window,
+                           reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), nullptr, nullptr);
+}
+
+void PositionPanel::AddFrame(const wchar_t* title, SIZE size, bool oversize, WNDPROC procedure, void* object) {
+    const RECT place = oversize ? RECT{-2, 0, size.cx + 2, size.cy + 4} : RECT{0, 0, size.cx, size.cy};
+    m_frame = AddChild(L"BUTTON", kFrameId, title, place, BS_GROUPBOX);
+    Subclass(m_frame, procedure, object);
+}
+
+void PositionPanel::AddTitle(const wchar_t* title, const RECT& place, bool left) {
+    const DWORD style = SS_NOPREFIX | (left ? SS_LEFT : SS_CENTER);
+    m_title = AddChild(L"STATIC", kTitleId, title, place, style);
+    KX_FollowColorScheme(m_title);
+}
+
+HWND PositionPanel::AddButton(int id, const wchar_t* text, const RECT& place, DWORD style, WNDPROC procedure,
+                              void* object) {
+    const HWND button = AddChild(L"BUTTON", id, text, place, style);
+    Subclass(button, procedure, object);
+    m_buttons.push_back(button);
+    return button;
+}
+
+void PositionPanel::AddSetup(const RECT& place, bool enabled, WNDPROC procedure, void* object) {
+    m_setup = AddChild(L"BUTTON", kSetupId, L"...", place, enabled ? BS_OWNERDRAW : BS_OWNERDRAW | WS_DISABLED);
+    Subclass(m_setup, procedure, object);
+}
+
+void PositionPanel::Finish(SIZE size, long frameHeight, bool boldTitles) {
+    if (frameHeight > 0 && m_frame) {
+        const RECT frame = RectInParent(m_frame);
+        SetWindowPos(m_frame, nullptr, 0, 0, frame.right - frame.left, frameHeight,
+                     SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+    }
+    SetWindowPos(m_window, nullptr, 0, 0, size.cx, size.cy, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+    KX_MarkWindowToSkipPaint(m_window);
+    RegisterZoom(m_window);
+    const HFONT font = boldTitles ? KX_GetDefaultGuiFontBold() : KX_GetDefaultGuiFont();
+    SetFont(m_frame, font);
+    SetFont(m_title, font);
+    if (const int id = std::exchange(m_lostFocus, 0)) {
+        const HWND successor = GetDlgItem(m_window, id);
+        SetFocus(successor && IsWindowEnabled(successor) ? successor : FocusButton());
+    }
+}
+
+HWND PositionPanel::ButtonAt(long position) const noexcept {
+    return position >= 0 && position < static_cast<long>(m_buttons.size())
+               ? m_buttons[static_cast<std::size_t>(position)]
+               : nullptr;
+}
+
+// ---- Working it ----------------------------------------------------------------------------------------------------
+
+void PositionPanel::SetTitle(const wchar_t* title) {
+    if (m_title) SetWindowTextW(m_title, title);
+    if (!m_frame) return;
+    SetWindowTextW(m_frame, title);
+    InvalidateRect(m_frame, nullptr, FALSE);
+}
+
+void PositionPanel::SetTabStop(bool stop) {
+    m_tabStop = stop;
+    if (!m_window) return;
+    const LONG_PTR style = GetWindowLongPtrW(m_window, GWL_STYLE);
+    const LONG_PTR wanted = stop ? style | WS_TABSTOP : style & ~LONG_PTR{WS_TABSTOP};
+    if (wanted != style) SetWindowLongPtrW(m_window, GWL_STYLE, wanted);
+}
+
+void PositionPanel::RedrawButtons() const {
+    // Null would mean all windows there are.
+    for (const HWND button : m_buttons) {
+        if (button) InvalidateRect(button, nullptr, FALSE);
+    }
+}
+
+void PositionPanel::EnableFrame(bool enable) const {
+    if (!m_frame) return;
+    Enable(m_frame, enable);
+    InvalidateRect(m_frame, nullptr, FALSE);
+}
+
+void PositionPanel::Enable(HWND window, bool enable) {
+    if (window && (IsWindowEnabled(window) != FALSE) != enable) EnableWindow(window, enable ? TRUE : FALSE);
+}
+
+HWND PositionPanel::FocusButton() const {
+    const HWND current = ButtonAt(m_focusPosition);
+    if (current && IsWindowEnabled(current)) return current;
+    for (const HWND button : m_buttons) {
+        if (IsWindowEnabled(button)) return button;
+    }
+    return m_setup && IsWindowEnabled(m_setup) ? m_setup : nullptr;
+}
+
+void PositionPanel::MoveFocus(HWND from, int step) const {
+    // The setup button comes after the last position.
+    std::vector<HWND> ring = m_buttons;
+    if (m_setup) ring.push_back(m_setup);
+    bool usable[kMaxPositions + 1] = {};
+    const std::size_t count = std::min(ring.size(), std::size(usable));
+    for (std::size_t i = 0; i < count; ++i)
+        usable[i] = IsWindowEnabled(ring[i]) != FALSE;
+    const auto found = std::find(ring.begin(), ring.end(), from);
+    if (found == ring.end()) return;
+    const int next = NextButton(static_cast<int>(found - ring.begin()), step, {usable, count});
+    SetFocus(ring[static_cast<std::size_t>(next)]);
+}
+
+// ---- Messages ------------------------------------------------------------------------------------------------------
+
+Handled PositionPanel::HandleWindow(const Message& message) {
+    switch (message.id) {
+    case WM_NCCREATE: m_window = message.window; return std::nullopt;
+    case WM_NCDESTROY:
+        m_window = m_frame = m_title = m_setup = nullptr;
+        m_buttons.clear();
+        m_setupHovered = false;
+        return std::nullopt;
+    case WM_ERASEBKGND:
+    case WM_PRINTCLIENT: {
+        RECT client{};
+        GetClientRect(message.window, &client);
+        FillRect(reinterpret_cast<HDC>(message.wParam), &client, KX_GetSysColorBrush(COLOR_BTNFACE));
+        return 1;
+    }
+    case WM_SETFOCUS:
+        if (const HWND button = FocusButton()) SetFocus(button);
+        return 0;
+    case WM_CTLCOLORSTATIC: {
+        const auto dc = reinterpret_cast<HDC>(message.wParam);
+        SetTextColor(dc, KX_GetSysColor(COLOR_BTNTEXT));
+        SetBkColor(dc, KX_GetSysColor(COLOR_BTNFACE));
+        return reinterpret_cast<LRESULT>(KX_GetSysColorBrush(COLOR_BTNFACE));
+    }
+    case WM_KX_ZOOM_CHANGED: ApplyZoom(message.window); return std::nullopt;
+    default: return std::nullopt;
+    }
+}
+
+Handled PositionPanel::HandleButton(const Message& message, int columns) {
+    const HWND button = message.window;
+    switch (message.id) {
+    case WM_MOUSEMOVE:
+    case WM_MOUSELEAVE:
+        if (button != m_setup || !TrackHover(message)) return std::nullopt;
+        m_setupHovered = message.id == WM_MOUSEMOVE;
+        RedrawWindow(button, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
+        return std::nullopt;
+    case WM_LBUTTONDBLCLK: return CallPrevious({button, WM_LBUTTONDOWN, message.wParam, message.lParam});
+    case WM_GETDLGCODE: {
+        // Only to the dialog manager, which asks about a message.
+        const auto* asked = reinterpret_cast<const MSG*>(message.lParam);
+        if (!asked) return std::nullopt;
+        const bool enter = asked->message == WM_KEYDOWN && asked->wParam == VK_RETURN;
+        return DLGC_BUTTON | DLGC_WANTARROWS | (enter ? DLGC_WANTMESSAGE : 0);
+    }
+    case WM_KEYDOWN:
+        if (message.wParam == VK_RETURN) {
+            SendMessageW(m_window, WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(button), BN_CLICKED),
+                         reinterpret_cast<LPARAM>(button));
+            return 0;
+        }
+        if (const int step = StepOf(message.wParam, columns)) {
+            MoveFocus(button, step);
+            return 0;
+        }
+        return std::nullopt;
+    default: return std::nullopt;
+    }
+}
+
+Handled PositionPanel::HandleFrame(const Message& message) {
+    switch (message.id) {
+    case WM_ERASEBKGND: return 1;
+    case WM_PAINT:
+    case WM_PRINTCLIENT: return PaintFrame(message);
+    default: return std::nullopt;
+    }
+}
+
+// ---- Painting ------------------------------------------------------------------------------------------------------
+
+LRESULT PositionPanel::PaintFrame(const Message& message) const {
+    const HWND frame = message.window;
+    const RECT own = RectInParent(frame);
+    const auto draw = [&](HDC dc, const RECT& area) {
+        const Selection font(dc, reinterpret_cast<HFONT>(SendMessageW(frame, WM_GETFONT, 0, 0)));
+        SetTextColor(dc, KX_GetSysColor(IsWindowEnabled(frame) ? COLOR_BTNTEXT : COLOR_GRAYTEXT));
+        SetBkColor(dc, KX_GetSysColor(COLOR_BTNFACE));
+        SetBkMode(dc, OPAQUE);
+        SKxGroupBox box{area, L"", CKxGUILayoutManager::Zoomed(8)};
+        box.frame.top = KX_GroupBoxTitleHeight(dc) / 2;
+        if (!m_buttons.empty()) {
+            // The title stands over the first position, the line closes under the last.
+            const RECT first = RectInParent(m_buttons.front()), last = RectInParent(m_buttons.back());
+            const long margin = CKxGUILayoutManager::Zoomed(kFrameMargin);
+            box.titleOffset = std::clamp(first.left - own.left, box.titleOffset, (area.right + 1) / 2);
+            box.frame.bottom = std::min(area.bottom, std::max(last.bottom - own.top + margin, box.frame.top + 1));
+        }
+        wchar_t title[257] = L"";
+        GetWindowTextW(frame, title, 257);
+        box.title = title;
+        KX_GroupBoxDraw(dc, box, 0);
+    };
+    return Paint(message, {.siblings = true}, KX_GetSysColorBrush(COLOR_BTNFACE), draw);
+}
+
+void PositionPanel::DrawSetup(const DRAWITEMSTRUCT& item) const {
+    PaintItem(m_window, item, KX_GetSysColorBrush(COLOR_BTNFACE), [&](HDC dc, const RECT& area) {
+        const long side = std::lround(CKxGUILayoutManager::GetGuiZoom() * kSetupImage);
+        const long shift = item.itemState & ODS_SELECTED ? 1 : 0;
+        const long left = (area.right - side) / 2 + shift, top = (area.bottom - side) / 2 + shift;
+        const int image = CKxBitmapPool::AddImageBaseUI(m_setupHovered ? L"WINDOWOPEN_HOVER" : L"WINDOWOPEN");
+        CKxBitmapPool::DrawOptimalImage(dc, image, {left, top, left + side, top + side},
+                                        !(item.itemState & ODS_DISABLED));
+        DrawFocus(dc, area, item);
+    });
+}
+
+void PositionPanel::DrawCurrent(HDC dc, const RECT& area) {
+    const Selection pen(dc, GetStockObject(DC_PEN)), brush(dc, GetStockObject(DC_BRUSH));
+    SetDCPenColor(dc, KX_GetSysColor(COLOR_HIGHLIGHT));
+    SetDCBrushColor(dc, KX_GetSysColor(COLOR_HIGHLIGHT));
+    const int corner = static_cast<int>(CKxGUILayoutManager::Zoomed(6));
+    RoundRect(dc, area.left, area.top, area.right, area.bottom, corner, corner);
+}
+
+void PositionPanel::DrawFocus(HDC dc, const RECT& area, const DRAWITEMSTRUCT& item) {
+    if (!(item.itemState & ODS_FOCUS)) return;
+    SetTextColor(dc, KX_GetSysColor(COLOR_BTNTEXT));
+    SetBkColor(dc, KX_GetSysColor(COLOR_BTNFACE));
+    DrawFocusRect(dc, &area);
+}
+
+}  // namespace kx::ui

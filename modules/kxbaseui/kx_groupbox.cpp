@@ -1,0 +1,35 @@
+#include <kxbaseui/kx_groupbox.h>
+
+#include <algorithm>
+
+#include <kxbaseui/kx_colors.h>
+
+namespace {
+
+// Pixels left free before and after the title.
+constexpr long kGap = 2;
+
+}  // namespace
+
+long KX_GroupBoxTitleHeight(HDC dc) {
+    TEXTMETRICW metrics{};
+    GetTextMetricsW(dc, &metrics);
+    return metrics.tmHeight;
+}
+
+void KX_GroupBoxDraw(HDC dc, const SKxGroupBox& box, unsigned flags) {
+    if (!dc || IsRectEmpty(&box.frame)) return;
+    FrameRect(dc, &box.frame, KX_GetSysColorBrush(COLOR_BTNSHADOW));
+    if (box.title.IsEmpty()) return;
+
+    const long left = box.frame.left + box.titleOffset, top = box.frame.top - KX_GroupBoxTitleHeight(dc) / 2;
+    RECT text{left, top, left, top};
+    const UINT format = flags & eKxGroupBox_Mnemonic ? DT_SINGLELINE : DT_SINGLELINE | DT_NOPREFIX;
+    DrawTextW(dc, box.title, static_cast<int>(box.title.Length()), &text, format | DT_CALCRECT);
+    text.right = std::min(text.right, box.frame.right - 2 * kGap);
+    if (text.right <= text.left) return;
+    const RECT gap{text.left - kGap, box.frame.top, text.right + kGap, box.frame.top + 1};
+    SetDCBrushColor(dc, GetBkColor(dc));
+    FillRect(dc, &gap, static_cast<HBRUSH>(GetStockObject(DC_BRUSH)));
+    DrawTextW(dc, box.title, static_cast<int>(box.title.Length()), &text, format | DT_END_ELLIPSIS);
+}
