@@ -12,11 +12,15 @@
 #include <kxsystem/kx_translation.h>
 
 #include "event_log.h"
+#include "pages/pages.h"
+#include "pages/stand_page.h"
 
 namespace {
 
 constexpr int kStatusId = 1, kLogId = 2;
-constexpr int kLogHeight = 170, kStatusHeight = 20, kBarHeight = 30, kPageButtonWidth = 110;  // unzoomed pixels
+constexpr UINT_PTR kDeviceTimer = 1;
+constexpr UINT kDeviceMilliseconds = 40;
+constexpr int kLogHeight = 170, kStatusHeight = 20, kBarHeight = 30, kPageButtonWidth = 104;  // unzoomed pixels
 
 CKxStringW Text(const wchar_t* english) { return KX_GetTranslation(english, L"host"); }
 
@@ -61,6 +65,7 @@ bool MainWindow::Create(HINSTANCE instance) {
                                m_window, reinterpret_cast<HMENU>(static_cast<INT_PTR>(kStatusId)), instance, nullptr);
     SetStatusSink([this](const std::wstring& text) { Say(text); });
     BuildPages();
+    SetTimer(m_window, kDeviceTimer, kDeviceMilliseconds, nullptr);
     ShowWindow(m_window, SW_SHOW);
     return true;
 }
@@ -68,11 +73,8 @@ bool MainWindow::Create(HINSTANCE instance) {
 // ---- Building ------------------------------------------------------------------------------------------------------
 
 void MainWindow::BuildPages() {
-    m_pages = {};
-    m_stand = std::make_unique<StandPage>();
-    m_controls = std::make_unique<ControlsPage>();
-    m_pages = {m_stand.get(), m_controls.get()};
-    for (Page* page : m_pages) {
+    m_pages = MakePages(m_microscope);
+    for (const auto& page : m_pages) {
         page->Build(m_window);
         page->SetEnabled(m_enabled);
     }
@@ -86,14 +88,16 @@ void MainWindow::BuildPages() {
 }
 
 void MainWindow::BuildPageButtons() {
-    for (int i = 0; i < static_cast<int>(m_pages.size()); ++i) {
-        HWND& button = m_pageButtons[static_cast<std::size_t>(i)];
-        if (button) DestroyWindow(button);
+    for (const HWND button : m_pageButtons)
+        DestroyWindow(button);
+    m_pageButtons.clear();
+    for (const auto& page : m_pages) {
+        const std::size_t i = m_pageButtons.size();
         const DWORD first = i == 0 ? WS_GROUP | WS_TABSTOP : 0;
-        button = CreateWindowExW(0, L"BUTTON", Text(m_pages[static_cast<std::size_t>(i)]->Name()),
-                                 WS_CHILD | WS_VISIBLE | BS_AUTORADIOBUTTON | BS_PUSHLIKE | first, 0, 0, 0, 0, m_window,
-                                 reinterpret_cast<HMENU>(static_cast<INT_PTR>(cmdPage + i)), nullptr, nullptr);
-        KX_FollowColorScheme(button);
+        m_pageButtons.push_back(CreateWindowExW(
+            0, L"BUTTON", Text(page->Name()), WS_CHILD | WS_VISIBLE | BS_AUTORADIOBUTTON | BS_PUSHLIKE | first, 0, 0, 0,
+            0, m_window, reinterpret_cast<HMENU>(cmdPage + i), nullptr, nullptr));
+        KX_FollowColorScheme(m_pageButtons.back());
     }
 }
 
@@ -193,7 +197,7 @@ LRESULT CALLBACK MainWindow::WndProc(HWND window, UINT message, WPARAM wParam, L
 LRESULT MainWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
     case WM_SIZE:
-        if (m_pages[0]) Layout();
+        if (!m_pages.empty()) Layout();
         return 0;
     case WM_ERASEBKGND: {
         RECT client{};
@@ -223,15 +227,15 @@ LRESULT MainWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
                   static_cast<int>(LOWORD(wParam)));
         return 0;
     case WM_MOUSEWHEEL: OnMouseWheel(wParam, lParam); return 0;
+    case WM_TIMER: m_microscope.Tick(); return 0;
     case kx::ui::WM_KX_ZOOM_CHANGED:
         Restyle();
         BuildMenu();
         FitToPages();
         return 0;
     case WM_DESTROY:
-        m_pages = {};
-        m_stand.reset();
-        m_controls.reset();
+        KillTimer(m_window, kDeviceTimer);
+        m_pages.clear();
         SetStatusSink(nullptr);
         PostQuitMessage(0);
         return 0;
@@ -248,10 +252,10 @@ void MainWindow::OnMouseWheel(WPARAM wParam, LPARAM lParam) {
 
 void MainWindow::OnCommand(int command) {
     if (command == cmdSeries) {
-        m_stand->AskForSeries(m_window);
+        PageOf<StandPage>().AskForSeries(m_window);
     } else if (command == cmdEnabled) {
         m_enabled = !m_enabled;
-        for (Page* page : m_pages)
+        for (const auto& page : m_pages)
             page->SetEnabled(m_enabled);
         BuildMenu();
     } else if (command == cmdExit) {

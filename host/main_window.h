@@ -4,14 +4,14 @@
 
 #include <windows.h>
 
-#include <array>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include <kxbaseui/kx_colors.h>
 
-#include "pages/controls_page.h"
-#include "pages/stand_page.h"
+#include "microscope.h"
+#include "pages/page.h"
 
 class MainWindow {
 public:
@@ -26,12 +26,28 @@ public:
 
     bool Create(HINSTANCE instance);
     HWND Handle() const { return m_window; }
-    StandPage& Stand() { return *m_stand; }
-    ControlsPage& Controls() { return *m_controls; }
+
+    // The page of the class P, and the menu command that turns to it; every page of pages/pages.cpp is there once.
+    template <class P>
+    P& PageOf() {
+        return static_cast<P&>(*m_pages[IndexOf<P>()]);
+    }
+    template <class P>
+    int CommandOf() {
+        return cmdPage + static_cast<int>(IndexOf<P>());
+    }
+    Microscope& Devices() { return m_microscope; }
 
 private:
     static LRESULT CALLBACK WndProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     LRESULT Handle(UINT message, WPARAM wParam, LPARAM lParam);
+    template <class P>
+    std::size_t IndexOf() const {
+        std::size_t i = 0;
+        while (!dynamic_cast<P*>(m_pages[i].get()))
+            ++i;
+        return i;
+    }
     void OnCommand(int command);
     void OnMouseWheel(WPARAM wParam, LPARAM lParam);
     void BuildMenu();
@@ -46,10 +62,9 @@ private:
     HWND m_window = nullptr;
     HWND m_list = nullptr;
     HWND m_status = nullptr;
-    std::unique_ptr<StandPage> m_stand;
-    std::unique_ptr<ControlsPage> m_controls;
-    std::array<Page*, 2> m_pages{};
-    std::array<HWND, 2> m_pageButtons{};
+    Microscope m_microscope;
+    std::vector<std::unique_ptr<Page>> m_pages;
+    std::vector<HWND> m_pageButtons;
     int m_page = 0;
     bool m_enabled = true;
 };

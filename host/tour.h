@@ -23,6 +23,9 @@ private:
     using Find = std::function<HWND()>;
 
     static void CALLBACK OnTimer(HWND, UINT, UINT_PTR, DWORD);
+    void TakeStep();
+
+    // What is done, page by page; each page has a file in tours/.
     void Plan();
     void PlanPanels();
     void PlanDialog();
@@ -32,7 +35,7 @@ private:
     void PlanFields();
     void PlanRadio();
     void PlanTable();
-    void TakeStep();
+    void PlanOptics();
 
     void Do(std::function<void()> step);
     // Waits until the target can be seen.
@@ -44,6 +47,7 @@ private:
     void Key(WORD key);
     void Type(const wchar_t* text);
     void Menu(int command);
+    void TurnTo(std::function<int()> page);
     void Picture(const wchar_t* name);
     void Fail(const wchar_t* what);
 

@@ -10,8 +10,3 @@ void ControlsPage::Fill() {
     Place(m_table, TablePlace);
     m_table.Fill();
 }
-
-void ControlsPage::Place(HostPanel& panel, const RECT& place) {
-    panel.Create(*this, place.left, place.top, place.right, place.bottom, true, true);
-    Add(panel);
-}

@@ -26,8 +26,6 @@ protected:
     void Fill() override;
 
 private:
-    void Place(HostPanel& panel, const RECT& place);
-
     SliderPanel m_sliders;
     EditPanel m_fields;
     RadioPanel m_radio;

@@ -18,6 +18,11 @@ void Page::Add(CKxDevUI_Container& panel) {
     InsertElement(&panel);
 }
 
+void Page::Place(CKxDevUI_Container& panel, const RECT& place) {
+    panel.Create(*this, place.left, place.top, place.right, place.bottom, true, true);
+    Add(panel);
+}
+
 CKxDevUI_Container* Page::PanelAt(POINT screen) {
     for (CKxDevUI_Container* panel : m_panels) {
         RECT rect{};

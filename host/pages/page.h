@@ -26,6 +26,8 @@ protected:
     // What can only be shown once the panels have their sizes.
     virtual void Show() {}
     void Add(CKxDevUI_Container& panel);
+    // Makes an empty panel, in unzoomed pixels (x, y, width, height), and adds it.
+    void Place(CKxDevUI_Container& panel, const RECT& place);
 
     bool OnUser(int, int, HWND) override { return false; }
 

@@ -323,7 +323,7 @@ void CKxDevUI_FilterWheel::OnDrawItem(const DRAWITEMSTRUCT& item) {
         if (current) PositionPanel::DrawCurrent(dc, area);
         InflateRect(&place, -2 * line, -2 * line);
         if (item.itemState & ODS_SELECTED) OffsetRect(&place, 1, 1);
-        CKxBitmapPool::DrawSVGImage(dc, filter->image, place, !(item.itemState & ODS_DISABLED));
+        CKxBitmapPool::DrawSVGImage(dc, filter->image, place, m_panel.IsEnabled() && !(item.itemState & ODS_DISABLED));
         PositionPanel::DrawFocus(dc, area, item);
     });
 }

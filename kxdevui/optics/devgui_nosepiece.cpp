@@ -141,8 +141,7 @@ void CKxDevUI_Nosepiece::CreateControls() {
         const RECT label{x - 2, m_labelY, x + m_buttonWidth + 2, m_labelY + m_labelHeight};
         const RECT button{x, m_buttonY, x + m_buttonWidth, m_buttonY + m_buttonHeight};
         m_labels.push_back(m_panel.AddChild(L"STATIC", kFirstLabel + static_cast<int>(i), position.magnification, label,
-                                            m_enabled ? SS_CENTER | SS_NOPREFIX
-                                                      : SS_CENTER | SS_NOPREFIX | WS_DISABLED));
+                                            SS_CENTER | SS_NOPREFIX));
         KX_FollowColorScheme(m_labels.back());
         m_panel.AddButton(kFirstButton + static_cast<int>(i), L"", button, BS_OWNERDRAW, BtnWndProc, this);
     }
@@ -152,6 +151,7 @@ void CKxDevUI_Nosepiece::CreateControls() {
         At(i)->tip.Empty();
         UpdateTip(i);
     }
+    EnableLabels();
     AddObservation();
     m_panel.SetFocusPosition(m_position);
     for (long i = 0; i < m_count; ++i)
@@ -309,12 +309,15 @@ void CKxDevUI_Nosepiece::SetTitle(const wchar_t* title) {
 }
 
 void CKxDevUI_Nosepiece::SetEnable(bool enable, bool frameToo) {
-    for (long i = 0; i < m_count; ++i) {
-        m_enabled = enable;
-        if (m_panel.ButtonAt(i)) PositionPanel::Enable(m_labels[static_cast<std::size_t>(i)], enable);
-    }
+    if (m_count > 0) m_enabled = enable;
+    EnableLabels();
     if (frameToo) m_panel.EnableFrame(enable);
     m_panel.RedrawButtons();
+}
+
+void CKxDevUI_Nosepiece::EnableLabels() const {
+    for (const HWND label : m_labels)
+        PositionPanel::Enable(label, m_enabled && m_panel.IsEnabled());
 }
 
 void CKxDevUI_Nosepiece::SetSpecificXOffsetAndNumber(int position, bool useX, int x, bool useNumber, int number) {
@@ -416,8 +419,10 @@ Handled CKxDevUI_Nosepiece::Handle(const Message& message) {
         m_labels.clear();
         m_observation.clear();
         return std::nullopt;
-    default: return m_panel.HandleWindow(message);
+    case WM_ENABLE: EnableLabels(); break;
+    default: break;
     }
+    return m_panel.HandleWindow(message);
 }
 
 LRESULT CKxDevUI_Nosepiece::OnCommand(WPARAM wParam) {
@@ -479,7 +484,7 @@ void CKxDevUI_Nosepiece::OnDrawItem(const DRAWITEMSTRUCT& item) {
         // Where the device decides, a press promises nothing.
         const bool answers = m_enabled && (m_localSelect || !m_deviceDriven);
         if (item.itemState & ODS_SELECTED && answers) OffsetRect(&place, 1, 1);
-        CKxBitmapPool::DrawSVGImage(dc, ImageOf(position), place, m_enabled);
+        CKxBitmapPool::DrawSVGImage(dc, ImageOf(position), place, m_enabled && m_panel.IsEnabled());
         PositionPanel::DrawFocus(dc, area, item);
     });
 }
@@ -498,7 +503,8 @@ void CKxDevUI_Nosepiece::OnDrawItem_Observation(const DRAWITEMSTRUCT& item) {
         InflateRect(&inner, -2, 0);
         if (item.itemState & ODS_SELECTED) OffsetRect(&inner, 1, 1);
         SetBkMode(dc, TRANSPARENT);
-        SetTextColor(dc, KX_GetSysColor(current ? COLOR_HIGHLIGHTTEXT : COLOR_BTNTEXT));
+        const int color = current ? COLOR_HIGHLIGHTTEXT : m_panel.IsEnabled() ? COLOR_BTNTEXT : COLOR_GRAYTEXT;
+        SetTextColor(dc, KX_GetSysColor(color));
         DrawTextW(dc, text, length, &inner, DT_CENTER | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX | DT_END_ELLIPSIS);
         PositionPanel::DrawFocus(dc, area, item);
     });

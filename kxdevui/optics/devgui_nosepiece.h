@@ -173,6 +173,7 @@ private:
     CKxStringA ImageOf(long position) const;
     bool ReadStructure(const IKxDeviceNosepiece& device);
     void ReadParameters(const IKxDeviceNosepiece& device);
+    void EnableLabels() const;
     void UpdateTip(long position);
     CKxStringW TipOf(const Position& position) const;
     void SetLabelFont(long position, bool bold) const;

@@ -211,7 +211,7 @@ void CKxDevUI_Switcher::SetName(long position, const CKxStringW& name) {
 
 void CKxDevUI_Switcher::EnableButton(long position) const {
     const Port& port = m_ports[static_cast<std::size_t>(position)];
-    PositionPanel::Enable(m_panel.ButtonAt(position), m_enabled && port.usable && !port.locked);
+    PositionPanel::Enable(m_panel.ButtonAt(position), m_enabled && m_panel.IsEnabled() && port.usable && !port.locked);
 }
 
 void CKxDevUI_Switcher::SetPosition(long position) {
@@ -276,7 +276,10 @@ Handled CKxDevUI_Switcher::HandleButton(const Message& message) { return m_panel
 Handled CKxDevUI_Switcher::HandleFrame(const Message& message) { return m_panel.HandleFrame(message); }
 
 Handled CKxDevUI_Switcher::Handle(const Message& message) {
-    return message.id == WM_COMMAND ? Handled(OnCommand(message.wParam)) : m_panel.HandleWindow(message);
+    if (message.id == WM_COMMAND) return OnCommand(message.wParam);
+    for (long i = 0; message.id == WM_ENABLE && i < m_count; ++i)
+        EnableButton(i);
+    return m_panel.HandleWindow(message);
 }
 
 LRESULT CKxDevUI_Switcher::OnCommand(WPARAM wParam) {

@@ -105,6 +105,7 @@ HWND PositionPanel::AddChild(const wchar_t* className, int id, const wchar_t* te
 void PositionPanel::AddFrame(const wchar_t* title, SIZE size, bool oversize, WNDPROC procedure, void* object) {
     const RECT place = oversize ? RECT{-2, 0, size.cx + 2, size.cy + 4} : RECT{0, 0, size.cx, size.cy};
     m_frame = AddChild(L"BUTTON", kFrameId, title, place, BS_GROUPBOX);
+    KX_MarkWindowToSkipPaint(m_frame);
     Subclass(m_frame, procedure, object);
 }
 
@@ -234,6 +235,10 @@ Handled PositionPanel::HandleWindow(const Message& message) {
         SetBkColor(dc, KX_GetSysColor(COLOR_BTNFACE));
         return reinterpret_cast<LRESULT>(KX_GetSysColorBrush(COLOR_BTNFACE));
     }
+    case WM_ENABLE:
+        Enable(m_title, message.wParam != 0);
+        RedrawWindow(message.window, nullptr, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN);
+        return std::nullopt;
     case WM_KX_ZOOM_CHANGED: ApplyZoom(message.window); return std::nullopt;
     default: return std::nullopt;
     }
@@ -287,7 +292,7 @@ LRESULT PositionPanel::PaintFrame(const Message& message) const {
     const RECT own = RectInParent(frame);
     const auto draw = [&](HDC dc, const RECT& area) {
         const Selection font(dc, reinterpret_cast<HFONT>(SendMessageW(frame, WM_GETFONT, 0, 0)));
-        SetTextColor(dc, KX_GetSysColor(IsWindowEnabled(frame) ? COLOR_BTNTEXT : COLOR_GRAYTEXT));
+        SetTextColor(dc, KX_GetSysColor(IsWindowEnabled(frame) && IsEnabled() ? COLOR_BTNTEXT : COLOR_GRAYTEXT));
         SetBkColor(dc, KX_GetSysColor(COLOR_BTNFACE));
         SetBkMode(dc, OPAQUE);
         SKxGroupBox box{area, L"", CKxGUILayoutManager::Zoomed(8)};
@@ -314,7 +319,7 @@ void PositionPanel::DrawSetup(const DRAWITEMSTRUCT& item) const {
         const long left = (area.right - side) / 2 + shift, top = (area.bottom - side) / 2 + shift;
         const int image = CKxBitmapPool::AddImageBaseUI(m_setupHovered ? L"WINDOWOPEN_HOVER" : L"WINDOWOPEN");
         CKxBitmapPool::DrawOptimalImage(dc, image, {left, top, left + side, top + side},
-                                        !(item.itemState & ODS_DISABLED));
+                                        IsEnabled() && !(item.itemState & ODS_DISABLED));
         DrawFocus(dc, area, item);
     });
 }

@@ -49,6 +49,8 @@ public:
 
     // Null while there is none.
     HWND Window() const noexcept { return m_window; }
+    // Whether the window is enabled, which a container may change without asking the panel (WM_ENABLE).
+    bool IsEnabled() const noexcept { return IsWindowEnabled(m_window) != FALSE; }
 
     // ---- The parts: made in this order ----
 
@@ -93,7 +95,8 @@ public:
 
     // ---- Messages ----
 
-    // Of the panel's window: creation, end, background, focus, zoom, colours of texts.
+    // Of the panel's window: creation, end, background, focus, zoom, colours of texts, and the repaint when it is
+    // enabled or disabled.
     std::optional<LRESULT> HandleWindow(const Message& message);
     // Of a button: the pointer over the setup button, arrow keys (`columns` buttons stand in a row), Enter, and the
     // second press of a double click, which is a click like the first.

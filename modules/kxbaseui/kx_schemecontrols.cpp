@@ -9,6 +9,7 @@
 #include <kxbaseui/kx_colors.h>
 #include <kxbaseui/kx_groupbox.h>
 #include <kxbaseui/kx_layoutmanager.h>
+#include <kxbaseui/kx_uihelper.h>
 
 #include "kx_schemelist.h"
 #include "kx_subclass.h"
@@ -253,6 +254,7 @@ LRESULT CALLBACK ParentProc(HWND parent, UINT message, WPARAM wParam, LPARAM lPa
 }
 
 void Follow(HWND window) {
+    if (KX_IsWindowMarkedToSkipPaint(window)) return;
     if (IsClass(window, L"Button")) {
         kx::Subclass(window, ButtonProc);
     } else if (IsClass(window, L"ComboBox")) {

@@ -21,8 +21,8 @@ public:
     static bool AlignWnd(HWND window, HWND anchor, int mode, bool keepInside, const RECT* area);
 };
 
-// Marks a panel whose surface its children paint: a container that paints its children in one go need not send it
-// WM_PAINT, which would paint nothing, and leaves it to its turn. The mark goes with the window. A null window is
-// ignored.
+// Marks a window that others are not to paint: a container that paints its children in one go leaves it to its turn,
+// and the colour scheme does not paint it instead of its own procedure. For a panel whose surface its children paint,
+// and for a stock control that has been given another look. The mark goes with the window. A null window is ignored.
 KXBASEUI_API void KX_MarkWindowToSkipPaint(HWND window);
 KXBASEUI_API bool KX_IsWindowMarkedToSkipPaint(HWND window);

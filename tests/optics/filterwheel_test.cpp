@@ -160,6 +160,11 @@ TEST(FilterWheel, ShowsSquaresRightsAndDisabled) {
     EXPECT_EQ(Picture::OnScreen(ChildOf(panel, kButton)), square);
     panel.SetEnable(false, true);
     EXPECT_NE(Picture::OnScreen(ChildOf(panel, kButton)), square);
+    panel.SetEnable(true, true);
+    EnableWindow(panel, FALSE);
+    EXPECT_NE(Picture::OnScreen(ChildOf(panel, kButton)), square) << "a container's way";
+    EnableWindow(panel, TRUE);
+    EXPECT_EQ(Picture::OnScreen(ChildOf(panel, kButton)), square);
     CKxUserManager::SetCurrentUserRights(0);
     panel.SetEnable(true, true);
     EXPECT_FALSE(IsWindowEnabled(ChildOf(panel, kSetup)));
@@ -185,8 +190,8 @@ TEST(FilterWheelLife, EndsAndChangesInItsCallbacks) {
         EXPECT_EQ(panel == nullptr, what == 0);
     }
     RecordingParent parent;
-    Device device(16);
-    EXPECT_TRUE(NoGrowth(200, [&] {
+    Device device(2);
+    EXPECT_TRUE(NoGrowth(1000, [&] {
         Wheel panel(parent.Record());
         panel.Create(parent.Window(), 0, 0, -1, -1, true, true);
         panel.Update(&device, true, true, true);

@@ -245,11 +245,11 @@ TEST(NosepieceLife, EndsAndChangesInItsCallbacks) {
         EXPECT_EQ(parent.Record().Entries().size(), 1u);
     }
     RecordingParent parent;
-    EXPECT_TRUE(NoGrowth(200, [&] {
+    EXPECT_TRUE(NoGrowth(1000, [&] {
         Turret panel(parent.Record());
-        CKxSimNosepiece device(L"Nosepiece", Objectives(6));
+        CKxSimNosepiece device(L"Nosepiece", Objectives(2));
         panel.Init(&device);
-        panel.Create(parent.Window(), 0, 0, -1, -1, true, true);
+        panel.Create(parent.Window(), 0, 0, 100, -1, true, true);
         panel.Update(&device, true, true, true, true, false);
         UpdateWindow(panel);
     }));

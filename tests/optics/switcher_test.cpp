@@ -182,7 +182,7 @@ TEST(SwitcherLife, EndsAndChangesInItsCallbacks) {
     }
     RecordingParent parent;
     Laser laser(L"Laser", std::vector<std::wstring>{L"A", L"B", L"C"}, true);
-    EXPECT_TRUE(NoGrowth(200, [&] {
+    EXPECT_TRUE(NoGrowth(1000, [&] {
         Switch panel(parent.Record());
         panel.Create(parent.Window(), 0, 0, -1, -1, true, true);
         panel.Update(&laser, true, true, true);

@@ -1,0 +1,28 @@
+// The simulated microscope that the host's panels show.
+#pragma once
+
+#include <kxdevices/kx_simdevices.h>
+
+class Microscope {
+public:
+    Microscope();
+
+    // Lets time pass; what arrives tells the listeners of the registry.
+    void Tick() { m_devices.Tick(); }
+
+    CKxSimNosepiece& Nosepiece() { return m_nosepiece; }
+    CKxSimFilterChanger& Emission() { return m_emission; }
+    CKxSimFilterChanger& Cubes() { return m_cubes; }
+    CKxSimLightPath& Path() { return m_path; }
+    CKxSimTIRFMirror& Mirror() { return m_mirror; }
+    CKxSimLaserOutput& Lasers() { return m_lasers; }
+
+private:
+    CKxSimMicroscope m_devices;  // owns what follows
+    CKxSimNosepiece& m_nosepiece;
+    CKxSimFilterChanger& m_emission;
+    CKxSimFilterChanger& m_cubes;
+    CKxSimLightPath& m_path;
+    CKxSimTIRFMirror& m_mirror;
+    CKxSimLaserOutput& m_lasers;
+};

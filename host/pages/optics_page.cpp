@@ -1,0 +1,26 @@
+#include "optics_page.h"
+
+OpticsPage::OpticsPage(Microscope& microscope)
+    : Page(L"Optical path"), m_nosepiece(microscope.Nosepiece()), m_emission(L"Emission wheel", microscope.Emission()),
+      m_cubes(L"Cube turret", microscope.Cubes()),
+      m_path(L"Light path", microscope.Path(), [&path = microscope.Path()](long i) { return path.MoveTo(i); }),
+      m_mirror(L"TIRF mirror", microscope.Mirror(),
+               [&mirror = microscope.Mirror()](long i) { return mirror.MoveTo(i == 1); }),
+      m_lasers(L"Laser ports", microscope.Lasers(), [&lasers = microscope.Lasers()](long i) {
+          return lasers.SetPortUsed(i, !lasers.IsPortUsed(i));
+      }) {}
+
+void OpticsPage::Fill() {
+    Place(m_nosepiece, {8, 8, 268, 108});
+    m_nosepiece.Fill();
+    Place(m_emission, {284, 8, 268, 108});
+    m_emission.Fill();
+    Place(m_cubes, {8, 124, 268, 108});
+    m_cubes.Fill();
+    Place(m_path, {8, 240, 320, 76});
+    m_path.Fill(false);
+    Place(m_mirror, {336, 240, 216, 76});
+    m_mirror.Fill(false);
+    Place(m_lasers, {8, 320, 320, 76});
+    m_lasers.Fill(true);
+}

@@ -1,0 +1,13 @@
+#include "pages.h"
+
+#include "controls_page.h"
+#include "optics_page.h"
+#include "stand_page.h"
+
+std::vector<std::unique_ptr<Page>> MakePages(Microscope& microscope) {
+    std::vector<std::unique_ptr<Page>> pages;
+    pages.push_back(std::make_unique<StandPage>());
+    pages.push_back(std::make_unique<ControlsPage>());
+    pages.push_back(std::make_unique<OpticsPage>(microscope));
+    return pages;
+}

@@ -1,0 +1,49 @@
+#include "filter_panel.h"
+
+#include <kxsystem/kx_translation.h>
+
+#include "../event_log.h"
+#include "../resources/resource.h"
+
+namespace {
+
+CKxStringW Text(const wchar_t* english) { return KX_GetTranslation(english, L"host"); }
+
+}  // namespace
+
+void FilterPanel::Fill() {
+    m_wheel.Create(*this, 4, 4, m_width - 8, -1, true, true);
+    m_wheel.SetTabStop(true);
+    InsertWindow(m_wheel);
+    m_wheel.Update(&m_device, true, true, true);
+    AddRefusal();
+    if (!m_device.IsMotorized()) {
+        AddChild(L"BUTTON", Text(L"Turn by hand"), WS_TABSTOP, IDC_CUBES_TURN, m_width - 116, m_height - 28, 108, 22);
+    }
+}
+
+void FilterPanel::OnDevice(CDMApi_LogDevId device, const Change& change) {
+    if (device != m_device.GetLogDevId()) return;
+    m_wheel.Update(&m_device, change.structure, change.names, change.position);
+    Tell(m_wheel.GetFilterName(m_wheel.GetPosition()).str());
+}
+
+bool FilterPanel::OnUser(int id, int code, HWND from) {
+    if (id != IDC_CUBES_TURN) return DevicePanel::OnUser(id, code, from);
+    long position = 0;
+    m_device.GetPosition(position);
+    if (code == BN_CLICKED) m_device.TurnByHand((position + 1) % m_device.GetFilterCount());
+    return true;
+}
+
+void FilterPanel::Asking::OnPositionChangeRequest(long position, bool& refuse) {
+    Log().Add(m_owner.Name(), L"OnPositionChangeRequest(%d)", static_cast<int>(position));
+    if (!m_owner.m_device.IsMotorized()) {
+        m_owner.Tell(Text(L"This turret is turned by hand").str());
+        return;
+    }
+    refuse = m_owner.Refuses() || !m_owner.m_device.MoveTo(position);
+    m_owner.Tell(Text(refuse ? L"The filter stays as it is" : L"The wheel turns").str());
+}
+
+void FilterPanel::Asking::OnSetupRequest() { Log().Add(m_owner.Name(), L"OnSetupRequest()"); }

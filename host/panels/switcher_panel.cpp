@@ -1,0 +1,43 @@
+#include "switcher_panel.h"
+
+#include <kxdevui/framework/devgui_messages.h>
+#include <kxsystem/kx_translation.h>
+
+#include "../event_log.h"
+
+namespace {
+
+CKxStringW Text(const wchar_t* english) { return KX_GetTranslation(english, L"host"); }
+
+}  // namespace
+
+void SwitcherPanel::Fill(bool several) {
+    m_switch.SetBoolMoreThanOnePortCanBeActive(several);
+    m_switch.Create(*this, 4, 4, m_width - 8, 44, true, true);
+    m_switch.SetTabStop(true);
+    InsertWindow(m_switch);
+    m_switch.Update(m_device.GetLogDevId(), true, true, true);
+    AddRefusal();
+}
+
+void SwitcherPanel::OnDevice(CDMApi_LogDevId device, const Change& change) {
+    if (device == m_device.GetLogDevId()) m_switch.Update(device, change.structure, change.names, change.position);
+}
+
+bool SwitcherPanel::Ask(long position) {
+    const bool done = !Refuses() && m_ask(position);
+    Tell(Text(done ? L"The light path changes" : L"The light path stays as it is").str());
+    return done;
+}
+
+void SwitcherPanel::Asking::OnPositionChangeRequest(long position, bool&) {
+    Log().Add(m_owner.Name(), L"OnPositionChangeRequest(%d)", static_cast<int>(position));
+    if (m_owner.Ask(position)) return;
+    // The button stays down after this whatever is said here, so the truth is told a moment later.
+    PostMessageW(m_owner, kx::ui::WM_KX_UPDATE_DEVICE_BAND, m_owner.m_device.GetLogDevId(), 0);
+}
+
+void SwitcherPanel::Asking::OnSetPortSingleRequest(long port) {
+    Log().Add(m_owner.Name(), L"OnSetPortSingleRequest(%d)", static_cast<int>(port));
+    m_owner.Ask(port);
+}

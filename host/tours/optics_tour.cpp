@@ -1,0 +1,53 @@
+// The page of the optical path.
+#include "../tour.h"
+
+#include "../main_window.h"
+#include "../pages/optics_page.h"
+#include "../resources/resource.h"
+
+void Tour::PlanOptics() {
+    const auto page = [this]() -> OpticsPage& { return m_window.PageOf<OpticsPage>(); };
+    const auto objective = [page](int i) -> Find { return [=] { return GetDlgItem(page().Nosepiece().Panel(), 10200 + i); }; };
+    const auto filter = [page](int i) -> Find { return [=] { return GetDlgItem(page().Emission().Panel(), 10201 + i); }; };
+    const auto path = [page](int i) -> Find { return [=] { return GetDlgItem(page().Path().Panel(), 10201 + i); }; };
+    const auto port = [page](int i) -> Find { return [=] { return GetDlgItem(page().Lasers().Panel(), 10201 + i); }; };
+    // The turret and the wheel take their time.
+    const auto arrived = [this](auto device) {
+        m_steps.push_back([this, device] { return device(m_window.Devices()).GetDeviceState() == eKxDeviceState_Ready; });
+    };
+
+    TurnTo([this] { return m_window.CommandOf<OpticsPage>(); });
+    Await([page] { return HWND{page()}; });
+    Click(objective(4));
+    Picture(L"30-optics-turning");
+    arrived([](Microscope& microscope) -> CKxSimNosepiece& { return microscope.Nosepiece(); });
+    Click(filter(6));
+    arrived([](Microscope& microscope) -> CKxSimFilterChanger& { return microscope.Emission(); });
+    Key(VK_RIGHT);
+    Key(VK_SPACE);
+    Click([page] { return GetDlgItem(page().Cubes(), IDC_CUBES_TURN); });
+    Click(path(3));
+    Click(port(2));
+    Picture(L"31-optics");
+    Click([page] { return GetDlgItem(page().Emission(), IDC_DEVICE_REFUSE); });
+    Click(filter(0));
+    MoveTo([page] { return GetDlgItem(page().Nosepiece().Panel(), 10500); });
+    Picture(L"32-optics-refused");
+    Click([page] { return GetDlgItem(page().Emission(), IDC_DEVICE_REFUSE); });
+    Menu(MainWindow::cmdEnabled);
+    Picture(L"33-optics-disabled");
+    Menu(MainWindow::cmdEnabled);
+    Menu(MainWindow::cmdScheme + eKxColorScheme_Dark);
+    Picture(L"34-optics-dark");
+    Menu(MainWindow::cmdZoom + 6);
+    Picture(L"35-optics-dark-150");
+    Menu(MainWindow::cmdScheme + eKxColorScheme_HighContrast);
+    Menu(MainWindow::cmdZoom + 8);
+    Picture(L"36-optics-high-contrast-200");
+    Menu(MainWindow::cmdScheme + eKxColorScheme_System);
+    Picture(L"37-optics-200");
+    Menu(MainWindow::cmdZoom + 4);
+    Menu(MainWindow::cmdLanguage + LANG_FRENCH);
+    Picture(L"38-optics-french");
+    Menu(MainWindow::cmdLanguage + LANG_ENGLISH);
+}
