@@ -110,8 +110,6 @@ void CKxDevUI_FilterWheel::AddButtons() {
     const long setup = m_setupX == -1 ? m_width - m_buttonWidth - m_firstX : m_setupX;
     m_panel.AddSetup({setup, m_firstY, setup + m_buttonWidth, m_firstY + m_buttonHeight}, SetupEnabled(), BtnWndProc,
                      this);
-    for (long i = 0; i < Shown(); ++i)
-        SetTip(i);
 }
 
 void CKxDevUI_FilterWheel::CreateControls() {
@@ -133,6 +131,9 @@ void CKxDevUI_FilterWheel::CreateControls() {
     AddButtons();
     m_panel.SetFocusPosition(m_position);
     m_panel.Finish({m_width, m_height}, 0, m_boldTitle);
+    // Last: with a tooltip, each message to a button costs more.
+    for (long i = 0; i < Shown(); ++i)
+        SetTip(i);
 }
 
 // Unzoomed, as the whole layout.

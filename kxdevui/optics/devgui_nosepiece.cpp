@@ -8,7 +8,6 @@
 #include <kxbaseui/kx_colors.h>
 #include <kxbaseui/kx_fonts.h>
 #include <kxbaseui/kx_layoutmanager.h>
-#include <kxbaseui/kx_schemecontrols.h>
 #include <kxbaseui/kx_svgstring.h>
 #include <kxbaseui/kx_tooltip.h>
 #include <kxdevices/kx_device.h>
@@ -142,21 +141,21 @@ void CKxDevUI_Nosepiece::CreateControls() {
         const RECT button{x, m_buttonY, x + m_buttonWidth, m_buttonY + m_buttonHeight};
         m_labels.push_back(m_panel.AddChild(L"STATIC", kFirstLabel + static_cast<int>(i), position.magnification, label,
                                             SS_CENTER | SS_NOPREFIX));
-        KX_FollowColorScheme(m_labels.back());
         m_panel.AddButton(kFirstButton + static_cast<int>(i), L"", button, BS_OWNERDRAW, BtnWndProc, this);
     }
     const long setup = m_setupX == -1 ? m_width - m_buttonWidth - m_firstX : m_setupX;
     m_panel.AddSetup({setup, m_buttonY, setup + m_buttonWidth, m_buttonY + m_buttonHeight}, true, BtnWndProc, this);
-    for (long i = 0; i < m_count; ++i) {
-        At(i)->tip.Empty();
-        UpdateTip(i);
-    }
     EnableLabels();
     AddObservation();
     m_panel.SetFocusPosition(m_position);
     for (long i = 0; i < m_count; ++i)
         SetLabelFont(i, i == m_position);
     m_panel.Finish({m_width, m_height}, 0, m_boldTitle);
+    // Last: with a tooltip, each message to a button costs more.
+    for (long i = 0; i < m_count; ++i) {
+        At(i)->tip.Empty();
+        UpdateTip(i);
+    }
 }
 
 void CKxDevUI_Nosepiece::AddObservation() {
@@ -357,7 +356,9 @@ void CKxDevUI_Nosepiece::SetLabelFont(long position, bool bold) const {
     if (!m_panel.ButtonAt(position)) return;
     const HWND label = m_labels[static_cast<std::size_t>(position)];
     const auto font = reinterpret_cast<WPARAM>(LabelFont(bold));
-    if (static_cast<WPARAM>(SendMessageW(label, WM_GETFONT, 0, 0)) != font) SendMessageW(label, WM_SETFONT, font, TRUE);
+    if (static_cast<WPARAM>(SendMessageW(label, WM_GETFONT, 0, 0)) == font) return;
+    SendMessageW(label, WM_SETFONT, font, FALSE);
+    InvalidateRect(label, nullptr, TRUE);
 }
 
 // ---- Observation modes ---------------------------------------------------------------------------------------------

@@ -9,7 +9,6 @@
 #include <kxbaseui/kx_fonts.h>
 #include <kxbaseui/kx_groupbox.h>
 #include <kxbaseui/kx_layoutmanager.h>
-#include <kxbaseui/kx_schemecontrols.h>
 #include <kxbaseui/kx_tooltip.h>
 #include <kxbaseui/kx_uihelper.h>
 #include <kxdevui/framework/devgui.h>
@@ -23,8 +22,9 @@ namespace {
 constexpr double kSetupImage = 16;
 constexpr double kFrameMargin = 7;
 
+// Of a window that is yet to be painted.
 void SetFont(HWND window, HFONT font) {
-    if (window) SendMessageW(window, WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE);
+    if (window) SendMessageW(window, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
 }
 
 // -1 or +1, a row up or down, or 0 for what is no arrow key.
@@ -112,7 +112,6 @@ void PositionPanel::AddFrame(const wchar_t* title, SIZE size, bool oversize, WND
 void PositionPanel::AddTitle(const wchar_t* title, const RECT& place, bool left) {
     const DWORD style = SS_NOPREFIX | (left ? SS_LEFT : SS_CENTER);
     m_title = AddChild(L"STATIC", kTitleId, title, place, style);
-    KX_FollowColorScheme(m_title);
 }
 
 HWND PositionPanel::AddButton(int id, const wchar_t* text, const RECT& place, DWORD style, WNDPROC procedure,
@@ -231,7 +230,8 @@ Handled PositionPanel::HandleWindow(const Message& message) {
         return 0;
     case WM_CTLCOLORSTATIC: {
         const auto dc = reinterpret_cast<HDC>(message.wParam);
-        SetTextColor(dc, KX_GetSysColor(COLOR_BTNTEXT));
+        const bool enabled = IsWindowEnabled(reinterpret_cast<HWND>(message.lParam)) != FALSE;
+        SetTextColor(dc, KX_GetSysColor(enabled ? COLOR_BTNTEXT : COLOR_GRAYTEXT));
         SetBkColor(dc, KX_GetSysColor(COLOR_BTNFACE));
         return reinterpret_cast<LRESULT>(KX_GetSysColorBrush(COLOR_BTNFACE));
     }

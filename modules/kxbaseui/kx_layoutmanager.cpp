@@ -2,16 +2,17 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdint>
 #include <cwchar>
-#include <new>
-#include <unordered_map>
+#include <unordered_set>
 
 #include <kxbaseui/kx_fonts.h>
 #include <kxbaseui/kx_threadwindows.h>
+#include <kxbaseui/kx_windowdims.h>
 #include <kxsystem/kx_log.h>
 
 namespace {
+
+using kx::Dims;
 
 double s_zoom = 1.0;
 double s_previousZoom = 1.0;
@@ -26,100 +27,10 @@ bool IsUsable(double zoom) {
     return zoom >= CKxGUILayoutManager::MinimumZoom && zoom <= CKxGUILayoutManager::MaximumZoom;
 }
 
-// Position in the parent's client area and size; of a top-level window, the client area's size.
-struct Dims {
-    long x = 0, y = 0, width = 0, height = 0;
-};
-
-// Two records a window: its unzoomed rectangle and where it was last seen placed. They are kept in the window's own
-// property list, packed into the property's value, because they have to go when the window goes, and any window of the
-// host may have them. 16 bits a coordinate are what the platform's own window messages have room for.
-class Record {
-public:
-    explicit Record(const wchar_t* name) : m_atom(GlobalAddAtomW(name)) {}
-
-    bool Get(HWND window, Dims& dims) const {
-        const std::uintptr_t packed = Read(window);
-        if (!(packed & kPresent)) return false;
-        dims.x = static_cast<std::int16_t>(packed >> 48);
-        dims.y = static_cast<std::int16_t>((packed >> 32) & 0xFFFF);
-        dims.width = static_cast<long>((packed >> 16) & 0xFFFF);
-        dims.height = static_cast<long>((packed >> 1) & 0x7FFF);
-        return true;
-    }
-
-    void Set(HWND window, const Dims& dims) const {
-        const auto part = [](long value, long low, long high, int shift) {
-            return static_cast<std::uintptr_t>(std::clamp(value, low, high) & 0xFFFF) << shift;
-        };
-        const std::uintptr_t packed = part(dims.x, -0x8000, 0x7FFF, 48) | part(dims.y, -0x8000, 0x7FFF, 32) |
-                                      part(dims.width, 0, 0xFFFF, 16) | part(dims.height, 0, 0x7FFF, 1) | kPresent;
-        SetPropW(window, Name(), reinterpret_cast<HANDLE>(packed));
-        const auto read = m_read.find(window);
-        if (read != m_read.end()) read->second = packed;
-    }
-
-    void Remove(HWND window) const {
-        RemovePropW(window, Name());
-        m_read.erase(window);
-    }
-
-    // Values that have been read are kept until then: asking for a property can cost as much as moving a window, and
-    // a change of the zoom asks twice for each.
-    void KeepWhatIsRead(bool keep) const {
-        m_keep = keep;
-        if (!keep) m_read.clear();
-    }
-
-private:
-    static constexpr std::uintptr_t kPresent = 1;  // the value 0 means "no property"
-
-    std::uintptr_t Read(HWND window) const {
-        const auto read = m_read.find(window);
-        if (read != m_read.end()) return read->second;
-        const auto packed = reinterpret_cast<std::uintptr_t>(GetPropW(window, Name()));
-        try {
-            if (m_keep) m_read.emplace(window, packed);
-        } catch (const std::bad_alloc&) {
-            // Then it is asked for again.
-        }
-        return packed;
-    }
-
-    const wchar_t* Name() const { return MAKEINTATOM(m_atom); }
-    ATOM m_atom;
-    mutable bool m_keep = false;
-    mutable std::unordered_map<HWND, std::uintptr_t> m_read;
-};
-
-const Record& Unzoomed() {
-    static const Record record(L"KxGuiUnzoomed");
-    return record;
+kx::WindowDims& Memory() {
+    static auto* memory = new kx::WindowDims;
+    return *memory;
 }
-const Record& Placed() {
-    static const Record record(L"KxGuiPlaced");
-    return record;
-}
-
-// While all windows are told of a new zoom.
-class Broadcast {
-public:
-    Broadcast() {
-        if (s_depth++ == 0) Keep(true);
-    }
-    ~Broadcast() {
-        if (--s_depth == 0) Keep(false);
-    }
-    Broadcast(const Broadcast&) = delete;
-    Broadcast& operator=(const Broadcast&) = delete;
-
-private:
-    static void Keep(bool keep) {
-        Unzoomed().KeepWhatIsRead(keep);
-        Placed().KeepWhatIsRead(keep);
-    }
-    static inline int s_depth = 0;
-};
 
 bool IsClass(HWND window, const wchar_t* name) {
     wchar_t own[64] = L"";
@@ -156,8 +67,10 @@ Dims Measure(HWND window) {
 // What is remembered of the window, brought up to date with what others have done to it since.
 Dims Remember(HWND window, double positionZoom, double sizeZoom) {
     const Dims now = Measure(window);
-    Dims unzoomed, placed;
-    const bool known = Unzoomed().Get(window, unzoomed) && Placed().Get(window, placed);
+    const bool known = Memory().Find(window) != nullptr;
+    kx::WindowDims::Entry spare, *entry = Memory().Add(window);
+    if (!entry) entry = &spare;
+    auto& [handle, isKnown, unzoomed, placed] = *entry;
     const auto keep = [known](long& kept, long seen, long present, double zoom) {
         if (!known || seen != present) kept = Round(static_cast<double>(present) / zoom);
     };
@@ -166,11 +79,7 @@ Dims Remember(HWND window, double positionZoom, double sizeZoom) {
     keep(unzoomed.y, placed.y, now.y, positionZoom);
     keep(unzoomed.width, placed.width, now.width, sizeZoom);
     keep(unzoomed.height, placed.height, now.height, sizeZoom);
-    if (!known || before.x != unzoomed.x || before.y != unzoomed.y || before.width != unzoomed.width ||
-        before.height != unzoomed.height) {
-        Unzoomed().Set(window, unzoomed);
-        Placed().Set(window, now);
-    }
+    if (!known || before != unzoomed) placed = now;
     return unzoomed;
 }
 
@@ -207,24 +116,22 @@ void Place(HWND window, const Dims& unzoomed, Moves moves) {
         SetSize(window, target.width, target.height, flags, target.x, target.y);
     }
     // What a window makes of the wish (a combo box rounds its height) is what later tells whether it was touched.
-    if (IsWindow(window)) Placed().Set(window, Measure(window));
+    const Dims placed = Measure(window);
+    if (kx::WindowDims::Entry* entry = Memory().Find(window)) entry->placed = placed;
 }
 
-void PlaceChildren(HWND parent, double previousZoom) {
-    if (LaysOutItsChildren(parent)) return;
-    for (HWND child = GetWindow(parent, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
-        const Dims unzoomed = Remember(child, previousZoom, previousZoom);
-        SetZoomedFont(child, previousZoom);
-        Place(child, unzoomed, Moves::PlaceAndSize);
-        PlaceChildren(child, previousZoom);
+// All windows below, parents before their children, but what is inside of windows that lay it out themselves.
+void PlaceAllBelow(HWND window, double previousZoom) {
+    std::unordered_set<HWND> left;
+    if (LaysOutItsChildren(window)) return;
+    for (const HWND below : kx::WindowsBelow(window)) {
+        const bool isLeft = left.contains(GetAncestor(below, GA_PARENT));
+        if (isLeft || LaysOutItsChildren(below)) left.insert(below);
+        if (isLeft || !IsWindow(below)) continue;
+        const Dims unzoomed = Remember(below, previousZoom, previousZoom);
+        SetZoomedFont(below, previousZoom);
+        Place(below, unzoomed, Moves::PlaceAndSize);
     }
-}
-
-void ForgetTree(HWND window) {
-    Unzoomed().Remove(window);
-    Placed().Remove(window);
-    for (HWND child = GetWindow(window, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT))
-        ForgetTree(child);
 }
 
 }  // namespace
@@ -240,7 +147,6 @@ bool CKxGUILayoutManager::SetGuiZoom(double zoom) {
         return false;
     }
     if (zoom == s_zoom) return true;
-    const Broadcast broadcast;
     const auto windows = kx::ThreadWindows();
     for (const HWND window : windows) {
         const HWND parent = GetAncestor(window, GA_PARENT);
@@ -266,10 +172,13 @@ void CKxGUILayoutManager::ResizeWindowToGuiZoom(HWND window, double previousZoom
     const Dims unzoomed = Remember(window, s_zoom, previousZoom);
     SetZoomedFont(window, previousZoom);
     Place(window, unzoomed, Moves::SizeOnly);
-    PlaceChildren(window, previousZoom);
+    PlaceAllBelow(window, previousZoom);
     RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN | RDW_FRAME);
 }
 
 void CKxGUILayoutManager::DeleteWindowDimsForGuiZoom(HWND window) {
-    if (IsWindow(window)) ForgetTree(window);
+    if (!IsWindow(window)) return;
+    Memory().Forget(window);
+    for (const HWND below : kx::WindowsBelow(window))
+        Memory().Forget(below);
 }

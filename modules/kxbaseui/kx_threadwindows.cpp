@@ -27,4 +27,10 @@ std::vector<HWND> ThreadWindows() noexcept {
     return all;
 }
 
+std::vector<HWND> WindowsBelow(HWND window) noexcept {
+    std::vector<HWND> all;
+    EnumChildWindows(window, Append, reinterpret_cast<LPARAM>(&all));
+    return all;
+}
+
 }  // namespace kx

@@ -11,4 +11,8 @@ namespace kx {
 // Empty when memory runs out.
 std::vector<HWND> ThreadWindows() noexcept;
 
+// In the same way, all windows below one. Under Wine walking from window to window costs a round trip for each; this
+// costs one for all.
+std::vector<HWND> WindowsBelow(HWND window) noexcept;
+
 }  // namespace kx

@@ -2,18 +2,31 @@
 
 #include <commctrl.h>
 
+#include <unordered_map>
+
 #include "kx_subclass.h"
 
 namespace {
 
-// The property of a parent that names its tooltip window.
-constexpr wchar_t kProperty[] = L"KxToolTip";
+// The tooltip window of each parent. Not a property of the parent, which under Wine would be asked for from another
+// process for every tool.
+std::unordered_map<HWND, HWND>& ToolTips() {
+    static auto* windows = new std::unordered_map<HWND, HWND>;
+    return *windows;
+}
+
+HWND ToolTipOf(HWND parent) {
+    const auto found = ToolTips().find(parent);
+    return found == ToolTips().end() ? nullptr : found->second;
+}
 
 // The parent is subclassed for one reason: a popup owned by a child window belongs in truth to its top-level window and
 // would outlive the panel.
 LRESULT CALLBACK ParentProc(HWND parent, UINT message, WPARAM wParam, LPARAM lParam) {
     // While the tools still live: the tooltip window has its hooks in them, which it takes out only as it goes.
-    if (message == WM_DESTROY) DestroyWindow(static_cast<HWND>(RemovePropW(parent, kProperty)));
+    if (message == WM_DESTROY) {
+        if (auto gone = ToolTips().extract(parent)) DestroyWindow(gone.mapped());
+    }
     return kx::CallRest(ParentProc, parent, message, wParam, lParam);
 }
 
@@ -26,8 +39,6 @@ TOOLINFOW ToolInfo(HWND tool, const wchar_t* text) {
     info.lpszText = const_cast<wchar_t*>(text);
     return info;
 }
-
-HWND ToolTipOf(HWND parent) { return static_cast<HWND>(GetPropW(parent, kProperty)); }
 
 HWND MakeToolTip(HWND parent) {
     static const bool registered = [] {
@@ -44,7 +55,7 @@ HWND MakeToolTip(HWND parent) {
         DestroyWindow(window);
         return nullptr;
     }
-    SetPropW(parent, kProperty, window);
+    ToolTips()[parent] = window;
     return window;
 }
 

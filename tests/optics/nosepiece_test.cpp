@@ -132,9 +132,11 @@ TEST(NosepieceInput, AsksForSetupAndModesApart) {
     MoveTo(first, 3, 3);
     Pump();
     const Picture away = Picture::OnScreen(setup), calm = Picture::OnScreen(first);
-    MoveTo(setup, 5, 5);
-    Pump();
-    EXPECT_NE(Picture::OnScreen(setup), away);
+    // A busy display may bring the pointer's earlier place once more.
+    EXPECT_TRUE(PumpUntil([&] {
+        MoveTo(setup, 5, 5);
+        return Picture::OnScreen(setup) != away;
+    }));
     EXPECT_EQ(Picture::OnScreen(first), calm);
     MoveTo(first, 3, 3);
     EXPECT_TRUE(PumpUntil([&] { return Picture::OnScreen(setup) == away; }));

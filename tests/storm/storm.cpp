@@ -8,6 +8,7 @@
 #include <utility>
 
 #include <kxbaseui/kx_colors.h>
+#include <kxbaseui/kx_bitmappool.h>
 #include <kxbaseui/kx_layoutmanager.h>
 
 namespace kx::test::storm {
@@ -181,6 +182,8 @@ Outcome RunRound(Position& position, const MakeSubject& make, int steps) {
         most = round.MostGrowth();
     }
     Pump();
+    // Images in every size, zoom and colour that came by.
+    CKxBitmapPool::Clear();
     const Counts after = Counts::Now();
     if (after.gdi > before.gdi) {
         outcome.grown = std::to_string(after.gdi - before.gdi) + " GDI objects are left; " + most;
