@@ -56,8 +56,8 @@ int NextButton(int from, int step, std::span<const bool> usable) {
 // ---- The window ----------------------------------------------------------------------------------------------------
 
 HWND PositionPanel::Open(const wchar_t* className, WNDPROC procedure, HWND parent, const RECT& place, void* object) {
-    const HWND window = CreateWindowExW(0, className, L"", WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN, place.left,
-                                        place.top, place.right - place.left, place.bottom - place.top, parent, nullptr,
+    const HWND window = CreateWindowExW(0, className, L"", WS_CHILD | WS_VISIBLE, place.left, place.top,
+                                        place.right - place.left, place.bottom - place.top, parent, nullptr,
                                         ModuleOf(procedure), object);
     if (!window || !IsWindow(window)) return nullptr;
     MarkWindow(window, Mark::Tag, nullptr);
@@ -136,6 +136,8 @@ void PositionPanel::Finish(SIZE size, long frameHeight, bool boldTitles) {
     SetWindowPos(m_window, nullptr, 0, 0, size.cx, size.cy, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
     KX_MarkWindowToSkipPaint(m_window);
     RegisterZoom(m_window);
+    // Last of all: a window that clips its children while they come works out anew with each what is to be seen of it.
+    SetWindowLongW(m_window, GWL_STYLE, GetWindowLongW(m_window, GWL_STYLE) | static_cast<LONG>(WS_CLIPCHILDREN));
     const HFONT font = boldTitles ? KX_GetDefaultGuiFontBold() : KX_GetDefaultGuiFont();
     SetFont(m_frame, font);
     SetFont(m_title, font);

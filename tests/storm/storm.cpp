@@ -93,11 +93,14 @@ std::string CheckAlways(Subject& subject, HWND parent) {
 // Names every step before it is taken, for one that does not come to its end.
 const bool s_traced = FromEnvironment("KX_STORM_TRACE", 0) != 0;
 
+// Images are kept in every size, zoom and colour that came by, two objects each, up to the pool's bound.
+int GdiButForImages() { return Counts::Gdi().gdi - 2 * static_cast<int>(CKxBitmapPool::GetFigures().images); }
+
 // One round: create, step by step, destroy.
 class Round {
 public:
     Round(Position& position, const MakeSubject& make, int steps)
-        : position_(position), subject_(make()), random_(position.seed), steps_(steps), gdiAtFirst_(Counts::Gdi().gdi) {
+        : position_(position), subject_(make()), random_(position.seed), steps_(steps), gdiAtFirst_(GdiButForImages()) {
     }
 
     // What went wrong; empty when nothing did.
@@ -134,7 +137,7 @@ private:
         if (s_traced) std::printf("%d %s\n", position_.step, position_.what.c_str());
         step.run();
         if (random_.OneIn(4)) Pump();
-        const int gdi = Counts::Gdi().gdi;
+        const int gdi = GdiButForImages();
         growth_[step.kind] += gdi - std::exchange(gdi_, gdi);
         parent_.Record().Clear();
         if (gdi - gdiAtFirst_ > mostGdiObjects) {
@@ -182,7 +185,6 @@ Outcome RunRound(Position& position, const MakeSubject& make, int steps) {
         most = round.MostGrowth();
     }
     Pump();
-    // Images in every size, zoom and colour that came by.
     CKxBitmapPool::Clear();
     const Counts after = Counts::Now();
     if (after.gdi > before.gdi) {
