@@ -317,6 +317,32 @@ TEST(HPot, AbandonsADragThatIsTakenAway) {
     }
 }
 
+TEST(HPot, GoesOnDraggingAtAnotherZoom) {
+    RecordingParent parent;
+    parent.Answer(WM_HSCROLL, 1);
+    Slider slider;
+    slider.Make(parent.Window());
+    slider.SetFocus();
+    slider.SetValue(120, false);
+    const Picture before = Picture::OnScreen(slider);
+    slider.SetValue(50, false);
+    PressAt(slider, 50);
+    MoveTo(slider, 83);
+    CKxGUILayoutManager::SetGuiZoom(2);
+    EXPECT_EQ(slider.GetValue(), 80);
+    EXPECT_EQ(GetCapture(), HWND{slider});
+    EXPECT_TRUE(parent.Record().Matches({HScroll(SB_THUMBTRACK, 80, slider)})) << "the zoom asks nobody";
+    // Twice as far on the screen is the same place on the scale.
+    kx::test::MoveTo(slider, 2 * (kTrackLeft + 121), 2 * kMiddle);
+    Release();
+    EXPECT_EQ(slider.GetValue(), 120);
+    EXPECT_TRUE(parent.Record().Matches({HScroll(SB_THUMBTRACK, 120), HScroll(SB_THUMBPOSITION, 120)}));
+    CKxGUILayoutManager::SetGuiZoom(1);
+    kx::test::MoveTo(parent.Window(), 400, 300);
+    EXPECT_TRUE(PumpUntil([&] { return !slider.GetHovered(); }));
+    EXPECT_EQ(Picture::OnScreen(slider), before);
+}
+
 // ---- Values --------------------------------------------------------------------------------------------------------
 
 TEST(HPot, AnswersBadInput) {
