@@ -1,18 +1,42 @@
 #include "event_log.h"
 
+#include <windows.h>
+
 #include <cstdarg>
+#include <cwctype>
+#include <sstream>
 
 #include <kxsystem/kx_string.h>
 
-EventLog::~EventLog() {
-    if (m_file) std::fclose(m_file);
+namespace {
+
+std::wstring Lower(std::wstring text) {
+    for (wchar_t& letter : text)
+        letter = static_cast<wchar_t>(std::towlower(static_cast<wint_t>(letter)));
+    return text;
 }
 
-HWND EventLog::Create(HWND parent, int id) {
-    m_list = CreateWindowExW(WS_EX_CLIENTEDGE, L"LISTBOX", nullptr,
-                             WS_CHILD | WS_VISIBLE | WS_VSCROLL | LBS_NOINTEGRALHEIGHT | LBS_NOSEL, 0, 0, 0, 0, parent,
-                             reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), nullptr, nullptr);
-    return m_list;
+}  // namespace
+
+std::string Utf8(const std::wstring& text) {
+    const int length = static_cast<int>(text.size());
+    std::string utf8(3 * text.size(), '\0');
+    utf8.resize(static_cast<std::size_t>(WideCharToMultiByte(
+        CP_UTF8, 0, text.c_str(), length, utf8.data(), static_cast<int>(utf8.size()), nullptr, nullptr)));
+    return utf8;
+}
+
+bool PassesFilter(const std::wstring& line, const std::wstring& filter) {
+    const std::wstring lower = Lower(line);
+    std::wistringstream words(Lower(filter));
+    for (std::wstring word; words >> word;) {
+        if (lower.find(word) == std::wstring::npos) return false;
+    }
+    return true;
+}
+
+EventLog::~EventLog() {
+    if (m_file) std::fclose(m_file);
 }
 
 bool EventLog::OpenFile(const std::wstring& path) {
@@ -26,21 +50,13 @@ void EventLog::Add(const wchar_t* who, const wchar_t* format, ...) {
     CKxStringW text;
     text.FormatV(400, format, arguments);
     va_end(arguments);
-    const CKxStringW line = CKxStringW(who) + L": " + text;
-
+    m_lines.push_back(who + (L": " + text.str()));
+    if (m_lines.size() > MostLines) m_lines.pop_front();
     if (m_file) {
-        char utf8[2000];
-        const int length =
-            WideCharToMultiByte(CP_UTF8, 0, line, static_cast<int>(line.Length()), utf8, sizeof utf8, nullptr, nullptr);
-        std::fwrite(utf8, 1, static_cast<std::size_t>(length), m_file);
-        std::fputs("\r\n", m_file);
+        std::fputs((Utf8(m_lines.back()) + "\r\n").c_str(), m_file);
         std::fflush(m_file);
     }
-    if (!m_list) return;
-    constexpr LRESULT kMostLines = 2000;
-    if (SendMessageW(m_list, LB_GETCOUNT, 0, 0) >= kMostLines) SendMessageW(m_list, LB_DELETESTRING, 0, 0);
-    const LRESULT index = SendMessageW(m_list, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(line.c_str()));
-    SendMessageW(m_list, LB_SETTOPINDEX, static_cast<WPARAM>(index), 0);
+    if (m_viewer) m_viewer(m_lines.back());
 }
 
 EventLog& Log() {

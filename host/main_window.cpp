@@ -17,10 +17,10 @@
 
 namespace {
 
-constexpr int kStatusId = 1, kLogId = 2;
+constexpr int kStatusId = 1;
 constexpr UINT_PTR kDeviceTimer = 1;
 constexpr UINT kDeviceMilliseconds = 40;
-constexpr int kLogHeight = 170, kStatusHeight = 20, kBarHeight = 30, kPageButtonWidth = 104;  // unzoomed pixels
+constexpr int kLogHeight = 200, kStatusHeight = 20, kBarHeight = 30, kPageButtonWidth = 104;  // unzoomed pixels
 
 CKxStringW Text(const wchar_t* english) { return KX_GetTranslation(english, L"host"); }
 
@@ -60,7 +60,6 @@ bool MainWindow::Create(HINSTANCE instance) {
     m_window = CreateWindowExW(0, description.lpszClassName, nullptr, WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, 20, 10,
                                600, 640, nullptr, nullptr, instance, this);
     if (!m_window) return false;
-    m_list = Log().Create(m_window, kLogId);
     m_status = CreateWindowExW(0, L"STATIC", nullptr, WS_CHILD | WS_VISIBLE | SS_SUNKEN | SS_CENTERIMAGE, 0, 0, 0, 0,
                                m_window, reinterpret_cast<HMENU>(static_cast<INT_PTR>(kStatusId)), instance, nullptr);
     SetStatusSink([this](const std::wstring& text) { Say(text); });
@@ -79,6 +78,8 @@ void MainWindow::BuildPages() {
         page->SetEnabled(m_enabled);
     }
     BuildPageButtons();
+    m_log.Build(m_window);
+    KX_FollowColorScheme(m_log);
     TurnTo(m_page);
     BuildMenu();
     SetWindowTextW(m_window, Text(L"Microscope panels"));
@@ -166,14 +167,12 @@ void MainWindow::Layout() {
     }
     const int status = zoomed(kStatusHeight), top = zoomed(kBarHeight + Page::Height);
     const int log = std::max(0L, client.bottom - top - status);
-    MoveWindow(m_list, 0, top, client.right, log, TRUE);
+    m_log.PlaceAt(0, top, client.right, log);
     MoveWindow(m_status, 0, top + log, client.right, status, TRUE);
 }
 
 void MainWindow::Restyle() {
-    for (const HWND window : {m_list, m_status}) {
-        SendMessageW(window, WM_SETFONT, reinterpret_cast<WPARAM>(KX_GetDefaultGuiFont()), TRUE);
-    }
+    SendMessageW(m_status, WM_SETFONT, reinterpret_cast<WPARAM>(KX_GetDefaultGuiFont()), TRUE);
     for (const HWND button : m_pageButtons) {
         SendMessageW(button, WM_SETFONT,
                      reinterpret_cast<WPARAM>(KX_GetDefaultGuiFontZoom(CKxGUILayoutManager::GetGuiZoom())), TRUE);
@@ -206,17 +205,14 @@ LRESULT MainWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
         return 1;
     }
     case WM_CTLCOLORSTATIC:
-    case WM_CTLCOLORLISTBOX: {
-        const bool list = message == WM_CTLCOLORLISTBOX;
-        SetTextColor(reinterpret_cast<HDC>(wParam), KX_GetSysColor(list ? COLOR_WINDOWTEXT : COLOR_BTNTEXT));
-        SetBkColor(reinterpret_cast<HDC>(wParam), KX_GetSysColor(list ? COLOR_WINDOW : COLOR_BTNFACE));
-        return reinterpret_cast<LRESULT>(KX_GetSysColorBrush(list ? COLOR_WINDOW : COLOR_BTNFACE));
-    }
+        SetTextColor(reinterpret_cast<HDC>(wParam), KX_GetSysColor(COLOR_BTNTEXT));
+        SetBkColor(reinterpret_cast<HDC>(wParam), KX_GetSysColor(COLOR_BTNFACE));
+        return reinterpret_cast<LRESULT>(KX_GetSysColorBrush(COLOR_BTNFACE));
     case WM_COMMAND:
         // The page buttons send what the menu would.
         if (const int id = LOWORD(wParam); lParam == 0 || (id >= cmdPage && id < cmdPage + std::ssize(m_pages))) {
             OnCommand(id);
-        } else if (LOWORD(wParam) != kLogId) {
+        } else {
             Log().Add(L"Host", L"WM_COMMAND id %d code 0x%04X", static_cast<int>(LOWORD(wParam)),
                       static_cast<unsigned>(HIWORD(wParam)));
         }
@@ -236,6 +232,7 @@ LRESULT MainWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_DESTROY:
         KillTimer(m_window, kDeviceTimer);
         m_pages.clear();
+        m_log.Destroy();
         SetStatusSink(nullptr);
         PostQuitMessage(0);
         return 0;

@@ -10,6 +10,7 @@
 
 #include <kxbaseui/kx_colors.h>
 
+#include "log_pane.h"
 #include "microscope.h"
 #include "pages/page.h"
 
@@ -60,7 +61,7 @@ private:
     void Say(const std::wstring& text);
 
     HWND m_window = nullptr;
-    HWND m_list = nullptr;
+    LogPane m_log;
     HWND m_status = nullptr;
     Microscope m_microscope;
     std::vector<std::unique_ptr<Page>> m_pages;
