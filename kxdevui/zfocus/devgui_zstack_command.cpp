@@ -1,0 +1,145 @@
+// What the user does to the Z stack panel's controls.
+#include <kxdevui/zfocus/devgui_zstack.h>
+
+#include <kxdevui/zfocus/zstack_ids.h>
+
+#include <algorithm>
+#include <array>
+
+using kx::ui::Alive;
+using kx::ui::Handled;
+
+namespace {
+
+// The edits that are validated when they lose the focus, in the order of their dirty bytes.
+constexpr std::array kValidated{IDC_ZS_EDIT_STEP, IDC_ZS_EDIT_BELOW, IDC_ZS_EDIT_RANGE, IDC_ZS_EDIT_STEPS,
+                                IDC_ZS_EDIT_ABOVE};
+
+constexpr std::array kPositionButtons{IDC_ZS_TOP, IDC_ZS_RELATIVE, IDC_ZS_HOME, IDC_ZS_BOTTOM};
+
+}  // namespace
+
+Handled CKxDevUI_ZStack::OnCommand(int id, int code) {
+    switch (code) {
+    case BN_CLICKED: return OnClicked(id);
+    case EN_SETFOCUS: return OnEditFocus(id);
+    case EN_KILLFOCUS: return OnEditLeft(id);
+    case CBN_SELCHANGE:
+        if (id != IDC_ZS_DEVICE) return std::nullopt;
+        m_data->SetZDevice(static_cast<unsigned int>(SendMessageW(Item(id), CB_GETCURSEL, 0, 0)));
+        OnZStackChanged(RefreshAll);
+        return 0;
+    default: return std::nullopt;
+    }
+}
+
+// ---- Buttons -------------------------------------------------------------------------------------------------------
+
+Handled CKxDevUI_ZStack::OnClicked(int id) {
+    double z = 0;
+    switch (id) {
+    case IDC_ZS_TOP:
+        if (m_data->GetZPosition(&z) == eKxZStack_Ok) m_data->SetTop(z, true);
+        OnZStackChanged(RefreshAll);
+        return 0;
+    case IDC_ZS_HOME:
+        if (m_data->GetZPosition(&z) == eKxZStack_Ok) m_data->SetHome(z);
+        OnZStackChanged(RefreshAll);
+        return 0;
+    case IDC_ZS_BOTTOM:
+        if (m_data->GetZPosition(&z) == eKxZStack_Ok) m_data->SetBottom(z, true);
+        OnZStackChanged(RefreshAll);
+        return 0;
+    case IDC_ZS_RELATIVE: MakeRelative(); return 0;
+    case IDC_ZS_SUGGESTED: TakeSuggestedStep(); return 0;
+    case IDC_ZS_TYPE_ENDS: ChooseType(0); return 0;
+    case IDC_ZS_TYPE_SYMMETRIC: ChooseType(2); return 0;
+    case IDC_ZS_TYPE_ASYMMETRIC: ChooseType(3); return 0;
+    default: return std::nullopt;
+    }
+}
+
+void CKxDevUI_ZStack::MakeRelative() {
+    int type = 0;
+    if (m_data->GetType(&type) == eKxZStack_Ok && (type & 2) == 0) {
+        m_data->ResetTop();
+        m_data->ResetBottom();
+    }
+    m_data->ResetHome();
+    const Alive alive(this);
+    OnZStackChanged(RefreshAll);
+    if (alive && m_hWnd) SetFocus(m_hWnd);
+}
+
+// The upper four types are a set of their own, which a change of layout does not leave.
+void CKxDevUI_ZStack::ChooseType(int type) {
+    int current = 0;
+    if (m_data->GetType(&current) != eKxZStack_Ok) return;
+    m_data->SetType(current >= 4 ? type + 4 : type);
+    const Alive alive(this);
+    OnZStackChanged(RefreshAll);
+    if (alive) UpdateGUI(RefreshAll);
+}
+
+void CKxDevUI_ZStack::TakeSuggestedStep() {
+    double step = 0;
+    if (m_data->GetStepSuggested(&step) != eKxZStack_Ok || m_data->SetStep(step) != eKxZStack_Ok) return;
+    const Alive alive(this);
+    OnStepChanged(step, false);
+    if (alive) OnZStackChanged(RefreshStep);
+}
+
+// ---- Edits ---------------------------------------------------------------------------------------------------------
+
+// What stands for "not set" goes away for typing.
+Handled CKxDevUI_ZStack::OnEditFocus(int id) {
+    const auto place = std::find(kValidated.begin(), kValidated.end(), id);
+    if (place == kValidated.end()) return std::nullopt;
+    m_dirty[static_cast<std::size_t>(place - kValidated.begin())] = true;
+    const auto isSet = [this, id] {
+        switch (id) {
+        case IDC_ZS_EDIT_STEP: return m_data->GetStep(nullptr) == eKxZStack_Ok;
+        case IDC_ZS_EDIT_BELOW: {
+            const int top = m_data->GetTop(nullptr), bottom = m_data->GetBottom(nullptr);
+            return top == eKxZStack_Ok && bottom == eKxZStack_Ok;
+        }
+        case IDC_ZS_EDIT_RANGE: return m_data->GetBottom(nullptr) == eKxZStack_Ok;
+        case IDC_ZS_EDIT_STEPS: return m_data->GetCount(nullptr) == eKxZStack_Ok;
+        default: return m_data->GetTop(nullptr) == eKxZStack_Ok;
+        }
+    };
+    if (!isSet()) SetWindowTextW(Item(id), L"");
+    return 0;
+}
+
+Handled CKxDevUI_ZStack::OnEditLeft(int id) {
+    const auto place = std::find(kValidated.begin(), kValidated.end(), id);
+    if (place == kValidated.end()) return std::nullopt;
+    m_dirty[static_cast<std::size_t>(place - kValidated.begin())] = false;
+    const HWND edit = Item(id), focus = GetFocus();
+    if (focus && focus == Item(IDC_ZS_DEVICE)) return 0;
+
+    const Alive alive(this);
+    for (const int button : kPositionButtons) {
+        // The button that takes the focus from the edit by a press of the mouse still acts, and does so first.
+        if (focus && focus == Item(button)) SendMessageW(focus, BM_CLICK, 0, 0);
+        if (!alive || !m_hWnd) return 0;
+    }
+    const bool accepted = ValidateEdit(id, !IsMyWindow(focus));
+    if (!accepted && alive && m_hWnd) SetFocus(edit);
+    return 0;
+}
+
+bool CKxDevUI_ZStack::ValidateEdit(int id, bool showErrors) {
+    switch (id) {
+    case IDC_ZS_EDIT_STEP: return ValidateStep(showErrors);
+    case IDC_ZS_EDIT_BELOW: return ValidateRangeMin(showErrors);
+    case IDC_ZS_EDIT_RANGE: return ValidateRange(showErrors);
+    case IDC_ZS_EDIT_STEPS: return ValidateSteps(showErrors);
+    default: return ValidateRangeMax(showErrors);
+    }
+}
+
+bool CKxDevUI_ZStack::IsMyWindow(HWND window) const {
+    return m_hWnd && window && (window == m_hWnd || IsChild(m_hWnd, window));
+}
