@@ -3,7 +3,6 @@
 
 #include <windows.h>
 
-#include <array>
 #include <functional>
 #include <map>
 #include <optional>
@@ -79,7 +78,8 @@ protected:
     virtual LRESULT OnEraseBkGnd(UINT message, WPARAM wParam, LPARAM lParam);
 
 public:
-    // Shows what the record holds, where that differs from what is shown. OnZDeviceShown comes first, unless the record
+    // Shows what the record holds, where that differs from what is shown, but for an edit in which the user is typing.
+    // OnZDeviceShown comes first, unless the record
     // has no device. Flags as above; without a window nothing happens.
     void UpdateGUI(unsigned int flags);
 
@@ -165,17 +165,22 @@ private:
     kx::ui::Handled OnClicked(int id);
     kx::ui::Handled OnEditFocus(int id);
     kx::ui::Handled OnEditLeft(int id);
+    bool& Dirty(int id);
     void MakeRelative();
     void ChooseType(int type);
     void TakeSuggestedStep();
     bool ValidateEdit(int id, bool showErrors);
 
     Position Known(int (CKxZStackData::*getter)(double*) const) const;
+    void ShowEntry(int id, const wchar_t* text);
     void ShowText(int id, const wchar_t* text);
     void ShowItem(int id, bool show);
     void ShowPositions();
     void ShowSteps();
 
-    std::array<bool, 5> m_dirty{};
+    // An edit that has the focus is the user's: a refresh leaves it alone.
+    struct {
+        bool step, below, range, count, above;
+    } m_dirty{};
     bool m_validating = false;
 };

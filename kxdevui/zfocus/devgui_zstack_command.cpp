@@ -3,19 +3,14 @@
 
 #include <kxdevui/zfocus/zstack_ids.h>
 
-#include <algorithm>
-#include <array>
-
 using kx::ui::Alive;
 using kx::ui::Handled;
 
 namespace {
 
-// The edits that are validated when they lose the focus, in the order of their dirty bytes.
-constexpr std::array kValidated{IDC_ZS_EDIT_STEP, IDC_ZS_EDIT_BELOW, IDC_ZS_EDIT_RANGE, IDC_ZS_EDIT_STEPS,
-                                IDC_ZS_EDIT_ABOVE};
+constexpr bool IsValidated(int id) { return id >= IDC_ZS_EDIT_STEP && id <= IDC_ZS_EDIT_ABOVE; }
 
-constexpr std::array kPositionButtons{IDC_ZS_TOP, IDC_ZS_RELATIVE, IDC_ZS_HOME, IDC_ZS_BOTTOM};
+constexpr bool IsPositionButton(int id) { return id >= IDC_ZS_TOP && id <= IDC_ZS_RELATIVE; }
 
 }  // namespace
 
@@ -93,9 +88,8 @@ void CKxDevUI_ZStack::TakeSuggestedStep() {
 
 // What stands for "not set" goes away for typing.
 Handled CKxDevUI_ZStack::OnEditFocus(int id) {
-    const auto place = std::find(kValidated.begin(), kValidated.end(), id);
-    if (place == kValidated.end()) return std::nullopt;
-    m_dirty[static_cast<std::size_t>(place - kValidated.begin())] = true;
+    if (!IsValidated(id)) return std::nullopt;
+    Dirty(id) = true;
     const auto isSet = [this, id] {
         switch (id) {
         case IDC_ZS_EDIT_STEP: return m_data->GetStep(nullptr) == eKxZStack_Ok;
@@ -113,21 +107,29 @@ Handled CKxDevUI_ZStack::OnEditFocus(int id) {
 }
 
 Handled CKxDevUI_ZStack::OnEditLeft(int id) {
-    const auto place = std::find(kValidated.begin(), kValidated.end(), id);
-    if (place == kValidated.end()) return std::nullopt;
-    m_dirty[static_cast<std::size_t>(place - kValidated.begin())] = false;
+    if (!IsValidated(id)) return std::nullopt;
     const HWND edit = Item(id), focus = GetFocus();
-    if (focus && focus == Item(IDC_ZS_DEVICE)) return 0;
-
     const Alive alive(this);
-    for (const int button : kPositionButtons) {
-        // The button that takes the focus from the edit by a press of the mouse still acts, and does so first.
-        if (focus && focus == Item(button)) SendMessageW(focus, BM_CLICK, 0, 0);
-        if (!alive || !m_hWnd) return 0;
-    }
+    // A button that takes the focus by a press of the mouse still acts, and does so first. The refresh that follows
+    // finds the edit dirty and leaves what was typed.
+    if (focus && IsPositionButton(GetDlgCtrlID(focus)) && IsMyWindow(focus)) SendMessageW(focus, BM_CLICK, 0, 0);
+    if (!alive || !m_hWnd) return 0;
+
+    Dirty(id) = false;
+    if (focus && focus == Item(IDC_ZS_DEVICE)) return 0;
     const bool accepted = ValidateEdit(id, !IsMyWindow(focus));
     if (!accepted && alive && m_hWnd) SetFocus(edit);
     return 0;
+}
+
+bool& CKxDevUI_ZStack::Dirty(int id) {
+    switch (id) {
+    case IDC_ZS_EDIT_STEP: return m_dirty.step;
+    case IDC_ZS_EDIT_BELOW: return m_dirty.below;
+    case IDC_ZS_EDIT_RANGE: return m_dirty.range;
+    case IDC_ZS_EDIT_STEPS: return m_dirty.count;
+    default: return m_dirty.above;
+    }
 }
 
 bool CKxDevUI_ZStack::ValidateEdit(int id, bool showErrors) {

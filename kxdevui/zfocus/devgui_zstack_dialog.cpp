@@ -8,6 +8,8 @@
 #include <kxdevui/zfocus/zstack_ids.h>
 #include <kxsystem/kx_translation.h>
 
+#include <algorithm>
+
 using namespace kx::zstack;
 
 namespace {
@@ -46,13 +48,12 @@ void SetTexts(HWND dialog, const wchar_t* question) {
 
 void LayOut(HWND dialog, const wchar_t* question) {
     const HWND label = GetDlgItem(dialog, IDC_YNK_QUESTION);
-    // The question is shown in the font that it is measured in, or it would be cut.
-    const auto font = static_cast<HFONT>(GetStockObject(ANSI_VAR_FONT));
-    SendMessageW(label, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
-
     YesNoKeepSizes sizes{};
     sizes.icon = SizeOf(GetDlgItem(dialog, IDC_YNK_ICON));
-    sizes.question = Measure(label, question, font);
+    // The stock font sets the size, but it has no Japanese; what is seen is the dialog's own font, and must not be cut.
+    const SIZE stock = Measure(label, question, static_cast<HFONT>(GetStockObject(ANSI_VAR_FONT)));
+    const SIZE own = Measure(label, question, reinterpret_cast<HFONT>(SendMessageW(label, WM_GETFONT, 0, 0)));
+    sizes.question = {std::max(stock.cx, own.cx), std::max(stock.cy, own.cy)};
     sizes.check = SizeOf(GetDlgItem(dialog, IDC_YNK_KEEP));
     for (std::size_t i = 0; i < kButtons.size(); ++i)
         sizes.buttons[i] = SizeOf(GetDlgItem(dialog, kButtons[i]));

@@ -44,6 +44,10 @@ void CKxDevUI_ZStack::UpdateGUI(unsigned int flags) {
     if (flags & RefreshStep) ShowSteps();
 }
 
+void CKxDevUI_ZStack::ShowEntry(int id, const wchar_t* text) {
+    if (!Dirty(id)) ShowText(id, text);
+}
+
 // Setting the text of an edit costs a hundred times as much as asking for it.
 void CKxDevUI_ZStack::ShowText(int id, const wchar_t* text) {
     const HWND item = Item(id);
@@ -84,22 +88,22 @@ void CKxDevUI_ZStack::ShowPositions() {
         const Position extent = bottom ? From(bottom, top) : std::nullopt;
         CKxStringW readout;
         readout.Format(100, L"<%ls, %ls>", low.c_str(), high.c_str());
-        ShowText(IDC_ZS_EDIT_RANGE, Formatted(L"%0.2f", extent));
+        ShowEntry(IDC_ZS_EDIT_RANGE, Formatted(L"%0.2f", extent));
         ShowText(IDC_ZS_READOUT, readout);
         return;
     }
     ShowText(IDC_ZS_BELOW_LABEL, Translated(distances ? L"Below:" : L"Bottom:"));
     ShowText(IDC_ZS_READOUT_LABEL, Translated(distances ? L"Above:" : L"Top:"));
-    ShowText(IDC_ZS_EDIT_BELOW, distances ? low : Formatted(L"%0.2f", bottom));
-    ShowText(IDC_ZS_EDIT_ABOVE, distances ? high : Formatted(L"%0.2f", top));
+    ShowEntry(IDC_ZS_EDIT_BELOW, distances ? low : Formatted(L"%0.2f", bottom));
+    ShowEntry(IDC_ZS_EDIT_ABOVE, distances ? high : Formatted(L"%0.2f", top));
 }
 
 void CKxDevUI_ZStack::ShowSteps() {
-    ShowText(IDC_ZS_EDIT_STEP, Formatted(L"%0.2f", Known(&CKxZStackData::GetStep)));
+    ShowEntry(IDC_ZS_EDIT_STEP, Formatted(L"%0.2f", Known(&CKxZStackData::GetStep)));
     unsigned int count = 0;
     CKxStringW text(kNotSet);
     if (m_data->GetCount(&count) == eKxZStack_Ok) text.Format(20, L"%u", count);
-    ShowText(IDC_ZS_EDIT_STEPS, text);
+    ShowEntry(IDC_ZS_EDIT_STEPS, text);
 
     const Position suggested = Known(&CKxZStackData::GetStepSuggested);
     const HWND button = Item(IDC_ZS_SUGGESTED);
