@@ -124,12 +124,12 @@ protected:
 
     // One Z device of the list, as AppendZDevice got it.
     struct ZDevice {
-        std::wstring name;
-        bool piezo;
-        long id;
-        double rangeMin, rangeMax;
-        bool inverted;
-        int pickerMode;
+        std::wstring name;          // as the list shows it
+        bool piezo;                 // moves the sample or the objective by a piezo
+        long id;                    // logical device id
+        double rangeMin, rangeMax;  // in micrometres
+        bool inverted;              // a rising Z takes the objective away from the slide
+        int pickerMode;             // of the piezo picker
     };
 
     // The record, not owned; the devices.

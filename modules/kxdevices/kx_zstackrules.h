@@ -27,8 +27,8 @@ KXDEVICES_API double ToMicrometres(Nm nanometres) noexcept;
 
 // Where a Z device can go; min is not above max.
 struct Range {
-    Nm min = -MaxPosition;
-    Nm max = MaxPosition;
+    Nm min = -MaxPosition;  // the lowest position
+    Nm max = MaxPosition;   // the highest
 
     // The travel from end to end.
     Nm Length() const noexcept { return max - min; }
@@ -38,10 +38,10 @@ struct Range {
 
 // The numbers of a stack; empty is "not set".
 struct Stack {
-    int type = 0;  // 0 to 7
-    std::optional<Nm> top, bottom, home;
-    std::optional<Nm> step;         // above 0
-    std::optional<unsigned> count;  // of planes, 1 to MaxCount
+    int type = 0;                         // 0 to 7
+    std::optional<Nm> top, bottom, home;  // positions, or distances while the stack floats
+    std::optional<Nm> step;               // above 0
+    std::optional<unsigned> count;        // of planes, 1 to MaxCount
 
     // Around home (2, 3, 6, 7), or held by its ends alone (0, 1, 4, 5).
     bool IsRelative() const noexcept { return (type & 2) != 0; }

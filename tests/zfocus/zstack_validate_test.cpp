@@ -84,9 +84,9 @@ struct Row {
     int keepAfter = 0;
 };
 
-constexpr auto Top = &Panel::ValidateTop, Bottom = &Panel::ValidateBottom, Home = &Panel::ValidateHome,
-               Range = &Panel::ValidateRange, Max = &Panel::ValidateRangeMax, Min = &Panel::ValidateRangeMin,
-               Step = &Panel::ValidateStep, Steps = &Panel::ValidateSteps;
+const auto Top = &Panel::ValidateTop, Bottom = &Panel::ValidateBottom, Home = &Panel::ValidateHome,
+           Range = &Panel::ValidateRange, Max = &Panel::ValidateRangeMax, Min = &Panel::ValidateRangeMin,
+           Step = &Panel::ValidateStep, Steps = &Panel::ValidateSteps;
 
 const std::map<std::string, int> noPositions{{"GetTop", 1}, {"GetBottom", 1}, {"GetHome", 1}};
 
