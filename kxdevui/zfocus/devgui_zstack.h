@@ -124,12 +124,13 @@ protected:
 
     // One Z device of the list, as AppendZDevice got it.
     struct ZDevice {
-        std::wstring name;          // as the list shows it
-        bool piezo;                 // moves the sample or the objective by a piezo
-        long id;                    // logical device id
-        double rangeMin, rangeMax;  // in micrometres
-        bool inverted;              // a rising Z takes the objective away from the slide
-        int pickerMode;             // of the piezo picker
+        std::wstring name;  // as the list shows it
+        bool piezo;         // moves the sample or the objective by a piezo
+        long id;            // logical device id
+        double rangeMin;    // in micrometres
+        double rangeMax;    // likewise
+        bool inverted;      // a rising Z takes the objective away from the slide
+        int pickerMode;     // of the piezo picker
     };
 
     // The record, not owned; the devices.

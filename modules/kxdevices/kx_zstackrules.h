@@ -38,10 +38,13 @@ struct Range {
 
 // The numbers of a stack; empty is "not set".
 struct Stack {
-    int type = 0;                         // 0 to 7
-    std::optional<Nm> top, bottom, home;  // positions, or distances while the stack floats
-    std::optional<Nm> step;               // above 0
-    std::optional<unsigned> count;        // of planes, 1 to MaxCount
+    int type = 0;  // 0 to 7
+    // Positions, or distances while the stack floats.
+    std::optional<Nm> top;
+    std::optional<Nm> bottom;
+    std::optional<Nm> home;         // never a distance
+    std::optional<Nm> step;         // above 0
+    std::optional<unsigned> count;  // of planes, 1 to MaxCount
 
     // Around home (2, 3, 6, 7), or held by its ends alone (0, 1, 4, 5).
     bool IsRelative() const noexcept { return (type & 2) != 0; }
