@@ -41,6 +41,11 @@ inline void Require(bool condition, const char* what) {
 inline constexpr double kQuietLow = 0.95, kQuietHigh = 1.05;
 Row SameWork();
 
+// The rows of each file *_rows.cpp.
 std::vector<Row> FrameworkRows();
+std::vector<Row> SliderRows();
+std::vector<Row> EditRows();
+std::vector<Row> RadioRows();
+std::vector<Row> TableRows();
 
 }  // namespace kx::bench

@@ -32,8 +32,11 @@ bool IsQuiet(const Ratio& same) { return same.median >= kx::bench::kQuietLow && 
 std::vector<Figure> MeasureAll(std::string_view only) {
     const Row same = kx::bench::SameWork();
     std::vector<Figure> figures{{same, same.measure()}};
-    for (const Row& row : kx::bench::FrameworkRows()) {
-        if (row.name.find(only) != std::string::npos) figures.push_back({row, row.measure()});
+    for (const auto rows : {kx::bench::FrameworkRows, kx::bench::SliderRows, kx::bench::EditRows, kx::bench::RadioRows,
+                            kx::bench::TableRows}) {
+        for (const Row& row : rows()) {
+            if (row.name.find(only) != std::string::npos) figures.push_back({row, row.measure()});
+        }
     }
     const Ratio after = same.measure();
     if (std::abs(after.median - 1) > std::abs(figures[0].ratio.median - 1)) figures[0].ratio = after;

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include <kxbaseui/kx_fonts.h>
+
 #include "event_log.h"
 
 namespace {
@@ -52,6 +54,26 @@ void HostPanel::OnUpdateDeviceBand(WPARAM wParam, LPARAM) {
 LRESULT HostPanel::OnMouseWheel(WPARAM wParam, LPARAM lParam) {
     Log().Add(m_name, L"OnMouseWheel %d", static_cast<int>(GET_WHEEL_DELTA_WPARAM(wParam)));
     return CKxDevUI_Container::OnMouseWheel(wParam, lParam);
+}
+
+HWND HostPanel::AddChild(const wchar_t* windowClass, const wchar_t* text, DWORD style, int id, int x, int y, int cx,
+                         int cy) {
+    const HWND child = CreateWindowExW(0, windowClass, text, WS_CHILD | WS_VISIBLE | style, x, y, cx, cy, m_hWnd,
+                                       reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), nullptr, nullptr);
+    SendMessageW(child, WM_SETFONT, reinterpret_cast<WPARAM>(KX_GetDefaultGuiFontZoom(1.0)), FALSE);
+    InsertWindow(child);
+    return child;
+}
+
+void HostPanel::AddCaption(const wchar_t* text) {
+    const HWND title = AddChild(L"STATIC", text, 0, -1, 6, 3, m_width - 12, 16);
+    SetWindowLongW(title, GWL_EXSTYLE, static_cast<LONG>(WS_EX_TRANSPARENT));
+    AddChild(L"STATIC", nullptr, SS_GRAYRECT, -1, 3, 22, m_width - 6, 1);
+    BoldifyCaptions();
+}
+
+HWND HostPanel::AddCheckBox(const wchar_t* text, int id, int x, int y) {
+    return AddChild(L"BUTTON", text, WS_TABSTOP | BS_AUTOCHECKBOX, id, x, y, m_width - x - 6, 18);
 }
 
 int HostPanel::FollowScrollBar(WPARAM wParam, HWND bar) {

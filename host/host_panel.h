@@ -29,6 +29,12 @@ protected:
     void OnUpdateDeviceBand(WPARAM wParam, LPARAM lParam) override;
     LRESULT OnMouseWheel(WPARAM wParam, LPARAM lParam) override;
 
+    // Children in unzoomed pixels, taken into the container: any control of the platform's; a bold title with a line
+    // below, over the whole width; a check box.
+    HWND AddChild(const wchar_t* windowClass, const wchar_t* text, DWORD style, int id, int x, int y, int cx, int cy);
+    void AddCaption(const wchar_t* text);
+    HWND AddCheckBox(const wchar_t* text, int id, int x, int y);
+
     // Moves a scroll bar as the user asks and returns its new position, 0 to 100.
     static int FollowScrollBar(WPARAM wParam, HWND bar);
 

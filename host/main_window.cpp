@@ -6,6 +6,7 @@
 
 #include <kxbaseui/kx_fonts.h>
 #include <kxbaseui/kx_layoutmanager.h>
+#include <kxbaseui/kx_schemecontrols.h>
 #include <kxdevui/framework/devgui_messages.h>
 #include <kxsystem/kx_locale.h>
 #include <kxsystem/kx_translation.h>
@@ -15,7 +16,7 @@
 namespace {
 
 constexpr int kStatusId = 1, kLogId = 2;
-constexpr int kLogHeight = 170, kStatusHeight = 20;  // unzoomed pixels
+constexpr int kLogHeight = 170, kStatusHeight = 20, kBarHeight = 30, kPageButtonWidth = 110;  // unzoomed pixels
 
 CKxStringW Text(const wchar_t* english) { return KX_GetTranslation(english, L"host"); }
 
@@ -59,22 +60,50 @@ bool MainWindow::Create(HINSTANCE instance) {
     m_status = CreateWindowExW(0, L"STATIC", nullptr, WS_CHILD | WS_VISIBLE | SS_SUNKEN | SS_CENTERIMAGE, 0, 0, 0, 0,
                                m_window, reinterpret_cast<HMENU>(static_cast<INT_PTR>(kStatusId)), instance, nullptr);
     SetStatusSink([this](const std::wstring& text) { Say(text); });
-    Restyle();
-    BuildDevices();
+    BuildPages();
     ShowWindow(m_window, SW_SHOW);
     return true;
 }
 
 // ---- Building ------------------------------------------------------------------------------------------------------
 
-void MainWindow::BuildDevices() {
-    m_devices = std::make_unique<DeviceArea>();
-    m_devices->Build(m_window);
-    m_devices->SetEnabled(m_enabled);
+void MainWindow::BuildPages() {
+    m_pages = {};
+    m_stand = std::make_unique<StandPage>();
+    m_controls = std::make_unique<ControlsPage>();
+    m_pages = {m_stand.get(), m_controls.get()};
+    for (Page* page : m_pages) {
+        page->Build(m_window);
+        page->SetEnabled(m_enabled);
+    }
+    BuildPageButtons();
+    TurnTo(m_page);
     BuildMenu();
     SetWindowTextW(m_window, Text(L"Microscope panels"));
     Say(Text(L"Ready").str());
-    FitToDevices();
+    Restyle();
+    FitToPages();
+}
+
+void MainWindow::BuildPageButtons() {
+    for (int i = 0; i < static_cast<int>(m_pages.size()); ++i) {
+        HWND& button = m_pageButtons[static_cast<std::size_t>(i)];
+        if (button) DestroyWindow(button);
+        const DWORD first = i == 0 ? WS_GROUP | WS_TABSTOP : 0;
+        button = CreateWindowExW(0, L"BUTTON", Text(m_pages[static_cast<std::size_t>(i)]->Name()),
+                                 WS_CHILD | WS_VISIBLE | BS_AUTORADIOBUTTON | BS_PUSHLIKE | first, 0, 0, 0, 0, m_window,
+                                 reinterpret_cast<HMENU>(static_cast<INT_PTR>(cmdPage + i)), nullptr, nullptr);
+        KX_FollowColorScheme(button);
+    }
+}
+
+void MainWindow::TurnTo(int page) {
+    m_page = page;
+    for (int i = 0; i < static_cast<int>(m_pages.size()); ++i) {
+        SendMessageW(m_pageButtons[static_cast<std::size_t>(i)], BM_SETCHECK, i == page ? BST_CHECKED : BST_UNCHECKED,
+                     0);
+        m_pages[static_cast<std::size_t>(i)]->SetVisible(i == page);
+    }
 }
 
 void MainWindow::BuildMenu() {
@@ -108,9 +137,9 @@ void MainWindow::BuildMenu() {
 
 // ---- Layout --------------------------------------------------------------------------------------------------------
 
-void MainWindow::FitToDevices() {
-    RECT frame{0, 0, CKxGUILayoutManager::Zoomed(DeviceArea::Width),
-               CKxGUILayoutManager::Zoomed(DeviceArea::Height + kStatusHeight) + kLogHeight};
+void MainWindow::FitToPages() {
+    RECT frame{0, 0, CKxGUILayoutManager::Zoomed(Page::Width),
+               CKxGUILayoutManager::Zoomed(kBarHeight + Page::Height + kStatusHeight) + kLogHeight};
     AdjustWindowRectEx(&frame, static_cast<DWORD>(GetWindowLongW(m_window, GWL_STYLE)), TRUE, 0);
     // On a small screen the log gives way.
     RECT work{}, own{};
@@ -122,10 +151,16 @@ void MainWindow::FitToDevices() {
 }
 
 void MainWindow::Layout() {
+    const auto zoomed = [](int pixels) { return CKxGUILayoutManager::Zoomed(pixels); };
     RECT client{};
     GetClientRect(m_window, &client);
-    const int status = CKxGUILayoutManager::Zoomed(kStatusHeight);
-    const int top = CKxGUILayoutManager::Zoomed(DeviceArea::Height);
+    for (int i = 0; i < static_cast<int>(m_pages.size()); ++i) {
+        MoveWindow(m_pageButtons[static_cast<std::size_t>(i)], zoomed(8 + i * (kPageButtonWidth + 4)), zoomed(4),
+                   zoomed(kPageButtonWidth), zoomed(kBarHeight - 6), TRUE);
+        SetWindowPos(*m_pages[static_cast<std::size_t>(i)], nullptr, 0, zoomed(kBarHeight), 0, 0,
+                     SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+    }
+    const int status = zoomed(kStatusHeight), top = zoomed(kBarHeight + Page::Height);
     const int log = std::max(0L, client.bottom - top - status);
     MoveWindow(m_list, 0, top, client.right, log, TRUE);
     MoveWindow(m_status, 0, top + log, client.right, status, TRUE);
@@ -134,6 +169,10 @@ void MainWindow::Layout() {
 void MainWindow::Restyle() {
     for (const HWND window : {m_list, m_status}) {
         SendMessageW(window, WM_SETFONT, reinterpret_cast<WPARAM>(KX_GetDefaultGuiFont()), TRUE);
+    }
+    for (const HWND button : m_pageButtons) {
+        SendMessageW(button, WM_SETFONT,
+                     reinterpret_cast<WPARAM>(KX_GetDefaultGuiFontZoom(CKxGUILayoutManager::GetGuiZoom())), TRUE);
     }
 }
 
@@ -154,7 +193,7 @@ LRESULT CALLBACK MainWindow::WndProc(HWND window, UINT message, WPARAM wParam, L
 LRESULT MainWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
     case WM_SIZE:
-        if (m_status) Layout();
+        if (m_pages[0]) Layout();
         return 0;
     case WM_ERASEBKGND: {
         RECT client{};
@@ -170,8 +209,9 @@ LRESULT MainWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
         return reinterpret_cast<LRESULT>(KX_GetSysColorBrush(list ? COLOR_WINDOW : COLOR_BTNFACE));
     }
     case WM_COMMAND:
-        if (lParam == 0) {
-            OnCommand(LOWORD(wParam));
+        // The page buttons send what the menu would.
+        if (const int id = LOWORD(wParam); lParam == 0 || (id >= cmdPage && id < cmdPage + std::ssize(m_pages))) {
+            OnCommand(id);
         } else if (LOWORD(wParam) != kLogId) {
             Log().Add(L"Host", L"WM_COMMAND id %d code 0x%04X", static_cast<int>(LOWORD(wParam)),
                       static_cast<unsigned>(HIWORD(wParam)));
@@ -186,10 +226,12 @@ LRESULT MainWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
     case kx::ui::WM_KX_ZOOM_CHANGED:
         Restyle();
         BuildMenu();
-        FitToDevices();
+        FitToPages();
         return 0;
     case WM_DESTROY:
-        m_devices.reset();
+        m_pages = {};
+        m_stand.reset();
+        m_controls.reset();
         SetStatusSink(nullptr);
         PostQuitMessage(0);
         return 0;
@@ -199,20 +241,23 @@ LRESULT MainWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
 
 void MainWindow::OnMouseWheel(WPARAM wParam, LPARAM lParam) {
     const POINT point{static_cast<short>(LOWORD(lParam)), static_cast<short>(HIWORD(lParam))};
-    if (CKxDevUI_Container* panel = m_devices->PanelAt(point)) {
+    if (CKxDevUI_Container* panel = m_pages[static_cast<std::size_t>(m_page)]->PanelAt(point)) {
         SendMessageW(*panel, kx::ui::WM_KX_MOUSE_WHEEL, wParam, lParam);
     }
 }
 
 void MainWindow::OnCommand(int command) {
     if (command == cmdSeries) {
-        m_devices->AskForSeries(m_window);
+        m_stand->AskForSeries(m_window);
     } else if (command == cmdEnabled) {
         m_enabled = !m_enabled;
-        m_devices->SetEnabled(m_enabled);
+        for (Page* page : m_pages)
+            page->SetEnabled(m_enabled);
         BuildMenu();
     } else if (command == cmdExit) {
         DestroyWindow(m_window);
+    } else if (command >= cmdPage) {
+        TurnTo(command - cmdPage);
     } else if (command >= cmdScheme) {
         KX_SetColorScheme(static_cast<EKxColorScheme>(command - cmdScheme));
         BuildMenu();
@@ -220,7 +265,7 @@ void MainWindow::OnCommand(int command) {
         for (const Language& each : kLanguages) {
             if (PRIMARYLANGID(each.id) == command - cmdLanguage) CKxLocale::SetModuleLangId(each.id);
         }
-        BuildDevices();
+        BuildPages();
     } else if (command >= cmdZoom) {
         CKxGUILayoutManager::SetGuiZoom((command - cmdZoom) / 4.0);
     }

@@ -1,15 +1,17 @@
-// The host's window: the device area with its panels, the log pane, the status line, and the menu that changes zoom,
-// language, colours and state.
+// The host's window: the pages with their panels and the buttons that turn to them, the log pane, the status line, and
+// the menu that changes zoom, language, colours and state.
 #pragma once
 
 #include <windows.h>
 
+#include <array>
 #include <memory>
 #include <string>
 
 #include <kxbaseui/kx_colors.h>
 
-#include "device_area.h"
+#include "pages/controls_page.h"
+#include "pages/stand_page.h"
 
 class MainWindow {
 public:
@@ -20,10 +22,12 @@ public:
     static constexpr int cmdZoom = 200;      // + percent / 25
     static constexpr int cmdLanguage = 300;  // + primary language
     static constexpr int cmdScheme = 400;    // + EKxColorScheme
+    static constexpr int cmdPage = 500;      // + index of the page
 
     bool Create(HINSTANCE instance);
     HWND Handle() const { return m_window; }
-    DeviceArea& Devices() { return *m_devices; }
+    StandPage& Stand() { return *m_stand; }
+    ControlsPage& Controls() { return *m_controls; }
 
 private:
     static LRESULT CALLBACK WndProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
@@ -31,8 +35,10 @@ private:
     void OnCommand(int command);
     void OnMouseWheel(WPARAM wParam, LPARAM lParam);
     void BuildMenu();
-    void BuildDevices();
-    void FitToDevices();
+    void BuildPages();
+    void BuildPageButtons();
+    void TurnTo(int page);
+    void FitToPages();
     void Layout();
     void Restyle();
     void Say(const std::wstring& text);
@@ -40,6 +46,10 @@ private:
     HWND m_window = nullptr;
     HWND m_list = nullptr;
     HWND m_status = nullptr;
-    std::unique_ptr<DeviceArea> m_devices;
+    std::unique_ptr<StandPage> m_stand;
+    std::unique_ptr<ControlsPage> m_controls;
+    std::array<Page*, 2> m_pages{};
+    std::array<HWND, 2> m_pageButtons{};
+    int m_page = 0;
     bool m_enabled = true;
 };

@@ -21,7 +21,8 @@ void SendMouse(POINT screen, DWORD flags, int data = 0) {
     input.mi.dx = MulDiv(screen.x * 2 + 1, 32768, GetSystemMetrics(SM_CXSCREEN));
     input.mi.dy = MulDiv(screen.y * 2 + 1, 32768, GetSystemMetrics(SM_CYSCREEN));
     input.mi.mouseData = static_cast<DWORD>(data);
-    input.mi.dwFlags = MOUSEEVENTF_ABSOLUTE | flags;
+    // Every event brings its place along: the display may report an earlier one between a move and a press.
+    input.mi.dwFlags = MOUSEEVENTF_ABSOLUTE | MOUSEEVENTF_MOVE | flags;
     SendInput(1, &input, sizeof input);
 }
 
@@ -93,26 +94,22 @@ void Tour::Fail(const wchar_t* what) {
 
 void Tour::MoveTo(const Find& target) {
     Await(target);
-    Do([target] { SendMouse(PointIn(target(), 50), MOUSEEVENTF_MOVE); });
+    Do([target] { SendMouse(PointIn(target(), 50), 0); });
 }
 
 void Tour::Click(const Find& target) {
     MoveTo(target);
     Do([target] { SendMouse(PointIn(target(), 50), MOUSEEVENTF_LEFTDOWN); });
-    Do([] {
-        POINT point{};
-        GetCursorPos(&point);
-        SendMouse(point, MOUSEEVENTF_LEFTUP);
-    });
+    Do([target] { SendMouse(PointIn(target(), 50), MOUSEEVENTF_LEFTUP); });
 }
 
 void Tour::Drag(const Find& target, int fromPercent, int toPercent) {
     Await(target);
-    Do([target, fromPercent] { SendMouse(PointIn(target(), fromPercent), MOUSEEVENTF_MOVE); });
+    Do([target, fromPercent] { SendMouse(PointIn(target(), fromPercent), 0); });
     Do([target, fromPercent] { SendMouse(PointIn(target(), fromPercent), MOUSEEVENTF_LEFTDOWN); });
     for (int i = 1; i <= 4; ++i) {
         const int percent = fromPercent + (toPercent - fromPercent) * i / 4;
-        Do([target, percent] { SendMouse(PointIn(target(), percent), MOUSEEVENTF_MOVE); });
+        Do([target, percent] { SendMouse(PointIn(target(), percent), 0); });
     }
     Do([target, toPercent] { SendMouse(PointIn(target(), toPercent), MOUSEEVENTF_LEFTUP); });
 }
@@ -160,6 +157,7 @@ void Tour::Plan() {
     PlanPanels();
     PlanDialog();
     PlanLooks();
+    PlanControls();
     Do([this] {
         Log().Add(L"Tour", m_failed ? L"ended with failures" : L"ended well");
         DestroyWindow(m_window.Handle());
@@ -168,10 +166,10 @@ void Tour::Plan() {
 
 void Tour::PlanPanels() {
     const auto in = [this](auto panel, int id) -> Find {
-        return [this, panel, id] { return GetDlgItem((m_window.Devices().*panel)(), id); };
+        return [this, panel, id] { return GetDlgItem((m_window.Stand().*panel)(), id); };
     };
-    const auto stage = [in](int id) { return in(&DeviceArea::Stage, id); };
-    const auto camera = [in](int id) { return in(&DeviceArea::Camera, id); };
+    const auto stage = [in](int id) { return in(&StandPage::Stage, id); };
+    const auto camera = [in](int id) { return in(&StandPage::Camera, id); };
 
     Click(stage(IDC_STAGE_RIGHT));
     Click(stage(IDC_STAGE_UP));
@@ -188,13 +186,13 @@ void Tour::PlanPanels() {
     Click(camera(IDC_SNAP));
     Picture(L"03-camera");
 
-    Click(in(&DeviceArea::Transmitted, IDC_TRANSMITTED));
-    Drag(in(&DeviceArea::Transmitted, IDC_TRANSMITTED_LEVEL), 42, 75);
-    Click(in(&DeviceArea::Reflected, IDC_REFLECTED));
-    Click(in(&DeviceArea::Stand, IDC_TUBE));
+    Click(in(&StandPage::Transmitted, IDC_TRANSMITTED));
+    Drag(in(&StandPage::Transmitted, IDC_TRANSMITTED_LEVEL), 42, 75);
+    Click(in(&StandPage::Reflected, IDC_REFLECTED));
+    Click(in(&StandPage::Stand, IDC_TUBE));
     Click([this] {
         // The condenser's own container lies in the stand's.
-        const HWND stand = m_window.Devices().Stand();
+        const HWND stand = m_window.Stand().Stand();
         for (HWND child = GetWindow(stand, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
             if (const HWND button = GetDlgItem(child, IDC_CONDENSER_TOP)) return button;
         }
@@ -243,6 +241,8 @@ void Tour::PlanLooks() {
         Picture(each.name);
     }
     Menu(MainWindow::cmdLanguage + LANG_ENGLISH);
+    Menu(MainWindow::cmdScheme + eKxColorScheme_Light);
+    Picture(L"15-light");
     Menu(MainWindow::cmdScheme + eKxColorScheme_Dark);
     Picture(L"15-dark");
     Menu(MainWindow::cmdZoom + 6);
@@ -255,4 +255,108 @@ void Tour::PlanLooks() {
     Picture(L"16-high-contrast");
     Menu(MainWindow::cmdScheme + eKxColorScheme_System);
     Picture(L"17-end");
+}
+
+void Tour::PlanControls() {
+    Menu(MainWindow::cmdPage + 1);
+    Await([this] { return HWND{m_window.Controls()}; });
+    PlanSliders();
+    PlanFields();
+    PlanRadio();
+    PlanTable();
+    Picture(L"20-controls");
+    Menu(MainWindow::cmdEnabled);
+    Picture(L"21-controls-disabled");
+    Menu(MainWindow::cmdEnabled);
+    for (const int scheme : {eKxColorScheme_Dark, eKxColorScheme_HighContrast, eKxColorScheme_Light}) {
+        Menu(MainWindow::cmdScheme + scheme);
+        Picture(scheme == eKxColorScheme_Dark    ? L"22-controls-dark"
+                : scheme == eKxColorScheme_Light ? L"24-controls-light"
+                                                 : L"23-controls-high-contrast");
+    }
+    Menu(MainWindow::cmdZoom + 6);
+    Picture(L"25-controls-150");
+    Menu(MainWindow::cmdScheme + eKxColorScheme_Dark);
+    Menu(MainWindow::cmdZoom + 8);
+    Picture(L"26-controls-dark-200");
+    Menu(MainWindow::cmdScheme + eKxColorScheme_System);
+    Menu(MainWindow::cmdZoom + 4);
+    Menu(MainWindow::cmdLanguage + LANG_GERMAN);
+    Picture(L"27-controls-german");
+    Menu(MainWindow::cmdLanguage + LANG_ENGLISH);
+}
+
+void Tour::PlanSliders() {
+    const auto slider = [this](int index) -> Find {
+        return [this, index] { return HWND{m_window.Controls().Sliders().Slider(index)}; };
+    };
+    const Find refuses = [this] { return GetDlgItem(m_window.Controls().Sliders(), IDC_SLIDER_REFUSE); };
+    Drag(slider(0), 17, 60);
+    Wheel(slider(0), -2);
+    Click(slider(1));
+    Key(VK_RIGHT);
+    Drag(slider(2), 42, 80);
+    Click(slider(3));
+    Key(VK_PRIOR);
+    Picture(L"18-sliders");
+    Click(refuses);
+    Drag(slider(0), 50, 20);
+    Picture(L"18-sliders-refused");
+    Click(refuses);
+}
+
+void Tour::PlanFields() {
+    const Find exposure = [this] { return m_window.Controls().Fields().Exposure().GetEditWindow(); };
+    const Find gain = [this] { return m_window.Controls().Fields().Gain().GetEditWindow(); };
+    const Find lines = [this] { return m_window.Controls().Fields().Wavelengths().GetEditWindow(); };
+    Click(exposure);
+    Key(VK_END);
+    Type(L"5");
+    Key(VK_RETURN);
+    Click(gain);
+    Key(VK_UP);
+    Key(VK_UP);
+    Click(lines);
+    Key(VK_END);
+    Type(L"900");
+    Key(VK_RETURN);
+    Await([] { return ActiveDialog(); });
+    Picture(L"18-fields-refused");
+    Key(VK_RETURN);
+    Await(lines);
+    Picture(L"18-fields");
+}
+
+void Tour::PlanRadio() {
+    const auto button = [this](int index) -> Find {
+        return [this, index] { return GetDlgItem(m_window.Controls().Binning().Group(), 85 + index); };
+    };
+    const Find refuses = [this] { return GetDlgItem(m_window.Controls().Binning(), IDC_BINNING_REFUSE); };
+    Click(button(1));
+    Key(VK_DOWN);
+    Click(refuses);
+    Click(button(0));
+    Click(refuses);
+}
+
+void Tour::PlanTable() {
+    const Find table = [this] { return m_window.Controls().Planes().Table().GetListView(); };
+    const Find refuses = [this] { return GetDlgItem(m_window.Controls().Planes(), IDC_PLANES_REFUSE); };
+    // The cell under the mouse, then the one next to it.
+    Click(table);
+    Key(VK_HOME);
+    Key(VK_DOWN);
+    Key(VK_F2);
+    Type(L"65");
+    Key(VK_TAB);
+    Type(L"deeper");
+    Picture(L"19-table-editing");
+    Key(VK_RETURN);
+    Click(refuses);
+    Click(table);
+    Key(VK_F2);
+    Type(L"9");
+    Key(VK_RETURN);
+    Picture(L"19-table-refused");
+    Click(refuses);
 }

@@ -27,6 +27,11 @@ private:
     void PlanPanels();
     void PlanDialog();
     void PlanLooks();
+    void PlanControls();
+    void PlanSliders();
+    void PlanFields();
+    void PlanRadio();
+    void PlanTable();
     void TakeStep();
 
     void Do(std::function<void()> step);

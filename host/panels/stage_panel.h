@@ -32,7 +32,6 @@ protected:
     LRESULT OnMouseWheel(WPARAM wParam, LPARAM lParam) override;
 
 private:
-    HWND Add(const wchar_t* windowClass, const wchar_t* text, DWORD style, int id, int x, int y, int cx, int cy);
     void ShowPosition();
 
     StageStep m_step;

@@ -39,3 +39,5 @@
 #define TEXT_OK "OK"
 #undef TEXT_CANCEL
 #define TEXT_CANCEL "Abbrechen"
+#undef TEXT_PIXELS
+#define TEXT_PIXELS "Zusammengefasste Pixel"

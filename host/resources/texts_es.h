@@ -39,3 +39,5 @@
 #define TEXT_OK "Aceptar"
 #undef TEXT_CANCEL
 #define TEXT_CANCEL "Cancelar"
+#undef TEXT_PIXELS
+#define TEXT_PIXELS "Píxeles agrupados"

@@ -3,11 +3,11 @@
 #include <array>
 #include <cerrno>
 #include <climits>
-#include <cmath>
 #include <cwchar>
 
 #include <kxbaseui/kx_fonts.h>
 #include <kxdevui/framework/ui_gdi.h>
+#include <kxdevui/framework/ui_nearest.h>
 #include <kxsystem/kx_number.h>
 
 namespace {
@@ -72,11 +72,7 @@ void BoldifyCaptions(HWND window) {
 
 long FindNearestValue(double value, const double* values, long count) {
     if (!values || count <= 0) return -1;
-    long nearest = 0;
-    for (long i = 1; i < count; ++i) {
-        if (std::abs(value - values[i]) <= std::abs(value - values[nearest])) nearest = i;
-    }
-    return nearest;
+    return static_cast<long>(kx::ui::NearestIndex(value, {values, static_cast<std::size_t>(count)}));
 }
 
 bool GetWndDouble(HWND edit, double& value) {

@@ -74,7 +74,8 @@ public:
     // that it lies in are refused and logged.
     void InsertElement(CKxDevUI_Base* element);
 
-    // Takes in all controls of a dialog template, where the template has them. x and y are not used.
+    // Takes in all controls of a dialog template, where the template has them, in the GUI font: the template's own goes
+    // with its dialog. x and y are not used.
     void InsertDialog(long x, long y, const wchar_t* templateName, HINSTANCE module);
 
     // The element first inserted that has this id; null when there is none.

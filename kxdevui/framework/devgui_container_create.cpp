@@ -3,6 +3,7 @@
 
 #include <vector>
 
+#include <kxbaseui/kx_fonts.h>
 #include <kxdevui/framework/devgui.h>
 #include <kxdevui/framework/ui_arithmetic.h>
 #include <kxdevui/framework/ui_resources.h>
@@ -154,8 +155,11 @@ void CKxDevUI_Container::InsertDialog(long, long, const wchar_t* templateName, H
     const HWND temporary =
         CreateDialogIndirectParamW(module, reinterpret_cast<const DLGTEMPLATE*>(dialog.data()), m_hWnd, WndProc, 0);
     if (!temporary) return;
-    for (const HWND child : ChildrenOf(temporary))
+    for (const HWND child : ChildrenOf(temporary)) {
+        // The dialog's font goes with the dialog.
+        SendMessageW(child, WM_SETFONT, reinterpret_cast<WPARAM>(KX_GetDefaultGuiFontZoom(1.0)), FALSE);
         InsertWindow(child);
+    }
     // Closing destroys it already, unless the class of the template's dialog minds.
     SendMessageW(temporary, WM_CLOSE, 0, 0);
     if (IsWindow(temporary)) DestroyWindow(temporary);

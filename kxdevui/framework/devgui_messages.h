@@ -15,6 +15,11 @@ inline constexpr UINT WM_KX_MOUSE_WHEEL = WM_APP + 0x3ED;  // 0x83ED
 // Layout manager to every window: the GUI zoom has changed.
 inline constexpr UINT WM_KX_ZOOM_CHANGED = WM_APP + 0x3FA;  // 0x83FA
 
+// Notification codes of the edit boxes beside the platform's EN_...: the Enter key, and a character, whose code is the
+// lParam.
+inline constexpr int kEditEnter = 0x0401;
+inline constexpr int kEditChar = 0x0102;
+
 // Extra window words of a control's window: the tag tells it from plain windows, the object is its CKxDevUI_Base*.
 inline constexpr int kWindowExtraBytes = 16;
 inline constexpr int kTagWord = 0;

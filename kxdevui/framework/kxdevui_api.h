@@ -9,7 +9,9 @@
 // answers the message. A callback may destroy its own control, window and object.
 #pragma once
 
-#if defined(KXDEVUI_BUILDING)
+#if defined(KXDEVUI_STATIC)
+#define KXDEVUI_API
+#elif defined(KXDEVUI_BUILDING)
 #define KXDEVUI_API __declspec(dllexport)
 #else
 #define KXDEVUI_API __declspec(dllimport)

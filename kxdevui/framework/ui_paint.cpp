@@ -35,15 +35,24 @@ private:
     HDC m_dc;
 };
 
+// A group box draws its frame and leaves to its parent what it frames.
+bool IsGroupBox(HWND window) {
+    if ((GetWindowLongW(window, GWL_STYLE) & BS_TYPEMASK) != BS_GROUPBOX) return false;
+    wchar_t name[16] = L"";
+    GetClassNameW(window, name, 16);
+    return lstrcmpiW(name, L"Button") == 0;
+}
+
 // Every visible child whose top-left corner lies inside, whether it needs painting or not: one that is left out here
 // would be painted over.
-void PaintChildren(HWND window, HDC target, const RECT& client) {
+void PaintChildren(HWND window, HDC target, const RECT& client, HBRUSH background) {
     for (HWND child = GetWindow(window, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
         if (!IsWindowVisible(child)) continue;
         RECT rect{};
         GetWindowRect(child, &rect);
         MapWindowPoints(HWND_DESKTOP, window, reinterpret_cast<POINT*>(&rect), 2);
         if (!PtInRect(&client, {rect.left, rect.top})) continue;
+        if (IsGroupBox(child)) FillRect(target, &rect, background);
         ExcludeClipRect(target, rect.left, rect.top, rect.right, rect.bottom);
         SendMessageW(child, WM_PAINT, 0, 0);
     }
@@ -88,15 +97,15 @@ LRESULT Paint(const Message& message, PaintMode mode, HBRUSH background, DrawRef
     const auto paint = [&](HDC dc) {
         const SavedDC untouched(dc);
         FillRect(dc, &client, background);
-        // On WM_PAINT the default procedure begins and ends painting and draws nothing. Where that has been done already,
-        // all that it could add is the cost, which is a bare window's whole repaint.
+        // On WM_PAINT the default procedure begins and ends painting and draws nothing. Where that has been done
+        // already, all that it could add is the cost, which is a bare window's whole repaint.
         if (mode.defaultFirst && !target.IsBegunHere()) {
             DefWindowProcW(message.window, message.id, reinterpret_cast<WPARAM>(dc), message.lParam);
         }
         draw(dc, client);
     };
     if (buffer) paint(buffer);
-    if (mode.children) PaintChildren(message.window, target, client);
+    if (mode.children) PaintChildren(message.window, target, client, background);
     if (!buffer) {
         paint(target);
     } else {

@@ -32,6 +32,9 @@ struct WindowState {
     BackBuffer item;             // of the largest owner-drawn item
     bool hovered = false;        // a leave notice has been asked for
     WNDPROC previous = nullptr;  // of a subclassed child
+    int running = 0;             // calls of that procedure that have not returned
+    bool orphaned = false;       // its parent has gone meanwhile
+    std::shared_ptr<void> own;   // what else the control of this window keeps with it
 };
 // The state of a window, made when there is none.
 KXDEVUI_API std::shared_ptr<WindowState> StateOf(HWND window);
@@ -60,8 +63,10 @@ private:
 // What Paint does beside filling and drawing.
 struct PaintMode {
     bool defaultFirst = false;  // the default procedure paints into the buffer before the control does
-    bool children = false;      // visible children are kept out of the picture and told to paint themselves at once
-    bool buffered = true;       // not needed where nothing is drawn on the background: one fill cannot flicker
+    // Visible children are kept out of the picture and told to paint themselves at once; where a group box stands, the
+    // background is filled before.
+    bool children = false;
+    bool buffered = true;  // not needed where nothing is drawn on the background: one fill cannot flicker
 };
 
 // Answers WM_PAINT and WM_PRINTCLIENT: fills the buffer with the brush, draws into it, and copies it to the DC of the

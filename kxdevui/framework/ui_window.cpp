@@ -27,7 +27,7 @@ void EnsureClass(ATOM& atom, const ClassSpec& spec) {
     if (atom) return;
     WNDCLASSEXW description{};
     description.cbSize = sizeof description;
-    description.style = spec.style;
+    description.style = spec.style | (spec.ownLayout ? UINT{CS_GLOBALCLASS} : 0u);
     description.lpfnWndProc = spec.procedure;
     description.cbWndExtra = spec.extraBytes;
     description.hCursor = LoadCursorW(nullptr, IDC_ARROW);
@@ -108,9 +108,41 @@ bool Subclass(HWND child, WNDPROC procedure, void* object) {
 LRESULT CallPrevious(const Message& message) noexcept {
     const auto state = FindState(message.window);
     if (!state || !state->previous || !IsWindow(message.window)) return 0;
+    ++state->running;
     const LRESULT result = CallWindowProcW(state->previous, message.window, message.id, message.wParam, message.lParam);
+    --state->running;
     if (message.id == WM_NCDESTROY) DropState(message.window);
+    if (state->orphaned && state->running == 0) {
+        state->orphaned = false;
+        DestroyWindow(message.window);
+    }
     return result;
+}
+
+namespace {
+
+// Whether the child is inside its own procedure; it is then on its own.
+bool SpareIfBusy(HWND child) noexcept {
+    const auto state = FindState(child);
+    if (!state || state->running == 0) return false;
+    SetWindowLongPtrW(child, GWLP_USERDATA, 0);
+    state->orphaned = true;
+    SetParent(child, HWND_MESSAGE);
+    return true;
+}
+
+}  // namespace
+
+void DestroySubclassed(HWND child) noexcept {
+    if (!SpareIfBusy(child)) DestroyWindow(child);
+}
+
+void SpareBusyChildren(HWND window) noexcept {
+    HWND next = nullptr;
+    for (HWND child = GetWindow(window, GW_CHILD); child; child = next) {
+        next = GetWindow(child, GW_HWNDNEXT);
+        SpareIfBusy(child);
+    }
 }
 
 LRESULT Notify(HWND target, int id, int code, LPARAM lParam) {
@@ -137,8 +169,11 @@ bool TrackHover(const Message& message) {
     const auto state = StateOf(message.window);
     if (message.id == WM_MOUSELEAVE) return std::exchange(state->hovered, false);
     if (message.id != WM_MOUSEMOVE || state->hovered) return false;
-    TRACKMOUSEEVENT request{sizeof request, TME_LEAVE, message.window, 0};
-    state->hovered = TrackMouseEvent(&request) != FALSE;
+    TRACKMOUSEEVENT request{sizeof request, TME_LEAVE, message.window, 0},
+        granted{sizeof granted, TME_QUERY, nullptr, 0};
+    // A late move may come when the pointer is elsewhere already; Wine then promises a leave notice that never comes.
+    state->hovered = TrackMouseEvent(&request) && TrackMouseEvent(&granted) && granted.hwndTrack == message.window &&
+                     (granted.dwFlags & TME_LEAVE) != 0;
     return state->hovered;
 }
 

@@ -48,7 +48,10 @@ struct ClassSpec {
     UINT style;             // CS_...
     int extraBytes;         // of each window
     HBRUSH background;      // null: none
-    WNDPROC procedure;      // its module is the class\'s
+    WNDPROC procedure;      // its module is the class's
+    // Places its children by itself when it is sized, so the layout manager leaves them alone, fonts included. Such a
+    // class is registered as a global one, which is how the manager knows the platform's own.
+    bool ownLayout = false;
 };
 
 // The module that holds a window procedure. A class belongs to the module that it was registered for, and a window of
@@ -175,10 +178,18 @@ Handled Dispatch(T* object, const Message& message) noexcept {
     return result;
 }
 
+// The platform's controls go on using what is theirs after a notification, whatever its receiver has done to them; Wine's
+// edit and up-down have freed it by then. So a subclassed child that is inside its own procedure is unbound and hidden
+// instead, and destroyed when that procedure has returned: when it is destroyed by itself, or when `window`, its parent,
+// is going.
+KXDEVUI_API void DestroySubclassed(HWND child) noexcept;
+KXDEVUI_API void SpareBusyChildren(HWND window) noexcept;
+
 // The window procedure of a control class. The object is the creation parameter, bound at the message BindAt
 // (WM_NCCREATE, WM_CREATE, or 0 where the control binds by hand).
 template <class T, class Lookup, UINT BindAt, Unbound Answer, Handled (T::*Handle)(const Message&)>
 LRESULT Entry(const Message& message) noexcept {
+    if (message.id == WM_DESTROY) SpareBusyChildren(message.window);
     if (BindAt != 0 && message.id == BindAt) {
         if (T* object = LivingObject<T>(CreationParameter(message))) {
             Guarded([&]() -> Handled { return Lookup::Bind(message.window, object), std::nullopt; });
@@ -215,10 +226,15 @@ KXDEVUI_API bool Subclass(HWND child, WNDPROC procedure, void* object);
 KXDEVUI_API LRESULT CallPrevious(const Message& message) noexcept;
 
 // The window procedure of a subclassed child. Not handled goes on to the previous procedure, if the child still lives;
-// without an object the previous procedure answers alone.
-template <class T, Handled (T::*Handle)(const Message&)>
+// without an object the previous procedure answers alone, or, with another Answer, it hears of its end only.
+template <class T, Handled (T::*Handle)(const Message&), Unbound Answer = Unbound::Default>
 LRESULT SubclassEntry(const Message& message) noexcept {
     T* object = ByUserData<T>::Find(message.window);
+    if (!object && Answer != Unbound::Default && message.id != WM_DESTROY && message.id != WM_NCDESTROY) {
+        // Otherwise it would be asked to paint for ever.
+        if (message.id == WM_PAINT) ValidateRect(message.window, nullptr);
+        return Answer == Unbound::One ? 1 : 0;
+    }
     Handled result;
     if (object && !Closing::Silences(message)) result = Guarded([&] { return (object->*Handle)(message); });
     return result ? *result : CallPrevious(message);

@@ -9,9 +9,10 @@
 #include <kxbaseui/kx_colors.h>
 #include <kxbaseui/kx_layoutmanager.h>
 
-namespace {
+#include "kx_schemelist.h"
+#include "kx_subclass.h"
 
-constexpr UINT_PTR kSubclassId = 2;
+namespace {
 
 bool InUse() { return KX_GetColorScheme() != eKxColorScheme_System; }
 
@@ -77,30 +78,23 @@ void DrawTriangle(HDC dc, const RECT& box, int color) {
 // ---- Buttons -------------------------------------------------------------------------------------------------------
 
 void PaintPushButton(HDC dc, HWND button, RECT client) {
-    const bool pushed = (SendMessageW(button, BM_GETSTATE, 0, 0) & BST_PUSHED) != 0;
-    FillRect(dc, &client, KX_GetSysColorBrush(pushed ? COLOR_3DLIGHT : COLOR_BTNHIGHLIGHT));
-    Frame(dc, client, COLOR_BTNSHADOW);
+    const LRESULT state = SendMessageW(button, BM_GETSTATE, 0, 0);
+    const bool pushed = (state & BST_PUSHED) != 0;
     // On black, a face in the highlight's white would need black letters.
-    if (KX_GetColorScheme() == eKxColorScheme_HighContrast) {
-        InflateRect(&client, -1, -1);
-        FillRect(dc, &client, KX_GetSysColorBrush(pushed ? COLOR_BTNSHADOW : COLOR_BTNFACE));
+    const bool onBlack = KX_GetColorScheme() == eKxColorScheme_HighContrast;
+    const int face = onBlack ? COLOR_BTNFACE : pushed ? COLOR_3DLIGHT : COLOR_BTNHIGHLIGHT;
+    FillRect(dc, &client, KX_GetSysColorBrush(face));
+    Frame(dc, client, COLOR_BTNSHADOW);
+    RECT inner = client;
+    // A check box or radio button made to look like a push button shows by its frame that it is checked.
+    for (long i = state & BST_CHECKED ? CKxGUILayoutManager::Zoomed(2) : pushed && onBlack ? 1 : 0; i > 0; --i) {
+        InflateRect(&inner, -1, -1);
+        Frame(dc, inner, onBlack ? COLOR_BTNTEXT : COLOR_HIGHLIGHT);
     }
     if (pushed) OffsetRect(&client, 1, 1);
     DrawLabel(dc, button, client, DT_CENTER | DT_VCENTER | DT_SINGLELINE);
-    InflateRect(&client, -3, -3);
+    InflateRect(&client, -4, -4);
     DrawFocus(dc, button, client);
-}
-
-void DrawCheckMark(HDC dc, const RECT& box) {
-    const HPEN pen =
-        CreatePen(PS_SOLID, std::max(2, static_cast<int>(box.right - box.left) / 6), KX_GetSysColor(COLOR_WINDOWTEXT));
-    const HGDIOBJ old = SelectObject(dc, pen);
-    const long size = box.right - box.left;
-    MoveToEx(dc, box.left + size * 2 / 10, box.top + size * 5 / 10, nullptr);
-    LineTo(dc, box.left + size * 4 / 10, box.top + size * 7 / 10);
-    LineTo(dc, box.left + size * 8 / 10, box.top + size * 3 / 10);
-    SelectObject(dc, old);
-    DeleteObject(pen);
 }
 
 void PaintCheck(HDC dc, HWND button, const RECT& client, bool radio) {
@@ -120,9 +114,7 @@ void PaintCheck(HDC dc, HWND button, const RECT& client, bool radio) {
             Ellipse(dc, box.left + inset, box.top + inset, box.right - inset + 1, box.bottom - inset + 1);
         }
     } else {
-        FillRect(dc, &box, KX_GetSysColorBrush(COLOR_WINDOW));
-        Frame(dc, box, COLOR_3DDKSHADOW);
-        if (checked) DrawCheckMark(dc, box);
+        DrawCheckBox(dc, box, checked);
     }
     RECT text = client;
     text.left = size + CKxGUILayoutManager::Zoomed(4);
@@ -150,6 +142,9 @@ void PaintButton(HWND button, LONG type) {
     const PaintDC dc(button);
     RECT client{};
     GetClientRect(button, &client);
+    if (type != BS_GROUPBOX && (GetWindowLongW(button, GWL_STYLE) & BS_PUSHLIKE)) {
+        return PaintPushButton(dc, button, client);
+    }
     switch (type) {
     case BS_GROUPBOX: return PaintGroupBox(dc, button, client);
     case BS_CHECKBOX:
@@ -175,20 +170,20 @@ bool PaintsAtOnce(UINT message) {
     }
 }
 
-LRESULT CALLBACK ButtonProc(HWND button, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id, DWORD_PTR) {
-    if (message == WM_NCDESTROY) RemoveWindowSubclass(button, ButtonProc, id);
+LRESULT CALLBACK ButtonProc(HWND button, UINT message, WPARAM wParam, LPARAM lParam) {
     const LONG type = GetWindowLongW(button, GWL_STYLE) & BS_TYPEMASK;
-    if (!InUse() || PaintsItself(type)) return DefSubclassProc(button, message, wParam, lParam);
+    if (!InUse() || PaintsItself(type)) return kx::CallRest(ButtonProc, button, message, wParam, lParam);
     if (message == WM_PAINT && wParam == 0) {
         PaintButton(button, type);
         return 0;
     }
     if (message == WM_ERASEBKGND) return 1;
-    if (!PaintsAtOnce(message) || !IsWindowVisible(button)) return DefSubclassProc(button, message, wParam, lParam);
+    if (!PaintsAtOnce(message) || !IsWindowVisible(button))
+        return kx::CallRest(ButtonProc, button, message, wParam, lParam);
     // Without the visible bit the button changes its state and shows nothing in the system's colours.
     const LONG style = GetWindowLongW(button, GWL_STYLE);
     SetWindowLongW(button, GWL_STYLE, style & ~static_cast<LONG>(WS_VISIBLE));
-    const LRESULT result = DefSubclassProc(button, message, wParam, lParam);
+    const LRESULT result = kx::CallRest(ButtonProc, button, message, wParam, lParam);
     if (!IsWindow(button)) return result;
     SetWindowLongW(button, GWL_STYLE, GetWindowLongW(button, GWL_STYLE) | static_cast<LONG>(WS_VISIBLE));
     InvalidateRect(button, nullptr, FALSE);
@@ -225,8 +220,7 @@ LRESULT AnswerColor(HWND window, UINT message, HDC dc, HWND control) {
 
 bool AsksForColor(UINT message) { return message >= WM_CTLCOLOREDIT && message <= WM_CTLCOLORSTATIC; }
 
-LRESULT CALLBACK ComboProc(HWND combo, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id, DWORD_PTR) {
-    if (message == WM_NCDESTROY) RemoveWindowSubclass(combo, ComboProc, id);
+LRESULT CALLBACK ComboProc(HWND combo, UINT message, WPARAM wParam, LPARAM lParam) {
     if (InUse()) {
         if (message == WM_PAINT && wParam == 0) {
             PaintDropDown(combo);
@@ -237,18 +231,17 @@ LRESULT CALLBACK ComboProc(HWND combo, UINT message, WPARAM wParam, LPARAM lPara
         }
         const bool changes = message == CB_SETCURSEL || message == WM_SETFOCUS || message == WM_KILLFOCUS ||
                              message == WM_ENABLE || message == WM_COMMAND;
-        const LRESULT result = DefSubclassProc(combo, message, wParam, lParam);
+        const LRESULT result = kx::CallRest(ComboProc, combo, message, wParam, lParam);
         if (changes && IsWindow(combo)) InvalidateRect(combo, nullptr, FALSE);
         return result;
     }
-    return DefSubclassProc(combo, message, wParam, lParam);
+    return kx::CallRest(ComboProc, combo, message, wParam, lParam);
 }
 
 // ---- Parents -------------------------------------------------------------------------------------------------------
 
 // Stands before the window's own procedure, which in another scheme than the system's could only answer wrongly.
-LRESULT CALLBACK ParentProc(HWND parent, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id, DWORD_PTR) {
-    if (message == WM_NCDESTROY) RemoveWindowSubclass(parent, ParentProc, id);
+LRESULT CALLBACK ParentProc(HWND parent, UINT message, WPARAM wParam, LPARAM lParam) {
     if (InUse() && AsksForColor(message) && message != WM_CTLCOLORMSGBOX) {
         return AnswerColor(parent, message, reinterpret_cast<HDC>(wParam), reinterpret_cast<HWND>(lParam));
     }
@@ -258,18 +251,20 @@ LRESULT CALLBACK ParentProc(HWND parent, UINT message, WPARAM wParam, LPARAM lPa
         FillRect(reinterpret_cast<HDC>(wParam), &client, KX_GetSysColorBrush(COLOR_BTNFACE));
         return 1;
     }
-    return DefSubclassProc(parent, message, wParam, lParam);
+    return kx::CallRest(ParentProc, parent, message, wParam, lParam);
 }
 
 void Follow(HWND window) {
     if (IsClass(window, L"Button")) {
-        SetWindowSubclass(window, ButtonProc, kSubclassId, 0);
+        kx::Subclass(window, ButtonProc);
     } else if (IsClass(window, L"ComboBox")) {
         if ((GetWindowLongW(window, GWL_STYLE) & 3) == CBS_DROPDOWNLIST) {
-            SetWindowSubclass(window, ComboProc, kSubclassId, 0);
+            kx::Subclass(window, ComboProc);
         }
+    } else if (IsClass(window, WC_LISTVIEWW)) {
+        FollowColorSchemeInList(window);
     } else if (GetWindow(window, GW_CHILD)) {
-        SetWindowSubclass(window, ParentProc, kSubclassId, 0);
+        kx::Subclass(window, ParentProc);
     }
 }
 
@@ -284,5 +279,5 @@ void KX_FollowColorScheme(HWND window) {
     if (!IsWindow(window)) return;
     Follow(window);
     EnumChildWindows(window, FollowEach, 0);
-    RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+    if (InUse()) RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
 }

@@ -2,22 +2,19 @@
 
 #include <commctrl.h>
 
+#include "kx_subclass.h"
+
 namespace {
 
 // The property of a parent that names its tooltip window.
 constexpr wchar_t kProperty[] = L"KxToolTip";
-constexpr UINT_PTR kSubclassId = 1;
 
 // The parent is subclassed for one reason: a popup owned by a child window belongs in truth to its top-level window and
 // would outlive the panel.
-LRESULT CALLBACK ParentProc(HWND parent, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id, DWORD_PTR tip) {
+LRESULT CALLBACK ParentProc(HWND parent, UINT message, WPARAM wParam, LPARAM lParam) {
     // While the tools still live: the tooltip window has its hooks in them, which it takes out only as it goes.
-    if (message == WM_DESTROY) {
-        RemoveWindowSubclass(parent, ParentProc, id);
-        RemovePropW(parent, kProperty);
-        DestroyWindow(reinterpret_cast<HWND>(tip));
-    }
-    return DefSubclassProc(parent, message, wParam, lParam);
+    if (message == WM_DESTROY) DestroyWindow(static_cast<HWND>(RemovePropW(parent, kProperty)));
+    return kx::CallRest(ParentProc, parent, message, wParam, lParam);
 }
 
 TOOLINFOW ToolInfo(HWND tool, const wchar_t* text) {
@@ -43,7 +40,7 @@ HWND MakeToolTip(HWND parent) {
                         WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX, 0, 0, 0, 0, parent, nullptr, nullptr, nullptr);
     if (!window) return nullptr;
     SendMessageW(window, TTM_SETMAXTIPWIDTH, 0, 400);  // without a width, "\r\n" breaks no line
-    if (!SetWindowSubclass(parent, ParentProc, kSubclassId, reinterpret_cast<DWORD_PTR>(window))) {
+    if (!kx::Subclass(parent, ParentProc)) {
         DestroyWindow(window);
         return nullptr;
     }

@@ -5,7 +5,9 @@
 // throws. Everything here belongs to the GUI thread.
 #pragma once
 
-#if defined(KXBASEUI_BUILDING)
+#if defined(KXBASEUI_STATIC)
+#define KXBASEUI_API
+#elif defined(KXBASEUI_BUILDING)
 #define KXBASEUI_API __declspec(dllexport)
 #else
 #define KXBASEUI_API __declspec(dllimport)

@@ -27,8 +27,9 @@ KXDEVICES_API double ToMicrometres(Nm nanometres) noexcept;
 
 // Where a Z device can go; min is not above max.
 struct Range {
-    Nm min = -MaxPosition;  // the lowest position
-    Nm max = MaxPosition;   // the highest
+    // The ends; at first as far as positions go.
+    Nm min = -MaxPosition;
+    Nm max = MaxPosition;
 
     // The travel from end to end.
     Nm Length() const noexcept { return max - min; }
@@ -38,13 +39,13 @@ struct Range {
 
 // The numbers of a stack; empty is "not set".
 struct Stack {
-    int type = 0;  // 0 to 7
-    // Positions, or distances while the stack floats.
+    // The type of the stack, 0 to 7; its positions; its step, above 0; the number of its planes, 1 to MaxCount.
+    int type = 0;
     std::optional<Nm> top;
     std::optional<Nm> bottom;
-    std::optional<Nm> home;         // never a distance
-    std::optional<Nm> step;         // above 0
-    std::optional<unsigned> count;  // of planes, 1 to MaxCount
+    std::optional<Nm> home;
+    std::optional<Nm> step;
+    std::optional<unsigned> count;
 
     // Around home (2, 3, 6, 7), or held by its ends alone (0, 1, 4, 5).
     bool IsRelative() const noexcept { return (type & 2) != 0; }

@@ -11,7 +11,7 @@ trap 'rm -rf "$work"' EXIT
 
 rm -rf "$package"
 cmake --install "$1" --prefix "$package" >"$work/install.log" || { cat "$work/install.log"; exit 1; }
-for internal in kxbaseui/kx_threadwindows.h kxsystem/kx_catalogue.h; do
+for internal in kxbaseui/kx_threadwindows.h kxbaseui/kx_svg.h kxsystem/kx_catalogue.h; do
   [ ! -e "$package/include/$internal" ] || { echo "the package has the internal header $internal"; exit 1; }
 done
 # A package that refers to the tree serves nobody else.

@@ -1,5 +1,6 @@
 // The container: what it makes of windows and templates, and what its host hears.
 #include <bench/bench.h>
+#include <kxbaseui/kx_colors.h>
 #include <kxbaseui/kx_layoutmanager.h>
 #include <kxdevui/framework/devgui.h>
 #include <kxdevui/framework/devgui_container.h>
@@ -10,6 +11,7 @@
 #include <limits>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -30,7 +32,7 @@ public:
     ~Panel() override { Destroy(); }
 
     LRESULT initResult = 1, commandResult = -1;  // -1: the base's answer
-    std::function<void()> onCommand;
+    std::function<void()> onCommand, onDrawItem;
     bool IsForwarding() const { return m_forward; }
     void Fill() {
         InsertWindow(AddChild(*this, L"BUTTON", kButton, {10, 10, 90, 40}));
@@ -51,6 +53,12 @@ protected:
             return 0;
         }
         return commandResult == -1 ? CKxDevUI_Container::OnCommand(message, wParam, lParam) : commandResult;
+    }
+
+    LRESULT OnDrawItem(UINT, WPARAM, LPARAM lParam) override {
+        const auto& item = *reinterpret_cast<const DRAWITEMSTRUCT*>(lParam);
+        if (const auto act = std::exchange(onDrawItem, nullptr)) act();
+        return FillRect(item.hDC, &item.rcItem, KX_GetSysColorBrush(COLOR_WINDOW));
     }
 
 private:
@@ -321,6 +329,45 @@ TEST(ContainerPainting, FillsItsFaceAndLeavesItsChildrenAlone) {
     EXPECT_EQ(picture.Pixel(40, 40), GetSysColor(COLOR_WINDOW));
 }
 
+TEST(ContainerPainting, TheSchemeMayChangeUnderIt) {
+    RecordingParent parent;
+    Recorder record;
+    Panel panel(record);
+    panel.Create(parent.Window(), 0, 0, 120, 100, true, true);
+    const HWND item = AddChild(panel, L"BUTTON", kButton, {20, 20, 60, 60}, BS_OWNERDRAW);
+    panel.InsertWindow(item);
+    bool changed = false;
+    panel.onDrawItem = [&] { changed = true, KX_SetColorScheme(eKxColorScheme_Dark); };
+    panel.RefreshWindow();
+    ASSERT_TRUE(PumpUntil([&] { return changed && !GetUpdateRect(panel, nullptr, FALSE); }));
+    const Picture picture = Picture::OnScreen(panel);
+    EXPECT_EQ(picture.Pixel(5, 5), KX_GetSysColor(COLOR_BTNFACE));
+    EXPECT_EQ(picture.Pixel(40, 40), KX_GetSysColor(COLOR_WINDOW));
+    EXPECT_NE(KX_GetSysColor(COLOR_WINDOW), GetSysColor(COLOR_WINDOW));
+    KX_SetColorScheme(eKxColorScheme_System);
+}
+
+TEST(ContainerZoom, ChangesUnderAPressedButton) {
+    RecordingParent parent;
+    Recorder record;
+    Panel panel(record);
+    panel.commandResult = 1;
+    panel.Create(parent.Window(), 0, 0, 120, 100, true, true);
+    panel.Fill();
+    const RECT first = RectInParent(panel.GetWindow(kButton));
+    record.Clear();
+    Press(panel.GetWindow(kButton), 5, 5);
+    const HWND capture = GetCapture();
+    CKxGUILayoutManager::SetGuiZoom(2.0);
+    EXPECT_EQ(GetCapture(), capture);
+    EXPECT_EQ(RectInParent(panel.GetWindow(kButton)).right, 180);
+    CKxGUILayoutManager::SetGuiZoom(1.0);
+    Release();
+    EXPECT_TRUE(record.Matches({Call("OnCommand", kButton, BN_CLICKED)}));
+    const RECT last = RectInParent(panel.GetWindow(kButton));
+    EXPECT_TRUE(EqualRect(&last, &first));
+}
+
 TEST(ContainerZoom, ComesBackToTheVeryPixels) {
     RecordingParent parent;
     Recorder record;
@@ -378,6 +425,8 @@ TEST(ContainerTemplates, HostsThePlatformsOwnWholeAndInParts) {
                 EXPECT_TRUE(IntersectRect(&common, &rect, &area));
             }
             whole.InsertDialog(0, 0, name.c_str(), dialogs.module);
+            const auto font = SendMessageW(whole.GetWindows().back(), WM_GETFONT, 0, 0);
+            EXPECT_TRUE(font == 0 || GetObjectType(reinterpret_cast<HGDIOBJ>(font)) == OBJ_FONT);
         }
         if (dialogs.module) FreeLibrary(dialogs.module);
     }

@@ -8,33 +8,49 @@ set -euo pipefail
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
 out=${KXDEVUI_BUILD_ROOT:-$root/build}/fuzz
 modules=$root/modules
-targets=(number catalogue zstackrules)
+targets=(number catalogue svg svgstring hpot zstackrules editbox)
 
-# compile TARGET SOURCE PROGRAM
-compile() {
-  clang++ -std=c++20 -O1 -g -Wall -Wextra -Werror -DKXSYSTEM_STATIC -DKXDEVICES_STATIC -I"$modules" \
-    -fsanitize=fuzzer,address,undefined -fno-sanitize-recover=all \
-    "$root/tests/fuzz/$1_fuzz.cpp" "$2" -o "$3"
+# What each target is built from besides itself.
+sources() {
+  case $1 in
+  svg) echo modules/kxbaseui/kx_{path,raster,svg,svgstyle,svgvalues,xml}.cpp ;;
+  svgstring) echo modules/kxbaseui/kx_svgstring.cpp ;;
+  zstackrules) echo modules/kxdevices/kx_zstackrules.cpp ;;
+  editbox) echo kxdevui/controls/editbox_rules.cpp ;;
+  hpot) echo kxdevui/controls/hpot_{rules,ticks}.cpp ;;
+  *) echo modules/kxsystem/kx_$1.cpp ;;
+  esac
 }
 
-# source_of TARGET : the rules are named as their target, in whatever module.
-source_of() { echo "$modules"/*/kx_"$1".cpp; }
+# compile TARGET PROGRAM FOLDER : with the sources of the target as they are in FOLDER
+compile() {
+  local source files=()
+  for source in $(sources "$1"); do files+=("$3/$source"); done
+  clang++ -std=c++20 -O1 -g -Wall -Wextra -Werror -DKXSYSTEM_STATIC -DKXBASEUI_STATIC -DKXDEVICES_STATIC -DKXDEVUI_STATIC \
+    -I"$root" -I"$modules" \
+    -fsanitize=fuzzer,address,undefined -fno-sanitize-recover=all \
+    "$root/tests/fuzz/$1_fuzz.cpp" "${files[@]}" -o "$2"
+}
 
 # fuzz TARGET PROGRAM SECONDS : new inputs go into a throw-away corpus.
 fuzz() {
   local target=$1 program=$2 seconds=$3 corpus=$out/corpus-$1
-  local options=(-max_len=400)
+  local options=(-max_len=400) seeds=("$root/tests/fuzz/seeds/$target")
   rm -rf "$corpus"; mkdir -p "$corpus"
   [ "$target" = catalogue ] && options+=(-dict="$root/tests/fuzz/po.dict")
+  if [ "$target" = svg ]; then
+    options=(-max_len=4000 -dict="$root/tests/fuzz/svg.dict")
+    seeds+=("$modules/baseresources/images")
+  fi
   "$program" -max_total_time="$seconds" -timeout=10 -seed=1 -print_final_stats=1 "${options[@]}" \
-    -artifact_prefix="$program-" "$corpus" "$root/tests/fuzz/seeds/$target" >"$program.log" 2>&1
+    -artifact_prefix="$program-" "$corpus" "${seeds[@]}" >"$program.log" 2>&1
 }
 
 run() {
   local target program failed=0
   for target in "${targets[@]}"; do
     program=$out/$target
-    compile "$target" "$(source_of "$target")" "$program"
+    compile "$target" "$program" "$root"
     if fuzz "$target" "$program" "$1"; then
       echo "$target: $(awk '/number_of_executed_units/ { print $2 }' "$program.log") inputs in $1 s, no finding"
     else
@@ -61,6 +77,35 @@ s/if (length == 0 || length > text.size())/if (length == 0)/
 s/m_rest\.remove_prefix(3);/m_rest.remove_prefix(4);/
 FAULTS
   ;;
+  svg) cat <<'FAULTS'
+s/    return !m_rest\.empty();/    return true;/
+s/return std::clamp(at, 0\.0, static_cast<double>(m_width));/return m_width < 0 ? 0 : at;/
+s/255 - (above >> 24)/255/
+s/ || ++around\.depth > SvgLimits::Depth//
+s/std::min(position \* c_steps, c_steps - 1\.0)/position * c_steps/
+FAULTS
+  ;;
+  svgstring) cat <<'FAULTS'
+s/text\.find(sought, from)/text.find(sought, at + 1)/
+s/length > MaxLength/false/
+FAULTS
+  ;;
+  hpot) cat <<'FAULTS'
+s/std::trunc((value - scale.minimum) \/ scale.step + 0.5)/std::round((value - scale.minimum) \/ scale.step)/
+s/, 0, Count(scale) - 2);/, 0, Count(scale) - 1);/
+s/static_cast<long long>(held.index) + steps/held.index + steps/
+s/IsReversed(scale) ? value < bound : value > bound/value > bound/
+s/return each >= value;/return each > value;/
+s/at->left < each.right + space.labelGap/at->left < each.right/
+FAULTS
+  ;;
+  editbox) cat <<'FAULTS'
+s/if (++count > kMostDigits)/if (++count > kMostDigits + 1)/
+s/ || rest != piece.c_str() + piece.size()//
+s/for (const double factor : {10.0, 5.0, 2.0, 1.0})/for (const double factor : {10.0, 5.0, 1.0})/
+s/if (steps != 0 \&\& moved == value)/if (false)/
+FAULTS
+  ;;
   zstackrules) cat <<'FAULTS'
 s/ || PlanesIn(extent, step) != Nm{count}//
 s/if (stack.IsRelative() \&\& !device.Holds(\*stack.home)) return/if (false) return/
@@ -71,19 +116,24 @@ FAULTS
 }
 
 prove() {
-  local target program source fault number failed=0
+  local target program source fault number changed failed=0
   for target in "${targets[@]}"; do
-    source=$(source_of "$target") number=0
+    number=0
     while IFS= read -r fault; do
       program=$out/faulty-$target-$((number += 1))
-      rm -f "$program"-*
-      sed "$fault" "$source" >"$program.cpp"
-      if cmp -s "$source" "$program.cpp"; then
+      rm -rf "$program"-* "$program.sources"
+      changed=
+      for source in $(sources "$target"); do
+        mkdir -p "$(dirname "$program.sources/$source")"
+        sed "$fault" "$root/$source" >"$program.sources/$source"
+        cmp -s "$root/$source" "$program.sources/$source" || changed=yes
+      done
+      if [ -z "$changed" ]; then
         echo "$target: the source has changed, fault $number has no place any more" >&2
         failed=1
         continue
       fi
-      compile "$target" "$program.cpp" "$program"
+      compile "$target" "$program" "$program.sources"
       # A finding leaves its input behind; a program that could not even start does not.
       if ! fuzz "$target" "$program" 60 && compgen -G "$program-*" >/dev/null; then
         echo "$target: fault $number found"

@@ -89,6 +89,9 @@ std::string CheckAlways(Subject& subject, HWND parent) {
     return subject.Check();
 }
 
+// Names every step before it is taken, for one that does not come to its end.
+const bool s_traced = FromEnvironment("KX_STORM_TRACE", 0) != 0;
+
 // One round: create, step by step, destroy.
 class Round {
 public:
@@ -127,6 +130,7 @@ private:
         const Step step =
             random_.OneIn(6) ? subject_->Operate(random_) : CommonStep(random_, parent_, *subject_, windows);
         position_.what = step.kind + ": " + step.details;
+        if (s_traced) std::printf("%d %s\n", position_.step, position_.what.c_str());
         step.run();
         if (random_.OneIn(4)) Pump();
         const int gdi = Counts::Gdi().gdi;
@@ -230,7 +234,7 @@ bool PaintsItsBackground(HWND window, COLORREF background) {
 
 void Rage(const char* name, const MakeSubject& make) {
     const int seed = FromEnvironment("KX_STORM_SEED", 1);
-    const int steps = FromEnvironment("KX_STORM_STEPS", 1500);
+    const int steps = FromEnvironment("KX_STORM_STEPS", 500);
     ASSERT_GT(steps, 0) << "KX_STORM_STEPS";
     Position position{name, 0, 0, "", nullptr};
     const CrashReport report(position);

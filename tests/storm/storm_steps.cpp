@@ -148,6 +148,13 @@ Step ScrollStep(const Aim& aim) {
 }
 
 // Not the release of the right button over the platform's controls: an edit opens its menu then, and waits.
+Step WheelStep(const Aim& aim) {
+    const int delta = aim.random.Of({120, -120, 1, -1, 0, 32767, -32768, 600});
+    const LPARAM point = MAKELPARAM(aim.random.Length(), aim.random.Length());
+    const UINT message = aim.target.ours && aim.random.OneIn(2) ? 0x83EDu : UINT{WM_MOUSEWHEEL};
+    return Sent(aim, "a turn of the wheel", message, MAKEWPARAM(aim.random.Below(32), delta), point);
+}
+
 Step MouseStep(const Aim& aim) {
     const UINT message = aim.random.Of<UINT>({WM_MOUSEMOVE, WM_MOUSEMOVE, WM_LBUTTONDOWN, WM_LBUTTONUP,
                                               WM_LBUTTONDBLCLK, WM_RBUTTONDOWN, WM_MBUTTONDOWN, WM_MBUTTONUP,
@@ -162,14 +169,17 @@ Step MouseStep(const Aim& aim) {
     default: break;
     }
     const LPARAM point = MAKELPARAM(aim.random.Length(), aim.random.Length());
-    return Sent(aim, "a mouse message", message, static_cast<WPARAM>(aim.random.Below(32)), point);
-}
-
-Step WheelStep(const Aim& aim) {
-    const int delta = aim.random.Of({120, -120, 1, -1, 0, 32767, -32768, 600});
-    const LPARAM point = MAKELPARAM(aim.random.Length(), aim.random.Length());
-    const UINT message = aim.target.ours && aim.random.OneIn(2) ? 0x83EDu : UINT{WM_MOUSEWHEEL};
-    return Sent(aim, "a turn of the wheel", message, MAKEWPARAM(aim.random.Below(32), delta), point);
+    // In some of the platform's controls a press runs a loop of its own until the button comes up; with the right one,
+    // that opens a menu, whose loop would wait for a user.
+    if (!aim.target.ours && message == WM_RBUTTONDOWN) return WheelStep(aim);
+    Step step = Sent(aim, "a mouse message", message, static_cast<WPARAM>(aim.random.Below(32)), point);
+    if (!aim.target.ours) {
+        step.run = [press = std::move(step.run), window = aim.target.window, point] {
+            PostMessageW(window, WM_LBUTTONUP, 0, point);
+            press();
+        };
+    }
+    return step;
 }
 
 // Keys that open a menu stay out: the menu's own loop would wait for a user.
@@ -179,7 +189,7 @@ Step KeyStep(const Aim& aim) {
         return Sent(aim, "WM_CHAR", WM_CHAR, static_cast<WPARAM>(character), 1);
     }
     const int key = aim.random.Of({VK_LEFT, VK_RIGHT, VK_UP, VK_DOWN, VK_PRIOR, VK_NEXT, VK_HOME, VK_END, VK_TAB,
-                                   VK_RETURN, VK_ESCAPE, VK_SPACE, VK_DELETE, VK_BACK, VK_F4, VK_F5, int{'A'}});
+                                   VK_RETURN, VK_ESCAPE, VK_SPACE, VK_DELETE, VK_BACK, VK_F2, VK_F4, VK_F5, int{'A'}});
     return Sent(aim, "WM_KEYDOWN or WM_KEYUP", aim.random.OneIn(3) ? WM_KEYUP : WM_KEYDOWN, static_cast<WPARAM>(key),
                 1);
 }

@@ -1,22 +1,15 @@
-#include "device_area.h"
+#include "stand_page.h"
 
-#include <array>
-
-#include <kxbaseui/kx_layoutmanager.h>
-#include <kxbaseui/kx_schemecontrols.h>
-#include <kxdevui/framework/devgui.h>
 #include <kxsystem/kx_translation.h>
 
-#include "resources/resource.h"
+#include "../resources/resource.h"
 
-DeviceArea::DeviceArea()
-    : HostPanel(L"Device area"), m_transmitted(L"Transmitted light", IDC_TRANSMITTED, IDC_TRANSMITTED_LEVEL),
+StandPage::StandPage()
+    : Page(L"Stand"), m_transmitted(L"Transmitted light", IDC_TRANSMITTED, IDC_TRANSMITTED_LEVEL),
       m_reflected(L"Reflected light", IDC_REFLECTED, IDC_REFLECTED_LEVEL) {}
 
-void DeviceArea::Build(HWND parent) {
+void StandPage::Fill() {
     const HINSTANCE module = GetModuleHandleW(nullptr);
-    Create(parent, 0, 0, Width, Height, true, true);
-
     // An empty container, filled by hand.
     m_stage.Create(*this, 8, 8, 264, 136, true, true);
     m_stage.Fill();
@@ -31,27 +24,15 @@ void DeviceArea::Build(HWND parent) {
     m_stand.CreateFromDlg(*this, 8, 248, IDD_STAND, module, false);
     m_stand.AdoptCondenser();
 
-    for (CKxDevUI_Base* panel :
-         std::initializer_list<CKxDevUI_Base*>{&m_stage, &m_camera, &m_transmitted, &m_reflected, &m_stand}) {
-        InsertElement(panel);
-    }
-    // All of it was laid out in unzoomed pixels.
-    CKxGUILayoutManager::ResizeWindowToGuiZoom(m_hWnd, 1.0);
+    Add(m_stage), Add(m_camera), Add(m_transmitted), Add(m_reflected), Add(m_stand);
+}
+
+void StandPage::Show() {
     m_transmitted.ShowState();
     m_reflected.ShowState();
-    KX_FollowColorScheme(m_hWnd);
 }
 
-CKxDevUI_Container* DeviceArea::PanelAt(POINT screen) {
-    for (CKxDevUI_Container* panel :
-         std::initializer_list<CKxDevUI_Container*>{&m_stage, &m_camera, &m_transmitted, &m_reflected, &m_stand}) {
-        RECT rect{};
-        if (GetWindowRect(*panel, &rect) && PtInRect(&rect, screen)) return panel;
-    }
-    return nullptr;
-}
-
-void DeviceArea::AskForSeries(HWND owner) {
+void StandPage::AskForSeries(HWND owner) {
     const auto result =
         reinterpret_cast<INT_PTR>(m_series.CreateFromDlg(owner, 0, 0, IDD_SERIES, GetModuleHandleW(nullptr), true));
     CKxStringW text;

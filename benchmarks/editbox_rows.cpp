@@ -1,0 +1,75 @@
+// The edit boxes against the same windows made by hand.
+#include <windows.h>
+
+#include <commctrl.h>
+
+#include <kxbaseui/kx_fonts.h>
+#include <kxdevui/controls/devgui_editbox_spin.h>
+
+#include "bench_windows.h"
+#include "harness.h"
+
+namespace kx::bench {
+
+namespace {
+
+constexpr SIZE kSize{170, 22};
+constexpr int kLabel = 70;
+
+HWND AddPart(HWND parent, const wchar_t* windowClass, DWORD style, int x, int cx) {
+    const HWND part = CreateWindowExW(0, windowClass, L"1", WS_CHILD | WS_VISIBLE | style, x, 2, cx, kSize.cy - 4,
+                                      parent, nullptr, nullptr, nullptr);
+    SendMessageW(part, WM_SETFONT, reinterpret_cast<WPARAM>(KX_GetDefaultGuiFont()), FALSE);
+    return part;
+}
+
+void AddParts(HWND window, bool arrows) {
+    AddPart(window, L"STATIC", SS_CENTERIMAGE, 0, kLabel);
+    AddPart(window, L"EDIT", ES_AUTOHSCROLL, kLabel, kSize.cx - kLabel - 20);
+    if (arrows) AddPart(window, UPDOWN_CLASSW, 0, kSize.cx - 18, 17);
+}
+
+template <class Box>
+void Make(Box& box, HWND parent) {
+    box.SetSize(kLabel, kSize.cx - kLabel, kSize.cy);
+    Require(box.Create(parent, 0, 0, -1, -1, true, true) != nullptr, "there is no edit box");
+}
+
+template <class Box>
+Ratio CreateBox() {
+    const Frame frame;
+    const auto byHand = [&] {
+        const HWND window = MakeBareWindow(frame, kSize);
+        AddParts(window, std::is_same_v<Box, CKxDevUI_EditBoxSpin>);
+        DestroyWindow(window);
+    };
+    const auto box = [&] {
+        Box made;
+        Make(made, frame);
+    };
+    return Measure(box, byHand);
+}
+
+Ratio RepaintBox() {
+    const Frame frame;
+    const BareWindow bare(frame, kSize);
+    AddParts(bare, false);
+    CKxDevUI_EditBox box;
+    Make(box, frame);
+    box.SetNumber(1);
+    return Measure([&] { Repaint(box); }, [&] { Repaint(bare); });
+}
+
+}  // namespace
+
+std::vector<Row> EditRows() {
+    // clang-format off
+    return {
+        {"edit box, full repaint", "label and edit in a bare window", 1.25, RepaintBox},
+        {"edit box, create and destroy", "the same windows made directly", 1.3, CreateBox<CKxDevUI_EditBox>},
+        {"edit box with arrows, create and destroy", "the same windows made directly", 1.3, CreateBox<CKxDevUI_EditBoxSpin>},
+    };
+    // clang-format on
+}
+
+}  // namespace kx::bench

@@ -1,0 +1,27 @@
+#include "page.h"
+
+#include <kxbaseui/kx_layoutmanager.h>
+#include <kxbaseui/kx_schemecontrols.h>
+
+void Page::Build(HWND parent) {
+    m_visible = false;
+    Create(parent, 0, 0, Width, Height, true, true);
+    Fill();
+    // All of it was laid out in unzoomed pixels.
+    CKxGUILayoutManager::ResizeWindowToGuiZoom(m_hWnd, 1.0);
+    Show();
+    KX_FollowColorScheme(m_hWnd);
+}
+
+void Page::Add(CKxDevUI_Container& panel) {
+    m_panels.push_back(&panel);
+    InsertElement(&panel);
+}
+
+CKxDevUI_Container* Page::PanelAt(POINT screen) {
+    for (CKxDevUI_Container* panel : m_panels) {
+        RECT rect{};
+        if (GetWindowRect(*panel, &rect) && PtInRect(&rect, screen)) return panel;
+    }
+    return nullptr;
+}

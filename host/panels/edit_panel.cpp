@@ -1,0 +1,104 @@
+#include "edit_panel.h"
+
+#include <kxdevui/framework/devgui_messages.h>
+#include <kxsystem/kx_translation.h>
+
+#include "../resources/resource.h"
+
+namespace {
+
+constexpr int kTop = 30, kRow = 32, kLabel = 104, kField = 90, kHeight = 22;  // unzoomed pixels
+
+CKxStringW Text(const wchar_t* english) { return KX_GetTranslation(english, L"host"); }
+
+}  // namespace
+
+void EditPanel::Fill() {
+    AddCaption(Text(L"Fields"));
+    m_exposure.SetRestriction(0.1, 10000);
+    m_gain.SetRestriction(1, 16);
+    m_wavelengths.SetRestriction(350, 750);
+    m_wavelengths.SetCountRestriction(1, 4);
+    m_delay.SetRestriction(0, 60);
+    m_exposure.Init(true, true, false);
+    m_gain.Init(true, true, false);
+
+    AddField(m_exposure, IDC_FIELD_EXPOSURE, L"Exposure (ms):", 0);
+    AddField(m_gain, IDC_FIELD_GAIN, L"Gain:", 1);
+    AddField(m_wavelengths, IDC_FIELD_WAVELENGTHS, L"Lines (nm):", 2);
+    // As a dialog would have it: the field takes the place of a control that is there.
+    const HWND placeholder =
+        AddChild(L"EDIT", L"", WS_TABSTOP, IDC_FIELD_DELAY, 6, kTop + 3 * kRow, kLabel + kField, kHeight);
+    m_delay.SetTitle(Text(L"Delay (s):"));
+    m_delay.Create(m_hWnd, placeholder);
+    m_delay.SetSize(kLabel, kField, kHeight);
+    InsertElement(&m_delay);
+    AddCheckBox(Text(L"The host refuses"), IDC_FIELD_REFUSE, 6, m_height - 22);
+    ShowHeld();
+}
+
+void EditPanel::AddField(CKxDevUI_EditBox& field, int id, const wchar_t* label, int row) {
+    field.SetId(id);
+    field.SetTitle(Text(label));
+    field.SetSize(kLabel, kField, kHeight);
+    field.Create(m_hWnd, 6, kTop + row * kRow, -1, -1, true, true);
+    InsertElement(&field);
+}
+
+void EditPanel::ShowHeld() {
+    m_exposure.SetNumber(m_heldExposure, L"%.2f");
+    m_gain.SetNumber(m_heldGain, L"%.1f");
+    m_wavelengths.SetValues(&m_heldWavelengths);
+    m_delay.SetNumber(m_heldDelay, L"%g");
+}
+
+bool EditPanel::OnUser(int id, int code, HWND from) {
+    if (id == IDC_FIELD_REFUSE && code == BN_CLICKED) {
+        m_refuses = SendMessageW(from, BM_GETCHECK, 0, 0) == BST_CHECKED;
+        return true;
+    }
+    if (id < IDC_FIELD_EXPOSURE || id > IDC_FIELD_DELAY) return false;
+    // Enter asks with a message box; leaving the field corrects or restores quietly.
+    if (code == kx::ui::kEditEnter) Check(id, true);
+    if (code == EN_KILLFOCUS) Check(id, false);
+    return true;
+}
+
+void EditPanel::Check(int id, bool show) {
+    const auto allowed = [show](CKxDevUI_EditBox& field, double held) {
+        return show ? field.CheckRestriction(true, false, held) : field.CheckRestriction(false, true, held) || true;
+    };
+    switch (id) {
+    case IDC_FIELD_EXPOSURE:
+        if (allowed(m_exposure, m_heldExposure)) Accept(m_heldExposure, m_exposure, L"Exposure time %g ms");
+        break;
+    case IDC_FIELD_GAIN:
+        if (allowed(m_gain, m_heldGain)) Accept(m_heldGain, m_gain, L"Gain %g");
+        break;
+    case IDC_FIELD_DELAY:
+        if (allowed(m_delay, m_heldDelay)) Accept(m_heldDelay, m_delay, L"Delay %g s");
+        break;
+    default:
+        if (!show || m_wavelengths.CheckRestriction(true)) AcceptWavelengths();
+        break;
+    }
+}
+
+void EditPanel::Accept(double& held, CKxDevUI_EditBox& field, const wchar_t* told) {
+    const double wanted = field.GetNumber();
+    CKxStringW text = Text(L"The field keeps its value");
+    if (!m_refuses) {
+        held = wanted;
+        text.Format(60, Text(told), held);
+    }
+    ShowHeld();
+    Tell(text.str());
+}
+
+void EditPanel::AcceptWavelengths() {
+    std::list<double> wanted;
+    const bool valid = m_wavelengths.GetValues(&wanted) && m_wavelengths.CheckRestriction(false);
+    if (valid && !m_refuses) m_heldWavelengths = wanted;
+    ShowHeld();
+    Tell(Text(valid && !m_refuses ? L"Lines changed" : L"The field keeps its value").str());
+}

@@ -1,0 +1,57 @@
+#include "radio_panel.h"
+
+#include <kxsystem/kx_translation.h>
+
+#include "../resources/resource.h"
+
+namespace {
+
+constexpr int kChosen = 0x0401;
+constexpr double kPixel = 6.5;  // of the camera, micrometres
+
+CKxStringW Text(const wchar_t* english) { return KX_GetTranslation(english, L"host"); }
+
+}  // namespace
+
+void RadioPanel::Fill() {
+    AddCaption(Text(L"Camera binning"));
+    InsertDialog(0, 0, IDD_BINNING, GetModuleHandleW(nullptr));
+    m_group.SetId(IDC_BINNING_GROUP);
+    m_group.Create(GetWindow(IDC_BINNING_1), 3, GetWindow(IDC_BINNING_TITLE));
+    InsertWindow(m_group);
+    AddChild(L"STATIC", L"", 0, IDC_BINNING_PIXEL, 12, 136, m_width - 24, 18);
+    AddCheckBox(Text(L"The host refuses"), IDC_BINNING_REFUSE, 6, m_height - 22);
+    m_group.SetSelection(m_held);
+    ShowPixel();
+}
+
+void RadioPanel::ShowPixel() {
+    CKxStringW text;
+    text.Format(60, Text(L"Pixel %g µm"), kPixel * (1 << m_held));
+    SetDlgItemTextW(m_hWnd, IDC_BINNING_PIXEL, text);
+}
+
+bool RadioPanel::OnUser(int id, int code, HWND from) {
+    if (id == IDC_BINNING_REFUSE && code == BN_CLICKED) {
+        m_refuses = SendMessageW(from, BM_GETCHECK, 0, 0) == BST_CHECKED;
+        return true;
+    }
+    if (id != IDC_BINNING_GROUP || code != kChosen) return false;
+    Choose(m_group.GetSelectionIndex());
+    return true;
+}
+
+// A refused choice springs back, which the group tells again; by then it is the held one.
+void RadioPanel::Choose(int index) {
+    if (index == m_held) return;
+    if (m_refuses) {
+        m_group.SetSelection(m_held);
+        Tell(Text(L"The binning stays as it is").str());
+        return;
+    }
+    m_held = index;
+    ShowPixel();
+    CKxStringW text;
+    text.Format(60, Text(L"Binning %d"), 1 << m_held);
+    Tell(text.str());
+}

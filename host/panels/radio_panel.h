@@ -1,0 +1,24 @@
+// The camera's binning: a radio group made of a dialog template's controls.
+#pragma once
+
+#include <kxdevui/controls/devgui_radio.h>
+
+#include "../host_panel.h"
+
+class RadioPanel : public HostPanel {
+public:
+    RadioPanel() : HostPanel(L"Camera binning") {}
+    void Fill();
+    CKxDevUI_Radio& Group() { return m_group; }
+
+protected:
+    bool OnUser(int id, int code, HWND from) override;
+
+private:
+    void Choose(int index);
+    void ShowPixel();
+
+    CKxDevUI_Radio m_group;
+    int m_held = 0;  // what the camera does
+    bool m_refuses = false;
+};

@@ -1,0 +1,472 @@
+#include <kxdevui/controls/devgui_editbox.h>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <string>
+#include <utility>
+
+#include <kxbaseui/kx_colors.h>
+#include <kxbaseui/kx_fonts.h>
+#include <kxbaseui/kx_layoutmanager.h>
+#include <kxdevui/controls/editbox_rules.h>
+#include <kxdevui/framework/devgui.h>
+#include <kxdevui/framework/ui_arithmetic.h>
+#include <kxdevui/framework/ui_window.h>
+#include <kxsystem/kx_log.h>
+#include <kxsystem/kx_translation.h>
+
+using kx::ui::Alive;
+
+namespace {
+
+constexpr wchar_t kSource[] = L"devgui_editbox";
+
+// Unzoomed pixels between the label and the field, and between the field's border and its text.
+constexpr long kLabelGap = 4;
+constexpr long kTextInset = 2;
+
+long Scaled(long length, double scale) {
+    constexpr double limit = 1e6;
+    return std::lround(std::clamp(static_cast<double>(length) * scale, 0.0, limit));
+}
+
+long TextHeight(HWND window) {
+    const kx::ui::WindowDC dc(window);
+    const kx::ui::Selection font(dc, reinterpret_cast<HFONT>(SendMessageW(window, WM_GETFONT, 0, 0)));
+    TEXTMETRICW metrics{};
+    GetTextMetricsW(dc, &metrics);
+    return metrics.tmHeight;
+}
+
+void Place(HWND child, const RECT& rect) {
+    SetWindowPos(child, nullptr, rect.left, rect.top, std::max(0L, rect.right - rect.left),
+                 std::max(0L, rect.bottom - rect.top), SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+}  // namespace
+
+ATOM CKxDevUI_EditBox::m_Atom = 0;
+
+CKxDevUI_EditBox::CKxDevUI_EditBox() {
+    m_width = 20;
+    m_height = 16;
+    m_title = L"Label:";
+}
+
+CKxDevUI_EditBox::~CKxDevUI_EditBox() { DestroyOwn(); }
+
+void CKxDevUI_EditBox::DestroyOwn() {
+    const auto self = reinterpret_cast<LONG_PTR>(static_cast<CKxDevUI_Base*>(this));
+    if (!m_hWnd || GetWindowLongPtrW(m_hWnd, GWLP_USERDATA) != self) return;
+    // Before the windows go: their messages must not come to an object whose derived part is gone already.
+    const HWND window = m_hWnd;
+    kx::ui::Binding::CutLoose(this);
+    LoseChildren();
+    const kx::ui::Closing closing(window);
+    DestroyWindow(window);
+}
+
+// ---- Creation ------------------------------------------------------------------------------------------------------
+
+HWND CKxDevUI_EditBox::Create(HWND parent, long x, long y, long cx, long cy, bool, bool) {
+    Destroy();
+    if (cx >= 0) m_width = cx;
+    if (cy >= 0) m_height = cy;
+    m_labelSize.cy = m_editSize.cy = m_height;
+    m_editSize.cx = std::max(0L, kx::ui::Difference(m_width, m_labelSize.cx));
+
+    kx::ui::EnsureClass(m_Atom, {.name = L"KxDevUI_EditBox",
+                                 .object = L"CKxDevUI_EditBox",
+                                 .style = CS_HREDRAW | CS_VREDRAW,
+                                 .extraBytes = kx::ui::kWindowExtraBytes,
+                                 .background = static_cast<HBRUSH>(GetStockObject(NULL_BRUSH)),
+                                 .procedure = WndProc,
+                                 .ownLayout = true});
+    DWORD style = WS_CHILD | WS_CLIPCHILDREN;
+    if (m_visible) style |= WS_VISIBLE;
+    if (!m_enabled) style |= WS_DISABLED;
+
+    const Alive alive(this);
+    const HWND window = CreateWindowExW(WS_EX_CONTROLPARENT, L"KxDevUI_EditBox", nullptr, style, x, y, m_width,
+                                        m_height, parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(m_id)),
+                                        kx::ui::ModuleOf(WndProc), static_cast<CKxDevUI_Base*>(this));
+    // The parent has heard of it, and may have ended the window or this object.
+    if (!window || !alive || m_hWnd != window) return nullptr;
+    kx::ui::MarkWindow(window, kx::ui::Mark::TagAndObject, this);
+    if (m_showLabel) MakeLabel();
+    MakeEdit();
+    Layout();
+    return m_hWnd;
+}
+
+HWND CKxDevUI_EditBox::Create(HWND parent, HWND placeholder) {
+    const HWND own = IsWindow(placeholder) ? GetAncestor(placeholder, GA_PARENT) : nullptr;
+    if (!own || own == GetDesktopWindow() || (parent && parent != own) || placeholder == m_hWnd) {
+        KX_LOG(kSource, L"window %p is no control of window %p", static_cast<void*>(placeholder),
+               static_cast<void*>(parent));
+        return nullptr;
+    }
+    if (m_id == 0) m_id = GetDlgCtrlID(placeholder);
+    const RECT rect = RectInParent(placeholder);
+    const Alive alive(this);
+    const HWND window = Create(own, rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top, true, true);
+    if (!window || !alive) return nullptr;
+    CorrectZOrder(placeholder);
+    DestroyWindow(placeholder);
+    return alive ? m_hWnd : nullptr;
+}
+
+void CKxDevUI_EditBox::MakeLabel() {
+    const DWORD style = WS_CHILD | WS_VISIBLE | SS_LEFT | SS_CENTERIMAGE | SS_NOPREFIX | SS_ENDELLIPSIS;
+    m_label = CreateWindowExW(0, L"STATIC", m_title, m_enabled ? style : style | WS_DISABLED, 0, 0, 0, 0, m_hWnd,
+                              nullptr, kx::ui::ModuleOf(WndProc), nullptr);
+    const HFONT font =
+        m_edit ? reinterpret_cast<HFONT>(SendMessageW(m_edit, WM_GETFONT, 0, 0)) : KX_GetDefaultGuiFont();
+    SendMessageW(m_label, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
+    SetWindowPos(m_label, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+}
+
+void CKxDevUI_EditBox::MakeEdit() {
+    DWORD style = WS_CHILD | WS_VISIBLE | WS_TABSTOP | ES_AUTOHSCROLL;
+    if (m_readOnly) style |= ES_READONLY;
+    if (!m_enabled) style |= WS_DISABLED;
+    m_edit =
+        CreateWindowExW(0, L"EDIT", nullptr, style, 0, 0, 0, 0, m_hWnd, nullptr, kx::ui::ModuleOf(WndProc), nullptr);
+    SendMessageW(m_edit, WM_SETFONT, reinterpret_cast<WPARAM>(KX_GetDefaultGuiFont()), FALSE);
+    SendMessageW(m_edit, EM_SETMARGINS, EC_LEFTMARGIN | EC_RIGHTMARGIN, 0);
+    SendMessageW(m_edit, EM_LIMITTEXT, static_cast<WPARAM>(m_maxChars), 0);
+    kx::ui::Subclass(m_edit, WndProc_EditBox, static_cast<CKxDevUI_Base*>(this));
+}
+
+void CKxDevUI_EditBox::Destroy() {
+    if (!m_hWnd) return;
+    const Alive alive(this);
+    const kx::ui::Closing closing(m_hWnd);
+    DestroyWindow(m_hWnd);
+    // The focus may have gone to a host's window, which may have ended this object.
+    if (alive) m_hWnd = m_label = m_edit = m_attached = nullptr;
+}
+
+void CKxDevUI_EditBox::LoseChildren() {
+    if (m_edit) SetWindowLongPtrW(m_edit, GWLP_USERDATA, 0);
+    m_label = m_edit = m_attached = nullptr;
+}
+
+// ---- Looks ---------------------------------------------------------------------------------------------------------
+
+void CKxDevUI_EditBox::Init(bool showLabel, bool mustNotBeEmpty, bool readOnly) {
+    m_mustNotBeEmpty = mustNotBeEmpty;
+    m_showLabel = showLabel;
+    SetReadOnly(readOnly);
+    if (!m_hWnd || showLabel == (m_label != nullptr)) return;
+    if (showLabel) {
+        MakeLabel();
+    } else {
+        DestroyWindow(std::exchange(m_label, nullptr));
+    }
+    CorrectPosition();
+}
+
+void CKxDevUI_EditBox::SetStyle(bool border) {
+    if (border == m_border) return;
+    m_border = border;
+    CorrectPosition();
+}
+
+void CKxDevUI_EditBox::SetSize(long labelWidth, long editWidth, long height) {
+    const double scale = Scale();
+    if (labelWidth >= 0) m_labelSize.cx = labelWidth;
+    if (editWidth >= 0) m_editSize.cx = editWidth;
+    if (height >= 0) m_labelSize.cy = m_editSize.cy = height;
+    m_width = kx::ui::Sum(m_labelSize.cx, m_editSize.cx);
+    m_height = m_editSize.cy;
+    if (!m_hWnd) return;
+    SetWindowPos(m_hWnd, nullptr, 0, 0, Scaled(m_width, scale), Scaled(m_height, scale),
+                 SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+    CorrectPosition();
+}
+
+void CKxDevUI_EditBox::CorrectPosition() {
+    Layout();
+    if (m_hWnd) InvalidateRect(m_hWnd, nullptr, FALSE);
+}
+
+void CKxDevUI_EditBox::SetReadOnly(bool readOnly) {
+    if (readOnly == m_readOnly) return;
+    m_readOnly = readOnly;
+    if (!m_edit) return;
+    SendMessageW(m_edit, EM_SETREADONLY, readOnly ? TRUE : FALSE, 0);
+    InvalidateRect(m_hWnd, nullptr, FALSE);
+}
+
+// The window is zoomed by the layout manager, or sized by its host in unzoomed pixels, and is not told which: its
+// height is nearer to one of the two.
+double CKxDevUI_EditBox::Scale() const {
+    RECT client{};
+    if (!m_hWnd || m_height <= 0 || !GetClientRect(m_hWnd, &client)) return 1.0;
+    const double zoom = CKxGUILayoutManager::GetGuiZoom(), ratio = static_cast<double>(client.bottom) / m_height;
+    return std::abs(ratio - zoom) <= std::abs(ratio - 1.0) ? zoom : 1.0;
+}
+
+RECT CKxDevUI_EditBox::FieldRect() const {
+    RECT field{};
+    GetClientRect(m_hWnd, &field);
+    const double scale = Scale();
+    if (m_label) field.left = std::min(Scaled(m_labelSize.cx, scale), field.right);
+    if (m_attached) field.right = std::max(field.left, field.right - Scaled(m_attachedWidth, scale));
+    return field;
+}
+
+void CKxDevUI_EditBox::Layout() {
+    if (!m_edit) return;
+    RECT client{};
+    GetClientRect(m_hWnd, &client);
+    const double scale = Scale();
+    const RECT field = FieldRect();
+    if (m_label) Place(m_label, {0, 0, field.left - Scaled(kLabelGap, scale), client.bottom});
+    if (m_attached) Place(m_attached, {field.right, 0, client.right, client.bottom});
+
+    // The platform's edit writes at the top; centred in the field, it is as high as its text.
+    const long border = m_border ? 1 : 0, inset = border + Scaled(kTextInset, scale);
+    const long room = std::max(0L, field.bottom - 2 * border), height = std::min(room, TextHeight(m_edit));
+    const long top = border + (room - height) / 2;
+    Place(m_edit, {field.left + inset, top, field.right - inset, top + height});
+}
+
+// ---- Content -------------------------------------------------------------------------------------------------------
+
+void CKxDevUI_EditBox::SetText(const wchar_t* text) {
+    if (!text) text = L"";
+    if (m_edit && !(GetText() == text)) SetWindowTextW(m_edit, text);
+}
+
+CKxStringW CKxDevUI_EditBox::GetText() const {
+    const int length = m_edit ? GetWindowTextLengthW(m_edit) : 0;
+    std::wstring text(static_cast<std::size_t>(length), L'\0');
+    if (length > 0) text.resize(static_cast<std::size_t>(GetWindowTextW(m_edit, text.data(), length + 1)));
+    return text;
+}
+
+double CKxDevUI_EditBox::GetNumber() const {
+    std::array<wchar_t, kx::ui::kNumberCharacters + 1> text{};
+    if (m_edit) GetWindowTextW(m_edit, text.data(), static_cast<int>(text.size()));
+    return kx::ui::ReadNumber(text.data());
+}
+
+void CKxDevUI_EditBox::SetNumber(double value, const wchar_t* format, bool once) {
+    const bool usable = kx::ui::IsNumberFormat(format);
+    if (format && !usable) KX_LOG(kSource, L"the format \"%ls\" does not display one number", format);
+    if (usable && !once) m_format = format;
+    if (!std::isfinite(value)) {
+        KX_LOG(kSource, L"%g is not displayed", value);
+        return;
+    }
+    SetText(kx::ui::FormatNumber(value, usable ? format : m_format.c_str()).data());
+}
+
+void CKxDevUI_EditBox::SetNumberInt(int value) { SetText(std::to_wstring(value).c_str()); }
+
+bool CKxDevUI_EditBox::IsFocused() const { return m_edit && GetFocus() == m_edit; }
+
+void CKxDevUI_EditBox::SetRestriction(double minimum, double maximum) {
+    if (std::isnan(minimum) || std::isnan(maximum)) {
+        KX_LOG(kSource, L"<%g;%g> is no interval", minimum, maximum);
+        return;
+    }
+    m_minimum = std::min(minimum, maximum);
+    m_maximum = std::max(minimum, maximum);
+}
+
+void CKxDevUI_EditBox::SetMaxChars(int count) {
+    if (count < 1) {
+        KX_LOG(kSource, L"%d characters leave nothing to type", count);
+        return;
+    }
+    m_maxChars = count;
+    if (m_edit) SendMessageW(m_edit, EM_LIMITTEXT, static_cast<WPARAM>(count), 0);
+}
+
+void CKxDevUI_EditBox::ShowWithin(double value) {
+    const Alive alive(this);
+    SetNumber(value);
+    for (const wchar_t* exact : {L"%.15g", L"%.17g"}) {
+        if (!alive || kx::ui::ViolatedBound(GetNumber(), m_minimum, m_maximum) == kx::ui::Bound::None) return;
+        SetNumber(value, exact, true);
+    }
+}
+
+bool CKxDevUI_EditBox::CheckRestriction(bool showMessage, bool correct, double value) {
+    const auto violated = kx::ui::ViolatedBound(GetNumber(), m_minimum, m_maximum);
+    if (violated != kx::ui::Bound::None) {
+        if (correct) {
+            ShowWithin(violated == kx::ui::Bound::Minimum ? m_minimum : m_maximum);
+            return false;
+        }
+        CKxStringW message;
+        message.Format(100, TranslatedFormat(L"Value must be in interval <%g;%g>", 2), m_minimum, m_maximum);
+        ReportError(message, showMessage, m_edit, m_label);
+        return false;
+    }
+    if (m_mustNotBeEmpty && (!m_edit || GetWindowTextLengthW(m_edit) == 0)) {
+        if (correct) {
+            SetNumber(value);
+        } else {
+            ReportError(KX_GetTranslation(L"Field can not be empty.", kSource), showMessage, m_edit, m_label);
+        }
+        return false;
+    }
+    return true;
+}
+
+CKxStringW CKxDevUI_EditBox::TranslatedFormat(const wchar_t* text, int doubles) {
+    const CKxStringW translated = KX_GetTranslation(text, kSource);
+    return kx::ui::CountDoubles(translated) == doubles ? translated : CKxStringW(text);
+}
+
+// ---- Operations of the base ----------------------------------------------------------------------------------------
+
+void CKxDevUI_EditBox::SetEnabled(bool enable) {
+    if (enable == m_enabled) return;
+    m_enabled = enable;
+    if (m_hWnd) EnableWindow(m_hWnd, enable ? TRUE : FALSE);
+}
+
+void CKxDevUI_EditBox::SetTitle(const wchar_t* title) {
+    if (m_title == title) return;
+    CKxDevUI_Base::SetTitle(title);
+    if (m_label) SetWindowTextW(m_label, m_title);
+}
+
+void CKxDevUI_EditBox::SetFocus() { ::SetFocus(m_edit); }
+
+// ---- Default callbacks ---------------------------------------------------------------------------------------------
+
+void CKxDevUI_EditBox::OnEnter() { NotifyParent(kx::ui::kEditEnter, reinterpret_cast<LPARAM>(m_hWnd)); }
+void CKxDevUI_EditBox::OnSetFocus() { NotifyParent(EN_SETFOCUS, reinterpret_cast<LPARAM>(m_hWnd)); }
+void CKxDevUI_EditBox::OnKillFocus() { NotifyParent(EN_KILLFOCUS, reinterpret_cast<LPARAM>(m_hWnd)); }
+void CKxDevUI_EditBox::OnChange() { NotifyParent(EN_CHANGE, reinterpret_cast<LPARAM>(m_hWnd)); }
+void CKxDevUI_EditBox::OnChar(int ch) { NotifyParent(kx::ui::kEditChar, ch); }
+
+void CKxDevUI_EditBox::NotifyParent(int code, LPARAM lParam) {
+    const HWND parent = GetAncestor(m_hWnd, GA_PARENT);
+    if (parent != GetDesktopWindow()) kx::ui::Notify(parent, m_id, code, lParam);
+}
+
+// ---- Painting ------------------------------------------------------------------------------------------------------
+
+LRESULT CKxDevUI_EditBox::PaintField(const kx::ui::Message& message) {
+    return kx::ui::Paint(message, {}, KX_GetSysColorBrush(COLOR_BTNFACE), [this](HDC dc, const RECT&) {
+        const RECT field = FieldRect();
+        const bool enabled = IsWindowEnabled(m_hWnd) != FALSE;
+        FillRect(dc, &field, KX_GetSysColorBrush(enabled && !m_readOnly ? COLOR_WINDOW : COLOR_BTNFACE));
+        if (!m_border) return;
+        const int color = IsFocused() ? COLOR_HIGHLIGHT : enabled ? COLOR_BTNSHADOW : COLOR_3DLIGHT;
+        FrameRect(dc, &field, KX_GetSysColorBrush(color));
+    });
+}
+
+LRESULT CKxDevUI_EditBox::AnswerColor(HDC dc, bool field) const {
+    const bool enabled = IsWindowEnabled(m_hWnd) != FALSE;
+    const int back = field && enabled && !m_readOnly ? COLOR_WINDOW : COLOR_BTNFACE;
+    SetTextColor(dc, KX_GetSysColor(!enabled ? COLOR_GRAYTEXT : field ? COLOR_WINDOWTEXT : COLOR_BTNTEXT));
+    SetBkColor(dc, KX_GetSysColor(back));
+    return reinterpret_cast<LRESULT>(KX_GetSysColorBrush(back));
+}
+
+// ---- Routing -------------------------------------------------------------------------------------------------------
+
+LRESULT CALLBACK CKxDevUI_EditBox::WndProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    using namespace kx::ui;
+    return Entry<CKxDevUI_EditBox, ByUserData<CKxDevUI_EditBox>, WM_NCCREATE, Unbound::Default,
+                 &CKxDevUI_EditBox::Handle>({window, message, wParam, lParam});
+}
+
+LRESULT CALLBACK CKxDevUI_EditBox::WndProc_EditBox(HWND edit, UINT message, WPARAM wParam, LPARAM lParam) {
+    using namespace kx::ui;
+    return SubclassEntry<CKxDevUI_EditBox, &CKxDevUI_EditBox::HandleEdit, Unbound::Zero>(
+        {edit, message, wParam, lParam});
+}
+
+kx::ui::Handled CKxDevUI_EditBox::Handle(const kx::ui::Message& message) {
+    const auto [window, id, wParam, lParam] = message;
+    if (id == WM_NCCREATE) m_hWnd = window;
+    if (id == WM_DESTROY) LoseChildren();
+    if (!m_edit) return std::nullopt;  // on the way in or out
+    if (m_hook) {
+        if (const auto answer = m_hook(*this, message)) return answer;
+    }
+    switch (id) {
+    case WM_SIZE: Layout(); return 0;
+    case WM_PAINT:
+    case WM_PRINTCLIENT: return PaintField(message);
+    case WM_ERASEBKGND: return 1;
+    case WM_SETFOCUS:
+    case WM_LBUTTONDOWN: ::SetFocus(m_edit); return 0;
+    case WM_GETFONT:
+    case WM_GETTEXTLENGTH:
+    case WM_GETTEXT: return SendMessageW(m_edit, id, wParam, lParam);
+    case WM_SETTEXT: SetText(reinterpret_cast<const wchar_t*>(lParam)); return TRUE;
+    case WM_SETFONT:
+        SendMessageW(m_edit, id, wParam, FALSE);
+        if (m_label) SendMessageW(m_label, id, wParam, FALSE);
+        CorrectPosition();
+        return 0;
+    case WM_ENABLE:
+        // The focus leaves a disabled edit, and the host may end this object: nothing of it is touched after that.
+        for (const HWND child : std::array{m_label, m_edit})
+            EnableWindow(child, wParam ? TRUE : FALSE);
+        InvalidateRect(window, nullptr, FALSE);
+        return std::nullopt;
+    case WM_CTLCOLOREDIT:
+    case WM_CTLCOLORSTATIC: return AnswerColor(reinterpret_cast<HDC>(wParam), reinterpret_cast<HWND>(lParam) == m_edit);
+    case WM_COMMAND:
+        if (reinterpret_cast<HWND>(lParam) != m_edit) return std::nullopt;
+        // The edit tells of its focus here too; the host has heard of that.
+        if (HIWORD(wParam) == EN_CHANGE) OnChange();
+        return 0;
+    case kx::ui::WM_KX_ZOOM_CHANGED: kx::ui::ApplyZoom(window); return std::nullopt;
+    default: return std::nullopt;
+    }
+}
+
+namespace {
+
+// After the host has been told that the focus goes. If it has sent the user back here, the edit must not believe
+// afterwards that the focus is gone, or it would have no caret.
+kx::ui::Handled LoseFocus(const kx::ui::Message& message) {
+    if (GetFocus() != message.window) return std::nullopt;
+    kx::ui::CallPrevious(message);
+    return kx::ui::CallPrevious({message.window, WM_SETFOCUS, 0, 0});
+}
+
+}  // namespace
+
+kx::ui::Handled CKxDevUI_EditBox::HandleEdit(const kx::ui::Message& message) {
+    if (m_hook) {
+        if (const auto answer = m_hook(*this, message)) return answer;
+    }
+    const Alive alive(this);
+    switch (message.id) {
+    case WM_SETFOCUS:
+    case WM_KILLFOCUS: {
+        const RECT field = FieldRect();
+        InvalidateRect(m_hWnd, &field, FALSE);
+        if (message.id == WM_SETFOCUS) {
+            OnSetFocus();
+            return std::nullopt;
+        }
+        OnKillFocus();
+        return LoseFocus(message);
+    }
+    case WM_GETDLGCODE:
+        if (message.wParam == VK_RETURN) return DLGC_WANTALLKEYS;
+        return std::nullopt;
+    case WM_CHAR:
+        OnChar(static_cast<int>(message.wParam));
+        if (message.wParam != VK_RETURN) return std::nullopt;
+        if (alive && m_edit == message.window) OnEnter();
+        return 1;
+    default: return std::nullopt;
+    }
+}

@@ -1,0 +1,176 @@
+// The table's columns, rows and searching.
+#include <kxdevui/controls/devgui_table.h>
+
+#include <commctrl.h>
+
+#include <cmath>
+#include <cwchar>
+#include <iterator>
+
+#include <kxbaseui/kx_layoutmanager.h>
+#include <kxdevui/controls/editbox_rules.h>
+#include <kxsystem/kx_log.h>
+
+namespace {
+
+constexpr int kTextLength = 255;
+constexpr wchar_t kSource[] = L"devgui_table";
+
+WPARAM Index(int index) { return static_cast<WPARAM>(index); }
+
+// The list view only reads the texts it is given.
+wchar_t* Text(const wchar_t* text) { return const_cast<wchar_t*>(text ? text : L""); }
+
+LVITEMW Item(UINT mask, int row, int column = 0) {
+    LVITEMW item{};
+    item.mask = mask;
+    item.iItem = row;
+    item.iSubItem = column;
+    return item;
+}
+
+}  // namespace
+
+// ---- Columns -------------------------------------------------------------------------------------------------------
+
+void CKxDevUI_Table::InsertColumn(const wchar_t* title, int width, const wchar_t* format, bool editable) {
+    if (!m_list) return;
+    Column column;
+    if (format && kx::ui::IsNumberFormat(format)) {
+        column.format = CKxStringW(format);
+    } else if (format) {
+        KX_LOG(kSource, L"\"%ls\" does not format exactly one number", format);
+    }
+    column.editable = editable;
+    column.unzoomed = width;
+    column.placed = width < 0 ? width : CKxGUILayoutManager::Zoomed(width);
+
+    LVCOLUMNW inserted{};
+    inserted.mask = LVCF_TEXT | LVCF_WIDTH | LVCF_SUBITEM;
+    inserted.pszText = Text(title);
+    inserted.cx = column.placed;
+    inserted.iSubItem = m_columnCount;
+    SendMessageW(m_list, LVM_INSERTCOLUMNW, Index(m_columnCount), reinterpret_cast<LPARAM>(&inserted));
+    if (width < 0) SendMessageW(m_list, LVM_SETCOLUMNWIDTH, Index(m_columnCount), width);
+    m_columns[m_columnCount++] = std::move(column);
+}
+
+void CKxDevUI_Table::ZoomColumns() {
+    for (auto& [index, column] : m_columns) {
+        const long width = static_cast<long>(SendMessageW(m_list, LVM_GETCOLUMNWIDTH, Index(index), 0));
+        // The user has dragged the column's border since.
+        if (width != column.placed) {
+            column.unzoomed = std::lround(static_cast<double>(width) / CKxGUILayoutManager::GetPreviousGuiZoom());
+        }
+        column.placed = CKxGUILayoutManager::Zoomed(static_cast<double>(column.unzoomed));
+        SendMessageW(m_list, LVM_SETCOLUMNWIDTH, Index(index), column.placed);
+    }
+}
+
+// ---- Rows ----------------------------------------------------------------------------------------------------------
+
+int CKxDevUI_Table::InsertLabel(const wchar_t* text, int index) {
+    LVITEMW item =
+        Item(LVIF_TEXT, index == -1 ? static_cast<int>(SendMessageW(m_list, LVM_GETITEMCOUNT, 0, 0)) : index);
+    item.pszText = Text(text);
+    return m_list ? static_cast<int>(SendMessageW(m_list, LVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&item))) : -1;
+}
+
+int CKxDevUI_Table::InsertRow(const wchar_t** values, int count, int index) {
+    if (!values || count < 1) return -1;
+    const int row = InsertLabel(values[0], index);
+    for (int column = 1; row >= 0 && column < count; ++column)
+        SetCell(row, column, values[column]);
+    return row;
+}
+
+int CKxDevUI_Table::InsertRow(const double* values, int count, int index) {
+    if (!values || count < 1) return -1;
+    const int row = InsertLabel(Format(0, values[0]).c_str(), index);
+    for (int column = 1; row >= 0 && column < count; ++column)
+        SetCell(row, column, values[column]);
+    return row;
+}
+
+std::wstring CKxDevUI_Table::Format(int column, double value) {
+    const auto& format = m_columns[column].format;
+    return kx::ui::FormatNumber(value, format ? format->c_str() : L"%g").data();
+}
+
+void CKxDevUI_Table::SetCell(int row, int column, const wchar_t* text) {
+    LVITEMW item = Item(0, row, column);
+    item.pszText = Text(text);
+    SendMessageW(m_list, LVM_SETITEMTEXTW, Index(row), reinterpret_cast<LPARAM>(&item));
+}
+
+void CKxDevUI_Table::SetCell(int row, int column, double value) { SetCell(row, column, Format(column, value).c_str()); }
+
+void CKxDevUI_Table::GetCell(int row, int column, wchar_t* buffer, int size) {
+    if (!buffer || size < 1) return;
+    *buffer = 0;
+    LVITEMW item = Item(0, row, column);
+    item.pszText = buffer;
+    item.cchTextMax = size;
+    SendMessageW(m_list, LVM_GETITEMTEXTW, Index(row), reinterpret_cast<LPARAM>(&item));
+}
+
+double CKxDevUI_Table::GetCell(int row, int column) {
+    wchar_t text[kTextLength + 1] = L"";
+    GetCell(row, column, text, static_cast<int>(std::size(text)));
+    return std::wcstod(text, nullptr);
+}
+
+void CKxDevUI_Table::SetChecked(int row, bool check) {
+    // -1 would mean all rows.
+    if (row < 0) return;
+    LVITEMW item = Item(0, row);
+    item.state = static_cast<UINT>(INDEXTOSTATEIMAGEMASK(check ? 2 : 1));
+    item.stateMask = LVIS_STATEIMAGEMASK;
+    SendMessageW(m_list, LVM_SETITEMSTATE, Index(row), reinterpret_cast<LPARAM>(&item));
+}
+
+bool CKxDevUI_Table::GetChecked(int row) {
+    return SendMessageW(m_list, LVM_GETITEMSTATE, Index(row), LVIS_STATEIMAGEMASK) == INDEXTOSTATEIMAGEMASK(2);
+}
+
+void CKxDevUI_Table::SetUserData(int row, int, std::int64_t value) {
+    LVITEMW item = Item(LVIF_PARAM, row);
+    item.lParam = static_cast<LPARAM>(value);
+    SendMessageW(m_list, LVM_SETITEMW, 0, reinterpret_cast<LPARAM>(&item));
+}
+
+std::int64_t CKxDevUI_Table::GetUserData(int row, int) {
+    LVITEMW item = Item(LVIF_PARAM, row);
+    SendMessageW(m_list, LVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item));
+    return item.lParam;
+}
+
+// ---- Searching -----------------------------------------------------------------------------------------------------
+
+int CKxDevUI_Table::Search(const wchar_t* text, int column) {
+    LVFINDINFOW wanted{};
+    wanted.flags = LVFI_STRING;
+    wanted.psz = Text(text);
+    const auto next = [&](int after) {
+        return m_list ? static_cast<int>(SendMessageW(m_list, LVM_FINDITEMW, static_cast<WPARAM>(after),
+                                                      reinterpret_cast<LPARAM>(&wanted)))
+                      : -1;
+    };
+    // The list view takes upper and lower case for the same.
+    std::wstring cell(std::wcslen(wanted.psz) + 2, 0);
+    for (int row = next(-1); row >= 0; row = next(row)) {
+        GetCell(row, column < 0 ? 0 : column, cell.data(), static_cast<int>(cell.size()));
+        if (std::wcscmp(cell.c_str(), wanted.psz) == 0) return row;
+    }
+    return -1;
+}
+
+int CKxDevUI_Table::Search(std::int64_t userData, int) {
+    // User data belongs to the row, so the first row found has it in every column.
+    LVFINDINFOW wanted{};
+    wanted.flags = LVFI_PARAM;
+    wanted.lParam = static_cast<LPARAM>(userData);
+    if (!m_list) return -1;
+    return static_cast<int>(
+        SendMessageW(m_list, LVM_FINDITEMW, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(&wanted)));
+}

@@ -1,0 +1,197 @@
+// What the devices of a microscope look like to panels: one interface for each kind.
+//
+// A host brings its own devices by deriving from these and registering the objects (CKxDeviceRegistry in
+// kx_dmapi.h). The objects stay the host's. Positions, ports, steps and modes count from 0. Interfaces only tell; what
+// moves a device is the host's affair.
+#pragma once
+
+#include <kxdevices/kxdevices_api.h>
+#include <kxsystem/kx_string.h>
+
+// The number of a registered device; 0 is none.
+using CDMApi_LogDevId = unsigned;
+
+// Kinds of devices.
+enum EKxDeviceType : int {
+    eKxDeviceType_Unknown = 0,
+    eKxDeviceType_Nosepiece = 2,
+    eKxDeviceType_FilterChanger = 3,
+    eKxDeviceType_Shutter = 4,
+    eKxDeviceType_ZDrive = 5,
+    eKxDeviceType_LaserOutput = 12,
+    eKxDeviceType_LightPath = 13,
+    eKxDeviceType_TIRFMirror = 23,
+};
+
+// Where a device is in its life. While it is not ready, its position is not to be relied on.
+enum EKxDeviceState : int {
+    eKxDeviceState_Ready = 0,
+    eKxDeviceState_Moving = 1,   // on its way; a notice follows when it has arrived
+    eKxDeviceState_Unknown = 2,  // stands somewhere: stopped on its way, or moved by hand
+    eKxDeviceState_Faulty = 3,   // a movement has failed
+};
+
+// Capabilities that panels ask for.
+enum EKxDeviceCapability : int {
+    eKxCapability_LaserPortsExclusive = 152,  // one port at a time
+    eKxCapability_NotOperable = 154,          // cannot be operated from here: shown, but locked
+};
+
+// What every device tells.
+class KXDEVICES_API IKxDevice {
+public:
+    IKxDevice() = default;
+    IKxDevice(const IKxDevice&) = delete;
+    IKxDevice& operator=(const IKxDevice&) = delete;
+    // Takes the device out of the registry.
+    virtual ~IKxDevice();
+
+    // The number given by the registry; 0 while not registered.
+    CDMApi_LogDevId GetLogDevId() const noexcept { return m_id; }
+
+    // The kind; decides which interface the object must have.
+    virtual EKxDeviceType GetType() const = 0;
+    // The name that tells it from all others of the microscope, and a short one for titles (here the same).
+    virtual CKxStringW GetKey() const = 0;
+    virtual CKxStringW GetShortName() const { return GetKey(); }
+    // The class name of the driver behind it; empty when of no interest.
+    virtual CKxStringW GetPhysDevRTTIName() const { return {}; }
+    // One of EKxDeviceCapability, or a number of the host's own.
+    virtual bool GetCapability(int) const { return false; }
+    virtual EKxDeviceState GetDeviceState() const { return eKxDeviceState_Ready; }
+
+private:
+    friend class CKxDeviceRegistry;
+    CDMApi_LogDevId m_id = 0;
+};
+
+// A revolving nosepiece with objectives.
+class KXDEVICES_API IKxDeviceNosepiece : public IKxDevice {
+public:
+    // Always a nosepiece.
+    EKxDeviceType GetType() const final { return eKxDeviceType_Nosepiece; }
+
+    // How many positions there are.
+    virtual long GetPositionCount() const = 0;
+    // Leaves `position` as it is, and returns false, while it is not known.
+    virtual bool GetPosition(long& position) const = 0;
+    // Whether the device decides what a panel shows as selected, and whether a panel selects all the same.
+    virtual bool IsDeviceDriven() const { return false; }
+    virtual bool IsLocalSelect() const { return false; }
+    // Whether the position can be reached; the text says why not.
+    virtual bool GetPositionAvailable(long position, CKxStringW& reason) const = 0;
+    // The objective's name at a position, empty for none; the magnification of an objective by its name, such as "60x";
+    // its key in the objective database.
+    virtual void GetObjectiveName(long position, CKxStringW& name) const = 0;
+    virtual void GetMagnification(const CKxStringW& name, CKxStringW& magnification) const = 0;
+    virtual void GetObjectiveKey(long position, CKxStringW& key) const = 0;
+};
+
+// What a filter changer holds. Cubes and dichroic mirrors are drawn square.
+enum EKxFilterType : int {
+    eKxFilterType_Emission = 0,
+    eKxFilterType_Excitation = 1,
+    eKxFilterType_Cube = 2,
+    eKxFilterType_NeutralDensity = 3,
+    eKxFilterType_Polariser = 4,
+    eKxFilterType_DichroicMirror = 5,
+};
+
+// A wheel, turret or slider with filters.
+class KXDEVICES_API IKxDeviceFilterChanger : public IKxDevice {
+public:
+    // Always a filter changer.
+    EKxDeviceType GetType() const final { return eKxDeviceType_FilterChanger; }
+
+    // How many positions for filters there are.
+    virtual long GetFilterCount() const = 0;
+    // Knows its own position; has a motor. An intelligent one without motor is turned by hand.
+    virtual bool IsIntelligent() const = 0;
+    virtual bool IsMotorized() const = 0;
+    virtual EKxFilterType GetFilterType() const = 0;
+    // Whether panels are titled with the key; with the short name otherwise.
+    virtual bool IsKeyTitle() const { return false; }
+    // Empty for an empty position.
+    virtual void GetFilterName(long position, CKxStringW& name) const = 0;
+    // Leaves `position` as it is, and returns false, while it is not known.
+    virtual bool GetPosition(long& position) const = 0;
+};
+
+// A prism or mirror that sends the light to one of several ports.
+class KXDEVICES_API IKxDeviceLightPath : public IKxDevice {
+public:
+    // Always a light path.
+    EKxDeviceType GetType() const final { return eKxDeviceType_LightPath; }
+
+    // How many positions there are, and their names.
+    virtual long GetPositionCount() const = 0;
+    virtual void GetPositionName(long position, CKxStringW& name) const = 0;
+    // Leaves `position` as it is, and returns false, while it is not known.
+    virtual bool GetPosition(long& position) const = 0;
+};
+
+// The mirror that sends the laser along the axis (EPI) or to the edge of the objective (TIRF).
+class KXDEVICES_API IKxDeviceTIRFMirror : public IKxDevice {
+public:
+    // Always a TIRF mirror.
+    EKxDeviceType GetType() const final { return eKxDeviceType_TIRFMirror; }
+
+    // True for TIRF. Leaves `tirf` as it is, and returns false, while it is not known.
+    virtual bool GetState(bool& tirf) const = 0;
+};
+
+// A laser unit with output ports.
+class KXDEVICES_API IKxDeviceLaserOutput : public IKxDevice {
+public:
+    // Always a laser output.
+    EKxDeviceType GetType() const final { return eKxDeviceType_LaserOutput; }
+
+    // How many ports there are, and their names.
+    virtual long GetPortCount() const = 0;
+    virtual CKxStringW GetPortName(long port) const = 0;
+    // Whether the port may be used, and whether it is in use now.
+    virtual bool IsPortEnabled(long port) const = 0;
+    virtual bool IsPortUsed(long port) const = 0;
+};
+
+// What a shutter shuts; panels have a title for each.
+enum EKxShutterType : int {
+    eKxShutterType_Epi = 0,
+    eKxShutterType_Dia = 1,
+    eKxShutterType_Aux1 = 2,
+    eKxShutterType_Aux2 = 3,
+};
+
+// How a smart shutter works.
+enum EKxShutterMode : int {
+    eKxShutterMode_Fast = 0,
+    eKxShutterMode_Soft = 1,
+    eKxShutterMode_Aperture = 2,  // opens as far as its aperture says
+};
+
+// Which of a shutter's texts is wanted.
+enum EKxShutterText : int {
+    eKxShutterText_ToolTip = 5,
+    eKxShutterText_Title = 6,
+};
+
+// A shutter; a smart one also has modes and an aperture in steps.
+class KXDEVICES_API IKxDeviceShutter : public IKxDevice {
+public:
+    // Always a shutter.
+    EKxDeviceType GetType() const final { return eKxDeviceType_Shutter; }
+
+    // What it shuts.
+    virtual EKxShutterType GetShutterType() const = 0;
+    // True when open.
+    virtual bool GetState() const = 0;
+    // Empty: the panel's own text serves.
+    virtual CKxStringW GetGUIText(int context) const = 0;
+
+    // Steps are percent of the full aperture, rising.
+    virtual long GetApertureSteps() const { return 0; }
+    virtual double GetStepAperture(long) const { return 0; }
+    virtual double GetAperture() const { return 0; }
+    virtual EKxShutterMode GetMode() const { return eKxShutterMode_Fast; }
+    virtual bool GetModeAvailable(EKxShutterMode mode) const { return mode == eKxShutterMode_Fast; }
+};

@@ -1,0 +1,95 @@
+// The registry of devices, and DMApi, which answers questions about them by number.
+#pragma once
+
+#include <functional>
+
+#include <kxdevices/kx_device.h>
+#include <kxdevices/kxdevices_api.h>
+
+// What has changed about a device.
+enum class EKxDeviceChange : int {
+    Position,   // position, state of a shutter, port in use, or the device's own state
+    Names,      // names of positions, ports, filters, objectives
+    Structure,  // number or kind of positions
+    Added,      // registered
+    Removed,    // has left the registry: the number belongs to no device any more
+};
+
+// The devices that a process knows. Belongs to the GUI thread, as panels do.
+//
+// A host registers its device objects and tells of their changes; whoever shows devices listens, and sends its panels
+// the message 0x0500.
+class KXDEVICES_API CKxDeviceRegistry {
+public:
+    // Called with the device's number and what has changed about it.
+    using Listener = std::function<void(CDMApi_LogDevId device, EKxDeviceChange what)>;
+
+    // Gives the device a number that no device has had before, and tells the listeners. A device that has one keeps it.
+    // The registry does not own it; it leaves by Remove or by its end.
+    static CDMApi_LogDevId Add(IKxDevice& device);
+    static void Remove(IKxDevice& device);
+
+    // Null for a number that no device has.
+    static IKxDevice* Find(CDMApi_LogDevId id) noexcept;
+
+    // Tells all listeners. A number that no device has is ignored. A listener may add and remove listeners and devices.
+    static void Notify(CDMApi_LogDevId id, EKxDeviceChange what);
+
+    // Returns a number for RemoveListener. An exception of a listener is logged and goes no further.
+    static int AddListener(Listener listener);
+    static void RemoveListener(int listener);
+
+    // Whether a camera acquires images: shutters look different then. False at first.
+    static void SetGrabberActive(bool active);
+    static bool IsGrabberActive() noexcept;
+};
+
+// The boolean answer of the device manager.
+class CKxDMApiBool {
+public:
+    // Any bool is one.
+    CKxDMApiBool(bool value = false) noexcept : m_value(value) {}
+    // And the other way round.
+    operator bool() const noexcept { return m_value; }
+
+private:
+    bool m_value;
+};
+
+// Answers from the registered device with the number given. A number that no device has, or one whose device is of
+// another kind, is answered with 0, false, null or an empty text, and logged. An index out of range is answered by the
+// device.
+struct KXDEVICES_API DMApi {
+    // Of any device; the instance is the registered object.
+    static EKxDeviceType LogDev_GetType(CDMApi_LogDevId id);
+    static IKxDevice* LogDev_GetInstance(CDMApi_LogDevId id);
+    static CKxStringW LogDev_GetKey(CDMApi_LogDevId id);
+    static CKxStringW LogDev_GetShortName(CDMApi_LogDevId id);
+    static CKxStringW LogDev_GetPhysDevRTTIName(CDMApi_LogDevId id);
+    static CKxDMApiBool LogDev_GetCapability(CDMApi_LogDevId id, int capability);
+
+    // Of filter changers.
+    static long FilterChanger_GetFilterCount(CDMApi_LogDevId id);
+    static CKxDMApiBool FilterChanger_GetInteligent(CDMApi_LogDevId id);
+    static CKxDMApiBool FilterChanger_GetMotorized(CDMApi_LogDevId id);
+    static EKxFilterType FilterChanger_GetFilterType(CDMApi_LogDevId id);
+
+    // Of laser outputs. GetPortEnable leaves `enabled` as it is, and returns false, when there is no such device.
+    static long LaserOutput_GetPortCount(CDMApi_LogDevId id);
+    static CKxStringW LaserOutput_GetPortName(CDMApi_LogDevId id, long port);
+    static CKxDMApiBool LaserOutput_GetPortEnable(CDMApi_LogDevId id, long port, bool* enabled);
+    static CKxDMApiBool LaserOutput_GetPortUsed(CDMApi_LogDevId id, long port);
+
+    // Of shutters. The context of a text is an EKxShutterText; apertures are percent of the full one.
+    static CKxStringW Shutter_GetGUIText(CDMApi_LogDevId id, int context);
+    static EKxShutterType Shutter_GetShutterType(CDMApi_LogDevId id);
+    static CKxDMApiBool Shutter_GetState(CDMApi_LogDevId id);
+    static long Shutter_GetApertureSteps(CDMApi_LogDevId id);
+    static double Shutter_GetStepAperture(CDMApi_LogDevId id, long step);
+    static double Shutter_GetAperture(CDMApi_LogDevId id);
+    static EKxShutterMode Shutter_GetMode(CDMApi_LogDevId id);
+    static CKxDMApiBool Shutter_GetModeAvailable(CDMApi_LogDevId id, EKxShutterMode mode);
+
+    // Whether a camera acquires images.
+    static CKxDMApiBool Grabber_GetActive();
+};

@@ -1,0 +1,275 @@
+#include <kxdevices/kx_simdevices.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+#include <utility>
+
+#include <kxsystem/kx_time.h>
+
+namespace {
+
+template <class T>
+const T* At(const std::vector<T>& values, long index) {
+    return index >= 0 && index < static_cast<long>(values.size()) ? &values[static_cast<std::size_t>(index)] : nullptr;
+}
+
+CKxStringW TextAt(const std::vector<std::wstring>& texts, long index) {
+    const std::wstring* text = At(texts, index);
+    return text ? CKxStringW(*text) : CKxStringW();
+}
+
+}  // namespace
+
+// ---- Motion --------------------------------------------------------------------------------------------------------
+
+void SKxSimMotion::Start(long to, unsigned now, unsigned duration) noexcept {
+    target = to;
+    arrival = now + duration;
+    state = eKxDeviceState_Moving;
+}
+
+void SKxSimMotion::Stop() noexcept {
+    if (state == eKxDeviceState_Moving) state = eKxDeviceState_Unknown;
+}
+
+bool SKxSimMotion::Tick(unsigned now, bool fails) noexcept {
+    // The counter wraps around: only the difference tells which is later.
+    if (state != eKxDeviceState_Moving || static_cast<int>(now - arrival) < 0) return false;
+    state = fails ? eKxDeviceState_Faulty : eKxDeviceState_Ready;
+    if (!fails) position = target;
+    return true;
+}
+
+bool SKxSimMotion::Read(long& out) const noexcept {
+    if (state != eKxDeviceState_Ready) return false;
+    out = position;
+    return true;
+}
+
+bool CKxSimDevice::Move(long target, long count) {
+    if (target < 0 || target >= count) return false;
+    const long way = std::labs(target - m_motion.position);
+    // Around a wheel the other way may be shorter; a switch of two has only one.
+    const long steps = std::max(1L, std::min(way, count - way));
+    m_motion.Start(target, KX_GetTimeCounter(), static_cast<unsigned>(steps) * m_speed);
+    CKxDeviceRegistry::Notify(Device().GetLogDevId(), EKxDeviceChange::Position);
+    return true;
+}
+
+void CKxSimDevice::Tick() {
+    if (m_motion.Tick(KX_GetTimeCounter(), m_fails)) {
+        CKxDeviceRegistry::Notify(Device().GetLogDevId(), EKxDeviceChange::Position);
+    }
+}
+
+void CKxSimDevice::Stop() {
+    if (m_motion.state != eKxDeviceState_Moving) return;
+    m_motion.Stop();
+    CKxDeviceRegistry::Notify(Device().GetLogDevId(), EKxDeviceChange::Position);
+}
+
+// ---- Nosepiece -----------------------------------------------------------------------------------------------------
+
+CKxSimNosepiece::CKxSimNosepiece(const wchar_t* key, std::vector<SKxSimObjective> objectives)
+    : CKxSim(key), m_objectives(std::move(objectives)), m_locked(m_objectives.size()) {}
+
+bool CKxSimNosepiece::MoveTo(long position) {
+    CKxStringW reason;
+    return GetPositionAvailable(position, reason) && Move(position, GetPositionCount());
+}
+
+void CKxSimNosepiece::SetAvailable(long position, bool available) {
+    if (!At(m_objectives, position)) return;
+    m_locked[static_cast<std::size_t>(position)] = !available;
+    CKxDeviceRegistry::Notify(GetLogDevId(), EKxDeviceChange::Structure);
+}
+
+void CKxSimNosepiece::SetDeviceDriven(bool deviceDriven, bool localSelect) noexcept {
+    m_deviceDriven = deviceDriven;
+    m_localSelect = localSelect;
+}
+
+bool CKxSimNosepiece::GetPositionAvailable(long position, CKxStringW& reason) const {
+    const bool there = At(m_objectives, position) != nullptr;
+    const bool locked = there && m_locked[static_cast<std::size_t>(position)];
+    reason = !there ? L"There is no such position." : locked ? L"The position is locked." : L"";
+    return there && !locked;
+}
+
+void CKxSimNosepiece::GetObjectiveName(long position, CKxStringW& name) const {
+    const SKxSimObjective* objective = At(m_objectives, position);
+    name = objective ? CKxStringW(objective->name) : CKxStringW();
+}
+
+void CKxSimNosepiece::GetMagnification(const CKxStringW& name, CKxStringW& magnification) const {
+    const auto found = std::find_if(m_objectives.begin(), m_objectives.end(),
+                                    [&](const SKxSimObjective& each) { return name == each.name.c_str(); });
+    magnification = found == m_objectives.end() ? CKxStringW() : CKxStringW(found->magnification);
+}
+
+void CKxSimNosepiece::GetObjectiveKey(long position, CKxStringW& key) const {
+    const SKxSimObjective* objective = At(m_objectives, position);
+    key = objective ? CKxStringW(objective->key) : CKxStringW();
+}
+
+// ---- Filter changer ------------------------------------------------------------------------------------------------
+
+CKxSimFilterChanger::CKxSimFilterChanger(const wchar_t* key, std::vector<std::wstring> filters,
+                                         SKxSimFilterChangerKind kind)
+    : CKxSim(key), m_filters(std::move(filters)), m_kind(kind) {}
+
+bool CKxSimFilterChanger::MoveTo(long position) { return m_kind.motorized && Move(position, GetFilterCount()); }
+
+bool CKxSimFilterChanger::TurnByHand(long position) {
+    if (!At(m_filters, position)) return false;
+    m_motion = {position, position, eKxDeviceState_Ready, 0};
+    CKxDeviceRegistry::Notify(GetLogDevId(), EKxDeviceChange::Position);
+    return true;
+}
+
+bool CKxSimFilterChanger::SetFilter(long position, const wchar_t* name) {
+    if (!At(m_filters, position)) return false;
+    m_filters[static_cast<std::size_t>(position)] = name ? name : L"";
+    CKxDeviceRegistry::Notify(GetLogDevId(), EKxDeviceChange::Names);
+    return true;
+}
+
+void CKxSimFilterChanger::GetFilterName(long position, CKxStringW& name) const { name = TextAt(m_filters, position); }
+
+// ---- Light path and TIRF mirror ------------------------------------------------------------------------------------
+
+void CKxSimLightPath::GetPositionName(long position, CKxStringW& name) const { name = TextAt(m_names, position); }
+
+bool CKxSimTIRFMirror::GetState(bool& tirf) const {
+    long position = 0;
+    if (!m_motion.Read(position)) return false;
+    tirf = position == 1;
+    return true;
+}
+
+// ---- Laser output --------------------------------------------------------------------------------------------------
+
+CKxSimLaserOutput::CKxSimLaserOutput(const wchar_t* key, std::vector<std::wstring> ports, bool several,
+                                     const wchar_t* driver)
+    : CKxSim(key), m_several(several), m_driver(driver) {
+    for (std::wstring& name : ports)
+        m_ports.push_back({std::move(name)});
+    if (!m_ports.empty()) m_ports.front().used = true;
+}
+
+bool CKxSimLaserOutput::SetPortUsed(long port, bool use) {
+    const Port* const wanted = PortAt(port);
+    if (!wanted || !wanted->enabled || (!use && !m_several)) return false;
+    for (Port& each : m_ports) {
+        if (&each == wanted) {
+            each.used = use;
+        } else if (!m_several) {
+            each.used = false;
+        }
+    }
+    CKxDeviceRegistry::Notify(GetLogDevId(), EKxDeviceChange::Position);
+    return true;
+}
+
+void CKxSimLaserOutput::SetPortEnabled(long port, bool enable) {
+    if (!PortAt(port)) return;
+    m_ports[static_cast<std::size_t>(port)].enabled = enable;
+    CKxDeviceRegistry::Notify(GetLogDevId(), EKxDeviceChange::Names);
+}
+
+const CKxSimLaserOutput::Port* CKxSimLaserOutput::PortAt(long port) const { return At(m_ports, port); }
+
+CKxStringW CKxSimLaserOutput::GetPortName(long port) const {
+    const Port* found = PortAt(port);
+    return found ? CKxStringW(found->name) : CKxStringW();
+}
+
+bool CKxSimLaserOutput::IsPortEnabled(long port) const {
+    const Port* found = PortAt(port);
+    return found && found->enabled;
+}
+
+bool CKxSimLaserOutput::IsPortUsed(long port) const {
+    const Port* found = PortAt(port);
+    return found && found->used;
+}
+
+bool CKxSimLaserOutput::GetCapability(int capability) const {
+    return capability == eKxCapability_LaserPortsExclusive && !m_several;
+}
+
+// ---- Shutter -------------------------------------------------------------------------------------------------------
+
+CKxSimShutter::CKxSimShutter(const wchar_t* key, EKxShutterType type, std::vector<double> apertures)
+    : CKxSim(key), m_type(type), m_apertures(std::move(apertures)) {
+    if (!m_apertures.empty()) m_aperture = m_apertures.back();
+}
+
+bool CKxSimShutter::SetAperture(double percent) {
+    if (m_apertures.empty() || !std::isfinite(percent)) return false;
+    m_aperture = *std::min_element(m_apertures.begin(), m_apertures.end(), [percent](double a, double b) {
+        return std::fabs(a - percent) < std::fabs(b - percent);
+    });
+    CKxDeviceRegistry::Notify(GetLogDevId(), EKxDeviceChange::Position);
+    return true;
+}
+
+bool CKxSimShutter::SetMode(EKxShutterMode mode) {
+    if (!GetModeAvailable(mode)) return false;
+    m_mode = mode;
+    CKxDeviceRegistry::Notify(GetLogDevId(), EKxDeviceChange::Position);
+    return true;
+}
+
+void CKxSimShutter::SetLocked(bool locked) {
+    m_locked = locked;
+    CKxDeviceRegistry::Notify(GetLogDevId(), EKxDeviceChange::Structure);
+}
+
+CKxStringW CKxSimShutter::GetGUIText(int context) const {
+    return context == eKxShutterText_ToolTip ? GetKey() : CKxStringW();
+}
+
+bool CKxSimShutter::GetCapability(int capability) const { return capability == eKxCapability_NotOperable && m_locked; }
+
+double CKxSimShutter::GetStepAperture(long step) const {
+    const double* aperture = At(m_apertures, step);
+    return aperture ? *aperture : 0;
+}
+
+bool CKxSimShutter::GetModeAvailable(EKxShutterMode mode) const {
+    return mode == eKxShutterMode_Fast ||
+           (!m_apertures.empty() && (mode == eKxShutterMode_Soft || mode == eKxShutterMode_Aperture));
+}
+
+// ---- The microscope ------------------------------------------------------------------------------------------------
+
+std::vector<CKxSimDevice*> CKxSimMicroscope::Devices() const {
+    std::vector<CKxSimDevice*> devices;
+    devices.reserve(m_devices.size());
+    for (const auto& device : m_devices)
+        devices.push_back(device.get());
+    return devices;
+}
+
+void CKxSimMicroscope::Tick() {
+    // A listener may add a device: only those that are there now.
+    for (CKxSimDevice* device : Devices())
+        device->Tick();
+}
+
+void CKxSimMicroscope::Stop() {
+    for (CKxSimDevice* device : Devices())
+        device->Stop();
+}
+
+void CKxSimMicroscope::SetSpeed(unsigned millisecondsPerPosition) {
+    for (const auto& device : m_devices)
+        device->SetSpeed(millisecondsPerPosition);
+}
+
+void CKxSimMicroscope::SetFails(bool fails) {
+    for (const auto& device : m_devices)
+        device->SetFails(fails);
+}

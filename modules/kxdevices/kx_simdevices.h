@@ -1,0 +1,264 @@
+// A simulated microscope: devices that take time to move, can be stopped, and fail when told to.
+//
+// Each is a device as panels see it (kx_device.h) with the commands that a host needs to move it. Time is the time
+// counter's (kx_time.h). A movement ends when Tick finds its time over, so a host calls CKxSimMicroscope::Tick from a
+// timer; every change is told to the listeners of the registry.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <kxdevices/kx_dmapi.h>
+
+// A position on its way to another, as a value: knows nothing of devices or of the clock.
+struct KXDEVICES_API SKxSimMotion {
+    // Where it stands or came from; where it goes; how it is; the time of the end, in milliseconds of the time counter.
+    long position = 0;
+    long target = 0;
+    EKxDeviceState state = eKxDeviceState_Ready;
+    unsigned arrival = 0;
+
+    // Sets out; a movement under way is redirected. A duration of 0 arrives with the next tick.
+    void Start(long to, unsigned now, unsigned duration) noexcept;
+    // Stands still where nobody knows.
+    void Stop() noexcept;
+    // Ends the movement when its time is over, in a failure if `fails`. True when it has ended now.
+    bool Tick(unsigned now, bool fails) noexcept;
+    // Empty while the position is not known.
+    bool Read(long& out) const noexcept;
+};
+
+// What all simulated devices have: names, speed and faults.
+class KXDEVICES_API CKxSimDevice {
+public:
+    virtual ~CKxSimDevice() = default;
+
+    // The device as the registry knows it.
+    virtual IKxDevice& Device() noexcept = 0;
+    // Called by the microscope: lets a movement arrive, and tells the listeners.
+    void Tick();
+    // Breaks a movement off; the position is unknown then, until the next movement has ended.
+    void Stop();
+
+    // How long a movement takes, in milliseconds for each position on the way; 150 at first.
+    void SetSpeed(unsigned millisecondsPerPosition) noexcept { m_speed = millisecondsPerPosition; }
+    // While set, movements end as failures. Clearing it leaves a faulty device faulty until it moves again.
+    void SetFails(bool fails) noexcept { m_fails = fails; }
+    bool Fails() const noexcept { return m_fails; }
+
+protected:
+    // Starts to move, and tells. False, and nothing happens, when the target is not among `count` positions.
+    bool Move(long target, long count);
+
+    // For the interface's answers.
+    SKxSimMotion m_motion;
+
+private:
+    unsigned m_speed = 150;
+    bool m_fails = false;
+};
+
+// One device: the interface, the simulation, and its name.
+template <class Interface>
+class CKxSim : public Interface, public CKxSimDevice {
+public:
+    // `key` is its name for everything.
+    explicit CKxSim(const wchar_t* key) : m_key(key) {}
+
+    // What the interface tells of every device.
+    IKxDevice& Device() noexcept override { return *this; }
+    CKxStringW GetKey() const override { return m_key; }
+    EKxDeviceState GetDeviceState() const override { return m_motion.state; }
+
+private:
+    CKxStringW m_key;
+};
+
+// An objective on a simulated nosepiece.
+struct SKxSimObjective {
+    std::wstring name;           // empty: nothing is screwed in
+    std::wstring magnification;  // such as "60x"
+    std::wstring key;            // in the objective database
+};
+
+// A motorised nosepiece.
+class KXDEVICES_API CKxSimNosepiece : public CKxSim<IKxDeviceNosepiece> {
+public:
+    // As many positions as objectives, the first one in.
+    CKxSimNosepiece(const wchar_t* key, std::vector<SKxSimObjective> objectives);
+    // Turns to a position, over the shorter way; false for one that is not there or not available.
+    bool MoveTo(long position);
+    // Locks or unlocks a position, as a collision guard does.
+    void SetAvailable(long position, bool available);
+    // What panels do on a click.
+    void SetDeviceDriven(bool deviceDriven, bool localSelect) noexcept;
+
+    // As the interface says.
+    long GetPositionCount() const override { return static_cast<long>(m_objectives.size()); }
+    bool GetPosition(long& position) const override { return m_motion.Read(position); }
+    bool IsDeviceDriven() const override { return m_deviceDriven; }
+    bool IsLocalSelect() const override { return m_localSelect; }
+    bool GetPositionAvailable(long position, CKxStringW& reason) const override;
+    void GetObjectiveName(long position, CKxStringW& name) const override;
+    void GetMagnification(const CKxStringW& name, CKxStringW& magnification) const override;
+    void GetObjectiveKey(long position, CKxStringW& key) const override;
+
+private:
+    std::vector<SKxSimObjective> m_objectives;
+    std::vector<bool> m_locked;
+    bool m_deviceDriven = true;
+    bool m_localSelect = false;
+};
+
+// What kind of changer a simulated filter changer is.
+struct SKxSimFilterChangerKind {
+    // What it holds; whether it knows its position; whether it turns by itself.
+    EKxFilterType type = eKxFilterType_Emission;
+    bool intelligent = true;
+    bool motorized = true;
+};
+
+// A filter wheel or turret, turned by motor or by hand.
+class KXDEVICES_API CKxSimFilterChanger : public CKxSim<IKxDeviceFilterChanger> {
+public:
+    // As many positions as filters; an empty name is an empty position.
+    CKxSimFilterChanger(const wchar_t* key, std::vector<std::wstring> filters, SKxSimFilterChangerKind kind);
+    // Turns to a position. False without a motor.
+    bool MoveTo(long position);
+    // A hand turns it: there at once.
+    bool TurnByHand(long position);
+    // Puts another filter in; false for a position that is not there.
+    bool SetFilter(long position, const wchar_t* name);
+
+    // As the interface says.
+    long GetFilterCount() const override { return static_cast<long>(m_filters.size()); }
+    bool IsIntelligent() const override { return m_kind.intelligent; }
+    bool IsMotorized() const override { return m_kind.motorized; }
+    EKxFilterType GetFilterType() const override { return m_kind.type; }
+    void GetFilterName(long position, CKxStringW& name) const override;
+    bool GetPosition(long& position) const override { return m_motion.Read(position); }
+
+private:
+    std::vector<std::wstring> m_filters;
+    SKxSimFilterChangerKind m_kind;
+};
+
+// A light path switch.
+class KXDEVICES_API CKxSimLightPath : public CKxSim<IKxDeviceLightPath> {
+public:
+    // As many positions as names.
+    CKxSimLightPath(const wchar_t* key, std::vector<std::wstring> names) : CKxSim(key), m_names(std::move(names)) {}
+    // Switches over; false for a position that is not there.
+    bool MoveTo(long position) { return Move(position, GetPositionCount()); }
+
+    // As the interface says.
+    long GetPositionCount() const override { return static_cast<long>(m_names.size()); }
+    void GetPositionName(long position, CKxStringW& name) const override;
+    bool GetPosition(long& position) const override { return m_motion.Read(position); }
+
+private:
+    std::vector<std::wstring> m_names;
+};
+
+// A TIRF mirror.
+class KXDEVICES_API CKxSimTIRFMirror : public CKxSim<IKxDeviceTIRFMirror> {
+public:
+    using CKxSim::CKxSim;
+    // Moves to the edge of the objective, or back to the axis.
+    bool MoveTo(bool tirf) { return Move(tirf ? 1 : 0, 2); }
+
+    // As the interface says.
+    bool GetState(bool& tirf) const override;
+};
+
+// A laser unit; one port at a time, or several.
+class KXDEVICES_API CKxSimLaserOutput : public CKxSim<IKxDeviceLaserOutput> {
+public:
+    // As many ports as names, the first one in use. `driver` is what GetPhysDevRTTIName answers.
+    CKxSimLaserOutput(const wchar_t* key, std::vector<std::wstring> ports, bool several, const wchar_t* driver = L"");
+    // Switches a port on or off; where one at a time is used, switching one on switches the others off, and none can be
+    // switched off. False for a port that is not there or not enabled.
+    bool SetPortUsed(long port, bool use);
+    // Locks or unlocks a port, as an interlock does.
+    void SetPortEnabled(long port, bool enable);
+
+    // As the interface says.
+    long GetPortCount() const override { return static_cast<long>(m_ports.size()); }
+    CKxStringW GetPortName(long port) const override;
+    bool IsPortEnabled(long port) const override;
+    bool IsPortUsed(long port) const override;
+    CKxStringW GetPhysDevRTTIName() const override { return m_driver; }
+    bool GetCapability(int capability) const override;
+
+private:
+    struct Port {
+        std::wstring name;
+        bool enabled = true;
+        bool used = false;
+    };
+    const Port* PortAt(long port) const;
+
+    std::vector<Port> m_ports;
+    bool m_several;
+    CKxStringW m_driver;
+};
+
+// A shutter, or a smart one with modes and an aperture.
+class KXDEVICES_API CKxSimShutter : public CKxSim<IKxDeviceShutter> {
+public:
+    // Closed. `apertures` (percent, rising) are a smart shutter's; without them there is only the fast mode.
+    CKxSimShutter(const wchar_t* key, EKxShutterType type, std::vector<double> apertures = {});
+    // Opens or closes; it takes the time of one position.
+    bool SetOpen(bool open) { return Move(open ? 1 : 0, 2); }
+    // Takes the nearest step; false without steps.
+    bool SetAperture(double percent);
+    // False for a mode that it has not.
+    bool SetMode(EKxShutterMode mode);
+    // While locked it can only be looked at.
+    void SetLocked(bool locked);
+
+    // As the interface says.
+    EKxShutterType GetShutterType() const override { return m_type; }
+    bool GetState() const override { return m_motion.position == 1; }
+    CKxStringW GetGUIText(int context) const override;
+    bool GetCapability(int capability) const override;
+    long GetApertureSteps() const override { return static_cast<long>(m_apertures.size()); }
+    double GetStepAperture(long step) const override;
+    double GetAperture() const override { return m_aperture; }
+    EKxShutterMode GetMode() const override { return m_mode; }
+    bool GetModeAvailable(EKxShutterMode mode) const override;
+
+private:
+    EKxShutterType m_type;
+    std::vector<double> m_apertures;
+    double m_aperture = 0;
+    EKxShutterMode m_mode = eKxShutterMode_Fast;
+    bool m_locked = false;
+};
+
+// Owns simulated devices, registers them and lets time pass for them.
+class KXDEVICES_API CKxSimMicroscope {
+public:
+    // Makes a device of the class Device and registers it; it lives as long as the microscope.
+    template <class Device, class... Arguments>
+    Device& Add(Arguments&&... arguments) {
+        auto device = std::make_unique<Device>(std::forward<Arguments>(arguments)...);
+        Device& result = *device;
+        m_devices.push_back(std::move(device));
+        CKxDeviceRegistry::Add(result);
+        return result;
+    }
+
+    // To be called every few hundredths of a second; in between nothing moves.
+    void Tick();
+    // Stops, slows down or breaks all devices at once.
+    void Stop();
+    void SetSpeed(unsigned millisecondsPerPosition);
+    void SetFails(bool fails);
+
+private:
+    std::vector<CKxSimDevice*> Devices() const;
+
+    std::vector<std::unique_ptr<CKxSimDevice>> m_devices;
+};

@@ -1,0 +1,421 @@
+// The edit box: what it shows, what its parent hears, what it refuses.
+#include <bench/bench.h>
+#include <kxbaseui/kx_layoutmanager.h>
+#include <kxbaseui/kx_messagebox.h>
+#include <kxdevui/controls/devgui_editbox_multivalue.h>
+#include <kxdevui/controls/devgui_editbox_spin.h>
+#include <kxdevui/framework/devgui.h>
+#include <kxdevui/framework/devgui_container.h>
+
+#include <array>
+#include <cmath>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace {
+
+using namespace kx::test;
+
+class Box : public CKxDevUI_EditBox {
+public:
+    std::function<void(const char*)> act;
+    using CKxDevUI_EditBox::Create;
+
+protected:
+    void OnEnter() override { CKxDevUI_EditBox::OnEnter(), Act("Enter"); }
+    void OnSetFocus() override { CKxDevUI_EditBox::OnSetFocus(), Act("SetFocus"); }
+    void OnKillFocus() override { CKxDevUI_EditBox::OnKillFocus(), Act("KillFocus"); }
+    void OnChange() override { CKxDevUI_EditBox::OnChange(), Act("Change"); }
+    void OnChar(int ch) override { CKxDevUI_EditBox::OnChar(ch), Act("Char"); }
+
+private:
+    void Act(const char* name) {
+        if (const auto action = act) action(name);
+    }
+};
+
+TEST(EditBox, TellsOfTypingEnterAndFocus) {
+    RecordingParent parent;
+    Box box;
+    box.SetId(44);
+    box.SetSize(60, 60, 20);
+    ASSERT_TRUE(box.Create(parent.Window(), 10, 10, 120, 20, true, true));
+    EXPECT_TRUE(parent.Record().Matches({})) << "making it is silent";
+    const HWND window = box;
+    Click(box.GetEditWindow(), 5, 5);
+    EXPECT_TRUE(box.IsFocused());
+    EXPECT_TRUE(parent.Record().Matches({Command(44, EN_SETFOCUS, window)}));
+    Type(L"7\n");
+    EXPECT_TRUE(parent.Record().Matches({Msg(WM_COMMAND, MAKEWPARAM(44, 0x0102), L'7'), Command(44, EN_CHANGE, window),
+                                         Msg(WM_COMMAND, MAKEWPARAM(44, 0x0102), L'\r'), Command(44, 0x0401, window)}));
+    SetFocus(parent.Window());
+    EXPECT_TRUE(parent.Record().Matches({Command(44, EN_KILLFOCUS, window)}));
+    box.SetText(L"7");
+    EXPECT_TRUE(parent.Record().Matches({})) << "nothing has changed";
+    box.SetNumber(8.25);
+    EXPECT_TRUE(parent.Record().Matches({Command(44, EN_CHANGE, window)}));
+    EXPECT_EQ(box.GetNumber(), 8.25);
+    box.Destroy();
+    EXPECT_TRUE(parent.Record().Matches({})) << "so is its end";
+}
+
+// Collects what message boxes say.
+struct MessageBoxes {
+    MessageBoxes() {
+        KX_SetMessageBoxHandler(
+            [](HWND, const wchar_t* text, const wchar_t*, UINT, int, void* to) {
+                static_cast<MessageBoxes*>(to)->texts.push_back(text);
+                return IDOK;
+            },
+            this);
+    }
+    ~MessageBoxes() { KX_SetMessageBoxHandler(nullptr, nullptr); }
+    std::vector<std::wstring> texts;
+};
+
+TEST(EditBox, NamesWhatIsWrong) {
+    MessageBoxes boxes;
+    RecordingParent parent;
+    Box box;
+    box.SetTitle(L"Exposure");
+    ASSERT_TRUE(box.Create(parent.Window(), 0, 0, 120, 20, true, true));
+    const struct {
+        const wchar_t* text;
+        double minimum, maximum;
+        bool mustNotBeEmpty;
+        const wchar_t* message;    // null: allowed
+        const wchar_t* corrected;  // with 7 as the value for an empty text
+    } rows[] = {
+        {L"", 0, 100, false, nullptr, L""},
+        {L"", 0, 100, true, L"Exposure: Field can not be empty.", L"7"},
+        {L"", 5, 100, true, L"Exposure: Value must be in interval <5;100>", L"5"},
+        {L"100", 0, 100, true, nullptr, L"100"},
+        {L"101", 100, 0, false, L"Exposure: Value must be in interval <0;100>", L"100"},
+        {L"-1e999", -2.5, 100, false, L"Exposure: Value must be in interval <-2.5;100>", L"-2.5"},
+        // Rounded to 6 digits the bound would lie outside.
+        {L"2e9", 0, 99.9999999, false, L"Exposure: Value must be in interval <0;100>", L"99.9999999"},
+    };
+    for (const auto& row : rows) {
+        box.SetRestriction(row.minimum, row.maximum);
+        box.SetRestriction(std::nan(""), 1);
+        box.Init(true, row.mustNotBeEmpty, false);
+        box.SetText(row.text);
+        SetFocus(parent.Window());
+        EXPECT_EQ(box.CheckRestriction(true, false, 7), !row.message);
+        EXPECT_EQ(boxes.texts.empty() ? L"" : boxes.texts.back(), row.message ? row.message : L"");
+        EXPECT_EQ(box.IsFocused(), row.message != nullptr) << "the user is sent back";
+        boxes.texts.clear();
+        EXPECT_EQ(box.CheckRestriction(true, true, 7), !row.message);
+        EXPECT_EQ(box.GetText(), row.corrected);
+    }
+    EXPECT_TRUE(boxes.texts.empty()) << "what is corrected is not talked about";
+    box.Init(false, false, false);
+    box.SetText(L"1e3");
+    box.CheckRestriction(true, false, 0);
+    EXPECT_EQ(boxes.texts.back(), L"Value must be in interval <0;100>") << "no label, no name";
+}
+
+TEST(EditBox, SendsTheUserBackWithAWorkingCaret) {
+    const MessageBoxes boxes;
+    RecordingParent parent;
+    Box box;
+    box.Create(parent.Window(), 0, 0, 120, 20, true, true);
+    const HWND other = CreateWindowExW(0, L"EDIT", L"", WS_CHILD | WS_VISIBLE, 200, 10, 60, 20, parent.Window(),
+                                       nullptr, nullptr, nullptr);
+    box.act = [&](const char* name) {
+        if (std::string(name) == "KillFocus") box.CheckRestriction(true, false, 0);
+    };
+    Click(box.GetEditWindow(), 5, 5);
+    Type(L"500");
+    parent.Record().Clear();
+    Click(other, 5, 5);
+    EXPECT_EQ(boxes.texts.size(), 1u);
+    EXPECT_TRUE(box.IsFocused());
+    EXPECT_TRUE(parent.Record().Matches(
+        {Command(0, EN_KILLFOCUS, box), Command(0, EN_KILLFOCUS, other).Optional(), Command(0, EN_SETFOCUS, box)}));
+    GUITHREADINFO info{};
+    info.cbSize = sizeof info;
+    GetGUIThreadInfo(GetCurrentThreadId(), &info);
+    EXPECT_EQ(info.hwndCaret, box.GetEditWindow());
+    Type(L"\b\b");
+    EXPECT_EQ(box.GetText(), L"5");
+}
+
+TEST(EditBox, DisplaysByItsFormat) {
+    RecordingParent parent;
+    Box box;
+    box.Create(parent.Window(), 0, 0, 120, 20, true, true);
+    const std::wstring longText(5000, L'9');
+    const struct {
+        double value;
+        const wchar_t* format;
+        bool once;
+        const wchar_t* text;
+    } rows[] = {
+        {1.5, L"%.2f", true, L"1.50"},  {1.5, nullptr, false, L"1.5"}, {1.5, L"%.1f ms", false, L"1.5 ms"},
+        {2, L"%d", false, L"2.0 ms"},   {3, L"%n", true, L"3.0 ms"},   {INFINITY, nullptr, false, L"3.0 ms"},
+        {4, nullptr, false, L"4.0 ms"},
+    };
+    for (const auto& row : rows) {
+        box.SetNumber(row.value, row.format, row.once);
+        EXPECT_EQ(box.GetText(), row.text);
+    }
+    box.SetNumberInt(-2147483647 - 1);
+    EXPECT_EQ(box.GetNumber(), -2147483648.0);
+    box.SetNumber(-1e308, L"%.3f");
+    EXPECT_EQ(box.GetText().Length(), 255u);
+    box.SetText(longText.c_str());
+    EXPECT_EQ(box.GetText().str(), longText);
+    EXPECT_DOUBLE_EQ(box.GetNumber(), std::stod(std::string(100, '9')));
+    box.SetTitle(longText.c_str());
+    box.CheckRestriction(false, false, 0);
+    // What is typed has a limit; 0 is none.
+    box.SetText(nullptr);
+    box.SetMaxChars(3);
+    box.SetMaxChars(0);
+    Click(box.GetEditWindow(), 5, 5);
+    Type(L"12345");
+    EXPECT_EQ(box.GetText(), L"123");
+    box.SetReadOnly(true);
+    Type(L"\b");
+    EXPECT_EQ(box.GetText(), L"123");
+}
+
+TEST(EditBox, TakesAControlsPlaceInADialog) {
+    RecordingParent parent;
+    CKxDevUI_Container dialog;
+    ASSERT_TRUE(dialog.CreateFromDlg(parent.Window(), 10, 10, L"EDIT_DIALOG", GetModuleHandleW(nullptr), false));
+    ShowWindow(dialog, SW_SHOW);
+    const HWND placeholder = dialog.GetWindow(8);
+    const RECT place = RectInParent(placeholder);
+    Box box;
+    EXPECT_EQ(box.Create(parent.Window(), placeholder), nullptr) << "not its parent";
+    EXPECT_EQ(box.Create(dialog, HWND{nullptr}), nullptr);
+    ASSERT_TRUE(box.Create(dialog, placeholder));
+    EXPECT_FALSE(IsWindow(placeholder));
+    EXPECT_EQ(GetDlgItem(dialog, 8), box);
+    const RECT taken = RectInParent(box);
+    EXPECT_TRUE(EqualRect(&taken, &place));
+    SetDlgItemTextW(dialog, 8, L"12");
+    EXPECT_EQ(box.GetNumber(), 12);
+
+    std::vector<std::string> heard;
+    box.act = [&](const char* name) { heard.emplace_back(name); };
+    const DialogKeys keys(dialog);
+    Click(dialog.GetWindow(7), 5, 5);
+    Type(L"\t");
+    EXPECT_TRUE(box.IsFocused());
+    Type(L"\n");
+    EXPECT_EQ(heard, (std::vector<std::string>{"SetFocus", "Char", "Enter"})) << "the default button has not taken it";
+    Type(L"\t");
+    EXPECT_EQ(GetFocus(), dialog.GetWindow(1));
+    Key(VK_TAB, MOD_SHIFT);
+    EXPECT_TRUE(box.IsFocused());
+}
+
+TEST(EditBox, MayBeEndedInEveryCallback) {
+    for (const char* where : {"Enter", "SetFocus", "KillFocus", "Change", "Char"}) {
+        for (int how = 0; how < 3; ++how) {
+            auto parent = std::make_unique<RecordingParent>();
+            auto box = std::make_unique<Box>();
+            ASSERT_TRUE(box->Create(parent->Window(), 10, 10, 120, 20, true, true));
+            const HWND other = CreateWindowExW(0, L"BUTTON", L"", WS_CHILD | WS_VISIBLE, 200, 10, 20, 20,
+                                               parent->Window(), nullptr, nullptr, nullptr);
+            const HWND edit = box->GetEditWindow();
+            bool ended = false, inside = false;
+            box->act = [&](const char* name) {
+                if (std::string(name) != where || ended) return;
+                ended = true;
+                inside = where == std::string("Change") || where == std::string("SetFocus");
+                switch (how) {
+                case 0: box->Destroy(); break;
+                case 1: box.reset(); break;
+                default: parent.reset(); break;
+                }
+                EXPECT_EQ(IsWindow(edit) != FALSE, inside) << "an edit in the midst of its own code has to live on";
+            };
+            BringToFront(parent->Window());
+            // The mouse reaches the edit through the platform's own code.
+            Click(edit, 5, 5);
+            if (!ended) Type(L"1");
+            if (!ended) SetWindowTextW(edit, L"2");
+            if (!ended) Type(L"\n");
+            if (!ended) SetFocus(other);
+            EXPECT_TRUE(ended) << where;
+            EXPECT_FALSE(IsWindow(edit)) << where << how;
+            Pump();
+        }
+    }
+}
+
+TEST(EditBox, FollowsZoomAndState) {
+    RecordingParent parent;
+    Box box;
+    box.SetSize(60, 60, 20);
+    ASSERT_TRUE(box.Create(parent.Window(), 10, 10, -1, -1, true, true));
+    const auto places = [&box] {
+        const RECT label = RectInParent(box.GetLabelWindow()), edit = RectInParent(box.GetEditWindow());
+        return std::array{label.left, label.top, label.right, label.bottom,
+                          edit.left,  edit.top,  edit.right,  edit.bottom};
+    };
+    const auto first = places();
+    for (const double zoom : {2.0, 1.25, 1.5, 3.0, 0.5, 1.0}) {
+        CKxGUILayoutManager::SetGuiZoom(zoom);
+        RECT client{};
+        GetClientRect(box, &client);
+        EXPECT_EQ(client.right, std::lround(120 * zoom));
+        EXPECT_NEAR(static_cast<double>(places()[4]), 63 * zoom, 2) << zoom;
+        EXPECT_NEAR(static_cast<double>(places()[6]), 117 * zoom, 2) << zoom;
+    }
+    EXPECT_EQ(places(), first);
+    EXPECT_EQ(Picture::OnScreen(box).Pixel(100, 2), GetSysColor(COLOR_WINDOW));
+    box.SetEnabled(false);
+    EXPECT_FALSE(IsWindowEnabled(box.GetEditWindow()));
+    EXPECT_EQ(Picture::OnScreen(box).Pixel(100, 2), GetSysColor(COLOR_BTNFACE));
+
+    // Without its object, the edit answers nothing.
+    box.SetEnabled(true);
+    SetWindowLongPtrW(box.GetEditWindow(), GWLP_USERDATA, 0);
+    EXPECT_EQ(SendMessageW(box.GetEditWindow(), WM_GETDLGCODE, 0, 0), 0);
+}
+
+TEST(EditBoxSpin, StepsToItsBoundsAndNoFurther) {
+    RecordingParent parent;
+    CKxDevUI_EditBoxSpin spin;
+    spin.SetRestriction(10.5, 0);
+    spin.SetNumber(0, L"%.0f");
+    spin.SetId(5);
+    ASSERT_TRUE(spin.Create(parent.Window(), 10, 10, 100, 24, true, true));
+    const HWND arrows = FindWindowExW(spin, nullptr, L"msctls_updown32", nullptr);
+    ASSERT_TRUE(arrows);
+    spin.SetNumber(8);
+    parent.Record().Clear();
+    Click(arrows, 5, 3);
+    EXPECT_TRUE(parent.Record().Matches({Command(5, EN_SETFOCUS, spin), Command(5, EN_CHANGE, spin)}));
+    EXPECT_EQ(spin.GetText(), L"9");
+    const struct {
+        WORD key;
+        int wheel;
+        const wchar_t* text;
+    } rows[] = {{VK_UP, 0, L"10"}, {VK_UP, 0, L"10"},  {VK_UP, 0, L"10"},  {VK_DOWN, 0, L"9"},  {0, 120, L"10"},
+                {0, -240, L"8"},   {VK_NEXT, 0, L"0"}, {VK_DOWN, 0, L"0"}, {VK_PRIOR, 0, L"10"}};
+    for (const auto& row : rows) {
+        if (row.key) {
+            Key(row.key);
+        } else {
+            SendMessageW(spin.GetEditWindow(), WM_MOUSEWHEEL, MAKEWPARAM(0, row.wheel), 0);
+        }
+        EXPECT_EQ(spin.GetText(), row.text) << row.key << " " << row.wheel;
+    }
+    // Where the format cannot show the bound, the bound itself is shown.
+    spin.SetNumber(10, L"%.0f");
+    spin.SetRestriction(0, 10.6);
+    Key(VK_UP);
+    EXPECT_EQ(spin.GetText(), L"10.6");
+    spin.SetReadOnly(true);
+    Key(VK_DOWN);
+    EXPECT_EQ(spin.GetText(), L"10.6");
+    spin.SetRestriction(3, 3);
+    EXPECT_FALSE(IsWindowEnabled(arrows));
+}
+
+TEST(EditBoxSpin, MayBeEndedByAStep) {
+    for (const bool wholeParent : {false, true}) {
+        struct Suicidal : CKxDevUI_EditBoxSpin {
+            std::function<void()> end;
+            void OnSpin(int) override {
+                const auto action = end;  // it goes with this object
+                action();
+            }
+        };
+        auto parent = std::make_unique<RecordingParent>();
+        auto spin = std::make_unique<Suicidal>();
+        spin->Create(parent->Window(), 10, 10, 100, 24, true, true);
+        const HWND arrows = FindWindowExW(*spin, nullptr, L"msctls_updown32", nullptr);
+        spin->end = [&] {
+            wholeParent ? parent.reset() : spin.reset();
+            EXPECT_TRUE(IsWindow(arrows)) << "it is in the midst of its own code";
+        };
+        Press(arrows, 5, 3);
+        EXPECT_FALSE(IsWindow(arrows));
+        Release();
+    }
+}
+
+TEST(EditBoxSpin, GivesPositionsAMeaning) {
+    CKxDevUI_SpinBox spin;
+    RecordingParent parent;
+    spin.Create(parent.Window(), 0, 0, 20, 30, true, true);
+    spin.SetRange(100, -100, 5);
+    spin.SetRange(0, std::nan(""), 5);
+    spin.SetRange(0, 1, 0);
+    const double values[] = {100, 50, 0, -50, -100};
+    for (int i = 0; i < 5; ++i) {
+        EXPECT_EQ(spin.ValueOf(i), values[i]);
+        EXPECT_EQ(spin.PositionOf(values[i] + 20), i == 0 ? 0 : i);
+    }
+    EXPECT_EQ(spin.ValueOf(99), -100);
+    EXPECT_EQ(spin.PositionOf(std::nan("")), 0);
+    spin.SetPosition(77);
+    EXPECT_EQ(spin.GetPosition(), 4);
+}
+
+TEST(EditBoxMultiValue, ChecksCountThenValues) {
+    MessageBoxes boxes;
+    RecordingParent parent;
+    CKxDevUI_EditBoxMultiValue box;
+    box.Init(false, false, false);
+    box.SetRestriction(400, 700);
+    box.Create(parent.Window(), 0, 0, 200, 20, true, true);
+    const struct {
+        const wchar_t* text;
+        int minimum, maximum;
+        const wchar_t* message;
+    } rows[] = {
+        {L"450;525;600;", -1, -1, nullptr},
+        {L" ; ", -1, -1, L"Field can not be empty."},
+        {L"450;x", -1, -1, L"Field can not be empty."},
+        {L"1;2;3;4;5", 2, 3, L"Too few values!"},
+        {L"1", 2, 3, L"Too few values!"},
+        {L"1", 2, -1, L"Too few values!"},
+        {L"1;2;3;4", -1, 3, L"Too many values!"},
+        {L"450;500;600", 3, 2, nullptr},
+        {L"450;399.5;1e999", 2, 3, L"Value out of range: 399.5\nValue must be in interval <400;700>"},
+    };
+    for (const auto& row : rows) {
+        boxes.texts.clear();
+        box.SetText(row.text);
+        box.SetCountRestriction(row.minimum, row.maximum);
+        EXPECT_EQ(box.CheckRestriction(true), !row.message);
+        EXPECT_EQ(boxes.texts.empty() ? L"" : boxes.texts[0], row.message ? row.message : L"") << Narrow(row.text);
+    }
+    const std::list<double> values{450, INFINITY, 525.5, 600};
+    std::list<double> read;
+    box.SetSeparator(L'.');
+    box.SetSeparator(L'|');
+    box.SetValues(&values);
+    EXPECT_EQ(box.GetText(), L"450|525.5|600|");
+    EXPECT_TRUE(box.GetValues(&read));
+    EXPECT_EQ(read, (std::list<double>{450, 525.5, 600}));
+    box.SetValues(nullptr);
+    EXPECT_TRUE(box.GetValues(nullptr));
+}
+
+TEST(EditBoxGrowth, AThousandRoundsLeaveNothing) {
+    RecordingParent parent;
+    EXPECT_TRUE(NoGrowth(1000, [&] {
+        CKxDevUI_EditBoxSpin spin;
+        spin.Create(parent.Window(), 0, 0, 60, 20, true, true);
+        spin.SetNumber(5);
+        UpdateWindow(spin);
+        Box box;
+        box.Create(parent.Window(), 0, 30, 60, 20, true, true);
+        box.act = [&](const char*) { box.Destroy(); };
+        box.SetText(L"ended in its own notification");
+        parent.Record().Clear();
+    }));
+}
+
+}  // namespace

@@ -1,0 +1,59 @@
+// The renderer of images: any bytes are drawn or refused without a trap, in bounded time; a document that was cut is
+// refused; pixels are what their type promises.
+#include <kxbaseui/kx_svg.h>
+#include <kxbaseui/kx_xml.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <string_view>
+
+namespace {
+
+using namespace kx::svg;
+
+// A letter is a triangle as wide as its code says; some have none.
+class Triangles : public GlyphSource {
+public:
+    bool Outline(const Font& font, char32_t character, Path& outline, double& advance) override {
+        advance = font.bold ? 0.7 : 0.5 + static_cast<double>(character % 7) / 10;
+        if (character % 11 == 0) return false;
+        outline.Move({0, 0});
+        outline.Quadratic({advance / 2, -1.4}, {advance, 0});
+        outline.Close();
+        return true;
+    }
+};
+
+Image Draw(std::string_view svg, int width, int height) {
+    Triangles triangles;
+    Image image;
+    const bool drawn = Render(svg, width, height, {9, 99, 199, 1}, &triangles, image);
+    if (drawn != !image.pixels.empty()) std::abort();
+    if (drawn && image.pixels.size() != static_cast<std::size_t>(width * height)) std::abort();
+    for (const std::uint32_t pixel : image.pixels) {
+        const std::uint32_t alpha = pixel >> 24;
+        if ((pixel >> 16 & 0xFF) > alpha || (pixel >> 8 & 0xFF) > alpha || (pixel & 0xFF) > alpha) std::abort();
+    }
+    return image;
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const std::string_view svg(reinterpret_cast<const char*>(data), size);
+    const Image image = Draw(svg, 24, 30);
+    if (image.pixels.empty()) return 0;
+    if (Draw(svg, 24, 30).pixels != image.pixels) std::abort();
+    Draw(svg, 5, 70);
+
+    // Where the root is the last thing in the text, nothing shorter is whole.
+    std::string_view whole = svg;
+    while (!whole.empty() && static_cast<unsigned char>(whole.back()) <= ' ')
+        whole.remove_suffix(1);
+    if (whole.ends_with("-->") || whole.ends_with("?>")) return 0;
+    for (std::size_t i = 1; i <= 16; ++i)
+        if (ReadXml(whole.substr(0, whole.size() * i / 17))) std::abort();
+    if (ReadXml(whole.substr(0, whole.size() - 1))) std::abort();
+    return 0;
+}

@@ -1,0 +1,374 @@
+// The renderer of images: coverage against areas known in closed form, what of XML and SVG is taken and what refused.
+#include <kxbaseui/kx_path.h>
+#include <kxbaseui/kx_raster.h>
+#include <kxbaseui/kx_svg.h>
+#include <kxbaseui/kx_xml.h>
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <cmath>
+#include <limits>
+#include <numbers>
+#include <string>
+#include <vector>
+
+namespace {
+
+using namespace kx::svg;
+
+constexpr double c_pi = std::numbers::pi;
+constexpr double c_nan = std::numeric_limits<double>::quiet_NaN();
+
+double Alpha(std::uint32_t pixel) { return (pixel >> 24) / 255.0; }
+
+// The covered area in pixels.
+double Area(const Image& image) {
+    double area = 0;
+    for (const std::uint32_t pixel : image.pixels)
+        area += Alpha(pixel);
+    return area;
+}
+
+std::string Repeat(const std::string& text, int times) {
+    std::string all;
+    for (int i = 0; i < times; ++i)
+        all += text;
+    return all;
+}
+
+std::string Svg(const std::string& content, const std::string& attributes = "viewBox='0 0 100 100'") {
+    return "<svg xmlns='http://www.w3.org/2000/svg' " + attributes + ">" + content + "</svg>";
+}
+
+Image Draw(const std::string& svg, int width = 100, int height = 100, GlyphSource* glyphs = nullptr) {
+    Image image;
+    EXPECT_TRUE(Render(svg, width, height, {1, 2, 3, 1}, glyphs, image)) << svg;
+    image.pixels.resize(static_cast<std::size_t>(width) * static_cast<std::size_t>(height));
+    image.width = width;
+    return image;
+}
+
+std::uint32_t At(const Image& image, int x, int y) {
+    return image
+        .pixels[static_cast<std::size_t>(y) * static_cast<std::size_t>(image.width) + static_cast<std::size_t>(x)];
+}
+
+// ---- Rasteriser ----------------------------------------------------------------------------------------------------
+
+Image Fill(const Polylines& outlines, int size, FillRule rule = FillRule::NonZero) {
+    Image image{size, size, std::vector<std::uint32_t>(static_cast<std::size_t>(size * size))};
+    Rasterizer rasterizer(size, size, 1'000'000);
+    rasterizer.Add(outlines);
+    rasterizer.Fill(image, rule, Paint(Color{}));
+    return image;
+}
+
+TEST(Raster, CoversEachPixelByItsExactArea) {
+    // Each pixel is off by half a level at most.
+    const double half = 0.5 / 255 + 1e-6;
+    const struct {
+        std::vector<Point> points;
+        double expected[9];  // of 3 x 3 pixels
+    } table[] = {
+        {{{0.25, 0.5}, {2.5, 0.5}, {2.5, 2.25}, {0.25, 2.25}}, {.375, .5, .25, .75, 1, .5, .1875, .25, .125}},
+        {{{0, 0}, {3, 0}, {0, 3}}, {1, 1, .5, 1, .5, 0, .5, 0, 0}},
+        // A slope that crosses columns within a row, and its mirror wound the other way.
+        {{{0, 0}, {3, 0}, {3, 1}}, {1 / 6.0, .5, 5 / 6.0, 0, 0, 0, 0, 0, 0}},
+        {{{3, 0}, {0, 0}, {0, 1}}, {5 / 6.0, .5, 1 / 6.0, 0, 0, 0, 0, 0, 0}},
+        // Beyond every side, and wholly outside.
+        {{{-5, 1}, {9, 1}, {9, 1.5}, {-5, 1.5}}, {0, 0, 0, .5, .5, .5, 0, 0, 0}},
+        {{{-9, -9}, {12, -9}, {12, 12}, {-9, 12}}, {1, 1, 1, 1, 1, 1, 1, 1, 1}},
+        {{{-4, -4}, {7, 7}, {-4, 7}}, {.5, 0, 0, 1, .5, 0, 1, 1, .5}},
+        {{{4, 0}, {9, 0}, {9, 3}}, {}},
+        {{{-4, 0}, {-1, 0}, {-1, 3}}, {}},
+        // No number, and too large a number, drop the outline.
+        {{{0, 0}, {3, 0}, {c_nan, 3}}, {}},
+        {{{0, 0}, {3, 0}, {1e9, 3}}, {}},
+    };
+    for (const auto& row : table) {
+        const Image image = Fill({{row.points, true}}, 3);
+        for (std::size_t i = 0; i < 9; ++i)
+            EXPECT_NEAR(Alpha(image.pixels[i]), row.expected[i], half) << &row - table << " pixel " << i;
+    }
+}
+
+TEST(Raster, KnowsBothFillRules) {
+    const Polyline outer{{{0, 0}, {8, 0}, {8, 8}, {0, 8}}, true}, inner{{{2, 2}, {6, 2}, {6, 6}, {2, 6}}, true};
+    Polyline reversed = inner;
+    std::swap(reversed.points[1], reversed.points[3]);
+    EXPECT_NEAR(Area(Fill({outer, inner}, 8)), 64, 1e-3);
+    EXPECT_NEAR(Area(Fill({outer, inner}, 8, FillRule::EvenOdd)), 48, 1e-3);
+    EXPECT_NEAR(Area(Fill({outer, reversed}, 8)), 48, 1e-3);
+    EXPECT_NEAR(Area(Fill({outer, inner, inner}, 8, FillRule::EvenOdd)), 64, 1e-3);
+}
+
+// ---- XML -----------------------------------------------------------------------------------------------------------
+
+TEST(Xml, TakesWhatIsWellFormedAndNothingElse) {
+    const struct {
+        std::string text;
+        bool taken;
+    } table[] = {
+        {"<a/>", true},
+        {"\xEF\xBB\xBF<?xml version='1.0'?><!-- - --><!DOCTYPE a SYSTEM \"x\"> <a b=\"1\" c = '2' >x<!----></a > "
+         "<!--e-->",
+         true},
+        {"<a>&lt;&amp;&#65;&#x1F600;<![CDATA[<&]]]></a>", true},
+        {"<\xC3\xA4-1.x:y/>", true},
+        {"", false},
+        {"a", false},
+        {"<a>", false},
+        {"<a></b>", false},
+        {"<a/><b/>", false},
+        {"<a/>x", false},
+        {"<a b=1/>", false},
+        {"<a b='1'c='2'/>", false},
+        {"<a b='1' b='2'/>", false},
+        {"<a b='<'/>", false},
+        {"<a b='1/>", false},
+        {"<1/>", false},
+        {"<a>&nbsp;</a>", false},
+        {"<a>& </a>", false},
+        {"<a>&#0;</a>", false},
+        {"<a>&#xD800;</a>", false},
+        {"<a>&#99999999999;</a>", false},
+        {"<a>]]></a>", false},
+        {"<a>\x01</a>", false},
+        {"<a>\xC0\x80</a>", false},
+        {"<a>\xED\xA0\x80</a>", false},
+        {"<a><!-- -- --></a>", false},
+        {"<a><![CDATA[</a>", false},
+        {"<!DOCTYPE a [<!ENTITY b 'c'>]><a/>", false},
+        {Repeat("<a>", 64) + Repeat("</a>", 64), true},
+        {Repeat("<a>", 65) + Repeat("</a>", 65), false},
+        {"<a>" + Repeat("<b/>", 19'999) + "</a>", true},
+        {"<a>" + Repeat("<b/>", 20'000) + "</a>", false},
+        {"<a b='" + std::string(XmlLimits::Bytes, 'x') + "'/>", false},
+    };
+    for (const auto& row : table)
+        EXPECT_EQ(ReadXml(row.text).has_value(), row.taken) << row.text.substr(0, 80);
+    EXPECT_EQ(ReadXml("<a>&lt;<!--x-->&#xE4;<![CDATA[&lt;]]></a>")->children.at(0).text, "<\xC3\xA4&lt;");
+}
+
+// ---- SVG -----------------------------------------------------------------------------------------------------------
+
+TEST(Svg, ShapesCoverTheirAreas) {
+    const struct {
+        const char* content;
+        double area;
+    } table[] = {
+        {"<rect x='10.5' y='10.25' width='20' height='30'/>", 600},
+        {"<rect x='10' y='10' width='40' height='30' rx='10'/>", 1200 - (4 - c_pi) * 100},
+        {"<rect x='10' y='10' width='40' height='20' rx='99'/>", c_pi * 200},
+        {"<circle cx='50' cy='50' r='40'/>", c_pi * 1600},
+        {"<ellipse cx='50%' cy='50' rx='40' ry='5mm' transform='rotate(30 50 50)'/>", c_pi * 40 * 5 * 96 / 25.4},
+        {"<circle cx='50' cy='50' r='30' fill='none' stroke='red' stroke-width='8'/>", c_pi * (34 * 34 - 26 * 26)},
+        // A stroke wider than its circle has no hole.
+        {"<circle cx='50' cy='50' r='5' fill='none' stroke='red' stroke-width='30'/>", c_pi * 400},
+        {"<line x1='20' y1='20' x2='50' y2='60' stroke='red' stroke-width='6'/>", 300},
+        {"<line x1='20' y1='20' x2='50' y2='60' stroke='red' stroke-width='6' stroke-linecap='square'/>", 336},
+        {"<line x1='20' y1='20' x2='50' y2='60' style='stroke:red;stroke-width:6;stroke-linecap:round'/>",
+         300 + 9 * c_pi},
+        {"<path d='M50 50z' stroke='red' stroke-width='20' stroke-linecap='round'/>", 100 * c_pi},
+        {"<polyline points='20 80,20 20 80,20' fill='none' stroke='red' stroke-width='10'/>", 1200},
+        {"<polyline points='20 80,20 20 80,20' fill='none' stroke='red' stroke-width='10' stroke-linejoin='bevel'/>",
+         1187.5},
+        {"<polyline points='20 80,20 20 80,20' fill='none' stroke='red' stroke-width='10' stroke-linejoin='round'/>",
+         1175 + 25 * c_pi / 4},
+        {"<polygon points='10,10 90,10 90,90'/>", 3200},
+        {"<path d='M10,10h30v30h-30zm40 40h10v10h-10z'/>", 1000},
+        {"<path d='m10 10 30 0 0 30-30 0z' fill-rule='evenodd'/>", 900},
+        {"<path d='M10 50a40 40 0 0 1 80 0z'/>", c_pi * 800},
+        {"<path d='M10 50a40,40,0,1180,0z'/>", c_pi * 800},
+        // Radii too short for the chord are lengthened.
+        {"<path d='M10 50A1 1 0 0 1 90 50z'/>", c_pi * 800},
+        {"<path d='M50 10A40 40 0 1 0 90 50L50 50z'/>", c_pi * 1200},
+        // Under a parabola, two thirds; T goes on below the line by as much.
+        {"<path d='M10 50Q30 10 50 50T90 50z'/>", 2 * 2 / 3.0 * 40 * 20},
+        {"<path d='M10 50C10 20 50 20 50 50S90 80 90 50z'/>", 2 * 720},
+        {"<g transform='translate(10,10) scale(2)'><rect width='10' height='10' transform='skewX(45)'/></g>", 400},
+        {"<defs><rect id='r' width='10' height='10'/></defs><use href='#r' x='5'/><use xlink:href='#r' y='50'/>", 200},
+        {"<symbol id='s' viewBox='0 0 1 1'><rect width='1' height='1'/></symbol><use href='#s' width='30' "
+         "height='20'/>",
+         400},
+        {"<g opacity='.5'><rect width='20' height='20'/><rect x='10' width='20' height='20'/></g>",
+         300 * 128 / 255.0 * 2},
+        {"<rect width='20' height='20' fill='none'/><rect width='9' height='9' display='none'/>"
+         "<rect width='9' height='9' visibility='hidden'/><rect width='0' height='9'/><unknown><rect width='9' "
+         "height='9'/></unknown><x:rect width='9' height='9'/>",
+         0},
+    };
+    for (const auto& row : table) {
+        const double area = Area(Draw(Svg(row.content), 200, 200)) / 4;
+        EXPECT_NEAR(area, row.area, 0.0015 * row.area + 1e-3) << row.content;
+    }
+}
+
+TEST(Svg, ColorsAreTrue) {
+    const struct {
+        const char* fill;
+        std::uint32_t pixel;
+    } table[] = {
+        {"#123456", 0xFF123456},
+        {"#1af", 0xFF11AAFF},
+        {"#FFE600", 0xFFFFE600},
+        {"#ff000080", 0x80800000},
+        {"#f008", 0x88880000},
+        {"rgb(1, 20,255)", 0xFF0114FF},
+        {"rgb(100% 0% 20% / 50%)", 0x8080001A},
+        {"rgba(255,0,0,.5)", 0x80800000},
+        {"RebeccaPurple", 0xFF663399},
+        {"currentColor", 0xFF010203},
+        {"transparent", 0},
+        {"none", 0},
+        {"url(#missing) lime", 0xFF00FF00},
+        // What is not understood counts as not given, and black is inherited.
+        {"#12345", 0xFF000000},
+        {"rgb(1,2)", 0xFF000000},
+        {"nocolor", 0xFF000000},
+    };
+    for (const auto& row : table)
+        EXPECT_EQ(At(Draw(Svg("<rect width='99' height='99' fill='" + std::string(row.fill) + "'/>"), 9, 9), 4, 4),
+                  row.pixel)
+            << row.fill;
+    // Half of red over blue.
+    EXPECT_EQ(At(Draw(Svg("<rect width='99' height='99' fill='blue'/>"
+                          "<rect width='99' height='99' fill='red' fill-opacity='50%'/>")),
+                 4, 4),
+              0xFF80007FU);
+}
+
+TEST(Svg, GradientsRunFromStopToStop) {
+    const std::string stops = "<stop stop-color='black'/><stop offset='1' style='stop-color:white'/>";
+    const auto red = [&](const std::string& gradient, int x, int y) {
+        return static_cast<int>(
+            At(Draw(Svg(gradient + "<rect width='100' height='100' fill='url(#g)'/>")), x, y) >> 16 & 0xFF);
+    };
+    const std::string linear = "<linearGradient id='g'", radial = "<radialGradient id='g'";
+    const struct {
+        std::string gradient;
+        int x, y, level;
+    } table[] = {
+        {linear + ">" + stops + "</linearGradient>", 0, 50, 1},
+        {linear + ">" + stops + "</linearGradient>", 75, 3, 193},
+        {linear + " x2='0' y2='1'>" + stops + "</linearGradient>", 3, 75, 193},
+        {linear + " gradientUnits='userSpaceOnUse' x1='20' x2='40' spreadMethod='reflect'>" + stops +
+             "</linearGradient>",
+         45, 0, 185},
+        {linear + " x2='.5' spreadMethod='repeat'>" + stops + "</linearGradient>", 75, 0, 130},
+        {linear + " gradientTransform='rotate(90)' href='#h'/><linearGradient id='h'>" + stops + "</linearGradient>", 3,
+         75, 193},
+        {radial + ">" + stops + "</radialGradient>", 50, 50, 4},
+        {radial + ">" + stops + "</radialGradient>", 75, 50, 130},
+        {radial + " fx='0.25'>" + stops + "</radialGradient>", 25, 50, 5},
+        {radial + ">" + stops + "</radialGradient>", 1, 1, 255},
+        // One that refers to itself has no stops and paints nothing.
+        {linear + " href='#g'/>", 50, 50, 0},
+    };
+    for (const auto& row : table)
+        EXPECT_NEAR(red(row.gradient, row.x, row.y), row.level, 3) << row.gradient << row.x;
+}
+
+TEST(Svg, FitsItsBoxIntoTheImage) {
+    const std::string square = "<rect width='10' height='10'/>";
+    const struct {
+        const char* attributes;
+        int left, top, right, bottom;  // of the image of 40 x 20
+    } table[] = {
+        {"viewBox='0 0 10 10'", 10, 0, 30, 20},
+        {"viewBox='0 0 10 10' preserveAspectRatio='xMinYMid meet'", 0, 0, 20, 20},
+        {"viewBox='0 0 10 10' preserveAspectRatio='xMaxYMin'", 20, 0, 40, 20},
+        {"viewBox='0 0 10 10' preserveAspectRatio='none'", 0, 0, 40, 20},
+        {"viewBox='0 0 20 20' preserveAspectRatio='xMidYMax slice'", 0, 0, 20, 0},
+        {"viewBox='-10 0 20 10'", 20, 0, 40, 20},
+        {"width='20' height='20'", 10, 0, 20, 10},
+        {"", 0, 0, 10, 10},
+    };
+    for (const auto& row : table) {
+        const Image image = Draw(Svg(square, row.attributes), 40, 20);
+        for (int y = 0; y < 20; ++y)
+            for (int x = 0; x < 40; ++x)
+                ASSERT_EQ(At(image, x, y) != 0, x >= row.left && x < row.right && y >= row.top && y < row.bottom)
+                    << row.attributes << " at " << x << ", " << y;
+    }
+}
+
+// Every letter is a square of 0.5, standing on the line, 0.6 wide.
+class Squares : public GlyphSource {
+public:
+    bool Outline(const Font&, char32_t character, Path& outline, double& advance) override {
+        if (character != U' ') outline.Rectangle(0, -0.5, 0.5, 0.5, 0, 0);
+        advance = 0.6;
+        return true;
+    }
+};
+
+TEST(Svg, PlacesText) {
+    const struct {
+        const char* text;
+        int x, y;  // the upper left pixel of a letter of 10 x 10
+    } table[] = {
+        {"<text x='30' y='60' font-size='20'>X</text>", 30, 50},
+        {"<text x='30' y='60' font-size='20' text-anchor='middle'> X\n </text>", 24, 50},
+        {"<text x='42' y='60' style='font-size:20px;text-anchor:end'>X</text>", 30, 50},
+        {"<text y='60' font-size='20' dx='3'>&#32;A B</text>", 3, 50},
+        {"<text y='60' font-size='20' dx='3'>&#32;A B</text>", 27, 50},
+        {"<text x='5' y='30' font-size='20'>A<tspan x='50' dy='40'>B</tspan></text>", 50, 60},
+        {"<text x='5' y='30' font-size='20'>A<tspan>B</tspan>C</text>", 29, 20},
+    };
+    Squares squares;
+    for (const auto& row : table) {
+        const Image image = Draw(Svg(row.text), 100, 100, &squares);
+        EXPECT_TRUE(At(image, row.x, row.y) && At(image, row.x + 9, row.y + 9)) << row.text;
+        EXPECT_FALSE(At(image, row.x - 1, row.y) || At(image, row.x, row.y + 10)) << row.text;
+    }
+    EXPECT_EQ(Area(Draw(Svg(table[0].text))), 0) << "without a source of glyphs";
+}
+
+TEST(Svg, MalformedDrawsNothing) {
+    const std::string doubling = [] {
+        std::string all = "<rect id='a0' width='9' height='9'/>";
+        for (int i = 1; i < 30; ++i) {
+            const std::string use = "<use href='#a" + std::to_string(i - 1) + "'/>";
+            all += "<g id='a" + std::to_string(i) + "'>" + use + use + "</g>";
+        }
+        return all;
+    }();
+    const std::string whole = "<rect width='100' height='100'/>";
+    const std::string table[] = {
+        "<svg",
+        "<html/>",
+        Svg(whole, "viewBox='0 0 0 9'"),
+        Svg(whole, "viewBox='0 0 9'"),
+        Svg(whole + "<path d='M1 1 L'/>"),
+        Svg(whole + "<path d='L1 1'/>"),
+        Svg(whole + "<path d='M1 1z2'/>"),
+        Svg(whole + "<path d='M1 1A1 1 0 2 0 3 3'/>"),
+        Svg(whole + "<path d='M1 1X'/>"),
+        Svg(whole + "<path d='M1 1e99'/>"),
+        Svg(whole + "<path d='M0 0" + Repeat("1 1 ", 20'001) + "'/>"),
+        Svg(whole + "<polygon points='1 2 3'/>"),
+        Svg(whole + "<rect width='9furlong' height='1'/>"),
+        Svg(whole + "<rect width='nan' height='inf'/>"),
+        Svg(whole + "<g transform='scale(2'/>"),
+        Svg(whole + "<g transform='turn(2)'/>"),
+        Svg(whole + "<use id='u' href='#u'/>"),
+        Svg(whole + "<g id='u'><use href='#u'/></g>"),
+        Svg(doubling),
+        Svg(Repeat("<g opacity='.9'>" + whole, 62) + Repeat("</g>", 62) + Repeat(whole, 500)),
+    };
+    for (const std::string& text : table) {
+        Image image{3, 3, std::vector<std::uint32_t>(9)};
+        const auto begin = std::chrono::steady_clock::now();
+        EXPECT_FALSE(Render(text, 1024, 1024, {}, nullptr, image)) << text.substr(0, 200);
+        EXPECT_TRUE(image.pixels.empty());
+        EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(10)) << text.substr(0, 200);
+    }
+    Image image;
+    const int sizes[][2] = {{0, 9}, {9, 0}, {-1, 9}, {1025, 9}, {9, 1'000'000}};
+    for (const auto& size : sizes)
+        EXPECT_FALSE(Render(Svg(whole), size[0], size[1], {}, nullptr, image));
+}
+
+}  // namespace
