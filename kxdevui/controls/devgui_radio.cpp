@@ -53,6 +53,11 @@ int StepOf(WPARAM key) {
 
 bool IsRadioButton(HWND window) { return (SendMessageW(window, WM_GETDLGCODE, 0, 0) & DLGC_RADIOBUTTON) != 0; }
 
+bool CanBeClicked(HWND button) {
+    const LONG style = GetWindowLongW(button, GWL_STYLE);
+    return (style & WS_VISIBLE) && !(style & WS_DISABLED);
+}
+
 // The next button that can be chosen, around the end if need be.
 HWND NextButton(HWND button, int step) {
     const UINT way = step < 0 ? GW_HWNDPREV : GW_HWNDNEXT, around = step < 0 ? GW_HWNDLAST : GW_HWNDFIRST;
@@ -60,7 +65,7 @@ HWND NextButton(HWND button, int step) {
     do {
         const HWND sibling = GetWindow(next, way);
         next = sibling ? sibling : GetWindow(next, around);
-    } while (next != button && (!IsRadioButton(next) || !IsWindowEnabled(next)));
+    } while (next != button && (!IsRadioButton(next) || !CanBeClicked(next)));
     return next;
 }
 
@@ -81,6 +86,12 @@ LRESULT CALLBACK ButtonProc(HWND button, UINT id, WPARAM wParam, LPARAM lParam) 
         const HWND next = NextButton(button, step);
         SetFocus(next);
         if (next != button) SendMessageW(next, BM_CLICK, 0, 0);
+        return 0;
+    }
+    // Disabled or hidden since it was pressed.
+    if (id == WM_LBUTTONUP && !CanBeClicked(button)) {
+        SendMessageW(button, BM_SETSTATE, FALSE, 0);
+        if (GetCapture() == button) ReleaseCapture();
         return 0;
     }
     return CallPrevious({button, id, wParam, lParam}) | arrows;
@@ -279,8 +290,7 @@ bool CKxDevUI_Radio::SetSelection(const wchar_t* text) {
 void CKxDevUI_Radio::SetSelection(int index) {
     const HWND button = ButtonAt(index);
     if (!button) return;
-    const LONG style = GetWindowLongW(button, GWL_STYLE);
-    if ((style & WS_VISIBLE) && !(style & WS_DISABLED)) {
+    if (CanBeClicked(button)) {
         SendMessageW(button, BM_CLICK, 0, 0);
     } else {
         // What a click does, which on such a button is left undone by Windows and never ends under Wine.

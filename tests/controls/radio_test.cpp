@@ -3,6 +3,7 @@
 #include <kxbaseui/kx_colors.h>
 #include <kxdevui/controls/devgui_radio.h>
 #include <kxdevui/framework/devgui.h>
+#include <kxdevui/framework/devgui_container.h>
 #include <kxdevui/framework/ui_gdi.h>
 #include <kxsystem/kx_log.h>
 
@@ -267,6 +268,11 @@ TEST(RadioInput, IsEnabledWithItsWindow) {
     group.SetValueEnabled(0, false);
     SetFocus(group);
     EXPECT_EQ(GetFocus(), dialog.ButtonOf(1)) << "the first that can be chosen";
+    // A release that comes late.
+    SendMessageW(dialog.ButtonOf(0), WM_LBUTTONDOWN, 0, 0);
+    SendMessageW(dialog.ButtonOf(0), WM_LBUTTONUP, 0, 0);
+    EXPECT_EQ(group.GetSelectionIndex(), -1);
+    EXPECT_EQ(GetCapture(), nullptr);
 
     // Made while it is disabled, and enabled later.
     group.SetEnabled(false);
@@ -276,6 +282,37 @@ TEST(RadioInput, IsEnabledWithItsWindow) {
     dialog.parent.Record().Clear();
     Click(dialog.ButtonOf(0), 5, 8);
     EXPECT_TRUE(dialog.Told({dialog.Chosen(0)}));
+}
+
+TEST(RadioInput, WorksInADialogMadeOfATemplate) {
+    RecordingParent parent;
+    CKxDevUI_Container dialog;
+    ASSERT_TRUE(dialog.CreateFromDlg(parent.Window(), 0, 0, L"RADIO_DIALOG", GetModuleHandleW(nullptr), false));
+    dialog.Init(true);
+    const RECT box = RectInParent(dialog.GetWindow(2)), low = RectInParent(dialog.GetWindow(3));
+    CKxDevUI_Radio group;
+    group.SetId(kId);
+    ASSERT_TRUE(group.Create(dialog.GetWindow(3), 2, dialog.GetWindow(2)));
+    RECT place = RectInParent(group);
+    EXPECT_TRUE(EqualRect(&place, &box));
+    place = RectInParent(GetDlgItem(group, 85));
+    OffsetRect(&place, box.left, box.top);
+    EXPECT_TRUE(EqualRect(&place, &low));
+
+    const DialogKeys keys(dialog);
+    SetFocus(dialog.GetWindow(1));
+    parent.Ignore({WM_NOTIFY});
+    parent.Record().Clear();
+    const WORD steps[] = {VK_TAB, VK_SPACE, VK_DOWN, VK_TAB};
+    const HWND stops[] = {GetDlgItem(group, 85), GetDlgItem(group, 85), GetDlgItem(group, 86), dialog.GetWindow(5)};
+    for (int i = 0; i < 4; ++i) {
+        Key(steps[i]);
+        EXPECT_EQ(GetFocus(), stops[i]) << i;
+    }
+    Key(VK_TAB, MOD_SHIFT);
+    EXPECT_EQ(GetFocus(), stops[2]);
+    EXPECT_TRUE(parent.Record().Matches({Command(1, EN_KILLFOCUS).Optional(), Command(kId, kChosen, stops[0]),
+                                         Command(kId, kChosen, stops[2])}));
 }
 
 TEST(RadioLife, EndsInTheNotification) {

@@ -4,6 +4,7 @@
 #include <memory>
 #include <utility>
 
+#include <kxbaseui/kx_colors.h>
 #include <kxdevui/controls/devgui_radio.h>
 
 namespace kx::test::storm {
@@ -41,22 +42,35 @@ public:
 
     Step Operate(Random& random) override {
         const int index = random.Between(-1, 4);
-        switch (random.Below(7)) {
+        switch (random.Below(8)) {
         case 0: return {"selecting", "", [=, this] { group_->SetSelection(index); }};
         case 1: return {"asking", "", [=, this] { Ask(index); }};
         case 2: return {"deleting in the notification", "", [this] { EndInCallback([this] { group_.reset(); }); }};
         case 3: return {"destroying in the notification", "", [this] { EndInCallback([this] { group_->Destroy(); }); }};
         case 4: return {"destroying the window", "", [this] { DestroyWindow(*group_); }};
         case 5: return {"enabling a value", "", [=, this] { group_->SetValueEnabled(index, index % 2 == 0); }};
+        case 6: return {"enabling the window", "", [=, this] { EnableWindow(*group_, index % 2 == 0); }};
         default: return {"creating again", "", [this] { Create(*parent_); }};
         }
     }
 
     std::string Check() override {
         if (!group_) return {};
-        const int count = group_->GetValuesCount(), selected = group_->GetSelectionIndex();
-        if (!HWND{*group_} && count != 0) return "there are values without a window";
-        return selected < count ? "" : "a value is selected that is not there";
+        const HWND window = *group_;
+        const int count = group_->GetValuesCount();
+        if (!window) return count == 0 ? "" : "there are values without a window";
+        int checked = 0;
+        for (int i = 0; i < count; ++i) {
+            const HWND button = GetDlgItem(window, 85 + i);
+            if (!button) return "a button is missing";
+            if (SendMessageW(button, BM_GETCHECK, 0, 0) == BST_CHECKED) ++checked;
+            if (IsWindowEnabled(button) && !IsWindowEnabled(window)) return "a button looks as if it could be chosen";
+        }
+        if (checked > 1) return "two values are selected";
+        if ((group_->GetSelectionIndex() >= 0) != (checked == 1)) return "the selected value is not found";
+        if (++checks_ % 16 == 0 && !PaintsItsBackground(window, KX_GetSysColor(COLOR_BTNFACE)))
+            return "the background is not painted";
+        return {};
     }
 
     void Destroy() override { group_.reset(); }
@@ -80,6 +94,7 @@ private:
     RecordingParent* parent_ = nullptr;
     std::unique_ptr<CKxDevUI_Radio> group_;
     std::function<void()> pending_;
+    unsigned checks_ = 0;
 };
 
 TEST(RadioStorm, Survives) {
