@@ -6,7 +6,6 @@
 
 #include <gtest/gtest.h>
 
-#include <chrono>
 #include <cmath>
 #include <limits>
 #include <numbers>
@@ -360,10 +359,8 @@ TEST(Svg, MalformedDrawsNothing) {
     };
     for (const std::string& text : table) {
         Image image{3, 3, std::vector<std::uint32_t>(9)};
-        const auto begin = std::chrono::steady_clock::now();
         EXPECT_FALSE(Render(text, 1024, 1024, {}, nullptr, image)) << text.substr(0, 200);
         EXPECT_TRUE(image.pixels.empty());
-        EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(10)) << text.substr(0, 200);
     }
     Image image;
     const int sizes[][2] = {{0, 9}, {9, 0}, {-1, 9}, {1025, 9}, {9, 1'000'000}};
