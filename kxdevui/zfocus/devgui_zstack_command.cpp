@@ -16,14 +16,12 @@ constexpr bool IsPositionButton(int id) { return id >= IDC_ZS_TOP && id <= IDC_Z
 
 Handled CKxDevUI_ZStack::OnCommand(int id, int code) {
     switch (code) {
+    // Owner-drawn buttons tell of every second quick click in another way.
+    case BN_DOUBLECLICKED:
     case BN_CLICKED: return OnClicked(id);
     case EN_SETFOCUS: return OnEditFocus(id);
     case EN_KILLFOCUS: return OnEditLeft(id);
-    case CBN_SELCHANGE:
-        if (id != IDC_ZS_DEVICE) return std::nullopt;
-        m_data->SetZDevice(static_cast<unsigned int>(SendMessageW(Item(id), CB_GETCURSEL, 0, 0)));
-        OnZStackChanged(RefreshAll);
-        return 0;
+    case CBN_SELCHANGE: return id == IDC_ZS_DEVICE ? OnDeviceChosen() : std::nullopt;
     default: return std::nullopt;
     }
 }
@@ -50,6 +48,7 @@ Handled CKxDevUI_ZStack::OnClicked(int id) {
     case IDC_ZS_TYPE_ENDS: ChooseType(0); return 0;
     case IDC_ZS_TYPE_SYMMETRIC: ChooseType(2); return 0;
     case IDC_ZS_TYPE_ASYMMETRIC: ChooseType(3); return 0;
+    case IDC_ZS_PIEZO: DoCommand(m_piezoMenu.GetCommand(static_cast<int>(m_piezoEntry))); return 0;
     default: return std::nullopt;
     }
 }
@@ -77,11 +76,27 @@ void CKxDevUI_ZStack::ChooseType(int type) {
 }
 
 void CKxDevUI_ZStack::TakeSuggestedStep() {
-    double step = 0;
-    if (m_data->GetStepSuggested(&step) != eKxZStack_Ok || m_data->SetStep(step) != eKxZStack_Ok) return;
     const Alive alive(this);
-    OnStepChanged(step, false);
+    double step = 0;
+    if (m_data->GetStepSuggested(&step) == eKxZStack_Ok) {
+        if (m_data->SetStep(step) == eKxZStack_Ok) {
+            OnStepChanged(step, false);
+        } else {
+            Complain(Verdict::OutOfRange, true);
+        }
+    }
     if (alive) OnZStackChanged(RefreshStep);
+}
+
+// A device that the record refuses is shown no longer: the list goes back with the refresh.
+Handled CKxDevUI_ZStack::OnDeviceChosen() {
+    const LRESULT index = SendMessageW(Item(IDC_ZS_DEVICE), CB_GETCURSEL, 0, 0);
+    if (index < 0) return 0;
+    m_data->SetZDevice(static_cast<unsigned int>(index));
+    const Alive alive(this);
+    OnZStackChanged(RefreshAll);
+    if (alive) UpdateGUI(RefreshAll);
+    return 0;
 }
 
 // ---- Edits ---------------------------------------------------------------------------------------------------------
