@@ -3,12 +3,15 @@
 #include <kxbaseui/kx_colors.h>
 #include <kxbaseui/kx_layoutmanager.h>
 #include <kxbaseui/kx_schemecontrols.h>
+#include <kxdevui/framework/devgui.h>
 #include <kxdevui/framework/ui_resources.h>
 #include <kxdevui/zfocus/zstack_ids.h>
 #include <kxdevui/zfocus/zstack_window.h>
 #include <kxsystem/kx_translation.h>
 
+#include <algorithm>
 #include <cwchar>
+#include <utility>
 
 using namespace kx::ui;
 using kx::zstack::ShownOf;
@@ -69,6 +72,7 @@ HWND CKxDevUI_ZStack::Create(HWND parent, CKxZStackData* data, long x, long y, l
     SetWindowPos(window, nullptr, x, y, cx > 0 ? cx : rect.right - rect.left, cy > 0 ? cy : rect.bottom - rect.top,
                  SWP_NOZORDER | SWP_NOACTIVATE);
     SubclassControls();
+    WidenLabels();
     BuildPiezoMenu();
     ShowTips(false);
     ShowItem(IDC_ZS_PIEZO, false);
@@ -104,6 +108,19 @@ bool CKxDevUI_ZStack::MadeWindow() const {
 }
 
 HWND CKxDevUI_ZStack::Item(int id) const { return GetDlgItem(m_hWnd, id); }
+
+// The labels' rectangles are short for some of the languages; they take the gap before their edits too.
+void CKxDevUI_ZStack::WidenLabels() {
+    for (const auto& [label, edit] : {std::pair{IDC_ZS_STEP_LABEL, IDC_ZS_EDIT_STEP},
+                                      {IDC_ZS_BELOW_LABEL, IDC_ZS_EDIT_BELOW},
+                                      {IDC_ZS_RANGE_LABEL, IDC_ZS_EDIT_RANGE},
+                                      {IDC_ZS_READOUT_LABEL, IDC_ZS_EDIT_ABOVE}}) {
+        const RECT rect = RectInParent(Item(label));
+        const long left = std::max(0L, rect.left - 2), right = RectInParent(Item(edit)).left - 2;
+        SetWindowPos(Item(label), nullptr, left, rect.top, right - left, rect.bottom - rect.top,
+                     SWP_NOZORDER | SWP_NOACTIVATE);
+    }
+}
 
 void CKxDevUI_ZStack::SubclassControls() {
     for (int id = IDC_ZS_EDIT_TOP; id <= IDC_ZS_EDIT_ABOVE; ++id)

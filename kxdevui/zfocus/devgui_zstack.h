@@ -232,6 +232,7 @@ private:
     kx::ui::Handled HandleList(const kx::ui::Message& message);
     bool MadeWindow() const;
     void SubclassControls();
+    void WidenLabels();
     void BuildPiezoMenu();
     void OnEnabled(bool enabled);
     void Focus(HWND from, bool backwards);

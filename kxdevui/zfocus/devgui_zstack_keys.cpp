@@ -1,6 +1,7 @@
 // Keys and mouse in the controls of the Z stack panel.
 #include <kxdevui/zfocus/devgui_zstack.h>
 
+#include <kxbaseui/kx_colors.h>
 #include <kxdevui/zfocus/zstack_ids.h>
 #include <kxdevui/zfocus/zstack_window.h>
 
@@ -108,7 +109,7 @@ Handled CKxDevUI_ZStack::EditOnPaint(const Message& message) {
     GetClientRect(message.window, &client);
     const WindowDC dc(message.window);
     const Selection brush(dc, GetStockObject(DC_BRUSH)), pen(dc, GetStockObject(NULL_PEN));
-    SetDCBrushColor(dc, kx::zstack::MarkColor());
+    SetDCBrushColor(dc, IsWindowEnabled(message.window) ? kx::zstack::MarkColor() : KX_GetSysColor(COLOR_GRAYTEXT));
     const long half = std::max(3L, client.bottom / 4), middle = client.bottom / 2;
     const POINT corners[] = {{2, middle - half}, {2 + half, middle}, {2, middle + half}};
     Polygon(dc, corners, 3);

@@ -258,7 +258,7 @@ Handled CKxDevUI_ZStack::OnPaint(const Message& message) {
         const Axis whole = AxisOf(places.whole, WholeStretch(values)), stack = AxisOf(places.stack, stretch);
         const ScalePainter painter(dc, values, enabled);
         painter.Bar(places.whole, whole, false);
-        painter.Funnel(places.whole, whole, places.stack, stretch);
+        if (values.top && values.bottom) painter.Funnel(places.whole, whole, places.stack, stretch);
         painter.Bar(places.stack, stack, true);
 
         std::vector<Label> labels;
