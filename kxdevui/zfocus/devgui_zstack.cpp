@@ -153,8 +153,10 @@ Handled CKxDevUI_ZStack::Handle(const Message& message) {
     case WM_COMMAND:
         // Controls alone: a menu or an accelerator has no window.
         return message.lParam ? OnCommand(LOWORD(message.wParam), HIWORD(message.wParam)) : std::nullopt;
-    case WM_DRAWITEM: return OnDrawItem(*reinterpret_cast<const DRAWITEMSTRUCT*>(message.lParam));
-    case WM_MEASUREITEM: return OnMeasureItem(*reinterpret_cast<MEASUREITEMSTRUCT*>(message.lParam));
+    case WM_DRAWITEM:
+        return message.lParam ? OnDrawItem(*reinterpret_cast<const DRAWITEMSTRUCT*>(message.lParam)) : std::nullopt;
+    case WM_MEASUREITEM:
+        return message.lParam ? OnMeasureItem(*reinterpret_cast<MEASUREITEMSTRUCT*>(message.lParam)) : std::nullopt;
     case WM_CTLCOLOREDIT: return OnCtlColorEdit(dc, control);
     case WM_CTLCOLORSTATIC: return OnCtlColorStatic(dc, control);
     case WM_ERASEBKGND: return OnEraseBkGnd(message.id, message.wParam, message.lParam);

@@ -236,6 +236,7 @@ private:
     void BuildPiezoMenu();
     void OnEnabled(bool enabled);
     void Focus(HWND from, bool backwards);
+    void SelectFocused();
 
     static Verdict VerdictOf(int status);
     bool Validate(int edit, bool showErrors, const Refresh& refresh, const Apply& apply);

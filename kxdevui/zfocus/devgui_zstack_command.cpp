@@ -133,7 +133,11 @@ Handled CKxDevUI_ZStack::OnEditLeft(int id) {
     Dirty(id) = false;
     if (focus && focus == Item(IDC_ZS_DEVICE)) return 0;
     const bool accepted = ValidateEdit(id, !IsMyWindow(focus));
-    if (!accepted && alive && m_hWnd) SetFocus(edit);
+    if (!alive || !m_hWnd) return 0;
+    if (!accepted) SetFocus(edit);
+    // A text that the refresh has given to the field with the focus is not selected any more, and what is typed next
+    // would be added to it.
+    if (alive && m_hWnd) SelectFocused();
     return 0;
 }
 

@@ -90,8 +90,9 @@ Handled CKxDevUI_ZStack::OnDrawItem(const DRAWITEMSTRUCT& item) {
     const bool isType = item.CtlID >= IDC_ZS_TYPE_ENDS && item.CtlID <= IDC_ZS_TYPE_ASYMMETRIC;
     const bool isPiezo = item.CtlID == IDC_ZS_PIEZO;
     if (!isType && !isPiezo && item.CtlID != IDC_ZS_RELATIVE) return std::nullopt;
-    const Look look{(item.itemState & ODS_SELECTED) != 0, StateOf(item.hwndItem)->hovered,
-                    (item.itemState & ODS_FOCUS) != 0, (item.itemState & ODS_DISABLED) == 0,
+    const auto button = FindState(item.hwndItem);
+    const Look look{(item.itemState & ODS_SELECTED) != 0, button && button->hovered, (item.itemState & ODS_FOCUS) != 0,
+                    (item.itemState & ODS_DISABLED) == 0,
                     isType && IsTypeSelected(item.CtlID, kx::zstack::ShownOf(m_hWnd)->type)};
     PaintItem(m_hWnd, item, KX_GetSysColorBrush(COLOR_BTNFACE), [&](HDC dc, const RECT& area) {
         DrawFace(dc, area, look);

@@ -42,10 +42,15 @@ std::wstring TextOf(HWND window) {
 void CKxDevUI_ZStack::Focus(HWND from, bool backwards) {
     const HWND next = m_hWnd ? GetNextDlgTabItem(m_hWnd, from, backwards) : nullptr;
     if (!next) return;
-    if (GetDlgCtrlID(next) >= IDC_ZS_EDIT_TOP && GetDlgCtrlID(next) <= IDC_ZS_EDIT_ABOVE) {
-        SendMessageW(next, EM_SETSEL, 0, -1);
-    }
+    const Alive alive(this);
     SetFocus(next);
+    if (alive && m_hWnd) SelectFocused();
+}
+
+void CKxDevUI_ZStack::SelectFocused() {
+    const HWND focus = GetFocus();
+    const int id = IsMyWindow(focus) ? GetDlgCtrlID(focus) : 0;
+    if (id >= IDC_ZS_EDIT_TOP && id <= IDC_ZS_EDIT_ABOVE) SendMessageW(focus, EM_SETSEL, 0, -1);
 }
 
 void CKxDevUI_ZStack::FocusNext(HWND from) { Focus(from, false); }

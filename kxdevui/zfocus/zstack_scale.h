@@ -5,6 +5,8 @@
 #include <optional>
 #include <vector>
 
+#include <kxdevui/framework/kxdevui_api.h>
+
 namespace kx::zstack {
 
 // What the scale shows, in micrometres along the Z device; empty is not known.
@@ -24,12 +26,12 @@ struct Stretch {
 };
 
 // All of the device's range with a little beyond it; without a device, all that is known.
-Stretch WholeStretch(const ScaleValues& values);
+KXDEVUI_API Stretch WholeStretch(const ScaleValues& values);
 // The stack and its home with some room around; without both ends, the whole.
-Stretch StackStretch(const ScaleValues& values);
+KXDEVUI_API Stretch StackStretch(const ScaleValues& values);
 
 // A stretch drawn on rows of pixels; `first` is the upper end.
-struct Axis {
+struct KXDEVUI_API Axis {
     Stretch stretch;
     int first, last;
 
@@ -41,15 +43,15 @@ struct Axis {
 
 // The rows of the planes: of every plane, or, where they lie closer than `least` rows, of every second, fifth, tenth...
 // None outside the axis.
-std::vector<int> PlaneRows(const ScaleValues& values, const Axis& axis, int least);
+KXDEVUI_API std::vector<int> PlaneRows(const ScaleValues& values, const Axis& axis, int least);
 
 // The position that a click on a row means: the end of the stack, the home or the end of the device's range that is
 // drawn within `reach` rows, else the row's, in whole nanometres, kept within the device's range. Empty without a
 // device.
-std::optional<double> ClickedZ(const ScaleValues& values, const Axis& axis, int row, int reach);
+KXDEVUI_API std::optional<double> ClickedZ(const ScaleValues& values, const Axis& axis, int row, int reach);
 
 // Moves the tops of labels, which come in rising order, down and then up so that they lie between `first` and `last`
 // and none overlaps the next, as far as there is room.
-void SpreadLabels(std::vector<int>& tops, int height, int first, int last);
+KXDEVUI_API void SpreadLabels(std::vector<int>& tops, int height, int first, int last);
 
 }  // namespace kx::zstack
