@@ -25,9 +25,9 @@ CKxDevUI_ZStack::CKxDevUI_ZStack() { Life::Begin(this); }
 
 // Whether a validation is under way is no state of the panel: a copy that took it over would refuse all for ever.
 CKxDevUI_ZStack::CKxDevUI_ZStack(const CKxDevUI_ZStack& other)
-    : CKxGUIControlElement(other), m_data(other.m_data), m_devices(other.m_devices), m_dirty(other.m_dirty),
-      m_before(other.m_before), m_piezoMenu(other.m_piezoMenu), m_piezoEntry(other.m_piezoEntry),
-      m_piezoMode(other.m_piezoMode), m_cube(other.m_cube) {
+    : CKxGUIControlElement(other), m_data(other.m_data), m_devices(other.m_devices), m_controls(other.m_controls),
+      m_dirty(other.m_dirty), m_before(other.m_before), m_piezoMenu(other.m_piezoMenu),
+      m_piezoEntry(other.m_piezoEntry), m_piezoMode(other.m_piezoMode), m_cube(other.m_cube) {
     Life::Begin(this);
 }
 
@@ -37,6 +37,7 @@ CKxDevUI_ZStack& CKxDevUI_ZStack::operator=(const CKxDevUI_ZStack& other) {
     CKxGUIControlElement::operator=(other);
     m_data = other.m_data;
     m_devices = other.m_devices;
+    m_controls = other.m_controls;
     m_dirty = other.m_dirty;
     m_before = other.m_before;
     m_piezoMenu = other.m_piezoMenu;
@@ -71,6 +72,7 @@ HWND CKxDevUI_ZStack::Create(HWND parent, CKxZStackData* data, long x, long y, l
     GetWindowRect(window, &rect);
     SetWindowPos(window, nullptr, x, y, cx > 0 ? cx : rect.right - rect.left, cy > 0 ? cy : rect.bottom - rect.top,
                  SWP_NOZORDER | SWP_NOACTIVATE);
+    CollectControls();
     SubclassControls();
     WidenLabels();
     BuildPiezoMenu();
@@ -107,7 +109,18 @@ bool CKxDevUI_ZStack::MadeWindow() const {
     return found != m_Instances.end() && found->second == this;
 }
 
-HWND CKxDevUI_ZStack::Item(int id) const { return GetDlgItem(m_hWnd, id); }
+HWND CKxDevUI_ZStack::Item(int id) const {
+    const auto index = static_cast<std::size_t>(id - kFirstControl);
+    return m_hWnd && id >= kFirstControl && index < m_controls.size() ? m_controls[index] : nullptr;
+}
+
+void CKxDevUI_ZStack::CollectControls() {
+    m_controls = {};
+    for (HWND child = GetWindow(m_hWnd, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
+        const auto index = static_cast<std::size_t>(GetDlgCtrlID(child) - kFirstControl);
+        if (index < m_controls.size()) m_controls[index] = child;
+    }
+}
 
 // The labels' rectangles are short for some of the languages; they take the gap before their edits too.
 void CKxDevUI_ZStack::WidenLabels() {
@@ -191,7 +204,8 @@ void CKxDevUI_ZStack::OnEnabled(bool enabled) {
         // The focus that leaves a disabled edit validates it.
         if (!alive || m_hWnd != window) return;
     }
-    if (enabled) {
+    if (enabled && m_data) {
+        ShownOf(window)->steps.reset();
         ShowSteps();
         ShowDevice();
     }

@@ -3,6 +3,7 @@
 
 #include <windows.h>
 
+#include <array>
 #include <functional>
 #include <map>
 #include <optional>
@@ -187,7 +188,7 @@ protected:
     CKxZStackData* m_data = nullptr;
     std::vector<ZDevice> m_devices;
 
-    // A control of the panel by its id; null without a window.
+    // A control of the panel by its id in the template; null without a window, and for other ids.
     HWND Item(int id) const;
 
     // Whether the window is the panel's or in it; null is neither.
@@ -231,6 +232,7 @@ private:
     kx::ui::Handled HandleButton(const kx::ui::Message& message);
     kx::ui::Handled HandleList(const kx::ui::Message& message);
     bool MadeWindow() const;
+    void CollectControls();
     void SubclassControls();
     void WidenLabels();
     void BuildPiezoMenu();
@@ -272,12 +274,15 @@ private:
     void ShowText(int id, const wchar_t* text);
     void ShowItem(int id, bool show);
     void EnableItem(int id, bool enable);
-    void ShowType();
     void ShowPositions();
     void ShowRange(int type, const Position& top, const Position& bottom, const Position& home);
     void ShowSteps();
     void ShowDevice();
     void ShowTips(bool inverted);
+
+    // The controls by their ids, counted from the first: asking the platform for one costs as much as drawing it.
+    static constexpr int kFirstControl = 1196;
+    std::array<HWND, 76> m_controls{};
 
     // An edit that has the focus is the user's: a refresh leaves it alone. What it showed comes back with Escape.
     struct {

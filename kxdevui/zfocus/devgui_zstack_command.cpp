@@ -2,9 +2,11 @@
 #include <kxdevui/zfocus/devgui_zstack.h>
 
 #include <kxdevui/zfocus/zstack_ids.h>
+#include <kxdevui/zfocus/zstack_window.h>
 
 using kx::ui::Alive;
 using kx::ui::Handled;
+using kx::zstack::ShownOf;
 
 namespace {
 
@@ -21,6 +23,7 @@ Handled CKxDevUI_ZStack::OnCommand(int id, int code) {
     case BN_CLICKED: return OnClicked(id);
     case EN_SETFOCUS: return OnEditFocus(id);
     case EN_KILLFOCUS: return OnEditLeft(id);
+    case EN_CHANGE: ShownOf(m_hWnd)->typed = true; return std::nullopt;
     case CBN_SELCHANGE: return id == IDC_ZS_DEVICE ? OnDeviceChosen() : std::nullopt;
     default: return std::nullopt;
     }

@@ -75,9 +75,9 @@ const wchar_t* ImageOf(UINT id) {
                                          : L"ZSTACK_TYPE_ASYMMETRIC";
 }
 
-bool IsTypeSelected(UINT id, int type) {
-    if (type < 0) return false;
-    const int layout = type & 3;
+bool IsTypeSelected(UINT id, const kx::zstack::Shown& shown) {
+    if (!shown.positions || !shown.positions->type) return false;
+    const int layout = *shown.positions->type & 3;
     return id == IDC_ZS_TYPE_ENDS ? layout < 2 : id == IDC_ZS_TYPE_SYMMETRIC ? layout == 2 : layout == 3;
 }
 
@@ -93,7 +93,7 @@ Handled CKxDevUI_ZStack::OnDrawItem(const DRAWITEMSTRUCT& item) {
     const auto button = FindState(item.hwndItem);
     const Look look{(item.itemState & ODS_SELECTED) != 0, button && button->hovered, (item.itemState & ODS_FOCUS) != 0,
                     (item.itemState & ODS_DISABLED) == 0,
-                    isType && IsTypeSelected(item.CtlID, kx::zstack::ShownOf(m_hWnd)->type)};
+                    isType && IsTypeSelected(item.CtlID, *kx::zstack::ShownOf(m_hWnd))};
     PaintItem(m_hWnd, item, KX_GetSysColorBrush(COLOR_BTNFACE), [&](HDC dc, const RECT& area) {
         DrawFace(dc, area, look);
         RECT inside = area;

@@ -46,17 +46,24 @@ void CKxDevUI_ZStack::UpdateGUI(unsigned int flags) {
     }
     if (flags & RefreshPositions) {
         ShowPositions();
-        ShowType();
         ShowDevice();
     }
     if (flags & RefreshStep) ShowSteps();
+    if ((flags & RefreshAll) == RefreshAll) {
+        const bool typing = m_dirty.step || m_dirty.below || m_dirty.range || m_dirty.count || m_dirty.above;
+        ShownOf(m_hWnd)->typed = typing;
+    }
     ShowScale();
 }
 
 // ---- One control ---------------------------------------------------------------------------------------------------
 
 void CKxDevUI_ZStack::ShowEntry(int id, const wchar_t* text) {
-    if (!Dirty(id)) ShowText(id, text);
+    if (Dirty(id)) {
+        ShownOf(m_hWnd)->typed = true;
+    } else {
+        ShowText(id, text);
+    }
 }
 
 // Setting the text of an edit costs a hundred times as much as asking for it.
@@ -94,6 +101,10 @@ void CKxDevUI_ZStack::ShowPositions() {
     const Position home = Known(&CKxZStackData::GetHome);
     int type = 0;
     const bool typed = m_data->GetType(&type) == eKxZStack_Ok;
+    const auto shown = ShownOf(m_hWnd);
+    const kx::zstack::ShownPositions now{typed ? std::optional(type) : std::nullopt, top, bottom, home};
+    if (shown->positions == now && !shown->typed) return;
+
     // Around no home, the ends are distances from wherever Z stands.
     const bool floating = typed && !home && (type & 2) != 0;
     const wchar_t* format = floating ? L"%+0.2f" : L"%0.2f";
@@ -101,6 +112,11 @@ void CKxDevUI_ZStack::ShowPositions() {
     ShowText(IDC_ZS_EDIT_MIDDLE, Formatted(L"%0.2f", home));
     ShowText(IDC_ZS_EDIT_BOTTOM, Formatted(format, bottom));
     if (typed) ShowRange(type, top, bottom, home);
+    if (!shown->positions || shown->positions->type != now.type) {
+        for (const int id : {IDC_ZS_TYPE_ENDS, IDC_ZS_TYPE_SYMMETRIC, IDC_ZS_TYPE_ASYMMETRIC})
+            InvalidateRect(Item(id), nullptr, FALSE);
+    }
+    shown->positions = now;
 }
 
 void CKxDevUI_ZStack::ShowRange(int type, const Position& top, const Position& bottom, const Position& home) {
@@ -127,26 +143,22 @@ void CKxDevUI_ZStack::ShowRange(int type, const Position& top, const Position& b
     ShowEntry(IDC_ZS_EDIT_ABOVE, distances ? high : Formatted(L"%0.2f", top));
 }
 
-void CKxDevUI_ZStack::ShowType() {
-    int type = 0;
-    if (m_data->GetType(&type) != eKxZStack_Ok) type = -1;
-    if (std::exchange(ShownOf(m_hWnd)->type, type) == type) return;
-    for (const int id : {IDC_ZS_TYPE_ENDS, IDC_ZS_TYPE_SYMMETRIC, IDC_ZS_TYPE_ASYMMETRIC})
-        InvalidateRect(Item(id), nullptr, FALSE);
-}
-
 // ---- Step and planes -----------------------------------------------------------------------------------------------
 
 void CKxDevUI_ZStack::ShowSteps() {
-    ShowEntry(IDC_ZS_EDIT_STEP, Formatted(L"%0.2f", Known(&CKxZStackData::GetStep)));
     unsigned int count = 0;
+    const bool counted = m_data->GetCount(&count) == eKxZStack_Ok;
+    const kx::zstack::ShownSteps now{Known(&CKxZStackData::GetStep), Known(&CKxZStackData::GetStepSuggested),
+                                     counted ? std::optional(count) : std::nullopt};
+    const auto shown = ShownOf(m_hWnd);
+    if (shown->steps == now && !shown->typed) return;
     CKxStringW text(kNotSet);
-    if (m_data->GetCount(&count) == eKxZStack_Ok) text.Format(20, L"%u", count);
+    if (counted) text.Format(20, L"%u", count);
     ShowEntry(IDC_ZS_EDIT_STEPS, text);
-
-    const Position suggested = Known(&CKxZStackData::GetStepSuggested);
-    ShowText(IDC_ZS_SUGGESTED, Formatted(L"%0.2f \u00B5m", suggested));
-    EnableItem(IDC_ZS_SUGGESTED, suggested.has_value());
+    ShowEntry(IDC_ZS_EDIT_STEP, Formatted(L"%0.2f", now.step));
+    ShowText(IDC_ZS_SUGGESTED, Formatted(L"%0.2f \u00B5m", now.suggested));
+    EnableItem(IDC_ZS_SUGGESTED, now.suggested.has_value());
+    shown->steps = now;
 }
 
 // ---- Z device ------------------------------------------------------------------------------------------------------

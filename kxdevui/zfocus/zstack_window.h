@@ -11,12 +11,26 @@
 
 namespace kx::zstack {
 
+// What the fields of positions and of step and planes are made of; empty is not set.
+struct ShownPositions {
+    std::optional<int> type;
+    std::optional<double> top, bottom, home;
+    friend bool operator==(const ShownPositions&, const ShownPositions&) = default;
+};
+struct ShownSteps {
+    std::optional<double> step, suggested;
+    std::optional<unsigned int> count;
+    friend bool operator==(const ShownSteps&, const ShownSteps&) = default;
+};
+
 // A refresh compares with it and touches nothing that is the same.
 struct Shown {
+    std::optional<ShownPositions> positions;
+    std::optional<ShownSteps> steps;
+    bool typed = false;  // the text of a field is not what a refresh has made it
     ScaleValues scale;
     std::optional<double> hover;         // under the pointer
     std::optional<unsigned int> device;  // of the record
-    int type = -1;                       // of the record, below 0 when it is not known
     std::optional<bool> inverted;        // as the tooltips say
 };
 
