@@ -5,6 +5,9 @@
 #include <kxdevices/kx_zstackdata.h>
 #include <kxdevui/zfocus/devgui_zstack.h>
 
+#include <string>
+#include <vector>
+
 #include "bench_windows.h"
 #include "harness.h"
 
@@ -50,22 +53,36 @@ void Rewrite(const Panel& panel) {
     }
 }
 
-// The panel's children once more, in a bare window, with as many tools of a tooltip.
-HWND MakeByHand(HWND parent, const Panel& model) {
-    RECT size{};
-    GetClientRect(model.GetHandle(), &size);
-    const HWND window = MakeBareWindow(parent, {size.right, size.bottom});
+// The panel's children, to be made by hand.
+struct Specs {
+    SIZE size{};
+    std::vector<ChildSpec> children;
+    std::vector<std::wstring> classes;  // that the children's point to
+
+    explicit Specs(const Panel& model) {
+        model.GetCurSize(&size);
+        classes.reserve(100);
+        for (HWND child = GetWindow(model.GetHandle(), GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
+            RECT place{};
+            GetWindowRect(child, &place);
+            MapWindowPoints(nullptr, model.GetHandle(), reinterpret_cast<POINT*>(&place), 2);
+            wchar_t name[40] = L"", text[40] = L"";
+            GetClassNameW(child, name, 40);
+            GetWindowTextW(child, text, 40);
+            auto style = static_cast<DWORD>(GetWindowLongW(child, GWL_STYLE));
+            if (name[0] == L'B') style &= ~DWORD{BS_TYPEMASK};
+            classes.push_back(name);
+            children.push_back({classes.back().c_str(), text, style, place, GetDlgCtrlID(child)});
+        }
+    }
+};
+
+// In a bare window, with as many tools of a tooltip.
+HWND MakeByHand(HWND parent, const Specs& specs) {
+    const HWND window = MakeBareWindow(parent, specs.size);
     int tools = 0;
-    for (HWND child = GetWindow(model.GetHandle(), GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
-        RECT place{};
-        GetWindowRect(child, &place);
-        MapWindowPoints(nullptr, model.GetHandle(), reinterpret_cast<POINT*>(&place), 2);
-        wchar_t name[40] = L"", text[40] = L"";
-        GetClassNameW(child, name, 40);
-        GetWindowTextW(child, text, 40);
-        auto style = static_cast<DWORD>(GetWindowLongW(child, GWL_STYLE));
-        if (name[0] == L'B') style &= ~DWORD{BS_TYPEMASK};
-        const HWND made = MakeChild(window, {name, text, style, place, GetDlgCtrlID(child)});
+    for (const ChildSpec& child : specs.children) {
+        const HWND made = MakeChild(window, child);
         if (++tools <= 12) KX_CreateToolTipWindow(made, L"a tip");
     }
     return window;
@@ -75,14 +92,14 @@ Ratio RepaintPanel() {
     const Frame frame;
     Panel panel(frame);
     panel.Fill();
-    const HWND byHand = MakeByHand(frame, panel);
+    const HWND byHand = MakeByHand(frame, Specs(panel));
     return Measure([&] { Repaint(panel.GetHandle()); }, [&] { Repaint(byHand); });
 }
 
 Ratio CreatePanel() {
     const Frame frame;
-    const Panel model(frame);
-    return Measure([&] { const Panel panel(frame); }, [&] { DestroyWindow(MakeByHand(frame, model)); });
+    const Specs specs{Panel(frame)};
+    return Measure([&] { const Panel panel(frame); }, [&] { DestroyWindow(MakeByHand(frame, specs)); });
 }
 
 Ratio RefreshNothing() {

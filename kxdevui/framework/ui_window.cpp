@@ -11,6 +11,7 @@ static_assert(WM_KX_ZOOM_CHANGED == CKxGUILayoutManager::ZoomChangedMessage);
 namespace {
 
 thread_local Closing* s_closing = nullptr;
+thread_local int s_running = 0;  // calls of subclassed children's own procedures that have not returned
 
 bool IsSelfOrBelow(HWND window, HWND root) { return window == root || IsChild(root, window); }
 
@@ -109,8 +110,10 @@ LRESULT CallPrevious(const Message& message) noexcept {
     const auto state = FindState(message.window);
     if (!state || !state->previous || !IsWindow(message.window)) return 0;
     ++state->running;
+    ++s_running;
     const LRESULT result = CallWindowProcW(state->previous, message.window, message.id, message.wParam, message.lParam);
     --state->running;
+    --s_running;
     if (message.id == WM_NCDESTROY) DropState(message.window);
     if (state->orphaned && state->running == 0) {
         state->orphaned = false;
@@ -138,6 +141,7 @@ void DestroySubclassed(HWND child) noexcept {
 }
 
 void SpareBusyChildren(HWND window) noexcept {
+    if (s_running == 0) return;
     HWND next = nullptr;
     for (HWND child = GetWindow(window, GW_CHILD); child; child = next) {
         next = GetWindow(child, GW_HWNDNEXT);

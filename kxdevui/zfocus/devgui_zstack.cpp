@@ -77,8 +77,8 @@ HWND CKxDevUI_ZStack::Create(HWND parent, CKxZStackData* data, long x, long y, l
     WidenLabels();
     BuildPiezoMenu();
     ShowTips(false);
-    ShowItem(IDC_ZS_PIEZO, false);
-    RegisterZoom(window);
+    // At 1.0 everything stands where it shall, and the layout manager asks for the rest when the zoom changes.
+    if (CKxGUILayoutManager::GetGuiZoom() != 1.0) RegisterZoom(window);
     KX_FollowColorScheme(window);
     if (!enabled) EnableWindow(window, FALSE);
     if (visible) ShowWindow(window, SW_SHOW);
@@ -116,10 +116,14 @@ HWND CKxDevUI_ZStack::Item(int id) const {
 
 void CKxDevUI_ZStack::CollectControls() {
     m_controls = {};
-    for (HWND child = GetWindow(m_hWnd, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
+    const auto collect = [](HWND child, LPARAM panel) -> BOOL {
+        auto& controls = reinterpret_cast<CKxDevUI_ZStack*>(panel)->m_controls;
         const auto index = static_cast<std::size_t>(GetDlgCtrlID(child) - kFirstControl);
-        if (index < m_controls.size()) m_controls[index] = child;
-    }
+        if (index < controls.size()) controls[index] = child;
+        return TRUE;
+    };
+    // One request instead of one a child.
+    EnumChildWindows(m_hWnd, collect, reinterpret_cast<LPARAM>(this));
 }
 
 // The labels' rectangles are short for some of the languages; they take the gap before their edits too.
