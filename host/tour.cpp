@@ -158,6 +158,7 @@ void Tour::Plan() {
     PlanDialog();
     PlanLooks();
     PlanControls();
+    PlanZSeries();
     Do([this] {
         Log().Add(L"Tour", m_failed ? L"ended with failures" : L"ended well");
         DestroyWindow(m_window.Handle());
@@ -359,4 +360,61 @@ void Tour::PlanTable() {
     Key(VK_RETURN);
     Picture(L"19-table-refused");
     Click(refuses);
+}
+
+void Tour::PlanZSeries() {
+    const auto in = [this](int id) -> Find {
+        return [this, id] { return m_window.ZSeries().Series().Stack().Child(id); };
+    };
+    const Find refuses = [this] { return GetDlgItem(m_window.ZSeries().Series(), IDC_ZSERIES_REFUSE); };
+    constexpr int kTypeEnds = 1255, kTypeSymmetric = 1257, kTypeAsymmetric = 1258, kTop = 1251, kTopEdit = 1260,
+                  kHome = 1252;
+    constexpr int kStep = 1263, kBelow = 1264, kRange = 1265, kSuggested = 1270, kDevice = 1200, kPiezo = 1259;
+    Menu(MainWindow::cmdPage + 2);
+    Await(in(kTypeEnds));
+    Click(in(kStep));
+    Key(VK_END);
+    for (int i = 0; i < 4; ++i)
+        Key(VK_BACK);
+    Type(L"2");
+    Key(VK_TAB);
+    Picture(L"30-zseries-ends");
+    Click(in(kTopEdit));
+    Key(VK_SPACE);
+    Do([] {});
+    Picture(L"30-zseries-moving");
+    Click(in(kTop));
+    Click(in(kSuggested));
+    Click(in(kTypeSymmetric));
+    Click(in(kHome));
+    Click(in(kRange));
+    Key(VK_END);
+    Type(L"0");
+    Key(VK_RETURN);
+    Picture(L"31-zseries-symmetric");
+    Click(in(kTypeAsymmetric));
+    Click(in(kDevice));
+    Key(VK_DOWN);
+    Key(VK_RETURN);
+    Click(in(kPiezo));
+    Picture(L"32-zseries-asymmetric-piezo");
+    Click(refuses);
+    Click(in(kBelow));
+    Type(L"-1");
+    Key(VK_TAB);
+    Picture(L"33-zseries-refused");
+    Click(refuses);
+    Click(in(kTypeEnds));
+    Menu(MainWindow::cmdEnabled);
+    Picture(L"34-zseries-disabled");
+    Menu(MainWindow::cmdEnabled);
+    Menu(MainWindow::cmdScheme + eKxColorScheme_Dark);
+    Menu(MainWindow::cmdZoom + 6);
+    Picture(L"35-zseries-dark-150");
+    Menu(MainWindow::cmdScheme + eKxColorScheme_System);
+    Menu(MainWindow::cmdZoom + 4);
+    Menu(MainWindow::cmdLanguage + LANG_JAPANESE);
+    Picture(L"36-zseries-japanese");
+    Menu(MainWindow::cmdLanguage + LANG_ENGLISH);
+    Picture(L"37-zseries-end");
 }

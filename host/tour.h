@@ -32,6 +32,7 @@ private:
     void PlanFields();
     void PlanRadio();
     void PlanTable();
+    void PlanZSeries();
     void TakeStep();
 
     void Do(std::function<void()> step);
