@@ -48,5 +48,6 @@ std::vector<Row> EditRows();
 std::vector<Row> RadioRows();
 std::vector<Row> TableRows();
 std::vector<Row> OpticsRows();
+std::vector<Row> ZStackRows();
 
 }  // namespace kx::bench

@@ -160,6 +160,7 @@ void Tour::Plan() {
     PlanLooks();
     PlanControls();
     PlanOptics();
+    PlanZSeries();
     Do([this] {
         Log().Add(L"Tour", m_failed ? L"ended with failures" : L"ended well");
         DestroyWindow(m_window.Handle());

@@ -36,6 +36,7 @@ private:
     void PlanRadio();
     void PlanTable();
     void PlanOptics();
+    void PlanZSeries();
 
     void Do(std::function<void()> step);
     // Waits until the target can be seen.

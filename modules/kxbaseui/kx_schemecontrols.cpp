@@ -237,6 +237,40 @@ LRESULT CALLBACK ComboProc(HWND combo, UINT message, WPARAM wParam, LPARAM lPara
     return kx::CallRest(ComboProc, combo, message, wParam, lParam);
 }
 
+// ---- Edges ---------------------------------------------------------------------------------------------------------
+
+// The sunken edge of an edit, one line in the scheme's colours instead of the system's four.
+LRESULT CALLBACK EditProc(HWND edit, UINT message, WPARAM wParam, LPARAM lParam) {
+    const LRESULT result = kx::CallRest(EditProc, edit, message, wParam, lParam);
+    if (message != WM_NCPAINT || !InUse() || !(GetWindowLongW(edit, GWL_EXSTYLE) & WS_EX_CLIENTEDGE)) return result;
+    RECT rect{};
+    GetWindowRect(edit, &rect);
+    OffsetRect(&rect, -rect.left, -rect.top);
+    const HDC dc = GetWindowDC(edit);
+    Frame(dc, rect, COLOR_BTNSHADOW);
+    const bool field = IsWindowEnabled(edit) && !(GetWindowLongW(edit, GWL_STYLE) & ES_READONLY);
+    InflateRect(&rect, -1, -1);
+    Frame(dc, rect, field ? COLOR_WINDOW : COLOR_BTNFACE);
+    ReleaseDC(edit, dc);
+    return result;
+}
+
+bool IsEtchedLine(HWND label) {
+    const LONG type = GetWindowLongW(label, GWL_STYLE) & SS_TYPEMASK;
+    return type == SS_ETCHEDHORZ || type == SS_ETCHEDVERT;
+}
+
+LRESULT CALLBACK EtchedLineProc(HWND line, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (!InUse() || message != WM_PAINT || wParam != 0) {
+        return kx::CallRest(EtchedLineProc, line, message, wParam, lParam);
+    }
+    const PaintDC dc(line);
+    RECT client{};
+    GetClientRect(line, &client);
+    FillRect(dc, &client, KX_GetSysColorBrush(COLOR_BTNSHADOW));
+    return 0;
+}
+
 // ---- Parents -------------------------------------------------------------------------------------------------------
 
 // Stands before the window's own procedure, which in another scheme than the system's could only answer wrongly.
@@ -261,6 +295,10 @@ void Follow(HWND window) {
         if ((GetWindowLongW(window, GWL_STYLE) & 3) == CBS_DROPDOWNLIST) {
             kx::Subclass(window, ComboProc);
         }
+    } else if (IsClass(window, L"Edit")) {
+        kx::Subclass(window, EditProc);
+    } else if (IsClass(window, L"Static") && IsEtchedLine(window)) {
+        kx::Subclass(window, EtchedLineProc);
     } else if (IsClass(window, WC_LISTVIEWW)) {
         FollowColorSchemeInList(window);
     } else if (GetWindow(window, GW_CHILD)) {

@@ -47,6 +47,18 @@ bool SKxSimMotion::Read(long& out) const noexcept {
     return true;
 }
 
+void SKxSimZDrive::Start(double position, unsigned now) noexcept {
+    if (std::isnan(position)) return;
+    from = Position(now);
+    to = std::clamp(position, rangeMin, rangeMax);
+    start = now;
+}
+
+double SKxSimZDrive::Position(unsigned now) const noexcept {
+    const double travelled = speed * (now - start) / 1000.0, way = to - from;
+    return travelled >= std::abs(way) ? to : from + std::copysign(travelled, way);
+}
+
 bool CKxSimDevice::Move(long target, long count) {
     if (target < 0 || target >= count) return false;
     const long way = std::labs(target - m_motion.position);

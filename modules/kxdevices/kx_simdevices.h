@@ -29,6 +29,24 @@ struct KXDEVICES_API SKxSimMotion {
     bool Read(long& out) const noexcept;
 };
 
+// A Z drive, which travels evenly and is somewhere on its way at any time; a value as well.
+struct KXDEVICES_API SKxSimZDrive {
+    // Where it can go, in micrometres, and how fast, in micrometres a second.
+    double rangeMin = 0;
+    double rangeMax = 1000;
+    double speed = 100;
+    // Where it came from and where it goes; when it set out, in milliseconds of the time counter.
+    double from = 0;
+    double to = 0;
+    unsigned start = 0;
+
+    // Sets out from where it stands. Beyond the range it ends at the range's end; what is not a number is ignored.
+    void Start(double position, unsigned now) noexcept;
+    // Where it stands, and whether it is on its way.
+    double Position(unsigned now) const noexcept;
+    bool IsMoving(unsigned now) const noexcept { return Position(now) != to; }
+};
+
 // What all simulated devices have: names, speed and faults.
 class KXDEVICES_API CKxSimDevice {
 public:

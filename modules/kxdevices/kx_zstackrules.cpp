@@ -69,7 +69,7 @@ std::optional<Stack> WithTopAdjusted(Stack stack, const Range& device, Nm top) n
         const Nm back = reach.max - top;
         stack.top = top;
         ShiftAll(stack, back);
-        if (stack.IsRelative()) stack.home = std::clamp(*stack.home, device.min, device.max);
+        if (stack.IsRelative() && !device.Holds(*stack.home)) return std::nullopt;
     } else if (top < bottom) {
         // On the wrong side of home it is a mistake (a negative range), else the stack starts anew at the other place.
         if (stack.IsRelative() && top < stack.home.value_or(0)) return std::nullopt;

@@ -108,7 +108,7 @@ FAULTS
   ;;
   zstackrules) cat <<'FAULTS'
 s/ || PlanesIn(extent, step) != Nm{count}//
-s/std::clamp(\*stack.home, device.min, device.max)/*stack.home/
+s/if (stack.IsRelative() \&\& !device.Holds(\*stack.home)) return/if (false) return/
 s/std::max(reach.min, top - stack.Extent().value_or(0))/top - stack.Extent().value_or(0)/
 FAULTS
   ;;

@@ -98,6 +98,7 @@ TEST(ZStackData, SettersMoveWhatTheyShould) {
         {"a new place below", plain, Top(50, true), 0, {0, 40, None, 50, 3, 4}},
         {"a new place above", plain, Bottom(995, true), 0, {0, 995, None, 1000, 3, 2}},
         {"around home, home goes along", above, Top(1020, true), 0, {3, 70, 80, 1000, 10, 94}},
+        {"unless home cannot", {3, 10, 5, 900}, Top(1009, true), -17, {}},
         {"the panel's undo passes home", above, Top(95, true), 0, {3, 90, 100, 95, 10, 1}},
         {"a negative range is none", around, Bottom(120, true), -17, {}},
         {"nor from above", around, Top(80, true), -17, {}},

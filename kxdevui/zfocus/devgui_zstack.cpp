@@ -1,0 +1,307 @@
+#include <kxdevui/zfocus/devgui_zstack.h>
+
+#include <kxbaseui/kx_colors.h>
+#include <kxbaseui/kx_layoutmanager.h>
+#include <kxbaseui/kx_schemecontrols.h>
+#include <kxdevui/framework/devgui.h>
+#include <kxdevui/framework/ui_resources.h>
+#include <kxdevui/zfocus/zstack_ids.h>
+#include <kxdevui/zfocus/zstack_window.h>
+#include <kxsystem/kx_translation.h>
+
+#include <algorithm>
+#include <cwchar>
+#include <utility>
+
+using namespace kx::ui;
+using kx::zstack::ShownOf;
+
+ATOM CKxDevUI_ZStack::m_Atom = 0;
+std::map<HWND, CKxDevUI_ZStack*> CKxDevUI_ZStack::m_Instances;
+
+// ---- Life ----------------------------------------------------------------------------------------------------------
+
+CKxDevUI_ZStack::CKxDevUI_ZStack() { Life::Begin(this); }
+
+// Whether a validation is under way is no state of the panel: a copy that took it over would refuse all for ever.
+CKxDevUI_ZStack::CKxDevUI_ZStack(const CKxDevUI_ZStack& other)
+    : CKxGUIControlElement(other), m_data(other.m_data), m_devices(other.m_devices), m_controls(other.m_controls),
+      m_dirty(other.m_dirty), m_before(other.m_before), m_piezoMenu(other.m_piezoMenu),
+      m_piezoEntry(other.m_piezoEntry), m_piezoMode(other.m_piezoMode), m_cube(other.m_cube) {
+    Life::Begin(this);
+}
+
+CKxDevUI_ZStack& CKxDevUI_ZStack::operator=(const CKxDevUI_ZStack& other) {
+    if (this == &other) return *this;
+    Destroy();
+    CKxGUIControlElement::operator=(other);
+    m_data = other.m_data;
+    m_devices = other.m_devices;
+    m_controls = other.m_controls;
+    m_dirty = other.m_dirty;
+    m_before = other.m_before;
+    m_piezoMenu = other.m_piezoMenu;
+    m_piezoEntry = other.m_piezoEntry;
+    m_piezoMode = other.m_piezoMode;
+    m_cube = other.m_cube;
+    return *this;
+}
+
+CKxDevUI_ZStack::~CKxDevUI_ZStack() {
+    Destroy();
+    Life::End(this);
+}
+
+namespace {
+
+// Shown in the plain way, a window has its children erased and framed one after the other before any is painted, which
+// takes as long as half of their creation.
+void ShowQuietly(HWND window) {
+    SetWindowPos(window, nullptr, 0, 0, 0, 0,
+                 SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_SHOWWINDOW | SWP_NOREDRAW);
+    RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN);
+}
+
+}  // namespace
+
+// ---- The window ----------------------------------------------------------------------------------------------------
+
+HWND CKxDevUI_ZStack::Create(HWND parent, CKxZStackData* data, long x, long y, long cx, long cy, bool visible,
+                             bool enabled) {
+    Destroy();
+    if (!data) return nullptr;
+    const HINSTANCE module = ModuleOf(WndProc);
+    EnsureClass(m_Atom, {L"CKxDevUI_ZStack", L"CKxDevUI_ZStack", 0, DLGWINDOWEXTRA, nullptr, WndProc});
+    const DLGTEMPLATE* dialog = FindDialogTemplate(L"IDD_ZSTACKGUI", module);
+    const HWND window = dialog ? CreateDialogIndirectParamW(module, dialog, parent, nullptr, 0) : nullptr;
+    if (!window) return nullptr;
+    m_hWnd = window;
+    m_data = data;
+    // Only now: while the dialog is made, its controls have nothing to tell.
+    m_Instances[window] = this;
+
+    RECT rect{};
+    GetWindowRect(window, &rect);
+    SetWindowPos(window, nullptr, x, y, cx > 0 ? cx : rect.right - rect.left, cy > 0 ? cy : rect.bottom - rect.top,
+                 SWP_NOZORDER | SWP_NOACTIVATE);
+    CollectControls();
+    SubclassControls();
+    WidenLabels();
+    BuildPiezoMenu();
+    ShowTips(false);
+    // At 1.0 everything stands where it shall, and the layout manager asks for the rest when the zoom changes.
+    if (CKxGUILayoutManager::GetGuiZoom() != 1.0) RegisterZoom(window);
+    KX_FollowColorScheme(window);
+    if (!enabled) EnableWindow(window, FALSE);
+    if (visible) ShowQuietly(window);
+    return window;
+}
+
+void CKxDevUI_ZStack::Destroy() {
+    if (MadeWindow()) {
+        const Closing closing(m_hWnd);
+        DestroyWindow(m_hWnd);
+    }
+    m_hWnd = nullptr;
+    m_data = nullptr;
+    m_devices.clear();
+    m_dirty = {};
+    m_before.clear();
+}
+
+void CKxDevUI_ZStack::DestroyGDIObjects() {
+    if (const auto state = FindState(m_hWnd)) {
+        state->client = {};
+        state->item = {};
+    }
+}
+
+bool CKxDevUI_ZStack::MadeWindow() const {
+    const auto found = m_Instances.find(m_hWnd);
+    return found != m_Instances.end() && found->second == this;
+}
+
+HWND CKxDevUI_ZStack::Item(int id) const {
+    const auto index = static_cast<std::size_t>(id - kFirstControl);
+    return m_hWnd && id >= kFirstControl && index < m_controls.size() ? m_controls[index] : nullptr;
+}
+
+void CKxDevUI_ZStack::CollectControls() {
+    m_controls = {};
+    const auto collect = [](HWND child, LPARAM panel) -> BOOL {
+        auto& controls = reinterpret_cast<CKxDevUI_ZStack*>(panel)->m_controls;
+        const auto index = static_cast<std::size_t>(GetDlgCtrlID(child) - kFirstControl);
+        if (index < controls.size()) controls[index] = child;
+        return TRUE;
+    };
+    // One request instead of one a child.
+    EnumChildWindows(m_hWnd, collect, reinterpret_cast<LPARAM>(this));
+}
+
+// The labels' rectangles are short for some of the languages; they take the gap before their edits too.
+void CKxDevUI_ZStack::WidenLabels() {
+    for (const auto& [label, edit] : {std::pair{IDC_ZS_STEP_LABEL, IDC_ZS_EDIT_STEP},
+                                      {IDC_ZS_BELOW_LABEL, IDC_ZS_EDIT_BELOW},
+                                      {IDC_ZS_RANGE_LABEL, IDC_ZS_EDIT_RANGE},
+                                      {IDC_ZS_READOUT_LABEL, IDC_ZS_EDIT_ABOVE}}) {
+        const RECT rect = RectInParent(Item(label));
+        const long left = std::max(0L, rect.left - 2), right = RectInParent(Item(edit)).left - 2;
+        SetWindowPos(Item(label), nullptr, left, rect.top, right - left, rect.bottom - rect.top,
+                     SWP_NOZORDER | SWP_NOACTIVATE);
+    }
+}
+
+void CKxDevUI_ZStack::SubclassControls() {
+    for (int id = IDC_ZS_EDIT_TOP; id <= IDC_ZS_EDIT_ABOVE; ++id)
+        Subclass(Item(id), EdtWndProc, this);
+    for (const int id : {IDC_ZS_TYPE_ENDS, IDC_ZS_TYPE_SYMMETRIC, IDC_ZS_TYPE_ASYMMETRIC, IDC_ZS_TOP, IDC_ZS_HOME,
+                         IDC_ZS_BOTTOM, IDC_ZS_RELATIVE, IDC_ZS_SUGGESTED, IDC_ZS_PIEZO})
+        Subclass(Item(id), BtnWndProc, this);
+    Subclass(Item(IDC_ZS_DEVICE), CbxWndProc, this);
+}
+
+// The window is a dialog of a class of its own, so what is not handled goes to the dialog manager.
+LRESULT CALLBACK CKxDevUI_ZStack::WndProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    using Lookup = ByInstances<CKxDevUI_ZStack, m_Instances>;
+    if (message == WM_DESTROY) SpareBusyChildren(window);
+    Handled result;
+    if (CKxDevUI_ZStack* panel = Lookup::Find(window)) {
+        result = Dispatch<CKxDevUI_ZStack, Lookup, &CKxDevUI_ZStack::Handle>(panel, {window, message, wParam, lParam});
+    } else if (message == WM_NCDESTROY) {
+        DropState(window);
+    }
+    return result ? *result : DefDlgProcW(window, message, wParam, lParam);
+}
+
+Handled CKxDevUI_ZStack::Handle(const Message& message) {
+    const auto dc = reinterpret_cast<HDC>(message.wParam);
+    const auto control = reinterpret_cast<HWND>(message.lParam);
+    switch (message.id) {
+    case WM_PAINT:
+    case WM_PRINTCLIENT: return OnPaint(message);
+    case WM_COMMAND:
+        // Controls alone: a menu or an accelerator has no window.
+        return message.lParam ? OnCommand(LOWORD(message.wParam), HIWORD(message.wParam)) : std::nullopt;
+    case WM_DRAWITEM:
+        return message.lParam ? OnDrawItem(*reinterpret_cast<const DRAWITEMSTRUCT*>(message.lParam)) : std::nullopt;
+    case WM_MEASUREITEM:
+        return message.lParam ? OnMeasureItem(*reinterpret_cast<MEASUREITEMSTRUCT*>(message.lParam)) : std::nullopt;
+    case WM_CTLCOLOREDIT: return OnCtlColorEdit(dc, control);
+    case WM_CTLCOLORSTATIC: return OnCtlColorStatic(dc, control);
+    case WM_ERASEBKGND: return OnEraseBkGnd(message.id, message.wParam, message.lParam);
+    case WM_LBUTTONDOWN:
+    case WM_MOUSEMOVE:
+    case WM_MOUSELEAVE: return HandleMouse(message);
+    case WM_KEYDOWN:
+        if (message.wParam == VK_TAB) Focus(nullptr, GetKeyState(VK_SHIFT) < 0);
+        return std::nullopt;
+    // The dialog manager would hand the focus on to a control.
+    case WM_SETFOCUS: return 0;
+    case WM_ENABLE: OnEnabled(message.wParam != FALSE); return std::nullopt;
+    case WM_SYSCOLORCHANGE: InvalidateRect(m_hWnd, nullptr, FALSE); return std::nullopt;
+    case WM_KX_ZOOM_CHANGED: OnGuiZoomChanged(); return 0;
+    case WM_DESTROY:
+        // The edits are still there, and one may have the focus: it is nobody's wish any more.
+        m_Instances.erase(message.window);
+        m_hWnd = nullptr;
+        return std::nullopt;
+    default: return std::nullopt;
+    }
+}
+
+LRESULT CKxDevUI_ZStack::OnEraseBkGnd(UINT, WPARAM, LPARAM) { return 1; }
+
+// What is in a disabled panel looks disabled.
+void CKxDevUI_ZStack::OnEnabled(bool enabled) {
+    const Alive alive(this);
+    const HWND window = m_hWnd;
+    for (HWND child = GetWindow(window, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
+        EnableWindow(child, enabled);
+        // The focus that leaves a disabled edit validates it.
+        if (!alive || m_hWnd != window) return;
+    }
+    if (enabled && m_data) {
+        ShownOf(window)->steps.reset();
+        ShowSteps();
+        ShowDevice();
+    }
+    InvalidateRect(window, nullptr, FALSE);
+}
+
+void CKxDevUI_ZStack::OnGuiZoomChanged() {
+    CKxGUIControlElement::OnGuiZoomChanged();
+    if (m_hWnd) InvalidateRect(m_hWnd, nullptr, FALSE);
+}
+
+void CKxDevUI_ZStack::Redraw() {
+    if (m_hWnd) RedrawWindow(m_hWnd, nullptr, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN | RDW_UPDATENOW);
+}
+
+// ---- Z devices -----------------------------------------------------------------------------------------------------
+
+long CKxDevUI_ZStack::AppendZDevice(const wchar_t* name, bool piezo, long id, double rangeMin, double rangeMax,
+                                    bool inverted, int pickerMode, bool select) {
+    const HWND list = Item(IDC_ZS_DEVICE);
+    if (!name || !*name || !list) return -1;
+    // These carry the objective whatever stand they are mounted on.
+    const bool overSlide = std::wcscmp(name, L"AZ100 ZDrive") == 0 || std::wcscmp(name, L"Ardon LV ZDrive LV-FMA") == 0;
+    m_devices.push_back({name, piezo, id, rangeMin, rangeMax, inverted && !overSlide, pickerMode});
+    const LRESULT index = SendMessageW(list, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(name));
+    if (select) SendMessageW(list, CB_SETCURSEL, static_cast<WPARAM>(index), 0);
+    return static_cast<long>(m_devices.size() - 1);
+}
+
+void CKxDevUI_ZStack::ClearZDevices(bool record, bool refresh) {
+    m_devices.clear();
+    SendMessageW(Item(IDC_ZS_DEVICE), CB_RESETCONTENT, 0, 0);
+    if (m_hWnd) ShownOf(m_hWnd)->device.reset();
+    if (record && m_data) m_data->ClearZDevices();
+    if (refresh) UpdateGUI(RefreshAll);
+}
+
+const CKxDevUI_ZStack::ZDevice* CKxDevUI_ZStack::CurrentDevice() const {
+    unsigned int device = 0;
+    const bool known = m_data && m_data->GetZDevice(&device) == eKxZStack_Ok && device < m_devices.size();
+    return known ? &m_devices[device] : nullptr;
+}
+
+// ---- The piezo's home ----------------------------------------------------------------------------------------------
+
+void CKxDevUI_ZStack::BuildPiezoMenu() {
+    const auto translated = [](const wchar_t* text) { return KX_GetTranslation(text, L"devgui_zstack"); };
+    m_piezoMenu.Clear();
+    m_piezoMenu.AppendMenuItem(L"GOHOME", translated(L"Move Piezo Z to Home Position"), L"PNG_ZSTACK_GOHOME");
+    m_piezoMenu.AppendMenuItem(L"GOHOMEKEEP", translated(L"Keeps Z position and centers Piezo Z"),
+                               L"PNG_ZSTACK_GOHOMEKEEPZ");
+}
+
+void CKxDevUI_ZStack::SetPiezoPickerMode(unsigned int entry, int mode) {
+    if (entry <= PiezoHomeKeepZ) {
+        m_piezoEntry = entry;
+        if (m_data) m_data->SetKeepZOnPiezoHome(entry == PiezoHomeKeepZ);
+    }
+    m_piezoMode = mode;
+    if (m_hWnd) InvalidateRect(Item(IDC_ZS_PIEZO), nullptr, FALSE);
+}
+
+void CKxDevUI_ZStack::PickPiezo(unsigned int entry) {
+    const bool same = entry == m_piezoEntry;
+    SetPiezoPickerMode(entry, m_piezoMode);
+    const Alive alive(this);
+    if (!same) OnZStackChanged(RefreshAll);
+    if (alive) OnPiezoPickerChanged(entry, m_piezoMode);
+}
+
+void CKxDevUI_ZStack::OnPiezoPickerChanged(unsigned int entry, int) { OnGoHomeRequest(entry == PiezoHomeKeepZ); }
+
+bool CKxDevUI_ZStack::DoCommand(const wchar_t* name) {
+    const bool keep = std::wcscmp(name, L"GOHOMEKEEP") == 0;
+    if (!keep && std::wcscmp(name, L"GOHOME") != 0) return false;
+    OnGoHomeRequest(keep);
+    return true;
+}
+
+int CKxDevUI_ZStack::CustomCommand(int command, INT_PTR parameter, void* data) {
+    if (command != CommandByName) return CKxGUIControlElement::CustomCommand(command, parameter, data);
+    return data && DoCommand(static_cast<const wchar_t*>(data)) ? 1 : 0;
+}

@@ -1,0 +1,297 @@
+// CKxDevUI_ZStack: the panel on which the user defines a Z series.
+#pragma once
+
+#include <windows.h>
+
+#include <array>
+#include <functional>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include <kxbaseui/kx_guielement.h>
+#include <kxbaseui/kx_menu.h>
+#include <kxdevices/kx_zstackdata.h>
+#include <kxdevui/framework/kxdevui_api.h>
+#include <kxdevui/framework/ui_window.h>
+
+namespace kx::zstack {
+struct ScaleValues;
+}
+
+// Edits a record of the host's (kxdevices/kx_zstackdata.h): what is typed is turned into calls of its setters, what
+// they answer is told to the user, and every change to the host. The record is the judge of every value; the panel
+// rounds and limits nothing. It moves nothing either: going somewhere is a request to the host.
+//
+// The host derives from the panel and supplies the callbacks. After OnZStackChanged it stores the record and calls
+// UpdateGUI with the flags it was given. A callback may destroy the panel, window and object.
+//
+// The fields of step, range and number of planes are validated when the focus leaves them; Tab, Shift+Tab and Enter
+// move on, Escape puts back what the field showed when it got the focus. The fields beside Top, Home and Bottom show
+// positions; a double click there, or the space bar, asks for Z to go there, and so does a click on the Z scale.
+//
+// The order of the virtual operations is part of the binary interface.
+class KXDEVUI_API CKxDevUI_ZStack : public CKxGUIControlElement {
+public:
+    // What is to be refreshed: the positions, with the type and the device; the step with the number of planes; all.
+    static constexpr unsigned int RefreshPositions = 1;
+    static constexpr unsigned int RefreshStep = 2;
+    static constexpr unsigned int RefreshAll = 3;
+    // Only where Z stands: to be called whenever Z moves, it costs the repaint of the mark.
+    static constexpr unsigned int RefreshZ = 4;
+
+    // The commands of CustomCommand: the command whose name `data` points to (wide text), "GOHOME" or "GOHOMEKEEP".
+    static constexpr int CommandByName = 1;
+
+    // The entries of the piezo button's menu.
+    static constexpr unsigned int PiezoHome = 0;
+    static constexpr unsigned int PiezoHomeKeepZ = 1;
+    // The picker's mode in which there is no menu: the button does its entry, and nothing else can be chosen.
+    static constexpr int PiezoPickerFixed = 1;
+
+    // The answer to "outside the device's range, move the other end?" that the user wants given for the rest of the
+    // session, for all panels: 0 ask, 1 Yes, any other No. Set by the dialog's check box.
+    static int iKeepRange;
+
+    // No window, no record.
+    CKxDevUI_ZStack();
+    // The copy shows the same window and record; the window's messages go on to the panel that made it, and the window
+    // goes with that.
+    CKxDevUI_ZStack(const CKxDevUI_ZStack& other);
+    CKxDevUI_ZStack& operator=(const CKxDevUI_ZStack& other);
+    // Destroys the window if this panel made it.
+    ~CKxDevUI_ZStack() override;
+
+    // Makes the panel in the language of the user interface at (x, y) in the parent's client area, cx by cy unzoomed
+    // pixels, of which one that is not above 0 means the template's; destroys a previous one. The record has to
+    // outlive the panel. Null without a record, or when the window cannot be made. No callback is called.
+    HWND Create(HWND parent, CKxZStackData* data, long x, long y, long cx, long cy, bool visible, bool enabled);
+
+    // Destroys the window and forgets record and devices; without one, or for a copy, only forgets them. No callback is
+    // called: what an edit held is lost.
+    void Destroy();
+
+    // Lets go of what painting keeps, the off-screen bitmaps; the next painting makes them anew.
+    void DestroyGDIObjects();
+
+    // Adds a Z device to the list, in the order of the record's: its name, whether it is a piezo, its logical id, its
+    // range in micrometres, whether a rising Z brings the objective towards the slide (an inverted stand), the mode of
+    // its piezo picker, and whether it is selected in the list. Returns its index, or -1 for a null or empty name, or
+    // without a window. Names may occur twice.
+    //
+    // "AZ100 ZDrive" and "Ardon LV ZDrive LV-FMA" move the objective over the slide: `inverted` does not count for
+    // them.
+    virtual long AppendZDevice(const wchar_t* name, bool piezo, long id, double rangeMin, double rangeMax,
+                               bool inverted, int pickerMode, bool select);
+
+    // Empties the list, and the record's with `record`; with `refresh` follows UpdateGUI(3).
+    void ClearZDevices(bool record, bool refresh);
+
+    // Shows what the record holds, where that differs from what is shown, but for an edit in which the user is typing.
+    // OnZDeviceShown comes first, unless the record has no device. Flags as above; without a window nothing happens.
+    void UpdateGUI(unsigned int flags);
+
+    // Paints the whole panel anew, at once.
+    void Redraw();
+
+    // Which entry the piezo button does on a click, PiezoHome or PiezoHomeKeepZ, others being ignored: it is written
+    // into the record (SetKeepZOnPiezoHome). And the mode of its menu: PiezoPickerFixed, or any other for one with both
+    // entries, which is handed to OnPiezoPickerChanged. Another device brings the mode that it was appended with.
+    void SetPiezoPickerMode(unsigned int entry, int mode);
+
+    // Shows, beside the type buttons, the sample with the objective above or, on an inverted stand, below; not at
+    // first.
+    void EnableCube(bool enable);
+
+    // CommandByName: 1 if there is such a command, which is done. All else: 0.
+    int CustomCommand(int command, INT_PTR parameter, void* data) override;
+
+    // Places and paints everything for the new zoom.
+    void OnGuiZoomChanged() override;
+
+protected:
+    // The user has chosen an entry of the piezo button's menu: PiezoHome or PiezoHomeKeepZ, which is now what the
+    // button does; `mode` is the picker's. Here that becomes OnGoHomeRequest. It comes after the choice has been
+    // written into the record and, if it is another one than before, told by OnZStackChanged(3).
+    virtual void OnPiezoPickerChanged(unsigned int entry, int mode);
+
+    // The step has been changed: by typing it, or, `typed` being false, by taking the suggested one.
+    virtual void OnStepChanged(double step, bool typed) = 0;
+    // The user wants Z to go there.
+    virtual void OnMoveZRequest(double z) = 0;
+    // The user wants the piezo at its home, with Z moving along or, with `keepZ`, with the focus kept.
+    virtual void OnGoHomeRequest(bool keepZ) = 0;
+    // For the host's own use; the panel never calls it.
+    virtual void OnHostRequest() = 0;
+    // A refresh begins, for the record's device.
+    virtual void OnZDeviceShown(unsigned int device) = 0;
+    // The record has, or may have, been changed by the user: the flags say what of the panel is to be refreshed.
+    virtual void OnZStackChanged(unsigned int flags) = 0;
+
+    // WM_ERASEBKGND, with its parameters: the panel paints its whole area, so nothing is erased; 1.
+    virtual LRESULT OnEraseBkGnd(UINT message, WPARAM wParam, LPARAM lParam);
+
+    // Each takes the text of an edit, at most 15 characters of it, to the record, and ends with OnZStackChanged(3), but
+    // for two: ValidateHome ends with UpdateGUI(3), so that the host is not told, and ValidateStep with OnStepChanged,
+    // when the step was taken, and OnZStackChanged(2). Nothing entered, or "N/A", is fine and changes nothing.
+    //
+    // True when the text was taken or asks for nothing. False for a text that is no number ("Invalid value entered.")
+    // or a value that the record refuses ("Value is out of range."); the message boxes come up only with `showErrors`
+    // and over a panel that is visible by itself. False also, with nothing done and nobody told, when another
+    // validation of this panel is under way, or the type is not right: ValidateRange works for types 2 and 6, and it,
+    // ValidateRangeMax and ValidateRangeMin need a record that tells its type.
+    //
+    // ValidateBottom and ValidateHome read the same edit.
+    bool ValidateTop(bool showErrors);
+    bool ValidateBottom(bool showErrors);
+    bool ValidateHome(bool showErrors);
+    // The whole range, around home or, without one, around 0. At the device's lower end the home moves; it stays moved
+    // when the top is refused after that and both ends go back to what they were.
+    bool ValidateRange(bool showErrors);
+    // The edits above and below: distances from home for types 3 and 7, whatever their sign, positions for the others.
+    // Outside the device's range the user is asked whether the other end shall move (iKeepRange); a No is not told
+    // again by a message box.
+    bool ValidateRangeMax(bool showErrors);
+    bool ValidateRangeMin(bool showErrors);
+    bool ValidateStep(bool showErrors);
+    // A whole number and anything after it; a negative one goes to the record as the unsigned number it converts to.
+    bool ValidateSteps(bool showErrors);
+
+    // The window procedures: of the panel, and those put before the ones of its edits, buttons and its list.
+    static LRESULT CALLBACK WndProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+    static LRESULT CALLBACK EdtWndProc(HWND edit, UINT message, WPARAM wParam, LPARAM lParam);
+    static LRESULT CALLBACK BtnWndProc(HWND button, UINT message, WPARAM wParam, LPARAM lParam);
+    static LRESULT CALLBACK CbxWndProc(HWND list, UINT message, WPARAM wParam, LPARAM lParam);
+
+    // The dialog procedure of "YESNOKEEPDLG", a question with Yes, No, Cancel and a check box for the rest of the
+    // session. The creation parameter is the question, a wide text. The dialog ends with 2001 for Yes and 2002 for No,
+    // negative with the box checked, and 2003 for Cancel, Escape and the close box.
+    static INT_PTR CALLBACK YesNoKeepDlg(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam);
+
+    // The registered window class, and the panels by their windows.
+    static ATOM m_Atom;
+    static std::map<HWND, CKxDevUI_ZStack*> m_Instances;
+
+    // One Z device of the list, as AppendZDevice got it.
+    struct ZDevice {
+        std::wstring name;  // as the list shows it
+        bool piezo;         // moves the sample or the objective by a piezo
+        long id;            // logical device id
+        double rangeMin;    // in micrometres
+        double rangeMax;    // likewise
+        bool inverted;      // a rising Z takes the objective away from the slide
+        int pickerMode;     // of the piezo picker
+    };
+
+    // The record, not owned; the devices.
+    CKxZStackData* m_data = nullptr;
+    std::vector<ZDevice> m_devices;
+
+    // A control of the panel by its id in the template; null without a window, and for other ids.
+    HWND Item(int id) const;
+
+    // Whether the window is the panel's or in it; null is neither.
+    bool IsMyWindow(HWND window) const;
+
+    // The next and the previous control that Tab stops at, from one of the panel's or, for null, from none: gives it
+    // the focus, round the panel's ends.
+    void FocusNext(HWND from);
+    void FocusPrev(HWND from);
+
+    // What the panel does on its messages. Empty answers go on to the dialog manager, or to the control's own
+    // procedure.
+    kx::ui::Handled OnCommand(int id, int code);
+    kx::ui::Handled OnDrawItem(const DRAWITEMSTRUCT& item);
+    kx::ui::Handled OnMeasureItem(MEASUREITEMSTRUCT& item);
+    kx::ui::Handled OnPaint(const kx::ui::Message& message);
+    kx::ui::Handled OnCtlColorEdit(HDC dc, HWND edit);
+    kx::ui::Handled OnCtlColorStatic(HDC dc, HWND control);
+    kx::ui::Handled OnLButtonDown(POINT point);
+    void OnMouseMove(POINT point);
+    void OnMouseLeave();
+
+    // The same for its edits, buttons and its list; `character` is that of WM_CHAR.
+    kx::ui::Handled EditOnChar(HWND edit, wchar_t character);
+    kx::ui::Handled EditOnLButtonDblClk(HWND edit);
+    kx::ui::Handled EditOnPaint(const kx::ui::Message& message);
+    kx::ui::Handled EditOnSetCursor(HWND edit);
+    kx::ui::Handled ButtonOnChar(HWND button, wchar_t character);
+    kx::ui::Handled ButtonMenu(HWND button);
+    kx::ui::Handled ComboOnChar(HWND list, wchar_t character);
+
+private:
+    enum class Verdict { Taken, NotANumber, OutOfRange, Declined };
+    using Apply = std::function<Verdict(const wchar_t* text)>;
+    using Refresh = std::function<void()>;
+    using Position = std::optional<double>;
+
+    kx::ui::Handled Handle(const kx::ui::Message& message);
+    kx::ui::Handled HandleMouse(const kx::ui::Message& message);
+    kx::ui::Handled HandleEdit(const kx::ui::Message& message);
+    kx::ui::Handled HandleButton(const kx::ui::Message& message);
+    kx::ui::Handled HandleList(const kx::ui::Message& message);
+    bool MadeWindow() const;
+    void CollectControls();
+    void SubclassControls();
+    void WidenLabels();
+    void BuildPiezoMenu();
+    void OnEnabled(bool enabled);
+    void Focus(HWND from, bool backwards);
+    void SelectFocused();
+
+    static Verdict VerdictOf(int status);
+    bool Validate(int edit, bool showErrors, const Refresh& refresh, const Apply& apply);
+    bool ValidateNumber(int edit, bool showErrors, const Refresh& refresh, const std::function<Verdict(double)>& apply);
+    bool ValidateEnd(bool above, bool showErrors);
+    Refresh Telling(unsigned int flags);
+    void Complain(Verdict verdict, bool showErrors);
+    Verdict SetRange(double range);
+    Verdict SetEnd(bool above, double position);
+    bool MayMoveOtherEnd(bool above);
+
+    kx::ui::Handled OnClicked(int id);
+    kx::ui::Handled OnEditFocus(int id);
+    kx::ui::Handled OnEditLeft(int id);
+    kx::ui::Handled OnDeviceChosen();
+    bool& Dirty(int id);
+    void MakeRelative();
+    void ChooseType(int type);
+    void TakeSuggestedStep();
+    bool ValidateEdit(int id, bool showErrors);
+    bool DoCommand(const wchar_t* name);
+    void PickPiezo(unsigned int entry);
+    bool HasPiezoMenu() const { return m_piezoMode != PiezoPickerFixed; }
+
+    RECT ScaleArea() const;
+    RECT CubeArea() const;
+    void ShowScale();
+
+    Position Known(int (CKxZStackData::*getter)(double*) const) const;
+    kx::zstack::ScaleValues ReadScale() const;
+    const ZDevice* CurrentDevice() const;
+    void ShowEntry(int id, const wchar_t* text);
+    void ShowText(int id, const wchar_t* text);
+    void ShowItem(int id, bool show);
+    void EnableItem(int id, bool enable);
+    void ShowPositions();
+    void ShowRange(int type, const Position& top, const Position& bottom, const Position& home);
+    void ShowSteps();
+    void ShowDevice();
+    void ShowTips(bool inverted);
+
+    // The controls by their ids, counted from the first: asking the platform for one costs as much as drawing it.
+    static constexpr int kFirstControl = 1196;
+    std::array<HWND, 76> m_controls{};
+
+    // An edit that has the focus is the user's: a refresh leaves it alone. What it showed comes back with Escape.
+    struct {
+        bool step, below, range, count, above;
+    } m_dirty{};
+    std::wstring m_before;
+    CKxMenu m_piezoMenu;
+    unsigned int m_piezoEntry = PiezoHome;
+    int m_piezoMode = 0;
+    bool m_cube = false;
+    bool m_validating = false;
+};

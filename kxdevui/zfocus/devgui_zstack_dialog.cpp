@@ -1,0 +1,113 @@
+// The confirmation dialog of the Z stack panel.
+#include <kxdevui/zfocus/devgui_zstack.h>
+
+#include <kxbaseui/kx_schemecontrols.h>
+#include <kxbaseui/kx_uihelper.h>
+#include <kxdevui/framework/ui_gdi.h>
+#include <kxdevui/zfocus/yesnokeep_layout.h>
+#include <kxdevui/zfocus/zstack_ids.h>
+#include <kxsystem/kx_translation.h>
+
+#include <algorithm>
+
+using namespace kx::zstack;
+
+namespace {
+
+constexpr std::array<int, 3> kButtons{IDC_YNK_YES, IDC_YNK_NO, IDC_YNK_CANCEL};
+
+SIZE SizeOf(HWND window) {
+    RECT rect{};
+    GetWindowRect(window, &rect);
+    return {rect.right - rect.left, rect.bottom - rect.top};
+}
+
+SIZE Measure(HWND label, const wchar_t* text, HFONT font) {
+    RECT rect{};
+    GetClientRect(label, &rect);
+    const kx::ui::WindowDC dc(label);
+    const kx::ui::Selection selected(dc, font);
+    DrawTextW(dc, text, -1, &rect, DT_CALCRECT | DT_WORDBREAK);
+    return {rect.right - rect.left, rect.bottom - rect.top};
+}
+
+void Place(HWND window, const RECT& rect) {
+    SetWindowPos(window, nullptr, rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top,
+                 SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void SetTexts(HWND dialog, const wchar_t* question) {
+    const auto translated = [](const wchar_t* text) { return KX_GetTranslation(text, L"devgui_zstack"); };
+    SetWindowTextW(dialog, translated(L"Z Series"));
+    SetDlgItemTextW(dialog, IDC_YNK_KEEP, translated(L"Do not ask again in this session (Always apply)."));
+    SetDlgItemTextW(dialog, IDC_YNK_YES, translated(L"&Yes"));
+    SetDlgItemTextW(dialog, IDC_YNK_NO, translated(L"&No"));
+    SetDlgItemTextW(dialog, IDC_YNK_CANCEL, translated(L"Cancel"));
+    SetDlgItemTextW(dialog, IDC_YNK_QUESTION, question);
+}
+
+void LayOut(HWND dialog, const wchar_t* question) {
+    const HWND label = GetDlgItem(dialog, IDC_YNK_QUESTION);
+    YesNoKeepSizes sizes{};
+    sizes.icon = SizeOf(GetDlgItem(dialog, IDC_YNK_ICON));
+    // The stock font sets the size, but it has no Japanese; what is seen is the dialog's own font, and must not be cut.
+    const SIZE stock = Measure(label, question, static_cast<HFONT>(GetStockObject(ANSI_VAR_FONT)));
+    const SIZE own = Measure(label, question, reinterpret_cast<HFONT>(SendMessageW(label, WM_GETFONT, 0, 0)));
+    sizes.question = {std::max(stock.cx, own.cx), std::max(stock.cy, own.cy)};
+    sizes.check = SizeOf(GetDlgItem(dialog, IDC_YNK_KEEP));
+    for (std::size_t i = 0; i < kButtons.size(); ++i)
+        sizes.buttons[i] = SizeOf(GetDlgItem(dialog, kButtons[i]));
+    sizes.edgeX = GetSystemMetrics(SM_CXEDGE);
+    sizes.edgeY = GetSystemMetrics(SM_CYEDGE);
+    sizes.captionHeight = GetSystemMetrics(SM_CYCAPTION);
+
+    const YesNoKeepLayout layout = PlaceYesNoKeep(sizes);
+    Place(GetDlgItem(dialog, IDC_YNK_ICON), layout.icon);
+    Place(label, layout.question);
+    Place(GetDlgItem(dialog, IDC_YNK_KEEP), layout.check);
+    for (std::size_t i = 0; i < kButtons.size(); ++i)
+        Place(GetDlgItem(dialog, kButtons[i]), layout.buttons[i]);
+    SetWindowPos(dialog, nullptr, 0, 0, layout.dialog.cx, layout.dialog.cy, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+INT_PTR Open(HWND dialog, const wchar_t* question) {
+    if (!question) question = L"";
+    const HICON icon = LoadIconW(nullptr, IDI_WARNING);
+    SendDlgItemMessageW(dialog, IDC_YNK_ICON, STM_SETIMAGE, IMAGE_ICON, reinterpret_cast<LPARAM>(icon));
+    SetTexts(dialog, question);
+    LayOut(dialog, question);
+    CKxUIHelper::AlignWnd(dialog, nullptr, eKxAlign_CenterOwner, true, nullptr);
+    KX_FollowColorScheme(dialog);
+    return TRUE;
+}
+
+INT_PTR Choose(HWND dialog, int id) {
+    switch (id) {
+    case IDCANCEL:
+    case IDC_YNK_CANCEL:
+        // A cancel is never remembered, whatever the box says.
+        EndDialog(dialog, IDC_YNK_CANCEL);
+        return TRUE;
+    case IDC_YNK_YES:
+    case IDC_YNK_NO: {
+        const LONG yesStyle = GetWindowLongW(GetDlgItem(dialog, IDC_YNK_YES), GWL_STYLE);
+        const int answer = (yesStyle & WS_VISIBLE) != 0 ? id : IDC_YNK_YES;
+        const bool keep = SendDlgItemMessageW(dialog, IDC_YNK_KEEP, BM_GETCHECK, 0, 0) == BST_CHECKED;
+        EndDialog(dialog, keep ? -answer : answer);
+        return TRUE;
+    }
+    default: return FALSE;
+    }
+}
+
+}  // namespace
+
+INT_PTR CALLBACK CKxDevUI_ZStack::YesNoKeepDlg(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
+    case WM_GETDLGCODE: return DLGC_WANTALLKEYS;
+    case WM_KEYDOWN: return wParam == VK_ESCAPE;
+    case WM_INITDIALOG: return Open(dialog, reinterpret_cast<const wchar_t*>(lParam));
+    case WM_COMMAND: return Choose(dialog, LOWORD(wParam));
+    default: return FALSE;
+    }
+}

@@ -1,0 +1,196 @@
+// Keys and mouse in the controls of the Z stack panel.
+#include <kxdevui/zfocus/devgui_zstack.h>
+
+#include <kxbaseui/kx_colors.h>
+#include <kxdevui/zfocus/zstack_ids.h>
+#include <kxdevui/zfocus/zstack_window.h>
+
+#include <algorithm>
+#include <iterator>
+
+using namespace kx::ui;
+using kx::zstack::ScaleValues;
+
+namespace {
+
+constexpr wchar_t kTab = L'\t', kEnter = L'\r', kEscape = 27, kSpace = L' ';
+
+// The dialog manager of the host asks for every key whether the control wants it itself.
+bool AsksForKey(const Message& message, WPARAM key) {
+    if (message.id != WM_GETDLGCODE || !message.lParam) return false;
+    const auto& asked = *reinterpret_cast<const MSG*>(message.lParam);
+    return (asked.message == WM_KEYDOWN || asked.message == WM_CHAR) && asked.wParam == key;
+}
+
+bool IsPositionEdit(int id) { return id >= IDC_ZS_EDIT_TOP && id <= IDC_ZS_EDIT_BOTTOM; }
+
+std::optional<double> PositionOf(const ScaleValues& values, int id) {
+    return id == IDC_ZS_EDIT_TOP ? values.top : id == IDC_ZS_EDIT_MIDDLE ? values.home : values.bottom;
+}
+
+std::wstring TextOf(HWND window) {
+    wchar_t text[64] = L"";
+    GetWindowTextW(window, text, static_cast<int>(std::size(text)));
+    return text;
+}
+
+}  // namespace
+
+// ---- Where the focus goes ------------------------------------------------------------------------------------------
+
+// What loses the focus may be validated, and the panel be destroyed on that.
+void CKxDevUI_ZStack::Focus(HWND from, bool backwards) {
+    const HWND next = m_hWnd ? GetNextDlgTabItem(m_hWnd, from, backwards) : nullptr;
+    if (!next) return;
+    const Alive alive(this);
+    SetFocus(next);
+    if (alive && m_hWnd) SelectFocused();
+}
+
+void CKxDevUI_ZStack::SelectFocused() {
+    const HWND focus = GetFocus();
+    const int id = IsMyWindow(focus) ? GetDlgCtrlID(focus) : 0;
+    if (id >= IDC_ZS_EDIT_TOP && id <= IDC_ZS_EDIT_ABOVE) SendMessageW(focus, EM_SETSEL, 0, -1);
+}
+
+void CKxDevUI_ZStack::FocusNext(HWND from) { Focus(from, false); }
+void CKxDevUI_ZStack::FocusPrev(HWND from) { Focus(from, true); }
+
+// ---- Edits ---------------------------------------------------------------------------------------------------------
+
+LRESULT CALLBACK CKxDevUI_ZStack::EdtWndProc(HWND edit, UINT message, WPARAM wParam, LPARAM lParam) {
+    return SubclassEntry<CKxDevUI_ZStack, &CKxDevUI_ZStack::HandleEdit>({edit, message, wParam, lParam});
+}
+
+Handled CKxDevUI_ZStack::HandleEdit(const Message& message) {
+    // The first Escape undoes, the second is the host's.
+    if (AsksForKey(message, kEnter) || (AsksForKey(message, kEscape) && TextOf(message.window) != m_before)) {
+        return CallPrevious(message) | DLGC_WANTMESSAGE;
+    }
+    switch (message.id) {
+    case WM_CHAR: return EditOnChar(message.window, static_cast<wchar_t>(message.wParam));
+    // Their characters are handled; a single-line edit makes a click on the dialog's default button of the key.
+    case WM_KEYDOWN: return message.wParam == VK_RETURN || message.wParam == VK_ESCAPE ? Handled(0) : std::nullopt;
+    case WM_LBUTTONDBLCLK: return EditOnLButtonDblClk(message.window);
+    case WM_PAINT: return EditOnPaint(message);
+    case WM_SETCURSOR: return LOWORD(message.lParam) == HTCLIENT ? EditOnSetCursor(message.window) : std::nullopt;
+    case WM_SETFOCUS:
+        // Before the panel hears of it and empties what is not set.
+        m_before = TextOf(message.window);
+        return std::nullopt;
+    default: return std::nullopt;
+    }
+}
+
+Handled CKxDevUI_ZStack::EditOnChar(HWND edit, wchar_t character) {
+    switch (character) {
+    case kTab: Focus(edit, GetKeyState(VK_SHIFT) < 0); return 0;
+    case kEnter: FocusNext(edit); return 0;
+    case kEscape:
+        if (TextOf(edit) != m_before) SetWindowTextW(edit, m_before.c_str());
+        SendMessageW(edit, EM_SETSEL, 0, -1);
+        return 0;
+    case kSpace: return EditOnLButtonDblClk(edit);
+    default: return std::nullopt;
+    }
+}
+
+Handled CKxDevUI_ZStack::EditOnLButtonDblClk(HWND edit) {
+    const int id = GetDlgCtrlID(edit);
+    if (!IsPositionEdit(id) || !m_data) return std::nullopt;
+    if (const Position z = PositionOf(ReadScale(), id)) OnMoveZRequest(*z);
+    return 0;
+}
+
+// A mark at the position where Z stands.
+Handled CKxDevUI_ZStack::EditOnPaint(const Message& message) {
+    const int id = GetDlgCtrlID(message.window);
+    if (!IsPositionEdit(id) || message.wParam) return std::nullopt;
+    const LRESULT result = CallPrevious(message);
+    if (!m_hWnd || !IsWindow(message.window)) return result;
+    const ScaleValues& values = kx::zstack::ShownOf(m_hWnd)->scale;
+    if (!kx::zstack::StandsAt(values, PositionOf(values, id))) return result;
+    RECT client{};
+    GetClientRect(message.window, &client);
+    const WindowDC dc(message.window);
+    const Selection brush(dc, GetStockObject(DC_BRUSH)), pen(dc, GetStockObject(NULL_PEN));
+    SetDCBrushColor(dc, IsWindowEnabled(message.window) ? kx::zstack::MarkColor() : KX_GetSysColor(COLOR_GRAYTEXT));
+    const long half = std::max(3L, client.bottom / 4), middle = client.bottom / 2;
+    const POINT corners[] = {{2, middle - half}, {2 + half, middle}, {2, middle + half}};
+    Polygon(dc, corners, 3);
+    return result;
+}
+
+Handled CKxDevUI_ZStack::EditOnSetCursor(HWND edit) {
+    const int id = GetDlgCtrlID(edit);
+    if (!IsPositionEdit(id) || !m_data || !PositionOf(ReadScale(), id)) return std::nullopt;
+    SetCursor(LoadCursorW(nullptr, IDC_HAND));
+    return TRUE;
+}
+
+// ---- Buttons -------------------------------------------------------------------------------------------------------
+
+LRESULT CALLBACK CKxDevUI_ZStack::BtnWndProc(HWND button, UINT message, WPARAM wParam, LPARAM lParam) {
+    return SubclassEntry<CKxDevUI_ZStack, &CKxDevUI_ZStack::HandleButton>({button, message, wParam, lParam});
+}
+
+Handled CKxDevUI_ZStack::HandleButton(const Message& message) {
+    const HWND button = message.window;
+    if (AsksForKey(message, kEnter)) return CallPrevious(message) | DLGC_WANTMESSAGE;
+    if (TrackHover(message)) InvalidateRect(button, nullptr, FALSE);
+    const bool menu = GetDlgCtrlID(button) == IDC_ZS_PIEZO && HasPiezoMenu();
+    switch (message.id) {
+    case WM_CHAR: return ButtonOnChar(button, static_cast<wchar_t>(message.wParam));
+    case WM_KEYDOWN:
+    case WM_SYSKEYDOWN: return menu && message.wParam == VK_DOWN ? ButtonMenu(button) : std::nullopt;
+    case WM_CONTEXTMENU: return menu ? ButtonMenu(button) : std::nullopt;
+    case WM_LBUTTONDOWN:
+    case WM_LBUTTONDBLCLK: {
+        RECT client{};
+        GetClientRect(button, &client);
+        const bool onArrow = static_cast<short>(LOWORD(message.lParam)) >= client.right - kx::zstack::ArrowWidth();
+        return menu && onArrow ? ButtonMenu(button) : std::nullopt;
+    }
+    case WM_GETDLGCODE:
+        // The arrow that opens the menu is not the dialog manager's.
+        return menu ? Handled(CallPrevious(message) | DLGC_WANTARROWS) : std::nullopt;
+    default: return std::nullopt;
+    }
+}
+
+Handled CKxDevUI_ZStack::ButtonOnChar(HWND button, wchar_t character) {
+    switch (character) {
+    case kTab: Focus(button, GetKeyState(VK_SHIFT) < 0); return 0;
+    case kEnter: SendMessageW(button, BM_CLICK, 0, 0); return 0;
+    default: return std::nullopt;
+    }
+}
+
+Handled CKxDevUI_ZStack::ButtonMenu(HWND button) {
+    RECT anchor{};
+    GetWindowRect(button, &anchor);
+    const Alive alive(this);
+    SetFocus(button);
+    if (!alive || !m_hWnd) return 0;
+    const int entry = m_piezoMenu.Track(m_hWnd, anchor, static_cast<int>(m_piezoEntry));
+    if (alive && m_hWnd && entry >= 0) PickPiezo(static_cast<unsigned int>(entry));
+    return 0;
+}
+
+// ---- The list of devices -------------------------------------------------------------------------------------------
+
+LRESULT CALLBACK CKxDevUI_ZStack::CbxWndProc(HWND list, UINT message, WPARAM wParam, LPARAM lParam) {
+    return SubclassEntry<CKxDevUI_ZStack, &CKxDevUI_ZStack::HandleList>({list, message, wParam, lParam});
+}
+
+Handled CKxDevUI_ZStack::HandleList(const Message& message) {
+    if (AsksForKey(message, kEnter)) return CallPrevious(message) | DLGC_WANTMESSAGE;
+    return message.id == WM_CHAR ? ComboOnChar(message.window, static_cast<wchar_t>(message.wParam)) : std::nullopt;
+}
+
+Handled CKxDevUI_ZStack::ComboOnChar(HWND list, wchar_t character) {
+    const bool open = SendMessageW(list, CB_GETDROPPEDSTATE, 0, 0) != FALSE;
+    if (open || (character != kTab && character != kEnter)) return std::nullopt;
+    Focus(list, character == kTab && GetKeyState(VK_SHIFT) < 0);
+    return 0;
+}

@@ -1,0 +1,326 @@
+// The Z scale of the Z stack panel: the whole range of the device, and beside it the stack, magnified.
+#include <kxdevui/zfocus/devgui_zstack.h>
+
+#include <kxbaseui/kx_bitmappool.h>
+#include <kxbaseui/kx_colors.h>
+#include <kxbaseui/kx_fonts.h>
+#include <kxbaseui/kx_layoutmanager.h>
+#include <kxdevui/framework/devgui.h>
+#include <kxdevui/zfocus/zstack_ids.h>
+#include <kxdevui/zfocus/zstack_window.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cwchar>
+
+using namespace kx::ui;
+using namespace kx::zstack;
+
+namespace {
+
+constexpr int kGap = 10, kWholeWidth = 10, kFunnel = 14, kStackWidth = 26, kMark = 6;  // unzoomed pixels
+constexpr int kReach = 3;                                                              // of a click, likewise
+
+long Zoomed(int pixels) { return CKxGUILayoutManager::Zoomed(pixels); }
+
+COLORREF Mix(COLORREF a, COLORREF b, int percentOfA) {
+    const auto mix = [percentOfA](int one, int other) { return (one * percentOfA + other * (100 - percentOfA)) / 100; };
+    return RGB(mix(GetRValue(a), GetRValue(b)), mix(GetGValue(a), GetGValue(b)), mix(GetBValue(a), GetBValue(b)));
+}
+
+bool IsDark(COLORREF color) { return GetRValue(color) + GetGValue(color) + GetBValue(color) < 3 * 128; }
+
+void Fill(HDC dc, RECT rect, COLORREF color) {
+    SetDCBrushColor(dc, color);
+    FillRect(dc, &rect, static_cast<HBRUSH>(GetStockObject(DC_BRUSH)));
+}
+
+// Where the parts of the scale are; text stands from `labels` to the right end.
+struct Places {
+    RECT whole, stack;
+    long labels;
+};
+
+Places PlacesIn(const RECT& area) {
+    Places places{area, area, 0};
+    places.whole.right = area.left + Zoomed(kWholeWidth);
+    places.stack.left = places.whole.right + Zoomed(kFunnel);
+    places.stack.right = places.stack.left + Zoomed(kStackWidth);
+    places.labels = places.stack.right + Zoomed(kMark) + Zoomed(3);
+    return places;
+}
+
+// The frame's rows belong to no position.
+Axis AxisOf(const RECT& bar, const Stretch& stretch) {
+    return {stretch, static_cast<int>(bar.top) + 1, static_cast<int>(bar.bottom) - 2};
+}
+
+struct Label {
+    int row;
+    std::wstring text;
+    COLORREF color;
+};
+
+// Draws one scale with its values and colours.
+class ScalePainter {
+public:
+    ScalePainter(HDC dc, const ScaleValues& values, bool enabled)
+        : m_dc(dc), m_values(values), m_enabled(enabled), m_ground(KX_GetSysColor(COLOR_WINDOW)),
+          m_stack(KX_GetSysColor(enabled ? COLOR_HIGHLIGHT : COLOR_GRAYTEXT)),
+          m_mark(enabled ? MarkColor() : KX_GetSysColor(COLOR_GRAYTEXT)) {}
+
+    void Bar(const RECT& bar, const Axis& axis, bool planes) const {
+        Fill(m_dc, bar, m_ground);
+        Hatch(bar, axis);
+        if (m_values.top && m_values.bottom) DrawStack(bar, axis, planes);
+        if (m_values.home && axis.Holds(*m_values.home)) DrawHome(bar, axis.RowOf(*m_values.home));
+        FrameRect(m_dc, &bar, KX_GetSysColorBrush(COLOR_BTNSHADOW));
+        if (m_values.z) DrawZ(bar, axis, planes);
+    }
+
+    // From the part of the whole that is magnified to the magnified one.
+    void Funnel(const RECT& from, const Axis& whole, const RECT& to, const Stretch& stretch) const {
+        const Selection pen(m_dc, GetStockObject(DC_PEN));
+        SetDCPenColor(m_dc, KX_GetSysColor(COLOR_BTNSHADOW));
+        MoveToEx(m_dc, from.right, whole.RowOf(stretch.high), nullptr);
+        LineTo(m_dc, to.left, to.top);
+        MoveToEx(m_dc, from.right, whole.RowOf(stretch.low), nullptr);
+        LineTo(m_dc, to.left, to.bottom - 1);
+    }
+
+    void Labels(std::vector<Label> labels, const RECT& bar, long left, long right) const {
+        std::stable_sort(labels.begin(), labels.end(), [](const Label& a, const Label& b) { return a.row < b.row; });
+        const Selection font(m_dc, KX_GetDefaultGuiFont());
+        TEXTMETRICW metrics{};
+        GetTextMetricsW(m_dc, &metrics);
+        std::vector<int> tops;
+        for (const Label& each : labels)
+            tops.push_back(each.row - static_cast<int>(metrics.tmHeight) / 2);
+        SpreadLabels(tops, static_cast<int>(metrics.tmHeight), static_cast<int>(bar.top), static_cast<int>(bar.bottom));
+        SetBkMode(m_dc, TRANSPARENT);
+        for (std::size_t i = 0; i < labels.size(); ++i) {
+            RECT place{left, tops[i], right, tops[i] + metrics.tmHeight};
+            SetTextColor(m_dc, m_enabled ? labels[i].color : KX_GetSysColor(COLOR_GRAYTEXT));
+            DrawTextW(m_dc, labels[i].text.c_str(), -1, &place, DT_SINGLELINE | DT_NOPREFIX | DT_END_ELLIPSIS);
+        }
+    }
+
+private:
+    // Where the device cannot go.
+    void Hatch(const RECT& bar, const Axis& axis) const {
+        if (!m_values.rangeMin || !m_values.rangeMax) return;
+        const Brush hatch(CreateHatchBrush(HS_BDIAGONAL, KX_GetSysColor(COLOR_GRAYTEXT)));
+        SetBkColor(m_dc, KX_GetSysColor(COLOR_BTNFACE));
+        RECT above = bar, below = bar;
+        above.bottom = axis.RowOf(*m_values.rangeMax);
+        below.top = axis.RowOf(*m_values.rangeMin) + 1;
+        if (*m_values.rangeMax < axis.stretch.high) FillRect(m_dc, &above, hatch.get());
+        if (*m_values.rangeMin > axis.stretch.low) FillRect(m_dc, &below, hatch.get());
+    }
+
+    void DrawStack(const RECT& bar, const Axis& axis, bool planes) const {
+        const int top = axis.RowOf(*m_values.top), bottom = axis.RowOf(*m_values.bottom);
+        RECT slab = bar;
+        slab.top = std::min(top, bottom);
+        slab.bottom = std::max(top, bottom) + 1;
+        // As small as it may be among the whole, it is seen.
+        if (!planes) return Fill(m_dc, slab, m_stack);
+        Fill(m_dc, slab, Mix(m_stack, m_ground, 25));
+        const long inset = Zoomed(5);
+        for (const int row : PlaneRows(m_values, axis, static_cast<int>(std::max(3L, Zoomed(3)))))
+            Fill(m_dc, {bar.left + inset, row, bar.right - inset, row + 1}, Mix(m_stack, m_ground, 80));
+        const long thick = std::max(2L, Zoomed(2));
+        Fill(m_dc, {bar.left, top, bar.right, top + thick}, m_stack);
+        Fill(m_dc, {bar.left, bottom - thick + 1, bar.right, bottom + 1}, m_stack);
+    }
+
+    // Dashed, so that it differs from the ends without its colour.
+    void DrawHome(const RECT& bar, int row) const {
+        const long dash = std::max(3L, Zoomed(4));
+        for (long x = bar.left; x < bar.right; x += 2 * dash)
+            Fill(m_dc, {x, row, std::min(x + dash, bar.right), row + std::max(1L, Zoomed(1))},
+                 KX_GetSysColor(m_enabled ? COLOR_WINDOWTEXT : COLOR_GRAYTEXT));
+    }
+
+    // A line over the bar with an arrowhead beside it; beyond the stretch, the head alone, at its end.
+    void DrawZ(const RECT& bar, const Axis& axis, bool head) const {
+        const int row = axis.RowOf(*m_values.z);
+        if (axis.Holds(*m_values.z)) {
+            const long out = head ? 0 : Zoomed(2);
+            Fill(m_dc, {bar.left - out, row, bar.right + out, row + std::max(1L, Zoomed(1))}, m_mark);
+        }
+        if (!head) return;
+        const Selection brush(m_dc, GetStockObject(DC_BRUSH)), pen(m_dc, GetStockObject(NULL_PEN));
+        SetDCBrushColor(m_dc, m_mark);
+        const long size = Zoomed(kMark), x = bar.right;
+        const POINT corners[] = {{x, row}, {x + size, row - size * 2 / 3}, {x + size, row + size * 2 / 3 + 1}};
+        Polygon(m_dc, corners, 3);
+    }
+
+    HDC m_dc;
+    const ScaleValues& m_values;
+    bool m_enabled;
+    COLORREF m_ground, m_stack, m_mark;
+};
+
+std::wstring NumberText(double value) {
+    CKxStringW text;
+    text.Format(40, L"%0.2f", value);
+    return text.str();
+}
+
+}  // namespace
+
+COLORREF kx::zstack::MarkColor() { return IsDark(KX_GetSysColor(COLOR_WINDOW)) ? RGB(255, 160, 60) : RGB(200, 70, 0); }
+
+// ---- Values --------------------------------------------------------------------------------------------------------
+
+// A stack around no home goes with Z, so it is drawn around where Z stands now.
+ScaleValues CKxDevUI_ZStack::ReadScale() const {
+    // What a record of the host's might say beyond this cannot be drawn.
+    const auto known = [this](int (CKxZStackData::*getter)(double*) const) -> Position {
+        const Position value = Known(getter);
+        return value && std::abs(*value) <= 1e12 ? value : std::nullopt;
+    };
+    ScaleValues values{known(&CKxZStackData::GetZRangeMin),
+                       known(&CKxZStackData::GetZRangeMax),
+                       known(&CKxZStackData::GetTop),
+                       known(&CKxZStackData::GetBottom),
+                       known(&CKxZStackData::GetHome),
+                       known(&CKxZStackData::GetZPosition),
+                       std::nullopt};
+    double first = 0, second = 0;
+    if (m_data->GetCount(&values.planes) == eKxZStack_Ok && m_data->GetPlane(0, &first) == eKxZStack_Ok) {
+        values.firstPlane = first;
+        if (values.planes > 1 && m_data->GetPlane(1, &second) == eKxZStack_Ok) values.pitch = second - first;
+    }
+    int type = 0;
+    if (!values.home && values.z && m_data->GetType(&type) == eKxZStack_Ok && (type & 2) != 0) {
+        for (Position* each : {&values.top, &values.bottom, &values.firstPlane})
+            if (*each) **each += *values.z;
+    }
+    return values;
+}
+
+void CKxDevUI_ZStack::ShowScale() {
+    const auto shown = ShownOf(m_hWnd);
+    const ScaleValues values = ReadScale();
+    if (values == shown->scale) return;
+    const ScaleValues before = std::exchange(shown->scale, values);
+    const RECT area = ScaleArea();
+    InvalidateRect(m_hWnd, &area, FALSE);
+    const auto repaint = [&](int id, const Position& was, const Position& is) {
+        if (StandsAt(before, was) != StandsAt(values, is)) InvalidateRect(Item(id), nullptr, FALSE);
+    };
+    repaint(IDC_ZS_EDIT_TOP, before.top, values.top);
+    repaint(IDC_ZS_EDIT_MIDDLE, before.home, values.home);
+    repaint(IDC_ZS_EDIT_BOTTOM, before.bottom, values.bottom);
+}
+
+// ---- Places --------------------------------------------------------------------------------------------------------
+
+// What the controls leave free, so that it goes with them through every zoom.
+RECT CKxDevUI_ZStack::ScaleArea() const {
+    RECT client{};
+    GetClientRect(m_hWnd, &client);
+    const RECT upper = RectInParent(Item(IDC_ZS_TYPE_ENDS)), lower = RectInParent(Item(IDC_ZS_EDIT_BOTTOM));
+    return {lower.right + Zoomed(kGap), upper.top, client.right - Zoomed(2), lower.bottom};
+}
+
+RECT CKxDevUI_ZStack::CubeArea() const {
+    const RECT last = RectInParent(Item(IDC_ZS_TYPE_ASYMMETRIC)), edit = RectInParent(Item(IDC_ZS_EDIT_TOP));
+    const long middle = (last.right + edit.right) / 2, half = (last.bottom - last.top) / 2;
+    return {middle - half, last.top, middle + half, last.bottom};
+}
+
+void CKxDevUI_ZStack::EnableCube(bool enable) {
+    if (m_cube == enable) return;
+    m_cube = enable;
+    if (!m_hWnd) return;
+    const RECT area = CubeArea();
+    InvalidateRect(m_hWnd, &area, FALSE);
+}
+
+// ---- Painting ------------------------------------------------------------------------------------------------------
+
+Handled CKxDevUI_ZStack::OnPaint(const Message& message) {
+    const auto shown = ShownOf(m_hWnd);
+    return Paint(message, {}, KX_GetSysColorBrush(COLOR_BTNFACE), [&](HDC dc, const RECT&) {
+        const bool enabled = IsWindowEnabled(m_hWnd) != FALSE;
+        if (m_cube) {
+            const wchar_t* name = shown->inverted.value_or(false) ? L"ZSTACK_CUBE_INVERTED" : L"ZSTACK_CUBE";
+            CKxBitmapPool::DrawOptimalImage(dc, CKxBitmapPool::AddImageBaseUI(name), CubeArea(), enabled);
+        }
+        const RECT area = ScaleArea();
+        const Places places = PlacesIn(area);
+        const ScaleValues& values = shown->scale;
+        const Stretch stretch = StackStretch(values);
+        const Axis whole = AxisOf(places.whole, WholeStretch(values)), stack = AxisOf(places.stack, stretch);
+        const ScalePainter painter(dc, values, enabled);
+        painter.Bar(places.whole, whole, false);
+        if (values.top && values.bottom) painter.Funnel(places.whole, whole, places.stack, stretch);
+        painter.Bar(places.stack, stack, true);
+
+        std::vector<Label> labels;
+        const auto add = [&](const Position& z, const std::wstring& text, COLORREF color) {
+            if (z) labels.push_back({stack.RowOf(*z), text, color});
+        };
+        const auto name = [this](int id) {
+            wchar_t text[40] = L"";
+            GetWindowTextW(Item(id), text, 40);
+            return std::wstring(text);
+        };
+        add(values.top, name(IDC_ZS_TOP), KX_GetSysColor(COLOR_BTNTEXT));
+        add(values.home, name(IDC_ZS_HOME), KX_GetSysColor(COLOR_BTNTEXT));
+        add(values.bottom, name(IDC_ZS_BOTTOM), KX_GetSysColor(COLOR_BTNTEXT));
+        if (values.z) add(values.z, NumberText(*values.z), MarkColor());
+        if (shown->hover) {
+            const int row = stack.RowOf(*shown->hover);
+            Fill(dc, {places.stack.left, row, places.labels, row + 1}, KX_GetSysColor(COLOR_HOTLIGHT));
+            add(shown->hover, NumberText(*shown->hover), KX_GetSysColor(COLOR_HOTLIGHT));
+        }
+        painter.Labels(std::move(labels), area, places.labels, area.right);
+    });
+}
+
+// ---- Mouse ---------------------------------------------------------------------------------------------------------
+
+namespace {
+
+std::optional<double> PointedZ(const ScaleValues& values, const RECT& area, POINT point) {
+    const Places places = PlacesIn(area);
+    const bool inStack = point.x >= places.stack.left && point.x < places.labels;
+    if (point.y < area.top || point.y >= area.bottom || !(inStack || PtInRect(&places.whole, point))) return {};
+    const Axis axis = inStack ? AxisOf(places.stack, StackStretch(values)) : AxisOf(places.whole, WholeStretch(values));
+    return ClickedZ(values, axis, static_cast<int>(point.y), static_cast<int>(Zoomed(kReach)));
+}
+
+}  // namespace
+
+Handled CKxDevUI_ZStack::HandleMouse(const Message& message) {
+    const POINT point{static_cast<short>(LOWORD(message.lParam)), static_cast<short>(HIWORD(message.lParam))};
+    if (message.id == WM_LBUTTONDOWN) return OnLButtonDown(point);
+    TrackHover(message);
+    if (message.id == WM_MOUSELEAVE) {
+        OnMouseLeave();
+    } else {
+        OnMouseMove(point);
+    }
+    return std::nullopt;
+}
+
+Handled CKxDevUI_ZStack::OnLButtonDown(POINT point) {
+    const auto z = PointedZ(ShownOf(m_hWnd)->scale, ScaleArea(), point);
+    if (!z) return std::nullopt;
+    OnMoveZRequest(*z);
+    return 0;
+}
+
+void CKxDevUI_ZStack::OnMouseMove(POINT point) {
+    const auto shown = ShownOf(m_hWnd);
+    const RECT area = ScaleArea();
+    const auto z = PointedZ(shown->scale, area, point);
+    if (std::exchange(shown->hover, z) != z) InvalidateRect(m_hWnd, &area, FALSE);
+}
+
+void CKxDevUI_ZStack::OnMouseLeave() { OnMouseMove({-1, -1}); }

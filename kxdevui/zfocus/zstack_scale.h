@@ -1,0 +1,57 @@
+// The Z scale of the Z stack panel, as functions of values: which stretch of Z it shows, where a position lies on it,
+// what can be told apart. Free of Windows.
+#pragma once
+
+#include <optional>
+#include <vector>
+
+#include <kxdevui/framework/kxdevui_api.h>
+
+namespace kx::zstack {
+
+// What the scale shows, in micrometres along the Z device; empty is not known.
+struct ScaleValues {
+    std::optional<double> rangeMin, rangeMax;  // of the device
+    std::optional<double> top, bottom, home;
+    std::optional<double> z;           // where the device stands
+    std::optional<double> firstPlane;  // the lowest plane
+    double pitch = 0;                  // from plane to plane
+    unsigned planes = 0;
+    friend bool operator==(const ScaleValues&, const ScaleValues&) = default;
+};
+
+// From `low` to `high`; high is above low.
+struct Stretch {
+    double low, high;
+};
+
+// All of the device's range with a little beyond it; without a device, all that is known.
+KXDEVUI_API Stretch WholeStretch(const ScaleValues& values);
+// The stack and its home with some room around; without both ends, the whole.
+KXDEVUI_API Stretch StackStretch(const ScaleValues& values);
+
+// A stretch drawn on rows of pixels; `first` is the upper end.
+struct KXDEVUI_API Axis {
+    Stretch stretch;
+    int first, last;
+
+    // The row nearest to a position, the end's for one beyond; the position in the middle of a row.
+    int RowOf(double z) const;
+    double ZAt(int row) const;
+    bool Holds(double z) const { return z >= stretch.low && z <= stretch.high; }
+};
+
+// The rows of the planes: of every plane, or, where they lie closer than `least` rows, of every second, fifth, tenth...
+// None outside the axis.
+KXDEVUI_API std::vector<int> PlaneRows(const ScaleValues& values, const Axis& axis, int least);
+
+// The position that a click on a row means: the end of the stack, the home or the end of the device's range that is
+// drawn within `reach` rows, else the row's, in whole nanometres, kept within the device's range. Empty without a
+// device.
+KXDEVUI_API std::optional<double> ClickedZ(const ScaleValues& values, const Axis& axis, int row, int reach);
+
+// Moves the tops of labels, which come in rising order, down and then up so that they lie between `first` and `last`
+// and none overlaps the next, as far as there is room.
+KXDEVUI_API void SpreadLabels(std::vector<int>& tops, int height, int first, int last);
+
+}  // namespace kx::zstack
