@@ -334,7 +334,7 @@ ConfigFile ReadConfig(std::string_view bytes, AnsiToText ansi, Remarks& remarks)
     const bool utf8 = strange == lines.end();
     if (!utf8) {
         remarks.Add(static_cast<int>(strange - lines.begin()) + 1, RemarkKind::Guess,
-                    L"this is not UTF-8: the file is taken for ANSI");
+                    L"this is not UTF-8: the whole file is read as ANSI");
     }
     Reader reader(remarks);
     int line = 0;

@@ -288,8 +288,7 @@ void Inference::TakeNumbers() {
     for (const LimitsLine& each : m_file.limits) {
         Device* const device = Find(each.line, each.device);
         if (!device) continue;
-        std::erase_if(device->limits, [&](const Limits& known) { return known.property == each.property; });
-        device->limits.push_back({each.line, each.property, each.minimum, each.maximum, each.unit});
+        device->limits[each.property] = {each.line, each.minimum, each.maximum, each.unit};
     }
 }
 
@@ -361,9 +360,8 @@ void Inference::EnsureRange(Device& device, const wchar_t* property, int minimum
     if (const Limits* limits = device.LimitsOf(property)) {
         if (limits->unit.empty() || limits->unit == L"um") return;
         Say(limits->line, RemarkKind::Error, Quoted(limits->unit) + L" is no unit of length");
-        std::erase_if(device.limits, [&](const Limits& each) { return each.property == property; });
     }
-    device.limits.push_back({device.line, property, static_cast<double>(minimum), static_cast<double>(maximum), L"um"});
+    device.limits[property] = {device.line, static_cast<double>(minimum), static_cast<double>(maximum), L"um"};
     Say(device.line, RemarkKind::Guess,
         property + (L" of " + Quoted(device.label)) + L" is taken to go from " + std::to_wstring(minimum) + L" to " +
             std::to_wstring(maximum) + L" um");
@@ -463,9 +461,8 @@ void Inference::TakeStarts() {
 }  // namespace
 
 const Limits* Device::LimitsOf(std::wstring_view property) const {
-    const auto found =
-        std::find_if(limits.begin(), limits.end(), [&](const Limits& each) { return each.property == property; });
-    return found == limits.end() ? nullptr : &*found;
+    const auto found = limits.find(property);
+    return found == limits.end() ? nullptr : &found->second;
 }
 
 bool IsEmptyPosition(const std::wstring& label) {

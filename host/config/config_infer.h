@@ -2,6 +2,8 @@
 // remarked on with its reason. The rules, in the order of their weight, are tabulated in docs/configuration.md.
 #pragma once
 
+#include <functional>
+#include <map>
 #include <optional>
 #include <string>
 #include <vector>
@@ -48,7 +50,6 @@ bool IsEmptyPosition(const std::wstring& label);
 // A property's range.
 struct Limits {
     int line;
-    std::wstring property;
     double minimum, maximum;
     std::wstring unit;  // "um" for all lengths
 };
@@ -65,8 +66,8 @@ struct Device {
     std::optional<int> start;                      // the position that the file asks for
     int direction = 0;                             // of a Z drive: 1 when a greater position is nearer to the sample
     std::optional<double> delay;                   // milliseconds
-    std::vector<Limits> limits;                    // one for each property; Z drives have Position, stages X and Y
-    std::wstring parent;                           // label of its hub
+    std::map<std::wstring, Limits, std::less<>> limits;  // by property; Z drives have Position, stages X and Y
+    std::wstring parent;                                 // label of its hub
 
     // Null when the property has none.
     const Limits* LimitsOf(std::wstring_view property) const;
