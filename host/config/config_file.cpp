@@ -303,7 +303,7 @@ std::vector<std::string_view> LinesOf(std::string_view bytes, Remarks& remarks) 
     if (bytes.size() <= Bounds::fileBytes) return SplitLines(bytes);
     // The line that the bound cuts is left out: half a line would say something else.
     const std::string_view kept = bytes.substr(0, Bounds::fileBytes);
-    const std::vector<std::string_view> lines = SplitLines(kept.substr(0, kept.rfind('\n') + 1));
+    std::vector<std::string_view> lines = SplitLines(kept.substr(0, kept.rfind('\n') + 1));
     remarks.Add(static_cast<int>(lines.size()) + 1, RemarkKind::Error,
                 L"the file is longer than 4 MB: the rest is not read");
     return lines;

@@ -14,7 +14,7 @@ namespace kx::config {
 
 // What the bounds are; what lies beyond is reported and left out, the rest of the file counts.
 struct Bounds {
-    static constexpr std::size_t fileBytes = 4 * 1024 * 1024;
+    static constexpr std::size_t fileBytes = 4u << 20;
     static constexpr std::size_t lineBytes = 4096;
     static constexpr std::size_t devices = 256;
     static constexpr std::size_t remarks = 1000;

@@ -59,9 +59,10 @@ std::vector<double> AperturesOf(const Device& device) {
     constexpr int kSteps = 10;
     const Limits* const limits = device.LimitsOf(L"Aperture");
     if (!limits || limits->minimum < 0 || limits->maximum > 100) return {};
-    std::vector<double> apertures;
+    std::vector<double> apertures(kSteps);
     for (int i = 0; i < kSteps; ++i)
-        apertures.push_back(limits->minimum + (limits->maximum - limits->minimum) * i / (kSteps - 1));
+        apertures[static_cast<std::size_t>(i)] =
+            limits->minimum + (limits->maximum - limits->minimum) * i / (kSteps - 1);
     return apertures;
 }
 

@@ -245,10 +245,11 @@ private:
 // Where a simulated drive or an axis of a stage may go, in micrometres. In what is no range (numbers that are none, a
 // minimum above the maximum) nothing moves.
 struct KXDEVICES_API SKxSimRange {
+    // Both ends belong to it.
     double minimum = 0;
     double maximum = 0;
 
-    // Both ends belong to it.
+    // Whether the position lies in it.
     bool Has(double position) const noexcept { return position >= minimum && position <= maximum; }
     // Its position that is nearest to 0.
     double NearestToZero() const noexcept;

@@ -10,6 +10,8 @@
 #include <sstream>
 #include <string>
 
+#include "samples.h"
+
 using namespace kx::config;
 using namespace std::string_literals;
 
@@ -192,7 +194,7 @@ TEST(ConfigInfer, TakesDevicesForWhatTheyReadLike) {
 }
 
 std::string Sample(const char* name) {
-    std::ifstream file(KX_SAMPLES "/"s + name, std::ios::binary);
+    std::ifstream file(std::string(kSamples) + name, std::ios::binary);
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
