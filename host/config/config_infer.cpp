@@ -216,6 +216,7 @@ private:
     void TakePixelSizes();
     void TakeStarts();
     void Classify(std::size_t index);
+    void CheckAperture(Device& device);
     void LeaveOut(Device& device);
     void EnsureRange(Device& device, const wchar_t* property, int minimum, int maximum);
     bool ByUse(std::size_t index);
@@ -340,7 +341,16 @@ void Inference::Classify(std::size_t index) {
     } else if (device.kind == DeviceKind::Stage) {
         EnsureRange(device, L"X", -50000, 50000);
         EnsureRange(device, L"Y", -50000, 50000);
+    } else if (device.kind == DeviceKind::Shutter) {
+        CheckAperture(device);
     }
+}
+
+void Inference::CheckAperture(Device& device) {
+    const Limits* const limits = device.LimitsOf(L"Aperture");
+    if (!limits || (limits->minimum >= 0 && limits->maximum <= 100)) return;
+    Say(limits->line, RemarkKind::Error, L"an aperture goes from 0 to 100 %");
+    device.limits.erase(L"Aperture");
 }
 
 // Nothing shows such a device; some are there for reasons that can be told.
@@ -437,7 +447,9 @@ void Inference::TakeStarts() {
         const bool startup =
             (each.group.empty() && each.preset.empty()) || (each.group == L"System" && each.preset == L"Startup");
         if (!device || !startup) continue;
-        const auto count = static_cast<double>(device->kind == DeviceKind::Shutter ? 2 : device->positions.size());
+        // A shutter without labels is closed at 0 and open at 1.
+        const bool plain = device->kind == DeviceKind::Shutter && device->positions.empty();
+        const auto count = static_cast<double>(plain ? 2 : device->positions.size());
         if (each.property == L"State" && count > 0) {
             double position = 0;
             const bool fits = KX_StringToDouble(each.value.c_str(), position) && position >= 0 && position < count &&

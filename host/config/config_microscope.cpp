@@ -58,7 +58,7 @@ EKxFilterType FilterTypeOf(FilterKind kind) {
 std::vector<double> AperturesOf(const Device& device) {
     constexpr int kSteps = 10;
     const Limits* const limits = device.LimitsOf(L"Aperture");
-    if (!limits || limits->minimum < 0 || limits->maximum > 100) return {};
+    if (!limits) return {};
     std::vector<double> apertures(kSteps);
     for (int i = 0; i < kSteps; ++i)
         apertures[static_cast<std::size_t>(i)] =

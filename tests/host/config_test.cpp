@@ -93,6 +93,8 @@ TEST(ConfigFile, AnswersEveryLine) {
         {"#@ Limits,W,P,-2000000,0,mm", "4E \"-2000000\" is no limit\n"},
         {"#@ Limits,X,P,0,1", "4E there is no device \"X\"\n"},
         {"FocusDirection,W,0\n#@ Limits,W,Position,0,1,mW", "5E \"mW\" is no unit of length\n"},
+        {"Property,Core,Shutter,W\n#@ Limits,W,Aperture,0,101", "5E an aperture goes from 0 to 100 %\n"},
+        {"Property,Core,Shutter,W\nProperty,W,State,2", ""},
         {"Label,W,1,a\0b"s, "4E the line has a zero byte\n"},
         {"Label,W,1," + std::string(5000, 'x'), "4E the line is longer than 4096 bytes\n"},
         {"Label,W,1,\xC3\xA9\n#\xF0\x9F\x94\xAC", ""},
