@@ -1,4 +1,4 @@
-// The demonstration host: kxdevhost [--tour DIR]
+// The demonstration host: kxdevhost [--tour DIR] [FILE], with a device configuration file
 #include <windows.h>
 
 #include <commctrl.h>
@@ -10,6 +10,7 @@
 #include <kxsystem/kx_translation.h>
 
 #include "event_log.h"
+#include "host_microscope.h"
 #include "main_window.h"
 #include "tour.h"
 
@@ -30,15 +31,24 @@ void ShowLibraryLog() {
     CKxLogFile::SetSink([](const wchar_t* record, void*) { Log().Add(L"Library log", L"%ls", record); }, nullptr);
 }
 
-std::wstring TourFolder() {
+struct CommandLine {
+    std::wstring tour;    // folder; empty: no tour
+    std::wstring config;  // device configuration file; empty: none
+};
+
+CommandLine ReadCommandLine() {
     int count = 0;
     wchar_t** arguments = CommandLineToArgvW(GetCommandLineW(), &count);
-    std::wstring folder;
-    for (int i = 1; i + 1 < count; ++i) {
-        if (std::wstring(arguments[i]) == L"--tour") folder = arguments[i + 1];
+    CommandLine read;
+    for (int i = 1; i < count; ++i) {
+        if (std::wstring(arguments[i]) == L"--tour") {
+            if (++i < count) read.tour = arguments[i];
+        } else {
+            read.config = arguments[i];
+        }
     }
     LocalFree(arguments);
-    return folder;
+    return read;
 }
 
 }  // namespace
@@ -48,12 +58,15 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, wchar_t*, int) {
     InitCommonControlsEx(&classes);
     AddCatalogues(instance);
 
-    const std::wstring folder = TourFolder();
+    const CommandLine commandLine = ReadCommandLine();
+    const std::wstring& folder = commandLine.tour;
     if (!folder.empty() && !Log().OpenFile(folder + L"\\callbacks.log")) return 2;
     ShowLibraryLog();
 
+    const HostMicroscope microscope(commandLine.config);
     MainWindow window;
     if (!window.Create(instance)) return 3;
+    microscope.Tell();
     Tour tour(window, folder);
     if (!folder.empty()) tour.Start();
 

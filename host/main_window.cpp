@@ -18,6 +18,7 @@
 namespace {
 
 constexpr int kStatusId = 1;
+constexpr UINT kZoomed = WM_APP + 1;
 constexpr UINT_PTR kDeviceTimer = 1;
 constexpr UINT kDeviceMilliseconds = 40;
 constexpr int kLogHeight = 200, kStatusHeight = 20, kBarHeight = 30, kPageButtonWidth = 104;  // unzoomed pixels
@@ -72,7 +73,7 @@ bool MainWindow::Create(HINSTANCE instance) {
 // ---- Building ------------------------------------------------------------------------------------------------------
 
 void MainWindow::BuildPages() {
-    m_pages = MakePages(m_microscope);
+    m_pages = MakePages(m_gallery);
     for (const auto& page : m_pages) {
         page->Build(m_window);
         page->SetEnabled(m_enabled);
@@ -223,8 +224,12 @@ LRESULT MainWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
                   static_cast<int>(LOWORD(wParam)));
         return 0;
     case WM_MOUSEWHEEL: OnMouseWheel(wParam, lParam); return 0;
-    case WM_TIMER: m_microscope.Tick(); return 0;
+    case WM_TIMER: m_gallery.Tick(); return 0;
     case kx::ui::WM_KX_ZOOM_CHANGED:
+        // When all windows have been told: before, the pane's would be zoomed once more.
+        PostMessageW(m_window, kZoomed, 0, 0);
+        return 0;
+    case kZoomed:
         Restyle();
         BuildMenu();
         FitToPages();

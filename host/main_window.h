@@ -11,7 +11,7 @@
 #include <kxbaseui/kx_colors.h>
 
 #include "log_pane.h"
-#include "microscope.h"
+#include "gallery_devices.h"
 #include "pages/page.h"
 
 class MainWindow {
@@ -37,7 +37,7 @@ public:
     int CommandOf() {
         return cmdPage + static_cast<int>(IndexOf<P>());
     }
-    Microscope& Devices() { return m_microscope; }
+    GalleryDevices& Gallery() { return m_gallery; }
 
 private:
     static LRESULT CALLBACK WndProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
@@ -63,7 +63,7 @@ private:
     HWND m_window = nullptr;
     LogPane m_log;
     HWND m_status = nullptr;
-    Microscope m_microscope;
+    GalleryDevices m_gallery;
     std::vector<std::unique_ptr<Page>> m_pages;
     std::vector<HWND> m_pageButtons;
     int m_page = 0;

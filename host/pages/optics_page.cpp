@@ -1,12 +1,12 @@
 #include "optics_page.h"
 
-OpticsPage::OpticsPage(Microscope& microscope)
-    : Page(L"Optical path"), m_nosepiece(microscope.Nosepiece()), m_emission(L"Emission wheel", microscope.Emission()),
-      m_cubes(L"Cube turret", microscope.Cubes()),
-      m_path(L"Light path", microscope.Path(), [&path = microscope.Path()](long i) { return path.MoveTo(i); }),
-      m_mirror(L"TIRF mirror", microscope.Mirror(),
-               [&mirror = microscope.Mirror()](long i) { return mirror.MoveTo(i == 1); }),
-      m_lasers(L"Laser ports", microscope.Lasers(), [&lasers = microscope.Lasers()](long i) {
+OpticsPage::OpticsPage(GalleryDevices& devices)
+    : Page(L"Optical path"), m_nosepiece(devices.Nosepiece()), m_emission(L"Emission wheel", devices.Emission()),
+      m_cubes(L"Cube turret", devices.Cubes()),
+      m_path(L"Light path", devices.Path(), [&path = devices.Path()](long i) { return path.MoveTo(i); }),
+      m_mirror(L"TIRF mirror", devices.Mirror(),
+               [&mirror = devices.Mirror()](long i) { return mirror.MoveTo(i == 1); }),
+      m_lasers(L"Laser ports", devices.Lasers(), [&lasers = devices.Lasers()](long i) {
           return lasers.SetPortUsed(i, !lasers.IsPortUsed(i));
       }) {}
 

@@ -1,7 +1,7 @@
 // The optical path: nosepiece, filters, light path and lasers.
 #pragma once
 
-#include "../microscope.h"
+#include "../gallery_devices.h"
 #include "../panels/filter_panel.h"
 #include "../panels/nosepiece_panel.h"
 #include "../panels/switcher_panel.h"
@@ -9,7 +9,7 @@
 
 class OpticsPage : public Page {
 public:
-    explicit OpticsPage(Microscope& microscope);
+    explicit OpticsPage(GalleryDevices& devices);
 
     NosepiecePanel& Nosepiece() { return m_nosepiece; }
     FilterPanel& Emission() { return m_emission; }

@@ -5,11 +5,11 @@
 #include "stand_page.h"
 #include "zseries_page.h"
 
-std::vector<std::unique_ptr<Page>> MakePages(Microscope& microscope) {
+std::vector<std::unique_ptr<Page>> MakePages(GalleryDevices& devices) {
     std::vector<std::unique_ptr<Page>> pages;
     pages.push_back(std::make_unique<StandPage>());
     pages.push_back(std::make_unique<ControlsPage>());
-    pages.push_back(std::make_unique<OpticsPage>(microscope));
+    pages.push_back(std::make_unique<OpticsPage>(devices));
     pages.push_back(std::make_unique<ZSeriesPage>());
     return pages;
 }

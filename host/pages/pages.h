@@ -6,7 +6,7 @@
 
 #include "page.h"
 
-class Microscope;
+class GalleryDevices;
 
-// All pages, in the order of their buttons; each shows devices of the microscope, which has to outlive it.
-std::vector<std::unique_ptr<Page>> MakePages(Microscope& microscope);
+// All pages, in the order of their buttons; the devices have to outlive them.
+std::vector<std::unique_ptr<Page>> MakePages(GalleryDevices& devices);

@@ -13,16 +13,16 @@ void Tour::PlanOptics() {
     const auto port = [page](int i) -> Find { return [=] { return GetDlgItem(page().Lasers().Panel(), 10201 + i); }; };
     // The turret and the wheel take their time.
     const auto arrived = [this](auto device) {
-        m_steps.push_back([this, device] { return device(m_window.Devices()).GetDeviceState() == eKxDeviceState_Ready; });
+        m_steps.push_back([this, device] { return device(m_window.Gallery()).GetDeviceState() == eKxDeviceState_Ready; });
     };
 
     TurnTo([this] { return m_window.CommandOf<OpticsPage>(); });
     Await([page] { return HWND{page()}; });
     Click(objective(4));
     Picture(L"30-optics-turning");
-    arrived([](Microscope& microscope) -> CKxSimNosepiece& { return microscope.Nosepiece(); });
+    arrived([](GalleryDevices& devices) -> CKxSimNosepiece& { return devices.Nosepiece(); });
     Click(filter(6));
-    arrived([](Microscope& microscope) -> CKxSimFilterChanger& { return microscope.Emission(); });
+    arrived([](GalleryDevices& devices) -> CKxSimFilterChanger& { return devices.Emission(); });
     Key(VK_RIGHT);
     Key(VK_SPACE);
     Click([page] { return GetDlgItem(page().Cubes(), IDC_CUBES_TURN); });

@@ -195,3 +195,15 @@ public:
     virtual EKxShutterMode GetMode() const { return eKxShutterMode_Fast; }
     virtual bool GetModeAvailable(EKxShutterMode mode) const { return mode == eKxShutterMode_Fast; }
 };
+
+// A drive that focuses, or a piezo: anything that stands somewhere along Z.
+class KXDEVICES_API IKxDeviceZDrive : public IKxDevice {
+public:
+    // Always a Z drive.
+    EKxDeviceType GetType() const final { return eKxDeviceType_ZDrive; }
+
+    // Where it may go, in micrometres.
+    virtual void GetRange(double& minimum, double& maximum) const = 0;
+    // In micrometres. Leaves `position` as it is, and returns false, while it is not known.
+    virtual bool GetPosition(double& position) const = 0;
+};

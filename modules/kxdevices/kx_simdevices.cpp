@@ -63,10 +63,18 @@ bool CKxSimDevice::Move(long target, long count) {
     if (target < 0 || target >= count) return false;
     const long way = std::labs(target - m_motion.position);
     // Around a wheel the other way may be shorter; a switch of two has only one.
-    const long steps = std::max(1L, std::min(way, count - way));
+    Start(target, std::max(1L, std::min(way, count - way)));
+    return true;
+}
+
+void CKxSimDevice::MoveOver(double distance) {
+    constexpr double kStep = 100, kMostSteps = 1000;
+    Start(0, static_cast<long>(std::min(std::ceil(std::fabs(distance) / kStep), kMostSteps)));
+}
+
+void CKxSimDevice::Start(long target, long steps) {
     m_motion.Start(target, KX_GetTimeCounter(), static_cast<unsigned>(steps) * m_speed);
     CKxDeviceRegistry::Notify(Device().GetLogDevId(), EKxDeviceChange::Position);
-    return true;
 }
 
 void CKxSimDevice::Tick() {
@@ -253,6 +261,42 @@ double CKxSimShutter::GetStepAperture(long step) const {
 bool CKxSimShutter::GetModeAvailable(EKxShutterMode mode) const {
     return mode == eKxShutterMode_Fast ||
            (!m_apertures.empty() && (mode == eKxShutterMode_Soft || mode == eKxShutterMode_Aperture));
+}
+
+// ---- Drives and stages ---------------------------------------------------------------------------------------------
+
+double SKxSimRange::NearestToZero() const noexcept { return std::max(minimum, std::min(0.0, maximum)); }
+
+bool CKxSimZDrive::MoveTo(double position) {
+    if (!m_range.Has(position)) return false;
+    const double distance = position - std::exchange(m_position, position);
+    MoveOver(distance);
+    return true;
+}
+
+void CKxSimZDrive::GetRange(double& minimum, double& maximum) const {
+    minimum = m_range.minimum;
+    maximum = m_range.maximum;
+}
+
+bool CKxSimZDrive::GetPosition(double& position) const {
+    if (m_motion.state != eKxDeviceState_Ready) return false;
+    position = m_position;
+    return true;
+}
+
+bool CKxSimStage::MoveTo(double x, double y) {
+    if (!m_rangeX.Has(x) || !m_rangeY.Has(y)) return false;
+    const double wayX = x - std::exchange(m_x, x), wayY = y - std::exchange(m_y, y);
+    MoveOver(std::max(std::fabs(wayX), std::fabs(wayY)));
+    return true;
+}
+
+bool CKxSimStage::GetPosition(double& x, double& y) const {
+    if (m_motion.state != eKxDeviceState_Ready) return false;
+    x = m_x;
+    y = m_y;
+    return true;
 }
 
 // ---- The microscope ------------------------------------------------------------------------------------------------

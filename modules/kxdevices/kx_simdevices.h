@@ -59,7 +59,8 @@ public:
     // Breaks a movement off; the position is unknown then, until the next movement has ended.
     void Stop();
 
-    // How long a movement takes, in milliseconds for each position on the way; 150 at first.
+    // How long a movement takes, in milliseconds for each position on the way, or each 100 um of a drive or a stage;
+    // 150 at first.
     void SetSpeed(unsigned millisecondsPerPosition) noexcept { m_speed = millisecondsPerPosition; }
     // While set, movements end as failures. Clearing it leaves a faulty device faulty until it moves again.
     void SetFails(bool fails) noexcept { m_fails = fails; }
@@ -68,11 +69,15 @@ public:
 protected:
     // Starts to move, and tells. False, and nothing happens, when the target is not among `count` positions.
     bool Move(long target, long count);
+    // The same over a distance in micrometres, to a target that the device knows.
+    void MoveOver(double distance);
 
     // For the interface's answers.
     SKxSimMotion m_motion;
 
 private:
+    void Start(long target, long steps);
+
     unsigned m_speed = 150;
     bool m_fails = false;
 };
@@ -253,6 +258,70 @@ private:
     double m_aperture = 0;
     EKxShutterMode m_mode = eKxShutterMode_Fast;
     bool m_locked = false;
+};
+
+// Where a simulated drive or an axis of a stage may go, in micrometres. In what is no range (numbers that are none, a
+// minimum above the maximum) nothing moves.
+struct KXDEVICES_API SKxSimRange {
+    // Both ends belong to it.
+    double minimum = 0;
+    double maximum = 0;
+
+    // Whether the position lies in it.
+    bool Has(double position) const noexcept { return position >= minimum && position <= maximum; }
+    // Its position that is nearest to 0.
+    double NearestToZero() const noexcept;
+};
+
+// A Z drive.
+class KXDEVICES_API CKxSimZDrive : public CKxSim<IKxDeviceZDrive> {
+public:
+    // Stands as near to 0 as its range lets it.
+    CKxSimZDrive(const wchar_t* key, SKxSimRange range)
+        : CKxSim(key), m_range(range), m_position(range.NearestToZero()) {}
+    // Goes to a position in micrometres; false outside of the range.
+    bool MoveTo(double position);
+
+    // As the interface says.
+    void GetRange(double& minimum, double& maximum) const override;
+    bool GetPosition(double& position) const override;
+
+private:
+    SKxSimRange m_range;
+    double m_position;  // where it goes, until it stands there
+};
+
+// A stage in X and Y. The library has no panel for one, so no kind either.
+class KXDEVICES_API CKxSimStage : public CKxSim<IKxDevice> {
+public:
+    // Stands as near to 0 as its ranges let it.
+    CKxSimStage(const wchar_t* key, SKxSimRange x, SKxSimRange y)
+        : CKxSim(key), m_rangeX(x), m_rangeY(y), m_x(x.NearestToZero()), m_y(y.NearestToZero()) {}
+    // Goes to a position in micrometres; false outside of the ranges.
+    bool MoveTo(double x, double y);
+    // In micrometres. Leaves both as they are, and returns false, while the position is not known.
+    bool GetPosition(double& x, double& y) const;
+
+    // As the interface says.
+    EKxDeviceType GetType() const override { return eKxDeviceType_Unknown; }
+
+private:
+    SKxSimRange m_rangeX, m_rangeY;
+    double m_x, m_y;
+};
+
+// A device of which nothing is known but its name and its driver's.
+class KXDEVICES_API CKxSimOther : public CKxSim<IKxDevice> {
+public:
+    // `driver` is what GetPhysDevRTTIName answers.
+    CKxSimOther(const wchar_t* key, const wchar_t* driver) : CKxSim(key), m_driver(driver) {}
+
+    // As the interface says.
+    EKxDeviceType GetType() const override { return eKxDeviceType_Unknown; }
+    CKxStringW GetPhysDevRTTIName() const override { return m_driver; }
+
+private:
+    CKxStringW m_driver;
 };
 
 // Owns simulated devices, registers them and lets time pass for them.

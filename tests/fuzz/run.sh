@@ -8,7 +8,7 @@ set -euo pipefail
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
 out=${KXDEVUI_BUILD_ROOT:-$root/build}/fuzz
 modules=$root/modules
-targets=(number catalogue svg svgstring hpot zstackrules editbox)
+targets=(number catalogue svg svgstring hpot zstackrules editbox config)
 
 # What each target is built from besides itself.
 sources() {
@@ -17,6 +17,7 @@ sources() {
   svgstring) echo modules/kxbaseui/kx_svgstring.cpp ;;
   zstackrules) echo modules/kxdevices/kx_zstackrules.cpp ;;
   editbox) echo kxdevui/controls/editbox_rules.cpp ;;
+  config) echo host/config/config_{file,infer}.cpp modules/kxsystem/kx_number.cpp ;;
   hpot) echo kxdevui/controls/hpot_{rules,ticks}.cpp ;;
   *) echo modules/kxsystem/kx_$1.cpp ;;
   esac
@@ -27,7 +28,7 @@ compile() {
   local source files=()
   for source in $(sources "$1"); do files+=("$3/$source"); done
   clang++ -std=c++20 -O1 -g -Wall -Wextra -Werror -DKXSYSTEM_STATIC -DKXBASEUI_STATIC -DKXDEVICES_STATIC -DKXDEVUI_STATIC \
-    -I"$root" -I"$modules" \
+    -I"$root" -I"$modules" -I"$root/host/config" \
     -fsanitize=fuzzer,address,undefined -fno-sanitize-recover=all \
     "$root/tests/fuzz/$1_fuzz.cpp" "${files[@]}" -o "$2"
 }
@@ -38,6 +39,7 @@ fuzz() {
   local options=(-max_len=400) seeds=("$root/tests/fuzz/seeds/$target")
   rm -rf "$corpus"; mkdir -p "$corpus"
   [ "$target" = catalogue ] && options+=(-dict="$root/tests/fuzz/po.dict")
+  [ "$target" = config ] && options+=(-dict="$root/tests/fuzz/config.dict")
   if [ "$target" = svg ]; then
     options=(-max_len=4000 -dict="$root/tests/fuzz/svg.dict")
     seeds+=("$modules/baseresources/images")
@@ -104,6 +106,14 @@ s/if (++count > kMostDigits)/if (++count > kMostDigits + 1)/
 s/ || rest != piece.c_str() + piece.size()//
 s/for (const double factor : {10.0, 5.0, 2.0, 1.0})/for (const double factor : {10.0, 5.0, 1.0})/
 s/if (steps != 0 \&\& moved == value)/if (false)/
+FAULTS
+  ;;
+  config) cat <<'FAULTS'
+s/length == 0 || length > bytes\.size()/length == 0/
+s/fields\[2\], 0, Bounds::position)/fields[2], 0, Bounds::position + 1)/
+s/if (same != m_file\.devices\.end())/if (false)/
+s/if (limits->unit\.empty() || limits->unit == L"um") return;/return;/
+s/position >= 0 \&\& position < count/position >= 0 \&\& position <= count/
 FAULTS
   ;;
   zstackrules) cat <<'FAULTS'

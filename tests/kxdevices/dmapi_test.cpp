@@ -137,6 +137,31 @@ TEST(SimulatedDevices, TakeTimeStopAndFail) {
     EXPECT_EQ(position, 5);
 }
 
+TEST(SimulatedDevices, DrivesGoOverADistanceWithinTheirRange) {
+    Clock clock(0);
+    CKxSimMicroscope microscope;
+    auto& drive = microscope.Add<CKxSimZDrive>(L"Z", SKxSimRange{10, 2000});
+    auto& stage = microscope.Add<CKxSimStage>(L"XY", SKxSimRange{-1000, 1000}, SKxSimRange{-500, -5});
+    microscope.SetSpeed(10);
+    double x = 0, y = 0;
+    EXPECT_TRUE(drive.GetPosition(x) && x == 10);
+    EXPECT_TRUE(stage.GetPosition(x, y) && x == 0 && y == -5);
+    for (const double wrong : {9.9, 2000.1, std::numeric_limits<double>::quiet_NaN()}) {
+        EXPECT_FALSE(drive.MoveTo(wrong));
+        EXPECT_FALSE(stage.MoveTo(0, wrong));
+    }
+    EXPECT_TRUE(drive.MoveTo(260) && stage.MoveTo(100, -305));
+    clock.Pass(29);
+    microscope.Tick();
+    EXPECT_FALSE(drive.GetPosition(x = -1) || stage.GetPosition(x, y));
+    EXPECT_EQ(x, -1);
+    clock.Pass(1);
+    microscope.Tick();
+    EXPECT_TRUE(drive.GetPosition(x) && x == 260);
+    EXPECT_TRUE(stage.GetPosition(x, y) && x == 100 && y == -305);
+    EXPECT_FALSE(CKxSimZDrive(L"None", SKxSimRange{5, 1}).MoveTo(3));
+}
+
 TEST(SimulatedDevices, KeepTheirRules) {
     CKxSimMicroscope microscope;
     auto& nosepiece = microscope.Add<CKxSimNosepiece>(

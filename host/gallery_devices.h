@@ -1,11 +1,11 @@
-// The simulated microscope that the host's panels show.
+// The simulated devices of the pages that show one kind of panel each: of every kind that a panel treats differently.
 #pragma once
 
 #include <kxdevices/kx_simdevices.h>
 
-class Microscope {
+class GalleryDevices {
 public:
-    Microscope();
+    GalleryDevices();
 
     // Lets time pass; what arrives tells the listeners of the registry.
     void Tick() { m_devices.Tick(); }

@@ -1,4 +1,4 @@
-#include "microscope.h"
+#include "gallery_devices.h"
 
 namespace {
 
@@ -15,7 +15,7 @@ std::vector<SKxSimObjective> Objectives() {
 
 }  // namespace
 
-Microscope::Microscope()
+GalleryDevices::GalleryDevices()
     : m_nosepiece(m_devices.Add<CKxSimNosepiece>(L"Nosepiece", Objectives())),
       m_emission(m_devices.Add<CKxSimFilterChanger>(
           L"Emission wheel",
