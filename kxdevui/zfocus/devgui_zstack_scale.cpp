@@ -94,6 +94,7 @@ public:
         TEXTMETRICW metrics{};
         GetTextMetricsW(m_dc, &metrics);
         std::vector<int> tops;
+        tops.reserve(labels.size());
         for (const Label& each : labels)
             tops.push_back(each.row - static_cast<int>(metrics.tmHeight) / 2);
         SpreadLabels(tops, static_cast<int>(metrics.tmHeight), static_cast<int>(bar.top), static_cast<int>(bar.bottom));
