@@ -277,8 +277,8 @@ Handled CKxDevUI_ZStack::OnPaint(const Message& message) {
         if (values.z) add(values.z, NumberText(*values.z), MarkColor());
         if (shown->hover) {
             const int row = stack.RowOf(*shown->hover);
-            Fill(dc, {places.stack.left, row, places.labels, row + 1}, KX_GetSysColor(COLOR_HOTLIGHT));
-            add(shown->hover, NumberText(*shown->hover), KX_GetSysColor(COLOR_HOTLIGHT));
+            Fill(dc, {places.stack.left, row, places.labels, row + 1}, KX_GetSysColor(COLOR_BTNTEXT));
+            add(shown->hover, NumberText(*shown->hover), KX_GetSysColor(COLOR_BTNTEXT));
         }
         painter.Labels(std::move(labels), area, places.labels, area.right);
     });
