@@ -88,6 +88,8 @@ HWND CKxDevUI_ZStack::Create(HWND parent, CKxZStackData* data, long x, long y, l
     SubclassControls();
     WidenLabels();
     BuildPiezoMenu();
+    // Nothing draws it; it is what the panel is called to those who cannot see it.
+    SetWindowTextW(window, KX_GetTranslation(L"Z-Stack", L"devgui_zstack"));
     ShowTips(false);
     // At 1.0 everything stands where it shall, and the layout manager asks for the rest when the zoom changes.
     if (CKxGUILayoutManager::GetGuiZoom() != 1.0) RegisterZoom(window);

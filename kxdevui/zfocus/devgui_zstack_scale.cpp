@@ -94,6 +94,7 @@ public:
         TEXTMETRICW metrics{};
         GetTextMetricsW(m_dc, &metrics);
         std::vector<int> tops;
+        tops.reserve(labels.size());
         for (const Label& each : labels)
             tops.push_back(each.row - static_cast<int>(metrics.tmHeight) / 2);
         SpreadLabels(tops, static_cast<int>(metrics.tmHeight), static_cast<int>(bar.top), static_cast<int>(bar.bottom));
@@ -276,8 +277,8 @@ Handled CKxDevUI_ZStack::OnPaint(const Message& message) {
         if (values.z) add(values.z, NumberText(*values.z), MarkColor());
         if (shown->hover) {
             const int row = stack.RowOf(*shown->hover);
-            Fill(dc, {places.stack.left, row, places.labels, row + 1}, KX_GetSysColor(COLOR_HOTLIGHT));
-            add(shown->hover, NumberText(*shown->hover), KX_GetSysColor(COLOR_HOTLIGHT));
+            Fill(dc, {places.stack.left, row, places.labels, row + 1}, KX_GetSysColor(COLOR_BTNTEXT));
+            add(shown->hover, NumberText(*shown->hover), KX_GetSysColor(COLOR_BTNTEXT));
         }
         painter.Labels(std::move(labels), area, places.labels, area.right);
     });

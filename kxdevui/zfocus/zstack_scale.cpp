@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstdlib>
 #include <initializer_list>
+#include <ranges>
 
 namespace kx::zstack {
 
@@ -102,9 +103,9 @@ void SpreadLabels(std::vector<int>& tops, int height, int first, int last) {
         next = top + height;
     }
     next = last;
-    for (auto top = tops.rbegin(); top != tops.rend(); ++top) {
-        *top = std::min(*top, next - height);
-        next = *top;
+    for (int& top : tops | std::views::reverse) {
+        top = std::min(top, next - height);
+        next = top;
     }
 }
 

@@ -11,18 +11,26 @@ namespace kx::zstack {
 
 // What the scale shows, in micrometres along the Z device; empty is not known.
 struct ScaleValues {
-    std::optional<double> rangeMin, rangeMax;  // of the device
-    std::optional<double> top, bottom, home;
-    std::optional<double> z;           // where the device stands
-    std::optional<double> firstPlane;  // the lowest plane
-    double pitch = 0;                  // from plane to plane
+    // The range of the device; the stack; where the device stands.
+    std::optional<double> rangeMin;
+    std::optional<double> rangeMax;
+    std::optional<double> top;
+    std::optional<double> bottom;
+    std::optional<double> home;
+    std::optional<double> z;
+    // The lowest plane, the distance from one to the next, and how many there are.
+    std::optional<double> firstPlane;
+    double pitch = 0;
     unsigned planes = 0;
+    // Member by member.
     friend bool operator==(const ScaleValues&, const ScaleValues&) = default;
 };
 
-// From `low` to `high`; high is above low.
+// A stretch of Z.
 struct Stretch {
-    double low, high;
+    // Its ends; high is above low.
+    double low;
+    double high;
 };
 
 // All of the device's range with a little beyond it; without a device, all that is known.
@@ -30,14 +38,17 @@ KXDEVUI_API Stretch WholeStretch(const ScaleValues& values);
 // The stack and its home with some room around; without both ends, the whole.
 KXDEVUI_API Stretch StackStretch(const ScaleValues& values);
 
-// A stretch drawn on rows of pixels; `first` is the upper end.
+// A stretch drawn on rows of pixels.
 struct KXDEVUI_API Axis {
+    // What is drawn; the rows of its upper and its lower end.
     Stretch stretch;
-    int first, last;
+    int first;
+    int last;
 
     // The row nearest to a position, the end's for one beyond; the position in the middle of a row.
     int RowOf(double z) const;
     double ZAt(int row) const;
+    // Whether the position is drawn.
     bool Holds(double z) const { return z >= stretch.low && z <= stretch.high; }
 };
 

@@ -11,29 +11,42 @@
 
 namespace kx::zstack {
 
-// What the fields of positions and of step and planes are made of; empty is not set.
+// What the fields of positions are made of; empty is not set.
 struct ShownPositions {
+    // As the record's getters say.
     std::optional<int> type;
-    std::optional<double> top, bottom, home;
+    std::optional<double> top;
+    std::optional<double> bottom;
+    std::optional<double> home;
+    // Member by member.
     friend bool operator==(const ShownPositions&, const ShownPositions&) = default;
 };
+
+// The same for step and planes.
 struct ShownSteps {
-    std::optional<double> step, suggested;
+    // As the record's getters say.
+    std::optional<double> step;
+    std::optional<double> suggested;
     std::optional<unsigned int> count;
+    // Member by member.
     friend bool operator==(const ShownSteps&, const ShownSteps&) = default;
 };
 
 // A refresh compares with it and touches nothing that is the same.
 struct Shown {
+    // What the last refresh showed; the device's index, and whether the tooltips speak of an inverted stand.
     std::optional<ShownPositions> positions;
     std::optional<ShownSteps> steps;
-    bool typed = false;  // the text of a field is not what a refresh has made it
     ScaleValues scale;
-    std::optional<double> hover;         // under the pointer
-    std::optional<unsigned int> device;  // of the record
-    std::optional<bool> inverted;        // as the tooltips say
+    std::optional<unsigned int> device;
+    std::optional<bool> inverted;
+    // The text of a field is not what a refresh has made it.
+    bool typed = false;
+    // The position under the pointer.
+    std::optional<double> hover;
 };
 
+// The panel's, made when there is none.
 inline std::shared_ptr<Shown> ShownOf(HWND panel) {
     const auto state = ui::StateOf(panel);
     if (!state->own) state->own = std::make_shared<Shown>();

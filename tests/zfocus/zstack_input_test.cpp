@@ -22,8 +22,8 @@ private:
         GUITHREADINFO info{};
         info.cbSize = sizeof info;
         if (!GetGUIThreadInfo(GetCurrentThreadId(), &info) || !(info.flags & GUI_INMENUMODE)) return;
-        for (const WPARAM key : {VK_DOWN, VK_DOWN, VK_RETURN})
-            PostMessageW(s_owner, WM_KEYDOWN, key, 0);
+        for (const int key : {VK_DOWN, VK_DOWN, VK_RETURN})
+            PostMessageW(s_owner, WM_KEYDOWN, static_cast<WPARAM>(key), 0);
     }
     static inline HWND s_owner = nullptr;
     UINT_PTR timer_;

@@ -171,11 +171,14 @@ TEST_F(ZStackPanelAtWork, CopiesShareTheWindow) {
     EXPECT_FALSE(Panel(journal).Create(nullptr, &record, 0, 0, 0, 0, true, true));
     EXPECT_EQ(panel.AppendZDevice(L"", true, 1, 0, 1, false, 0, false), -1);
     EXPECT_TRUE(NoGrowth(
-        100,
+        150,
         [&] {
             Panel other(journal);
             other.Create(parent.Window(), &record, 0, 0, 0, 0, true, true);
+            other.AppendZDevice(L"Focus drive", true, 1, 0, 1000, false, 0, true);
+            other.EnableCube(true);
             other.UpdateGUI(3);
+            other.Redraw();
             journal.Take();
         },
         20));
