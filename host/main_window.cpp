@@ -12,10 +12,11 @@
 #include <kxsystem/kx_translation.h>
 
 #include "event_log.h"
+#include "microscope.h"
 
 namespace {
 
-constexpr int kStatusId = 1, kLogId = 2;
+constexpr int kStatusId = 1, kLogId = 2, kMicroscopeTimer = 1;
 constexpr int kLogHeight = 170, kStatusHeight = 20, kBarHeight = 30, kPageButtonWidth = 110;  // unzoomed pixels
 
 CKxStringW Text(const wchar_t* english) { return KX_GetTranslation(english, L"host"); }
@@ -61,6 +62,7 @@ bool MainWindow::Create(HINSTANCE instance) {
                                m_window, reinterpret_cast<HMENU>(static_cast<INT_PTR>(kStatusId)), instance, nullptr);
     SetStatusSink([this](const std::wstring& text) { Say(text); });
     BuildPages();
+    SetTimer(m_window, kMicroscopeTimer, 30, nullptr);
     ShowWindow(m_window, SW_SHOW);
     return true;
 }
@@ -71,7 +73,8 @@ void MainWindow::BuildPages() {
     m_pages = {};
     m_stand = std::make_unique<StandPage>();
     m_controls = std::make_unique<ControlsPage>();
-    m_pages = {m_stand.get(), m_controls.get()};
+    m_light = std::make_unique<LightPage>();
+    m_pages = {m_stand.get(), m_controls.get(), m_light.get()};
     for (Page* page : m_pages) {
         page->Build(m_window);
         page->SetEnabled(m_enabled);
@@ -222,6 +225,7 @@ LRESULT MainWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
         Log().Add(L"Host", L"%ls code %d", message == WM_HSCROLL ? L"WM_HSCROLL" : L"WM_VSCROLL",
                   static_cast<int>(LOWORD(wParam)));
         return 0;
+    case WM_TIMER: TheMicroscope().Tick(); return 0;
     case WM_MOUSEWHEEL: OnMouseWheel(wParam, lParam); return 0;
     case kx::ui::WM_KX_ZOOM_CHANGED:
         Restyle();
@@ -232,6 +236,7 @@ LRESULT MainWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
         m_pages = {};
         m_stand.reset();
         m_controls.reset();
+        m_light.reset();
         SetStatusSink(nullptr);
         PostQuitMessage(0);
         return 0;

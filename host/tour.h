@@ -32,6 +32,8 @@ private:
     void PlanFields();
     void PlanRadio();
     void PlanTable();
+    void PlanLight();
+    void PlanShutters();
     void TakeStep();
 
     void Do(std::function<void()> step);
@@ -39,6 +41,8 @@ private:
     void Await(const Find& target);
     void MoveTo(const Find& target);
     void Click(const Find& target);
+    // The menu is left open; the next steps are taken inside it.
+    void RightClick(const Find& target);
     void Drag(const Find& target, int fromPercent, int toPercent);
     void Wheel(const Find& target, int notches);
     void Key(WORD key);
