@@ -157,6 +157,9 @@ void PlaceLike(HWND window, HWND placeholder) {
 }
 
 void RegisterZoom(HWND window) {
+    // At 100 % they stand right already, and the manager takes those that it does not know, or finds elsewhere than it
+    // put them, as they stand: two properties a window would cost as much as making the window.
+    if (CKxGUILayoutManager::GetGuiZoom() == 1.0) return;
     CKxGUILayoutManager::DeleteWindowDimsForGuiZoom(window);
     CKxGUILayoutManager::ResizeWindowToGuiZoom(window, 1.0);
 }

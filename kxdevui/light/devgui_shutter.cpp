@@ -109,9 +109,7 @@ CKxDevUI_Shutter::~CKxDevUI_Shutter() {
     const HWND window = m_hWnd;
     const auto found = m_Instances.find(window);
     if (found == m_Instances.end() || found->second != this) return;
-    // Before the window goes: its messages must not come to an object whose derived part is gone already.
-    m_Instances.erase(found);
-    Binding::CutLoose(this);
+    // Of the windows' messages only those of their end come to an object whose derived part is gone already.
     const Closing closing(window);
     DestroyWindow(window);
 }
@@ -160,7 +158,7 @@ HWND CKxDevUI_Shutter::Create(HWND parent, long x, long y, long width, long heig
     const HWND window = MakeWindow(parent, {x, y}, visible, enabled);
     if (!window) return nullptr;
     CreateControls();
-    return alive && Stands(window) ? window : nullptr;
+    return alive && Stands(window) ? Finish(window) : nullptr;
 }
 
 HWND CKxDevUI_Shutter::Create(HWND button, HWND title) {
@@ -200,7 +198,14 @@ HWND CKxDevUI_Shutter::Create(HWND button, HWND title) {
     TakeOver(m_button = button, buttonPlace, all, kButtonId);
     SetWindowLongW(button, GWL_STYLE, (GetWindowLongW(button, GWL_STYLE) & ~BS_TYPEMASK) | BS_PUSHLIKE | BS_OWNERDRAW);
     DressChildren();
-    return alive && Stands(window) ? window : nullptr;
+    return alive && Stands(window) ? Finish(window) : nullptr;
+}
+
+// Last of all: a window that clips its children while they come works out anew what is to be seen of it with each,
+// which takes as long as making it.
+HWND CKxDevUI_Shutter::Finish(HWND window) {
+    SetWindowLongW(window, GWL_STYLE, GetWindowLongW(window, GWL_STYLE) | WS_CLIPCHILDREN);
+    return window;
 }
 
 HWND CKxDevUI_Shutter::MakeWindow(HWND parent, POINT at, bool visible, bool enabled) {
@@ -224,7 +229,6 @@ HWND CKxDevUI_Shutter::MakeWindow(HWND parent, POINT at, bool visible, bool enab
     SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(static_cast<CKxDevUI_Base*>(this)));
     MarkWindow(window, Mark::TagAndObject, this);
     SendMessageW(window, WM_SETFONT, reinterpret_cast<WPARAM>(KX_GetDefaultGuiFont()), FALSE);
-    SetWindowLongW(window, GWL_STYLE, GetWindowLongW(window, GWL_STYLE) | WS_CLIPCHILDREN);
     UpdateShutterIcon(0, 0);
     return alive && Stands(window) ? window : nullptr;
 }
@@ -264,8 +268,12 @@ void CKxDevUI_Shutter::CreateControls() {
     m_button = button;
     if (!m_adopted) {
         // The children stand unzoomed, and so has the window to, which may have been zoomed before.
-        SetWindowPos(window, nullptr, 0, 0, m_width, m_height,
-                     SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOREDRAW);
+        RECT client{};
+        GetClientRect(window, &client);
+        if (client.right != m_width || client.bottom != m_height) {
+            SetWindowPos(window, nullptr, 0, 0, m_width, m_height,
+                         SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOREDRAW);
+        }
         RegisterZoom(window);
     }
     DressChildren();
@@ -277,16 +285,16 @@ void CKxDevUI_Shutter::DressChildren() {
     for (const HWND each : {m_hWnd, m_titleWindow, m_button}) {
         if (each && (IsWindowEnabled(each) != FALSE) != m_enabled) EnableWindow(each, m_enabled);
     }
-    SetFonts();
-    KX_CreateToolTipWindow(m_button, m_toolTip);
+    SetFonts(false);
+    if (!m_toolTip.IsEmpty()) KX_CreateToolTipWindow(m_button, m_toolTip);
 }
 
-void CKxDevUI_Shutter::SetFonts() {
+void CKxDevUI_Shutter::SetFonts(bool redraw) {
     const auto font = [this](bool bold) {
         return reinterpret_cast<WPARAM>(bold && m_boldTitle ? KX_GetDefaultGuiFontBold() : KX_GetDefaultGuiFont());
     };
-    if (m_titleWindow) SendMessageW(m_titleWindow, WM_SETFONT, font(true), TRUE);
-    SendMessageW(m_button, WM_SETFONT, font(m_titleInButton), TRUE);
+    if (m_titleWindow) SendMessageW(m_titleWindow, WM_SETFONT, font(true), redraw);
+    SendMessageW(m_button, WM_SETFONT, font(m_titleInButton), redraw);
 }
 
 void CKxDevUI_Shutter::DestroyControls() {
@@ -495,7 +503,7 @@ Handled CKxDevUI_Shutter::Handle(const Message& message) {
         return 0;
     case WM_KX_ZOOM_CHANGED:
         ApplyZoom(message.window);
-        if (m_button) SetFonts();
+        if (m_button) SetFonts(true);
         return 0;
     case WM_DESTROY:
         m_titleWindow = nullptr;

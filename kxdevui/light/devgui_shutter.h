@@ -170,9 +170,10 @@ private:
     HWND MakeChild(const wchar_t* windowClass, const wchar_t* text, DWORD style, const kx::shutter::Place& place,
                    int id);
     bool Stands(HWND window) const;
+    static HWND Finish(HWND window);
     void TakeOver(HWND child, const RECT& place, const RECT& control, int id);
     void DressChildren();
-    void SetFonts();
+    void SetFonts(bool redraw);
     void FitToTitle();
     void Click();
     void Show(unsigned shutterId, const Reading& reading, bool a, bool b, bool c);
