@@ -11,9 +11,9 @@
 #include <kxbaseui/kx_layoutmanager.h>
 #include <kxbaseui/kx_menu.h>
 #include <kxbaseui/kx_tooltip.h>
-#include <kxdevices/kx_dmapi.h>
 #include <kxdevui/framework/devgui.h>
 #include <kxdevui/framework/ui_window.h>
+#include <kxdevui/light/shutter_device.h>
 #include <kxdevui/light/shutter_images.h>
 #include <kxsystem/kx_log.h>
 #include <kxsystem/kx_translation.h>
@@ -50,21 +50,6 @@ CKxStringW TextOf(HWND window) {
     text.resize(static_cast<std::size_t>(GetWindowTextW(window, text.data(), static_cast<int>(text.size()))));
     return text;
 }
-
-// The device with this number, if it is a shutter.
-IKxDeviceShutter* FindShutter(unsigned id) {
-    IKxDevice* const device = DMApi::LogDev_GetInstance(id);
-    return device && device->GetType() == eKxDeviceType_Shutter ? static_cast<IKxDeviceShutter*>(device) : nullptr;
-}
-
-// A shutter as the device manager tells of it, to be read like the device itself.
-struct ManagedShutter {
-    unsigned id;
-    CKxStringW GetGUIText(int context) const { return DMApi::Shutter_GetGUIText(id, context); }
-    bool GetCapability(int capability) const { return DMApi::LogDev_GetCapability(id, capability); }
-    EKxShutterType GetShutterType() const { return DMApi::Shutter_GetShutterType(id); }
-    bool GetState() const { return DMApi::Shutter_GetState(id); }
-};
 
 }  // namespace
 
@@ -390,7 +375,7 @@ void CKxDevUI_Shutter::RedrawButton() {
 
 bool CKxDevUI_Shutter::Update(unsigned shutterId, bool a, bool b, bool c) {
     if (shutterId == 0) return false;
-    Show(shutterId, Reading::Of(ManagedShutter{shutterId}, a, b, c), a, b, c);
+    Show(shutterId, Reading::Of(kx::shutter::Managed{shutterId}, a, b, c), a, b, c);
     return true;
 }
 
@@ -498,7 +483,7 @@ Handled CKxDevUI_Shutter::Handle(const Message& message) {
         return 0;
     case WM_KX_UPDATE_DEVICE_BAND:
         if (const auto band = ReadDeviceBand<3>(message)) {
-            Update(FindShutter(band->device), band->flags[0], band->flags[1], band->flags[2]);
+            Update(kx::shutter::Find(band->device), band->flags[0], band->flags[1], band->flags[2]);
         }
         return 0;
     case WM_KX_ZOOM_CHANGED:
