@@ -12,11 +12,10 @@
 #include <kxsystem/kx_translation.h>
 
 #include "event_log.h"
-#include "microscope.h"
 
 namespace {
 
-constexpr int kStatusId = 1, kLogId = 2, kMicroscopeTimer = 1;
+constexpr int kStatusId = 1, kLogId = 2;
 constexpr int kLogHeight = 170, kStatusHeight = 20, kBarHeight = 30, kPageButtonWidth = 110;  // unzoomed pixels
 
 CKxStringW Text(const wchar_t* english) { return KX_GetTranslation(english, L"host"); }
@@ -62,7 +61,6 @@ bool MainWindow::Create(HINSTANCE instance) {
                                m_window, reinterpret_cast<HMENU>(static_cast<INT_PTR>(kStatusId)), instance, nullptr);
     SetStatusSink([this](const std::wstring& text) { Say(text); });
     BuildPages();
-    SetTimer(m_window, kMicroscopeTimer, 30, nullptr);
     ShowWindow(m_window, SW_SHOW);
     return true;
 }
@@ -225,7 +223,6 @@ LRESULT MainWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
         Log().Add(L"Host", L"%ls code %d", message == WM_HSCROLL ? L"WM_HSCROLL" : L"WM_VSCROLL",
                   static_cast<int>(LOWORD(wParam)));
         return 0;
-    case WM_TIMER: TheMicroscope().Tick(); return 0;
     case WM_MOUSEWHEEL: OnMouseWheel(wParam, lParam); return 0;
     case kx::ui::WM_KX_ZOOM_CHANGED:
         Restyle();

@@ -35,7 +35,7 @@ void ShutterPanel::Fill() {
     AddCheckBox(Text(L"The camera acquires"), IDC_SHUTTER_GRABBER, 6, m_height - 40);
     AddCheckBox(Text(L"The host refuses"), IDC_SHUTTER_REFUSE, 6, m_height - 20);
     CheckDlgButton(m_hWnd, IDC_SHUTTER_LOCK,
-                   TheMicroscope().Shutter(1).GetCapability(eKxCapability_NotOperable) ? BST_CHECKED : BST_UNCHECKED);
+                   TheLight().Shutter(1).GetCapability(eKxCapability_NotOperable) ? BST_CHECKED : BST_UNCHECKED);
     CheckDlgButton(m_hWnd, IDC_SHUTTER_GRABBER, CKxDeviceRegistry::IsGrabberActive() ? BST_CHECKED : BST_UNCHECKED);
     m_listener = std::make_unique<DeviceListener>([this](CDMApi_LogDevId device) { Refresh(device); });
 }
@@ -45,13 +45,13 @@ void ShutterPanel::AddShutter(CKxDevUI_Shutter& shutter, int index, int x, int y
     shutter.SetId(IDC_SHUTTER + index);
     shutter.Create(m_hWnd, CKxGUILayoutManager::Zoomed(x), CKxGUILayoutManager::Zoomed(y), -1, -1, true, true);
     InsertElement(&shutter);
-    shutter.Update(TheMicroscope().Shutter(index).GetLogDevId(), true, true, true);
+    shutter.Update(TheLight().Shutter(index).GetLogDevId(), true, true, true);
 }
 
 void ShutterPanel::Refresh(CDMApi_LogDevId device) {
     const bool flags[] = {false, true, true};
-    for (int i = 0; i < Microscope::Shutters; ++i) {
-        if (TheMicroscope().Shutter(i).GetLogDevId() == device) {
+    for (int i = 0; i < LightDevices::Shutters; ++i) {
+        if (TheLight().Shutter(i).GetLogDevId() == device) {
             SendMessageW(Shutter(i), kx::ui::WM_KX_UPDATE_DEVICE_BAND, device, reinterpret_cast<LPARAM>(flags));
         }
     }
@@ -64,15 +64,15 @@ bool ShutterPanel::Agrees(int index, bool open) {
         return false;
     }
     CKxStringW text;
-    text.Format(120, Text(open ? L"%ls opens" : L"%ls closes"), TheMicroscope().Shutter(index).GetKey().c_str());
+    text.Format(120, Text(open ? L"%ls opens" : L"%ls closes"), TheLight().Shutter(index).GetKey().c_str());
     Tell(text.str());
-    return TheMicroscope().Shutter(index).SetOpen(open);
+    return TheLight().Shutter(index).SetOpen(open);
 }
 
 void ShutterPanel::ShowParameters(int index) {
     Log().Add(Shutter(index).GetTitle(), L"OnRenameDlgRequest");
     CKxStringW text;
-    text.Format(120, Text(L"Parameters of %ls"), TheMicroscope().Shutter(index).GetKey().c_str());
+    text.Format(120, Text(L"Parameters of %ls"), TheLight().Shutter(index).GetKey().c_str());
     Tell(text.str());
 }
 
@@ -80,11 +80,11 @@ bool ShutterPanel::OnUser(int id, int code, HWND from) {
     if (code != BN_CLICKED) return false;
     const bool checked = SendMessageW(from, BM_GETCHECK, 0, 0) == BST_CHECKED;
     switch (id) {
-    case IDC_SHUTTER_LOCK: TheMicroscope().Shutter(1).SetLocked(checked); return true;
+    case IDC_SHUTTER_LOCK: TheLight().Shutter(1).SetLocked(checked); return true;
     case IDC_SHUTTER_GRABBER:
         CKxDeviceRegistry::SetGrabberActive(checked);
-        for (int i = 0; i < Microscope::Shutters; ++i)
-            Shutter(i).Update(TheMicroscope().Shutter(i).GetLogDevId(), false, false, true);
+        for (int i = 0; i < LightDevices::Shutters; ++i)
+            Shutter(i).Update(TheLight().Shutter(i).GetLogDevId(), false, false, true);
         return true;
     case IDC_SHUTTER_REFUSE: m_refuses = checked; return true;
     default: return false;

@@ -7,7 +7,7 @@
 #include <kxdevui/light/devgui_shutter.h>
 
 #include "../host_panel.h"
-#include "../microscope.h"
+#include "../light_devices.h"
 
 class ShutterPanel;
 
@@ -48,7 +48,7 @@ private:
 
     PanelShutter<CKxDevUI_Shutter> m_plain[4];
     PanelShutter<CKxDevUI_MechanicalShutter> m_mechanical;
-    std::array<CKxDevUI_Shutter*, Microscope::Shutters> m_all{};
+    std::array<CKxDevUI_Shutter*, LightDevices::Shutters> m_all{};
     std::unique_ptr<DeviceListener> m_listener;
     bool m_refuses = false;
 };

@@ -1,6 +1,6 @@
-#include "microscope.h"
+#include "light_devices.h"
 
-Microscope::Microscope() {
+LightDevices::LightDevices() {
     const struct {
         const wchar_t* key;
         EKxShutterType type;
@@ -11,16 +11,16 @@ Microscope::Microscope() {
                             {L"Camera shutter", eKxShutterType_Aux2, L"Camera"},
                             {L"Fluorescence lamp shutter", eKxShutterType_Epi, L"Fluorescence"}};
     for (std::size_t i = 0; i < m_shutters.size(); ++i) {
-        m_shutters[i] = &m_microscope.Add<CKxSimShutter>(shutters[i].key, shutters[i].type);
+        m_shutters[i] = &m_devices.Add<CKxSimShutter>(shutters[i].key, shutters[i].type);
         m_shutters[i]->SetTitle(shutters[i].title);
     }
-    m_smart = &m_microscope.Add<CKxSimShutter>(L"Smart shutter", eKxShutterType_Epi,
-                                               std::vector<double>{5, 10, 20, 30, 40, 60, 80, 100});
+    m_smart = &m_devices.Add<CKxSimShutter>(L"Smart shutter", eKxShutterType_Epi,
+                                            std::vector<double>{5, 10, 20, 30, 40, 60, 80, 100});
 }
 
-Microscope& TheMicroscope() {
-    static Microscope microscope;
-    return microscope;
+LightDevices& TheLight() {
+    static LightDevices devices;
+    return devices;
 }
 
 DeviceListener::DeviceListener(std::function<void(CDMApi_LogDevId)> hear)

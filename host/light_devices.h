@@ -1,4 +1,4 @@
-// The simulated microscope behind the host's panels.
+// The simulated shutters behind the host's panels.
 #pragma once
 
 #include <array>
@@ -6,26 +6,26 @@
 
 #include <kxdevices/kx_simdevices.h>
 
-// Its devices live as long as the process; panels come and go.
-class Microscope {
+// They live as long as the process; panels come and go.
+class LightDevices {
 public:
     static constexpr int Shutters = 5;
 
-    Microscope();
-    // Lets time pass; called by the main window's timer.
-    void Tick() { m_microscope.Tick(); }
+    LightDevices();
+    // Lets time pass.
+    void Tick() { m_devices.Tick(); }
 
     CKxSimShutter& Shutter(int index) { return *m_shutters[static_cast<std::size_t>(index)]; }
     // The smart one, with modes and an aperture.
     CKxSimShutter& SmartShutter() { return *m_smart; }
 
 private:
-    CKxSimMicroscope m_microscope;
+    CKxSimMicroscope m_devices;
     std::array<CKxSimShutter*, Shutters> m_shutters{};
     CKxSimShutter* m_smart = nullptr;
 };
 
-Microscope& TheMicroscope();
+LightDevices& TheLight();
 
 // Hears of the devices' changes as long as it lives.
 class DeviceListener {
