@@ -48,5 +48,6 @@ std::vector<Row> EditRows();
 std::vector<Row> RadioRows();
 std::vector<Row> TableRows();
 std::vector<Row> ShutterRows();
+std::vector<Row> ModeShutterRows();
 
 }  // namespace kx::bench

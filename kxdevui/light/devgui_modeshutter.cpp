@@ -38,12 +38,10 @@ CKxDevUI_ModeShutter::CKxDevUI_ModeShutter() {
 }
 
 CKxDevUI_ModeShutter::~CKxDevUI_ModeShutter() {
-    const HWND window = m_hWnd;
-    const auto found = m_Instances.find(window);
-    if (found == m_Instances.end() || found->second != this) return;
+    if (!m_hWnd) return;
     // Of the windows' messages only those of their end come to an object whose derived part is gone already.
-    const Closing closing(window);
-    DestroyWindow(window);
+    const Closing closing(m_hWnd);
+    DestroyWindow(m_hWnd);
 }
 
 // ---- The device ----------------------------------------------------------------------------------------------------

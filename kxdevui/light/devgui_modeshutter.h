@@ -31,10 +31,10 @@ class KXDEVUI_API CKxDevUI_ModeShutter : public CKxDevUI_Base {
 public:
     // 256 by 32, with the list alone, without a device.
     CKxDevUI_ModeShutter();
-    // The copy refers to the same windows; their messages go on to the object that made them.
-    CKxDevUI_ModeShutter(const CKxDevUI_ModeShutter& other) = default;
-    CKxDevUI_ModeShutter& operator=(const CKxDevUI_ModeShutter& other) = default;
-    // Destroys the window, unless that belongs to another object, of which this is a copy.
+    // The slider's windows belong to the slider inside.
+    CKxDevUI_ModeShutter(const CKxDevUI_ModeShutter&) = delete;
+    CKxDevUI_ModeShutter& operator=(const CKxDevUI_ModeShutter&) = delete;
+    // Destroys the window.
     ~CKxDevUI_ModeShutter() override;
 
     // ---- The device ----
