@@ -49,5 +49,7 @@ std::vector<Row> RadioRows();
 std::vector<Row> TableRows();
 std::vector<Row> OpticsRows();
 std::vector<Row> ZStackRows();
+std::vector<Row> ShutterRows();
+std::vector<Row> ModeShutterRows();
 
 }  // namespace kx::bench

@@ -100,6 +100,12 @@ void Tour::Click(const Find& target) {
     Do([target] { SendMouse(PointIn(target(), 50), MOUSEEVENTF_LEFTUP); });
 }
 
+void Tour::RightClick(const Find& target) {
+    MoveTo(target);
+    Do([target] { SendMouse(PointIn(target(), 50), MOUSEEVENTF_RIGHTDOWN); });
+    Do([target] { SendMouse(PointIn(target(), 50), MOUSEEVENTF_RIGHTUP); });
+}
+
 void Tour::Drag(const Find& target, int fromPercent, int toPercent) {
     Await(target);
     Do([target, fromPercent] { SendMouse(PointIn(target(), fromPercent), 0); });
@@ -161,6 +167,7 @@ void Tour::Plan() {
     PlanControls();
     PlanOptics();
     PlanZSeries();
+    PlanLight();
     Do([this] {
         Log().Add(L"Tour", m_failed ? L"ended with failures" : L"ended well");
         DestroyWindow(m_window.Handle());

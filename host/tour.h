@@ -37,12 +37,16 @@ private:
     void PlanTable();
     void PlanOptics();
     void PlanZSeries();
+    void PlanLight();
+    void PlanShutters();
 
     void Do(std::function<void()> step);
     // Waits until the target can be seen.
     void Await(const Find& target);
     void MoveTo(const Find& target);
     void Click(const Find& target);
+    // The menu is left open; the next steps are taken inside it.
+    void RightClick(const Find& target);
     void Drag(const Find& target, int fromPercent, int toPercent);
     void Wheel(const Find& target, int notches);
     void Key(WORD key);

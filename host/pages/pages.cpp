@@ -1,6 +1,7 @@
 #include "pages.h"
 
 #include "controls_page.h"
+#include "light_page.h"
 #include "optics_page.h"
 #include "stand_page.h"
 #include "zseries_page.h"
@@ -10,6 +11,7 @@ std::vector<std::unique_ptr<Page>> MakePages(GalleryDevices& devices) {
     pages.push_back(std::make_unique<StandPage>());
     pages.push_back(std::make_unique<ControlsPage>());
     pages.push_back(std::make_unique<OpticsPage>(devices));
+    pages.push_back(std::make_unique<LightPage>());
     pages.push_back(std::make_unique<ZSeriesPage>());
     return pages;
 }

@@ -11,7 +11,7 @@
 #include <vector>
 
 #include <kxbaseui/kx_guielement.h>
-#include <kxbaseui/kx_menu.h>
+#include <kxbaseui/kx_imagemenu.h>
 #include <kxdevices/kx_zstackdata.h>
 #include <kxdevui/framework/kxdevui_api.h>
 #include <kxdevui/framework/ui_window.h>
@@ -289,7 +289,7 @@ private:
         bool step, below, range, count, above;
     } m_dirty{};
     std::wstring m_before;
-    CKxMenu m_piezoMenu;
+    CKxImageMenu m_piezoMenu;
     unsigned int m_piezoEntry = PiezoHome;
     int m_piezoMode = 0;
     bool m_cube = false;

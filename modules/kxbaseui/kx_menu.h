@@ -1,44 +1,49 @@
-// Context menus whose items are commands by name, each with an image.
+// Context menus.
 #pragma once
 
 #include <windows.h>
 
-#include <vector>
+#include <memory>
 
 #include <kxbaseui/kxbaseui_api.h>
-#include <kxsystem/kx_string.h>
 
-// A short menu in the colours of the scheme. The window that shows it hands on WM_MEASUREITEM and WM_DRAWITEM. Copies
-// are menus of their own; the platform's menu is made when one is shown and lives no longer.
+// How a context menu is tracked; the numbers are part of the interface and are added up.
+enum EKxMenuTrack : unsigned {
+    eKxMenuTrack_ReturnCommand = 0x01,  // the command chosen is the result; the owner gets no WM_COMMAND of it
+    eKxMenuTrack_KeepControl = 0x40,    // where there is no room, the menu moves up or down rather than sideways
+};
+
+// A menu of commands that opens at a point, for a control or a panel: filled, tracked, and thrown away.
 class KXBASEUI_API CKxMenu {
 public:
-    // Adds an item: the command that it stands for, its text, already translated, and its image in the pool
-    // (kx_bitmappool.h), an unknown one leaving the room empty. Null texts count as empty.
-    void AppendMenuItem(const wchar_t* command, const wchar_t* text, const wchar_t* image);
+    // An empty menu.
+    CKxMenu();
+    ~CKxMenu();
+    CKxMenu(const CKxMenu&) = delete;
+    CKxMenu& operator=(const CKxMenu&) = delete;
 
-    // How many items there are; the command, the text and the image of one, empty and NoImage for an index without one.
-    int GetItemCount() const { return static_cast<int>(m_items.size()); }
-    CKxStringW GetCommand(int item) const;
-    CKxStringW GetText(int item) const;
-    int GetImage(int item) const;
+    // Adds a command at the end. A null or empty text makes a separator; a command that is not from 1 to 65535 is
+    // refused and logged.
+    void AppendItem(int command, const wchar_t* text, bool enabled = true);
 
-    // Takes all items away.
-    void Clear() { m_items.clear(); }
+    // The number of items, separators among them; the command and the text of one, 0 and empty for a separator. An
+    // index that is not there gives 0 and the empty text.
+    int GetCount() const;
+    int GetCommand(int index) const;
+    const wchar_t* GetText(int index) const;
 
-    // Shows the menu under the rectangle `anchor` (screen coordinates), above it where there is no room, with item
-    // `checked` marked, and waits. Returns the item that the user chose, or -1; also when `owner` is destroyed
-    // meanwhile.
-    int Track(HWND owner, const RECT& anchor, int checked) const;
-
-    // The answers to WM_MEASUREITEM and WM_DRAWITEM of a menu (ODT_MENU). False for what is none of this menu's.
-    bool MeasureItem(MEASUREITEMSTRUCT& item) const;
-    bool DrawItem(const DRAWITEMSTRUCT& item) const;
+    // Opens the menu at (x, y) on the screen, in a loop of its own, and returns when it is closed. The result is the
+    // command chosen, with eKxMenuTrack_ReturnCommand; otherwise the owner is sent WM_COMMAND and the result is 0. 0
+    // too when nothing was chosen, the menu is empty, or the owner is no window of this thread. The owner, and whoever
+    // called, may be gone afterwards.
+    int TrackContextMenu(unsigned flags, int x, int y, HWND owner) const;
 
 private:
-    struct Item {
-        CKxStringW command, text;
-        int image;
-    };
-    const Item* At(ULONG_PTR number) const;
-    std::vector<Item> m_items;
+    struct Items;
+    std::unique_ptr<Items> m_items;
 };
+
+// Puts the host's own menu in the place of the platform's; what the handler returns is the command chosen, 0 for none.
+// A handler that throws chooses none. Null goes back to the platform's menu.
+using KX_MenuHandler = int (*)(HWND owner, const CKxMenu& menu, int x, int y, void* context);
+KXBASEUI_API void KX_SetMenuHandler(KX_MenuHandler handler, void* context);

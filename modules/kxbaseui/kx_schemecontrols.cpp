@@ -6,6 +6,7 @@
 #include <cwchar>
 #include <iterator>
 
+#include <kxbaseui/kx_buttonbackground.h>
 #include <kxbaseui/kx_colors.h>
 #include <kxbaseui/kx_groupbox.h>
 #include <kxbaseui/kx_layoutmanager.h>
@@ -82,17 +83,9 @@ void DrawTriangle(HDC dc, const RECT& box, int color) {
 void PaintPushButton(HDC dc, HWND button, RECT client) {
     const LRESULT state = SendMessageW(button, BM_GETSTATE, 0, 0);
     const bool pushed = (state & BST_PUSHED) != 0;
-    // On black, a face in the highlight's white would need black letters.
-    const bool onBlack = KX_GetColorScheme() == eKxColorScheme_HighContrast;
-    const int face = onBlack ? COLOR_BTNFACE : pushed ? COLOR_3DLIGHT : COLOR_BTNHIGHLIGHT;
-    FillRect(dc, &client, KX_GetSysColorBrush(face));
-    Frame(dc, client, COLOR_BTNSHADOW);
-    RECT inner = client;
     // A check box or radio button made to look like a push button shows by its frame that it is checked.
-    for (long i = state & BST_CHECKED ? CKxGUILayoutManager::Zoomed(2) : pushed && onBlack ? 1 : 0; i > 0; --i) {
-        InflateRect(&inner, -1, -1);
-        Frame(dc, inner, onBlack ? COLOR_BTNTEXT : COLOR_HIGHLIGHT);
-    }
+    KX_DrawButtonBackground(
+        dc, client, (pushed ? eKxButtonLook_Pressed : 0) | (state & BST_CHECKED ? eKxButtonLook_On : 0), COLOR_BTNFACE);
     if (pushed) OffsetRect(&client, 1, 1);
     DrawLabel(dc, button, client, DT_CENTER | DT_VCENTER | DT_SINGLELINE);
     InflateRect(&client, -4, -4);

@@ -82,9 +82,10 @@ HWND KX_CreateToolTipWindow(HWND tool, const wchar_t* text) {
 
 void KX_UpdateToolTipWindow(HWND tool, const wchar_t* text) { KX_CreateToolTipWindow(tool, text); }
 
+HWND KX_GetToolTipWindow(HWND tool) { return IsWindow(tool) ? ToolTipOf(GetAncestor(tool, GA_PARENT)) : nullptr; }
+
 void KX_DeleteToolTip(HWND tool) {
-    const HWND parent = IsWindow(tool) ? GetAncestor(tool, GA_PARENT) : nullptr;
-    const HWND window = parent ? ToolTipOf(parent) : nullptr;
+    const HWND window = KX_GetToolTipWindow(tool);
     if (!window) return;
     TOOLINFOW info = ToolInfo(tool, nullptr);
     SendMessageW(window, TTM_DELTOOLW, 0, reinterpret_cast<LPARAM>(&info));

@@ -13,6 +13,9 @@
 // null when there is no such window or no parent.
 KXBASEUI_API HWND KX_CreateToolTipWindow(HWND tool, const wchar_t* text);
 
+// The tooltip window that a tool shares with its siblings; null while there is none.
+KXBASEUI_API HWND KX_GetToolTipWindow(HWND tool);
+
 // Changes the text of a tool; the same as KX_CreateToolTipWindow.
 KXBASEUI_API void KX_UpdateToolTipWindow(HWND tool, const wchar_t* text);
 

@@ -247,8 +247,13 @@ void CKxSimShutter::SetLocked(bool locked) {
     CKxDeviceRegistry::Notify(GetLogDevId(), EKxDeviceChange::Structure);
 }
 
+void CKxSimShutter::SetTitle(const wchar_t* title) {
+    m_title = title;
+    CKxDeviceRegistry::Notify(GetLogDevId(), EKxDeviceChange::Names);
+}
+
 CKxStringW CKxSimShutter::GetGUIText(int context) const {
-    return context == eKxShutterText_ToolTip ? GetKey() : CKxStringW();
+    return context == eKxShutterText_ToolTip ? GetKey() : context == eKxShutterText_Title ? m_title : CKxStringW();
 }
 
 bool CKxSimShutter::GetCapability(int capability) const { return capability == eKxCapability_NotOperable && m_locked; }

@@ -240,6 +240,8 @@ public:
     bool SetMode(EKxShutterMode mode);
     // While locked it can only be looked at.
     void SetLocked(bool locked);
+    // The title for panels; empty or null, at first, leaves it to them.
+    void SetTitle(const wchar_t* title);
 
     // As the interface says.
     EKxShutterType GetShutterType() const override { return m_type; }
@@ -257,6 +259,7 @@ private:
     std::vector<double> m_apertures;
     double m_aperture = 0;
     EKxShutterMode m_mode = eKxShutterMode_Fast;
+    CKxStringW m_title;
     bool m_locked = false;
 };
 

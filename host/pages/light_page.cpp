@@ -1,0 +1,10 @@
+#include "light_page.h"
+
+#include "../light_devices.h"
+
+void LightPage::Fill() {
+    Place(m_shutters, ShutterPlace);
+    m_shutters.Fill();
+    // The devices need time to pass, seen or not.
+    SetTimer(m_hWnd, 1, 30, [](HWND, UINT, UINT_PTR, DWORD) { TheLight().Tick(); });
+}

@@ -1,0 +1,21 @@
+// Light and its shutters, on the simulated microscope.
+#pragma once
+
+#include "../panels/shutter_panel.h"
+#include "page.h"
+
+class LightPage : public Page {
+public:
+    LightPage() : Page(L"Illumination") {}
+
+    ShutterPanel& Shutters() { return m_shutters; }
+
+protected:
+    // Where the panels stand, in unzoomed pixels: x, y, width, height.
+    static constexpr RECT ShutterPlace{8, 206, 268, 186};
+
+    void Fill() override;
+
+private:
+    ShutterPanel m_shutters;
+};

@@ -1,0 +1,571 @@
+#include <kxdevui/light/devgui_shutter.h>
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+#include <kxbaseui/kx_bitmappool.h>
+#include <kxbaseui/kx_buttonbackground.h>
+#include <kxbaseui/kx_colors.h>
+#include <kxbaseui/kx_fonts.h>
+#include <kxbaseui/kx_layoutmanager.h>
+#include <kxbaseui/kx_menu.h>
+#include <kxbaseui/kx_tooltip.h>
+#include <kxdevui/framework/devgui.h>
+#include <kxdevui/framework/ui_window.h>
+#include <kxdevui/light/shutter_device.h>
+#include <kxdevui/light/shutter_images.h>
+#include <kxsystem/kx_log.h>
+#include <kxsystem/kx_translation.h>
+
+using namespace kx::ui;
+
+namespace {
+
+constexpr wchar_t kSource[] = L"devgui_shutter";
+constexpr wchar_t kClass[] = L"KxDevUI_Shutter";
+constexpr int kTitleId = 10100, kButtonId = 10200, kParameters = 10000;
+constexpr int kClick = WM_LBUTTONUP;  // the code of the button's own command
+
+bool IsButton(HWND window) {
+    wchar_t name[16] = L"";
+    return GetClassNameW(window, name, 16) != 0 && lstrcmpiW(name, L"Button") == 0;
+}
+
+bool IsTaken(HWND child) {
+    const auto state = FindState(child);
+    return state && state->previous;
+}
+
+long WidthOf(const RECT& rect) { return rect.right - rect.left; }
+long HeightOf(const RECT& rect) { return rect.bottom - rect.top; }
+
+kx::shutter::Place PlaceOf(HWND window) {
+    const RECT rect = RectInParent(window);
+    return {rect.left, rect.top, WidthOf(rect), HeightOf(rect)};
+}
+
+CKxStringW TextOf(HWND window) {
+    std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(window)) + 1, L'\0');
+    text.resize(static_cast<std::size_t>(GetWindowTextW(window, text.data(), static_cast<int>(text.size()))));
+    return text;
+}
+
+}  // namespace
+
+// What an update shows.
+struct CKxDevUI_Shutter::Reading {
+    CKxStringW toolTip, title;
+    bool locked = false;
+    EKxShutterType type = eKxShutterType_Epi;
+    int grabberActive = 0;
+    bool open = false;
+
+    // Asks for what is wanted, and for nothing else.
+    template <class Shutter>
+    static Reading Of(const Shutter& shutter, bool a, bool b, bool c) {
+        Reading reading;
+        if (a || b) {
+            reading.toolTip = shutter.GetGUIText(eKxShutterText_ToolTip);
+            reading.locked = shutter.GetCapability(eKxCapability_NotOperable);
+        }
+        if (b) {
+            reading.type = shutter.GetShutterType();
+            reading.title = shutter.GetGUIText(eKxShutterText_Title);
+        }
+        if (c) {
+            reading.grabberActive = DMApi::Grabber_GetActive() ? 1 : 0;
+            reading.open = shutter.GetState();
+        }
+        return reading;
+    }
+};
+
+ATOM CKxDevUI_Shutter::m_Atom = 0;
+std::map<HWND, CKxDevUI_Shutter*> CKxDevUI_Shutter::m_Instances;
+
+CKxDevUI_Shutter::CKxDevUI_Shutter() {
+    m_width = 40;
+    m_height = 40;
+    m_title = L"EPI";
+}
+
+CKxDevUI_Shutter::~CKxDevUI_Shutter() {
+    const HWND window = m_hWnd;
+    const auto found = m_Instances.find(window);
+    if (found == m_Instances.end() || found->second != this) return;
+    // Of the windows' messages only those of their end come to an object whose derived part is gone already.
+    const Closing closing(window);
+    DestroyWindow(window);
+}
+
+// ---- Settings ------------------------------------------------------------------------------------------------------
+
+void CKxDevUI_Shutter::Init(bool showTitle, bool second, bool boldTitle, bool fourth, unsigned value) {
+    m_showTitle = showTitle;
+    m_second = second;
+    m_boldTitle = boldTitle;
+    m_fourth = fourth;
+    m_value = value;
+}
+
+void CKxDevUI_Shutter::SetSize(long width, long height) {
+    if (width >= 0) m_width = width;
+    if (height >= 0) m_height = height;
+}
+
+void CKxDevUI_Shutter::SetTitlePosition(bool titleLeft, long size) {
+    m_titleLeft = titleLeft;
+    const kx::shutter::Layout layout =
+        titleLeft ? kx::shutter::TitleLeft(m_width, m_height, size) : kx::shutter::TitleAbove(m_width, size);
+    m_titlePlace = layout.title;
+    m_buttonPlace = layout.button;
+}
+
+void CKxDevUI_Shutter::SetTitleInButton(bool inside) { m_titleInButton = inside; }
+
+void CKxDevUI_Shutter::SetAutomaticallyResizable(bool resizable, int minimum, int maximum) {
+    m_resizable = resizable;
+    m_minimumWidth = minimum;
+    m_maximumWidth = maximum;
+}
+
+void CKxDevUI_Shutter::RenameEnabled(bool enable) { m_renameDisabled = !enable; }
+
+// ---- Creation ------------------------------------------------------------------------------------------------------
+
+HWND CKxDevUI_Shutter::Create(HWND parent, long x, long y, long width, long height, bool visible, bool enabled) {
+    const Alive alive(this);
+    Destroy();
+    if (!alive) return nullptr;
+    SetSize(width, height);
+    m_adopted = false;
+    const HWND window = MakeWindow(parent, {x, y}, visible, enabled);
+    if (!window) return nullptr;
+    CreateControls();
+    return alive && Stands(window) ? Finish(window) : nullptr;
+}
+
+HWND CKxDevUI_Shutter::Create(HWND button, HWND title) {
+    const HWND parent = IsButton(button) ? GetAncestor(button, GA_PARENT) : nullptr;
+    if (!parent || parent == GetDesktopWindow() || IsTaken(button) || (m_hWnd && IsChild(m_hWnd, button))) {
+        KX_LOG(kSource, L"window %p cannot be taken for a shutter's button", static_cast<void*>(button));
+        return nullptr;
+    }
+    const Alive alive(this);
+    Destroy();
+    if (!alive || !IsWindow(button)) return nullptr;
+    if (!IsWindow(title) || title == button || IsChild(title, button) || IsChild(button, title)) title = nullptr;
+
+    RECT places[2]{}, all{};
+    for (const HWND each : {button, title}) {
+        RECT& place = places[each == title ? 1 : 0];
+        GetWindowRect(each, &place);
+        MapWindowPoints(HWND_DESKTOP, parent, reinterpret_cast<POINT*>(&place), 2);
+    }
+    const auto& [buttonPlace, titlePlace] = places;
+    UnionRect(&all, &buttonPlace, &titlePlace);
+    const LONG style = GetWindowLongW(button, GWL_STYLE);
+    m_id = GetDlgCtrlID(button);
+    m_width = WidthOf(all);
+    m_height = HeightOf(all);
+    m_adopted = true;
+    m_showTitle = title != nullptr;
+    m_titleLeft = title && titlePlace.right <= buttonPlace.left;
+    if (title) {
+        m_titleInButton = false;
+        m_title = TextOf(title);
+    }
+    const HWND window = MakeWindow(parent, {all.left, all.top}, (style & WS_VISIBLE) != 0, (style & WS_DISABLED) == 0);
+    if (!window) return nullptr;
+    CorrectZOrder(button);
+    if (title) TakeOver(m_titleWindow = title, titlePlace, all, kTitleId);
+    TakeOver(m_button = button, buttonPlace, all, kButtonId);
+    SetWindowLongW(button, GWL_STYLE, (GetWindowLongW(button, GWL_STYLE) & ~BS_TYPEMASK) | BS_PUSHLIKE | BS_OWNERDRAW);
+    DressChildren();
+    return alive && Stands(window) ? Finish(window) : nullptr;
+}
+
+// Last of all: a window that clips its children while they come works out anew what is to be seen of it with each,
+// which takes as long as making it.
+HWND CKxDevUI_Shutter::Finish(HWND window) {
+    SetWindowLongW(window, GWL_STYLE, GetWindowLongW(window, GWL_STYLE) | WS_CLIPCHILDREN);
+    return window;
+}
+
+HWND CKxDevUI_Shutter::MakeWindow(HWND parent, POINT at, bool visible, bool enabled) {
+    EnsureClass(m_Atom, {.name = kClass,
+                         .object = L"CKxDevUI_Shutter",
+                         .style = CS_VREDRAW | CS_HREDRAW | CS_PARENTDC,
+                         .extraBytes = kWindowExtraBytes,
+                         .background = static_cast<HBRUSH>(GetStockObject(NULL_BRUSH)),
+                         .procedure = WndProc});
+    m_visible = visible;
+    m_enabled = enabled && !m_locked;
+    DWORD style = WS_CHILD | WS_TABSTOP;
+    if (m_visible) style |= WS_VISIBLE;
+    if (!m_enabled) style |= WS_DISABLED;
+    const Alive alive(this);
+    const HWND window = CreateWindowExW(0, kClass, nullptr, style, at.x, at.y, m_width, m_height, parent,
+                                        reinterpret_cast<HMENU>(static_cast<INT_PTR>(m_id)), ModuleOf(WndProc),
+                                        static_cast<CKxDevUI_Base*>(this));
+    // The parent was told of its new child, and may have ended the window or this object.
+    if (!window || !alive || !Stands(window)) return nullptr;
+    SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(static_cast<CKxDevUI_Base*>(this)));
+    MarkWindow(window, Mark::TagAndObject, this);
+    SendMessageW(window, WM_SETFONT, reinterpret_cast<WPARAM>(KX_GetDefaultGuiFont()), FALSE);
+    UpdateShutterIcon(0, 0);
+    return alive && Stands(window) ? window : nullptr;
+}
+
+bool CKxDevUI_Shutter::Stands(HWND window) const { return m_hWnd == window; }
+
+void CKxDevUI_Shutter::TakeOver(HWND child, const RECT& place, const RECT& control, int id) {
+    SetWindowLongPtrW(child, GWLP_ID, id);
+    SetParent(child, m_hWnd);
+    // Hidden ones are shown: whether the control is seen is its window's affair now.
+    SetWindowPos(child, nullptr, place.left - control.left, place.top - control.top, 0, 0,
+                 SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_SHOWWINDOW);
+}
+
+HWND CKxDevUI_Shutter::MakeChild(const wchar_t* windowClass, const wchar_t* text, DWORD style,
+                                 const kx::shutter::Place& place, int id) {
+    return CreateWindowExW(0, windowClass, text, WS_CHILD | WS_VISIBLE | style, place.x, place.y, place.width,
+                           place.height, m_hWnd, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), nullptr, nullptr);
+}
+
+void CKxDevUI_Shutter::CreateControls() {
+    const HWND window = m_hWnd;
+    const Alive alive(this);
+    DestroyControls();
+    // Every window that comes or goes is told to the parent, which may end this one.
+    if (!window || !alive || !Stands(window)) return;
+    if (m_showTitle && !m_titleInButton) {
+        // A name may have an ampersand in it.
+        const DWORD style = SS_NOPREFIX | (m_titleLeft ? SS_RIGHT : SS_LEFT);
+        const HWND title = MakeChild(L"STATIC", m_title, style, m_titlePlace, kTitleId);
+        if (!alive || !Stands(window)) return;
+        m_titleWindow = title;
+    }
+    if (m_titleInButton && !m_adopted) m_buttonPlace = {0, 0, m_width, m_height};
+    const HWND button = MakeChild(L"BUTTON", nullptr, BS_PUSHLIKE | BS_OWNERDRAW, m_buttonPlace, kButtonId);
+    if (!alive || !Stands(window)) return;
+    m_button = button;
+    if (!m_adopted) {
+        // The children stand unzoomed, and so has the window to, which may have been zoomed before.
+        RECT client{};
+        GetClientRect(window, &client);
+        if (client.right != m_width || client.bottom != m_height) {
+            SetWindowPos(window, nullptr, 0, 0, m_width, m_height,
+                         SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOREDRAW);
+        }
+        RegisterZoom(window);
+    }
+    DressChildren();
+}
+
+// What title and button get, whether made here or taken over.
+void CKxDevUI_Shutter::DressChildren() {
+    Subclass(m_button, WndProc_Button, static_cast<CKxDevUI_Base*>(this));
+    for (const HWND each : {m_hWnd, m_titleWindow, m_button}) {
+        if (each && (IsWindowEnabled(each) != FALSE) != m_enabled) EnableWindow(each, m_enabled);
+    }
+    SetFonts(false);
+    if (!m_toolTip.IsEmpty()) KX_CreateToolTipWindow(m_button, m_toolTip);
+}
+
+void CKxDevUI_Shutter::SetFonts(bool redraw) {
+    const auto font = [this](bool bold) {
+        return reinterpret_cast<WPARAM>(bold && m_boldTitle ? KX_GetDefaultGuiFontBold() : KX_GetDefaultGuiFont());
+    };
+    if (m_titleWindow) SendMessageW(m_titleWindow, WM_SETFONT, font(true), redraw);
+    SendMessageW(m_button, WM_SETFONT, font(m_titleInButton), redraw);
+}
+
+void CKxDevUI_Shutter::DestroyControls() {
+    const HWND title = std::exchange(m_titleWindow, nullptr), button = std::exchange(m_button, nullptr);
+    if (m_adopted && title) m_titlePlace = PlaceOf(title);
+    if (m_adopted && button) m_buttonPlace = PlaceOf(button);
+    if (button) {
+        KX_DeleteToolTip(button);
+        DestroySubclassed(button);
+    }
+    if (title) DestroyWindow(title);
+}
+
+void CKxDevUI_Shutter::Destroy() {
+    const HWND window = m_hWnd;
+    if (!window) return;
+    const Alive alive(this);
+    const Closing closing(window);
+    DestroyWindow(window);
+    // The focus may have gone to a host's window, which may have ended this object.
+    if (alive && m_hWnd == window) m_hWnd = nullptr;
+}
+
+// ---- State ---------------------------------------------------------------------------------------------------------
+
+bool CKxDevUI_Shutter::GetEnabled() { return m_enabled; }
+
+void CKxDevUI_Shutter::SetEnabled(bool enable) {
+    enable = enable && !m_locked;
+    if (enable == m_enabled) return;
+    m_enabled = enable;
+    // What loses the focus may end this object.
+    for (const HWND each : std::array{m_hWnd, m_titleWindow, m_button}) {
+        if (each) EnableWindow(each, enable);
+    }
+}
+
+void CKxDevUI_Shutter::SetTitle(const wchar_t* title) {
+    if (m_title == title) return;
+    m_title = title;
+    if (m_resizable) FitToTitle();
+    if (m_titleWindow) {
+        SetWindowTextW(m_titleWindow, m_title);
+    } else if (m_titleInButton) {
+        RedrawButton();
+    }
+}
+
+void CKxDevUI_Shutter::FitToTitle() {
+    RECT text{0, 0, 9999, 9999};
+    {
+        const WindowDC dc(nullptr);
+        const Selection font(dc, KX_GetDefaultGuiFont());
+        DrawTextW(dc, m_title, -1, &text, DT_CALCRECT | DT_WORDBREAK | DT_RIGHT | DT_NOPREFIX);
+    }
+    const kx::shutter::Width fit =
+        kx::shutter::FitWidth(WidthOf(text), m_minimumWidth, m_maximumWidth, CKxGUILayoutManager::GetGuiZoom());
+    m_width = m_buttonPlace.width = fit.control;
+    m_titlePlace.width = std::max(0L, fit.title);
+    const auto resize = [](HWND window, long width, long height) {
+        SetWindowPos(window, nullptr, 0, 0, CKxGUILayoutManager::Zoomed(static_cast<double>(width)), height,
+                     SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+    };
+    if (!m_hWnd) return;
+    resize(m_hWnd, m_width, CKxGUILayoutManager::Zoomed(static_cast<double>(m_height)));
+    if (m_button) resize(m_button, m_buttonPlace.width, HeightOf(RectInParent(m_button)));
+    if (m_titleWindow) resize(m_titleWindow, m_titlePlace.width, HeightOf(RectInParent(m_titleWindow)));
+}
+
+void CKxDevUI_Shutter::SetState(bool open) {
+    if (open == m_state) return;
+    m_state = open;
+    RedrawButton();
+}
+
+bool CKxDevUI_Shutter::GetState() const { return m_state; }
+
+void CKxDevUI_Shutter::SetType(EKxShutterType type, bool setDefaultTitle) {
+    m_type = type;
+    const wchar_t* const title = setDefaultTitle ? kx::shutter::DefaultTitle(type) : nullptr;
+    if (title) SetTitle(KX_GetTranslation(title, kSource));
+}
+
+EKxShutterType CKxDevUI_Shutter::GetType() const { return m_type; }
+long CKxDevUI_Shutter::GetButtonWidth() const { return m_buttonPlace.width; }
+HWND CKxDevUI_Shutter::GetButtonHandle() const { return m_button; }
+
+void CKxDevUI_Shutter::RedrawButton() {
+    if (m_button) RedrawWindow(m_button, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW | RDW_ERASENOW);
+}
+
+// ---- The device ----------------------------------------------------------------------------------------------------
+
+bool CKxDevUI_Shutter::Update(unsigned shutterId, bool a, bool b, bool c) {
+    if (shutterId == 0) return false;
+    Show(shutterId, Reading::Of(kx::shutter::Managed{shutterId}, a, b, c), a, b, c);
+    return true;
+}
+
+bool CKxDevUI_Shutter::Update(IKxDeviceShutter* device, bool a, bool b, bool c) {
+    if (!device) return false;
+    const Alive alive(this);
+    const unsigned id = device->GetLogDevId();
+    Reading reading;
+    try {
+        reading = Reading::Of(*device, a, b, c);
+    } catch (...) {
+        KX_LOG(kSource, L"device %u has thrown an exception", id);
+        return false;
+    }
+    if (a && alive) CreateControls();
+    if (alive) Show(id, reading, a, b, c);
+    return true;
+}
+
+void CKxDevUI_Shutter::Show(unsigned shutterId, const Reading& reading, bool a, bool b, bool c) {
+    const Alive alive(this);
+    if (a || b) {
+        m_toolTip = reading.toolTip;
+        m_locked = reading.locked;
+        KX_UpdateToolTipWindow(m_button, m_toolTip);
+        SetEnabled(!m_locked);
+    }
+    if (b && alive) SetType(reading.type, reading.title.IsEmpty());
+    if (b && alive && !reading.title.IsEmpty()) SetTitle(reading.title);
+    if (c && alive) UpdateShutterIcon(shutterId, reading.grabberActive);
+    if (c && alive) SetState(reading.open);
+}
+
+bool CKxDevUI_Shutter::UpdateShutterIcon(unsigned shutterId, int grabberActive) {
+    const int on =
+        shutterId == 0 ? GetCommonImageFromPool(eKxCommonImage_ShutterOpen) : GetShutterImageFromPool(shutterId, true);
+    const int off = shutterId == 0 ? GetCommonImageFromPool(eKxCommonImage_ShutterClosed)
+                                   : GetShutterImageFromPool(shutterId, false, grabberActive);
+    const bool changed = on != m_imageOn || off != m_imageOff;
+    m_imageOn = on;
+    m_imageOff = off;
+    RedrawButton();
+    return changed;
+}
+
+// ---- The host ------------------------------------------------------------------------------------------------------
+
+void CKxDevUI_Shutter::OnStateChangeRequest(bool, bool& veto) {
+    if (kx::ui::Notify(GetAncestor(m_hWnd, GA_PARENT), m_id, 0, reinterpret_cast<LPARAM>(m_hWnd)) == 0) veto = true;
+}
+
+void CKxDevUI_Shutter::OnRenameDlgRequest() {}
+
+LRESULT CKxDevUI_Shutter::OnCommand(WPARAM wParam, LPARAM) {
+    if (LOWORD(wParam) != kButtonId || HIWORD(wParam) != kClick) return 0;
+    const bool wanted = !m_state;
+    bool veto = false;
+    const Alive alive(this);
+    OnStateChangeRequest(wanted, veto);
+    if (alive && !veto) SetState(wanted);
+    return 1;
+}
+
+int CKxDevUI_Shutter::PopupMenu(HWND owner, int x, int y) {
+    CKxMenu menu;
+    menu.AppendItem(kParameters, KX_GetTranslation(L"Shutter Parameters...", kSource));
+    const Alive alive(this);
+    const int chosen = menu.TrackContextMenu(eKxMenuTrack_ReturnCommand | eKxMenuTrack_KeepControl, x, y, owner);
+    if (chosen != 0 && alive) OnRenameDlgRequest();
+    return chosen;
+}
+
+// ---- Messages ------------------------------------------------------------------------------------------------------
+
+LRESULT CALLBACK CKxDevUI_Shutter::WndProc(HWND window, UINT id, WPARAM wParam, LPARAM lParam) {
+    using Lookup = ByInstances<CKxDevUI_Shutter, m_Instances>;
+    return Entry<CKxDevUI_Shutter, Lookup, WM_NCCREATE, Unbound::Default, &CKxDevUI_Shutter::Handle>(
+        {window, id, wParam, lParam});
+}
+
+Handled CKxDevUI_Shutter::Handle(const Message& message) {
+    switch (message.id) {
+    case WM_NCCREATE: m_hWnd = message.window; return std::nullopt;
+    case WM_COMMAND:
+        if (!m_enabled) return std::nullopt;
+        return OnCommand(message.wParam, message.lParam);
+    case WM_PAINT:
+    case WM_PRINTCLIENT: {
+        const auto nothing = [](HDC, const RECT&) {};
+        return Paint(message, {.defaultFirst = true, .children = true, .buffered = false},
+                     KX_GetSysColorBrush(COLOR_3DFACE), nothing);
+    }
+    case WM_ERASEBKGND: return 1;
+    case WM_CTLCOLORSTATIC: {
+        const auto dc = reinterpret_cast<HDC>(message.wParam);
+        SetTextColor(dc, KX_GetSysColor(m_enabled ? COLOR_BTNTEXT : COLOR_GRAYTEXT));
+        SetBkColor(dc, KX_GetSysColor(COLOR_3DFACE));
+        return reinterpret_cast<LRESULT>(KX_GetSysColorBrush(COLOR_3DFACE));
+    }
+    case WM_DRAWITEM:
+        if (message.lParam != 0) DrawButton(*reinterpret_cast<const DRAWITEMSTRUCT*>(message.lParam));
+        return 1;
+    case WM_SETFOCUS:
+        if (m_button) ::SetFocus(m_button);
+        return 0;
+    case WM_KX_UPDATE_DEVICE_BAND:
+        if (const auto band = ReadDeviceBand<3>(message)) {
+            Update(kx::shutter::Find(band->device), band->flags[0], band->flags[1], band->flags[2]);
+        }
+        return 0;
+    case WM_KX_ZOOM_CHANGED:
+        ApplyZoom(message.window);
+        if (m_button) SetFonts(true);
+        return 0;
+    case WM_DESTROY:
+        m_titleWindow = nullptr;
+        m_button = nullptr;
+        return std::nullopt;
+    default: return std::nullopt;
+    }
+}
+
+LRESULT CALLBACK CKxDevUI_Shutter::WndProc_Button(HWND window, UINT id, WPARAM wParam, LPARAM lParam) {
+    return SubclassEntry<CKxDevUI_Shutter, &CKxDevUI_Shutter::HandleButton>({window, id, wParam, lParam});
+}
+
+// All but the erasing goes on to the button itself, whose BN_CLICKED after a release nobody takes for a second click.
+Handled CKxDevUI_Shutter::HandleButton(const Message& message) {
+    switch (message.id) {
+    case WM_ERASEBKGND: return 1;
+    case WM_LBUTTONUP: Click(); break;
+    case WM_KEYUP:
+        // The key's way is that of the mouse.
+        if (message.wParam == VK_SPACE && (SendMessageW(message.window, BM_GETSTATE, 0, 0) & BST_PUSHED)) Click();
+        break;
+    case WM_RBUTTONUP:
+        if (!m_renameDisabled) {
+            RECT rect{};
+            GetWindowRect(message.window, &rect);
+            PopupMenu(m_hWnd, rect.left, rect.bottom);
+        }
+        break;
+    default: break;
+    }
+    return std::nullopt;
+}
+
+void CKxDevUI_Shutter::Click() {
+    m_clicked = true;
+    kx::ui::Notify(m_hWnd, kButtonId, kClick, reinterpret_cast<LPARAM>(m_button));
+}
+
+// ---- Drawing -------------------------------------------------------------------------------------------------------
+
+void CKxDevUI_Shutter::DrawButton(const DRAWITEMSTRUCT& item) const {
+    const bool selected = (item.itemState & ODS_SELECTED) != 0, enabled = (item.itemState & ODS_DISABLED) == 0;
+    PaintItem(m_hWnd, item, KX_GetSysColorBrush(COLOR_3DFACE), [&](HDC dc, const RECT& area) {
+        KX_DrawButtonBackground(dc, area, (selected ? eKxButtonLook_Pressed : 0) | (m_state ? eKxButtonLook_On : 0),
+                                COLOR_BTNFACE);
+        const int pressed = selected || m_state ? 1 : 0;
+        RECT image{4, 4, (m_titleInButton ? area.bottom : area.right) - 4, area.bottom - 4};
+        OffsetRect(&image, pressed, pressed);
+        CKxBitmapPool::DrawOptimalImage(dc, m_state ? m_imageOn : m_imageOff, image, enabled);
+        if (m_titleInButton) DrawTitle(dc, {pressed + area.bottom, area.top, area.right, area.bottom}, enabled);
+        if ((item.itemState & ODS_FOCUS) && !(item.itemState & ODS_NOFOCUSRECT)) {
+            RECT ring = area;
+            InflateRect(&ring, -3, -3);
+            SetTextColor(dc, KX_GetSysColor(COLOR_BTNTEXT));
+            SetBkColor(dc, KX_GetSysColor(COLOR_BTNFACE));
+            DrawFocusRect(dc, &ring);
+        }
+    });
+}
+
+void CKxDevUI_Shutter::DrawTitle(HDC dc, RECT area, bool enabled) const {
+    const Selection font(dc, reinterpret_cast<HFONT>(SendMessageW(m_button, WM_GETFONT, 0, 0)));
+    SetBkMode(dc, TRANSPARENT);
+    SetTextColor(dc, KX_GetSysColor(enabled ? COLOR_BTNTEXT : COLOR_GRAYTEXT));
+    DrawTextW(dc, m_title, -1, &area, DT_VCENTER | DT_SINGLELINE | DT_END_ELLIPSIS | DT_NOPREFIX);
+}
+
+// ---- The mechanical shutter ----------------------------------------------------------------------------------------
+
+CKxDevUI_MechanicalShutter::CKxDevUI_MechanicalShutter() {
+    m_width = 30;
+    m_height = 30;
+    m_titlePlace = {0, 0, 30, 14};
+    m_buttonPlace = {7, 14, 15, 15};
+}
+
+HWND CKxDevUI_MechanicalShutter::Create(HWND parent, long x, long y, long width, long height) {
+    return Create(parent, x, y, width, height, true, true);
+}
