@@ -4,7 +4,6 @@
 #include <cmath>
 #include <cstdlib>
 #include <initializer_list>
-#include <ranges>
 
 namespace kx::zstack {
 
@@ -103,9 +102,9 @@ void SpreadLabels(std::vector<int>& tops, int height, int first, int last) {
         next = top + height;
     }
     next = last;
-    for (int& top : tops | std::views::reverse) {
-        top = std::min(top, next - height);
-        next = top;
+    for (std::size_t i = tops.size(); i-- > 0;) {
+        tops[i] = std::min(tops[i], next - height);
+        next = tops[i];
     }
 }
 

@@ -3,9 +3,11 @@
 #include <kxdevices/kx_simdevices.h>
 #include <kxsystem/kx_time.h>
 
+#include <cmath>
 #include <limits>
 #include <memory>
 #include <stdexcept>
+#include <tuple>
 #include <vector>
 
 namespace {
@@ -193,6 +195,22 @@ TEST(SimulatedDevices, KeepTheirRules) {
     EXPECT_TRUE(smart.SetMode(eKxShutterMode_Aperture));
     EXPECT_FALSE(smart.SetMode(static_cast<EKxShutterMode>(3)));
     EXPECT_FALSE(microscope.Add<CKxSimShutter>(L"Plain", eKxShutterType_Dia).SetMode(eKxShutterMode_Soft));
+}
+
+TEST(SimulatedDevices, TravelEvenlyAlongZ) {
+    SKxSimZDrive drive{.rangeMin = 0, .rangeMax = 100, .speed = 10, .from = 50, .to = 50};
+    // The counter wraps around on the way.
+    const unsigned start = 0xFFFFFF00u;
+    for (const auto& [to, after, stands] : {std::tuple{60.0, 500u, 55.0},
+                                            {60.0, 5000u, 60.0},
+                                            {-9.0, 2000u, 30.0},
+                                            {-9.0, 60000u, 0.0},
+                                            {std::nan(""), 1000u, 50.0}}) {
+        drive.from = drive.to = 50;
+        drive.Start(to, start);
+        EXPECT_EQ(drive.Position(start + after), stands);
+        EXPECT_EQ(drive.IsMoving(start + after), stands != drive.to);
+    }
 }
 
 }  // namespace
