@@ -189,6 +189,9 @@ TEST(FilterWheelLife, EndsAndChangesInItsCallbacks) {
         ClickChild(*panel, kButton + 1);
         EXPECT_EQ(panel == nullptr, what == 0);
     }
+}
+
+TEST(FilterWheelLife, LeavesNothing) {
     RecordingParent parent;
     Device device(2);
     EXPECT_TRUE(NoGrowth(1000, [&] {

@@ -247,6 +247,9 @@ TEST(NosepieceLife, EndsAndChangesInItsCallbacks) {
         EXPECT_EQ(panel == nullptr, what == 0);
         EXPECT_EQ(parent.Record().Entries().size(), 1u);
     }
+}
+
+TEST(NosepieceLife, LeavesNothing) {
     RecordingParent parent;
     EXPECT_TRUE(NoGrowth(1000, [&] {
         Turret panel(parent.Record());

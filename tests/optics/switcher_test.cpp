@@ -180,6 +180,9 @@ TEST(SwitcherLife, EndsAndChangesInItsCallbacks) {
             EXPECT_EQ(Down(*panel), what == 2 ? "-+" : "");
         }
     }
+}
+
+TEST(SwitcherLife, LeavesNothing) {
     RecordingParent parent;
     Laser laser(L"Laser", std::vector<std::wstring>{L"A", L"B", L"C"}, true);
     EXPECT_TRUE(NoGrowth(1000, [&] {
