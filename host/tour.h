@@ -34,6 +34,7 @@ private:
     void PlanTable();
     void PlanLight();
     void PlanShutters();
+    void PlanModeShutter();
     void TakeStep();
 
     void Do(std::function<void()> step);
