@@ -1,6 +1,9 @@
 // Light and its shutters, on the simulated microscope.
 #pragma once
 
+#ifdef KX_MODE_SHUTTER
+#include "../panels/modeshutter_panel.h"
+#endif
 #include "../panels/shutter_panel.h"
 #include "page.h"
 
@@ -9,13 +12,20 @@ public:
     LightPage() : Page(L"Illumination") {}
 
     ShutterPanel& Shutters() { return m_shutters; }
+#ifdef KX_MODE_SHUTTER
+    ModeShutterPanel& Smart() { return m_smart; }
+#endif
 
 protected:
     // Where the panels stand, in unzoomed pixels: x, y, width, height.
     static constexpr RECT ShutterPlace{8, 206, 268, 186};
+    static constexpr RECT SmartPlace{284, 206, 268, 100};
 
     void Fill() override;
 
 private:
     ShutterPanel m_shutters;
+#ifdef KX_MODE_SHUTTER
+    ModeShutterPanel m_smart;
+#endif
 };

@@ -9,6 +9,9 @@ void Tour::PlanLight() {
     TurnTo([this] { return m_window.CommandOf<LightPage>(); });
     Await([this] { return HWND{m_window.PageOf<LightPage>()}; });
     PlanShutters();
+#ifdef KX_MODE_SHUTTER
+    PlanModeShutter();
+#endif
     Menu(MainWindow::cmdEnabled);
     Picture(L"53-light-disabled");
     Menu(MainWindow::cmdEnabled);
@@ -51,3 +54,26 @@ void Tour::PlanShutters() {
     Click(box(IDC_SHUTTER_GRABBER));
     Click(box(IDC_SHUTTER_LOCK));
 }
+
+#ifdef KX_MODE_SHUTTER
+void Tour::PlanModeShutter() {
+    const Find list = [this] { return GetDlgItem(m_window.Light().Smart().Row(), 10201); };
+    const Find slider = [this] {
+        const HWND row = m_window.Light().Smart().Row();
+        return GetDlgItem(FindWindowExW(row, nullptr, L"KxDevUI_Container", nullptr), 10000);
+    };
+    const Find refuses = [this] { return GetDlgItem(m_window.Light().Smart(), IDC_SMART_REFUSE); };
+    Click(list);
+    Key(VK_END);
+    Key(VK_RETURN);
+    Drag(slider, 90, 45);
+    Picture(L"32-smart-shutter");
+    Click(refuses);
+    Drag(slider, 45, 10);
+    Click(list);
+    Key(VK_HOME);
+    Key(VK_RETURN);
+    Picture(L"32-smart-shutter-refused");
+    Click(refuses);
+}
+#endif

@@ -25,7 +25,9 @@ public:
     explicit Row(Recorder* record = nullptr) : m_record(record) {}
     HWND Make(HWND parent) { return Create(parent, 10, 10, 300, 36, true, true); }
     HWND Part(int id) const { return GetDlgItem(m_hWnd, id); }
-    HWND Edit() { return FindWindowExW(FindWindowExW(m_slider, nullptr, L"KxDevUI_EditBox", nullptr), nullptr, L"EDIT", nullptr); }
+    HWND Edit() {
+        return FindWindowExW(FindWindowExW(m_slider, nullptr, L"KxDevUI_EditBox", nullptr), nullptr, L"EDIT", nullptr);
+    }
     // The modes in the list, the chosen one in brackets.
     std::wstring List() const {
         std::wstring text;
@@ -65,7 +67,9 @@ struct Device : CKxSimShutter {
         SetSpeed(0);
         CKxDeviceRegistry::Add(*this);
     }
-    bool GetModeAvailable(EKxShutterMode mode) const override { return softOnly ? mode == 1 : CKxSimShutter::GetModeAvailable(mode); }
+    bool GetModeAvailable(EKxShutterMode mode) const override {
+        return softOnly ? mode == 1 : CKxSimShutter::GetModeAvailable(mode);
+    }
     long GetApertureSteps() const override { return lie != 0 ? lie : CKxSimShutter::GetApertureSteps(); }
     EKxShutterMode GetMode() const override {
         if (fails) throw std::runtime_error("gone");
@@ -261,7 +265,7 @@ TEST(ModeShutterWindow, IsMadeOfItsParts) {
     const struct {
         double zoom;
         bool line, title, modes;
-        const char *windows[4];  // line, title, list, slider
+        const char* windows[4];  // line, title, list, slider
     } cases[] = {{1, false, false, true, {"", "", "0 4 72", "80 2"}},
                  {1, true, true, true, {"0 0 256", "0 8 56", "40 4 72", "120 2"}},
                  {1, false, true, false, {"", "0 8 56", "", "40 2"}},
@@ -352,7 +356,8 @@ TEST(ModeShutterWindow, PaintsItsFace) {
                 row.Init(device.GetLogDevId());
                 row.Make(parent.Window());
                 const Picture picture = Picture::OnScreen(row);
-                picture.Save("mode-" + std::to_string(scheme) + "-" + std::to_string(int(scale * 100)) + "-" + std::to_string(mode));
+                picture.Save("mode-" + std::to_string(scheme) + "-" + std::to_string(int(scale * 100)) + "-" +
+                             std::to_string(mode));
                 EXPECT_EQ(picture.Pixel(picture.Width() - 2, picture.Height() - 2), KX_GetSysColor(COLOR_3DFACE));
             }
             CKxGUILayoutManager::SetGuiZoom(1);
