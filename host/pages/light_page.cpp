@@ -5,10 +5,8 @@
 void LightPage::Fill() {
     Place(m_shutters, ShutterPlace);
     m_shutters.Fill();
-#ifdef KX_MODE_SHUTTER
     Place(m_smart, SmartPlace);
     m_smart.Fill();
-#endif
     // The devices need time to pass, seen or not.
     SetTimer(m_hWnd, 1, 30, [](HWND, UINT, UINT_PTR, DWORD) { TheLight().Tick(); });
 }

@@ -1,9 +1,7 @@
 // Light and its shutters, on the simulated microscope.
 #pragma once
 
-#ifdef KX_MODE_SHUTTER
 #include "../panels/modeshutter_panel.h"
-#endif
 #include "../panels/shutter_panel.h"
 #include "page.h"
 
@@ -12,9 +10,7 @@ public:
     LightPage() : Page(L"Illumination") {}
 
     ShutterPanel& Shutters() { return m_shutters; }
-#ifdef KX_MODE_SHUTTER
     ModeShutterPanel& Smart() { return m_smart; }
-#endif
 
 protected:
     // Where the panels stand, in unzoomed pixels: x, y, width, height.
@@ -25,7 +21,5 @@ protected:
 
 private:
     ShutterPanel m_shutters;
-#ifdef KX_MODE_SHUTTER
     ModeShutterPanel m_smart;
-#endif
 };

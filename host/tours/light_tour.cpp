@@ -9,9 +9,7 @@ void Tour::PlanLight() {
     TurnTo([this] { return m_window.CommandOf<LightPage>(); });
     Await([this] { return HWND{m_window.PageOf<LightPage>()}; });
     PlanShutters();
-#ifdef KX_MODE_SHUTTER
     PlanModeShutter();
-#endif
     Menu(MainWindow::cmdEnabled);
     Picture(L"53-light-disabled");
     Menu(MainWindow::cmdEnabled);
@@ -55,14 +53,13 @@ void Tour::PlanShutters() {
     Click(box(IDC_SHUTTER_LOCK));
 }
 
-#ifdef KX_MODE_SHUTTER
 void Tour::PlanModeShutter() {
-    const Find list = [this] { return GetDlgItem(m_window.Light().Smart().Row(), 10201); };
+    const Find list = [this] { return GetDlgItem(m_window.PageOf<LightPage>().Smart().Row(), 10201); };
     const Find slider = [this] {
-        const HWND row = m_window.Light().Smart().Row();
+        const HWND row = m_window.PageOf<LightPage>().Smart().Row();
         return GetDlgItem(FindWindowExW(row, nullptr, L"KxDevUI_Container", nullptr), 10000);
     };
-    const Find refuses = [this] { return GetDlgItem(m_window.Light().Smart(), IDC_SMART_REFUSE); };
+    const Find refuses = [this] { return GetDlgItem(m_window.PageOf<LightPage>().Smart(), IDC_SMART_REFUSE); };
     Click(list);
     Key(VK_END);
     Key(VK_RETURN);
@@ -76,4 +73,3 @@ void Tour::PlanModeShutter() {
     Picture(L"32-smart-shutter-refused");
     Click(refuses);
 }
-#endif

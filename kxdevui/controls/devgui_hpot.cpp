@@ -241,15 +241,8 @@ void CKxDevUI_HPot::GetMouseWheelGranularity(int* ctrl, int* plain, int* shift) 
 }
 
 bool CKxDevUI_HPot::HandleMouseWheel(WPARAM wParam, LPARAM) {
-    const int delta = GET_WHEEL_DELTA_WPARAM(wParam), keys = GET_KEYSTATE_WPARAM(wParam);
-    if (delta == 0 || !IsUsable()) return false;
-    return MoveByUnits(delta > 0 ? 1 : -1, GranularityFor((keys & MK_CONTROL) != 0, (keys & MK_SHIFT) != 0));
-}
-
-// The modifiers of the message and those held now: a host that relays a turn may have left the former out.
-int CKxDevUI_HPot::GranularityFor(bool ctrl, bool shift) const {
-    if (ctrl || GetKeyState(VK_CONTROL) < 0) return m_granularityCtrl;
-    return shift || GetKeyState(VK_SHIFT) < 0 ? m_granularityShift : m_granularityPlain;
+    const int units = kx::hpot::WheelSteps({m_granularityCtrl, m_granularityPlain, m_granularityShift}, wParam);
+    return GET_WHEEL_DELTA_WPARAM(wParam) != 0 && IsUsable() && MoveTo(CalculateMove(units));
 }
 
 bool CKxDevUI_HPot::MoveByUnits(int direction, int granularity) {
@@ -269,11 +262,12 @@ kx::ui::Handled CKxDevUI_HPot::OnKey(WPARAM key) {
     if (!IsUsable()) return std::nullopt;
     // The entries of a list stand from left to right, whatever their order.
     const int right = !m_scale.IsList() && m_scale.maximum < m_scale.minimum ? -1 : 1;
+    const int usual = kx::hpot::Chosen({m_granularityCtrl, m_granularityPlain, m_granularityShift}, 0);
     switch (key) {
-    case VK_RIGHT: MoveByUnits(right, GranularityFor(false, false)); return 0;
-    case VK_LEFT: MoveByUnits(-right, GranularityFor(false, false)); return 0;
-    case VK_UP: MoveByUnits(1, GranularityFor(false, false)); return 0;
-    case VK_DOWN: MoveByUnits(-1, GranularityFor(false, false)); return 0;
+    case VK_RIGHT: MoveByUnits(right, usual); return 0;
+    case VK_LEFT: MoveByUnits(-right, usual); return 0;
+    case VK_UP: MoveByUnits(1, usual); return 0;
+    case VK_DOWN: MoveByUnits(-1, usual); return 0;
     case VK_PRIOR: MoveByUnits(1, m_granularityShift); return 0;
     case VK_NEXT: MoveByUnits(-1, m_granularityShift); return 0;
     case VK_HOME: MoveTo(m_scale.minimum); return 0;
@@ -411,7 +405,7 @@ kx::ui::Handled CKxDevUI_HPot::Handle(const kx::ui::Message& message) {
     case WM_SIZE:
         // The class has the platform repaint a window whose size has changed.
         CreateDefaultThumb();
-        if (WindowPart* part = Part()) part->stale = true;
+        ScaleChanged();
         return std::nullopt;
     case kx::ui::WM_KX_ZOOM_CHANGED:
         kx::ui::ApplyZoom(window);

@@ -154,6 +154,8 @@ protected:
     double ThumbPosToValue(double value, bool fromTrack);
     double CalculateMove(int steps) const;
 
+    // The scale is to be made anew when it is painted next, which is not asked for here.
+    void ScaleChanged();
     // The scale as the default factories draw it: background, track, ticks, labels, marker.
     HBITMAP CreateScaleBitmap(bool enabled);
     // What the scale is drawn on. The brush is the parent's or the module's; null when the parent, asked for it, has
@@ -213,7 +215,6 @@ private:
     bool TakeFromThumb(bool notify);
     void ValuesChanged();
     void ShowHeld();
-    int GranularityFor(bool ctrl, bool shift) const;
     bool MoveByUnits(int direction, int granularity);
     bool MoveTo(double value);
     LRESULT SendScroll(int code, double value) const;

@@ -4,83 +4,24 @@
 #include <algorithm>
 
 #include <kxbaseui/kx_colors.h>
-#include <kxbaseui/kx_fonts.h>
-#include <kxbaseui/kx_layoutmanager.h>
 #include <kxdevui/controls/devgui_hpot.h>
-#include <kxdevui/controls/hpot_thumb.h>
+#include <kxdevui/controls/hpot_common.h>
 #include <kxdevui/controls/hpot_window.h>
 #include <kxdevui/framework/devgui.h>
 #include <kxdevui/framework/ui_window.h>
 
+using namespace kx::hpot;
+
 namespace {
 
-enum Piece { kTrack, kTrackBorder, kTicks, kLabels, kThumbBody, kThumbEdge };
-enum State { kEnabled, kActive, kDisabled };
-
-// What the thumb is doing, in the order of shown looks.
-enum Look : int { kLookNormal, kLookHovered, kLookDragged, kLookDisabled, kLookFocused = 8 };
-
-long Zoomed(double pixels) { return CKxGUILayoutManager::Zoomed(pixels); }
-long ZoomedLine(double pixels) { return std::max(1L, Zoomed(pixels)); }
-
-COLORREF Mixed(COLORREF a, COLORREF b, int percent) {
-    const auto mix = [percent](int from, int to) { return from + (to - from) * percent / 100; };
-    return RGB(mix(GetRValue(a), GetRValue(b)), mix(GetGValue(a), GetGValue(b)), mix(GetBValue(a), GetBValue(b)));
-}
-
-void Fill(HDC dc, const RECT& rect, int color) { FillRect(dc, &rect, KX_GetSysColorBrush(color)); }
-
-// Where things stand below each other, from the middle of the track to the labels.
-struct Rows {
-    RECT track;
-    long ticks;       // their top
-    long tickLength;  // of the long ones
-    long labels;      // their top; -1 when there is no room for them
-};
-
-Rows RowsOf(const RECT& thumb, long trackLeft, long trackLength, long bottom, const TEXTMETRICW& font) {
-    // The body of the thumb's image has its middle here; the rest is the tip, and some margin below it.
-    const long middle = thumb.top + (thumb.bottom - thumb.top) * 2 / 5, half = ZoomedLine(2);
-    const RECT track{trackLeft - half, middle - half, trackLeft + trackLength + half, middle + half};
-    // Digits have nothing below their base line and blank above.
-    const long gap = ZoomedLine(1), digits = font.tmAscent - font.tmInternalLeading;
-    const long length = std::clamp(bottom - digits - gap - thumb.bottom, ZoomedLine(3), ZoomedLine(5));
-    const long digitsTop = thumb.bottom + length + gap;
-    return {track, thumb.bottom, length, digitsTop + digits <= bottom ? digitsTop - font.tmInternalLeading : -1};
-}
+// A slider with the focus is another look than the same without it.
+constexpr int kLookFocused = 8;
 
 void DrawTrack(HDC dc, RECT track, int color, int border) {
     Fill(dc, track, border);
     const long line = ZoomedLine(1);
     InflateRect(&track, -line, -line);
     Fill(dc, track, color);
-}
-
-// Widths of texts in the DC's font.
-auto WidthsIn(HDC dc) {
-    return [dc](const std::wstring& text) {
-        SIZE size{};
-        GetTextExtentPoint32W(dc, text.c_str(), static_cast<int>(text.size()), &size);
-        return static_cast<int>(size.cx);
-    };
-}
-
-void DrawTicks(HDC dc, const std::vector<kx::hpot::Tick>& ticks, const Rows& rows, long trackLeft, int color) {
-    const long line = ZoomedLine(1);
-    for (const auto& tick : ticks) {
-        const long x = trackLeft + tick.position - line / 2;
-        const long length = tick.major ? rows.tickLength : std::max(1L, rows.tickLength * 3 / 5);
-        Fill(dc, {x, rows.ticks, x + line, rows.ticks + length}, color);
-    }
-}
-
-void DrawLabels(HDC dc, const std::vector<kx::hpot::Tick>& ticks, long top, long trackLeft, COLORREF color) {
-    SetBkMode(dc, TRANSPARENT);
-    SetTextColor(dc, color);
-    for (const auto& tick : ticks) {
-        ExtTextOutW(dc, trackLeft + tick.labelLeft, top, 0, nullptr, tick.label.c_str(),
-                    static_cast<UINT>(tick.label.size()), nullptr);
-    }
 }
 
 // A triangle that points to the track from below, on a line through the ticks.
@@ -118,20 +59,17 @@ void CKxDevUI_HPot::CreateDefaultThumb() {
     RECT client{};
     if (!GetClientRect(m_hWnd, &client)) return;
     const long nominal = m_thumbSize < 0 ? m_height / 2 : m_thumbSize;
-    const long height = std::clamp(Zoomed(static_cast<double>(nominal)), 0L, client.bottom);
-    // Even, so that the hot spot is the middle.
-    const long width = std::min(height / 2, client.right) & ~1L;
-    m_thumbImage = {width, height};
-    m_hotSpot = m_trackLeft = width / 2;
-    m_trackLength = client.right - width;
+    m_thumbImage = ThumbImage(nominal, client);
+    m_hotSpot = m_trackLeft = m_thumbImage.cx / 2;
+    m_trackLength = client.right - m_thumbImage.cx;
     m_thumbTop = 0;
     m_thumbPos = ValueToThumbPos(m_held.value);
 }
 
 void CKxDevUI_HPot::CreateScale() {
     WindowPart* part = Part();
-    if (!part || !part->stale) return;
-    part->stale = false;
+    if (!part || !part->scale.stale) return;
+    part->scale.stale = false;
     const Watch watch(this);
     const bool enabled = IsWindowEnabled(m_hWnd) != FALSE;
     kx::ui::Bitmap bitmap;
@@ -143,27 +81,23 @@ void CKxDevUI_HPot::CreateScale() {
     default: bitmap.reset(CreateScaleBitmap(enabled)); break;
     }
     if (!watch) return;
-    part->scaleDC.reset();
-    part->scaleSize = {};
-    part->scale = std::move(bitmap);
-    BITMAP size{};
-    if (!part->scale || !GetObjectW(part->scale.get(), sizeof size, &size)) return;
-    part->scaleSize = {size.bmWidth, size.bmHeight};
-    part->scaleDC.reset(CreateCompatibleDC(nullptr));
-    SelectObject(part->scaleDC.get(), part->scale.get());
+    part->scale.Take(std::move(bitmap));
+}
+
+void CKxDevUI_HPot::ScaleChanged() {
+    if (WindowPart* part = Part()) part->scale.stale = true;
 }
 
 void CKxDevUI_HPot::RecreateScale() {
-    WindowPart* part = Part();
-    if (!part) return;
-    part->stale = true;
+    if (!Part()) return;
+    ScaleChanged();
     const Watch watch(this);
     CreateScale();
     if (watch) Redraw();
 }
 
 void CKxDevUI_HPot::LookChanged() {
-    if (WindowPart* part = Part()) part->stale = true;
+    ScaleChanged();
     Redraw();
 }
 
@@ -182,37 +116,24 @@ HBRUSH CKxDevUI_HPot::BackgroundBrush(HDC dc) {
 }
 
 HBITMAP CKxDevUI_HPot::CreateScaleBitmap(bool enabled) {
-    RECT client{};
-    if (!GetClientRect(m_hWnd, &client) || client.right <= 0 || client.bottom <= 0) return nullptr;
-    const kx::ui::WindowDC window(m_hWnd);
-    const kx::ui::MemoryDC memory(CreateCompatibleDC(window));
-    kx::ui::Bitmap bitmap(CreateCompatibleBitmap(window, client.right, client.bottom));
-    const HDC dc = memory.get();
-    if (!dc || !bitmap) return nullptr;
-    const kx::ui::Selection selected(dc, bitmap.get());
-    const HBRUSH background = BackgroundBrush(dc);
+    ScaleCanvas canvas(m_hWnd);
+    if (!canvas) return nullptr;
+    const HBRUSH background = BackgroundBrush(canvas);
     if (!background) return nullptr;
-    FillRect(dc, &client, background);
+    FillRect(canvas, &canvas.Client(), background);
 
-    const kx::ui::Selection font(dc, KX_GetDefaultGuiFont());
-    TEXTMETRICW metrics{};
-    GetTextMetricsW(dc, &metrics);
     const auto color = [enabled](Piece piece) { return m_pDefaultColors[piece][enabled ? kEnabled : kDisabled]; };
-    const Rows rows = RowsOf(ThumbRect(), m_trackLeft, m_trackLength, client.bottom, metrics);
-    DrawTrack(dc, rows.track, color(kTrack), color(kTrackBorder));
-    const auto ticks = kx::hpot::Ticks(m_scale, {.trackLength = static_cast<int>(m_trackLength),
-                                                 .before = static_cast<int>(m_trackLeft),
-                                                 .after = static_cast<int>(client.right - m_trackLeft - m_trackLength),
-                                                 .labelGap = static_cast<int>(ZoomedLine(9)),
-                                                 .tickGap = static_cast<int>(ZoomedLine(5)),
-                                                 .widthOf = WidthsIn(dc)});
-    DrawTicks(dc, ticks, rows, m_trackLeft, color(kTicks));
-    if (rows.labels >= 0) DrawLabels(dc, ticks, rows.labels, m_trackLeft, KX_GetSysColor(color(kLabels)));
+    const long half = ZoomedLine(2);
+    Rows rows = RowsOf(ThumbRect(), m_trackLeft, m_trackLength, 2 * half, canvas.Client().bottom, canvas.Font());
+    InflateRect(&rows.track, half, 0);
+    DrawTrack(canvas, rows.track, color(kTrack), color(kTrackBorder));
+    const TickSpace space = SpaceIn(canvas, m_trackLeft, m_trackLength, canvas.Client().right);
+    DrawScale(canvas, Ticks(m_scale, space), rows, m_trackLeft, color(kTicks), color(kLabels));
     const long mark = ValueToThumbPos(m_marker.value);
     if (m_marker.used && mark >= 0 && mark <= m_trackLength) {
-        DrawMarker(dc, m_trackLeft + mark, rows, enabled ? m_marker.color : color(kTicks));
+        DrawMarker(canvas, m_trackLeft + mark, rows, enabled ? m_marker.color : color(kTicks));
     }
-    return bitmap.release();
+    return canvas.Release();
 }
 
 HBITMAP CKxDevUI_HPot::CreateLinearBitmap(bool enabled) { return CreateScaleBitmap(enabled); }
@@ -250,26 +171,10 @@ int CKxDevUI_HPot::ThumbLook() const {
 }
 
 void CKxDevUI_HPot::PaintThumb(HDC dc) const {
-    const int look = ThumbLook(), doing = look % kLookFocused;
-    const auto color = [doing](Piece piece) {
-        const auto& indexes = m_pDefaultColors[piece];
-        const COLORREF rest = KX_GetSysColor(indexes[kEnabled]), active = KX_GetSysColor(indexes[kActive]);
-        switch (doing) {
-        case kLookDisabled: return KX_GetSysColor(indexes[kDisabled]);
-        case kLookDragged: return active;
-        case kLookHovered: return Mixed(rest, active, 30);
-        default: return rest;
-        }
-    };
-    // The platform's greys alone are too faint for a line as thin as the edge.
-    const COLORREF edge = color(kThumbEdge);
+    const int look = ThumbLook();
     const RECT rect = ThumbRect();
-    kx::hpot::DrawThumb(dc, {rect.left, rect.top},
-                        {.size = m_thumbImage,
-                         .body = color(kThumbBody),
-                         .edge = doing == kLookDisabled ? edge : Mixed(edge, KX_GetSysColor(COLOR_BTNTEXT), 40),
-                         .ring = KX_GetSysColor(COLOR_HIGHLIGHT),
-                         .hasRing = look >= kLookFocused});
+    DrawThumb(dc, {rect.left, rect.top},
+              StyleOf(m_thumbImage, static_cast<Look>(look % kLookFocused), look >= kLookFocused, m_pDefaultColors));
 }
 
 void CKxDevUI_HPot::Redraw() {
@@ -304,7 +209,7 @@ void CKxDevUI_HPot::OnPaint(const kx::ui::Message& message) {
     WindowPart* part = Part();
     if (onScreen) part->shownRect = ThumbRect(), part->shownLook = ThumbLook();
     kx::ui::Paint(message, {}, KX_GetSysColorBrush(COLOR_BTNFACE), [&](HDC dc, const RECT&) {
-        BitBlt(dc, 0, 0, part->scaleSize.cx, part->scaleSize.cy, part->scaleDC.get(), 0, 0, SRCCOPY);
+        part->scale.CopyTo(dc);
         PaintThumb(dc);
     });
 }

@@ -98,6 +98,17 @@ struct TickSpace {
 // region steps. No two labels come nearer than the gap, none leaves the room.
 KXDEVUI_API std::vector<Tick> Ticks(const Scale& scale, const TickSpace& space);
 
+// A value that a host wants to be marked on a scale.
+struct Mark {
+    double value;     // where
+    bool isLabelled;  // with its value below the tick
+};
+
+// The ticks of a scale that has them at the marks alone, from left to right: one at each mark, however close they come,
+// but one a pixel, and long where it is labelled. Labels stand as those of Ticks do; one that finds no room is left
+// out.
+KXDEVUI_API std::vector<Tick> MarkTicks(const Scale& scale, std::span<const Mark> marks, const TickSpace& space);
+
 // One text for each value, in the shortest form that tells different values apart and shows each to within half a
 // percent of itself and a twentieth of the distance to its neighbour. No zeros trail a decimal point; very large and
 // very small values come as "2e7".

@@ -251,6 +251,11 @@ std::vector<Tick> RegionTicks(const Scale& scale, const TickSpace& space) {
     return ticks;
 }
 
+std::vector<Tick> Sorted(std::vector<Tick> ticks) {
+    std::stable_sort(ticks.begin(), ticks.end(), [](const Tick& a, const Tick& b) { return a.position < b.position; });
+    return ticks;
+}
+
 }  // namespace
 
 std::vector<std::wstring> Labels(std::span<const double> values) {
@@ -280,7 +285,29 @@ std::vector<Tick> Ticks(const Scale& scale, const TickSpace& space) {
     } else if (scale.type == eHPotType_Linear) {
         ticks = LinearTicks(scale, space);
     }
-    std::stable_sort(ticks.begin(), ticks.end(), [](const Tick& a, const Tick& b) { return a.position < b.position; });
+    return Sorted(std::move(ticks));
+}
+
+std::vector<Tick> MarkTicks(const Scale& scale, std::span<const Mark> marks, const TickSpace& space) {
+    if (space.trackLength <= 0) return {};
+    std::vector<Tick> labelled, plain;
+    std::vector<double> shown;
+    for (const Mark& mark : marks) {
+        const Tick tick{ValueToThumbPos(scale, mark.value, space.trackLength), mark.isLabelled, {}, 0};
+        if (!IsOnTrack(tick.position, space)) continue;
+        (mark.isLabelled ? labelled : plain).push_back(tick);
+        if (mark.isLabelled) shown.push_back(mark.value);
+    }
+    PlaceLabels(labelled, Labels(shown), space, false);
+    labelled.insert(labelled.end(), plain.begin(), plain.end());
+    std::vector<Tick> ticks;
+    for (Tick& tick : Sorted(std::move(labelled))) {
+        if (ticks.empty() || ticks.back().position != tick.position) {
+            ticks.push_back(std::move(tick));
+        } else if (ticks.back().label.empty() && !tick.label.empty()) {
+            ticks.back() = std::move(tick);
+        }
+    }
     return ticks;
 }
 

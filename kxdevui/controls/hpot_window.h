@@ -2,16 +2,12 @@
 #pragma once
 
 #include <kxdevui/controls/devgui_hpot.h>
-#include <kxdevui/framework/ui_gdi.h>
+#include <kxdevui/controls/hpot_common.h>
 #include <kxdevui/framework/ui_life.h>
 
 // What belongs to the window rather than to the object, which a host may copy.
 struct CKxDevUI_HPot::WindowPart {
-    // The scale, selected into its DC; whether something has changed since it was drawn.
-    kx::ui::Bitmap scale;
-    kx::ui::MemoryDC scaleDC;
-    SIZE scaleSize{};
-    bool stale = true;
+    kx::hpot::ScaleImage scale;
 
     // The thumb as the window shows it.
     RECT shownRect{};

@@ -137,6 +137,14 @@ HBRUSH KX_GetSysColorBrush(int index) {
     return brush ? brush : GetSysColorBrush(index);
 }
 
+COLORREF KX_GetVorGuiColor(int entry) {
+    switch (entry) {
+    case eKxVorGuiColor_ScaleValue: return KX_GetSysColor(COLOR_HOTLIGHT);
+    case eKxVorGuiColor_ScaleRest: return KX_GetSysColor(COLOR_BTNSHADOW);
+    default: return KX_GetSysColor(entry);
+    }
+}
+
 EKxColorScheme KX_GetColorScheme() { return s_scheme; }
 
 void KX_SetColorScheme(EKxColorScheme scheme) {

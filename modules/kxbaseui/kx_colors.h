@@ -25,3 +25,13 @@ KXBASEUI_API EKxColorScheme KX_GetColorScheme();
 // module. An index without meaning gives black and the null brush.
 KXBASEUI_API COLORREF KX_GetSysColor(int index);
 KXBASEUI_API HBRUSH KX_GetSysColorBrush(int index);
+
+// Entries of the GUI colour scheme beyond the system's indexes.
+enum EKxVorGuiColor : int {
+    eKxVorGuiColor_ScaleValue = 31,  // the part of a scale that is reached or chosen
+    eKxVorGuiColor_ScaleRest = 37,   // the rest of it
+};
+
+// The colour of an entry of the GUI colour scheme: up to COLOR_MENUBAR the system's indexes, then EKxVorGuiColor. An
+// entry without meaning gives black.
+KXBASEUI_API COLORREF KX_GetVorGuiColor(int entry);

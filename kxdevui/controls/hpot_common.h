@@ -1,0 +1,109 @@
+// What the sliders have in common beside their rules: how the wheel counts, how scale and thumb are drawn. Internal.
+#pragma once
+
+#include <windows.h>
+
+#include <vector>
+
+#include <kxdevui/controls/hpot_rules.h>
+#include <kxdevui/controls/hpot_thumb.h>
+#include <kxdevui/framework/ui_gdi.h>
+
+namespace kx::hpot {
+
+// ---- Wheel ---------------------------------------------------------------------------------------------------------
+
+// Entries or units that one message moves.
+struct Granularity {
+    int ctrl;
+    int plain;
+    int shift;
+};
+
+// What the modifiers choose: Ctrl before Shift before none. The keys of a wheel message count beside those held now: a
+// host that relays a turn may have left the former out.
+int Chosen(const Granularity& granularity, WPARAM wheelKeys);
+
+// What a turn of the wheel (wParam of WM_MOUSEWHEEL) moves: its direction times the granularity, whatever the delta's
+// size; 0 for none.
+int WheelSteps(const Granularity& granularity, WPARAM wParam);
+
+// ---- Colours -------------------------------------------------------------------------------------------------------
+
+// Rows and columns of the sliders' table of colour indexes.
+enum Piece { kTrack, kTrackBorder, kTicks, kLabels, kThumbBody, kThumbEdge };
+enum State { kEnabled, kActive, kDisabled };
+using ColorTable = int[6][3];
+
+// `percent` of the way from one colour to another.
+COLORREF Mixed(COLORREF a, COLORREF b, int percent);
+
+void Fill(HDC dc, const RECT& rect, int color);
+
+// Zoomed pixels, at least one.
+long ZoomedLine(double pixels);
+
+// ---- The scale -----------------------------------------------------------------------------------------------------
+
+// A bitmap as large as a window's client area, to draw a scale in; the GUI font is selected. Empty when the window has
+// no client area or the platform no memory.
+class ScaleCanvas {
+public:
+    explicit ScaleCanvas(HWND window);
+    explicit operator bool() const noexcept { return m_dc && m_bitmap; }
+    operator HDC() const noexcept { return m_dc.get(); }
+    const RECT& Client() const noexcept { return m_client; }
+    const TEXTMETRICW& Font() const noexcept { return m_font; }
+    HBITMAP Bitmap() const noexcept { return m_bitmap.get(); }
+    // Gives the bitmap away; the canvas is empty then.
+    HBITMAP Release();
+
+private:
+    RECT m_client{};
+    TEXTMETRICW m_font{};
+    ui::Bitmap m_bitmap;  // outlives the DC that it is selected into
+    ui::MemoryDC m_dc;
+};
+
+// A finished scale, ready to be copied.
+struct ScaleImage {
+    ui::Bitmap bitmap;
+    ui::MemoryDC dc;
+    SIZE size{};
+    bool stale = true;  // something has changed since it was drawn
+
+    void Take(ui::Bitmap made);
+    void CopyTo(HDC target) const;
+};
+
+// Where things stand below each other, from the track to the labels.
+struct Rows {
+    RECT track;
+    long ticks;       // their top
+    long tickLength;  // of the long ones
+    long labels;      // their top; -1 when there is no room for them
+};
+
+// For a track of this height behind a thumb with its image there, in a window that ends at `bottom`.
+Rows RowsOf(const RECT& thumb, long trackLeft, long trackLength, long trackHeight, long bottom,
+            const TEXTMETRICW& font);
+
+// The room of a scale whose track starts there, for texts in the DC's font.
+TickSpace SpaceIn(HDC dc, long trackLeft, long trackLength, long right);
+
+// The ticks, and the labels where the rows have room for them.
+void DrawScale(HDC dc, const std::vector<Tick>& ticks, const Rows& rows, long trackLeft, int tickColor, int labelColor);
+
+// ---- The thumb -----------------------------------------------------------------------------------------------------
+
+// What a thumb is doing.
+enum Look : int { kLookNormal, kLookHovered, kLookDragged, kLookDisabled };
+
+// How it looks then.
+ThumbStyle StyleOf(SIZE image, Look look, bool focused, const ColorTable& colors);
+
+// The size of a thumb's image, of this height if the client area has room for it. Its width is even, so that the hot
+// spot is its middle.
+SIZE ThumbImage(long nominalHeight, const RECT& client);
+
+}  // namespace kx::hpot

@@ -1,0 +1,2 @@
+#include <bench/bench.h>
+TEST(ColorSlider, Begins) {}
