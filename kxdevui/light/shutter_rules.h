@@ -11,12 +11,18 @@ namespace kx::shutter {
 
 // Where something stands in the control.
 struct Place {
-    long x = 0, y = 0, width = 0, height = 0;  // of its upper left corner; its size
+    // Its upper left corner, and its size.
+    long x = 0;
+    long y = 0;
+    long width = 0;
+    long height = 0;
 };
 
 // Where title and button stand.
 struct Layout {
-    Place title, button;
+    // Both in the control's client area.
+    Place title;
+    Place button;
 };
 
 // The title to the left of a button of 24 by 24. `titleWidth` below 0 is what the button leaves.
@@ -27,7 +33,9 @@ KXDEVUI_API Layout TitleAbove(long width, long titleHeight) noexcept;
 
 // How wide a shutter makes itself for its title, and how wide the title is then.
 struct Width {
-    long control, title;  // the title's may be below 0, where there is room for the button alone
+    // The title's may be below 0, where there is room for the button alone.
+    long control;
+    long title;
 };
 // `text` is the title's width in zoomed pixels. Of a minimum above the maximum, the minimum counts.
 KXDEVUI_API Width FitWidth(long text, int minimum, int maximum, double zoom) noexcept;
