@@ -149,7 +149,27 @@ void Tour::TurnTo(std::function<int()> page) {
     Do([this, page] { PostMessageW(m_window.Handle(), WM_COMMAND, static_cast<WPARAM>(page()), 0); });
 }
 
-void Tour::Picture(const wchar_t* name) {
+void Tour::Looks(const std::wstring& name, int language) {
+    Menu(MainWindow::cmdEnabled);
+    Picture(name + L"-disabled");
+    Menu(MainWindow::cmdEnabled);
+    Menu(MainWindow::cmdScheme + eKxColorScheme_Dark);
+    Picture(name + L"-dark");
+    Menu(MainWindow::cmdZoom + 6);
+    Picture(name + L"-dark-150");
+    Menu(MainWindow::cmdScheme + eKxColorScheme_HighContrast);
+    Menu(MainWindow::cmdZoom + 8);
+    Picture(name + L"-high-contrast-200");
+    Menu(MainWindow::cmdScheme + eKxColorScheme_Light);
+    Picture(name + L"-light-200");
+    Menu(MainWindow::cmdScheme + eKxColorScheme_System);
+    Menu(MainWindow::cmdZoom + 4);
+    Menu(MainWindow::cmdLanguage + language);
+    Picture(name + L"-translated");
+    Menu(MainWindow::cmdLanguage + LANG_ENGLISH);
+}
+
+void Tour::Picture(const std::wstring& name) {
     Do([this] { RedrawWindow(m_window.Handle(), nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN); });
     Do([this, name] {
         if (!SavePicture(m_window.Handle(), m_folder + L"\\" + name + L".png")) Fail(L"a picture cannot be written");

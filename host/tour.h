@@ -54,7 +54,9 @@ private:
     void Type(const wchar_t* text);
     void Menu(int command);
     void TurnTo(std::function<int()> page);
-    void Picture(const wchar_t* name);
+    // The page shown: disabled, dark and in high contrast, at 150 and 200 %, in another language; ends as it began.
+    void Looks(const std::wstring& name, int language);
+    void Picture(const std::wstring& name);
     void Fail(const wchar_t* what);
 
     MainWindow& m_window;

@@ -13,25 +13,7 @@ void Tour::PlanControls() {
     PlanRadio();
     PlanTable();
     Picture(L"20-controls");
-    Menu(MainWindow::cmdEnabled);
-    Picture(L"21-controls-disabled");
-    Menu(MainWindow::cmdEnabled);
-    for (const int scheme : {eKxColorScheme_Dark, eKxColorScheme_HighContrast, eKxColorScheme_Light}) {
-        Menu(MainWindow::cmdScheme + scheme);
-        Picture(scheme == eKxColorScheme_Dark    ? L"22-controls-dark"
-                : scheme == eKxColorScheme_Light ? L"24-controls-light"
-                                                 : L"23-controls-high-contrast");
-    }
-    Menu(MainWindow::cmdZoom + 6);
-    Picture(L"25-controls-150");
-    Menu(MainWindow::cmdScheme + eKxColorScheme_Dark);
-    Menu(MainWindow::cmdZoom + 8);
-    Picture(L"26-controls-dark-200");
-    Menu(MainWindow::cmdScheme + eKxColorScheme_System);
-    Menu(MainWindow::cmdZoom + 4);
-    Menu(MainWindow::cmdLanguage + LANG_GERMAN);
-    Picture(L"27-controls-german");
-    Menu(MainWindow::cmdLanguage + LANG_ENGLISH);
+    Looks(L"21-controls", LANG_GERMAN);
 }
 
 void Tour::PlanSliders() {

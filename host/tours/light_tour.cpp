@@ -10,21 +10,7 @@ void Tour::PlanLight() {
     Await([this] { return HWND{m_window.PageOf<LightPage>()}; });
     PlanShutters();
     PlanModeShutter();
-    Menu(MainWindow::cmdEnabled);
-    Picture(L"53-light-disabled");
-    Menu(MainWindow::cmdEnabled);
-    Menu(MainWindow::cmdScheme + eKxColorScheme_Dark);
-    Picture(L"54-light-dark");
-    Menu(MainWindow::cmdZoom + 6);
-    Picture(L"55-light-dark-150");
-    Menu(MainWindow::cmdScheme + eKxColorScheme_Light);
-    Menu(MainWindow::cmdZoom + 8);
-    Picture(L"56-light-200");
-    Menu(MainWindow::cmdScheme + eKxColorScheme_System);
-    Menu(MainWindow::cmdZoom + 4);
-    Menu(MainWindow::cmdLanguage + LANG_GERMAN);
-    Picture(L"57-light-german");
-    Menu(MainWindow::cmdLanguage + LANG_ENGLISH);
+    Looks(L"53-light", LANG_GERMAN);
 }
 
 void Tour::PlanShutters() {

@@ -34,20 +34,5 @@ void Tour::PlanOptics() {
     MoveTo([page] { return GetDlgItem(page().Nosepiece().Panel(), 10500); });
     Picture(L"32-optics-refused");
     Click([page] { return GetDlgItem(page().Emission(), IDC_DEVICE_REFUSE); });
-    Menu(MainWindow::cmdEnabled);
-    Picture(L"33-optics-disabled");
-    Menu(MainWindow::cmdEnabled);
-    Menu(MainWindow::cmdScheme + eKxColorScheme_Dark);
-    Picture(L"34-optics-dark");
-    Menu(MainWindow::cmdZoom + 6);
-    Picture(L"35-optics-dark-150");
-    Menu(MainWindow::cmdScheme + eKxColorScheme_HighContrast);
-    Menu(MainWindow::cmdZoom + 8);
-    Picture(L"36-optics-high-contrast-200");
-    Menu(MainWindow::cmdScheme + eKxColorScheme_System);
-    Picture(L"37-optics-200");
-    Menu(MainWindow::cmdZoom + 4);
-    Menu(MainWindow::cmdLanguage + LANG_FRENCH);
-    Picture(L"38-optics-french");
-    Menu(MainWindow::cmdLanguage + LANG_ENGLISH);
+    Looks(L"33-optics", LANG_FRENCH);
 }

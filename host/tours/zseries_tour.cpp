@@ -48,16 +48,6 @@ void Tour::PlanZSeries() {
     Picture(L"43-zseries-refused");
     Click(refuses);
     Click(in(kTypeEnds));
-    Menu(MainWindow::cmdEnabled);
-    Picture(L"44-zseries-disabled");
-    Menu(MainWindow::cmdEnabled);
-    Menu(MainWindow::cmdScheme + eKxColorScheme_Dark);
-    Menu(MainWindow::cmdZoom + 6);
-    Picture(L"45-zseries-dark-150");
-    Menu(MainWindow::cmdScheme + eKxColorScheme_System);
-    Menu(MainWindow::cmdZoom + 4);
-    Menu(MainWindow::cmdLanguage + LANG_JAPANESE);
-    Picture(L"46-zseries-japanese");
-    Menu(MainWindow::cmdLanguage + LANG_ENGLISH);
+    Looks(L"44-zseries", LANG_JAPANESE);
     Picture(L"47-zseries-end");
 }

@@ -76,16 +76,9 @@ HWND CKxDevUI_FilterWheel::Create(HWND parent, long x, long y, long width, long 
     Destroy();
     if (width >= 0) m_width = width;
     if (height >= 0) m_height = height;
-    EnsureClass(m_Atom, {.name = L"KxDevGUI_FilterWheel",
-                         .object = L"CKxDevUI_FilterWheel",
-                         .style = CS_HREDRAW | CS_VREDRAW,
-                         .extraBytes = kWindowExtraBytes,
-                         .background = nullptr,
-                         .procedure = WndProc});
-    const Alive alive(this);
-    const HWND window =
-        m_panel.Open(L"KxDevGUI_FilterWheel", WndProc, parent, {x, y, x + m_width, y + m_height}, this);
-    if (!window || !alive) return nullptr;
+    const HWND window = m_panel.Open(m_Atom, {L"KxDevGUI_FilterWheel", L"CKxDevUI_FilterWheel"}, WndProc, parent, {x, y},
+                                     {m_width, m_height}, this);
+    if (!window) return nullptr;
     CreateControls();
     return window;
 }

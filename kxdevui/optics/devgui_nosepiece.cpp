@@ -87,16 +87,9 @@ HWND CKxDevUI_Nosepiece::Create(HWND parent, long x, long y, long width, long he
     Destroy();
     if (width >= 0) m_width = width;
     if (height >= 0) m_height = height;
-    EnsureClass(m_Atom, {.name = L"KxDevGUI_Nosepiece",
-                         .object = L"CKxDevUI_Nosepiece",
-                         .style = CS_HREDRAW | CS_VREDRAW,
-                         .extraBytes = kWindowExtraBytes,
-                         .background = nullptr,
-                         .procedure = WndProc});
-    const Alive alive(this);
-    const HWND window =
-        m_panel.Open(L"KxDevGUI_Nosepiece", WndProc, parent, {x, y, x + m_width, y + m_height}, this);
-    if (!window || !alive) return nullptr;
+    const HWND window = m_panel.Open(m_Atom, {L"KxDevGUI_Nosepiece", L"CKxDevUI_Nosepiece"}, WndProc, parent, {x, y},
+                                     {m_width, m_height}, this);
+    if (!window) return nullptr;
     m_normalFont = MakeFont(FW_NORMAL);
     m_boldFont = MakeFont(FW_BOLD);
     m_framePen.reset(CreatePen(PS_SOLID, 1, RGB(127, 127, 127)));

@@ -54,15 +54,9 @@ HWND CKxDevUI_Switcher::Create(HWND parent, long x, long y, long width, long hei
     Destroy();
     if (width >= 0) m_width = width;
     if (height >= 0) m_height = height;
-    EnsureClass(m_Atom, {.name = L"KxDevGUI_Switcher",
-                         .object = L"CKxDevUI_Switcher",
-                         .style = CS_HREDRAW | CS_VREDRAW,
-                         .extraBytes = kWindowExtraBytes,
-                         .background = nullptr,
-                         .procedure = WndProc});
-    const Alive alive(this);
-    const HWND window = m_panel.Open(L"KxDevGUI_Switcher", WndProc, parent, {x, y, x + m_width, y + m_height}, this);
-    if (!window || !alive) return nullptr;
+    const HWND window = m_panel.Open(m_Atom, {L"KxDevGUI_Switcher", L"CKxDevUI_Switcher"}, WndProc, parent, {x, y},
+                                     {m_width, m_height}, this);
+    if (!window) return nullptr;
     CreateControls();
     return window;
 }

@@ -42,8 +42,13 @@ public:
     // ---- The window ----
 
     // Makes the panel's window, visible, with the default GUI font, and marks it so that a container takes it for a
-    // plain window. Null when it could not be made, or when somebody who heard of it destroyed it.
-    HWND Open(const wchar_t* className, WNDPROC procedure, HWND parent, const RECT& place, void* object);
+    // plain window. `names` are those of the window class and, for the log, of the C++ class. Null when it could not be
+    // made, or when somebody who heard of it destroyed it, or the panel.
+    struct Names {
+        const wchar_t* window;
+        const wchar_t* object;
+    };
+    HWND Open(ATOM& atom, const Names& names, WNDPROC procedure, HWND parent, POINT at, SIZE size, void* object);
     // Destroys window and children, silently; also from within a click on one of them.
     void Close();
 
