@@ -8,7 +8,7 @@ set -euo pipefail
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
 out=${KXDEVUI_BUILD_ROOT:-$root/build}/fuzz
 modules=$root/modules
-targets=(number catalogue svg svgstring hpot zstackrules editbox)
+targets=(number catalogue svg svgstring hpot zstackrules editbox colorslider)
 
 # What each target is built from besides itself.
 sources() {
@@ -18,6 +18,7 @@ sources() {
   zstackrules) echo modules/kxdevices/kx_zstackrules.cpp ;;
   editbox) echo kxdevui/controls/editbox_rules.cpp ;;
   hpot) echo kxdevui/controls/hpot_{rules,ticks}.cpp ;;
+  colorslider) echo kxdevui/light/colorslider_rules.cpp kxdevui/controls/hpot_{rules,ticks}.cpp ;;
   *) echo modules/kxsystem/kx_$1.cpp ;;
   esac
 }
@@ -97,6 +98,16 @@ s/static_cast<long long>(held.index) + steps/held.index + steps/
 s/IsReversed(scale) ? value < bound : value > bound/value > bound/
 s/return each >= value;/return each > value;/
 s/at->left < each.right + space.labelGap/at->left < each.right/
+FAULTS
+  ;;
+  colorslider) cat <<'FAULTS'
+s/return std::abs(value - a) < std::abs(value - b);/return std::abs(value - a) <= std::abs(value - b);/
+s/if (value <= std::min(a, b)) return a < b;//
+s/minimum == heldMinimum ? GivesWay::Minimum/minimum != heldMinimum ? GivesWay::Minimum/
+s/static_cast<long long>(index) + steps/index + steps/
+s/std::min(minimum, maximum), 0, count/minimum, 0, count/
+s/ticks.back().position != tick.position/true/
+s/r.editHeight = std::clamp(r.editHeight, -1, kLargest);//
 FAULTS
   ;;
   editbox) cat <<'FAULTS'
