@@ -12,7 +12,7 @@ void DrawLine(HDC dc, const RECT& strip, const std::vector<LinePart>& parts, boo
     RECT line{strip.left, top, strip.right, top + thick};
     if (framed) {
         InflateRect(&line, border, border);
-        hpot::Fill(dc, line, COLOR_BTNSHADOW);
+        hpot::Fill(dc, line, COLOR_3DDKSHADOW);
         InflateRect(&line, -border, -border);
     }
     for (std::size_t i = 0; i < parts.size(); ++i) {

@@ -258,7 +258,7 @@ public:
 
     // What the scale shows; see CKxDevUI_ColorSliderHPot for the arguments. The scale named last is shown, until Init
     // names a type. At first wavelengths are 400 to 700 nm, a gradient is from black to white, and lines have colours
-    // of the scheme. The line's colours serve the range, too, whose line is always framed.
+    // of the scheme. The line's colours serve the range, too, whose line has no frame.
     void SetHorizontalRainbow(double fromNm, double toNm);
     void SetVerticalRainbow(double fromNm, double toNm, double fromValue, double toValue);
     void SetGradient(unsigned long fromColor, unsigned long toColor);

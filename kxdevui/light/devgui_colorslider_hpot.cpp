@@ -130,6 +130,7 @@ HBITMAP Thumb::CreateColorSliderBitmap(bool enabled) {
         std::clamp(CKxGUILayoutManager::Zoomed(static_cast<double>(nominal)), 0L, canvas.Client().bottom);
     const Rows rows = RowsOf(ThumbRect(), m_trackLeft, m_trackLength, height, canvas.Client().bottom, canvas.Font());
 
+    using namespace kx::colorslider;
     RECT strip = rows.track;
     if (m_look == eColorSliderType_VerticalRainbow && m_rows[2] != m_rows[3] && std::isfinite(m_rows[2] + m_rows[3])) {
         const auto at = [&](double value) {
@@ -137,14 +138,15 @@ HBITMAP Thumb::CreateColorSliderBitmap(bool enabled) {
         };
         strip.left = std::min(at(m_rows[2]), at(m_rows[3]));
         strip.right = std::max(at(m_rows[2]), at(m_rows[3]));
+        DrawLine(canvas, rows.track, {{rows.track.left, KX_GetVorGuiColor(eKxVorGuiColor_ScaleRest)}}, false);
     }
     RECT frame = strip;
     InflateRect(&frame, 1, 1);
     if (m_look != eColorSliderType_LineDraw) FrameRect(canvas, &frame, KX_GetSysColorBrush(COLOR_BTNSHADOW));
     RenderStrip(canvas, canvas.Bitmap(), strip);
-    if (!enabled) kx::colorslider::Fade(canvas, frame);
+    if (!enabled) Fade(canvas, {rows.track.left - 1, frame.top, rows.track.right + 1, frame.bottom});
     static const std::vector<SColorSliderValue> none;
-    kx::colorslider::DrawMarks(canvas, m_scale, m_owner ? m_owner->m_marks : none, rows, enabled);
+    DrawMarks(canvas, m_scale, m_owner ? m_owner->m_marks : none, rows, enabled);
     return canvas.Release();
 }
 

@@ -451,7 +451,8 @@ void RangeThumbs::RenderLineDrawRangeRect(HDC dc, int x, int y, int w, int h) {
     const COLORREF inside = kx::colorslider::LineColor(m_line[0], m_lineOfScheme);
     const COLORREF outside = kx::colorslider::LineColor(m_line[1], m_lineOfScheme);
     const auto [left, right] = std::minmax(m_minimumPos, m_maximumPos);
-    kx::colorslider::DrawLine(dc, {x, y, x + w, y + h}, {{x, outside}, {x + left, inside}, {x + right, outside}}, true);
+    kx::colorslider::DrawLine(dc, {x, y, x + w, y + h}, {{x, outside}, {x + left, inside}, {x + right, outside}},
+                              false);
 }
 
 RECT RangeThumbs::ThumbRect(long position) const {

@@ -8,7 +8,7 @@ set -euo pipefail
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
 out=${KXDEVUI_BUILD_ROOT:-$root/build}/fuzz
 modules=$root/modules
-targets=(number catalogue svg svgstring hpot zstackrules editbox config)
+targets=(number catalogue svg svgstring hpot zstackrules editbox colorslider config)
 
 # What each target is built from besides itself.
 sources() {
@@ -19,6 +19,7 @@ sources() {
   editbox) echo kxdevui/controls/editbox_rules.cpp ;;
   config) echo host/config/config_{file,infer}.cpp modules/kxsystem/kx_number.cpp ;;
   hpot) echo kxdevui/controls/hpot_{rules,ticks}.cpp ;;
+  colorslider) echo kxdevui/light/colorslider_rules.cpp kxdevui/controls/hpot_{rules,ticks}.cpp ;;
   *) echo modules/kxsystem/kx_$1.cpp ;;
   esac
 }
@@ -99,6 +100,16 @@ s/static_cast<long long>(held.index) + steps/held.index + steps/
 s/IsReversed(scale) ? value < bound : value > bound/value > bound/
 s/return each >= value;/return each > value;/
 s/at->left < each.right + space.labelGap/at->left < each.right/
+FAULTS
+  ;;
+  colorslider) cat <<'FAULTS'
+s/return std::abs(value - a) < std::abs(value - b);/return std::abs(value - a) <= std::abs(value - b);/
+s/if (value <= std::min(a, b)) return a < b;//
+s/minimum == heldMinimum ? GivesWay::Minimum/minimum != heldMinimum ? GivesWay::Minimum/
+s/static_cast<long long>(index) + steps/index + steps/
+s/std::min(minimum, maximum), 0, count/minimum, 0, count/
+s/ticks.back().position != tick.position/true/
+s/r.editHeight = std::clamp(r.editHeight, -1, kLargest);//
 FAULTS
   ;;
   editbox) cat <<'FAULTS'

@@ -5,6 +5,7 @@
 #include <kxdevui/light/devgui_colorslider.h>
 #include <kxsystem/kx_color.h>
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstdlib>
@@ -32,10 +33,135 @@ public:
 };
 
 
+// The thumb control of Fill at zoom 1: the track has 202 pixels from 4 on, the strip's rows begin at 2.
+constexpr int kTrackLeft = 4, kTrack = 202, kTop = 2, kRow = 5;
+
+// What a thumb hides is at 700.
+Picture Scale(Slider& slider, double power = 700) {
+    slider.SetPower(power, true);
+    return Picture::Printed(slider.Thumb());
+}
+
+int Distance(COLORREF a, COLORREF b) {
+    return std::max({std::abs(GetRValue(a) - GetRValue(b)), std::abs(GetGValue(a) - GetGValue(b)),
+                     std::abs(GetBValue(a) - GetBValue(b))});
+}
+
+// The colour matching functions as the CIE has tabulated them, turned into sRGB: an own way to the same colour.
+struct Tabulated {
+    double nanometres, x, y, z;
+};
+COLORREF ColorOf(const Tabulated& row) {
+    const double linear[] = {3.2406 * row.x - 1.5372 * row.y - 0.4986 * row.z,
+                             -0.9689 * row.x + 1.8758 * row.y + 0.0415 * row.z,
+                             0.0557 * row.x - 0.2040 * row.y + 1.0570 * row.z};
+    const double brightest = *std::max_element(linear, linear + 3);
+    const auto encoded = [&](double part) {
+        const double share = std::max(0.0, part / brightest);
+        return static_cast<int>(std::lround(255 * (share <= 0.0031308 ? 12.92 * share : 1.055 * std::pow(share, 1 / 2.4) - 0.055)));
+    };
+    return RGB(encoded(linear[0]), encoded(linear[1]), encoded(linear[2]));
+}
+
+TEST(ColorSliderLooks, ShowTrueColors) {
+    RecordingParent parent;
+    Slider slider;
+    slider.Fill(eColorSliderType_HorizontalRainbow, eColorSliderLayout_TwoRows);
+    slider.SetHorizontalRainbow(400, 700);
+    slider.Create(parent.Window(), 0, 0, -1, -1, true, true);
+    const Picture picture = Scale(slider);
+    // Lines of 3 pixels from left to right: the last one that covers a column is that of the next.
+    for (int column = 0; column < kTrack - 6; ++column) {
+        ASSERT_EQ(picture.Pixel(kTrackLeft + column, kRow), KX_RGBFromWavelength2(400 + (column + 1) * 300.0 / kTrack))
+            << column;
+    }
+    const Tabulated rows[] = {{430, 0.2839, 0.0116, 1.3856},  {450, 0.3362, 0.0380, 1.7721},  {470, 0.1954, 0.0910, 1.2876},
+                              {480, 0.0956, 0.1390, 0.8130},  {490, 0.0320, 0.2080, 0.4652},  {500, 0.0049, 0.3230, 0.2720},
+                              {520, 0.0633, 0.7100, 0.0782},  {540, 0.2904, 0.9540, 0.0203},  {560, 0.5945, 0.9950, 0.0039},
+                              {570, 0.7621, 0.9520, 0.0021},  {580, 0.9163, 0.8700, 0.0017},  {590, 1.0263, 0.7570, 0.0011},
+                              {600, 1.0622, 0.6310, 0.0008},  {620, 0.8544, 0.3810, 0.0002},  {650, 0.2835, 0.1070, 0.0},
+                              {670, 0.0874, 0.0320, 0.0},     {690, 0.0227, 0.0082, 0.0}};
+    for (const Tabulated& row : rows) {
+        const int column = static_cast<int>(std::lround((row.nanometres - 400) * kTrack / 300)) - 1;
+        EXPECT_LE(Distance(picture.Pixel(kTrackLeft + column, kRow), ColorOf(row)), 28) << row.nanometres;
+    }
+    // Rows of wavelengths, beside them a line; what cannot be seen is black.
+    slider.Fill(eColorSliderType_VerticalRainbow, eColorSliderLayout_TwoRows);
+    slider.SetVerticalRainbow(650, 450, 450, 550);
+    const Picture rowsOf = Scale(slider);
+    for (int row = 0; row < 9; ++row)
+        EXPECT_EQ(rowsOf.Pixel(kTrackLeft + 60, kTop + row), KX_RGBFromWavelength(650 - (row + 1) * 20)) << row;
+    EXPECT_EQ(rowsOf.Pixel(kTrackLeft + 150, 7), KX_GetVorGuiColor(eKxVorGuiColor_ScaleRest));
+    slider.SetHorizontalRainbow(900, std::nan(""));
+    EXPECT_EQ(Scale(slider).Pixel(kTrackLeft + 100, kRow), 0u);
+}
+
+TEST(ColorSliderLooks, DrawEvenGradientsAndCleanLines) {
+    RecordingParent parent;
+    Slider slider;
+    slider.Fill(eColorSliderType_Gradient, eColorSliderLayout_TwoRows);
+    slider.SetGradient(RGB(10, 200, 0), RGB(210, 0, 100));
+    slider.Create(parent.Window(), 0, 0, -1, -1, true, true);
+    const Picture gradient = Scale(slider);
+    for (int column = 0; column < kTrack - 6; ++column) {
+        const double share = double(column) / kTrack;
+        const COLORREF exact = RGB(std::lround(10 + 200 * share), std::lround(200 - 200 * share), std::lround(100 * share));
+        ASSERT_LE(Distance(gradient.Pixel(kTrackLeft + column, kRow), exact), 1) << column;
+        ASSERT_EQ(gradient.Pixel(kTrackLeft + column, kRow), gradient.Pixel(kTrackLeft + column, kTop + 9)) << column;
+    }
+    slider.Fill(eColorSliderType_LineDraw, eColorSliderLayout_TwoRows);
+    slider.SetLineDrawSlider(RGB(1, 2, 3), RGB(250, 251, 252));
+    const Picture line = Scale(slider, 500);
+    const int at = kTrackLeft + kTrack / 3;
+    for (int column = kTrackLeft; column < kTrackLeft + kTrack; ++column) {
+        if (std::abs(column - at) < 6) continue;  // the thumb
+        for (int row = 0; row < 14; ++row) {
+            const COLORREF expected = row < 5 || row > 7 ? KX_GetSysColor(COLOR_3DFACE)
+                                      : column < at      ? RGB(1, 2, 3)
+                                                         : RGB(250, 251, 252);
+            ASSERT_EQ(line.Pixel(column, row), expected) << column << ", " << row;
+        }
+    }
+    EXPECT_EQ(line.Pixel(kTrackLeft - 1, 6), KX_GetSysColor(COLOR_3DFACE));
+    slider.Fill(eColorSliderType_LineDraw, eColorSliderLayout_TwoRows);
+    EXPECT_EQ(Scale(slider, 500), line) << "another Init keeps the scale";
+}
+
+TEST(ColorSliderLooks, RebuildADisabledLineWhenItIsEnabled) {
+    RecordingParent parent;
+    Slider slider;
+    slider.Fill(eColorSliderType_LineDraw, eColorSliderLayout_TwoRows);
+    slider.SetLineDrawSlider(RGB(255, 0, 0), RGB(0, 0, 255));
+    slider.Create(parent.Window(), 0, 0, -1, -1, true, true);
+    Scale(slider, 650);
+    slider.SetEnabled(false);
+    const auto middle = [&] { return Picture::Printed(slider.Thumb()).Pixel(kTrackLeft + kTrack / 2, 6); };
+    const COLORREF pale = middle();
+    EXPECT_GT(GetRValue(pale), GetBValue(pale));
+    slider.SetPower(450, true);
+    EXPECT_EQ(middle(), pale) << "the thumb has moved, the line has not";
+    slider.SetEnabled(true);
+    EXPECT_EQ(middle(), RGB(0, 0, 255));
+}
+
+// Of a name, or of a label, that has no room nothing leaves the control, and what looks like a mark is a character.
+TEST(ColorSliderLooks, ShowNamesAsTheyAre) {
+    RecordingParent parent;
+    for (const auto layout : {eColorSliderLayout_TwoRows, eColorSliderLayout_OneRow, eColorSliderLayout_ColorPoint}) {
+        std::vector<Picture> pictures;
+        for (const wchar_t* name : {L"R&D", L"RD", L"R&&D", L"<svg>&amp;%s"}) {
+            Slider slider;
+            slider.Fill(eColorSliderType_Gradient, layout, name);
+            slider.Create(parent.Window(), 0, 0, -1, -1, true, true);
+            pictures.push_back(Picture::Printed(GetDlgItem(slider, 10003)));
+            for (std::size_t i = 0; i + 1 < pictures.size(); ++i) EXPECT_FALSE(pictures.back() == pictures[i]) << i;
+        }
+    }
+}
+
 // A gallery to be looked at, and each look another.
 TEST(ColorSliderLooks, ShowAllTypesAndLayouts) {
-    RecordingParent parent(SIZE{1240, 900});
-    SendMessageW(parent.Window(), WM_SETREDRAW, TRUE, 0);
+    RecordingParent parent(SIZE{1240, 800});
     std::vector<Picture> looks;
     for (const int percent : {100, 150, 200}) {
         CKxGUILayoutManager::SetGuiZoom(percent / 100.0);
@@ -43,7 +169,7 @@ TEST(ColorSliderLooks, ShowAllTypesAndLayouts) {
             KX_SetColorScheme(scheme);
             for (const bool enabled : {true, false}) {
                 CKxDevUI_Container panel;
-                panel.Create(parent.Window(), 0, 0, 1240, 900, true, true);
+                panel.Create(parent.Window(), 0, 0, 1240, 800, true, true);
                 std::array<std::array<Slider, 4>, 5> sliders;
                 for (int type = 0; type < 5; ++type) {
                     for (int layout = 0; layout < 4; ++layout) {
@@ -54,13 +180,11 @@ TEST(ColorSliderLooks, ShowAllTypesAndLayouts) {
                         if (type == 2) slider.SetGradient(RGB(0, 0, 0), RGB(255, 160, 0));
                         if (type >= 3) slider.SetLineDrawSliderVorColors(31, 37, layout % 2 == 0);
                         slider.SetPointColor(static_cast<int>(KX_RGBFromWavelength(450 + 50 * type)));
-                        const long step = CKxGUILayoutManager::Zoomed(220);
-                        const long across = 1240 / (step + step / 2) > 2 ? 3 : 2;
-                        const int index = type * 4 + layout;
-                        if (percent > 100 && index % 4 != type % 4) continue;
-                        const int cell = percent > 100 ? type : index;
-                        slider.Create(panel, 4 + (cell % across) * CKxGUILayoutManager::Zoomed(380),
-                                      4 + (cell / across) * CKxGUILayoutManager::Zoomed(76), -1, -1, true, true);
+                        // A range in one row is wide; at larger zooms there is room for one of each type.
+                        const int column = percent > 100 ? 0 : layout, row = type;
+                        if (percent > 100 ? layout != type % 4 : type == 4 && layout % 3 != 0) continue;
+                        slider.Create(panel, 4 + CKxGUILayoutManager::Zoomed(column * 305),
+                                      4 + CKxGUILayoutManager::Zoomed(row * 80), -1, -1, true, true);
                         slider.SetPower(560, true);
                         slider.SetRange(480, 610);
                         slider.SetEnabled(enabled);

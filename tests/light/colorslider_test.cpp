@@ -1,2 +1,452 @@
+// The colour slider as a control: what the user does to it, what the host is told and can refuse, what it bears.
 #include <bench/bench.h>
-TEST(ColorSlider, Begins) {}
+#include <commctrl.h>
+#include <kxbaseui/kx_layoutmanager.h>
+#include <kxdevui/framework/devgui.h>
+#include <kxdevui/light/devgui_colorslider.h>
+
+#include <cmath>
+#include <cstring>
+#include <limits>
+#include <memory>
+
+using namespace kx::test;
+
+namespace {
+
+// 210 wide: the thumb control is 220, its thumb 10, the track 210 pixels from 5 on, and a value 2.1 of them.
+constexpr int kSlider = 210, kTrackLeft = 5, kMiddle = 8;
+constexpr auto kPower = eColorSliderType_LineDraw, kRange = eColorSliderType_Range;
+
+std::vector<SColorSliderValue> Tens() {
+    std::vector<SColorSliderValue> table;
+    for (int i = 0; i <= 100; i += 10) table.push_back({double(i), true, i % 50 == 0});
+    return table;
+}
+
+class Slider : public CKxDevUI_ColorSlider {
+public:
+    explicit Slider(Recorder* record = nullptr) : m_record(record) {}
+
+    void Fill(EColorSliderType type, EColorSliderLayoutType layout = eColorSliderLayout_OneRowSpin,
+              std::vector<SColorSliderValue> table = Tens()) {
+        Init(kSlider, 15, table.data(), static_cast<int>(table.size()), L"R&D", false, L"%", L"%g", true, type, layout, 40);
+    }
+    HWND Make(HWND parent, EColorSliderType type) {
+        Fill(type);
+        const HWND window = Create(parent, 10, 10, -1, -1, true, true);
+        SetPower(50, true);
+        SetRange(30, 70);
+        return window;
+    }
+    HWND Part(int id) { return GetDlgItem(m_hWnd, id); }
+    HWND Thumb() { return Part(10000); }
+    // The edit inside of an edit box.
+    HWND Edit(int id = 10001) { return ::GetWindow(Part(id), GW_CHILD); }
+    double Minimum() { return Both().first; }
+    double Maximum() { return Both().second; }
+    std::pair<double, double> Both() {
+        double minimum = 0, maximum = 0;
+        GetRange(&minimum, &maximum);
+        return {minimum, maximum};
+    }
+
+    std::function<void(double&, bool&)> answer;
+    std::function<void(double&, double&)> answerRange;
+    std::function<void()> act;  // in every callback; may end this object
+    bool vetoes = false;
+    using CKxDevUI_ColorSlider::m_editAtPosition;
+    using CKxDevUI_ColorSlider::m_editX;
+
+protected:
+    void OnPowerChanged(double& value, bool& veto) override {
+        if (m_record) m_record->Call(m_editInProgress ? "Typed" : "Power", value, GetPower());
+        if (vetoes) veto = true;
+        if (answer) answer(value, veto);
+        if (const auto action = act) action();
+    }
+    void OnRangeChanged(double& minimum, double& maximum) override {
+        if (m_record) m_record->Call("Range", minimum, maximum, Minimum(), Maximum());
+        if (answerRange) answerRange(minimum, maximum);
+        if (const auto action = act) action();
+    }
+    void OnLeftButtonUp() override {
+        if (m_record) m_record->Call("Up");
+        if (const auto action = act) action();
+    }
+
+private:
+    Recorder* m_record;
+};
+
+int Pixel(double value) { return kTrackLeft + static_cast<int>(2.1 * value); }
+void PressAt(HWND thumb, double value) { Press(thumb, Pixel(value), kMiddle); }
+void MoveToValue(HWND thumb, double value) { MoveTo(thumb, Pixel(value), kMiddle); }
+void DragValue(HWND thumb, std::initializer_list<double> values) {
+    PressAt(thumb, *values.begin());
+    for (const double value : values) MoveToValue(thumb, value);
+    Release();
+}
+// Types over what the edit shows.
+void TypeInto(Slider& slider, int id, const wchar_t* text) {
+    ::SetFocus(slider.Edit(id));
+    SendMessageW(slider.Edit(id), EM_SETSEL, 0, -1);
+    Type(text);
+}
+void ClickArrow(Slider& slider, bool up) { Click(slider.Part(10004), 6, up ? 5 : 16); }
+Expected Power(double value, double held) { return Call("Power", value, held); }
+Expected Typed(double value) { return Call("Typed", value, value); }
+Expected Range(double a, double b, double heldA, double heldB) { return Call("Range", a, b, heldA, heldB); }
+
+// ---- The ways to commit a power ------------------------------------------------------------------------------------
+
+TEST(ColorSlider, AsksForAPowerInEachWay) {
+    const struct {
+        const char* name;
+        std::function<void(Slider&)> make;
+        std::vector<Expected> taken, refused;
+        double held, heldWhenRefused;
+    } rows[] = {
+        {"wheel", [](Slider&) { Wheel(120); }, {Power(60, 50)}, {Power(60, 50)}, 60, 50},
+        {"wheel, two notches in one message", [](Slider&) { Wheel(-240); }, {Power(40, 50)}, {Power(40, 50)}, 40, 50},
+        {"wheel and Shift, and Ctrl", [](Slider&) { Wheel(120, MOD_SHIFT), Wheel(120, MOD_CONTROL); },
+         {Power(60, 50), Power(70, 60)}, {Power(60, 50), Power(60, 50)}, 70, 50},
+        {"wheel, forwarded", [](Slider& s) { EXPECT_TRUE(s.HandleMouseWheel(MAKEWPARAM(0, 120), 0)); }, {Power(60, 50)},
+         {Power(60, 50)}, 60, 50},
+        {"drag", [](Slider& s) { DragValue(s.Thumb(), {50, 66, 67, 80}); },
+         {Power(70, 50), Power(80, 70), Power(80, 80), Call("Up")},
+         {Power(70, 50), Power(70, 50), Power(80, 50), Power(80, 50), Power(50, 50), Call("Up")}, 80, 50},
+        {"click", [](Slider& s) { PressAt(s.Thumb(), 82), Release(); }, {Power(80, 50), Power(80, 80), Call("Up")},
+         {Power(80, 50), Power(50, 50), Call("Up")}, 80, 50},
+        {"keys", [](Slider& s) { ::SetFocus(s.Thumb()), Key(VK_RIGHT), Key(VK_PRIOR), Key(VK_HOME), Key(VK_HOME); },
+         {Power(60, 50), Power(70, 60), Power(0, 70)}, {Power(60, 50), Power(60, 50), Power(0, 50), Power(0, 50)}, 0, 50},
+        {"typed, the veto too late", [](Slider& s) { TypeInto(s, 10001, L"78\n"); }, {Typed(80)}, {Typed(80)}, 80, 80},
+        {"left with the focus", [](Slider& s) { TypeInto(s, 10001, L"12"), ::SetFocus(s.Thumb()); }, {Typed(10)},
+         {Typed(10)}, 10, 10},
+        {"left unchanged", [](Slider& s) { ::SetFocus(s.Edit()), ::SetFocus(s.Thumb()); }, {Typed(50)}, {Typed(50)}, 50, 50},
+        {"arrows", [](Slider& s) { ClickArrow(s, true), ClickArrow(s, true), ClickArrow(s, false); },
+         {Power(60, 50), Power(70, 60), Power(60, 70)}, {Power(60, 50), Power(60, 50), Power(40, 50)}, 60, 50},
+    };
+    for (const bool vetoes : {false, true}) {
+        for (const auto& row : rows) {
+            SCOPED_TRACE(std::string(row.name) + (vetoes ? ", refused" : ", taken"));
+            Recorder record;
+            RecordingParent parent;
+            Slider slider(&record);
+            slider.Make(parent.Window(), kPower);
+            slider.vetoes = vetoes;
+            MoveToValue(slider.Thumb(), 50);
+            EXPECT_TRUE(slider.GetHover());
+            EXPECT_TRUE(record.Matches({})) << "the setters are silent";
+            row.make(slider);
+            EXPECT_TRUE(record.Matches(vetoes ? row.refused : row.taken));
+            const double held = vetoes ? row.heldWhenRefused : row.held;
+            EXPECT_EQ(slider.GetPower(), held);
+            wchar_t text[20] = L"";
+            GetWindowTextW(slider.Edit(), text, 20);
+            EXPECT_EQ(std::wstring(text), std::to_wstring(static_cast<int>(held)));
+            EXPECT_EQ(SendMessageW(slider.Part(10004), UDM_GETPOS32, 0, 0), static_cast<int>(held) / 10);
+        }
+    }
+}
+
+TEST(ColorSlider, HoldsWhatTheHostMakesOfAValue) {
+    const double none = std::numeric_limits<double>::quiet_NaN();
+    const struct {
+        std::function<void(double&, bool&)> answer;
+        double held;
+    } rows[] = {
+        {[](double& value, bool&) { value = 33; }, 30},
+        {[](double& value, bool&) { value = 1e9; }, 100},
+        {[=](double& value, bool&) { value = none; }, 50},
+        {[](double& value, bool& veto) { value = 90, veto = true; }, 50},
+    };
+    for (const auto& row : rows) {
+        RecordingParent parent;
+        for (const auto make : {+[](Slider& s) { Wheel(120); (void)s; }, +[](Slider& s) { PressAt(s.Thumb(), 80), Release(); },
+                                +[](Slider& s) { ClickArrow(s, true); }}) {
+            Slider slider;
+            slider.Make(parent.Window(), kPower);
+            slider.answer = row.answer;
+            MoveToValue(slider.Thumb(), 50);
+            make(slider);
+            EXPECT_EQ(slider.GetPower(), row.held) << "row " << &row - rows;
+        }
+    }
+}
+
+// ---- The ways to commit a range ------------------------------------------------------------------------------------
+
+TEST(ColorSlider, TellsOfARangeInEachWay) {
+    const struct {
+        const char* name;
+        std::function<void(Slider&)> make;
+        std::vector<Expected> told;
+        double minimum, maximum;
+    } rows[] = {
+        {"wheel on the minimum", [](Slider&) { Wheel(-120), Wheel(120, MOD_SHIFT), Wheel(-120, MOD_CONTROL); },
+         {Range(20, 70, 20, 70), Range(70, 70, 70, 70), Range(60, 70, 60, 70)}, 60, 70},
+        {"wheel takes the maximum along", [](Slider&) { Wheel(120, MOD_SHIFT), Wheel(120, MOD_SHIFT); },
+         {Range(80, 80, 80, 80), Range(100, 100, 100, 100)}, 100, 100},
+        {"wheel takes the minimum along", [](Slider& s) { MoveToValue(s.Thumb(), 70), Wheel(-120, MOD_SHIFT); },
+         {Range(20, 20, 20, 20)}, 20, 20},
+        {"drag of the minimum", [](Slider& s) { DragValue(s.Thumb(), {30, 10}); },
+         {Range(10, 70, 30, 70), Range(10, 70, 10, 70), Call("Up")}, 10, 70},
+        {"the minimum stops at the maximum", [](Slider& s) { DragValue(s.Thumb(), {30, 90}); },
+         {Range(90, 70, 30, 70), Range(90, 70, 70, 70), Range(70, 70, 70, 70), Call("Up")}, 70, 70},
+        {"the maximum takes the minimum along", [](Slider& s) { DragValue(s.Thumb(), {70, 20}); },
+         {Range(30, 20, 30, 70), Range(20, 20, 20, 20), Call("Up")}, 20, 20},
+        {"a click goes to the nearer thumb", [](Slider& s) { PressAt(s.Thumb(), 61), Release(); },
+         {Range(30, 60, 30, 70), Range(30, 60, 30, 60), Call("Up")}, 30, 60},
+        {"keys on both thumbs",
+         [](Slider& s) {
+             const DialogKeys keys(s);
+             ::SetFocus(s.Thumb()), Key(VK_LEFT), Key(VK_TAB), Key(VK_END), Key(VK_END), Key(VK_NEXT);
+             Key(VK_TAB, MOD_SHIFT), Key(VK_HOME);
+         },
+         {Range(20, 70, 20, 70), Range(20, 100, 20, 100), Range(20, 90, 20, 90), Range(0, 90, 0, 90)}, 0, 90},
+        {"typed minimum", [](Slider& s) { TypeInto(s, 10005, L"93\n"); }, {Range(90, 90, 90, 90)}, 90, 90},
+        {"typed maximum", [](Slider& s) { TypeInto(s, 10001, L"8\n"); }, {Range(10, 10, 10, 10)}, 10, 10},
+        {"left with the focus", [](Slider& s) { TypeInto(s, 10005, L"47"), ::SetFocus(s.Thumb()); },
+         {Range(50, 70, 50, 70)}, 50, 70},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        Recorder record;
+        RecordingParent parent;
+        Slider slider(&record);
+        slider.Make(parent.Window(), kRange);
+        MoveToValue(slider.Thumb(), 32);
+        EXPECT_TRUE(slider.GetHover());
+        EXPECT_TRUE(record.Matches({})) << "the setters are silent";
+        row.make(slider);
+        EXPECT_TRUE(record.Matches(row.told));
+        EXPECT_EQ(slider.Minimum(), row.minimum);
+        EXPECT_EQ(slider.Maximum(), row.maximum);
+    }
+}
+
+TEST(ColorSlider, LetsTheHostChangeADraggedRange) {
+    RecordingParent parent;
+    Slider slider;
+    slider.Make(parent.Window(), kRange);
+    slider.answerRange = [](double& minimum, double&) { minimum = 48; };
+    DragValue(slider.Thumb(), {70, 90});
+    EXPECT_EQ(slider.Both(), std::pair(50.0, 90.0));
+    slider.answerRange = [](double& minimum, double&) { minimum = std::nan(""); };
+    DragValue(slider.Thumb(), {90, 100});
+    EXPECT_EQ(slider.Both(), std::pair(50.0, 90.0));
+}
+
+// ---- Drags taken away, controls ended --------------------------------------------------------------------------------
+
+TEST(ColorSlider, AbandonsADragThatIsTakenAway) {
+    for (const auto type : {kPower, kRange}) {
+        for (int way = 0; way < 3; ++way) {
+            Recorder record;
+            RecordingParent parent;
+            Slider slider(&record);
+            slider.Make(parent.Window(), type);
+            PressAt(slider.Thumb(), 70);
+            MoveToValue(slider.Thumb(), 80);
+            if (way == 0) ReleaseCapture();
+            if (way == 1) slider.SetEnabled(false);
+            if (way == 2) SendMessageW(slider.Thumb(), WM_CANCELMODE, 0, 0);
+            if (way == 2) ReleaseCapture();
+            record.Clear();
+            MoveToValue(slider.Thumb(), 20);
+            EXPECT_TRUE(record.Matches({})) << way;
+            EXPECT_EQ(type == kPower ? slider.GetPower() : slider.Maximum(), 80) << "what the host has taken stays";
+            Release();
+        }
+    }
+}
+
+// Every way to end or to change everything, in the midst of every way to commit.
+TEST(ColorSlider, BearsItsEndInEachCallback) {
+    const std::function<void(Slider&)> ways[] = {
+        [](Slider&) { Wheel(120); }, [](Slider& s) { PressAt(s.Thumb(), 80), MoveToValue(s.Thumb(), 90); },
+        [](Slider& s) { PressAt(s.Thumb(), 30), Release(); }, [](Slider& s) { TypeInto(s, 10001, L"78\n"); },
+        [](Slider& s) { ::SetFocus(s.Edit()), SetFocus(GetAncestor(s, GA_ROOT)); },
+        [](Slider& s) { if (s.Part(10004)) ClickArrow(s, true); else Wheel(120); },
+        [](Slider& s) { SendMessageW(s.Thumb(), WM_KEYDOWN, VK_RIGHT, 0); },
+    };
+    for (const auto type : {kPower, kRange}) {
+        for (const auto& way : ways) {
+            for (int end = 0; end < 6; ++end) {
+                SCOPED_TRACE("type " + std::to_string(type) + " way " + std::to_string(&way - ways) + " end " + std::to_string(end));
+                RecordingParent parent;
+                const HWND inner = CreateWindowExW(0, L"STATIC", L"", WS_CHILD | WS_VISIBLE | SS_NOTIFY, 0, 0, 600, 300,
+                                                   parent.Window(), nullptr, nullptr, nullptr);
+                auto slider = std::make_unique<Slider>();
+                const HWND window = slider->Make(inner, type);
+                bool ended = false;
+                slider->act = [&] {
+                    if (std::exchange(ended, true)) return;
+                    switch (end) {
+                    case 0: slider->Destroy(); break;
+                    case 1: slider.reset(); break;
+                    case 2: DestroyWindow(inner); break;
+                    case 3: slider->Fill(type, eColorSliderLayout_TwoRows, {{1, true, true}, {2, false, false}}); break;
+                    case 4: slider->Fill(type == kPower ? kRange : kPower, eColorSliderLayout_ColorPoint); break;
+                    default: slider->Fill(type, eColorSliderLayout_OneRow, {}); break;
+                    }
+                };
+                MoveToValue(slider->Thumb(), 50);
+                way(*slider);
+                Release();
+                Pump();
+                EXPECT_TRUE(ended);
+                EXPECT_EQ(IsWindow(window) != FALSE, end > 2);
+                EXPECT_EQ(GetCapture(), nullptr);
+            }
+        }
+    }
+}
+
+// ---- Setters -------------------------------------------------------------------------------------------------------
+
+std::wstring TextOf(HWND window) {
+    wchar_t text[100] = L"";
+    GetWindowTextW(window, text, 100);
+    return text;
+}
+
+TEST(ColorSlider, TouchesNothingForAPowerThatIsShown) {
+    RecordingParent parent;
+    Slider slider;
+    slider.Make(parent.Window(), kPower);
+    SetWindowTextW(slider.Edit(), L"mine");
+    SendMessageW(slider.Part(10004), UDM_SETPOS32, 0, 9);
+    EXPECT_EQ(slider.SetPower(52, true), 50);
+    EXPECT_EQ(TextOf(slider.Edit()), L"mine");
+    EXPECT_EQ(SendMessageW(slider.Part(10004), UDM_GETPOS32, 0, 0), 9);
+    // Made anew the thumb shows 0 until it is set, be it to the power that is held.
+    slider.Create(parent.Window(), 10, 10, -1, -1, true, true);
+    EXPECT_EQ(slider.GetPower(), 50);
+    EXPECT_EQ(TextOf(slider.Edit()), L"0");
+    slider.SetPower(50, true);
+    EXPECT_EQ(TextOf(slider.Edit()), L"50");
+}
+
+TEST(ColorSlider, KeepsToItsTypeAndTable) {
+    const double none = std::numeric_limits<double>::quiet_NaN(), infinite = std::numeric_limits<double>::infinity();
+    Slider slider;
+    EXPECT_EQ(slider.SetPower(5, true), 0);
+    EXPECT_FALSE(slider.SetRange(1, 2));
+    EXPECT_EQ(slider.CalculateMove(3), 0);
+    slider.GetRange(nullptr, nullptr);
+    slider.Fill(kPower, eColorSliderLayout_OneRow, {{none, true, true}, {4, true, false}, {infinite, false, false}, {8, false, false}});
+    EXPECT_EQ(slider.SetPower(6, true), 8) << "a tie goes up";
+    EXPECT_EQ(slider.SetPower(none, true), 8);
+    EXPECT_EQ(slider.SetPower(-infinite, true), 4);
+    EXPECT_EQ(slider.CalculateMove(1), 8);
+    EXPECT_EQ(slider.GetPower(), 4) << "a move is no power";
+    EXPECT_EQ(slider.CalculateMove(std::numeric_limits<int>::max()), 8);
+    EXPECT_FALSE(slider.SetRange(4, 8));
+    slider.Fill(kRange);
+    EXPECT_EQ(slider.SetPower(8, true), 0);
+    EXPECT_FALSE(slider.SetRange(none, 8));
+    EXPECT_TRUE(slider.SetRange(50, 90));
+    EXPECT_TRUE(slider.SetRange(50, 31));
+    EXPECT_EQ(slider.Both(), std::pair(30.0, 30.0));
+    EXPECT_TRUE(slider.SetRange(70, 30));
+    EXPECT_EQ(slider.Both(), std::pair(70.0, 70.0));
+    slider.Init(-5, -5, nullptr, 3, L"", false, L"", L"%s%n", true, static_cast<EColorSliderType>(9),
+                static_cast<EColorSliderLayoutType>(-2), -7);
+    RecordingParent parent;
+    EXPECT_TRUE(slider.Create(parent.Window(), 0, 0, -1, -1, true, true));
+    Pump();
+    std::vector<SColorSliderValue> many(10000);
+    for (std::size_t i = 0; i < many.size(); ++i) many[i] = {double(i) / 16, true, true};
+    slider.Init(0, 300, many.data(), 10000, std::wstring(5000, L'W').c_str(), true, L"unit", L"%g", true, kPower,
+                eColorSliderLayout_ColorPoint, 4000);
+    EXPECT_EQ(slider.SetPower(624.97, true), many.back().value);
+    Pump();
+}
+
+TEST(ColorSlider, PlacesItsParts) {
+    RecordingParent parent;
+    Slider slider;
+    slider.Make(parent.Window(), kPower);
+    EXPECT_EQ(GetWindowLongPtrW(slider.Thumb(), GWLP_USERDATA), reinterpret_cast<LONG_PTR>(static_cast<CKxDevUI_Base*>(&slider)));
+    EXPECT_EQ(TextOf(slider.Part(10003)), L"R&D");
+    EXPECT_EQ(TextOf(slider.Part(10002)), L"%");
+    const RECT thumb = RectInParent(slider.Thumb()), edit = RectInParent(slider.Part(10001)), unit = RectInParent(slider.Part(10002));
+    EXPECT_EQ(edit.left, thumb.left + 11 + kSlider);
+    EXPECT_EQ(unit.right, slider.GetWidth());
+    RECT rect{};
+    slider.GetHPotRect(&rect);
+    EXPECT_EQ(rect.left, thumb.left);
+    slider.GetHPotRectRange(&rect);
+    EXPECT_TRUE(IsRectEmpty(&rect));
+    EXPECT_EQ(slider.SetHPotLeft(static_cast<int>(thumb.left)), 0);
+    EXPECT_EQ(slider.SetHPotLeft(static_cast<int>(thumb.left) + 17), 17);
+    for (const auto& [id, before] : {std::pair{10000, thumb}, std::pair{10001, edit}, std::pair{10002, unit}})
+        EXPECT_EQ(RectInParent(slider.Part(id)).left, before.left + 17) << id;
+    EXPECT_EQ(RectInParent(slider.Part(10003)).left, 4);
+    // Another type and layout in the same windows, and back.
+    slider.Fill(kRange, eColorSliderLayout_ColorPoint);
+    EXPECT_TRUE(IsWindowVisible(slider.Part(10005)));
+    EXPECT_FALSE(slider.Part(10004)) << "no arrows";
+    EXPECT_EQ(slider.Both(), std::pair(0.0, 100.0));
+    EXPECT_EQ(RectInParent(slider.Thumb()).top, 18);
+    EXPECT_EQ(slider.SetHPotLeftRange(3), 3);
+    slider.Fill(kPower);
+    EXPECT_EQ(RectInParent(slider.Part(10001)).left, edit.left);
+    EXPECT_EQ(slider.GetPower(), 50);
+    // Made and laid out at another zoom.
+    CKxGUILayoutManager::SetGuiZoom(1.5);
+    EXPECT_EQ(RectInParent(slider.Part(10001)).left, std::lround(edit.left * 1.5));
+    slider.Fill(kPower);
+    EXPECT_EQ(RectInParent(slider.Part(10001)).left, std::lround(edit.left * 1.5));
+    EXPECT_EQ(RectInParent(slider).right - RectInParent(slider).left, slider.GetWidth());
+    CKxGUILayoutManager::SetGuiZoom(1);
+    EXPECT_EQ(RectInParent(slider.Part(10001)).left, edit.left);
+    slider.m_editAtPosition = true;
+    slider.m_editX = 300;
+    slider.Fill(kPower, eColorSliderLayout_TwoRows);
+    EXPECT_FALSE(IsWindowVisible(slider.Part(10003)));
+    EXPECT_EQ(RectInParent(slider.Part(10001)).left, 300);
+}
+
+TEST(ColorSlider, LeavesNothingBehind) {
+    RecordingParent parent;
+    EXPECT_TRUE(NoGrowth(1000, [&] {
+        Slider slider;
+        slider.Make(parent.Window(), kPower);
+        slider.SetHorizontalRainbow(400, 700);
+        UpdateWindow(slider.Thumb());
+        slider.Fill(kRange, eColorSliderLayout_ColorPoint);
+        slider.SetRange(20, 30);
+        UpdateWindow(slider.Thumb());
+    }));
+}
+
+// ---- The virtual table ---------------------------------------------------------------------------------------------
+
+template <class Function>
+long SlotOf(Function function) {
+    long long words[sizeof(Function) / sizeof(long long)];
+    std::memcpy(words, &function, sizeof function);
+    return static_cast<long>((words[0] - 1) / static_cast<long long>(sizeof(void*))) - 1;
+}
+
+struct Slots : CKxDevUI_ColorSlider {
+    static std::vector<long> Own() {
+        using S = Slots;
+        return {SlotOf(&S::SetEnabled), SlotOf(&S::HandleMouseWheel), SlotOf(&S::OnInit), SlotOf(&S::OnCommand),
+                SlotOf(&S::OnScroll), SlotOf(&S::OnMouseWheel), SlotOf(&S::OnPowerChanged), SlotOf(&S::OnRangeChanged),
+                SlotOf(&S::OnLeftButtonUp)};
+    }
+};
+struct RangeSlots : CKxDevUI_ColorSlider::CKxDevUI_ColorSliderRangeHPot {
+    static long Own() { return SlotOf(&RangeSlots::OnRangeChanged); }
+};
+
+TEST(ColorSlider, AppendsItsVirtualsToTheContainers) {
+    EXPECT_EQ(Slots::Own(), (std::vector<long>{3, 18, 19, 21, 23, 28, 29, 30, 31}));
+    EXPECT_EQ(RangeSlots::Own(), 19);
+}
+
+}  // namespace

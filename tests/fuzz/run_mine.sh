@@ -1,0 +1,164 @@
+#!/usr/bin/env bash
+# Fuzzes the window-free code natively, with the address and undefined-behaviour sanitizers.
+#   tests/fuzz/run.sh [SECONDS]   each target for SECONDS (10), from its kept seeds; fails on a finding
+#   tests/fuzz/run.sh --prove     plants a fault into a copy of each source and fails unless the fuzzer finds it
+# A finding is written to build/fuzz/TARGET-...; once understood, it belongs into tests/fuzz/seeds/TARGET or a unit test.
+# Needs the Debian packages clang and libclang-rt-14-dev (libFuzzer and the sanitizers).
+set -euo pipefail
+root=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
+out=${KXDEVUI_BUILD_ROOT:-$root/build}/fuzz
+modules=$root/modules
+targets=(colorslider)
+
+# What each target is built from besides itself.
+sources() {
+  case $1 in
+  svg) echo modules/kxbaseui/kx_{path,raster,svg,svgstyle,svgvalues,xml}.cpp ;;
+  svgstring) echo modules/kxbaseui/kx_svgstring.cpp ;;
+  zstackrules) echo modules/kxdevices/kx_zstackrules.cpp ;;
+  editbox) echo kxdevui/controls/editbox_rules.cpp ;;
+  hpot) echo kxdevui/controls/hpot_{rules,ticks}.cpp ;;
+  colorslider) echo kxdevui/light/colorslider_rules.cpp kxdevui/controls/hpot_{rules,ticks}.cpp ;;
+  *) echo modules/kxsystem/kx_$1.cpp ;;
+  esac
+}
+
+# compile TARGET PROGRAM FOLDER : with the sources of the target as they are in FOLDER
+compile() {
+  local source files=()
+  for source in $(sources "$1"); do files+=("$3/$source"); done
+  clang++ -std=c++20 -O1 -g -Wall -Wextra -Werror -DKXSYSTEM_STATIC -DKXBASEUI_STATIC -DKXDEVICES_STATIC -DKXDEVUI_STATIC \
+    -I"$root" -I"$modules" \
+    -fsanitize=fuzzer,address,undefined -fno-sanitize-recover=all \
+    "$root/tests/fuzz/$1_fuzz.cpp" "${files[@]}" -o "$2"
+}
+
+# fuzz TARGET PROGRAM SECONDS : new inputs go into a throw-away corpus.
+fuzz() {
+  local target=$1 program=$2 seconds=$3 corpus=$out/corpus-$1
+  local options=(-max_len=400) seeds=("$root/tests/fuzz/seeds/$target")
+  rm -rf "$corpus"; mkdir -p "$corpus"
+  [ "$target" = catalogue ] && options+=(-dict="$root/tests/fuzz/po.dict")
+  if [ "$target" = svg ]; then
+    options=(-max_len=4000 -dict="$root/tests/fuzz/svg.dict")
+    seeds+=("$modules/baseresources/images")
+  fi
+  "$program" -max_total_time="$seconds" -timeout=10 -seed=1 -print_final_stats=1 "${options[@]}" \
+    -artifact_prefix="$program-" "$corpus" "${seeds[@]}" >"$program.log" 2>&1
+}
+
+run() {
+  local target program failed=0
+  for target in "${targets[@]}"; do
+    program=$out/$target
+    compile "$target" "$program" "$root"
+    if fuzz "$target" "$program" "$1"; then
+      echo "$target: $(awk '/number_of_executed_units/ { print $2 }' "$program.log") inputs in $1 s, no finding"
+    else
+      tail -40 "$program.log" >&2
+      echo "$target: a finding" >&2
+      failed=1
+    fi
+  done
+  return $failed
+}
+
+# The sed script that breaks a source, one line a fault.
+faults() {
+  case $1 in
+  number) cat <<'FAULTS'
+s/if (!fraction \&\& (c == L'\.' || c == L','))/if (c == L',' \&\& fraction) continue; else &/
+s/if (m_point + m_exponent > 0)/if (m_exponent > 0)/
+s/value = result + 0\.0/value = result/
+FAULTS
+  ;;
+  catalogue) cat <<'FAULTS'
+/void TakeString/,/^    }/s/if (m_rest.empty() || m_rest.front() == '\\n')/if (m_rest.empty()) return; else if (m_rest.front() == '\\n')/
+s/if (length == 0 || length > text.size())/if (length == 0)/
+s/m_rest\.remove_prefix(3);/m_rest.remove_prefix(4);/
+FAULTS
+  ;;
+  svg) cat <<'FAULTS'
+s/    return !m_rest\.empty();/    return true;/
+s/return std::clamp(at, 0\.0, static_cast<double>(m_width));/return m_width < 0 ? 0 : at;/
+s/255 - (above >> 24)/255/
+s/ || ++around\.depth > SvgLimits::Depth//
+s/std::min(position \* c_steps, c_steps - 1\.0)/position * c_steps/
+FAULTS
+  ;;
+  svgstring) cat <<'FAULTS'
+s/text\.find(sought, from)/text.find(sought, at + 1)/
+s/length > MaxLength/false/
+FAULTS
+  ;;
+  hpot) cat <<'FAULTS'
+s/std::trunc((value - scale.minimum) \/ scale.step + 0.5)/std::round((value - scale.minimum) \/ scale.step)/
+s/, 0, Count(scale) - 2);/, 0, Count(scale) - 1);/
+s/static_cast<long long>(held.index) + steps/held.index + steps/
+s/IsReversed(scale) ? value < bound : value > bound/value > bound/
+s/return each >= value;/return each > value;/
+s/at->left < each.right + space.labelGap/at->left < each.right/
+FAULTS
+  ;;
+  colorslider) cat <<'FAULTS'
+s/return std::abs(value - a) < std::abs(value - b);/return std::abs(value - a) <= std::abs(value - b);/
+s/if (value <= std::min(a, b)) return a < b;//
+s/minimum == heldMinimum ? GivesWay::Minimum/minimum != heldMinimum ? GivesWay::Minimum/
+s/static_cast<long long>(index) + steps/index + steps/
+s/std::min(minimum, maximum), 0, count/minimum, 0, count/
+s/ticks.back().position != tick.position/true/
+s/r.editHeight = std::clamp(r.editHeight, -1, kLargest);//
+FAULTS
+  ;;
+  editbox) cat <<'FAULTS'
+s/if (++count > kMostDigits)/if (++count > kMostDigits + 1)/
+s/ || rest != piece.c_str() + piece.size()//
+s/for (const double factor : {10.0, 5.0, 2.0, 1.0})/for (const double factor : {10.0, 5.0, 1.0})/
+s/if (steps != 0 \&\& moved == value)/if (false)/
+FAULTS
+  ;;
+  zstackrules) cat <<'FAULTS'
+s/ || PlanesIn(extent, step) != Nm{count}//
+s/std::clamp(\*stack.home, device.min, device.max)/*stack.home/
+s/std::max(reach.min, top - stack.Extent().value_or(0))/top - stack.Extent().value_or(0)/
+FAULTS
+  ;;
+  esac
+}
+
+prove() {
+  local target program source fault number changed failed=0
+  for target in "${targets[@]}"; do
+    number=0
+    while IFS= read -r fault; do
+      program=$out/faulty-$target-$((number += 1))
+      rm -rf "$program"-* "$program.sources"
+      changed=
+      for source in $(sources "$target"); do
+        mkdir -p "$(dirname "$program.sources/$source")"
+        sed "$fault" "$root/$source" >"$program.sources/$source"
+        cmp -s "$root/$source" "$program.sources/$source" || changed=yes
+      done
+      if [ -z "$changed" ]; then
+        echo "$target: the source has changed, fault $number has no place any more" >&2
+        failed=1
+        continue
+      fi
+      compile "$target" "$program" "$program.sources"
+      # A finding leaves its input behind; a program that could not even start does not.
+      if ! fuzz "$target" "$program" 60 && compgen -G "$program-*" >/dev/null; then
+        echo "$target: fault $number found"
+      else
+        echo "$target: fault $number was not found" >&2
+        failed=1
+      fi
+    done < <(faults "$target")
+  done
+  return $failed
+}
+
+mkdir -p "$out"
+case ${1:-} in
+--prove) prove ;;
+*) run "${1:-10}" ;;
+esac
