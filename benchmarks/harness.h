@@ -47,5 +47,6 @@ std::vector<Row> SliderRows();
 std::vector<Row> EditRows();
 std::vector<Row> RadioRows();
 std::vector<Row> TableRows();
+std::vector<Row> ColorSliderRows();
 
 }  // namespace kx::bench

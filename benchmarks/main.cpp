@@ -33,7 +33,7 @@ std::vector<Figure> MeasureAll(std::string_view only) {
     const Row same = kx::bench::SameWork();
     std::vector<Figure> figures{{same, same.measure()}};
     for (const auto rows : {kx::bench::FrameworkRows, kx::bench::SliderRows, kx::bench::EditRows, kx::bench::RadioRows,
-                            kx::bench::TableRows}) {
+                            kx::bench::TableRows, kx::bench::ColorSliderRows}) {
         for (const Row& row : rows()) {
             if (row.name.find(only) != std::string::npos) figures.push_back({row, row.measure()});
         }
