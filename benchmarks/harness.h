@@ -51,5 +51,6 @@ std::vector<Row> OpticsRows();
 std::vector<Row> ZStackRows();
 std::vector<Row> ShutterRows();
 std::vector<Row> ModeShutterRows();
+std::vector<Row> ColorSliderRows();
 
 }  // namespace kx::bench

@@ -156,6 +156,9 @@ protected:
 
     // The scale is to be made anew when it is painted next, which is not asked for here.
     void ScaleChanged();
+    // The scale as it was drawn last, selected into a DC of the slider's, to be changed in place; null when it is to be
+    // made anew, or has none.
+    HDC ScaleDC() const;
     // The scale as the default factories draw it: background, track, ticks, labels, marker.
     HBITMAP CreateScaleBitmap(bool enabled);
     // What the scale is drawn on. The brush is the parent's or the module's; null when the parent, asked for it, has
@@ -192,6 +195,8 @@ protected:
     bool m_transparent = true;
     bool m_aotf = false;
     bool m_followHover = true;
+    // The scale changes between where the thumb was and where it is.
+    bool m_thumbLeavesTrace = false;
     SKxDevUI_HPotMarker m_marker;
     int m_granularityCtrl = 1;
     int m_granularityPlain = 1;

@@ -88,6 +88,11 @@ void CKxDevUI_HPot::ScaleChanged() {
     if (WindowPart* part = Part()) part->scale.stale = true;
 }
 
+HDC CKxDevUI_HPot::ScaleDC() const {
+    const WindowPart* part = Part();
+    return part && !part->scale.stale ? part->scale.dc.get() : nullptr;
+}
+
 void CKxDevUI_HPot::RecreateScale() {
     if (!Part()) return;
     ScaleChanged();
@@ -188,6 +193,12 @@ void CKxDevUI_HPot::InvalidateThumb(UINT flags) const {
     if (!part) return;
     const RECT rect = ThumbRect();
     if (EqualRect(&rect, &part->shownRect) && ThumbLook() == part->shownLook) return;
+    if (m_thumbLeavesTrace) {
+        RECT way{};
+        UnionRect(&way, &rect, &part->shownRect);
+        RedrawWindow(m_hWnd, &way, nullptr, RDW_INVALIDATE | flags);
+        return;
+    }
     const kx::ui::Region places(CreateRectRgnIndirect(&rect)), before(CreateRectRgnIndirect(&part->shownRect));
     CombineRgn(places.get(), places.get(), before.get(), RGN_OR);
     RedrawWindow(m_hWnd, nullptr, places.get(), RDW_INVALIDATE | flags);

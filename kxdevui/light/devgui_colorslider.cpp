@@ -69,6 +69,8 @@ void CKxDevUI_ColorSlider::Init(int sliderWidth, int sliderHeight, SColorSliderV
     TakeTable(values, count);
     m_powerIndex = kx::colorslider::NearestEntry(m_power, m_values);
     if (!m_values.empty()) m_range = kx::colorslider::Snapped(m_range.minimum.value, m_range.maximum.value, m_values);
+    m_nameTextWidth = TextWidth(m_name);
+    m_unitTextWidth = TextWidth(m_unit);
     LayOut();
     m_width = m_layout.width;
     m_height = m_layout.height;
@@ -87,8 +89,7 @@ void CKxDevUI_ColorSlider::FillThumbs() {
     m_hpot.InitValues(m_values.data(), count, 0);
     m_hpot.SetTransparent(false);
     // The values make it a plain list, which would have the plain scale.
-    m_hpot.SetType(eHPotType_ColorSlider);
-    m_hpot.m_look = m_type;
+    m_hpot.Look(m_type, this);
 }
 
 void CKxDevUI_ColorSlider::SetHorizontalRainbow(double fromNm, double toNm) {
@@ -141,7 +142,7 @@ double CKxDevUI_ColorSlider::SetPower(double value, bool redraw) {
     if (!m_enabled) {
         m_scaleMustBeRebuilt = true;
     } else {
-        m_hpot.ScaleChanged();
+        m_hpot.LineChanged();
         if (redraw) m_hpot.Redraw();
     }
     return m_power;
@@ -169,7 +170,9 @@ std::optional<double> CKxDevUI_ColorSlider::AskPower(double value) {
 
 bool CKxDevUI_ColorSlider::SetRange(double minimum, double maximum) {
     if (m_values.empty() || !IsRange() || std::isnan(minimum) || std::isnan(maximum)) return false;
-    HoldRange(kx::colorslider::RangeFor(minimum, maximum, m_range.minimum.value, m_values));
+    const auto range = kx::colorslider::RangeFor(minimum, maximum, m_range.minimum.value, m_values);
+    m_rangeHPot.Take(range);
+    ShowRange(range);
     return true;
 }
 
@@ -178,23 +181,17 @@ void CKxDevUI_ColorSlider::GetRange(double* minimum, double* maximum) const {
     if (maximum) *maximum = m_range.maximum.value;
 }
 
-void CKxDevUI_ColorSlider::HoldRange(const kx::colorslider::Range& range) {
-    m_range = range;
-    m_rangeHPot.Take(range);
-    ShowRange();
-}
-
-// The numbers of the range held. False when a host that hears of the edits has ended this object.
-bool CKxDevUI_ColorSlider::ShowRange() {
+// What the thumbs show already. A host that hears of the edits may end this object.
+void CKxDevUI_ColorSlider::ShowRange(const kx::colorslider::Range& range) {
     const Alive alive(RootOf(this));
-    const auto [minimum, maximum] = m_range;
+    m_range = range;
+    const auto [minimum, maximum] = range;
     m_minimumEdit.SetNumber(minimum.value, m_numberFormat, false);
     if (alive) m_edit.SetNumber(maximum.value, m_numberFormat, false);
-    if (!alive) return false;
+    if (!alive) return;
     for (const HWND edit : {m_minimumEdit.GetEditWindow(), m_edit.GetEditWindow()}) {
         if (edit) UpdateWindow(edit);
     }
-    return static_cast<bool>(alive);
 }
 
 // ---- What the user commits by edit boxes and arrows ----------------------------------------------------------------

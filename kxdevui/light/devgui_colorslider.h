@@ -89,6 +89,7 @@ public:
         void Look(EColorSliderType type, CKxDevUI_ColorSlider* owner);
         void RenderStrip(HDC dc, HBITMAP bitmap, const RECT& strip);
         void Show(double value, bool redraw);
+        void LineChanged();
         void MoveBy(int steps);
 
         CKxDevUI_ColorSlider* m_owner = nullptr;
@@ -99,6 +100,7 @@ public:
         unsigned long m_line[2];
         bool m_lineOfScheme = true;
         bool m_lineFramed = false;
+        RECT m_strip{};  // of the scale that was drawn last
     };
 
     // ---- The two thumbs of the range type ----
@@ -207,6 +209,7 @@ public:
         void MoveThumb(kx::colorslider::Thumb thumb, int steps);
         void Place();
         void ScaleChanged();
+        void LineChanged();
         bool IsUsable() const;
         long& PositionOf(kx::colorslider::Thumb thumb);
         RECT ThumbRect(long position) const;
@@ -228,6 +231,7 @@ public:
         long m_trackLength = 0;
         long m_thumbSize = -1;
         SIZE m_thumbImage{};
+        RECT m_strip{};  // of the scale that was drawn last
         int m_granularityCtrl = 1;
         int m_granularityPlain = 1;
         int m_granularityShift = 5;
@@ -352,6 +356,7 @@ protected:
 private:
     bool IsRange() const noexcept { return m_type == eColorSliderType_Range; }
     bool HasPoint() const noexcept { return m_layoutType == eColorSliderLayout_ColorPoint && !IsRange(); }
+    static int TextWidth(const CKxStringW& text);
     void TakeTable(const SColorSliderValue* values, int count);
     void LayOut();
     void FillThumbs();
@@ -372,8 +377,7 @@ private:
     void PaintName(HDC dc, const RECT& area) const;
 
     std::optional<double> AskPower(double value);
-    void HoldRange(const kx::colorslider::Range& range);
-    bool ShowRange();
+    void ShowRange(const kx::colorslider::Range& range);
     void PowerTyped();
     void RangeTyped();
 
@@ -386,6 +390,8 @@ private:
     EColorSliderLayoutType m_layoutType = eColorSliderLayout_TwoRows;
     CKxStringW m_name;
     CKxStringW m_unit;
+    int m_nameTextWidth = 0;
+    int m_unitTextWidth = 0;
     CKxStringW m_numberFormat = L"%g";
     COLORREF m_pointColor = RGB(0, 0, 0);
     kx::colorslider::Layout m_layout;

@@ -23,6 +23,7 @@ Thumb::CKxDevUI_ColorSliderHPot() : m_line{eKxVorGuiColor_ScaleValue, eKxVorGuiC
 void Thumb::Look(EColorSliderType type, CKxDevUI_ColorSlider* owner) {
     m_owner = owner;
     m_look = type;
+    m_thumbLeavesTrace = type == eColorSliderType_LineDraw;
     // Also repaints.
     SetType(eHPotType_ColorSlider);
 }
@@ -71,6 +72,13 @@ void Thumb::Show(double value, bool redraw) {
     Update(true, false, redraw);
 }
 
+// All else on the scale stands still while the value moves, and takes much longer to draw.
+void Thumb::LineChanged() {
+    const HDC scale = m_look == eColorSliderType_LineDraw ? ScaleDC() : nullptr;
+    if (!scale || !m_enabled) return ScaleChanged();
+    RenderStrip(scale, nullptr, m_strip);
+}
+
 void Thumb::MoveBy(int steps) {
     if (!m_enabled) return;
     const double value = CalculateMove(steps);
@@ -105,7 +113,6 @@ void Thumb::OnHPotChange(double& value, bool& veto) {
     if (!alive) return;
     value = held;
     veto = false;
-    if (m_look == eColorSliderType_LineDraw) Redraw();
 }
 
 void Thumb::OnHPotDragDrop() {
@@ -131,7 +138,7 @@ HBITMAP Thumb::CreateColorSliderBitmap(bool enabled) {
     const Rows rows = RowsOf(ThumbRect(), m_trackLeft, m_trackLength, height, canvas.Client().bottom, canvas.Font());
 
     using namespace kx::colorslider;
-    RECT strip = rows.track;
+    RECT strip = m_strip = rows.track;
     if (m_look == eColorSliderType_VerticalRainbow && m_rows[2] != m_rows[3] && std::isfinite(m_rows[2] + m_rows[3])) {
         const auto at = [&](double value) {
             return m_trackLeft + std::clamp(ValueToThumbPos(value), 0L, m_trackLength);

@@ -14,16 +14,6 @@
 
 namespace {
 
-// The width that the layout counts with, whatever zoom and weight the text is shown in.
-int TextWidth(const CKxStringW& text) {
-    if (text.IsEmpty()) return 0;
-    const kx::ui::WindowDC screen(nullptr);
-    const kx::ui::Selection font(screen, KX_GetDefaultGuiFontZoom(1.0));
-    RECT box{0, 0, 9999, 9999};
-    DrawTextW(screen, text, -1, &box, DT_CALCRECT | DT_NOPREFIX);
-    return box.right - box.left;
-}
-
 void PlaceAt(HWND window, const kx::colorslider::Place& at) {
     if (window) SetWindowPos(window, nullptr, at.x, at.y, at.cx, at.cy, SWP_NOZORDER | SWP_NOACTIVATE);
 }
@@ -37,13 +27,23 @@ void Use(CKxDevUI_Base& control, int id, bool wanted) {
 
 }  // namespace
 
+// The width that the layout counts with, whatever zoom and weight the text is shown in.
+int CKxDevUI_ColorSlider::TextWidth(const CKxStringW& text) {
+    if (text.IsEmpty()) return 0;
+    const kx::ui::WindowDC screen(nullptr);
+    const kx::ui::Selection font(screen, KX_GetDefaultGuiFontZoom(1.0));
+    RECT box{0, 0, 9999, 9999};
+    DrawTextW(screen, text, -1, &box, DT_CALCRECT | DT_NOPREFIX);
+    return box.right - box.left;
+}
+
 void CKxDevUI_ColorSlider::LayOut() {
     m_layout = kx::colorslider::LayOut({.type = m_type,
                                         .layout = m_layoutType,
                                         .sliderWidth = m_sliderWidth,
                                         .sliderHeight = m_sliderHeight,
-                                        .nameTextWidth = TextWidth(m_name),
-                                        .unitTextWidth = TextWidth(m_unit),
+                                        .nameTextWidth = m_nameTextWidth,
+                                        .unitTextWidth = m_unitTextWidth,
                                         .showEdit = m_showEdit,
                                         .editWidth = m_editWidth,
                                         .editHeight = m_editHeight,
@@ -77,21 +77,18 @@ void CKxDevUI_ColorSlider::ArrangeThumbs() {
     CKxDevUI_Base& thumb = IsRange() ? static_cast<CKxDevUI_Base&>(m_rangeHPot) : m_hpot;
     Use(m_hpot, eColorSliderId_HPot, !IsRange());
     Use(m_rangeHPot, eColorSliderId_HPot, IsRange());
-    const bool isNew = !thumb;
-    if (isNew) {
-        thumb.SetEnabled(m_enabled);
-        if (!thumb.Create(m_hWnd, at.x, at.y, at.cx, at.cy, true, true)) return;
-        InsertElement(&thumb);
-        BeginThumbs();
-    }
     if (IsRange()) {
         m_rangeHPot.SetSize(at.cx, at.cy, m_layout.thumbSize);
     } else {
         m_hpot.SetSize(at.cx, at.cy, m_layout.thumbSize);
         m_hpot.SetHover(true);
-        if (isNew) kx::ui::Subclass(m_hpot, HPotProc, static_cast<CKxDevUI_Base*>(this));
     }
-    PlaceAt(thumb, at);
+    if (thumb) return PlaceAt(thumb, at);
+    thumb.SetEnabled(m_enabled);
+    if (!thumb.Create(m_hWnd, at.x, at.y, -1, -1, true, true)) return;
+    InsertElement(&thumb);
+    if (!IsRange()) kx::ui::Subclass(m_hpot, HPotProc, static_cast<CKxDevUI_Base*>(this));
+    BeginThumbs();
 }
 
 // A thumb that is new shows nothing yet, whatever power is held; a range begins as wide as can be.
@@ -108,15 +105,12 @@ void CKxDevUI_ColorSlider::BeginThumbs() {
 void CKxDevUI_ColorSlider::ArrangeEdit(CKxDevUI_EditBox& edit, int id, const kx::colorslider::Place& place) {
     Use(edit, id, place.IsWanted());
     if (!place.IsWanted()) return;
-    if (!edit) {
-        edit.Init(false, false, false);
-        edit.SetStyle(true);
-        edit.SetEnabled(m_enabled);
-        if (!edit.Create(m_hWnd, place.x, place.y, place.cx, place.cy, true, true)) return;
-        InsertElement(&edit);
-    }
     edit.SetSize(0, place.cx, place.cy);
-    PlaceAt(edit, place);
+    if (edit) return PlaceAt(edit, place);
+    edit.Init(false, false, false);
+    edit.SetStyle(true);
+    edit.SetEnabled(m_enabled);
+    if (edit.Create(m_hWnd, place.x, place.y, -1, -1, true, true)) InsertElement(&edit);
 }
 
 void CKxDevUI_ColorSlider::ArrangeEdits() {
@@ -149,22 +143,21 @@ void CKxDevUI_ColorSlider::ArrangeEdits() {
 
 HWND CKxDevUI_ColorSlider::ArrangeLabel(HWND label, int id, const kx::colorslider::Place& place, const CKxStringW& text,
                                         LONG type) {
-    if (!label && place.IsWanted()) {
-        const DWORD disabled = m_enabled ? 0 : WS_DISABLED;
-        label = CreateWindowExW(0, L"STATIC", nullptr, WS_CHILD | WS_VISIBLE | disabled, place.x, place.y, place.cx,
-                                place.cy, m_hWnd, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)),
-                                kx::ui::ModuleOf(WndProc), nullptr);
-        InsertWindow(label);
-    }
-    if (!label) return nullptr;
-    ShowWindow(label, place.IsWanted() ? SW_SHOWNA : SW_HIDE);
-    if (!place.IsWanted()) return label;
-    const LONG style = GetWindowLongW(label, GWL_STYLE) & ~LONG{SS_TYPEMASK};
     // Names may hold "&", which is no mark here.
-    SetWindowLongW(label, GWL_STYLE, style | type | SS_NOPREFIX);
-    SetWindowTextW(label, text);
-    PlaceAt(label, place);
-    InvalidateRect(label, nullptr, FALSE);
+    const LONG kind = type | SS_NOPREFIX;
+    if (!label && place.IsWanted()) {
+        const DWORD style = WS_CHILD | WS_VISIBLE | (m_enabled ? 0u : WS_DISABLED) | static_cast<DWORD>(kind);
+        label = CreateWindowExW(0, L"STATIC", text, style, place.x, place.y, place.cx, place.cy, m_hWnd,
+                                reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), kx::ui::ModuleOf(WndProc), nullptr);
+        InsertWindow(label);
+    } else if (label) {
+        ShowWindow(label, place.IsWanted() ? SW_SHOWNA : SW_HIDE);
+        const LONG others = GetWindowLongW(label, GWL_STYLE) & ~LONG{SS_TYPEMASK | SS_ENDELLIPSIS};
+        SetWindowLongW(label, GWL_STYLE, others | kind);
+        SetWindowTextW(label, text);
+        PlaceAt(label, place);
+        InvalidateRect(label, nullptr, FALSE);
+    }
     return label;
 }
 

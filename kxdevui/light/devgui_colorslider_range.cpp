@@ -220,7 +220,7 @@ void RangeThumbs::Update(bool fromValues, bool notify, bool redraw) {
         }
     }
     UpdatePixelsFromValues();
-    ScaleChanged();
+    LineChanged();
     if (redraw) Redraw();
 }
 
@@ -232,8 +232,7 @@ bool RangeThumbs::Ask(const Range& wanted) {
     if (!watch) return false;
     if (m_scale.values.empty() || std::isnan(minimum) || std::isnan(maximum)) return true;
     m_range = Ordered(kx::colorslider::Snapped(minimum, maximum, m_scale.values), GivesWay::Minimum);
-    UpdatePixelsFromValues();
-    if (m_owner && m_owner->IsRange()) m_owner->HoldRange(m_range);
+    if (m_owner && m_owner->IsRange()) m_owner->ShowRange(m_range);
     return static_cast<bool>(watch);
 }
 
@@ -260,8 +259,7 @@ void RangeThumbs::MoveThumb(Thumb thumb, int steps) {
     const Watch watch(this);
     Take(kx::colorslider::MovedRange(m_range, thumb, steps, m_scale.values));
     if (m_owner && m_owner->IsRange()) {
-        m_owner->m_range = m_range;
-        m_owner->ShowRange();
+        m_owner->ShowRange(m_range);
     }
     if (!watch) return;
     double minimum = m_range.minimum.value, maximum = m_range.maximum.value;
@@ -370,10 +368,7 @@ void RangeThumbs::OnMouseMove(const kx::ui::Message& message) {
     if (at.x == part->last.x && at.y == part->last.y) return;
     part->last = at;
     PositionOf(m_thumb) = kx::ui::Sum(part->start, kx::ui::Difference(at.x, part->press.x));
-    const Watch watch(this);
     Update(false, true, true);
-    // While the mouse moves there is no end of messages that come before a WM_PAINT.
-    if (watch) UpdateWindow(m_hWnd);
 }
 
 void RangeThumbs::OnLButtonUp(POINT at) {
@@ -388,7 +383,7 @@ void RangeThumbs::OnLButtonUp(POINT at) {
         PositionOf(m_thumb) = position;
         Update(false, true, true);
         if (!watch || !Ask(m_range)) return;
-        Redraw();
+        Update(true, false, true);
     }
     if (m_owner) m_owner->OnLeftButtonUp();
 }
@@ -412,8 +407,20 @@ void RangeThumbs::ScaleChanged() {
     if (WindowPart* part = Part()) part->scale.stale = true;
 }
 
+// All else on the scale stands still while the range moves, and takes much longer to draw.
+void RangeThumbs::LineChanged() {
+    const WindowPart* part = Part();
+    if (!part || part->scale.stale || !part->scale.dc || !IsWindowEnabled(m_hWnd)) return ScaleChanged();
+    RenderLineDrawRangeRect(part->scale.dc.get(), static_cast<int>(m_strip.left), static_cast<int>(m_strip.top),
+                            static_cast<int>(m_strip.right - m_strip.left),
+                            static_cast<int>(m_strip.bottom - m_strip.top));
+}
+
 void RangeThumbs::Redraw() {
-    if (Part()) InvalidateRect(m_hWnd, nullptr, FALSE);
+    const WindowPart* part = Part();
+    if (!part) return;
+    // While the mouse moves there is no end of messages that come before a WM_PAINT.
+    RedrawWindow(m_hWnd, nullptr, nullptr, RDW_INVALIDATE | (part->dragging ? UINT{RDW_UPDATENOW} : 0));
 }
 
 void RangeThumbs::RecreateScale() {
@@ -438,7 +445,7 @@ HBITMAP RangeThumbs::CreateColorSliderRangeBitmap() {
     const long height =
         std::clamp(CKxGUILayoutManager::Zoomed(static_cast<double>(nominal)), 0L, canvas.Client().bottom);
     const Rows rows = RowsOf(ThumbRect(0), m_trackLeft, m_trackLength, height, canvas.Client().bottom, canvas.Font());
-    const RECT& strip = rows.track;
+    const RECT& strip = m_strip = rows.track;
     RenderLineDrawRangeRect(canvas, static_cast<int>(strip.left), static_cast<int>(strip.top),
                             static_cast<int>(strip.right - strip.left), static_cast<int>(strip.bottom - strip.top));
     if (!enabled) kx::colorslider::Fade(canvas, {strip.left - 2, strip.top - 2, strip.right + 2, strip.bottom + 2});

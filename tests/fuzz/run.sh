@@ -109,7 +109,7 @@ s/minimum == heldMinimum ? GivesWay::Minimum/minimum != heldMinimum ? GivesWay::
 s/static_cast<long long>(index) + steps/index + steps/
 s/std::min(minimum, maximum), 0, count/minimum, 0, count/
 s/ticks.back().position != tick.position/true/
-s/r.editHeight = std::clamp(r.editHeight, -1, kLargest);//
+s/\*size = Size(\*size);/*size = *size;/
 FAULTS
   ;;
   editbox) cat <<'FAULTS'
