@@ -1,4 +1,4 @@
-// The demonstration host: kxdevhost [--tour DIR] [FILE], with a device configuration file
+// The demonstration host: kxdevhost [--tour DIR | --log FILE] [FILE], with a device configuration file
 #include <windows.h>
 
 #include <commctrl.h>
@@ -13,6 +13,7 @@
 #include "host_microscope.h"
 #include "main_window.h"
 #include "tour.h"
+#include "watcher.h"
 
 namespace {
 
@@ -33,6 +34,7 @@ void ShowLibraryLog() {
 
 struct CommandLine {
     std::wstring tour;    // folder; empty: no tour
+    std::wstring log;     // file of the log; empty: none, or the tour's
     std::wstring config;  // device configuration file; empty: none
 };
 
@@ -41,13 +43,18 @@ CommandLine ReadCommandLine() {
     wchar_t** arguments = CommandLineToArgvW(GetCommandLineW(), &count);
     CommandLine read;
     for (int i = 1; i < count; ++i) {
-        if (std::wstring(arguments[i]) == L"--tour") {
-            if (++i < count) read.tour = arguments[i];
+        const std::wstring argument = arguments[i];
+        const bool valued = i + 1 < count;
+        if (argument == L"--tour" && valued) {
+            read.tour = arguments[++i];
+        } else if (argument == L"--log" && valued) {
+            read.log = arguments[++i];
         } else {
-            read.config = arguments[i];
+            read.config = argument;
         }
     }
     LocalFree(arguments);
+    if (!read.tour.empty()) read.log = read.tour + L"\\callbacks.log";
     return read;
 }
 
@@ -60,7 +67,7 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, wchar_t*, int) {
 
     const CommandLine commandLine = ReadCommandLine();
     const std::wstring& folder = commandLine.tour;
-    if (!folder.empty() && !Log().OpenFile(folder + L"\\callbacks.log")) return 2;
+    if (!commandLine.log.empty() && !Log().OpenFile(commandLine.log)) return 2;
     ShowLibraryLog();
 
     const HostMicroscope microscope(commandLine.config);
@@ -68,7 +75,12 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, wchar_t*, int) {
     if (!window.Create(instance)) return 3;
     microscope.Tell();
     Tour tour(window, folder);
-    if (!folder.empty()) tour.Start();
+    Watcher watcher(window);
+    if (!folder.empty()) {
+        tour.Start();
+    } else if (!commandLine.log.empty()) {
+        watcher.Start();
+    }
 
     MSG message;
     while (GetMessageW(&message, nullptr, 0, 0) > 0) {
