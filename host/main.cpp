@@ -1,9 +1,11 @@
-// The demonstration host: kxdevhost [--tour DIR | --log FILE] [FILE], with a device configuration file
+// The demonstration host: kxdevhost [--tour DIR] [--log FILE] [--soak SECONDS --seed N] [FILE], with a device
+// configuration file
 #include <windows.h>
 
 #include <commctrl.h>
 #include <shellapi.h>
 
+#include <cwchar>
 #include <string>
 
 #include <kxsystem/kx_log.h>
@@ -12,6 +14,7 @@
 #include "event_log.h"
 #include "host_microscope.h"
 #include "main_window.h"
+#include "soak.h"
 #include "tour.h"
 #include "watcher.h"
 
@@ -35,6 +38,8 @@ void ShowLibraryLog() {
 struct CommandLine {
     std::wstring tour;    // folder; empty: no tour
     std::wstring log;     // file of the log; empty: none, or the tour's
+    int soak = 0;         // seconds; 0: no soak
+    unsigned seed = 1;    // of the soak
     std::wstring config;  // device configuration file; empty: none
 };
 
@@ -49,6 +54,10 @@ CommandLine ReadCommandLine() {
             read.tour = arguments[++i];
         } else if (argument == L"--log" && valued) {
             read.log = arguments[++i];
+        } else if (argument == L"--soak" && valued) {
+            read.soak = static_cast<int>(std::wcstol(arguments[++i], nullptr, 10));
+        } else if (argument == L"--seed" && valued) {
+            read.seed = static_cast<unsigned>(std::wcstoul(arguments[++i], nullptr, 10));
         } else {
             read.config = argument;
         }
@@ -85,8 +94,11 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, wchar_t*, int) {
     microscope.Tell();
     Tour tour(window, folder);
     Watcher watcher(window);
+    Soak soak(window, commandLine.soak, commandLine.seed);
     if (!folder.empty()) {
         tour.Start();
+    } else if (commandLine.soak > 0) {
+        soak.Start();
     } else if (!commandLine.log.empty()) {
         watcher.Start();
     }
@@ -100,5 +112,5 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, wchar_t*, int) {
         DispatchMessageW(&message);
     }
     CKxLogFile::SetSink(nullptr, nullptr);
-    return tour.Failed() ? 1 : 0;
+    return tour.Failed() || soak.Failed() ? 1 : 0;
 }
