@@ -24,7 +24,7 @@ constexpr int kMostGdiObjects = 3000;  // more than that over the beginning of a
 constexpr int kTimesGrown = 3;
 // Blocks come and go with texts of other lengths.
 constexpr long long kHeapSlack = 20;
-constexpr int kMostHomeTicks = 1000;
+constexpr int kMostHomeTicks = 1000, kSettleTicks = 20;
 
 void SendMouse(POINT screen, DWORD flags, int data = 0) {
     INPUT input{};
@@ -225,7 +225,10 @@ std::wstring Soak::UseDevice(kx::Random& random) {
     const int index = random.Below(static_cast<int>(devices.size())), what = random.Below(8);
     CKxSimDevice& device = *devices[static_cast<std::size_t>(index)];
     switch (what) {
-    case 0: device.Stop(); break;
+    case 0:
+        // Ports do not move, and so would never be known again.
+        if (&device != &m_window.Gallery().Lasers()) device.Stop();
+        break;
     case 1: device.SetFails(true); break;
     case 2: device.SetFails(false); break;
     default: Move(m_window.Gallery(), index, random.Between(-1, 9)); break;
@@ -270,16 +273,19 @@ bool Soak::LeaveModals() {
     info.cbSize = sizeof info;
     GetGUIThreadInfo(GetCurrentThreadId(), &info);
     if (info.flags & (GUI_INMENUMODE | GUI_POPUPMENUMODE | GUI_SYSTEMMENUMODE)) {
+        m_obstacle = L"a menu stays open";
         EndMenu();
         return false;
     }
     if (info.hwndCapture) {
+        m_obstacle = L"a window keeps the mouse";
         ReleaseCapture();
         return false;
     }
     if (IsWindowEnabled(m_window.Handle())) return true;
     // A box may have one answer alone, or none that means to cancel.
     constexpr std::array answers{IDCANCEL, IDOK, IDNO};
+    m_obstacle = L"a dialog stays open";
     const HWND dialog = GetLastActivePopup(m_window.Handle());
     PostMessageW(dialog, WM_COMMAND, static_cast<WPARAM>(answers[static_cast<std::size_t>(m_home) % 3]), 0);
     return false;
@@ -287,25 +293,29 @@ bool Soak::LeaveModals() {
 
 bool Soak::DevicesRest() {
     int i = 0;
-    bool rest = true;
     for (CKxSimDevice* device : Devices(m_window.Gallery())) {
-        const bool moving = device->Device().GetDeviceState() != eKxDeviceState_Ready;
-        if (moving) rest = false;
         device->SetFails(false);
-        if (moving && m_home % 50 == 0) Move(m_window.Gallery(), i, 0);
+        const EKxDeviceState state = device->Device().GetDeviceState();
+        if (state != eKxDeviceState_Ready) {
+            m_obstacle = L"device " + std::to_wstring(i) + L" is in state " + std::to_wstring(state);
+            if (state != eKxDeviceState_Moving) Move(m_window.Gallery(), i, 0);
+            return false;
+        }
         ++i;
     }
-    return rest;
+    return true;
 }
 
 bool Soak::ComeHome() {
     if (++m_home > kMostHomeTicks) {
-        Fail(L"there is no way home: a loop or a device does not come to its end");
+        Fail(L"there is no way home: " + m_obstacle);
         return false;
     }
-    if (!LeaveModals() || !DevicesRest()) return false;
-    if (m_home < kMostHomeTicks / 2) {
-        m_home = kMostHomeTicks / 2;
+    if (!LeaveModals() || !DevicesRest()) {
+        m_settled = 0;
+        return false;
+    }
+    if (m_settled == 0) {
         Command(MainWindow::cmdScheme + eKxColorScheme_System);
         Command(MainWindow::cmdZoom + 4);
         if (!SaysEnabled()) Command(MainWindow::cmdEnabled);
@@ -315,7 +325,7 @@ bool Soak::ComeHome() {
         SendMouse({1, 1}, 0);
     }
     // What was posted meanwhile is done first.
-    return m_home > kMostHomeTicks / 2 + 20;
+    return ++m_settled > kSettleTicks;
 }
 
 void Soak::Judge() {
@@ -341,7 +351,7 @@ void Soak::Judge() {
     if (m_warm && m_grown == 0) ++m_seed;
     m_warm = true;
     m_before = now;
-    m_step = m_home = 0;
+    m_step = m_home = m_settled = 0;
     if (GetTickCount64() >= m_end && m_rounds > 0 && m_grown == 0) {
         Log().Add(L"Soak", L"ended well after %d rounds", m_rounds);
         End();

@@ -55,6 +55,8 @@ private:
     std::uint64_t m_seed;
     ULONGLONG m_end = 0;
     int m_step = 0;
+    int m_settled = 0;  // steps at home
+    std::wstring m_obstacle;
     int m_home = 0;  // steps on the way home
     int m_rounds = 0;
     int m_grown = 0;  // how often the same round has left something behind
