@@ -29,7 +29,8 @@ until_true() {
   local what=$1 end=$((SECONDS + seconds)); shift
   until "$@"; do
     [ $SECONDS -lt $end ] || give_up "$what"
-    kill -0 "$host" 2>/dev/null || give_up "the host has ended; $what"
+    # Once more after its end: the last lines may have been written meanwhile.
+    kill -0 "$host" 2>/dev/null || "$@" || give_up "the host has ended; $what"
     sleep 0.03
   done
 }
@@ -169,10 +170,10 @@ drag Controls/Sliders/1522 30 80
 expect 'Interval: OnHPotChange\(.*\)' 'Interval: OnHPotDragDrop'
 changed interval Controls/Sliders/1522
 look gain Controls/Sliders/1521
-look interval Controls/Sliders/1522
+look number Controls/Sliders/1527
 keys Right
 expect 'Interval: OnHPotDragDrop'
-changed interval Controls/Sliders/1522
+changed number Controls/Sliders/1527
 unchanged gain Controls/Sliders/1521
 
 say "The zoom, there and back"
@@ -197,6 +198,6 @@ changed turret 'Optical path/Nosepiece/10204'
 
 say "The window manager closes the window"
 keys alt+F4
-expect 'Stand: OnDestroy' 'Optical path: OnDestroy'
+expect 'Stand: OnDestroy' 'Camera: OnDestroy'
 wait $host || give_up "the host has ended with $?"
 say "The host was used from outside for $((SECONDS - started)) s"
