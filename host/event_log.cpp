@@ -52,11 +52,14 @@ void EventLog::Add(const wchar_t* who, const wchar_t* format, ...) {
     va_end(arguments);
     m_lines.push_back(who + (L": " + text.str()));
     if (m_lines.size() > MostLines) m_lines.pop_front();
-    if (m_file) {
-        std::fputs((Utf8(m_lines.back()) + "\r\n").c_str(), m_file);
-        std::fflush(m_file);
-    }
+    Write(m_lines.back());
     if (m_viewer) m_viewer(m_lines.back());
+}
+
+void EventLog::Write(const std::wstring& line) {
+    if (!m_file) return;
+    std::fputs((Utf8(line) + "\r\n").c_str(), m_file);
+    std::fflush(m_file);
 }
 
 EventLog& Log() {

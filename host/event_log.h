@@ -22,6 +22,8 @@ public:
     void SetViewer(std::function<void(const std::wstring& line)> viewer) { m_viewer = std::move(viewer); }
 
     void Add(const wchar_t* who, const wchar_t* format, ...);
+    // A line for the file alone.
+    void Write(const std::wstring& line);
     void Clear() { m_lines.clear(); }
     const std::deque<std::wstring>& Lines() const { return m_lines; }
 

@@ -1,9 +1,11 @@
-// The demonstration host: kxdevhost [--tour DIR] [FILE], with a device configuration file
+// The demonstration host: kxdevhost [--tour DIR] [--log FILE] [--soak SECONDS --seed N] [FILE], with a device
+// configuration file
 #include <windows.h>
 
 #include <commctrl.h>
 #include <shellapi.h>
 
+#include <cwchar>
 #include <string>
 
 #include <kxsystem/kx_log.h>
@@ -12,7 +14,9 @@
 #include "event_log.h"
 #include "host_microscope.h"
 #include "main_window.h"
+#include "soak.h"
 #include "tour.h"
+#include "watcher.h"
 
 namespace {
 
@@ -33,6 +37,9 @@ void ShowLibraryLog() {
 
 struct CommandLine {
     std::wstring tour;    // folder; empty: no tour
+    std::wstring log;     // file of the log; empty: none, or the tour's
+    int soak = 0;         // seconds; 0: no soak
+    unsigned seed = 1;    // of the soak
     std::wstring config;  // device configuration file; empty: none
 };
 
@@ -41,14 +48,32 @@ CommandLine ReadCommandLine() {
     wchar_t** arguments = CommandLineToArgvW(GetCommandLineW(), &count);
     CommandLine read;
     for (int i = 1; i < count; ++i) {
-        if (std::wstring(arguments[i]) == L"--tour") {
-            if (++i < count) read.tour = arguments[i];
+        const std::wstring argument = arguments[i];
+        const bool valued = i + 1 < count;
+        if (argument == L"--tour" && valued) {
+            read.tour = arguments[++i];
+        } else if (argument == L"--log" && valued) {
+            read.log = arguments[++i];
+        } else if (argument == L"--soak" && valued) {
+            read.soak = static_cast<int>(std::wcstol(arguments[++i], nullptr, 10));
+        } else if (argument == L"--seed" && valued) {
+            read.seed = static_cast<unsigned>(std::wcstoul(arguments[++i], nullptr, 10));
         } else {
-            read.config = arguments[i];
+            read.config = argument;
         }
     }
     LocalFree(arguments);
+    if (!read.tour.empty()) read.log = read.tour + L"\\callbacks.log";
     return read;
+}
+
+// Enter on a panel's button: IsDialogMessage would name the button to the main window, which is not its parent.
+bool PressesButton(const MSG& message) {
+    if (message.message != WM_KEYDOWN || message.wParam != VK_RETURN) return false;
+    const LRESULT code = SendMessageW(message.hwnd, WM_GETDLGCODE, VK_RETURN, 0);
+    if (!(code & (DLGC_DEFPUSHBUTTON | DLGC_UNDEFPUSHBUTTON))) return false;
+    SendMessageW(message.hwnd, BM_CLICK, 0, 0);
+    return true;
 }
 
 }  // namespace
@@ -60,7 +85,7 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, wchar_t*, int) {
 
     const CommandLine commandLine = ReadCommandLine();
     const std::wstring& folder = commandLine.tour;
-    if (!folder.empty() && !Log().OpenFile(folder + L"\\callbacks.log")) return 2;
+    if (!commandLine.log.empty() && !Log().OpenFile(commandLine.log)) return 2;
     ShowLibraryLog();
 
     const HostMicroscope microscope(commandLine.config);
@@ -68,15 +93,24 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, wchar_t*, int) {
     if (!window.Create(instance)) return 3;
     microscope.Tell();
     Tour tour(window, folder);
-    if (!folder.empty()) tour.Start();
+    Watcher watcher(window);
+    Soak soak(window, commandLine.soak, commandLine.seed);
+    if (!folder.empty()) {
+        tour.Start();
+    } else if (commandLine.soak > 0) {
+        soak.Start();
+    } else if (!commandLine.log.empty()) {
+        watcher.Start();
+    }
 
     MSG message;
     while (GetMessageW(&message, nullptr, 0, 0) > 0) {
         // The panels are dialogs within this window: Tab and the arrow keys move between their controls.
+        if (PressesButton(message)) continue;
         if (IsWindow(window.Handle()) && IsDialogMessageW(window.Handle(), &message)) continue;
         TranslateMessage(&message);
         DispatchMessageW(&message);
     }
     CKxLogFile::SetSink(nullptr, nullptr);
-    return tour.Failed() ? 1 : 0;
+    return tour.Failed() || soak.Failed() ? 1 : 0;
 }

@@ -17,7 +17,6 @@
 
 namespace {
 
-constexpr int kStatusId = 1;
 constexpr UINT kZoomed = WM_APP + 1;
 constexpr UINT_PTR kDeviceTimer = 1;
 constexpr UINT kDeviceMilliseconds = 40;
@@ -62,7 +61,7 @@ bool MainWindow::Create(HINSTANCE instance) {
                                600, 640, nullptr, nullptr, instance, this);
     if (!m_window) return false;
     m_status = CreateWindowExW(0, L"STATIC", nullptr, WS_CHILD | WS_VISIBLE | SS_SUNKEN | SS_CENTERIMAGE, 0, 0, 0, 0,
-                               m_window, reinterpret_cast<HMENU>(static_cast<INT_PTR>(kStatusId)), instance, nullptr);
+                               m_window, reinterpret_cast<HMENU>(static_cast<INT_PTR>(StatusId)), instance, nullptr);
     SetStatusSink([this](const std::wstring& text) { Say(text); });
     BuildPages();
     SetTimer(m_window, kDeviceTimer, kDeviceMilliseconds, nullptr);

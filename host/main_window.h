@@ -25,6 +25,9 @@ public:
     static constexpr int cmdScheme = 400;    // + EKxColorScheme
     static constexpr int cmdPage = 500;      // + index of the page
 
+    // The child that is the status line.
+    static constexpr int StatusId = 1;
+
     bool Create(HINSTANCE instance);
     HWND Handle() const { return m_window; }
 
@@ -37,6 +40,7 @@ public:
     int CommandOf() {
         return cmdPage + static_cast<int>(IndexOf<P>());
     }
+    const std::vector<std::unique_ptr<Page>>& Pages() const { return m_pages; }
     GalleryDevices& Gallery() { return m_gallery; }
 
 private:

@@ -48,10 +48,11 @@ build() {
   cmake --build "$dir" "${targets[@]}" >"$log" 2>&1 || { cat "$log" >&2; die "building $preset failed"; }
 }
 
-# use_wine : exports what Wine needs and makes the prefix once. The prefix has a virtual desktop: without a window
-# manager, losing the focus would cancel captures, and hiding a managed window could wait for seconds.
+# use_wine [managed] : exports what Wine needs and makes the prefix once. The prefix has a virtual desktop: without a window
+# manager, losing the focus would cancel captures, and hiding a managed window could wait for seconds. `managed` chooses
+# another prefix, without that desktop, whose windows a window manager sees.
 use_wine() {
-  export WINEPREFIX=$build_root/wine WINEARCH=win64 WINEDEBUG=${WINEDEBUG:--all} WINEDLLOVERRIDES="mscoree,mshtml="
+  export WINEPREFIX=$build_root/wine${1:+-$1} WINEARCH=win64 WINEDEBUG=${WINEDEBUG:--all} WINEDLLOVERRIDES="mscoree,mshtml="
   KX_WINE=$(command -v wine64 || true)
   [ -n "$KX_WINE" ] || KX_WINE=/usr/lib/wine/wine64
   [ -x "$KX_WINE" ] || die "wine64 is not installed"
@@ -65,8 +66,10 @@ use_wine() {
     ln -sf /usr/share/wine/fonts/*.ttf "$WINEPREFIX/drive_c/windows/Fonts/"
     rm "$WINEPREFIX/drive_c/windows/Fonts/tahomabd.ttf"
     "$KX_WINE" wineboot -i >"$WINEPREFIX/wineboot.log" 2>&1 || { cat "$WINEPREFIX/wineboot.log" >&2; die "wineboot failed"; }
-    "$KX_WINE" reg add 'HKCU\Software\Wine\Explorer' /v Desktop /d Default /f >/dev/null 2>&1
-    "$KX_WINE" reg add 'HKCU\Software\Wine\Explorer\Desktops' /v Default /d 1280x1024 /f >/dev/null 2>&1
+    if [ "${1:-}" != managed ]; then
+      "$KX_WINE" reg add 'HKCU\Software\Wine\Explorer' /v Desktop /d Default /f >/dev/null 2>&1
+      "$KX_WINE" reg add 'HKCU\Software\Wine\Explorer\Desktops' /v Default /d 1280x1024 /f >/dev/null 2>&1
+    fi
     # The pictures must not depend on the machine: one smoothing, one set of fonts.
     "$KX_WINE" reg add 'HKCU\Control Panel\Desktop' /v FontSmoothing /d 2 /f >/dev/null 2>&1
     "$KX_WINE" reg add 'HKCU\Control Panel\Desktop' /v FontSmoothingType /t REG_DWORD /d 1 /f >/dev/null 2>&1

@@ -11,6 +11,9 @@ void Page::Build(HWND parent) {
     CKxGUILayoutManager::ResizeWindowToGuiZoom(m_hWnd, 1.0);
     Show();
     KX_FollowColorScheme(m_hWnd);
+#ifdef KX_PLANT_FAULT
+    CreateSolidBrush(RGB(1, 2, 3));  // nobody has it, nobody deletes it
+#endif
 }
 
 void Page::Add(CKxDevUI_Container& panel) {

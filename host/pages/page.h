@@ -19,6 +19,7 @@ public:
 
     // The panel under a point of the screen; null when there is none.
     CKxDevUI_Container* PanelAt(POINT screen);
+    const std::vector<CKxDevUI_Container*>& Panels() const { return m_panels; }
 
 protected:
     // Makes the panels, in unzoomed pixels, and tells of each by Add.

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # The storm on demand, longer than ctest's.
 #   tests/storm/run.sh [STEPS]   every control for STEPS steps (100000) from KX_STORM_SEED, or else a seed of the day
-#   tests/storm/run.sh --prove   builds the subjects with a planted fault and fails unless the storm finds it
+#   tests/storm/run.sh --prove   builds subjects and host with a planted fault and fails unless storm and soak find it
 # KX_STORM_PRESET chooses the build (mingw-release); mingw-debug traps undefined behaviour. KX_STORM_FILTER chooses the
 # controls (*). With KX_STORM_HEAP=1 the heap is checked after every step, with KX_STORM_TRACE=1 every step is named.
 set -u
@@ -37,13 +37,16 @@ prove() {
     (cd "$root" && cmake --preset mingw-release -B "$build_root/$preset" -DKXDEVUI_PLANT_FAULT=ON) \
       >"$build_root/$preset/build.log" 2>&1 || { cat "$build_root/$preset/build.log" >&2; die "configuring failed"; }
   fi
-  build "$preset" storm_test
+  build "$preset" storm_test kxdevhost
   use_wine
   log=$build_root/$preset/storm.log
   if storm "$preset" "$log"; then die "the storm has not found the planted fault"; fi
   grep -A2 'GDI objects' "$log" | grep -B1 -A1 'seed [0-9]*, step [0-9]*' ||
     { cat "$log" >&2; die "the storm has failed, but without naming the fault, seed and step"; }
-  say "The planted fault was found"
+  log=$build_root/$preset/soak.log
+  timeout 120 "$KX_WINE" "$build_root/$preset/bin/kxdevhost.exe" --soak 5 --seed 1 --log "Z:${log//\//\\}"
+  grep -A3 '^Soak: FAILED' "$log" | grep 'brush or pen' || die "the soak has not found the planted fault, see $log"
+  say "The planted faults were found"
 }
 
 case ${1:-} in

@@ -1,0 +1,203 @@
+#!/usr/bin/env bash
+# tests/e2e/run.sh : uses the host from outside, under a window manager, as a person does: the X server is given mouse and
+# keyboard input, the host's log and pictures of the screen tell what came of it.
+#
+# Where things stand the host tells (host/watcher.h); no place and no size is written here. With KX_E2E_BREAK=1 one
+# expectation is a wrong one, and the test has to fail.
+set -u
+source "$(dirname "${BASH_SOURCE[0]}")/../../scripts/common.sh"
+
+need_packages "${build_packages[@]}" "${runtime_packages[@]}" xdotool openbox imagemagick
+build mingw-release kxdevhost
+unset KX_OWN_DISPLAY
+use_wine managed
+out=$build_root/e2e
+rm -rf "$out"
+mkdir -p "$out"
+log=$out/host.log
+mark=0  # what is expected comes after this line of the log
+seconds=15
+
+give_up() {
+  import -silent -window root "$out/failed.png"
+  { printf 'The end of the log:\n'; grep -v '^Place' "$log" | tail -n 15; } >&2
+  die "$* (line ${BASH_LINENO[-2]}; $out/failed.png)"
+}
+
+# until_true WHAT COMMAND... : asks again until the command succeeds.
+until_true() {
+  local what=$1 end=$((SECONDS + seconds)); shift
+  until "$@"; do
+    [ $SECONDS -lt $end ] || give_up "$what"
+    # Once more after its end: the last lines may have been written meanwhile.
+    kill -0 "$host" 2>/dev/null || "$@" || give_up "the host has ended; $what"
+    sleep 0.03
+  done
+}
+
+# ---- The log ---------------------------------------------------------------------------------------------------------
+
+lines() { tr -d '\r' <"$log"; }
+find_line() {
+  local at; at=$(lines | tail -n +$((mark + 1)) | grep -nE -m1 -- "^($1)\$" | cut -d: -f1)
+  [ -n "$at" ] && mark=$((mark + at))
+}
+# Waits for lines in this order, each an extended regular expression for the whole line.
+expect() {
+  local line
+  for line in "$@"; do until_true "'$line' does not come" find_line "$line"; done
+}
+# From here on: what was in the log before does not count.
+from_now() { mark=$(wc -l <"$log"); }
+
+# ---- Places ----------------------------------------------------------------------------------------------------------
+
+# find_place NAME : sets x y w h as told last.
+find_place() {
+  local line
+  line=$(lines | awk -v "name=Place: $1 " '
+    /^Place: / { if (index($0, name) == 1) { rest = substr($0, length(name) + 1); if (split(rest, n, " ") == 4) now = rest } }
+    /^Places: told/ { told = now; now = "" }
+    END { print told }')
+  [ -n "$line" ] && read -r x y w h <<<"$line"
+}
+place() { until_true "nothing tells where '$1' is" find_place "$1"; }
+has_width() { find_place "$1" && [ "$w" -eq "$2" ]; }
+# point NAME [PERCENT] : the mouse goes there, PERCENT across.
+point() {
+  place "$1"
+  xdotool mousemove --sync $((x + w * ${2:-50} / 100)) $((y + h / 2))
+}
+
+# ---- Hands -----------------------------------------------------------------------------------------------------------
+
+click() { point "$@"; from_now; xdotool click 1; }
+wheel_up() { point "$1"; from_now; xdotool click 4; }
+keys() { from_now; xdotool key --delay 30 "$@"; }
+drag() {
+  local name=$1 from=$2 to=$3 i
+  point "$name" "$from"
+  from_now
+  xdotool mousedown 1
+  for i in 1 2 3 4; do point "$name" $((from + (to - from) * i / 4)); done
+  xdotool mouseup 1
+}
+menu() {
+  local entry
+  for entry in "$@"; do click "Menu/$entry"; done
+}
+
+# ---- Eyes ------------------------------------------------------------------------------------------------------------
+
+take() { import -silent -window root -crop "${w}x$h+$x+$y" +repage "$out/$1.png"; }
+# look NAME PLACE : keeps a picture of the place.
+look() { place "$2"; take "$1"; }
+differs() { take now; ! compare -metric AE "$out/$1.png" "$out/now.png" null: 2>/dev/null; }
+same() { ! differs "$1"; }
+changed() { place "$2"; until_true "'$2' looks as it did ($1.png)" differs "$1"; }
+unchanged() { place "$2"; until_true "'$2' does not look as it did ($1.png)" same "$1"; }
+
+# ---- The session -----------------------------------------------------------------------------------------------------
+
+openbox >"$out/openbox.log" 2>&1 &
+manager=$!
+host=$manager
+until_true "the window manager does not start" sh -c 'xdotool get_num_desktops >/dev/null 2>&1'
+"$KX_WINE" "$build_root/mingw-release/bin/kxdevhost.exe" --log "Z:${log//\//\\}" >"$out/wine.log" 2>&1 &
+host=$!
+started=$SECONDS
+until_true "the host writes no log" test -s "$log"
+expect 'Stand: OnInit.*' 'Microscope: .*' 'Places: told'
+until_true "the window manager does not give the host the focus" \
+  sh -c 'xdotool getactivewindow getwindowname 2>/dev/null | grep -q "Microscope panels"'
+
+say "Typing, Tab and arrows"
+click Stand/Camera/1001 80
+expect 'Focus: Stand/Camera/1001'
+keys End BackSpace BackSpace 5 5 period 5
+expect 'Camera: OnCommand id 1001 code 0x0300' 'Camera: OnCommand id 1001 code 0x0300'
+keys Tab
+expect 'Camera: OnCommand id 1001 code 0x0200' 'Focus: Stand/Camera/1002' 'Status: Exposure time 55.5 ms'
+keys Down
+expect 'Camera: OnCommand id 1002 code 0x0001' 'Status: Binning 2'
+look unchecked Stand/Camera/1003
+keys Tab
+expect 'Focus: Stand/Camera/1003'
+keys space
+expect 'Camera: OnCommand id 1003 code 0x0000' 'Status: Live image on'
+changed unchecked Stand/Camera/1003
+look unfocused Stand/Camera/1004
+keys Tab
+expect 'Focus: Stand/Camera/1004'
+changed unfocused Stand/Camera/1004
+keys shift+Tab
+expect 'Focus: Stand/Camera/1003'
+unchanged unfocused Stand/Camera/1004
+keys Tab
+expect 'Focus: Stand/Camera/1004'
+keys Return
+expect 'Camera: OnCommand id 1004 code 0x0000' 'Status: Image taken'
+
+say "A modal dialog"
+look host Host
+menu Devices 'Time series...'
+expect 'Time series: OnInit.*' 'Places: told'
+changed host Host
+click Dialog/1301 80
+keys End 2
+expect 'Time series: OnCommand id 1301 code 0x0300'
+click Dialog/1
+expect 'Time series: OnCommand id 1 code 0x0000' 'Time series: OnDestroy' \
+  "Status: Series of ${KX_E2E_BREAK:+9}102 images every 5 s planned"
+menu Devices 'Time series...'
+expect 'Time series: OnInit.*' 'Places: told'
+keys Escape
+expect 'Time series: OnCommand id 2 code 0x0000' 'Time series: OnDestroy' 'Status: Series cancelled'
+menu Devices 'Time series...'
+expect 'Time series: OnInit.*' 'Places: told'
+keys Return
+expect 'Time series: OnDestroy' 'Status: Series of 102 images every 5 s planned'
+
+say "Wheel and drag on the page of the controls"
+click Host/501
+expect 'Places: told'
+look exposure Controls/Sliders/1520
+wheel_up Controls/Sliders/1520
+expect 'Exposure: OnHPotDragDrop'
+changed exposure Controls/Sliders/1520
+look interval Controls/Sliders/1522
+drag Controls/Sliders/1522 30 80
+expect 'Interval: OnHPotChange\(.*\)' 'Interval: OnHPotDragDrop'
+changed interval Controls/Sliders/1522
+look gain Controls/Sliders/1521
+look number Controls/Sliders/1527
+keys Right
+expect 'Interval: OnHPotDragDrop'
+changed number Controls/Sliders/1527
+unchanged gain Controls/Sliders/1521
+
+say "The zoom, there and back"
+place Controls/Sliders/1520
+unzoomed=$w
+look exposure Controls/Sliders/1520
+look host Host
+menu Zoom '150 %'
+until_true "the zoom does not come to the sliders" has_width Controls/Sliders/1520 $((unzoomed * 3 / 2))
+changed host Host
+menu Zoom '100 %'
+until_true "the zoom does not come back" has_width Controls/Sliders/1520 "$unzoomed"
+unchanged exposure Controls/Sliders/1520
+
+say "The nosepiece"
+click Host/502
+expect 'Places: told'
+look turret 'Optical path/Nosepiece/10204'
+click 'Optical path/Nosepiece/10204'
+expect 'Nosepiece: OnPositionChangeRequest\(4\)' 'Status: The nosepiece turns' 'Status: Plan Apo 60x/1.40 Oil'
+changed turret 'Optical path/Nosepiece/10204'
+
+say "The window manager closes the window"
+keys alt+F4
+expect 'Stand: OnDestroy' 'Camera: OnDestroy'
+wait $host || give_up "the host has ended with $?"
+say "The host was used from outside for $((SECONDS - started)) s"
