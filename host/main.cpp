@@ -12,6 +12,7 @@
 #include "event_log.h"
 #include "host_microscope.h"
 #include "main_window.h"
+#include "settings_file.h"
 #include "tour.h"
 
 namespace {
@@ -63,9 +64,10 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, wchar_t*, int) {
     if (!folder.empty() && !Log().OpenFile(folder + L"\\callbacks.log")) return 2;
     ShowLibraryLog();
 
-    const HostMicroscope microscope(commandLine.config);
-    MainWindow window;
-    if (!window.Create(instance)) return 3;
+    HostMicroscope microscope(commandLine.config);
+    MainWindow window(microscope);
+    // A tour is the same whoever takes it.
+    if (!window.Create(instance, folder.empty() ? LoadSettings() : kx::host::Settings{})) return 3;
     microscope.Tell();
     Tour tour(window, folder);
     if (!folder.empty()) tour.Start();
@@ -78,5 +80,6 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, wchar_t*, int) {
         DispatchMessageW(&message);
     }
     CKxLogFile::SetSink(nullptr, nullptr);
+    if (folder.empty()) SaveSettings(window.CurrentSettings());
     return tour.Failed() ? 1 : 0;
 }

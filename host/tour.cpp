@@ -4,6 +4,7 @@
 
 #include "event_log.h"
 #include "main_window.h"
+#include "pages/stand_page.h"
 #include "picture.h"
 
 namespace {
@@ -161,6 +162,7 @@ void Tour::Picture(const wchar_t* name) {
 void Tour::Plan() {
     Do([this] { SetForegroundWindow(m_window.Handle()); });
     Picture(L"01-start");
+    TurnTo([this] { return m_window.CommandOf<StandPage>(); });
     PlanPanels();
     PlanDialog();
     PlanLooks();
@@ -168,6 +170,7 @@ void Tour::Plan() {
     PlanOptics();
     PlanZSeries();
     PlanLight();
+    PlanBench();
     Do([this] {
         Log().Add(L"Tour", m_failed ? L"ended with failures" : L"ended well");
         DestroyWindow(m_window.Handle());

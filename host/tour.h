@@ -39,6 +39,7 @@ private:
     void PlanZSeries();
     void PlanLight();
     void PlanShutters();
+    void PlanBench();
 
     void Do(std::function<void()> step);
     // Waits until the target can be seen.

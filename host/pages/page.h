@@ -20,6 +20,12 @@ public:
     // The panel under a point of the screen; null when there is none.
     CKxDevUI_Container* PanelAt(POINT screen);
 
+    // The window has this room for the page, in pixels of the screen. Here the page only moves there and keeps its
+    // size.
+    virtual void FitTo(const RECT& place);
+    // A turn of the wheel that no panel has used; true when the page has.
+    virtual bool Wheel(int) { return false; }
+
 protected:
     // Makes the panels, in unzoomed pixels, and tells of each by Add.
     virtual void Fill() = 0;
@@ -30,6 +36,8 @@ protected:
     void Place(CKxDevUI_Container& panel, const RECT& place);
 
     bool OnUser(int, int, HWND) override { return false; }
+    // In the order in which they were added.
+    const std::vector<CKxDevUI_Container*>& Panels() const { return m_panels; }
 
 private:
     std::vector<CKxDevUI_Container*> m_panels;
