@@ -5,18 +5,58 @@
 
 #include "resources/resource.h"
 
-DevicePanel::DevicePanel(const wchar_t* name)
-    : HostPanel(name), m_listener(CKxDeviceRegistry::AddListener([this](CDMApi_LogDevId device, EKxDeviceChange what) {
+namespace {
+
+bool s_hostRefuses = false;
+
+CKxStringW Text(const wchar_t* english) { return KX_GetTranslation(english, L"host"); }
+
+// Empty for a device that stands where it says.
+CKxStringW StateText(EKxDeviceState state) {
+    switch (state) {
+    case eKxDeviceState_Moving: return Text(L"moving...");
+    case eKxDeviceState_Unknown: return Text(L"position unknown");
+    case eKxDeviceState_Faulty: return Text(L"failed");
+    case eKxDeviceState_Ready: break;
+    }
+    return {};
+}
+
+}  // namespace
+
+DevicePanel::DevicePanel(const wchar_t* name, IKxDevice& device)
+    : HostPanel(name), m_device(device),
+      m_listener(CKxDeviceRegistry::AddListener([this](CDMApi_LogDevId id, EKxDeviceChange what) {
+          if (!m_hWnd || what == EKxDeviceChange::Removed || id != m_device.GetLogDevId()) return;
           const bool flags[] = {what == EKxDeviceChange::Structure, what != EKxDeviceChange::Position, true};
-          if (m_hWnd && what != EKxDeviceChange::Removed)
-              SendMessageW(m_hWnd, kx::ui::WM_KX_UPDATE_DEVICE_BAND, device, reinterpret_cast<LPARAM>(flags));
+          SendMessageW(m_hWnd, kx::ui::WM_KX_UPDATE_DEVICE_BAND, id, reinterpret_cast<LPARAM>(flags));
       })) {}
 
 DevicePanel::~DevicePanel() { CKxDeviceRegistry::RemoveListener(m_listener); }
 
+void DevicePanel::SetHostRefuses(bool refuses) { s_hostRefuses = refuses; }
+
+bool DevicePanel::HostRefuses() { return s_hostRefuses; }
+
+void DevicePanel::ShowState() {
+    CKxStringW caption = m_device.GetKey();
+    if (const CKxStringW state = StateText(m_device.GetDeviceState()); state.Length() > 0) {
+        caption.Format(200, L"%ls - %ls", m_device.GetKey().c_str(), state.c_str());
+    }
+    ShowCaption(caption);
+}
+
+void DevicePanel::TellRefused(const wchar_t* what) {
+    CKxStringW text;
+    text.Format(200, L"%ls: %ls", Text(what).c_str(),
+                Text(Refuses() ? L"the host refuses" : L"the device refuses").c_str());
+    Tell(text.str());
+}
+
 void DevicePanel::AddRefusal() {
-    AddChild(L"BUTTON", KX_GetTranslation(L"The host refuses", L"host"), WS_TABSTOP | BS_AUTOCHECKBOX, IDC_DEVICE_REFUSE,
-             6, m_height - 22, 140, 18);
+    if (!m_ownRefusal) return;
+    AddChild(L"BUTTON", Text(L"The host refuses"), WS_TABSTOP | BS_AUTOCHECKBOX, IDC_DEVICE_REFUSE, 6, m_height - 22,
+             140, 18);
 }
 
 bool DevicePanel::OnUser(int id, int code, HWND from) {
@@ -26,7 +66,9 @@ bool DevicePanel::OnUser(int id, int code, HWND from) {
 }
 
 void DevicePanel::OnUpdateDeviceBand(WPARAM wParam, LPARAM lParam) {
+    if (static_cast<CDMApi_LogDevId>(wParam) != m_device.GetLogDevId()) return;
     const auto* flags = reinterpret_cast<const bool*>(lParam);
     const Change position{false, false, true};
-    OnDevice(static_cast<CDMApi_LogDevId>(wParam), flags ? Change{flags[0], flags[1], flags[2]} : position);
+    OnDevice(flags ? Change{flags[0], flags[1], flags[2]} : position);
+    ShowState();
 }

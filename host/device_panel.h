@@ -1,4 +1,4 @@
-// A panel that shows devices: told of their changes as every window can be, by a message with the device's number.
+// A panel that shows one device: told of its changes as every window can be, by a message with the device's number.
 #pragma once
 
 #include <kxdevices/kx_simdevices.h>
@@ -7,10 +7,18 @@
 
 class DevicePanel : public HostPanel {
 public:
-    explicit DevicePanel(const wchar_t* name);
+    // The device has to outlive the panel.
+    DevicePanel(const wchar_t* name, IKxDevice& device);
     ~DevicePanel() override;
     DevicePanel(const DevicePanel&) = delete;
     DevicePanel& operator=(const DevicePanel&) = delete;
+
+    // Whether the host refuses whatever is asked for, on all panels of devices.
+    static void SetHostRefuses(bool refuses);
+    static bool HostRefuses();
+
+    // Whether the panel has a switch of its own that makes the host refuse; before it is filled. At first it has.
+    void SetOwnRefusal(bool own) { m_ownRefusal = own; }
 
 protected:
     // What has changed about a device; a message without flags means its position.
@@ -20,17 +28,26 @@ protected:
         bool position;
     };
 
-    // A device of the microscope has changed; which ones are meant for the panel is for it to say.
-    virtual void OnDevice(CDMApi_LogDevId device, const Change& change) = 0;
+    // The device has changed.
+    virtual void OnDevice(const Change& change) = 0;
+    // Shows the caption, which tells what the device is and whether it is on its way.
+    virtual void ShowCaption(const wchar_t* caption) = 0;
+
+    // Shows the caption that belongs to the state that the device is in: to be called when the panel has been filled.
+    void ShowState();
+    // Tells the user that the device stays as it is ("The filter stays as it is"), and why.
+    void TellRefused(const wchar_t* what);
 
     // The switch that makes the host refuse, at the panel's lower edge.
     void AddRefusal();
-    bool Refuses() const { return m_refuses; }
+    bool Refuses() const { return m_refuses || HostRefuses(); }
 
     bool OnUser(int id, int code, HWND from) override;
     void OnUpdateDeviceBand(WPARAM wParam, LPARAM lParam) override;
 
 private:
+    IKxDevice& m_device;
     int m_listener;
     bool m_refuses = false;
+    bool m_ownRefusal = true;
 };

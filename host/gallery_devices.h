@@ -7,8 +7,8 @@ class GalleryDevices {
 public:
     GalleryDevices();
 
-    // Lets time pass; what arrives tells the listeners of the registry.
-    void Tick() { m_devices.Tick(); }
+    // To be ticked from a timer; what arrives tells the listeners of the registry.
+    CKxSimMicroscope& Devices() { return m_devices; }
 
     CKxSimNosepiece& Nosepiece() { return m_nosepiece; }
     CKxSimFilterChanger& Emission() { return m_emission; }

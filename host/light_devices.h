@@ -14,6 +14,7 @@ public:
     LightDevices();
     // Lets time pass.
     void Tick() { m_devices.Tick(); }
+    CKxSimMicroscope& Devices() { return m_devices; }
 
     CKxSimShutter& Shutter(int index) { return *m_shutters[static_cast<std::size_t>(index)]; }
     // The smart one, with modes and an aperture.

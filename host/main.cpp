@@ -14,6 +14,7 @@
 #include "event_log.h"
 #include "host_microscope.h"
 #include "main_window.h"
+#include "settings_file.h"
 #include "soak.h"
 #include "tour.h"
 #include "watcher.h"
@@ -88,9 +89,11 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, wchar_t*, int) {
     if (!commandLine.log.empty() && !Log().OpenFile(commandLine.log)) return 2;
     ShowLibraryLog();
 
-    const HostMicroscope microscope(commandLine.config);
-    MainWindow window;
-    if (!window.Create(instance)) return 3;
+    HostMicroscope microscope(commandLine.config);
+    MainWindow window(microscope);
+    // What is driven by a program is the same whoever starts it.
+    const bool scripted = !folder.empty() || commandLine.soak > 0 || !commandLine.log.empty();
+    if (!window.Create(instance, scripted ? kx::host::Settings{} : LoadSettings())) return 3;
     microscope.Tell();
     Tour tour(window, folder);
     Watcher watcher(window);
@@ -112,5 +115,6 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, wchar_t*, int) {
         DispatchMessageW(&message);
     }
     CKxLogFile::SetSink(nullptr, nullptr);
+    if (!scripted) SaveSettings(window.CurrentSettings());
     return tour.Failed() || soak.Failed() ? 1 : 0;
 }

@@ -11,7 +11,9 @@
 #include <kxsystem/kx_locale.h>
 #include <kxsystem/kx_translation.h>
 
+#include "device_panel.h"
 #include "event_log.h"
+#include "light_devices.h"
 #include "pages/pages.h"
 #include "pages/stand_page.h"
 
@@ -20,7 +22,9 @@ namespace {
 constexpr UINT kZoomed = WM_APP + 1;
 constexpr UINT_PTR kDeviceTimer = 1;
 constexpr UINT kDeviceMilliseconds = 40;
-constexpr int kLogHeight = 200, kStatusHeight = 20, kBarHeight = 30, kPageButtonWidth = 104;  // unzoomed pixels
+constexpr int kLogHeight = 200, kStatusHeight = 20, kBarHeight = 30, kPageButtonWidth = 100;  // unzoomed pixels
+// Two columns of the microscope's page, and what the other pages need.
+constexpr int kWidth = 688, kHeight = kBarHeight + Page::Height + kStatusHeight + kLogHeight;
 
 CKxStringW Text(const wchar_t* english) { return KX_GetTranslation(english, L"host"); }
 
@@ -48,7 +52,15 @@ void AppendPopup(HMENU menu, HMENU popup, const wchar_t* text) {
 
 }  // namespace
 
-bool MainWindow::Create(HINSTANCE instance) {
+bool MainWindow::Create(HINSTANCE instance, const kx::host::Settings& settings) {
+    m_settings = settings;
+    if (m_settings.width == 0) m_settings.width = kWidth, m_settings.height = kHeight;
+    m_page = m_settings.page;
+    for (const Language& each : kLanguages) {
+        if (PRIMARYLANGID(each.id) == m_settings.language) CKxLocale::SetModuleLangId(each.id);
+    }
+    KX_SetColorScheme(static_cast<EKxColorScheme>(m_settings.scheme));
+    CKxGUILayoutManager::SetGuiZoom(m_settings.zoom / 100.0);
     WNDCLASSEXW description{};
     description.cbSize = sizeof description;
     description.style = CS_HREDRAW | CS_VREDRAW;
@@ -72,7 +84,8 @@ bool MainWindow::Create(HINSTANCE instance) {
 // ---- Building ------------------------------------------------------------------------------------------------------
 
 void MainWindow::BuildPages() {
-    m_pages = MakePages(m_gallery);
+    m_pages = MakePages(m_microscope, m_gallery);
+    if (m_page >= std::ssize(m_pages)) m_page = 0;
     for (const auto& page : m_pages) {
         page->Build(m_window);
         page->SetEnabled(m_enabled);
@@ -132,6 +145,7 @@ void MainWindow::BuildMenu() {
         Append(scheme, cmdScheme + i, Text(names[static_cast<std::size_t>(i)]), i == KX_GetColorScheme());
     }
     AppendPopup(menu, devices, Text(L"Devices"));
+    AppendPopup(menu, SimulationMenu(), Text(L"Simulation"));
     AppendPopup(menu, zoom, Text(L"Zoom"));
     AppendPopup(menu, language, Text(L"Language"));
     AppendPopup(menu, scheme, Text(L"Colours"));
@@ -140,35 +154,46 @@ void MainWindow::BuildMenu() {
     if (old) DestroyMenu(old);
 }
 
+HMENU MainWindow::SimulationMenu() const {
+    const HMENU menu = CreatePopupMenu();
+    const std::array names{L"The host refuses", L"The device decides", L"The devices are slow", L"The devices fail"};
+    for (std::size_t i = 0; i < names.size(); ++i)
+        Append(menu, cmdSimulation + static_cast<int>(i), Text(names[i]), m_simulation[i]);
+    AppendMenuW(menu, MF_SEPARATOR, 0, nullptr);
+    Append(menu, cmdSimulation + simStop, Text(L"Stop all"), false);
+    return menu;
+}
+
 // ---- Layout --------------------------------------------------------------------------------------------------------
 
 void MainWindow::FitToPages() {
-    RECT frame{0, 0, CKxGUILayoutManager::Zoomed(Page::Width),
-               CKxGUILayoutManager::Zoomed(kBarHeight + Page::Height + kStatusHeight) + kLogHeight};
+    RECT frame{0, 0, CKxGUILayoutManager::Zoomed(m_settings.width), CKxGUILayoutManager::Zoomed(m_settings.height)};
     AdjustWindowRectEx(&frame, static_cast<DWORD>(GetWindowLongW(m_window, GWL_STYLE)), TRUE, 0);
-    // On a small screen the log gives way.
+    // On a small screen the log gives way first.
     RECT work{}, own{};
     SystemParametersInfoW(SPI_GETWORKAREA, 0, &work, 0);
     GetWindowRect(m_window, &own);
-    SetWindowPos(m_window, nullptr, 0, 0, frame.right - frame.left,
+    m_fitting = true;
+    SetWindowPos(m_window, nullptr, 0, 0, std::min(frame.right - frame.left, work.right - own.left),
                  std::min(frame.bottom - frame.top, work.bottom - own.top), SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+    m_fitting = false;
     Layout();
 }
 
 void MainWindow::Layout() {
-    const auto zoomed = [](int pixels) { return CKxGUILayoutManager::Zoomed(pixels); };
+    const auto zoomed = [](int pixels) { return static_cast<int>(CKxGUILayoutManager::Zoomed(pixels)); };
     RECT client{};
     GetClientRect(m_window, &client);
+    const int status = zoomed(kStatusHeight), top = zoomed(kBarHeight);
+    const int room = std::max(0, static_cast<int>(client.bottom) - top - status);
+    const int page = std::max(room - zoomed(kLogHeight), std::min(room, zoomed(Page::Height)));
     for (int i = 0; i < static_cast<int>(m_pages.size()); ++i) {
         MoveWindow(m_pageButtons[static_cast<std::size_t>(i)], zoomed(8 + i * (kPageButtonWidth + 4)), zoomed(4),
                    zoomed(kPageButtonWidth), zoomed(kBarHeight - 6), TRUE);
-        SetWindowPos(*m_pages[static_cast<std::size_t>(i)], nullptr, 0, zoomed(kBarHeight), 0, 0,
-                     SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+        m_pages[static_cast<std::size_t>(i)]->FitTo({0, top, client.right, top + page});
     }
-    const int status = zoomed(kStatusHeight), top = zoomed(kBarHeight + Page::Height);
-    const int log = std::max(0L, client.bottom - top - status);
-    m_log.PlaceAt(0, top, client.right, log);
-    MoveWindow(m_status, 0, top + log, client.right, status, TRUE);
+    m_log.PlaceAt(0, top + page, client.right, room - page);
+    MoveWindow(m_status, 0, top + room, client.right, status, TRUE);
 }
 
 void MainWindow::Restyle() {
@@ -196,7 +221,9 @@ LRESULT CALLBACK MainWindow::WndProc(HWND window, UINT message, WPARAM wParam, L
 LRESULT MainWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
     case WM_SIZE:
-        if (!m_pages.empty()) Layout();
+        if (m_pages.empty() || wParam == SIZE_MINIMIZED) return 0;
+        Layout();
+        if (!m_fitting && wParam == SIZE_RESTORED) NoteSettings();
         return 0;
     case WM_ERASEBKGND: {
         RECT client{};
@@ -223,7 +250,10 @@ LRESULT MainWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
                   static_cast<int>(LOWORD(wParam)));
         return 0;
     case WM_MOUSEWHEEL: OnMouseWheel(wParam, lParam); return 0;
-    case WM_TIMER: m_gallery.Tick(); return 0;
+    case WM_TIMER:
+        m_gallery.Devices().Tick();
+        m_microscope.Devices().Tick();
+        return 0;
     case kx::ui::WM_KX_ZOOM_CHANGED:
         // When all windows have been told: before, the pane's would be zoomed once more.
         PostMessageW(m_window, kZoomed, 0, 0);
@@ -234,6 +264,10 @@ LRESULT MainWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
         FitToPages();
         return 0;
     case WM_DESTROY:
+        m_settings.zoom = static_cast<int>(std::lround(CKxGUILayoutManager::GetGuiZoom() * 100));
+        m_settings.scheme = KX_GetColorScheme();
+        m_settings.page = m_page;
+        DevicePanel::SetHostRefuses(false);
         KillTimer(m_window, kDeviceTimer);
         m_pages.clear();
         m_log.Destroy();
@@ -247,8 +281,9 @@ LRESULT MainWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
 void MainWindow::OnMouseWheel(WPARAM wParam, LPARAM lParam) {
     const POINT point{static_cast<short>(LOWORD(lParam)), static_cast<short>(HIWORD(lParam))};
     if (CKxDevUI_Container* panel = m_pages[static_cast<std::size_t>(m_page)]->PanelAt(point)) {
-        SendMessageW(*panel, kx::ui::WM_KX_MOUSE_WHEEL, wParam, lParam);
+        if (SendMessageW(*panel, kx::ui::WM_KX_MOUSE_WHEEL, wParam, lParam) != 0) return;
     }
+    m_pages[static_cast<std::size_t>(m_page)]->Wheel(GET_WHEEL_DELTA_WPARAM(wParam));
 }
 
 void MainWindow::OnCommand(int command) {
@@ -261,6 +296,8 @@ void MainWindow::OnCommand(int command) {
         BuildMenu();
     } else if (command == cmdExit) {
         DestroyWindow(m_window);
+    } else if (command >= cmdSimulation) {
+        Simulate(command - cmdSimulation);
     } else if (command >= cmdPage) {
         TurnTo(command - cmdPage);
     } else if (command >= cmdScheme) {
@@ -270,8 +307,40 @@ void MainWindow::OnCommand(int command) {
         for (const Language& each : kLanguages) {
             if (PRIMARYLANGID(each.id) == command - cmdLanguage) CKxLocale::SetModuleLangId(each.id);
         }
+        m_settings.language = command - cmdLanguage;
         BuildPages();
     } else if (command >= cmdZoom) {
         CKxGUILayoutManager::SetGuiZoom((command - cmdZoom) / 4.0);
+    }
+}
+
+// Remembers what the next run starts with; the size as it would be without zoom.
+void MainWindow::NoteSettings() {
+    RECT client{};
+    GetClientRect(m_window, &client);
+    m_settings.width = std::clamp(static_cast<int>(CKxGUILayoutManager::Unzoomed(client.right)), 300, 10000);
+    m_settings.height = std::clamp(static_cast<int>(CKxGUILayoutManager::Unzoomed(client.bottom)), 300, 10000);
+}
+
+void MainWindow::Simulate(int entry) {
+    constexpr unsigned kUsual = 150, kSlow = 1500;  // milliseconds a position
+    const auto on = [&]() -> bool& { return m_simulation[static_cast<std::size_t>(entry)]; };
+    if (entry < simStop) on() = !on();
+    for (CKxSimMicroscope* each : {&m_microscope.Devices(), &m_gallery.Devices(), &TheLight().Devices()}) {
+        if (entry == simSlow) each->SetSpeed(on() ? kSlow : kUsual);
+        if (entry == simFail) each->SetFails(on());
+        if (entry == simStop) each->Stop();
+    }
+    if (entry == simRefuse) DevicePanel::SetHostRefuses(on());
+    if (entry == simDeviceDecides) DecideByDevice(on());
+    BuildMenu();
+}
+
+void MainWindow::DecideByDevice(bool decides) {
+    std::vector<CDMApi_LogDevId> turrets = m_microscope.Roles().turrets;
+    turrets.push_back(m_gallery.Nosepiece().GetLogDevId());
+    for (const CDMApi_LogDevId id : turrets) {
+        kx::config::Simulated<CKxSimNosepiece>(id)->SetDeviceDriven(decides, false);
+        CKxDeviceRegistry::Notify(id, EKxDeviceChange::Structure);
     }
 }

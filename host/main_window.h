@@ -4,6 +4,7 @@
 
 #include <windows.h>
 
+#include <array>
 #include <memory>
 #include <string>
 #include <vector>
@@ -12,7 +13,9 @@
 
 #include "log_pane.h"
 #include "gallery_devices.h"
+#include "host_microscope.h"
 #include "pages/page.h"
+#include "rules/settings.h"
 
 class MainWindow {
 public:
@@ -20,15 +23,25 @@ public:
     static constexpr int cmdSeries = 100;
     static constexpr int cmdEnabled = 101;
     static constexpr int cmdExit = 102;
-    static constexpr int cmdZoom = 200;      // + percent / 25
-    static constexpr int cmdLanguage = 300;  // + primary language
-    static constexpr int cmdScheme = 400;    // + EKxColorScheme
-    static constexpr int cmdPage = 500;      // + index of the page
+    static constexpr int cmdZoom = 200;        // + percent / 25
+    static constexpr int cmdLanguage = 300;    // + primary language
+    static constexpr int cmdScheme = 400;      // + EKxColorScheme
+    static constexpr int cmdPage = 500;        // + index of the page
+    static constexpr int cmdSimulation = 600;  // + Simulation
 
     // The child that is the status line.
     static constexpr int StatusId = 1;
 
-    bool Create(HINSTANCE instance);
+    // The entries of the menu that says how all simulated devices behave.
+    enum Simulation { simRefuse, simDeviceDecides, simSlow, simFail, simStop };
+
+    // The microscope has to outlive the window.
+    explicit MainWindow(HostMicroscope& microscope) : m_microscope(microscope) {}
+
+    // Makes and shows the window as the settings want it.
+    bool Create(HINSTANCE instance, const kx::host::Settings& settings);
+    // The settings that the window has now, or had when it was closed.
+    const kx::host::Settings& CurrentSettings() const { return m_settings; }
     HWND Handle() const { return m_window; }
 
     // The page of the class P, and the menu command that turns to it; every page of pages/pages.cpp is there once.
@@ -42,6 +55,7 @@ public:
     }
     const std::vector<std::unique_ptr<Page>>& Pages() const { return m_pages; }
     GalleryDevices& Gallery() { return m_gallery; }
+    HostMicroscope& Microscope() { return m_microscope; }
 
 private:
     static LRESULT CALLBACK WndProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
@@ -56,6 +70,10 @@ private:
     void OnCommand(int command);
     void OnMouseWheel(WPARAM wParam, LPARAM lParam);
     void BuildMenu();
+    HMENU SimulationMenu() const;
+    void Simulate(int entry);
+    void DecideByDevice(bool decides);
+    void NoteSettings();
     void BuildPages();
     void BuildPageButtons();
     void TurnTo(int page);
@@ -67,9 +85,13 @@ private:
     HWND m_window = nullptr;
     LogPane m_log;
     HWND m_status = nullptr;
+    HostMicroscope& m_microscope;
     GalleryDevices m_gallery;
     std::vector<std::unique_ptr<Page>> m_pages;
     std::vector<HWND> m_pageButtons;
     int m_page = 0;
     bool m_enabled = true;
+    std::array<bool, simStop> m_simulation{false, true, false, false};
+    kx::host::Settings m_settings;
+    bool m_fitting = false;  // the window sizes itself
 };

@@ -4,6 +4,7 @@
 
 #include "event_log.h"
 #include "main_window.h"
+#include "pages/stand_page.h"
 #include "picture.h"
 
 namespace {
@@ -181,6 +182,7 @@ void Tour::Picture(const std::wstring& name) {
 void Tour::Plan() {
     Do([this] { SetForegroundWindow(m_window.Handle()); });
     Picture(L"01-start");
+    TurnTo([this] { return m_window.CommandOf<StandPage>(); });
     PlanPanels();
     PlanDialog();
     PlanLooks();
@@ -188,6 +190,7 @@ void Tour::Plan() {
     PlanOptics();
     PlanZSeries();
     PlanLight();
+    PlanBench();
     Do([this] {
         Log().Add(L"Tour", m_failed ? L"ended with failures" : L"ended well");
         DestroyWindow(m_window.Handle());

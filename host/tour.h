@@ -40,6 +40,7 @@ private:
     void PlanLight();
     void PlanShutters();
     void PlanModeShutter();
+    void PlanBench();
 
     void Do(std::function<void()> step);
     // Waits until the target can be seen.

@@ -16,6 +16,10 @@ void Page::Build(HWND parent) {
 #endif
 }
 
+void Page::FitTo(const RECT& place) {
+    SetWindowPos(m_hWnd, nullptr, place.left, place.top, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
 void Page::Add(CKxDevUI_Container& panel) {
     m_panels.push_back(&panel);
     InsertElement(&panel);

@@ -1,13 +1,15 @@
 #include "pages.h"
 
+#include "bench_page.h"
 #include "controls_page.h"
 #include "light_page.h"
 #include "optics_page.h"
 #include "stand_page.h"
 #include "zseries_page.h"
 
-std::vector<std::unique_ptr<Page>> MakePages(GalleryDevices& devices) {
+std::vector<std::unique_ptr<Page>> MakePages(HostMicroscope& microscope, GalleryDevices& devices) {
     std::vector<std::unique_ptr<Page>> pages;
+    pages.push_back(std::make_unique<BenchPage>(microscope));
     pages.push_back(std::make_unique<StandPage>());
     pages.push_back(std::make_unique<ControlsPage>());
     pages.push_back(std::make_unique<OpticsPage>(devices));

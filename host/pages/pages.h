@@ -7,6 +7,7 @@
 #include "page.h"
 
 class GalleryDevices;
+class HostMicroscope;
 
 // All pages, in the order of their buttons; the devices have to outlive them.
-std::vector<std::unique_ptr<Page>> MakePages(GalleryDevices& devices);
+std::vector<std::unique_ptr<Page>> MakePages(HostMicroscope& microscope, GalleryDevices& devices);

@@ -20,12 +20,12 @@ void FilterPanel::Fill() {
     if (!m_device.IsMotorized()) {
         AddChild(L"BUTTON", Text(L"Turn by hand"), WS_TABSTOP, IDC_CUBES_TURN, m_width - 116, m_height - 28, 108, 22);
     }
+    ShowState();
 }
 
-void FilterPanel::OnDevice(CDMApi_LogDevId device, const Change& change) {
-    if (device != m_device.GetLogDevId()) return;
+void FilterPanel::OnDevice(const Change& change) {
     m_wheel.Update(&m_device, change.structure, change.names, change.position);
-    Tell(m_wheel.GetFilterName(m_wheel.GetPosition()).str());
+    if (m_device.GetDeviceState() == eKxDeviceState_Ready) Tell(m_wheel.GetFilterName(m_wheel.GetPosition()).str());
 }
 
 bool FilterPanel::OnUser(int id, int code, HWND from) {
@@ -43,7 +43,11 @@ void FilterPanel::Asking::OnPositionChangeRequest(long position, bool& refuse) {
         return;
     }
     refuse = m_owner.Refuses() || !m_owner.m_device.MoveTo(position);
-    m_owner.Tell(Text(refuse ? L"The filter stays as it is" : L"The wheel turns").str());
+    if (refuse) {
+        m_owner.TellRefused(L"The filter stays as it is");
+    } else {
+        m_owner.Tell(Text(L"The wheel turns").str());
+    }
 }
 
 void FilterPanel::Asking::OnSetupRequest() { Log().Add(m_owner.Name(), L"OnSetupRequest()"); }

@@ -7,12 +7,14 @@
 
 class FilterPanel : public DevicePanel {
 public:
-    FilterPanel(const wchar_t* name, CKxSimFilterChanger& device) : DevicePanel(name), m_device(device), m_wheel(*this) {}
+    FilterPanel(const wchar_t* name, CKxSimFilterChanger& device)
+        : DevicePanel(name, device), m_device(device), m_wheel(*this) {}
     void Fill();
     CKxDevUI_FilterWheel& Panel() { return m_wheel; }
 
 protected:
-    void OnDevice(CDMApi_LogDevId device, const Change& change) override;
+    void OnDevice(const Change& change) override;
+    void ShowCaption(const wchar_t* caption) override { m_wheel.SetTitle(caption); }
     bool OnUser(int id, int code, HWND from) override;
 
 private:

@@ -18,10 +18,12 @@ void NosepiecePanel::Fill() {
     InsertWindow(m_turret);
     m_turret.Update(&m_device, true, true, true, true, false);
     AddRefusal();
+    ShowState();
 }
 
-void NosepiecePanel::OnDevice(CDMApi_LogDevId device, const Change& change) {
-    if (device != m_device.GetLogDevId()) return;
+void NosepiecePanel::OnDevice(const Change& change) {
+    // Who decides is read here, not by Update.
+    if (change.structure) m_turret.Init(&m_device);
     m_turret.Update(&m_device, change.structure, change.names, change.position, change.names, false);
     if (m_device.GetDeviceState() == eKxDeviceState_Faulty) Tell(Text(L"The nosepiece has failed").str());
     if (m_device.GetDeviceState() == eKxDeviceState_Ready) {
@@ -33,12 +35,13 @@ void NosepiecePanel::OnDevice(CDMApi_LogDevId device, const Change& change) {
 
 void NosepiecePanel::Asking::OnPositionChangeRequest(long position, bool& handled) {
     Log().Add(m_owner.Name(), L"OnPositionChangeRequest(%d)", static_cast<int>(position));
-    // The selection follows the turret, not the click.
-    handled = true;
-    if (m_owner.Refuses() || !m_owner.m_device.MoveTo(position)) {
-        m_owner.Tell(Text(L"The nosepiece stays where it is").str());
-    } else {
+    const bool turns = !m_owner.Refuses() && m_owner.m_device.MoveTo(position);
+    // The selection follows the turret, not the click; unless the turret leaves it to the panel.
+    handled = !turns || m_owner.m_device.IsDeviceDriven();
+    if (turns) {
         m_owner.Tell(Text(L"The nosepiece turns").str());
+    } else {
+        m_owner.TellRefused(L"The nosepiece stays where it is");
     }
 }
 

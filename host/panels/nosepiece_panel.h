@@ -7,12 +7,14 @@
 
 class NosepiecePanel : public DevicePanel {
 public:
-    explicit NosepiecePanel(CKxSimNosepiece& device) : DevicePanel(L"Nosepiece"), m_device(device), m_turret(*this) {}
+    explicit NosepiecePanel(CKxSimNosepiece& device)
+        : DevicePanel(L"Nosepiece", device), m_device(device), m_turret(*this) {}
     void Fill();
     CKxDevUI_Nosepiece& Panel() { return m_turret; }
 
 protected:
-    void OnDevice(CDMApi_LogDevId device, const Change& change) override;
+    void OnDevice(const Change& change) override;
+    void ShowCaption(const wchar_t* caption) override { m_turret.SetTitle(caption); }
 
 private:
     class Asking : public CKxDevUI_Nosepiece {

@@ -4,6 +4,7 @@
 #include <kxdevui/framework/devgui_messages.h>
 #include <kxsystem/kx_translation.h>
 
+#include "../device_panel.h"
 #include "../event_log.h"
 #include "../resources/resource.h"
 
@@ -59,7 +60,7 @@ void ShutterPanel::Refresh(CDMApi_LogDevId device) {
 
 bool ShutterPanel::Agrees(int index, bool open) {
     Log().Add(Shutter(index).GetTitle(), L"OnStateChangeRequest(%ls)", open ? L"open" : L"closed");
-    if (m_refuses) {
+    if (m_refuses || DevicePanel::HostRefuses()) {
         Tell(Text(L"The shutter stays as it is").str());
         return false;
     }

@@ -18,15 +18,20 @@ void SwitcherPanel::Fill(bool several) {
     InsertWindow(m_switch);
     m_switch.Update(m_device.GetLogDevId(), true, true, true);
     AddRefusal();
+    ShowState();
 }
 
-void SwitcherPanel::OnDevice(CDMApi_LogDevId device, const Change& change) {
-    if (device == m_device.GetLogDevId()) m_switch.Update(device, change.structure, change.names, change.position);
+void SwitcherPanel::OnDevice(const Change& change) {
+    m_switch.Update(m_device.GetLogDevId(), change.structure, change.names, change.position);
 }
 
 bool SwitcherPanel::Ask(long position) {
     const bool done = !Refuses() && m_ask(position);
-    Tell(Text(done ? L"The light path changes" : L"The light path stays as it is").str());
+    if (done) {
+        Tell(Text(L"The light path changes").str());
+    } else {
+        TellRefused(L"The light path stays as it is");
+    }
     return done;
 }
 

@@ -11,13 +11,14 @@ class SwitcherPanel : public DevicePanel {
 public:
     // `ask` moves the device to a position, or turns a port over; false when the device refuses.
     SwitcherPanel(const wchar_t* name, IKxDevice& device, std::function<bool(long)> ask)
-        : DevicePanel(name), m_device(device), m_ask(std::move(ask)), m_switch(*this) {}
+        : DevicePanel(name, device), m_device(device), m_ask(std::move(ask)), m_switch(*this) {}
     // `several` ports can be active at once.
     void Fill(bool several);
     CKxDevUI_Switcher& Panel() { return m_switch; }
 
 protected:
-    void OnDevice(CDMApi_LogDevId device, const Change& change) override;
+    void OnDevice(const Change& change) override;
+    void ShowCaption(const wchar_t* caption) override { m_switch.SetTitle(caption); }
 
 private:
     class Asking : public CKxDevUI_Switcher {

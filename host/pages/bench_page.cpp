@@ -1,0 +1,181 @@
+#include "bench_page.h"
+
+#include <algorithm>
+#include <type_traits>
+
+#include <kxbaseui/kx_layoutmanager.h>
+
+#include "../rules/flow.h"
+
+namespace {
+
+using kx::config::Simulated;
+
+constexpr int kWidth = 320, kGap = 8;  // of panels, unzoomed pixels
+
+int WheelHeight(long filters) {
+    const int rows = static_cast<int>((std::min(filters, 16L) + 7) / 8);
+    return 32 + 24 * std::max(rows, 1);
+}
+
+int SwitchHeight(long positions) {
+    const int rows = static_cast<int>((std::min(positions, 16L) + 3) / 4);
+    return 52 + 24 * (std::max(rows, 1) - 1);
+}
+
+}  // namespace
+
+// ---- Building ------------------------------------------------------------------------------------------------------
+
+template <class Panel, class... Arguments>
+void BenchPage::Put(int height, std::unique_ptr<Panel> panel, Arguments... arguments) {
+    Panel& filled = *panel;
+    m_panels.push_back(std::move(panel));
+    Place(filled, {0, 0, kWidth, height});
+    if constexpr (std::is_base_of_v<DevicePanel, Panel>) filled.SetOwnRefusal(false);
+    filled.Fill(arguments...);
+}
+
+void BenchPage::Fill() {
+    PutTurrets();
+    PutWheels();
+    PutSwitches();
+    PutFocus();
+    PutLight();
+}
+
+void BenchPage::PutTurrets() {
+    for (const CDMApi_LogDevId id : m_microscope.Roles().turrets)
+        Put(80, std::make_unique<NosepiecePanel>(*Simulated<CKxSimNosepiece>(id)));
+}
+
+void BenchPage::PutWheels() {
+    for (const CDMApi_LogDevId id : m_microscope.Roles().wheels) {
+        auto& wheel = *Simulated<CKxSimFilterChanger>(id);
+        Put(WheelHeight(wheel.GetFilterCount()), std::make_unique<FilterPanel>(L"Filter wheel", wheel));
+    }
+}
+
+void BenchPage::PutSwitches() {
+    for (const CDMApi_LogDevId id : m_microscope.Roles().lightPaths) {
+        auto& path = *Simulated<CKxSimLightPath>(id);
+        Put(SwitchHeight(path.GetPositionCount()),
+            std::make_unique<SwitcherPanel>(L"Light path", path, [&path](long i) { return path.MoveTo(i); }), false);
+    }
+    for (const CDMApi_LogDevId id : m_microscope.Roles().tirfMirrors) {
+        auto& mirror = *Simulated<CKxSimTIRFMirror>(id);
+        Put(SwitchHeight(2),
+            std::make_unique<SwitcherPanel>(L"TIRF mirror", mirror,
+                                            [&mirror](long i) { return mirror.MoveTo(i == 1); }),
+            false);
+    }
+    for (const auto& each : m_microscope.Roles().lasers) {
+        auto& laser = *Simulated<CKxSimLaserOutput>(each.id);
+        if (laser.GetPortCount() < 2) continue;
+        Put(SwitchHeight(laser.GetPortCount()),
+            std::make_unique<SwitcherPanel>(L"Laser ports", laser,
+                                            [&laser](long i) { return laser.SetPortUsed(i, true); }),
+            false);
+    }
+}
+
+void BenchPage::PutLight() {
+    for (const CDMApi_LogDevId id : m_microscope.Roles().shutters)
+        Put(36, std::make_unique<SingleShutterPanel>(*Simulated<CKxSimShutter>(id)));
+    for (const auto& each : m_microscope.Roles().lasers) {
+        auto& laser = *Simulated<CKxSimLaserOutput>(each.id);
+        if (laser.GetPortCount() > 1) continue;
+        Put(60, std::make_unique<LaserPanel>(laser, each.wavelength, each.power.minimum, each.power.maximum));
+    }
+}
+
+// The series is planned on the drive that focuses; other drives, such as a piezo, have no panel.
+void BenchPage::PutFocus() {
+    for (const auto& each : m_microscope.Roles().zDrives) {
+        if (each.id != m_microscope.Roles().focus) continue;
+        auto planned = std::make_unique<PlanPanel>();
+        auto focus =
+            std::make_unique<FocusPanel>(*Simulated<CKxSimZDrive>(each.id), each.direction,
+                                         [&plan = *planned](const CKxZStackData& series) { plan.Show(series); });
+        FocusPanel& filled = *focus;
+        PlanPanel& plan = *planned;
+        Place(filled, {0, 0, kWidth, 224});
+        Put(200, std::move(planned));
+        filled.SetOwnRefusal(false);
+        filled.Fill();
+        m_panels.push_back(std::move(focus));
+        plan.Show(filled.Plan());
+    }
+}
+
+// ---- Layout --------------------------------------------------------------------------------------------------------
+
+void BenchPage::FitTo(const RECT& place) {
+    SetWindowPos(m_hWnd, nullptr, place.left, place.top, place.right - place.left, place.bottom - place.top,
+                 SWP_NOZORDER | SWP_NOACTIVATE);
+    Arrange();
+}
+
+// The panels have their zoomed sizes already; only their places are chosen here.
+void BenchPage::Arrange() {
+    const auto& panels = Panels();
+    std::vector<kx::host::Size> sizes;
+    for (CKxDevUI_Container* panel : panels)
+        sizes.push_back({panel->GetWidth(), panel->GetHeight()});
+    RECT window{};
+    GetWindowRect(m_hWnd, &window);
+    // As if the scroll bar were always there: it must not come and go by what it does to the width.
+    const long width = window.right - window.left - GetSystemMetrics(SM_CXVSCROLL);
+    const long height = window.bottom - window.top;
+    const kx::host::Flow flow = kx::host::FlowIntoColumns(sizes, width, CKxGUILayoutManager::Zoomed(kGap));
+    m_content = flow.height;
+    m_scrolled = kx::host::ScrollPosition(m_scrolled, m_content, height);
+    SCROLLINFO info{sizeof info,
+                    SIF_ALL,
+                    0,
+                    static_cast<int>(m_content - 1),
+                    static_cast<UINT>(height),
+                    static_cast<int>(m_scrolled),
+                    0};
+    SetScrollInfo(m_hWnd, SB_VERT, &info, TRUE);
+    for (std::size_t i = 0; i < panels.size(); ++i)
+        SetWindowPos(*panels[i], nullptr, flow.places[i].x, flow.places[i].y - m_scrolled, 0, 0,
+                     SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+// ---- Scrolling -----------------------------------------------------------------------------------------------------
+
+void BenchPage::ScrollTo(long position) {
+    RECT client{};
+    GetClientRect(m_hWnd, &client);
+    const long scrolled = kx::host::ScrollPosition(position, m_content, client.bottom);
+    if (scrolled == m_scrolled) return;
+    m_scrolled = scrolled;
+    Arrange();
+}
+
+LRESULT BenchPage::OnScroll(UINT message, WPARAM wParam, LPARAM lParam, bool horizontal) {
+    if (horizontal || lParam != 0) return Page::OnScroll(message, wParam, lParam, horizontal);
+    const long line = CKxGUILayoutManager::Zoomed(32);
+    SCROLLINFO info{};
+    info.cbSize = sizeof info;
+    info.fMask = SIF_ALL;
+    GetScrollInfo(m_hWnd, SB_VERT, &info);
+    switch (LOWORD(wParam)) {
+    case SB_LINEUP: ScrollTo(m_scrolled - line); break;
+    case SB_LINEDOWN: ScrollTo(m_scrolled + line); break;
+    case SB_PAGEUP: ScrollTo(m_scrolled - static_cast<long>(info.nPage)); break;
+    case SB_PAGEDOWN: ScrollTo(m_scrolled + static_cast<long>(info.nPage)); break;
+    case SB_THUMBTRACK:
+    case SB_THUMBPOSITION: ScrollTo(info.nTrackPos); break;
+    case SB_TOP: ScrollTo(0); break;
+    case SB_BOTTOM: ScrollTo(m_content); break;
+    default: break;
+    }
+    return 1;
+}
+
+bool BenchPage::Wheel(int delta) {
+    ScrollTo(m_scrolled - MulDiv(CKxGUILayoutManager::Zoomed(96), delta, WHEEL_DELTA));
+    return true;
+}

@@ -1,0 +1,92 @@
+#include "focus_panel.h"
+
+#include <algorithm>
+
+#include <kxsystem/kx_translation.h>
+
+#include "../event_log.h"
+#include "../resources/resource.h"
+
+namespace {
+
+CKxStringW Text(const wchar_t* english) { return KX_GetTranslation(english, L"host"); }
+
+}  // namespace
+
+void FocusPanel::Fill() {
+    AddChild(L"STATIC", L"", SS_NOPREFIX, IDC_DEVICE_CAPTION, 8, 4, m_width - 16, 16);
+    double minimum = 0, maximum = 0;
+    m_device.GetRange(minimum, maximum);
+    m_record.AddZDevice(minimum, maximum, nullptr);
+    m_record.SetZDevice(0);
+    m_record.SetObjective(0.75, 1);
+    m_record.SetWavelength(525);
+    PlanFirstSeries(minimum, maximum);
+    m_stack.Create(m_hWnd, &m_record, 6, 22, 0, 0, true, true);
+    m_stack.EnableCube(true);
+    m_stack.AppendZDevice(m_device.GetKey(), false, static_cast<long>(m_device.GetLogDevId()), minimum, maximum,
+                          m_inverted, 0, true);
+    InsertWindow(m_stack.GetHandle());
+    ShowZ();
+    m_stack.UpdateGUI(CKxDevUI_ZStack::RefreshAll);
+    m_changed(m_held);
+    ShowState();
+}
+
+// Eleven planes around where the drive stands, as far as its range lets them.
+void FocusPanel::PlanFirstSeries(double minimum, double maximum) {
+    constexpr double kHalf = 10, kPlanes = 11;
+    double z = minimum;
+    m_device.GetPosition(z);
+    const double bottom = std::max(minimum, std::min(z - kHalf, maximum - 2 * kHalf));
+    const double top = std::min(maximum, bottom + 2 * kHalf);
+    if (top > bottom) {
+        m_record.SetTop(top, true);
+        m_record.SetBottom(bottom, true);
+        m_record.SetStep((top - bottom) / (kPlanes - 1));
+    }
+    m_held = m_record;
+}
+
+void FocusPanel::ShowZ() {
+    double z = 0;
+    if (m_device.GetPosition(z)) m_record.SetZPosition(0, z);
+}
+
+void FocusPanel::ShowCaption(const wchar_t* caption) { SetDlgItemTextW(m_hWnd, IDC_DEVICE_CAPTION, caption); }
+
+void FocusPanel::OnDevice(const Change&) {
+    ShowZ();
+    m_stack.UpdateGUI(CKxDevUI_ZStack::RefreshZ);
+}
+
+void FocusPanel::Asking::OnStepChanged(double step, bool typed) {
+    Log().Add(m_owner.Name(), L"OnStepChanged(%g, %d)", step, static_cast<int>(typed));
+}
+
+void FocusPanel::Asking::OnMoveZRequest(double z) {
+    Log().Add(m_owner.Name(), L"OnMoveZRequest(%g)", z);
+    if (m_owner.Refuses() || !m_owner.m_device.MoveTo(z)) {
+        m_owner.TellRefused(L"Z stays where it is");
+        return;
+    }
+    CKxStringW text;
+    text.Format(100, Text(L"Z moves to %.2f µm"), z);
+    m_owner.Tell(text.str());
+}
+
+// A refusal puts the record back to what is held; where Z stands is nobody's choice.
+void FocusPanel::Asking::OnZStackChanged(unsigned int flags) {
+    Log().Add(m_owner.Name(), L"OnZStackChanged(%u)", flags);
+    if (m_owner.Refuses()) {
+        m_owner.m_record = m_owner.m_held;
+        m_owner.ShowZ();
+        m_owner.TellRefused(L"The series stays as it is");
+        UpdateGUI(RefreshAll);
+        return;
+    }
+    m_owner.m_held = m_owner.m_record;
+    UpdateGUI(flags);
+    m_owner.Tell(Text(L"Series changed").str());
+    m_owner.m_changed(m_owner.m_held);
+}
