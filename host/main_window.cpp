@@ -174,10 +174,8 @@ void MainWindow::FitToPages() {
     RECT work{}, own{};
     SystemParametersInfoW(SPI_GETWORKAREA, 0, &work, 0);
     GetWindowRect(m_window, &own);
-    m_fitting = true;
     SetWindowPos(m_window, nullptr, 0, 0, std::min(frame.right - frame.left, work.right - own.left),
                  std::min(frame.bottom - frame.top, work.bottom - own.top), SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
-    m_fitting = false;
     Layout();
 }
 
@@ -224,7 +222,10 @@ LRESULT MainWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_SIZE:
         if (m_pages.empty() || wParam == SIZE_MINIMIZED) return 0;
         Layout();
-        if (!m_fitting && wParam == SIZE_RESTORED) NoteSettings();
+        return 0;
+    case WM_EXITSIZEMOVE:
+        // Only what the user has done: the menu's changes send WM_SIZE too.
+        if (!IsZoomed(m_window)) NoteSettings();
         return 0;
     case WM_ERASEBKGND: {
         RECT client{};
