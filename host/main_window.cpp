@@ -23,9 +23,9 @@ constexpr int kStatusId = 1;
 constexpr UINT kZoomed = WM_APP + 1;
 constexpr UINT_PTR kDeviceTimer = 1;
 constexpr UINT kDeviceMilliseconds = 40;
-constexpr int kLogHeight = 200, kStatusHeight = 20, kBarHeight = 30, kPageButtonWidth = 100;  // unzoomed pixels
-// Two columns of the microscope's page, and what the other pages need.
-constexpr int kWidth = 688, kHeight = kBarHeight + Page::Height + kStatusHeight + kLogHeight;
+constexpr int kLogHeight = 200, kStatusHeight = 20, kBarHeight = 30, kPageButtonWidth = 98;  // unzoomed pixels
+// The first size: two columns of the microscope's page, all of a small one in them.
+constexpr int kWidth = 688, kHeight = kBarHeight + 472 + kStatusHeight + kLogHeight;
 
 CKxStringW Text(const wchar_t* english) { return KX_GetTranslation(english, L"host"); }
 

@@ -40,8 +40,8 @@ void BenchPage::Fill() {
     PutTurrets();
     PutWheels();
     PutSwitches();
-    PutFocus();
     PutLight();
+    PutFocus();
 }
 
 void BenchPage::PutTurrets() {
