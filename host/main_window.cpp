@@ -22,9 +22,9 @@ namespace {
 constexpr UINT kZoomed = WM_APP + 1;
 constexpr UINT_PTR kDeviceTimer = 1;
 constexpr UINT kDeviceMilliseconds = 40;
-constexpr int kLogHeight = 200, kStatusHeight = 20, kBarHeight = 30, kPageButtonWidth = 100;  // unzoomed pixels
-// Two columns of the microscope's page, and what the other pages need.
-constexpr int kWidth = 688, kHeight = kBarHeight + Page::Height + kStatusHeight + kLogHeight;
+constexpr int kLogHeight = 200, kStatusHeight = 20, kBarHeight = 30, kPageButtonWidth = 98;  // unzoomed pixels
+// The first size: two columns of the microscope's page, all of a small one in them.
+constexpr int kWidth = 688, kHeight = kBarHeight + 472 + kStatusHeight + kLogHeight;
 
 CKxStringW Text(const wchar_t* english) { return KX_GetTranslation(english, L"host"); }
 
@@ -173,10 +173,8 @@ void MainWindow::FitToPages() {
     RECT work{}, own{};
     SystemParametersInfoW(SPI_GETWORKAREA, 0, &work, 0);
     GetWindowRect(m_window, &own);
-    m_fitting = true;
     SetWindowPos(m_window, nullptr, 0, 0, std::min(frame.right - frame.left, work.right - own.left),
                  std::min(frame.bottom - frame.top, work.bottom - own.top), SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
-    m_fitting = false;
     Layout();
 }
 
@@ -223,7 +221,10 @@ LRESULT MainWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_SIZE:
         if (m_pages.empty() || wParam == SIZE_MINIMIZED) return 0;
         Layout();
-        if (!m_fitting && wParam == SIZE_RESTORED) NoteSettings();
+        return 0;
+    case WM_EXITSIZEMOVE:
+        // Only what the user has done: the menu's changes send WM_SIZE too.
+        if (!IsZoomed(m_window)) NoteSettings();
         return 0;
     case WM_ERASEBKGND: {
         RECT client{};

@@ -93,5 +93,4 @@ private:
     bool m_enabled = true;
     std::array<bool, simStop> m_simulation{false, true, false, false};
     kx::host::Settings m_settings;
-    bool m_fitting = false;  // the window sizes itself
 };

@@ -40,8 +40,8 @@ void BenchPage::Fill() {
     PutTurrets();
     PutWheels();
     PutSwitches();
-    PutFocus();
     PutLight();
+    PutFocus();
 }
 
 void BenchPage::PutTurrets() {
@@ -120,6 +120,7 @@ void BenchPage::FitTo(const RECT& place) {
 void BenchPage::Arrange() {
     const auto& panels = Panels();
     std::vector<kx::host::Size> sizes;
+    sizes.reserve(panels.size());
     for (CKxDevUI_Container* panel : panels)
         sizes.push_back({panel->GetWidth(), panel->GetHeight()});
     RECT window{};

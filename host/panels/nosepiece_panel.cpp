@@ -25,6 +25,7 @@ void NosepiecePanel::OnDevice(const Change& change) {
     // Who decides is read here, not by Update.
     if (change.structure) m_turret.Init(&m_device);
     m_turret.Update(&m_device, change.structure, change.names, change.position, change.names, false);
+    if (change.structure || change.names) return;
     if (m_device.GetDeviceState() == eKxDeviceState_Faulty) Tell(Text(L"The nosepiece has failed").str());
     if (m_device.GetDeviceState() == eKxDeviceState_Ready) {
         CKxStringW name;

@@ -65,7 +65,7 @@ void Tour::PlanBench() {
     Click(objective(1));
     rest();
     simulate(MainWindow::simDeviceDecides);
-    Wheel([page] { return HWND{*page().First<PlanPanel>()}; }, -4);
+    Wheel([page] { return HWND{page().First<NosepiecePanel>()->Panel()}; }, -4);
     Picture(L"65-bench-scrolled");
     Menu(MainWindow::cmdScheme + eKxColorScheme_Dark);
     Menu(MainWindow::cmdZoom + 6);
