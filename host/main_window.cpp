@@ -122,6 +122,19 @@ void MainWindow::TurnTo(int page) {
                      0);
         m_pages[static_cast<std::size_t>(i)]->SetVisible(i == page);
     }
+    KeepFocusUsable();
+}
+
+// IsDialogMessage looks for the window with the focus among those that can be used, and would look for ever.
+void MainWindow::KeepFocusUsable() {
+    const HWND focus = GetFocus();
+    if (!IsChild(m_window, focus)) return;
+    for (HWND each = focus; each != m_window; each = GetParent(each)) {
+        const LONG style = GetWindowLongW(each, GWL_STYLE);
+        if ((style & WS_VISIBLE) && !(style & WS_DISABLED)) continue;
+        SetFocus(m_pageButtons[static_cast<std::size_t>(m_page)]);
+        return;
+    }
 }
 
 void MainWindow::BuildMenu() {
@@ -294,6 +307,7 @@ void MainWindow::OnCommand(int command) {
         m_enabled = !m_enabled;
         for (const auto& page : m_pages)
             page->SetEnabled(m_enabled);
+        KeepFocusUsable();
         BuildMenu();
     } else if (command == cmdExit) {
         DestroyWindow(m_window);

@@ -77,6 +77,7 @@ private:
     void BuildPages();
     void BuildPageButtons();
     void TurnTo(int page);
+    void KeepFocusUsable();
     void FitToPages();
     void Layout();
     void Restyle();

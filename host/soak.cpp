@@ -161,6 +161,9 @@ void Soak::TakeStep() {
     ++m_step;
     LockFileDialogs(m_window.Handle());
     const int kind = random.Below(20);
+    // Before it is taken as well, for one that does not come to its end.
+    Log().Write(L"Soak: begins seed " + std::to_wstring(m_seed) + L" step " + std::to_wstring(m_step) + L" kind " +
+                std::to_wstring(kind));
     const std::wstring done = kind < 8    ? UseMouse(random)
                               : kind < 12 ? UseKeys(random)
                               : kind < 14 ? UseMenu(random)
