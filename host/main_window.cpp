@@ -71,7 +71,8 @@ void MainWindow::BuildPages() {
     m_pages = {};
     m_stand = std::make_unique<StandPage>();
     m_controls = std::make_unique<ControlsPage>();
-    m_pages = {m_stand.get(), m_controls.get()};
+    m_light = std::make_unique<LightPage>();
+    m_pages = {m_stand.get(), m_controls.get(), m_light.get()};
     for (Page* page : m_pages) {
         page->Build(m_window);
         page->SetEnabled(m_enabled);
@@ -232,6 +233,7 @@ LRESULT MainWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
         m_pages = {};
         m_stand.reset();
         m_controls.reset();
+        m_light.reset();
         SetStatusSink(nullptr);
         PostQuitMessage(0);
         return 0;

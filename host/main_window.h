@@ -11,6 +11,7 @@
 #include <kxbaseui/kx_colors.h>
 
 #include "pages/controls_page.h"
+#include "pages/light_page.h"
 #include "pages/stand_page.h"
 
 class MainWindow {
@@ -28,6 +29,7 @@ public:
     HWND Handle() const { return m_window; }
     StandPage& Stand() { return *m_stand; }
     ControlsPage& Controls() { return *m_controls; }
+    LightPage& Light() { return *m_light; }
 
 private:
     static LRESULT CALLBACK WndProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
@@ -48,8 +50,9 @@ private:
     HWND m_status = nullptr;
     std::unique_ptr<StandPage> m_stand;
     std::unique_ptr<ControlsPage> m_controls;
-    std::array<Page*, 2> m_pages{};
-    std::array<HWND, 2> m_pageButtons{};
+    std::unique_ptr<LightPage> m_light;
+    std::array<Page*, 3> m_pages{};
+    std::array<HWND, 3> m_pageButtons{};
     int m_page = 0;
     bool m_enabled = true;
 };

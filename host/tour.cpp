@@ -158,6 +158,7 @@ void Tour::Plan() {
     PlanDialog();
     PlanLooks();
     PlanControls();
+    PlanLight();
     Do([this] {
         Log().Add(L"Tour", m_failed ? L"ended with failures" : L"ended well");
         DestroyWindow(m_window.Handle());
@@ -359,4 +360,55 @@ void Tour::PlanTable() {
     Key(VK_RETURN);
     Picture(L"19-table-refused");
     Click(refuses);
+}
+
+void Tour::PlanLight() {
+    const auto part = [this](int slider, int id) -> Find {
+        return [this, slider, id] { return GetDlgItem(m_window.Light().Colors().Slider(slider), id); };
+    };
+    const auto edit = [part](int slider, int id) -> Find {
+        return [box = part(slider, id)] { return GetWindow(box(), GW_CHILD); };
+    };
+    const Find refuses = [this] { return GetDlgItem(m_window.Light().Colors(), IDC_LIGHT_REFUSE); };
+    constexpr int thumb = 10000, box = 10001, minimum = 10005;
+    Menu(MainWindow::cmdPage + 2);
+    Await([this] { return HWND{m_window.Light()}; });
+    Drag(part(1, thumb), 30, 70);
+    Wheel(part(3, thumb), 2);
+    Click(edit(4, box));
+    Key(VK_END);
+    Key(VK_BACK);
+    Type(L"5");
+    Key(VK_RETURN);
+    Click(part(5, thumb));
+    Key(VK_RIGHT);
+    Drag(part(7, thumb), 33, 20);
+    Click(part(7, thumb));
+    Key(VK_LEFT);
+    Click(edit(7, minimum));
+    Picture(L"28-light");
+    Click(refuses);
+    Drag(part(1, thumb), 68, 20);
+    Wheel(part(6, thumb), 1);
+    Picture(L"28-light-refused");
+    Click(refuses);
+    Menu(MainWindow::cmdEnabled);
+    Picture(L"29-light-disabled");
+    Menu(MainWindow::cmdEnabled);
+    for (const int scheme : {eKxColorScheme_Dark, eKxColorScheme_HighContrast, eKxColorScheme_Light}) {
+        Menu(MainWindow::cmdScheme + scheme);
+        Picture(scheme == eKxColorScheme_Dark    ? L"30-light-dark"
+                : scheme == eKxColorScheme_Light ? L"32-light-light"
+                                                 : L"31-light-high-contrast");
+    }
+    Menu(MainWindow::cmdZoom + 6);
+    Picture(L"33-light-150");
+    Menu(MainWindow::cmdLanguage + LANG_GERMAN);
+    Picture(L"34-light-german-150");
+    Menu(MainWindow::cmdLanguage + LANG_ENGLISH);
+    Menu(MainWindow::cmdScheme + eKxColorScheme_Dark);
+    Menu(MainWindow::cmdZoom + 8);
+    Picture(L"35-light-dark-200");
+    Menu(MainWindow::cmdScheme + eKxColorScheme_System);
+    Menu(MainWindow::cmdZoom + 4);
 }

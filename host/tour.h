@@ -32,6 +32,7 @@ private:
     void PlanFields();
     void PlanRadio();
     void PlanTable();
+    void PlanLight();
     void TakeStep();
 
     void Do(std::function<void()> step);
