@@ -220,6 +220,14 @@ kx::ui::Handled CKxDevUI_ColorSlider::HandleName(const kx::ui::Message& message)
         // Nothing is left to paint for the procedure that gets it then, unless it has a DC to do so.
         return message.wParam == 0 ? std::nullopt : kx::ui::Handled(0);
     case WM_ERASEBKGND: return 1;
+    case WM_ENABLE:
+    case WM_SETFONT:
+    case WM_SETTEXT: {
+        // At these the platform's label paints without waiting for WM_PAINT.
+        const LRESULT result = kx::ui::CallPrevious(message);
+        InvalidateRect(message.window, nullptr, FALSE);
+        return result;
+    }
     default: return std::nullopt;
     }
 }

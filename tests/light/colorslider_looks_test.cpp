@@ -159,6 +159,31 @@ TEST(ColorSliderLooks, ShowNamesAsTheyAre) {
     }
 }
 
+TEST(ColorSliderLooks, ShowThePointInEachState) {
+    RecordingParent parent;
+    Slider slider;
+    slider.Fill(eColorSliderType_LineDraw, eColorSliderLayout_ColorPoint);
+    slider.SetPointColor(RGB(250, 20, 30));
+    slider.Create(parent.Window(), 0, 0, -1, -1, true, true);
+    const auto point = [&](int x) {
+        Pump();
+        return Picture::OnScreen(GetDlgItem(slider, 10003)).Pixel(x, 7);
+    };
+    // The label is 15 high: the point takes 11 pixels from 5 on, and black is around it.
+    EXPECT_EQ(point(10), RGB(250, 20, 30));
+    EXPECT_LT(GetRValue(point(6)), 120);
+    EXPECT_EQ(point(3), KX_GetSysColor(COLOR_3DFACE));
+    slider.SetName(L"Another");
+    EXPECT_EQ(point(10), RGB(250, 20, 30));
+    slider.SetEnabled(false);
+    const COLORREF pale = point(10);
+    EXPECT_NE(pale, RGB(250, 20, 30));
+    EXPECT_NE(pale, KX_GetSysColor(COLOR_3DFACE));
+    slider.SetEnabled(true);
+    slider.SetPointColor(RGB(1, 2, 200));
+    EXPECT_EQ(point(10), RGB(1, 2, 200));
+}
+
 // A gallery to be looked at, and each look another.
 TEST(ColorSliderLooks, ShowAllTypesAndLayouts) {
     RecordingParent parent(SIZE{1240, 800});
