@@ -190,6 +190,7 @@ void Tour::Plan() {
     PlanOptics();
     PlanZSeries();
     PlanLight();
+    PlanColors();
     PlanBench();
     Do([this] {
         Log().Add(L"Tour", m_failed ? L"ended with failures" : L"ended well");

@@ -38,6 +38,7 @@ private:
     void PlanOptics();
     void PlanZSeries();
     void PlanLight();
+    void PlanColors();
     void PlanShutters();
     void PlanModeShutter();
     void PlanBench();

@@ -1,6 +1,7 @@
 #include "pages.h"
 
 #include "bench_page.h"
+#include "color_page.h"
 #include "controls_page.h"
 #include "light_page.h"
 #include "optics_page.h"
@@ -14,6 +15,7 @@ std::vector<std::unique_ptr<Page>> MakePages(HostMicroscope& microscope, Gallery
     pages.push_back(std::make_unique<ControlsPage>());
     pages.push_back(std::make_unique<OpticsPage>(devices));
     pages.push_back(std::make_unique<LightPage>());
+    pages.push_back(std::make_unique<ColorPage>());
     pages.push_back(std::make_unique<ZSeriesPage>());
     return pages;
 }

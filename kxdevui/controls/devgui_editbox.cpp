@@ -247,7 +247,9 @@ void CKxDevUI_EditBox::Layout() {
 
 void CKxDevUI_EditBox::SetText(const wchar_t* text) {
     if (!text) text = L"";
-    if (m_edit && !(GetText() == text)) SetWindowTextW(m_edit, text);
+    if (!m_edit || GetText() == text) return;
+    m_textChanged = true;
+    SetWindowTextW(m_edit, text);
 }
 
 CKxStringW CKxDevUI_EditBox::GetText() const {
@@ -373,6 +375,24 @@ LRESULT CKxDevUI_EditBox::PaintField(const kx::ui::Message& message) {
         const int color = IsFocused() ? COLOR_HIGHLIGHT : enabled ? COLOR_BTNSHADOW : COLOR_3DLIGHT;
         FrameRect(dc, &field, KX_GetSysColorBrush(color));
     });
+}
+
+void CKxDevUI_EditBox::PaintNow() {
+    if (!m_edit || !std::exchange(m_textChanged, false)) return;
+    // The edit paints into any DC that it is given, without the platform's way round by an update region, which takes
+    // longer than all the rest. A caret would be painted over.
+    if (IsFocused()) {
+        UpdateWindow(m_edit);
+        return;
+    }
+    const HWND edit = m_edit;
+    const kx::ui::WindowDC dc(edit);
+    const auto background = reinterpret_cast<HBRUSH>(AnswerColor(dc, true));
+    kx::ui::Paint({edit, WM_PRINTCLIENT, reinterpret_cast<WPARAM>(static_cast<HDC>(dc)), PRF_CLIENT}, {}, background,
+                  [edit](HDC buffer, const RECT&) {
+                      SendMessageW(edit, WM_PRINTCLIENT, reinterpret_cast<WPARAM>(buffer), PRF_CLIENT);
+                  });
+    ValidateRect(edit, nullptr);
 }
 
 LRESULT CKxDevUI_EditBox::AnswerColor(HDC dc, bool field) const {

@@ -84,6 +84,10 @@ public:
     void SetText(const wchar_t* text);
     CKxStringW GetText() const;
 
+    // Paints a text that SetText or SetNumber has changed since the last call, at once, where a WM_PAINT would only
+    // come when nothing else is to be done: for a number that follows the mouse.
+    void PaintNow();
+
     // The number that the text begins with, in C's notation, of its first 100 characters; 0 when there is none.
     double GetNumber() const;
 
@@ -213,4 +217,6 @@ private:
     LRESULT PaintField(const kx::ui::Message& message);
     LRESULT AnswerColor(HDC dc, bool field) const;
     void LoseChildren();
+
+    bool m_textChanged = false;  // since PaintNow
 };

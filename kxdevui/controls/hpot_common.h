@@ -15,9 +15,9 @@ namespace kx::hpot {
 
 // Entries or units that one message moves.
 struct Granularity {
-    int ctrl;
-    int plain;
-    int shift;
+    int ctrl;   // with Ctrl held
+    int plain;  // with neither
+    int shift;  // with Shift held
 };
 
 // What the modifiers choose: Ctrl before Shift before none. The keys of a wheel message count beside those held now: a
@@ -38,6 +38,7 @@ using ColorTable = int[6][3];
 // `percent` of the way from one colour to another.
 COLORREF Mixed(COLORREF a, COLORREF b, int percent);
 
+// With a colour index.
 void Fill(HDC dc, const RECT& rect, int color);
 
 // Zoomed pixels, at least one.
@@ -49,9 +50,12 @@ long ZoomedLine(double pixels);
 // no client area or the platform no memory.
 class ScaleCanvas {
 public:
+    // For this window as it is now.
     explicit ScaleCanvas(HWND window);
+    // Whether there is a bitmap; the DC that it is selected into.
     explicit operator bool() const noexcept { return m_dc && m_bitmap; }
     operator HDC() const noexcept { return m_dc.get(); }
+    // The client area; the measures of the font; the bitmap, which stays the canvas's.
     const RECT& Client() const noexcept { return m_client; }
     const TEXTMETRICW& Font() const noexcept { return m_font; }
     HBITMAP Bitmap() const noexcept { return m_bitmap.get(); }
@@ -67,18 +71,20 @@ private:
 
 // A finished scale, ready to be copied.
 struct ScaleImage {
-    ui::Bitmap bitmap;
-    ui::MemoryDC dc;
-    SIZE size{};
+    ui::Bitmap bitmap;  // empty when there is no scale
+    ui::MemoryDC dc;    // it is selected into
+    SIZE size{};        // of it
     bool stale = true;  // something has changed since it was drawn
 
+    // In the place of the old one; empty for none.
     void Take(ui::Bitmap made);
+    // To the upper left corner.
     void CopyTo(HDC target) const;
 };
 
 // Where things stand below each other, from the track to the labels.
 struct Rows {
-    RECT track;
+    RECT track;       // behind the thumb
     long ticks;       // their top
     long tickLength;  // of the long ones
     long labels;      // their top; -1 when there is no room for them

@@ -188,10 +188,8 @@ void CKxDevUI_ColorSlider::ShowRange(const kx::colorslider::Range& range) {
     const auto [minimum, maximum] = range;
     m_minimumEdit.SetNumber(minimum.value, m_numberFormat, false);
     if (alive) m_edit.SetNumber(maximum.value, m_numberFormat, false);
-    if (!alive) return;
-    for (const HWND edit : {m_minimumEdit.GetEditWindow(), m_edit.GetEditWindow()}) {
-        if (edit) UpdateWindow(edit);
-    }
+    if (alive) m_minimumEdit.PaintNow();
+    if (alive) m_edit.PaintNow();
 }
 
 // ---- What the user commits by edit boxes and arrows ----------------------------------------------------------------

@@ -305,6 +305,9 @@ public:
     int SetHPotLeft(int x);
     int SetHPotLeftRange(int x);
 
+    // Whether Tab stops at the thumbs, and finds the edit boxes; at first not. The control's own window is then none of the
+    // stops.
+    void SetTabStop(bool stop);
     // Passed on to all inside; a line that has changed meanwhile is drawn anew.
     void SetEnabled(bool enable) override;
     // Forwarded to the thumb control.
@@ -365,6 +368,7 @@ private:
     // devgui_colorslider_parts.cpp
     void Arrange();
     void ArrangeThumbs();
+    void ArrangeTabStops();
     void BeginThumbs();
     void ArrangeEdits();
     void ArrangeLabels();
@@ -386,6 +390,7 @@ private:
     int m_editWidth = 0;
     bool m_showEdit = false;
     bool m_nameBold = false;
+    bool m_tabStop = false;
     EColorSliderType m_type = eColorSliderType_HorizontalRainbow;
     EColorSliderLayoutType m_layoutType = eColorSliderLayout_TwoRows;
     CKxStringW m_name;

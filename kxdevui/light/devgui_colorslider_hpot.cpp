@@ -113,6 +113,7 @@ void Thumb::OnHPotChange(double& value, bool& veto) {
     if (!alive) return;
     value = held;
     veto = false;
+    owner.m_edit.PaintNow();
 }
 
 void Thumb::OnHPotDragDrop() {

@@ -7,6 +7,7 @@
 #include <kxbaseui/kx_bitmappool.h>
 #include <kxbaseui/kx_colors.h>
 #include <kxbaseui/kx_fonts.h>
+#include <kxbaseui/kx_layoutmanager.h>
 #include <kxdevui/framework/devgui.h>
 #include <kxdevui/framework/ui_arithmetic.h>
 #include <kxdevui/framework/ui_gdi.h>
@@ -67,6 +68,7 @@ void CKxDevUI_ColorSlider::Arrange() {
     // The rest tells of itself as it is made and filled, which a host may hear.
     if (alive) ArrangeEdits();
     if (!alive) return;
+    if (m_tabStop) ArrangeTabStops();
     // All of it was laid out in unzoomed pixels.
     kx::ui::RegisterZoom(m_hWnd);
     SetFonts();
@@ -89,6 +91,20 @@ void CKxDevUI_ColorSlider::ArrangeThumbs() {
     InsertElement(&thumb);
     if (!IsRange()) kx::ui::Subclass(m_hpot, HPotProc, static_cast<CKxDevUI_Base*>(this));
     BeginThumbs();
+}
+
+void CKxDevUI_ColorSlider::SetTabStop(bool stop) {
+    m_tabStop = stop;
+    ArrangeTabStops();
+}
+
+// A dialog looks for stops in windows that say that they are parents of controls.
+void CKxDevUI_ColorSlider::ArrangeTabStops() {
+    const LONG others = GetWindowLongW(m_hWnd, GWL_EXSTYLE) & ~LONG{WS_EX_CONTROLPARENT};
+    SetWindowLongW(m_hWnd, GWL_EXSTYLE, others | (m_tabStop ? LONG{WS_EX_CONTROLPARENT} : 0));
+    CKxDevUI_Base::SetTabStop(!m_tabStop);
+    m_hpot.SetTabStop(m_tabStop);
+    m_rangeHPot.SetTabStop(m_tabStop);
 }
 
 // A thumb that is new shows nothing yet, whatever power is held; a range begins as wide as can be.
@@ -204,6 +220,14 @@ kx::ui::Handled CKxDevUI_ColorSlider::HandleName(const kx::ui::Message& message)
         // Nothing is left to paint for the procedure that gets it then, unless it has a DC to do so.
         return message.wParam == 0 ? std::nullopt : kx::ui::Handled(0);
     case WM_ERASEBKGND: return 1;
+    case WM_ENABLE:
+    case WM_SETFONT:
+    case WM_SETTEXT: {
+        // At these the platform's label paints without waiting for WM_PAINT.
+        const LRESULT result = kx::ui::CallPrevious(message);
+        InvalidateRect(message.window, nullptr, FALSE);
+        return result;
+    }
     default: return std::nullopt;
     }
 }
@@ -261,6 +285,8 @@ int CKxDevUI_ColorSlider::MoveParts(const CKxDevUI_Base& thumb, int x, std::init
     for (const HWND each : others) {
         if (each) move(each);
     }
+    // Moved on the screen: whoever lays out unzoomed pixels later must not take these for such.
+    CKxGUILayoutManager::ResizeWindowToGuiZoom(m_hWnd, CKxGUILayoutManager::GetGuiZoom());
     return static_cast<int>(offset);
 }
 

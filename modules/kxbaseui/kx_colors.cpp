@@ -139,7 +139,9 @@ HBRUSH KX_GetSysColorBrush(int index) {
 
 COLORREF KX_GetVorGuiColor(int entry) {
     switch (entry) {
-    case eKxVorGuiColor_ScaleValue: return KX_GetSysColor(COLOR_HOTLIGHT);
+    // On dark ground the selection's colour is too dim for a thin line.
+    case eKxVorGuiColor_ScaleValue:
+        return KX_GetSysColor(s_scheme == eKxColorScheme_Dark ? COLOR_HOTLIGHT : COLOR_HIGHLIGHT);
     case eKxVorGuiColor_ScaleRest: return KX_GetSysColor(COLOR_BTNSHADOW);
     default: return KX_GetSysColor(entry);
     }

@@ -112,6 +112,8 @@ until_true "the window manager does not give the host the focus" \
   sh -c 'xdotool getactivewindow getwindowname 2>/dev/null | grep -q "Microscope panels"'
 
 say "Typing, Tab and arrows"
+click Host/501
+expect 'Places: told'
 click Stand/Camera/1001 80
 expect 'Focus: Stand/Camera/1001'
 keys End BackSpace BackSpace 5 5 period 5
@@ -159,7 +161,7 @@ keys Return
 expect 'Time series: OnDestroy' 'Status: Series of 102 images every 5 s planned'
 
 say "Wheel and drag on the page of the controls"
-click Host/501
+click Host/502
 expect 'Places: told'
 look exposure Controls/Sliders/1520
 wheel_up Controls/Sliders/1520
@@ -189,7 +191,7 @@ until_true "the zoom does not come back" has_width Controls/Sliders/1520 "$unzoo
 unchanged exposure Controls/Sliders/1520
 
 say "The nosepiece"
-click Host/502
+click Host/503
 expect 'Places: told'
 look turret 'Optical path/Nosepiece/10204'
 click 'Optical path/Nosepiece/10204'

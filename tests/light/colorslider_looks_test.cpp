@@ -159,6 +159,58 @@ TEST(ColorSliderLooks, ShowNamesAsTheyAre) {
     }
 }
 
+// The number is painted at once, and no other than it would be with WM_PAINT.
+TEST(ColorSliderLooks, LetTheNumberFollowTheThumb) {
+    RecordingParent parent;
+    for (const auto type : {eColorSliderType_Gradient, eColorSliderType_Range}) {
+        for (const bool dark : {false, true}) {
+            KX_SetColorScheme(dark ? eKxColorScheme_Dark : eKxColorScheme_System);
+            Slider slider;
+            slider.Fill(type, eColorSliderLayout_TwoRows);
+            slider.Create(parent.Window(), 0, 0, -1, -1, true, true);
+            slider.SetPower(700, true);
+            slider.SetRange(400, 700);
+            const HWND box = GetDlgItem(slider, 10001), edit = ::GetWindow(box, GW_CHILD);
+            Pump();
+            const Picture before = Picture::OnScreen(box);
+            Press(slider.Thumb(), kTrackLeft + kTrack, kRow);
+            SendMessageW(slider.Thumb(), WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(kTrackLeft + kTrack / 3, kRow));
+            EXPECT_FALSE(GetUpdateRect(edit, nullptr, FALSE));
+            const Picture atOnce = Picture::OnScreen(box);
+            EXPECT_GT(atOnce.Differences(before), 5);
+            RedrawWindow(box, nullptr, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN);
+            EXPECT_EQ(Picture::OnScreen(box), atOnce);
+            Release();
+        }
+    }
+    KX_SetColorScheme(eKxColorScheme_System);
+}
+
+TEST(ColorSliderLooks, ShowThePointInEachState) {
+    RecordingParent parent;
+    Slider slider;
+    slider.Fill(eColorSliderType_LineDraw, eColorSliderLayout_ColorPoint);
+    slider.SetPointColor(RGB(250, 20, 30));
+    slider.Create(parent.Window(), 0, 0, -1, -1, true, true);
+    const auto point = [&](int x) {
+        Pump();
+        return Picture::OnScreen(GetDlgItem(slider, 10003)).Pixel(x, 7);
+    };
+    // The label is 15 high: the point takes 11 pixels from 5 on, and black is around it.
+    EXPECT_EQ(point(10), RGB(250, 20, 30));
+    EXPECT_LT(GetRValue(point(6)), 120);
+    EXPECT_EQ(point(3), KX_GetSysColor(COLOR_3DFACE));
+    slider.SetName(L"Another");
+    EXPECT_EQ(point(10), RGB(250, 20, 30));
+    slider.SetEnabled(false);
+    const COLORREF pale = point(10);
+    EXPECT_NE(pale, RGB(250, 20, 30));
+    EXPECT_NE(pale, KX_GetSysColor(COLOR_3DFACE));
+    slider.SetEnabled(true);
+    slider.SetPointColor(RGB(1, 2, 200));
+    EXPECT_EQ(point(10), RGB(1, 2, 200));
+}
+
 // A gallery to be looked at, and each look another.
 TEST(ColorSliderLooks, ShowAllTypesAndLayouts) {
     RecordingParent parent(SIZE{1240, 800});

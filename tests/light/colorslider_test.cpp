@@ -412,12 +412,17 @@ TEST(ColorSlider, PlacesItsParts) {
 
 TEST(ColorSlider, LeavesNothingBehind) {
     RecordingParent parent;
+    std::vector<SColorSliderValue> table = Tens();
+    const auto fill = [&](Slider& slider, EColorSliderType type, EColorSliderLayoutType layout) {
+        slider.Init(40, 5, table.data(), 11, L"Lamp", true, L"%", L"%g", true, type, layout, 30);
+    };
     EXPECT_TRUE(NoGrowth(1000, [&] {
         Slider slider;
-        slider.Make(parent.Window(), kPower);
-        slider.SetHorizontalRainbow(400, 700);
+        fill(slider, eColorSliderType_HorizontalRainbow, eColorSliderLayout_OneRowSpin);
+        slider.Create(parent.Window(), 0, 0, -1, -1, true, true);
+        slider.SetPower(20, true);
         UpdateWindow(slider.Thumb());
-        slider.Fill(kRange, eColorSliderLayout_ColorPoint);
+        fill(slider, kRange, eColorSliderLayout_ColorPoint);
         slider.SetRange(20, 30);
         UpdateWindow(slider.Thumb());
     }));

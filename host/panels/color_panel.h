@@ -1,0 +1,55 @@
+// Colour sliders: a column of laser lines in their own colours, a lamp and a wavelength, a line with its colour before
+// the name, and the band that the detector takes.
+#pragma once
+
+#include <array>
+
+#include <kxdevui/light/devgui_colorslider.h>
+
+#include "../host_panel.h"
+
+class ColorPanel;
+
+// A colour slider that tells its panel what the user wants, and lets it refuse.
+class PanelColorSlider : public CKxDevUI_ColorSlider {
+public:
+    // `told` says with a %g what the status line tells of a value, or with two of a range.
+    void Belong(ColorPanel& panel, const wchar_t* name, const wchar_t* told);
+
+protected:
+    void OnPowerChanged(double& value, bool& veto) override;
+    void OnRangeChanged(double& minimum, double& maximum) override;
+    void OnLeftButtonUp() override;
+
+private:
+    ColorPanel* m_panel = nullptr;
+    const wchar_t* m_name = L"";
+    const wchar_t* m_told = L"";
+};
+
+class ColorPanel : public HostPanel {
+public:
+    ColorPanel() : HostPanel(L"Light") {}
+    void Fill();
+    // Once the panel has its size.
+    void Align();
+    PanelColorSlider& Slider(int index) { return m_sliders[static_cast<std::size_t>(index)]; }
+
+    // Whether the host agrees to a value, which is then told.
+    bool Agrees(const CKxStringW& told);
+
+protected:
+    bool OnUser(int id, int code, HWND from) override;
+    LRESULT OnMouseWheel(WPARAM wParam, LPARAM lParam) override;
+
+private:
+    void FillColumn();
+    void FillLine();
+    void FillBand();
+    void Add(PanelColorSlider& slider, int x, int y);
+
+    // Six in the column, then the line and the band.
+    static constexpr std::size_t Column = 6;
+    std::array<PanelColorSlider, 8> m_sliders;
+    bool m_refuses = false;
+};
