@@ -4,10 +4,13 @@
 #include <bench/slot.h>
 #include <kxbaseui/kx_bitmappool.h>
 #include <kxbaseui/kx_menu.h>
+#include <kxbaseui/kx_tooltip.h>
 #include <kxdevui/framework/devgui.h>
 #include <kxdevui/framework/ui_gdi.h>
 #include <kxdevui/light/devgui_shutter.h>
 #include <kxdevui/light/shutter_images.h>
+
+#include <commctrl.h>
 
 #include <climits>
 #include <functional>
@@ -74,6 +77,17 @@ struct Panel {
 std::wstring TextOf(HWND window) {
     std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(window)), L'\0');
     GetWindowTextW(window, text.data(), static_cast<int>(text.size()) + 1);
+    return text;
+}
+
+std::wstring TipOf(const Host& shutter) {
+    wchar_t text[80] = L"";
+    TOOLINFOW info{};
+    info.cbSize = TTTOOLINFOW_V1_SIZE;
+    info.hwnd = shutter;
+    info.uId = reinterpret_cast<UINT_PTR>(shutter.Button());
+    info.lpszText = text;
+    SendMessageW(KX_GetToolTipWindow(shutter.Button()), TTM_GETTEXTW, 79, reinterpret_cast<LPARAM>(&info));
     return text;
 }
 
@@ -206,6 +220,7 @@ TEST(ShutterUpdate, ShowsWhatIsAskedForAndNothingElse) {
         EXPECT_TRUE(byMessage || shutter.Update(device.GetLogDevId(), a, b, c));
         EXPECT_EQ(shutter.GetEnabled(), !(a || b));
         EXPECT_EQ(IsWindowEnabled(shutter.Button()) != FALSE, !(a || b));
+        EXPECT_EQ(TipOf(shutter), a || b ? L"Lamp & shutter" : L"");
         EXPECT_EQ(shutter.GetType(), b ? eKxShutterType_Dia : eKxShutterType_Epi);
         EXPECT_EQ(TextOf(shutter.Title()), b ? L"DIA" : L"EPI");
         EXPECT_EQ(shutter.GetState(), c);
