@@ -40,7 +40,7 @@ TEST_F(Input, ClicksReachTheButton) {
 }
 
 TEST_F(Input, MouseMessagesCarryTheirPoint) {
-    parent.Watch({WM_MOUSEMOVE, WM_LBUTTONDOWN, WM_LBUTTONUP, WM_RBUTTONDOWN, WM_RBUTTONUP, WM_MOUSEWHEEL});
+    parent.Watch({WM_MOUSEMOVE, WM_LBUTTONDOWN, WM_LBUTTONUP, WM_MOUSEWHEEL});
     MoveTo(parent.Window(), 300, 300);
     parent.Record().Clear();
     Drag(parent.Window(), {100, 50}, {130, 80}, 3);
@@ -51,12 +51,6 @@ TEST_F(Input, MouseMessagesCarryTheirPoint) {
         Msg(WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(120, 70)),
         Msg(WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(130, 80)),
         Msg(WM_LBUTTONUP, 0, MAKELPARAM(130, 80)),
-    }));
-    Click(parent.Window(), 130, 80, Button::Right);
-    EXPECT_TRUE(parent.Record().Matches({
-        Msg(WM_MOUSEMOVE).Optional(),
-        Msg(WM_RBUTTONDOWN, MK_RBUTTON, MAKELPARAM(130, 80)),
-        Msg(WM_RBUTTONUP, 0, MAKELPARAM(130, 80)),
     }));
     Wheel(-120);
     Wheel(240, MOD_SHIFT | MOD_CONTROL);
@@ -75,11 +69,6 @@ TEST_F(Input, KeysAndTextReachTheFocus) {
     Key(VK_RIGHT, MOD_SHIFT);
     Key(VK_DELETE);
     EXPECT_EQ(TextOf(edit), L"2,5 \u00B5m\u4E2D");
-    Key(VK_END, MOD_SHIFT | MOD_CONTROL);
-    DWORD first = 9, last = 9;
-    SendMessageW(edit, EM_GETSEL, reinterpret_cast<WPARAM>(&first), reinterpret_cast<LPARAM>(&last));
-    EXPECT_EQ(first, 0u);
-    EXPECT_EQ(last, 7u);
     EXPECT_GE(GetKeyState(VK_SHIFT), 0) << "modifiers are let go";
 }
 
@@ -96,18 +85,6 @@ TEST_F(Input, TabMovesOnlyWithDialogKeys) {
     }
     Key(VK_TAB);
     EXPECT_EQ(GetFocus(), second);
-}
-
-TEST_F(Input, TellsWhenTheMouseLeaves) {
-    parent.Watch({WM_MOUSELEAVE});
-    const HWND button = Child(L"BUTTON", 0, 1, 20);
-    MoveTo(parent.Window(), 300, 300);
-    TRACKMOUSEEVENT track{sizeof(track), TME_LEAVE, parent.Window(), 0};
-    ASSERT_TRUE(TrackMouseEvent(&track));
-    EXPECT_FALSE(PumpUntil([&] { return !parent.Record().Entries().empty(); }, std::chrono::milliseconds(60)));
-    MoveTo(button, 5, 5);
-    EXPECT_TRUE(PumpUntil([&] { return !parent.Record().Entries().empty(); }));
-    EXPECT_TRUE(parent.Record().Matches({Msg(WM_MOUSELEAVE)}));
 }
 
 }  // namespace

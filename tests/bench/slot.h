@@ -1,0 +1,17 @@
+// The order of virtual functions is part of the binary interface: hosts derive from the controls.
+#pragma once
+
+#include <cstring>
+
+namespace kx::test {
+
+// The place of a virtual function in the table. A pointer to one holds 1 plus the byte offset of its entry; before the
+// first function stand the destructor's two entries, which together are slot 0.
+template <class Function>
+long SlotOf(Function function) {
+    long long words[sizeof(Function) / sizeof(long long)];
+    std::memcpy(words, &function, sizeof function);
+    return static_cast<long>((words[0] - 1) / static_cast<long long>(sizeof(void*))) - 1;
+}
+
+}  // namespace kx::test
