@@ -103,7 +103,8 @@ bool Thumb::HandleMouseWheel(WPARAM wParam, LPARAM) {
 }
 
 void Thumb::OnHPotChange(double& value, bool& veto) {
-    if (!m_owner) return;
+    // In the midst of a drag the host may have made it a range.
+    if (!m_owner || m_owner->IsRange()) return;
     CKxDevUI_ColorSlider& owner = *m_owner;
     const kx::ui::Alive alive(static_cast<CKxDevUI_Base*>(this));
     const auto wanted = owner.AskPower(value);
@@ -117,7 +118,7 @@ void Thumb::OnHPotChange(double& value, bool& veto) {
 }
 
 void Thumb::OnHPotDragDrop() {
-    if (!m_owner) return;
+    if (!m_owner || m_owner->IsRange()) return;
     CKxDevUI_ColorSlider& owner = *m_owner;
     if (const auto wanted = owner.AskPower(GetValue())) owner.SetPower(*wanted, true);
 }

@@ -226,6 +226,29 @@ TEST(ColorSlider, TellsOfARangeInEachWay) {
     }
 }
 
+TEST(ColorSlider, LeavesTheWheelToTheThumbUnderThePointer) {
+    constexpr WPARAM up = MAKEWPARAM(0, 120);
+    for (const auto type : {kPower, kRange}) {
+        Recorder record;
+        RecordingParent parent;
+        Slider slider(&record);
+        slider.Make(parent.Window(), type);
+        MoveTo(parent.Window(), 500, 300);
+        ::SetFocus(slider.Thumb());
+        EXPECT_FALSE(slider.GetHover());
+        EXPECT_FALSE(slider.HandleMouseWheel(up, 0));
+        MoveToValue(slider.Thumb(), 30);
+        EXPECT_FALSE(slider.HandleMouseWheel(0, 0)) << "no turn";
+        slider.SetEnabled(false);
+        EXPECT_FALSE(slider.HandleMouseWheel(up, 0));
+        EXPECT_TRUE(record.Matches({}));
+        slider.SetEnabled(true);
+        EXPECT_TRUE(slider.HandleMouseWheel(up, 0));
+        MoveTo(parent.Window(), 500, 300);
+        EXPECT_TRUE(PumpUntil([&] { return !slider.GetHover(); }));
+    }
+}
+
 TEST(ColorSlider, LetsTheHostChangeADraggedRange) {
     RecordingParent parent;
     Slider slider;
@@ -401,8 +424,12 @@ TEST(ColorSlider, PlacesItsParts) {
     slider.Fill(kPower);
     EXPECT_EQ(RectInParent(slider.Part(10001)).left, std::lround(edit.left * 1.5));
     EXPECT_EQ(RectInParent(slider).right - RectInParent(slider).left, slider.GetWidth());
+    // A move on the screen is none in unzoomed pixels.
+    slider.SetHPotLeft(static_cast<int>(RectInParent(slider.Thumb()).left) + 30);
+    CKxGUILayoutManager::ResizeWindowToGuiZoom(slider, 1.0);
+    EXPECT_EQ(RectInParent(slider.Part(10001)).left, std::lround(edit.left * 1.5) + 30);
     CKxGUILayoutManager::SetGuiZoom(1);
-    EXPECT_EQ(RectInParent(slider.Part(10001)).left, edit.left);
+    EXPECT_EQ(RectInParent(slider.Part(10001)).left, edit.left + 20);
     slider.m_editAtPosition = true;
     slider.m_editX = 300;
     slider.Fill(kPower, eColorSliderLayout_TwoRows);
