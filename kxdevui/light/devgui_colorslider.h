@@ -286,6 +286,7 @@ public:
     // the power stays. 0 without a table.
     double CalculateMove(int steps);
 
+    // The name as it is held; a change through the reference is shown by SetName or Init.
     CKxStringW& GetName();
     // Shows another name in the room that Init has given to the first.
     void SetName(const CKxStringW& name);

@@ -41,13 +41,15 @@ public:
 
     // ---- The window ----
 
-    // Makes the panel's window, visible, with the default GUI font, and marks it so that a container takes it for a
-    // plain window. `names` are those of the window class and, for the log, of the C++ class. Null when it could not be
-    // made, or when somebody who heard of it destroyed it, or the panel.
+    // The names of the window class and, for the log, of the C++ class.
     struct Names {
+        // As the platform knows it.
         const wchar_t* window;
+        // As the log tells it.
         const wchar_t* object;
     };
+    // Makes the panel's window, visible, with the default GUI font, and marks it so that a container takes it for a
+    // plain window. Null when it could not be made, or when somebody who heard of it destroyed it, or the panel.
     HWND Open(ATOM& atom, const Names& names, WNDPROC procedure, HWND parent, POINT at, SIZE size, void* object);
     // Destroys window and children, silently; also from within a click on one of them.
     void Close();
