@@ -100,8 +100,9 @@ void LogPane::ShowAll() {
     }
     SendMessageW(m_list, WM_SETREDRAW, FALSE, 0);
     SendMessageW(m_list, LB_RESETCONTENT, 0, 0);
-    for (auto line = shown.rbegin(); line != shown.rend(); ++line)
-        SendMessageW(m_list, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>((*line)->c_str()));
+    std::reverse(shown.begin(), shown.end());
+    for (const std::wstring* line : shown)
+        SendMessageW(m_list, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(line->c_str()));
     SendMessageW(m_list, LB_SETTOPINDEX, shown.size() - 1, 0);
     SendMessageW(m_list, WM_SETREDRAW, TRUE, 0);
     InvalidateRect(m_list, nullptr, TRUE);

@@ -146,7 +146,7 @@ void Tour::Menu(int command) {
     Do([this, command] { PostMessageW(m_window.Handle(), WM_COMMAND, static_cast<WPARAM>(command), 0); });
 }
 
-void Tour::TurnTo(std::function<int()> page) {
+void Tour::TurnTo(const std::function<int()>& page) {
     Do([this, page] { PostMessageW(m_window.Handle(), WM_COMMAND, static_cast<WPARAM>(page()), 0); });
 }
 

@@ -55,7 +55,7 @@ private:
     void Key(WORD key);
     void Type(const wchar_t* text);
     void Menu(int command);
-    void TurnTo(std::function<int()> page);
+    void TurnTo(const std::function<int()>& page);
     // The page shown: disabled, dark and in high contrast, at 150 and 200 %, in another language; ends as it began.
     void Looks(const std::wstring& name, int language);
     void Picture(const std::wstring& name);
