@@ -175,17 +175,19 @@ TEST(Nosepiece, FollowsItsDevice) {
     Turret panel(parent.Record());
     EXPECT_FALSE(panel.Init(nullptr));
     EXPECT_FALSE(panel.Update(nullptr, true, true, true, true, true));
-    CKxSimNosepiece six(L"Six", Objectives(6)), seven(L"Seven", Objectives(7)), many(L"Many", Objectives(40));
-    panel.Create(parent.Window(), 0, 0, 400, -1, true, true);
+    CKxSimNosepiece two(L"Two", Objectives(2)), six(L"Six", Objectives(6)), seven(L"Seven", Objectives(7));
+    CKxSimNosepiece many(L"Many", Objectives(40));
+    panel.Create(parent.Window(), 0, 0, 570, -1, true, true);
     const struct {
         CKxSimNosepiece& device;
         int count, firstX;
-    } table[] = {{six, 6, 16}, {seven, 7, 8}, {many, 16, 8}};
+    } table[] = {{two, 2, 16}, {six, 6, 16}, {seven, 7, 8}, {many, 16, 8}};
     for (const auto& row : table) {
         ASSERT_TRUE(panel.Update(&row.device, true, true, true, true, false));
         EXPECT_EQ(PlaceOf(panel, kButton).left, row.firstX);
         EXPECT_TRUE(ChildOf(panel, kButton + row.count - 1));
         EXPECT_FALSE(ChildOf(panel, kButton + row.count));
+        Picture::OnScreen(panel).Save("nosepiece-" + std::to_string(row.count));
     }
     panel.Update(&six, true, true, true, true, false);
     EXPECT_STREQ(panel.GetMagnification(1), L"10x");
@@ -206,9 +208,9 @@ TEST(Nosepiece, FollowsItsDevice) {
     EXPECT_FALSE(IsWindowEnabled(ChildOf(panel, kButton)));
     EXPECT_NE(Picture::OnScreen(ChildOf(panel, kButton)), objective) << "a motor";
     panel.SetSpecificXOffsetAndNumber(1, true, 300, true, 0);
-    const Picture two = Picture::OnScreen(ChildOf(panel, kButton + 1));
+    const Picture second = Picture::OnScreen(ChildOf(panel, kButton + 1));
     panel.SetSpecificXOffsetAndNumber(1, true, 300, false, 0);
-    EXPECT_NE(Picture::OnScreen(ChildOf(panel, kButton + 1)), two) << "the number in the image";
+    EXPECT_NE(Picture::OnScreen(ChildOf(panel, kButton + 1)), second) << "the number in the image";
     panel.Create(parent.Window(), 0, 0, -1, -1, true, true);
     EXPECT_EQ(PlaceOf(panel, kButton + 1).left, 300);
 }
