@@ -85,20 +85,50 @@ use_wine() {
 # use_display : a private X server, unless the caller wants the window on the user's own display.
 use_display() {
   [ "${KX_OWN_DISPLAY:-}" = 1 ] && [ -n "${DISPLAY:-}" ] && return 0
-  [ -n "${kx_xvfb:-}" ] && return 0
+  [ -n "${kx_display:-}" ] && return 0
+  start_display
+  export DISPLAY=$kx_display
+}
+
+# start_display : sets kx_display to that of an X server which ends with the session.
+kx_servers=()
+start_display() {
   local number_file; number_file=$(mktemp)
   Xvfb -displayfd 3 -screen 0 1280x1024x24 -nolisten tcp 3>"$number_file" >/dev/null 2>&1 &
-  kx_xvfb=$!
+  kx_servers+=($!)
   local i
   for i in $(seq 100); do [ -s "$number_file" ] && break; sleep 0.1; done
   [ -s "$number_file" ] || die "Xvfb did not start"
-  DISPLAY=:$(cat "$number_file"); export DISPLAY
+  kx_display=:$(cat "$number_file")
   rm -f "$number_file"
 }
 
+# use_seats NUMBER : after use_wine. So many prefixes, each with a display, for programs that run side by side: foreground
+# window, mouse and focus are a session's. scripts/wine-run takes a seat that is free.
+kx_prefixes=()
+use_seats() {
+  local i prefix
+  export KX_SEATS=$build_root/seats
+  rm -rf "$KX_SEATS"
+  mkdir -p "$KX_SEATS"
+  printf '%s\n%s\n' "$DISPLAY" "$WINEPREFIX" >"$KX_SEATS/1"
+  for i in $(seq 2 "$1"); do
+    prefix=$WINEPREFIX-$i
+    [ -f "$prefix/ready" ] || { rm -rf "$prefix"; cp -a "$WINEPREFIX" "$prefix"; }
+    start_display
+    kx_prefixes+=("$prefix")
+    WINEPREFIX=$prefix wineserver -k >/dev/null 2>&1 || true
+    WINEPREFIX=$prefix wineserver -p >/dev/null 2>&1 || true
+    printf '%s\n%s\n' "$kx_display" "$prefix" >"$KX_SEATS/$i"
+  done
+}
+
 end_session() {
-  [ -n "${WINEPREFIX:-}" ] && wineserver -k >/dev/null 2>&1
-  [ -n "${kx_xvfb:-}" ] && kill "$kx_xvfb" 2>/dev/null
+  local each
+  for each in "${kx_prefixes[@]}" "${WINEPREFIX:-}"; do
+    [ -n "$each" ] && WINEPREFIX=$each wineserver -k >/dev/null 2>&1
+  done
+  for each in "${kx_servers[@]}"; do kill "$each" 2>/dev/null; done
   return 0
 }
 trap end_session EXIT
