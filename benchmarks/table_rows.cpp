@@ -102,8 +102,16 @@ Ratio CreateTable() {
     const Frame frame;
     const auto byHand = [&] {
         const HWND window = MakeBareWindow(frame, {300, 200});
-        SendMessageW(MakeList(window, false), WM_SETFONT, static_cast<WPARAM>(SendMessageW(window, WM_GETFONT, 0, 0)),
-                     FALSE);
+        const auto font = static_cast<WPARAM>(SendMessageW(window, WM_GETFONT, 0, 0));
+        SendMessageW(MakeList(window, false), WM_SETFONT, font, FALSE);
+        // The field that cells are edited in floats.
+        const HWND field = MakeBareWindow(window, {20, 16});
+        const HWND edit = CreateWindowExW(0, L"EDIT", nullptr, WS_CHILD | WS_VISIBLE | ES_AUTOHSCROLL, 0, 0, 20, 16,
+                                          field, nullptr, nullptr, nullptr);
+        SendMessageW(edit, WM_SETFONT, font, FALSE);
+        ShowWindow(field, SW_HIDE);
+        SetParent(field, nullptr);
+        DestroyWindow(field);
         DestroyWindow(window);
     };
     const auto table = [&] {

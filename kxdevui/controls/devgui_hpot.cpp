@@ -213,6 +213,8 @@ bool CKxDevUI_HPot::TakeFromThumb(bool notify) {
 
     double value = snapped;
     bool skip = false;
+    const long placed = m_thumbPos;
+    const int entry = m_held.index;
     if (notify) {
         const Watch watch(this);
         OnHPotChange(value, skip);
@@ -220,7 +222,8 @@ bool CKxDevUI_HPot::TakeFromThumb(bool notify) {
     }
     const bool kept = skip || !std::isfinite(value);
     if (!kept) m_held.value = value;
-    if (kept || value != snapped) ShowHeld();
+    // The host may have moved the thumb meanwhile, or ended the drag, which puts it back.
+    if (kept || value != snapped || m_thumbPos != placed || m_held.index != entry) ShowHeld();
     return true;
 }
 
@@ -311,7 +314,7 @@ void CKxDevUI_HPot::OnMouseMove(const kx::ui::Message& message) {
         const Watch watch(this);
         OnHoverForPad();
         if (!watch) return;
-        if (!kx::ui::TrackHover(message)) return UnHoverForPad();
+        kx::ui::TrackHover(message);
         RedrawThumb();
     }
 }
@@ -377,7 +380,7 @@ LRESULT CKxDevUI_HPot::SendScroll(int code, double value) const {
 
 void CKxDevUI_HPot::OnHPotChange(double& value, bool& skip) {
     // Both belong to the caller, and the slider may be gone by the answer.
-    skip = SendScroll(SB_THUMBTRACK, value) == 0;
+    if (SendScroll(SB_THUMBTRACK, value) == 0) skip = true;
 }
 
 void CKxDevUI_HPot::OnHPotDragDrop() { SendScroll(SB_THUMBPOSITION, m_held.value); }

@@ -34,17 +34,19 @@ CKxDevUI_Table_Edit::CKxDevUI_Table_Edit(CKxDevUI_Table& table) : m_table(table)
 }
 
 void CKxDevUI_Table_Edit::Prepare(HWND table) {
-    if (!Create(table, 0, 0, 20, 16, true, true)) return;
+    const Alive alive(this);
+    if (!Create(table, 0, 0, 20, 16, true, true) || !alive) return;
     ShowWindow(m_hWnd, SW_HIDE);
     SetParent(m_hWnd, nullptr);
-    // No child any more: a popup that the table's frame carries along, or it would end up behind that.
+    // No child any more, but a popup.
     const LONG_PTR style = GetWindowLongPtrW(m_hWnd, GWL_STYLE);
     SetWindowLongPtrW(m_hWnd, GWL_STYLE, (style & ~LONG_PTR{WS_CHILD | WS_TABSTOP}) | static_cast<LONG_PTR>(WS_POPUP));
     SetWindowLongPtrW(m_hWnd, GWL_EXSTYLE, GetWindowLongPtrW(m_hWnd, GWL_EXSTYLE) | WS_EX_TOOLWINDOW);
-    SetWindowLongPtrW(m_hWnd, GWLP_HWNDPARENT, reinterpret_cast<LONG_PTR>(GetAncestor(table, GA_ROOT)));
 }
 
 void CKxDevUI_Table_Edit::Open(const RECT& cell, const wchar_t* text) {
+    // The frame that the table is in now carries it along, or it would end up behind that.
+    SetWindowLongPtrW(m_hWnd, GWLP_HWNDPARENT, reinterpret_cast<LONG_PTR>(GetAncestor(m_table, GA_ROOT)));
     SetText(text);
     SendMessageW(m_edit, EM_SETSEL, 0, -1);
     SetWindowPos(m_hWnd, HWND_TOP, cell.left, cell.top, cell.right - cell.left, cell.bottom - cell.top, SWP_SHOWWINDOW);
@@ -81,13 +83,16 @@ CKxDevUI_Table::~CKxDevUI_Table() {
 }
 
 HWND CKxDevUI_Table::Create(HWND parent, long x, long y, long width, long height, bool, bool) {
+    const Alive alive(this);
     Destroy();
+    if (!alive) return nullptr;
     m_notify = parent;
     if (width >= 0) m_width = width;
     if (height >= 0) m_height = height;
     if (!MakeWindow(parent, RectAt(x, y, m_width, m_height))) return nullptr;
-    MakeList(WS_CHILD | WS_VISIBLE | LVS_REPORT, 0);
-    return m_hWnd;
+    if (!MakeList(WS_CHILD | WS_VISIBLE | LVS_REPORT, 0)) return nullptr;
+    m_editor.Prepare(m_hWnd);
+    return alive ? m_hWnd : nullptr;
 }
 
 HWND CKxDevUI_Table::Create(HWND listView) {
@@ -98,14 +103,19 @@ HWND CKxDevUI_Table::Create(HWND listView) {
     if (!Create(parent, place.left, place.top, place.right - place.left, place.bottom - place.top, true, true)) {
         return nullptr;
     }
+    const Alive alive(this);
     CorrectZOrder(listView);
     DestroyWindow(m_list);
-    MakeList(static_cast<DWORD>(GetWindowLongW(listView, GWL_STYLE)),
-             static_cast<DWORD>(GetWindowLongW(listView, GWL_EXSTYLE)));
+    // What the list view's end tells its parents may be the end of this table.
+    if (!alive || !m_hWnd) return nullptr;
+    if (!MakeList(static_cast<DWORD>(GetWindowLongW(listView, GWL_STYLE)),
+                  static_cast<DWORD>(GetWindowLongW(listView, GWL_EXSTYLE)))) {
+        return nullptr;
+    }
     const LRESULT style = SendMessageW(listView, LVM_GETEXTENDEDLISTVIEWSTYLE, 0, 0);
     SendMessageW(m_list, LVM_SETEXTENDEDLISTVIEWSTYLE, 0, style | LVS_EX_FULLROWSELECT);
     DestroyWindow(listView);
-    return m_hWnd;
+    return alive ? m_hWnd : nullptr;
 }
 
 bool CKxDevUI_Table::MakeWindow(HWND parent, const RECT& place) {
@@ -119,30 +129,39 @@ bool CKxDevUI_Table::MakeWindow(HWND parent, const RECT& place) {
     DWORD style = WS_CHILD | WS_TABSTOP;
     if (m_visible) style |= WS_VISIBLE;
     if (!m_enabled) style |= WS_DISABLED;
+    const Alive alive(this);
     CreateWindowExW(0, L"KxDevUI_Table", nullptr, style, place.left, place.top, place.right - place.left,
                     place.bottom - place.top, parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(m_id)),
                     ModuleOf(WndProc), static_cast<CKxDevUI_Base*>(this));
-    if (!m_hWnd) return false;
+    // The parent was told of its new child.
+    if (!alive || !m_hWnd) return false;
     MarkWindow(m_hWnd, Mark::TagAndObject, this);
     return true;
 }
 
-void CKxDevUI_Table::MakeList(DWORD style, DWORD extendedStyle) {
+bool CKxDevUI_Table::MakeList(DWORD style, DWORD extendedStyle) {
+    const Alive alive(this);
     RECT client{};
     GetClientRect(m_hWnd, &client);
-    m_list = CreateWindowExW(extendedStyle, WC_LISTVIEWW, nullptr, style, 0, 0, client.right, client.bottom, m_hWnd,
-                             reinterpret_cast<HMENU>(static_cast<INT_PTR>(m_id)), nullptr, nullptr);
+    const HWND list = CreateWindowExW(extendedStyle, WC_LISTVIEWW, nullptr, style, 0, 0, client.right, client.bottom,
+                                      m_hWnd, reinterpret_cast<HMENU>(static_cast<INT_PTR>(m_id)), nullptr, nullptr);
+    if (!alive || !m_hWnd) return false;
+    m_list = list;
     Subclass(m_list, ListProc, static_cast<CKxDevUI_Base*>(this));
-    SendMessageW(m_list, WM_SETFONT, reinterpret_cast<WPARAM>(KX_GetDefaultGuiFontZoom(1.0)), FALSE);
+    SendMessageW(m_list, WM_SETFONT, reinterpret_cast<WPARAM>(KX_GetDefaultGuiFont()), FALSE);
     KX_FollowColorScheme(m_list);
     if (!m_enabled) EnableWindow(m_list, FALSE);
+    return true;
 }
 
 void CKxDevUI_Table::Destroy() {
     m_editRow = m_editColumn = -1;
     m_columns.clear();
     m_columnCount = 0;
+    const Alive alive(this);
+    // The focus may go from it to a host's window.
     m_editor.Destroy();
+    if (!alive) return;
     m_list = nullptr;
     if (!m_hWnd) return;
     const Closing closing(m_hWnd);
@@ -152,7 +171,9 @@ void CKxDevUI_Table::Destroy() {
 void CKxDevUI_Table::SetEnabled(bool enable) {
     if (enable == m_enabled) return;
     m_enabled = enable;
+    const Alive alive(this);
     if (!enable) FinishEdit(false);
+    if (!alive || !m_hWnd) return;
     EnableWindow(m_hWnd, enable);
     EnableWindow(m_list, enable);
 }
@@ -184,11 +205,13 @@ Handled CKxDevUI_Table::Handle(const Message& message) {
         SetWindowPos(m_list, nullptr, 0, 0, LOWORD(message.lParam), HIWORD(message.lParam),
                      SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
         return std::nullopt;
-    case WM_KX_ZOOM_CHANGED:
+    case WM_KX_ZOOM_CHANGED: {
+        const Alive alive(this);
         FinishEdit(false);
-        ApplyZoom(message.window);
-        ZoomColumns();
+        if (alive) ApplyZoom(message.window);
+        if (alive && m_hWnd) ZoomColumns();
         return std::nullopt;
+    }
     case WM_DESTROY:
         // The field is no child, so nobody else would end it.
         m_editRow = m_editColumn = -1;
@@ -231,15 +254,19 @@ bool MovesCells(const Message& message) {
 }  // namespace
 
 Handled CKxDevUI_Table::HandleList(const Message& message) {
+    const Alive alive(this);
     if (m_editRow >= 0 && MovesCells(message)) FinishEdit(false);
-    if (message.id == WM_KEYDOWN || message.id == WM_LBUTTONDOWN || message.id == WM_LBUTTONDBLCLK) {
-        m_byKey = message.id == WM_KEYDOWN;
+    if (!alive || message.id != WM_KEYDOWN) return std::nullopt;
+    switch (message.wParam) {
+    case VK_F2: EditFocused(); return 0;
+    case VK_RETURN: {
+        m_byEnter = true;
+        const LRESULT result = CallPrevious(message);
+        if (alive) m_byEnter = false;
+        return result;
     }
-    if (message.id == WM_KEYDOWN && message.wParam == VK_F2) {
-        EditFocused();
-        return 0;
+    default: return std::nullopt;
     }
-    return std::nullopt;
 }
 
 LRESULT CKxDevUI_Table::OnNotify(WPARAM wParam, LPARAM lParam) {
@@ -250,7 +277,7 @@ LRESULT CKxDevUI_Table::OnNotify(WPARAM wParam, LPARAM lParam) {
     case LVN_ITEMACTIVATE: {
         NMITEMACTIVATE copy = activated;
         // Wine tells of the Enter key with nothing behind the header; the row with the focus is meant then.
-        if (m_byKey) {
+        if (m_byEnter) {
             copy = {};
             copy.hdr = header;
             copy.iItem = FocusedRow();
@@ -337,15 +364,16 @@ void CKxDevUI_Table::StartEdit(int row, int column) {
         cell = CellOnScreen(row, column);
     }
 
-    // Most tables are never edited, and a window of its own is half of a table's creation.
+    // It goes with the frame that it was open over last.
     if (!HWND{m_editor}) m_editor.Prepare(m_hWnd);
     wchar_t text[kTextLength + 1] = L"";
     GetCell(row, column, text, kTextLength + 1);
     m_editRow = row;
     m_editColumn = column;
+    // Not beyond the list, where a cell goes on beyond it.
+    cell.right = std::max(cell.left + 1, std::min(cell.right, list.right));
     OffsetRect(&cell, kEditorOffset, kEditorOffset);
     cell.bottom += kEditorOffset;
-    cell.right = std::max(cell.left + 1, std::min(cell.right, list.right));
     m_editor.Open(cell, text);
     // The field has the activation, but it is this window that the user works in.
     if (alive) SendMessageW(GetAncestor(m_hWnd, GA_ROOT), WM_NCACTIVATE, TRUE, 0);

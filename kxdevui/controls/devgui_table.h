@@ -163,7 +163,7 @@ private:
     LRESULT OnCommand(WPARAM wParam, LPARAM lParam);
 
     bool MakeWindow(HWND parent, const RECT& place);
-    void MakeList(DWORD style, DWORD extendedStyle);
+    bool MakeList(DWORD style, DWORD extendedStyle);
     void ZoomColumns();
     bool IsEditable(int column) const;
     bool FindEditable(Cell& cell, int step) const;
@@ -184,6 +184,6 @@ private:
     int m_editColumn = -1;
     int m_editRow = -1;  // -1: nothing is edited
     int m_clickedColumn = 0;
-    bool m_byKey = false;  // what the list was last given
+    bool m_byEnter = false;  // while the list is at the Enter key
     HWND m_notify = nullptr;
 };

@@ -183,12 +183,14 @@ bool TrackHover(const Message& message) {
     const auto state = StateOf(message.window);
     if (message.id == WM_MOUSELEAVE) return std::exchange(state->hovered, false);
     if (message.id != WM_MOUSEMOVE || state->hovered) return false;
+    state->hovered = true;
     TRACKMOUSEEVENT request{sizeof request, TME_LEAVE, message.window, 0},
         granted{sizeof granted, TME_QUERY, nullptr, 0};
+    const bool follows = TrackMouseEvent(&request) && TrackMouseEvent(&granted) &&
+                         granted.hwndTrack == message.window && (granted.dwFlags & TME_LEAVE) != 0;
     // A late move may come when the pointer is elsewhere already; Wine then promises a leave notice that never comes.
-    state->hovered = TrackMouseEvent(&request) && TrackMouseEvent(&granted) && granted.hwndTrack == message.window &&
-                     (granted.dwFlags & TME_LEAVE) != 0;
-    return state->hovered;
+    if (!follows) PostMessageW(message.window, WM_MOUSELEAVE, 0, 0);
+    return true;
 }
 
 }  // namespace kx::ui
