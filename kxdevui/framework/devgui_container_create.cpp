@@ -58,15 +58,16 @@ const DLGTEMPLATE* CKxDevUI_Container::GetDlgTemplate(const wchar_t* templateNam
 
 HWND CKxDevUI_Container::CreateFromDlg(HWND parent, long x, long y, const wchar_t* templateName, HINSTANCE module,
                                        bool modal) {
+    // Without a template nothing else happens: an older window stays.
+    const DLGTEMPLATE* dialog = GetDlgTemplate(templateName, module);
+    if (!dialog) return nullptr;
+    const Alive alive(this);
     Destroy();
+    if (!alive) return nullptr;
     m_modal = modal;
     m_parent = parent;
     m_forward = false;
     m_adopted = false;
-    const DLGTEMPLATE* dialog = GetDlgTemplate(templateName, module);
-    if (!dialog) return nullptr;
-
-    const Alive alive(this);
     const auto parameter = reinterpret_cast<LPARAM>(static_cast<CKxDevUI_Base*>(this));
     if (modal) {
         m_shown = false;
@@ -79,6 +80,10 @@ HWND CKxDevUI_Container::CreateFromDlg(HWND parent, long x, long y, const wchar_
     // Only a child has an id; a top-level window keeps its menu in that place.
     if (GetWindowLongW(window, GWL_STYLE) & WS_CHILD) SetWindowLongPtrW(window, GWLP_ID, m_id);
     SetWindowLongW(window, GWL_EXSTYLE, GetWindowLongW(window, GWL_EXSTYLE) | static_cast<LONG>(WS_EX_CONTROLPARENT));
+    // OnInit may have given it another size.
+    const RECT rect = RectInParent(window);
+    m_width = rect.right - rect.left;
+    m_height = rect.bottom - rect.top;
     InsertChildren();
     MoveWindow(x, y);
     BoldifyCaptions();
@@ -87,18 +92,18 @@ HWND CKxDevUI_Container::CreateFromDlg(HWND parent, long x, long y, const wchar_
 
 HWND CKxDevUI_Container::CreateFromDlgPart(HWND parent, long x, long y, long cx, long cy, const wchar_t* templateName,
                                            HINSTANCE module) {
-    Destroy();
-    m_modal = false;
-    m_parent = parent;
-    m_adopted = false;
     if (!IsWindow(parent)) {
         KX_LOG(kSource, L"a part of a dialog needs a parent");
         return nullptr;
     }
     const auto dialog = kx::ui::CopyTemplateAsHiddenChild(templateName, module);
     if (dialog.empty()) return nullptr;
-
     const Alive alive(this);
+    Destroy();
+    if (!alive) return nullptr;
+    m_modal = false;
+    m_parent = parent;
+    m_adopted = false;
     const HWND window =
         CreateDialogIndirectParamW(module, reinterpret_cast<const DLGTEMPLATE*>(dialog.data()), parent, DlgProc,
                                    reinterpret_cast<LPARAM>(static_cast<CKxDevUI_Base*>(this)));
@@ -123,7 +128,7 @@ HWND CKxDevUI_Container::CreateFromDlgPart(HWND parent, long x, long y, long cx,
     BoldifyCaptions();
     SetVisible(true);
     // The style bit alone, set above, shows the window without painting it.
-    RefreshWindow();
+    CKxDevUI_Base::RefreshWindow();
     return window;
 }
 
@@ -184,7 +189,7 @@ void CKxDevUI_Container::Adopt(HWND child, long x, long y) {
 HWND CKxDevUI_Container::EndAdoption(long x, long y) {
     const Alive alive(this);
     MoveWindow(x, y);
-    SetVisible(true);
+    m_visible = true;
     const auto init = [this]() -> kx::ui::Handled {
         return OnInit(1, 0, reinterpret_cast<LPARAM>(static_cast<CKxDevUI_Base*>(this)));
     };

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <unordered_map>
+#include <utility>
+#include <vector>
 
 #include <kxbaseui/kx_uihelper.h>
 #include <kxdevui/framework/ui_window.h>
@@ -44,18 +46,28 @@ bool IsGroupBox(HWND window) {
     return lstrcmpiW(name, L"Button") == 0;
 }
 
-// Every visible child whose top-left corner lies inside, whether it needs painting or not: one that is left out here
-// would be painted over.
-void PaintChildren(HWND window, HDC target, const RECT& client, HBRUSH background) {
+// Leaves out every visible child whose top-left corner lies inside, whether it needs painting or not: one that is not
+// left out would be painted over. With a background, the room in the group boxes that are to be painted gets it.
+void PaintChildren(HWND window, HDC target, const RECT& client, HBRUSH groupBackground) {
+    std::vector<std::pair<HWND, RECT>> groups;
     for (HWND child = GetWindow(window, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
         if (!IsWindowVisible(child)) continue;
         RECT rect{};
         GetWindowRect(child, &rect);
         MapWindowPoints(HWND_DESKTOP, window, reinterpret_cast<POINT*>(&rect), 2);
         if (!PtInRect(&client, {rect.left, rect.top})) continue;
-        if (IsGroupBox(child)) FillRect(target, &rect, background);
+        if (groupBackground && IsGroupBox(child) && GetUpdateRect(child, nullptr, FALSE)) {
+            groups.emplace_back(child, rect);
+            continue;
+        }
         ExcludeClipRect(target, rect.left, rect.top, rect.right, rect.bottom);
         if (!KX_IsWindowMarkedToSkipPaint(child)) SendMessageW(child, WM_PAINT, 0, 0);
+    }
+    // Last: what stands in a group box is left out by then.
+    for (const auto& [group, rect] : groups) {
+        FillRect(target, &rect, groupBackground);
+        ExcludeClipRect(target, rect.left, rect.top, rect.right, rect.bottom);
+        SendMessageW(group, WM_PAINT, 0, 0);
     }
 }
 
@@ -108,18 +120,20 @@ LRESULT Paint(const Message& message, PaintMode mode, HBRUSH background, DrawRef
     IntersectClipRect(target, client.left, client.top, client.right, client.bottom);
 
     const HDC buffer = state ? state->client.Acquire(target, {client.right, client.bottom}) : nullptr;
+    // On WM_PAINT the default procedure begins and ends painting and draws nothing. Where that has been done already,
+    // all that it could add is the cost, which is a bare window's whole repaint. Later, it would take back what the
+    // children have asked to have painted anew.
+    if (mode.defaultFirst && !target.IsBegunHere()) {
+        const SavedDC untouched(target);
+        DefWindowProcW(message.window, message.id, reinterpret_cast<WPARAM>(HDC{target}), message.lParam);
+    }
     const auto paint = [&](HDC dc) {
         const SavedDC untouched(dc);
         FillRect(dc, &client, background);
-        // On WM_PAINT the default procedure begins and ends painting and draws nothing. Where that has been done
-        // already, all that it could add is the cost, which is a bare window's whole repaint.
-        if (mode.defaultFirst && !target.IsBegunHere()) {
-            DefWindowProcW(message.window, message.id, reinterpret_cast<WPARAM>(dc), message.lParam);
-        }
         draw(dc, client);
     };
     if (buffer) paint(buffer);
-    if (mode.children) PaintChildren(message.window, target, client, background);
+    if (mode.children) PaintChildren(message.window, target, client, target.IsBegunHere() ? background : nullptr);
     if (mode.siblings) SpareSiblings(message.window, target, client);
     if (!buffer) {
         paint(target);

@@ -62,7 +62,7 @@ private:
 
 // What Paint does beside filling and drawing.
 struct PaintMode {
-    bool defaultFirst = false;  // the default procedure paints into the buffer before the control does
+    bool defaultFirst = false;  // the default procedure hears of it before the children and the control paint
     // Visible children are kept out of the picture and told to paint themselves at once; where a group box stands, the
     // background is filled before.
     bool children = false;

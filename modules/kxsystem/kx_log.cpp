@@ -11,7 +11,7 @@
 
 namespace {
 
-constexpr std::size_t c_maxLength = 1000;
+constexpr std::size_t c_maxLength = 1100;
 
 void ToDebugger(const wchar_t* record, void*) {
     OutputDebugStringW(record);

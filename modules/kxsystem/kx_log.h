@@ -20,7 +20,7 @@ public:
     // Names the place (a source key, cut to 63 characters, and a line) for the next Line on this thread.
     static void Location(const wchar_t* source, int line);
 
-    // Writes one record, printf-style (as CKxString::Format: %ls for a wide text), its text cut to 1,000 characters,
+    // Writes one record, printf-style (as CKxString::Format: %ls for a wide text), its text cut to 1,100 characters,
     // under the place named by the last Location, which is used up by it.
     static void Line(const wchar_t* format, ...);
 

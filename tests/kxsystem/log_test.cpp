@@ -53,13 +53,13 @@ TEST_F(Log, ThePlaceBelongsToTheThread) {
     EXPECT_EQ(m_records, (Records{L"?(0): other", L"main(1): mine"}));
 }
 
-TEST_F(Log, CutsAtAThousandCharacters) {
+TEST_F(Log, CutsAt1100Characters) {
     static const struct {
         std::size_t length;
         const wchar_t* tail;
         std::size_t kept;
-    } c_cases[] = {{999, L"", 999},     {1000, L"", 1000},          {1001, L"", 1000},
-                   {100000, L"", 1000}, {998, L"\U0001F52C", 1000}, {999, L"\U0001F52C", 999}};
+    } c_cases[] = {{1099, L"", 1099},   {1100, L"", 1100},           {1101, L"", 1100},
+                   {100000, L"", 1100}, {1098, L"\U0001F52C", 1100}, {1099, L"\U0001F52C", 1099}};
     for (const auto& c : c_cases) {
         m_records.clear();
         const std::wstring text = std::wstring(c.length, L'x') + c.tail;
