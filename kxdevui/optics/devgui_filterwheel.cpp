@@ -22,6 +22,9 @@ namespace {
 constexpr wchar_t kSource[] = L"devgui_filterwheel";
 constexpr int kFirstButton = 10201;
 
+// More would not be windows any more.
+constexpr long kMostRows = 1000;
+
 // The image of a filter by its name, made of the templates by number of bands.
 CKxStringA FilterImage(const CKxStringW& name, const std::array<CKxStringA, 6>& templates) {
     if (name.IsEmpty() || name == L"Empty") return templates[0];
@@ -58,8 +61,6 @@ CKxDevUI_FilterWheel::CKxDevUI_FilterWheel() : m_title(L"Filter") {
         CKxBitmapPool::LoadSVGBaseUI(name, m_round[bands]);
         CKxBitmapPool::LoadSVGBaseUI(name + L"_SQUARE", m_squareTemplates[bands]);
     }
-    for (Filter& filter : m_filters)
-        filter.image = m_round[0];
 }
 
 CKxDevUI_FilterWheel::~CKxDevUI_FilterWheel() {
@@ -76,8 +77,8 @@ HWND CKxDevUI_FilterWheel::Create(HWND parent, long x, long y, long width, long 
     Destroy();
     if (width >= 0) m_width = width;
     if (height >= 0) m_height = height;
-    const HWND window = m_panel.Open(m_Atom, {L"KxDevGUI_FilterWheel", L"CKxDevUI_FilterWheel"}, WndProc, parent, {x, y},
-                                     {m_width, m_height}, this);
+    const HWND window = m_panel.Open(m_Atom, {L"KxDevGUI_FilterWheel", L"CKxDevUI_FilterWheel"}, WndProc, parent,
+                                     {x, y}, {m_width, m_height}, this);
     if (!window) return nullptr;
     CreateControls();
     return window;
@@ -107,7 +108,8 @@ void CKxDevUI_FilterWheel::AddButtons() {
 
 void CKxDevUI_FilterWheel::CreateControls() {
     if (!m_panel.Window()) return;
-    const long rows = Shown() == 0 ? 0 : (Shown() - 1) / std::max(1, m_columns);
+    // Filters that have no button any more have their room all the same.
+    const long rows = std::clamp((m_count - 1) / std::max(1, m_columns), 0L, kMostRows);
     m_height = (rows + 2) * m_buttonHeight;
     long titleHeight = m_titleHeight;
     if (m_heightFromTitle) {
@@ -278,7 +280,7 @@ Handled CKxDevUI_FilterWheel::Handle(const Message& message) {
 LRESULT CKxDevUI_FilterWheel::OnCommand(WPARAM wParam) {
     const int id = LOWORD(wParam);
     if (HIWORD(wParam) != BN_CLICKED) return 0;
-    if (id >= kFirstButton && id < kFirstButton + Shown()) {
+    if (id >= kFirstButton && id < std::min(kFirstButton + m_count, long{kSetupId})) {
         OnClick(id - kFirstButton);
         return 1;
     }
@@ -298,7 +300,8 @@ void CKxDevUI_FilterWheel::OnClick(long position) {
     if (!byHand) {
         SetPosition(position);
         // The user sees what was refused before it springs back.
-        if (refuse && m_panel.Window()) RedrawWindow(m_panel.Window(), nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
+        if (refuse && m_panel.Window())
+            RedrawWindow(m_panel.Window(), nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
     }
     if (refuse && alive) SetPosition(old);
 }

@@ -68,8 +68,8 @@ ATOM CKxDevUI_Nosepiece::m_Atom = 0;
 std::map<HWND, CKxDevUI_Nosepiece*> CKxDevUI_Nosepiece::m_Instances;
 
 CKxDevUI_Nosepiece::CKxDevUI_Nosepiece()
-    : m_title(KX_GetTranslation(L"Nosepiece", kSource)),
-      m_observationTexts{KX_GetTranslation(L"Eyepieces", kSource), KX_GetTranslation(L"Camera", kSource)} {
+    : m_title(KX_GetTranslation(L"Nosepiece", kSource)), m_observationTexts{KX_GetTranslation(L"Eyepieces", kSource),
+                                                                            KX_GetTranslation(L"Camera", kSource)} {
     Life::Begin(this);
 }
 
@@ -141,6 +141,7 @@ void CKxDevUI_Nosepiece::CreateControls() {
     EnableLabels();
     AddObservation();
     m_panel.SetFocusPosition(m_position);
+    m_panel.SetButtonFonts(m_normalFont.get());
     for (long i = 0; i < m_count; ++i)
         SetLabelFont(i, i == m_position);
     m_panel.Finish({m_width, m_height}, 0, m_boldTitle);
@@ -155,9 +156,9 @@ void CKxDevUI_Nosepiece::AddObservation() {
     const long width = std::max(0L, m_width - m_observationX - 5);
     for (int i = 0; i < static_cast<int>(m_observationTexts.size()); ++i) {
         const long top = 20 + 20 * i;
-        const HWND button = m_panel.AddChild(L"BUTTON", kFirstObservation + i,
-                                             m_observationTexts[static_cast<std::size_t>(i)],
-                                             {m_observationX, top, m_observationX + width, top + 15}, BS_OWNERDRAW);
+        const HWND button =
+            m_panel.AddChild(L"BUTTON", kFirstObservation + i, m_observationTexts[static_cast<std::size_t>(i)],
+                             {m_observationX, top, m_observationX + width, top + 15}, BS_OWNERDRAW);
         Subclass(button, BtnWndProc, this);
         if (!m_observationShown) ShowWindow(button, SW_HIDE);
         m_observation.push_back(button);
@@ -322,12 +323,13 @@ void CKxDevUI_Nosepiece::SetSpecificXOffsetAndNumber(int position, bool useX, in
 
 void CKxDevUI_Nosepiece::UpdateTip(long position) {
     const HWND button = m_panel.ButtonAt(position);
-    if (!button) return;
-    CKxStringW tip = TipOf(*At(position));
-    CKxStringW& shown = At(position)->tip;
-    if (tip == shown) return;
-    shown = std::move(tip);
-    KX_UpdateToolTipWindow(button, shown);
+    Position* const held = At(position);
+    // After Init the buttons may still be those of another count.
+    if (!button || !held) return;
+    CKxStringW tip = TipOf(*held);
+    if (tip == held->tip) return;
+    held->tip = std::move(tip);
+    KX_UpdateToolTipWindow(button, held->tip);
 }
 
 CKxStringW CKxDevUI_Nosepiece::TipOf(const Position& position) const {
@@ -409,10 +411,12 @@ Handled CKxDevUI_Nosepiece::Handle(const Message& message) {
         }
         return TRUE;
     }
-    case WM_DESTROY:
+    case WM_NCDESTROY:
         m_labels.clear();
         m_observation.clear();
-        return std::nullopt;
+        break;
+    case WM_MOUSEMOVE:
+    case WM_MOUSELEAVE: TrackHover(message); break;
     case WM_ENABLE: EnableLabels(); break;
     default: break;
     }
@@ -476,7 +480,7 @@ void CKxDevUI_Nosepiece::OnDrawItem(const DRAWITEMSTRUCT& item) {
     PaintItem(m_panel.Window(), item, KX_GetSysColorBrush(COLOR_BTNFACE), [&](HDC dc, const RECT& area) {
         RECT place = area;
         // Where the device decides, a press promises nothing.
-        const bool answers = m_enabled && (m_localSelect || !m_deviceDriven);
+        const bool answers = m_localSelect || !m_deviceDriven;
         if (item.itemState & ODS_SELECTED && answers) OffsetRect(&place, 1, 1);
         CKxBitmapPool::DrawSVGImage(dc, ImageOf(position), place, m_enabled && m_panel.IsEnabled());
         PositionPanel::DrawFocus(dc, area, item);

@@ -73,6 +73,7 @@ DWORD CKxDevUI_Switcher::ButtonStyle() const {
 void CKxDevUI_Switcher::CreateControls() {
     if (!m_panel.Window()) return;
     m_panel.RemoveParts();
+    m_panel.SetReversed(m_invert);
     if (m_hasFrame) m_panel.AddFrame(m_title, {m_width, m_height}, m_oversizeFrame, GroupWndProc, this);
     if (m_hasTitle) {
         m_panel.AddTitle(m_title, {m_titleX, m_titleY, m_titleX + m_titleWidth, m_titleY + m_titleHeight}, m_titleLeft);
@@ -120,10 +121,8 @@ bool CKxDevUI_Switcher::Update(unsigned int device, bool structure, bool names, 
     if (device == 0) return false;
     IKxDevice* instance = DMApi::LogDev_GetInstance(device);
     switch (DMApi::LogDev_GetType(device)) {
-    case eKxDeviceType_LightPath:
-        return Update(static_cast<IKxDeviceLightPath*>(instance), structure, names, state);
-    case eKxDeviceType_TIRFMirror:
-        return Update(static_cast<IKxDeviceTIRFMirror*>(instance), structure, names, state);
+    case eKxDeviceType_LightPath: return Update(static_cast<IKxDeviceLightPath*>(instance), structure, names, state);
+    case eKxDeviceType_TIRFMirror: return Update(static_cast<IKxDeviceTIRFMirror*>(instance), structure, names, state);
     default: break;
     }
     if (!instance) return false;
@@ -158,11 +157,14 @@ bool CKxDevUI_Switcher::Update(IKxDeviceTIRFMirror* device, bool structure, bool
     if (!device) return false;
     if (structure) Rebuild(2, DMApi::LogDev_GetKey(device->GetLogDevId()));
     if (names) {
+        // A laser unit shown before may have had locked ports.
+        for (Port& port : m_ports)
+            port.usable = true, port.locked = false;
         SetName(0, L"EPI");
         SetName(1, L"TIRF");
     }
     bool tirf = false;
-    if ((structure || state) && device->GetState(tirf)) SetPosition(tirf ? 1 : 0);
+    if (state && device->GetState(tirf)) SetPosition(tirf ? 1 : 0);
     return true;
 }
 

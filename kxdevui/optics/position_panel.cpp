@@ -134,6 +134,12 @@ void PositionPanel::AddSetup(const RECT& place, bool enabled, WNDPROC procedure,
     Subclass(m_setup, procedure, object);
 }
 
+void PositionPanel::SetButtonFonts(HFONT font) const {
+    for (const HWND button : m_buttons)
+        SetFont(button, font);
+    SetFont(m_setup, font);
+}
+
 void PositionPanel::Finish(SIZE size, long frameHeight, bool boldTitles) {
     if (frameHeight > 0 && m_frame) {
         const RECT frame = RectInParent(m_frame);
@@ -213,7 +219,7 @@ void PositionPanel::MoveFocus(HWND from, int step) const {
         usable[i] = IsWindowEnabled(ring[i]) != FALSE;
     const auto found = std::find(ring.begin(), ring.end(), from);
     if (found == ring.end()) return;
-    const int next = NextButton(static_cast<int>(found - ring.begin()), step, {usable, count});
+    const int next = NextButton(static_cast<int>(found - ring.begin()), m_reversed ? -step : step, {usable, count});
     SetFocus(ring[static_cast<std::size_t>(next)]);
 }
 
@@ -307,10 +313,12 @@ LRESULT PositionPanel::PaintFrame(const Message& message) const {
         SKxGroupBox box{area, L"", CKxGUILayoutManager::Zoomed(8)};
         box.frame.top = KX_GroupBoxTitleHeight(dc) / 2;
         if (!m_buttons.empty()) {
-            // The title stands over the first position, the line closes under the last.
-            const RECT first = RectInParent(m_buttons.front()), last = RectInParent(m_buttons.back());
+            // The title stands over the first button, the line closes under the last.
+            RECT first = RectInParent(m_buttons.front()), last = RectInParent(m_buttons.back());
+            if (m_reversed) std::swap(first, last);
             const long margin = CKxGUILayoutManager::Zoomed(kFrameMargin);
-            box.titleOffset = std::clamp(first.left - own.left, box.titleOffset, (area.right + 1) / 2);
+            const long farthest = std::max(box.titleOffset, (area.right + 1) / 2);
+            box.titleOffset = std::clamp(first.left - own.left, box.titleOffset, farthest);
             box.frame.bottom = std::min(area.bottom, std::max(last.bottom - own.top + margin, box.frame.top + 1));
         }
         wchar_t title[257] = L"";

@@ -1,5 +1,5 @@
-// What the panels with positions (nosepiece, filter wheel, switcher) are made of: a window with a group frame or a title,
-// buttons for the positions, and a setup button.
+// What the panels with positions (nosepiece, filter wheel, switcher) are made of: a window with a group frame or a
+// title, buttons for the positions, and a setup button.
 //
 // A panel has one PositionPanel and gives it the messages of its window and of its buttons. The panel knows what a
 // position looks like and what a click means; everything else is here.
@@ -29,8 +29,8 @@ inline constexpr int kMaxPositions = 16;
 // the ends; larger ones, between rows, stay where there is no row, as does every step where there is nothing else.
 KXDEVUI_API int NextButton(int from, int step, std::span<const bool> usable);
 
-// The windows of a panel, and what they have in common. All measures are unzoomed pixels in the panel's client area; the
-// GUI zoom is applied when the layout is finished, and again when it changes.
+// The windows of a panel, and what they have in common. All measures are unzoomed pixels in the panel's client area;
+// the GUI zoom is applied when the layout is finished, and again when it changes.
 class KXDEVUI_API PositionPanel {
 public:
     // Nothing yet.
@@ -72,6 +72,10 @@ public:
     HWND AddButton(int id, const wchar_t* text, const RECT& place, DWORD style, WNDPROC procedure, void* object);
     // The setup button "..." at its end.
     void AddSetup(const RECT& place, bool enabled, WNDPROC procedure, void* object);
+    // Whether the first position stands last, at the right end of the last row; before the frame. Off at first.
+    void SetReversed(bool reversed) noexcept { m_reversed = reversed; }
+    // The font of all buttons, the setup button's as well.
+    void SetButtonFonts(HFONT font) const;
     // Any other child.
     HWND AddChild(const wchar_t* className, int id, const wchar_t* text, const RECT& place, DWORD style);
     // The parts are complete: sizes the window, marks it, applies the GUI zoom and sets the titles' fonts. The frame
@@ -130,6 +134,7 @@ private:
     long m_focusPosition = -1;
     bool m_setupHovered = false;
     bool m_tabStop = false;
+    bool m_reversed = false;
     int m_lostFocus = 0;  // the id of the child that had it
 };
 

@@ -24,7 +24,8 @@ public:
 
 struct Device : CKxSimFilterChanger {
     explicit Device(int count, SKxSimFilterChangerKind kind = {})
-        : CKxSimFilterChanger(L"Emission", std::vector<std::wstring>(static_cast<std::size_t>(count), L"525/50"), kind) {
+        : CKxSimFilterChanger(L"Emission", std::vector<std::wstring>(static_cast<std::size_t>(count), L"525/50"),
+                              kind) {
         CKxDeviceRegistry::Add(*this);
     }
 };
@@ -43,8 +44,12 @@ TEST(FilterWheel, ColoursTheBandsInTheirOrder) {
     const struct {
         const wchar_t* name;
         int bands;
-    } table[] = {{L"", 0},       {L"Empty", 0},          {L"no filter <&\"'>", 0},
-                 {L"525/50", 1}, {L"390/40 482/25 587/45", 3}, {L"390/40 435/20 482/25 550/20 587/45 650/30", 5}};
+    } table[] = {{L"", 0},
+                 {L"Empty", 0},
+                 {L"no filter <&\"'>", 0},
+                 {L"525/50", 1},
+                 {L"390/40 482/25 587/45", 3},
+                 {L"390/40 435/20 482/25 550/20 587/45 650/30", 5}};
     for (const auto& row : table) {
         for (const bool square : {false, true}) {
             CKxStringW name(row.name);
@@ -75,7 +80,7 @@ TEST(FilterWheel, LaysOutItsGrid) {
         long height;
         POINT last;  // the place of the last button
         int shown;
-    } table[] = {{1, 48, {16, 16}, 1}, {8, 48, {16 + 7 * 24, 16}, 8}, {9, 72, {16, 40}, 9}, {40, 72, {184, 40}, 16}};
+    } table[] = {{1, 48, {16, 16}, 1}, {8, 48, {16 + 7 * 24, 16}, 8}, {9, 72, {16, 40}, 9}, {40, 144, {184, 40}, 16}};
     for (const auto& row : table) {
         Wheel panel(parent.Record());
         Device device(row.count);
