@@ -140,13 +140,23 @@ void CKxDevUI_ZStack::CollectControls() {
     EnumChildWindows(m_hWnd, collect, reinterpret_cast<LPARAM>(this));
 }
 
-// The labels' rectangles are short for some of the languages; they take the gap before their edits too.
+// The labels' rectangles are short in some of the languages; then they take the gap before their edits too.
 void CKxDevUI_ZStack::WidenLabels() {
+    const auto needs = [](HWND label) {
+        wchar_t text[64] = L"";
+        const int length = GetWindowTextW(label, text, static_cast<int>(std::size(text)));
+        const WindowDC dc(label);
+        const Selection font(dc, reinterpret_cast<HFONT>(SendMessageW(label, WM_GETFONT, 0, 0)));
+        SIZE size{};
+        GetTextExtentPoint32W(dc, text, length, &size);
+        return size.cx;
+    };
     for (const auto& [label, edit] : {std::pair{IDC_ZS_STEP_LABEL, IDC_ZS_EDIT_STEP},
                                       {IDC_ZS_BELOW_LABEL, IDC_ZS_EDIT_BELOW},
                                       {IDC_ZS_RANGE_LABEL, IDC_ZS_EDIT_RANGE},
                                       {IDC_ZS_READOUT_LABEL, IDC_ZS_EDIT_ABOVE}}) {
         const RECT rect = RectInParent(Item(label));
+        if (needs(Item(label)) <= rect.right - rect.left) continue;
         const long left = std::max(0L, rect.left - 2), right = RectInParent(Item(edit)).left - 2;
         SetWindowPos(Item(label), nullptr, left, rect.top, right - left, rect.bottom - rect.top,
                      SWP_NOZORDER | SWP_NOACTIVATE);
@@ -181,9 +191,7 @@ Handled CKxDevUI_ZStack::Handle(const Message& message) {
     switch (message.id) {
     case WM_PAINT:
     case WM_PRINTCLIENT: return OnPaint(message);
-    case WM_COMMAND:
-        // Controls alone: a menu or an accelerator has no window.
-        return message.lParam ? OnCommand(LOWORD(message.wParam), HIWORD(message.wParam)) : std::nullopt;
+    case WM_COMMAND: return OnCommand(LOWORD(message.wParam), HIWORD(message.wParam));
     case WM_DRAWITEM:
         return message.lParam ? OnDrawItem(*reinterpret_cast<const DRAWITEMSTRUCT*>(message.lParam)) : std::nullopt;
     case WM_MEASUREITEM:
@@ -283,7 +291,7 @@ void CKxDevUI_ZStack::SetPiezoPickerMode(unsigned int entry, int mode) {
         if (m_data) m_data->SetKeepZOnPiezoHome(entry == PiezoHomeKeepZ);
     }
     m_piezoMode = mode;
-    if (m_hWnd) InvalidateRect(Item(IDC_ZS_PIEZO), nullptr, FALSE);
+    ShowPiezoEntry();
 }
 
 void CKxDevUI_ZStack::PickPiezo(unsigned int entry) {
@@ -292,9 +300,10 @@ void CKxDevUI_ZStack::PickPiezo(unsigned int entry) {
     const Alive alive(this);
     if (!same) OnZStackChanged(RefreshAll);
     if (alive) OnPiezoPickerChanged(entry, m_piezoMode);
+    if (alive) DoCommand(m_piezoMenu.GetCommand(static_cast<int>(entry)));
 }
 
-void CKxDevUI_ZStack::OnPiezoPickerChanged(unsigned int entry, int) { OnGoHomeRequest(entry == PiezoHomeKeepZ); }
+void CKxDevUI_ZStack::OnPiezoPickerChanged(unsigned int, int) {}
 
 bool CKxDevUI_ZStack::DoCommand(const wchar_t* name) {
     const bool keep = std::wcscmp(name, L"GOHOMEKEEP") == 0;

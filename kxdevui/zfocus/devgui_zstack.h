@@ -112,8 +112,8 @@ public:
 
 protected:
     // The user has chosen an entry of the piezo button's menu: PiezoHome or PiezoHomeKeepZ, which is now what the
-    // button does; `mode` is the picker's. Here that becomes OnGoHomeRequest. It comes after the choice has been
-    // written into the record and, if it is another one than before, told by OnZStackChanged(3).
+    // button does; `mode` is the picker's. It comes after the choice has been written into the record and, if it is
+    // another one than before, told by OnZStackChanged(3); OnGoHomeRequest follows. Does nothing here.
     virtual void OnPiezoPickerChanged(unsigned int entry, int mode);
 
     // The step has been changed: by typing it, or, `typed` being false, by taking the suggested one.
@@ -279,6 +279,7 @@ private:
     void ShowSteps();
     void ShowDevice();
     void ShowTips(bool inverted);
+    void ShowPiezoEntry();
 
     // The controls by their ids, counted from the first: asking the platform for one costs as much as drawing it.
     static constexpr int kFirstControl = 1196;
@@ -288,6 +289,7 @@ private:
     struct {
         bool step, below, range, count, above;
     } m_dirty{};
+    int m_hidden = 0;  // the field that a refresh takes the focus from
     std::wstring m_before;
     CKxImageMenu m_piezoMenu;
     unsigned int m_piezoEntry = PiezoHome;

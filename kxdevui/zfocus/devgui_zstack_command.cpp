@@ -2,6 +2,7 @@
 #include <kxdevui/zfocus/devgui_zstack.h>
 
 #include <kxdevui/zfocus/zstack_ids.h>
+#include <kxdevui/zfocus/zstack_rules.h>
 #include <kxdevui/zfocus/zstack_window.h>
 
 using kx::ui::Alive;
@@ -18,8 +19,6 @@ constexpr bool IsPositionButton(int id) { return id >= IDC_ZS_TOP && id <= IDC_Z
 
 Handled CKxDevUI_ZStack::OnCommand(int id, int code) {
     switch (code) {
-    // Owner-drawn buttons tell of every second quick click in another way.
-    case BN_DOUBLECLICKED:
     case BN_CLICKED: return OnClicked(id);
     case EN_SETFOCUS: return OnEditFocus(id);
     case EN_KILLFOCUS: return OnEditLeft(id);
@@ -58,7 +57,7 @@ Handled CKxDevUI_ZStack::OnClicked(int id) {
 
 void CKxDevUI_ZStack::MakeRelative() {
     int type = 0;
-    if (m_data->GetType(&type) == eKxZStack_Ok && (type & 2) == 0) {
+    if (m_data->GetType(&type) == eKxZStack_Ok && kx::zstack::IsHeldByEnds(type)) {
         m_data->ResetTop();
         m_data->ResetBottom();
     }
@@ -126,6 +125,8 @@ Handled CKxDevUI_ZStack::OnEditFocus(int id) {
 
 Handled CKxDevUI_ZStack::OnEditLeft(int id) {
     if (!IsValidated(id)) return std::nullopt;
+    // A refresh that hides the field takes the focus from it, and is nobody's wish.
+    if (m_hidden == id) return 0;
     const HWND edit = Item(id), focus = GetFocus();
     const Alive alive(this);
     // A button that takes the focus by a press of the mouse still acts, and does so first. The refresh that follows

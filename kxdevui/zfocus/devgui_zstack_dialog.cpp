@@ -9,6 +9,9 @@
 #include <kxsystem/kx_translation.h>
 
 #include <algorithm>
+#include <array>
+#include <cwchar>
+#include <vector>
 
 using namespace kx::zstack;
 
@@ -46,14 +49,27 @@ void SetTexts(HWND dialog, const wchar_t* question) {
     SetDlgItemTextW(dialog, IDC_YNK_QUESTION, question);
 }
 
+bool HasGlyphs(HWND label, const wchar_t* text, HFONT font) {
+    const kx::ui::WindowDC dc(label);
+    const kx::ui::Selection selected(dc, font);
+    std::vector<WORD> glyphs(std::wcslen(text));
+    GetGlyphIndicesW(dc, text, static_cast<int>(glyphs.size()), glyphs.data(), GGI_MARK_NONEXISTING_GLYPHS);
+    return std::find(glyphs.begin(), glyphs.end(), WORD{0xFFFF}) == glyphs.end();
+}
+
 void LayOut(HWND dialog, const wchar_t* question) {
     const HWND label = GetDlgItem(dialog, IDC_YNK_QUESTION);
     YesNoKeepSizes sizes{};
     sizes.icon = SizeOf(GetDlgItem(dialog, IDC_YNK_ICON));
-    // The stock font sets the size, but it has no Japanese; what is seen is the dialog's own font, and must not be cut.
-    const SIZE stock = Measure(label, question, static_cast<HFONT>(GetStockObject(ANSI_VAR_FONT)));
-    const SIZE own = Measure(label, question, reinterpret_cast<HFONT>(SendMessageW(label, WM_GETFONT, 0, 0)));
-    sizes.question = {std::max(stock.cx, own.cx), std::max(stock.cy, own.cy)};
+    // The stock font sets the size, and shows the question where it has all its letters; it has no Japanese.
+    const auto stock = static_cast<HFONT>(GetStockObject(ANSI_VAR_FONT));
+    sizes.question = Measure(label, question, stock);
+    if (HasGlyphs(label, question, stock)) {
+        SendMessageW(label, WM_SETFONT, reinterpret_cast<WPARAM>(stock), FALSE);
+    } else {
+        const SIZE own = Measure(label, question, reinterpret_cast<HFONT>(SendMessageW(label, WM_GETFONT, 0, 0)));
+        sizes.question = {std::max(sizes.question.cx, own.cx), std::max(sizes.question.cy, own.cy)};
+    }
     sizes.check = SizeOf(GetDlgItem(dialog, IDC_YNK_KEEP));
     for (std::size_t i = 0; i < kButtons.size(); ++i)
         sizes.buttons[i] = SizeOf(GetDlgItem(dialog, kButtons[i]));

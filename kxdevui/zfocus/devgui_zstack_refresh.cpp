@@ -37,18 +37,19 @@ Position From(const Position& home, const Position& position) {
 }  // namespace
 
 void CKxDevUI_ZStack::UpdateGUI(unsigned int flags) {
-    if (!m_hWnd || !m_data) return;
+    // A copy may have the handle of a window that is gone.
+    if (!IsWindow(m_hWnd) || !m_data) return;
+    const Alive alive(this);
+    // A field that goes takes its focus with it, which other windows hear of.
+    const auto stands = [&] { return alive && m_hWnd && m_data; };
     unsigned int device = 0;
-    if (m_data->GetZDevice(&device) == eKxZStack_Ok) {
-        const Alive alive(this);
-        OnZDeviceShown(device);
-        if (!alive || !m_hWnd || !m_data) return;
-    }
+    if (m_data->GetZDevice(&device) == eKxZStack_Ok) OnZDeviceShown(device);
     if (flags & RefreshPositions) {
-        ShowPositions();
-        ShowDevice();
+        if (stands()) ShowPositions();
+        if (stands()) ShowDevice();
     }
-    if (flags & RefreshStep) ShowSteps();
+    if (stands() && (flags & RefreshStep)) ShowSteps();
+    if (!stands()) return;
     if ((flags & RefreshAll) == RefreshAll) {
         const bool typing = m_dirty.step || m_dirty.below || m_dirty.range || m_dirty.count || m_dirty.above;
         ShownOf(m_hWnd)->typed = typing;
@@ -77,7 +78,16 @@ void CKxDevUI_ZStack::ShowText(int id, const wchar_t* text) {
 void CKxDevUI_ZStack::ShowItem(int id, bool show) {
     const HWND item = Item(id);
     const bool shown = (GetWindowLongW(item, GWL_STYLE) & WS_VISIBLE) != 0;
-    if (item && shown != show) ShowWindow(item, show ? SW_SHOWNA : SW_HIDE);
+    if (!item || shown == show) return;
+    const Alive alive(this);
+    if (!show && GetFocus() == item) {
+        m_hidden = id;
+        SetFocus(m_hWnd);
+        if (!alive) return;
+        m_hidden = 0;
+        m_dirty = {};
+    }
+    ShowWindow(item, show ? SW_SHOWNA : SW_HIDE);
 }
 
 void CKxDevUI_ZStack::EnableItem(int id, bool enable) {
@@ -182,11 +192,18 @@ void CKxDevUI_ZStack::ShowDevice() {
     bool keep = false;
     const unsigned int entry =
         m_data->GetKeepZOnPiezoHome(&keep) == eKxZStack_Ok ? (keep ? PiezoHomeKeepZ : PiezoHome) : m_piezoEntry;
-    if (std::exchange(m_piezoEntry, entry) != entry) InvalidateRect(Item(IDC_ZS_PIEZO), nullptr, FALSE);
+    if (std::exchange(m_piezoEntry, entry) != entry) ShowPiezoEntry();
     ShowItem(IDC_ZS_PIEZO,
              std::any_of(m_devices.begin(), m_devices.end(), [](const auto& each) { return each.piezo; }));
     EnableItem(IDC_ZS_PIEZO, device && device->piezo);
     ShowTips(device && device->inverted);
+}
+
+void CKxDevUI_ZStack::ShowPiezoEntry() {
+    const HWND button = Item(IDC_ZS_PIEZO);
+    if (!button) return;
+    KX_UpdateToolTipWindow(button, m_piezoMenu.GetText(static_cast<int>(m_piezoEntry)));
+    InvalidateRect(button, nullptr, FALSE);
 }
 
 // What the top means for the objective depends on the side that it is on.
@@ -208,6 +225,7 @@ void CKxDevUI_ZStack::ShowTips(bool inverted) {
         InvalidateRect(m_hWnd, &area, FALSE);
     }
     if (!first) return;
+    ShowPiezoEntry();
     const struct {
         int id;
         const wchar_t* text;

@@ -72,7 +72,12 @@ public:
     void Bar(const RECT& bar, const Axis& axis, bool planes) const {
         Fill(m_dc, bar, m_ground);
         Hatch(bar, axis);
-        if (m_values.top && m_values.bottom) DrawStack(bar, axis, planes);
+        if (m_values.top && m_values.bottom) {
+            DrawStack(bar, axis, planes);
+        } else if (const auto& end = m_values.top ? m_values.top : m_values.bottom; end && axis.Holds(*end)) {
+            const long row = axis.RowOf(*end);
+            Fill(m_dc, {bar.left, row, bar.right, row + std::max(2L, Zoomed(2))}, m_stack);
+        }
         if (m_values.home && axis.Holds(*m_values.home)) DrawHome(bar, axis.RowOf(*m_values.home));
         FrameRect(m_dc, &bar, KX_GetSysColorBrush(COLOR_BTNSHADOW));
         if (m_values.z) DrawZ(bar, axis, planes);

@@ -21,18 +21,18 @@ YesNoKeepLayout PlaceYesNoKeep(const YesNoKeepSizes& sizes) {
 
     YesNoKeepLayout layout{};
     layout.icon = Box(kMargin, kMargin, sizes.icon.cx, sizes.icon.cy);
-    layout.question = Box(layout.icon.right + kMargin, kMargin, std::max(sizes.question.cx, row), sizes.question.cy);
-    const long width = layout.question.right - layout.question.left;
-    const long under = std::max(layout.question.bottom, layout.icon.bottom);
-    layout.check = Box(layout.question.left, under + kMargin, width, sizes.check.cy);
+    layout.question = Box(layout.icon.right + kMargin, kMargin, sizes.question.cx, sizes.question.cy);
+    layout.check = Box(layout.question.left, layout.question.bottom + kMargin, sizes.check.cx, sizes.check.cy);
 
-    long x = layout.question.left + (width - row) / 2;
-    const long y = layout.check.bottom + kMargin;
+    // In the middle under the question, where that is wider.
+    long x = layout.question.left + std::max(0L, (sizes.question.cx - row) / 2);
+    const long y = std::max(layout.check.bottom, layout.icon.bottom) + kMargin;
     for (std::size_t i = 0; i < sizes.buttons.size(); ++i) {
         layout.buttons[i] = Box(x, y, sizes.buttons[i].cx, sizes.buttons[i].cy);
         x = layout.buttons[i].right + kMargin;
     }
-    layout.dialog = {layout.question.right + 2 * (sizes.edgeX + kMargin / 2),
+    const long right = std::max({layout.question.right, layout.check.right, x - kMargin});
+    layout.dialog = {right + 2 * (sizes.edgeX + kMargin / 2),
                      y + rowHeight + kMargin + 2 * sizes.edgeY + sizes.captionHeight};
     return layout;
 }

@@ -5,7 +5,9 @@
 
 namespace kx::zstack {
 
-// The types whose range, or whose distances from home, can be typed. The bit of value 4 makes no difference.
+// The types that hold their ends; whose range, or whose distances from home, can be typed. The bit of value 4 makes no
+// difference.
+constexpr bool IsHeldByEnds(int type) { return (type & ~4) == 0 || (type & ~4) == 1; }
 constexpr bool HasRange(int type) { return (type & ~4) == 2; }
 constexpr bool HasDistances(int type) { return (type & ~4) == 3; }
 
