@@ -231,12 +231,17 @@ LRESULT CKxDevUI_ColorSlider::OnScroll(UINT message, WPARAM wParam, LPARAM lPara
     const Alive alive(RootOf(this));
     const HWND arrows = m_spin;
     if (arrows && reinterpret_cast<HWND>(lParam) == arrows && LOWORD(wParam) == SB_THUMBPOSITION && !m_values.empty()) {
-        const auto wanted = AskPower(m_spin.ValueOf(HIWORD(wParam)));
-        if (!wanted) return 0;
-        SetPower(*wanted, true);
+        double value = m_spin.ValueOf(HIWORD(wParam));
+        bool veto = false;
+        OnPowerChanged(value, veto);
         if (!alive) return 0;
-        // Refused, or an entry that is held already: the arrows have gone on all the same.
-        m_spin.SetPosition(m_spin.PositionOf(m_power));
+        if (!veto && std::isfinite(value)) {
+            // The arrows stay where they are: on an uneven table several of their steps may lie between two entries.
+            SetPower(value, true);
+        } else {
+            m_spin.SetPosition(m_spin.PositionOf(m_power));
+        }
+        if (!alive) return 0;
     }
     return CKxDevUI_Container::OnScroll(message, wParam, lParam, horizontal);
 }

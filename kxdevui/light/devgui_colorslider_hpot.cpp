@@ -2,11 +2,13 @@
 #include <kxdevui/light/devgui_colorslider.h>
 
 #include <algorithm>
+#include <climits>
 #include <cmath>
 
 #include <kxbaseui/kx_colors.h>
 #include <kxbaseui/kx_layoutmanager.h>
 #include <kxdevui/controls/hpot_common.h>
+#include <kxdevui/framework/ui_arithmetic.h>
 #include <kxdevui/framework/ui_gdi.h>
 #include <kxdevui/framework/ui_life.h>
 #include <kxdevui/light/colorslider_paint.h>
@@ -188,9 +190,11 @@ void Thumb::RenderStrip(HDC dc, HBITMAP bitmap, const RECT& strip) {
 
 namespace {
 
-SIZE SizeOf(HBITMAP bitmap) {
+// How far lines can be seen in a bitmap; without one nothing is known of that.
+SIZE SeenIn(HBITMAP bitmap) {
     BITMAP about{};
-    return GetObjectW(bitmap, sizeof about, &about) ? SIZE{about.bmWidth, about.bmHeight} : SIZE{};
+    return GetObjectW(bitmap, sizeof about, &about) ? SIZE{about.bmWidth + 1, about.bmHeight + 1}
+                                                    : SIZE{LONG_MAX, LONG_MAX};
 }
 
 void DrawThickLine(HDC dc, POINT from, POINT to, COLORREF color) {
@@ -204,7 +208,7 @@ void DrawThickLine(HDC dc, POINT from, POINT to, COLORREF color) {
 
 void Thumb::RenderHorizontalRainbowRect(HDC dc, HBITMAP bitmap, int x, int y, int w, int h, double fromNm,
                                         double toNm) {
-    const int seen = static_cast<int>(std::min<long>(w, SizeOf(bitmap).cx + 1));
+    const int seen = static_cast<int>(std::min<long>(w, kx::ui::Difference(SeenIn(bitmap).cx, x)));
     for (int c = 0; c < seen; ++c) {
         const COLORREF color = KX_RGBFromWavelength2(fromNm + c * (toNm - fromNm) / w);
         DrawThickLine(dc, {x + c, y}, {x + c, y + h - 2}, color);
@@ -212,7 +216,7 @@ void Thumb::RenderHorizontalRainbowRect(HDC dc, HBITMAP bitmap, int x, int y, in
 }
 
 void Thumb::RenderVerticalRainbowRect(HDC dc, HBITMAP bitmap, int x, int y, int w, int h, double fromNm, double toNm) {
-    const int seen = static_cast<int>(std::min<long>(h, SizeOf(bitmap).cy + 1));
+    const int seen = static_cast<int>(std::min<long>(h, kx::ui::Difference(SeenIn(bitmap).cy, y)));
     for (int r = 0; r < seen; ++r) {
         const COLORREF color = KX_RGBFromWavelength(fromNm + r * (toNm - fromNm) / h);
         DrawThickLine(dc, {x, y + r}, {x + w - 2, y + r}, color);

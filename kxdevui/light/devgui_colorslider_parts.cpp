@@ -111,6 +111,7 @@ void CKxDevUI_ColorSlider::ArrangeTabStops() {
 void CKxDevUI_ColorSlider::BeginThumbs() {
     if (!IsRange()) {
         m_hpot.m_held = {0, kx::hpot::NearestEntry(m_hpot.m_scale, 0)};
+        m_hpot.m_thumbPos = m_hpot.ValueToThumbPos(0);
     } else if (!m_values.empty()) {
         const auto last = static_cast<int>(m_values.size()) - 1;
         m_range = {{m_values.front(), 0}, {m_values.back(), last}};
@@ -286,7 +287,7 @@ int CKxDevUI_ColorSlider::MoveParts(const CKxDevUI_Base& thumb, int x, std::init
         if (each) move(each);
     }
     // Moved on the screen: whoever lays out unzoomed pixels later must not take these for such.
-    CKxGUILayoutManager::ResizeWindowToGuiZoom(m_hWnd, CKxGUILayoutManager::GetGuiZoom());
+    CKxGUILayoutManager::RememberWindowDimsForGuiZoom(m_hWnd);
     return static_cast<int>(offset);
 }
 

@@ -228,9 +228,17 @@ void RangeThumbs::Update(bool fromValues, bool notify, bool redraw) {
 bool RangeThumbs::Ask(const Range& wanted) {
     const Watch watch(this);
     double minimum = wanted.minimum.value, maximum = wanted.maximum.value;
+    const auto holdInOwner = [this](const Range& range) {
+        if (m_owner && m_owner->IsRange()) m_owner->m_range = range;
+    };
+    // A host that asks is told what is wanted.
+    holdInOwner(wanted);
     OnRangeChanged(minimum, maximum);
     if (!watch) return false;
-    if (m_scale.values.empty() || std::isnan(minimum) || std::isnan(maximum)) return true;
+    if (m_scale.values.empty() || std::isnan(minimum) || std::isnan(maximum)) {
+        holdInOwner(m_range);
+        return true;
+    }
     m_range = Ordered(kx::colorslider::Snapped(minimum, maximum, m_scale.values), GivesWay::Minimum);
     if (m_owner && m_owner->IsRange()) m_owner->ShowRange(m_range);
     return static_cast<bool>(watch);

@@ -62,8 +62,6 @@ void CKxDevUI_ModeShutter::Load(const Shutter& shutter) {
     }
     m_apertures = std::move(apertures);
     m_apertureIndex = FindApertureIndex(m_aperture);
-    for (int mode = 0; mode < kx::modeshutter::kModes; ++mode)
-        m_modeOffered[static_cast<std::size_t>(mode)] = shutter.GetModeAvailable(static_cast<EKxShutterMode>(mode));
 }
 
 bool CKxDevUI_ModeShutter::Init(unsigned shutterId) {
@@ -231,8 +229,8 @@ void CKxDevUI_ModeShutter::CreateControls() {
 }
 
 void CKxDevUI_ModeShutter::FillModes() {
-    for (int mode = 0; mode < kx::modeshutter::kModes; ++mode) {
-        if (!m_modeOffered[static_cast<std::size_t>(mode)]) continue;
+    for (int mode = 0; m_shutterId != 0 && mode < kx::modeshutter::kModes; ++mode) {
+        if (!DMApi::Shutter_GetModeAvailable(m_shutterId, static_cast<EKxShutterMode>(mode))) continue;
         const CKxStringW text = KX_GetTranslation(kx::modeshutter::ModeText(mode), L"Smart shutter mode: %s", kSource);
         const LRESULT item = SendMessageW(m_modeList, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text.c_str()));
         SendMessageW(m_modeList, CB_SETITEMDATA, static_cast<WPARAM>(item), mode);
@@ -305,14 +303,9 @@ void CKxDevUI_ModeShutter::CKxDevGUI_ColorSlider::OnPowerChanged(double& value, 
 void CKxDevUI_ModeShutter::OnAperture(double aperture, bool& veto) {
     const Alive alive(this);
     OnApertureChangeRequest(aperture, veto);
-    if (!alive) return;
-    if (!veto) {
-        m_aperture = aperture;
-        m_apertureIndex = FindApertureIndex(aperture);
-    } else if (HWND{m_slider}) {
-        // A typed value is shown before the host is asked, and the slider does not take it back by itself.
-        m_slider.SetPower(m_aperture, true);
-    }
+    if (!alive || veto) return;
+    m_aperture = aperture;
+    m_apertureIndex = FindApertureIndex(aperture);
 }
 
 LRESULT CKxDevUI_ModeShutter::OnCommand(WPARAM wParam, LPARAM) {

@@ -22,8 +22,9 @@ struct Message;
 // others.
 //
 // The user's choices go to the host by the protected callbacks, which may refuse them; then the row shows what it held
-// before. The control never sets the device. What the device does arrives through Update, from the host or by the
-// message 0x0500, whose four flags are those of Update in their order.
+// before, but for an aperture that was typed: it is shown already when the host is asked, and stays. The control never
+// sets the device. What the device does arrives through Update, from the host or by the message 0x0500, whose four
+// flags are those of Update in their order.
 //
 // Set-up, in this order: construct; SetSeparator, SetShowTitle, SetShowModes, SetTitle; Init; Create. The flags hold
 // from the next CreateControls on.
@@ -43,8 +44,9 @@ public:
     // changed, for the id 0. A number that no shutter has counts as one that is closed, without steps and modes.
     bool Init(unsigned shutterId);
 
-    // Shows what the device manager tells: `steps` reads the apertures and the modes offered anew and makes the child
-    // windows anew; then `mode`, `state` and `aperture`, in this order. False, and nothing changed, for the id 0.
+    // Shows what the device manager tells: `steps` reads the apertures anew and makes the child windows anew, with
+    // the modes that the device manager knows the shutter to offer; then `mode`, `state` and `aperture`, in this order.
+    // False, and nothing changed, for the id 0.
     bool Update(unsigned shutterId, bool steps, bool aperture, bool state, bool mode);
     // The same from the device itself. False for null, and when the device throws an exception, which is logged.
     bool Update(IKxDeviceShutter* device, bool steps, bool aperture, bool state, bool mode);
@@ -130,7 +132,6 @@ protected:
     // The number of the device, 0 for none; its steps in percent; the modes that it offers.
     unsigned m_shutterId = 0;
     std::vector<double> m_apertures;
-    std::array<bool, kx::modeshutter::kModes> m_modeOffered{};
     // What is held.
     double m_aperture = 0;
     long m_apertureIndex = -1;

@@ -181,6 +181,8 @@ HWND CKxDevUI_Shutter::Create(HWND button, HWND title) {
     CorrectZOrder(button);
     if (title) TakeOver(m_titleWindow = title, titlePlace, all, kTitleId);
     TakeOver(m_button = button, buttonPlace, all, kButtonId);
+    m_buttonPlace = PlaceOf(button);
+    if (title) m_titlePlace = PlaceOf(title);
     SetWindowLongW(button, GWL_STYLE, (GetWindowLongW(button, GWL_STYLE) & ~BS_TYPEMASK) | BS_PUSHLIKE | BS_OWNERDRAW);
     DressChildren();
     return alive && Stands(window) ? Finish(window) : nullptr;
@@ -275,17 +277,13 @@ void CKxDevUI_Shutter::DressChildren() {
 }
 
 void CKxDevUI_Shutter::SetFonts(bool redraw) {
-    const auto font = [this](bool bold) {
-        return reinterpret_cast<WPARAM>(bold && m_boldTitle ? KX_GetDefaultGuiFontBold() : KX_GetDefaultGuiFont());
-    };
-    if (m_titleWindow) SendMessageW(m_titleWindow, WM_SETFONT, font(true), redraw);
-    SendMessageW(m_button, WM_SETFONT, font(m_titleInButton), redraw);
+    const HFONT font = KX_GetDefaultGuiFont(), titleFont = m_boldTitle ? KX_GetDefaultGuiFontBold() : font;
+    if (m_titleWindow) SendMessageW(m_titleWindow, WM_SETFONT, reinterpret_cast<WPARAM>(titleFont), redraw);
+    SendMessageW(m_button, WM_SETFONT, reinterpret_cast<WPARAM>(font), redraw);
 }
 
 void CKxDevUI_Shutter::DestroyControls() {
     const HWND title = std::exchange(m_titleWindow, nullptr), button = std::exchange(m_button, nullptr);
-    if (m_adopted && title) m_titlePlace = PlaceOf(title);
-    if (m_adopted && button) m_buttonPlace = PlaceOf(button);
     if (button) {
         KX_DeleteToolTip(button);
         DestroySubclassed(button);
@@ -400,11 +398,11 @@ void CKxDevUI_Shutter::Show(unsigned shutterId, const Reading& reading, bool a, 
     if (a || b) {
         m_toolTip = reading.toolTip;
         m_locked = reading.locked;
-        KX_UpdateToolTipWindow(m_button, m_toolTip);
         SetEnabled(!m_locked);
     }
     if (b && alive) SetType(reading.type, reading.title.IsEmpty());
     if (b && alive && !reading.title.IsEmpty()) SetTitle(reading.title);
+    if (b && alive) KX_UpdateToolTipWindow(m_button, m_toolTip);
     if (c && alive) UpdateShutterIcon(shutterId, reading.grabberActive);
     if (c && alive) SetState(reading.open);
 }

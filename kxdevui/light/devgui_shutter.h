@@ -77,11 +77,12 @@ public:
 
     // ---- The device ----
 
-    // Shows what the device manager tells of a shutter. `a`: its tooltip, and whether it can be operated from here
-    // (capability 154), by which the control is locked and disabled, or unlocked and enabled, whatever the host has set
-    // before. `b`: the same, its type and its title; without a title the type's ("EPI", "DIA", "Aux1", "Aux2"). `c`:
-    // its images and its state. False, and nothing changed, for the id 0. A number that no shutter has counts as one
-    // that is closed, of type 0, without texts.
+    // Shows what the device manager tells of a shutter. `a`: the tooltip's text, shown when the
+    // button is made next, and whether it can be operated from here (capability 154), by which the control is locked
+    // and disabled, or unlocked and enabled, whatever the host has set before. `b`: the same with the tooltip shown,
+    // its type and its title; without a title the type's ("EPI", "DIA", "Aux1", "Aux2"). `c`: its images and its state.
+    // False, and nothing changed, for the id 0. A number that no shutter has counts as one that is closed, of type 0,
+    // without texts.
     bool Update(unsigned shutterId, bool a, bool b, bool c);
     // The same from the device itself; `a` also makes title, button and tooltip anew. False for null, and when the
     // device throws an exception, which is logged.

@@ -176,6 +176,12 @@ void CKxGUILayoutManager::ResizeWindowToGuiZoom(HWND window, double previousZoom
     RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN | RDW_FRAME);
 }
 
+void CKxGUILayoutManager::RememberWindowDimsForGuiZoom(HWND window) {
+    if (!IsWindow(window) || LaysOutItsChildren(window)) return;
+    for (const HWND below : kx::WindowsBelow(window))
+        if (!LaysOutItsChildren(GetAncestor(below, GA_PARENT))) Remember(below, s_zoom, s_zoom);
+}
+
 void CKxGUILayoutManager::DeleteWindowDimsForGuiZoom(HWND window) {
     if (!IsWindow(window)) return;
     Memory().Forget(window);

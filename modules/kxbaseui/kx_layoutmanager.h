@@ -45,4 +45,7 @@ public:
     // Forgets the remembered rectangles of `window` and of all windows below it. Called when children have been laid
     // out anew, before ResizeWindowToGuiZoom(window, 1.0).
     static void DeleteWindowDimsForGuiZoom(HWND window);
+    // Takes the places of all windows below as those of the present zoom, and moves nothing: after somebody has moved
+    // windows on the screen, so that nobody takes them for unzoomed places.
+    static void RememberWindowDimsForGuiZoom(HWND window);
 };

@@ -191,13 +191,13 @@ TEST(ColorSlider, TellsOfARangeInEachWay) {
         {"wheel takes the minimum along", [](Slider& s) { MoveToValue(s.Thumb(), 70), Wheel(-120, MOD_SHIFT); },
          {Range(20, 20, 20, 20)}, 20, 20},
         {"drag of the minimum", [](Slider& s) { DragValue(s.Thumb(), {30, 10}); },
-         {Range(10, 70, 30, 70), Range(10, 70, 10, 70), Call("Up")}, 10, 70},
+         {Range(10, 70, 10, 70), Range(10, 70, 10, 70), Call("Up")}, 10, 70},
         {"the minimum stops at the maximum", [](Slider& s) { DragValue(s.Thumb(), {30, 90}); },
-         {Range(90, 70, 30, 70), Range(90, 70, 70, 70), Range(70, 70, 70, 70), Call("Up")}, 70, 70},
+         {Range(90, 70, 90, 70), Range(90, 70, 90, 70), Range(70, 70, 70, 70), Call("Up")}, 70, 70},
         {"the maximum takes the minimum along", [](Slider& s) { DragValue(s.Thumb(), {70, 20}); },
-         {Range(30, 20, 30, 70), Range(20, 20, 20, 20), Call("Up")}, 20, 20},
+         {Range(30, 20, 30, 20), Range(20, 20, 20, 20), Call("Up")}, 20, 20},
         {"a click goes to the nearer thumb", [](Slider& s) { PressAt(s.Thumb(), 61), Release(); },
-         {Range(30, 60, 30, 70), Range(30, 60, 30, 60), Call("Up")}, 30, 60},
+         {Range(30, 60, 30, 60), Range(30, 60, 30, 60), Call("Up")}, 30, 60},
         {"keys on both thumbs",
          [](Slider& s) {
              const DialogKeys keys(s);
@@ -425,7 +425,10 @@ TEST(ColorSlider, PlacesItsParts) {
     EXPECT_EQ(RectInParent(slider.Part(10001)).left, std::lround(edit.left * 1.5));
     EXPECT_EQ(RectInParent(slider).right - RectInParent(slider).left, slider.GetWidth());
     // A move on the screen is none in unzoomed pixels.
-    slider.SetHPotLeft(static_cast<int>(RectInParent(slider.Thumb()).left) + 30);
+    const long left = RectInParent(slider.Thumb()).left, farther = left + 31 - left % 2;
+    EXPECT_EQ(slider.SetHPotLeft(static_cast<int>(farther)), farther - left);
+    EXPECT_EQ(RectInParent(slider.Thumb()).left, farther) << "to the pixel";
+    slider.SetHPotLeft(static_cast<int>(left) + 30);
     CKxGUILayoutManager::ResizeWindowToGuiZoom(slider, 1.0);
     EXPECT_EQ(RectInParent(slider.Part(10001)).left, std::lround(edit.left * 1.5) + 30);
     CKxGUILayoutManager::SetGuiZoom(1);

@@ -220,7 +220,7 @@ TEST(ShutterUpdate, ShowsWhatIsAskedForAndNothingElse) {
         EXPECT_TRUE(byMessage || shutter.Update(device.GetLogDevId(), a, b, c));
         EXPECT_EQ(shutter.GetEnabled(), !(a || b));
         EXPECT_EQ(IsWindowEnabled(shutter.Button()) != FALSE, !(a || b));
-        EXPECT_EQ(TipOf(shutter), a || b ? L"Lamp & shutter" : L"");
+        EXPECT_EQ(TipOf(shutter), b ? L"Lamp & shutter" : L"");
         EXPECT_EQ(shutter.GetType(), b ? eKxShutterType_Dia : eKxShutterType_Epi);
         EXPECT_EQ(TextOf(shutter.Title()), b ? L"DIA" : L"EPI");
         EXPECT_EQ(shutter.GetState(), c);
