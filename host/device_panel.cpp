@@ -43,6 +43,9 @@ void DevicePanel::ShowState() {
     if (const CKxStringW state = StateText(m_device.GetDeviceState()); state.Length() > 0) {
         caption.Format(200, L"%ls - %ls", m_device.GetKey().c_str(), state.c_str());
     }
+    // A drive tells all the way where it is, and not every time of another state.
+    if (caption == m_caption) return;
+    m_caption = caption;
     ShowCaption(caption);
 }
 

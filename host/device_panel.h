@@ -47,6 +47,7 @@ protected:
 
 private:
     IKxDevice& m_device;
+    CKxStringW m_caption;  // as shown
     int m_listener;
     bool m_refuses = false;
     bool m_ownRefusal = true;

@@ -7,6 +7,8 @@
 #include <memory>
 #include <optional>
 
+#include <kxfilters/kx_objectives.h>
+
 #include "event_log.h"
 
 namespace {
@@ -70,4 +72,16 @@ void HostMicroscope::Tell() const {
               m_roles.shutters.size(), m_roles.lasers.size());
     Log().Add(who, L"Z drives %zu, stages %zu, others %zu", m_roles.zDrives.size(), m_roles.stages.size(),
               m_roles.others.size());
+}
+
+void HostMicroscope::TellObjective(CKxZStackData& series) const {
+    if (m_roles.turrets.empty()) return;
+    const auto& turret = *Simulated<CKxSimNosepiece>(m_roles.turrets.front());
+    long position = 0;
+    if (!turret.GetPosition(position)) return;
+    CKxStringW key;
+    turret.GetObjectiveKey(position, key);
+    SKxDDBObjectiveItem objective;
+    if (CKxDeviceDatabase::DBGetObjectiveParam(key, &objective, false))
+        series.SetObjective(objective.NA, objective.refractiveIndex);
 }

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "config/config_microscope.h"
+#include "series_plan.h"
 
 class HostMicroscope {
 public:
@@ -18,10 +19,16 @@ public:
     const kx::config::Microscope& Roles() const { return m_roles; }
     // To be ticked from a timer.
     CKxSimMicroscope& Devices() { return m_devices; }
+    // What is planned on the drive that focuses.
+    SeriesPlan& Plan() { return m_plan; }
+    // Tells a series the aperture of the objective in the light; one that is not known, or of which nothing is known,
+    // changes nothing.
+    void TellObjective(CKxZStackData& series) const;
 
 private:
     std::wstring m_source;
     kx::config::Remarks m_remarks;
     CKxSimMicroscope m_devices;
     kx::config::Microscope m_roles;
+    SeriesPlan m_plan;
 };

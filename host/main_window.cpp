@@ -338,11 +338,11 @@ void MainWindow::NoteSettings() {
 }
 
 void MainWindow::Simulate(int entry) {
-    constexpr unsigned kUsual = 150, kSlow = 1500;  // milliseconds a position
+    constexpr unsigned kSlowness = 10;
     const auto on = [&]() -> bool& { return m_simulation[static_cast<std::size_t>(entry)]; };
     if (entry < simStop) on() = !on();
     for (CKxSimMicroscope* each : {&m_microscope.Devices(), &m_gallery.Devices(), &TheLight().Devices()}) {
-        if (entry == simSlow) each->SetSpeed(on() ? kSlow : kUsual);
+        if (entry == simSlow) each->SetSlowness(on() ? kSlowness : 1);
         if (entry == simFail) each->SetFails(on());
         if (entry == simStop) each->Stop();
     }

@@ -10,7 +10,9 @@
 #include <kxsystem/kx_log.h>
 
 #include "event_log.h"
+#include "light_devices.h"
 #include "main_window.h"
+#include "pages/bench_page.h"
 #include "resources/resource.h"
 
 namespace {
@@ -19,6 +21,7 @@ namespace {
 Soak* s_soak = nullptr;
 constexpr UINT kTickMilliseconds = 10;
 constexpr int kStepsPerRound = 150;
+constexpr unsigned kDeviceSpeed = 20;  // milliseconds a position: much happens in a round
 constexpr int kCountEvery = 25;        // steps
 constexpr int kMostGdiObjects = 3000;  // more than that over the beginning of a round
 constexpr int kTimesGrown = 3;
@@ -65,19 +68,27 @@ bool PointIn(HWND window, kx::Random& random, POINT& point) {
     return true;
 }
 
-std::array<CKxSimDevice*, 6> Devices(GalleryDevices& gallery) {
-    return {&gallery.Nosepiece(), &gallery.Emission(), &gallery.Cubes(),
-            &gallery.Path(),      &gallery.Mirror(),   &gallery.Lasers()};
-}
-
-void Move(GalleryDevices& gallery, int device, int position) {
-    switch (device) {
-    case 0: gallery.Nosepiece().MoveTo(position); break;
-    case 1: gallery.Emission().MoveTo(position); break;
-    case 2: gallery.Cubes().TurnByHand(position); break;
-    case 3: gallery.Path().MoveTo(position); break;
-    case 4: gallery.Mirror().MoveTo(position % 2 != 0); break;
-    default: gallery.Lasers().SetPortUsed(position, !gallery.Lasers().IsPortUsed(position)); break;
+// Asks a device for a place that it may not have.
+void Move(CKxSimDevice& device, int where) {
+    if (auto* const turret = dynamic_cast<CKxSimNosepiece*>(&device)) {
+        turret->MoveTo(where);
+    } else if (auto* const changer = dynamic_cast<CKxSimFilterChanger*>(&device)) {
+        if (!changer->MoveTo(where)) changer->TurnByHand(where);
+    } else if (auto* const path = dynamic_cast<CKxSimLightPath*>(&device)) {
+        path->MoveTo(where);
+    } else if (auto* const mirror = dynamic_cast<CKxSimTIRFMirror*>(&device)) {
+        mirror->MoveTo(where % 2 != 0);
+    } else if (auto* const laser = dynamic_cast<CKxSimLaserOutput*>(&device)) {
+        laser->SetPortUsed(where, !laser->IsPortUsed(where));
+        laser->SetPower(where * 10);
+    } else if (auto* const shutter = dynamic_cast<CKxSimShutter*>(&device)) {
+        shutter->SetAperture(where * 10);
+        shutter->SetMode(static_cast<EKxShutterMode>(where));
+        shutter->SetOpen(where % 2 != 0);
+    } else if (auto* const drive = dynamic_cast<CKxSimZDrive*>(&device)) {
+        drive->MoveTo(where * 100);
+    } else if (auto* const stage = dynamic_cast<CKxSimStage*>(&device)) {
+        stage->MoveTo(where * 100, where * -100);
     }
 }
 
@@ -95,6 +106,8 @@ void Soak::Start() {
     s_soak = this;
     m_end = GetTickCount64() + static_cast<ULONGLONG>(m_seconds) * 1000;
     m_step = kStepsPerRound;  // home first, to count
+    for (CKxSimDevice* device : Devices())
+        device->SetSpeed(kDeviceSpeed);
     CKxLogFile::SetSink(
         [](const wchar_t* record, void* self) {
             Log().Add(L"Library log", L"%ls", record);
@@ -138,8 +151,19 @@ void Soak::End() {
 
 void Soak::Command(int command) const { SendMessageW(m_window.Handle(), WM_COMMAND, static_cast<WPARAM>(command), 0); }
 
-bool Soak::SaysEnabled() const {
-    return (GetMenuState(GetMenu(m_window.Handle()), MainWindow::cmdEnabled, MF_BYCOMMAND) & MF_CHECKED) != 0;
+void Soak::Switch(int command, bool on) const {
+    const UINT state = GetMenuState(GetMenu(m_window.Handle()), static_cast<UINT>(command), MF_BYCOMMAND);
+    if (((state & MF_CHECKED) != 0) != on) Command(command);
+}
+
+std::vector<CKxSimDevice*> Soak::Devices() const {
+    std::vector<CKxSimDevice*> devices;
+    for (CKxSimMicroscope* each :
+         {&m_window.Microscope().Devices(), &m_window.Gallery().Devices(), &TheLight().Devices()}) {
+        for (CKxSimDevice* device : each->Devices())
+            devices.push_back(device);
+    }
+    return devices;
 }
 
 std::wstring Soak::Broken() const {
@@ -206,7 +230,7 @@ std::wstring Soak::UseKeys(kx::Random& random) {
 
 std::wstring Soak::UseMenu(kx::Random& random) {
     int command = MainWindow::cmdPage + random.Below(static_cast<int>(m_window.Pages().size()));
-    switch (random.Below(12)) {
+    switch (random.Below(15)) {
     case 0:
     case 1: command = MainWindow::cmdZoom + random.Of({4, 5, 6, 8}); break;
     case 2:
@@ -215,6 +239,10 @@ std::wstring Soak::UseMenu(kx::Random& random) {
     case 5:
     case 6: command = MainWindow::cmdEnabled; break;
     case 7: command = MainWindow::cmdSeries; break;
+    case 8:
+    case 9: command = MainWindow::cmdSimulation + random.Below(MainWindow::simStop + 1); break;
+    // The whole microscope is what a user has open most.
+    case 10: command = m_window.CommandOf<BenchPage>(); break;
     default: break;
     }
     // No user reaches the menu while a dialog is open.
@@ -224,17 +252,14 @@ std::wstring Soak::UseMenu(kx::Random& random) {
 }
 
 std::wstring Soak::UseDevice(kx::Random& random) {
-    const auto devices = Devices(m_window.Gallery());
+    const std::vector<CKxSimDevice*> devices = Devices();
     const int index = random.Below(static_cast<int>(devices.size())), what = random.Below(8);
     CKxSimDevice& device = *devices[static_cast<std::size_t>(index)];
     switch (what) {
-    case 0:
-        // Ports do not move, and so would never be known again.
-        if (&device != &m_window.Gallery().Lasers()) device.Stop();
-        break;
+    case 0: device.Stop(); break;
     case 1: device.SetFails(true); break;
     case 2: device.SetFails(false); break;
-    default: Move(m_window.Gallery(), index, random.Between(-1, 9)); break;
+    default: Move(device, random.Between(-1, 9)); break;
     }
     return L"device " + std::to_wstring(index) + L" " + std::to_wstring(what);
 }
@@ -295,16 +320,14 @@ bool Soak::LeaveModals() {
 }
 
 bool Soak::DevicesRest() {
-    int i = 0;
-    for (CKxSimDevice* device : Devices(m_window.Gallery())) {
+    for (CKxSimDevice* device : Devices()) {
         device->SetFails(false);
         const EKxDeviceState state = device->Device().GetDeviceState();
         if (state != eKxDeviceState_Ready) {
-            m_obstacle = L"device " + std::to_wstring(i) + L" is in state " + std::to_wstring(state);
-            if (state != eKxDeviceState_Moving) Move(m_window.Gallery(), i, 0);
+            m_obstacle = std::wstring(device->Device().GetKey()) + L" is in state " + std::to_wstring(state);
+            if (state != eKxDeviceState_Moving) Move(*device, 0);
             return false;
         }
-        ++i;
     }
     return true;
 }
@@ -314,14 +337,25 @@ bool Soak::ComeHome() {
         Fail(L"there is no way home: " + m_obstacle);
         return false;
     }
+    if (m_home == 1) {
+        // Some may have set out when all were slow.
+        for (CKxSimDevice* device : Devices()) {
+            device->SetSlowness(1);
+            device->Stop();
+        }
+    }
     if (!LeaveModals() || !DevicesRest()) {
         m_settled = 0;
         return false;
     }
     if (m_settled == 0) {
+        Switch(MainWindow::cmdSimulation + MainWindow::simRefuse, false);
+        Switch(MainWindow::cmdSimulation + MainWindow::simDeviceDecides, true);
+        Switch(MainWindow::cmdSimulation + MainWindow::simSlow, false);
+        Switch(MainWindow::cmdSimulation + MainWindow::simFail, false);
         Command(MainWindow::cmdScheme + eKxColorScheme_System);
         Command(MainWindow::cmdZoom + 4);
-        if (!SaysEnabled()) Command(MainWindow::cmdEnabled);
+        Switch(MainWindow::cmdEnabled, true);
         Command(MainWindow::cmdPage);
         Command(MainWindow::cmdLanguage + LANG_ENGLISH);
         SetFocus(GetDlgItem(m_window.Handle(), MainWindow::cmdPage));

@@ -11,9 +11,11 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 #include <diagnostics/counts.h>
 #include <diagnostics/random.h>
+#include <kxdevices/kx_simdevices.h>
 
 class MainWindow;
 
@@ -48,7 +50,9 @@ private:
     void Fail(const std::wstring& what);
     void End();
     void Command(int command) const;
-    bool SaysEnabled() const;
+    // Brings an entry of the menu into a state.
+    void Switch(int command, bool on) const;
+    std::vector<CKxSimDevice*> Devices() const;
 
     MainWindow& m_window;
     int m_seconds;

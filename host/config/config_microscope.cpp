@@ -194,7 +194,9 @@ void Builder::BuildLaser(const Device& device) {
     Finish(laser, device);
     const int own = ReadWavelength(device.label);
     const Limits* const power = device.LimitsOf(L"Power");
-    m_result.lasers.push_back({m_built, own != 0 ? own : ReadWavelength(device.name), power ? *power : Limits{}});
+    if (power) laser.SetPowerRange({power->minimum, power->maximum});
+    m_result.lasers.push_back(
+        {m_built, own != 0 ? own : ReadWavelength(device.name), power && !power->unit.empty() ? power->unit : L"%"});
 }
 
 void Builder::BuildZDrive(const Device& device) {

@@ -15,11 +15,11 @@ namespace kx::config {
 // turret, and so on, by which the host moves it (see Simulated below). The objects belong to the CKxSimMicroscope that
 // they were built into; the numbers mean nothing after its end.
 struct Microscope {
-    // A laser unit. Ports are DMApi's to tell.
+    // A laser unit. Ports are DMApi's to tell, the powers the device's: those of the file's limits of "Power".
     struct Laser {
         CDMApi_LogDevId id = 0;
         int wavelength = 0;  // nanometres; 0: its name tells none
-        Limits power{};      // what the file says of "Power"; a minimum and maximum of 0 where it says nothing
+        std::wstring unit;   // of its power, "%" where the file says nothing
     };
     // A Z drive, in micrometres.
     struct ZDrive {
@@ -56,7 +56,7 @@ struct Microscope {
 // knows them. What a shutter's limits of "Aperture" (percent) are makes it a smart one with ten steps.
 Microscope BuildMicroscope(const Stand& stand, CKxSimMicroscope& devices);
 
-// The configuration that the host has without a file: that of samples/widefield.cfg, compiled in.
+// The configuration that the host has without a file: config/own_microscope.cfg, compiled in.
 std::string_view DefaultConfig();
 
 // The simulated device of that class with the number; null when there is none.

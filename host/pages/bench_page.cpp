@@ -80,12 +80,15 @@ void BenchPage::PutSwitches() {
 }
 
 void BenchPage::PutLight() {
-    for (const CDMApi_LogDevId id : m_microscope.Roles().shutters)
-        Put(36, std::make_unique<SingleShutterPanel>(*Simulated<CKxSimShutter>(id)));
+    for (const CDMApi_LogDevId id : m_microscope.Roles().shutters) {
+        auto& shutter = *Simulated<CKxSimShutter>(id);
+        Put(36, std::make_unique<SingleShutterPanel>(shutter));
+        if (shutter.GetApertureSteps() > 0) Put(60, std::make_unique<ModeShutterPanel>(shutter));
+    }
     for (const auto& each : m_microscope.Roles().lasers) {
         auto& laser = *Simulated<CKxSimLaserOutput>(each.id);
         if (laser.GetPortCount() > 1) continue;
-        Put(60, std::make_unique<LaserPanel>(laser, each.wavelength, each.power.minimum, each.power.maximum));
+        Put(60, std::make_unique<LaserPanel>(laser, each.wavelength, each.unit.c_str()));
     }
 }
 
@@ -93,18 +96,11 @@ void BenchPage::PutLight() {
 void BenchPage::PutFocus() {
     for (const auto& each : m_microscope.Roles().zDrives) {
         if (each.id != m_microscope.Roles().focus) continue;
-        auto planned = std::make_unique<PlanPanel>();
-        auto focus =
-            std::make_unique<FocusPanel>(*Simulated<CKxSimZDrive>(each.id), each.direction,
-                                         [&plan = *planned](const CKxZStackData& series) { plan.Show(series); });
-        FocusPanel& filled = *focus;
-        PlanPanel& plan = *planned;
-        Place(filled, {0, 0, kWidth, 224});
+        auto planned = std::make_unique<PlanPanel>(m_microscope.Plan());
+        auto focus = std::make_unique<FocusPanel>(m_microscope, *Simulated<CKxSimZDrive>(each.id), each.direction,
+                                                  [&panel = *planned] { panel.Show(); });
         Put(200, std::move(planned));
-        filled.SetOwnRefusal(false);
-        filled.Fill();
-        m_panels.push_back(std::move(focus));
-        plan.Show(filled.Plan());
+        Put(224, std::move(focus));
     }
 }
 

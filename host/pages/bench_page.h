@@ -8,6 +8,7 @@
 #include "../panels/filter_panel.h"
 #include "../panels/focus_panel.h"
 #include "../panels/laser_panel.h"
+#include "../panels/modeshutter_panel.h"
 #include "../panels/nosepiece_panel.h"
 #include "../panels/plan_panel.h"
 #include "../panels/single_shutter_panel.h"

@@ -1,6 +1,7 @@
 // Light and its shutters, on the simulated microscope.
 #pragma once
 
+#include "../light_devices.h"
 #include "../panels/modeshutter_panel.h"
 #include "../panels/shutter_panel.h"
 #include "page.h"
@@ -21,5 +22,5 @@ protected:
 
 private:
     ShutterPanel m_shutters;
-    ModeShutterPanel m_smart;
+    ModeShutterPanel m_smart{TheLight().SmartShutter()};
 };

@@ -13,15 +13,21 @@ CKxStringW Text(const wchar_t* english) { return KX_GetTranslation(english, L"ho
 
 }  // namespace
 
+FocusPanel::FocusPanel(HostMicroscope& microscope, CKxSimZDrive& device, int direction, std::function<void()> changed)
+    : DevicePanel(L"Z drive", device), m_microscope(microscope),
+      m_turretListener(CKxDeviceRegistry::AddListener([this](CDMApi_LogDevId id, EKxDeviceChange what) {
+          const auto& turrets = m_microscope.Roles().turrets;
+          if (m_hWnd && what != EKxDeviceChange::Removed && !turrets.empty() && id == turrets.front()) TellObjective();
+      })),
+      m_device(device), m_inverted(direction < 0), m_plan(microscope.Plan()), m_changed(std::move(changed)),
+      m_stack(*this) {}
+
 void FocusPanel::Fill() {
     AddChild(L"STATIC", L"", SS_NOPREFIX, IDC_DEVICE_CAPTION, 8, 4, m_width - 16, 16);
     double minimum = 0, maximum = 0;
     m_device.GetRange(minimum, maximum);
-    m_record.AddZDevice(minimum, maximum, nullptr);
-    m_record.SetZDevice(0);
-    m_record.SetObjective(0.75, 1);
-    m_record.SetWavelength(525);
-    PlanFirstSeries(minimum, maximum);
+    if (m_plan.stack.GetZDevice(nullptr) != eKxZStack_Ok) PlanFirstSeries(minimum, maximum);
+    m_record = m_plan.stack;
     m_stack.Create(m_hWnd, &m_record, 6, 22, 0, 0, true, true);
     m_stack.EnableCube(true);
     m_stack.AppendZDevice(m_device.GetKey(), false, static_cast<long>(m_device.GetLogDevId()), minimum, maximum,
@@ -29,28 +35,38 @@ void FocusPanel::Fill() {
     InsertWindow(m_stack.GetHandle());
     ShowZ();
     m_stack.UpdateGUI(CKxDevUI_ZStack::RefreshAll);
-    m_changed(m_held);
+    m_changed();
     ShowState();
 }
 
 // Eleven planes around where the drive stands, as far as its range lets them.
 void FocusPanel::PlanFirstSeries(double minimum, double maximum) {
     constexpr double kHalf = 10, kPlanes = 11;
+    CKxZStackData& series = m_plan.stack;
+    series.AddZDevice(minimum, maximum, nullptr);
+    series.SetZDevice(0);
+    m_microscope.TellObjective(series);
+    series.SetWavelength(525);
     double z = minimum;
     m_device.GetPosition(z);
     const double bottom = std::max(minimum, std::min(z - kHalf, maximum - 2 * kHalf));
     const double top = std::min(maximum, bottom + 2 * kHalf);
-    if (top > bottom) {
-        m_record.SetTop(top, true);
-        m_record.SetBottom(bottom, true);
-        m_record.SetStep((top - bottom) / (kPlanes - 1));
-    }
-    m_held = m_record;
+    if (!(top > bottom)) return;
+    series.SetTop(top, true);
+    series.SetBottom(bottom, true);
+    series.SetStep((top - bottom) / (kPlanes - 1));
 }
 
 void FocusPanel::ShowZ() {
     double z = 0;
     if (m_device.GetPosition(z)) m_record.SetZPosition(0, z);
+}
+
+// Another objective resolves other steps.
+void FocusPanel::TellObjective() {
+    m_microscope.TellObjective(m_plan.stack);
+    m_microscope.TellObjective(m_record);
+    m_stack.UpdateGUI(CKxDevUI_ZStack::RefreshStep);
 }
 
 void FocusPanel::ShowCaption(const wchar_t* caption) { SetDlgItemTextW(m_hWnd, IDC_DEVICE_CAPTION, caption); }
@@ -79,14 +95,14 @@ void FocusPanel::Asking::OnMoveZRequest(double z) {
 void FocusPanel::Asking::OnZStackChanged(unsigned int flags) {
     Log().Add(m_owner.Name(), L"OnZStackChanged(%u)", flags);
     if (m_owner.Refuses()) {
-        m_owner.m_record = m_owner.m_held;
+        m_owner.m_record = m_owner.m_plan.stack;
         m_owner.ShowZ();
         m_owner.TellRefused(L"The series stays as it is");
         UpdateGUI(RefreshAll);
         return;
     }
-    m_owner.m_held = m_owner.m_record;
+    m_owner.m_plan.stack = m_owner.m_record;
     UpdateGUI(flags);
     m_owner.Tell(Text(L"Series changed").str());
-    m_owner.m_changed(m_owner.m_held);
+    m_owner.m_changed();
 }

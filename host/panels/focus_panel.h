@@ -3,22 +3,22 @@
 
 #include <functional>
 
-#include <kxdevices/kx_zstackdata.h>
 #include <kxdevui/zfocus/devgui_zstack.h>
 
 #include "../device_panel.h"
+#include "../host_microscope.h"
 
 class FocusPanel : public DevicePanel {
 public:
-    // A rising Z takes the objective away from the slide with a direction of -1. `changed` hears of every new plan; the
-    // panel must not be destroyed from it.
-    FocusPanel(CKxSimZDrive& device, int direction, std::function<void(const CKxZStackData&)> changed)
-        : DevicePanel(L"Z drive", device), m_device(device), m_inverted(direction < 0), m_changed(std::move(changed)),
-          m_stack(*this) {}
+    // A rising Z takes the objective away from the slide with a direction of -1. The microscope, whose
+    // plan it is, has to outlive the panel; `changed` hears when it is another, and the panel must not be destroyed
+    // from it.
+    FocusPanel(HostMicroscope& microscope, CKxSimZDrive& device, int direction, std::function<void()> changed);
+    ~FocusPanel() override { CKxDeviceRegistry::RemoveListener(m_turretListener); }
+    FocusPanel(const FocusPanel&) = delete;
+    FocusPanel& operator=(const FocusPanel&) = delete;
     void Fill();
     CKxDevUI_ZStack& Panel() { return m_stack; }
-    // The planned series.
-    const CKxZStackData& Plan() const { return m_held; }
 
 protected:
     void OnDevice(const Change& change) override;
@@ -42,11 +42,14 @@ private:
     };
     void PlanFirstSeries(double minimum, double maximum);
     void ShowZ();
+    void TellObjective();
 
+    HostMicroscope& m_microscope;
+    int m_turretListener;
     CKxSimZDrive& m_device;
     bool m_inverted;
-    std::function<void(const CKxZStackData&)> m_changed;
+    SeriesPlan& m_plan;  // what the host has agreed to
+    std::function<void()> m_changed;
     CKxZStackData m_record;  // what the panel edits
-    CKxZStackData m_held;    // what the host has agreed to
     Asking m_stack;
 };

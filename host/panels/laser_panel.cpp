@@ -1,6 +1,10 @@
 #include "laser_panel.h"
 
-#include <kxdevui/framework/devgui_messages.h>
+#include <cmath>
+#include <vector>
+
+#include <kxbaseui/kx_layoutmanager.h>
+#include <kxsystem/kx_color.h>
 #include <kxsystem/kx_translation.h>
 
 #include "../event_log.h"
@@ -10,34 +14,48 @@ namespace {
 
 CKxStringW Text(const wchar_t* english) { return KX_GetTranslation(english, L"host"); }
 
-}  // namespace
-
-LaserPanel::LaserPanel(CKxSimLaserOutput& device, int wavelength, double minimum, double maximum)
-    : DevicePanel(L"Laser", device), m_device(device), m_wavelength(wavelength), m_minimum(minimum), m_maximum(maximum),
-      m_percent(!(maximum > minimum)), m_slider(*this) {
-    if (m_percent) m_minimum = 0, m_maximum = 100;
-    m_power = m_minimum;
+// The next of 1, 2, 5, 10, 20 and so on.
+double RoundUp(double value) {
+    const double ten = std::pow(10.0, std::floor(std::log10(value)));
+    for (const double factor : {1.0, 2.0, 5.0}) {
+        if (value <= factor * ten) return factor * ten;
+    }
+    return 10 * ten;
 }
+
+// At most ten ticks, at round values, every second with a label, and between two of them ten powers to choose from.
+std::vector<SColorSliderValue> PowerTable(const SKxSimRange& range) {
+    constexpr int kBetween = 10, kMost = 10 * kBetween;
+    const double tick = RoundUp((range.maximum - range.minimum) / 10);
+    std::vector<SColorSliderValue> table;
+    for (int i = 0; i <= kMost; ++i) {
+        const double power = range.minimum + i * tick / kBetween;
+        if (power <= range.maximum) table.push_back({power, i % kBetween == 0, i % (2 * kBetween) == 0});
+    }
+    return table;
+}
+
+}  // namespace
 
 void LaserPanel::Fill() {
     AddChild(L"STATIC", L"", SS_NOPREFIX, IDC_DEVICE_CAPTION, 6, 4, m_width - 80, 16);
     AddChild(L"BUTTON", Text(L"On"), WS_TABSTOP | BS_CHECKBOX, IDC_LASER_ON, m_width - 66, 3, 60, 18);
-    m_slider.InitValues(m_minimum, m_maximum, (m_maximum - m_minimum) / 200, (m_maximum - m_minimum) / 100, 0);
-    m_slider.SetId(IDC_LASER_POWER);
-    m_slider.Create(m_hWnd, 2, 22, m_width - 90, 36, true, true);
-    m_slider.SetTabStop(true);
-    InsertElement(&m_slider);
-    m_field.SetId(IDC_LASER_FIELD);
-    m_field.Init(false, true, false);
-    m_field.SetRestriction(m_minimum, m_maximum);
-    m_field.SetSize(0, 50, 20);
-    m_field.Create(m_hWnd, m_width - 86, 24, 50, 20, true, true);
-    InsertElement(&m_field);
-    AddChild(L"STATIC", m_percent ? L"%" : L"mW", 0, -1, m_width - 32, 27, 28, 16);
-    m_slider.SetValue(m_power, false);
-    m_field.SetNumber(m_power, L"%.4g");
+    InitPower();
+    m_power.SetId(IDC_LASER_POWER);
+    // It sizes itself by the zoom, so it is placed by it too.
+    m_power.Create(m_hWnd, CKxGUILayoutManager::Zoomed(2), CKxGUILayoutManager::Zoomed(22), -1, -1, true, true);
+    m_power.SetTabStop(true);
+    InsertElement(&m_power);
     OnDevice({true, true, true});
     ShowState();
+}
+
+void LaserPanel::InitPower() {
+    std::vector<SColorSliderValue> table = PowerTable(m_device.GetPowerRange());
+    const COLORREF color = m_wavelength > 0 ? KX_RGBFromWavelength(m_wavelength) : RGB(255, 255, 255);
+    m_power.Init(m_width - 100, 9, table.data(), static_cast<int>(table.size()), L"", false, m_unit, L"%.4g", true,
+                 eColorSliderType_Gradient, eColorSliderLayout_OneRow, 44);
+    m_power.SetGradient(RGB(0, 0, 0), color);
 }
 
 void LaserPanel::ShowCaption(const wchar_t* caption) {
@@ -48,21 +66,7 @@ void LaserPanel::ShowCaption(const wchar_t* caption) {
 
 void LaserPanel::OnDevice(const Change&) {
     CheckDlgButton(m_hWnd, IDC_LASER_ON, m_device.IsPortUsed(0) ? BST_CHECKED : BST_UNCHECKED);
-}
-
-bool LaserPanel::SetPower(double power) {
-    if (power == m_power) return true;
-    const bool agrees = !Refuses();
-    if (agrees) {
-        m_power = power;
-        CKxStringW text;
-        text.Format(120, L"%ls: %.4g %ls", m_device.GetKey().c_str(), m_power, m_percent ? L"%" : L"mW");
-        Tell(text.str());
-    } else {
-        TellRefused(L"The laser keeps its power");
-    }
-    m_field.SetNumber(m_power, L"%.4g");
-    return agrees;
+    m_power.SetPower(m_device.GetPower(), true);
 }
 
 bool LaserPanel::OnUser(int id, int code, HWND from) {
@@ -71,29 +75,30 @@ bool LaserPanel::OnUser(int id, int code, HWND from) {
         if (Refuses() || !m_device.SetPortUsed(0, !m_device.IsPortUsed(0))) TellRefused(L"The laser stays as it is");
         return true;
     }
-    if (id == IDC_LASER_FIELD && (code == kx::ui::kEditEnter || code == EN_KILLFOCUS)) {
-        const bool enter = code == kx::ui::kEditEnter;
-        if (m_field.CheckRestriction(enter, !enter, m_power) || !enter) SetPower(m_field.GetNumber());
-        m_slider.SetValue(m_power, false);
-        return true;
-    }
     return DevicePanel::OnUser(id, code, from);
 }
 
 LRESULT LaserPanel::OnMouseWheel(WPARAM wParam, LPARAM lParam) {
     DevicePanel::OnMouseWheel(wParam, lParam);
-    const POINT point{static_cast<short>(LOWORD(lParam)), static_cast<short>(HIWORD(lParam))};
-    RECT slider{};
-    return GetWindowRect(m_slider, &slider) && PtInRect(&slider, point) && m_slider.HandleMouseWheel(wParam, lParam);
+    return m_power.HandleMouseWheel(wParam, lParam) ? 1 : 0;
 }
 
-void LaserPanel::Asking::OnHPotChange(double& value, bool& skip) {
-    Log().Add(m_owner.Name(), L"OnHPotChange(%g)", value);
-    skip = !m_owner.SetPower(value);
+bool LaserPanel::Agrees(double power) {
+    if (Refuses() || !m_device.SetPower(power)) {
+        TellRefused(L"The laser keeps its power");
+        return false;
+    }
+    CKxStringW text;
+    text.Format(120, L"%ls: %.4g %ls", m_device.GetKey().c_str(), power, m_unit.c_str());
+    Tell(text.str());
+    return true;
 }
 
-// Wheel and keys move the thumb without having asked.
-void LaserPanel::Asking::OnHPotDragDrop() {
-    Log().Add(m_owner.Name(), L"OnHPotDragDrop");
-    if (!m_owner.SetPower(GetValue())) SetValue(m_owner.m_power, false);
+void LaserPanel::Asking::OnPowerChanged(double& value, bool& veto) {
+    Log().Add(m_owner.Name(), L"OnPowerChanged(%g)", value);
+    veto = !m_owner.Agrees(value);
+    // A typed power holds already: a host that minds shows the old one again.
+    if (veto && m_editInProgress) SetPower(m_owner.m_device.GetPower(), true);
 }
+
+void LaserPanel::Asking::OnLeftButtonUp() { Log().Add(m_owner.Name(), L"OnLeftButtonUp"); }

@@ -1,19 +1,17 @@
-// A laser line: on or off, and its power by a slider and a field.
+// A laser line: on or off, and its power by a slider in the line's colour.
 #pragma once
 
-#include <kxdevui/controls/devgui_editbox.h>
-#include <kxdevui/controls/devgui_hpot.h>
+#include <kxdevui/light/devgui_colorslider.h>
 
 #include "../device_panel.h"
 
 class LaserPanel : public DevicePanel {
 public:
-    // `wavelength` in nanometres, 0 if it is not known; the power in milliwatts, or in percent where the maximum is not
-    // above the minimum.
-    LaserPanel(CKxSimLaserOutput& device, int wavelength, double minimum, double maximum);
+    // `wavelength` in nanometres, 0 if it is not known; `unit` is the power's.
+    LaserPanel(CKxSimLaserOutput& device, int wavelength, const wchar_t* unit)
+        : DevicePanel(L"Laser", device), m_device(device), m_wavelength(wavelength), m_unit(unit), m_power(*this) {}
     void Fill();
-    CKxDevUI_HPot& Power() { return m_slider; }
-    CKxDevUI_EditBox& Field() { return m_field; }
+    CKxDevUI_ColorSlider& Power() { return m_power; }
 
 protected:
     void OnDevice(const Change& change) override;
@@ -22,25 +20,22 @@ protected:
     LRESULT OnMouseWheel(WPARAM wParam, LPARAM lParam) override;
 
 private:
-    class Asking : public CKxDevUI_HPot {
+    class Asking : public CKxDevUI_ColorSlider {
     public:
         explicit Asking(LaserPanel& owner) : m_owner(owner) {}
 
     protected:
-        void OnHPotChange(double& value, bool& skip) override;
-        void OnHPotDragDrop() override;
+        void OnPowerChanged(double& value, bool& veto) override;
+        void OnLeftButtonUp() override;
 
     private:
         LaserPanel& m_owner;
     };
-    // Whether the host agrees to a power; it is shown then, and otherwise the field goes back.
-    bool SetPower(double power);
+    void InitPower();
+    bool Agrees(double power);
 
     CKxSimLaserOutput& m_device;
     int m_wavelength;
-    double m_minimum, m_maximum;
-    bool m_percent;
-    double m_power;  // what the laser has been given
-    Asking m_slider;
-    CKxDevUI_EditBox m_field;
+    CKxStringW m_unit;
+    Asking m_power;
 };

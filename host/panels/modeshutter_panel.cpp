@@ -1,7 +1,6 @@
 #include "modeshutter_panel.h"
 
 #include <kxbaseui/kx_layoutmanager.h>
-#include <kxdevui/framework/devgui_messages.h>
 #include <kxsystem/kx_translation.h>
 
 #include "../event_log.h"
@@ -14,37 +13,39 @@ CKxStringW Text(const wchar_t* english) { return KX_GetTranslation(english, L"ho
 }  // namespace
 
 void ModeShutterPanel::Fill() {
-    AddCaption(Text(L"Smart shutter"));
-    const unsigned id = TheLight().SmartShutter().GetLogDevId();
+    AddChild(L"STATIC", L"", SS_NOPREFIX, IDC_DEVICE_CAPTION, 6, 4, m_width - 12, 16);
     m_row.SetShowTitle(true);
     m_row.SetTitle(Text(L"Iris"));
-    m_row.Init(id);
+    m_row.Init(m_device.GetLogDevId());
     // It sizes itself by the zoom, so it is placed by it too.
-    m_row.Create(m_hWnd, CKxGUILayoutManager::Zoomed(6), CKxGUILayoutManager::Zoomed(30), m_width - 10, 36, true, true);
+    m_row.Create(m_hWnd, CKxGUILayoutManager::Zoomed(6), CKxGUILayoutManager::Zoomed(24), m_width - 10, 36, true, true);
     InsertElement(&m_row);
-    AddCheckBox(Text(L"The host refuses"), IDC_SMART_REFUSE, 6, m_height - 20);
-    m_listener = std::make_unique<DeviceListener>([this, id](CDMApi_LogDevId device) {
-        const bool flags[] = {false, true, true, true};
-        if (device == id) SendMessageW(m_row, kx::ui::WM_KX_UPDATE_DEVICE_BAND, id, reinterpret_cast<LPARAM>(flags));
-    });
+    AddRefusal();
+    ShowState();
 }
 
-bool ModeShutterPanel::OnUser(int id, int code, HWND from) {
-    if (id != IDC_SMART_REFUSE || code != BN_CLICKED) return false;
-    m_refuses = SendMessageW(from, BM_GETCHECK, 0, 0) == BST_CHECKED;
-    return true;
-}
+void ModeShutterPanel::ShowCaption(const wchar_t* caption) { SetDlgItemTextW(m_hWnd, IDC_DEVICE_CAPTION, caption); }
+
+void ModeShutterPanel::OnDevice(const Change& change) { m_row.Update(&m_device, change.structure, true, true, true); }
 
 void ModeShutterPanel::Asking::OnApertureChangeRequest(double aperture, bool& veto) {
     Log().Add(m_owner.Name(), L"OnApertureChangeRequest(%g)", aperture);
-    veto = m_owner.m_refuses || !TheLight().SmartShutter().SetAperture(aperture);
+    veto = m_owner.Refuses() || !m_owner.m_device.SetAperture(aperture);
     CKxStringW text;
     text.Format(60, Text(L"Aperture %g %%"), aperture);
-    m_owner.Tell(veto ? Text(L"The shutter stays as it is").str() : text.str());
+    if (veto) {
+        m_owner.TellRefused(L"The shutter stays as it is");
+    } else {
+        m_owner.Tell(text.str());
+    }
 }
 
 void ModeShutterPanel::Asking::OnModeChangeRequest(EKxShutterMode mode, bool& veto) {
     Log().Add(m_owner.Name(), L"OnModeChangeRequest(%d)", static_cast<int>(mode));
-    veto = m_owner.m_refuses || !TheLight().SmartShutter().SetMode(mode);
-    m_owner.Tell(Text(veto ? L"The shutter stays as it is" : L"The shutter works in another mode").str());
+    veto = m_owner.Refuses() || !m_owner.m_device.SetMode(mode);
+    if (veto) {
+        m_owner.TellRefused(L"The shutter stays as it is");
+    } else {
+        m_owner.Tell(Text(L"The shutter works in another mode").str());
+    }
 }

@@ -1,21 +1,20 @@
-// The smart shutter's mode and aperture.
+// A smart shutter: its mode and its aperture.
 #pragma once
-
-#include <memory>
 
 #include <kxdevui/light/devgui_modeshutter.h>
 
-#include "../host_panel.h"
-#include "../light_devices.h"
+#include "../device_panel.h"
 
-class ModeShutterPanel : public HostPanel {
+class ModeShutterPanel : public DevicePanel {
 public:
-    ModeShutterPanel() : HostPanel(L"Smart shutter"), m_row(*this) {}
+    explicit ModeShutterPanel(CKxSimShutter& device)
+        : DevicePanel(L"Smart shutter", device), m_device(device), m_row(*this) {}
     void Fill();
     CKxDevUI_ModeShutter& Row() { return m_row; }
 
 protected:
-    bool OnUser(int id, int code, HWND from) override;
+    void OnDevice(const Change& change) override;
+    void ShowCaption(const wchar_t* caption) override;
 
 private:
     class Asking : public CKxDevUI_ModeShutter {
@@ -30,7 +29,6 @@ private:
         ModeShutterPanel& m_owner;
     };
 
+    CKxSimShutter& m_device;
     Asking m_row;
-    std::unique_ptr<DeviceListener> m_listener;
-    bool m_refuses = false;
 };

@@ -14,7 +14,6 @@ namespace {
 
 enum Column { kPlane, kZ, kExposure };
 constexpr unsigned kMostPlanes = 1000;
-constexpr double kFirstExposure = 50;
 
 CKxStringW Text(const wchar_t* english) { return KX_GetTranslation(english, L"host"); }
 
@@ -32,13 +31,8 @@ void PlanPanel::Fill() {
     InsertElement(&m_table);
 }
 
-double& PlanPanel::Exposure(int row) {
-    const auto index = static_cast<std::size_t>(row);
-    if (index >= m_exposures.size()) m_exposures.resize(index + 1, kFirstExposure);
-    return m_exposures[index];
-}
-
-void PlanPanel::Show(const CKxZStackData& series) {
+void PlanPanel::Show() {
+    const CKxZStackData& series = m_plan.stack;
     const HWND list = m_table.GetListView();
     unsigned count = 0;
     double z = 0;

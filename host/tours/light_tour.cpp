@@ -45,7 +45,7 @@ void Tour::PlanModeShutter() {
         const HWND row = m_window.PageOf<LightPage>().Smart().Row();
         return GetDlgItem(FindWindowExW(row, nullptr, L"KxDevUI_Container", nullptr), 10000);
     };
-    const Find refuses = [this] { return GetDlgItem(m_window.PageOf<LightPage>().Smart(), IDC_SMART_REFUSE); };
+    const Find refuses = [this] { return GetDlgItem(m_window.PageOf<LightPage>().Smart(), IDC_DEVICE_REFUSE); };
     Click(list);
     Key(VK_END);
     Key(VK_RETURN);

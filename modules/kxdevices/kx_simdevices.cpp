@@ -73,12 +73,13 @@ void CKxSimDevice::MoveOver(double distance) {
 }
 
 void CKxSimDevice::Start(long target, long steps) {
-    m_motion.Start(target, KX_GetTimeCounter(), static_cast<unsigned>(steps) * m_speed);
+    m_motion.Start(target, KX_GetTimeCounter(), static_cast<unsigned>(steps) * m_speed * m_slowness);
     CKxDeviceRegistry::Notify(Device().GetLogDevId(), EKxDeviceChange::Position);
 }
 
 void CKxSimDevice::Tick() {
-    if (m_motion.Tick(KX_GetTimeCounter(), m_fails)) {
+    const bool onTheWay = m_motion.state == eKxDeviceState_Moving && TellsOnTheWay();
+    if (m_motion.Tick(KX_GetTimeCounter(), m_fails) || onTheWay) {
         CKxDeviceRegistry::Notify(Device().GetLogDevId(), EKxDeviceChange::Position);
     }
 }
@@ -180,7 +181,7 @@ CKxSimLaserOutput::CKxSimLaserOutput(const wchar_t* key, std::vector<std::wstrin
 
 bool CKxSimLaserOutput::SetPortUsed(long port, bool use) {
     const Port* const wanted = PortAt(port);
-    if (!wanted || !wanted->enabled || (!use && !m_several)) return false;
+    if (!wanted || !wanted->enabled || (!use && !m_several) || Fails()) return false;
     for (Port& each : m_ports) {
         if (&each == wanted) {
             each.used = use;
@@ -196,6 +197,20 @@ void CKxSimLaserOutput::SetPortEnabled(long port, bool enable) {
     if (!PortAt(port)) return;
     m_ports[static_cast<std::size_t>(port)].enabled = enable;
     CKxDeviceRegistry::Notify(GetLogDevId(), EKxDeviceChange::Names);
+}
+
+void CKxSimLaserOutput::SetPowerRange(SKxSimRange range) {
+    if (!(range.minimum < range.maximum)) return;
+    m_powers = range;
+    m_power = range.minimum;
+    CKxDeviceRegistry::Notify(GetLogDevId(), EKxDeviceChange::Structure);
+}
+
+bool CKxSimLaserOutput::SetPower(double power) {
+    if (!m_powers.Has(power) || Fails()) return false;
+    m_power = power;
+    CKxDeviceRegistry::Notify(GetLogDevId(), EKxDeviceChange::Position);
+    return true;
 }
 
 const CKxSimLaserOutput::Port* CKxSimLaserOutput::PortAt(long port) const { return At(m_ports, port); }
@@ -274,9 +289,17 @@ double SKxSimRange::NearestToZero() const noexcept { return std::max(minimum, st
 
 bool CKxSimZDrive::MoveTo(double position) {
     if (!m_range.Has(position)) return false;
-    const double distance = position - std::exchange(m_position, position);
-    MoveOver(distance);
+    m_from = Where();
+    m_to = position;
+    m_start = KX_GetTimeCounter();
+    MoveOver(m_to - m_from);
     return true;
+}
+
+double CKxSimZDrive::Where() const noexcept {
+    const unsigned now = KX_GetTimeCounter(), duration = m_motion.arrival - m_start;
+    if (m_motion.state != eKxDeviceState_Moving || now - m_start >= duration) return m_to;
+    return m_from + (m_to - m_from) * (now - m_start) / duration;
 }
 
 void CKxSimZDrive::GetRange(double& minimum, double& maximum) const {
@@ -285,8 +308,8 @@ void CKxSimZDrive::GetRange(double& minimum, double& maximum) const {
 }
 
 bool CKxSimZDrive::GetPosition(double& position) const {
-    if (m_motion.state != eKxDeviceState_Ready) return false;
-    position = m_position;
+    if (m_motion.state != eKxDeviceState_Ready && m_motion.state != eKxDeviceState_Moving) return false;
+    position = Where();
     return true;
 }
 
@@ -328,6 +351,11 @@ void CKxSimMicroscope::Stop() {
 void CKxSimMicroscope::SetSpeed(unsigned millisecondsPerPosition) {
     for (const auto& device : m_devices)
         device->SetSpeed(millisecondsPerPosition);
+}
+
+void CKxSimMicroscope::SetSlowness(unsigned times) {
+    for (const auto& device : m_devices)
+        device->SetSlowness(times);
 }
 
 void CKxSimMicroscope::SetFails(bool fails) {

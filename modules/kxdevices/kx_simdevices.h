@@ -5,6 +5,7 @@
 // timer; every change is told to the listeners of the registry.
 #pragma once
 
+#include <algorithm>
 #include <memory>
 #include <string>
 #include <vector>
@@ -62,11 +63,15 @@ public:
     // How long a movement takes, in milliseconds for each position on the way, or each 100 um of a drive or a stage;
     // 150 at first.
     void SetSpeed(unsigned millisecondsPerPosition) noexcept { m_speed = millisecondsPerPosition; }
+    // So many times as long, from the next movement on; 1 at first, and for 0.
+    void SetSlowness(unsigned times) noexcept { m_slowness = std::max(times, 1u); }
     // While set, movements end as failures. Clearing it leaves a faulty device faulty until it moves again.
     void SetFails(bool fails) noexcept { m_fails = fails; }
     bool Fails() const noexcept { return m_fails; }
 
 protected:
+    // Whether the listeners are told at every tick of a movement, and not of its beginning and its end alone.
+    virtual bool TellsOnTheWay() const noexcept { return false; }
     // Starts to move, and tells. False, and nothing happens, when the target is not among `count` positions.
     bool Move(long target, long count);
     // The same over a distance in micrometres, to a target that the device knows.
@@ -79,6 +84,7 @@ private:
     void Start(long target, long steps);
 
     unsigned m_speed = 150;
+    unsigned m_slowness = 1;
     bool m_fails = false;
 };
 
@@ -195,16 +201,35 @@ public:
     bool GetState(bool& tirf) const override;
 };
 
+// What a simulated device may be set to: a drive or an axis of a stage in micrometres, a power. In what is no range
+// (numbers that are none, a minimum above the maximum) nothing moves.
+struct KXDEVICES_API SKxSimRange {
+    // Both ends belong to it.
+    double minimum = 0;
+    double maximum = 0;
+
+    // Whether the position lies in it.
+    bool Has(double position) const noexcept { return position >= minimum && position <= maximum; }
+    // Its position that is nearest to 0.
+    double NearestToZero() const noexcept;
+};
+
 // A laser unit; one port at a time, or several.
 class KXDEVICES_API CKxSimLaserOutput : public CKxSim<IKxDeviceLaserOutput> {
 public:
     // As many ports as names, the first one in use. `driver` is what GetPhysDevRTTIName answers.
     CKxSimLaserOutput(const wchar_t* key, std::vector<std::wstring> ports, bool several, const wchar_t* driver = L"");
     // Switches a port on or off; where one at a time is used, switching one on switches the others off, and none can be
-    // switched off. False for a port that is not there or not enabled.
+    // switched off. False for a port that is not there or not enabled, and while it fails.
     bool SetPortUsed(long port, bool use);
     // Locks or unlocks a port, as an interlock does.
     void SetPortEnabled(long port, bool enable);
+    // Powers that it can give, 0 to 100 at first; it gives the least then. What is no range is ignored.
+    void SetPowerRange(SKxSimRange range);
+    SKxSimRange GetPowerRange() const noexcept { return m_powers; }
+    // False outside of the range, and while it fails.
+    bool SetPower(double power);
+    double GetPower() const noexcept { return m_power; }
 
     // As the interface says.
     long GetPortCount() const override { return static_cast<long>(m_ports.size()); }
@@ -225,6 +250,8 @@ private:
     std::vector<Port> m_ports;
     bool m_several;
     CKxStringW m_driver;
+    SKxSimRange m_powers{0, 100};
+    double m_power = 0;
 };
 
 // A shutter, or a smart one with modes and an aperture.
@@ -263,35 +290,29 @@ private:
     bool m_locked = false;
 };
 
-// Where a simulated drive or an axis of a stage may go, in micrometres. In what is no range (numbers that are none, a
-// minimum above the maximum) nothing moves.
-struct KXDEVICES_API SKxSimRange {
-    // Both ends belong to it.
-    double minimum = 0;
-    double maximum = 0;
-
-    // Whether the position lies in it.
-    bool Has(double position) const noexcept { return position >= minimum && position <= maximum; }
-    // Its position that is nearest to 0.
-    double NearestToZero() const noexcept;
-};
-
 // A Z drive.
 class KXDEVICES_API CKxSimZDrive : public CKxSim<IKxDeviceZDrive> {
 public:
     // Stands as near to 0 as its range lets it.
     CKxSimZDrive(const wchar_t* key, SKxSimRange range)
-        : CKxSim(key), m_range(range), m_position(range.NearestToZero()) {}
+        : CKxSim(key), m_range(range), m_from(range.NearestToZero()), m_to(m_from) {}
     // Goes to a position in micrometres; false outside of the range.
     bool MoveTo(double position);
 
-    // As the interface says.
+    // As the interface says; on its way it is somewhere between.
     void GetRange(double& minimum, double& maximum) const override;
     bool GetPosition(double& position) const override;
 
+protected:
+    // Where it is changes all the way.
+    bool TellsOnTheWay() const noexcept override { return true; }
+
 private:
+    double Where() const noexcept;
+
     SKxSimRange m_range;
-    double m_position;  // where it goes, until it stands there
+    double m_from, m_to;
+    unsigned m_start = 0;  // of the way, in milliseconds of the time counter
 };
 
 // A stage in X and Y. The library has no panel for one, so no kind either.
@@ -345,10 +366,12 @@ public:
     // Stops, slows down or breaks all devices at once.
     void Stop();
     void SetSpeed(unsigned millisecondsPerPosition);
+    void SetSlowness(unsigned times);
     void SetFails(bool fails);
 
-private:
+    // In the order in which they were made; owned by the microscope.
     std::vector<CKxSimDevice*> Devices() const;
 
+private:
     std::vector<std::unique_ptr<CKxSimDevice>> m_devices;
 };

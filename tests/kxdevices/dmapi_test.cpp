@@ -155,13 +155,24 @@ TEST(SimulatedDevices, DrivesGoOverADistanceWithinTheirRange) {
     EXPECT_TRUE(drive.MoveTo(260) && stage.MoveTo(100, -305));
     clock.Pass(29);
     microscope.Tick();
-    EXPECT_FALSE(drive.GetPosition(x = -1) || stage.GetPosition(x, y));
+    EXPECT_FALSE(stage.GetPosition(x = -1, y));
     EXPECT_EQ(x, -1);
+    EXPECT_TRUE(drive.GetPosition(x));
+    EXPECT_NEAR(x, 10 + 250 * 29 / 30.0, 0.01) << "on its way it is somewhere between";
     clock.Pass(1);
     microscope.Tick();
     EXPECT_TRUE(drive.GetPosition(x) && x == 260);
     EXPECT_TRUE(stage.GetPosition(x, y) && x == 100 && y == -305);
     EXPECT_FALSE(CKxSimZDrive(L"None", SKxSimRange{5, 1}).MoveTo(3));
+    EXPECT_TRUE(drive.MoveTo(560));
+    clock.Pass(15);
+    EXPECT_TRUE(drive.MoveTo(10));
+    EXPECT_TRUE(drive.GetPosition(x) && x == 410) << "turned round half way";
+    microscope.SetSlowness(10);
+    EXPECT_TRUE(stage.MoveTo(0, -305));
+    clock.Pass(99);
+    microscope.Tick();
+    EXPECT_FALSE(stage.GetPosition(x, y));
 }
 
 TEST(SimulatedDevices, KeepTheirRules) {
@@ -187,6 +198,12 @@ TEST(SimulatedDevices, KeepTheirRules) {
         EXPECT_FALSE(laser.SetPortUsed(1, true));
         EXPECT_EQ(bool(DMApi::LogDev_GetCapability(laser.GetLogDevId(), 152)), !several);
     }
+    auto& power = microscope.Add<CKxSimLaserOutput>(L"Power", std::vector<std::wstring>{L"A"}, true);
+    power.SetPowerRange({5, 50});
+    power.SetPowerRange({9, 9});
+    EXPECT_TRUE(power.GetPower() == 5 && power.SetPower(50) && !power.SetPower(50.1) && power.GetPower() == 50);
+    power.SetFails(true);
+    EXPECT_TRUE(!power.SetPower(10) && !power.SetPortUsed(0, false) && power.IsPortUsed(0));
     auto& smart = microscope.Add<CKxSimShutter>(L"Smart", eKxShutterType_Epi, std::vector<double>{10, 40, 100});
     EXPECT_TRUE(smart.SetAperture(60));
     EXPECT_EQ(smart.GetAperture(), 40);
