@@ -1,5 +1,7 @@
 #include "page.h"
 
+#include <algorithm>
+
 #include <kxbaseui/kx_layoutmanager.h>
 #include <kxbaseui/kx_schemecontrols.h>
 
@@ -17,7 +19,9 @@ void Page::Build(HWND parent) {
 }
 
 void Page::FitTo(const RECT& place) {
-    SetWindowPos(m_hWnd, nullptr, place.left, place.top, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+    // In the middle of a wide window.
+    const long x = std::max(place.left, (place.left + place.right - GetWidth()) / 2);
+    SetWindowPos(m_hWnd, nullptr, x, place.top, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 void Page::Add(CKxDevUI_Container& panel) {

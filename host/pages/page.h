@@ -21,8 +21,8 @@ public:
     CKxDevUI_Container* PanelAt(POINT screen);
     const std::vector<CKxDevUI_Container*>& Panels() const { return m_panels; }
 
-    // The window has this room for the page, in pixels of the screen. Here the page only moves there and keeps its
-    // size.
+    // The window has this room for the page, in pixels of the screen. Here the page only moves to its middle and keeps
+    // its size.
     virtual void FitTo(const RECT& place);
     // A turn of the wheel that no panel has used; true when the page has.
     virtual bool Wheel(int) { return false; }

@@ -195,6 +195,8 @@ TEST(HPot, HoldsWhatTheHostMakesOfAValue) {
         {[](double& value, bool& skip) { value = 60, skip = true; }, 0, 0, true},
         {[](double& value, bool&) { value = 37; }, 37, 0, false},
         {[&](double&, bool& skip) { slider.SetValue(90, false), skip = true; }, 90, 0, false},
+        {[&](double&, bool&) { slider.SetValue(60, false); }, 120, 2, true},
+        {[&](double&, bool&) { ReleaseCapture(); }, 120, 2, true},
     };
     for (const auto& row : rows) {
         slider.SetType(eHPotType_Linear);

@@ -240,6 +240,7 @@ TEST(TableEditing, SitsOnItsCell) {
             EXPECT_NEAR(rect.left, corner.x + 3, 1) << zoom << reordered;
             EXPECT_EQ(rect.top, corner.y + 3);
             EXPECT_EQ(rect.bottom - rect.top, cell.bottom - cell.top + 3);
+            EXPECT_EQ(rect.right - rect.left, ListView_GetColumnWidth(owner.List(), 1));
             EXPECT_NE(field, GetAncestor(owner.List(), GA_ROOT));
             Key(VK_ESCAPE);
         }

@@ -437,12 +437,14 @@ TEST(ContainerTemplates, HostsThePlatformsOwnWholeAndInParts) {
 TEST(ContainerTemplates, AnswersAMissingOneWithNull) {
     RecordingParent parent;
     CKxDevUI_Container panel;
+    const HWND before = panel.Create(parent.Window(), 0, 0, 9, 9, true, true);
     for (const wchar_t* name : {static_cast<const wchar_t*>(nullptr), L"NOT_THERE"}) {
         EXPECT_EQ(panel.CreateFromDlg(parent.Window(), 0, 0, name, nullptr, false), nullptr);
         EXPECT_EQ(panel.CreateFromDlg(parent.Window(), 0, 0, name, nullptr, true), nullptr);
         EXPECT_EQ(panel.CreateFromDlgPart(parent.Window(), 0, 0, 9, 9, name, nullptr), nullptr);
     }
     EXPECT_EQ(panel.CreateFromDlgPart(nullptr, 0, 0, 9, 9, L"X", nullptr), nullptr);
+    EXPECT_TRUE(before && panel == before && IsWindow(before)) << "the window of before stays";
     EXPECT_EQ(panel.CreateFromDlgPart(parent.Window(), static_cast<RECT*>(nullptr), L"X", nullptr), nullptr);
     EXPECT_EQ(panel.CreateFromParent(nullptr, 0, 0, 9, 9), nullptr);
     panel.InsertDialog(0, 0, L"NOT_THERE", nullptr);

@@ -177,6 +177,18 @@ TEST(ColorSlider, HoldsWhatTheHostMakesOfAValue) {
 
 // ---- The ways to commit a range ------------------------------------------------------------------------------------
 
+TEST(ColorSlider, LetsArrowsPassAnUnevenTable) {
+    RecordingParent parent;
+    Slider slider(nullptr);
+    slider.Make(parent.Window(), kPower);
+    SColorSliderValue uneven[] = {{0, true, true}, {1, false, false}, {2, false, false}, {5, false, false},
+                                  {10, true, false}, {20, true, false}, {50, true, false}, {100, true, true}};
+    slider.Init(200, 9, uneven, 8, L"", false, L"%", L"%g", true, eColorSliderType_LineDraw, eColorSliderLayout_OneRowSpin, 57);
+    slider.SetPower(20, false);
+    ClickArrow(slider, true), ClickArrow(slider, true);
+    EXPECT_EQ(slider.GetPower(), 50) << "two of the arrows' steps lie between";
+}
+
 TEST(ColorSlider, TellsOfARangeInEachWay) {
     const struct {
         const char* name;

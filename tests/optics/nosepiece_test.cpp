@@ -173,6 +173,12 @@ TEST(NosepieceInput, IsWorkedByKeys) {
 TEST(Nosepiece, FollowsItsDevice) {
     RecordingParent parent;
     Turret panel(parent.Record());
+    panel.Init(3, -1, false, false);
+    panel.Create(parent.Window(), 10, 10, -1, -1, true, true);
+    panel.Init(2, -1, false, false);
+    panel.SetNA(2, 1.4), panel.SetWD(2, 100), panel.SetName(2, L"none");
+    EXPECT_EQ(panel.GetNA(2), 0) << "it still has a button, and no position";
+    EXPECT_TRUE(SendMessageW(ChildOf(panel, kButton), WM_GETFONT, 0, 0));
     EXPECT_FALSE(panel.Init(nullptr));
     EXPECT_FALSE(panel.Update(nullptr, true, true, true, true, true));
     CKxSimNosepiece two(L"Two", Objectives(2)), six(L"Six", Objectives(6)), seven(L"Seven", Objectives(7));

@@ -148,7 +148,14 @@ TEST(Switcher, ReadsMirrorsAndRefusesTheUnknown) {
     RecordingParent parent;
     Switch panel(parent.Record());
     panel.Create(parent.Window(), 0, 0, -1, -1, true, true);
+    Laser laser(L"Laser", std::vector<std::wstring>{L"A", L"B"}, false);
+    laser.SetPortEnabled(1, false);
+    panel.Update(&laser, true, true, true);
     Registered<CKxSimTIRFMirror> mirror(L"Mirror");
+    panel.Update(&mirror, false, true, false);
+    EXPECT_TRUE(IsWindowEnabled(ChildOf(panel, kButton + 1))) << "whatever the laser's port was";
+    panel.Update(&mirror, true, true, false);
+    EXPECT_EQ(Down(panel), "--") << "the structure is not the state";
     ASSERT_TRUE(panel.Update(mirror.GetLogDevId(), true, true, true));
     EXPECT_EQ(TextOf(ChildOf(panel, kButton + 1)), L"TIRF");
     EXPECT_EQ(Down(panel), "+-");

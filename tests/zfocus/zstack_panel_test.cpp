@@ -161,6 +161,31 @@ TEST_F(ZStackPanelAtWork, ChoosesTypes) {
     EXPECT_EQ(record.GetHome(nullptr), -17);
 }
 
+TEST_F(ZStackPanelAtWork, AsksNobodyWhenARefreshHidesTheFieldWithTheFocus) {
+    BringToFront(panel.GetHandle());
+    record.SetType(3);
+    record.SetHome(50);
+    record.SetBottom(45, false);
+    record.SetTop(60, false);
+    panel.UpdateGUI(3);
+    EXPECT_EQ(Shown(1264), L"-5.00");
+    SetFocus(panel.Item(1264));
+    journal.Take();
+    record.SetType(2);
+    panel.UpdateGUI(3);
+    EXPECT_EQ(journal.Take(), "Shown(0)");
+    double bottom = 0;
+    EXPECT_TRUE(record.GetBottom(&bottom) == 0 && bottom == 45);
+    SetFocus(panel.Item(1265));
+    record.SetType(0);
+    panel.UpdateGUI(3);
+    EXPECT_EQ(GetFocus(), panel.GetHandle()) << "and not a field that is not there";
+    // From menus and accelerators, without a window.
+    journal.Take();
+    SendMessageW(panel.GetHandle(), WM_COMMAND, MAKEWPARAM(1253, 0), 0);
+    EXPECT_TRUE(record.GetBottom(&bottom) == 0 && bottom == 500);
+}
+
 TEST_F(ZStackPanelAtWork, CopiesShareTheWindow) {
     {
         Panel copy(panel);
