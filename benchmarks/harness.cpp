@@ -37,7 +37,8 @@ class Side {
 public:
     explicit Side(const Work& work) : m_work(work) {
         // Caches fill; work that is longer than a block has none worth waiting for.
-        for (int i = 0; i < 3 && SecondsFor(m_work, 1) < kBlockSeconds; ++i) {}
+        for (int i = 0; i < 3 && SecondsFor(m_work, 1) < kBlockSeconds; ++i) {
+        }
         for (double seconds = 0; (seconds = SecondsFor(m_work, m_rounds)) < kBlockSeconds;) {
             const double factor = seconds > 0 ? kBlockSeconds / seconds * 1.1 : 10.0;
             m_rounds = static_cast<int>(std::ceil(m_rounds * std::clamp(factor, 1.1, 10.0)));

@@ -52,5 +52,6 @@ std::vector<Row> ZStackRows();
 std::vector<Row> ShutterRows();
 std::vector<Row> ModeShutterRows();
 std::vector<Row> ColorSliderRows();
+std::vector<Row> HostRows();
 
 }  // namespace kx::bench

@@ -46,9 +46,8 @@ std::vector<Figure> MeasureAll(std::string_view only) {
     std::vector<Figure> figures{{same, same.measure()}};
     Print(figures[0]);
     for (const auto rows : {kx::bench::FrameworkRows, kx::bench::SliderRows, kx::bench::EditRows, kx::bench::RadioRows,
-                            kx::bench::TableRows, kx::bench::OpticsRows, kx::bench::ZStackRows,
-                            kx::bench::ShutterRows, kx::bench::ModeShutterRows,
-                            kx::bench::ColorSliderRows}) {
+                            kx::bench::TableRows, kx::bench::OpticsRows, kx::bench::ZStackRows, kx::bench::ShutterRows,
+                            kx::bench::ModeShutterRows, kx::bench::ColorSliderRows, kx::bench::HostRows}) {
         for (const Row& row : rows()) {
             if (row.name.find(only) == std::string::npos) continue;
             figures.push_back({row, row.measure()});

@@ -36,8 +36,8 @@ public:
             return RegisterClassW(&description);
         }();
         Require(atom != 0, "there is no class");
-        m_window = CreateWindowExW(0, L"KxBenchStockPanel", L"", WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN, 0, 0, kSize.cx,
-                                   kSize.cy, parent, nullptr, GetModuleHandleW(nullptr), nullptr);
+        m_window = CreateWindowExW(0, L"KxBenchStockPanel", L"", WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN, 0, 0,
+                                   kSize.cx, kSize.cy, parent, nullptr, GetModuleHandleW(nullptr), nullptr);
         SetWindowLongPtrW(m_window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
         const kx::ui::WindowDC dc(m_window);
         m_picture.reset(CreateCompatibleDC(dc));

@@ -1,5 +1,5 @@
-// The demonstration host: kxdevhost [--tour DIR] [--log FILE] [--soak SECONDS --seed N] [FILE], with a device
-// configuration file
+// The demonstration host: kxdevhost [--tour DIR] [--log FILE] [--soak SECONDS --seed N] [--first-picture] [FILE], with
+// a device configuration file
 #include <windows.h>
 
 #include <commctrl.h>
@@ -41,6 +41,7 @@ struct CommandLine {
     std::wstring log;     // file of the log; empty: none, or the tour's
     int soak = 0;         // seconds; 0: no soak
     unsigned seed = 1;    // of the soak
+    bool first = false;   // whether it ends with its first complete picture
     std::wstring config;  // device configuration file; empty: none
 };
 
@@ -57,6 +58,8 @@ CommandLine ReadCommandLine() {
             read.log = arguments[++i];
         } else if (argument == L"--soak" && valued) {
             read.soak = static_cast<int>(std::wcstol(arguments[++i], nullptr, 10));
+        } else if (argument == L"--first-picture") {
+            read.first = true;
         } else if (argument == L"--seed" && valued) {
             read.seed = static_cast<unsigned>(std::wcstoul(arguments[++i], nullptr, 10));
         } else {
@@ -92,7 +95,7 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, wchar_t*, int) {
     HostMicroscope microscope(commandLine.config);
     MainWindow window(microscope);
     // What is driven by a program is the same whoever starts it.
-    const bool scripted = !folder.empty() || commandLine.soak > 0 || !commandLine.log.empty();
+    const bool scripted = !folder.empty() || commandLine.soak > 0 || !commandLine.log.empty() || commandLine.first;
     if (!window.Create(instance, scripted ? kx::host::Settings{} : LoadSettings())) return 3;
     microscope.Tell();
     Tour tour(window, folder);
@@ -102,6 +105,9 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, wchar_t*, int) {
         tour.Start();
     } else if (commandLine.soak > 0) {
         soak.Start();
+    } else if (commandLine.first) {
+        RedrawWindow(window.Handle(), nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
+        ExitProcess(0);
     } else if (!commandLine.log.empty()) {
         watcher.Start();
     }

@@ -86,10 +86,6 @@ bool MainWindow::Create(HINSTANCE instance, const kx::host::Settings& settings) 
 void MainWindow::BuildPages() {
     m_pages = MakePages(m_microscope, m_gallery);
     if (m_page >= std::ssize(m_pages)) m_page = 0;
-    for (const auto& page : m_pages) {
-        page->Build(m_window);
-        page->SetEnabled(m_enabled);
-    }
     BuildPageButtons();
     m_log.Build(m_window);
     KX_FollowColorScheme(m_log);
@@ -115,12 +111,18 @@ void MainWindow::BuildPageButtons() {
     }
 }
 
+// A page is built when it is first turned to: all of them together take a second.
 void MainWindow::TurnTo(int page) {
     m_page = page;
+    if (Page& current = *m_pages[static_cast<std::size_t>(page)]; !current.IsBuilt()) {
+        current.Build(m_window);
+        current.SetEnabled(m_enabled);
+        current.FitTo(m_pagePlace);
+    }
     for (int i = 0; i < static_cast<int>(m_pages.size()); ++i) {
         SendMessageW(m_pageButtons[static_cast<std::size_t>(i)], BM_SETCHECK, i == page ? BST_CHECKED : BST_UNCHECKED,
                      0);
-        m_pages[static_cast<std::size_t>(i)]->SetVisible(i == page);
+        if (m_pages[static_cast<std::size_t>(i)]->IsBuilt()) m_pages[static_cast<std::size_t>(i)]->SetVisible(i == page);
     }
     KeepFocusUsable();
 }
@@ -198,10 +200,11 @@ void MainWindow::Layout() {
     const int status = zoomed(kStatusHeight), top = zoomed(kBarHeight);
     const int room = std::max(0, static_cast<int>(client.bottom) - top - status);
     const int page = std::max(room - zoomed(kLogHeight), std::min(room, zoomed(Page::Height)));
+    m_pagePlace = {0, top, client.right, top + page};
     for (int i = 0; i < static_cast<int>(m_pages.size()); ++i) {
         MoveWindow(m_pageButtons[static_cast<std::size_t>(i)], zoomed(8 + i * (kPageButtonWidth + 4)), zoomed(4),
                    zoomed(kPageButtonWidth), zoomed(kBarHeight - 6), TRUE);
-        m_pages[static_cast<std::size_t>(i)]->FitTo({0, top, client.right, top + page});
+        if (Page& each = *m_pages[static_cast<std::size_t>(i)]; each.IsBuilt()) each.FitTo(m_pagePlace);
     }
     m_log.PlaceAt(0, top + page, client.right, room - page);
     MoveWindow(m_status, 0, top + room, client.right, status, TRUE);
@@ -305,8 +308,9 @@ void MainWindow::OnCommand(int command) {
         PageOf<StandPage>().AskForSeries(m_window);
     } else if (command == cmdEnabled) {
         m_enabled = !m_enabled;
-        for (const auto& page : m_pages)
-            page->SetEnabled(m_enabled);
+        for (const auto& page : m_pages) {
+            if (page->IsBuilt()) page->SetEnabled(m_enabled);
+        }
         KeepFocusUsable();
         BuildMenu();
     } else if (command == cmdExit) {

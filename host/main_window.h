@@ -53,7 +53,9 @@ public:
     int CommandOf() {
         return cmdPage + static_cast<int>(IndexOf<P>());
     }
+    // A page has no window before it has been turned to.
     const std::vector<std::unique_ptr<Page>>& Pages() const { return m_pages; }
+    const Page& CurrentPage() const { return *m_pages[static_cast<std::size_t>(m_page)]; }
     GalleryDevices& Gallery() { return m_gallery; }
     HostMicroscope& Microscope() { return m_microscope; }
 
@@ -91,6 +93,7 @@ private:
     std::vector<std::unique_ptr<Page>> m_pages;
     std::vector<HWND> m_pageButtons;
     int m_page = 0;
+    RECT m_pagePlace{};
     bool m_enabled = true;
     std::array<bool, simStop> m_simulation{false, true, false, false};
     kx::host::Settings m_settings;

@@ -170,8 +170,8 @@ std::wstring Soak::Broken() const {
     const double zoom = CKxGUILayoutManager::GetGuiZoom();
     if (!(zoom >= CKxGUILayoutManager::MinimumZoom && zoom <= CKxGUILayoutManager::MaximumZoom))
         return L"the zoom is out of range";
-    for (const auto& page : m_window.Pages())
-        if (!IsWindow(*page)) return std::wstring(L"the window is gone of the page ") + page->Name();
+    if (const Page& page = m_window.CurrentPage(); !IsWindow(page))
+        return std::wstring(L"the window is gone of the page ") + page.Name();
     if (!m_escaped.empty()) return m_escaped;
     if (m_step % kCountEvery == 0 && kx::Counts::Gdi().gdi > m_before.gdi + kMostGdiObjects)
         return L"there are " + std::to_wstring(kx::Counts::Gdi().gdi) + L" GDI objects";

@@ -1,10 +1,15 @@
 // Tells the log's file what can be seen, for a test that drives the host from outside: where every control stands,
-// which one has the focus, and what the status line says. A line each, whenever it has changed and then stood still:
+// which one has the focus, and what the status line says. A line each, whenever it has changed and then stood still.
+// "Place: " and a name, with x, y, width and height on the screen:
 //
-//     Place: Optical path/Nosepiece/10202 120 95 24 22     page, panel, id of the control: x, y, width, height on the
-//     screen Place: Host/501 ...                                  outside of the pages; Dialog/ID in a dialog,
-//     Menu/TEXT for an entry Places: told                                         after the last of them Focus:
-//     Dialog/1301 Status: Series cancelled
+// - Optical path/Nosepiece/10202: page, panel and id of the control
+//
+// - Host/501, Dialog/1301: outside of the pages
+//
+// - Menu/TEXT: an entry of a menu that is open
+//
+// "Places: told" comes after the last of them. "Focus: Dialog/1301" and "Status: Series cancelled" stand for
+// themselves.
 #pragma once
 
 #include <windows.h>

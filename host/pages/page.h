@@ -16,6 +16,7 @@ public:
 
     // Makes the page, hidden, and its panels, at the current zoom and in the current language.
     void Build(HWND parent);
+    bool IsBuilt() const { return m_hWnd != nullptr; }
 
     // The panel under a point of the screen; null when there is none.
     CKxDevUI_Container* PanelAt(POINT screen);

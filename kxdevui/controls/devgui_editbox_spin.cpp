@@ -52,9 +52,12 @@ HWND CKxDevUI_SpinBox::Create(HWND parent, long x, long y, long cx, long cy, boo
     Destroy();
     if (cx >= 0) m_width = cx;
     if (cy >= 0) m_height = cy;
-    // Registers the platform's class.
-    const INITCOMMONCONTROLSEX wanted{sizeof wanted, ICC_UPDOWN_CLASS};
-    InitCommonControlsEx(&wanted);
+    // Registers the platform's class; once is enough, and each time costs.
+    static const bool registered = [] {
+        const INITCOMMONCONTROLSEX wanted{sizeof wanted, ICC_UPDOWN_CLASS};
+        return InitCommonControlsEx(&wanted) != FALSE;
+    }();
+    if (!registered) return nullptr;
     DWORD style = WS_CHILD;
     if (m_visible) style |= WS_VISIBLE;
     if (!m_enabled) style |= WS_DISABLED;

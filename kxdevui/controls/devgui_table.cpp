@@ -147,6 +147,7 @@ bool CKxDevUI_Table::MakeList(DWORD style, DWORD extendedStyle) {
                                       m_hWnd, reinterpret_cast<HMENU>(static_cast<INT_PTR>(m_id)), nullptr, nullptr);
     if (!alive || !m_hWnd) return false;
     m_list = list;
+    m_listProcedure = reinterpret_cast<WNDPROC>(GetWindowLongPtrW(m_list, GWLP_WNDPROC));
     Subclass(m_list, ListProc, static_cast<CKxDevUI_Base*>(this));
     SendMessageW(m_list, WM_SETFONT, reinterpret_cast<WPARAM>(KX_GetDefaultGuiFont()), FALSE);
     KX_FollowColorScheme(m_list);
@@ -254,12 +255,12 @@ bool MovesCells(const Message& message) {
 }  // namespace
 
 Handled CKxDevUI_Table::HandleList(const Message& message) {
-    const Alive alive(this);
     if (m_editRow >= 0 && MovesCells(message)) FinishEdit(false);
-    if (!alive || message.id != WM_KEYDOWN) return std::nullopt;
+    if (message.id != WM_KEYDOWN) return std::nullopt;
     switch (message.wParam) {
     case VK_F2: EditFocused(); return 0;
     case VK_RETURN: {
+        const Alive alive(this);
         m_byEnter = true;
         const LRESULT result = CallPrevious(message);
         if (alive) m_byEnter = false;

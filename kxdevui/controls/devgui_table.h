@@ -164,6 +164,7 @@ private:
 
     bool MakeWindow(HWND parent, const RECT& place);
     bool MakeList(DWORD style, DWORD extendedStyle);
+    LRESULT Ask(UINT message, WPARAM wParam, LPARAM lParam) const;
     void ZoomColumns();
     bool IsEditable(int column) const;
     bool FindEditable(Cell& cell, int step) const;
@@ -178,6 +179,7 @@ private:
     static ATOM m_Atom;
 
     HWND m_list = nullptr;
+    WNDPROC m_listProcedure = nullptr;  // of the list view itself
     std::map<int, Column> m_columns;
     int m_columnCount = 0;
     CKxDevUI_Table_Edit m_editor{*this};

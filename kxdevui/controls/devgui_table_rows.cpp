@@ -9,6 +9,7 @@
 
 #include <kxbaseui/kx_layoutmanager.h>
 #include <kxdevui/controls/editbox_rules.h>
+#include <kxdevui/framework/ui_life.h>
 #include <kxsystem/kx_log.h>
 
 namespace {
@@ -69,11 +70,22 @@ void CKxDevUI_Table::ZoomColumns() {
 
 // ---- Rows ----------------------------------------------------------------------------------------------------------
 
+// Past the message's usual way, which costs a third of what the list view does with a cell.
+LRESULT CKxDevUI_Table::Ask(UINT message, WPARAM wParam, LPARAM lParam) const {
+    return m_list ? CallWindowProcW(m_listProcedure, m_list, message, wParam, lParam) : 0;
+}
+
 int CKxDevUI_Table::InsertLabel(const wchar_t* text, int index) {
-    LVITEMW item =
-        Item(LVIF_TEXT, index == -1 ? static_cast<int>(SendMessageW(m_list, LVM_GETITEMCOUNT, 0, 0)) : index);
+    if (!m_list) return -1;
+    if (m_editRow >= 0) {
+        // The cells move from under the field.
+        const kx::ui::Alive alive(this);
+        FinishEdit(false);
+        if (!alive || !m_list) return -1;
+    }
+    LVITEMW item = Item(LVIF_TEXT, index == -1 ? static_cast<int>(Ask(LVM_GETITEMCOUNT, 0, 0)) : index);
     item.pszText = Text(text);
-    return m_list ? static_cast<int>(SendMessageW(m_list, LVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&item))) : -1;
+    return static_cast<int>(Ask(LVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&item)));
 }
 
 int CKxDevUI_Table::InsertRow(const wchar_t** values, int count, int index) {
@@ -100,7 +112,7 @@ std::wstring CKxDevUI_Table::Format(int column, double value) {
 void CKxDevUI_Table::SetCell(int row, int column, const wchar_t* text) {
     LVITEMW item = Item(0, row, column);
     item.pszText = Text(text);
-    SendMessageW(m_list, LVM_SETITEMTEXTW, Index(row), reinterpret_cast<LPARAM>(&item));
+    Ask(LVM_SETITEMTEXTW, Index(row), reinterpret_cast<LPARAM>(&item));
 }
 
 void CKxDevUI_Table::SetCell(int row, int column, double value) { SetCell(row, column, Format(column, value).c_str()); }
@@ -111,7 +123,7 @@ void CKxDevUI_Table::GetCell(int row, int column, wchar_t* buffer, int size) {
     LVITEMW item = Item(0, row, column);
     item.pszText = buffer;
     item.cchTextMax = size;
-    SendMessageW(m_list, LVM_GETITEMTEXTW, Index(row), reinterpret_cast<LPARAM>(&item));
+    Ask(LVM_GETITEMTEXTW, Index(row), reinterpret_cast<LPARAM>(&item));
 }
 
 double CKxDevUI_Table::GetCell(int row, int column) {
@@ -126,22 +138,22 @@ void CKxDevUI_Table::SetChecked(int row, bool check) {
     LVITEMW item = Item(0, row);
     item.state = static_cast<UINT>(INDEXTOSTATEIMAGEMASK(check ? 2 : 1));
     item.stateMask = LVIS_STATEIMAGEMASK;
-    SendMessageW(m_list, LVM_SETITEMSTATE, Index(row), reinterpret_cast<LPARAM>(&item));
+    Ask(LVM_SETITEMSTATE, Index(row), reinterpret_cast<LPARAM>(&item));
 }
 
 bool CKxDevUI_Table::GetChecked(int row) {
-    return SendMessageW(m_list, LVM_GETITEMSTATE, Index(row), LVIS_STATEIMAGEMASK) == INDEXTOSTATEIMAGEMASK(2);
+    return Ask(LVM_GETITEMSTATE, Index(row), LVIS_STATEIMAGEMASK) == INDEXTOSTATEIMAGEMASK(2);
 }
 
 void CKxDevUI_Table::SetUserData(int row, int, std::int64_t value) {
     LVITEMW item = Item(LVIF_PARAM, row);
     item.lParam = static_cast<LPARAM>(value);
-    SendMessageW(m_list, LVM_SETITEMW, 0, reinterpret_cast<LPARAM>(&item));
+    Ask(LVM_SETITEMW, 0, reinterpret_cast<LPARAM>(&item));
 }
 
 std::int64_t CKxDevUI_Table::GetUserData(int row, int) {
     LVITEMW item = Item(LVIF_PARAM, row);
-    SendMessageW(m_list, LVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item));
+    Ask(LVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item));
     return item.lParam;
 }
 
@@ -152,7 +164,7 @@ int CKxDevUI_Table::Search(const wchar_t* text, int column) {
     wanted.flags = LVFI_STRING;
     wanted.psz = Text(text);
     const auto next = [&](int after) {
-        return m_list ? static_cast<int>(SendMessageW(m_list, LVM_FINDITEMW, static_cast<WPARAM>(after),
+        return m_list ? static_cast<int>(Ask(LVM_FINDITEMW, static_cast<WPARAM>(after),
                                                       reinterpret_cast<LPARAM>(&wanted)))
                       : -1;
     };
@@ -172,5 +184,5 @@ int CKxDevUI_Table::Search(std::int64_t userData, int) {
     wanted.lParam = static_cast<LPARAM>(userData);
     if (!m_list) return -1;
     return static_cast<int>(
-        SendMessageW(m_list, LVM_FINDITEMW, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(&wanted)));
+        Ask(LVM_FINDITEMW, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(&wanted)));
 }
