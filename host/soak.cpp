@@ -10,6 +10,7 @@
 #include <kxsystem/kx_log.h>
 
 #include "event_log.h"
+#include "input.h"
 #include "light_devices.h"
 #include "main_window.h"
 #include "pages/bench_page.h"
@@ -28,24 +29,6 @@ constexpr int kTimesGrown = 3;
 // Blocks come and go with texts of other lengths.
 constexpr long long kHeapSlack = 20;
 constexpr int kMostHomeTicks = 1000, kSettleTicks = 20;
-
-void SendMouse(POINT screen, DWORD flags, int data = 0) {
-    INPUT input{};
-    input.type = INPUT_MOUSE;
-    input.mi.dx = MulDiv(screen.x * 2 + 1, 32768, GetSystemMetrics(SM_CXSCREEN));
-    input.mi.dy = MulDiv(screen.y * 2 + 1, 32768, GetSystemMetrics(SM_CYSCREEN));
-    input.mi.mouseData = static_cast<DWORD>(data);
-    input.mi.dwFlags = MOUSEEVENTF_ABSOLUTE | MOUSEEVENTF_MOVE | flags;
-    SendInput(1, &input, sizeof input);
-}
-
-void SendKey(WORD key, DWORD flags) {
-    INPUT input{};
-    input.type = INPUT_KEYBOARD;
-    input.ki.wVk = key;
-    input.ki.dwFlags = flags;
-    SendInput(1, &input, sizeof input);
-}
 
 std::vector<HWND> VisibleChildren(HWND root) {
     std::vector<HWND> children;
@@ -221,10 +204,10 @@ std::wstring Soak::UseKeys(kx::Random& random) {
     const WORD key = random.Of<WORD>({VK_TAB, VK_TAB, VK_LEFT, VK_RIGHT, VK_UP, VK_DOWN, VK_SPACE, VK_RETURN, VK_ESCAPE,
                                       VK_HOME, VK_END, VK_PRIOR, VK_NEXT, VK_BACK, VK_DELETE, '0', '5', '9'});
     const bool shift = random.OneIn(4);
-    if (shift) SendKey(VK_SHIFT, 0);
-    SendKey(key, 0);
-    SendKey(key, KEYEVENTF_KEYUP);
-    if (shift) SendKey(VK_SHIFT, KEYEVENTF_KEYUP);
+    if (shift) SendKey(VK_SHIFT, 0, 0);
+    SendKey(key, 0, 0);
+    SendKey(key, 0, KEYEVENTF_KEYUP);
+    if (shift) SendKey(VK_SHIFT, 0, KEYEVENTF_KEYUP);
     return L"key " + std::to_wstring(key);
 }
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "event_log.h"
+#include "input.h"
 #include "main_window.h"
 #include "pages/stand_page.h"
 #include "picture.h"
@@ -13,27 +14,6 @@ namespace {
 Tour* s_tour = nullptr;
 constexpr UINT kStepMilliseconds = 40;
 constexpr int kMostTicks = 100;
-
-void SendMouse(POINT screen, DWORD flags, int data = 0) {
-    INPUT input{};
-    input.type = INPUT_MOUSE;
-    // Absolute positions count from 0 to 65535 over the screen; the half brings the pixel's middle.
-    input.mi.dx = MulDiv(screen.x * 2 + 1, 32768, GetSystemMetrics(SM_CXSCREEN));
-    input.mi.dy = MulDiv(screen.y * 2 + 1, 32768, GetSystemMetrics(SM_CYSCREEN));
-    input.mi.mouseData = static_cast<DWORD>(data);
-    // Every event brings its place along: the display may report an earlier one between a move and a press.
-    input.mi.dwFlags = MOUSEEVENTF_ABSOLUTE | MOUSEEVENTF_MOVE | flags;
-    SendInput(1, &input, sizeof input);
-}
-
-void SendKey(WORD key, WORD character, DWORD flags) {
-    INPUT input{};
-    input.type = INPUT_KEYBOARD;
-    input.ki.wVk = key;
-    input.ki.wScan = character;
-    input.ki.dwFlags = flags;
-    SendInput(1, &input, sizeof input);
-}
 
 POINT PointIn(HWND window, int percentAcross) {
     RECT rect{};

@@ -5,6 +5,7 @@
 #include <span>
 
 #include <kxsystem/kx_number.h>
+#include <kxsystem/kx_utf8.h>
 
 namespace kx::config {
 
@@ -16,40 +17,12 @@ wchar_t LowerOf(wchar_t c) { return c >= L'A' && c <= L'Z' ? static_cast<wchar_t
 
 // ---- Bytes to text -------------------------------------------------------------------------------------------------
 
-// The character at the front of `bytes`, which it is taken off. Empty if that is no UTF-8 in its shortest form.
-std::optional<char32_t> TakeCharacter(std::string_view& bytes) {
-    const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(bytes[i]); };
-    const unsigned lead = byte(0);
-    const std::size_t length = lead < 0x80   ? 1
-                               : lead < 0xC2 ? 0
-                               : lead < 0xE0 ? 2
-                               : lead < 0xF0 ? 3
-                               : lead < 0xF5 ? 4
-                                             : 0;
-    if (length == 0 || length > bytes.size()) return std::nullopt;
-    char32_t character = length == 1 ? lead : lead & (0x7Fu >> length);
-    for (std::size_t i = 1; i < length; ++i) {
-        if ((byte(i) & 0xC0u) != 0x80) return std::nullopt;
-        character = character << 6 | (byte(i) & 0x3Fu);
-    }
-    static constexpr char32_t least[] = {0, 0, 0x80, 0x800, 0x10000};
-    if (character < least[length] || character > 0x10FFFF || (character >= 0xD800 && character < 0xE000))
-        return std::nullopt;
-    bytes.remove_prefix(length);
-    return character;
-}
-
 std::optional<std::wstring> FromUtf8(std::string_view bytes) {
     std::wstring text;
     while (!bytes.empty()) {
-        const std::optional<char32_t> taken = TakeCharacter(bytes);
-        if (!taken) return std::nullopt;
-        if (sizeof(wchar_t) == 2 && *taken >= 0x10000) {
-            text += static_cast<wchar_t>(0xD800 + ((*taken - 0x10000) >> 10));
-            text += static_cast<wchar_t>(0xDC00 + ((*taken - 0x10000) & 0x3FF));
-        } else {
-            text += static_cast<wchar_t>(*taken);
-        }
+        char32_t character = 0;
+        if (!TakeUtf8(bytes, character)) return std::nullopt;
+        AppendWide(text, character);
     }
     return text;
 }

@@ -3,6 +3,7 @@
 #include <kxbaseui/kx_svgstyle.h>
 #include <kxbaseui/kx_svgvalues.h>
 #include <kxbaseui/kx_xml.h>
+#include <kxsystem/kx_utf8.h>
 
 #include <algorithm>
 #include <cmath>
@@ -361,7 +362,7 @@ private:
     std::u32string Decode(std::string_view text, bool afterBlank) {
         Spend(text.size());
         std::u32string characters;
-        for (char32_t character = 0; !text.empty() && TakeCharacter(text, character);) {
+        for (char32_t character = 0; !text.empty() && TakeUtf8(text, character);) {
             const bool blank = character <= U' ';
             if (blank && afterBlank) continue;
             characters += blank ? U' ' : character;

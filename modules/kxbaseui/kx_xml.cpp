@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include <kxsystem/kx_utf8.h>
+
 namespace kx::svg {
 
 namespace {
@@ -17,7 +19,7 @@ bool IsXmlCharacter(char32_t c) {
 bool AreXmlCharacters(std::string_view text) {
     char32_t character = 0;
     while (!text.empty())
-        if (!TakeCharacter(text, character) || !IsXmlCharacter(character)) return false;
+        if (!TakeUtf8(text, character) || !IsXmlCharacter(character)) return false;
     return true;
 }
 
@@ -227,26 +229,5 @@ std::optional<XmlNode> ReadXml(std::string_view text) {
     return root;
 }
 
-bool TakeCharacter(std::string_view& text, char32_t& character) {
-    const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
-    const unsigned lead = byte(0);
-    const std::size_t length = lead < 0x80   ? 1
-                               : lead < 0xC2 ? 0
-                               : lead < 0xE0 ? 2
-                               : lead < 0xF0 ? 3
-                               : lead < 0xF5 ? 4
-                                             : 0;
-    if (length == 0 || length > text.size()) return false;
-    character = length == 1 ? lead : lead & (0x7FU >> length);
-    for (std::size_t i = 1; i < length; ++i) {
-        if ((byte(i) & 0xC0U) != 0x80) return false;
-        character = character << 6 | (byte(i) & 0x3FU);
-    }
-    static constexpr char32_t c_least[] = {0, 0, 0x80, 0x800, 0x10000};
-    if (character < c_least[length] || character > 0x10FFFF || (character >= 0xD800 && character < 0xE000))
-        return false;
-    text.remove_prefix(length);
-    return true;
-}
 
 }  // namespace kx::svg

@@ -37,7 +37,4 @@ struct XmlLimits {
 // The root element; nothing when the text is not well-formed or beyond a limit.
 std::optional<XmlNode> ReadXml(std::string_view text);
 
-// Takes one character off the front of `text`, which is not empty. False if that is not UTF-8 in its shortest form.
-bool TakeCharacter(std::string_view& text, char32_t& character);
-
 }  // namespace kx::svg

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include <kxsystem/kx_utf8.h>
+
 namespace {
 
 struct Refusal {
@@ -11,45 +13,12 @@ struct Refusal {
 
 constexpr std::string_view c_byteOrderMark = "\xEF\xBB\xBF";
 
-// Takes one character off the front of `text`. False if that is not UTF-8 in its shortest form.
-bool TakeCharacter(std::string_view& text, char32_t& character) {
-    const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
-    const unsigned lead = byte(0);
-    const std::size_t length = lead < 0x80   ? 1
-                               : lead < 0xC2 ? 0
-                               : lead < 0xE0 ? 2
-                               : lead < 0xF0 ? 3
-                               : lead < 0xF5 ? 4
-                                             : 0;
-    if (length == 0 || length > text.size()) return false;
-    character = length == 1 ? lead : lead & (0x7Fu >> length);
-    for (std::size_t i = 1; i < length; ++i) {
-        if ((byte(i) & 0xC0u) != 0x80) return false;
-        character = character << 6 | (byte(i) & 0x3Fu);
-    }
-    static constexpr char32_t c_least[] = {0, 0, 0x80, 0x800, 0x10000};
-    if (character < c_least[length] || character > 0x10FFFF || (character >= 0xD800 && character < 0xE000))
-        return false;
-    text.remove_prefix(length);
-    return true;
-}
-
-void Append(std::wstring& text, char32_t character) {
-    if (sizeof(wchar_t) == 2 && character >= 0x10000) {
-        character -= 0x10000;
-        text += static_cast<wchar_t>(0xD800 + (character >> 10));
-        text += static_cast<wchar_t>(0xDC00 + (character & 0x3FF));
-    } else {
-        text += static_cast<wchar_t>(character);
-    }
-}
-
 // Only for text that CheckBytes has passed.
 std::wstring Widen(std::string_view text) {
     std::wstring wide;
     wide.reserve(text.size());
-    for (char32_t character = 0; !text.empty() && TakeCharacter(text, character);)
-        Append(wide, character);
+    for (char32_t character = 0; !text.empty() && kx::TakeUtf8(text, character);)
+        kx::AppendWide(wide, character);
     return wide;
 }
 
@@ -58,7 +27,7 @@ void CheckBytes(std::string_view po) {
     int line = 1;
     while (!po.empty()) {
         char32_t character = 0;
-        if (!TakeCharacter(po, character)) throw Refusal{{line, "not UTF-8"}};
+        if (!kx::TakeUtf8(po, character)) throw Refusal{{line, "not UTF-8"}};
         if (character == 0) throw Refusal{{line, "a zero byte"}};
         if (character == '\r' && !po.starts_with('\n')) throw Refusal{{line, "a carriage return without a line feed"}};
         line += character == '\n';
