@@ -12,8 +12,7 @@ public:
     static constexpr int Shutters = 5;
 
     LightDevices();
-    // Lets time pass.
-    void Tick() { m_devices.Tick(); }
+    // To be ticked from a timer.
     CKxSimMicroscope& Devices() { return m_devices; }
 
     CKxSimShutter& Shutter(int index) { return *m_shutters[static_cast<std::size_t>(index)]; }

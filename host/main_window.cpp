@@ -270,6 +270,7 @@ LRESULT MainWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_TIMER:
         m_gallery.Devices().Tick();
         m_microscope.Devices().Tick();
+        TheLight().Devices().Tick();
         return 0;
     case kx::ui::WM_KX_ZOOM_CHANGED:
         // When all windows have been told: before, the pane's would be zoomed once more.

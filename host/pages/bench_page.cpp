@@ -40,8 +40,9 @@ void BenchPage::Fill() {
     PutTurrets();
     PutWheels();
     PutSwitches();
-    PutLight();
+    // The tallest before the many small ones, which fill the columns up.
     PutFocus();
+    PutLight();
 }
 
 void BenchPage::PutTurrets() {

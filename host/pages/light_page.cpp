@@ -7,6 +7,4 @@ void LightPage::Fill() {
     m_shutters.Fill();
     Place(m_smart, SmartPlace);
     m_smart.Fill();
-    // The devices need time to pass, seen or not.
-    SetTimer(m_hWnd, 1, 30, [](HWND, UINT, UINT_PTR, DWORD) { TheLight().Tick(); });
 }

@@ -5,23 +5,43 @@
 #include "../pages/bench_page.h"
 #include "../resources/resource.h"
 
+using kx::config::Simulated;
+
 void Tour::PlanBench() {
     const auto page = [this]() -> BenchPage& { return m_window.PageOf<BenchPage>(); };
-    const auto objective = [page](int i) -> Find {
-        return [=] { return GetDlgItem(page().First<NosepiecePanel>()->Panel(), 10200 + i); };
+    // What a microscope does not have is passed by; of fewer positions another one is asked for.
+    const auto& roles = m_window.Microscope().Roles();
+    const auto clickOne = [this](long count, int i, int firstId, const Find& panel) {
+        if (count > 0) Click([=] { return GetDlgItem(panel(), firstId + static_cast<int>(i % count)); });
     };
-    const auto filter = [page](int i) -> Find {
-        return [=] { return GetDlgItem(page().First<FilterPanel>()->Panel(), 10201 + i); };
+    const auto* const turret = roles.turrets.empty() ? nullptr : Simulated<CKxSimNosepiece>(roles.turrets.front());
+    const auto* const wheel = roles.wheels.empty() ? nullptr : Simulated<CKxSimFilterChanger>(roles.wheels.front());
+    const auto* const path = roles.lightPaths.empty() ? nullptr : Simulated<CKxSimLightPath>(roles.lightPaths.front());
+    const bool hasShutter = !roles.shutters.empty();
+    const auto clickObjective = [=](int i) {
+        clickOne(turret ? turret->GetPositionCount() : 0, i, 10200,
+                 [=] { return HWND{page().First<NosepiecePanel>()->Panel()}; });
     };
-    const auto path = [page](int i) -> Find {
-        return [=] { return GetDlgItem(page().First<SwitcherPanel>()->Panel(), 10201 + i); };
+    const auto clickFilter = [=](int i) {
+        clickOne(wheel ? wheel->GetFilterCount() : 0, i, 10201,
+                 [=] { return HWND{page().First<FilterPanel>()->Panel()}; });
     };
-    const Find shutter = [page] { return page().First<SingleShutterPanel>()->Panel().GetButtonHandle(); };
+    const auto clickPath = [=](int i) {
+        clickOne(path ? path->GetPositionCount() : 0, i, 10201,
+                 [=] { return HWND{page().First<SwitcherPanel>()->Panel()}; });
+    };
+    const auto clickShutter = [=, this] {
+        if (hasShutter) Click([=] { return page().First<SingleShutterPanel>()->Panel().GetButtonHandle(); });
+    };
+    const auto dragPower = [=, this] {
+        if (page().First<LaserPanel>())
+            Drag([=] { return GetDlgItem(page().First<LaserPanel>()->Power(), 10000); }, 10, 60);
+    };
     // Nothing of the microscope is on its way any more.
     const auto rest = [this] {
         m_steps.push_back([this] {
-            const auto& roles = m_window.Microscope().Roles();
-            for (const auto* ids : {&roles.turrets, &roles.wheels, &roles.lightPaths, &roles.shutters}) {
+            const auto& all = m_window.Microscope().Roles();
+            for (const auto* ids : {&all.turrets, &all.wheels, &all.lightPaths, &all.shutters}) {
                 for (const CDMApi_LogDevId id : *ids) {
                     if (CKxDeviceRegistry::Find(id)->GetDeviceState() == eKxDeviceState_Moving) return false;
                 }
@@ -33,36 +53,39 @@ void Tour::PlanBench() {
 
     TurnTo([this] { return m_window.CommandOf<BenchPage>(); });
     Await([page] { return HWND{page()}; });
-    Click(filter(2));
-    Click(path(1));
-    Click(shutter);
+    clickFilter(2);
+    clickPath(1);
+    clickShutter();
+    dragPower();
+    if (turret) Click([=] { return GetDlgItem(page().First<NosepiecePanel>()->Panel(), 10500); });
+    if (wheel) Click([=] { return GetDlgItem(page().First<FilterPanel>()->Panel(), 10500); });
     rest();
     Picture(L"60-bench");
     simulate(MainWindow::simSlow);
-    Click(objective(0));
-    Click(filter(4));
+    clickObjective(0);
+    clickFilter(4);
     Picture(L"61-bench-moving");
     simulate(MainWindow::simStop);
     Picture(L"62-bench-stopped");
     simulate(MainWindow::simSlow);
     simulate(MainWindow::simFail);
-    Click(objective(3));
-    Click(filter(1));
+    clickObjective(3);
+    clickFilter(1);
     rest();
     Picture(L"63-bench-failed");
     simulate(MainWindow::simFail);
-    Click(objective(2));
-    Click(filter(2));
+    clickObjective(2);
+    clickFilter(2);
     rest();
     simulate(MainWindow::simRefuse);
-    Click(objective(1));
-    Click(filter(3));
-    Click(path(2));
-    Click(shutter);
+    clickObjective(1);
+    clickFilter(3);
+    clickPath(2);
+    clickShutter();
     Picture(L"64-bench-refused");
     simulate(MainWindow::simRefuse);
     simulate(MainWindow::simDeviceDecides);
-    Click(objective(1));
+    clickObjective(1);
     rest();
     simulate(MainWindow::simDeviceDecides);
     Wheel([page] { return HWND{page().First<NosepiecePanel>()->Panel()}; }, -4);
