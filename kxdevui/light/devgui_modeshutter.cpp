@@ -310,7 +310,7 @@ void CKxDevUI_ModeShutter::OnAperture(double aperture, bool& veto) {
 
 LRESULT CKxDevUI_ModeShutter::OnCommand(WPARAM wParam, LPARAM) {
     if (LOWORD(wParam) != kModesId || HIWORD(wParam) != CBN_SELCHANGE) return 0;
-    const LRESULT item = SendMessageW(m_modeList, CB_GETCURSEL, 0, 0);
+    const LRESULT item = m_modeList ? SendMessageW(m_modeList, CB_GETCURSEL, 0, 0) : -1;
     if (item < 0) return 1;
     const auto mode =
         static_cast<EKxShutterMode>(SendMessageW(m_modeList, CB_GETITEMDATA, static_cast<WPARAM>(item), 0));

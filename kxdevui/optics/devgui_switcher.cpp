@@ -286,6 +286,10 @@ LRESULT CKxDevUI_Switcher::OnCommand(WPARAM wParam) {
         OnSetPortSingleRequest(position);
         return 1;
     }
+    // Every button is a group of its own, so the platform has not let go of the one that was down.
+    for (long i = 0; i < m_count; ++i) {
+        if (i != position) SendMessageW(m_panel.ButtonAt(i), BM_SETCHECK, BST_UNCHECKED, 0);
+    }
     bool flag = false;
     OnPositionChangeRequest(position, flag);
     if (!alive) return 1;

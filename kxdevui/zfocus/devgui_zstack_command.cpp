@@ -80,12 +80,11 @@ void CKxDevUI_ZStack::ChooseType(int type) {
 void CKxDevUI_ZStack::TakeSuggestedStep() {
     const Alive alive(this);
     double step = 0;
-    if (m_data->GetStepSuggested(&step) == eKxZStack_Ok) {
-        if (m_data->SetStep(step) == eKxZStack_Ok) {
-            OnStepChanged(step, false);
-        } else {
-            Complain(Verdict::OutOfRange, true);
-        }
+    if (m_data->GetStepSuggested(&step) != eKxZStack_Ok) return OnZStackChanged(RefreshAll);
+    if (m_data->SetStep(step) == eKxZStack_Ok) {
+        OnStepChanged(step, false);
+    } else {
+        Complain(Verdict::OutOfRange, true);
     }
     if (alive) OnZStackChanged(RefreshStep);
 }

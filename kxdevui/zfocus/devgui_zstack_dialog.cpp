@@ -4,6 +4,7 @@
 #include <kxbaseui/kx_schemecontrols.h>
 #include <kxbaseui/kx_uihelper.h>
 #include <kxdevui/framework/ui_gdi.h>
+#include <kxdevui/framework/ui_window.h>
 #include <kxdevui/zfocus/yesnokeep_layout.h>
 #include <kxdevui/zfocus/zstack_ids.h>
 #include <kxsystem/kx_translation.h>
@@ -119,11 +120,14 @@ INT_PTR Choose(HWND dialog, int id) {
 }  // namespace
 
 INT_PTR CALLBACK CKxDevUI_ZStack::YesNoKeepDlg(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) {
-    switch (message) {
-    case WM_GETDLGCODE: return DLGC_WANTALLKEYS;
-    case WM_KEYDOWN: return wParam == VK_ESCAPE;
-    case WM_INITDIALOG: return Open(dialog, reinterpret_cast<const wchar_t*>(lParam));
-    case WM_COMMAND: return Choose(dialog, LOWORD(wParam));
-    default: return FALSE;
-    }
+    const auto answer = [&]() -> kx::ui::Handled {
+        switch (message) {
+        case WM_GETDLGCODE: return DLGC_WANTALLKEYS;
+        case WM_KEYDOWN: return wParam == VK_ESCAPE;
+        case WM_INITDIALOG: return Open(dialog, reinterpret_cast<const wchar_t*>(lParam));
+        case WM_COMMAND: return Choose(dialog, LOWORD(wParam));
+        default: return FALSE;
+        }
+    };
+    return kx::ui::Guarded(answer).value_or(FALSE);
 }
