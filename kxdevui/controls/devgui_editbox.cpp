@@ -85,23 +85,16 @@ HWND CKxDevUI_EditBox::Create(HWND parent, long x, long y, long cx, long cy, boo
     m_labelSize.cy = m_editSize.cy = m_height;
     m_editSize.cx = std::max(0L, kx::ui::Difference(m_width, m_labelSize.cx));
 
-    kx::ui::EnsureClass(m_Atom, {.name = L"KxDevUI_EditBox",
-                                 .object = L"CKxDevUI_EditBox",
-                                 .style = CS_HREDRAW | CS_VREDRAW,
-                                 .extraBytes = kx::ui::kWindowExtraBytes,
-                                 .background = static_cast<HBRUSH>(GetStockObject(NULL_BRUSH)),
-                                 .procedure = WndProc,
-                                 .ownLayout = true});
-    DWORD style = WS_CHILD | WS_CLIPCHILDREN;
-    if (m_visible) style |= WS_VISIBLE;
-    if (!m_enabled) style |= WS_DISABLED;
-
-    const Alive alive(this);
-    const HWND window = CreateWindowExW(WS_EX_CONTROLPARENT, L"KxDevUI_EditBox", nullptr, style, x, y, m_width,
-                                        m_height, parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(m_id)),
-                                        kx::ui::ModuleOf(WndProc), static_cast<CKxDevUI_Base*>(this));
-    // The parent has heard of it, and may have ended the window or this object.
-    if (!window || !alive || m_hWnd != window) return nullptr;
+    const HWND window = kx::ui::Binding::MakeWindow(this, m_Atom,
+                                                    {.name = L"KxDevUI_EditBox",
+                                                     .object = L"CKxDevUI_EditBox",
+                                                     .style = CS_HREDRAW | CS_VREDRAW,
+                                                     .extraBytes = kx::ui::kWindowExtraBytes,
+                                                     .background = static_cast<HBRUSH>(GetStockObject(NULL_BRUSH)),
+                                                     .procedure = WndProc,
+                                                     .ownLayout = true},
+                                                    parent, {x, y}, WS_CLIPCHILDREN, WS_EX_CONTROLPARENT);
+    if (!window) return nullptr;
     kx::ui::MarkWindow(window, kx::ui::Mark::TagAndObject, this);
     const HFONT font = KX_GetDefaultGuiFont();
     const Places places = Arrange(font);
@@ -144,12 +137,7 @@ void CKxDevUI_EditBox::MakeEdit(const RECT& place, HFONT font) {
 }
 
 void CKxDevUI_EditBox::Destroy() {
-    if (!m_hWnd) return;
-    const Alive alive(this);
-    const kx::ui::Closing closing(m_hWnd);
-    DestroyWindow(m_hWnd);
-    // The focus may have gone to a host's window, which may have ended this object.
-    if (alive) m_hWnd = m_label = m_edit = m_attached = nullptr;
+    if (kx::ui::Binding::EndWindow(this)) LoseChildren();
 }
 
 void CKxDevUI_EditBox::LoseChildren() { m_label = m_edit = m_attached = nullptr; }

@@ -50,33 +50,19 @@ HWND CKxDevUI_HPot::Create(HWND parent, long x, long y, long cx, long cy, bool, 
     if (m_height < 0) m_height = kUsualSize.cy;
 
     // Without CS_DBLCLKS, so that every second quick click is a press too.
-    kx::ui::EnsureClass(m_Atom, {.name = kClass,
-                                 .object = L"CKxDevUI_HPot",
-                                 .style = CS_HREDRAW | CS_VREDRAW,
-                                 .extraBytes = kx::ui::kWindowExtraBytes,
-                                 .background = nullptr,
-                                 .procedure = WndProc});
-    DWORD style = WS_CHILD;
-    if (m_visible) style |= WS_VISIBLE;
-    if (!m_enabled) style |= WS_DISABLED;
-
-    const kx::ui::Alive alive(static_cast<CKxDevUI_Base*>(this));
-    const HWND window = CreateWindowExW(0, kClass, nullptr, style, x, y, m_width, m_height, parent,
-                                        reinterpret_cast<HMENU>(static_cast<INT_PTR>(m_id)), kx::ui::ModuleOf(WndProc),
-                                        static_cast<CKxDevUI_Base*>(this));
-    // The parent was told of its new child, and may have ended the window or this object.
-    return window && alive && m_hWnd == window ? window : nullptr;
+    return kx::ui::Binding::MakeWindow(this, m_Atom,
+                                       {.name = kClass,
+                                        .object = L"CKxDevUI_HPot",
+                                        .style = CS_HREDRAW | CS_VREDRAW,
+                                        .extraBytes = kx::ui::kWindowExtraBytes,
+                                        .background = nullptr,
+                                        .procedure = WndProc},
+                                       parent, {x, y}, 0);
 }
 
 HWND CKxDevUI_HPot::Create(HWND parent) { return Create(parent, 0, 0, -1, -1, true, true); }
 
-void CKxDevUI_HPot::Destroy() {
-    if (!m_hWnd) return;
-    const kx::ui::Alive alive(static_cast<CKxDevUI_Base*>(this));
-    const kx::ui::Closing closing(m_hWnd);
-    DestroyWindow(m_hWnd);
-    if (alive) m_hWnd = nullptr;
-}
+void CKxDevUI_HPot::Destroy() { kx::ui::Binding::EndWindow(this); }
 
 bool CKxDevUI_HPot::GetEnabled() { return m_enabled; }
 

@@ -135,21 +135,15 @@ HWND CKxDevUI_Radio::Create(HWND parent, long x, long y, long width, long height
     m_notify = parent;
     if (width >= 0) m_width = width;
     if (height >= 0) m_height = height;
-    EnsureClass(m_Atom, {.name = L"KxDevUI_Radio",
-                         .object = L"CKxDevUI_Radio",
-                         .style = CS_PARENTDC | CS_HREDRAW | CS_VREDRAW,
-                         .extraBytes = kWindowExtraBytes,
-                         .background = nullptr,
-                         .procedure = WndProc});
-    DWORD style = WS_CHILD | WS_TABSTOP;
-    if (m_visible) style |= WS_VISIBLE;
-    if (!m_enabled) style |= WS_DISABLED;
-    const Alive alive(this);
-    CreateWindowExW(0, L"KxDevUI_Radio", nullptr, style, x, y, m_width, m_height, parent,
-                    reinterpret_cast<HMENU>(static_cast<INT_PTR>(m_id)), ModuleOf(WndProc),
-                    static_cast<CKxDevUI_Base*>(this));
-    // The parent is told of it, and may have ended it.
-    if (!alive || !m_hWnd) return nullptr;
+    const HWND window = Binding::MakeWindow(this, m_Atom,
+                                            {.name = L"KxDevUI_Radio",
+                                             .object = L"CKxDevUI_Radio",
+                                             .style = CS_PARENTDC | CS_HREDRAW | CS_VREDRAW,
+                                             .extraBytes = kWindowExtraBytes,
+                                             .background = nullptr,
+                                             .procedure = WndProc},
+                                            parent, {x, y}, WS_TABSTOP);
+    if (!window) return nullptr;
     // Not an object for a container, which takes the group for a plain window.
     MarkWindow(m_hWnd, Mark::Tag, nullptr);
     SendMessageW(m_hWnd, WM_SETFONT, reinterpret_cast<WPARAM>(KX_GetDefaultGuiFont()), FALSE);
@@ -222,14 +216,7 @@ void CKxDevUI_Radio::TakeTitle(HWND title, const RECT& place, const RECT& group)
 }
 
 void CKxDevUI_Radio::Destroy() {
-    const Alive alive(this);
-    if (const HWND window = m_hWnd) {
-        const Closing closing(window);
-        DestroyWindow(window);
-        // The focus may have gone to a host's window, which may have ended this object.
-        if (!alive) return;
-        m_hWnd = nullptr;
-    }
+    if (!Binding::EndWindow(this)) return;
     m_titleWindow = nullptr;
     m_buttons.clear();
 }

@@ -89,7 +89,7 @@ HWND CKxDevUI_Table::Create(HWND parent, long x, long y, long width, long height
     m_notify = parent;
     if (width >= 0) m_width = width;
     if (height >= 0) m_height = height;
-    if (!MakeWindow(parent, RectAt(x, y, m_width, m_height))) return nullptr;
+    if (!MakeWindow(parent, {x, y})) return nullptr;
     if (!MakeList(WS_CHILD | WS_VISIBLE | LVS_REPORT, 0)) return nullptr;
     m_editor.Prepare(m_hWnd);
     return alive ? m_hWnd : nullptr;
@@ -118,23 +118,17 @@ HWND CKxDevUI_Table::Create(HWND listView) {
     return alive ? m_hWnd : nullptr;
 }
 
-bool CKxDevUI_Table::MakeWindow(HWND parent, const RECT& place) {
-    EnsureClass(m_Atom, {.name = L"KxDevUI_Table",
-                         .object = L"CKxDevUI_Table",
-                         .style = CS_PARENTDC | CS_HREDRAW | CS_VREDRAW,
-                         .extraBytes = kWindowExtraBytes,
-                         .background = static_cast<HBRUSH>(GetStockObject(HOLLOW_BRUSH)),
-                         .procedure = WndProc,
-                         .ownLayout = true});
-    DWORD style = WS_CHILD | WS_TABSTOP;
-    if (m_visible) style |= WS_VISIBLE;
-    if (!m_enabled) style |= WS_DISABLED;
-    const Alive alive(this);
-    CreateWindowExW(0, L"KxDevUI_Table", nullptr, style, place.left, place.top, place.right - place.left,
-                    place.bottom - place.top, parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(m_id)),
-                    ModuleOf(WndProc), static_cast<CKxDevUI_Base*>(this));
-    // The parent was told of its new child.
-    if (!alive || !m_hWnd) return false;
+bool CKxDevUI_Table::MakeWindow(HWND parent, POINT at) {
+    const HWND window = Binding::MakeWindow(this, m_Atom,
+                                            {.name = L"KxDevUI_Table",
+                                             .object = L"CKxDevUI_Table",
+                                             .style = CS_PARENTDC | CS_HREDRAW | CS_VREDRAW,
+                                             .extraBytes = kWindowExtraBytes,
+                                             .background = static_cast<HBRUSH>(GetStockObject(HOLLOW_BRUSH)),
+                                             .procedure = WndProc,
+                                             .ownLayout = true},
+                                            parent, at, WS_TABSTOP);
+    if (!window) return false;
     MarkWindow(m_hWnd, Mark::TagAndObject, this);
     return true;
 }
@@ -164,9 +158,7 @@ void CKxDevUI_Table::Destroy() {
     m_editor.Destroy();
     if (!alive) return;
     m_list = nullptr;
-    if (!m_hWnd) return;
-    const Closing closing(m_hWnd);
-    DestroyWindow(m_hWnd);
+    Binding::EndWindow(this);
 }
 
 void CKxDevUI_Table::SetEnabled(bool enable) {

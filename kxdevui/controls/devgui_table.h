@@ -162,7 +162,7 @@ private:
     LRESULT OnNotify(WPARAM wParam, LPARAM lParam);
     LRESULT OnCommand(WPARAM wParam, LPARAM lParam);
 
-    bool MakeWindow(HWND parent, const RECT& place);
+    bool MakeWindow(HWND parent, POINT at);
     bool MakeList(DWORD style, DWORD extendedStyle);
     LRESULT Ask(UINT message, WPARAM wParam, LPARAM lParam) const;
     void ZoomColumns();

@@ -59,22 +59,16 @@ HWND CKxDevUI_Container::Create(HWND parent, long x, long y, long cx, long cy, b
     if (cx >= 0) m_width = cx;
     if (cy >= 0) m_height = cy;
 
-    kx::ui::EnsureClass(m_Atom, {.name = L"KxDevUI_Container",
-                                 .object = L"CKxDevUI_Container",
-                                 .style = CS_HREDRAW | CS_VREDRAW | CS_DBLCLKS,
-                                 .extraBytes = kx::ui::kWindowExtraBytes,
-                                 .background = static_cast<HBRUSH>(GetStockObject(NULL_BRUSH)),
-                                 .procedure = WndProc});
-    DWORD style = WS_CHILD | WS_TABSTOP;
-    if (m_visible) style |= WS_VISIBLE;
-    if (!m_enabled) style |= WS_DISABLED;
-
-    const Alive alive(this);
-    const HWND window = CreateWindowExW(0, L"KxDevUI_Container", nullptr, style, x, y, m_width, m_height, parent,
-                                        reinterpret_cast<HMENU>(static_cast<INT_PTR>(m_id)), kx::ui::ModuleOf(WndProc),
-                                        static_cast<CKxDevUI_Base*>(this));
-    // OnInit has run, and may have ended the window or this object.
-    if (!window || !alive || m_hWnd != window) return nullptr;
+    const HWND window = kx::ui::Binding::MakeWindow(this, m_Atom,
+                                                    {.name = L"KxDevUI_Container",
+                                                     .object = L"CKxDevUI_Container",
+                                                     .style = CS_HREDRAW | CS_VREDRAW | CS_DBLCLKS,
+                                                     .extraBytes = kx::ui::kWindowExtraBytes,
+                                                     .background = static_cast<HBRUSH>(GetStockObject(NULL_BRUSH)),
+                                                     .procedure = WndProc},
+                                                    parent, {x, y}, WS_TABSTOP);
+    // OnInit has run.
+    if (!window) return nullptr;
     kx::ui::MarkWindow(window, kx::ui::Mark::TagAndObject, this);
     SendMessageW(window, WM_SETFONT, reinterpret_cast<WPARAM>(KX_GetDefaultGuiFont()), FALSE);
     return window;
@@ -185,8 +179,8 @@ void CKxDevUI_Container::Destroy() {
     if (const HWND window = m_hWnd) {
         const kx::ui::Closing closing(window);
         const std::list<HWND> windows(m_windows);
-        // Otherwise each of its windows would be taken off the screen by itself. The focus may go to a host's window now,
-        // which may end this object.
+        // Otherwise each of its windows would be taken off the screen by itself. The focus may go to a host's window
+        // now, which may end this object.
         if (GetWindowLongW(window, GWL_STYLE) & WS_CHILD) ShowWindow(window, SW_HIDE);
         for (const HWND each : windows)
             DestroyWindow(each);

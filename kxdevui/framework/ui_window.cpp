@@ -55,6 +55,30 @@ CKxDevUI_Base* ControlOf(HWND window) noexcept {
     return LivingObject<CKxDevUI_Base>(reinterpret_cast<void*>(GetWindowLongPtrW(window, kObjectWord)));
 }
 
+HWND Binding::MakeWindow(CKxDevUI_Base* control, ATOM& atom, const ClassSpec& spec, HWND parent, POINT at, DWORD style,
+                         DWORD extendedStyle) {
+    EnsureClass(atom, spec);
+    style |= WS_CHILD;
+    if (control->m_visible) style |= WS_VISIBLE;
+    if (!control->m_enabled) style |= WS_DISABLED;
+    const Alive alive(control);
+    const HWND window = CreateWindowExW(
+        extendedStyle, spec.name, nullptr, style, at.x, at.y, control->m_width, control->m_height, parent,
+        reinterpret_cast<HMENU>(static_cast<INT_PTR>(control->m_id)), ModuleOf(spec.procedure), control);
+    return window && alive && control->m_hWnd == window ? window : nullptr;
+}
+
+bool Binding::EndWindow(CKxDevUI_Base* control) {
+    const HWND window = control->m_hWnd;
+    if (!window) return true;
+    const Alive alive(control);
+    const Closing closing(window);
+    DestroyWindow(window);
+    if (!alive) return false;
+    if (control->m_hWnd == window) control->m_hWnd = nullptr;
+    return true;
+}
+
 void Binding::WindowGone(CKxDevUI_Base* object, HWND window) noexcept {
     if (object->m_hWnd == window) object->m_hWnd = nullptr;
 }

@@ -73,9 +73,17 @@ KXDEVUI_API void MarkWindow(HWND window, Mark mark, CKxDevUI_Base* object);
 // The living control that a marked window belongs to; null for every other window, whatever its extra bytes say.
 KXDEVUI_API CKxDevUI_Base* ControlOf(HWND window) noexcept;
 
-// The ties between a window and its control, where they have to be cut from outside.
+// The ties between a window and its control, where they are made and cut from outside.
 class KXDEVUI_API Binding {
 public:
+    // Makes the window of a control: a child of `parent` at `at`, in the control's nominal size, with its id, and
+    // visible and enabled as it is. Its class is registered first. Null when there is no window, or when one who was
+    // told of it, as the parent is, has ended it or the control.
+    static HWND MakeWindow(CKxDevUI_Base* control, ATOM& atom, const ClassSpec& spec, HWND parent, POINT at,
+                           DWORD style, DWORD extendedStyle = 0);
+    // Destroys a control's window, if it has one; nobody is told. False when the control is gone as well: the focus may
+    // have gone to a host's window, which may have ended it.
+    static bool EndWindow(CKxDevUI_Base* control);
     // The window is gone: a handle that is kept would one day be another window's.
     static void WindowGone(CKxDevUI_Base* object, HWND window) noexcept;
     // The object is going: its window, if it lives, must not find it any more.
@@ -178,10 +186,10 @@ Handled Dispatch(T* object, const Message& message) noexcept {
     return result;
 }
 
-// The platform's controls go on using what is theirs after a notification, whatever its receiver has done to them; Wine's
-// edit and up-down have freed it by then. So a subclassed child that is inside its own procedure is unbound and hidden
-// instead, and destroyed when that procedure has returned: when it is destroyed by itself, or when `window`, its parent,
-// is going.
+// The platform's controls go on using what is theirs after a notification, whatever its receiver has done to them;
+// Wine's edit and up-down have freed it by then. So a subclassed child that is inside its own procedure is unbound and
+// hidden instead, and destroyed when that procedure has returned: when it is destroyed by itself, or when `window`, its
+// parent, is going.
 KXDEVUI_API void DestroySubclassed(HWND child) noexcept;
 KXDEVUI_API void SpareBusyChildren(HWND window) noexcept;
 

@@ -75,29 +75,17 @@ HWND RangeThumbs::Create(HWND parent, long x, long y, long cx, long cy, bool, bo
     if (cy >= 0) m_height = cy;
     if (m_width < 0) m_width = kUsualSize.cx;
     if (m_height < 0) m_height = kUsualSize.cy;
-    kx::ui::EnsureClass(m_Atom, {.name = kClass,
-                                 .object = kClass,
-                                 .style = CS_HREDRAW | CS_VREDRAW,
-                                 .extraBytes = kx::ui::kWindowExtraBytes,
-                                 .background = nullptr,
-                                 .procedure = WndProc});
-    DWORD style = WS_CHILD;
-    if (m_visible) style |= WS_VISIBLE;
-    if (!m_enabled) style |= WS_DISABLED;
-    const kx::ui::Alive alive(static_cast<CKxDevUI_Base*>(this));
-    const HWND window = CreateWindowExW(0, kClass, nullptr, style, x, y, m_width, m_height, parent,
-                                        reinterpret_cast<HMENU>(static_cast<INT_PTR>(m_id)), kx::ui::ModuleOf(WndProc),
-                                        static_cast<CKxDevUI_Base*>(this));
-    return window && alive && m_hWnd == window ? window : nullptr;
+    return kx::ui::Binding::MakeWindow(this, m_Atom,
+                                       {.name = kClass,
+                                        .object = kClass,
+                                        .style = CS_HREDRAW | CS_VREDRAW,
+                                        .extraBytes = kx::ui::kWindowExtraBytes,
+                                        .background = nullptr,
+                                        .procedure = WndProc},
+                                       parent, {x, y}, 0);
 }
 
-void RangeThumbs::Destroy() {
-    if (!m_hWnd) return;
-    const kx::ui::Alive alive(static_cast<CKxDevUI_Base*>(this));
-    const kx::ui::Closing closing(m_hWnd);
-    DestroyWindow(m_hWnd);
-    if (alive) m_hWnd = nullptr;
-}
+void RangeThumbs::Destroy() { kx::ui::Binding::EndWindow(this); }
 
 RangeThumbs::WindowPart* RangeThumbs::Part() const {
     if (!m_Instances.contains(m_hWnd)) return nullptr;

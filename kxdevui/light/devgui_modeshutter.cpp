@@ -159,15 +159,7 @@ HWND CKxDevUI_ModeShutter::Create(HWND parent, long x, long y, long width, long 
     return alive && m_hWnd == window ? window : nullptr;
 }
 
-void CKxDevUI_ModeShutter::Destroy() {
-    const HWND window = m_hWnd;
-    if (!window) return;
-    const Alive alive(this);
-    const Closing closing(window);
-    DestroyWindow(window);
-    // The focus may have gone to a host's window, which may have ended this object.
-    if (alive && m_hWnd == window) m_hWnd = nullptr;
-}
+void CKxDevUI_ModeShutter::Destroy() { Binding::EndWindow(this); }
 
 void CKxDevUI_ModeShutter::DestroyControls() {
     const Alive alive(this);

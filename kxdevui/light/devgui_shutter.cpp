@@ -196,23 +196,18 @@ HWND CKxDevUI_Shutter::Finish(HWND window) {
 }
 
 HWND CKxDevUI_Shutter::MakeWindow(HWND parent, POINT at, bool visible, bool enabled) {
-    EnsureClass(m_Atom, {.name = kClass,
-                         .object = L"CKxDevUI_Shutter",
-                         .style = CS_VREDRAW | CS_HREDRAW | CS_PARENTDC,
-                         .extraBytes = kWindowExtraBytes,
-                         .background = static_cast<HBRUSH>(GetStockObject(NULL_BRUSH)),
-                         .procedure = WndProc});
     m_visible = visible;
     m_enabled = enabled && !m_locked;
-    DWORD style = WS_CHILD | WS_TABSTOP;
-    if (m_visible) style |= WS_VISIBLE;
-    if (!m_enabled) style |= WS_DISABLED;
     const Alive alive(this);
-    const HWND window = CreateWindowExW(0, kClass, nullptr, style, at.x, at.y, m_width, m_height, parent,
-                                        reinterpret_cast<HMENU>(static_cast<INT_PTR>(m_id)), ModuleOf(WndProc),
-                                        static_cast<CKxDevUI_Base*>(this));
-    // The parent was told of its new child, and may have ended the window or this object.
-    if (!window || !alive || !Stands(window)) return nullptr;
+    const HWND window = Binding::MakeWindow(this, m_Atom,
+                                            {.name = kClass,
+                                             .object = L"CKxDevUI_Shutter",
+                                             .style = CS_VREDRAW | CS_HREDRAW | CS_PARENTDC,
+                                             .extraBytes = kWindowExtraBytes,
+                                             .background = static_cast<HBRUSH>(GetStockObject(NULL_BRUSH)),
+                                             .procedure = WndProc},
+                                            parent, at, WS_TABSTOP);
+    if (!window) return nullptr;
     SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(static_cast<CKxDevUI_Base*>(this)));
     MarkWindow(window, Mark::TagAndObject, this);
     SendMessageW(window, WM_SETFONT, reinterpret_cast<WPARAM>(KX_GetDefaultGuiFont()), FALSE);
@@ -291,15 +286,7 @@ void CKxDevUI_Shutter::DestroyControls() {
     if (title) DestroyWindow(title);
 }
 
-void CKxDevUI_Shutter::Destroy() {
-    const HWND window = m_hWnd;
-    if (!window) return;
-    const Alive alive(this);
-    const Closing closing(window);
-    DestroyWindow(window);
-    // The focus may have gone to a host's window, which may have ended this object.
-    if (alive && m_hWnd == window) m_hWnd = nullptr;
-}
+void CKxDevUI_Shutter::Destroy() { Binding::EndWindow(this); }
 
 // ---- State ---------------------------------------------------------------------------------------------------------
 
