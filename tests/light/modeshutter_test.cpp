@@ -1,16 +1,9 @@
 // The mode shutter: what it shows of a device, what its list and its slider ask, and what it bears from its host.
 #include "lamps.h"
 
-#include <bench/slot.h>
-#include <kxdevui/framework/devgui.h>
-#include <kxdevui/framework/ui_gdi.h>
 #include <kxdevui/light/devgui_modeshutter.h>
 
 #include <climits>
-#include <functional>
-#include <limits>
-#include <memory>
-#include <string>
 
 namespace {
 
@@ -27,6 +20,7 @@ public:
         EXPECT_TRUE(Make(parent));
     }
     HWND Make(HWND parent) { return Create(parent, 10, 10, 300, 36, true, true); }
+    void Reread(IKxDeviceShutter& device) { Update(&device, true, true, true, true); }
     HWND Part(int id) const { return GetDlgItem(m_hWnd, id); }
     HWND Edit() {
         return FindWindowExW(FindWindowExW(m_slider, nullptr, L"KxDevUI_EditBox", nullptr), nullptr, L"EDIT", nullptr);
@@ -123,7 +117,6 @@ TEST(ModeShutterUpdate, ShowsWhatIsAskedForAndNothingElse) {
 }
 
 TEST(ModeShutterUpdate, BearsOddDevices) {
-    constexpr double nan = std::numeric_limits<double>::quiet_NaN();
     RecordingParent parent;
     Row row;
     EXPECT_FALSE(row.Init(0));
@@ -139,7 +132,7 @@ TEST(ModeShutterUpdate, BearsOddDevices) {
     row.SetAperture(15);
     EXPECT_EQ(row.GetAperture(), 15);
     EXPECT_EQ(row.m_slider.GetPower(), 20);
-    row.SetAperture(nan);
+    row.SetAperture(kNaN);
     EXPECT_EQ(row.GetAperture(), 15);
     device->softOnly = true;
     device->fails = true;
@@ -150,7 +143,7 @@ TEST(ModeShutterUpdate, BearsOddDevices) {
         EXPECT_TRUE(row.Update(device.get(), true, false, false, false));
         EXPECT_FALSE(HWND{row.m_slider});
     }
-    Device bad(eKxShutterMode_Fast, {1, nan, 3});
+    Device bad(eKxShutterMode_Fast, {1, kNaN, 3});
     EXPECT_TRUE(row.Update(bad.GetLogDevId(), true, true, false, false));
     EXPECT_FALSE(HWND{row.m_slider});
     const unsigned id = device->GetLogDevId();
@@ -267,27 +260,9 @@ TEST(ModeShutterWindow, IsMadeOfItsParts) {
 
 TEST(ModeShutterWindow, BearsWhatItsCallbacksDo) {
     Device device(eKxShutterMode_Aperture);
-    const std::function<void(std::unique_ptr<Row>&, HWND)> acts[] = {
-        [](auto& row, HWND) { row.reset(); },
-        [](auto& row, HWND) { row->Destroy(); },
-        [](auto&, HWND parent) { DestroyWindow(parent); },
-        [](auto& row, HWND) { row->CreateControls(); },
-        [](auto& row, HWND parent) { row->Make(parent); },
-        [&](auto& row, HWND) { row->Update(&device, true, true, true, true); },
-        [](auto&, HWND) { throw std::runtime_error("host"); },
-    };
-    for (const auto& act : acts) {
-        for (int way = 0; way < 3; ++way) {
-            RecordingParent parent;
-            auto row = std::make_unique<Row>(nullptr, device, parent.Window());
-            row->act = [&] { act(row, parent.Window()); };
-            if (way == 0) SetFocus(row->Part(kModes)), Key(VK_UP);
-            if (way == 1) Click(GetDlgItem(row->m_slider, 10000), 40, 5);
-            if (way == 2) SetFocus(row->Edit()), Type(L"4\n");
-            Pump();
-            EXPECT_TRUE(!row || !HWND{*row} || IsWindow(*row));
-        }
-    }
+    BearCallbacks<Row>(device, {[](Row& r) { SetFocus(r.Part(kModes)), Key(VK_UP); },
+                                [](Row& r) { Click(GetDlgItem(r.m_slider, 10000), 40, 5); },
+                                [](Row& r) { SetFocus(r.Edit()), Type(L"4\n"); }});
 }
 
 TEST(ModeShutterWindow, HoldsNothingBack) {
@@ -295,7 +270,7 @@ TEST(ModeShutterWindow, HoldsNothingBack) {
     Device device;
     EXPECT_TRUE(NoGrowth(500, [&] {
         Row row(nullptr, device, parent.Window());
-        row.Update(&device, true, true, true, true);
+        row.Reread(device);
         UpdateWindow(row);
         parent.Record().Clear();
     }));

@@ -13,9 +13,9 @@ using namespace kx::test;
 
 constexpr int kButton = 10201, kSetup = 10500;
 
-class Wheel : public AskingWithSetup<CKxDevUI_FilterWheel> {
+class Wheel : public Asking<CKxDevUI_FilterWheel> {
 public:
-    using AskingWithSetup::AskingWithSetup;
+    using Asking::Asking;
     using CKxDevUI_FilterWheel::m_hasTitle;
     using CKxDevUI_FilterWheel::m_heightFromTitle;
 };

@@ -14,9 +14,9 @@ using namespace kx::test;
 
 constexpr int kLabel = 10100, kButton = 10200, kSetup = 10500, kObservation = 10600;
 
-class Turret : public AskingWithSetup<CKxDevUI_Nosepiece> {
+class Turret : public Asking<CKxDevUI_Nosepiece> {
 public:
-    using AskingWithSetup::AskingWithSetup;
+    using Asking::Asking;
     using CKxDevUI_Nosepiece::GetObjectiveBitmap;
 };
 

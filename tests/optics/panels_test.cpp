@@ -13,14 +13,14 @@ using namespace kx::test;
 
 // Two devices to be shown, and the second position's button.
 struct Nosepieces {
-    using Panel = AskingWithSetup<CKxDevUI_Nosepiece>;
+    using Panel = Asking<CKxDevUI_Nosepiece>;
     static constexpr int kSecond = 10201;
     CKxSimNosepiece few{L"Few", {3, {L"Plan 10x/0.25", L"10x", L""}}}, many{L"Many", {5, {L"Plan", L"60x", L""}}};
     static void Show(Panel& panel, IKxDeviceNosepiece& device) { panel.Update(&device, true, true, true, true, false); }
 };
 
 struct Wheels {
-    using Panel = AskingWithSetup<CKxDevUI_FilterWheel>;
+    using Panel = Asking<CKxDevUI_FilterWheel>;
     static constexpr int kSecond = 10202;
     Registered<CKxSimFilterChanger> few{L"Few", Names(3, L"525/50"), SKxSimFilterChangerKind{}};
     Registered<CKxSimFilterChanger> many{L"Many", Names(12, L""), SKxSimFilterChangerKind{}};
