@@ -113,8 +113,6 @@ protected:
     std::function<void(double&, bool&)> answer;
 };
 
-// ---- What is asked -------------------------------------------------------------------------------------------------
-
 TEST_F(ColorSlider, AsksForAPowerInEachWay) {
     // clang-format off
     const struct {
@@ -268,8 +266,6 @@ TEST_F(ColorSlider, LeavesTheWheelToTheThumbUnderThePointer) {
     }
 }
 
-// ---- Drags taken away, controls ended ------------------------------------------------------------------------------
-
 TEST_F(ColorSlider, AbandonsADragThatIsTakenAway) {
     for (const auto type : {kPower, kRange}) {
         for (int way = 0; way < 3; ++way) {
@@ -330,8 +326,6 @@ TEST_F(ColorSlider, BearsItsEndInEachCallback) {
         EXPECT_EQ(GetCapture(), nullptr);
     }
 }
-
-// ---- Setters -------------------------------------------------------------------------------------------------------
 
 TEST_F(ColorSlider, TouchesNothingForAPowerThatIsShown) {
     SetWindowTextW(slider->Edit(), L"mine");
@@ -449,9 +443,8 @@ TEST_F(ColorSlider, LeavesNothingBehind) {
 struct Slots : CKxDevUI_ColorSlider {
     static std::vector<long> Own() {
         using S = Slots;
-        return {SlotOf(&S::SetEnabled),     SlotOf(&S::HandleMouseWheel), SlotOf(&S::OnInit),
-                SlotOf(&S::OnCommand),      SlotOf(&S::OnScroll),         SlotOf(&S::OnMouseWheel),
-                SlotOf(&S::OnPowerChanged), SlotOf(&S::OnRangeChanged),   SlotOf(&S::OnLeftButtonUp)};
+        return SlotsOf(&S::SetEnabled, &S::HandleMouseWheel, &S::OnInit, &S::OnCommand, &S::OnScroll, &S::OnMouseWheel,
+                       &S::OnPowerChanged, &S::OnRangeChanged, &S::OnLeftButtonUp);
     }
 };
 struct RangeSlots : CKxDevUI_ColorSlider::CKxDevUI_ColorSliderRangeHPot {

@@ -278,8 +278,7 @@ TEST(ModeShutterWindow, HoldsNothingBack) {
 
 struct Slots : CKxDevUI_ModeShutter {
     static std::vector<long> InOrder() {
-        return {SlotOf(&Slots::OnApertureChangeRequest), SlotOf(&Slots::OnStateChangeRequest),
-                SlotOf(&Slots::OnModeChangeRequest)};
+        return SlotsOf(&Slots::OnApertureChangeRequest, &Slots::OnStateChangeRequest, &Slots::OnModeChangeRequest);
     }
 };
 

@@ -79,8 +79,6 @@ std::wstring TipOf(const Host& shutter) {
     return text;
 }
 
-// ---- Rules ---------------------------------------------------------------------------------------------------------
-
 TEST(ShutterRules, FitTheWidthToTheTitle) {
     const struct {
         long text;
@@ -105,29 +103,24 @@ TEST(ShutterRules, HaveAnImageForEachCase) {
     EXPECT_EQ(GetCommonImageFromPool(1103), CKxBitmapPool::NoImage);
 }
 
-// ---- Clicks --------------------------------------------------------------------------------------------------------
-
-struct Gesture {
-    const char* name;
-    void (*make)(Host& shutter);
-    int asked;  // how often the host is asked for the other state
-};
-
-const Gesture kGestures[] = {
-    {"click", [](Host& s) { Click(s.Button(), 12, 12); }, 1},
-    {"double click", [](Host& s) { DoubleClick(s.Button(), 12, 12); }, 2},
-    {"release beside it", [](Host& s) { Press(s.Button(), 12, 12), MoveTo(s, 2, 38), Release(); }, 1},
-    {"space bar", [](Host& s) { s.SetFocus(), Key(VK_SPACE); }, 1},
-    {"the button's own message", [](Host& s) { SendMessageW(s, WM_COMMAND, kButton, 0); }, 0},
-    {"the same message by hand", [](Host& s) { SendMessageW(s, WM_COMMAND, MAKEWPARAM(kButton, kRelease), 0); }, 1},
-    {"another id", [](Host& s) { SendMessageW(s, WM_COMMAND, MAKEWPARAM(kButton + 1, kRelease), 0); }, 0},
-    {"a capture that is lost", [](Host& s) { Press(s.Button(), 12, 12), SetCapture(GetParent(s)), Release(); }, 0},
-    {"a click by program", [](Host& s) { SendMessageW(s.Button(), BM_CLICK, 0, 0); }, 1},
-};
-
 TEST(ShutterClick, AsksForTheOtherStateAndObeysTheAnswer) {
+    const struct {
+        const char* name;
+        void (*make)(Host& shutter);
+        int asked;  // how often the host is asked for the other state
+    } gestures[] = {
+        {"click", [](Host& s) { Click(s.Button(), 12, 12); }, 1},
+        {"double click", [](Host& s) { DoubleClick(s.Button(), 12, 12); }, 2},
+        {"release beside it", [](Host& s) { Press(s.Button(), 12, 12), MoveTo(s, 2, 38), Release(); }, 1},
+        {"space bar", [](Host& s) { s.SetFocus(), Key(VK_SPACE); }, 1},
+        {"the button's own message", [](Host& s) { SendMessageW(s, WM_COMMAND, kButton, 0); }, 0},
+        {"the same message by hand", [](Host& s) { SendMessageW(s, WM_COMMAND, MAKEWPARAM(kButton, kRelease), 0); }, 1},
+        {"another id", [](Host& s) { SendMessageW(s, WM_COMMAND, MAKEWPARAM(kButton + 1, kRelease), 0); }, 0},
+        {"a capture that is lost", [](Host& s) { Press(s.Button(), 12, 12), SetCapture(GetParent(s)), Release(); }, 0},
+        {"a click by program", [](Host& s) { SendMessageW(s.Button(), BM_CLICK, 0, 0); }, 1},
+    };
     for (int way = 0; way < 8; ++way) {
-        for (const Gesture& gesture : kGestures) {
+        for (const auto& gesture : gestures) {
             const bool derived = way & 1, agrees = way & 2;
             bool state = way & 4;
             SCOPED_TRACE(std::string(gesture.name) + ", " + std::to_string(way));
@@ -185,8 +178,6 @@ TEST_F(Shutter, OpensTheMenuWithTheRightButton) {
     EXPECT_TRUE(Told({Call("Rename")}));
     EXPECT_EQ(shutter.PopupMenu(nullptr, 0, 0), 0);
 }
-
-// ---- Updates -------------------------------------------------------------------------------------------------------
 
 TEST(ShutterUpdate, ShowsWhatIsAskedForAndNothingElse) {
     for (int flags = 0; flags < 16; ++flags) {
@@ -279,8 +270,6 @@ TEST_F(Shutter, DrawsOnlyWhatHasChanged) {
     EXPECT_FALSE(isDrawn([&] { shutter.SetTitle(L"EPI"), shutter.SetEnabled(true), Pump(); }));
     EXPECT_TRUE(isDrawn([&] { EXPECT_FALSE(static_cast<CKxDevUI_Shutter&>(shutter).UpdateShutterIcon(0, 0)); }));
 }
-
-// ---- Windows -------------------------------------------------------------------------------------------------------
 
 TEST(ShutterWindow, IsMadeOfTitleAndButton) {
     const struct {
@@ -385,8 +374,7 @@ TEST(ShutterWindow, HoldsNothingBack) {
 
 struct Slots : CKxDevUI_Shutter {
     static std::vector<long> InOrder() {
-        return {SlotOf(&Slots::UpdateShutterIcon), SlotOf(&Slots::OnStateChangeRequest),
-                SlotOf(&Slots::OnRenameDlgRequest)};
+        return SlotsOf(&Slots::UpdateShutterIcon, &Slots::OnStateChangeRequest, &Slots::OnRenameDlgRequest);
     }
 };
 

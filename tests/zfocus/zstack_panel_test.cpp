@@ -17,19 +17,13 @@ using namespace kx::test;
 struct Slots : CKxDevUI_ZStack {
     static std::vector<long> InOrder() {
         using S = Slots;
-        // clang-format off
-        return {
-            SlotOf(&S::SetHandler), SlotOf(&S::GetHandler), SlotOf(&S::CreateUI), SlotOf(&S::DestroyUI),
-            SlotOf(&S::GetHandle), SlotOf(&S::SetUIParent), SlotOf(&S::Show), SlotOf(&S::IsVisible), SlotOf(&S::Enable),
-            SlotOf(&S::IsEnabled), SlotOf(&S::SetRedrawEx), SlotOf(&S::Update), SlotOf(&S::IsResizable),
-            SlotOf(&S::GetCurSize), SlotOf(&S::CalcOptimalSize), SlotOf(&S::Move), SlotOf(&S::GetInterface),
-            SlotOf(&S::GetInfo), SlotOf(&S::CustomCommand), SlotOf(&S::SetOptimalSize), SlotOf(&S::SetLayoutStyle),
-            SlotOf(&S::GetEnableGuiFlag), SlotOf(&S::SetEnableGuiFlag), SlotOf(&S::IsResizableInSteps),
-            SlotOf(&S::OnGuiZoomChanged), SlotOf(&S::AppendZDevice), SlotOf(&S::OnPiezoPickerChanged),
-            SlotOf(&S::OnStepChanged), SlotOf(&S::OnMoveZRequest), SlotOf(&S::OnGoHomeRequest),
-            SlotOf(&S::OnHostRequest), SlotOf(&S::OnZDeviceShown), SlotOf(&S::OnZStackChanged),
-            SlotOf(&S::OnEraseBkGnd)};
-        // clang-format on
+        return SlotsOf(&S::SetHandler, &S::GetHandler, &S::CreateUI, &S::DestroyUI, &S::GetHandle, &S::SetUIParent,
+                       &S::Show, &S::IsVisible, &S::Enable, &S::IsEnabled, &S::SetRedrawEx, &S::Update, &S::IsResizable,
+                       &S::GetCurSize, &S::CalcOptimalSize, &S::Move, &S::GetInterface, &S::GetInfo, &S::CustomCommand,
+                       &S::SetOptimalSize, &S::SetLayoutStyle, &S::GetEnableGuiFlag, &S::SetEnableGuiFlag,
+                       &S::IsResizableInSteps, &S::OnGuiZoomChanged, &S::AppendZDevice, &S::OnPiezoPickerChanged,
+                       &S::OnStepChanged, &S::OnMoveZRequest, &S::OnGoHomeRequest, &S::OnHostRequest,
+                       &S::OnZDeviceShown, &S::OnZStackChanged, &S::OnEraseBkGnd);
     }
 };
 
