@@ -93,11 +93,10 @@ TEST(ModeShutterUpdate, ShowsWhatIsAskedForAndNothingElse) {
     for (int flags = 0; flags < 32; ++flags) {
         SCOPED_TRACE(flags);
         RecordingParent parent;
-        Recorder record;
         Device before(eKxShutterMode_Fast, {1, 2}), device(eKxShutterMode_Aperture);
         device.SetAperture(30);
         device.Open(true);
-        Row row(&record, before, parent.Window());
+        Row row(&parent.Record(), before, parent.Window());
         const HWND list = row.Part(kModes);
         const bool f[4] = {(flags & 1) != 0, (flags & 2) != 0, (flags & 4) != 0, (flags & 8) != 0};
         const bool byMessage = flags & 16;
@@ -112,7 +111,7 @@ TEST(ModeShutterUpdate, ShowsWhatIsAskedForAndNothingElse) {
         EXPECT_EQ(row.GetState(), f[2]);
         EXPECT_EQ(row.List(), f[3] ? L"FastSoft[Aperture]" : L"[Fast]SoftAperture");
         EXPECT_EQ(row.m_slider.GetEnabled(), f[3]);
-        EXPECT_TRUE(record.Matches({})) << "the host is not asked";
+        EXPECT_TRUE(parent.Record().Matches({})) << "the host is not asked";
     }
 }
 
@@ -201,9 +200,8 @@ TEST(ModeShutterChoice, AsksForAnAperture) {
         const bool veto = way & 1, typed = way & 2;
         SCOPED_TRACE(way);
         RecordingParent parent;
-        Recorder record;
         Device device(eKxShutterMode_Aperture);
-        Row row(&record, device, parent.Window());
+        Row row(&parent.Record(), device, parent.Window());
         row.veto = veto;
         if (typed) {
             Click(row.Edit(), 5, 5);
@@ -215,9 +213,9 @@ TEST(ModeShutterChoice, AsksForAnAperture) {
             GetClientRect(slider, &client);
             Click(slider, client.right * 2 / 5, 5);
         }
-        ASSERT_FALSE(record.Entries().empty());
+        ASSERT_FALSE(parent.Record().Entries().empty());
         const double wanted = typed ? 30 : 40;
-        EXPECT_EQ(record.Entries().front().text, CallText("Aperture", wanted));
+        EXPECT_EQ(parent.Record().Entries().front().text, CallText("Aperture", wanted));
         EXPECT_EQ(row.GetAperture(), veto ? 100 : wanted);
         EXPECT_EQ(row.m_apertureIndex, veto ? 7 : typed ? 3 : 4);
         EXPECT_EQ(row.m_slider.GetPower(), veto && !typed ? 100 : wanted) << "a typed value stays, refused or not";
@@ -246,9 +244,8 @@ TEST(ModeShutterWindow, IsMadeOfItsParts) {
             const HWND parts[] = {row.Part(kLine), row.Part(kTitle), row.Part(kModes), row.m_slider};
             for (int part = 0; part < 4; ++part)
                 EXPECT_EQ(PlaceOf(parts[part]).rfind(each.windows[part], 0), 0u) << part;
-            EXPECT_EQ(parts[0] != nullptr, each.line);
-            EXPECT_EQ(parts[1] != nullptr, each.title);
-            EXPECT_EQ(parts[2] != nullptr, each.modes);
+            EXPECT_EQ(std::tuple(parts[0] != nullptr, parts[1] != nullptr, parts[2] != nullptr),
+                      std::tuple(each.line, each.title, each.modes));
             row.Update(&device, true, true, true, true);
         }
         row.SetTitle(std::wstring(10000, L'&').c_str());

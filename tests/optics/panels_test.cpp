@@ -15,14 +15,14 @@ using namespace kx::test;
 struct Nosepieces {
     using Panel = Asking<CKxDevUI_Nosepiece>;
     static constexpr int kSecond = 10201;
-    CKxSimNosepiece few{L"Few", {3, {L"Plan 10x/0.25", L"10x", L""}}}, many{L"Many", {5, {L"Plan", L"60x", L""}}};
+    CKxSimNosepiece few{L"Few", {2, {L"Plan 10x/0.25", L"10x", L""}}}, many{L"Many", {5, {L"Plan", L"60x", L""}}};
     static void Show(Panel& panel, IKxDeviceNosepiece& device) { panel.Update(&device, true, true, true, true, false); }
 };
 
 struct Wheels {
     using Panel = Asking<CKxDevUI_FilterWheel>;
     static constexpr int kSecond = 10202;
-    Registered<CKxSimFilterChanger> few{L"Few", Names(3, L"525/50"), SKxSimFilterChangerKind{}};
+    Registered<CKxSimFilterChanger> few{L"Few", Names(2, L"525/50"), SKxSimFilterChangerKind{}};
     Registered<CKxSimFilterChanger> many{L"Many", Names(12, L""), SKxSimFilterChangerKind{}};
     static void Show(Panel& panel, IKxDeviceFilterChanger& device) { panel.Update(&device, true, true, true); }
 };
@@ -30,7 +30,7 @@ struct Wheels {
 struct Switchers {
     using Panel = Asking<CKxDevUI_Switcher>;
     static constexpr int kSecond = 10202;
-    Registered<CKxSimLaserOutput> few{L"Few", Names(3, L"A"), true}, many{L"Many", Names(5, L"A"), true};
+    Registered<CKxSimLaserOutput> few{L"Few", Names(2, L"A"), true}, many{L"Many", Names(5, L"A"), true};
     static void Show(Panel& panel, IKxDeviceLaserOutput& device) { panel.Update(&device, true, true, true); }
 };
 
