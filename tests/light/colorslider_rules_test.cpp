@@ -5,6 +5,7 @@
 #include <cfloat>
 #include <limits>
 #include <numeric>
+#include <sstream>
 #include <vector>
 
 namespace kx::colorslider {
@@ -26,15 +27,17 @@ TEST(ColorSliderRules, SnapToTheTable) {
         double value;
         int index;
     } rows[] = {
+        // clang-format off
         {usual, 0, 0}, {usual, 4.999, 0}, {usual, 5, 1}, {usual, 5.001, 1}, {usual, 15, 2}, {usual, 30, 3},
         {usual, 29.999, 2}, {usual, -7, 0}, {usual, 1000, 3},
         {usual, -kInf, 0}, {usual, kInf, 3}, {usual, -DBL_MAX, 0}, {usual, -1e300, 0}, {usual, kNaN, 3},
         {{}, 5, 0}, {{7}, -kInf, 0}, {{7}, 7, 0},
         {{40, 20, 10, 0}, 30, 1}, {{40, 20, 10, 0}, -5, 3}, {{40, 20, 10, 0}, 41, 0},
         {{5, 5, 5}, 5, 2}, {{5, 5, 9}, 4, 1}, {{0, 9, 9}, 20, 2},
-        {{0, 10, 5, 30}, 8, 1}, {{0, 10, 5, 30}, 2, 0},  // unsorted: the walk ends where it gets farther, wherever that is
+        {{0, 10, 5, 30}, 8, 1}, {{0, 10, 5, 30}, 2, 0},  // unsorted: the walk ends where it gets farther
         {{-DBL_MAX, DBL_MAX}, 0, 1},
         {Many(), 5000.5, 5001}, {Many(), 1e9, 9999},
+        // clang-format on
     };
     for (const auto& row : rows)
         EXPECT_EQ(NearestEntry(row.value, row.table), row.index) << "row " << &row - rows;
@@ -45,11 +48,13 @@ TEST(ColorSliderRules, KeepARangeInOrder) {
     const struct {
         double minimum, maximum, heldMinimum, newMinimum, newMaximum;
     } rows[] = {
+        // clang-format off
         {5, 3, 5, 3, 3},   // only the maximum moved: the minimum makes room
         {7, 3, 5, 7, 7},   // the minimum moved: the maximum does
         {2, 8, 5, 2, 8}, {5, 8, 5, 5, 8}, {5, 5, 5, 5, 5},
         {5.2, 3, 5, 5, 5},  // another number, though the same entry
         {20, -20, 5, 10, 10}, {5, -kInf, 5, 0, 0}, {4.5, 4.4, 4.5, 4, 4},
+        // clang-format on
     };
     for (const auto& row : rows) {
         const Range range = RangeFor(row.minimum, row.maximum, row.heldMinimum, table);
@@ -68,11 +73,10 @@ TEST(ColorSliderRules, MoveIndexes) {
         Thumb thumb;
         int steps, newMinimum, newMaximum;
     } rows[] = {
-        {1, 3, Thumb::Minimum, 1, 2, 3}, {1, 3, Thumb::Minimum, 2, 3, 3}, {1, 3, Thumb::Minimum, 3, 4, 4},
-        {1, 3, Thumb::Minimum, most, 4, 4}, {1, 3, Thumb::Minimum, least, 0, 3},
-        {1, 3, Thumb::Maximum, -1, 1, 2}, {1, 3, Thumb::Maximum, -3, 0, 0}, {1, 3, Thumb::Maximum, least, 0, 0},
-        {1, 3, Thumb::Maximum, most, 1, 4}, {2, 2, Thumb::Maximum, 0, 2, 2},
-        {-5, 900, Thumb::Minimum, 0, 0, 4},  // held by nobody, but given
+        {1, 3, Thumb::Minimum, 1, 2, 3},    {1, 3, Thumb::Minimum, 2, 3, 3},     {1, 3, Thumb::Minimum, 3, 4, 4},
+        {1, 3, Thumb::Minimum, most, 4, 4}, {1, 3, Thumb::Minimum, least, 0, 3}, {1, 3, Thumb::Maximum, -1, 1, 2},
+        {1, 3, Thumb::Maximum, -3, 0, 0},   {1, 3, Thumb::Maximum, least, 0, 0}, {1, 3, Thumb::Maximum, most, 1, 4},
+        {2, 2, Thumb::Maximum, 0, 2, 2},    {-5, 900, Thumb::Minimum, 0, 0, 4},  // held by nobody, but given
     };
     for (const auto& row : rows) {
         const Range moved = MovedRange({{0, row.minimum}, {0, row.maximum}}, row.thumb, row.steps, table);
@@ -89,11 +93,10 @@ TEST(ColorSliderRules, GiveAClickToAThumb) {
         long pointer, minimum, maximum;
         Thumb thumb;
     } rows[] = {
-        {0, 20, 60, Thumb::Minimum}, {39, 20, 60, Thumb::Minimum}, {40, 20, 60, Thumb::Minimum},
-        {41, 20, 60, Thumb::Maximum}, {90, 20, 60, Thumb::Maximum},
-        {49, 50, 50, Thumb::Minimum}, {51, 50, 50, Thumb::Maximum}, {50, 50, 50, Thumb::Maximum},
-        {100, 100, 100, Thumb::Minimum}, {0, 0, 0, Thumb::Maximum},
-        {10, 60, 20, Thumb::Maximum}, {70, 60, 20, Thumb::Minimum},  // a reversed scale
+        {0, 20, 60, Thumb::Minimum},  {39, 20, 60, Thumb::Minimum}, {40, 20, 60, Thumb::Minimum},
+        {41, 20, 60, Thumb::Maximum}, {90, 20, 60, Thumb::Maximum}, {49, 50, 50, Thumb::Minimum},
+        {51, 50, 50, Thumb::Maximum}, {50, 50, 50, Thumb::Maximum}, {100, 100, 100, Thumb::Minimum},
+        {0, 0, 0, Thumb::Maximum},    {10, 60, 20, Thumb::Maximum}, {70, 60, 20, Thumb::Minimum},  // a reversed scale
     };
     for (const auto& row : rows)
         EXPECT_EQ(ThumbFor(row.pointer, row.minimum, row.maximum, 100), row.thumb) << "row " << &row - rows;
@@ -106,59 +109,56 @@ std::string Text(const Place& p) {
 // Slider 100 x 10, name 40, unit 12 and edit 30 wide.
 TEST(ColorSliderRules, LayOutTheParts) {
     constexpr auto power = eColorSliderType_Gradient, range = eColorSliderType_Range;
-    constexpr auto two = eColorSliderLayout_TwoRows, one = eColorSliderLayout_OneRow, spin = eColorSliderLayout_OneRowSpin,
-                   point = eColorSliderLayout_ColorPoint;
-    const LayoutRequest usual{power, two, 100, 10, 40, 12, true, 30};
-    const auto with = [&](auto change) {
-        LayoutRequest request = usual;
-        change(request);
-        return request;
-    };
-    using R = LayoutRequest;
+    constexpr auto two = eColorSliderLayout_TwoRows, one = eColorSliderLayout_OneRow,
+                   spin = eColorSliderLayout_OneRowSpin, point = eColorSliderLayout_ColorPoint,
+                   none = static_cast<EColorSliderLayoutType>(77);
     const struct {
         LayoutRequest request;
-        int width, height, columns[4];  // name, edit, second edit, unit
-        const char *thumb, *name, *edit, *minimum, *unit;
+        const char *size, *columns;  // of name, edit, second edit, unit
+        const char* parts;           // thumb, name, edit, minimum's edit, unit
     } rows[] = {
-        {usual, 110, 70, {-1, -1, -1, -1}, "0 18 110 35", "4 2 43 15", "57 0 30 17", "0 0 0 0", "87 2 17 15"},
-        {with([=](R& r) { r.layout = point; }), 110, 70, {-1, -1, -1, -1}, "0 18 110 35", "4 2 43 15", "57 0 30 17",
-         "0 0 0 0", "87 2 17 15"},
-        {with([](R& r) { r.unitTextWidth = 0; }), 110, 70, {-1, -1, -1, -1}, "0 18 110 35", "4 2 60 15", "74 0 30 17",
-         "0 0 0 0", "104 2 0 15"},
-        {with([=](R& r) { r.type = range; }), 110, 70, {-1, -1, -1, -1}, "0 18 110 35", "4 2 0 15", "57 0 30 17",
-         "21 0 30 17", "87 2 17 15"},
-        {with([=](R& r) { r.type = range, r.layout = point, r.sliderWidth = 200; }), 210, 70, {-1, -1, -1, -1},
-         "0 18 210 35", "4 2 103 15", "157 0 30 17", "121 0 30 17", "187 2 17 15"},
-        {with([=](R& r) { r.type = range, r.sliderWidth = 200; }), 210, 70, {-1, -1, -1, -1}, "0 18 210 35",
-         "4 2 98 15", "157 0 30 17", "121 0 30 17", "187 2 17 15"},
-        {with([](R& r) { r.editAtPosition = true, r.editX = 150, r.editY = 9, r.editHeight = 25; }), 180, 70,
-         {-1, -1, -1, -1}, "0 3 110 35", "0 0 0 0", "150 9 30 25", "0 0 0 0", "180 2 17 15"},
-        {with([=](R& r) { r.layout = one; }), 211, 40, {50, 161, -1, 194}, "50 0 110 35", "4 2 40 15", "161 0 30 17",
-         "0 0 0 0", "194 2 17 15"},
-        {with([=](R& r) { r.layout = spin; }), 211, 40, {50, 161, -1, 194}, "50 0 110 35", "4 2 40 15", "161 0 13 21",
-         "0 0 0 0", "194 2 17 15"},
-        {with([=](R& r) { r.layout = one, r.type = range; }), 316, 40, {50, 161, 266, 299}, "50 0 110 35", "4 2 40 15",
-         "266 0 30 17", "161 0 30 17", "299 2 17 15"},
-        {with([=](R& r) { r.layout = one, r.nameTextWidth = 0, r.unitTextWidth = 0; }), 144, 40, {0, 111, -1, 144},
-         "0 0 110 35", "4 2 0 15", "111 0 30 17", "0 0 0 0", "0 0 0 0"},
-        {with([=](R& r) { r.layout = one, r.showEdit = false; }), 150, 40, {50, -1, -1, -1}, "50 0 110 35",
-         "4 2 40 15", "0 0 0 0", "0 0 0 0", "0 0 0 0"},
-        {with([=](R& r) { r.layout = static_cast<EColorSliderLayoutType>(77), r.sliderWidth = -9, r.editWidth = -1; }),
-         10, 70, {-1, -1, -1, -1}, "0 18 10 35", "4 2 0 15", "-13 0 0 17", "0 0 0 0", "-13 2 17 15"},
+        // clang-format off
+        {{power, two, 100, 10, 40, 12, true, 30}, "110 70", "-1 -1 -1 -1",
+         "0 18 110 35, 4 2 43 15, 57 0 30 17, 0 0 0 0, 87 2 17 15"},
+        {{power, point, 100, 10, 40, 12, true, 30}, "110 70", "-1 -1 -1 -1",
+         "0 18 110 35, 4 2 43 15, 57 0 30 17, 0 0 0 0, 87 2 17 15"},
+        {{power, two, 100, 10, 40, 0, true, 30}, "110 70", "-1 -1 -1 -1",
+         "0 18 110 35, 4 2 60 15, 74 0 30 17, 0 0 0 0, 104 2 0 15"},
+        {{range, two, 100, 10, 40, 12, true, 30}, "110 70", "-1 -1 -1 -1",
+         "0 18 110 35, 4 2 0 15, 57 0 30 17, 21 0 30 17, 87 2 17 15"},
+        {{range, point, 200, 10, 40, 12, true, 30}, "210 70", "-1 -1 -1 -1",
+         "0 18 210 35, 4 2 103 15, 157 0 30 17, 121 0 30 17, 187 2 17 15"},
+        {{range, two, 200, 10, 40, 12, true, 30}, "210 70", "-1 -1 -1 -1",
+         "0 18 210 35, 4 2 98 15, 157 0 30 17, 121 0 30 17, 187 2 17 15"},
+        {{power, two, 100, 10, 40, 12, true, 30, 25, true, 150, 9}, "180 70", "-1 -1 -1 -1",
+         "0 3 110 35, 0 0 0 0, 150 9 30 25, 0 0 0 0, 180 2 17 15"},
+        {{power, one, 100, 10, 40, 12, true, 30}, "211 40", "50 161 -1 194",
+         "50 0 110 35, 4 2 40 15, 161 0 30 17, 0 0 0 0, 194 2 17 15"},
+        {{power, spin, 100, 10, 40, 12, true, 30}, "211 40", "50 161 -1 194",
+         "50 0 110 35, 4 2 40 15, 161 0 13 21, 0 0 0 0, 194 2 17 15"},
+        {{range, one, 100, 10, 40, 12, true, 30}, "316 40", "50 161 266 299",
+         "50 0 110 35, 4 2 40 15, 266 0 30 17, 161 0 30 17, 299 2 17 15"},
+        {{power, one, 100, 10, 0, 0, true, 30}, "144 40", "0 111 -1 144",
+         "0 0 110 35, 4 2 0 15, 111 0 30 17, 0 0 0 0, 0 0 0 0"},
+        {{power, one, 100, 10, 40, 12, false, 30}, "150 40", "50 -1 -1 -1",
+         "50 0 110 35, 4 2 40 15, 0 0 0 0, 0 0 0 0, 0 0 0 0"},
+        {{power, none, -9, 10, 40, 12, true, -1}, "10 70", "-1 -1 -1 -1",
+         "0 18 10 35, 4 2 0 15, -13 0 0 17, 0 0 0 0, -13 2 17 15"},
+        // clang-format on
     };
     for (const auto& row : rows) {
         SCOPED_TRACE("row " + std::to_string(&row - rows));
         const Layout at = LayOut(row.request);
-        EXPECT_EQ(at.width, row.width);
-        EXPECT_EQ(at.height, row.height);
-        const int columns[] = {at.nameColumn, at.editColumn, at.secondEditColumn, at.unitColumn};
-        for (int i = 0; i < 4; ++i) EXPECT_EQ(columns[i], row.columns[i]) << "column " << i;
-        EXPECT_EQ(Text(at.thumb), row.thumb);
+        std::ostringstream size, columns, parts;
+        size << at.width << ' ' << at.height;
+        columns << at.nameColumn << ' ' << at.editColumn << ' ' << at.secondEditColumn << ' ' << at.unitColumn;
+        parts << Text(at.thumb);
+        for (const Place& part : {at.name, at.edit, at.minimumEdit, at.unit})
+            parts << ", " << Text(part);
+        EXPECT_EQ(size.str(), row.size);
+        EXPECT_EQ(columns.str(), row.columns);
+        EXPECT_EQ(parts.str(), row.parts);
         EXPECT_EQ(at.thumbSize, 19);
-        EXPECT_EQ(Text(at.name), row.name);
-        EXPECT_EQ(Text(at.edit), row.edit);
-        EXPECT_EQ(Text(at.minimumEdit), row.minimum);
-        EXPECT_EQ(Text(at.unit), row.unit);
         EXPECT_EQ(at.spin.IsWanted(), row.request.layout == spin);
     }
 }

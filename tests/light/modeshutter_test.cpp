@@ -1,16 +1,9 @@
 // The mode shutter: what it shows of a device, what its list and its slider ask, and what it bears from its host.
 #include "lamps.h"
 
-#include <bench/slot.h>
-#include <kxdevui/framework/devgui.h>
-#include <kxdevui/framework/ui_gdi.h>
 #include <kxdevui/light/devgui_modeshutter.h>
 
 #include <climits>
-#include <functional>
-#include <limits>
-#include <memory>
-#include <string>
 
 namespace {
 
@@ -27,6 +20,7 @@ public:
         EXPECT_TRUE(Make(parent));
     }
     HWND Make(HWND parent) { return Create(parent, 10, 10, 300, 36, true, true); }
+    void Reread(IKxDeviceShutter& device) { Update(&device, true, true, true, true); }
     HWND Part(int id) const { return GetDlgItem(m_hWnd, id); }
     HWND Edit() {
         return FindWindowExW(FindWindowExW(m_slider, nullptr, L"KxDevUI_EditBox", nullptr), nullptr, L"EDIT", nullptr);
@@ -99,11 +93,10 @@ TEST(ModeShutterUpdate, ShowsWhatIsAskedForAndNothingElse) {
     for (int flags = 0; flags < 32; ++flags) {
         SCOPED_TRACE(flags);
         RecordingParent parent;
-        Recorder record;
         Device before(eKxShutterMode_Fast, {1, 2}), device(eKxShutterMode_Aperture);
         device.SetAperture(30);
         device.Open(true);
-        Row row(&record, before, parent.Window());
+        Row row(&parent.Record(), before, parent.Window());
         const HWND list = row.Part(kModes);
         const bool f[4] = {(flags & 1) != 0, (flags & 2) != 0, (flags & 4) != 0, (flags & 8) != 0};
         const bool byMessage = flags & 16;
@@ -118,12 +111,11 @@ TEST(ModeShutterUpdate, ShowsWhatIsAskedForAndNothingElse) {
         EXPECT_EQ(row.GetState(), f[2]);
         EXPECT_EQ(row.List(), f[3] ? L"FastSoft[Aperture]" : L"[Fast]SoftAperture");
         EXPECT_EQ(row.m_slider.GetEnabled(), f[3]);
-        EXPECT_TRUE(record.Matches({})) << "the host is not asked";
+        EXPECT_TRUE(parent.Record().Matches({})) << "the host is not asked";
     }
 }
 
 TEST(ModeShutterUpdate, BearsOddDevices) {
-    constexpr double nan = std::numeric_limits<double>::quiet_NaN();
     RecordingParent parent;
     Row row;
     EXPECT_FALSE(row.Init(0));
@@ -139,7 +131,7 @@ TEST(ModeShutterUpdate, BearsOddDevices) {
     row.SetAperture(15);
     EXPECT_EQ(row.GetAperture(), 15);
     EXPECT_EQ(row.m_slider.GetPower(), 20);
-    row.SetAperture(nan);
+    row.SetAperture(kNaN);
     EXPECT_EQ(row.GetAperture(), 15);
     device->softOnly = true;
     device->fails = true;
@@ -150,7 +142,7 @@ TEST(ModeShutterUpdate, BearsOddDevices) {
         EXPECT_TRUE(row.Update(device.get(), true, false, false, false));
         EXPECT_FALSE(HWND{row.m_slider});
     }
-    Device bad(eKxShutterMode_Fast, {1, nan, 3});
+    Device bad(eKxShutterMode_Fast, {1, kNaN, 3});
     EXPECT_TRUE(row.Update(bad.GetLogDevId(), true, true, false, false));
     EXPECT_FALSE(HWND{row.m_slider});
     const unsigned id = device->GetLogDevId();
@@ -208,9 +200,8 @@ TEST(ModeShutterChoice, AsksForAnAperture) {
         const bool veto = way & 1, typed = way & 2;
         SCOPED_TRACE(way);
         RecordingParent parent;
-        Recorder record;
         Device device(eKxShutterMode_Aperture);
-        Row row(&record, device, parent.Window());
+        Row row(&parent.Record(), device, parent.Window());
         row.veto = veto;
         if (typed) {
             Click(row.Edit(), 5, 5);
@@ -222,9 +213,9 @@ TEST(ModeShutterChoice, AsksForAnAperture) {
             GetClientRect(slider, &client);
             Click(slider, client.right * 2 / 5, 5);
         }
-        ASSERT_FALSE(record.Entries().empty());
+        ASSERT_FALSE(parent.Record().Entries().empty());
         const double wanted = typed ? 30 : 40;
-        EXPECT_EQ(record.Entries().front().text, CallText("Aperture", wanted));
+        EXPECT_EQ(parent.Record().Entries().front().text, CallText("Aperture", wanted));
         EXPECT_EQ(row.GetAperture(), veto ? 100 : wanted);
         EXPECT_EQ(row.m_apertureIndex, veto ? 7 : typed ? 3 : 4);
         EXPECT_EQ(row.m_slider.GetPower(), veto && !typed ? 100 : wanted) << "a typed value stays, refused or not";
@@ -253,9 +244,8 @@ TEST(ModeShutterWindow, IsMadeOfItsParts) {
             const HWND parts[] = {row.Part(kLine), row.Part(kTitle), row.Part(kModes), row.m_slider};
             for (int part = 0; part < 4; ++part)
                 EXPECT_EQ(PlaceOf(parts[part]).rfind(each.windows[part], 0), 0u) << part;
-            EXPECT_EQ(parts[0] != nullptr, each.line);
-            EXPECT_EQ(parts[1] != nullptr, each.title);
-            EXPECT_EQ(parts[2] != nullptr, each.modes);
+            EXPECT_EQ(std::tuple(parts[0] != nullptr, parts[1] != nullptr, parts[2] != nullptr),
+                      std::tuple(each.line, each.title, each.modes));
             row.Update(&device, true, true, true, true);
         }
         row.SetTitle(std::wstring(10000, L'&').c_str());
@@ -267,27 +257,9 @@ TEST(ModeShutterWindow, IsMadeOfItsParts) {
 
 TEST(ModeShutterWindow, BearsWhatItsCallbacksDo) {
     Device device(eKxShutterMode_Aperture);
-    const std::function<void(std::unique_ptr<Row>&, HWND)> acts[] = {
-        [](auto& row, HWND) { row.reset(); },
-        [](auto& row, HWND) { row->Destroy(); },
-        [](auto&, HWND parent) { DestroyWindow(parent); },
-        [](auto& row, HWND) { row->CreateControls(); },
-        [](auto& row, HWND parent) { row->Make(parent); },
-        [&](auto& row, HWND) { row->Update(&device, true, true, true, true); },
-        [](auto&, HWND) { throw std::runtime_error("host"); },
-    };
-    for (const auto& act : acts) {
-        for (int way = 0; way < 3; ++way) {
-            RecordingParent parent;
-            auto row = std::make_unique<Row>(nullptr, device, parent.Window());
-            row->act = [&] { act(row, parent.Window()); };
-            if (way == 0) SetFocus(row->Part(kModes)), Key(VK_UP);
-            if (way == 1) Click(GetDlgItem(row->m_slider, 10000), 40, 5);
-            if (way == 2) SetFocus(row->Edit()), Type(L"4\n");
-            Pump();
-            EXPECT_TRUE(!row || !HWND{*row} || IsWindow(*row));
-        }
-    }
+    BearCallbacks<Row>(device, {[](Row& r) { SetFocus(r.Part(kModes)), Key(VK_UP); },
+                                [](Row& r) { Click(GetDlgItem(r.m_slider, 10000), 40, 5); },
+                                [](Row& r) { SetFocus(r.Edit()), Type(L"4\n"); }});
 }
 
 TEST(ModeShutterWindow, HoldsNothingBack) {
@@ -295,7 +267,7 @@ TEST(ModeShutterWindow, HoldsNothingBack) {
     Device device;
     EXPECT_TRUE(NoGrowth(500, [&] {
         Row row(nullptr, device, parent.Window());
-        row.Update(&device, true, true, true, true);
+        row.Reread(device);
         UpdateWindow(row);
         parent.Record().Clear();
     }));
@@ -303,8 +275,7 @@ TEST(ModeShutterWindow, HoldsNothingBack) {
 
 struct Slots : CKxDevUI_ModeShutter {
     static std::vector<long> InOrder() {
-        return {SlotOf(&Slots::OnApertureChangeRequest), SlotOf(&Slots::OnStateChangeRequest),
-                SlotOf(&Slots::OnModeChangeRequest)};
+        return SlotsOf(&Slots::OnApertureChangeRequest, &Slots::OnStateChangeRequest, &Slots::OnModeChangeRequest);
     }
 };
 

@@ -1,11 +1,9 @@
 // The shutter: where it puts its parts, what a click asks, what an update shows, and what it bears from its host.
 #include "lamps.h"
 
-#include <bench/slot.h>
 #include <kxbaseui/kx_bitmappool.h>
 #include <kxbaseui/kx_menu.h>
 #include <kxbaseui/kx_tooltip.h>
-#include <kxdevui/framework/devgui.h>
 #include <kxdevui/framework/ui_gdi.h>
 #include <kxdevui/light/devgui_shutter.h>
 #include <kxdevui/light/shutter_images.h>
@@ -13,10 +11,6 @@
 #include <commctrl.h>
 
 #include <climits>
-#include <functional>
-#include <limits>
-#include <memory>
-#include <string>
 
 namespace {
 
@@ -30,6 +24,7 @@ public:
     explicit Host(Recorder* record = nullptr) : m_record(record) { SetId(kId); }
 
     HWND Make(HWND parent) { return Create(parent, 20, 20, -1, -1, true, true); }
+    void Reread(IKxDeviceShutter& device) { Update(&device, true, true, true); }
     HWND Title() const { return GetDlgItem(m_hWnd, kTitle); }
     HWND Button() const { return GetDlgItem(m_hWnd, kButton); }
 
@@ -45,26 +40,25 @@ protected:
         return CKxDevUI_Shutter::UpdateShutterIcon(id, grabber);
     }
     void OnStateChangeRequest(bool state, bool& refuse) override {
-        if (!m_record) return Act(), CKxDevUI_Shutter::OnStateChangeRequest(state, refuse);
-        m_record->Call("State", state);
+        if (!m_record) return CKxDevUI_Shutter::OnStateChangeRequest(state, refuse);
         refuse = veto;
-        Act();
+        Tell("State", state);
     }
-    void OnRenameDlgRequest() override {
-        if (m_record) m_record->Call("Rename");
-        Act();
-    }
+    void OnRenameDlgRequest() override { Tell("Rename"); }
 
 private:
-    void Act() {
+    template <class... Values>
+    void Tell(const char* name, Values... values) {
+        if (m_record) m_record->Call(name, values...);
         if (const auto action = act) action();
     }
     Recorder* m_record;
 };
 
 // A shutter in a window; the record holds what comes after that.
-struct Panel {
-    Panel() {
+class Shutter : public testing::Test {
+protected:
+    void SetUp() override {
         shutter.Make(parent.Window());
         parent.Record().Clear();
     }
@@ -73,12 +67,6 @@ struct Panel {
     RecordingParent parent;
     Host shutter{&parent.Record()};
 };
-
-std::wstring TextOf(HWND window) {
-    std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(window)), L'\0');
-    GetWindowTextW(window, text.data(), static_cast<int>(text.size()) + 1);
-    return text;
-}
 
 std::wstring TipOf(const Host& shutter) {
     wchar_t text[80] = L"";
@@ -91,17 +79,14 @@ std::wstring TipOf(const Host& shutter) {
     return text;
 }
 
-// ---- Rules ---------------------------------------------------------------------------------------------------------
-
 TEST(ShutterRules, FitTheWidthToTheTitle) {
-    constexpr double nan = std::numeric_limits<double>::quiet_NaN();
     const struct {
         long text;
         int minimum, maximum;
         double zoom;
         long control, title;
     } cases[] = {{5, 64, 128, 1, 64, 34},     {75, 64, 128, 1.25, 90, 52},           {1000, 64, 128, 1.5, 128, 83},
-                 {50, 200, 100, 1, 200, 170}, {LONG_MAX, 0, INT_MAX, 8, 4096, 3856}, {50, 64, 128, nan, 0, 0}};
+                 {50, 200, 100, 1, 200, 170}, {LONG_MAX, 0, INT_MAX, 8, 4096, 3856}, {50, 64, 128, kNaN, 0, 0}};
     for (const auto& [text, minimum, maximum, zoom, control, title] : cases) {
         const auto width = kx::shutter::FitWidth(text, minimum, maximum, zoom);
         EXPECT_EQ(std::pair(width.control, width.title), std::pair(control, title)) << text;
@@ -118,29 +103,24 @@ TEST(ShutterRules, HaveAnImageForEachCase) {
     EXPECT_EQ(GetCommonImageFromPool(1103), CKxBitmapPool::NoImage);
 }
 
-// ---- Clicks --------------------------------------------------------------------------------------------------------
-
-struct Gesture {
-    const char* name;
-    void (*make)(Host& shutter);
-    int asked;  // how often the host is asked for the other state
-};
-
-const Gesture kGestures[] = {
-    {"click", [](Host& s) { Click(s.Button(), 12, 12); }, 1},
-    {"double click", [](Host& s) { DoubleClick(s.Button(), 12, 12); }, 2},
-    {"release beside it", [](Host& s) { Press(s.Button(), 12, 12), MoveTo(s, 2, 38), Release(); }, 1},
-    {"space bar", [](Host& s) { s.SetFocus(), Key(VK_SPACE); }, 1},
-    {"the button's own message", [](Host& s) { SendMessageW(s, WM_COMMAND, kButton, 0); }, 0},
-    {"the same message by hand", [](Host& s) { SendMessageW(s, WM_COMMAND, MAKEWPARAM(kButton, kRelease), 0); }, 1},
-    {"another id", [](Host& s) { SendMessageW(s, WM_COMMAND, MAKEWPARAM(kButton + 1, kRelease), 0); }, 0},
-    {"a capture that is lost", [](Host& s) { Press(s.Button(), 12, 12), SetCapture(GetParent(s)), Release(); }, 0},
-    {"a click by program", [](Host& s) { SendMessageW(s.Button(), BM_CLICK, 0, 0); }, 1},
-};
-
 TEST(ShutterClick, AsksForTheOtherStateAndObeysTheAnswer) {
+    const struct {
+        const char* name;
+        void (*make)(Host& shutter);
+        int asked;  // how often the host is asked for the other state
+    } gestures[] = {
+        {"click", [](Host& s) { Click(s.Button(), 12, 12); }, 1},
+        {"double click", [](Host& s) { DoubleClick(s.Button(), 12, 12); }, 2},
+        {"release beside it", [](Host& s) { Press(s.Button(), 12, 12), MoveTo(s, 2, 38), Release(); }, 1},
+        {"space bar", [](Host& s) { s.SetFocus(), Key(VK_SPACE); }, 1},
+        {"the button's own message", [](Host& s) { SendMessageW(s, WM_COMMAND, kButton, 0); }, 0},
+        {"the same message by hand", [](Host& s) { SendMessageW(s, WM_COMMAND, MAKEWPARAM(kButton, kRelease), 0); }, 1},
+        {"another id", [](Host& s) { SendMessageW(s, WM_COMMAND, MAKEWPARAM(kButton + 1, kRelease), 0); }, 0},
+        {"a capture that is lost", [](Host& s) { Press(s.Button(), 12, 12), SetCapture(GetParent(s)), Release(); }, 0},
+        {"a click by program", [](Host& s) { SendMessageW(s.Button(), BM_CLICK, 0, 0); }, 1},
+    };
     for (int way = 0; way < 8; ++way) {
-        for (const Gesture& gesture : kGestures) {
+        for (const auto& gesture : gestures) {
             const bool derived = way & 1, agrees = way & 2;
             bool state = way & 4;
             SCOPED_TRACE(std::string(gesture.name) + ", " + std::to_string(way));
@@ -163,48 +143,41 @@ TEST(ShutterClick, AsksForTheOtherStateAndObeysTheAnswer) {
             Release();
         }
     }
-    Panel disabled;
-    disabled.shutter.SetEnabled(false);
-    SendMessageW(disabled.shutter, WM_COMMAND, MAKEWPARAM(kButton, kRelease), 0);
-    EXPECT_TRUE(disabled.Told({}));
 }
 
-TEST(ShutterClick, OpensTheMenuWithTheRightButton) {
-    Panel panel;
-    Host& shutter = panel.shutter;
-    struct Menu {
-        Recorder& record;
-        int chosen;
-    } menu{panel.parent.Record(), 0};
+TEST_F(Shutter, AsksForNothingWhenDisabled) {
+    shutter.SetEnabled(false);
+    SendMessageW(shutter, WM_COMMAND, MAKEWPARAM(kButton, kRelease), 0);
+    EXPECT_TRUE(Told({}));
+}
+
+TEST_F(Shutter, OpensTheMenuWithTheRightButton) {
+    std::pair<Recorder&, int> menu{parent.Record(), 0};
     KX_SetMenuHandler(
         [](HWND, const CKxMenu& items, int x, int y, void* context) {
-            auto& m = *static_cast<Menu*>(context);
-            m.record.Call("Menu", items.GetCount(), items.GetCommand(0), items.GetText(0), x, y);
-            return m.chosen;
+            auto& [record, chosen] = *static_cast<decltype(menu)*>(context);
+            record.Call("Menu", items.GetCount(), items.GetCommand(0), items.GetText(0), x, y);
+            return chosen;
         },
         &menu);
     RECT place{};
     GetWindowRect(shutter.Button(), &place);
     const Expected opened = Call("Menu", 1, 10000, L"Shutter Parameters...", place.left, place.bottom);
     Click(shutter.Button(), 5, 5, Button::Right);
-    EXPECT_TRUE(panel.Told({opened}));
-    menu.chosen = 10000;
+    menu.second = 10000;
     Click(shutter.Button(), 5, 5, Button::Right);
-    EXPECT_TRUE(panel.Told({opened, Call("Rename")}));
     shutter.RenameEnabled(false);
     Click(shutter.Button(), 5, 5, Button::Right);
-    EXPECT_TRUE(panel.Told({}));
+    EXPECT_TRUE(Told({opened, opened, Call("Rename")}));
     KX_SetMenuHandler(nullptr, nullptr);
 
     // The platform's own menu, by keys.
     PostMessageW(shutter, WM_KEYDOWN, VK_DOWN, 1);
     PostMessageW(shutter, WM_KEYDOWN, VK_RETURN, 1);
     EXPECT_EQ(shutter.PopupMenu(shutter, place.left, place.bottom), 10000);
-    EXPECT_TRUE(panel.Told({Call("Rename")}));
+    EXPECT_TRUE(Told({Call("Rename")}));
     EXPECT_EQ(shutter.PopupMenu(nullptr, 0, 0), 0);
 }
-
-// ---- Updates -------------------------------------------------------------------------------------------------------
 
 TEST(ShutterUpdate, ShowsWhatIsAskedForAndNothingElse) {
     for (int flags = 0; flags < 16; ++flags) {
@@ -213,8 +186,10 @@ TEST(ShutterUpdate, ShowsWhatIsAskedForAndNothingElse) {
         Lamp device(eKxShutterType_Dia);
         device.SetLocked(true);
         device.Open(true);
-        Panel panel;
-        Host& shutter = panel.shutter;
+        RecordingParent parent;
+        Host shutter(&parent.Record());
+        shutter.Make(parent.Window());
+        parent.Record().Clear();
         const HWND before = shutter.Button();
         if (byMessage) SendMessageW(shutter, 0x0500, device.GetLogDevId(), reinterpret_cast<LPARAM>(asked));
         EXPECT_TRUE(byMessage || shutter.Update(device.GetLogDevId(), a, b, c));
@@ -226,15 +201,13 @@ TEST(ShutterUpdate, ShowsWhatIsAskedForAndNothingElse) {
         EXPECT_EQ(shutter.GetState(), c);
         EXPECT_EQ(shutter.m_imageOn == CKxBitmapPool::AddImageBaseUI(L"SHUTTER_DIA_OPEN"), c);
         EXPECT_EQ(shutter.Button() != before, a && byMessage) << "made anew by the device's update alone";
-        EXPECT_TRUE(panel.Told(c ? std::vector{Call("Icon", true, 0)} : std::vector<Expected>{}));
+        EXPECT_TRUE(parent.Record().Matches(c ? std::vector{Call("Icon", true, 0)} : std::vector<Expected>{}));
     }
 }
 
-TEST(ShutterUpdate, LocksUnlocksAndTitles) {
+TEST_F(Shutter, LocksUnlocksAndTitles) {
     Lamp device(static_cast<EKxShutterType>(9));
     const unsigned id = device.GetLogDevId();
-    Panel panel;
-    Host& shutter = panel.shutter;
     shutter.Update(id, false, true, false);
     EXPECT_EQ(shutter.GetTitle(), L"EPI") << "a type without a title keeps the old one";
     for (const std::wstring& title : {std::wstring(L"Left <b>&amp;</b> lamp"), std::wstring(10000, L'&')}) {
@@ -258,14 +231,12 @@ TEST(ShutterUpdate, LocksUnlocksAndTitles) {
     CKxDeviceRegistry::SetGrabberActive(false);
 }
 
-TEST(ShutterUpdate, RefusesWhatIsNoShutter) {
+TEST_F(Shutter, RefusesWhatIsNoShutter) {
     auto device = std::make_unique<Lamp>(eKxShutterType_Aux2);
     const unsigned id = device->GetLogDevId();
     Host windowless;
     EXPECT_TRUE(windowless.Update(id, true, true, true));
     EXPECT_EQ(windowless.GetTitle(), L"Aux2");
-    Panel panel;
-    Host& shutter = panel.shutter;
     device->Open(true);
     device->fails = true;
     EXPECT_FALSE(shutter.Update(device.get(), true, true, true));
@@ -275,7 +246,7 @@ TEST(ShutterUpdate, RefusesWhatIsNoShutter) {
     for (const unsigned each : {0u, CKxDeviceRegistry::Add(other), 99999u})
         SendMessageW(shutter, 0x0500, each, reinterpret_cast<LPARAM>(flags));
     SendMessageW(shutter, 0x0500, id, 0);
-    EXPECT_TRUE(panel.Told({}));
+    EXPECT_TRUE(Told({}));
     device->fails = false;
     shutter.Update(id, true, true, true);
     EXPECT_TRUE(shutter.GetState());
@@ -287,9 +258,7 @@ TEST(ShutterUpdate, RefusesWhatIsNoShutter) {
 }
 
 // A pixel painted over the button tells whether it was drawn again.
-TEST(ShutterUpdate, DrawsOnlyWhatHasChanged) {
-    Panel panel;
-    Host& shutter = panel.shutter;
+TEST_F(Shutter, DrawsOnlyWhatHasChanged) {
     Pump();
     const auto isDrawn = [&](const std::function<void()>& act) {
         SetPixel(kx::ui::WindowDC(shutter.Button()), 10, 10, RGB(1, 2, 3));
@@ -301,8 +270,6 @@ TEST(ShutterUpdate, DrawsOnlyWhatHasChanged) {
     EXPECT_FALSE(isDrawn([&] { shutter.SetTitle(L"EPI"), shutter.SetEnabled(true), Pump(); }));
     EXPECT_TRUE(isDrawn([&] { EXPECT_FALSE(static_cast<CKxDevUI_Shutter&>(shutter).UpdateShutterIcon(0, 0)); }));
 }
-
-// ---- Windows -------------------------------------------------------------------------------------------------------
 
 TEST(ShutterWindow, IsMadeOfTitleAndButton) {
     const struct {
@@ -385,32 +352,10 @@ TEST(ShutterWindow, TakesOverADialogsControls) {
 
 TEST(ShutterWindow, BearsWhatItsCallbacksDo) {
     Lamp device(eKxShutterType_Epi);
-    const std::function<void(std::unique_ptr<Host>&, HWND)> acts[] = {
-        [](auto& shutter, HWND) { shutter.reset(); },
-        [](auto& shutter, HWND) { shutter->Destroy(); },
-        [](auto&, HWND parent) { DestroyWindow(parent); },
-        [](auto& shutter, HWND) { shutter->DestroyControls(); },
-        [](auto& shutter, HWND) { shutter->CreateControls(); },
-        [](auto& shutter, HWND parent) { shutter->Make(parent); },
-        [&](auto& shutter, HWND) { shutter->Update(&device, true, true, true); },
-        [](auto& shutter, HWND) { shutter->SetEnabled(false); },
-        [](auto&, HWND) { throw std::runtime_error("host"); },
-    };
     KX_SetMenuHandler([](HWND, const CKxMenu& menu, int, int, void*) { return menu.GetCommand(0); }, nullptr);
-    for (const auto& act : acts) {
-        for (int way = 0; way < 3; ++way) {
-            RecordingParent parent;
-            auto shutter = std::make_unique<Host>(&parent.Record());
-            shutter->Make(parent.Window());
-            shutter->act = [&] { act(shutter, parent.Window()); };
-            const HWND button = shutter->Button();
-            if (way == 0) Click(button, 5, 5);
-            if (way == 1) Click(button, 5, 5, Button::Right);
-            if (way == 2) SendMessageW(button, BM_CLICK, 0, 0);
-            Pump();
-            EXPECT_TRUE(!shutter || !HWND{*shutter} || IsWindow(*shutter));
-        }
-    }
+    BearCallbacks<Host>(device, {[](Host& s) { Click(s.Button(), 5, 5); },
+                                 [](Host& s) { Click(s.Button(), 5, 5, Button::Right); },
+                                 [](Host& s) { SendMessageW(s.Button(), BM_CLICK, 0, 0); }});
     KX_SetMenuHandler(nullptr, nullptr);
 }
 
@@ -420,7 +365,7 @@ TEST(ShutterWindow, HoldsNothingBack) {
     EXPECT_TRUE(NoGrowth(1000, [&] {
         Host shutter;
         shutter.Make(parent.Window());
-        shutter.Update(&device, true, true, true);
+        shutter.Reread(device);
         UpdateWindow(shutter);
         SendMessageW(shutter.Button(), BM_CLICK, 0, 0);
         parent.Record().Clear();
@@ -429,8 +374,7 @@ TEST(ShutterWindow, HoldsNothingBack) {
 
 struct Slots : CKxDevUI_Shutter {
     static std::vector<long> InOrder() {
-        return {SlotOf(&Slots::UpdateShutterIcon), SlotOf(&Slots::OnStateChangeRequest),
-                SlotOf(&Slots::OnRenameDlgRequest)};
+        return SlotsOf(&Slots::UpdateShutterIcon, &Slots::OnStateChangeRequest, &Slots::OnRenameDlgRequest);
     }
 };
 

@@ -2,11 +2,10 @@
 #include "panel_test.h"
 
 #include <kxbaseui/kx_bitmappool.h>
+#include <kxbaseui/kx_svgstring.h>
 #include <kxdevui/optics/devgui_filterwheel.h>
-#include <kxfilters/kx_opticalfilter.h>
+#include <kxsystem/kx_color.h>
 #include <kxsystem/kx_usermanager.h>
-
-#include <regex>
 
 namespace {
 
@@ -19,62 +18,48 @@ public:
     using Asking::Asking;
     using CKxDevUI_FilterWheel::m_hasTitle;
     using CKxDevUI_FilterWheel::m_heightFromTitle;
-    using CKxDevUI_FilterWheel::m_titleWidth;
 };
 
-struct Device : CKxSimFilterChanger {
+struct Device : Registered<CKxSimFilterChanger> {
     explicit Device(int count, SKxSimFilterChangerKind kind = {})
-        : CKxSimFilterChanger(L"Emission", std::vector<std::wstring>(static_cast<std::size_t>(count), L"525/50"),
-                              kind) {
-        CKxDeviceRegistry::Add(*this);
-    }
+        : Registered(L"Emission", Names(count, L"525/50"), kind) {}
 };
 
-std::string TemplateOf(int bands, bool square) {
-    std::wstring name = bands == 0 ? L"FILTER_EMPTY" : L"FILTER_" + std::to_wstring(bands) + L"BAND";
-    if (square) name += L"_SQUARE";
-    CKxStringA svg;
-    CKxBitmapPool::LoadSVGBaseUI(name.c_str(), svg);
-    return svg.str();
-}
+using FilterWheel = PanelTest<Wheel>;
 
-TEST(FilterWheel, ColoursTheBandsInTheirOrder) {
-    RecordingParent parent;
-    Wheel panel(parent.Record());
+TEST_F(FilterWheel, ColoursTheBandsInTheirOrder) {
     const struct {
         const wchar_t* name;
-        int bands;
-    } table[] = {{L"", 0},
-                 {L"Empty", 0},
-                 {L"no filter <&\"'>", 0},
-                 {L"525/50", 1},
-                 {L"390/40 482/25 587/45", 3},
-                 {L"390/40 435/20 482/25 550/20 587/45 650/30", 5}};
+        const wchar_t* image;
+        std::vector<double> bands;
+    } table[] = {{L"", L"FILTER_EMPTY", {}},
+                 {L"Empty", L"FILTER_EMPTY", {}},
+                 {L"no filter <&\"'>", L"FILTER_EMPTY", {}},
+                 {L"525/50", L"FILTER_1BAND", {525}},
+                 {L"390/40 482/25 587/45", L"FILTER_3BAND", {390, 482, 587}},
+                 {L"390/40 435/20 482/25 550/20 587/45 650/30", L"FILTER_5BAND", {390, 435, 482, 550, 587}}};
     for (const auto& row : table) {
         for (const bool square : {false, true}) {
-            CKxStringW name(row.name);
-            CKxOpticalFilter filter;
-            CKxFilterDialog::GetFilterInfo(name, &filter);
-            unsigned long colors[5];
-            int count = 5;
-            CKxFilterDialog::GetColorsFromFilter(&filter, colors, count);
-            ASSERT_EQ(count, row.bands) << Narrow(row.name);
-            std::string wanted = TemplateOf(row.bands, square);
-            for (int k = row.bands; k >= 1; --k) {
-                char color[8];
-                std::snprintf(color, sizeof color, "#%02X%02X%02X", static_cast<unsigned>(GetRValue(colors[k - 1])),
-                              static_cast<unsigned>(GetGValue(colors[k - 1])),
-                              static_cast<unsigned>(GetBValue(colors[k - 1])));
-                wanted = std::regex_replace(wanted, std::regex("#00FF0" + std::to_string(k)), color);
+            CKxStringA wanted, placeholder, color;
+            CKxBitmapPool::LoadSVGBaseUI((row.image + std::wstring(square ? L"_SQUARE" : L"")).c_str(), wanted);
+            for (std::size_t k = row.bands.size(); k >= 1; --k) {
+                const unsigned long rgb = KX_RGBFromWavelength(row.bands[k - 1]);
+                placeholder.Format(16, "#00FF0%d", static_cast<int>(k));
+                color.Format(16, "#%02X%02X%02X", unsigned{GetRValue(rgb)}, unsigned{GetGValue(rgb)},
+                             unsigned{GetBValue(rgb)});
+                EXPECT_GT(CKxSvgStringAPI::ReplaceString(wanted, placeholder, color), 0);
             }
-            EXPECT_EQ((square ? panel.CreateFilterSVGStringSquare(name) : panel.CreateFilterSVGString(name)).str(),
-                      wanted);
+            CKxStringW name(row.name);
+            const CKxStringA svg = square ? panel.CreateFilterSVGStringSquare(name) : panel.CreateFilterSVGString(name);
+            EXPECT_STREQ(svg, wanted) << Narrow(row.name);
         }
     }
 }
 
-TEST(FilterWheel, LaysOutItsGrid) {
-    RecordingParent parent;
+TEST_F(FilterWheel, LaysOutItsGrid) {
+    EXPECT_FALSE(panel.Update(nullptr, true, true, true));
+    EXPECT_FALSE(panel.Update(4711u, true, true, true));
+    EXPECT_EQ(HeightOf(Open()), 48) << "no filter";
     const struct {
         int count;
         long height;
@@ -82,31 +67,24 @@ TEST(FilterWheel, LaysOutItsGrid) {
         int shown;
     } table[] = {{1, 48, {16, 16}, 1}, {8, 48, {16 + 7 * 24, 16}, 8}, {9, 72, {16, 40}, 9}, {40, 144, {184, 40}, 16}};
     for (const auto& row : table) {
-        Wheel panel(parent.Record());
         Device device(row.count);
-        panel.Create(parent.Window(), 0, 0, -1, -1, true, true);
         ASSERT_TRUE(panel.Update(device.GetLogDevId(), true, true, true));
         const RECT last = PlaceOf(panel, kButton + row.shown - 1);
-        EXPECT_EQ(last.left, row.last.x);
-        EXPECT_EQ(last.top, row.last.y);
+        EXPECT_EQ(std::pair(last.left, last.top), std::pair(row.last.x, row.last.y));
         EXPECT_EQ(HeightOf(panel), row.height);
         EXPECT_FALSE(ChildOf(panel, kButton + row.shown));
         EXPECT_EQ(PlaceOf(panel, kSetup).left, 256 - 24 - 16);
     }
-    Wheel panel(parent.Record());
-    EXPECT_FALSE(panel.Update(nullptr, true, true, true));
-    EXPECT_FALSE(panel.Update(4711u, true, true, true));
-    EXPECT_EQ(HeightOf(panel.Create(parent.Window(), 0, 0, -1, -1, true, true)), 48) << "no filter";
+    Device one(1);
+    panel.Update(&one, true, true, true);
     panel.m_hasTitle = panel.m_heightFromTitle = true;
     panel.SetTitle(L"of");
-    panel.Create(parent.Window(), 0, 0, -1, -1, true, true);
-    EXPECT_EQ(HeightOf(panel), 34) << "1.4 rows, rounded";
+    EXPECT_EQ(HeightOf(Open()), 34) << "1.4 rows, rounded";
     panel.SetTitle(L"a title of so many words that it needs more lines than there are rows");
-    panel.Create(parent.Window(), 0, 0, -1, -1, true, true);
-    EXPECT_EQ(HeightOf(panel), 53) << "two rows at most";
+    EXPECT_EQ(HeightOf(Open()), 53) << "two rows at most";
 }
 
-TEST(FilterWheelInput, SpringsBackWhenRefused) {
+TEST_F(FilterWheel, SpringsBackWhenRefused) {
     const struct {
         bool intelligent, motorized, refuse;
         long before, after;
@@ -115,25 +93,21 @@ TEST(FilterWheelInput, SpringsBackWhenRefused) {
         {true, false, false, 0, 0}, {true, false, true, 0, 0}, {true, true, true, -1, -1},
     };
     for (const auto& row : table) {
-        RecordingParent parent;
-        Wheel panel(parent.Record());
         Device device(4, {eKxFilterType_Emission, row.intelligent, row.motorized});
         panel.answer = row.refuse;
-        panel.Create(parent.Window(), 10, 10, -1, -1, true, true);
+        Open();
         panel.Update(&device, true, true, true);
         panel.SetPosition(row.before);
         ClickChild(panel, kButton + 2);
         ClickChild(panel, kSetup);
         EXPECT_EQ(panel.GetPosition(), row.after) << row.intelligent << row.motorized << row.refuse << row.before;
-        EXPECT_TRUE(parent.Record().Matches({Call("position", 2), Call("setup", 0)}));
+        EXPECT_TRUE(Told({Call("position", 2), Call("setup", 0)}));
     }
 }
 
-TEST(FilterWheelInput, GoesThroughItsRowsByKeys) {
-    RecordingParent parent;
-    Wheel panel(parent.Record());
+TEST_F(FilterWheel, GoesThroughItsRowsByKeys) {
     Device device(12);
-    panel.Create(parent.Window(), 10, 10, -1, -1, true, true);
+    Open();
     panel.Update(&device, true, true, true);
     const DialogKeys keys(parent.Window());
     SetFocus(panel);
@@ -146,65 +120,35 @@ TEST(FilterWheelInput, GoesThroughItsRowsByKeys) {
         EXPECT_EQ(GetFocus(), ChildOf(panel, kButton + step.position));
     }
     Key(VK_RETURN);
-    EXPECT_TRUE(parent.Record().Matches({Call("position", 0)}));
+    EXPECT_TRUE(Told({Call("position", 0)}));
 }
 
-TEST(FilterWheel, ShowsSquaresRightsAndDisabled) {
-    RecordingParent parent;
-    Wheel panel(parent.Record());
+TEST_F(FilterWheel, ShowsSquaresRightsAndDisabled) {
     Device round(3), cube(3, {eKxFilterType_Cube, true, true});
-    panel.Create(parent.Window(), 0, 0, -1, -1, true, true);
+    Open();
+    const auto look = [&] { return Picture::OnScreen(ChildOf(panel, kButton)); };
     panel.Update(&round, true, true, false);
-    const Picture wheel = Picture::OnScreen(ChildOf(panel, kButton));
+    const Picture wheel = look();
     panel.Update(&cube, true, true, false);
-    const Picture square = Picture::OnScreen(ChildOf(panel, kButton));
+    const Picture square = look();
     EXPECT_NE(square, wheel);
     panel.SetPosition(0);
-    EXPECT_NE(Picture::OnScreen(ChildOf(panel, kButton)), square) << "the current one";
+    EXPECT_NE(look(), square) << "the current one";
     panel.SetPosition(-1);
-    EXPECT_EQ(Picture::OnScreen(ChildOf(panel, kButton)), square);
+    EXPECT_EQ(look(), square);
     panel.SetEnable(false, true);
-    EXPECT_NE(Picture::OnScreen(ChildOf(panel, kButton)), square);
+    EXPECT_NE(look(), square);
     panel.SetEnable(true, true);
     EnableWindow(panel, FALSE);
-    EXPECT_NE(Picture::OnScreen(ChildOf(panel, kButton)), square) << "a container's way";
+    EXPECT_NE(look(), square) << "a container's way";
     EnableWindow(panel, TRUE);
-    EXPECT_EQ(Picture::OnScreen(ChildOf(panel, kButton)), square);
+    EXPECT_EQ(look(), square);
     CKxUserManager::SetCurrentUserRights(0);
     panel.SetEnable(true, true);
-    EXPECT_FALSE(IsWindowEnabled(ChildOf(panel, kSetup)));
+    EXPECT_FALSE(IsUsable(panel, kSetup));
     CKxUserManager::SetCurrentUserRights(~0u);
     panel.Update(&round, true, false, false);
-    EXPECT_TRUE(IsWindowEnabled(ChildOf(panel, kSetup)));
-}
-
-TEST(FilterWheelLife, EndsAndChangesInItsCallbacks) {
-    for (const int what : {0, 1, 2}) {
-        RecordingParent parent;
-        auto panel = std::make_unique<Wheel>(parent.Record());
-        Device device(3), other(12);
-        panel->answer = true;
-        panel->Create(parent.Window(), 0, 0, -1, -1, true, true);
-        panel->Update(&device, true, true, true);
-        panel->meanwhile = [&, what] {
-            if (what == 0) panel.reset();
-            if (what == 1) panel->Destroy();
-            if (what == 2) panel->Update(&other, true, true, true);
-        };
-        ClickChild(*panel, kButton + 1);
-        EXPECT_EQ(panel == nullptr, what == 0);
-    }
-}
-
-TEST(FilterWheelLife, LeavesNothing) {
-    RecordingParent parent;
-    Device device(2);
-    EXPECT_TRUE(NoGrowth(1000, [&] {
-        Wheel panel(parent.Record());
-        panel.Create(parent.Window(), 0, 0, -1, -1, true, true);
-        panel.Update(&device, true, true, true);
-        UpdateWindow(panel);
-    }));
+    EXPECT_TRUE(IsUsable(panel, kSetup));
 }
 
 }  // namespace

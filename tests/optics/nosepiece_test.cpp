@@ -3,6 +3,7 @@
 
 #include <kxbaseui/kx_bitmappool.h>
 #include <kxbaseui/kx_layoutmanager.h>
+#include <kxbaseui/kx_svgstring.h>
 #include <kxdevui/optics/devgui_nosepiece.h>
 
 #include <array>
@@ -31,14 +32,16 @@ bool IsBold(HWND label) {
     return font.lfWeight >= FW_BOLD;
 }
 
+using Nosepiece = PanelTest<Turret>;
+
 TEST(NextButtonRule, SkipsWhatCannotBeUsed) {
     const struct {
         int from, step;
         std::vector<int> usable;
         int next;
     } table[] = {
-        {0, 1, {1, 0, 1}, 2}, {2, 1, {1, 0, 1}, 0},    {0, -1, {1, 1, 1}, 2},       {1, 1, {0, 1, 0}, 1},
-        {0, 1, {0, 0, 0}, 0}, {0, 2, {1, 0, 0, 1}, 0}, {1, 2, {1, 0, 0, 1}, 3},     {3, -2, {1, 1, 1, 1}, 1},
+        {0, 1, {1, 0, 1}, 2},  {2, 1, {1, 0, 1}, 0},       {0, -1, {1, 1, 1}, 2},   {1, 1, {0, 1, 0}, 1},
+        {0, 1, {0, 0, 0}, 0},  {0, 2, {1, 0, 0, 1}, 0},    {1, 2, {1, 0, 0, 1}, 3}, {3, -2, {1, 1, 1, 1}, 1},
         {1, -2, {1, 1, 1}, 1}, {0, 2, {1, 0, 0, 0, 1}, 4}, {0, 1, {1}, 0},
     };
     for (const auto& row : table) {
@@ -49,75 +52,63 @@ TEST(NextButtonRule, SkipsWhatCannotBeUsed) {
     }
 }
 
-TEST(Nosepiece, ChoosesTheImageByMagnification) {
-    RecordingParent parent;
-    Turret panel(parent.Record());
+TEST_F(Nosepiece, ChoosesTheImageByMagnification) {
     panel.Init(1, 0, false, false);
-    panel.Create(parent.Window(), 0, 0, -1, -1, true, true);
+    Open();
     const struct {
         double magnification;
         const char* ring;  // null: no ring
     } table[] = {
-        {250.01, nullptr}, {250, "#EEEEEE"}, {100, "#EEEEEE"}, {99.99, nullptr},  {63.01, nullptr}, {63, "#3F77EB"},
-        {60, "#3F77EB"},   {59.99, nullptr}, {50.01, nullptr}, {50, "#77E0FF"},   {40, "#77E0FF"},  {39.99, nullptr},
-        {32, "#5EFFB7"},   {25, "#5EFFB7"},  {24.99, nullptr}, {20.01, nullptr},  {20, "#8CEA6B"},  {16, "#8CEA6B"},
-        {15.99, nullptr},  {10.01, nullptr}, {10, "#FFE600"},  {9.99, nullptr},   {5.01, nullptr},  {5, "#FF2020"},
-        {4, "#FF2020"},    {3, nullptr},     {2.51, nullptr},  {2.5, "#9A3301"},  {2, "#9A3301"},   {1.99, "#545454"},
-        {0.01, "#545454"}, {0, nullptr},     {-1, nullptr},    {12.5, nullptr},   {70, nullptr},    {300, nullptr},
+        {250.01, nullptr}, {250, "#EEEEEE"}, {100, "#EEEEEE"}, {99.99, nullptr}, {63.01, nullptr}, {63, "#3F77EB"},
+        {60, "#3F77EB"},   {59.99, nullptr}, {50.01, nullptr}, {50, "#77E0FF"},  {40, "#77E0FF"},  {39.99, nullptr},
+        {32, "#5EFFB7"},   {25, "#5EFFB7"},  {24.99, nullptr}, {20.01, nullptr}, {20, "#8CEA6B"},  {16, "#8CEA6B"},
+        {15.99, nullptr},  {10.01, nullptr}, {10, "#FFE600"},  {9.99, nullptr},  {5.01, nullptr},  {5, "#FF2020"},
+        {4, "#FF2020"},    {3, nullptr},     {2.51, nullptr},  {2.5, "#9A3301"}, {2, "#9A3301"},   {1.99, "#545454"},
+        {0.01, "#545454"}, {0, nullptr},     {-1, nullptr},    {12.5, nullptr},  {70, nullptr},    {300, nullptr},
     };
-    CKxStringA templates[2], empty[2];
-    CKxBitmapPool::LoadSVGBaseUI(L"IDS_NOSEPIECE_0", templates[0]);
-    CKxBitmapPool::LoadSVGBaseUI(L"IDS_NOSEPIECE_1", templates[1]);
-    CKxBitmapPool::LoadSVGBaseUI(L"IDS_NOSEPIECE_0_EMPTY", empty[0]);
-    CKxBitmapPool::LoadSVGBaseUI(L"IDS_NOSEPIECE_1_EMPTY", empty[1]);
-    for (const auto& row : table) {
-        for (const bool selected : {false, true}) {
-            std::string wanted = (row.ring ? templates : empty)[selected ? 1 : 0].str();
-            const std::string ring = row.ring ? row.ring : "";
-            for (std::size_t at = 0; row.ring && (at = wanted.find("#FFE600", at)) != std::string::npos; ++at)
-                wanted.replace(at, 7, ring);
-            EXPECT_EQ(panel.GetObjectiveBitmap(row.magnification, selected).str(), wanted) << row.magnification;
+    for (const bool selected : {false, true}) {
+        const std::wstring name = selected ? L"IDS_NOSEPIECE_1" : L"IDS_NOSEPIECE_0";
+        CKxStringA image, empty;
+        CKxBitmapPool::LoadSVGBaseUI(name.c_str(), image);
+        CKxBitmapPool::LoadSVGBaseUI((name + L"_EMPTY").c_str(), empty);
+        for (const auto& row : table) {
+            CKxStringA wanted = row.ring ? image : empty;
+            if (row.ring) CKxSvgStringAPI::ReplaceString(wanted, "#FFE600", row.ring);
+            EXPECT_STREQ(panel.GetObjectiveBitmap(row.magnification, selected), wanted) << row.magnification;
         }
     }
 }
 
-TEST(NosepieceInput, MovesTheSelectionOnlyWhereItMay) {
+TEST_F(Nosepiece, MovesTheSelectionOnlyWhereItMay) {
     const struct {
         bool deviceDriven, localSelect, handled, enabled;
         long position;
     } table[] = {
-        {false, false, false, true, 2}, {false, true, false, true, 2}, {true, false, false, true, 0},
-        {true, true, false, true, 2},   {false, false, true, true, 0}, {true, true, true, true, 0},
+        {false, false, false, true, 2},  {false, true, false, true, 2}, {true, false, false, true, 0},
+        {true, true, false, true, 2},    {false, false, true, true, 0}, {true, true, true, true, 0},
         {false, false, false, false, 0},
     };
     for (const auto& row : table) {
-        RecordingParent parent;
-        Turret panel(parent.Record());
         panel.Init(3, 0, row.deviceDriven, row.localSelect);
         panel.answer = row.handled;
-        panel.Create(parent.Window(), 10, 10, -1, -1, true, true);
+        Open();
         panel.SetEnable(row.enabled, true);
         ClickChild(panel, kButton + 2);
         EXPECT_EQ(panel.GetPosition(), row.position);
         EXPECT_EQ(IsBold(ChildOf(panel, kLabel + 2)), row.position == 2);
-        if (!row.enabled) {
-            EXPECT_TRUE(parent.Record().Matches({}));
-            continue;
-        }
         // The current one is asked for like any other.
         ClickChild(panel, kButton + static_cast<int>(row.position));
-        EXPECT_TRUE(parent.Record().Matches({Call("position", 2), Call("position", row.position)}));
+        EXPECT_TRUE(Told(row.enabled ? std::vector{Call("position", 2), Call("position", row.position)}
+                                     : std::vector<Expected>{}));
     }
 }
 
-TEST(NosepieceInput, AsksForSetupAndModesApart) {
-    RecordingParent parent;
-    Turret panel(parent.Record());
+TEST_F(Nosepiece, AsksForSetupAndModesApart) {
     panel.Init(2, 1, true, false);
     panel.ShowObservationMode(true);
     panel.SetObservationRequest([&](int mode) { parent.Record().Call("mode", mode); });
     panel.SetSetupXOffset(120);
-    panel.Create(parent.Window(), 10, 10, -1, -1, true, true);
+    Open();
     const HWND setup = ChildOf(panel, kSetup), first = ChildOf(panel, kButton);
     MoveTo(first, 3, 3);
     const Picture away = Picture::OnScreen(setup), calm = Picture::OnScreen(first);
@@ -126,30 +117,26 @@ TEST(NosepieceInput, AsksForSetupAndModesApart) {
     EXPECT_TRUE(IsBold(ChildOf(panel, kLabel + 1))) << "after the setup";
     ClickChild(panel, kObservation + 1);
     EXPECT_EQ(panel.GetObservationMode(), 0) << "the host decides";
-    EXPECT_TRUE(parent.Record().Matches({Call("setup", 0), Call("mode", 1)}));
+    EXPECT_TRUE(Told({Call("setup", 0), Call("mode", 1)}));
     panel.SetObservationMode(1);
     panel.SetObservationMode(7);
     EXPECT_EQ(panel.GetObservationMode(), 1);
 
     // The setup button alone is hovered, and lets go. A busy display may bring the pointer's earlier place once more.
-    EXPECT_TRUE(PumpUntil([&] {
-        MoveTo(first, 3, 3);
-        return Picture::OnScreen(setup) == away;
-    }));
-    EXPECT_TRUE(PumpUntil([&] {
-        MoveTo(setup, 5, 5);
-        return Picture::OnScreen(setup) != away;
-    }));
+    for (const HWND under : {first, setup}) {
+        EXPECT_TRUE(PumpUntil([&] {
+            MoveTo(under, 3, 3);
+            return (Picture::OnScreen(setup) == away) == (under == first);
+        }));
+    }
     EXPECT_EQ(Picture::OnScreen(first), calm);
 }
 
-TEST(NosepieceInput, IsWorkedByKeys) {
-    RecordingParent parent;
-    Turret panel(parent.Record());
+TEST_F(Nosepiece, IsWorkedByKeys) {
     CKxSimNosepiece device(L"Nosepiece", Objectives(4));
     device.SetAvailable(1, false);
     panel.Init(&device);
-    panel.Create(parent.Window(), 10, 10, -1, -1, true, true);
+    Open();
     panel.Update(&device, false, false, true, true, false);
     panel.SetTabStop(true);
     const DialogKeys keys(parent.Window());
@@ -163,18 +150,16 @@ TEST(NosepieceInput, IsWorkedByKeys) {
     Key(VK_LEFT);
     EXPECT_EQ(GetFocus(), ChildOf(panel, kSetup)) << "around the end";
     Key(VK_RETURN);
-    EXPECT_TRUE(parent.Record().Matches({Call("position", 2), Call("setup", 0)}));
+    EXPECT_TRUE(Told({Call("position", 2), Call("setup", 0)}));
     // A change of structure keeps the focus.
     device.SetAvailable(3, false);
     panel.Update(&device, true, false, false, true, false);
     EXPECT_EQ(GetFocus(), ChildOf(panel, kSetup));
 }
 
-TEST(Nosepiece, FollowsItsDevice) {
-    RecordingParent parent;
-    Turret panel(parent.Record());
+TEST_F(Nosepiece, FollowsItsDevice) {
     panel.Init(3, -1, false, false);
-    panel.Create(parent.Window(), 10, 10, -1, -1, true, true);
+    Open();
     panel.Init(2, -1, false, false);
     panel.SetNA(2, 1.4), panel.SetWD(2, 100), panel.SetName(2, L"none");
     EXPECT_EQ(panel.GetNA(2), 0) << "it still has a button, and no position";
@@ -183,7 +168,7 @@ TEST(Nosepiece, FollowsItsDevice) {
     EXPECT_FALSE(panel.Update(nullptr, true, true, true, true, true));
     CKxSimNosepiece two(L"Two", Objectives(2)), six(L"Six", Objectives(6)), seven(L"Seven", Objectives(7));
     CKxSimNosepiece many(L"Many", Objectives(40));
-    panel.Create(parent.Window(), 0, 0, 570, -1, true, true);
+    Open(570);
     const struct {
         CKxSimNosepiece& device;
         int count, firstX;
@@ -211,21 +196,19 @@ TEST(Nosepiece, FollowsItsDevice) {
     const Picture objective = Picture::OnScreen(button);
     six.SetAvailable(0, false);
     panel.Update(&six, true, false, false, true, false);
-    EXPECT_FALSE(IsWindowEnabled(ChildOf(panel, kButton)));
+    EXPECT_FALSE(IsUsable(panel, kButton));
     EXPECT_NE(Picture::OnScreen(ChildOf(panel, kButton)), objective) << "a motor";
     panel.SetSpecificXOffsetAndNumber(1, true, 300, true, 0);
     const Picture second = Picture::OnScreen(ChildOf(panel, kButton + 1));
     panel.SetSpecificXOffsetAndNumber(1, true, 300, false, 0);
     EXPECT_NE(Picture::OnScreen(ChildOf(panel, kButton + 1)), second) << "the number in the image";
-    panel.Create(parent.Window(), 0, 0, -1, -1, true, true);
+    Open();
     EXPECT_EQ(PlaceOf(panel, kButton + 1).left, 300);
 }
 
-TEST(Nosepiece, ComesBackFromAZoom) {
-    RecordingParent parent;
-    Turret panel(parent.Record());
+TEST_F(Nosepiece, ComesBackFromAZoom) {
     panel.Init(3, 1, false, false);
-    panel.Create(parent.Window(), 5, 5, -1, -1, true, true);
+    Open();
     const Picture before = Picture::OnScreen(panel);
     CKxGUILayoutManager::SetGuiZoom(2);
     EXPECT_EQ(HeightOf(panel), 144);
@@ -234,39 +217,6 @@ TEST(Nosepiece, ComesBackFromAZoom) {
     panel.SetPosition(1);
     CKxGUILayoutManager::SetGuiZoom(1);
     EXPECT_EQ(Picture::OnScreen(panel), before);
-}
-
-TEST(NosepieceLife, EndsAndChangesInItsCallbacks) {
-    for (const int what : {0, 1, 2, 3}) {
-        RecordingParent parent;
-        auto panel = std::make_unique<Turret>(parent.Record());
-        CKxSimNosepiece device(L"Nosepiece", Objectives(3)), other(L"Other", Objectives(5));
-        panel->Init(&device);
-        panel->Create(parent.Window(), 0, 0, -1, -1, true, true);
-        panel->meanwhile = [&, what] {
-            if (what == 0) panel.reset();
-            if (what == 1) panel->Destroy();
-            if (what == 2) panel->Update(&other, true, true, true, true, false);
-            if (what == 3) DestroyWindow(*panel);
-        };
-        const HWND window = *panel;
-        ClickChild(window, what == 3 ? kSetup : kButton + 1);
-        EXPECT_EQ(IsWindow(window) != FALSE, what == 2);
-        EXPECT_EQ(panel == nullptr, what == 0);
-        EXPECT_EQ(parent.Record().Entries().size(), 1u);
-    }
-}
-
-TEST(NosepieceLife, LeavesNothing) {
-    RecordingParent parent;
-    EXPECT_TRUE(NoGrowth(1000, [&] {
-        Turret panel(parent.Record());
-        CKxSimNosepiece device(L"Nosepiece", Objectives(2));
-        panel.Init(&device);
-        panel.Create(parent.Window(), 0, 0, 100, -1, true, true);
-        panel.Update(&device, true, true, true, true, false);
-        UpdateWindow(panel);
-    }));
 }
 
 }  // namespace

@@ -9,36 +9,17 @@ using namespace kx::test;
 
 constexpr int kButton = 10201;
 
-class Switch : public CKxDevUI_Switcher {
+class Switch : public Asking<CKxDevUI_Switcher> {
 public:
-    explicit Switch(Recorder& record) : record_(record) {}
-    std::function<void()> meanwhile;
-    using CKxDevUI_Switcher::m_firstX;
+    using Asking::Asking;
 
 protected:
-    void OnPositionChangeRequest(long position, bool& flag) override {
-        record_.Call("position", position);
-        flag = true;
-        if (const auto run = meanwhile) run();
-    }
-    void OnSetPortSingleRequest(long port) override {
-        record_.Call("port", port);
-        if (const auto run = meanwhile) run();
-    }
-
-private:
-    Recorder& record_;
+    void OnSetPortSingleRequest(long port) override { Asked("port", port); }
 };
 
-template <class Device>
-struct Registered : Device {
-    template <class... Arguments>
-    explicit Registered(Arguments&&... arguments) : Device(std::forward<Arguments>(arguments)...) {
-        CKxDeviceRegistry::Add(*this);
-    }
-};
-
+using Switcher = PanelTest<Switch>;
 using Laser = Registered<CKxSimLaserOutput>;
+using Path = Registered<CKxSimLightPath>;
 
 std::wstring TextOf(HWND window) {
     wchar_t text[100] = L"";
@@ -54,8 +35,7 @@ std::string Down(HWND panel) {
     return down;
 }
 
-TEST(Switcher, PlacesItsButtons) {
-    RecordingParent parent;
+TEST_F(Switcher, PlacesItsButtons) {
     const struct {
         int count;
         long width;
@@ -64,46 +44,44 @@ TEST(Switcher, PlacesItsButtons) {
         long height;
     } table[] = {
         {2, 256, false, {110, 7}, {180, 7}, 32},  // exactly up to the edge would be 250
-        {2, 250, false, {110, 7}, {180, 7}, 32},  {2, 249, false, {110, 7}, {110, 31}, 56},
-        {3, 400, true, {250, 7}, {110, 7}, 32},   {3, 50, false, {110, 7}, {110, 55}, 80},
+        {2, 250, false, {110, 7}, {180, 7}, 32}, {2, 249, false, {110, 7}, {110, 31}, 56},
+        {3, 400, true, {250, 7}, {110, 7}, 32},  {3, 50, false, {110, 7}, {110, 55}, 80},
     };
     for (const auto& row : table) {
-        Switch panel(parent.Record());
-        Registered<CKxSimLightPath> path(L"Path", std::vector<std::wstring>(static_cast<std::size_t>(row.count), L"L"));
+        Path path(L"Path", Names(row.count, L"L"));
         panel.SetInvertOrder(row.invert);
         panel.Create(parent.Window(), 0, 0, row.width, 32, true, true);
         for (int time = 0; time < 2; ++time) {
             ASSERT_TRUE(panel.Update(&path, true, true, true));
             const RECT first = PlaceOf(panel, kButton), last = PlaceOf(panel, kButton + row.count - 1);
-            EXPECT_EQ(first.left, row.first.x);
-            EXPECT_EQ(first.top, row.first.y);
-            EXPECT_EQ(last.left, row.last.x);
-            EXPECT_EQ(last.top, row.last.y);
+            EXPECT_EQ(std::pair(first.left, first.top), std::pair(row.first.x, row.first.y));
+            EXPECT_EQ(std::pair(last.left, last.top), std::pair(row.last.x, row.last.y));
             EXPECT_EQ(HeightOf(panel), row.height) << "the same the second time";
         }
         EXPECT_EQ(HeightOf(ChildOf(panel, 10000)), row.height > 32 ? row.height + 4 : 32);
     }
 }
 
-TEST(Switcher, ReadsLaserUnits) {
+TEST_F(Switcher, ReadsLaserUnits) {
     const struct {
         const wchar_t* driver;
         int ports, used;
         const wchar_t* firstName;
         const char* down;
     } table[] = {
-        {L"", 2, 0, L"A", "+-"},          {L"", 2, 1, L"A", "-+"},
-        {L"CKxLU4ADevice", 2, 0, L"B", "-+"}, {L"CKxLU4ADeviceSim", 2, 1, L"B", "+-"},
-        {L"CKxLU4ADevices", 2, 0, L"A", "+-"}, {L"", 4, 2, L"A", "--+-"},
+        {L"", 2, 0, L"A", "+-"},
+        {L"", 2, 1, L"A", "-+"},
+        {L"CKxLU4ADevice", 2, 0, L"B", "-+"},
+        {L"CKxLU4ADeviceSim", 2, 1, L"B", "+-"},
+        {L"CKxLU4ADevices", 2, 0, L"A", "+-"},
+        {L"", 4, 2, L"A", "--+-"},
     };
     for (const auto& row : table) {
-        RecordingParent parent;
         std::vector<std::wstring> names{L"A", L"B", L"C & D", L"E"};
         names.resize(static_cast<std::size_t>(row.ports));
         Laser laser(L"Laser", names, false, row.driver);
         laser.SetPortUsed(row.used, true);
-        Switch panel(parent.Record());
-        panel.Create(parent.Window(), 0, 0, 500, -1, true, true);
+        Open(500);
         ASSERT_TRUE(panel.Update(&laser, true, true, false));
         EXPECT_STREQ(panel.GetTitle(), L"Laser");
         EXPECT_EQ(TextOf(ChildOf(panel, kButton)), row.firstName);
@@ -111,23 +89,25 @@ TEST(Switcher, ReadsLaserUnits) {
         laser.SetPortEnabled(0, false);
         panel.Update(&laser, false, true, false);
         const bool reversed = std::wstring(row.firstName) == L"B";
-        EXPECT_EQ(IsWindowEnabled(ChildOf(panel, kButton)) != FALSE, reversed);
+        EXPECT_EQ(IsUsable(panel, kButton), reversed);
         panel.SetEnable(false);
         panel.SetEnable(true);
-        EXPECT_EQ(IsWindowEnabled(ChildOf(panel, kButton)) != FALSE, reversed) << "usable or not";
+        EXPECT_EQ(IsUsable(panel, kButton), reversed) << "usable or not";
     }
 }
 
-TEST(SwitcherInput, AsksForPositionsAndPorts) {
-    RecordingParent parent;
+TEST_F(Switcher, AsksForPositionsAndPorts) {
     Laser laser(L"Laser", std::vector<std::wstring>{L"A", L"B", L"C"}, true);
-    Switch panel(parent.Record());
-    panel.Create(parent.Window(), 10, 10, 400, -1, true, true);
+    Open(400);
     panel.Update(laser.GetLogDevId(), true, true, true);
+    panel.answer = true;
     ClickChild(panel, kButton + 2);
     EXPECT_EQ(Down(panel), "--+") << "whatever the host says";
+    panel.meanwhile = [&] { panel.Update(&laser, true, true, true); };
     ClickChild(panel, kButton + 2);
-    EXPECT_TRUE(parent.Record().Matches({Call("position", 2), Call("position", 2)}));
+    EXPECT_EQ(Down(panel), "--+") << "and does";
+    EXPECT_TRUE(Told({Call("position", 2), Call("position", 2)}));
+    panel.meanwhile = nullptr;
 
     // Ports: nothing shows before the device has answered, by mouse or keys.
     panel.SetBoolMoreThanOnePortCanBeActive(true);
@@ -138,22 +118,20 @@ TEST(SwitcherInput, AsksForPositionsAndPorts) {
     Key(VK_RIGHT);
     Key(VK_SPACE);
     EXPECT_EQ(Down(panel), "+--");
-    EXPECT_TRUE(parent.Record().Matches({Call("port", 1), Call("port", 2)}));
+    EXPECT_TRUE(Told({Call("port", 1), Call("port", 2)}));
     panel.SetPortSingle(1, true);
     panel.SetPortSingle(9, true);
     EXPECT_EQ(Down(panel), "++-");
 }
 
-TEST(Switcher, ReadsMirrorsAndRefusesTheUnknown) {
-    RecordingParent parent;
-    Switch panel(parent.Record());
-    panel.Create(parent.Window(), 0, 0, -1, -1, true, true);
+TEST_F(Switcher, ReadsMirrorsAndRefusesTheUnknown) {
+    Open();
     Laser laser(L"Laser", std::vector<std::wstring>{L"A", L"B"}, false);
     laser.SetPortEnabled(1, false);
     panel.Update(&laser, true, true, true);
     Registered<CKxSimTIRFMirror> mirror(L"Mirror");
     panel.Update(&mirror, false, true, false);
-    EXPECT_TRUE(IsWindowEnabled(ChildOf(panel, kButton + 1))) << "whatever the laser's port was";
+    EXPECT_TRUE(IsUsable(panel, kButton + 1)) << "whatever the laser's port was";
     panel.Update(&mirror, true, true, false);
     EXPECT_EQ(Down(panel), "--") << "the structure is not the state";
     ASSERT_TRUE(panel.Update(mirror.GetLogDevId(), true, true, true));
@@ -163,41 +141,10 @@ TEST(Switcher, ReadsMirrorsAndRefusesTheUnknown) {
     EXPECT_FALSE(panel.Update(4711u, true, true, true));
     EXPECT_FALSE(panel.Update(static_cast<IKxDeviceLightPath*>(nullptr), true, true, true));
     EXPECT_EQ(Down(panel), "+-");
-    Registered<CKxSimLightPath> many(L"Many", std::vector<std::wstring>(40, L"x"));
+    Path many(L"Many", Names(40, L"x"));
     panel.Update(&many, true, true, true);
     EXPECT_EQ(Down(panel).size(), 16u);
-    EXPECT_TRUE(parent.Record().Matches({}));
-}
-
-TEST(SwitcherLife, EndsAndChangesInItsCallbacks) {
-    for (const int what : {0, 1, 2}) {
-        RecordingParent parent;
-        auto panel = std::make_unique<Switch>(parent.Record());
-        Registered<CKxSimTIRFMirror> mirror(L"Mirror");
-        panel->Create(parent.Window(), 0, 0, -1, -1, true, true);
-        panel->Update(&mirror, true, true, true);
-        panel->meanwhile = [&, what] {
-            if (what == 0) panel.reset();
-            if (what == 1) panel->Destroy();
-            if (what == 2) panel->Update(&mirror, true, true, true);
-        };
-        ClickChild(*panel, kButton + 1);
-        EXPECT_EQ(panel == nullptr, what == 0);
-        if (panel) {
-            EXPECT_EQ(Down(*panel), what == 2 ? "-+" : "");
-        }
-    }
-}
-
-TEST(SwitcherLife, LeavesNothing) {
-    RecordingParent parent;
-    Laser laser(L"Laser", std::vector<std::wstring>{L"A", L"B", L"C"}, true);
-    EXPECT_TRUE(NoGrowth(1000, [&] {
-        Switch panel(parent.Record());
-        panel.Create(parent.Window(), 0, 0, -1, -1, true, true);
-        panel.Update(&laser, true, true, true);
-        UpdateWindow(panel);
-    }));
+    EXPECT_TRUE(Told({}));
 }
 
 }  // namespace

@@ -29,15 +29,9 @@ class Panel : public CKxDevUI_ZStack {
 public:
     explicit Panel(Journal& heard) : journal(heard) {}
 
-    using CKxDevUI_ZStack::Item;
-    using CKxDevUI_ZStack::ValidateBottom;
-    using CKxDevUI_ZStack::ValidateHome;
-    using CKxDevUI_ZStack::ValidateRange;
-    using CKxDevUI_ZStack::ValidateRangeMax;
-    using CKxDevUI_ZStack::ValidateRangeMin;
-    using CKxDevUI_ZStack::ValidateStep;
-    using CKxDevUI_ZStack::ValidateSteps;
-    using CKxDevUI_ZStack::ValidateTop;
+    using CKxDevUI_ZStack::Item, CKxDevUI_ZStack::ValidateBottom, CKxDevUI_ZStack::ValidateHome,
+        CKxDevUI_ZStack::ValidateRange, CKxDevUI_ZStack::ValidateRangeMax, CKxDevUI_ZStack::ValidateRangeMin,
+        CKxDevUI_ZStack::ValidateStep, CKxDevUI_ZStack::ValidateSteps, CKxDevUI_ZStack::ValidateTop;
 
     Journal& journal;
     std::function<void()> onChanged = [] {}, onStep = [] {};
@@ -67,20 +61,14 @@ public:
     Boxes(const Boxes&) = delete;
     Boxes& operator=(const Boxes&) = delete;
 
-    HWND owner = nullptr;
-    std::wstring caption;
-    UINT style = 0;
-    int timeout = 0;
+    std::string last;  // owner, caption, style, time
     std::function<void()> whileOpen = [] {};
 
 private:
     static int Handler(HWND owner, const wchar_t* text, const wchar_t* caption, UINT style, int timeout, void* self) {
         auto& boxes = *static_cast<Boxes*>(self);
         boxes.m_journal.Write(kx::test::Narrow(text).substr(0, 7).append("!"));
-        boxes.owner = owner;
-        boxes.caption = caption;
-        boxes.style = style;
-        boxes.timeout = timeout;
+        boxes.last = kx::test::CallText("Box", owner, caption, style, timeout);
         const auto action = boxes.whileOpen;
         action();
         return IDOK;

@@ -1,94 +1,80 @@
-// The panel over the real record, its place among the GUI elements, its dialog.
+// The panel over the real record: what it shows, under the hands of users and the worst of hosts; its dialog.
 #include "zstack_panel.h"
 
+#include <bench/slot.h>
+#include <kxdevui/framework/devgui.h>
 #include <kxdevui/zfocus/zstack_ids.h>
 #include <kxsystem/kx_locale.h>
 
-#include <cstring>
+#include <memory>
+#include <numeric>
+#include <optional>
 
 namespace {
 
 using namespace kx::test;
 
 struct Slots : CKxDevUI_ZStack {
-    // A pointer to a virtual member function holds 1 plus the byte offset of its entry in the table; the destructor's
-    // two entries are slot 0.
-    template <class Function>
-    static long Of(Function function) {
-        long long words[sizeof(Function) / sizeof(long long)];
-        std::memcpy(words, &function, sizeof function);
-        return static_cast<long>((words[0] - 1) / static_cast<long long>(sizeof(void*))) - 1;
-    }
     static std::vector<long> InOrder() {
         using S = Slots;
-        return {Of(&S::SetHandler),
-                Of(&S::GetHandler),
-                Of(&S::CreateUI),
-                Of(&S::DestroyUI),
-                Of(&S::GetHandle),
-                Of(&S::SetUIParent),
-                Of(&S::Show),
-                Of(&S::IsVisible),
-                Of(&S::Enable),
-                Of(&S::IsEnabled),
-                Of(&S::SetRedrawEx),
-                Of(&S::Update),
-                Of(&S::IsResizable),
-                Of(&S::GetCurSize),
-                Of(&S::CalcOptimalSize),
-                Of(&S::Move),
-                Of(&S::GetInterface),
-                Of(&S::GetInfo),
-                Of(&S::CustomCommand),
-                Of(&S::SetOptimalSize),
-                Of(&S::SetLayoutStyle),
-                Of(&S::GetEnableGuiFlag),
-                Of(&S::SetEnableGuiFlag),
-                Of(&S::IsResizableInSteps),
-                Of(&S::OnGuiZoomChanged),
-                Of(&S::AppendZDevice),
-                Of(&S::OnPiezoPickerChanged),
-                Of(&S::OnStepChanged),
-                Of(&S::OnMoveZRequest),
-                Of(&S::OnGoHomeRequest),
-                Of(&S::OnHostRequest),
-                Of(&S::OnZDeviceShown),
-                Of(&S::OnZStackChanged),
-                Of(&S::OnEraseBkGnd)};
+        return SlotsOf(&S::SetHandler, &S::GetHandler, &S::CreateUI, &S::DestroyUI, &S::GetHandle, &S::SetUIParent,
+                       &S::Show, &S::IsVisible, &S::Enable, &S::IsEnabled, &S::SetRedrawEx, &S::Update, &S::IsResizable,
+                       &S::GetCurSize, &S::CalcOptimalSize, &S::Move, &S::GetInterface, &S::GetInfo, &S::CustomCommand,
+                       &S::SetOptimalSize, &S::SetLayoutStyle, &S::GetEnableGuiFlag, &S::SetEnableGuiFlag,
+                       &S::IsResizableInSteps, &S::OnGuiZoomChanged, &S::AppendZDevice, &S::OnPiezoPickerChanged,
+                       &S::OnStepChanged, &S::OnMoveZRequest, &S::OnGoHomeRequest, &S::OnHostRequest,
+                       &S::OnZDeviceShown, &S::OnZStackChanged, &S::OnEraseBkGnd);
     }
 };
 
 TEST(ZStackSlots, HoldsEachOperationAtItsPlace) {
-    long slot = 0;
-    for (const long found : Slots::InOrder())
-        EXPECT_EQ(found, ++slot);
-    EXPECT_EQ(slot, 34);
+    std::vector<long> places(34);
+    std::iota(places.begin(), places.end(), 1);
+    EXPECT_EQ(Slots::InOrder(), places);
 }
 
-class ZStackPanelAtWork : public testing::Test {
+// A panel over a record that has a drive and a piezo, and a host that has it refreshed with every change.
+class ZStackTest : public testing::Test {
 protected:
     RecordingParent parent;
     Journal journal;
-    Panel panel{journal};
+    std::unique_ptr<Panel> panel;
     Boxes boxes{journal};
     CKxZStackData record;
 
-    void SetUp() override {
-        record.AddZDevice(0, 1000, nullptr);
+    // With a stack from 500 to 520, or with nothing set.
+    void Make(bool stack) {
+        record = CKxZStackData();
+        for (const double travel : {1000, 300})
+            record.AddZDevice(0, travel, nullptr);
         record.SetZDevice(0);
         record.SetZPosition(0, 500);
-        ASSERT_TRUE(panel.Create(parent.Window(), &record, 0, 0, 0, 0, true, true));
-        panel.AppendZDevice(L"Focus drive", false, 1, 0, 1000, false, 0, true);
-        panel.onChanged = [this] { panel.UpdateGUI(3); };
-        panel.UpdateGUI(3);
+        if (stack) {
+            record.SetTop(520, true);
+            record.SetBottom(500, true);
+            record.SetStep(2);
+        }
+        if (!panel) panel = std::make_unique<Panel>(journal);
+        ASSERT_TRUE(panel->Create(parent.Window(), &record, 0, 0, 0, 0, true, true));
+        panel->AppendZDevice(L"Focus drive", false, 1, 0, 1000, false, 0, true);
+        panel->AppendZDevice(L"Piezo", true, 2, 0, 300, true, 0, false);
+        panel->onChanged = [this] { panel->UpdateGUI(3); };
+        panel->UpdateGUI(3);
         EXPECT_EQ(journal.Take(), "Shown(0)") << "nothing else is asked of the host";
+        BringToFront(panel->GetHandle());
     }
-    std::wstring Shown(int id) {
+    HWND Item(int id) const { return panel->Item(id); }
+    std::wstring Shown(int id) const {
         wchar_t text[40] = L"";
-        GetWindowTextW(panel.Item(id), text, 40);
+        GetWindowTextW(Item(id), text, 40);
         return text;
     }
-    void Enter(int id, const wchar_t* text) { SetWindowTextW(panel.Item(id), text); }
+};
+
+class ZStackPanelAtWork : public ZStackTest {
+protected:
+    void SetUp() override { Make(false); }
+    void Enter(int id, const wchar_t* text) { SetWindowTextW(Item(id), text); }
 };
 
 TEST_F(ZStackPanelAtWork, MovesARangeToTheEndOfTheDevice) {
@@ -96,34 +82,32 @@ TEST_F(ZStackPanelAtWork, MovesARangeToTheEndOfTheDevice) {
     record.SetHome(10);
     record.SetBottom(0, false);
     record.SetTop(20, false);
-    for (const auto& [range, taken, bottom, home, top] : {std::tuple{L"100", true, L"0.00", L"50.00", L"100.00"},
-                                                          {L"40", true, L"30.00", L"50.00", L"70.00"},
-                                                          {L"-40", false, L"30.00", L"50.00", L"70.00"},
-                                                          {L"1200", false, L"30.00", L"600.00", L"70.00"},
-                                                          {L"2002", false, L"30.00", L"600.00", L"70.00"},
-                                                          {L"900", true, L"100.00", L"550.00", L"1000.00"}}) {
-        SCOPED_TRACE(Narrow(range));
+    const struct {
+        const wchar_t* range;
+        bool taken;
+        const wchar_t* shown;
+    } table[] = {{L"100", true, L"0.00 50.00 100.00"},    {L"40", true, L"30.00 50.00 70.00"},
+                 {L"-40", false, L"30.00 50.00 70.00"},   {L"1200", false, L"30.00 600.00 70.00"},
+                 {L"2002", false, L"30.00 600.00 70.00"}, {L"900", true, L"100.00 550.00 1000.00"}};
+    for (const auto& [range, taken, shown] : table) {
         Enter(1265, range);
-        EXPECT_EQ(panel.ValidateRange(false), taken);
-        EXPECT_EQ(Shown(1262), bottom);
-        EXPECT_EQ(Shown(1261), home);
-        EXPECT_EQ(Shown(1260), top);
+        EXPECT_EQ(panel->ValidateRange(false), taken) << Narrow(range);
+        EXPECT_EQ(Shown(1262) + L' ' + Shown(1261) + L' ' + Shown(1260), shown) << Narrow(range);
     }
     EXPECT_EQ(Shown(1265), L"900.00");
     EXPECT_EQ(Shown(1205), L"<-450.00, +450.00>");
 }
 
 TEST_F(ZStackPanelAtWork, ValidatesWhatTheFocusLeaves) {
-    const HWND step = panel.Item(1263), above = panel.Item(1267);
-    BringToFront(panel.GetHandle());
+    const HWND step = Item(1263), above = Item(1267);
     SetFocus(step);
     EXPECT_EQ(Shown(1263), L"") << "nothing stands where nothing is set";
     Type(L"2.5");
-    SetFocus(panel.Item(IDC_ZS_DEVICE));
+    SetFocus(Item(IDC_ZS_DEVICE));
     EXPECT_EQ(journal.Take(), "") << "the list of devices leaves it open";
     SetFocus(step);
     Type(L"2.5");
-    Click(panel.Item(IDC_ZS_TOP), 9, 9);
+    Click(Item(IDC_ZS_TOP), 9, 9);
     EXPECT_EQ(journal.Take(), "Changed(3) Shown(0) Step(2.5, 1) Changed(2) Shown(0) Changed(3) Shown(0)")
         << "the button acts by the rule, then by the mouse";
     EXPECT_EQ(Shown(1267), L"500.00");
@@ -138,7 +122,7 @@ TEST_F(ZStackPanelAtWork, ValidatesWhatTheFocusLeaves) {
     EXPECT_EQ(journal.Take(), "Invalid! Changed(3) Shown(0)");
     EXPECT_EQ(GetFocus(), above);
     Enter(1267, L"up");
-    panel.Destroy();
+    panel->Destroy();
     EXPECT_EQ(journal.Take(), "") << "a panel on its way out has nothing to tell";
 }
 
@@ -149,52 +133,51 @@ TEST_F(ZStackPanelAtWork, ChoosesTypes) {
                                                       {7, IDC_ZS_TYPE_ENDS, 4, 1267},
                                                       {4, IDC_ZS_TYPE_SYMMETRIC, 6, 1265}}) {
         record.SetType(before);
-        SendMessageW(panel.Item(button), BM_CLICK, 0, 0);
+        SendMessageW(Item(button), BM_CLICK, 0, 0);
         int type = -1;
         record.GetType(&type);
         EXPECT_EQ(type, after);
         EXPECT_EQ(journal.Take(), "Changed(3) Shown(0) Shown(0)");
         for (const int edit : {1264, 1265, 1267})
-            EXPECT_EQ(IsWindowVisible(panel.Item(edit)) != FALSE, (edit == 1265) == (read == 1265)) << edit;
+            EXPECT_EQ(IsWindowVisible(Item(edit)) != FALSE, (edit == 1265) == (read == 1265)) << edit;
     }
-    SendMessageW(panel.Item(IDC_ZS_RELATIVE), BM_CLICK, 0, 0);
+    SendMessageW(Item(IDC_ZS_RELATIVE), BM_CLICK, 0, 0);
     EXPECT_EQ(record.GetHome(nullptr), -17);
 }
 
 TEST_F(ZStackPanelAtWork, AsksNobodyWhenARefreshHidesTheFieldWithTheFocus) {
-    BringToFront(panel.GetHandle());
     record.SetType(3);
     record.SetHome(50);
     record.SetBottom(45, false);
     record.SetTop(60, false);
-    panel.UpdateGUI(3);
+    panel->UpdateGUI(3);
     EXPECT_EQ(Shown(1264), L"-5.00");
-    SetFocus(panel.Item(1264));
+    SetFocus(Item(1264));
     journal.Take();
     record.SetType(2);
-    panel.UpdateGUI(3);
+    panel->UpdateGUI(3);
     EXPECT_EQ(journal.Take(), "Shown(0)");
     double bottom = 0;
     EXPECT_TRUE(record.GetBottom(&bottom) == 0 && bottom == 45);
-    SetFocus(panel.Item(1265));
+    SetFocus(Item(1265));
     record.SetType(0);
-    panel.UpdateGUI(3);
-    EXPECT_EQ(GetFocus(), panel.GetHandle()) << "and not a field that is not there";
+    panel->UpdateGUI(3);
+    EXPECT_EQ(GetFocus(), panel->GetHandle()) << "and not a field that is not there";
     // From menus and accelerators, without a window.
     journal.Take();
-    SendMessageW(panel.GetHandle(), WM_COMMAND, MAKEWPARAM(1253, 0), 0);
+    SendMessageW(panel->GetHandle(), WM_COMMAND, MAKEWPARAM(1253, 0), 0);
     EXPECT_TRUE(record.GetBottom(&bottom) == 0 && bottom == 500);
 }
 
 TEST_F(ZStackPanelAtWork, CopiesShareTheWindow) {
     {
-        Panel copy(panel);
-        EXPECT_EQ(copy.GetHandle(), panel.GetHandle());
+        Panel copy(*panel);
+        EXPECT_EQ(copy.GetHandle(), panel->GetHandle());
     }
-    EXPECT_TRUE(IsWindow(panel.GetHandle()));
+    EXPECT_TRUE(IsWindow(panel->GetHandle()));
     EXPECT_FALSE(Panel(journal).Create(parent.Window(), nullptr, 0, 0, 0, 0, true, true));
     EXPECT_FALSE(Panel(journal).Create(nullptr, &record, 0, 0, 0, 0, true, true));
-    EXPECT_EQ(panel.AppendZDevice(L"", true, 1, 0, 1, false, 0, false), -1);
+    EXPECT_EQ(panel->AppendZDevice(L"", true, 1, 0, 1, false, 0, false), -1);
 }
 
 TEST_F(ZStackPanelAtWork, LeavesNothing) {
@@ -222,12 +205,7 @@ TEST_F(ZStackPanelAtWork, LaysItsQuestionOut) {
         ModalAnswer answer([&](HWND dialog) {
             RECT client{}, last{};
             GetClientRect(dialog, &client);
-            const auto rectOf = [dialog](int id) {
-                RECT rect{};
-                GetWindowRect(GetDlgItem(dialog, id), &rect);
-                MapWindowPoints(nullptr, dialog, reinterpret_cast<POINT*>(&rect), 2);
-                return rect;
-            };
+            const auto rectOf = [dialog](int id) { return RectInParent(GetDlgItem(dialog, id)); };
             const RECT icon = rectOf(IDC_YNK_ICON), question = rectOf(IDC_YNK_QUESTION), keep = rectOf(IDC_YNK_KEEP);
             EXPECT_EQ(icon.left, 10);
             EXPECT_EQ(question.left, icon.right + 10);
@@ -247,7 +225,7 @@ TEST_F(ZStackPanelAtWork, LaysItsQuestionOut) {
             Picture::OnScreen(dialog).Save("yesnokeep-" + std::to_string(language));
             PressButton(dialog, IDC_YNK_CANCEL);
         });
-        EXPECT_FALSE(panel.ValidateRangeMax(true));
+        EXPECT_FALSE(panel->ValidateRangeMax(true));
         ASSERT_EQ(answer.Count(), 1u);
         const bool english = language == 0x409;
         for (const int id : {IDC_YNK_YES, IDC_YNK_CANCEL, IDC_YNK_QUESTION, IDC_YNK_KEEP}) {
@@ -256,11 +234,175 @@ TEST_F(ZStackPanelAtWork, LaysItsQuestionOut) {
                       english)
                 << Narrow(text);
         }
-        panel.Create(parent.Window(), &record, 0, 0, 0, 0, true, true);
-        panel.UpdateGUI(3);
-        Picture::OnScreen(panel.GetHandle()).Save("zstack-" + std::to_string(language));
+        panel->Create(parent.Window(), &record, 0, 0, 0, 0, true, true);
+        panel->UpdateGUI(3);
+        Picture::OnScreen(panel->GetHandle()).Save("zstack-" + std::to_string(language));
     }
     CKxLocale::SetModuleLangId(0);
+}
+
+class ZStackInput : public ZStackTest {
+protected:
+    void SetUp() override { Make(true); }
+    // Of the bar with the magnified stack, so many hundredths from its top.
+    void ClickScale(int percent) {
+        const RECT edit = RectInParent(Item(IDC_ZS_EDIT_BOTTOM));
+        Click(panel->GetHandle(), static_cast<int>(edit.right) + 40, static_cast<int>(edit.bottom) * percent / 100);
+    }
+};
+
+TEST_F(ZStackInput, MovesOnByKeys) {
+    // With the dialog keys of the host's message loop, and without.
+    for (const bool dialog : {false, true}) {
+        SCOPED_TRACE(dialog);
+        std::optional<DialogKeys> keys;
+        if (dialog) keys.emplace(parent.Window());
+        SetFocus(Item(IDC_ZS_EDIT_STEP));
+        Key(VK_END);
+        Type(L"\b\b\b\b\b5");
+        EXPECT_EQ(Shown(IDC_ZS_EDIT_STEP), L"5");
+        Key(VK_ESCAPE);
+        EXPECT_EQ(Shown(IDC_ZS_EDIT_STEP), L"2.00");
+        Type(L"4\t");
+        EXPECT_EQ(GetFocus(), Item(IDC_ZS_EDIT_STEPS)) << "there is no step to be suggested";
+        EXPECT_EQ(Shown(IDC_ZS_EDIT_STEPS), L"6");
+        Type(L"11\n");
+        EXPECT_EQ(GetFocus(), Item(IDC_ZS_EDIT_BELOW));
+        EXPECT_EQ(Shown(IDC_ZS_EDIT_STEP), L"2.00");
+        Key(VK_TAB, MOD_SHIFT);
+        EXPECT_EQ(GetFocus(), Item(IDC_ZS_EDIT_STEPS));
+        EXPECT_EQ(journal.Take(), "Step(4, 1) Changed(2) Shown(0) Changed(3) Shown(0) Changed(3) Shown(0)");
+        Type(L"x\n");
+        EXPECT_EQ(GetFocus(), Item(IDC_ZS_EDIT_STEPS)) << "a refused entry does not let go";
+        EXPECT_EQ(journal.Take(), "Changed(3) Shown(0) Changed(3) Shown(0)")
+            << "on the way back the next field is left";
+        SetFocus(Item(IDC_ZS_TYPE_SYMMETRIC));
+        journal.Take();
+        Type(L"\n");
+        EXPECT_EQ(journal.Take(), "Changed(3) Shown(0) Shown(0)");
+        record.SetType(0);
+        record.ResetHome();
+        record.SetStep(2);
+        panel->UpdateGUI(3);
+        journal.Take();
+    }
+}
+
+TEST_F(ZStackInput, AsksForZ) {
+    for (const int edit : {IDC_ZS_EDIT_TOP, IDC_ZS_EDIT_MIDDLE, IDC_ZS_EDIT_BOTTOM, IDC_ZS_EDIT_ABOVE})
+        DoubleClick(Item(edit), 20, 8);
+    SetFocus(Item(IDC_ZS_EDIT_TOP));
+    EXPECT_EQ(journal.Take(), "Move(520) Move(500) Changed(3) Shown(0)") << "the last field is left";
+    Type(L" 7");
+    EXPECT_EQ(journal.Take(), "Move(520)");
+    EXPECT_EQ(Shown(IDC_ZS_EDIT_TOP), L"520.00") << "a field that nobody validates takes nothing";
+    ClickScale(97);
+    EXPECT_TRUE(journal.Take().starts_with("Move(49"));
+    record.ClearZDevices();
+    panel->UpdateGUI(3);
+    ClickScale(50);
+    EXPECT_EQ(journal.Take(), "") << "nobody knows how far the device goes";
+}
+
+TEST_F(ZStackInput, SendsThePiezoHome) {
+    const HWND piezo = Item(IDC_ZS_PIEZO);
+    const int arrow = 58;
+    EXPECT_FALSE(IsWindowEnabled(piezo));
+    SetFocus(Item(IDC_ZS_DEVICE));
+    Key(VK_DOWN);
+    Click(piezo, 10, 8);
+    EXPECT_EQ(journal.Take(), "Changed(3) Shown(1) Shown(1) GoHome(0)");
+    for (const WPARAM key : {WPARAM{VK_DOWN}, WPARAM{VK_DOWN}, WPARAM{VK_RETURN}})
+        PostMessageW(panel->GetHandle(), WM_KEYDOWN, key, 0);  // for the menu's loop
+    SendMessageW(piezo, WM_LBUTTONDOWN, 0, MAKELPARAM(arrow, 8));
+    bool keep = false;
+    EXPECT_EQ(record.GetKeepZOnPiezoHome(&keep) + keep, 1);
+    Click(piezo, 10, 8);
+    panel->SetPiezoPickerMode(CKxDevUI_ZStack::PiezoHome, CKxDevUI_ZStack::PiezoPickerFixed);
+    Click(piezo, arrow, 8);
+    EXPECT_EQ(journal.Take(), "Changed(3) Shown(1) GoHome(1) GoHome(1) GoHome(0)");
+    wchar_t command[] = L"GOHOMEKEEP", unknown[] = L"gohome";
+    EXPECT_EQ(panel->CustomCommand(CKxDevUI_ZStack::CommandByName, 0, command), 1);
+    EXPECT_EQ(panel->CustomCommand(CKxDevUI_ZStack::CommandByName, 0, unknown), 0);
+    EXPECT_EQ(panel->CustomCommand(CKxDevUI_ZStack::CommandByName, 0, nullptr), 0);
+    EXPECT_EQ(panel->CustomCommand(7, 0, command), 0);
+    EXPECT_EQ(journal.Take(), "GoHome(1)");
+}
+
+TEST_F(ZStackInput, TouchesOnlyWhatHasChanged) {
+    const auto due = [this](int id) { return GetUpdateRect(id ? Item(id) : panel->GetHandle(), nullptr, FALSE) != 0; };
+    const auto refresh = [&](unsigned int flags) {
+        panel->Redraw();
+        panel->UpdateGUI(flags);
+    };
+    refresh(3);
+    for (HWND child = GetWindow(panel->GetHandle(), GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT))
+        EXPECT_FALSE(GetUpdateRect(child, nullptr, FALSE)) << GetDlgCtrlID(child);
+    EXPECT_FALSE(due(0));
+    record.SetZPosition(0, 520);
+    refresh(CKxDevUI_ZStack::RefreshZ);
+    EXPECT_TRUE(due(0));
+    EXPECT_TRUE(due(IDC_ZS_EDIT_TOP)) << "Z stands there now";
+    EXPECT_TRUE(due(IDC_ZS_EDIT_BOTTOM)) << "and here no more";
+    EXPECT_FALSE(due(IDC_ZS_EDIT_ABOVE));
+    RECT rect{};
+    GetUpdateRect(panel->GetHandle(), &rect, FALSE);
+    EXPECT_GT(rect.left, 190) << "the scale alone";
+}
+
+TEST_F(ZStackInput, TakesListsOfAnyKind) {
+    const HWND list = Item(IDC_ZS_DEVICE);
+    panel->ClearZDevices(true, true);
+    EXPECT_EQ(SendMessageW(list, CB_GETCOUNT, 0, 0), 0);
+    EXPECT_FALSE(GetWindowLongW(Item(IDC_ZS_PIEZO), GWL_STYLE) & WS_VISIBLE);
+    for (int i = 0; i < 3000; ++i) {
+        record.AddZDevice(0, 100, nullptr);
+        ASSERT_EQ(panel->AppendZDevice(L"Twin", false, i, 0, 100, false, 0, false), i);
+    }
+    record.SetZDevice(2999);
+    panel->UpdateGUI(1);
+    EXPECT_EQ(SendMessageW(list, CB_GETCURSEL, 0, 0), 2999);
+    // A record that knows fewer devices than the list refuses the choice.
+    record.ClearZDevices();
+    SendMessageW(list, CB_SETCURSEL, 7, 0);
+    SendMessageW(panel->GetHandle(), WM_COMMAND, MAKEWPARAM(IDC_ZS_DEVICE, CBN_SELCHANGE),
+                 reinterpret_cast<LPARAM>(list));
+    EXPECT_EQ(SendMessageW(list, CB_GETCURSEL, 0, 0), -1);
+    EXPECT_EQ(Panel(journal).AppendZDevice(L"Twin", false, 1, 0, 100, false, 0, false), -1) << "no window";
+}
+
+// Whatever the host hears of, it may end the panel on it, or all of its windows.
+TEST_F(ZStackInput, SurvivesItsHost) {
+    for (const int id : {IDC_ZS_TOP, IDC_ZS_HOME, IDC_ZS_BOTTOM, IDC_ZS_RELATIVE, IDC_ZS_TYPE_ENDS, IDC_ZS_DEVICE,
+                         IDC_ZS_EDIT_STEP, IDC_ZS_EDIT_ABOVE}) {
+        for (int how = 0; how < 3; ++how) {
+            SCOPED_TRACE(CallText("end", id, how));
+            Make(true);
+            panel->onChanged = [&] {
+                if (how == 0) panel.reset();
+                if (how == 1) panel->Destroy();
+                if (how == 2) DestroyWindow(panel->GetHandle());
+            };
+            SetFocus(Item(id));
+            if (id == IDC_ZS_DEVICE) {
+                Key(VK_DOWN);
+            } else if (id >= IDC_ZS_EDIT_TOP && id <= IDC_ZS_EDIT_ABOVE) {
+                SendMessageW(Item(id), EM_SETSEL, 0, -1);
+                Type(L"510\n");
+            } else {
+                Key(VK_SPACE);
+            }
+            const std::string heard = journal.Take();
+            EXPECT_TRUE(heard.starts_with(id == IDC_ZS_EDIT_STEP ? "Step(" : "Changed(")) << heard;
+            EXPECT_EQ(GetWindow(parent.Window(), GW_CHILD), nullptr);
+        }
+    }
+    Make(true);
+    SetFocus(Item(IDC_ZS_EDIT_STEP));
+    Type(L"3");
+    DestroyWindow(panel->GetHandle());
+    EXPECT_EQ(journal.Take(), "") << "what a dying edit held is lost";
+    EXPECT_EQ(panel->GetHandle(), nullptr);
 }
 
 }  // namespace

@@ -53,16 +53,12 @@ TEST(ZScale, TakesAClickForTheMarkNearToIt) {
     const ScaleValues values{
         .rangeMin = 0, .rangeMax = 100, .top = 80.4, .bottom = 20, .home = {}, .z = {}, .firstPlane = {}};
     const Axis axis{{-10, 110}, 0, 1200};
-    for (const auto& [row, z] : {std::pair{296, 80.4},
-                                 {293, 80.4},
-                                 {292, 80.8},
-                                 {900, 20.0},
-                                 {500, 60.0},
-                                 {97, 100.0},
-                                 {20, 100.0},
-                                 {1190, 0.0},
-                                 {-50, 100.0},
-                                 {5000, 0.0}})
+    const struct {
+        int row;
+        double z;
+    } table[] = {{296, 80.4}, {293, 80.4}, {292, 80.8}, {900, 20},  {500, 60},
+                 {97, 100},   {20, 100},   {1190, 0},   {-50, 100}, {5000, 0}};
+    for (const auto& [row, z] : table)
         EXPECT_EQ(ClickedZ(values, axis, row, 3), z) << row;
     EXPECT_EQ(ClickedZ({}, axis, 500, 3), std::nullopt) << "nobody knows where the device may go";
 }
