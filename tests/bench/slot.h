@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstring>
+#include <vector>
 
 namespace kx::test {
 
@@ -12,6 +13,11 @@ long SlotOf(Function function) {
     long long words[sizeof(Function) / sizeof(long long)];
     std::memcpy(words, &function, sizeof function);
     return static_cast<long>((words[0] - 1) / static_cast<long long>(sizeof(void*))) - 1;
+}
+
+template <class... Functions>
+std::vector<long> SlotsOf(Functions... functions) {
+    return {SlotOf(functions)...};
 }
 
 }  // namespace kx::test
