@@ -57,12 +57,6 @@ TEST(Base, TakesTheHeightFirst) {
     EXPECT_TRUE(copy.GetId() == 6 && Plain(copy).GetTitle() == L"Objective");
 }
 
-TEST(Base, RoundsZoomedSizesAwayFromZero) {
-    const Zoomed zoomed(1.25);
-    for (const auto& [width, expected] : {std::pair{101L, 126L}, {2L, 3L}, {-2L, -3L}, {0L, 0L}})
-        EXPECT_EQ(Plain(0, width).GetWidth(), expected);
-}
-
 TEST(Base, MovesAndSizes) {
     RecordingParent parent;
     Plain control(30, 40), unsized;
@@ -76,6 +70,7 @@ TEST(Base, MovesAndSizes) {
     control.ResizeWindowRelative(-20, 5);
     EXPECT_EQ(PlaceOf(control), "11 50 50 35");
     EXPECT_EQ(Nominal(control).cy, 35);
+    EXPECT_EQ(control.GetWidth(), 75) << "zoomed";
     EXPECT_EQ(control.GetPositionY(), 50);
     unsized.ResizeWindowRelative(5, 7);
     EXPECT_EQ(Nominal(unsized).cx, 4);
@@ -143,8 +138,6 @@ TEST(Base, ReportsWithTheLabelsName) {
     EXPECT_EQ(log, L"devgui_base(230): CKxDevUI_Base::ReportError - loud");
 }
 
-// ---- Free helpers --------------------------------------------------------------------------------------------------
-
 TEST(Helpers, FindsTheNearestValueTheLaterOfTwo) {
     const double values[] = {1, 2, 4, 4, 10};
     const std::pair<double, long> rows[] = {{0, 0}, {1.5, 1}, {4, 3},
@@ -197,6 +190,7 @@ TEST(Helpers, BoldifiesMarkedCaptions) {
     for (const HWND other : others)
         EXPECT_NE(font(other), KX_GetDefaultGuiFontBold());
     EXPECT_EQ(GetWndX(caption), 7);
+    EXPECT_EQ(GetWndY(caption), 8);
     EXPECT_LT(RectInParent(caption).right, 207);
     EXPECT_TRUE(GetWindowLongW(line, GWL_STYLE) & static_cast<LONG>(WS_CLIPSIBLINGS));
     EXPECT_FALSE(GetWindowLongW(thick, GWL_STYLE) & static_cast<LONG>(WS_CLIPSIBLINGS));

@@ -73,8 +73,6 @@ int ChildCount(HWND window) {
     return count;
 }
 
-// ---- Creation ------------------------------------------------------------------------------------------------------
-
 TEST(ContainerCreation, TakesSizesUnlessNegative) {
     RecordingParent parent;
     Recorder record;
@@ -121,8 +119,6 @@ TEST(ContainerCreation, AdoptsARegionAndItsPlaceInTheTabOrder) {
     ASSERT_TRUE(panel.Create(parent.Window(), 0, 0, 10, 10, true, true));
     EXPECT_FALSE(IsWindow(inside));
 }
-
-// ---- Content -------------------------------------------------------------------------------------------------------
 
 TEST(ContainerContent, TellsControlsFromWindows) {
     RecordingParent parent;
@@ -203,8 +199,6 @@ TEST(ContainerContent, SurvivesWhatHostsDoToIt) {
     EXPECT_TRUE(outer.GetWindows().empty());
     EXPECT_EQ(outer.Create(nullptr, 0, 0, 10, 10, true, true), nullptr);
 }
-
-// ---- Messages ------------------------------------------------------------------------------------------------------
 
 TEST(ContainerMessages, ForwardsUnlessToldNotTo) {
     RecordingParent parent;
@@ -323,8 +317,6 @@ TEST(ContainerZoom, ComesBackToTheVeryPixels) {
     EXPECT_EQ(CKxGUILayoutManager::GetGuiZoom(), 1.0);
 }
 
-// ---- Templates -----------------------------------------------------------------------------------------------------
-
 // Dialogs that nobody wrote for this library.
 TEST(ContainerTemplates, HostsThePlatformsOwnWholeAndInParts) {
     CKxLocale::SetModuleLangId(MAKELANGID(LANG_GERMAN, SUBLANG_GERMAN_AUSTRIAN));
@@ -375,8 +367,6 @@ TEST(ContainerTemplates, AnswersAMissingOneWithNull) {
     EXPECT_EQ(panel.CreateFromParent(nullptr, 0, 0, 9, 9), nullptr);
     panel.InsertDialog(0, 0, L"NOT_THERE", nullptr);
 }
-
-// ---- Leaks ---------------------------------------------------------------------------------------------------------
 
 TEST(ContainerGrowth, AThousandRoundsLeaveNothing) {
     RecordingParent parent;
