@@ -5,6 +5,8 @@
 #include <cmath>
 #include <limits>
 #include <string>
+#include <tuple>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -45,25 +47,17 @@ TEST(EditBoxRules, TakeFormatsOfOneDouble) {
 }
 
 TEST(EditBoxRules, ReadNumbersAsC) {
-    const struct {
-        std::wstring text;
-        double value;
-    } rows[] = {
+    const std::pair<std::wstring, double> rows[] = {
         {L"", 0},       {L"abc", 0},      {L"12", 12}, {L" -1.5e2 mm", -150}, {L"1,5", 1},
         {L".5.5", 0.5}, {L"1e999", kInf}, {L"nan", 0}, {L"-1e999", -kInf},    {std::wstring(99, L'0') + L"12", 1},
         {L"+7x", 7},
     };
-    for (const auto& row : rows)
-        EXPECT_EQ(ReadNumber(row.text), row.value) << kx::test::Narrow(row.text);
+    for (const auto& [text, value] : rows)
+        EXPECT_EQ(ReadNumber(text), value) << kx::test::Narrow(text);
 }
 
 TEST(EditBoxRules, SplitLists) {
-    const struct {
-        const wchar_t* text;
-        wchar_t separator;
-        std::vector<double> values;
-        const wchar_t* wrong;
-    } rows[] = {
+    const std::tuple<const wchar_t*, wchar_t, std::vector<double>, const wchar_t*> rows[] = {
         {L"450;525;600", L';', {450, 525, 600}, L""},
         {L"450;525;600;", L';', {450, 525, 600}, L""},  // the separator that SetValues leaves behind
         {L" 1.5 ;;\t2\u00A0; ", L';', {1.5, 2}, L""},
@@ -73,10 +67,10 @@ TEST(EditBoxRules, SplitLists) {
         {L"1,5;2", L';', {}, L"1,5"},
         {L"-1e999|+2", L'|', {-kInf, 2}, L""},
     };
-    for (const auto& row : rows) {
-        const ValueList list = SplitValues(row.text, row.separator);
-        EXPECT_EQ(list.values, row.values) << kx::test::Narrow(row.text);
-        EXPECT_EQ(list.wrong, row.wrong);
+    for (const auto& [text, separator, values, wrong] : rows) {
+        const ValueList list = SplitValues(text, separator);
+        EXPECT_EQ(list.values, values) << kx::test::Narrow(text);
+        EXPECT_EQ(list.wrong, wrong);
     }
     for (const wchar_t c : {L'0', L'.', L'-', L'e', L'\0'})
         EXPECT_FALSE(IsSeparator(c));
@@ -85,33 +79,25 @@ TEST(EditBoxRules, SplitLists) {
 }
 
 TEST(EditBoxRules, ChooseTheStep) {
-    const struct {
-        double minimum, maximum;
-        const wchar_t* format;
-        double step;
-    } rows[] = {
+    const std::tuple<double, double, const wchar_t*, double> rows[] = {
         {0, 100, L"%g", 1},       {0, 1, L"%g", 0.01},     {400, 700, L"%g", 2},     {0, 0.06, L"%g", 0.0005},
         {0, 1000, L"%g", 10},     {5, 5, L"%g", 1},        {-kInf, kInf, L"%g", 1},  {-1e308, 1e308, L"%g", 1},
         {0, 1e6, L"%.0f", 1},     {0, 100, L"%.2f", 0.01}, {0, 100.5, L"%.2f", 0.1}, {0, 10000, L"%.1f dB", 10},
         {0, kInf, L"%.2f", 0.01}, {3, 3, L"%.3f", 0.001},  {0, 1, nullptr, 0.01},    {0, 5e-324, L"%g", 1},
     };
-    for (const auto& row : rows)
-        EXPECT_DOUBLE_EQ(SpinStep(row.minimum, row.maximum, row.format), row.step) << row.minimum << " " << row.maximum;
+    for (const auto& [minimum, maximum, format, step] : rows)
+        EXPECT_DOUBLE_EQ(SpinStep(minimum, maximum, format), step) << minimum << " " << maximum;
 }
 
 TEST(EditBoxRules, StepOntoTheBounds) {
-    const struct {
-        double value;
-        int steps;
-        double step, minimum, maximum, expected;
-    } rows[] = {
+    const std::tuple<double, int, double, double, double, double> rows[] = {
         {1, 1, 1, 0, 10, 2},     {9.5, 1, 1, 0.5, 10, 10},   {0.5, -1, 1, 0.5, 10, 0.5},
         {10, -1, 1, 0.5, 10, 9}, {50, 1, 1, 0, 10, 10},      {-50, 5, 1, 0, 10, 0},
         {kNaN, 1, 1, 3, 10, 4},  {kNaN, 0, 1, -kInf, 10, 0}, {5, 1000000, 1e305, 0, 9, 9},
         {5, 3, kNaN, 0, 9, 5},   {kInf, -1, 1, 0, 10, 10},   {1e20, 1, 1, 0, 2e20, std::nextafter(1e20, 2e20)},
     };
-    for (const auto& row : rows)
-        EXPECT_EQ(SpinTo(row.value, row.steps, row.step, row.minimum, row.maximum), row.expected) << row.value;
+    for (const auto& [value, steps, step, minimum, maximum, expected] : rows)
+        EXPECT_EQ(SpinTo(value, steps, step, minimum, maximum), expected) << value;
 }
 
 }  // namespace

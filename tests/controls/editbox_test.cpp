@@ -13,6 +13,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -43,12 +44,33 @@ struct SpinningBox : Acting<CKxDevUI_EditBoxSpin> {
 
 HWND ArrowsOf(HWND box) { return FindWindowExW(box, nullptr, L"msctls_updown32", nullptr); }
 
-TEST(EditBox, TellsOfTypingEnterAndFocus) {
+// Collects what message boxes say.
+class MessageBoxes {
+public:
+    MessageBoxes() { KX_SetMessageBoxHandler(Keep, this); }
+    ~MessageBoxes() { KX_SetMessageBoxHandler(nullptr, nullptr); }
+    std::wstring TakeText() { return std::exchange(m_texts, L""); }
+
+private:
+    static int Keep(HWND, const wchar_t* text, const wchar_t*, UINT, int, void* to) {
+        return static_cast<MessageBoxes*>(to)->m_texts += text, IDOK;
+    }
+    std::wstring m_texts;
+};
+
+class EditBox : public testing::Test {
+protected:
+    EditBox() {
+        box.SetSize(60, 60, 20);
+        box.Create(parent.Window(), 10, 10, 120, 20, true, true);
+    }
+    MessageBoxes boxes;
     RecordingParent parent;
     Box box;
+};
+
+TEST_F(EditBox, TellsOfTypingEnterAndFocus) {
     box.SetId(44);
-    box.SetSize(60, 60, 20);
-    ASSERT_TRUE(box.Create(parent.Window(), 10, 10, 120, 20, true, true));
     EXPECT_TRUE(parent.Record().Matches({})) << "making it is silent";
     const HWND window = box;
     Click(box.GetEditWindow(), 5, 5);
@@ -68,29 +90,8 @@ TEST(EditBox, TellsOfTypingEnterAndFocus) {
     EXPECT_TRUE(parent.Record().Matches({})) << "so is its end";
 }
 
-// Collects what message boxes say.
-struct MessageBoxes {
-    MessageBoxes() {
-        KX_SetMessageBoxHandler(
-            [](HWND, const wchar_t* text, const wchar_t*, UINT, int, void* to) {
-                static_cast<MessageBoxes*>(to)->m_texts += text;
-                return IDOK;
-            },
-            this);
-    }
-    ~MessageBoxes() { KX_SetMessageBoxHandler(nullptr, nullptr); }
-    std::wstring TakeText() { return std::exchange(m_texts, L""); }
-
-private:
-    std::wstring m_texts;
-};
-
-TEST(EditBox, NamesWhatIsWrong) {
-    MessageBoxes boxes;
-    RecordingParent parent;
-    Box box;
+TEST_F(EditBox, NamesWhatIsWrong) {
     box.SetTitle(L"Exposure");
-    ASSERT_TRUE(box.Create(parent.Window(), 0, 0, 120, 20, true, true));
     // Filled: it must be. An empty message: allowed. Corrected with 7 as the value for an empty text.
     // clang-format off
     const struct { const wchar_t* text; double low, high; bool filled; const wchar_t *message, *corrected; } rows[] = {
@@ -124,11 +125,7 @@ TEST(EditBox, NamesWhatIsWrong) {
     EXPECT_EQ(boxes.TakeText(), L"Value must be in interval <0;100>") << "no label, no name";
 }
 
-TEST(EditBox, SendsTheUserBackWithAWorkingCaret) {
-    MessageBoxes boxes;
-    RecordingParent parent;
-    Box box;
-    box.Create(parent.Window(), 0, 0, 120, 20, true, true);
+TEST_F(EditBox, SendsTheUserBackWithAWorkingCaret) {
     const HWND other = AddChild(parent.Window(), L"EDIT", 0, {200, 10, 260, 30});
     box.act = [&](std::string_view name) {
         if (name == "KillFocus") box.CheckRestriction(true, false, 0);
@@ -149,21 +146,16 @@ TEST(EditBox, SendsTheUserBackWithAWorkingCaret) {
     EXPECT_EQ(box.GetText(), L"5");
 }
 
-TEST(EditBox, DisplaysByItsFormat) {
-    RecordingParent parent;
-    Box box;
-    box.Create(parent.Window(), 0, 0, 120, 20, true, true);
+TEST_F(EditBox, DisplaysByItsFormat) {
     const std::wstring longText(5000, L'9');
-    // clang-format off
-    const struct { double value; const wchar_t* format; bool once; const wchar_t* text; } rows[] = {
-        {1.5, L"%.2f", true, L"1.50"}, {1.5, nullptr, false, L"1.5"}, {1.5, L"%.1f ms", false, L"1.5 ms"},
-        {2, L"%d", false, L"2.0 ms"},  {3, L"%n", true, L"3.0 ms"},   {INFINITY, nullptr, false, L"3.0 ms"},
+    const std::tuple<double, const wchar_t*, bool, const wchar_t*> rows[] = {
+        {1.5, L"%.2f", true, L"1.50"},  {1.5, nullptr, false, L"1.5"}, {1.5, L"%.1f ms", false, L"1.5 ms"},
+        {2, L"%d", false, L"2.0 ms"},   {3, L"%n", true, L"3.0 ms"},   {INFINITY, nullptr, false, L"3.0 ms"},
         {4, nullptr, false, L"4.0 ms"},
     };
-    // clang-format on
-    for (const auto& row : rows) {
-        box.SetNumber(row.value, row.format, row.once);
-        EXPECT_EQ(box.GetText(), row.text);
+    for (const auto& [value, format, once, text] : rows) {
+        box.SetNumber(value, format, once);
+        EXPECT_EQ(box.GetText(), text);
     }
     box.SetNumberInt(-2147483647 - 1);
     EXPECT_EQ(box.GetNumber(), -2147483648.0);
@@ -186,14 +178,13 @@ TEST(EditBox, DisplaysByItsFormat) {
     EXPECT_EQ(box.GetText(), L"123");
 }
 
-TEST(EditBox, TakesAControlsPlaceInADialog) {
-    RecordingParent parent;
+TEST_F(EditBox, TakesAControlsPlaceInADialog) {
+    box.Destroy();
     CKxDevUI_Container dialog;
     ASSERT_TRUE(dialog.CreateFromDlg(parent.Window(), 10, 10, L"EDIT_DIALOG", GetModuleHandleW(nullptr), false));
     ShowWindow(dialog, SW_SHOW);
     const HWND placeholder = dialog.GetWindow(8);
     const std::string place = PlaceOf(placeholder);
-    Box box;
     EXPECT_EQ(box.Create(parent.Window(), placeholder), nullptr) << "not its parent";
     EXPECT_EQ(box.Create(dialog, HWND{nullptr}), nullptr);
     ASSERT_TRUE(box.Create(dialog, placeholder));
@@ -217,45 +208,9 @@ TEST(EditBox, TakesAControlsPlaceInADialog) {
     EXPECT_TRUE(box.IsFocused());
 }
 
-// What is in the midst of its own code has to live on for so long.
-TEST(EditBox, MayBeEndedInEveryCallback) {
-    for (const std::string_view where : {"Enter", "SetFocus", "KillFocus", "Change", "Char", "Spin"}) {
-        for (int how = 0; how < 3; ++how) {
-            auto parent = std::make_unique<RecordingParent>();
-            auto box = std::make_unique<SpinningBox>();
-            ASSERT_TRUE(box->Create(parent->Window(), 10, 10, 120, 24, true, true));
-            const HWND other = AddChild(parent->Window(), L"BUTTON", 1, {200, 10, 220, 30});
-            const HWND edit = box->GetEditWindow(), arrows = ArrowsOf(*box);
-            bool ended = false;
-            box->act = [&](std::string_view name) {
-                if (name != where || std::exchange(ended, true)) return;
-                if (how == 0) box->Destroy();
-                if (how == 1) box.reset();
-                if (how == 2) parent.reset();
-                EXPECT_EQ(IsWindow(edit) != FALSE, where == "Change" || where == "SetFocus") << where;
-                EXPECT_EQ(IsWindow(arrows) != FALSE, where == "Spin") << where;
-            };
-            BringToFront(parent->Window());
-            // The mouse reaches the edit through the platform's own code.
-            Click(edit, 5, 5);
-            if (!ended) Type(L"1");
-            if (!ended) SetWindowTextW(edit, L"2");
-            if (!ended) Type(L"\n");
-            if (!ended) Click(arrows, 5, 3);
-            if (!ended) SetFocus(other);
-            EXPECT_TRUE(ended) << where;
-            EXPECT_FALSE(IsWindow(edit) || IsWindow(arrows)) << where << how;
-            Pump();
-        }
-    }
-}
-
-TEST(EditBox, FollowsZoomAndState) {
-    RecordingParent parent;
-    Box box;
-    box.SetSize(60, 60, 20);
+TEST_F(EditBox, FollowsZoomAndState) {
     ASSERT_TRUE(box.Create(parent.Window(), 10, 10, -1, -1, true, true));
-    const auto places = [&box] { return PlaceOf(box.GetLabelWindow()) + PlaceOf(box.GetEditWindow()); };
+    const auto places = [this] { return PlaceOf(box.GetLabelWindow()) + PlaceOf(box.GetEditWindow()); };
     const std::string first = places();
     for (const double zoom : {2.0, 1.25, 1.5, 3.0, 0.5, 1.0}) {
         CKxGUILayoutManager::SetGuiZoom(zoom);
@@ -289,19 +244,14 @@ TEST(EditBoxSpin, StepsToItsBoundsAndNoFurther) {
     Click(arrows, 5, 3);
     EXPECT_TRUE(parent.Record().Matches({Command(5, EN_SETFOCUS, spin), Command(5, EN_CHANGE, spin)}));
     EXPECT_EQ(spin.GetText(), L"9");
-    const struct {
-        WORD key;
-        int wheel;
-        const wchar_t* text;
-    } rows[] = {{VK_UP, 0, L"10"}, {VK_UP, 0, L"10"},  {VK_UP, 0, L"10"},  {VK_DOWN, 0, L"9"},  {0, 120, L"10"},
-                {0, -240, L"8"},   {VK_NEXT, 0, L"0"}, {VK_DOWN, 0, L"0"}, {VK_PRIOR, 0, L"10"}};
-    for (const auto& row : rows) {
-        if (row.key) {
-            Key(row.key);
-        } else {
-            SendMessageW(spin.GetEditWindow(), WM_MOUSEWHEEL, MAKEWPARAM(0, row.wheel), 0);
-        }
-        EXPECT_EQ(spin.GetText(), row.text) << row.key << " " << row.wheel;
+    // A key, or 0 and a turn of the wheel.
+    const std::tuple<WORD, int, const wchar_t*> rows[] = {{VK_UP, 0, L"10"},  {VK_UP, 0, L"10"},   {VK_DOWN, 0, L"9"},
+                                                          {0, 120, L"10"},    {0, -240, L"8"},     {VK_NEXT, 0, L"0"},
+                                                          {VK_DOWN, 0, L"0"}, {VK_PRIOR, 0, L"10"}};
+    for (const auto& [key, wheel, text] : rows) {
+        if (key) Key(key);
+        if (wheel) SendMessageW(spin.GetEditWindow(), WM_MOUSEWHEEL, MAKEWPARAM(0, wheel), 0);
+        EXPECT_EQ(spin.GetText(), text) << key << " " << wheel;
     }
     // Where the format cannot show the bound, the bound itself is shown.
     spin.SetNumber(10, L"%.0f");
@@ -313,6 +263,39 @@ TEST(EditBoxSpin, StepsToItsBoundsAndNoFurther) {
     EXPECT_EQ(spin.GetText(), L"10.6");
     spin.SetRestriction(3, 3);
     EXPECT_FALSE(IsWindowEnabled(arrows));
+}
+
+// What is in the midst of its own code has to live on for so long.
+TEST(EditBoxSpin, MayBeEndedInEveryCallback) {
+    for (const std::string_view where : {"Enter", "SetFocus", "KillFocus", "Change", "Char", "Spin"}) {
+        for (int how = 0; how < 3; ++how) {
+            auto parent = std::make_unique<RecordingParent>();
+            auto box = std::make_unique<SpinningBox>();
+            ASSERT_TRUE(box->Create(parent->Window(), 10, 10, 120, 24, true, true));
+            const HWND other = AddChild(parent->Window(), L"BUTTON", 1, {200, 10, 220, 30});
+            const HWND edit = box->GetEditWindow(), arrows = ArrowsOf(*box);
+            bool ended = false;
+            box->act = [&](std::string_view name) {
+                if (name != where || std::exchange(ended, true)) return;
+                if (how == 0) box->Destroy();
+                if (how == 1) box.reset();
+                if (how == 2) parent.reset();
+                EXPECT_EQ(IsWindow(edit) != FALSE, where == "Change" || where == "SetFocus") << where;
+                EXPECT_EQ(IsWindow(arrows) != FALSE, where == "Spin") << where;
+            };
+            BringToFront(parent->Window());
+            // The mouse reaches the edit through the platform's own code.
+            Click(edit, 5, 5);
+            if (!ended) Type(L"1");
+            if (!ended) SetWindowTextW(edit, L"2");
+            if (!ended) Type(L"\n");
+            if (!ended) Click(arrows, 5, 3);
+            if (!ended) SetFocus(other);
+            EXPECT_TRUE(ended) << where;
+            EXPECT_FALSE(IsWindow(edit) || IsWindow(arrows)) << where << how;
+            Pump();
+        }
+    }
 }
 
 TEST(EditBoxSpin, GivesPositionsAMeaning) {
@@ -340,8 +323,7 @@ TEST(EditBoxMultiValue, ChecksCountThenValues) {
     box.Init(false, false, false);
     box.SetRestriction(400, 700);
     box.Create(parent.Window(), 0, 0, 200, 20, true, true);
-    // clang-format off
-    const struct { const wchar_t* text; int minimum, maximum; const wchar_t* message; } rows[] = {
+    const std::tuple<const wchar_t*, int, int, const wchar_t*> rows[] = {
         {L"450;525;600;", -1, -1, L""},
         {L" ; ", -1, -1, L"Field can not be empty."},
         {L"450;x", -1, -1, L"Field can not be empty."},
@@ -352,12 +334,11 @@ TEST(EditBoxMultiValue, ChecksCountThenValues) {
         {L"450;500;600", 3, 2, L""},
         {L"450;399.5;1e999", 2, 3, L"Value out of range: 399.5\nValue must be in interval <400;700>"},
     };
-    // clang-format on
-    for (const auto& row : rows) {
-        box.SetText(row.text);
-        box.SetCountRestriction(row.minimum, row.maximum);
-        EXPECT_EQ(box.CheckRestriction(true), !*row.message);
-        EXPECT_EQ(boxes.TakeText(), row.message) << Narrow(row.text);
+    for (const auto& [text, minimum, maximum, message] : rows) {
+        box.SetText(text);
+        box.SetCountRestriction(minimum, maximum);
+        EXPECT_EQ(box.CheckRestriction(true), !*message);
+        EXPECT_EQ(boxes.TakeText(), message) << Narrow(text);
     }
     const std::list<double> values{450, INFINITY, 525.5, 600};
     std::list<double> read;

@@ -4,13 +4,13 @@
 
 #include <cmath>
 #include <limits>
+#include <optional>
 
 namespace kx::hpot {
 namespace {
 
 constexpr double kInf = std::numeric_limits<double>::infinity(), kNaN = std::numeric_limits<double>::quiet_NaN();
 constexpr int kMost = std::numeric_limits<int>::max(), kLeast = std::numeric_limits<int>::min();
-constexpr auto kNegative = static_cast<eHPotType>(-1);
 
 Scale Linear(double minimum, double maximum, double step, double wheelStep = 10, double wheelOverride = 0) {
     return {eHPotType_Linear, minimum, maximum, step, wheelStep, wheelOverride, {}, {}};
@@ -24,12 +24,7 @@ Scale Regions(std::vector<double> values, double step) {
     scale.step = step;
     return scale;
 }
-Scale OfType(eHPotType type) {
-    Scale scale;
-    scale.type = type;
-    return scale;
-}
-
+Scale OfType(int type) { return {static_cast<eHPotType>(type), 0, 100, 0, 10, 0, {}, {}}; }
 const Scale kUp = Linear(0, 100, 1), kDown = Linear(100, 0, 1);
 const Scale kTens = Linear(0, 100, 10), kTensDown = Linear(100, 0, 10);
 const Scale kList = List({1, 2, 4, 8}), kListDown = List({8, 4, 2, 1}, eHPotType_ColorSlider), kEmpty = List({});
@@ -40,18 +35,18 @@ const Scale kSevensDown = Regions({100, 50, 0}, 7);
 TEST(HPotRules, PlaceValues) {
     // clang-format off
     const struct { Scale scale; double value; int length, position; } rows[] = {
-        {kUp, 0, 200, 0},       {kUp, 100, 200, 200},  {kUp, 33.4, 200, 66},     {kUp, 0.499, 200, 0},
+        {kUp, 0, 200, 0}, {kUp, 100, 200, 200}, {kUp, 33.4, 200, 66}, {kUp, 0.499, 200, 0}, {kUp, 50, 0, 0},
         // Truncated towards zero, not down; reversed, the minimum stands at the start as well.
-        {kUp, -0.499, 200, 0},  {kUp, -10, 200, -20},  {kDown, 100, 200, 0},     {kDown, 75, 200, 50},
-        {kUp, 50, 0, 0},        {kUp, kNaN, 200, 0},   {kUp, -kInf, 200, kLeast}, {Linear(5, 5, 1), 5, 200, 0},
-        {Linear(0, 1e-300, 0), 1e300, 200, kMost},     {Linear(-1.7e308, 1.7e308, 0), 0, 200, 0},
-        {kList, 2, 70, 10},     {kListDown, 2, 70, 60}, {kEmpty, 3, 70, 0},
+        {kUp, -0.499, 200, 0}, {kUp, -10, 200, -20}, {kDown, 100, 200, 0}, {kDown, 75, 200, 50},
+        {Linear(5, 5, 1), 5, 200, 0}, {Linear(-1.7e308, 1.7e308, 0), 0, 200, 0},
+        {kUp, kNaN, 200, 0}, {kUp, -kInf, 200, kLeast}, {Linear(0, 1e-300, 0), 1e300, 200, kMost},
+        {kList, 2, 70, 10}, {kListDown, 2, 70, 60}, {kEmpty, 3, 70, 0},
         {kRegions, 5, 300, 50}, {kRegions, 10, 300, 100}, {kRegions, 55, 300, 150}, {kRegions, 1000, 300, 300},
         {kRegions, -5, 300, -50}, {kRegions, 1900, 300, 400},
         {kRegionsDown, 550, 300, 50}, {kRegionsDown, 5, 300, 249},  // 250 less a rounding error, cut
         {Regions({0, 10, 10, 20}, 1), 15, 300, 250}, {Regions({7}, 1), 7, 300, 0},
         {OfType(eHPotType_LinearRegions), 50, 300, 150},  // without bounds: proportional
-        {OfType(kNegative), -12.9, 300, -12}, {OfType(static_cast<eHPotType>(9)), 1e12, 300, kMost},
+        {OfType(-1), -12.9, 300, -12}, {OfType(9), 1e12, 300, kMost},
     };
     // clang-format on
     for (const auto& row : rows)
@@ -60,7 +55,8 @@ TEST(HPotRules, PlaceValues) {
 
 TEST(HPotRules, SnapValues) {
     // clang-format off
-    const struct { Scale scale; double value; bool fromTrack; double snapped; int index = 0; } rows[] = {
+    using Stick = std::optional<Held>;
+    const struct { Scale scale; double value; bool track; double snapped; int index = 0; Stick stick = {}; } rows[] = {
         {kTens, 34.9, true, 30}, {kTens, 35, false, 40}, {kTens, -4, false, 0},
         // The grid starts at the minimum, and may lead out of the range.
         {Linear(5, 100, 10), 11, false, 15}, {Linear(0, 100, 40), 100, false, 120},
@@ -75,24 +71,19 @@ TEST(HPotRules, SnapValues) {
         {kFours, 2, false, 4},  // half a step away from zero
         {kSevensDown, 30, false, 30}, {kSevensDown, 28, false, 30},  // reversed: the first bound not below it
         {Regions({0, 10, 100}, 0), 75, true, 55}, {Regions({7}, 2), 10, true, 11}, {Regions({}, 2), 10, true, 10},
-        {OfType(kNegative), 3.7, true, 3.7}, {kEmpty, 3.3, true, 3.3},
-    };
-    const struct { Scale scale; double value; Held held; double snapped; int index; } stuck[] = {
-        {kList, 2.4, {2, 1}, 4, 2}, {kList, 1.6, {2, 1}, 1, 0}, {kList, 2, {2, 1}, 2, 1},
-        {kList, 3.5, {2, 1}, 4, 2},  // another is nearest: no step beyond it
-        {kList, 9, {8, 3}, 8, 3}, {kList, 0, {1, 0}, 1, 0}, {kEmpty, 3.3, {7, 2}, 3.3, 2},
-        {kListDown, 4.5, {4, 1}, 2, 2},  // "up" is the next entry, whatever it holds
+        {OfType(-1), 3.7, true, 3.7}, {kEmpty, 3.3, true, 3.3},
+        // Sticking to neighbours of what is held; "up" is the next entry, whatever it holds.
+        {kList, 2.4, true, 4, 2, {{2, 1}}}, {kList, 1.6, true, 1, 0, {{2, 1}}}, {kList, 2, true, 2, 1, {{2, 1}}},
+        {kList, 3.5, true, 4, 2, {{2, 1}}},  // another is nearest: no step beyond it
+        {kList, 9, true, 8, 3, {{8, 3}}}, {kList, 0, true, 1, 0, {{1, 0}}}, {kEmpty, 3.3, true, 3.3, 2, {{7, 2}}},
+        {kListDown, 4.5, true, 2, 2, {{4, 1}}},
     };
     // clang-format on
     for (const auto& row : rows) {
-        const Held found = ThumbPosToValue(row.scale, row.value, row.fromTrack, {}, false);
+        const Held held = row.stick.value_or(Held{});
+        const Held found = ThumbPosToValue(row.scale, row.value, row.track, held, row.stick.has_value());
         EXPECT_DOUBLE_EQ(found.value, row.snapped) << "row " << &row - rows;
         EXPECT_EQ(found.index, row.index) << "row " << &row - rows;
-    }
-    for (const auto& row : stuck) {
-        const Held found = ThumbPosToValue(row.scale, row.value, true, row.held, true);
-        EXPECT_EQ(found.value, row.snapped) << "stuck " << &row - stuck;
-        EXPECT_EQ(found.index, row.index) << "stuck " << &row - stuck;
     }
 }
 
@@ -108,7 +99,7 @@ TEST(HPotRules, MoveByWheelUnits) {
         {kFours, {2}, 1, 6}, {kFours, {8}, 1, 10}, {kFours, {10}, 1, 14}, {kFours, {10.000001}, 1, 14.000001},
         {kFours, {9.999999}, 1, 13.999999}, {kFours, {14}, -5, 10}, {kFours, {98}, 1, 100},
         {Regions({0, 10, 20, 100}, 30), {5}, 1, 10}, {Regions({0, 10, 20, 100}, 30), {25}, -1, 20},
-        {Regions({100, 10, 0}, 4), {12}, -1, 10}, {Regions({}, 4), {50}, 1, 50}, {OfType(kNegative), {120}, 1, 120},
+        {Regions({100, 10, 0}, 4), {12}, -1, 10}, {Regions({}, 4), {50}, 1, 50}, {OfType(-1), {120}, 1, 120},
     };
     // clang-format on
     for (const auto& row : rows)
@@ -168,7 +159,7 @@ TEST(HPotRules, LayOutTicks) {
         {Linear(1e15, 1e15 + 1, 0), 140, L" 0:1e15 ."},    {Linear(-1.7e308, 1.7e308, 0), 140, L" 0:-1.7e308 "},
         {List({1, 2, 4, 8, 16, 32, 64, 128}), 254, L" 0:1 .. 30:16  62:32  126:64  254:128 "},
         {kEmpty, 100, L""}, {List({3}), 100, L" 0:3 "}, {kRegions, 150, L" 0:0  50:10  100:100  150:1000 "},
-        {OfType(kNegative), 100, L""},
+        {OfType(-1), 100, L""},
     };
     // clang-format on
     for (const auto& row : rows)

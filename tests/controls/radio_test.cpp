@@ -9,7 +9,7 @@
 #include <functional>
 #include <memory>
 #include <string>
-#include <utility>
+#include <tuple>
 #include <vector>
 
 namespace {
@@ -132,14 +132,12 @@ TEST(RadioValues, AnswerByIndexAndText) {
     EXPECT_EQ(group.GetSelection(), 4.5);
     group.SetSelection(2);
     EXPECT_TRUE(dialog.Told({dialog.Chosen(2), dialog.Chosen(2)}));
-    const struct {
-        int size, copied;
-        const wchar_t* text;
-    } cases[] = {{8, 5, L"4.5 x"}, {6, 5, L"4.5 x"}, {5, 4, L"4.5 "}, {4, -1, L"?"}, {0, -1, L"?"}, {-5, -1, L"?"}};
-    for (const auto& each : cases) {
+    const std::tuple<int, int, const wchar_t*> cases[] = {{8, 5, L"4.5 x"}, {6, 5, L"4.5 x"}, {5, 4, L"4.5 "},
+                                                          {4, -1, L"?"},    {0, -1, L"?"},    {-5, -1, L"?"}};
+    for (const auto& [size, copied, expected] : cases) {
         lstrcpyW(text, L"?");
-        EXPECT_EQ(group.GetSelection(text, each.size), each.copied) << each.size;
-        EXPECT_STREQ(text, each.text) << each.size;
+        EXPECT_EQ(group.GetSelection(text, size), copied) << size;
+        EXPECT_STREQ(text, expected) << size;
     }
     EXPECT_EQ(group.GetSelection(nullptr, 8), -1);
 
@@ -222,11 +220,7 @@ TEST(RadioInput, IsEnabledWithItsWindow) {
         return buttons;
     };
     CKxDevUI_Radio& group = *dialog.group;
-    const struct {
-        const char* name;
-        std::function<void()> step;
-        const char* expected;
-    } steps[] = {
+    const std::tuple<const char*, std::function<void()>, const char*> steps[] = {
         {"one value off", [&] { group.SetValueEnabled(0, false); }, "011"},
         {"the window off", [&] { EnableWindow(group, FALSE); }, "000"},
         {"values meanwhile", [&] { group.SetValueEnabled(0, true), group.SetValueEnabled(1, false); }, "000"},
@@ -235,9 +229,9 @@ TEST(RadioInput, IsEnabledWithItsWindow) {
         {"the window off and on", [&] { EnableWindow(group, FALSE), EnableWindow(group, TRUE); }, "000"},
         {"the group on", [&] { group.SetEnabled(true); }, "111"},
     };
-    for (const auto& each : steps) {
-        each.step();
-        EXPECT_EQ(enabled(), each.expected) << each.name;
+    for (const auto& [name, step, expected] : steps) {
+        step();
+        EXPECT_EQ(enabled(), expected) << name;
     }
     group.SetValueEnabled(0, false);
     SetFocus(group);
@@ -282,14 +276,12 @@ TEST(RadioLife, LeavesNothing) {
     }));
 }
 
-struct OpenRadio : CKxDevUI_Radio {
-    using CKxDevUI_Radio::OnCommand;
-};
-
 // The one button more that the commands let through.
 TEST(RadioLife, KeepsItsOldHabits) {
     RecordingParent parent;
-    OpenRadio group;
+    struct : CKxDevUI_Radio {
+        using CKxDevUI_Radio::OnCommand;
+    } group;
     group.SetId(kId);
     group.Create(parent.Window(), 0, 0, 50, 50, true, true);
     for (const int id : {84, 85, 86})

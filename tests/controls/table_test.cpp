@@ -10,6 +10,7 @@
 #include <limits>
 #include <memory>
 #include <string>
+#include <tuple>
 #include <utility>
 
 namespace {
@@ -82,8 +83,6 @@ public:
     std::unique_ptr<CKxDevUI_Table> table = std::make_unique<CKxDevUI_Table>();
 };
 
-// ---- Rows ----------------------------------------------------------------------------------------------------------
-
 TEST(TableRows, TakeTextsAndNumbers) {
     Owner owner;
     CKxDevUI_Table& table = *owner.table;
@@ -141,14 +140,12 @@ TEST(TableRows, AreFound) {
     const wchar_t* rows[][2] = {{L"dapi", L"a"}, {L"DAPI", L"a"}, {L"DAPI", L"DAPI"}, {L"other", L"DAPI"}};
     for (auto& row : rows)
         table.InsertRow(row, 2, -1);
-    // clang-format off
-    const struct { const wchar_t* text; int column, found; } cases[] = {
+    const std::tuple<const wchar_t*, int, int> cases[] = {
         {L"DAPI", -1, 31}, {L"DAPI", 0, 31}, {L"dapi", -1, 30}, {L"DAPI", 1, 32},     {L"a", 1, -1},
         {L"Dapi", -1, -1}, {L"", -1, -1},    {L"31", -1, -1},   {L"12345678", 0, -1}, {L"DAPI", 9, -1},
     };
-    // clang-format on
-    for (const auto& each : cases)
-        EXPECT_EQ(table.Search(each.text, each.column), each.found) << Narrow(each.text) << ' ' << each.column;
+    for (const auto& [text, column, found] : cases)
+        EXPECT_EQ(table.Search(text, column), found) << Narrow(text) << ' ' << column;
     table.SetUserData(5, 0, 42);
     table.SetUserData(9, 0, 42);
     EXPECT_EQ(table.Search(std::int64_t{42}, -1), 5);
@@ -158,8 +155,6 @@ TEST(TableRows, AreFound) {
     EXPECT_EQ(table.Search(L"DAPI", -1), -1);
     EXPECT_EQ(table.Search(std::int64_t{42}, 0), -1);
 }
-
-// ---- Editing -------------------------------------------------------------------------------------------------------
 
 TEST(TableEditing, StoresOnEnterAndDropsOtherwise) {
     Owner owner;
@@ -245,8 +240,6 @@ TEST(TableEditing, SitsOnItsCell) {
     CKxGUILayoutManager::SetGuiZoom(1.0);
     EXPECT_EQ(ListView_GetColumnWidth(owner.List(), 1), 90);
 }
-
-// ---- Ends and owners -----------------------------------------------------------------------------------------------
 
 TEST(TableLife, EndsInTheMiddleOfAnything) {
     Owner owner;

@@ -21,11 +21,6 @@ struct EditBox : CKxDevUI_EditBox {
 struct Spin : CKxDevUI_EditBoxSpin {
     static std::vector<long> Slots() { return SlotsOf(&Spin::OnSpin); }
 };
-struct MultiValue : CKxDevUI_EditBoxMultiValue {
-    static std::vector<long> Slots() {
-        return SlotsOf(&MultiValue::CheckRestriction, &MultiValue::SetCountRestriction);
-    }
-};
 struct HPot : CKxDevUI_HPot {
     static std::vector<long> Slots() {
         return SlotsOf(&HPot::OnHPotChange, &HPot::OnHPotDragDrop, &HPot::OnLeftButtonUp, &HPot::OnHoverForPad,
@@ -48,13 +43,17 @@ std::vector<long> RadioSlots() {
 }
 
 TEST(ControlVirtualTable, HoldsEachOperationAtItsPlace) {
+    using MultiValue = CKxDevUI_EditBoxMultiValue;
     const struct {
         const char* name;
         long first;
         std::vector<long> slots;
     } rows[] = {
-        {"edit box", 19, EditBox::Slots()}, {"with arrows", 26, Spin::Slots()}, {"for a list", 26, MultiValue::Slots()},
-        {"slider", 19, HPot::Slots()},      {"radio group", 19, RadioSlots()},
+        {"edit box", 19, EditBox::Slots()},
+        {"with arrows", 26, Spin::Slots()},
+        {"for a list", 26, SlotsOf(&MultiValue::CheckRestriction, &MultiValue::SetCountRestriction)},
+        {"slider", 19, HPot::Slots()},
+        {"radio group", 19, RadioSlots()},
     };
     for (const auto& row : rows) {
         long place = row.first;
