@@ -13,16 +13,15 @@ void Free(volatile char* block) { HeapFree(GetProcessHeap(), 0, const_cast<char*
 class HeapProbe : public testing::Test {
 protected:
     void TearDown() override { TerminateProcess(GetCurrentProcess(), 0); }
+    volatile char* const block = Block();
 };
 
 TEST_F(HeapProbe, DISABLED_Overrun) {
-    volatile char* const block = Block();
     block[21] = 7;
     Free(block);
 }
 
 TEST_F(HeapProbe, DISABLED_UseAfterFree) {
-    volatile char* const block = Block();
     Free(block);
     block[9] = 3;
     for (int i = 0; i < 100; ++i)
@@ -30,7 +29,6 @@ TEST_F(HeapProbe, DISABLED_UseAfterFree) {
 }
 
 TEST_F(HeapProbe, DISABLED_DoubleFree) {
-    volatile char* const block = Block();
     Free(block);
     Free(block);
 }

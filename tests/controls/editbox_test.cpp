@@ -1,5 +1,6 @@
 // The edit box: what it shows, what its parent hears, what it refuses.
 #include <bench/bench.h>
+#include <bench/window.h>
 #include <kxbaseui/kx_layoutmanager.h>
 #include <kxbaseui/kx_messagebox.h>
 #include <kxdevui/controls/devgui_editbox_multivalue.h>
@@ -7,41 +8,69 @@
 #include <kxdevui/framework/devgui.h>
 #include <kxdevui/framework/devgui_container.h>
 
-#include <array>
 #include <cmath>
 #include <functional>
 #include <memory>
 #include <string>
+#include <string_view>
+#include <tuple>
+#include <utility>
 #include <vector>
 
 namespace {
 
 using namespace kx::test;
 
-class Box : public CKxDevUI_EditBox {
+template <class Base>
+class Acting : public Base {
 public:
-    std::function<void(const char*)> act;
-    using CKxDevUI_EditBox::Create;
+    std::function<void(std::string_view)> act;  // in every callback; may end this object
+    using Base::Create;
 
 protected:
-    void OnEnter() override { CKxDevUI_EditBox::OnEnter(), Act("Enter"); }
-    void OnSetFocus() override { CKxDevUI_EditBox::OnSetFocus(), Act("SetFocus"); }
-    void OnKillFocus() override { CKxDevUI_EditBox::OnKillFocus(), Act("KillFocus"); }
-    void OnChange() override { CKxDevUI_EditBox::OnChange(), Act("Change"); }
-    void OnChar(int ch) override { CKxDevUI_EditBox::OnChar(ch), Act("Char"); }
-
-private:
-    void Act(const char* name) {
+    void OnEnter() override { Base::OnEnter(), Act("Enter"); }
+    void OnSetFocus() override { Base::OnSetFocus(), Act("SetFocus"); }
+    void OnKillFocus() override { Base::OnKillFocus(), Act("KillFocus"); }
+    void OnChange() override { Base::OnChange(), Act("Change"); }
+    void OnChar(int ch) override { Base::OnChar(ch), Act("Char"); }
+    void Act(std::string_view name) {
         if (const auto action = act) action(name);
     }
 };
+using Box = Acting<CKxDevUI_EditBox>;
+struct SpinningBox : Acting<CKxDevUI_EditBoxSpin> {
+    void OnSpin(int) override { Act("Spin"); }
+};
 
-TEST(EditBox, TellsOfTypingEnterAndFocus) {
+HWND ArrowsOf(HWND box) { return FindWindowExW(box, nullptr, L"msctls_updown32", nullptr); }
+
+// Collects what message boxes say.
+class MessageBoxes {
+public:
+    MessageBoxes() { KX_SetMessageBoxHandler(Keep, this); }
+    ~MessageBoxes() { KX_SetMessageBoxHandler(nullptr, nullptr); }
+    std::wstring TakeText() { return std::exchange(m_texts, L""); }
+
+private:
+    static int Keep(HWND, const wchar_t* text, const wchar_t*, UINT, int, void* to) {
+        return static_cast<MessageBoxes*>(to)->m_texts += text, IDOK;
+    }
+    std::wstring m_texts;
+};
+
+class EditBox : public testing::Test {
+protected:
+    EditBox() {
+        box.SetSize(60, 60, 20);
+        box.Create(parent.Window(), 10, 10, 120, 20, true, true);
+    }
+    MessageBoxes boxes;
     RecordingParent parent;
     Box box;
+};
+
+TEST_F(EditBox, TellsOfTypingEnterAndFocus) {
     box.SetId(44);
-    box.SetSize(60, 60, 20);
-    ASSERT_TRUE(box.Create(parent.Window(), 10, 10, 120, 20, true, true));
     EXPECT_TRUE(parent.Record().Matches({})) << "making it is silent";
     const HWND window = box;
     Click(box.GetEditWindow(), 5, 5);
@@ -61,77 +90,51 @@ TEST(EditBox, TellsOfTypingEnterAndFocus) {
     EXPECT_TRUE(parent.Record().Matches({})) << "so is its end";
 }
 
-// Collects what message boxes say.
-struct MessageBoxes {
-    MessageBoxes() {
-        KX_SetMessageBoxHandler(
-            [](HWND, const wchar_t* text, const wchar_t*, UINT, int, void* to) {
-                static_cast<MessageBoxes*>(to)->texts.push_back(text);
-                return IDOK;
-            },
-            this);
-    }
-    ~MessageBoxes() { KX_SetMessageBoxHandler(nullptr, nullptr); }
-    std::vector<std::wstring> texts;
-};
-
-TEST(EditBox, NamesWhatIsWrong) {
-    MessageBoxes boxes;
-    RecordingParent parent;
-    Box box;
+TEST_F(EditBox, NamesWhatIsWrong) {
     box.SetTitle(L"Exposure");
-    ASSERT_TRUE(box.Create(parent.Window(), 0, 0, 120, 20, true, true));
-    const struct {
-        const wchar_t* text;
-        double minimum, maximum;
-        bool mustNotBeEmpty;
-        const wchar_t* message;    // null: allowed
-        const wchar_t* corrected;  // with 7 as the value for an empty text
-    } rows[] = {
-        {L"", 0, 100, false, nullptr, L""},
+    // Filled: it must be. An empty message: allowed. Corrected with 7 as the value for an empty text.
+    // clang-format off
+    const struct { const wchar_t* text; double low, high; bool filled; const wchar_t *message, *corrected; } rows[] = {
+        {L"", 0, 100, false, L"", L""},
         {L"", 0, 100, true, L"Exposure: Field can not be empty.", L"7"},
         {L"", 5, 100, true, L"Exposure: Value must be in interval <5;100>", L"5"},
-        {L"100", 0, 100, true, nullptr, L"100"},
+        {L"100", 0, 100, true, L"", L"100"},
         {L"101", 100, 0, false, L"Exposure: Value must be in interval <0;100>", L"100"},
         {L"-1e999", -2.5, 100, false, L"Exposure: Value must be in interval <-2.5;100>", L"-2.5"},
         // Rounded to 6 digits the bound would lie outside.
         {L"2e9", 0, 99.9999999, false, L"Exposure: Value must be in interval <0;100>", L"99.9999999"},
     };
+    // clang-format on
     for (const auto& row : rows) {
-        box.SetRestriction(row.minimum, row.maximum);
+        const bool allowed = !*row.message;
+        box.SetRestriction(row.low, row.high);
         box.SetRestriction(std::nan(""), 1);
-        box.Init(true, row.mustNotBeEmpty, false);
+        box.Init(true, row.filled, false);
         box.SetText(row.text);
         SetFocus(parent.Window());
-        EXPECT_EQ(box.CheckRestriction(true, false, 7), !row.message);
-        EXPECT_EQ(boxes.texts.empty() ? L"" : boxes.texts.back(), row.message ? row.message : L"");
-        EXPECT_EQ(box.IsFocused(), row.message != nullptr) << "the user is sent back";
-        boxes.texts.clear();
-        EXPECT_EQ(box.CheckRestriction(true, true, 7), !row.message);
+        EXPECT_EQ(box.CheckRestriction(true, false, 7), allowed);
+        EXPECT_EQ(boxes.TakeText(), row.message);
+        EXPECT_EQ(box.IsFocused(), !allowed) << "the user is sent back";
+        EXPECT_EQ(box.CheckRestriction(true, true, 7), allowed);
         EXPECT_EQ(box.GetText(), row.corrected);
     }
-    EXPECT_TRUE(boxes.texts.empty()) << "what is corrected is not talked about";
+    EXPECT_EQ(boxes.TakeText(), L"") << "what is corrected is not talked about";
     box.Init(false, false, false);
     box.SetText(L"1e3");
     box.CheckRestriction(true, false, 0);
-    EXPECT_EQ(boxes.texts.back(), L"Value must be in interval <0;100>") << "no label, no name";
+    EXPECT_EQ(boxes.TakeText(), L"Value must be in interval <0;100>") << "no label, no name";
 }
 
-TEST(EditBox, SendsTheUserBackWithAWorkingCaret) {
-    const MessageBoxes boxes;
-    RecordingParent parent;
-    Box box;
-    box.Create(parent.Window(), 0, 0, 120, 20, true, true);
-    const HWND other = CreateWindowExW(0, L"EDIT", L"", WS_CHILD | WS_VISIBLE, 200, 10, 60, 20, parent.Window(),
-                                       nullptr, nullptr, nullptr);
-    box.act = [&](const char* name) {
-        if (std::string(name) == "KillFocus") box.CheckRestriction(true, false, 0);
+TEST_F(EditBox, SendsTheUserBackWithAWorkingCaret) {
+    const HWND other = AddChild(parent.Window(), L"EDIT", 0, {200, 10, 260, 30});
+    box.act = [&](std::string_view name) {
+        if (name == "KillFocus") box.CheckRestriction(true, false, 0);
     };
     Click(box.GetEditWindow(), 5, 5);
     Type(L"500");
     parent.Record().Clear();
     Click(other, 5, 5);
-    EXPECT_EQ(boxes.texts.size(), 1u);
+    EXPECT_EQ(boxes.TakeText(), L"Label: Value must be in interval <0;100>");
     EXPECT_TRUE(box.IsFocused());
     EXPECT_TRUE(parent.Record().Matches(
         {Command(0, EN_KILLFOCUS, box), Command(0, EN_KILLFOCUS, other).Optional(), Command(0, EN_SETFOCUS, box)}));
@@ -143,24 +146,16 @@ TEST(EditBox, SendsTheUserBackWithAWorkingCaret) {
     EXPECT_EQ(box.GetText(), L"5");
 }
 
-TEST(EditBox, DisplaysByItsFormat) {
-    RecordingParent parent;
-    Box box;
-    box.Create(parent.Window(), 0, 0, 120, 20, true, true);
+TEST_F(EditBox, DisplaysByItsFormat) {
     const std::wstring longText(5000, L'9');
-    const struct {
-        double value;
-        const wchar_t* format;
-        bool once;
-        const wchar_t* text;
-    } rows[] = {
+    const std::tuple<double, const wchar_t*, bool, const wchar_t*> rows[] = {
         {1.5, L"%.2f", true, L"1.50"},  {1.5, nullptr, false, L"1.5"}, {1.5, L"%.1f ms", false, L"1.5 ms"},
         {2, L"%d", false, L"2.0 ms"},   {3, L"%n", true, L"3.0 ms"},   {INFINITY, nullptr, false, L"3.0 ms"},
         {4, nullptr, false, L"4.0 ms"},
     };
-    for (const auto& row : rows) {
-        box.SetNumber(row.value, row.format, row.once);
-        EXPECT_EQ(box.GetText(), row.text);
+    for (const auto& [value, format, once, text] : rows) {
+        box.SetNumber(value, format, once);
+        EXPECT_EQ(box.GetText(), text);
     }
     box.SetNumberInt(-2147483647 - 1);
     EXPECT_EQ(box.GetNumber(), -2147483648.0);
@@ -183,26 +178,24 @@ TEST(EditBox, DisplaysByItsFormat) {
     EXPECT_EQ(box.GetText(), L"123");
 }
 
-TEST(EditBox, TakesAControlsPlaceInADialog) {
-    RecordingParent parent;
+TEST_F(EditBox, TakesAControlsPlaceInADialog) {
+    box.Destroy();
     CKxDevUI_Container dialog;
     ASSERT_TRUE(dialog.CreateFromDlg(parent.Window(), 10, 10, L"EDIT_DIALOG", GetModuleHandleW(nullptr), false));
     ShowWindow(dialog, SW_SHOW);
     const HWND placeholder = dialog.GetWindow(8);
-    const RECT place = RectInParent(placeholder);
-    Box box;
+    const std::string place = PlaceOf(placeholder);
     EXPECT_EQ(box.Create(parent.Window(), placeholder), nullptr) << "not its parent";
     EXPECT_EQ(box.Create(dialog, HWND{nullptr}), nullptr);
     ASSERT_TRUE(box.Create(dialog, placeholder));
     EXPECT_FALSE(IsWindow(placeholder));
     EXPECT_EQ(GetDlgItem(dialog, 8), box);
-    const RECT taken = RectInParent(box);
-    EXPECT_TRUE(EqualRect(&taken, &place));
+    EXPECT_EQ(PlaceOf(box), place);
     SetDlgItemTextW(dialog, 8, L"12");
     EXPECT_EQ(box.GetNumber(), 12);
 
     std::vector<std::string> heard;
-    box.act = [&](const char* name) { heard.emplace_back(name); };
+    box.act = [&](std::string_view name) { heard.emplace_back(name); };
     const DialogKeys keys(dialog);
     Click(dialog.GetWindow(7), 5, 5);
     Type(L"\t");
@@ -215,59 +208,15 @@ TEST(EditBox, TakesAControlsPlaceInADialog) {
     EXPECT_TRUE(box.IsFocused());
 }
 
-TEST(EditBox, MayBeEndedInEveryCallback) {
-    for (const char* where : {"Enter", "SetFocus", "KillFocus", "Change", "Char"}) {
-        for (int how = 0; how < 3; ++how) {
-            auto parent = std::make_unique<RecordingParent>();
-            auto box = std::make_unique<Box>();
-            ASSERT_TRUE(box->Create(parent->Window(), 10, 10, 120, 20, true, true));
-            const HWND other = CreateWindowExW(0, L"BUTTON", L"", WS_CHILD | WS_VISIBLE, 200, 10, 20, 20,
-                                               parent->Window(), nullptr, nullptr, nullptr);
-            const HWND edit = box->GetEditWindow();
-            bool ended = false, inside = false;
-            box->act = [&](const char* name) {
-                if (std::string(name) != where || ended) return;
-                ended = true;
-                inside = where == std::string("Change") || where == std::string("SetFocus");
-                switch (how) {
-                case 0: box->Destroy(); break;
-                case 1: box.reset(); break;
-                default: parent.reset(); break;
-                }
-                EXPECT_EQ(IsWindow(edit) != FALSE, inside) << "an edit in the midst of its own code has to live on";
-            };
-            BringToFront(parent->Window());
-            // The mouse reaches the edit through the platform's own code.
-            Click(edit, 5, 5);
-            if (!ended) Type(L"1");
-            if (!ended) SetWindowTextW(edit, L"2");
-            if (!ended) Type(L"\n");
-            if (!ended) SetFocus(other);
-            EXPECT_TRUE(ended) << where;
-            EXPECT_FALSE(IsWindow(edit)) << where << how;
-            Pump();
-        }
-    }
-}
-
-TEST(EditBox, FollowsZoomAndState) {
-    RecordingParent parent;
-    Box box;
-    box.SetSize(60, 60, 20);
+TEST_F(EditBox, FollowsZoomAndState) {
     ASSERT_TRUE(box.Create(parent.Window(), 10, 10, -1, -1, true, true));
-    const auto places = [&box] {
-        const RECT label = RectInParent(box.GetLabelWindow()), edit = RectInParent(box.GetEditWindow());
-        return std::array{label.left, label.top, label.right, label.bottom,
-                          edit.left,  edit.top,  edit.right,  edit.bottom};
-    };
-    const auto first = places();
+    const auto places = [this] { return PlaceOf(box.GetLabelWindow()) + PlaceOf(box.GetEditWindow()); };
+    const std::string first = places();
     for (const double zoom : {2.0, 1.25, 1.5, 3.0, 0.5, 1.0}) {
         CKxGUILayoutManager::SetGuiZoom(zoom);
-        RECT client{};
-        GetClientRect(box, &client);
-        EXPECT_EQ(client.right, std::lround(120 * zoom));
-        EXPECT_NEAR(static_cast<double>(places()[4]), 63 * zoom, 2) << zoom;
-        EXPECT_NEAR(static_cast<double>(places()[6]), 117 * zoom, 2) << zoom;
+        EXPECT_EQ(RectInParent(box).right, 10 + std::lround(120 * zoom));
+        EXPECT_NEAR(RectInParent(box.GetEditWindow()).left, 63 * zoom, 2) << zoom;
+        EXPECT_NEAR(RectInParent(box.GetEditWindow()).right, 117 * zoom, 2) << zoom;
     }
     EXPECT_EQ(places(), first);
     EXPECT_EQ(Picture::OnScreen(box).Pixel(100, 2), GetSysColor(COLOR_WINDOW));
@@ -288,26 +237,21 @@ TEST(EditBoxSpin, StepsToItsBoundsAndNoFurther) {
     spin.SetNumber(0, L"%.0f");
     spin.SetId(5);
     ASSERT_TRUE(spin.Create(parent.Window(), 10, 10, 100, 24, true, true));
-    const HWND arrows = FindWindowExW(spin, nullptr, L"msctls_updown32", nullptr);
+    const HWND arrows = ArrowsOf(spin);
     ASSERT_TRUE(arrows);
     spin.SetNumber(8);
     parent.Record().Clear();
     Click(arrows, 5, 3);
     EXPECT_TRUE(parent.Record().Matches({Command(5, EN_SETFOCUS, spin), Command(5, EN_CHANGE, spin)}));
     EXPECT_EQ(spin.GetText(), L"9");
-    const struct {
-        WORD key;
-        int wheel;
-        const wchar_t* text;
-    } rows[] = {{VK_UP, 0, L"10"}, {VK_UP, 0, L"10"},  {VK_UP, 0, L"10"},  {VK_DOWN, 0, L"9"},  {0, 120, L"10"},
-                {0, -240, L"8"},   {VK_NEXT, 0, L"0"}, {VK_DOWN, 0, L"0"}, {VK_PRIOR, 0, L"10"}};
-    for (const auto& row : rows) {
-        if (row.key) {
-            Key(row.key);
-        } else {
-            SendMessageW(spin.GetEditWindow(), WM_MOUSEWHEEL, MAKEWPARAM(0, row.wheel), 0);
-        }
-        EXPECT_EQ(spin.GetText(), row.text) << row.key << " " << row.wheel;
+    // A key, or 0 and a turn of the wheel.
+    const std::tuple<WORD, int, const wchar_t*> rows[] = {{VK_UP, 0, L"10"},  {VK_UP, 0, L"10"},   {VK_DOWN, 0, L"9"},
+                                                          {0, 120, L"10"},    {0, -240, L"8"},     {VK_NEXT, 0, L"0"},
+                                                          {VK_DOWN, 0, L"0"}, {VK_PRIOR, 0, L"10"}};
+    for (const auto& [key, wheel, text] : rows) {
+        if (key) Key(key);
+        if (wheel) SendMessageW(spin.GetEditWindow(), WM_MOUSEWHEEL, MAKEWPARAM(0, wheel), 0);
+        EXPECT_EQ(spin.GetText(), text) << key << " " << wheel;
     }
     // Where the format cannot show the bound, the bound itself is shown.
     spin.SetNumber(10, L"%.0f");
@@ -321,26 +265,36 @@ TEST(EditBoxSpin, StepsToItsBoundsAndNoFurther) {
     EXPECT_FALSE(IsWindowEnabled(arrows));
 }
 
-TEST(EditBoxSpin, MayBeEndedByAStep) {
-    for (const bool wholeParent : {false, true}) {
-        struct Suicidal : CKxDevUI_EditBoxSpin {
-            std::function<void()> end;
-            void OnSpin(int) override {
-                const auto action = end;  // it goes with this object
-                action();
-            }
-        };
-        auto parent = std::make_unique<RecordingParent>();
-        auto spin = std::make_unique<Suicidal>();
-        spin->Create(parent->Window(), 10, 10, 100, 24, true, true);
-        const HWND arrows = FindWindowExW(*spin, nullptr, L"msctls_updown32", nullptr);
-        spin->end = [&] {
-            wholeParent ? parent.reset() : spin.reset();
-            EXPECT_TRUE(IsWindow(arrows)) << "it is in the midst of its own code";
-        };
-        Press(arrows, 5, 3);
-        EXPECT_FALSE(IsWindow(arrows));
-        Release();
+// What is in the midst of its own code has to live on for so long.
+TEST(EditBoxSpin, MayBeEndedInEveryCallback) {
+    for (const std::string_view where : {"Enter", "SetFocus", "KillFocus", "Change", "Char", "Spin"}) {
+        for (int how = 0; how < 3; ++how) {
+            auto parent = std::make_unique<RecordingParent>();
+            auto box = std::make_unique<SpinningBox>();
+            ASSERT_TRUE(box->Create(parent->Window(), 10, 10, 120, 24, true, true));
+            const HWND other = AddChild(parent->Window(), L"BUTTON", 1, {200, 10, 220, 30});
+            const HWND edit = box->GetEditWindow(), arrows = ArrowsOf(*box);
+            bool ended = false;
+            box->act = [&](std::string_view name) {
+                if (name != where || std::exchange(ended, true)) return;
+                if (how == 0) box->Destroy();
+                if (how == 1) box.reset();
+                if (how == 2) parent.reset();
+                EXPECT_EQ(IsWindow(edit) != FALSE, where == "Change" || where == "SetFocus") << where;
+                EXPECT_EQ(IsWindow(arrows) != FALSE, where == "Spin") << where;
+            };
+            BringToFront(parent->Window());
+            // The mouse reaches the edit through the platform's own code.
+            Click(edit, 5, 5);
+            if (!ended) Type(L"1");
+            if (!ended) SetWindowTextW(edit, L"2");
+            if (!ended) Type(L"\n");
+            if (!ended) Click(arrows, 5, 3);
+            if (!ended) SetFocus(other);
+            EXPECT_TRUE(ended) << where;
+            EXPECT_FALSE(IsWindow(edit) || IsWindow(arrows)) << where << how;
+            Pump();
+        }
     }
 }
 
@@ -369,27 +323,22 @@ TEST(EditBoxMultiValue, ChecksCountThenValues) {
     box.Init(false, false, false);
     box.SetRestriction(400, 700);
     box.Create(parent.Window(), 0, 0, 200, 20, true, true);
-    const struct {
-        const wchar_t* text;
-        int minimum, maximum;
-        const wchar_t* message;
-    } rows[] = {
-        {L"450;525;600;", -1, -1, nullptr},
+    const std::tuple<const wchar_t*, int, int, const wchar_t*> rows[] = {
+        {L"450;525;600;", -1, -1, L""},
         {L" ; ", -1, -1, L"Field can not be empty."},
         {L"450;x", -1, -1, L"Field can not be empty."},
         {L"1;2;3;4;5", 2, 3, L"Too few values!"},
         {L"1", 2, 3, L"Too few values!"},
         {L"1", 2, -1, L"Too few values!"},
         {L"1;2;3;4", -1, 3, L"Too many values!"},
-        {L"450;500;600", 3, 2, nullptr},
+        {L"450;500;600", 3, 2, L""},
         {L"450;399.5;1e999", 2, 3, L"Value out of range: 399.5\nValue must be in interval <400;700>"},
     };
-    for (const auto& row : rows) {
-        boxes.texts.clear();
-        box.SetText(row.text);
-        box.SetCountRestriction(row.minimum, row.maximum);
-        EXPECT_EQ(box.CheckRestriction(true), !row.message);
-        EXPECT_EQ(boxes.texts.empty() ? L"" : boxes.texts[0], row.message ? row.message : L"") << Narrow(row.text);
+    for (const auto& [text, minimum, maximum, message] : rows) {
+        box.SetText(text);
+        box.SetCountRestriction(minimum, maximum);
+        EXPECT_EQ(box.CheckRestriction(true), !*message);
+        EXPECT_EQ(boxes.TakeText(), message) << Narrow(text);
     }
     const std::list<double> values{450, INFINITY, 525.5, 600};
     std::list<double> read;
@@ -412,7 +361,7 @@ TEST(EditBoxGrowth, AThousandRoundsLeaveNothing) {
         UpdateWindow(spin);
         Box box;
         box.Create(parent.Window(), 0, 30, 60, 20, true, true);
-        box.act = [&](const char*) { box.Destroy(); };
+        box.act = [&](std::string_view) { box.Destroy(); };
         box.SetText(L"ended in its own notification");
         parent.Record().Clear();
     }));

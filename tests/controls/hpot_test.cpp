@@ -1,5 +1,6 @@
 // The slider as a window: what the user does to it, what its parent and its callbacks are told, what it shows.
 #include <bench/bench.h>
+#include <bench/window.h>
 #include <kxbaseui/kx_colors.h>
 #include <kxbaseui/kx_layoutmanager.h>
 #include <kxdevui/controls/devgui_hpot.h>
@@ -8,9 +9,10 @@
 #include <kxsystem/kx_log.h>
 #include <kxsystem/kx_time.h>
 
-#include <cstring>
 #include <limits>
 #include <memory>
+#include <numeric>
+#include <utility>
 
 using namespace kx::test;
 
@@ -21,11 +23,12 @@ constexpr int kTrackLeft = 5, kTrack = 210, kMiddle = 8;
 
 class Slider : public CKxDevUI_HPot {
 public:
-    explicit Slider(Recorder* record = nullptr) : m_record(record) { InitValues(0, kTrack, 10, 10, 0); }
+    Slider() { InitValues(0, kTrack, 10, 10, 0); }
 
     HWND Make(HWND parent) { return Create(parent, 10, 10, 220, 40, true, true); }
     int scales = 0;
-    std::function<void(const char*)> act;       // in every callback
+    Recorder* record = nullptr;                  // of the callbacks, which then tell the parent nothing
+    std::function<void(const char*)> act;        // in every callback; may end this object
     std::function<void(double&, bool&)> answer;  // in OnHPotChange
 
     using CKxDevUI_HPot::CalculateMove;
@@ -36,137 +39,115 @@ public:
 
 protected:
     void OnHPotChange(double& value, bool& skip) override {
-        Tell("Change", value);
-        if (!m_record && !act) return CKxDevUI_HPot::OnHPotChange(value, skip);
+        if (!record && !act) return CKxDevUI_HPot::OnHPotChange(value, skip);
         if (answer) answer(value, skip);
-        Act("Change");
+        Tell("Change", value);
     }
-    void OnHPotDragDrop() override {
-        Tell("Drop");
-        if (!m_record && !act) return CKxDevUI_HPot::OnHPotDragDrop();
-        Act("Drop");
-    }
-    void OnLeftButtonUp() override { Tell("Up"), Act("Up"); }
-    void OnHoverForPad() override { Tell("Hover"), Act("Hover"); }
-    void UnHoverForPad() override { Tell("UnHover"), Act("UnHover"); }
-    HBITMAP CreateLinearBitmap(bool enabled) override {
-        ++scales;
-        return CKxDevUI_HPot::CreateLinearBitmap(enabled);
-    }
+    void OnHPotDragDrop() override { record || act ? Tell("Drop") : CKxDevUI_HPot::OnHPotDragDrop(); }
+    void OnLeftButtonUp() override { Tell("Up"); }
+    void OnHoverForPad() override { Tell("Hover"); }
+    void UnHoverForPad() override { Tell("UnHover"); }
+    HBITMAP CreateLinearBitmap(bool enabled) override { return ++scales, CKxDevUI_HPot::CreateLinearBitmap(enabled); }
 
 private:
     template <class... Arguments>
     void Tell(const char* name, Arguments... arguments) {
-        if (m_record) m_record->Call(name, arguments...);
-    }
-    // May end this object.
-    void Act(const char* name) {
+        if (record) record->Call(name, arguments...);
         if (const auto action = act) action(name);
     }
-    Recorder* m_record;
 };
 
-void At(HWND window, int value, void (*act)(HWND, int, int)) { act(window, kTrackLeft + value, kMiddle); }
-void PressAt(HWND window, int value) { At(window, value, [](HWND w, int x, int y) { Press(w, x, y); }); }
-void MoveTo(HWND window, int value) { At(window, value, [](HWND w, int x, int y) { kx::test::MoveTo(w, x, y); }); }
+class HPot : public testing::Test {
+protected:
+    HPot() { slider.Make(parent.Window()); }
+    ~HPot() override { CKxGUILayoutManager::SetGuiZoom(1), KX_SetTimeSource(nullptr); }
+    void LeadAway() { kx::test::MoveTo(parent.Window(), 400, 300); }
+
+    Recorder record;
+    RecordingParent parent{record};
+    Slider slider;
+};
+
+void PressAt(HWND window, int value) { Press(window, kTrackLeft + value, kMiddle); }
+void MoveTo(HWND window, int value) { kx::test::MoveTo(window, kTrackLeft + value, kMiddle); }
 void ClickAt(HWND window, int value) { PressAt(window, value), Release(); }
-void DragTo(HWND window, int from, int to) { PressAt(window, from), MoveTo(window, (from + to) / 2), MoveTo(window, to), Release(); }
+void DragTo(HWND window, int from, int to) {
+    PressAt(window, from), MoveTo(window, (from + to) / 2), MoveTo(window, to), Release();
+}
 
 unsigned s_now = 0;
-struct Clock {
-    Clock() { KX_SetTimeSource([] { return s_now; }); }
-    ~Clock() { KX_SetTimeSource(nullptr); }
-};
+unsigned Now() { return s_now; }
 
 // ---- What the parent is told ---------------------------------------------------------------------------------------
 
-struct Gesture {
-    const char* name;
-    void (*make)(HWND slider);
-    std::vector<std::pair<int, int>> taken, refused;  // codes and positions
-};
-
-const std::vector<Gesture>& Gestures() {
+TEST_F(HPot, TellsItsParentOfEachGesture) {
     constexpr int track = SB_THUMBTRACK, drop = SB_THUMBPOSITION;
-    static const std::vector<Gesture> gestures{
+    using Told = std::vector<std::pair<int, int>>;  // codes and positions
+    // clang-format off
+    const struct { const char* name; void (*make)(HWND slider); Told taken, refused; } gestures[] = {
         {"drag", [](HWND w) { DragTo(w, 50, 150); }, {{track, 100}, {track, 150}, {drop, 150}},
          {{track, 100}, {track, 150}, {track, 150}, {drop, 50}}},
         {"drag over the end", [](HWND w) { DragTo(w, 50, 250); }, {{track, 150}, {track, 210}, {drop, 210}},
          {{track, 150}, {track, 210}, {track, 210}, {drop, 50}}},
-        {"drag on the spot", [](HWND w) { PressAt(w, 52), MoveTo(w, 55), Release(); }, {{drop, 50}}, {{drop, 50}}},
-        {"click on the thumb", [](HWND w) { ClickAt(w, 53); }, {{drop, 50}}, {{drop, 50}}},
         {"click beside it", [](HWND w) { ClickAt(w, 123); }, {{track, 120}, {drop, 120}}, {{track, 120}, {drop, 50}}},
+        // These are never refused.
+        {"drag on the spot", [](HWND w) { PressAt(w, 52), MoveTo(w, 55), Release(); }, {{drop, 50}}, {}},
+        {"click on the thumb", [](HWND w) { ClickAt(w, 53); }, {{drop, 50}}, {}},
         {"only a press", [](HWND w) { PressAt(w, 123); }, {}, {}},
-        {"wheel", [](HWND) { Wheel(120); }, {{drop, 60}}, {{drop, 60}}},
-        {"wheel, two notches in one", [](HWND) { Wheel(-240); }, {{drop, 40}}, {{drop, 40}}},
-        {"wheel and Shift", [](HWND) { Wheel(120, MOD_SHIFT); }, {{drop, 100}}, {{drop, 100}}},
-        {"wheel and Ctrl", [](HWND) { Wheel(120, MOD_CONTROL); }, {{drop, 80}}, {{drop, 80}}},
-        {"wheel, Ctrl before Shift", [](HWND) { Wheel(120, MOD_CONTROL | MOD_SHIFT); }, {{drop, 80}}, {{drop, 80}}},
-        {"right and left", [](HWND) { Key(VK_RIGHT), Key(VK_RIGHT), Key(VK_LEFT); },
-         {{drop, 60}, {drop, 70}, {drop, 60}}, {{drop, 60}, {drop, 70}, {drop, 60}}},
-        {"up and down", [](HWND) { Key(VK_UP), Key(VK_DOWN); }, {{drop, 60}, {drop, 50}}, {{drop, 60}, {drop, 50}}},
-        {"pages", [](HWND) { Key(VK_PRIOR), Key(VK_NEXT); }, {{drop, 100}, {drop, 50}}, {{drop, 100}, {drop, 50}}},
-        {"ends, the second time nothing", [](HWND) { Key(VK_END), Key(VK_END), Key(VK_HOME); },
-         {{drop, 210}, {drop, 0}}, {{drop, 210}, {drop, 0}}},
+        {"wheel", [](HWND) { Wheel(120); }, {{drop, 60}}, {}},
+        {"wheel, two notches in one", [](HWND) { Wheel(-240); }, {{drop, 40}}, {}},
+        {"wheel and Shift", [](HWND) { Wheel(120, MOD_SHIFT); }, {{drop, 100}}, {}},
+        {"wheel and Ctrl", [](HWND) { Wheel(120, MOD_CONTROL); }, {{drop, 80}}, {}},
+        {"wheel, Ctrl before Shift", [](HWND) { Wheel(120, MOD_CONTROL | MOD_SHIFT); }, {{drop, 80}}, {}},
+        {"left and right", [](HWND) { Key(VK_RIGHT), Key(VK_LEFT); }, {{drop, 60}, {drop, 50}}, {}},
+        {"up and down", [](HWND) { Key(VK_UP), Key(VK_DOWN); }, {{drop, 60}, {drop, 50}}, {}},
+        {"pages", [](HWND) { Key(VK_PRIOR), Key(VK_NEXT); }, {{drop, 100}, {drop, 50}}, {}},
+        {"ends", [](HWND) { Key(VK_END), Key(VK_END), Key(VK_HOME); }, {{drop, 210}, {drop, 0}}, {}},
     };
-    return gestures;
-}
-
-TEST(HPot, TellsItsParentOfEachGesture) {
+    // clang-format on
     for (const bool taken : {true, false}) {
-        for (const Gesture& gesture : Gestures()) {
+        for (const auto& gesture : gestures) {
             SCOPED_TRACE(gesture.name);
-            RecordingParent parent;
             parent.Answer(WM_HSCROLL, taken ? 1 : 0);
-            Slider slider;
-            slider.Make(parent.Window());
             slider.SetMouseWheelGranularity(3, 1, 5);
             slider.SetValue(50, true);
             slider.SetFocus();
             MoveTo(slider, 0);
-            EXPECT_TRUE(parent.Record().Matches({})) << "the setters are silent";
+            EXPECT_TRUE(record.Matches({})) << "the setters are silent";
             gesture.make(slider);
             std::vector<Expected> expected;
-            for (const auto& [code, position] : taken ? gesture.taken : gesture.refused)
+            for (const auto& [code, position] : taken || gesture.refused.empty() ? gesture.taken : gesture.refused)
                 expected.push_back(HScroll(code, position, slider));
-            EXPECT_TRUE(parent.Record().Matches(expected)) << (taken ? "taken" : "refused");
+            EXPECT_TRUE(record.Matches(expected)) << (taken ? "taken" : "refused");
             Release();
+            record.Clear();
         }
     }
 }
 
-TEST(HPot, CutsValuesTo16BitsForItsParent) {
-    RecordingParent parent;
-    Slider slider;
-    slider.Make(parent.Window());
-    const struct {
-        double bound;
-        int told;
-    } rows[] = {{-1.9, 0xFFFF}, {70000.5, 70000 & 0xFFFF}, {1e12, 0xFFFF}, {-1e12, 0}};
-    for (const auto& row : rows) {
-        slider.InitValues(row.bound, 3, 0, 1, 0);
+TEST_F(HPot, CutsValuesTo16BitsForItsParent) {
+    const std::pair<double, int> rows[] = {{-1.9, 0xFFFF}, {70000.5, 70000 & 0xFFFF}, {1e12, 0xFFFF}, {-1e12, 0}};
+    for (const auto& [bound, told] : rows) {
+        slider.InitValues(bound, 3, 0, 1, 0);
         slider.SetFocus();
         slider.SetValue(3, false);
         Key(VK_HOME);
-        EXPECT_TRUE(parent.Record().Matches({Msg(WM_HSCROLL, MAKEWPARAM(SB_THUMBPOSITION, row.told))})) << row.bound;
+        EXPECT_TRUE(record.Matches({Msg(WM_HSCROLL, MAKEWPARAM(SB_THUMBPOSITION, told))})) << bound;
     }
 }
 
 // ---- Callbacks -----------------------------------------------------------------------------------------------------
 
-TEST(HPot, CallsBackInOrder) {
-    Recorder record;
-    RecordingParent parent(record);
-    Slider slider(&record);
-    slider.Make(parent.Window());
-    kx::test::MoveTo(parent.Window(), 400, 300);
+TEST_F(HPot, CallsBackInOrder) {
+    slider.record = &record;
+    LeadAway();
     MoveTo(slider, 3);
     MoveTo(slider, 4);
     EXPECT_TRUE(slider.GetHovered());
     ClickAt(slider, 100);
     EXPECT_TRUE(record.Matches({Call("Hover"), Call("Change", 100.0), Call("Drop"), Call("Up")}));
     SendMessageW(slider, WM_LBUTTONUP, 0, 0);
-    kx::test::MoveTo(parent.Window(), 400, 300);
+    LeadAway();
     EXPECT_TRUE(PumpUntil([&] { return !slider.GetHovered(); }));
     EXPECT_TRUE(record.Matches({Call("Up"), Call("UnHover")}));
     slider.SetHover(false);
@@ -175,19 +156,12 @@ TEST(HPot, CallsBackInOrder) {
     EXPECT_TRUE(record.Matches({}));
 }
 
-TEST(HPot, HoldsWhatTheHostMakesOfAValue) {
-    Recorder record;
-    RecordingParent parent(record);
-    Slider slider(&record);
-    slider.Make(parent.Window());
+TEST_F(HPot, HoldsWhatTheHostMakesOfAValue) {
+    slider.record = &record;
     double list[] = {0, 60, 120, 210};
     constexpr double infinite = std::numeric_limits<double>::infinity();
-    const struct {
-        std::function<void(double&, bool&)> answer;
-        double held;
-        int index;
-        bool list;
-    } rows[] = {
+    // clang-format off
+    const struct { std::function<void(double&, bool&)> answer; double held; int index; bool list; } rows[] = {
         {[](double&, bool&) {}, 120, 2, true},
         {[](double&, bool& skip) { skip = true; }, 0, 0, true},
         {[](double& value, bool&) { value = 61; }, 61, 1, true},
@@ -198,6 +172,7 @@ TEST(HPot, HoldsWhatTheHostMakesOfAValue) {
         {[&](double&, bool&) { slider.SetValue(60, false); }, 120, 2, true},
         {[&](double&, bool&) { ReleaseCapture(); }, 120, 2, true},
     };
+    // clang-format on
     for (const auto& row : rows) {
         slider.SetType(eHPotType_Linear);
         slider.InitValues(0, kTrack, 10, 10, 0);
@@ -213,22 +188,14 @@ TEST(HPot, HoldsWhatTheHostMakesOfAValue) {
     }
 }
 
-TEST(HPot, TakesAQuickClickForAStep) {
-    const Clock clock;
-    Recorder record;
-    RecordingParent parent(record);
-    Slider slider(&record);
-    slider.Make(parent.Window());
+TEST_F(HPot, TakesAQuickClickForAStep) {
+    KX_SetTimeSource(Now);
+    slider.record = &record;
     double list[] = {0, 60, 120, 210};
     slider.InitValues(list, 4, 0);
     const auto stay = [](HWND w) { SendMessageW(w, WM_MOUSEMOVE, 0, MAKELPARAM(kTrackLeft + 72, kMiddle)); };
-    const struct {
-        const char* name;
-        int at;
-        unsigned milliseconds;
-        std::function<void(HWND)> between;
-        double value;
-    } rows[] = {
+    // clang-format off
+    const struct { const char* name; int at; unsigned ms; std::function<void(HWND)> between; double value; } rows[] = {
         {"quick, to the right", 72, 99, nullptr, 120},
         {"quick, to the left", 48, 0, nullptr, 0},
         {"a move that leads nowhere", 72, 10, stay, 120},
@@ -237,13 +204,14 @@ TEST(HPot, TakesAQuickClickForAStep) {
         {"another entry is nearest", 160, 10, nullptr, 120},
         {"on the thumb", 60, 10, nullptr, 60},
     };
+    // clang-format on
     for (const auto& row : rows) {
         for (const unsigned start : {5000U, 0U - 50U}) {  // the counter wraps
             slider.SetValue(60, false);
             s_now = start;
             PressAt(slider, row.at);
             if (row.between) row.between(slider);
-            s_now += row.milliseconds;
+            s_now += row.ms;
             Release();
             EXPECT_EQ(slider.GetValue(), row.value) << row.name;
         }
@@ -251,24 +219,21 @@ TEST(HPot, TakesAQuickClickForAStep) {
 }
 
 // Every way to end, in every callback, out of every way to get there.
-TEST(HPot, BearsItsEndInEachCallback) {
+TEST_F(HPot, BearsItsEndInEachCallback) {
+    slider.Destroy();
     for (const char* callback : {"Hover", "Change", "Drop", "Up", "UnHover"}) {
         for (int way = 0; way < 4; ++way) {
             SCOPED_TRACE(std::string(callback) + " way " + std::to_string(way));
-            RecordingParent parent;
-            HWND inner = CreateWindowExW(0, L"STATIC", L"", WS_CHILD | WS_VISIBLE | SS_NOTIFY, 0, 0, 400, 300,
-                                         parent.Window(), nullptr, nullptr, nullptr);
-            auto slider = std::make_unique<Slider>();
-            slider->act = [&](const char* name) {
+            const HWND inner = AddChild(parent.Window(), L"STATIC", 1, {0, 0, 400, 300}, SS_NOTIFY);
+            auto mortal = std::make_unique<Slider>();
+            mortal->act = [&](const char* name) {
                 if (std::string(name) != callback) return;
-                switch (way) {
-                case 0: slider->Destroy(); break;
-                case 1: slider.reset(); break;
-                case 2: DestroyWindow(inner); break;
-                default: slider->Make(inner); break;
-                }
+                if (way == 0) mortal->Destroy();
+                if (way == 1) mortal.reset();
+                if (way == 2) DestroyWindow(inner);
+                if (way == 3) mortal->Make(inner);
             };
-            const HWND window = slider->Make(inner);
+            const HWND window = mortal->Make(inner);
             kx::test::MoveTo(parent.Window(), 600, 400);
             MoveTo(window, 55);
             if (IsWindow(window)) PressAt(window, 60);
@@ -278,52 +243,42 @@ TEST(HPot, BearsItsEndInEachCallback) {
             EXPECT_TRUE(PumpUntil([&] { return !IsWindow(window); })) << "the callback did not come";
             EXPECT_FALSE(Slider::m_Instances.contains(window));
             EXPECT_EQ(GetCapture(), nullptr);
-            if (slider && way != 3) {
-                EXPECT_EQ(HWND{*slider}, nullptr);
-            }
+            EXPECT_TRUE(!mortal || way == 3 || !HWND{*mortal});
+            DestroyWindow(inner);
         }
     }
 }
 
-TEST(HPot, AbandonsADragThatIsTakenAway) {
-    const struct {
-        const char* name;
-        std::function<void(Slider&, HWND)> take;
-    } rows[] = {
-        {"capture", [](Slider&, HWND) { ReleaseCapture(); }},
-        {"another's capture", [](Slider&, HWND parent) { SetCapture(parent), ReleaseCapture(); }},
-        {"disabled", [](Slider& slider, HWND) { slider.SetEnabled(false); }},
-        {"cancelled", [](Slider& slider, HWND) { SendMessageW(slider, WM_CANCELMODE, 0, 0); }},
-        {"destroyed", [](Slider& slider, HWND) { slider.Destroy(); }},
-        {"parent destroyed", [](Slider&, HWND parent) { DestroyWindow(parent); }},
+TEST_F(HPot, AbandonsADragThatIsTakenAway) {
+    const std::pair<const char*, std::function<void()>> rows[] = {
+        {"capture", [] { ReleaseCapture(); }},
+        {"another's capture", [&] { SetCapture(parent.Window()), ReleaseCapture(); }},
+        {"disabled", [&] { slider.SetEnabled(false); }},
+        {"cancelled", [&] { SendMessageW(slider, WM_CANCELMODE, 0, 0); }},
+        {"destroyed", [&] { slider.Destroy(); }},
+        {"parent destroyed", [&] { DestroyWindow(parent.Window()); }},
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.name);
-        RecordingParent parent;
-        parent.Answer(WM_HSCROLL, 1);
-        Slider slider;
+    parent.Answer(WM_HSCROLL, 1);
+    for (const auto& [name, take] : rows) {
+        SCOPED_TRACE(name);
+        slider.SetEnabled(true);
+        slider.SetValue(50, false);
         slider.Make(parent.Window());
         PressAt(slider, 50);
         MoveTo(slider, 83);
-        EXPECT_TRUE(parent.Record().Matches({HScroll(SB_THUMBTRACK, 80, slider)}));
+        EXPECT_TRUE(record.Matches({HScroll(SB_THUMBTRACK, 80, slider)}));
         const HWND window = slider;
-        row.take(slider, parent.Window());
+        take();
         EXPECT_EQ(slider.GetValue(), 80) << "what the host has taken stays";
         EXPECT_EQ(slider.m_thumbPos, 80);
-        if (IsWindow(window)) {
-            MoveTo(slider, 150);
-            Release();
-        }
-        EXPECT_TRUE(parent.Record().Matches({}));
+        if (IsWindow(window)) MoveTo(slider, 150);
         Release();
+        EXPECT_TRUE(record.Matches({}));
     }
 }
 
-TEST(HPot, GoesOnDraggingAtAnotherZoom) {
-    RecordingParent parent;
+TEST_F(HPot, GoesOnDraggingAtAnotherZoom) {
     parent.Answer(WM_HSCROLL, 1);
-    Slider slider;
-    slider.Make(parent.Window());
     slider.SetFocus();
     slider.SetValue(120, false);
     const Picture before = Picture::OnScreen(slider);
@@ -333,23 +288,23 @@ TEST(HPot, GoesOnDraggingAtAnotherZoom) {
     CKxGUILayoutManager::SetGuiZoom(2);
     EXPECT_EQ(slider.GetValue(), 80);
     EXPECT_EQ(GetCapture(), HWND{slider});
-    EXPECT_TRUE(parent.Record().Matches({HScroll(SB_THUMBTRACK, 80, slider)})) << "the zoom asks nobody";
+    EXPECT_TRUE(record.Matches({HScroll(SB_THUMBTRACK, 80, slider)})) << "the zoom asks nobody";
     // Twice as far on the screen is the same place on the scale.
     kx::test::MoveTo(slider, 2 * (kTrackLeft + 121), 2 * kMiddle);
     Release();
     EXPECT_EQ(slider.GetValue(), 120);
-    EXPECT_TRUE(parent.Record().Matches({HScroll(SB_THUMBTRACK, 120), HScroll(SB_THUMBPOSITION, 120)}));
+    EXPECT_TRUE(record.Matches({HScroll(SB_THUMBTRACK, 120), HScroll(SB_THUMBPOSITION, 120)}));
     CKxGUILayoutManager::SetGuiZoom(1);
-    kx::test::MoveTo(parent.Window(), 400, 300);
+    LeadAway();
     EXPECT_TRUE(PumpUntil([&] { return !slider.GetHovered(); }));
     EXPECT_EQ(Picture::OnScreen(slider), before);
 }
 
 // ---- Values --------------------------------------------------------------------------------------------------------
 
-TEST(HPot, AnswersBadInput) {
+TEST_F(HPot, AnswersBadInput) {
     constexpr double none = std::numeric_limits<double>::quiet_NaN(), huge = 1e308;
-    Slider slider;
+    slider.Destroy();
     slider.SetValue(none, true);
     EXPECT_EQ(slider.GetValue(), 0);
     slider.SetValue(huge * 10, true);
@@ -374,10 +329,7 @@ TEST(HPot, AnswersBadInput) {
     EXPECT_FALSE(slider.Create(nullptr));
 }
 
-TEST(HPot, KeepsToTheRulesOfItsState) {
-    RecordingParent parent;
-    Slider slider;
-    slider.Make(parent.Window());
+TEST_F(HPot, KeepsToTheRulesOfItsState) {
     slider.SetValue(53, true);
     EXPECT_EQ(slider.GetValue(), 50);
     slider.SetValue(50.0009, true);
@@ -395,83 +347,64 @@ TEST(HPot, KeepsToTheRulesOfItsState) {
     slider.SetEnabled(false);
     EXPECT_FALSE(slider.HandleMouseWheel(MAKEWPARAM(0, -120), 0));
     slider.m_thumbPos = 70;
-    parent.Record().Clear();
+    record.Clear();
     slider.Update(false, false, true);
     EXPECT_EQ(slider.GetValue(), 60) << "without notify nobody is asked";
-    EXPECT_TRUE(parent.Record().Matches({}));
+    EXPECT_TRUE(record.Matches({}));
     EXPECT_EQ(SendMessageW(slider, WM_GETDLGCODE, 0, 0), DLGC_WANTARROWS);
 }
 
-TEST(HPot, BelongsToItsWindow) {
-    RecordingParent parent;
+TEST_F(HPot, BelongsToItsWindow) {
     CKxDevUI_Container panel;
     panel.Create(parent.Window(), 0, 0, 300, 100, true, true);
-    Slider slider;
     slider.SetId(7);
-    const HWND window = slider.Make(parent.Window());
+    const HWND window = slider;
     panel.InsertWindow(window);
     EXPECT_EQ(panel.GetElement(7), &slider);
     EXPECT_EQ(GetWindowLongPtrW(window, GWLP_USERDATA),
               reinterpret_cast<LONG_PTR>(static_cast<CKxDevUI_Base*>(&slider)));
     { const Slider copy(slider); }
     EXPECT_TRUE(IsWindow(window)) << "a copy's end is not the window's";
-    panel.SetEnabled(false);
-    EXPECT_FALSE(IsWindowEnabled(window));
     panel.Destroy();
     EXPECT_EQ(HWND{slider}, nullptr);
-    { Slider other; other.Make(parent.Window()); }
-    EXPECT_EQ(GetWindow(parent.Window(), GW_CHILD), nullptr) << "an object takes its window along";
 }
 
 // ---- Looks ---------------------------------------------------------------------------------------------------------
 
-TEST(HPot, ShowsItsState) {
-    RecordingParent parent;
-    Slider slider;
-    slider.Make(parent.Window());
-    kx::test::MoveTo(parent.Window(), 400, 300);
-    std::vector<Picture> looks;
-    const auto look = [&](const char* name) {
-        Pump();
-        looks.push_back(Picture::OnScreen(slider));
-        looks.back().Save(std::string("hpot-") + name);
-        for (std::size_t i = 0; i + 1 < looks.size(); ++i)
-            EXPECT_GT(looks.back().Differences(looks[i]), 0) << name << " looks like number " << i;
-        EXPECT_EQ(looks.back(), Picture::Printed(slider)) << name;
+TEST_F(HPot, ShowsItsState) {
+    LeadAway();
+    const std::pair<const char*, std::function<void()>> states[] = {
+        {"normal", [] {}},
+        {"hovered", [&] { MoveTo(slider, 0); }},
+        {"dragged", [&] { PressAt(slider, 0); }},
+        {"focused", [&] { Release(); }},
+        {"disabled", [&] { slider.SetEnabled(false); }},
+        {"marked", [&] { slider.SetEnabled(true), slider.SetMarker(105, COLOR_HOTLIGHT, true); }},
+        {"moved", [&] { slider.SetValue(210, false); }},
+        {"dark", [] { KX_SetColorScheme(eKxColorScheme_Dark); }},
+        {"high-contrast", [] { KX_SetColorScheme(eKxColorScheme_HighContrast); }},
+        {"zoomed", [] { KX_SetColorScheme(eKxColorScheme_System), CKxGUILayoutManager::SetGuiZoom(2); }},
     };
-    look("normal");
-    MoveTo(slider, 0);
-    look("hovered");
-    PressAt(slider, 0);
-    look("dragged");
-    Release();
-    look("focused");
-    slider.SetEnabled(false);
-    look("disabled");
-    slider.SetEnabled(true);
-    slider.SetMarker(105, COLOR_HOTLIGHT, true);
-    look("marked");
-    slider.SetValue(210, false);
-    look("moved");
-    KX_SetColorScheme(eKxColorScheme_Dark);
-    look("dark");
-    KX_SetColorScheme(eKxColorScheme_HighContrast);
-    look("high-contrast");
-    KX_SetColorScheme(eKxColorScheme_System);
-    CKxGUILayoutManager::SetGuiZoom(2);
-    look("zoomed");
+    std::vector<Picture> looks;
+    for (const auto& [name, enter] : states) {
+        enter();
+        Pump();
+        const Picture now = Picture::OnScreen(slider);
+        now.Save(std::string("hpot-") + name);
+        EXPECT_EQ(now, Picture::Printed(slider)) << name;
+        for (const Picture& before : looks)
+            EXPECT_GT(now.Differences(before), 0) << name << " looks like number " << &before - looks.data();
+        looks.push_back(now);
+    }
     EXPECT_EQ(looks.back().Width(), 440);
-    CKxGUILayoutManager::SetGuiZoom(1);
 }
 
 // Painting costs no bitmap; a step of the thumb costs what it covers.
-TEST(HPot, PaintsWhatHasChanged) {
-    RecordingParent parent;
-    Slider slider;
-    slider.Make(parent.Window());
+TEST_F(HPot, PaintsWhatHasChanged) {
     Pump();
     EXPECT_EQ(slider.scales, 1);
-    for (int value = 0; value <= kTrack; value += 10) slider.SetValue(value, false), Pump();
+    slider.SetValue(kTrack, false);
+    Pump();
     slider.SetValue(50, false);
     RECT dirty{}, now = slider.ThumbRect();
     GetUpdateRect(slider, &dirty, FALSE);
@@ -491,12 +424,9 @@ TEST(HPot, PaintsWhatHasChanged) {
     EXPECT_EQ(slider.scales, 3);
 }
 
-TEST(HPot, FollowsItsParentsBackground) {
-    RecordingParent parent;
+TEST_F(HPot, FollowsItsParentsBackground) {
     const HBRUSH brush = CreateSolidBrush(RGB(1, 200, 3));
-    parent.Answer(WM_CTLCOLORSTATIC, [brush](WPARAM, LPARAM) { return reinterpret_cast<LRESULT>(brush); });
-    Slider slider;
-    slider.Make(parent.Window());
+    parent.Answer(WM_CTLCOLORSTATIC, reinterpret_cast<LRESULT>(brush));
     EXPECT_EQ(Picture::Printed(slider).Pixel(219, 39), RGB(1, 200, 3));
     slider.SetTransparent(false);
     EXPECT_EQ(Picture::Printed(slider).Pixel(219, 39), KX_GetSysColor(COLOR_BTNFACE));
@@ -508,61 +438,34 @@ TEST(HPot, FollowsItsParentsBackground) {
     DeleteObject(brush);
 }
 
-TEST(HPot, DrawsAPlainThumbWithoutTheImages) {
+TEST_F(HPot, DrawsAPlainThumbWithoutTheImages) {
     std::string logged;
-    CKxLogFile::SetSink([](const wchar_t* record, void* to) { *static_cast<std::string*>(to) += Narrow(record); }, &logged);
+    CKxLogFile::SetSink([](const wchar_t* line, void* to) { *static_cast<std::string*>(to) += Narrow(line); }, &logged);
     const auto mean = [](const kx::hpot::HandleImage& image) {
-        double sum = 0;
-        for (const int alpha : image.alpha) sum += alpha;
-        return sum / (255.0 * image.width * image.height);
+        return std::accumulate(image.alpha.begin(), image.alpha.end(), 0.0) / (255.0 * image.width * image.height);
     };
     const auto image = kx::hpot::ReadHandleImage(L"r7_w32_baseresources.dll");
-    EXPECT_EQ(logged, "");
-    EXPECT_EQ(image.width, 96);
+    EXPECT_TRUE(image.width == 96 && logged.empty());
     for (const wchar_t* missing : std::initializer_list<const wchar_t*>{L"no-such.dll", L"kxdevui.dll", nullptr}) {
         const auto plain = kx::hpot::ReadHandleImage(missing);
         EXPECT_NEAR(mean(plain), mean(image), 0.2);
-        EXPECT_NE(plain.width, image.width);
-        EXPECT_NE(logged.find("BMP_HPOT_HANDLE"), std::string::npos);
-        logged.clear();
+        EXPECT_NE(std::exchange(logged, "").find("BMP_HPOT_HANDLE"), std::string::npos);
     }
     CKxLogFile::SetSink(nullptr, nullptr);
 }
 
-TEST(HPot, LeavesNothingBehind) {
-    RecordingParent parent;
+TEST_F(HPot, LeavesNothingBehind) {
     double list[] = {1, 2, 4, 8}, steps[] = {1, 1, 2};
     EXPECT_TRUE(NoGrowth(1000, [&] {
-        Slider slider;
-        slider.Make(parent.Window());
-        slider.InitValues(list, steps, 4, 1);
-        slider.SetValue(4, true);
-        UpdateWindow(slider);
-        slider.RecreateScale();
-        slider.SetEnabled(false);
-        UpdateWindow(slider);
+        Slider another;
+        another.Make(parent.Window());
+        another.InitValues(list, steps, 4, 1);
+        another.SetValue(4, true);
+        UpdateWindow(another);
+        another.RecreateScale();
+        another.SetEnabled(false);
+        UpdateWindow(another);
     }));
-}
-
-// ---- The virtual table ---------------------------------------------------------------------------------------------
-
-struct Slots : CKxDevUI_HPot {
-    template <class Function>
-    static long Of(Function function) {
-        long long words[sizeof(Function) / sizeof(long long)];
-        std::memcpy(words, &function, sizeof function);
-        return static_cast<long>((words[0] - 1) / static_cast<long long>(sizeof(void*))) - 1;
-    }
-    static std::vector<long> Own() {
-        using S = Slots;
-        return {Of(&S::OnHPotChange),       Of(&S::OnHPotDragDrop),        Of(&S::OnLeftButtonUp),
-                Of(&S::OnHoverForPad),      Of(&S::UnHoverForPad),         Of(&S::CreateLinearBitmap),
-                Of(&S::CreateNonlinearBitmap), Of(&S::CreateLinearRegionsBitmap), Of(&S::CreateColorSliderBitmap)};
-    }
-};
-
-TEST(HPot, AppendsItsVirtualsToTheBases) {
-    EXPECT_EQ(Slots::Own(), (std::vector<long>{19, 20, 21, 22, 23, 24, 25, 26, 27}));
 }
 
 }  // namespace

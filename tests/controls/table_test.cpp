@@ -1,8 +1,8 @@
 // The table: rows and searching, editing in place with real input, and what its owner hears.
 #include <bench/bench.h>
+#include <bench/window.h>
 #include <kxbaseui/kx_layoutmanager.h>
 #include <kxdevui/controls/devgui_table.h>
-#include <kxdevui/framework/devgui.h>
 
 #include <commctrl.h>
 
@@ -10,6 +10,7 @@
 #include <limits>
 #include <memory>
 #include <string>
+#include <tuple>
 #include <utility>
 
 namespace {
@@ -35,6 +36,9 @@ public:
             if (const auto act = std::exchange(onNotify, nullptr)) act();
             return answer;
         });
+        Fill();
+    }
+    void Fill() {
         table->SetId(kId);
         table->Create(parent.Window(), 10, 20, 300, 150, true, true);
         table->InsertColumn(L"Plane", 80, nullptr, false);
@@ -79,8 +83,6 @@ public:
     std::unique_ptr<CKxDevUI_Table> table = std::make_unique<CKxDevUI_Table>();
 };
 
-// ---- Rows ----------------------------------------------------------------------------------------------------------
-
 TEST(TableRows, TakeTextsAndNumbers) {
     Owner owner;
     CKxDevUI_Table& table = *owner.table;
@@ -109,26 +111,23 @@ TEST(TableRows, TakeTextsAndNumbers) {
 
     table.SetUserData(2, 0, std::numeric_limits<std::int64_t>::min());
     EXPECT_EQ(table.GetUserData(2, 5), std::numeric_limits<std::int64_t>::min());
-    table.SetChecked(2, true);
-    table.SetChecked(-1, true);
-    EXPECT_TRUE(table.GetChecked(2));
-    EXPECT_FALSE(table.GetChecked(3));
-    table.SetChecked(2, false);
-    EXPECT_FALSE(table.GetChecked(2));
+    for (const bool checked : {true, false}) {
+        table.SetChecked(2, checked);
+        table.SetChecked(-1, true);
+        EXPECT_EQ(table.GetChecked(2), checked);
+    }
     EXPECT_TRUE(owner.parent.Record().Matches({}));
 }
 
 TEST(TableRows, FormatOneNumber) {
     Owner owner;
-    const struct {
-        const wchar_t* format;
-        const wchar_t* shown;
-    } columns[] = {{L"%.1f um", L"0.5 um"}, {L"%d", L"0.5"}, {L"%s%n", L"0.5"}, {L"%g%%", L"0.5%"}, {L"", L"0.5"}};
+    const std::pair<const wchar_t*, const wchar_t*> columns[] = {
+        {L"%.1f um", L"0.5 um"}, {L"%d", L"0.5"}, {L"%s%n", L"0.5"}, {L"%g%%", L"0.5%"}, {L"", L"0.5"}};
     int column = 3;
-    for (const auto& each : columns) {
-        owner.table->InsertColumn(L"", 40, each.format, false);
+    for (const auto& [format, shown] : columns) {
+        owner.table->InsertColumn(L"", 40, format, false);
         owner.table->SetCell(1, column, 0.5);
-        EXPECT_EQ(owner.Cell(1, column++), each.shown) << Narrow(each.format);
+        EXPECT_EQ(owner.Cell(1, column++), shown) << Narrow(format);
     }
     owner.table->InsertColumn(nullptr, 40, L"%300.1f", false);
     owner.table->SetCell(1, column, 0.5);
@@ -141,15 +140,12 @@ TEST(TableRows, AreFound) {
     const wchar_t* rows[][2] = {{L"dapi", L"a"}, {L"DAPI", L"a"}, {L"DAPI", L"DAPI"}, {L"other", L"DAPI"}};
     for (auto& row : rows)
         table.InsertRow(row, 2, -1);
-    const struct {
-        const wchar_t* text;
-        int column, found;
-    } cases[] = {
+    const std::tuple<const wchar_t*, int, int> cases[] = {
         {L"DAPI", -1, 31}, {L"DAPI", 0, 31}, {L"dapi", -1, 30}, {L"DAPI", 1, 32},     {L"a", 1, -1},
         {L"Dapi", -1, -1}, {L"", -1, -1},    {L"31", -1, -1},   {L"12345678", 0, -1}, {L"DAPI", 9, -1},
     };
-    for (const auto& each : cases)
-        EXPECT_EQ(table.Search(each.text, each.column), each.found) << Narrow(each.text) << ' ' << each.column;
+    for (const auto& [text, column, found] : cases)
+        EXPECT_EQ(table.Search(text, column), found) << Narrow(text) << ' ' << column;
     table.SetUserData(5, 0, 42);
     table.SetUserData(9, 0, 42);
     EXPECT_EQ(table.Search(std::int64_t{42}, -1), 5);
@@ -159,8 +155,6 @@ TEST(TableRows, AreFound) {
     EXPECT_EQ(table.Search(L"DAPI", -1), -1);
     EXPECT_EQ(table.Search(std::int64_t{42}, 0), -1);
 }
-
-// ---- Editing -------------------------------------------------------------------------------------------------------
 
 TEST(TableEditing, StoresOnEnterAndDropsOtherwise) {
     Owner owner;
@@ -220,65 +214,46 @@ TEST(TableEditing, GoesByKeys) {
 
 TEST(TableEditing, SitsOnItsCell) {
     Owner owner;
-    int order[] = {2, 0, 1};
+    int orders[][3] = {{0, 1, 2}, {2, 0, 1}};
     for (const double zoom : {1.0, 1.5, 2.0}) {
         CKxGUILayoutManager::SetGuiZoom(zoom);
-        for (const bool reordered : {false, true}) {
-            if (reordered) ListView_SetColumnOrderArray(owner.List(), 3, order);
+        for (auto& order : orders) {
+            ListView_SetColumnOrderArray(owner.List(), 3, order);
             ListView_EnsureVisible(owner.List(), 20, FALSE);
-            const int row = ListView_GetTopIndex(owner.List()) + 1;
+            const int row = ListView_GetTopIndex(owner.List()) + 1, width = ListView_GetColumnWidth(owner.List(), 1);
             owner.DoubleClickOn(row, 1);
-            ASSERT_TRUE(Owner::Field()) << zoom << reordered << row;
+            ASSERT_TRUE(Owner::Field()) << zoom << order[0] << row;
             const HWND field = GetAncestor(Owner::Field(), GA_ROOT);
-            RECT rect{};
+            EXPECT_NE(field, GetAncestor(owner.List(), GA_ROOT));
+            RECT rect{}, cell{};
             GetWindowRect(field, &rect);
-            const POINT middle = owner.Middle(row, 1);
-            RECT cell{};
             ListView_GetItemRect(owner.List(), row, &cell, LVIR_BOUNDS);
-            POINT corner{middle.x - ListView_GetColumnWidth(owner.List(), 1) / 2, cell.top};
+            POINT corner{owner.Middle(row, 1).x - width / 2, cell.top};
             ClientToScreen(owner.List(), &corner);
-            EXPECT_NEAR(rect.left, corner.x + 3, 1) << zoom << reordered;
+            EXPECT_NEAR(rect.left, corner.x + 3, 1) << zoom << order[0];
             EXPECT_EQ(rect.top, corner.y + 3);
             EXPECT_EQ(rect.bottom - rect.top, cell.bottom - cell.top + 3);
-            EXPECT_EQ(rect.right - rect.left, ListView_GetColumnWidth(owner.List(), 1));
-            EXPECT_NE(field, GetAncestor(owner.List(), GA_ROOT));
+            EXPECT_EQ(rect.right - rect.left, width);
             Key(VK_ESCAPE);
         }
-        int first[] = {0, 1, 2};
-        ListView_SetColumnOrderArray(owner.List(), 3, first);
     }
     CKxGUILayoutManager::SetGuiZoom(1.0);
     EXPECT_EQ(ListView_GetColumnWidth(owner.List(), 1), 90);
 }
 
-// ---- Ends and owners -----------------------------------------------------------------------------------------------
-
 TEST(TableLife, EndsInTheMiddleOfAnything) {
-    {
-        Owner owner;
-        owner.onNotify = [&] { owner.table.reset(); };
-        owner.DoubleClickOn(2, 1);
-        Type(L"1\n");
-        EXPECT_EQ(owner.table, nullptr);
-    }
-    {
-        Owner owner;
-        owner.onNotify = [&] { owner.table->Destroy(); };
-        ListView_SetItemState(owner.List(), 1, LVIS_FOCUSED | LVIS_SELECTED, LVIS_FOCUSED | LVIS_SELECTED);
-        owner.table->SetFocus();
-        Key(VK_RETURN);  // activates
-        EXPECT_EQ(static_cast<HWND>(*owner.table), nullptr);
-    }
-    {
-        Owner owner;
-        owner.DoubleClickOn(2, 1);
-        const HWND field = GetAncestor(Owner::Field(), GA_ROOT);
-        ASSERT_TRUE(field);
-        DestroyWindow(*owner.table);
-        EXPECT_FALSE(IsWindow(field));
-        EXPECT_EQ(owner.table->GetListView(), nullptr);
-        EXPECT_TRUE(owner.parent.Record().Matches({Call("activated", 2)}));
-    }
+    Owner owner;
+    owner.DoubleClickOn(2, 1);
+    const HWND field = GetAncestor(Owner::Field(), GA_ROOT);
+    ASSERT_TRUE(field);
+    DestroyWindow(*owner.table);
+    EXPECT_FALSE(IsWindow(field));
+    EXPECT_EQ(owner.table->GetListView(), nullptr);
+    EXPECT_TRUE(owner.parent.Record().Matches({Call("activated", 2)}));
+    owner.onNotify = [&] { owner.table.reset(); };
+    owner.Fill();
+    owner.DoubleClickOn(2, 1);
+    EXPECT_EQ(owner.table, nullptr);
 }
 
 TEST(TableLife, PassesActivationOnWhenItIsNotAnswered) {
@@ -290,14 +265,15 @@ TEST(TableLife, PassesActivationOnWhenItIsNotAnswered) {
     owner.answer = 0;
     Key(VK_RETURN);
     EXPECT_TRUE(owner.parent.Record().Matches({Call("activated", 1), Call("passed on", 1)}));
+    owner.onNotify = [&] { owner.table->Destroy(); };
+    Key(VK_RETURN);
+    EXPECT_EQ(static_cast<HWND>(*owner.table), nullptr);
 }
 
 TEST(TableLife, ReplacesAListOfADialog) {
     RecordingParent parent;
     const auto add = [&](const wchar_t* name, int id, DWORD style) {
-        return CreateWindowExW(WS_EX_CLIENTEDGE, name, L"", WS_CHILD | WS_VISIBLE | WS_TABSTOP | style, 10, 30 * id, 90,
-                               25, parent.Window(), reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), nullptr,
-                               nullptr);
+        return AddChild(parent.Window(), name, id, {10, 30 * id, 100, 30 * id + 25}, WS_TABSTOP | style);
     };
     const HWND before = add(L"EDIT", 1, 0), list = add(WC_LISTVIEWW, 2, LVS_REPORT | LVS_NOSORTHEADER),
                after = add(L"EDIT", 3, 0);
@@ -313,9 +289,7 @@ TEST(TableLife, ReplacesAListOfADialog) {
     EXPECT_EQ(GetDlgCtrlID(table.GetListView()), 2);
     EXPECT_TRUE(GetWindowLongW(table.GetListView(), GWL_STYLE) & LVS_NOSORTHEADER);
     EXPECT_EQ(ListView_GetExtendedListViewStyle(table.GetListView()), DWORD{LVS_EX_GRIDLINES | LVS_EX_FULLROWSELECT});
-    const RECT place = RectInParent(table);
-    EXPECT_EQ(place.top, 60);
-    EXPECT_EQ(place.right, 100);
+    EXPECT_EQ(PlaceOf(table), "10 60 90 25");
 }
 
 TEST(TableGrowth, AThousandRoundsLeaveNothing) {

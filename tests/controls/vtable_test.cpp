@@ -1,59 +1,65 @@
 // The order of virtual functions is part of the binary interface: hosts derive from the controls.
 #include <bench/bench.h>
+#include <bench/slot.h>
 #include <kxdevui/controls/devgui_editbox_multivalue.h>
 #include <kxdevui/controls/devgui_editbox_spin.h>
+#include <kxdevui/controls/devgui_hpot.h>
+#include <kxdevui/controls/devgui_radio.h>
 
-#include <cstring>
-#include <utility>
 #include <vector>
 
 namespace {
 
-// A pointer to a virtual member function holds 1 plus the byte offset of its entry in the table; before the first
-// function stand the destructor's two entries, which together are slot 0.
-template <class Function>
-long SlotOf(Function function) {
-    long long words[sizeof(Function) / sizeof(long long)];
-    std::memcpy(words, &function, sizeof function);
-    return static_cast<long>((words[0] - 1) / static_cast<long long>(sizeof(void*))) - 1;
-}
+using kx::test::SlotsOf;
 
-using Slots = std::vector<std::pair<const char*, long>>;
-
-void ExpectFrom(long first, const Slots& slots) {
-    for (const auto& [name, found] : slots)
-        EXPECT_EQ(found, first++) << name;
-}
-
-struct EditBoxSlots : CKxDevUI_EditBox {
-    static Slots InOrder() {
-        using Self = EditBoxSlots;
-        return {{"SetRestriction", SlotOf(&Self::SetRestriction)},
-                {"SetMaxChars", SlotOf(&Self::SetMaxChars)},
-                {"OnEnter", SlotOf(&Self::OnEnter)},
-                {"OnSetFocus", SlotOf(&Self::OnSetFocus)},
-                {"OnKillFocus", SlotOf(&Self::OnKillFocus)},
-                {"OnChange", SlotOf(&Self::OnChange)},
-                {"OnChar", SlotOf(&Self::OnChar)}};
+struct EditBox : CKxDevUI_EditBox {
+    static std::vector<long> Slots() {
+        return SlotsOf(&EditBox::SetRestriction, &EditBox::SetMaxChars, &EditBox::OnEnter, &EditBox::OnSetFocus,
+                       &EditBox::OnKillFocus, &EditBox::OnChange, &EditBox::OnChar);
     }
 };
-
-struct EditBoxSpinSlots : CKxDevUI_EditBoxSpin {
-    static Slots InOrder() { return {{"OnSpin", SlotOf(&EditBoxSpinSlots::OnSpin)}}; }
+struct Spin : CKxDevUI_EditBoxSpin {
+    static std::vector<long> Slots() { return SlotsOf(&Spin::OnSpin); }
 };
-
-struct EditBoxMultiValueSlots : CKxDevUI_EditBoxMultiValue {
-    static Slots InOrder() {
-        using Self = EditBoxMultiValueSlots;
-        return {{"CheckRestriction", SlotOf(&Self::CheckRestriction)},
-                {"SetCountRestriction", SlotOf(&Self::SetCountRestriction)}};
+struct HPot : CKxDevUI_HPot {
+    static std::vector<long> Slots() {
+        return SlotsOf(&HPot::OnHPotChange, &HPot::OnHPotDragDrop, &HPot::OnLeftButtonUp, &HPot::OnHoverForPad,
+                       &HPot::UnHoverForPad, &HPot::CreateLinearBitmap, &HPot::CreateNonlinearBitmap,
+                       &HPot::CreateLinearRegionsBitmap, &HPot::CreateColorSliderBitmap);
     }
 };
+std::vector<long> RadioSlots() {
+    using Radio = CKxDevUI_Radio;
+    using Text = const wchar_t*;
+    return SlotsOf(static_cast<bool (Radio::*)(Text)>(&Radio::SetSelection),
+                   static_cast<void (Radio::*)(int)>(&Radio::SetSelection), &Radio::GetSelectionIndex,
+                   static_cast<int (Radio::*)(wchar_t*, int)>(&Radio::GetSelection),
+                   static_cast<double (Radio::*)()>(&Radio::GetSelection), &Radio::GetIndex, &Radio::GetValuesCount,
+                   &Radio::GetUserData, &Radio::SetUserData, &Radio::SetValueName, &Radio::SetValueEnabled,
+                   static_cast<int (Radio::*)(double, int)>(&Radio::InsertValue),
+                   static_cast<int (Radio::*)(Text, int)>(&Radio::InsertValue),
+                   static_cast<void (Radio::*)(const double*, int, int)>(&Radio::InsertValues),
+                   static_cast<void (Radio::*)(Text*, int, int)>(&Radio::InsertValues), &Radio::CheckRestriction);
+}
 
-TEST(ControlVirtualTable, HoldsTheEditBoxesOperations) {
-    ExpectFrom(19, EditBoxSlots::InOrder());
-    ExpectFrom(26, EditBoxSpinSlots::InOrder());
-    ExpectFrom(26, EditBoxMultiValueSlots::InOrder());
+TEST(ControlVirtualTable, HoldsEachOperationAtItsPlace) {
+    using MultiValue = CKxDevUI_EditBoxMultiValue;
+    const struct {
+        const char* name;
+        long first;
+        std::vector<long> slots;
+    } rows[] = {
+        {"edit box", 19, EditBox::Slots()},
+        {"with arrows", 26, Spin::Slots()},
+        {"for a list", 26, SlotsOf(&MultiValue::CheckRestriction, &MultiValue::SetCountRestriction)},
+        {"slider", 19, HPot::Slots()},
+        {"radio group", 19, RadioSlots()},
+    };
+    for (const auto& row : rows) {
+        long place = row.first;
+        for (const long slot : row.slots)
+            EXPECT_EQ(slot, place++) << row.name;
+    }
 }
 
 }  // namespace

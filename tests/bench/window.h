@@ -1,0 +1,27 @@
+// Windows beside the control under test, and where windows stand.
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+
+namespace kx::test {
+
+// A visible child with this rectangle in its parent's client area.
+inline HWND AddChild(HWND parent, const wchar_t* className, int id, const RECT& place, DWORD style = 0,
+                     const wchar_t* text = L"") {
+    return CreateWindowExW(0, className, text, WS_CHILD | WS_VISIBLE | style, place.left, place.top,
+                           place.right - place.left, place.bottom - place.top, parent,
+                           reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), nullptr, nullptr);
+}
+
+// "left top width height" in the parent's client area.
+inline std::string PlaceOf(HWND window) {
+    RECT r{};
+    GetWindowRect(window, &r);
+    MapWindowPoints(nullptr, GetAncestor(window, GA_PARENT), reinterpret_cast<POINT*>(&r), 2);
+    return std::to_string(r.left) + " " + std::to_string(r.top) + " " + std::to_string(r.right - r.left) + " " +
+           std::to_string(r.bottom - r.top);
+}
+
+}  // namespace kx::test
