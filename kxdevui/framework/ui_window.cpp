@@ -184,13 +184,6 @@ LRESULT Notify(HWND target, int id, int code, LPARAM lParam) {
     return target ? SendMessageW(target, WM_COMMAND, MAKEWPARAM(id, code), lParam) : 0;
 }
 
-void PlaceLike(HWND window, HWND placeholder) {
-    const RECT rect = RectInParent(placeholder);
-    // Behind the window before the placeholder; null, when there is none, puts it to the top.
-    SetWindowPos(window, GetWindow(placeholder, GW_HWNDPREV), rect.left, rect.top, rect.right - rect.left,
-                 rect.bottom - rect.top, SWP_NOACTIVATE);
-}
-
 void RegisterZoom(HWND window) {
     // At 100 % they stand right already, and the manager takes those that it does not know, or finds elsewhere than it
     // put them, as they stand.

@@ -253,9 +253,6 @@ LRESULT SubclassEntry(const Message& message) noexcept {
 // Sends WM_COMMAND with (id, code) and lParam to a control's parent or notification window; 0 when there is none.
 KXDEVUI_API LRESULT Notify(HWND target, int id, int code, LPARAM lParam);
 
-// Puts `window` where `placeholder` stands: same parent's place, same size, directly before it in the tab order.
-KXDEVUI_API void PlaceLike(HWND window, HWND placeholder);
-
 // Children have been laid out in unzoomed pixels: remember that and apply the zoom.
 KXDEVUI_API void RegisterZoom(HWND window);
 // The zoom has changed (WM_KX_ZOOM_CHANGED).

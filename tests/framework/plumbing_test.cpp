@@ -86,15 +86,6 @@ TEST(Plumbing, LeavesNothingBehind) {
     }));
 }
 
-TEST(Plumbing, TakesAPlaceholdersPlace) {
-    RecordingParent parent;
-    const HWND placeholder = AddChild(parent.Window(), L"STATIC", 1, {33, 44, 88, 110}),
-               window = AddChild(parent.Window(), L"STATIC", 2, {0, 0, 5, 5});
-    PlaceLike(window, placeholder);
-    EXPECT_EQ(PlaceOf(window), PlaceOf(placeholder));
-    EXPECT_EQ(GetWindow(window, GW_HWNDNEXT), placeholder);
-}
-
 TEST(Plumbing, ChoosesTheLanguageOfATemplateItself) {
     const std::vector<LANGID> all{0x0409, 0x0407, 0x0C0A, 0x0000}, few{0x0411, 0x0407}, none;
     const struct {
