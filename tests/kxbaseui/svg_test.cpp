@@ -196,16 +196,13 @@ TEST(Svg, GradientsRunFromStopToStop) {
         std::string gradient;
         int x, y, level;
     } table[] = {
-        {linear(""), 0, 50, 1},
-        {linear(""), 75, 3, 193},
-        {linear(" x2='0' y2='1'"), 3, 75, 193},
+        // clang-format off
+        {linear(""), 0, 50, 1}, {linear(""), 75, 3, 193}, {linear(" x2='0' y2='1'"), 3, 75, 193},
         {linear(" gradientUnits='userSpaceOnUse' x1='20' x2='40' spreadMethod='reflect'"), 45, 0, 185},
         {linear(" x2='.5' spreadMethod='repeat'"), 75, 0, 130},
         {linear(" gradientTransform='rotate(90)' href='#h'/><linearGradient id='h'"), 3, 75, 193},
-        {radial(""), 50, 50, 4},
-        {radial(""), 75, 50, 130},
-        {radial(""), 1, 1, 255},
-        {radial(" fx='0.25'"), 25, 50, 5},
+        {radial(""), 50, 50, 4}, {radial(""), 75, 50, 130}, {radial(""), 1, 1, 255}, {radial(" fx='0.25'"), 25, 50, 5},
+        // clang-format on
         // One that refers to itself has no stops and paints nothing.
         {"<linearGradient id='g' href='#g'/>", 50, 50, 0},
     };
@@ -272,34 +269,29 @@ TEST(Svg, PlacesText) {
 }
 
 TEST(Svg, MalformedDrawsNothing) {
-    const std::string doubling = [] {
-        std::string all = "<rect id='a0' width='9' height='9'/>";
-        for (int i = 1; i < 30; ++i) {
-            const std::string use = "<use href='#a" + std::to_string(i - 1) + "'/>";
-            all += "<g id='a" + std::to_string(i) + "'>" + use + use + "</g>";
-        }
-        return all;
-    }();
-    const std::string whole = "<rect width='100' height='100'/>";
-    std::vector<std::string> table{
-        "<svg",
-        "<html/>",
-        Svg(whole, "viewBox='0 0 0 9'"),
-        Svg(whole, "viewBox='0 0 9'"),
-        Svg(doubling),
-        Svg(Repeat("<g opacity='.9'>" + whole, 62) + Repeat("</g>", 62) + Repeat(whole, 500))};
-    for (const char* d : {"M1 1 L", "L1 1", "M1 1z2", "M1 1A1 1 0 2 0 3 3", "M1 1X", "M1 1e99"})
-        table.push_back(Svg(whole + "<path d='" + d + "'/>"));
-    for (const std::string& faulty :
-         {"<path d='M0 0" + Repeat("1 1 ", 20'001) + "'/>", "<polygon points='1 2 3'/>"s,
-          "<rect width='9furlong' height='1'/>"s, "<rect width='nan' height='inf'/>"s, "<g transform='scale(2'/>"s,
-          "<g transform='turn(2)'/>"s, "<use id='u' href='#u'/>"s, "<g id='u'><use href='#u'/></g>"s})
-        table.push_back(Svg(whole + faulty));
-    for (const std::string& text : table) {
+    const auto refuses = [](const std::string& text) {
         Image image{3, 3, std::vector<std::uint32_t>(9)};
         EXPECT_FALSE(Render(text, 1024, 1024, {}, nullptr, image)) << text.substr(0, 200);
         EXPECT_TRUE(image.pixels.empty());
+    };
+    std::string doubling = "<rect id='a0' width='9' height='9'/>";
+    for (int i = 1; i < 30; ++i) {
+        const std::string use = "<use href='#a" + std::to_string(i - 1) + "'/>";
+        doubling += "<g id='a" + std::to_string(i) + "'>" + use + use + "</g>";
     }
+    refuses(Svg(doubling));
+    const std::string whole = "<rect width='100' height='100'/>";
+    refuses(Svg(Repeat("<g opacity='.9'>" + whole, 62) + Repeat("</g>", 62) + Repeat(whole, 500)));
+    for (const std::string& text :
+         {"<svg"s, "<html/>"s, Svg(whole, "viewBox='0 0 0 9'"), Svg(whole, "viewBox='0 0 9'")})
+        refuses(text);
+    for (const char* d : {"M1 1 L", "L1 1", "M1 1z2", "M1 1A1 1 0 2 0 3 3", "M1 1X", "M1 1e99"})
+        refuses(Svg(whole + "<path d='" + d + "'/>"));
+    refuses(Svg(whole + "<path d='M0 0" + Repeat("1 1 ", 20'001) + "'/>"));
+    for (const char* faulty : {"<polygon points='1 2 3'/>", "<rect width='9furlong' height='1'/>",
+                               "<rect width='nan' height='inf'/>", "<g transform='scale(2'/>",
+                               "<g transform='turn(2)'/>", "<use id='u' href='#u'/>", "<g id='u'><use href='#u'/></g>"})
+        refuses(Svg(whole + faulty));
     Image image;
     const int sizes[][2] = {{0, 9}, {9, 0}, {-1, 9}, {1025, 9}, {9, 1'000'000}};
     for (const auto& size : sizes)

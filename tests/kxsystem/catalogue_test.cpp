@@ -38,37 +38,36 @@ void ExpectRefusal(const std::string& po, int line, const char* reason) {
 }  // namespace
 
 TEST(Catalogue, Takes) {
-    static const struct {
+    const std::string a = "msgctxt \"c\"\nmsgid \"a\"\nmsgstr ";
+    const struct {
         const char* name;
         std::string po;
         const wchar_t* expected;
-    } c_cases[] = {
-        {"plain", c_header + c_entry, L"A"},
+    } cases[] = {
+        // clang-format off
+        {"plain", c_header + c_entry, L"A"}, {"byte order mark", "\xEF\xBB\xBF" + c_header + c_entry, L"A"},
         {"no charset", "msgid \"\"\nmsgstr \"Language: de\\n\"\n" + c_entry, L"A"},
-        {"charset in other letters",
-         "msgid \"\"\nmsgstr \"X: y\\ncontent-TYPE: text/plain; CHARSET=utf-8 \\n\"" + c_entry, L"A"},
+        {"charset in capitals", "msgid \"\"\nmsgstr \"X: y\\ncontent-TYPE: x; CHARSET=utf-8 \\n\"" + c_entry, L"A"},
         {"charset in another line", "msgid \"\"\nmsgstr \"X-Was: charset=latin1\\n\"" + c_entry, L"A"},
-        {"byte order mark", "\xEF\xBB\xBF" + c_header + c_entry, L"A"},
         {"CRLF", "msgctxt \"c\"\r\nmsgid \"a\"\r\nmsgstr \"\"\r\n\"A\"\r\n\"B\"\r\n", L"AB"},
         {"no newline at the end", "msgctxt \"c\" msgid \"a\" msgstr \"A\"", L"A"},
         {"many lines", "msgctxt \"\"\n\"c\"\nmsgid \"\"\n\n\"a\"\nmsgstr \"x\"\n  \"y\" \"z\"\n", L"xyz"},
-        {"escapes", "msgctxt \"c\"\nmsgid \"a\"\nmsgstr \"\\n\\t\\r\\a\\b\\f\\v\\\\\\\"\"", L"\n\t\r\a\b\f\v\\\""},
-        {"a hash in a text", "msgctxt \"c\"\nmsgid \"a\"\nmsgstr \"#, fuzzy\"", L"#, fuzzy"},
-        {"2, 3 and 4 bytes", "msgctxt \"c\"\nmsgid \"a\"\nmsgstr \"\xC3\xA4\xE2\x82\xAC\xF0\x9F\x94\xAC\"",
-         L"ä€\U0001F52C"},
+        {"escapes", a + "\"\\n\\t\\r\\a\\b\\f\\v\\\\\\\"\"", L"\n\t\r\a\b\f\v\\\""},
+        {"a hash in a text", a + "\"#, fuzzy\"", L"#, fuzzy"}, {"untranslated", a + "\"\"\n", L"-"},
+        {"2, 3 and 4 bytes", a + "\"\xC3\xA4\xE2\x82\xAC\xF0\x9F\x94\xAC\"", L"ä€\U0001F52C"},
         {"all comments", "# \"\n#. x\n#: y:1\n#, c-format\n#| msgid \"b\"\n" + c_entry + "# end", L"A"},
         {"fuzzy", "#, c-format, fuzzy\n" + c_entry, L"-"},
         {"fuzzy as a part of a word", "#, fuzzyless\n#. fuzzy\n" + c_entry, L"A"},
-        {"fuzzy, then right", "#, fuzzy\nmsgctxt \"c\"\nmsgid \"a\"\nmsgstr \"X\"\n" + c_entry, L"A"},
-        {"untranslated", "msgctxt \"c\"\nmsgid \"a\"\nmsgstr \"\"\n", L"-"},
-        {"obsolete", c_header + "#~ msgctxt \"c\"\n#~ msgid \"a\"\n#~ msgstr \"A\"\n", L"-"},
+        {"fuzzy, then right", "#, fuzzy\n" + a + "\"X\"\n" + c_entry, L"A"},
         {"fuzzy and obsolete", "#, fuzzy\n#~ msgid \"b\"\n#~ msgstr \"B\"\n\n" + c_entry, L"A"},
+        {"obsolete", c_header + "#~ msgctxt \"c\"\n#~ msgid \"a\"\n#~ msgstr \"A\"\n", L"-"},
         {"plural", "msgctxt \"c\"\nmsgid \"a\"\nmsgid_plural \"b\"\nmsgstr[0] \"A\"\nmsgstr[1] \"B\"\n", L"-"},
         {"after a plural", "msgid \"a\"\nmsgid_plural \"b\"\nmsgstr[0] \"X\"\nmsgstr[1] \"B\"\n" + c_entry, L"A"},
         {"other context", "msgctxt \"d\"\nmsgid \"a\"\nmsgstr \"A\"\n", L"-"},
         {"no context", "msgid \"a\"\nmsgstr \"A\"\n", L"-"},
+        // clang-format on
     };
-    for (const auto& c : c_cases) {
+    for (const auto& c : cases) {
         const Result result(c.po);
         EXPECT_TRUE(result.catalogue) << c.name << ": line " << result.refusal.line << ", " << result.refusal.reason;
         EXPECT_EQ(result.Get(L"c", L"a"), c.expected) << c.name;
