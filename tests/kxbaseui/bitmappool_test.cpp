@@ -181,41 +181,36 @@ TEST(SvgString, ReplacesEveryOccurrence) {
 // What panels put colours and numbers into takes them all; each image shows enough, and no two are alike.
 TEST_F(BitmapPool, CarriesEveryImage) {
     const char *ring = "#FFE600", *number = "X</text>";
-    struct Shipped {
-        std::wstring name;
-        std::vector<const char*> placeholders;  // each is there once
-    };
-    std::vector<Shipped> images;
-    for (const wchar_t* name : {L"IDS_NOSEPIECE_0", L"IDS_NOSEPIECE_1"})
-        images.push_back({name, {ring, number}});
-    for (const wchar_t* name : {L"IDS_NOSEPIECE_0_EMPTY", L"IDS_NOSEPIECE_1_EMPTY", L"IDS_NOSEPIECE_MOTOR"})
-        images.push_back({name, {number}});
-    for (const wchar_t* name : {L"SHUTTER_OPEN", L"SHUTTER_CLOSED", L"LIGHTPATH", L"WINDOWOPEN", L"WINDOWOPEN_HOVER",
-                                L"PNG_ZSTACK_GOHOME", L"PNG_ZSTACK_GOHOMEKEEPZ"})
-        images.push_back({name, {}});
-    for (const std::wstring shape : {L"", L"_SQUARE"}) {
-        images.push_back({L"FILTER_EMPTY" + shape, {}});
-        std::vector<const char*> bands;
-        for (const char* band : {"#00FF01", "#00FF02", "#00FF03", "#00FF04", "#00FF05"}) {
-            bands.push_back(band);
-            images.push_back({L"FILTER_" + std::to_wstring(bands.size()) + L"BAND" + shape, bands});
-        }
-    }
     std::set<std::vector<std::uint32_t>> seen;
-    for (const Shipped& image : images) {
-        SCOPED_TRACE(Narrow(image.name));
+    const auto carries = [&](const std::wstring& name, const std::vector<const char*>& placeholders) {
+        SCOPED_TRACE(Narrow(name));
         CKxStringA svg;
-        EXPECT_TRUE(Pool::LoadSVGBaseUI(image.name.c_str(), svg));
-        for (const char* each : image.placeholders)
+        EXPECT_TRUE(Pool::LoadSVGBaseUI(name.c_str(), svg));
+        for (const char* each : placeholders)
             EXPECT_EQ(CKxSvgStringAPI::ReplaceString(svg, each, each == number ? "16</text>" : "#9A3301"), 1) << each;
         for (const char* each : {ring, number, "#00FF0"})
             EXPECT_EQ(svg.str().find(each), std::string::npos) << each;
         Blank();
-        ASSERT_TRUE(Draw(svg, {0, 0, 16, 16}));
+        EXPECT_TRUE(Draw(svg, {0, 0, 16, 16}));
         const auto pixels = Pixels();
         const auto isInk = [](std::uint32_t pixel) { return (pixel >> 8 & 0xFF) < 0xE0; };
         EXPECT_GT(std::count_if(pixels.begin(), pixels.end(), isInk), 40);
         EXPECT_TRUE(seen.insert(pixels).second);
+    };
+    for (const wchar_t* name : {L"IDS_NOSEPIECE_0", L"IDS_NOSEPIECE_1"})
+        carries(name, {ring, number});
+    for (const wchar_t* name : {L"IDS_NOSEPIECE_0_EMPTY", L"IDS_NOSEPIECE_1_EMPTY", L"IDS_NOSEPIECE_MOTOR"})
+        carries(name, {number});
+    for (const wchar_t* name : {L"SHUTTER_OPEN", L"SHUTTER_CLOSED", L"LIGHTPATH", L"WINDOWOPEN", L"WINDOWOPEN_HOVER",
+                                L"PNG_ZSTACK_GOHOME", L"PNG_ZSTACK_GOHOMEKEEPZ"})
+        carries(name, {});
+    for (const std::wstring shape : {L"", L"_SQUARE"}) {
+        carries(L"FILTER_EMPTY" + shape, {});
+        std::vector<const char*> bands;
+        for (const char* band : {"#00FF01", "#00FF02", "#00FF03", "#00FF04", "#00FF05"}) {
+            bands.push_back(band);
+            carries(L"FILTER_" + std::to_wstring(bands.size()) + L"BAND" + shape, bands);
+        }
     }
 }
 
