@@ -82,10 +82,9 @@ drag() {
   for i in 1 2 3 4; do point "$name" $((from + (to - from) * i / 4)); done
   xdotool mouseup 1
 }
-menu() {
-  local entry
-  for entry in "$@"; do click "Menu/$entry"; done
-}
+menu() { local entry; for entry in "$@"; do click "Menu/$entry"; done; }
+page() { click "Host/$1"; expect 'Places: told'; }
+time_series() { menu Devices 'Time series...'; expect 'Time series: OnInit.*' 'Places: told'; }
 
 # ---- Eyes ------------------------------------------------------------------------------------------------------------
 
@@ -112,8 +111,7 @@ until_true "the window manager does not give the host the focus" \
   sh -c 'xdotool getactivewindow getwindowname 2>/dev/null | grep -q "Microscope panels"'
 
 say "Typing, Tab and arrows"
-click Host/501
-expect 'Places: told'
+page 501
 click Stand/Camera/1001 80
 expect 'Focus: Stand/Camera/1001'
 keys End BackSpace BackSpace 5 5 period 5
@@ -142,8 +140,7 @@ expect 'Camera: OnCommand id 1004 code 0x0000' 'Status: Image taken'
 
 say "A modal dialog"
 look host Host
-menu Devices 'Time series...'
-expect 'Time series: OnInit.*' 'Places: told'
+time_series
 changed host Host
 click Dialog/1301 80
 keys End 2
@@ -151,18 +148,15 @@ expect 'Time series: OnCommand id 1301 code 0x0300'
 click Dialog/1
 expect 'Time series: OnCommand id 1 code 0x0000' 'Time series: OnDestroy' \
   "Status: Series of ${KX_E2E_BREAK:+9}102 images every 5 s planned"
-menu Devices 'Time series...'
-expect 'Time series: OnInit.*' 'Places: told'
+time_series
 keys Escape
 expect 'Time series: OnCommand id 2 code 0x0000' 'Time series: OnDestroy' 'Status: Series cancelled'
-menu Devices 'Time series...'
-expect 'Time series: OnInit.*' 'Places: told'
+time_series
 keys Return
 expect 'Time series: OnDestroy' 'Status: Series of 102 images every 5 s planned'
 
 say "Wheel and drag on the page of the controls"
-click Host/502
-expect 'Places: told'
+page 502
 look exposure Controls/Sliders/1520
 wheel_up Controls/Sliders/1520
 expect 'Exposure: OnHPotDragDrop'
@@ -191,8 +185,7 @@ until_true "the zoom does not come back" has_width Controls/Sliders/1520 "$unzoo
 unchanged exposure Controls/Sliders/1520
 
 say "The nosepiece"
-click Host/503
-expect 'Places: told'
+page 503
 look turret 'Optical path/Nosepiece/10204'
 click 'Optical path/Nosepiece/10204'
 expect 'Nosepiece: OnPositionChangeRequest\(4\)' 'Status: The nosepiece turns' 'Status: Plan Apo 60x/1.40 Oil'

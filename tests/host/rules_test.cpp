@@ -7,6 +7,7 @@
 #include <string>
 
 using namespace kx::host;
+using namespace std::string_literals;
 
 namespace {
 
@@ -56,34 +57,15 @@ TEST(HostRules, SettingsAreReadWholeOrNotAtAll) {
     const Settings none, all{150, 7, 2, 3, 688, 650};
     const std::string text = WriteSettings(all);
     const std::string body = "zoom=150\nlanguage=7\nscheme=2\npage=3\nwidth=688\nheight=650\n";
-    const struct {
-        std::string text;
-        Settings read;
-    } rows[] = {
-        // clang-format off
-        {text,                                            all},
-        {"[kxdevhost]\n" + body + "[end]",                all},
-        {"[kxdevhost]\nzoom=125\n[end]\n",               {.zoom = 125}},
-        {"",                                              none},
-        {"[other]\n" + body + "[end]\n",                  none},
-        {"[kxdevhost]\n" + body,                          none},
-        {"[kxdevhost]\n" + body + "[end]\nmore",          none},
-        {"[kxdevhost]\n" + body + "zoom=150\n[end]\n",    none},
-        {"[kxdevhost]\nzoom=130\n[end]\n",               none},
-        {"[kxdevhost]\nzoom=150x\n[end]\n",              none},
-        {"[kxdevhost]\nzoom=\n[end]\n",                  none},
-        {"[kxdevhost]\nzoom=99999999999\n[end]\n",       none},
-        {"[kxdevhost]\npage=-1\n[end]\n",                none},
-        {"[kxdevhost]\nscheme=4\n[end]\n",               none},
-        {"[kxdevhost]\nwidth=688\n[end]\n",              none},
-        {"[kxdevhost]\nwidth=9\nheight=650\n[end]\n",    none},
-        {"[kxdevhost]\nunknown=1\n[end]\n",              none},
-        {"[kxdevhost]\nzoom\n[end]\n",                   none},
-        {std::string("[kxdevhost]\0\n[end]\n", 20),      none},
-        // clang-format on
-    };
-    for (const auto& row : rows)
-        EXPECT_EQ(ReadSettings(row.text), row.read) << row.text;
+    EXPECT_EQ(ReadSettings(text), all);
+    EXPECT_EQ(ReadSettings("[kxdevhost]\n" + body + "[end]"), all);
+    EXPECT_EQ(ReadSettings("[kxdevhost]\nzoom=125\n[end]\n"), Settings{.zoom = 125});
+    for (const std::string& whole : {""s, "[other]\n" + body + "[end]\n", "[kxdevhost]\n" + body + "[end]\nmore"})
+        EXPECT_EQ(ReadSettings(whole), none) << whole;
+    for (const std::string& line :
+         {body + "zoom=150", "zoom=130"s, "zoom=150x"s, "zoom="s, "zoom=99999999999"s, "page=-1"s, "scheme=4"s,
+          "width=688"s, "width=9\nheight=650"s, "unknown=1"s, "zoom"s, "\0"s})
+        EXPECT_EQ(ReadSettings("[kxdevhost]\n" + line + "\n[end]\n"), none) << line;
     // Cut anywhere before its last line's text is whole.
     for (std::size_t i = 0; i + 2 < text.size(); ++i)
         EXPECT_EQ(ReadSettings(text.substr(0, i)), none) << i;

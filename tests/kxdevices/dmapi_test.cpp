@@ -7,7 +7,7 @@
 #include <limits>
 #include <memory>
 #include <stdexcept>
-#include <tuple>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -15,35 +15,24 @@ namespace {
 using namespace kx::test;
 
 // The time counter in the test's hand.
-class Clock {
-public:
+struct Clock {
     explicit Clock(unsigned start) {
-        s_now = start;
-        KX_SetTimeSource([] { return s_now; });
+        now = start;
+        KX_SetTimeSource([] { return now; });
     }
     ~Clock() { KX_SetTimeSource(nullptr); }
-    Clock(const Clock&) = delete;
-    Clock& operator=(const Clock&) = delete;
-    void Pass(unsigned milliseconds) { s_now += milliseconds; }
+    void Pass(unsigned milliseconds) { now += milliseconds; }
 
-private:
-    static inline unsigned s_now = 0;
+    static inline unsigned now = 0;
 };
 
 // Writes down what the registry tells.
-class Listener {
-public:
-    Listener()
-        : m_number(CKxDeviceRegistry::AddListener(
-              [this](unsigned id, EKxDeviceChange what) { record.Call("told", id, static_cast<int>(what)); })) {}
-    ~Listener() { CKxDeviceRegistry::RemoveListener(m_number); }
-    Listener(const Listener&) = delete;
-    Listener& operator=(const Listener&) = delete;
+struct Listener {
+    ~Listener() { CKxDeviceRegistry::RemoveListener(number); }
 
     Recorder record;
-
-private:
-    int m_number;
+    const int number = CKxDeviceRegistry::AddListener(
+        [this](unsigned id, EKxDeviceChange what) { record.Call("told", id, static_cast<int>(what)); });
 };
 
 Expected Told(unsigned id, EKxDeviceChange what) { return Call("told", id, static_cast<int>(what)); }
@@ -94,49 +83,44 @@ TEST(SimulatedDevices, TakeTimeStopAndFail) {
     CKxSimMicroscope microscope;
     auto& wheel = microscope.Add<CKxSimFilterChanger>(L"Wheel", std::vector<std::wstring>(8, L"525/50"),
                                                       SKxSimFilterChangerKind{});
-    const unsigned id = wheel.GetLogDevId();
     wheel.SetSpeed(100);
     listener.record.Clear();
-    long position = -1;
-    EXPECT_TRUE(wheel.GetPosition(position));
-    EXPECT_EQ(position, 0);
-    for (const long wrong : {-1L, 8L})
-        EXPECT_FALSE(wheel.MoveTo(wrong));
-
-    const struct {
-        long target;
-        unsigned duration;  // the shorter way round
-    } moves[] = {{3, 300}, {7, 400}, {0, 100}, {0, 100}};
-    for (const auto& move : moves) {
-        EXPECT_TRUE(wheel.MoveTo(move.target));
-        clock.Pass(move.duration - 1);
+    const auto stand = [&] {
+        long position = -1;
+        const bool known = wheel.GetPosition(position);
+        EXPECT_EQ(known, position >= 0);
+        return position;
+    };
+    const auto pass = [&](unsigned milliseconds) {
+        clock.Pass(milliseconds);
         microscope.Tick();
-        EXPECT_EQ(wheel.GetDeviceState(), eKxDeviceState_Moving);
-        EXPECT_FALSE(wheel.GetPosition(position = -1));
-        EXPECT_EQ(position, -1);
-        clock.Pass(1);
+        return wheel.GetDeviceState();
+    };
+    EXPECT_EQ(stand(), 0);
+    EXPECT_FALSE(wheel.MoveTo(-1) || wheel.MoveTo(8));
+    const auto told = Told(wheel.GetLogDevId(), EKxDeviceChange::Position);
+    // The shorter way round.
+    for (const auto& [target, duration] : {std::pair{3L, 300u}, {7L, 400u}, {0L, 100u}, {0L, 100u}}) {
+        EXPECT_TRUE(wheel.MoveTo(target));
+        EXPECT_EQ(pass(duration - 1), eKxDeviceState_Moving);
+        EXPECT_EQ(stand(), -1);
+        EXPECT_EQ(pass(1), eKxDeviceState_Ready);
+        EXPECT_EQ(stand(), target);
         microscope.Tick();
-        EXPECT_TRUE(wheel.GetPosition(position));
-        EXPECT_EQ(position, move.target);
-        microscope.Tick();
-        EXPECT_TRUE(
-            listener.record.Matches({Told(id, EKxDeviceChange::Position), Told(id, EKxDeviceChange::Position)}));
+        EXPECT_TRUE(listener.record.Matches({told, told}));
     }
     wheel.MoveTo(4);
     microscope.Stop();
-    EXPECT_EQ(wheel.GetDeviceState(), eKxDeviceState_Unknown);
-    EXPECT_FALSE(wheel.GetPosition(position));
+    EXPECT_EQ(pass(1000), eKxDeviceState_Unknown);
+    EXPECT_EQ(stand(), -1);
     microscope.SetFails(true);
     wheel.MoveTo(5);
-    clock.Pass(1000);
-    microscope.Tick();
-    EXPECT_EQ(wheel.GetDeviceState(), eKxDeviceState_Faulty);
+    EXPECT_EQ(pass(1000), eKxDeviceState_Faulty);
+    EXPECT_EQ(stand(), -1);
     microscope.SetFails(false);
     wheel.MoveTo(5);
-    clock.Pass(1000);
-    microscope.Tick();
-    EXPECT_TRUE(wheel.GetPosition(position));
-    EXPECT_EQ(position, 5);
+    EXPECT_EQ(pass(1000), eKxDeviceState_Ready);
+    EXPECT_EQ(stand(), 5);
 }
 
 TEST(SimulatedDevices, DrivesGoOverADistanceWithinTheirRange) {
@@ -148,15 +132,12 @@ TEST(SimulatedDevices, DrivesGoOverADistanceWithinTheirRange) {
     double x = 0, y = 0;
     EXPECT_TRUE(drive.GetPosition(x) && x == 10);
     EXPECT_TRUE(stage.GetPosition(x, y) && x == 0 && y == -5);
-    for (const double wrong : {9.9, 2000.1, std::numeric_limits<double>::quiet_NaN()}) {
-        EXPECT_FALSE(drive.MoveTo(wrong));
-        EXPECT_FALSE(stage.MoveTo(0, wrong));
-    }
+    for (const double wrong : {9.9, 2000.1, std::numeric_limits<double>::quiet_NaN()})
+        EXPECT_FALSE(drive.MoveTo(wrong) || stage.MoveTo(0, wrong));
     EXPECT_TRUE(drive.MoveTo(260) && stage.MoveTo(100, -305));
     clock.Pass(29);
     microscope.Tick();
-    EXPECT_FALSE(stage.GetPosition(x = -1, y));
-    EXPECT_EQ(x, -1);
+    EXPECT_TRUE(!stage.GetPosition(x = -1, y) && x == -1);
     EXPECT_TRUE(drive.GetPosition(x));
     EXPECT_NEAR(x, 10 + 250 * 29 / 30.0, 0.01) << "on its way it is somewhere between";
     clock.Pass(1);
@@ -166,8 +147,7 @@ TEST(SimulatedDevices, DrivesGoOverADistanceWithinTheirRange) {
     EXPECT_FALSE(CKxSimZDrive(L"None", SKxSimRange{5, 1}).MoveTo(3));
     EXPECT_TRUE(drive.MoveTo(560));
     clock.Pass(15);
-    EXPECT_TRUE(drive.MoveTo(10));
-    EXPECT_TRUE(drive.GetPosition(x) && x == 410) << "turned round half way";
+    EXPECT_TRUE(drive.MoveTo(10) && drive.GetPosition(x) && x == 410) << "turned round half way";
     microscope.SetSlowness(10);
     EXPECT_TRUE(stage.MoveTo(0, -305));
     clock.Pass(99);
@@ -185,8 +165,7 @@ TEST(SimulatedDevices, KeepTheirRules) {
     nosepiece.GetObjectiveName(7, text);
     EXPECT_EQ(text, L"");
     nosepiece.SetAvailable(1, false);
-    EXPECT_FALSE(nosepiece.MoveTo(1));
-    EXPECT_FALSE(nosepiece.GetPositionAvailable(1, text));
+    EXPECT_FALSE(nosepiece.MoveTo(1) || nosepiece.GetPositionAvailable(1, text));
     EXPECT_NE(text, L"");
 
     for (const bool several : {false, true}) {
@@ -205,28 +184,26 @@ TEST(SimulatedDevices, KeepTheirRules) {
     power.SetFails(true);
     EXPECT_TRUE(!power.SetPower(10) && !power.SetPortUsed(0, false) && power.IsPortUsed(0));
     auto& smart = microscope.Add<CKxSimShutter>(L"Smart", eKxShutterType_Epi, std::vector<double>{10, 40, 100});
-    EXPECT_TRUE(smart.SetAperture(60));
-    EXPECT_EQ(smart.GetAperture(), 40);
+    EXPECT_TRUE(smart.SetAperture(60) && smart.GetAperture() == 40);
     EXPECT_FALSE(smart.SetAperture(std::numeric_limits<double>::quiet_NaN()));
     EXPECT_EQ(DMApi::Shutter_GetStepAperture(smart.GetLogDevId(), 3), 0);
-    EXPECT_TRUE(smart.SetMode(eKxShutterMode_Aperture));
-    EXPECT_FALSE(smart.SetMode(static_cast<EKxShutterMode>(3)));
+    EXPECT_TRUE(smart.SetMode(eKxShutterMode_Aperture) && !smart.SetMode(static_cast<EKxShutterMode>(3)));
     EXPECT_FALSE(microscope.Add<CKxSimShutter>(L"Plain", eKxShutterType_Dia).SetMode(eKxShutterMode_Soft));
 }
 
 TEST(SimulatedDevices, TravelEvenlyAlongZ) {
-    SKxSimZDrive drive{.rangeMin = 0, .rangeMax = 100, .speed = 10, .from = 50, .to = 50};
-    // The counter wraps around on the way.
-    const unsigned start = 0xFFFFFF00u;
-    for (const auto& [to, after, stands] : {std::tuple{60.0, 500u, 55.0},
-                                            {60.0, 5000u, 60.0},
-                                            {-9.0, 2000u, 30.0},
-                                            {-9.0, 60000u, 0.0},
-                                            {std::nan(""), 1000u, 50.0}}) {
-        drive.from = drive.to = 50;
-        drive.Start(to, start);
-        EXPECT_EQ(drive.Position(start + after), stands);
-        EXPECT_EQ(drive.IsMoving(start + after), stands != drive.to);
+    const struct {
+        double to;
+        unsigned after;
+        double stands;
+    } rows[] = {{60, 500, 55}, {60, 5000, 60}, {-9, 2000, 30}, {-9, 60000, 0}, {std::nan(""), 1000, 50}};
+    for (const auto& row : rows) {
+        SKxSimZDrive drive{.rangeMin = 0, .rangeMax = 100, .speed = 10, .from = 50, .to = 50};
+        // The counter wraps around on the way.
+        const unsigned start = 0xFFFFFF00u;
+        drive.Start(row.to, start);
+        EXPECT_EQ(drive.Position(start + row.after), row.stands);
+        EXPECT_EQ(drive.IsMoving(start + row.after), row.stands != drive.to);
     }
 }
 

@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <utility>
+#include <vector>
 
 using namespace std::string_literals;
 
@@ -25,42 +27,47 @@ struct Result {
 const std::string c_header = "msgid \"\"\nmsgstr \"Content-Type: text/plain; charset=UTF-8\\n\"\n\n";
 const std::string c_entry = "msgctxt \"c\"\nmsgid \"a\"\nmsgstr \"A\"\n";
 
+void ExpectRefusal(const std::string& po, int line, const char* reason) {
+    const Result result(po);
+    const std::string shown = po.substr(0, 200);
+    EXPECT_FALSE(result.catalogue) << shown;
+    EXPECT_EQ(result.refusal.line, line) << shown;
+    EXPECT_STREQ(result.refusal.reason, reason) << shown;
+}
+
 }  // namespace
 
 TEST(Catalogue, Takes) {
-    static const struct {
+    const std::string a = "msgctxt \"c\"\nmsgid \"a\"\nmsgstr ";
+    const struct {
         const char* name;
         std::string po;
         const wchar_t* expected;
-    } c_cases[] = {
-        {"plain", c_header + c_entry, L"A"},
-        {"no header", c_entry, L"A"},
+    } cases[] = {
+        // clang-format off
+        {"plain", c_header + c_entry, L"A"}, {"byte order mark", "\xEF\xBB\xBF" + c_header + c_entry, L"A"},
         {"no charset", "msgid \"\"\nmsgstr \"Language: de\\n\"\n" + c_entry, L"A"},
-        {"charset in other letters",
-         "msgid \"\"\nmsgstr \"X: y\\ncontent-TYPE: text/plain; CHARSET=utf-8 \\n\"" + c_entry, L"A"},
+        {"charset in capitals", "msgid \"\"\nmsgstr \"X: y\\ncontent-TYPE: x; CHARSET=utf-8 \\n\"" + c_entry, L"A"},
         {"charset in another line", "msgid \"\"\nmsgstr \"X-Was: charset=latin1\\n\"" + c_entry, L"A"},
-        {"byte order mark", "\xEF\xBB\xBF" + c_header + c_entry, L"A"},
         {"CRLF", "msgctxt \"c\"\r\nmsgid \"a\"\r\nmsgstr \"\"\r\n\"A\"\r\n\"B\"\r\n", L"AB"},
         {"no newline at the end", "msgctxt \"c\" msgid \"a\" msgstr \"A\"", L"A"},
         {"many lines", "msgctxt \"\"\n\"c\"\nmsgid \"\"\n\n\"a\"\nmsgstr \"x\"\n  \"y\" \"z\"\n", L"xyz"},
-        {"escapes", "msgctxt \"c\"\nmsgid \"a\"\nmsgstr \"\\n\\t\\r\\a\\b\\f\\v\\\\\\\"\"", L"\n\t\r\a\b\f\v\\\""},
-        {"a hash in a text", "msgctxt \"c\"\nmsgid \"a\"\nmsgstr \"#, fuzzy\"", L"#, fuzzy"},
-        {"2, 3 and 4 bytes", "msgctxt \"c\"\nmsgid \"a\"\nmsgstr \"\xC3\xA4\xE2\x82\xAC\xF0\x9F\x94\xAC\"",
-         L"ä€\U0001F52C"},
+        {"escapes", a + "\"\\n\\t\\r\\a\\b\\f\\v\\\\\\\"\"", L"\n\t\r\a\b\f\v\\\""},
+        {"a hash in a text", a + "\"#, fuzzy\"", L"#, fuzzy"}, {"untranslated", a + "\"\"\n", L"-"},
+        {"2, 3 and 4 bytes", a + "\"\xC3\xA4\xE2\x82\xAC\xF0\x9F\x94\xAC\"", L"ä€\U0001F52C"},
         {"all comments", "# \"\n#. x\n#: y:1\n#, c-format\n#| msgid \"b\"\n" + c_entry + "# end", L"A"},
         {"fuzzy", "#, c-format, fuzzy\n" + c_entry, L"-"},
         {"fuzzy as a part of a word", "#, fuzzyless\n#. fuzzy\n" + c_entry, L"A"},
-        {"fuzzy for one entry only", "#, fuzzy\nmsgid \"b\"\nmsgstr \"B\"\n" + c_entry, L"A"},
-        {"fuzzy, then right", "#, fuzzy\nmsgctxt \"c\"\nmsgid \"a\"\nmsgstr \"X\"\n" + c_entry, L"A"},
-        {"untranslated", "msgctxt \"c\"\nmsgid \"a\"\nmsgstr \"\"\n", L"-"},
-        {"obsolete", c_header + "#~ msgctxt \"c\"\n#~ msgid \"a\"\n#~ msgstr \"A\"\n", L"-"},
+        {"fuzzy, then right", "#, fuzzy\n" + a + "\"X\"\n" + c_entry, L"A"},
         {"fuzzy and obsolete", "#, fuzzy\n#~ msgid \"b\"\n#~ msgstr \"B\"\n\n" + c_entry, L"A"},
+        {"obsolete", c_header + "#~ msgctxt \"c\"\n#~ msgid \"a\"\n#~ msgstr \"A\"\n", L"-"},
         {"plural", "msgctxt \"c\"\nmsgid \"a\"\nmsgid_plural \"b\"\nmsgstr[0] \"A\"\nmsgstr[1] \"B\"\n", L"-"},
         {"after a plural", "msgid \"a\"\nmsgid_plural \"b\"\nmsgstr[0] \"X\"\nmsgstr[1] \"B\"\n" + c_entry, L"A"},
         {"other context", "msgctxt \"d\"\nmsgid \"a\"\nmsgstr \"A\"\n", L"-"},
         {"no context", "msgid \"a\"\nmsgstr \"A\"\n", L"-"},
+        // clang-format on
     };
-    for (const auto& c : c_cases) {
+    for (const auto& c : cases) {
         const Result result(c.po);
         EXPECT_TRUE(result.catalogue) << c.name << ": line " << result.refusal.line << ", " << result.refusal.reason;
         EXPECT_EQ(result.Get(L"c", L"a"), c.expected) << c.name;
@@ -70,84 +77,42 @@ TEST(Catalogue, Takes) {
 
 TEST(Catalogue, RefusesWithTheLine) {
     const std::string charset = "msgid \"\"\nmsgstr \"Content-Type: text/plain; charset=";
-    const std::string after = "msgid \"b\"\nmsgstr \"B\"\n";
+    const std::string b = "msgid \"b\"", bs = b + "\nmsgid_plural \"bs\"", after = b + "\nmsgstr \"B\"\n";
     const struct {
-        std::string po;
-        int line;
         const char* reason;
-    } cases[] = {
-        {"", 1, "without any entry"},
-        {"# nothing\n", 2, "without any entry"},
-        {c_entry + "msgid \"b\"\nmsgstr \"B", 5, "a text that is not closed"},
-        {c_entry + "msgid \"b\"\nmsgstr \"B\n\"\n" + after, 5, "a text that is not closed"},
-        {c_entry + "msgid \"b\"\nmsgstr \"B\\", 5, "a text that is not closed"},
-        {c_entry + "msgid \"b\"\nmsgstr \"B\\\n\"", 5, "a text that is not closed"},
-        {c_entry + "msgid \"b\"", 4, "an entry that is not complete"},
-        {c_entry + "msgid \"b\"\nmsgstr", 5, "an entry that is not complete"},
-        {c_entry + "msgctxt \"b\"", 4, "an entry that is not complete"},
-        {c_entry + "msgid \"b\"\nmsgid_plural \"bs\"", 5, "an entry that is not complete"},
-        {c_entry + "msgid \"b\"\nmsg", 5, "an unknown keyword"},
-        {c_entry + "msgid \"b\"\n" + after, 5, "an entry that is not complete"},
-        {c_entry + "msgid \"b\"\n# here\nmsgstr \"B\"\n", 5, "an entry that is not complete"},
-        {"msgctxt \"c\"\nmsgctxt \"c\"\n" + after, 2, "an entry that is not complete"},
-        {"msgctxt \"c\"\nmsgstr \"B\"\n", 2, "a misplaced msgstr"},
-        {c_entry + "msgstr \"B\"\n", 4, "a misplaced msgstr"},
-        {c_entry + "msgid_plural \"B\"\n", 4, "a misplaced msgid_plural"},
-        {c_entry + "msgstr[0] \"B\"\n", 4, "a misplaced msgstr[]"},
-        {"msgid \"b\"\nmsgid_plural \"bs\"\nmsgstr \"B\"\n", 3, "a misplaced msgstr"},
-        {"msgid \"b\"\nmsgid_plural \"bs\"\nmsgstr[1] \"B\"\n", 3, "a wrong number of a plural form"},
-        {"msgid \"b\"\nmsgid_plural \"bs\"\nmsgstr[0 \"B\"\n", 3, "a wrong number of a plural form"},
-        {"msgid msgstr \"B\"\n", 1, "a keyword without a text"},
-        {"\"stray\"\n" + after, 1, "a text without a keyword"},
-        {c_entry + "# c\n\"stray\"\n", 5, "a text without a keyword"},
-        {c_entry + "domain \"x\"\n", 4, "an unknown keyword"},
-        {c_entry + "msgid 'b'\n", 4, "a keyword without a text"},
-        {c_entry + "MSGID \"b\"\n", 4, "an unknown keyword"},
-        {c_entry + "msgid \"b\\q\"\n", 4, "a wrong escape"},
-        {c_entry + "msgid \"b\\101\"\n", 4, "a wrong escape"},
-        {c_entry + "msgid \"b\\x41\"\n", 4, "a wrong escape"},
-        {charset + "ISO-8859-1\\n\"\n", 1, "a charset other than UTF-8"},
-        {charset + "CHARSET\\n\"\n", 1, "a charset other than UTF-8"},
-        {c_entry + charset + "UTF-16\"\n" + after, 4, "a charset other than UTF-8"},
-        {"#, fuzzy\n" + charset + "latin1\\n\"\n", 2, "a charset other than UTF-8"},
-        {c_entry + "msgid \"b\"\nmsgstr \"\xE4\"\n", 5, "not UTF-8"},
-        {c_entry + "# \xE4\n", 4, "not UTF-8"},
-        {c_entry + "# overlong \xC0\xAF", 4, "not UTF-8"},
-        {c_entry + "# overlong \xE0\x80\xAF", 4, "not UTF-8"},
-        {c_entry + "# overlong \xF0\x80\x80\xAF", 4, "not UTF-8"},
-        {c_entry + "# surrogate \xED\xA0\x80", 4, "not UTF-8"},
-        {c_entry + "# too large \xF4\x90\x80\x80", 4, "not UTF-8"},
-        {c_entry + "# cut \xE2\x82", 4, "not UTF-8"},
-        {c_entry + "msgid \"\xC3\"\n\"\xA4\"", 4, "not UTF-8"},
-        {"\xFF\xFE" + c_entry, 1, "not UTF-8"},
-        {c_entry + "msgid \"b\0\""s, 4, "a zero byte"},
-        {c_entry + "# a\rmsgid", 4, "a carriage return without a line feed"},
-        {std::string(CKxCatalogue::MaxSize, '\n') + c_entry, 1, "larger than 16 MB"},
+        std::vector<std::pair<int, std::string>> cases;  // the line, and what is on line 4 and after it
+    } table[] = {
+        // clang-format off
+        {"a text that is not closed", {{5, b + "\nmsgstr \"B"}, {5, b + "\nmsgstr \"B\n\"\n" + after},
+                                       {5, b + "\nmsgstr \"B\\"}, {5, b + "\nmsgstr \"B\\\n\""}}},
+        {"an entry that is not complete", {
+            {4, b}, {4, "msgctxt \"b\""}, {5, bs}, {5, b + "\nmsgstr"}, {5, b + "\n" + after},
+            {5, b + "\n# here\nmsgstr \"B\"\n"}, {5, "msgctxt \"c\"\nmsgctxt \"c\"\n" + after}}},
+        {"an unknown keyword", {{5, b + "\nmsg"}, {4, "domain \"x\"\n"}, {4, "MSGID \"b\"\n"}}},
+        {"a misplaced msgstr", {{5, "msgctxt \"c\"\nmsgstr \"B\""}, {4, "msgstr \"B\""}, {6, bs + "\nmsgstr \"B\""}}},
+        {"a misplaced msgid_plural", {{4, "msgid_plural \"B\"\n"}}},
+        {"a misplaced msgstr[]", {{4, "msgstr[0] \"B\"\n"}}},
+        {"a wrong number of a plural form", {{6, bs + "\nmsgstr[1] \"B\"\n"}, {6, bs + "\nmsgstr[0 \"B\"\n"}}},
+        {"a keyword without a text", {{4, "msgid msgstr \"B\"\n"}, {4, "msgid 'b'\n"}}},
+        {"a text without a keyword", {{5, "# c\n\"stray\"\n"}}},
+        {"a wrong escape", {{4, "msgid \"b\\q\"\n"}, {4, "msgid \"b\\101\"\n"}, {4, "msgid \"b\\x41\"\n"}}},
+        {"a charset other than UTF-8", {
+            {4, charset + "ISO-8859-1\\n\"\n"}, {4, charset + "CHARSET\\n\"\n"}, {4, charset + "UTF-16\"\n" + after},
+            {5, "#, fuzzy\n" + charset + "latin1\\n\"\n"}}},
+        // Alone, in two texts, cut, overlong, a surrogate, beyond all characters.
+        {"not UTF-8", {
+            {5, b + "\nmsgstr \"\xE4\"\n"}, {4, "msgid \"\xC3\"\n\"\xA4\""}, {4, "# \xE2\x82"}, {4, "# \xC0\xAF"},
+            {4, "# \xE0\x80\xAF"}, {4, "# \xF0\x80\x80\xAF"}, {4, "# \xED\xA0\x80"}, {4, "# \xF4\x90\x80\x80"}}},
+        {"a zero byte", {{4, "msgid \"b\0\""s}}},
+        {"a carriage return without a line feed", {{4, "# a\rmsgid"}}},
+        // clang-format on
     };
-    for (const auto& c : cases) {
-        const Result result(c.po);
-        const std::string shown = c.po.substr(0, 200);
-        EXPECT_FALSE(result.catalogue) << shown;
-        EXPECT_EQ(result.refusal.line, c.line) << shown;
-        EXPECT_STREQ(result.refusal.reason, c.reason) << shown;
-    }
-}
-
-TEST(Catalogue, TheFirstOfDuplicatesHolds) {
-    const Result result(c_entry + "\nmsgctxt \"c\"\nmsgid \"a\"\nmsgstr \"X\"\n\n# again\n" + c_entry +
-                        "msgctxt \"d\"\nmsgid \"a\"\nmsgstr \"D\"\n");
-    EXPECT_EQ(result.Get(L"c", L"a"), L"A");
-    EXPECT_EQ(result.Get(L"d", L"a"), L"D");
-    ASSERT_EQ(result.duplicates.size(), 2u);
-    EXPECT_EQ(result.duplicates[0].line, 5);
-    EXPECT_EQ(result.duplicates[1].line, 10);
-}
-
-TEST(Catalogue, AddMissingKeepsItsOwn) {
-    Result mine(c_entry + "msgid \"b\"\nmsgstr \"B\"\n"),
-        other("msgctxt \"c\"\nmsgid \"a\"\nmsgstr \"X\"\nmsgid \"z\"\nmsgstr \"Z\"\n");
-    mine.catalogue->AddMissing(std::move(*other.catalogue));
-    EXPECT_EQ(mine.Get(L"c", L"a"), L"A");
-    EXPECT_EQ(mine.Get(L"", L"b"), L"B");
-    EXPECT_EQ(mine.Get(L"", L"z"), L"Z");
+    for (const auto& row : table)
+        for (const auto& [line, rest] : row.cases)
+            ExpectRefusal(c_entry + rest, line, row.reason);
+    ExpectRefusal("", 1, "without any entry");
+    ExpectRefusal("# nothing\n", 2, "without any entry");
+    ExpectRefusal("\"stray\"\n" + after, 1, "a text without a keyword");
+    ExpectRefusal("\xFF\xFE" + c_entry, 1, "not UTF-8");
+    ExpectRefusal(std::string(CKxCatalogue::MaxSize, '\n') + c_entry, 1, "larger than 16 MB");
 }
