@@ -162,13 +162,6 @@ void DoubleClick(HWND window, int x, int y, Button button) {
     Release(button);
 }
 
-void Drag(HWND window, POINT from, POINT to, int steps, Button button) {
-    Press(window, from.x, from.y, button);
-    for (int step = 1; step <= steps; ++step)
-        MoveTo(window, from.x + MulDiv(to.x - from.x, step, steps), from.y + MulDiv(to.y - from.y, step, steps));
-    Release(button);
-}
-
 void Wheel(int delta, UINT modifiers) {
     const Held held(modifiers);
     SendMouse(MOUSEEVENTF_WHEEL, 0, 0, static_cast<DWORD>(delta));
