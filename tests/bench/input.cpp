@@ -32,20 +32,14 @@ void SendMouse(DWORD flags, LONG x = 0, LONG y = 0, DWORD data = 0, DWORD time =
 
     INPUT input{};
     input.type = INPUT_MOUSE;
-    input.mi.dx = x;
-    input.mi.dy = y;
-    input.mi.mouseData = data;
-    input.mi.dwFlags = flags;
-    input.mi.time = time;
+    input.mi = {x, y, data, flags, time, 0};
     Send(input);
 }
 
 void SendKey(WORD virtualKey, WORD scan, DWORD flags) {
     INPUT input{};
     input.type = INPUT_KEYBOARD;
-    input.ki.wVk = virtualKey;
-    input.ki.wScan = scan;
-    input.ki.dwFlags = flags;
+    input.ki = {virtualKey, scan, flags, 0, 0};
     Send(input);
 }
 

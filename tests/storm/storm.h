@@ -51,7 +51,6 @@ public:
     virtual CKxDevUI_Base* Control() = 0;
     // Living windows to aim at; none makes the storm call Create.
     virtual std::vector<Target> Windows() = 0;
-    // An operation of this control alone.
     virtual Step Operate(Random& random) = 0;
     // The invariant that does not hold any more; empty when all do.
     virtual std::string Check() = 0;

@@ -32,6 +32,10 @@ struct Aim {
 
     HWND AnyWindow() const { return random.Of(windows).window; }
     LPARAM AnyOrNone() const { return random.OneIn(3) ? 0 : reinterpret_cast<LPARAM>(AnyWindow()); }
+    // A radio button that is hidden or disabled, where no user can click, looks under Wine for its group for ever.
+    bool CanBePressed() const {
+        return target.ours || (IsWindowVisible(target.window) && IsWindowEnabled(target.window));
+    }
     LPARAM Point() const {
         const int x = random.Length();
         return MAKELPARAM(x, random.Length());
@@ -128,7 +132,7 @@ Step MouseStep(const Aim& aim) {
     }
     // In some of the platform's controls a press runs a loop of its own until the button comes up; with the right one,
     // that opens a menu, whose loop would wait for a user.
-    if (!aim.target.ours && message == WM_RBUTTONDOWN) return WheelStep(aim);
+    if (!aim.CanBePressed() || (!aim.target.ours && message == WM_RBUTTONDOWN)) return WheelStep(aim);
     const LPARAM point = aim.Point();
     Step step = Sent(aim, message, static_cast<WPARAM>(aim.random.Below(32)), point);
     if (!aim.target.ours) {
@@ -142,6 +146,7 @@ Step MouseStep(const Aim& aim) {
 
 // Keys that open a menu stay out: the menu's own loop would wait for a user.
 Step KeyStep(const Aim& aim) {
+    if (!aim.CanBePressed()) return WheelStep(aim);
     const int character = aim.random.Of<int>({'0', '9', '-', '.', ',', 'x', 8, 9, 13, 27, 0x3042, 0xD800, 0});
     const int key = aim.random.Of({VK_LEFT, VK_RIGHT, VK_UP, VK_DOWN, VK_PRIOR, VK_NEXT, VK_HOME, VK_END, VK_TAB,
                                    VK_RETURN, VK_ESCAPE, VK_SPACE, VK_DELETE, VK_BACK, VK_F2, VK_F4, VK_F5, int{'A'}});
