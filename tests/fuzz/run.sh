@@ -89,7 +89,7 @@ colorslider s/minimum == heldMinimum ? GivesWay::Minimum/minimum != heldMinimum 
 colorslider s/static_cast<long long>(index) + steps/index + steps/
 colorslider s/std::min(minimum, maximum), 0, count/minimum, 0, count/
 colorslider s/ticks.back().position != tick.position/true/
-colorslider s/\*size = Size(\*size);/*size = *size;/
+colorslider s/\*size = Size(\*size);/static_cast<void>(Size(*size));/
 editbox s/if (++count > kMostDigits)/if (++count > kMostDigits + 1)/
 editbox s/ || rest != piece.c_str() + piece.size()//
 editbox s/for (const double factor : {10.0, 5.0, 2.0, 1.0})/for (const double factor : {10.0, 5.0, 1.0})/
