@@ -17,3 +17,10 @@
 #include <bench/modal_answer.h>      // answers dialogs and message boxes
 #include <bench/counters.h>          // growth of GDI objects, windows and heap
 #include <bench/picture.h>           // what a window looks like
+
+namespace kx::test {
+
+// What else the report of a crash is to say.
+extern std::function<std::string()> crashNote;
+
+}  // namespace kx::test

@@ -32,20 +32,14 @@ void SendMouse(DWORD flags, LONG x = 0, LONG y = 0, DWORD data = 0, DWORD time =
 
     INPUT input{};
     input.type = INPUT_MOUSE;
-    input.mi.dx = x;
-    input.mi.dy = y;
-    input.mi.mouseData = data;
-    input.mi.dwFlags = flags;
-    input.mi.time = time;
+    input.mi = {x, y, data, flags, time, 0};
     Send(input);
 }
 
 void SendKey(WORD virtualKey, WORD scan, DWORD flags) {
     INPUT input{};
     input.type = INPUT_KEYBOARD;
-    input.ki.wVk = virtualKey;
-    input.ki.wScan = scan;
-    input.ki.dwFlags = flags;
+    input.ki = {virtualKey, scan, flags, 0, 0};
     Send(input);
 }
 
@@ -159,13 +153,6 @@ void Click(HWND window, int x, int y, Button button) {
 void DoubleClick(HWND window, int x, int y, Button button) {
     Click(window, x, y, button);
     PressAt(window, x, y, button, pressTime + 1);
-    Release(button);
-}
-
-void Drag(HWND window, POINT from, POINT to, int steps, Button button) {
-    Press(window, from.x, from.y, button);
-    for (int step = 1; step <= steps; ++step)
-        MoveTo(window, from.x + MulDiv(to.x - from.x, step, steps), from.y + MulDiv(to.y - from.y, step, steps));
     Release(button);
 }
 

@@ -48,9 +48,6 @@ void Release(Button button = Button::Left);  // where the mouse is
 void Click(HWND window, int x, int y, Button button = Button::Left);
 void DoubleClick(HWND window, int x, int y, Button button = Button::Left);
 
-// Presses at from, moves to to in so many steps of equal length, releases there.
-void Drag(HWND window, POINT from, POINT to, int steps = 8, Button button = Button::Left);
-
 // Turns the wheel where the mouse is: 120 is one notch away from the user. Modifiers: MOD_SHIFT, MOD_CONTROL, MOD_ALT.
 void Wheel(int delta, UINT modifiers = 0);
 

@@ -1,5 +1,5 @@
 // The main of every test program: googletest's options, and --suites=A,B,C, the suites that ctest knows of.
-#include <bench/input.h>
+#include <bench/bench.h>
 
 #include <windows.h>
 #include <commctrl.h>
@@ -12,6 +12,8 @@
 #include <string>
 #include <string_view>
 
+std::function<std::string()> kx::test::crashNote;
+
 namespace {
 
 // googletest has no structured exception handling here: without this a crash would end the run and name no test.
@@ -20,6 +22,13 @@ LONG WINAPI ReportCrash(EXCEPTION_POINTERS* exception) {
     const testing::TestInfo* test = testing::UnitTest::GetInstance()->current_test_info();
     std::printf("CRASH: exception 0x%08lX at %p in %s.%s\n", record.ExceptionCode, record.ExceptionAddress,
                 test ? test->test_suite_name() : "no test", test ? test->name() : "");
+    HMODULE module = nullptr;
+    GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+                       static_cast<const wchar_t*>(record.ExceptionAddress), &module);
+    wchar_t name[MAX_PATH] = L"";
+    GetModuleFileNameW(module, name, MAX_PATH);
+    std::printf("  in %ls, loaded at %p\n", name, static_cast<void*>(module));
+    if (kx::test::crashNote) std::printf("  %s\n", kx::test::crashNote().c_str());
     std::fflush(stdout);
     TerminateProcess(GetCurrentProcess(), 1);
     return EXCEPTION_EXECUTE_HANDLER;

@@ -1,32 +1,28 @@
 #include <bench/modal_answer.h>
 
+#include <commctrl.h>
+
 #include <gtest/gtest.h>
 
 namespace kx::test {
 namespace {
 
 constexpr UINT answerMessage = WM_APP;
-constexpr wchar_t className[] = L"KxModalAnswer";
 
 ModalAnswer* youngest = nullptr;
 
-bool IsDialog(HWND window) { return GetClassWord(window, GCW_ATOM) == 32770; }
-
-std::wstring TextOfWindow(HWND window) {
+std::wstring Text(HWND window) {
     std::wstring text(static_cast<size_t>(GetWindowTextLengthW(window)) + 1, L'\0');
     text.resize(static_cast<size_t>(GetWindowTextW(window, text.data(), static_cast<int>(text.size()))));
     return text;
 }
 
 DialogTexts Read(HWND dialog) {
-    DialogTexts texts{TextOfWindow(dialog), {}};
+    DialogTexts texts{Text(dialog), {}};
     EnumChildWindows(
         dialog,
         [](HWND child, LPARAM param) -> BOOL {
-            wchar_t name[64]{};
-            GetClassNameW(child, name, 64);
-            reinterpret_cast<DialogTexts*>(param)->controls.push_back(
-                {GetDlgCtrlID(child) & 0xFFFF, name, TextOfWindow(child)});
+            reinterpret_cast<DialogTexts*>(param)->controls.emplace(GetDlgCtrlID(child) & 0xFFFF, Text(child));
             return TRUE;
         },
         reinterpret_cast<LPARAM>(&texts));
@@ -36,20 +32,13 @@ DialogTexts Read(HWND dialog) {
 }  // namespace
 
 std::wstring DialogTexts::TextOf(int id) const {
-    for (const Control& control : controls)
-        if (control.id == id) return control.text;
-    return {};
+    const auto found = controls.find(id);
+    return found == controls.end() ? std::wstring() : found->second;
 }
 
 ModalAnswer::ModalAnswer(Action action) : action_(std::move(action)), older_(youngest) {
-    const HINSTANCE instance = GetModuleHandleW(nullptr);
-    WNDCLASSW windowClass{};
-    windowClass.lpfnWndProc = Procedure;
-    windowClass.hInstance = instance;
-    windowClass.lpszClassName = className;
-    RegisterClassW(&windowClass);
-    window_ = CreateWindowW(className, nullptr, 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, instance, nullptr);
-    SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+    window_ = CreateWindowW(L"STATIC", nullptr, 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr);
+    SetWindowSubclass(window_, Procedure, 0, reinterpret_cast<DWORD_PTR>(this));
     hook_ = SetWindowsHookExW(WH_CBT, Hook, nullptr, GetCurrentThreadId());
     if (!window_ || !hook_) ADD_FAILURE() << "dialogs cannot be answered: error " << GetLastError();
     youngest = this;
@@ -65,7 +54,7 @@ ModalAnswer::~ModalAnswer() {
 
 LRESULT CALLBACK ModalAnswer::Hook(int code, WPARAM wParam, LPARAM lParam) {
     const auto window = reinterpret_cast<HWND>(wParam);
-    if (youngest && code == HCBT_ACTIVATE && IsDialog(window)) youngest->Activated(window);
+    if (youngest && code == HCBT_ACTIVATE && GetClassWord(window, GCW_ATOM) == 32770) youngest->Activated(window);
     if (code == HCBT_DESTROYWND)
         for (ModalAnswer* each = youngest; each; each = each->older_)
             each->seen_.erase(window);
@@ -81,13 +70,11 @@ void ModalAnswer::Activated(HWND dialog) {
     PostMessageW(window_, answerMessage, reinterpret_cast<WPARAM>(dialog), 0);
 }
 
-LRESULT CALLBACK ModalAnswer::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    auto* self = reinterpret_cast<ModalAnswer*>(GetWindowLongPtrW(window, GWLP_USERDATA));
-    if (self && message == answerMessage) {
-        self->Answer(reinterpret_cast<HWND>(wParam));
-        return 0;
-    }
-    return DefWindowProcW(window, message, wParam, lParam);
+LRESULT CALLBACK ModalAnswer::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
+                                        DWORD_PTR self) {
+    if (message != answerMessage) return DefSubclassProc(window, message, wParam, lParam);
+    reinterpret_cast<ModalAnswer*>(self)->Answer(reinterpret_cast<HWND>(wParam));
+    return 0;
 }
 
 void ModalAnswer::Answer(HWND dialog) {

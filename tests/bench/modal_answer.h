@@ -13,6 +13,7 @@
 #include <windows.h>
 
 #include <functional>
+#include <map>
 #include <set>
 #include <string>
 #include <vector>
@@ -21,13 +22,8 @@ namespace kx::test {
 
 // What a dialog showed when it opened.
 struct DialogTexts {
-    struct Control {
-        int id;
-        std::wstring className;
-        std::wstring text;
-    };
     std::wstring title;
-    std::vector<Control> controls;
+    std::map<int, std::wstring> controls;  // by their ids
 
     // The text of the control with this id; empty when there is none. A message box has its text at 0xFFFF.
     std::wstring TextOf(int id) const;
@@ -48,7 +44,8 @@ public:
 
 private:
     static LRESULT CALLBACK Hook(int code, WPARAM wParam, LPARAM lParam);
-    static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+    static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
+                                      DWORD_PTR self);
     void Activated(HWND dialog);
     void Answer(HWND dialog);
 

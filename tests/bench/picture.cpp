@@ -6,63 +6,29 @@
 #include <cstdlib>
 #include <fstream>
 
+#include <kxdevui/framework/ui_gdi.h>
+
 namespace kx::test {
-
-// A memory DC with a bitmap of 32 bits per pixel in it, while a picture is taken.
-class Canvas {
-public:
-    explicit Canvas(HWND window) {
-        RECT client{};
-        GetClientRect(window, &client);
-        info_.bmiHeader.biSize = sizeof(info_.bmiHeader);
-        info_.bmiHeader.biWidth = client.right;
-        info_.bmiHeader.biHeight = -client.bottom;
-        info_.bmiHeader.biPlanes = 1;
-        info_.bmiHeader.biBitCount = 32;
-        dc_ = CreateCompatibleDC(nullptr);
-        if (client.right > 0 && client.bottom > 0)
-            bitmap_ = CreateDIBSection(dc_, &info_, DIB_RGB_COLORS, &bits_, nullptr, 0);
-        if (bitmap_) old_ = SelectObject(dc_, bitmap_);
-    }
-    ~Canvas() {
-        if (bitmap_) {
-            SelectObject(dc_, old_);
-            DeleteObject(bitmap_);
-        }
-        DeleteDC(dc_);
-    }
-    Canvas(const Canvas&) = delete;
-    Canvas& operator=(const Canvas&) = delete;
-
-    HDC Dc() const { return dc_; }
-
-    Picture Take() const {
-        GdiFlush();
-        const int width = bitmap_ ? info_.bmiHeader.biWidth : 0;
-        const int height = bitmap_ ? -info_.bmiHeader.biHeight : 0;
-        const auto* first = static_cast<const std::uint32_t*>(bits_);
-        std::vector<std::uint32_t> pixels(first, first + static_cast<std::ptrdiff_t>(width) * height);
-        // GDI leaves the fourth byte undefined.
-        for (std::uint32_t& pixel : pixels)
-            pixel &= 0xFFFFFF;
-        return Picture(width, height, std::move(pixels));
-    }
-
-private:
-    BITMAPINFO info_{};
-    HDC dc_ = nullptr;
-    void* bits_ = nullptr;
-    HBITMAP bitmap_ = nullptr;
-    HGDIOBJ old_ = nullptr;
-};
-
 namespace {
+
+BITMAPINFOHEADER Header(LONG width, LONG height) {
+    BITMAPINFOHEADER header{};
+    header.biSize = sizeof(header);
+    header.biWidth = width;
+    header.biHeight = -height;
+    header.biPlanes = 1;
+    header.biBitCount = 32;
+    return header;
+}
+
+// 0x00RRGGBB as a COLORREF, and the other way round.
+COLORREF Swapped(std::uint32_t color) { return (color & 0xFF) << 16 | (color & 0xFF00) | (color >> 16 & 0xFF); }
 
 // WM_PRINT cannot be relied on to draw the children, so each window is asked by itself, the lowest first.
 void PrintTree(HWND window, HDC dc, POINT at) {
     RECT client{};
     GetClientRect(window, &client);
-    const int saved = SaveDC(dc);
+    const kx::ui::SavedDC saved(dc);
     SetViewportOrgEx(dc, at.x, at.y, nullptr);
     IntersectClipRect(dc, 0, 0, client.right, client.bottom);
     SendMessageW(window, WM_ERASEBKGND, reinterpret_cast<WPARAM>(dc), 0);
@@ -75,36 +41,49 @@ void PrintTree(HWND window, HDC dc, POINT at) {
         MapWindowPoints(child, window, &corner, 1);
         PrintTree(child, dc, {at.x + corner.x, at.y + corner.y});
     }
-    RestoreDC(dc, saved);
 }
 
 }  // namespace
 
-Picture::Picture(int width, int height, std::vector<std::uint32_t> pixels)
-    : width_(width), height_(height), pixels_(std::move(pixels)) {}
+Picture::Picture(HWND window, const std::function<void(HDC)>& draw) {
+    RECT client{};
+    GetClientRect(window, &client);
+    BITMAPINFO info{};
+    info.bmiHeader = Header(client.right, client.bottom);
+    void* bits = nullptr;
+    const kx::ui::MemoryDC dc(CreateCompatibleDC(nullptr));
+    const kx::ui::Bitmap bitmap(CreateDIBSection(dc.get(), &info, DIB_RGB_COLORS, &bits, nullptr, 0));
+    if (!bitmap) return;
+    const kx::ui::Selection selection(dc.get(), bitmap.get());
+    draw(dc.get());
+    GdiFlush();
+    width_ = client.right;
+    height_ = client.bottom;
+    const auto* first = static_cast<const std::uint32_t*>(bits);
+    pixels_.assign(first, first + static_cast<std::ptrdiff_t>(width_) * height_);
+    // GDI leaves the fourth byte undefined.
+    for (std::uint32_t& pixel : pixels_)
+        pixel &= 0xFFFFFF;
+}
 
 Picture Picture::Printed(HWND window) {
-    const Canvas canvas(window);
-    PrintTree(window, canvas.Dc(), {0, 0});
-    return canvas.Take();
+    return {window, [window](HDC dc) { PrintTree(window, dc, {0, 0}); }};
 }
 
 Picture Picture::OnScreen(HWND window) {
-    const Canvas canvas(window);
     RedrawWindow(window, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
-    RECT client{};
-    GetClientRect(window, &client);
-    // The children's pixels are part of what is seen, whatever the window's own clipping.
-    const HDC dc = GetDCEx(window, nullptr, DCX_CACHE);
-    BitBlt(canvas.Dc(), 0, 0, client.right, client.bottom, dc, 0, 0, SRCCOPY);
-    ReleaseDC(window, dc);
-    return canvas.Take();
+    return {window, [window](HDC dc) {
+                // The children's pixels are part of what is seen, whatever the window's own clipping.
+                const HDC screen = GetDCEx(window, nullptr, DCX_CACHE);
+                BitBlt(dc, 0, 0, 32767, 32767, screen, 0, 0, SRCCOPY);
+                ReleaseDC(window, screen);
+            }};
 }
 
 COLORREF Picture::Pixel(int x, int y) const {
     if (x < 0 || y < 0 || x >= width_ || y >= height_) return CLR_INVALID;
     const std::uint32_t pixel = pixels_[static_cast<size_t>(y) * static_cast<size_t>(width_) + static_cast<size_t>(x)];
-    return RGB(pixel >> 16 & 0xFF, pixel >> 8 & 0xFF, pixel & 0xFF);
+    return Swapped(pixel);
 }
 
 int Picture::Differences(const Picture& other) const {
@@ -117,37 +96,19 @@ int Picture::Differences(const Picture& other) const {
 }
 
 int Picture::Count(COLORREF color) const {
-    const std::uint32_t wanted =
-        std::uint32_t{GetRValue(color)} << 16 | std::uint32_t{GetGValue(color)} << 8 | std::uint32_t{GetBValue(color)};
-    return static_cast<int>(std::count(pixels_.begin(), pixels_.end(), wanted));
-}
-
-std::uint64_t Picture::Hash() const {
-    std::uint64_t hash = 14695981039346656037u;  // FNV-1a
-    const auto mix = [&hash](std::uint32_t value) { hash = (hash ^ value) * 1099511628211u; };
-    mix(static_cast<std::uint32_t>(width_));
-    mix(static_cast<std::uint32_t>(height_));
-    for (const std::uint32_t pixel : pixels_)
-        mix(pixel);
-    return hash;
+    return static_cast<int>(std::count(pixels_.begin(), pixels_.end(), Swapped(color)));
 }
 
 void Picture::Save(const std::string& name) const {
     const char* folder = std::getenv("KX_PICTURES");
     if (!folder || !*folder) return;
 
-    BITMAPFILEHEADER file{};
-    BITMAPINFOHEADER info{};
+    const BITMAPINFOHEADER info = Header(width_, height_);
     const auto bytes = static_cast<DWORD>(pixels_.size() * sizeof(pixels_[0]));
+    BITMAPFILEHEADER file{};
     file.bfType = 0x4D42;
     file.bfOffBits = sizeof(file) + sizeof(info);
     file.bfSize = file.bfOffBits + bytes;
-    info.biSize = sizeof(info);
-    info.biWidth = width_;
-    info.biHeight = -height_;
-    info.biPlanes = 1;
-    info.biBitCount = 32;
-
     std::ofstream out(std::string(folder) + "/" + name + ".bmp", std::ios::binary);
     out.write(reinterpret_cast<const char*>(&file), sizeof(file));
     out.write(reinterpret_cast<const char*>(&info), sizeof(info));

@@ -8,6 +8,7 @@
 #include <windows.h>
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -30,17 +31,16 @@ public:
     int Differences(const Picture& other) const;
     int Count(COLORREF color) const;
     bool operator==(const Picture& other) const { return Differences(other) == 0; }
-    std::uint64_t Hash() const;
 
     // Writes NAME.bmp into the folder that the environment variable KX_PICTURES names; does nothing when it is not set.
     void Save(const std::string& name) const;
 
 private:
-    Picture(int width, int height, std::vector<std::uint32_t> pixels);
-    friend class Canvas;
+    // The client area as it is drawn into the DC of an empty bitmap; nothing where it is empty.
+    Picture(HWND window, const std::function<void(HDC)>& draw);
 
-    int width_;
-    int height_;
+    int width_ = 0;
+    int height_ = 0;
     std::vector<std::uint32_t> pixels_;  // 0x00RRGGBB, from the top
 };
 

@@ -24,6 +24,9 @@ namespace kx::test {
 // UTF-16 as UTF-8, for reports.
 std::string Narrow(std::wstring_view text);
 
+// "WM_COMMAND", or the number of a message that has no well-known name.
+std::string NameOf(UINT message);
+
 // Stands for any wParam or lParam.
 inline constexpr std::nullopt_t Any = std::nullopt;
 
@@ -32,7 +35,6 @@ struct Entry {
     UINT message = 0;
     WPARAM wParam = 0;
     LPARAM lParam = 0;  // as it came: what it points to is gone
-    NMHDR header{};     // WM_NOTIFY: a copy
     std::string text;   // how it reads in a report
 };
 
@@ -59,10 +61,7 @@ private:
 
 Expected Msg(UINT message, std::optional<WPARAM> wParam = Any, std::optional<LPARAM> lParam = Any);
 Expected Command(int id, std::optional<int> code = Any, std::optional<HWND> from = Any);
-Expected Notify(std::optional<int> id, UINT code);
 Expected HScroll(int code, std::optional<int> position = Any, std::optional<HWND> from = Any);
-Expected VScroll(int code, std::optional<int> position = Any, std::optional<HWND> from = Any);
-Expected DrawItem(int id);
 Expected Text(std::string text);
 
 namespace detail {

@@ -1,30 +1,26 @@
 #include <bench/recording_parent.h>
 
 namespace kx::test {
-namespace {
-constexpr wchar_t className[] = L"KxRecordingParent";
-}
 
-RecordingParent::RecordingParent(SIZE client) : own_(std::make_unique<Recorder>()), record_(*own_) { Create(client); }
+RecordingParent::RecordingParent(SIZE client) : record_(own_) { Create(client); }
 
 RecordingParent::RecordingParent(Recorder& record, SIZE client) : record_(record) { Create(client); }
 
 void RecordingParent::Create(SIZE client) {
-    watched_ = {WM_COMMAND, WM_NOTIFY, WM_HSCROLL, WM_VSCROLL, WM_DRAWITEM, WM_MEASUREITEM};
-
     WNDCLASSW windowClass{};
     windowClass.lpfnWndProc = Procedure;
     windowClass.hInstance = GetModuleHandleW(nullptr);
     windowClass.hCursor = LoadCursorW(nullptr, IDC_ARROW);
     windowClass.hbrBackground = GetSysColorBrush(COLOR_BTNFACE);
-    windowClass.lpszClassName = className;
+    windowClass.lpszClassName = L"KxRecordingParent";
     RegisterClassW(&windowClass);
 
     constexpr DWORD style = WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN;
     RECT frame{0, 0, client.cx, client.cy};
     AdjustWindowRectEx(&frame, style, FALSE, WS_EX_CONTROLPARENT);
-    window_ = CreateWindowExW(WS_EX_CONTROLPARENT, className, L"Test", style, 20, 20, frame.right - frame.left,
-                              frame.bottom - frame.top, nullptr, nullptr, windowClass.hInstance, this);
+    window_ = CreateWindowExW(WS_EX_CONTROLPARENT, windowClass.lpszClassName, L"Test", style, 20, 20,
+                              frame.right - frame.left, frame.bottom - frame.top, nullptr, nullptr,
+                              windowClass.hInstance, this);
     if (!window_) {
         ADD_FAILURE() << "the parent window could not be made: error " << GetLastError();
         return;
@@ -53,12 +49,8 @@ void RecordingParent::Watch(std::initializer_list<UINT> messages) {
 
 void RecordingParent::Ignore(std::initializer_list<UINT> messages) { ignored_.insert(messages); }
 
-void RecordingParent::IgnoreNotify(std::initializer_list<UINT> codes) { ignoredCodes_.insert(codes); }
-
-bool RecordingParent::IsWatched(UINT message, LPARAM lParam) const {
-    if (ignored_.contains(message)) return false;
-    if (message == WM_NOTIFY && ignoredCodes_.contains(reinterpret_cast<const NMHDR*>(lParam)->code)) return false;
-    return watched_.contains(message) || (message >= WM_USER && message < 0x8000);
+bool RecordingParent::IsWatched(UINT message) const {
+    return !ignored_.contains(message) && (watched_.contains(message) || (message >= WM_USER && message < 0x8000));
 }
 
 LRESULT CALLBACK RecordingParent::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
@@ -77,7 +69,7 @@ LRESULT RecordingParent::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
         SetWindowLongPtrW(window, GWLP_USERDATA, 0);
         window_ = nullptr;
     }
-    if (IsWatched(message, lParam)) record_.Add(MakeEntry(message, wParam, lParam));
+    if (IsWatched(message)) record_.Add(MakeEntry(message, wParam, lParam));
     if (const auto found = replies_.find(message); found != replies_.end()) {
         // A copy: the reply may set another answer to the same message.
         const Reply reply = found->second;

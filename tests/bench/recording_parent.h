@@ -13,7 +13,6 @@
 #include <functional>
 #include <initializer_list>
 #include <map>
-#include <memory>
 #include <set>
 
 namespace kx::test {
@@ -39,21 +38,19 @@ public:
     // More or fewer messages to record.
     void Watch(std::initializer_list<UINT> messages);
     void Ignore(std::initializer_list<UINT> messages);
-    void IgnoreNotify(std::initializer_list<UINT> codes);
 
 private:
     static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     LRESULT Handle(UINT message, WPARAM wParam, LPARAM lParam);
-    bool IsWatched(UINT message, LPARAM lParam) const;
+    bool IsWatched(UINT message) const;
     void Create(SIZE client);
 
-    std::unique_ptr<Recorder> own_;
+    Recorder own_;
     Recorder& record_;
     HWND window_ = nullptr;
     std::map<UINT, Reply> replies_;
-    std::set<UINT> watched_;
+    std::set<UINT> watched_{WM_COMMAND, WM_NOTIFY, WM_HSCROLL, WM_VSCROLL, WM_DRAWITEM, WM_MEASUREITEM};
     std::set<UINT> ignored_;
-    std::set<UINT> ignoredCodes_;
 };
 
 }  // namespace kx::test

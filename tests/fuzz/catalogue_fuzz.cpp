@@ -1,11 +1,8 @@
 // The catalogue reader: any bytes are taken or refused without a trap, and a catalogue that was cut never shows a text
 // that the whole one would not.
-#include <kxsystem/kx_catalogue.h>
+#include "fuzz.h"
 
-#include <cstddef>
-#include <cstdint>
-#include <cstdlib>
-#include <string_view>
+#include <kxsystem/kx_catalogue.h>
 
 namespace {
 
@@ -13,7 +10,7 @@ std::optional<CKxCatalogue> Read(std::string_view po) {
     CKxCatalogueRemark refusal;
     std::vector<CKxCatalogueRemark> duplicates;
     auto catalogue = CKxCatalogue::Read(po, refusal, duplicates);
-    if (!catalogue && (refusal.line < 1 || !*refusal.reason)) std::abort();
+    Require(catalogue || (refusal.line >= 1 && *refusal.reason));
     return catalogue;
 }
 
@@ -68,7 +65,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     OpenText open(po);
     for (std::size_t at = 0; at < size; ++at) {
         const auto part = Read(po.substr(0, at));
-        if (part && (open.At(at) || !IsPartOf(*part, *whole))) std::abort();
+        Require(!part || (!open.At(at) && IsPartOf(*part, *whole)));
     }
     return 0;
 }

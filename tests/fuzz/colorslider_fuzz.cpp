@@ -1,48 +1,11 @@
 // The colour slider's rules against the same formulas, written down a second time; and what every layout has to keep.
-#include <kxdevui/controls/hpot_rules.h>
-#include <kxdevui/light/colorslider_rules.h>
+#include "scale_fuzz.h"
 
-#include <algorithm>
-#include <cmath>
-#include <cstddef>
-#include <cstdint>
-#include <cstdlib>
-#include <cstring>
-#include <vector>
+#include <kxdevui/light/colorslider_rules.h>
 
 using namespace kx::colorslider;
 
 namespace {
-
-// Takes numbers off the input; zeros when there is nothing left.
-class Input {
-public:
-    Input(const std::uint8_t* data, std::size_t size) : m_data(data), m_size(size) {}
-    template <class T>
-    T Take() {
-        T value{};
-        const std::size_t taken = std::min(sizeof value, m_size);
-        std::memcpy(&value, m_data, taken);
-        m_data += taken;
-        m_size -= taken;
-        return value;
-    }
-    // Whole and half numbers for the most part: ties are met by these alone.
-    double Number() {
-        const auto kind = Take<std::uint8_t>();
-        if (kind < 200) return Take<std::int8_t>() / 2.0;
-        if (kind < 240) return Take<std::int16_t>() / 64.0;
-        return Take<double>();
-    }
-
-private:
-    const std::uint8_t* m_data;
-    std::size_t m_size;
-};
-
-void Require(bool condition) {
-    if (!condition) std::abort();
-}
 
 using Table = std::vector<double>;
 double At(const Table& table, int i) { return table[static_cast<std::size_t>(i)]; }
@@ -97,17 +60,10 @@ void CheckMarks(const Table& t, int length, std::uint8_t labelled) {
     std::vector<kx::hpot::Mark> marks;
     for (std::size_t i = 0; i < t.size(); ++i)
         marks.push_back({t[i], ((labelled >> (i % 8)) & 1) != 0});
-    const auto width = [](const std::wstring& text) { return static_cast<int>(6 * text.size()); };
-    const auto ticks = kx::hpot::MarkTicks(scale, marks, {length, 5, 7, 9, 4, width});
-    int before = -1, end = -1000;
-    for (const auto& tick : ticks) {
-        Require(tick.position > before && tick.position <= length);
-        before = tick.position;
-        if (tick.label.empty()) continue;
-        Require(tick.major && tick.labelLeft >= -5 && tick.labelLeft >= end + 9);
-        end = tick.labelLeft + width(tick.label);
-        Require(end <= length + 7);
-    }
+    const auto ticks = kx::hpot::MarkTicks(scale, marks, SpaceFor(length));
+    CheckTicks(ticks, length);
+    for (std::size_t i = 0; i < ticks.size(); ++i)
+        Require((i == 0 || ticks[i].position > ticks[i - 1].position) && (ticks[i].major || ticks[i].label.empty()));
     for (const auto& mark : marks) {
         const int at = kx::hpot::ValueToThumbPos(scale, mark.value, length);
         const auto isThere = [at](const auto& tick) { return tick.position == at; };
@@ -120,33 +76,33 @@ void CheckMarks(const Table& t, int length, std::uint8_t labelled) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     Input input(data, size);
     Table table;
-    const int count = input.Take<std::uint8_t>() % 12;
-    const bool sorted = input.Take<std::uint8_t>() % 4 != 0;
+    const int count = input.Byte() % 12;
+    const bool sorted = !input.OneIn(4);
     for (int i = 0; i < count; ++i) {
-        const double number = input.Number();
+        const double number = input.Number(200);
         if (std::isfinite(number)) table.push_back(number);
     }
     if (sorted) std::sort(table.begin(), table.end());
-    const double lo = input.Number(), hi = input.Number(), other = input.Number();
-    const double held = input.Take<std::uint8_t>() % 2 != 0 ? lo : other;
-    const int steps = input.Take<std::uint8_t>() % 8 != 0 ? input.Take<std::int8_t>() : input.Take<std::int32_t>();
+    const double lo = input.Number(200), hi = input.Number(200), other = input.Number(200);
+    const double held = !input.OneIn(2) ? lo : other;
+    const int steps = !input.OneIn(8) ? input.Take<std::int8_t>() : input.Take<std::int32_t>();
     CheckNearest(lo, table);
     Require(MovedIndex(0, steps, 0) == 0);
     if (!table.empty()) {
         const int entries = static_cast<int>(table.size());
-        const int a = input.Take<std::uint8_t>() % entries, b = input.Take<std::uint8_t>() % entries;
+        const int a = input.Byte() % entries, b = input.Byte() % entries;
         CheckRange(lo, hi, held, table);
         CheckMove(std::min(a, b), std::max(a, b), steps % 2 == 0, steps, table);
         CheckMarks(table, input.Take<std::int16_t>() % 900, input.Take<std::uint8_t>());
     }
     LayoutRequest request;
-    request.type = static_cast<EColorSliderType>(input.Take<std::uint8_t>() % 6);
-    request.layout = static_cast<EColorSliderLayoutType>(input.Take<std::uint8_t>() % 5);
-    request.showEdit = input.Take<std::uint8_t>() % 2 != 0;
-    request.editAtPosition = input.Take<std::uint8_t>() % 4 == 0;
+    request.type = static_cast<EColorSliderType>(input.Byte() % 6);
+    request.layout = static_cast<EColorSliderLayoutType>(input.Byte() % 5);
+    request.showEdit = !input.OneIn(2);
+    request.editAtPosition = input.OneIn(4);
     for (int* each : {&request.sliderWidth, &request.sliderHeight, &request.nameTextWidth, &request.unitTextWidth,
                       &request.editWidth, &request.editHeight, &request.editX, &request.editY})
-        *each = input.Take<std::uint8_t>() % 4 != 0 ? input.Take<std::int16_t>() : input.Take<std::int32_t>();
+        *each = !input.OneIn(4) ? input.Take<std::int16_t>() : input.Take<std::int32_t>();
     const Layout at = LayOut(request);
     Require(at.thumb.cx >= 10 && at.thumb.cy >= 25 && at.width >= 0 && at.height >= 30);
     for (const Place& place : {at.name, at.unit, at.edit, at.minimumEdit, at.spin})

@@ -1,23 +1,14 @@
 // Device configuration files: the devices and labels against a reader that knows nothing else, and what must be true of
 // every stand.
+#include "fuzz.h"
+
 #include <host/config/config_infer.h>
 
-#include <algorithm>
-#include <cstddef>
-#include <cstdint>
-#include <cstdlib>
 #include <set>
-#include <string>
-#include <string_view>
-#include <vector>
 
 using namespace kx::config;
 
 namespace {
-
-void Require(bool condition) {
-    if (!condition) std::abort();
-}
 
 std::wstring FromLatin(std::string_view bytes) {
     std::wstring text;

@@ -1,24 +1,15 @@
 // The edit boxes' rules against the grammars as regular expressions, the narrow C functions and arithmetic.
+#include "fuzz.h"
+
 #include <kxdevui/controls/editbox_rules.h>
 
-#include <algorithm>
 #include <array>
-#include <cmath>
-#include <cstddef>
-#include <cstdint>
 #include <cstdio>
-#include <cstdlib>
-#include <cstring>
 #include <regex>
-#include <string>
 
 using namespace kx::ui;
 
 namespace {
-
-void Require(bool condition) {
-    if (!condition) std::abort();
-}
 
 std::wstring Widened(const std::string& text) { return {text.begin(), text.end()}; }
 

@@ -1,50 +1,13 @@
 // The slider's rules against the same formulas, written down a second time; and what every drawn scale has to keep.
-#include <kxdevui/controls/hpot_rules.h>
-
-#include <algorithm>
-#include <cmath>
-#include <cstddef>
-#include <cstdint>
-#include <cstdlib>
-#include <cstring>
-#include <limits>
+#include "scale_fuzz.h"
 
 using namespace kx::hpot;
 
 namespace {
 
-// Takes numbers off the input; zeros when there is nothing left.
-class Input {
-public:
-    Input(const std::uint8_t* data, std::size_t size) : m_data(data), m_size(size) {}
-    template <class T>
-    T Take() {
-        T value{};
-        const std::size_t taken = std::min(sizeof value, m_size);
-        std::memcpy(&value, m_data, taken);
-        m_data += taken;
-        m_size -= taken;
-        return value;
-    }
-    // Whole and half numbers for the most part: ties and bounds are met by these alone.
-    double Number() {
-        const auto kind = Take<std::uint8_t>();
-        if (kind < 160) return Take<std::int8_t>() / 2.0;
-        if (kind < 240) return Take<std::int16_t>() / 64.0;
-        return Take<double>();
-    }
-    double Finite() {
-        const double number = Number();
-        return std::isfinite(number) ? number : 1;
-    }
-
-private:
-    const std::uint8_t* m_data;
-    std::size_t m_size;
-};
-
-void Require(bool condition) {
-    if (!condition) std::abort();
+double Finite(Input& input) {
+    const double number = input.Number(160);
+    return std::isfinite(number) ? number : 1;
 }
 
 bool IsSame(double a, double b) { return a == b || (std::isnan(a) && std::isnan(b)); }
@@ -66,17 +29,12 @@ int Position(const Scale& s, double v, int length) {
     if (s.maximum == s.minimum) return 0;
     if (s.type != 2 || Last(s) < 1) return Whole((v - s.minimum) * length / (s.maximum - s.minimum));
     const double w = std::fabs((s.maximum - s.minimum) / Last(s));
+    const int up = s.maximum > s.minimum ? 1 : -1;
     int i = 0;
-    if (s.maximum > s.minimum) {
-        while (i < Last(s) - 1 && V(s, i + 1) < v)
-            i++;
-        const double part = V(s, i + 1) == V(s, i) ? 0 : (v - V(s, i)) * w / std::fabs(V(s, i + 1) - V(s, i));
-        return Whole((part + i * w) * length / (s.maximum - s.minimum));
-    }
-    while (i < Last(s) - 1 && V(s, i + 1) > v)
+    while (i < Last(s) - 1 && V(s, i + 1) * up < v * up)
         i++;
-    const double part = V(s, i + 1) == V(s, i) ? 0 : (V(s, i) - v) * w / std::fabs(V(s, i + 1) - V(s, i));
-    return Whole((part + i * w) * length / (s.minimum - s.maximum));
+    const double extent = std::fabs(V(s, i + 1) - V(s, i)), part = extent == 0 ? 0 : (v - V(s, i)) * up * w / extent;
+    return Whole((part + i * w) * length / (up * (s.maximum - s.minimum)));
 }
 
 int Nearest(const Scale& s, double v) {
@@ -144,38 +102,22 @@ double Move(const Scale& s, const Held& held, int steps) {
     return Cut(s, std::isfinite(v) ? v : held.value);
 }
 
-// ---- The drawn scale -----------------------------------------------------------------------------------------------
-
-void CheckTicks(const Scale& s, int length) {
-    const auto width = [](const std::wstring& text) { return static_cast<int>(6 * text.size()); };
-    const TickSpace space{length, 5, 7, 9, 4, width};
-    int before = -1, end = std::numeric_limits<int>::min() / 2;
-    for (const Tick& tick : Ticks(s, space)) {
-        Require(tick.position >= before && tick.position >= 0 && tick.position <= length);
-        before = tick.position;
-        if (tick.label.empty()) continue;
-        Require(tick.labelLeft >= -5 && tick.labelLeft >= end + 9);
-        end = tick.labelLeft + width(tick.label);
-        Require(end <= length + 7);
-    }
-}
-
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     Input input(data, size);
     Scale scale;
-    scale.type = static_cast<eHPotType>(input.Take<std::uint8_t>() % 6 - 1);
-    scale.minimum = input.Finite();
-    scale.maximum = input.Finite();
-    scale.step = input.Finite();
-    scale.wheelStep = input.Finite();
-    scale.wheelStepOverride = input.Finite();
-    const int count = input.Take<std::uint8_t>() % 9;
-    const bool sorted = input.Take<std::uint8_t>() % 4 != 0;
+    scale.type = static_cast<eHPotType>(input.Byte() % 6 - 1);
+    scale.minimum = Finite(input);
+    scale.maximum = Finite(input);
+    scale.step = Finite(input);
+    scale.wheelStep = Finite(input);
+    scale.wheelStepOverride = Finite(input);
+    const int count = input.Byte() % 9;
+    const bool sorted = !input.OneIn(4);
     for (int i = 0; i < count; ++i) {
-        scale.values.push_back(input.Finite());
-        if (i > 0) scale.regionSteps.push_back(input.Finite());
+        scale.values.push_back(Finite(input));
+        if (i > 0) scale.regionSteps.push_back(Finite(input));
     }
     if (sorted) std::sort(scale.values.begin(), scale.values.end());
     if (sorted && count % 2 == 0) std::reverse(scale.values.begin(), scale.values.end());
@@ -184,10 +126,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         scale.maximum = scale.values.back();
     }
     const int length = input.Take<std::int16_t>() % 1500;
-    const int steps = input.Take<std::uint8_t>() % 8 != 0 ? input.Take<std::int8_t>() : std::numeric_limits<int>::max();
-    const Held held{input.Finite(), count > 0 ? input.Take<std::uint8_t>() % count : 0};
-    const double value = input.Number();
-    const bool fromTrack = input.Take<std::uint8_t>() % 2 != 0, stick = input.Take<std::uint8_t>() % 2 != 0;
+    const int steps = !input.OneIn(8) ? input.Take<std::int8_t>() : std::numeric_limits<int>::max();
+    const Held held{Finite(input), count > 0 ? input.Byte() % count : 0};
+    const double value = input.Number(160);
+    const bool fromTrack = !input.OneIn(2), stick = !input.OneIn(2);
 
     Require(ValueToThumbPos(scale, value, length) == Position(scale, value, length));
     Require(NearestEntry(scale, value) == Nearest(scale, value));
@@ -197,6 +139,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     Require(CalculateMove(scale, held, steps) == Move(scale, held, steps));
     const double raw = ThumbPosToRaw(scale, input.Take<std::int16_t>(), length);
     Require(raw == Cut(scale, raw));
-    CheckTicks(scale, length);
+    CheckTicks(Ticks(scale, SpaceFor(length)), length);
     return 0;
 }

@@ -1,14 +1,10 @@
 // KX_StringToDouble against a second opinion: the grammar as a regular expression, the value from strtod.
+#include "fuzz.h"
+
 #include <kxsystem/kx_number.h>
 
-#include <cmath>
-#include <cstddef>
-#include <cstdint>
-#include <cstdlib>
-#include <cstring>
 #include <optional>
 #include <regex>
-#include <string>
 
 namespace {
 
@@ -28,26 +24,18 @@ std::optional<double> Reference(const std::wstring& text) {
     return std::isinf(value) ? std::nullopt : std::optional(value);
 }
 
-// A byte is a character, but for two that stand for the blanks beyond Latin-1 and a digit that is none of ours.
-wchar_t Character(std::uint8_t byte) {
-    switch (byte) {
-    case 0x80: return L'\u202F';
-    case 0x81: return L'\u0661';
-    default: return static_cast<wchar_t>(byte);
-    }
-}
-
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     std::wstring text;
     for (std::size_t i = 0; i < size && i < c_longest && data[i]; ++i)
-        text += Character(data[i]);
+        // A character, but for the blank beyond Latin-1 and a digit that is none of ours.
+        text += data[i] == 0x80 ? L'\u202F' : data[i] == 0x81 ? L'\u0661' : static_cast<wchar_t>(data[i]);
     const std::optional<double> expected = Reference(text);
     constexpr double c_untouched = 12345.678;
     double value = c_untouched;
     const bool taken = KX_StringToDouble(text.c_str(), value);
-    if (taken != expected.has_value() || value != expected.value_or(c_untouched) || (value == 0 && std::signbit(value)))
-        std::abort();
+    Require(taken == expected.has_value() && value == expected.value_or(c_untouched));
+    Require(value != 0 || !std::signbit(value));
     return 0;
 }

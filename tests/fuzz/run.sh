@@ -39,12 +39,8 @@ fuzz() {
   local target=$1 program=$2 seconds=$3 corpus=$out/corpus-$1
   local options=(-max_len=400) seeds=("$root/tests/fuzz/seeds/$target")
   rm -rf "$corpus"; mkdir -p "$corpus"
-  [ "$target" = catalogue ] && options+=(-dict="$root/tests/fuzz/po.dict")
-  [ "$target" = config ] && options+=(-dict="$root/tests/fuzz/config.dict")
-  if [ "$target" = svg ]; then
-    options=(-max_len=4000 -dict="$root/tests/fuzz/svg.dict")
-    seeds+=("$modules/baseresources/images")
-  fi
+  [ "$target" = svg ] && options=(-max_len=4000) && seeds+=("$modules/baseresources/images")
+  [ -f "$root/tests/fuzz/$target.dict" ] && options+=(-dict="$root/tests/fuzz/$target.dict")
   "$program" -max_total_time="$seconds" -timeout=10 -seed=1 -print_final_stats=1 "${options[@]}" \
     -artifact_prefix="$program-" "$corpus" "${seeds[@]}" >"$program.log" 2>&1
 }
@@ -65,75 +61,48 @@ run() {
   return $failed
 }
 
-# The sed script that breaks a source, one line a fault.
+# The sed scripts that break a source, one line a fault.
 faults() {
-  case $1 in
-  number) cat <<'FAULTS'
-s/if (!fraction \&\& (c == L'\.' || c == L','))/if (c == L',' \&\& fraction) continue; else &/
-s/if (m_point + m_exponent > 0)/if (m_exponent > 0)/
-s/value = result + 0\.0/value = result/
+  sed -n "s/^$1 //p" <<'FAULTS'
+number s/if (!fraction \&\& (c == L'\.' || c == L','))/if (c == L',' \&\& fraction) continue; else &/
+number s/if (m_point + m_exponent > 0)/if (m_exponent > 0)/
+number s/value = result + 0\.0/value = result/
+catalogue /void TakeString/,/^    }/s/if (m_rest.empty() || m_rest.front() == '\\n')/if (m_rest.empty()) return; else if (m_rest.front() == '\\n')/
+catalogue s/if (length == 0 || length > text.size())/if (length == 0)/
+catalogue s/m_rest\.remove_prefix(3);/m_rest.remove_prefix(4);/
+svg s/    return !m_rest\.empty();/    return true;/
+svg s/return std::clamp(at, 0\.0, static_cast<double>(m_width));/return m_width < 0 ? 0 : at;/
+svg s/255 - (above >> 24)/255/
+svg s/ || ++around\.depth > SvgLimits::Depth//
+svg s/std::min(position \* c_steps, c_steps - 1\.0)/position * c_steps/
+svgstring s/text\.find(sought, from)/text.find(sought, at + 1)/
+svgstring s/length > MaxLength/false/
+hpot s/std::trunc((value - scale.minimum) \/ scale.step + 0.5)/std::round((value - scale.minimum) \/ scale.step)/
+hpot s/, 0, Count(scale) - 2);/, 0, Count(scale) - 1);/
+hpot s/static_cast<long long>(held.index) + steps/held.index + steps/
+hpot s/IsReversed(scale) ? value < bound : value > bound/value > bound/
+hpot s/return each >= value;/return each > value;/
+hpot s/at->left < each.right + space.labelGap/at->left < each.right/
+colorslider s/return std::abs(value - a) < std::abs(value - b);/return std::abs(value - a) <= std::abs(value - b);/
+colorslider s/if (value <= std::min(a, b)) return a < b;//
+colorslider s/minimum == heldMinimum ? GivesWay::Minimum/minimum != heldMinimum ? GivesWay::Minimum/
+colorslider s/static_cast<long long>(index) + steps/index + steps/
+colorslider s/std::min(minimum, maximum), 0, count/minimum, 0, count/
+colorslider s/ticks.back().position != tick.position/true/
+colorslider s/\*size = Size(\*size);/static_cast<void>(Size(*size));/
+editbox s/if (++count > kMostDigits)/if (++count > kMostDigits + 1)/
+editbox s/ || rest != piece.c_str() + piece.size()//
+editbox s/for (const double factor : {10.0, 5.0, 2.0, 1.0})/for (const double factor : {10.0, 5.0, 1.0})/
+editbox s/if (steps != 0 \&\& moved == value)/if (false)/
+config s/length == 0 || length > bytes\.size()/length == 0/
+config s/fields\[2\], 0, Bounds::position)/fields[2], 0, Bounds::position + 1)/
+config s/if (same != m_file\.devices\.end())/if (false)/
+config s/if (limits->unit\.empty() || limits->unit == L"um") return;/return;/
+config s/position >= 0 \&\& position < count/position >= 0 \&\& position <= count/
+zstackrules s/ || PlanesIn(extent, step) != Nm{count}//
+zstackrules s/if (stack.IsRelative() \&\& !device.Holds(\*stack.home)) return/if (false) return/
+zstackrules s/std::max(reach.min, top - stack.Extent().value_or(0))/top - stack.Extent().value_or(0)/
 FAULTS
-  ;;
-  catalogue) cat <<'FAULTS'
-/void TakeString/,/^    }/s/if (m_rest.empty() || m_rest.front() == '\\n')/if (m_rest.empty()) return; else if (m_rest.front() == '\\n')/
-s/if (length == 0 || length > text.size())/if (length == 0)/
-s/m_rest\.remove_prefix(3);/m_rest.remove_prefix(4);/
-FAULTS
-  ;;
-  svg) cat <<'FAULTS'
-s/    return !m_rest\.empty();/    return true;/
-s/return std::clamp(at, 0\.0, static_cast<double>(m_width));/return m_width < 0 ? 0 : at;/
-s/255 - (above >> 24)/255/
-s/ || ++around\.depth > SvgLimits::Depth//
-s/std::min(position \* c_steps, c_steps - 1\.0)/position * c_steps/
-FAULTS
-  ;;
-  svgstring) cat <<'FAULTS'
-s/text\.find(sought, from)/text.find(sought, at + 1)/
-s/length > MaxLength/false/
-FAULTS
-  ;;
-  hpot) cat <<'FAULTS'
-s/std::trunc((value - scale.minimum) \/ scale.step + 0.5)/std::round((value - scale.minimum) \/ scale.step)/
-s/, 0, Count(scale) - 2);/, 0, Count(scale) - 1);/
-s/static_cast<long long>(held.index) + steps/held.index + steps/
-s/IsReversed(scale) ? value < bound : value > bound/value > bound/
-s/return each >= value;/return each > value;/
-s/at->left < each.right + space.labelGap/at->left < each.right/
-FAULTS
-  ;;
-  colorslider) cat <<'FAULTS'
-s/return std::abs(value - a) < std::abs(value - b);/return std::abs(value - a) <= std::abs(value - b);/
-s/if (value <= std::min(a, b)) return a < b;//
-s/minimum == heldMinimum ? GivesWay::Minimum/minimum != heldMinimum ? GivesWay::Minimum/
-s/static_cast<long long>(index) + steps/index + steps/
-s/std::min(minimum, maximum), 0, count/minimum, 0, count/
-s/ticks.back().position != tick.position/true/
-s/\*size = Size(\*size);/*size = *size;/
-FAULTS
-  ;;
-  editbox) cat <<'FAULTS'
-s/if (++count > kMostDigits)/if (++count > kMostDigits + 1)/
-s/ || rest != piece.c_str() + piece.size()//
-s/for (const double factor : {10.0, 5.0, 2.0, 1.0})/for (const double factor : {10.0, 5.0, 1.0})/
-s/if (steps != 0 \&\& moved == value)/if (false)/
-FAULTS
-  ;;
-  config) cat <<'FAULTS'
-s/length == 0 || length > bytes\.size()/length == 0/
-s/fields\[2\], 0, Bounds::position)/fields[2], 0, Bounds::position + 1)/
-s/if (same != m_file\.devices\.end())/if (false)/
-s/if (limits->unit\.empty() || limits->unit == L"um") return;/return;/
-s/position >= 0 \&\& position < count/position >= 0 \&\& position <= count/
-FAULTS
-  ;;
-  zstackrules) cat <<'FAULTS'
-s/ || PlanesIn(extent, step) != Nm{count}//
-s/if (stack.IsRelative() \&\& !device.Holds(\*stack.home)) return/if (false) return/
-s/std::max(reach.min, top - stack.Extent().value_or(0))/top - stack.Extent().value_or(0)/
-FAULTS
-  ;;
-  esac
 }
 
 prove() {

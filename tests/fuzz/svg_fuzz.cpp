@@ -1,12 +1,9 @@
 // The renderer of images: any bytes are drawn or refused without a trap, in bounded time; a document that was cut is
 // refused; pixels are what their type promises.
+#include "fuzz.h"
+
 #include <kxbaseui/kx_svg.h>
 #include <kxbaseui/kx_xml.h>
-
-#include <cstddef>
-#include <cstdint>
-#include <cstdlib>
-#include <string_view>
 
 namespace {
 
@@ -29,11 +26,11 @@ Image Draw(std::string_view svg, int width, int height) {
     Triangles triangles;
     Image image;
     const bool drawn = Render(svg, width, height, {9, 99, 199, 1}, &triangles, image);
-    if (drawn != !image.pixels.empty()) std::abort();
-    if (drawn && image.pixels.size() != static_cast<std::size_t>(width * height)) std::abort();
+    Require(drawn == !image.pixels.empty());
+    Require(!drawn || image.pixels.size() == static_cast<std::size_t>(width * height));
     for (const std::uint32_t pixel : image.pixels) {
         const std::uint32_t alpha = pixel >> 24;
-        if ((pixel >> 16 & 0xFF) > alpha || (pixel >> 8 & 0xFF) > alpha || (pixel & 0xFF) > alpha) std::abort();
+        Require((pixel >> 16 & 0xFF) <= alpha && (pixel >> 8 & 0xFF) <= alpha && (pixel & 0xFF) <= alpha);
     }
     return image;
 }
@@ -44,7 +41,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::string_view svg(reinterpret_cast<const char*>(data), size);
     const Image image = Draw(svg, 24, 30);
     if (image.pixels.empty()) return 0;
-    if (Draw(svg, 24, 30).pixels != image.pixels) std::abort();
+    Require(Draw(svg, 24, 30).pixels == image.pixels);
     Draw(svg, 5, 70);
 
     // Where the root is the last thing in the text, nothing shorter is whole.
@@ -53,7 +50,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         whole.remove_suffix(1);
     if (whole.ends_with("-->") || whole.ends_with("?>")) return 0;
     for (std::size_t i = 1; i <= 16; ++i)
-        if (ReadXml(whole.substr(0, whole.size() * i / 17))) std::abort();
-    if (ReadXml(whole.substr(0, whole.size() - 1))) std::abort();
+        Require(!ReadXml(whole.substr(0, whole.size() * i / 17)));
+    Require(!ReadXml(whole.substr(0, whole.size() - 1)));
     return 0;
 }

@@ -1,45 +1,24 @@
 // A stack's numbers under any row of changes: what is refused changes nothing, and what is taken is a stack that the
 // device can perform.
+#include "fuzz.h"
+
 #include <kxdevices/kx_zstackrules.h>
 
-#include <cmath>
-#include <cstddef>
-#include <cstdint>
-#include <cstdlib>
-#include <cstring>
 #include <optional>
 
 using namespace kx::zstack;
 
 namespace {
 
-class Bytes {
-public:
-    Bytes(const std::uint8_t* data, std::size_t size) : m_data(data), m_size(size) {}
-    bool Empty() const { return m_size == 0; }
-    std::uint8_t Next() {
-        if (m_size == 0) return 0;
-        --m_size;
-        return *m_data++;
+// Mostly near one another, now and then anywhere that a position may be.
+Nm Position(Input& input) {
+    Nm value = input.Take<std::int8_t>();
+    if (input.OneIn(8)) {
+        for (int i = 0; i < 5; ++i)
+            value = value * 256 + input.Byte();
+        value %= MaxPosition + 1;
     }
-    // Mostly near one another, now and then anywhere that a position may be.
-    Nm Position() {
-        Nm value = static_cast<std::int8_t>(Next());
-        if (Next() % 8 == 0) {
-            for (int i = 0; i < 5; ++i)
-                value = value * 256 + Next();
-            value %= MaxPosition + 1;
-        }
-        return value;
-    }
-
-private:
-    const std::uint8_t* m_data;
-    std::size_t m_size;
-};
-
-void Require(bool condition) {
-    if (!condition) std::abort();
+    return value;
 }
 
 void CheckEnds(const Stack& stack, const Range& device) {
@@ -68,27 +47,27 @@ void CheckPlanes(const Stack& stack) {
     }
 }
 
-std::optional<Stack> Change(Stack stack, Range& device, Bytes& bytes) {
-    const std::uint8_t what = bytes.Next();
+std::optional<Stack> Change(Stack stack, Range& device, Input& input) {
+    const int what = input.Byte();
     const bool adjust = (what & 16) != 0;
     switch (what % 10) {
-    case 0: return WithTop(stack, device, bytes.Position(), adjust);
-    case 1: return WithBottom(stack, device, bytes.Position(), adjust);
-    case 2: return WithHome(stack, device, bytes.Position());
+    case 0: return WithTop(stack, device, Position(input), adjust);
+    case 1: return WithBottom(stack, device, Position(input), adjust);
+    case 2: return WithHome(stack, device, Position(input));
     case 3: return WithoutHome(stack);
-    case 4: return WithStep(stack, bytes.Position());
+    case 4: return WithStep(stack, Position(input));
     case 5: {
-        const auto count = static_cast<unsigned>(bytes.Position());
+        const auto count = static_cast<unsigned>(Position(input));
         const auto changed = WithCount(stack, count);
         if (changed) Require(changed->count == count);
         return changed;
     }
-    case 6: return WithType(stack, static_cast<std::int8_t>(bytes.Next()) % 9);
+    case 6: return WithType(stack, input.Take<std::int8_t>() % 9);
     case 7: {
-        const Nm low = bytes.Position(), length = std::abs(bytes.Position());
+        const Nm low = Position(input), length = std::abs(Position(input));
         if (length > MaxPosition - low) return std::nullopt;
         device = {low, low + length};
-        return OnDevice(stack, device, bytes.Position());
+        return OnDevice(stack, device, Position(input));
     }
     case 8: stack.top.reset(); return stack;
     default: stack.bottom.reset(); return stack;
@@ -104,11 +83,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         const auto nanometres = FromMicrometres(micrometres);
         if (nanometres) Require(FromMicrometres(ToMicrometres(*nanometres)) == nanometres);
     }
-    Bytes bytes(data, size);
+    Input input(data, size);
     Range device;
     Stack stack;
-    while (!bytes.Empty()) {
-        const auto changed = Change(stack, device, bytes);
+    while (!input.Empty()) {
+        const auto changed = Change(stack, device, input);
         if (!changed) continue;
         stack = *changed;
         CheckEnds(stack, device);

@@ -1,10 +1,6 @@
 // Storms against mode shutters.
 #include "storm.h"
 
-#include <limits>
-#include <memory>
-#include <utility>
-
 #include <kxbaseui/kx_colors.h>
 #include <kxdevices/kx_simdevices.h>
 #include <kxdevui/light/devgui_modeshutter.h>
@@ -12,89 +8,74 @@
 namespace kx::test::storm {
 namespace {
 
-// Ends itself, or whatever the step wants, in a callback.
-class StormRow : public CKxDevUI_ModeShutter {
+class Row : public Telling<CKxDevUI_ModeShutter> {
 public:
-    using CKxDevUI_ModeShutter::m_apertures;
     using CKxDevUI_ModeShutter::m_modeList;
     using CKxDevUI_ModeShutter::m_slider;
-    std::function<void()>* pending = nullptr;
 
 protected:
-    void OnApertureChangeRequest(double aperture, bool& veto) override { Act(veto, aperture > 50); }
-    void OnModeChangeRequest(EKxShutterMode mode, bool& veto) override { Act(veto, mode == eKxShutterMode_Soft); }
-
-private:
-    void Act(bool& veto, bool refuse) {
-        veto = refuse;
-        if (const auto act = std::exchange(*pending, nullptr)) act();
+    void OnApertureChangeRequest(double aperture, bool& veto) override {
+        veto = aperture > 50;
+        Tell();
+    }
+    void OnModeChangeRequest(EKxShutterMode mode, bool& veto) override {
+        veto = mode == eKxShutterMode_Soft;
+        Tell();
     }
 };
 
-class ModeShutterSubject : public Subject {
+class ModeShutterSubject : public SubjectOf<Row> {
 public:
     ModeShutterSubject() { CKxDeviceRegistry::Add(device_); }
 
-    void Create(RecordingParent& parent) override {
-        parent_ = &parent;
-        if (!row_) {
-            row_ = std::make_unique<StormRow>();
-            row_->pending = &pending_;
-        }
-        row_->Destroy();
+protected:
+    void Make(HWND parent) override {
+        control_->Destroy();
         const int n = made_++;
-        row_->SetSeparator(n & 1);
-        row_->SetShowTitle(n & 2);
-        row_->SetShowModes(n % 5 != 4);
-        row_->Init(device_.GetLogDevId());
-        row_->Create(parent.Window(), 20, 20, 300, 40, true, true);
+        control_->SetSeparator(n & 1);
+        control_->SetShowTitle(n & 2);
+        control_->SetShowModes(n % 5 != 4);
+        control_->Init(device_.GetLogDevId());
+        control_->Create(parent, 20, 20, 300, 40, true, true);
     }
 
-    CKxDevUI_Base* Control() override { return row_.get(); }
-
-    std::vector<Target> Windows() override {
-        std::vector<Target> windows;
-        if (!row_ || !HWND{*row_}) return windows;
-        windows.push_back({*row_, true});
-        for (HWND child = GetWindow(*row_, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT))
-            windows.push_back({child, child == HWND{row_->m_slider}});
-        return windows;
-    }
-
-    Step Operate(Random& random) override {
+    Step Own(Random& random) override {
         const int n = random.Between(0, 31);
-        const double aperture = random.Of({0.0, 20.0, 55.0, -1e300, std::numeric_limits<double>::quiet_NaN()});
-        switch (random.Below(9)) {
-        case 0: return {"updating by number", "", [=, this] { Update(device_.GetLogDevId() + (n & 16 ? 1 : 0), n); }};
-        case 1: return {"updating", "", [=, this] { row_->Update(&device_, n & 1, n & 2, n & 4, n & 8); }};
-        case 2: return {"changing the device", "", [=, this] { Change(n, aperture); }};
-        case 3: return {"setting", "", [=, this] { Set(n, aperture); }};
-        case 4: return {"deleting in a callback", "", [=, this] { Within(n, [this] { row_.reset(); }); }};
-        case 5: return {"destroying in a callback", "", [=, this] { Within(n, [this] { row_->Destroy(); }); }};
-        case 6:
-            return {"updating in a callback", "",
-                    [=, this] { Within(n, [this] { Update(device_.GetLogDevId(), 15); }); }};
-        case 7: return {"destroying the window", "", [this] { DestroyWindow(*row_); }};
-        default: return {"creating again", "", [this] { Create(*parent_); }};
+        const double aperture = AnyNumber(random);
+        switch (random.Below(4)) {
+        case 0: return {"updating by number", [=, this] { Update(device_.GetLogDevId() + (n & 16 ? 1 : 0), n); }};
+        case 1: return {"updating", [=, this] { control_->Update(&device_, n & 1, n & 2, n & 4, n & 8); }};
+        case 2: return {"changing the device", [=, this] { ChangeDevice(n, aperture); }};
+        default: return {"setting", [=, this] { Set(n, aperture); }};
         }
     }
 
-    std::string Check() override {
-        if (!row_) return {};
-        const HWND window = *row_, list = row_->m_modeList, slider = row_->m_slider;
-        if (!window) return list || slider ? "there are parts without a window" : "";
-        if (list && GetParent(list) != window) return "the list is elsewhere";
-        if (++checks_ % 16 == 0 && !PaintsItsBackground(window, KX_GetSysColor(COLOR_BTNFACE)))
-            return "the background is not painted";
-        return {};
+    std::string CheckOwn() override {
+        const HWND list = control_->m_modeList, slider = control_->m_slider;
+        if (!Window()) return list || slider ? "there are parts without a window" : "";
+        return list && GetParent(list) != Window() ? "the list is elsewhere" : "";
     }
 
-    void Destroy() override { row_.reset(); }
+    COLORREF Background() const override { return KX_GetSysColor(COLOR_BTNFACE); }
+
+    void Change(int) override { Update(device_.GetLogDevId(), 15); }
+
+    bool Provoke(int n) override {
+        if (n % 2) {
+            SendMessageW(control_->m_modeList, CB_SETCURSEL, 0, 0);
+            SendMessageW(control_->m_modeList, WM_KEYDOWN, VK_DOWN, 1);
+        } else {
+            const HWND thumb = GetDlgItem(control_->m_slider, 10000);
+            SendMessageW(thumb, WM_LBUTTONDOWN, 0, MAKELPARAM(20 + n, 5));
+            if (IsWindow(thumb)) SendMessageW(thumb, WM_LBUTTONUP, 0, MAKELPARAM(20 + n, 5));
+        }
+        return true;
+    }
 
 private:
-    void Update(unsigned id, int n) { row_->Update(id, n & 1, n & 2, n & 4, n & 8); }
+    void Update(unsigned id, int n) { control_->Update(id, n & 1, n & 2, n & 4, n & 8); }
 
-    void Change(int n, double aperture) {
+    void ChangeDevice(int n, double aperture) {
         device_.SetMode(static_cast<EKxShutterMode>(n % 4));
         device_.SetAperture(aperture);
         device_.SetOpen(n & 4);
@@ -102,39 +83,20 @@ private:
     }
 
     void Set(int n, double aperture) {
-        row_->SetMode(static_cast<EKxShutterMode>(n - 2));
-        row_->SetAperture(aperture);
-        row_->RedrawButtons();
-        if (n == 5) row_->Done();
-        if (n == 6) row_->DestroyControls();
-        if (n == 7) row_->CreateControls();
-        row_->HandleMouseWheel(MAKEWPARAM(0, n - 16), 0);
+        control_->SetMode(static_cast<EKxShutterMode>(n - 2));
+        control_->SetAperture(aperture);
+        control_->RedrawButtons();
+        if (n == 5) control_->Done();
+        if (n == 6) control_->DestroyControls();
+        if (n == 7) control_->CreateControls();
+        control_->HandleMouseWheel(MAKEWPARAM(0, n - 16), 0);
     }
 
-    void Within(int n, std::function<void()> act) {
-        pending_ = std::move(act);
-        if (n % 2) {
-            SendMessageW(row_->m_modeList, CB_SETCURSEL, 0, 0);
-            SendMessageW(row_->m_modeList, WM_KEYDOWN, VK_DOWN, 1);
-        } else {
-            const HWND thumb = GetDlgItem(row_->m_slider, 10000);
-            SendMessageW(thumb, WM_LBUTTONDOWN, 0, MAKELPARAM(20 + n, 5));
-            if (IsWindow(thumb)) SendMessageW(thumb, WM_LBUTTONUP, 0, MAKELPARAM(20 + n, 5));
-        }
-        pending_ = nullptr;
-    }
-
-    RecordingParent* parent_ = nullptr;
     CKxSimShutter device_{L"Storm", eKxShutterType_Epi, {5, 10, 20, 40, 80, 100}};
-    std::unique_ptr<StormRow> row_;
-    std::function<void()> pending_;
     int made_ = 0;
-    unsigned checks_ = 0;
 };
 
-TEST(ModeShutterStorm, Survives) {
-    Rage("mode shutter", [] { return std::make_unique<ModeShutterSubject>(); });
-}
+TEST(ModeShutterStorm, Survives) { Rage<ModeShutterSubject>("mode shutter"); }
 
 }  // namespace
 }  // namespace kx::test::storm

@@ -3,8 +3,7 @@
 
 #include <commctrl.h>
 
-#include <memory>
-#include <utility>
+#include <cstdint>
 
 #include <kxdevui/controls/devgui_table.h>
 
@@ -33,91 +32,70 @@ HWND ShownField() {
     return found;
 }
 
-class TableSubject : public Subject {
+class TableSubject : public SubjectOf<Table> {
 public:
-    void Create(RecordingParent& parent) override {
-        parent_ = &parent;
-        parent.Answer(WM_NOTIFY, [this](WPARAM, LPARAM) {
-            if (const auto end = std::exchange(pending_, nullptr)) end();
-            return 0;
-        });
-        if (!table_) table_ = std::make_unique<Table>();
-        table_->Create(parent.Window(), 5, 5, 280, 160, true, true);
-        for (int i = 0; i < 4; ++i)
-            table_->InsertColumn(L"column", 70, i % 2 ? L"%.2f" : nullptr, i > 0);
-        AddRows(10);
-    }
-
-    CKxDevUI_Base* Control() override { return table_.get(); }
-
     std::vector<Target> Windows() override {
-        std::vector<Target> windows;
-        if (!table_ || !HWND{*table_}) return windows;
-        windows.push_back({*table_, true});
-        windows.push_back({table_->GetListView(), false});
+        std::vector<Target> windows = TreeOf(Window());
         if (const HWND field = ShownField()) windows.push_back({GetWindow(field, GW_CHILD), false});
         return windows;
     }
 
-    Step Operate(Random& random) override {
+protected:
+    void Make(HWND parent) override {
+        Hear({WM_NOTIFY});
+        control_->Create(parent, 5, 5, 280, 160, true, true);
+        for (int i = 0; i < 4; ++i)
+            control_->InsertColumn(L"column", 70, i % 2 ? L"%.2f" : nullptr, i > 0);
+        AddRows(10);
+    }
+
+    Step Own(Random& random) override {
         const int row = random.Between(-1, 14), column = random.Between(-1, 5);
-        switch (random.Below(10)) {
-        case 0: return {"editing", "", [=, this] { table_->StartEdit(row, column); }};
-        case 1: return {"storing", "", [this] { table_->FinishEdit(true); }};
-        case 2: return {"dropping", "", [this] { table_->FinishEdit(false); }};
-        case 3: return {"adding rows", "", [this] { AddRows(3); }};
-        case 4: return {"deleting a row", "", [=, this] { ListView_DeleteItem(table_->GetListView(), row); }};
-        case 5: return {"setting a cell", "", [=, this] { Set(row, column); }};
-        case 6: return {"deleting in a callback", "", [=, this] { EndInCallback([this] { table_.reset(); }); }};
-        case 7: return {"destroying in a callback", "", [=, this] { EndInCallback([this] { table_->Destroy(); }); }};
-        case 8: return {"destroying the window", "", [this] { DestroyWindow(*table_); }};
-        default: return {"creating again", "", [this] { Create(*parent_); }};
+        switch (random.Below(6)) {
+        case 0: return {"editing", [=, this] { control_->StartEdit(row, column); }};
+        case 1: return {"storing", [this] { control_->FinishEdit(true); }};
+        case 2: return {"dropping", [this] { control_->FinishEdit(false); }};
+        case 3: return {"adding rows", [this] { AddRows(3); }};
+        case 4: return {"deleting a row", [=, this] { ListView_DeleteItem(control_->GetListView(), row); }};
+        default: return {"setting a cell", [=, this] { Set(row, column); }};
         }
     }
 
-    std::string Check() override {
-        const bool alive = table_ && HWND{*table_};
-        if (ShownField() && !alive) return "the field floats without a table";
-        if (!alive) return {};
-        if (GetParent(table_->GetListView()) != HWND{*table_}) return "the list lies in another window";
-        return {};
+    std::string CheckOwn() override {
+        if (!Window()) return ShownField() ? "the field floats without a window" : "";
+        return GetParent(control_->GetListView()) != Window() ? "the list lies in another window" : "";
     }
 
-    void Destroy() override { table_.reset(); }
+    void Ended() override {
+        if (ShownField()) wrong_ = "the field floats without a table";
+    }
+
+    bool Provoke(int) override {
+        control_->StartEdit(0, 1);
+        if (control_) control_->FinishEdit(true);
+        return true;
+    }
 
 private:
     void AddRows(int count) {
-        for (int i = 0; i < count && ListView_GetItemCount(table_->GetListView()) < 60; ++i) {
+        for (int i = 0; i < count && ListView_GetItemCount(control_->GetListView()) < 60; ++i) {
             const double values[] = {double(i), i * 0.1, 1e300, -1};
-            table_->InsertRow(values, 4, i % 2 ? -1 : 0);
+            control_->InsertRow(values, 4, i % 2 ? -1 : 0);
         }
     }
 
     void Set(int row, int column) {
-        table_->SetCell(row, column, 0.5);
-        table_->SetCell(row, column, L"text");
-        table_->SetChecked(row, true);
-        table_->SetUserData(row, column, row);
-        table_->Search(L"text", column);
-        table_->Search(std::int64_t{3}, column);
-        table_->GetCell(row, column);
+        control_->SetCell(row, column, 0.5);
+        control_->SetCell(row, column, L"text");
+        control_->SetChecked(row, true);
+        control_->SetUserData(row, column, row);
+        control_->Search(L"text", column);
+        control_->Search(std::int64_t{3}, column);
+        control_->GetCell(row, column);
     }
-
-    void EndInCallback(std::function<void()> end) {
-        pending_ = std::move(end);
-        table_->StartEdit(0, 1);
-        table_->FinishEdit(true);
-        pending_ = nullptr;
-    }
-
-    RecordingParent* parent_ = nullptr;
-    std::unique_ptr<Table> table_;
-    std::function<void()> pending_;
 };
 
-TEST(TableStorm, Survives) {
-    Rage("table", [] { return std::make_unique<TableSubject>(); });
-}
+TEST(TableStorm, Survives) { Rage<TableSubject>("table"); }
 
 }  // namespace
 }  // namespace kx::test::storm
