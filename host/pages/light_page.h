@@ -15,8 +15,8 @@ public:
 
 protected:
     // Where the panels stand, in unzoomed pixels: x, y, width, height.
-    static constexpr RECT ShutterPlace{8, 206, 268, 186};
-    static constexpr RECT SmartPlace{284, 206, 268, 100};
+    static constexpr RECT ShutterPlace{8, 8, 268, 186};
+    static constexpr RECT SmartPlace{284, 8, 268, 100};
 
     void Fill() override;
 
