@@ -156,7 +156,8 @@ void CKxDevUI_ZStack::WidenLabels() {
                                       {IDC_ZS_RANGE_LABEL, IDC_ZS_EDIT_RANGE},
                                       {IDC_ZS_READOUT_LABEL, IDC_ZS_EDIT_ABOVE}}) {
         const RECT rect = RectInParent(Item(label));
-        if (needs(Item(label)) <= rect.right - rect.left) continue;
+        // With a sixth to spare: at another zoom a text may be wider in proportion.
+        if (needs(Item(label)) * 7 / 6 <= rect.right - rect.left) continue;
         const long left = std::max(0L, rect.left - 2), right = RectInParent(Item(edit)).left - 2;
         SetWindowPos(Item(label), nullptr, left, rect.top, right - left, rect.bottom - rect.top,
                      SWP_NOZORDER | SWP_NOACTIVATE);
