@@ -122,7 +122,8 @@ void MainWindow::TurnTo(int page) {
     for (int i = 0; i < static_cast<int>(m_pages.size()); ++i) {
         SendMessageW(m_pageButtons[static_cast<std::size_t>(i)], BM_SETCHECK, i == page ? BST_CHECKED : BST_UNCHECKED,
                      0);
-        if (m_pages[static_cast<std::size_t>(i)]->IsBuilt()) m_pages[static_cast<std::size_t>(i)]->SetVisible(i == page);
+        if (m_pages[static_cast<std::size_t>(i)]->IsBuilt())
+            m_pages[static_cast<std::size_t>(i)]->SetVisible(i == page);
     }
     KeepFocusUsable();
 }
@@ -201,9 +202,13 @@ void MainWindow::Layout() {
     const int room = std::max(0, static_cast<int>(client.bottom) - top - status);
     const int page = std::max(room - zoomed(kLogHeight), std::min(room, zoomed(Page::Height)));
     m_pagePlace = {0, top, client.right, top + page};
-    for (int i = 0; i < static_cast<int>(m_pages.size()); ++i) {
-        MoveWindow(m_pageButtons[static_cast<std::size_t>(i)], zoomed(8 + i * (kPageButtonWidth + 4)), zoomed(4),
-                   zoomed(kPageButtonWidth), zoomed(kBarHeight - 6), TRUE);
+    // All of them are to be seen in a narrow window too.
+    const int pages = static_cast<int>(m_pages.size()), gap = zoomed(4);
+    const int button =
+        std::clamp((static_cast<int>(client.right) - 2 * gap) / pages - gap, 0, zoomed(kPageButtonWidth));
+    for (int i = 0; i < pages; ++i) {
+        MoveWindow(m_pageButtons[static_cast<std::size_t>(i)], zoomed(8) + i * (button + gap), zoomed(4), button,
+                   zoomed(kBarHeight - 6), TRUE);
         if (Page& each = *m_pages[static_cast<std::size_t>(i)]; each.IsBuilt()) each.FitTo(m_pagePlace);
     }
     m_log.PlaceAt(0, top + page, client.right, room - page);
