@@ -106,7 +106,7 @@ until_true "the window manager does not start" sh -c 'xdotool get_num_desktops >
 host=$!
 started=$SECONDS
 until_true "the host writes no log" test -s "$log"
-expect 'Stand: OnInit.*' 'Microscope: .*' 'Places: told'
+expect 'Nosepiece: OnInit.*' 'Microscope: .*' 'Places: told'
 until_true "the window manager does not give the host the focus" \
   sh -c 'xdotool getactivewindow getwindowname 2>/dev/null | grep -q "Microscope panels"'
 
