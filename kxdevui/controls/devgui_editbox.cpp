@@ -93,14 +93,20 @@ HWND CKxDevUI_EditBox::Create(HWND parent, long x, long y, long cx, long cy, boo
                                                      .background = static_cast<HBRUSH>(GetStockObject(NULL_BRUSH)),
                                                      .procedure = WndProc,
                                                      .ownLayout = true},
-                                                    parent, {x, y}, WS_CLIPCHILDREN, WS_EX_CONTROLPARENT);
+                                                    parent, {x, y}, 0, WS_EX_CONTROLPARENT);
     if (!window) return nullptr;
     kx::ui::MarkWindow(window, kx::ui::Mark::TagAndObject, this);
     const HFONT font = KX_GetDefaultGuiFont();
     const Places places = Arrange(font);
     if (m_showLabel) MakeLabel(places.label, font);
     MakeEdit(places.edit, font);
+    if (m_attachedWidth == 0) ClipChildren();
     return m_hWnd;
+}
+
+// Last of all: a window that clips its children while they come works out anew with each what is to be seen of it.
+void CKxDevUI_EditBox::ClipChildren() {
+    SetWindowLongW(m_hWnd, GWL_STYLE, GetWindowLongW(m_hWnd, GWL_STYLE) | static_cast<LONG>(WS_CLIPCHILDREN));
 }
 
 HWND CKxDevUI_EditBox::Create(HWND parent, HWND placeholder) {

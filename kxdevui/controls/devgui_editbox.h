@@ -168,9 +168,12 @@ protected:
     using Hook = std::optional<LRESULT> (*)(CKxDevUI_EditBox& box, const kx::ui::Message& message);
     Hook m_hook = nullptr;
 
+    // From now on the window paints around its children: after the last of them has been made.
+    void ClipChildren();
+
     // A window that stands at the right end of the field, and its width in unzoomed pixels, 0 for none. The width is
     // set before Create; the window is made after it in the place of AttachedRect, a child of the window, and enabled
-    // and disabled by the derived control.
+    // and disabled by the derived control, which then calls ClipChildren.
     HWND m_attached = nullptr;
     long m_attachedWidth = 0;
     RECT AttachedRect() const { return Arrange(nullptr).attached; }

@@ -180,6 +180,7 @@ HWND CKxDevUI_EditBoxSpin::Create(HWND parent, long x, long y, long cx, long cy,
     const RECT place = AttachedRect();
     m_attached =
         m_spin.Create(m_hWnd, place.left, 0, place.right - place.left, place.bottom - place.top, true, true);
+    ClipChildren();
     return m_hWnd;
 }
 
