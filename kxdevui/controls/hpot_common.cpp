@@ -74,9 +74,10 @@ Rows RowsOf(const RECT& thumb, long trackLeft, long trackLength, long trackHeigh
     // Digits have nothing below their base line and blank above.
     const long gap = ZoomedLine(1), digits = font.tmAscent - font.tmInternalLeading;
     const long ticks = std::max(thumb.bottom, track.bottom + gap);
-    const long length = std::clamp(bottom - digits - gap - ticks, ZoomedLine(3), ZoomedLine(5));
-    const long digitsTop = ticks + length + gap;
-    return {track, ticks, length, digitsTop + digits <= bottom ? digitsTop - font.tmInternalLeading : -1};
+    const long length = std::clamp(bottom - digits - gap - ticks, ZoomedLine(2), ZoomedLine(5));
+    // Before the digits go, the gap does: at another zoom a pixel may be missing.
+    const long digitsTop = std::min(ticks + length + gap, bottom - digits);
+    return {track, ticks, length, digitsTop >= ticks + length ? digitsTop - font.tmInternalLeading : -1};
 }
 
 TickSpace SpaceIn(HDC dc, long trackLeft, long trackLength, long right) {
