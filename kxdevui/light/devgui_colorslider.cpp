@@ -68,7 +68,11 @@ void CKxDevUI_ColorSlider::Init(int sliderWidth, int sliderHeight, SColorSliderV
     m_layoutType = knownLayout ? layout : eColorSliderLayout_TwoRows;
     TakeTable(values, count);
     m_powerIndex = kx::colorslider::NearestEntry(m_power, m_values);
-    if (!m_values.empty()) m_range = kx::colorslider::Snapped(m_range.minimum.value, m_range.maximum.value, m_values);
+    if (!m_values.empty()) {
+        // A host that is being asked may hold a range whose thumbs would cross.
+        m_range = Ordered(kx::colorslider::Snapped(m_range.minimum.value, m_range.maximum.value, m_values),
+                          kx::colorslider::GivesWay::Minimum);
+    }
     m_nameTextWidth = TextWidth(m_name);
     m_unitTextWidth = TextWidth(m_unit);
     LayOut();

@@ -221,8 +221,13 @@ bool RangeThumbs::Ask(const Range& wanted) {
     };
     // A host that asks is told what is wanted.
     holdInOwner(wanted);
+    CKxDevUI_ColorSlider* const owner = m_owner;
+    const kx::ui::Alive ownerLives(static_cast<CKxDevUI_Base*>(owner));
     OnRangeChanged(minimum, maximum);
-    if (!watch) return false;
+    if (!watch) {
+        if (ownerLives) owner->m_range = Ordered(owner->m_range, GivesWay::Minimum);
+        return false;
+    }
     if (m_scale.values.empty() || std::isnan(minimum) || std::isnan(maximum)) {
         holdInOwner(m_range);
         return true;
