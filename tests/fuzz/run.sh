@@ -94,7 +94,6 @@ editbox s/if (++count > kMostDigits)/if (++count > kMostDigits + 1)/
 editbox s/ || rest != piece.c_str() + piece.size()//
 editbox s/for (const double factor : {10.0, 5.0, 2.0, 1.0})/for (const double factor : {10.0, 5.0, 1.0})/
 editbox s/if (steps != 0 \&\& moved == value)/if (false)/
-config s/length == 0 || length > bytes\.size()/length == 0/
 config s/fields\[2\], 0, Bounds::position)/fields[2], 0, Bounds::position + 1)/
 config s/if (same != m_file\.devices\.end())/if (false)/
 config s/if (limits->unit\.empty() || limits->unit == L"um") return;/return;/
