@@ -1,15 +1,12 @@
 #include "device_panel.h"
 
 #include <kxdevui/framework/devgui_messages.h>
-#include <kxsystem/kx_translation.h>
 
 #include "resources/resource.h"
 
 namespace {
 
 bool s_hostRefuses = false;
-
-CKxStringW Text(const wchar_t* english) { return KX_GetTranslation(english, L"host"); }
 
 // Empty for a device that stands where it says.
 CKxStringW StateText(EKxDeviceState state) {
@@ -37,6 +34,8 @@ DevicePanel::~DevicePanel() { CKxDeviceRegistry::RemoveListener(m_listener); }
 void DevicePanel::SetHostRefuses(bool refuses) { s_hostRefuses = refuses; }
 
 bool DevicePanel::HostRefuses() { return s_hostRefuses; }
+
+void DevicePanel::ShowCaption(const wchar_t* caption) { SetDlgItemTextW(m_hWnd, IDC_DEVICE_CAPTION, caption); }
 
 void DevicePanel::ShowState() {
     CKxStringW caption = m_device.GetKey();

@@ -30,8 +30,9 @@ protected:
 
     // The device has changed.
     virtual void OnDevice(const Change& change) = 0;
-    // Shows the caption, which tells what the device is and whether it is on its way.
-    virtual void ShowCaption(const wchar_t* caption) = 0;
+    // Shows the caption, which tells what the device is and whether it is on its way: here in the child
+    // IDC_DEVICE_CAPTION.
+    virtual void ShowCaption(const wchar_t* caption);
 
     // Shows the caption that belongs to the state that the device is in: to be called when the panel has been filled.
     void ShowState();

@@ -21,8 +21,8 @@ std::wstring Lower(std::wstring text) {
 std::string Utf8(const std::wstring& text) {
     const int length = static_cast<int>(text.size());
     std::string utf8(3 * text.size(), '\0');
-    utf8.resize(static_cast<std::size_t>(WideCharToMultiByte(
-        CP_UTF8, 0, text.c_str(), length, utf8.data(), static_cast<int>(utf8.size()), nullptr, nullptr)));
+    utf8.resize(static_cast<std::size_t>(WideCharToMultiByte(CP_UTF8, 0, text.c_str(), length, utf8.data(),
+                                                             static_cast<int>(utf8.size()), nullptr, nullptr)));
     return utf8;
 }
 

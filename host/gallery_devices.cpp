@@ -28,5 +28,5 @@ GalleryDevices::GalleryDevices()
       m_path(m_devices.Add<CKxSimLightPath>(L"Light path",
                                             std::vector<std::wstring>{L"Eye", L"Left", L"Right", L"Split"})),
       m_mirror(m_devices.Add<CKxSimTIRFMirror>(L"TIRF mirror")),
-      m_lasers(m_devices.Add<CKxSimLaserOutput>(
-          L"Laser ports", std::vector<std::wstring>{L"Confocal", L"TIRF", L"Bleach"}, true)) {}
+      m_lasers(m_devices.Add<CKxSimLaserOutput>(L"Laser ports",
+                                                std::vector<std::wstring>{L"Confocal", L"TIRF", L"Bleach"}, true)) {}

@@ -6,6 +6,8 @@
 
 #include <kxdevui/framework/devgui_container.h>
 
+#include "text.h"
+
 class HostPanel : public CKxDevUI_Container {
 public:
     // `name` is what the log calls the panel.

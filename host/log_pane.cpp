@@ -11,10 +11,10 @@
 #include <kxbaseui/kx_fonts.h>
 #include <kxbaseui/kx_layoutmanager.h>
 #include <kxbaseui/kx_messagebox.h>
-#include <kxsystem/kx_translation.h>
 
 #include "event_log.h"
 #include "resources/resource.h"
+#include "text.h"
 
 namespace {
 
@@ -26,8 +26,6 @@ constexpr int kBarHeight = 28;
 constexpr int kLabelWidth = 46;
 constexpr int kFilterWidth = 170;
 constexpr int kButtonWidth = 76;
-
-CKxStringW Text(const wchar_t* english) { return KX_GetTranslation(english, L"host"); }
 
 }  // namespace
 

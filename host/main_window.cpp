@@ -9,13 +9,13 @@
 #include <kxbaseui/kx_schemecontrols.h>
 #include <kxdevui/framework/devgui_messages.h>
 #include <kxsystem/kx_locale.h>
-#include <kxsystem/kx_translation.h>
 
 #include "device_panel.h"
 #include "event_log.h"
 #include "light_devices.h"
 #include "pages/pages.h"
 #include "pages/stand_page.h"
+#include "text.h"
 
 namespace {
 
@@ -25,8 +25,6 @@ constexpr UINT kDeviceMilliseconds = 40;
 constexpr int kLogHeight = 200, kStatusHeight = 20, kBarHeight = 30, kPageButtonWidth = 92;  // unzoomed pixels
 // The first size: three columns of the microscope's page, all of the host's own in them.
 constexpr int kWidth = 1016, kHeight = kBarHeight + 472 + kStatusHeight + kLogHeight;
-
-CKxStringW Text(const wchar_t* english) { return KX_GetTranslation(english, L"host"); }
 
 struct Language {
     WORD id;
@@ -273,9 +271,8 @@ LRESULT MainWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
         return 0;
     case WM_MOUSEWHEEL: OnMouseWheel(wParam, lParam); return 0;
     case WM_TIMER:
-        m_gallery.Devices().Tick();
-        m_microscope.Devices().Tick();
-        TheLight().Devices().Tick();
+        for (CKxSimMicroscope* each : Microscopes())
+            each->Tick();
         return 0;
     case kx::ui::WM_KX_ZOOM_CHANGED:
         // When all windows have been told: before, the pane's would be zoomed once more.
@@ -347,11 +344,15 @@ void MainWindow::NoteSettings() {
     m_settings.height = std::clamp(static_cast<int>(CKxGUILayoutManager::Unzoomed(client.bottom)), 300, 10000);
 }
 
+std::array<CKxSimMicroscope*, 3> MainWindow::Microscopes() {
+    return {&m_microscope.Devices(), &m_gallery.Devices(), &TheLight().Devices()};
+}
+
 void MainWindow::Simulate(int entry) {
     constexpr unsigned kSlowness = 10;
     const auto on = [&]() -> bool& { return m_simulation[static_cast<std::size_t>(entry)]; };
     if (entry < simStop) on() = !on();
-    for (CKxSimMicroscope* each : {&m_microscope.Devices(), &m_gallery.Devices(), &TheLight().Devices()}) {
+    for (CKxSimMicroscope* each : Microscopes()) {
         if (entry == simSlow) each->SetSlowness(on() ? kSlowness : 1);
         if (entry == simFail) each->SetFails(on());
         if (entry == simStop) each->Stop();

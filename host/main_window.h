@@ -58,6 +58,8 @@ public:
     const Page& CurrentPage() const { return *m_pages[static_cast<std::size_t>(m_page)]; }
     GalleryDevices& Gallery() { return m_gallery; }
     HostMicroscope& Microscope() { return m_microscope; }
+    // All simulated devices behind the pages.
+    std::array<CKxSimMicroscope*, 3> Microscopes();
 
 private:
     static LRESULT CALLBACK WndProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);

@@ -11,7 +11,6 @@
 
 #include "event_log.h"
 #include "input.h"
-#include "light_devices.h"
 #include "main_window.h"
 #include "pages/bench_page.h"
 #include "resources/resource.h"
@@ -141,8 +140,7 @@ void Soak::Switch(int command, bool on) const {
 
 std::vector<CKxSimDevice*> Soak::Devices() const {
     std::vector<CKxSimDevice*> devices;
-    for (CKxSimMicroscope* each :
-         {&m_window.Microscope().Devices(), &m_window.Gallery().Devices(), &TheLight().Devices()}) {
+    for (CKxSimMicroscope* each : m_window.Microscopes()) {
         for (CKxSimDevice* device : each->Devices())
             devices.push_back(device);
     }

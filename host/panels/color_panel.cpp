@@ -7,7 +7,6 @@
 #include <kxbaseui/kx_layoutmanager.h>
 #include <kxdevui/framework/devgui.h>
 #include <kxsystem/kx_color.h>
-#include <kxsystem/kx_translation.h>
 
 #include "../event_log.h"
 #include "../resources/resource.h"
@@ -16,8 +15,6 @@ namespace {
 
 constexpr int kTop = 30, kRow = 40;  // unzoomed pixels
 constexpr int kSlider = 230, kStrip = 9;
-
-CKxStringW Text(const wchar_t* english) { return KX_GetTranslation(english, L"host"); }
 
 using Table = std::vector<SColorSliderValue>;
 

@@ -1,15 +1,12 @@
 #include "edit_panel.h"
 
 #include <kxdevui/framework/devgui_messages.h>
-#include <kxsystem/kx_translation.h>
 
 #include "../resources/resource.h"
 
 namespace {
 
 constexpr int kTop = 30, kRow = 32, kLabel = 104, kField = 90, kHeight = 22;  // unzoomed pixels
-
-CKxStringW Text(const wchar_t* english) { return KX_GetTranslation(english, L"host"); }
 
 }  // namespace
 

@@ -1,15 +1,7 @@
 #include "filter_panel.h"
 
-#include <kxsystem/kx_translation.h>
-
 #include "../event_log.h"
 #include "../resources/resource.h"
-
-namespace {
-
-CKxStringW Text(const wchar_t* english) { return KX_GetTranslation(english, L"host"); }
-
-}  // namespace
 
 void FilterPanel::Fill() {
     m_wheel.Create(*this, 4, 4, m_width - 8, -1, true, true);

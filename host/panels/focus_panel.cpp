@@ -2,16 +2,8 @@
 
 #include <algorithm>
 
-#include <kxsystem/kx_translation.h>
-
 #include "../event_log.h"
 #include "../resources/resource.h"
-
-namespace {
-
-CKxStringW Text(const wchar_t* english) { return KX_GetTranslation(english, L"host"); }
-
-}  // namespace
 
 FocusPanel::FocusPanel(HostMicroscope& microscope, CKxSimZDrive& device, int direction, std::function<void()> changed)
     : DevicePanel(L"Z drive", device), m_microscope(microscope),
@@ -68,8 +60,6 @@ void FocusPanel::TellObjective() {
     m_microscope.TellObjective(m_record);
     m_stack.UpdateGUI(CKxDevUI_ZStack::RefreshStep);
 }
-
-void FocusPanel::ShowCaption(const wchar_t* caption) { SetDlgItemTextW(m_hWnd, IDC_DEVICE_CAPTION, caption); }
 
 void FocusPanel::OnDevice(const Change&) {
     ShowZ();

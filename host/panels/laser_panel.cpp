@@ -5,14 +5,11 @@
 
 #include <kxbaseui/kx_layoutmanager.h>
 #include <kxsystem/kx_color.h>
-#include <kxsystem/kx_translation.h>
 
 #include "../event_log.h"
 #include "../resources/resource.h"
 
 namespace {
-
-CKxStringW Text(const wchar_t* english) { return KX_GetTranslation(english, L"host"); }
 
 // The next of 1, 2, 5, 10, 20 and so on.
 double RoundUp(double value) {

@@ -1,16 +1,9 @@
 #include "modeshutter_panel.h"
 
 #include <kxbaseui/kx_layoutmanager.h>
-#include <kxsystem/kx_translation.h>
 
 #include "../event_log.h"
 #include "../resources/resource.h"
-
-namespace {
-
-CKxStringW Text(const wchar_t* english) { return KX_GetTranslation(english, L"host"); }
-
-}  // namespace
 
 void ModeShutterPanel::Fill() {
     AddChild(L"STATIC", L"", SS_NOPREFIX, IDC_DEVICE_CAPTION, 6, 4, m_width - 12, 16);
@@ -23,8 +16,6 @@ void ModeShutterPanel::Fill() {
     AddRefusal();
     ShowState();
 }
-
-void ModeShutterPanel::ShowCaption(const wchar_t* caption) { SetDlgItemTextW(m_hWnd, IDC_DEVICE_CAPTION, caption); }
 
 void ModeShutterPanel::OnDevice(const Change& change) { m_row.Update(&m_device, change.structure, true, true, true); }
 

@@ -1,14 +1,6 @@
 #include "nosepiece_panel.h"
 
-#include <kxsystem/kx_translation.h>
-
 #include "../event_log.h"
-
-namespace {
-
-CKxStringW Text(const wchar_t* english) { return KX_GetTranslation(english, L"host"); }
-
-}  // namespace
 
 void NosepiecePanel::Fill() {
     m_turret.Init(&m_device);

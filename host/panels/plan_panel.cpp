@@ -5,7 +5,6 @@
 #include <algorithm>
 
 #include <kxsystem/kx_number.h>
-#include <kxsystem/kx_translation.h>
 
 #include "../device_panel.h"
 #include "../resources/resource.h"
@@ -14,8 +13,6 @@ namespace {
 
 enum Column { kPlane, kZ, kExposure };
 constexpr unsigned kMostPlanes = 1000;
-
-CKxStringW Text(const wchar_t* english) { return KX_GetTranslation(english, L"host"); }
 
 }  // namespace
 

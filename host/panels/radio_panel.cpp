@@ -1,15 +1,11 @@
 #include "radio_panel.h"
 
-#include <kxsystem/kx_translation.h>
-
 #include "../resources/resource.h"
 
 namespace {
 
 constexpr int kChosen = 0x0401;
 constexpr double kPixel = 6.5;  // of the camera, micrometres
-
-CKxStringW Text(const wchar_t* english) { return KX_GetTranslation(english, L"host"); }
 
 }  // namespace
 

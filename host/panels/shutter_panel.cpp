@@ -2,17 +2,10 @@
 
 #include <kxbaseui/kx_layoutmanager.h>
 #include <kxdevui/framework/devgui_messages.h>
-#include <kxsystem/kx_translation.h>
 
 #include "../device_panel.h"
 #include "../event_log.h"
 #include "../resources/resource.h"
-
-namespace {
-
-CKxStringW Text(const wchar_t* english) { return KX_GetTranslation(english, L"host"); }
-
-}  // namespace
 
 void ShutterPanel::Fill() {
     AddCaption(Text(L"Shutters"));

@@ -1,16 +1,9 @@
 #include "single_shutter_panel.h"
 
 #include <kxbaseui/kx_layoutmanager.h>
-#include <kxsystem/kx_translation.h>
 
 #include "../event_log.h"
 #include "../resources/resource.h"
-
-namespace {
-
-CKxStringW Text(const wchar_t* english) { return KX_GetTranslation(english, L"host"); }
-
-}  // namespace
 
 void SingleShutterPanel::Fill() {
     AddChild(L"STATIC", L"", SS_NOPREFIX, IDC_DEVICE_CAPTION, 94, 11, m_width - 100, 16);
@@ -23,8 +16,6 @@ void SingleShutterPanel::Fill() {
     m_shutter.Update(&m_device, true, true, true);
     ShowState();
 }
-
-void SingleShutterPanel::ShowCaption(const wchar_t* caption) { SetDlgItemTextW(m_hWnd, IDC_DEVICE_CAPTION, caption); }
 
 void SingleShutterPanel::OnDevice(const Change& change) {
     m_shutter.Update(&m_device, change.structure, change.names, change.position);

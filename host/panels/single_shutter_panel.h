@@ -14,7 +14,6 @@ public:
 
 protected:
     void OnDevice(const Change& change) override;
-    void ShowCaption(const wchar_t* caption) override;
 
 private:
     class Asking : public CKxDevUI_Shutter {

@@ -1,15 +1,8 @@
 #include "switcher_panel.h"
 
 #include <kxdevui/framework/devgui_messages.h>
-#include <kxsystem/kx_translation.h>
 
 #include "../event_log.h"
-
-namespace {
-
-CKxStringW Text(const wchar_t* english) { return KX_GetTranslation(english, L"host"); }
-
-}  // namespace
 
 void SwitcherPanel::Fill(bool several) {
     m_switch.SetBoolMoreThanOnePortCanBeActive(several);

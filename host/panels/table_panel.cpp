@@ -6,15 +6,12 @@
 
 #include <kxbaseui/kx_fonts.h>
 #include <kxsystem/kx_number.h>
-#include <kxsystem/kx_translation.h>
 
 #include "../resources/resource.h"
 
 namespace {
 
 enum Column { kPlane, kZ, kExposure, kNote };
-
-CKxStringW Text(const wchar_t* english) { return KX_GetTranslation(english, L"host"); }
 
 }  // namespace
 

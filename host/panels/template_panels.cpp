@@ -5,15 +5,8 @@
 #include <kxbaseui/kx_layoutmanager.h>
 #include <kxbaseui/kx_schemecontrols.h>
 #include <kxdevui/framework/devgui.h>
-#include <kxsystem/kx_translation.h>
 
 #include "../resources/resource.h"
-
-namespace {
-
-CKxStringW Text(const wchar_t* english) { return KX_GetTranslation(english, L"host"); }
-
-}  // namespace
 
 // ---- Camera --------------------------------------------------------------------------------------------------------
 

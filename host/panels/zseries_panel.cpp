@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include <kxsystem/kx_time.h>
-#include <kxsystem/kx_translation.h>
 
 #include "../event_log.h"
 #include "../resources/resource.h"
@@ -12,8 +11,6 @@ namespace {
 
 constexpr UINT kTick = 40;              // milliseconds
 constexpr unsigned kMostPlanes = 1000;  // in the list
-
-CKxStringW Text(const wchar_t* english) { return KX_GetTranslation(english, L"host"); }
 
 template <class... Values>
 std::wstring Formatted(const wchar_t* english, Values... values) {
