@@ -132,8 +132,6 @@ Ratio RepaintTwice() {
     return Measure(repaint, repaint);
 }
 
-Row SameWork() { return {"A/A: a bare window's repaint", "itself", kQuietHigh, RepaintTwice}; }
-
 // clang-format off
 const Rows s_rows{{
     {"container, full repaint", "a bare window that copies a ready bitmap", 1.25, EmptyRepaint},
@@ -145,4 +143,7 @@ const Rows s_rows{{
 // clang-format on
 
 }  // namespace
+
+Row SameWork() { return {"A/A: a bare window's repaint", "itself", kQuietHigh, RepaintTwice}; }
+
 }  // namespace kx::bench
