@@ -79,29 +79,32 @@ void CKxDevUI_EditBox::DestroyOwn() {
 // ---- Creation ------------------------------------------------------------------------------------------------------
 
 HWND CKxDevUI_EditBox::Create(HWND parent, long x, long y, long cx, long cy, bool, bool) {
-    Destroy();
-    if (cx >= 0) m_width = cx;
-    if (cy >= 0) m_height = cy;
-    m_labelSize.cy = m_editSize.cy = m_height;
-    m_editSize.cx = std::max(0L, kx::ui::Difference(m_width, m_labelSize.cx));
+    return kx::ui::Creation::Of(this, [&](const kx::ui::Creation& creation) -> HWND {
+        if (cx >= 0) m_width = cx;
+        if (cy >= 0) m_height = cy;
+        m_labelSize.cy = m_editSize.cy = m_height;
+        m_editSize.cx = std::max(0L, kx::ui::Difference(m_width, m_labelSize.cx));
 
-    const HWND window = kx::ui::Binding::MakeWindow(this, m_Atom,
-                                                    {.name = L"KxDevUI_EditBox",
-                                                     .object = L"CKxDevUI_EditBox",
-                                                     .style = CS_HREDRAW | CS_VREDRAW,
-                                                     .extraBytes = kx::ui::kWindowExtraBytes,
-                                                     .background = static_cast<HBRUSH>(GetStockObject(NULL_BRUSH)),
-                                                     .procedure = WndProc,
-                                                     .ownLayout = true},
-                                                    parent, {x, y}, 0, WS_EX_CONTROLPARENT);
-    if (!window) return nullptr;
-    kx::ui::MarkWindow(window, kx::ui::Mark::TagAndObject, this);
-    const HFONT font = KX_GetDefaultGuiFont();
-    const Places places = Arrange(font);
-    if (m_showLabel) MakeLabel(places.label, font);
-    MakeEdit(places.edit, font);
-    if (m_attachedWidth == 0) ClipChildren();
-    return m_hWnd;
+        const HWND window = kx::ui::Binding::MakeWindow(creation, this, m_Atom,
+                                                        {.name = L"KxDevUI_EditBox",
+                                                         .object = L"CKxDevUI_EditBox",
+                                                         .style = CS_HREDRAW | CS_VREDRAW,
+                                                         .extraBytes = kx::ui::kWindowExtraBytes,
+                                                         .background = static_cast<HBRUSH>(GetStockObject(NULL_BRUSH)),
+                                                         .procedure = WndProc,
+                                                         .ownLayout = true},
+                                                        parent, {x, y}, 0, WS_EX_CONTROLPARENT);
+        if (!window) return nullptr;
+        kx::ui::MarkWindow(window, kx::ui::Mark::TagAndObject, this);
+        const HFONT font = KX_GetDefaultGuiFont();
+        const Places places = Arrange(font);
+        if (m_showLabel) MakeLabel(places.label, font);
+        // Their coming is told to all windows they are in.
+        if (creation && m_hWnd == window) MakeEdit(places.edit, font);
+        if (!creation || m_hWnd != window) return nullptr;
+        if (m_attachedWidth == 0) ClipChildren();
+        return window;
+    });
 }
 
 // Last of all: a window that clips its children while they come works out anew with each what is to be seen of it.
@@ -129,14 +132,19 @@ HWND CKxDevUI_EditBox::Create(HWND parent, HWND placeholder) {
 void CKxDevUI_EditBox::MakeLabel(const RECT& place, HFONT font) {
     DWORD style = SS_LEFT | SS_CENTERIMAGE | SS_NOPREFIX | SS_ENDELLIPSIS;
     if (!m_enabled) style |= WS_DISABLED;
-    m_label = MakeChild(m_hWnd, L"STATIC", m_title, style, place, font, kx::ui::ModuleOf(WndProc));
+    const Alive alive(this);
+    const HWND label = MakeChild(m_hWnd, L"STATIC", m_title, style, place, font, kx::ui::ModuleOf(WndProc));
+    if (alive && m_hWnd) m_label = label;
 }
 
 void CKxDevUI_EditBox::MakeEdit(const RECT& place, HFONT font) {
     DWORD style = WS_TABSTOP | ES_AUTOHSCROLL;
     if (m_readOnly) style |= ES_READONLY;
     if (!m_enabled) style |= WS_DISABLED;
-    m_edit = MakeChild(m_hWnd, L"EDIT", nullptr, style, place, font, kx::ui::ModuleOf(WndProc));
+    const Alive alive(this);
+    const HWND edit = MakeChild(m_hWnd, L"EDIT", nullptr, style, place, font, kx::ui::ModuleOf(WndProc));
+    if (!alive || !m_hWnd) return;
+    m_edit = edit;
     SendMessageW(m_edit, EM_SETMARGINS, EC_LEFTMARGIN | EC_RIGHTMARGIN, 0);
     SendMessageW(m_edit, EM_LIMITTEXT, static_cast<WPARAM>(m_maxChars), 0);
     kx::ui::Subclass(m_edit, WndProc_EditBox, static_cast<CKxDevUI_Base*>(this));

@@ -49,26 +49,33 @@ bool CKxDevUI_SpinBox::IsOwn() const {
 }
 
 HWND CKxDevUI_SpinBox::Create(HWND parent, long x, long y, long cx, long cy, bool, bool) {
-    Destroy();
-    if (cx >= 0) m_width = cx;
-    if (cy >= 0) m_height = cy;
-    // Registers the platform's class; once is enough, and each time costs.
-    static const bool registered = [] {
-        const INITCOMMONCONTROLSEX wanted{sizeof wanted, ICC_UPDOWN_CLASS};
-        return InitCommonControlsEx(&wanted) != FALSE;
-    }();
-    if (!registered) return nullptr;
-    DWORD style = WS_CHILD;
-    if (m_visible) style |= WS_VISIBLE;
-    if (!m_enabled) style |= WS_DISABLED;
-    m_hWnd =
-        CreateWindowExW(0, UPDOWN_CLASSW, nullptr, style, x, y, m_width, m_height, parent,
-                        reinterpret_cast<HMENU>(static_cast<INT_PTR>(m_id)), kx::ui::ModuleOf(WndProc_UpDown), nullptr);
-    if (!m_hWnd) return nullptr;
-    SendMessageW(m_hWnd, UDM_SETACCEL, kAcceleration.size(), reinterpret_cast<LPARAM>(kAcceleration.data()));
-    SendMessageW(m_hWnd, UDM_SETRANGE32, static_cast<WPARAM>(m_lowest), m_highest);
-    kx::ui::Subclass(m_hWnd, WndProc_UpDown, static_cast<CKxDevUI_Base*>(this));
-    return m_hWnd;
+    return kx::ui::Creation::Of(this, [&](const kx::ui::Creation& creation) -> HWND {
+        if (cx >= 0) m_width = cx;
+        if (cy >= 0) m_height = cy;
+        // Registers the platform's class; once is enough, and each time costs.
+        static const bool registered = [] {
+            const INITCOMMONCONTROLSEX wanted{sizeof wanted, ICC_UPDOWN_CLASS};
+            return InitCommonControlsEx(&wanted) != FALSE;
+        }();
+        if (!registered) return nullptr;
+        DWORD style = WS_CHILD;
+        if (m_visible) style |= WS_VISIBLE;
+        if (!m_enabled) style |= WS_DISABLED;
+        const HWND window = CreateWindowExW(0, UPDOWN_CLASSW, nullptr, style, x, y, m_width, m_height, parent,
+                                            reinterpret_cast<HMENU>(static_cast<INT_PTR>(m_id)),
+                                            kx::ui::ModuleOf(WndProc_UpDown), nullptr);
+        if (!creation) {
+            // Nobody else knows of it.
+            if (window) DestroyWindow(window);
+            return nullptr;
+        }
+        m_hWnd = window;
+        if (!window) return nullptr;
+        SendMessageW(m_hWnd, UDM_SETACCEL, kAcceleration.size(), reinterpret_cast<LPARAM>(kAcceleration.data()));
+        SendMessageW(m_hWnd, UDM_SETRANGE32, static_cast<WPARAM>(m_lowest), m_highest);
+        kx::ui::Subclass(m_hWnd, WndProc_UpDown, static_cast<CKxDevUI_Base*>(this));
+        return m_hWnd;
+    });
 }
 
 void CKxDevUI_SpinBox::Destroy() {
@@ -178,8 +185,11 @@ CKxDevUI_EditBoxSpin::~CKxDevUI_EditBoxSpin() { DestroyOwn(); }
 HWND CKxDevUI_EditBoxSpin::Create(HWND parent, long x, long y, long cx, long cy, bool visible, bool enabled) {
     if (!CKxDevUI_EditBox::Create(parent, x, y, cx, cy, visible, enabled)) return nullptr;
     const RECT place = AttachedRect();
-    m_attached =
+    const Alive alive(this);
+    const HWND arrows =
         m_spin.Create(m_hWnd, place.left, 0, place.right - place.left, place.bottom - place.top, true, true);
+    if (!alive || !m_hWnd) return nullptr;
+    m_attached = arrows;
     ClipChildren();
     return m_hWnd;
 }

@@ -43,21 +43,22 @@ CKxDevUI_HPot::~CKxDevUI_HPot() {
 // ---- The window ----------------------------------------------------------------------------------------------------
 
 HWND CKxDevUI_HPot::Create(HWND parent, long x, long y, long cx, long cy, bool, bool) {
-    Destroy();
-    if (cx >= 0) m_width = cx;
-    if (cy >= 0) m_height = cy;
-    if (m_width < 0) m_width = kUsualSize.cx;
-    if (m_height < 0) m_height = kUsualSize.cy;
+    return kx::ui::Creation::Of(this, [&](const kx::ui::Creation& creation) -> HWND {
+        if (cx >= 0) m_width = cx;
+        if (cy >= 0) m_height = cy;
+        if (m_width < 0) m_width = kUsualSize.cx;
+        if (m_height < 0) m_height = kUsualSize.cy;
 
-    // Without CS_DBLCLKS, so that every second quick click is a press too.
-    return kx::ui::Binding::MakeWindow(this, m_Atom,
-                                       {.name = kClass,
-                                        .object = L"CKxDevUI_HPot",
-                                        .style = CS_HREDRAW | CS_VREDRAW,
-                                        .extraBytes = kx::ui::kWindowExtraBytes,
-                                        .background = nullptr,
-                                        .procedure = WndProc},
-                                       parent, {x, y}, 0);
+        // Without CS_DBLCLKS, so that every second quick click is a press too.
+        return kx::ui::Binding::MakeWindow(creation, this, m_Atom,
+                                           {.name = kClass,
+                                            .object = L"CKxDevUI_HPot",
+                                            .style = CS_HREDRAW | CS_VREDRAW,
+                                            .extraBytes = kx::ui::kWindowExtraBytes,
+                                            .background = nullptr,
+                                            .procedure = WndProc},
+                                           parent, {x, y}, 0);
+    });
 }
 
 HWND CKxDevUI_HPot::Create(HWND parent) { return Create(parent, 0, 0, -1, -1, true, true); }
@@ -388,7 +389,6 @@ kx::ui::Handled CKxDevUI_HPot::Handle(const kx::ui::Message& message) {
     switch (id) {
     case WM_NCCREATE:
         m_hWnd = window;
-        kx::ui::ByUserData<CKxDevUI_HPot>::Bind(window, this);
         kx::ui::MarkWindow(window, kx::ui::Mark::TagAndObject, this);
         return std::nullopt;
     case WM_SIZE:

@@ -131,64 +131,65 @@ CKxDevUI_Radio::~CKxDevUI_Radio() {
 // ---- Creation ------------------------------------------------------------------------------------------------------
 
 HWND CKxDevUI_Radio::Create(HWND parent, long x, long y, long width, long height, bool, bool) {
-    Destroy();
-    m_notify = parent;
-    if (width >= 0) m_width = width;
-    if (height >= 0) m_height = height;
-    const HWND window = Binding::MakeWindow(this, m_Atom,
-                                            {.name = L"KxDevUI_Radio",
-                                             .object = L"CKxDevUI_Radio",
-                                             .style = CS_PARENTDC | CS_HREDRAW | CS_VREDRAW,
-                                             .extraBytes = kWindowExtraBytes,
-                                             .background = nullptr,
-                                             .procedure = WndProc},
-                                            parent, {x, y}, WS_TABSTOP);
-    if (!window) return nullptr;
-    // Not an object for a container, which takes the group for a plain window.
-    MarkWindow(m_hWnd, Mark::Tag, nullptr);
-    SendMessageW(m_hWnd, WM_SETFONT, reinterpret_cast<WPARAM>(KX_GetDefaultGuiFont()), FALSE);
-    return m_hWnd;
+    return Creation::Of(this, [&](const Creation& creation) -> HWND {
+        m_notify = parent;
+        if (width >= 0) m_width = width;
+        if (height >= 0) m_height = height;
+        const HWND window = Binding::MakeWindow(creation, this, m_Atom,
+                                                {.name = L"KxDevUI_Radio",
+                                                 .object = L"CKxDevUI_Radio",
+                                                 .style = CS_PARENTDC | CS_HREDRAW | CS_VREDRAW,
+                                                 .extraBytes = kWindowExtraBytes,
+                                                 .background = nullptr,
+                                                 .procedure = WndProc},
+                                                parent, {x, y}, WS_TABSTOP);
+        if (!window) return nullptr;
+        // Not an object for a container, which takes the group for a plain window.
+        MarkWindow(m_hWnd, Mark::Tag, nullptr);
+        SendMessageW(m_hWnd, WM_SETFONT, reinterpret_cast<WPARAM>(KX_GetDefaultGuiFont()), FALSE);
+        return m_hWnd;
+    });
 }
 
 HWND CKxDevUI_Radio::Create(HWND first, int count, HWND title) {
     if (!ParentOf(first) || count < 1) return nullptr;
     if (m_hWnd && (first == m_hWnd || IsChild(m_hWnd, first))) return nullptr;
-    const Alive alive(this);
-    // Before the siblings are counted: it may stand among them.
-    Destroy();
-    const HWND parent = ParentOf(first);
-    if (!alive || !parent) return nullptr;
+    // The old group goes before the siblings are counted: it may stand among them.
+    return Creation::Of(this, [&](const Creation& creation) -> HWND {
+        const HWND parent = ParentOf(first);
+        if (!parent) return nullptr;
 
-    std::vector<HWND> sources;
-    for (HWND each = first; each && static_cast<int>(sources.size()) < count; each = GetWindow(each, GW_HWNDNEXT)) {
-        if (each != title) sources.push_back(each);
-    }
-    if (!IsWindow(title) || title == parent || IsChild(title, parent)) title = nullptr;
-    const RECT titlePlace = title ? PlaceIn(parent, title) : RECT{};
-    RECT group = titlePlace;
-    for (const HWND each : sources)
-        group = Union(group, PlaceIn(parent, each));
-    const HWND window =
-        Create(parent, group.left, group.top, group.right - group.left, group.bottom - group.top, true, true);
-    if (!window) return nullptr;
-    CorrectZOrder(first);
+        std::vector<HWND> sources;
+        for (HWND each = first; each && static_cast<int>(sources.size()) < count; each = GetWindow(each, GW_HWNDNEXT)) {
+            if (each != title) sources.push_back(each);
+        }
+        if (!IsWindow(title) || title == parent || IsChild(title, parent)) title = nullptr;
+        const RECT titlePlace = title ? PlaceIn(parent, title) : RECT{};
+        RECT group = titlePlace;
+        for (const HWND each : sources)
+            group = Union(group, PlaceIn(parent, each));
+        const HWND window =
+            Create(parent, group.left, group.top, group.right - group.left, group.bottom - group.top, true, true);
+        if (!window) return nullptr;
+        CorrectZOrder(first);
 
-    // The end of an edit that has the focus, say, is told to the parent, which may end this group.
-    const auto stands = [&] { return alive && m_hWnd == window; };
-    m_taken = 0;
-    for (const HWND each : sources) {
-        if (!IsWindow(each)) continue;
-        const HWND button = MakeButton(TextOf(each, kTextSize).c_str(), PlaceIn(parent, each), group);
+        // The end of an edit that has the focus, say, is told to the parent, which may end this group.
+        const auto stands = [&] { return creation && m_hWnd == window; };
+        m_taken = 0;
+        for (const HWND each : sources) {
+            if (!IsWindow(each)) continue;
+            const HWND button = MakeButton(TextOf(each, kTextSize).c_str(), PlaceIn(parent, each), group);
+            if (!stands()) return nullptr;
+            m_buttons.push_back(button);
+            DestroyWindow(each);
+            if (!stands()) return nullptr;
+            ++m_taken;
+        }
+        if (IsWindow(title)) TakeTitle(title, titlePlace, group);
         if (!stands()) return nullptr;
-        m_buttons.push_back(button);
-        DestroyWindow(each);
-        if (!stands()) return nullptr;
-        ++m_taken;
-    }
-    if (IsWindow(title)) TakeTitle(title, titlePlace, group);
-    if (!stands()) return nullptr;
-    KX_FollowColorScheme(window);
-    return window;
+        KX_FollowColorScheme(window);
+        return window;
+    });
 }
 
 HWND CKxDevUI_Radio::MakeButton(const wchar_t* text, const RECT& place, const RECT& group) {

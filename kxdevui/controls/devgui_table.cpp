@@ -83,16 +83,25 @@ CKxDevUI_Table::~CKxDevUI_Table() {
 }
 
 HWND CKxDevUI_Table::Create(HWND parent, long x, long y, long width, long height, bool, bool) {
-    const Alive alive(this);
-    Destroy();
-    if (!alive) return nullptr;
-    m_notify = parent;
-    if (width >= 0) m_width = width;
-    if (height >= 0) m_height = height;
-    if (!MakeWindow(parent, {x, y})) return nullptr;
-    if (!MakeList(WS_CHILD | WS_VISIBLE | LVS_REPORT, 0)) return nullptr;
-    m_editor.Prepare(m_hWnd);
-    return alive ? m_hWnd : nullptr;
+    return Creation::Of(this, [&](const Creation& creation) -> HWND {
+        m_notify = parent;
+        if (width >= 0) m_width = width;
+        if (height >= 0) m_height = height;
+        const HWND window = Binding::MakeWindow(creation, this, m_Atom,
+                                                {.name = L"KxDevUI_Table",
+                                                 .object = L"CKxDevUI_Table",
+                                                 .style = CS_PARENTDC | CS_HREDRAW | CS_VREDRAW,
+                                                 .extraBytes = kWindowExtraBytes,
+                                                 .background = static_cast<HBRUSH>(GetStockObject(HOLLOW_BRUSH)),
+                                                 .procedure = WndProc,
+                                                 .ownLayout = true},
+                                                parent, {x, y}, WS_TABSTOP);
+        if (!window) return nullptr;
+        MarkWindow(window, Mark::TagAndObject, this);
+        if (!MakeList(WS_CHILD | WS_VISIBLE | LVS_REPORT, 0)) return nullptr;
+        m_editor.Prepare(m_hWnd);
+        return creation ? m_hWnd : nullptr;
+    });
 }
 
 HWND CKxDevUI_Table::Create(HWND listView) {
@@ -116,21 +125,6 @@ HWND CKxDevUI_Table::Create(HWND listView) {
     SendMessageW(m_list, LVM_SETEXTENDEDLISTVIEWSTYLE, 0, style | LVS_EX_FULLROWSELECT);
     DestroyWindow(listView);
     return alive ? m_hWnd : nullptr;
-}
-
-bool CKxDevUI_Table::MakeWindow(HWND parent, POINT at) {
-    const HWND window = Binding::MakeWindow(this, m_Atom,
-                                            {.name = L"KxDevUI_Table",
-                                             .object = L"CKxDevUI_Table",
-                                             .style = CS_PARENTDC | CS_HREDRAW | CS_VREDRAW,
-                                             .extraBytes = kWindowExtraBytes,
-                                             .background = static_cast<HBRUSH>(GetStockObject(HOLLOW_BRUSH)),
-                                             .procedure = WndProc,
-                                             .ownLayout = true},
-                                            parent, at, WS_TABSTOP);
-    if (!window) return false;
-    MarkWindow(m_hWnd, Mark::TagAndObject, this);
-    return true;
 }
 
 bool CKxDevUI_Table::MakeList(DWORD style, DWORD extendedStyle) {

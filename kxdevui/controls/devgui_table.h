@@ -141,6 +141,16 @@ protected:
     void onEdited(int row, int column);
     LRESULT onSelChange(int row, int column);
 
+    // WM_NOTIFY of the list view: what a double click, the keys or a check mark lead to, with its own kind of answer.
+    LRESULT OnNotify(WPARAM wParam, LPARAM lParam);
+    // WM_COMMAND of the field: Enter and Tab.
+    LRESULT OnCommand(WPARAM wParam, LPARAM lParam);
+    // The window procedure of the table.
+    static LRESULT CALLBACK WndProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+
+    // The window class, 0 until the first Create.
+    static ATOM m_Atom;
+
 private:
     friend class CKxDevUI_Table_Edit;
 
@@ -155,14 +165,9 @@ private:
         int column;
     };
 
-    static LRESULT CALLBACK WndProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     static LRESULT CALLBACK ListProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     std::optional<LRESULT> Handle(const kx::ui::Message& message);
     std::optional<LRESULT> HandleList(const kx::ui::Message& message);
-    LRESULT OnNotify(WPARAM wParam, LPARAM lParam);
-    LRESULT OnCommand(WPARAM wParam, LPARAM lParam);
-
-    bool MakeWindow(HWND parent, POINT at);
     bool MakeList(DWORD style, DWORD extendedStyle);
     LRESULT Ask(UINT message, WPARAM wParam, LPARAM lParam) const;
     void ZoomColumns();
@@ -175,8 +180,6 @@ private:
     RECT CellOnScreen(int row, int column) const;
     int InsertLabel(const wchar_t* text, int index);
     std::wstring Format(int column, double value);
-
-    static ATOM m_Atom;
 
     HWND m_list = nullptr;
     WNDPROC m_listProcedure = nullptr;  // of the list view itself

@@ -52,26 +52,27 @@ CKxDevUI_Container::~CKxDevUI_Container() {
 }
 
 HWND CKxDevUI_Container::Create(HWND parent, long x, long y, long cx, long cy, bool, bool) {
-    Destroy();
-    m_parent = parent;
-    m_modal = false;
-    m_adopted = m_adopting;
-    if (cx >= 0) m_width = cx;
-    if (cy >= 0) m_height = cy;
+    return kx::ui::Creation::Of(this, [&](const kx::ui::Creation& creation) -> HWND {
+        m_parent = parent;
+        m_modal = false;
+        m_adopted = m_adopting;
+        if (cx >= 0) m_width = cx;
+        if (cy >= 0) m_height = cy;
 
-    const HWND window = kx::ui::Binding::MakeWindow(this, m_Atom,
-                                                    {.name = L"KxDevUI_Container",
-                                                     .object = L"CKxDevUI_Container",
-                                                     .style = CS_HREDRAW | CS_VREDRAW | CS_DBLCLKS,
-                                                     .extraBytes = kx::ui::kWindowExtraBytes,
-                                                     .background = static_cast<HBRUSH>(GetStockObject(NULL_BRUSH)),
-                                                     .procedure = WndProc},
-                                                    parent, {x, y}, WS_TABSTOP);
-    // OnInit has run.
-    if (!window) return nullptr;
-    kx::ui::MarkWindow(window, kx::ui::Mark::TagAndObject, this);
-    SendMessageW(window, WM_SETFONT, reinterpret_cast<WPARAM>(KX_GetDefaultGuiFont()), FALSE);
-    return window;
+        const HWND window = kx::ui::Binding::MakeWindow(creation, this, m_Atom,
+                                                        {.name = L"KxDevUI_Container",
+                                                         .object = L"CKxDevUI_Container",
+                                                         .style = CS_HREDRAW | CS_VREDRAW | CS_DBLCLKS,
+                                                         .extraBytes = kx::ui::kWindowExtraBytes,
+                                                         .background = static_cast<HBRUSH>(GetStockObject(NULL_BRUSH)),
+                                                         .procedure = WndProc},
+                                                        parent, {x, y}, WS_TABSTOP);
+        // OnInit has run.
+        if (!window) return nullptr;
+        kx::ui::MarkWindow(window, kx::ui::Mark::TagAndObject, this);
+        SendMessageW(window, WM_SETFONT, reinterpret_cast<WPARAM>(KX_GetDefaultGuiFont()), FALSE);
+        return window;
+    });
 }
 
 // ---- Content -------------------------------------------------------------------------------------------------------

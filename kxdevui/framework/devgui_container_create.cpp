@@ -11,6 +11,7 @@
 #include <kxsystem/kx_log.h>
 
 using kx::ui::Alive;
+using kx::ui::Creation;
 using kx::ui::Difference;
 using kx::ui::RectAt;
 
@@ -61,33 +62,33 @@ HWND CKxDevUI_Container::CreateFromDlg(HWND parent, long x, long y, const wchar_
     // Without a template nothing else happens: an older window stays.
     const DLGTEMPLATE* dialog = GetDlgTemplate(templateName, module);
     if (!dialog) return nullptr;
-    const Alive alive(this);
-    Destroy();
-    if (!alive) return nullptr;
-    m_modal = modal;
-    m_parent = parent;
-    m_forward = false;
-    m_adopted = false;
-    const auto parameter = reinterpret_cast<LPARAM>(static_cast<CKxDevUI_Base*>(this));
-    if (modal) {
-        m_shown = false;
-        const INT_PTR result = DialogBoxIndirectParamW(module, dialog, parent, DlgProc, parameter);
-        // The platform answers -1 both for a dialog that it could not show and for one that was ended with -1.
-        return alive && !m_shown ? nullptr : reinterpret_cast<HWND>(result);
-    }
-    const HWND window = CreateDialogIndirectParamW(module, dialog, parent, DlgProc, parameter);
-    if (!window || !alive || m_hWnd != window) return nullptr;
-    // Only a child has an id; a top-level window keeps its menu in that place.
-    if (GetWindowLongW(window, GWL_STYLE) & WS_CHILD) SetWindowLongPtrW(window, GWLP_ID, m_id);
-    SetWindowLongW(window, GWL_EXSTYLE, GetWindowLongW(window, GWL_EXSTYLE) | static_cast<LONG>(WS_EX_CONTROLPARENT));
-    // OnInit may have given it another size.
-    const RECT rect = RectInParent(window);
-    m_width = rect.right - rect.left;
-    m_height = rect.bottom - rect.top;
-    InsertChildren();
-    MoveWindow(x, y);
-    BoldifyCaptions();
-    return window;
+    return Creation::Of(this, [&](const Creation& creation) -> HWND {
+        m_modal = modal;
+        m_parent = parent;
+        m_forward = false;
+        m_adopted = false;
+        const auto parameter = reinterpret_cast<LPARAM>(static_cast<CKxDevUI_Base*>(this));
+        if (modal) {
+            m_shown = false;
+            const INT_PTR result = DialogBoxIndirectParamW(module, dialog, parent, DlgProc, parameter);
+            // The platform answers -1 both for a dialog that it could not show and for one that was ended with -1.
+            return creation && !m_shown ? nullptr : reinterpret_cast<HWND>(result);
+        }
+        const HWND window = CreateDialogIndirectParamW(module, dialog, parent, DlgProc, parameter);
+        if (!window || !creation || m_hWnd != window) return nullptr;
+        // Only a child has an id; a top-level window keeps its menu in that place.
+        if (GetWindowLongW(window, GWL_STYLE) & WS_CHILD) SetWindowLongPtrW(window, GWLP_ID, m_id);
+        SetWindowLongW(window, GWL_EXSTYLE,
+                       GetWindowLongW(window, GWL_EXSTYLE) | static_cast<LONG>(WS_EX_CONTROLPARENT));
+        // OnInit may have given it another size.
+        const RECT rect = RectInParent(window);
+        m_width = rect.right - rect.left;
+        m_height = rect.bottom - rect.top;
+        InsertChildren();
+        MoveWindow(x, y);
+        BoldifyCaptions();
+        return window;
+    });
 }
 
 HWND CKxDevUI_Container::CreateFromDlgPart(HWND parent, long x, long y, long cx, long cy, const wchar_t* templateName,
@@ -98,38 +99,37 @@ HWND CKxDevUI_Container::CreateFromDlgPart(HWND parent, long x, long y, long cx,
     }
     const auto dialog = kx::ui::CopyTemplateAsHiddenChild(templateName, module);
     if (dialog.empty()) return nullptr;
-    const Alive alive(this);
-    Destroy();
-    if (!alive) return nullptr;
-    m_modal = false;
-    m_parent = parent;
-    m_adopted = false;
-    const HWND window =
-        CreateDialogIndirectParamW(module, reinterpret_cast<const DLGTEMPLATE*>(dialog.data()), parent, DlgProc,
-                                   reinterpret_cast<LPARAM>(static_cast<CKxDevUI_Base*>(this)));
-    if (!window || !alive || m_hWnd != window) return nullptr;
-    SetWindowLongPtrW(window, GWLP_ID, m_id);
-    SetWindowLongW(window, GWL_EXSTYLE, 0);
-    SetWindowLongW(window, GWL_STYLE, static_cast<LONG>(WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN | WS_TABSTOP));
-    SetWindowPos(window, nullptr, 0, 0, 0, 0,
-                 SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_FRAMECHANGED);
+    return Creation::Of(this, [&](const Creation& creation) -> HWND {
+        m_modal = false;
+        m_parent = parent;
+        m_adopted = false;
+        const HWND window =
+            CreateDialogIndirectParamW(module, reinterpret_cast<const DLGTEMPLATE*>(dialog.data()), parent, DlgProc,
+                                       reinterpret_cast<LPARAM>(static_cast<CKxDevUI_Base*>(this)));
+        if (!window || !creation || m_hWnd != window) return nullptr;
+        SetWindowLongPtrW(window, GWLP_ID, m_id);
+        SetWindowLongW(window, GWL_EXSTYLE, 0);
+        SetWindowLongW(window, GWL_STYLE, static_cast<LONG>(WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN | WS_TABSTOP));
+        SetWindowPos(window, nullptr, 0, 0, 0, 0,
+                     SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_FRAMECHANGED);
 
-    const RECT area = RectAt(x, y, cx, cy);
-    for (const HWND child : ChildrenOf(window)) {
-        if (Meets(child, area)) {
-            MoveBack(child, x, y);
-            InsertWindow(child);
-        } else {
-            DestroyWindow(child);
+        const RECT area = RectAt(x, y, cx, cy);
+        for (const HWND child : ChildrenOf(window)) {
+            if (Meets(child, area)) {
+                MoveBack(child, x, y);
+                InsertWindow(child);
+            } else {
+                DestroyWindow(child);
+            }
         }
-    }
-    ResizeWindow(cx, cy);
-    MoveWindow(x, y);
-    BoldifyCaptions();
-    SetVisible(true);
-    // The style bit alone, set above, shows the window without painting it.
-    CKxDevUI_Base::RefreshWindow();
-    return window;
+        ResizeWindow(cx, cy);
+        MoveWindow(x, y);
+        BoldifyCaptions();
+        SetVisible(true);
+        // The style bit alone, set above, shows the window without painting it.
+        CKxDevUI_Base::RefreshWindow();
+        return window;
+    });
 }
 
 HWND CKxDevUI_Container::CreateFromDlgPart(HWND parent, RECT* area, const wchar_t* templateName, HINSTANCE module) {

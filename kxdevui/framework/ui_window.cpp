@@ -55,17 +55,22 @@ CKxDevUI_Base* ControlOf(HWND window) noexcept {
     return LivingObject<CKxDevUI_Base>(reinterpret_cast<void*>(GetWindowLongPtrW(window, kObjectWord)));
 }
 
-HWND Binding::MakeWindow(CKxDevUI_Base* control, ATOM& atom, const ClassSpec& spec, HWND parent, POINT at, DWORD style,
-                         DWORD extendedStyle) {
+HWND Creation::Make(ATOM& atom, const ClassSpec& spec, HWND parent, POINT at, SIZE size, int id, DWORD style,
+                    DWORD extendedStyle, void* object) const {
     EnsureClass(atom, spec);
-    style |= WS_CHILD;
+    const HWND window =
+        CreateWindowExW(extendedStyle, MAKEINTATOM(atom), nullptr, WS_CHILD | style, at.x, at.y, size.cx, size.cy,
+                        parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), ModuleOf(spec.procedure), object);
+    return m_alive ? window : nullptr;
+}
+
+HWND Binding::MakeWindow(const Creation& creation, CKxDevUI_Base* control, ATOM& atom, const ClassSpec& spec,
+                         HWND parent, POINT at, DWORD style, DWORD extendedStyle) {
     if (control->m_visible) style |= WS_VISIBLE;
     if (!control->m_enabled) style |= WS_DISABLED;
-    const Alive alive(control);
-    const HWND window = CreateWindowExW(
-        extendedStyle, spec.name, nullptr, style, at.x, at.y, control->m_width, control->m_height, parent,
-        reinterpret_cast<HMENU>(static_cast<INT_PTR>(control->m_id)), ModuleOf(spec.procedure), control);
-    return window && alive && control->m_hWnd == window ? window : nullptr;
+    const HWND window = creation.Make(atom, spec, parent, at, {control->m_width, control->m_height}, control->m_id,
+                                      style, extendedStyle, control);
+    return window && control->m_hWnd == window ? window : nullptr;
 }
 
 bool Binding::EndWindow(CKxDevUI_Base* control) {

@@ -59,7 +59,8 @@ struct ClassSpec {
 KXDEVUI_API HINSTANCE ModuleOf(WNDPROC procedure) noexcept;
 
 // Registers the class once, with the arrow cursor and for the module that holds the procedure, and keeps its atom. A
-// failure is logged when the log's detail is on, and creation goes on: it then fails by itself.
+// failure is logged when the log's detail is on, and creation goes on: windows are made by the atom, never by the name,
+// which may be that of another's class, and without one there is none.
 KXDEVUI_API void EnsureClass(ATOM& atom, const ClassSpec& spec);
 
 // ---- From the window to the object ---------------------------------------------------------------------------------
@@ -73,14 +74,45 @@ KXDEVUI_API void MarkWindow(HWND window, Mark mark, CKxDevUI_Base* object);
 // The living control that a marked window belongs to; null for every other window, whatever its extra bytes say.
 KXDEVUI_API CKxDevUI_Base* ControlOf(HWND window) noexcept;
 
+// Pointers stored with windows are pointers to the root of the object, which is what Life knows.
+template <class T>
+using RootOf = std::conditional_t<std::is_base_of_v<CKxDevUI_Base, T>, CKxDevUI_Base, T>;
+
+// A control's window while it is made, or made again: the focus that leaves the old one, and the news of the new one,
+// may lead to a host's window that ends the control. Of is the one way in, and what makes windows asks for a Creation.
+class KXDEVUI_API Creation {
+public:
+    // Ends the control's old window, and has `make`, called with the creation, make the new one; null, and nothing of
+    // the control is touched, when it has gone with the old one.
+    template <class T, class Make>
+    static HWND Of(T* control, Make&& make) {
+        const Creation creation(static_cast<RootOf<T>*>(control));
+        control->Destroy();
+        return creation ? make(creation) : nullptr;
+    }
+
+    // Makes a window of a class of ours, which is registered first, with `object` as its parameter. Null when there is
+    // none, or no control any more.
+    HWND Make(ATOM& atom, const ClassSpec& spec, HWND parent, POINT at, SIZE size, int id, DWORD style,
+              DWORD extendedStyle, void* object) const;
+
+    // Whether the control still lives.
+    explicit operator bool() const noexcept { return static_cast<bool>(m_alive); }
+
+private:
+    explicit Creation(const void* object) noexcept : m_alive(object) {}
+
+    Alive m_alive;
+};
+
 // The ties between a window and its control, where they are made and cut from outside.
 class KXDEVUI_API Binding {
 public:
     // Makes the window of a control: a child of `parent` at `at`, in the control's nominal size, with its id, and
-    // visible and enabled as it is. Its class is registered first. Null when there is no window, or when one who was
-    // told of it, as the parent is, has ended it or the control.
-    static HWND MakeWindow(CKxDevUI_Base* control, ATOM& atom, const ClassSpec& spec, HWND parent, POINT at,
-                           DWORD style, DWORD extendedStyle = 0);
+    // visible and enabled as it is. Null when there is no window, or when one who was told of it, as the parent is, has
+    // ended it or the control.
+    static HWND MakeWindow(const Creation& creation, CKxDevUI_Base* control, ATOM& atom, const ClassSpec& spec,
+                           HWND parent, POINT at, DWORD style, DWORD extendedStyle = 0);
     // Destroys a control's window, if it has one; nobody is told. False when the control is gone as well: the focus may
     // have gone to a host's window, which may have ended it.
     static bool EndWindow(CKxDevUI_Base* control);
@@ -89,10 +121,6 @@ public:
     // The object is going: its window, if it lives, must not find it any more.
     static void CutLoose(CKxDevUI_Base* object) noexcept;
 };
-
-// Pointers stored with windows are pointers to the root of the object, which is what Life knows.
-template <class T>
-using RootOf = std::conditional_t<std::is_base_of_v<CKxDevUI_Base, T>, CKxDevUI_Base, T>;
 
 // A stored pointer as an object, or null when it does not live.
 template <class T>
@@ -113,7 +141,7 @@ struct ByUserData {
     static void Unbind(HWND window) noexcept { SetWindowLongPtrW(window, GWLP_USERDATA, 0); }
 };
 
-// The object in the class's map of instances.
+// The object in the class's map of instances; in the window's user data as well, like any other.
 template <class T, std::map<HWND, T*>& Instances>
 struct ByInstances {
     // The living object of a window, or null; ties the two; unties them.
@@ -122,8 +150,14 @@ struct ByInstances {
         return found != Instances.end() && Life::IsAlive(static_cast<RootOf<T>*>(found->second)) ? found->second
                                                                                                  : nullptr;
     }
-    static void Bind(HWND window, T* object) { Instances[window] = object; }
-    static void Unbind(HWND window) noexcept { Instances.erase(window); }
+    static void Bind(HWND window, T* object) {
+        Instances[window] = object;
+        ByUserData<T>::Bind(window, object);
+    }
+    static void Unbind(HWND window) noexcept {
+        Instances.erase(window);
+        ByUserData<T>::Unbind(window);
+    }
 };
 
 // ---- Windows on their way out --------------------------------------------------------------------------------------

@@ -70,19 +70,20 @@ RangeThumbs::~CKxDevUI_ColorSliderRangeHPot() {
 // ---- The window ----------------------------------------------------------------------------------------------------
 
 HWND RangeThumbs::Create(HWND parent, long x, long y, long cx, long cy, bool, bool) {
-    Destroy();
-    if (cx >= 0) m_width = cx;
-    if (cy >= 0) m_height = cy;
-    if (m_width < 0) m_width = kUsualSize.cx;
-    if (m_height < 0) m_height = kUsualSize.cy;
-    return kx::ui::Binding::MakeWindow(this, m_Atom,
-                                       {.name = kClass,
-                                        .object = kClass,
-                                        .style = CS_HREDRAW | CS_VREDRAW,
-                                        .extraBytes = kx::ui::kWindowExtraBytes,
-                                        .background = nullptr,
-                                        .procedure = WndProc},
-                                       parent, {x, y}, 0);
+    return kx::ui::Creation::Of(this, [&](const kx::ui::Creation& creation) -> HWND {
+        if (cx >= 0) m_width = cx;
+        if (cy >= 0) m_height = cy;
+        if (m_width < 0) m_width = kUsualSize.cx;
+        if (m_height < 0) m_height = kUsualSize.cy;
+        return kx::ui::Binding::MakeWindow(creation, this, m_Atom,
+                                           {.name = kClass,
+                                            .object = kClass,
+                                            .style = CS_HREDRAW | CS_VREDRAW,
+                                            .extraBytes = kx::ui::kWindowExtraBytes,
+                                            .background = nullptr,
+                                            .procedure = WndProc},
+                                           parent, {x, y}, 0);
+    });
 }
 
 void RangeThumbs::Destroy() { kx::ui::Binding::EndWindow(this); }

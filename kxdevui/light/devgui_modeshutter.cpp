@@ -137,26 +137,25 @@ long CKxDevUI_ModeShutter::FindApertureIndex(double aperture) const {
 // ---- The window ----------------------------------------------------------------------------------------------------
 
 HWND CKxDevUI_ModeShutter::Create(HWND parent, long x, long y, long width, long height, bool, bool) {
-    const Alive alive(this);
-    Destroy();
-    if (!alive) return nullptr;
-    if (width >= 0) m_width = width;
-    if (height >= 0) m_height = height;
-    EnsureClass(m_Atom, {.name = kClass,
-                         .object = L"CKxDevUI_ModeShutter",
-                         .style = CS_VREDRAW | CS_HREDRAW,
-                         .extraBytes = 0,
-                         .background = reinterpret_cast<HBRUSH>(INT_PTR{COLOR_3DFACE + 1}),
-                         .procedure = WndProc});
-    const HWND window =
-        CreateWindowExW(0, kClass, nullptr, WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN, x, y, m_width, m_height, parent,
-                        nullptr, ModuleOf(WndProc), static_cast<CKxDevUI_Base*>(this));
-    // The parent was told of its new child, and may have ended the window or this object.
-    if (!window || !alive || m_hWnd != window) return nullptr;
-    m_visible = true;
-    SendMessageW(window, WM_SETFONT, reinterpret_cast<WPARAM>(KX_GetDefaultGuiFont()), FALSE);
-    CreateControls();
-    return alive && m_hWnd == window ? window : nullptr;
+    return Creation::Of(this, [&](const Creation& creation) -> HWND {
+        if (width >= 0) m_width = width;
+        if (height >= 0) m_height = height;
+        const HWND window = creation.Make(m_Atom,
+                                          {.name = kClass,
+                                           .object = L"CKxDevUI_ModeShutter",
+                                           .style = CS_VREDRAW | CS_HREDRAW,
+                                           .extraBytes = 0,
+                                           .background = reinterpret_cast<HBRUSH>(INT_PTR{COLOR_3DFACE + 1}),
+                                           .procedure = WndProc},
+                                          parent, {x, y}, {m_width, m_height}, 0, WS_VISIBLE | WS_CLIPCHILDREN, 0,
+                                          static_cast<CKxDevUI_Base*>(this));
+        // The parent was told of its new child, and may have ended the window.
+        if (!window || m_hWnd != window) return nullptr;
+        m_visible = true;
+        SendMessageW(window, WM_SETFONT, reinterpret_cast<WPARAM>(KX_GetDefaultGuiFont()), FALSE);
+        CreateControls();
+        return creation && m_hWnd == window ? window : nullptr;
+    });
 }
 
 void CKxDevUI_ModeShutter::Destroy() { Binding::EndWindow(this); }

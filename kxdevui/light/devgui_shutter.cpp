@@ -135,15 +135,14 @@ void CKxDevUI_Shutter::RenameEnabled(bool enable) { m_renameDisabled = !enable; 
 // ---- Creation ------------------------------------------------------------------------------------------------------
 
 HWND CKxDevUI_Shutter::Create(HWND parent, long x, long y, long width, long height, bool visible, bool enabled) {
-    const Alive alive(this);
-    Destroy();
-    if (!alive) return nullptr;
-    SetSize(width, height);
-    m_adopted = false;
-    const HWND window = MakeWindow(parent, {x, y}, visible, enabled);
-    if (!window) return nullptr;
-    CreateControls();
-    return alive && Stands(window) ? Finish(window) : nullptr;
+    return Creation::Of(this, [&](const Creation& creation) -> HWND {
+        SetSize(width, height);
+        m_adopted = false;
+        const HWND window = MakeWindow(creation, parent, {x, y}, visible, enabled);
+        if (!window) return nullptr;
+        CreateControls();
+        return creation && Stands(window) ? Finish(window) : nullptr;
+    });
 }
 
 HWND CKxDevUI_Shutter::Create(HWND button, HWND title) {
@@ -152,40 +151,42 @@ HWND CKxDevUI_Shutter::Create(HWND button, HWND title) {
         KX_LOG(kSource, L"window %p cannot be taken for a shutter's button", static_cast<void*>(button));
         return nullptr;
     }
-    const Alive alive(this);
-    Destroy();
-    if (!alive || !IsWindow(button)) return nullptr;
-    if (!IsWindow(title) || title == button || IsChild(title, button) || IsChild(button, title)) title = nullptr;
+    return Creation::Of(this, [&](const Creation& creation) -> HWND {
+        if (!IsWindow(button)) return nullptr;
+        if (!IsWindow(title) || title == button || IsChild(title, button) || IsChild(button, title)) title = nullptr;
 
-    RECT places[2]{}, all{};
-    for (const HWND each : {button, title}) {
-        RECT& place = places[each == title ? 1 : 0];
-        GetWindowRect(each, &place);
-        MapWindowPoints(HWND_DESKTOP, parent, reinterpret_cast<POINT*>(&place), 2);
-    }
-    const auto& [buttonPlace, titlePlace] = places;
-    UnionRect(&all, &buttonPlace, &titlePlace);
-    const LONG style = GetWindowLongW(button, GWL_STYLE);
-    m_id = GetDlgCtrlID(button);
-    m_width = WidthOf(all);
-    m_height = HeightOf(all);
-    m_adopted = true;
-    m_showTitle = title != nullptr;
-    m_titleLeft = title && titlePlace.right <= buttonPlace.left;
-    if (title) {
-        m_titleInButton = false;
-        m_title = TextOf(title);
-    }
-    const HWND window = MakeWindow(parent, {all.left, all.top}, (style & WS_VISIBLE) != 0, (style & WS_DISABLED) == 0);
-    if (!window) return nullptr;
-    CorrectZOrder(button);
-    if (title) TakeOver(m_titleWindow = title, titlePlace, all, kTitleId);
-    TakeOver(m_button = button, buttonPlace, all, kButtonId);
-    m_buttonPlace = PlaceOf(button);
-    if (title) m_titlePlace = PlaceOf(title);
-    SetWindowLongW(button, GWL_STYLE, (GetWindowLongW(button, GWL_STYLE) & ~BS_TYPEMASK) | BS_PUSHLIKE | BS_OWNERDRAW);
-    DressChildren();
-    return alive && Stands(window) ? Finish(window) : nullptr;
+        RECT places[2]{}, all{};
+        for (const HWND each : {button, title}) {
+            RECT& place = places[each == title ? 1 : 0];
+            GetWindowRect(each, &place);
+            MapWindowPoints(HWND_DESKTOP, parent, reinterpret_cast<POINT*>(&place), 2);
+        }
+        const auto& [buttonPlace, titlePlace] = places;
+        UnionRect(&all, &buttonPlace, &titlePlace);
+        const LONG style = GetWindowLongW(button, GWL_STYLE);
+        m_id = GetDlgCtrlID(button);
+        m_width = WidthOf(all);
+        m_height = HeightOf(all);
+        m_adopted = true;
+        m_showTitle = title != nullptr;
+        m_titleLeft = title && titlePlace.right <= buttonPlace.left;
+        if (title) {
+            m_titleInButton = false;
+            m_title = TextOf(title);
+        }
+        const HWND window =
+            MakeWindow(creation, parent, {all.left, all.top}, (style & WS_VISIBLE) != 0, (style & WS_DISABLED) == 0);
+        if (!window) return nullptr;
+        CorrectZOrder(button);
+        if (title) TakeOver(m_titleWindow = title, titlePlace, all, kTitleId);
+        TakeOver(m_button = button, buttonPlace, all, kButtonId);
+        m_buttonPlace = PlaceOf(button);
+        if (title) m_titlePlace = PlaceOf(title);
+        SetWindowLongW(button, GWL_STYLE,
+                       (GetWindowLongW(button, GWL_STYLE) & ~BS_TYPEMASK) | BS_PUSHLIKE | BS_OWNERDRAW);
+        DressChildren();
+        return creation && Stands(window) ? Finish(window) : nullptr;
+    });
 }
 
 // Last of all: a window that clips its children while they come works out anew what is to be seen of it with each,
@@ -195,11 +196,10 @@ HWND CKxDevUI_Shutter::Finish(HWND window) {
     return window;
 }
 
-HWND CKxDevUI_Shutter::MakeWindow(HWND parent, POINT at, bool visible, bool enabled) {
+HWND CKxDevUI_Shutter::MakeWindow(const Creation& creation, HWND parent, POINT at, bool visible, bool enabled) {
     m_visible = visible;
     m_enabled = enabled && !m_locked;
-    const Alive alive(this);
-    const HWND window = Binding::MakeWindow(this, m_Atom,
+    const HWND window = Binding::MakeWindow(creation, this, m_Atom,
                                             {.name = kClass,
                                              .object = L"CKxDevUI_Shutter",
                                              .style = CS_VREDRAW | CS_HREDRAW | CS_PARENTDC,
@@ -208,11 +208,10 @@ HWND CKxDevUI_Shutter::MakeWindow(HWND parent, POINT at, bool visible, bool enab
                                              .procedure = WndProc},
                                             parent, at, WS_TABSTOP);
     if (!window) return nullptr;
-    SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(static_cast<CKxDevUI_Base*>(this)));
     MarkWindow(window, Mark::TagAndObject, this);
     SendMessageW(window, WM_SETFONT, reinterpret_cast<WPARAM>(KX_GetDefaultGuiFont()), FALSE);
     UpdateShutterIcon(0, 0);
-    return alive && Stands(window) ? window : nullptr;
+    return creation && Stands(window) ? window : nullptr;
 }
 
 bool CKxDevUI_Shutter::Stands(HWND window) const { return m_hWnd == window; }

@@ -11,6 +11,7 @@
 #include <kxdevui/light/shutter_rules.h>
 
 namespace kx::ui {
+class Creation;
 struct Message;
 }
 
@@ -167,7 +168,7 @@ private:
 
     std::optional<LRESULT> Handle(const kx::ui::Message& message);
     std::optional<LRESULT> HandleButton(const kx::ui::Message& message);
-    HWND MakeWindow(HWND parent, POINT at, bool visible, bool enabled);
+    HWND MakeWindow(const kx::ui::Creation& creation, HWND parent, POINT at, bool visible, bool enabled);
     HWND MakeChild(const wchar_t* windowClass, const wchar_t* text, DWORD style, const kx::shutter::Place& place,
                    int id);
     bool Stands(HWND window) const;

@@ -74,14 +74,15 @@ void CKxDevUI_FilterWheel::OnSetupRequest() {}
 // ---- Creation ------------------------------------------------------------------------------------------------------
 
 HWND CKxDevUI_FilterWheel::Create(HWND parent, long x, long y, long width, long height, bool, bool) {
-    Destroy();
-    if (width >= 0) m_width = width;
-    if (height >= 0) m_height = height;
-    const HWND window = m_panel.Open(m_Atom, {L"KxDevGUI_FilterWheel", L"CKxDevUI_FilterWheel"}, WndProc, parent,
-                                     {x, y}, {m_width, m_height}, this);
-    if (!window) return nullptr;
-    CreateControls();
-    return window;
+    return Creation::Of(this, [&](const Creation& creation) -> HWND {
+        if (width >= 0) m_width = width;
+        if (height >= 0) m_height = height;
+        const HWND window = m_panel.Open(creation, m_Atom, {L"KxDevGUI_FilterWheel", L"CKxDevUI_FilterWheel"}, WndProc,
+                                         parent, {x, y}, {m_width, m_height}, this);
+        if (!window) return nullptr;
+        CreateControls();
+        return creation ? m_panel.Window() : nullptr;
+    });
 }
 
 void CKxDevUI_FilterWheel::Destroy() { m_panel.Close(); }

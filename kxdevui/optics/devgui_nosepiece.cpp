@@ -84,18 +84,19 @@ void CKxDevUI_Nosepiece::OnSetupRequest() {}
 // ---- Creation ------------------------------------------------------------------------------------------------------
 
 HWND CKxDevUI_Nosepiece::Create(HWND parent, long x, long y, long width, long height, bool, bool) {
-    Destroy();
-    if (width >= 0) m_width = width;
-    if (height >= 0) m_height = height;
-    const HWND window = m_panel.Open(m_Atom, {L"KxDevGUI_Nosepiece", L"CKxDevUI_Nosepiece"}, WndProc, parent, {x, y},
-                                     {m_width, m_height}, this);
-    if (!window) return nullptr;
-    m_normalFont = MakeFont(FW_NORMAL);
-    m_boldFont = MakeFont(FW_BOLD);
-    m_framePen.reset(CreatePen(PS_SOLID, 1, RGB(127, 127, 127)));
-    LoadImages();
-    CreateControls();
-    return window;
+    return Creation::Of(this, [&](const Creation& creation) -> HWND {
+        if (width >= 0) m_width = width;
+        if (height >= 0) m_height = height;
+        const HWND window = m_panel.Open(creation, m_Atom, {L"KxDevGUI_Nosepiece", L"CKxDevUI_Nosepiece"}, WndProc,
+                                         parent, {x, y}, {m_width, m_height}, this);
+        if (!window) return nullptr;
+        m_normalFont = MakeFont(FW_NORMAL);
+        m_boldFont = MakeFont(FW_BOLD);
+        m_framePen.reset(CreatePen(PS_SOLID, 1, RGB(127, 127, 127)));
+        LoadImages();
+        CreateControls();
+        return creation ? m_panel.Window() : nullptr;
+    });
 }
 
 void CKxDevUI_Nosepiece::Destroy() {

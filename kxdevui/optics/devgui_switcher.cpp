@@ -51,14 +51,15 @@ void CKxDevUI_Switcher::OnSetPortSingleRequest(long) {}
 // ---- Creation ------------------------------------------------------------------------------------------------------
 
 HWND CKxDevUI_Switcher::Create(HWND parent, long x, long y, long width, long height, bool, bool) {
-    Destroy();
-    if (width >= 0) m_width = width;
-    if (height >= 0) m_height = height;
-    const HWND window = m_panel.Open(m_Atom, {L"KxDevGUI_Switcher", L"CKxDevUI_Switcher"}, WndProc, parent, {x, y},
-                                     {m_width, m_height}, this);
-    if (!window) return nullptr;
-    CreateControls();
-    return window;
+    return Creation::Of(this, [&](const Creation& creation) -> HWND {
+        if (width >= 0) m_width = width;
+        if (height >= 0) m_height = height;
+        const HWND window = m_panel.Open(creation, m_Atom, {L"KxDevGUI_Switcher", L"CKxDevUI_Switcher"}, WndProc,
+                                         parent, {x, y}, {m_width, m_height}, this);
+        if (!window) return nullptr;
+        CreateControls();
+        return creation ? m_panel.Window() : nullptr;
+    });
 }
 
 void CKxDevUI_Switcher::Destroy() { m_panel.Close(); }

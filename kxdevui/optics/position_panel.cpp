@@ -55,18 +55,17 @@ int NextButton(int from, int step, std::span<const bool> usable) {
 
 // ---- The window ----------------------------------------------------------------------------------------------------
 
-HWND PositionPanel::Open(ATOM& atom, const Names& names, WNDPROC procedure, HWND parent, POINT at, SIZE size,
-                         void* object) {
-    EnsureClass(atom, {.name = names.window,
-                       .object = names.object,
-                       .style = CS_HREDRAW | CS_VREDRAW,
-                       .extraBytes = kWindowExtraBytes,
-                       .background = nullptr,
-                       .procedure = procedure});
-    const Alive alive(object);
-    const HWND window = CreateWindowExW(0, names.window, L"", WS_CHILD | WS_VISIBLE, at.x, at.y, size.cx, size.cy,
-                                        parent, nullptr, ModuleOf(procedure), object);
-    if (!window || !alive || m_window != window) return nullptr;
+HWND PositionPanel::Open(const Creation& creation, ATOM& atom, const Names& names, WNDPROC procedure, HWND parent,
+                         POINT at, SIZE size, void* object) {
+    const HWND window = creation.Make(atom,
+                                      {.name = names.window,
+                                       .object = names.object,
+                                       .style = CS_HREDRAW | CS_VREDRAW,
+                                       .extraBytes = kWindowExtraBytes,
+                                       .background = nullptr,
+                                       .procedure = procedure},
+                                      parent, at, size, 0, WS_VISIBLE, 0, object);
+    if (!window || m_window != window) return nullptr;
     MarkWindow(window, Mark::Tag, nullptr);
     SetTabStop(m_tabStop);
     SetFont(window, KX_GetDefaultGuiFont());

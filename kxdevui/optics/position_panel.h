@@ -15,6 +15,7 @@
 
 namespace kx::ui {
 
+class Creation;
 struct Message;
 
 // The ids of the parts that all panels have. Those of the buttons are each panel's own.
@@ -50,7 +51,8 @@ public:
     };
     // Makes the panel's window, visible, with the default GUI font, and marks it so that a container takes it for a
     // plain window. Null when it could not be made, or when somebody who heard of it destroyed it, or the panel.
-    HWND Open(ATOM& atom, const Names& names, WNDPROC procedure, HWND parent, POINT at, SIZE size, void* object);
+    HWND Open(const Creation& creation, ATOM& atom, const Names& names, WNDPROC procedure, HWND parent, POINT at,
+              SIZE size, void* object);
     // Destroys window and children, silently; also from within a click on one of them.
     void Close();
 

@@ -68,41 +68,47 @@ void ShowQuietly(HWND window) {
 
 HWND CKxDevUI_ZStack::Create(HWND parent, CKxZStackData* data, long x, long y, long cx, long cy, bool visible,
                              bool enabled) {
-    Destroy();
-    if (!data) return nullptr;
-    const HINSTANCE module = ModuleOf(WndProc);
-    EnsureClass(m_Atom, {L"CKxDevUI_ZStack", L"CKxDevUI_ZStack", 0, DLGWINDOWEXTRA, nullptr, WndProc});
-    const DLGTEMPLATE* dialog = FindDialogTemplate(L"IDD_ZSTACKGUI", module);
-    const HWND window = dialog ? CreateDialogIndirectParamW(module, dialog, parent, nullptr, 0) : nullptr;
-    if (!window) return nullptr;
-    m_hWnd = window;
-    m_data = data;
-    // Only now: while the dialog is made, its controls have nothing to tell.
-    m_Instances[window] = this;
+    return Creation::Of(this, [&](const Creation& creation) -> HWND {
+        if (!data) return nullptr;
+        const HINSTANCE module = ModuleOf(WndProc);
+        EnsureClass(m_Atom, {L"CKxDevUI_ZStack", L"CKxDevUI_ZStack", 0, DLGWINDOWEXTRA, nullptr, WndProc});
+        const DLGTEMPLATE* dialog = FindDialogTemplate(L"IDD_ZSTACKGUI", module);
+        // The template names the class, and the name may be that of another's.
+        const HWND window = dialog && m_Atom ? CreateDialogIndirectParamW(module, dialog, parent, nullptr, 0) : nullptr;
+        if (!window) return nullptr;
+        if (!creation) return DestroyWindow(window), nullptr;
+        m_hWnd = window;
+        m_data = data;
+        // Only now: while the dialog is made, its controls have nothing to tell.
+        ByInstances<CKxDevUI_ZStack, m_Instances>::Bind(window, this);
 
-    RECT rect{};
-    GetWindowRect(window, &rect);
-    SetWindowPos(window, nullptr, x, y, cx > 0 ? cx : rect.right - rect.left, cy > 0 ? cy : rect.bottom - rect.top,
-                 SWP_NOZORDER | SWP_NOACTIVATE);
-    CollectControls();
-    SubclassControls();
-    WidenLabels();
-    BuildPiezoMenu();
-    // Nothing draws it; it is what the panel is called to those who cannot see it.
-    SetWindowTextW(window, KX_GetTranslation(L"Z-Stack", L"devgui_zstack"));
-    ShowTips(false);
-    // At 1.0 everything stands where it shall, and the layout manager asks for the rest when the zoom changes.
-    if (CKxGUILayoutManager::GetGuiZoom() != 1.0) RegisterZoom(window);
-    KX_FollowColorScheme(window);
-    if (!enabled) EnableWindow(window, FALSE);
-    if (visible) ShowQuietly(window);
-    return window;
+        RECT rect{};
+        GetWindowRect(window, &rect);
+        SetWindowPos(window, nullptr, x, y, cx > 0 ? cx : rect.right - rect.left, cy > 0 ? cy : rect.bottom - rect.top,
+                     SWP_NOZORDER | SWP_NOACTIVATE);
+        CollectControls();
+        SubclassControls();
+        WidenLabels();
+        BuildPiezoMenu();
+        // Nothing draws it; it is what the panel is called to those who cannot see it.
+        SetWindowTextW(window, KX_GetTranslation(L"Z-Stack", L"devgui_zstack"));
+        ShowTips(false);
+        // At 1.0 everything stands where it shall, and the layout manager asks for the rest when the zoom changes.
+        if (CKxGUILayoutManager::GetGuiZoom() != 1.0) RegisterZoom(window);
+        KX_FollowColorScheme(window);
+        if (!enabled) EnableWindow(window, FALSE);
+        if (visible) ShowQuietly(window);
+        return window;
+    });
 }
 
 void CKxDevUI_ZStack::Destroy() {
     if (MadeWindow()) {
+        const Alive alive(this);
         const Closing closing(m_hWnd);
         DestroyWindow(m_hWnd);
+        // The focus may have gone to a host's window, which may have ended this object.
+        if (!alive) return;
     }
     m_hWnd = nullptr;
     m_data = nullptr;
@@ -213,7 +219,7 @@ Handled CKxDevUI_ZStack::Handle(const Message& message) {
     case WM_KX_ZOOM_CHANGED: OnGuiZoomChanged(); return 0;
     case WM_DESTROY:
         // The edits are still there, and one may have the focus: it is nobody's wish any more.
-        m_Instances.erase(message.window);
+        ByInstances<CKxDevUI_ZStack, m_Instances>::Unbind(message.window);
         m_hWnd = nullptr;
         return std::nullopt;
     default: return std::nullopt;
