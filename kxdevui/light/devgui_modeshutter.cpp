@@ -1,5 +1,6 @@
 #include <kxdevui/light/devgui_modeshutter.h>
 
+#include <array>
 #include <cmath>
 #include <utility>
 
