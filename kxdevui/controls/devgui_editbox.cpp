@@ -231,7 +231,8 @@ CKxDevUI_EditBox::Places CKxDevUI_EditBox::Arrange(HFONT font) const {
     // The platform's edit writes at the top; centred in the field, it is as high as its text.
     const long border = m_border ? 1 : 0, inset = border + Scaled(kTextInset, scale);
     const long room = std::max(0L, field.bottom - 2 * border), height = std::min(room, TextHeight(font));
-    const long left = field.left + inset, top = border + (room - height) / 2;
+    const long left = field.left + inset;
+    const long top = m_textRows ? m_textRows->top + m_textRows->height / 2 - height / 2 : border + (room - height) / 2;
     return {.label = {0, 0, std::max(0L, field.left - Scaled(kLabelGap, scale)), client.bottom},
             .edit = {left, top, std::max(left, field.right - inset), top + height},
             .attached = {field.right, 0, std::max(field.right, client.right), client.bottom}};
@@ -243,6 +244,12 @@ void CKxDevUI_EditBox::Layout() {
     if (m_label) Place(m_label, places.label);
     if (m_attached) Place(m_attached, places.attached);
     Place(m_edit, places.edit);
+    if (!m_textRows) return;
+    // Where the text stands higher than the field begins, the frame is not to be covered.
+    const long covered = std::max(0L, (m_border ? 1 : 0) - places.edit.top);
+    const RECT& edit = places.edit;
+    const RECT seen{0, covered, edit.right - edit.left, edit.bottom - edit.top};
+    SetWindowRgn(m_edit, covered > 0 ? CreateRectRgnIndirect(&seen) : nullptr, FALSE);
 }
 
 // ---- Content -------------------------------------------------------------------------------------------------------

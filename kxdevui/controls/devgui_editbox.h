@@ -168,6 +168,13 @@ protected:
     using Hook = std::optional<LRESULT> (*)(CKxDevUI_EditBox& box, const kx::ui::Message& message);
     Hook m_hook = nullptr;
 
+    // Rows of the window in whose middle the text stands; without them, in the middle of the field.
+    struct Rows {
+        long top;
+        long height;
+    };
+    std::optional<Rows> m_textRows;
+
     // From now on the window paints around its children: after the last of them has been made.
     void ClipChildren();
 

@@ -159,8 +159,10 @@ protected:
     // The scale as it was drawn last, selected into a DC of the slider's, to be changed in place; null when it is to be
     // made anew, or has none.
     HDC ScaleDC() const;
-    // The scale as the default factories draw it: background, track, ticks, labels, marker.
+    // The scale as the default factories draw it, each for its type: background, track, ticks, labels, marker.
     HBITMAP CreateScaleBitmap(bool enabled);
+    HBITMAP CreateNonlinearScaleBitmap(bool enabled);
+    HBITMAP CreateLinearRegionsScaleBitmap(bool enabled);
     // What the scale is drawn on. The brush is the parent's or the module's; null when the parent, asked for it, has
     // destroyed the slider.
     HBRUSH BackgroundBrush(HDC dc);

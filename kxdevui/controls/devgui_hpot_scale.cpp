@@ -141,9 +141,15 @@ HBITMAP CKxDevUI_HPot::CreateScaleBitmap(bool enabled) {
     return canvas.Release();
 }
 
+// The values' own rules are in the ticks, so that one drawing serves all types.
+HBITMAP CKxDevUI_HPot::CreateNonlinearScaleBitmap(bool enabled) { return CreateScaleBitmap(enabled); }
+HBITMAP CKxDevUI_HPot::CreateLinearRegionsScaleBitmap(bool enabled) { return CreateScaleBitmap(enabled); }
+
 HBITMAP CKxDevUI_HPot::CreateLinearBitmap(bool enabled) { return CreateScaleBitmap(enabled); }
-HBITMAP CKxDevUI_HPot::CreateNonlinearBitmap(bool enabled) { return CreateScaleBitmap(enabled); }
-HBITMAP CKxDevUI_HPot::CreateLinearRegionsBitmap(bool enabled) { return CreateScaleBitmap(enabled); }
+HBITMAP CKxDevUI_HPot::CreateNonlinearBitmap(bool enabled) { return CreateNonlinearScaleBitmap(enabled); }
+HBITMAP CKxDevUI_HPot::CreateLinearRegionsBitmap(bool enabled) {
+    return CreateLinearRegionsScaleBitmap(enabled);
+}
 HBITMAP CKxDevUI_HPot::CreateColorSliderBitmap(bool enabled) { return CreateScaleBitmap(enabled); }
 
 void CKxDevUI_HPot::SetTransparent(bool transparent) {

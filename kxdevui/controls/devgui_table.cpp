@@ -49,6 +49,8 @@ void CKxDevUI_Table_Edit::Open(const RECT& cell, const wchar_t* text) {
     SetWindowLongPtrW(m_hWnd, GWLP_HWNDPARENT, reinterpret_cast<LONG_PTR>(GetAncestor(m_table, GA_ROOT)));
     SetText(text);
     SendMessageW(m_edit, EM_SETSEL, 0, -1);
+    // As low as it stands in the cell, beside which the window stands.
+    m_textRows = {-kEditorOffset, cell.bottom - cell.top - kEditorOffset};
     SetWindowPos(m_hWnd, HWND_TOP, cell.left, cell.top, cell.right - cell.left, cell.bottom - cell.top, SWP_SHOWWINDOW);
     const Alive alive(this);
     SetFocus();

@@ -39,11 +39,19 @@ int RegionPosition(const Scale& scale, double value, int trackLength) {
     return Truncated(offset * trackLength / std::abs(scale.maximum - scale.minimum));
 }
 
-// A value of the track, where all regions are equally wide, as a value of its region.
+// A value of the track, where all regions are equally wide, as a value of its region. At the end of a region it is that
+// bound exactly: what rounding leaves short of it would be snapped down, and what goes beyond into the next region.
 double LeadIntoRegion(const Scale& scale, double value) {
     const double width = RegionWidth(scale);
-    if (Count(scale) < 2 || width == 0) return value;
-    const int region = std::clamp(Truncated((value - scale.minimum) / width), 0, Count(scale) - 2);
+    const int last = Count(scale) - 1;
+    if (last < 1 || width == 0) return value;
+    const bool isAtEnd = IsReversed(scale) ? value <= scale.maximum : value >= scale.maximum;
+    if (isAtEnd) return At(scale, last);
+    const double share = (value - scale.minimum) / width, bound = std::round(share);
+    const double largest = std::max(std::abs(scale.minimum), std::abs(scale.maximum));
+    const double slack = 8 * std::numeric_limits<double>::epsilon() * (largest / std::abs(width) + last);
+    if (bound >= 1 && bound <= last && std::abs(share - bound) <= slack) return At(scale, static_cast<int>(bound));
+    const int region = std::clamp(Truncated(share), 0, last - 1);
     const double from = At(scale, region);
     return from + (value - (region * width + scale.minimum)) * (At(scale, region + 1) - from) / width;
 }
@@ -60,11 +68,10 @@ Held SnapToEntry(const Scale& scale, double value, const Held& held, bool stick)
     if (scale.values.empty()) return {value, held.index};
     int index = NearestEntry(scale, value);
     if (stick && index == held.index) {
-        if (value > held.value && index < Count(scale) - 1) {
-            ++index;
-        } else if (value < held.value && index >= 1) {
-            --index;
-        }
+        // By value: in a list that descends the larger ones come before.
+        const int up = scale.values.front() > scale.values.back() ? -1 : 1;
+        const int step = value > held.value ? up : value < held.value ? -up : 0;
+        index = std::clamp(index + step, 0, Count(scale) - 1);
     }
     return {At(scale, index), index};
 }

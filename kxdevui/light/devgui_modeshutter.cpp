@@ -1,5 +1,6 @@
 #include <kxdevui/light/devgui_modeshutter.h>
 
+#include <array>
 #include <cmath>
 #include <utility>
 
@@ -114,7 +115,7 @@ void CKxDevUI_ModeShutter::SetMode(EKxShutterMode mode) {
     m_mode = mode;
     const Alive alive(this);
     SelectMode();
-    if (alive && HWND{m_slider}) m_slider.SetEnabled(m_mode == eKxShutterMode_Aperture);
+    if (alive) EnableSlider();
 }
 
 EKxShutterMode CKxDevUI_ModeShutter::GetMode() const { return m_mode; }
@@ -172,6 +173,7 @@ void CKxDevUI_ModeShutter::DestroyControls() {
 
 HWND CKxDevUI_ModeShutter::MakeChild(const wchar_t* windowClass, const wchar_t* text, DWORD style, const RECT& place,
                                      int id) {
+    if (!IsWindowEnabled(m_hWnd)) style |= WS_DISABLED;
     const HWND child = CreateWindowExW(0, windowClass, text, WS_CHILD | WS_VISIBLE | style, place.left, place.top,
                                        place.right - place.left, place.bottom - place.top, m_hWnd,
                                        reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), nullptr, nullptr);
@@ -255,7 +257,20 @@ void CKxDevUI_ModeShutter::MakeSlider(long x) {
                                         CKxGUILayoutManager::Zoomed(2), -1, -1, true, true);
     if (!slider || !alive) return;
     m_slider.SetPower(m_aperture, true);
-    m_slider.SetEnabled(m_mode == eKxShutterMode_Aperture);
+    EnableSlider();
+}
+
+// By the mode; in a disabled window it looks disabled whatever the mode.
+void CKxDevUI_ModeShutter::EnableSlider() {
+    if (HWND{m_slider}) m_slider.SetEnabled(m_mode == eKxShutterMode_Aperture && IsWindowEnabled(m_hWnd));
+}
+
+// What is in a disabled window looks so. The focus leaves it, and the host may end this object then.
+void CKxDevUI_ModeShutter::FollowWindow(bool enabled) {
+    const Alive alive(this);
+    for (const HWND each : std::array{m_titleWindow, m_modeList})
+        EnableWindow(each, enabled);
+    if (alive) EnableSlider();
 }
 
 void CKxDevUI_ModeShutter::RedrawButtons() {
@@ -336,10 +351,11 @@ Handled CKxDevUI_ModeShutter::Handle(const Message& message) {
     }
     case WM_CTLCOLORSTATIC: {
         const auto dc = reinterpret_cast<HDC>(message.wParam);
-        SetTextColor(dc, KX_GetSysColor(COLOR_BTNTEXT));
+        SetTextColor(dc, KX_GetSysColor(IsWindowEnabled(message.window) ? COLOR_BTNTEXT : COLOR_GRAYTEXT));
         SetBkColor(dc, KX_GetSysColor(COLOR_3DFACE));
         return reinterpret_cast<LRESULT>(KX_GetSysColorBrush(COLOR_3DFACE));
     }
+    case WM_ENABLE: FollowWindow(message.wParam != FALSE); return std::nullopt;
     case WM_KX_UPDATE_DEVICE_BAND:
         if (const auto band = ReadDeviceBand<4>(message)) {
             const auto& [steps, aperture, state, mode] = band->flags;

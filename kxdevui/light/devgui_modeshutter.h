@@ -156,5 +156,7 @@ private:
     void FillModes();
     void SelectMode();
     void MakeSlider(long x);
+    void EnableSlider();
+    void FollowWindow(bool enabled);
     void OnAperture(double aperture, bool& veto);
 };

@@ -93,7 +93,8 @@ LRESULT DrawHeader(HWND list, const NMCUSTOMDRAW& draw) {
 }
 
 LRESULT CALLBACK ListProc(HWND list, UINT message, WPARAM wParam, LPARAM lParam) {
-    if (message == WM_NOTIFY && KX_GetColorScheme() != eKxColorScheme_System) {
+    // The platform's own header looks the same in a disabled list.
+    if (message == WM_NOTIFY && (KX_GetColorScheme() != eKxColorScheme_System || !IsWindowEnabled(list))) {
         const auto* header = reinterpret_cast<const NMHDR*>(lParam);
         if (header->code == NM_CUSTOMDRAW && header->hwndFrom == ListView_GetHeader(list)) {
             return DrawHeader(list, *reinterpret_cast<const NMCUSTOMDRAW*>(lParam));

@@ -30,6 +30,7 @@ const Scale kTens = Linear(0, 100, 10), kTensDown = Linear(100, 0, 10);
 const Scale kList = List({1, 2, 4, 8}), kListDown = List({8, 4, 2, 1}, eHPotType_ColorSlider), kEmpty = List({});
 const Scale kRegions = Regions({0, 10, 100, 1000}, 1), kRegionsDown = Regions({1000, 100, 10, 0}, 1);
 const Scale kThrees = Regions({0, 10, 100}, 3), kFours = Regions({0, 10, 100}, 4);
+const Scale kTwos = Regions({0, 3, 10, 31}, 2);
 const Scale kSevensDown = Regions({100, 50, 0}, 7);
 
 TEST(HPotRules, PlaceValues) {
@@ -72,11 +73,15 @@ TEST(HPotRules, SnapValues) {
         {kSevensDown, 30, false, 30}, {kSevensDown, 28, false, 30},  // reversed: the first bound not below it
         {Regions({0, 10, 100}, 0), 75, true, 55}, {Regions({7}, 2), 10, true, 11}, {Regions({}, 2), 10, true, 10},
         {OfType(-1), 3.7, true, 3.7}, {kEmpty, 3.3, true, 3.3},
-        // Sticking to neighbours of what is held; "up" is the next entry, whatever it holds.
+        // At the end of each region, and beyond the last, as the bound itself, also where the steps lead elsewhere.
+        {kTwos, 31, true, 32}, {kTwos, 31, false, 32}, {kTwos, 99, true, 32}, {kTwos, 31.0 / 3, true, 4},
+        {kTwos, 62.0 / 3, true, 11}, {Regions({0, 10, 63, 118}, 10), 118, true, 123},
+        {Regions({118, 63, 10, 0}, 10), 0, true, -2},
+        // Sticking to neighbours of what is held, by value: up is the larger one.
         {kList, 2.4, true, 4, 2, {{2, 1}}}, {kList, 1.6, true, 1, 0, {{2, 1}}}, {kList, 2, true, 2, 1, {{2, 1}}},
         {kList, 3.5, true, 4, 2, {{2, 1}}},  // another is nearest: no step beyond it
         {kList, 9, true, 8, 3, {{8, 3}}}, {kList, 0, true, 1, 0, {{1, 0}}}, {kEmpty, 3.3, true, 3.3, 2, {{7, 2}}},
-        {kListDown, 4.5, true, 2, 2, {{4, 1}}},
+        {kListDown, 4.5, true, 8, 0, {{4, 1}}}, {List({100, 50, 0}), 40, true, 0, 2, {{50, 1}}},
     };
     // clang-format on
     for (const auto& row : rows) {

@@ -212,6 +212,16 @@ TEST(TableEditing, GoesByKeys) {
     EXPECT_EQ(owner.Cell(2, 1), L"8");
 }
 
+// The first row of the rectangle in which something is drawn on what its right end shows; screen coordinates.
+long TopOfText(HWND window, const RECT& inside) {
+    const Picture picture = Picture::OnScreen(window);
+    const COLORREF background = picture.Pixel(inside.right - 1, inside.top + 1);
+    for (int y = inside.top; y < inside.bottom; ++y)
+        for (int x = inside.left; x < inside.right; ++x)
+            if (picture.Pixel(x, y) != background) return y;
+    return -1;
+}
+
 TEST(TableEditing, SitsOnItsCell) {
     Owner owner;
     int orders[][3] = {{0, 1, 2}, {2, 0, 1}};
@@ -221,24 +231,48 @@ TEST(TableEditing, SitsOnItsCell) {
             ListView_SetColumnOrderArray(owner.List(), 3, order);
             ListView_EnsureVisible(owner.List(), 20, FALSE);
             const int row = ListView_GetTopIndex(owner.List()) + 1, width = ListView_GetColumnWidth(owner.List(), 1);
+            RECT cell{};
+            ListView_GetItemRect(owner.List(), row, &cell, LVIR_BOUNDS);
+            const int middle = owner.Middle(row, 1).x;
+            RedrawWindow(owner.List(), nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
+            const long textTop = TopOfText(owner.List(), {middle - width / 2 + 8, cell.top, middle, cell.bottom - 1});
             owner.DoubleClickOn(row, 1);
             ASSERT_TRUE(Owner::Field()) << zoom << order[0] << row;
             const HWND field = GetAncestor(Owner::Field(), GA_ROOT);
             EXPECT_NE(field, GetAncestor(owner.List(), GA_ROOT));
-            RECT rect{}, cell{};
+            RECT rect{};
             GetWindowRect(field, &rect);
-            ListView_GetItemRect(owner.List(), row, &cell, LVIR_BOUNDS);
             POINT corner{owner.Middle(row, 1).x - width / 2, cell.top};
             ClientToScreen(owner.List(), &corner);
             EXPECT_NEAR(rect.left, corner.x + 3, 1) << zoom << order[0];
             EXPECT_EQ(rect.top, corner.y + 3);
             EXPECT_EQ(rect.bottom - rect.top, cell.bottom - cell.top + 3);
             EXPECT_EQ(rect.right - rect.left, width);
+            SendMessageW(Owner::Field(), EM_SETSEL, 0, 0);
+            HideCaret(Owner::Field());
+            UpdateWindow(Owner::Field());
+            Picture::OnScreen(field).Save("table-editor");
+            EXPECT_EQ(TopOfText(field, {8, 1, width / 2, rect.bottom - rect.top - 1}) + rect.top - corner.y + cell.top,
+                      textTop)
+                << zoom;
             Key(VK_ESCAPE);
         }
     }
     CKxGUILayoutManager::SetGuiZoom(1.0);
     EXPECT_EQ(ListView_GetColumnWidth(owner.List(), 1), 90);
+}
+
+TEST(TableRows, LookDisabledWithTheirHeader) {
+    Owner owner;
+    const HWND header = ListView_GetHeader(owner.List());
+    const Picture enabled = Picture::OnScreen(header);
+    owner.table->SetEnabled(false);
+    UpdateWindow(header);
+    EXPECT_GT(Picture::OnScreen(header).Count(GetSysColor(COLOR_GRAYTEXT)), 10);
+    EXPECT_EQ(Picture::OnScreen(header).Count(GetSysColor(COLOR_BTNTEXT)), 0);
+    owner.table->SetEnabled(true);
+    UpdateWindow(header);
+    EXPECT_TRUE(Picture::OnScreen(header) == enabled);
 }
 
 TEST(TableLife, EndsInTheMiddleOfAnything) {

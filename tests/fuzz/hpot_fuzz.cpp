@@ -1,6 +1,8 @@
 // The slider's rules against the same formulas, written down a second time; and what every drawn scale has to keep.
 #include "scale_fuzz.h"
 
+#include <cfloat>
+
 using namespace kx::hpot;
 
 namespace {
@@ -16,6 +18,24 @@ int Whole(double value) {
     if (value >= std::numeric_limits<int>::max()) return std::numeric_limits<int>::max();
     if (value <= std::numeric_limits<int>::min()) return std::numeric_limits<int>::min();
     return value == value ? static_cast<int>(value) : 0;
+}
+
+// The ends of regions are the same from the track as they are by value. Regions that are next to nothing beside their
+// values have no ends to be told apart, and what leads out of the numbers is left as it came.
+void CheckEnds(const Scale& s) {
+    const Held held;
+    const auto value = [&](double v, bool fromTrack) { return ThumbPosToValue(s, v, fromTrack, held, false).value; };
+    Require(IsSame(value(s.maximum, true), value(s.maximum, false)));
+    const int last = static_cast<int>(s.values.size()) - 1;
+    const double width = (s.maximum - s.minimum) / last;
+    if (s.type != eHPotType_LinearRegions || last < 1 || !std::isfinite(width)) return;
+    if (std::fabs(width) <= 1e-9 * std::fmax(std::fabs(s.minimum), std::fabs(s.maximum))) return;
+    double largest = 0;
+    for (const double each : s.values)
+        largest = std::fmax(largest, std::fabs(each));
+    if (s.step != 0 && !std::isfinite(4 * largest / s.step)) return;
+    for (int i = 1; i < last; i++)
+        Require(IsSame(value(s.minimum + i * width, true), value(s.values[static_cast<std::size_t>(i)], false)));
 }
 
 // ---- The formulas --------------------------------------------------------------------------------------------------
@@ -50,8 +70,8 @@ Held Value(const Scale& s, double v, bool fromTrack, const Held& held, bool stic
         if (s.values.empty()) return {v, held.index};
         int i = Nearest(s, v);
         if (stick && i == held.index) {
-            if (v > held.value && i < Last(s)) return {V(s, i + 1), i + 1};
-            if (v < held.value && i >= 1) return {V(s, i - 1), i - 1};
+            const int larger = V(s, 0) > V(s, Last(s)) ? i - 1 : i + 1, to = v > held.value ? larger : 2 * i - larger;
+            if (v != held.value && v == v && to >= 0 && to <= Last(s)) return {V(s, to), to};
         }
         return {V(s, i), i};
     }
@@ -59,8 +79,13 @@ Held Value(const Scale& s, double v, bool fromTrack, const Held& held, bool stic
     if (s.type == 2) {
         const double w = (s.maximum - s.minimum) / Last(s);
         if (fromTrack && Last(s) >= 1 && w != 0) {
-            const int i = std::min(std::max(Whole((v - s.minimum) / w), 0), Last(s) - 1);
-            v = V(s, i) + (v - (i * w + s.minimum)) * (V(s, i + 1) - V(s, i)) / w;
+            const double at = (v - s.minimum) / w, most = std::fmax(std::fabs(s.minimum), std::fabs(s.maximum));
+            const double blur = 8 * DBL_EPSILON * (most / std::fabs(w) + Last(s));
+            int end = w > 0 ? v >= s.maximum ? Last(s) : 0 : v <= s.maximum ? Last(s) : 0;
+            for (int i = 1; i <= Last(s) && end == 0; i++)
+                if (std::round(at) == i && std::fabs(at - i) <= blur) end = i;
+            const int i = std::min(std::max(Whole(at), 0), Last(s) - 1);
+            v = end > 0 ? V(s, end) : V(s, i) + (v - (i * w + s.minimum)) * (V(s, i + 1) - V(s, i)) / w;
         }
         if (s.step != 0 && !s.values.empty()) {
             int k = 1;
@@ -139,6 +164,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     Require(CalculateMove(scale, held, steps) == Move(scale, held, steps));
     const double raw = ThumbPosToRaw(scale, input.Take<std::int16_t>(), length);
     Require(raw == Cut(scale, raw));
+    CheckEnds(scale);
     CheckTicks(Ticks(scale, SpaceFor(length)), length);
     return 0;
 }

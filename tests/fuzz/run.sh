@@ -79,7 +79,9 @@ svg s/std::min(position \* c_steps, c_steps - 1\.0)/position * c_steps/
 svgstring s/text\.find(sought, from)/text.find(sought, at + 1)/
 svgstring s/length > MaxLength/false/
 hpot s/std::trunc((value - scale.minimum) \/ scale.step + 0.5)/std::round((value - scale.minimum) \/ scale.step)/
-hpot s/, 0, Count(scale) - 2);/, 0, Count(scale) - 1);/
+hpot s/if (isAtEnd) return/if (false) return/
+hpot s/std::abs(share - bound) <= slack/share == bound/
+hpot s/scale\.values\.front() > scale\.values\.back() ? -1 : 1/1/
 hpot s/static_cast<long long>(held.index) + steps/held.index + steps/
 hpot s/IsReversed(scale) ? value < bound : value > bound/value > bound/
 hpot s/return each >= value;/return each > value;/

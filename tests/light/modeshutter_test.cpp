@@ -255,6 +255,35 @@ TEST(ModeShutterWindow, IsMadeOfItsParts) {
     EXPECT_FALSE(huge.Create(nullptr, LONG_MAX, LONG_MIN, LONG_MAX, 0, true, true));
 }
 
+// With its window alone; the held state is the host's, and the slider goes by the mode as well.
+TEST(ModeShutterWindow, LooksDisabledWithItsWindow) {
+    RecordingParent parent;
+    Device device;
+    Row row;
+    row.SetShowTitle(true);
+    row.Init(device.GetLogDevId());
+    ASSERT_TRUE(row.Make(parent.Window()));
+    const auto expect = [&](bool parts, bool edit) {
+        EXPECT_EQ(IsWindowEnabled(row.Part(kTitle)) != FALSE, parts);
+        EXPECT_EQ(IsWindowEnabled(row.Part(kModes)) != FALSE, parts);
+        EXPECT_EQ(IsWindowEnabled(row.Edit()) != FALSE, edit);
+    };
+    row.SetEnabled(false);
+    expect(true, false);
+    EnableWindow(row, FALSE);
+    for (int made = 0; made < 2; ++made) {
+        row.SetMode(eKxShutterMode_Aperture);
+        expect(false, false);
+        row.Reread(device);  // makes the parts anew
+    }
+    row.SetMode(eKxShutterMode_Aperture);
+    EnableWindow(row, TRUE);
+    expect(true, true);
+    row.SetMode(eKxShutterMode_Fast);
+    expect(true, false);
+    EXPECT_FALSE(row.GetEnabled());
+}
+
 TEST(ModeShutterWindow, BearsWhatItsCallbacksDo) {
     Device device(eKxShutterMode_Aperture);
     BearCallbacks<Row>(device, {[](Row& r) { SetFocus(r.Part(kModes)), Key(VK_UP); },
