@@ -68,13 +68,7 @@ CKxDevUI_EditBox::CKxDevUI_EditBox() {
 
 CKxDevUI_EditBox::~CKxDevUI_EditBox() { DestroyOwn(); }
 
-void CKxDevUI_EditBox::DestroyOwn() {
-    const auto self = reinterpret_cast<LONG_PTR>(static_cast<CKxDevUI_Base*>(this));
-    if (!m_hWnd || GetWindowLongPtrW(m_hWnd, GWLP_USERDATA) != self) return;
-    // Of the windows' messages only those of their end come to an object whose derived part is gone already.
-    const kx::ui::Closing closing(m_hWnd);
-    DestroyWindow(m_hWnd);
-}
+void CKxDevUI_EditBox::DestroyOwn() { kx::ui::Binding::EndOwnWindow(this); }
 
 // ---- Creation ------------------------------------------------------------------------------------------------------
 
@@ -85,23 +79,23 @@ HWND CKxDevUI_EditBox::Create(HWND parent, long x, long y, long cx, long cy, boo
         m_labelSize.cy = m_editSize.cy = m_height;
         m_editSize.cx = std::max(0L, kx::ui::Difference(m_width, m_labelSize.cx));
 
-        const HWND window = kx::ui::Binding::MakeWindow(creation, this, m_Atom,
-                                                        {.name = L"KxDevUI_EditBox",
-                                                         .object = L"CKxDevUI_EditBox",
-                                                         .style = CS_HREDRAW | CS_VREDRAW,
-                                                         .extraBytes = kx::ui::kWindowExtraBytes,
-                                                         .background = static_cast<HBRUSH>(GetStockObject(NULL_BRUSH)),
-                                                         .procedure = WndProc,
-                                                         .ownLayout = true},
-                                                        parent, {x, y}, 0, WS_EX_CONTROLPARENT);
+        const HWND window = creation.Window(this, m_Atom,
+                                            {.name = L"KxDevUI_EditBox",
+                                             .object = L"CKxDevUI_EditBox",
+                                             .procedure = WndProc,
+                                             .background = static_cast<HBRUSH>(GetStockObject(NULL_BRUSH)),
+                                             .ownLayout = true,
+                                             .style = 0,
+                                             .extendedStyle = WS_EX_CONTROLPARENT,
+                                             .font = false},
+                                            parent, {x, y}, {cx, cy});
         if (!window) return nullptr;
-        kx::ui::MarkWindow(window, kx::ui::Mark::TagAndObject, this);
         const HFONT font = KX_GetDefaultGuiFont();
         const Places places = Arrange(font);
         if (m_showLabel) MakeLabel(places.label, font);
         // Their coming is told to all windows they are in.
         if (creation && m_hWnd == window) MakeEdit(places.edit, font);
-        if (!creation || m_hWnd != window) return nullptr;
+        if (!creation.Done(this, window)) return nullptr;
         if (m_attachedWidth == 0) ClipChildren();
         return window;
     });

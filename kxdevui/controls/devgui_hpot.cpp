@@ -17,7 +17,6 @@
 namespace {
 
 constexpr wchar_t kSource[] = L"devgui_hpot";
-constexpr wchar_t kClass[] = L"KxDevUI_HPot";
 constexpr SIZE kUsualSize{150, 40};
 constexpr unsigned kQuickClick = 100;  // milliseconds
 
@@ -30,34 +29,19 @@ std::map<HWND, CKxDevUI_HPot*> CKxDevUI_HPot::m_Instances;
 
 CKxDevUI_HPot::CKxDevUI_HPot() = default;
 
-CKxDevUI_HPot::~CKxDevUI_HPot() {
-    const HWND window = m_hWnd;
-    const auto found = m_Instances.find(window);
-    if (found == m_Instances.end() || found->second != this) return;
-    // Before the window goes: its messages must not come to an object whose derived part is gone already.
-    m_Instances.erase(found);
-    kx::ui::Binding::CutLoose(this);
-    DestroyWindow(window);
-}
+CKxDevUI_HPot::~CKxDevUI_HPot() { kx::ui::Binding::EndOwnWindow(this); }
 
 // ---- The window ----------------------------------------------------------------------------------------------------
 
 HWND CKxDevUI_HPot::Create(HWND parent, long x, long y, long cx, long cy, bool, bool) {
-    return kx::ui::Creation::Of(this, [&](const kx::ui::Creation& creation) -> HWND {
-        if (cx >= 0) m_width = cx;
-        if (cy >= 0) m_height = cy;
+    return kx::ui::Creation::Of(this, [&](const kx::ui::Creation& creation) {
         if (m_width < 0) m_width = kUsualSize.cx;
         if (m_height < 0) m_height = kUsualSize.cy;
-
         // Without CS_DBLCLKS, so that every second quick click is a press too.
-        return kx::ui::Binding::MakeWindow(creation, this, m_Atom,
-                                           {.name = kClass,
-                                            .object = L"CKxDevUI_HPot",
-                                            .style = CS_HREDRAW | CS_VREDRAW,
-                                            .extraBytes = kx::ui::kWindowExtraBytes,
-                                            .background = nullptr,
-                                            .procedure = WndProc},
-                                           parent, {x, y}, 0);
+        return creation.Window(
+            this, m_Atom,
+            {.name = L"KxDevUI_HPot", .object = L"CKxDevUI_HPot", .procedure = WndProc, .style = 0, .font = false},
+            parent, {x, y}, {cx, cy});
     });
 }
 
@@ -387,10 +371,6 @@ kx::ui::Handled CKxDevUI_HPot::Handle(const kx::ui::Message& message) {
     const auto [window, id, wParam, lParam] = message;
     const POINT at{GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
     switch (id) {
-    case WM_NCCREATE:
-        m_hWnd = window;
-        kx::ui::MarkWindow(window, kx::ui::Mark::TagAndObject, this);
-        return std::nullopt;
     case WM_SIZE:
         // The class has the platform repaint a window whose size has changed.
         CreateDefaultThumb();

@@ -5,12 +5,11 @@
 #include <iterator>
 #include <string>
 
-#include <kxbaseui/kx_colors.h>
 #include <kxbaseui/kx_fonts.h>
 #include <kxbaseui/kx_schemecontrols.h>
 #include <kxdevui/framework/devgui.h>
 #include <kxdevui/framework/ui_arithmetic.h>
-#include <kxdevui/framework/ui_window.h>
+#include <kxdevui/framework/ui_control.h>
 #include <kxsystem/kx_translation.h>
 
 using namespace kx::ui;
@@ -19,7 +18,7 @@ namespace {
 
 constexpr int kFirstButton = 85;  // id of the first button
 constexpr int kSelectionChanged = 0x0401;
-constexpr int kTextSize = 255;  // of a buffer for a button's text
+constexpr std::size_t kTextSize = 255;  // of a buffer for a button's text
 
 RECT Union(const RECT& a, const RECT& b) {
     RECT both{};
@@ -27,29 +26,8 @@ RECT Union(const RECT& a, const RECT& b) {
     return both;
 }
 
-HWND ParentOf(HWND window) {
-    const HWND parent = IsWindow(window) ? GetAncestor(window, GA_PARENT) : nullptr;
-    return parent == GetDesktopWindow() ? nullptr : parent;
-}
-
-RECT PlaceIn(HWND parent, HWND window) {
-    RECT rect{};
-    GetWindowRect(window, &rect);
-    MapWindowPoints(HWND_DESKTOP, parent, reinterpret_cast<POINT*>(&rect), 2);
-    return rect;
-}
-
-std::wstring TextOf(HWND window, int size) {
-    std::wstring text(static_cast<std::size_t>(size), 0);
-    text.resize(static_cast<std::size_t>(GetWindowTextW(window, text.data(), size)));
-    return text;
-}
-
-// -1 or +1 for the arrow keys, 0 for all others.
-int StepOf(WPARAM key) {
-    if (key == VK_LEFT || key == VK_UP) return -1;
-    return key == VK_RIGHT || key == VK_DOWN ? 1 : 0;
-}
+// As much of a button's text as its buffer holds.
+std::wstring ButtonText(HWND button) { return TextOf(button).str().substr(0, kTextSize - 1); }
 
 bool IsRadioButton(HWND window) { return (SendMessageW(window, WM_GETDLGCODE, 0, 0) & DLGC_RADIOBUTTON) != 0; }
 
@@ -119,35 +97,21 @@ CKxDevUI_Radio::CKxDevUI_Radio() {
     m_height = 50;
 }
 
-CKxDevUI_Radio::~CKxDevUI_Radio() {
-    const auto self = reinterpret_cast<LONG_PTR>(static_cast<CKxDevUI_Base*>(this));
-    if (!m_hWnd || GetWindowLongPtrW(m_hWnd, GWLP_USERDATA) != self) return;
-    const HWND window = m_hWnd;
-    Binding::CutLoose(this);
-    const Closing closing(window);
-    DestroyWindow(window);
-}
+CKxDevUI_Radio::~CKxDevUI_Radio() { Binding::EndOwnWindow(this); }
 
 // ---- Creation ------------------------------------------------------------------------------------------------------
 
 HWND CKxDevUI_Radio::Create(HWND parent, long x, long y, long width, long height, bool, bool) {
-    return Creation::Of(this, [&](const Creation& creation) -> HWND {
+    return Creation::Of(this, [&](const Creation& creation) {
         m_notify = parent;
-        if (width >= 0) m_width = width;
-        if (height >= 0) m_height = height;
-        const HWND window = Binding::MakeWindow(creation, this, m_Atom,
-                                                {.name = L"KxDevUI_Radio",
-                                                 .object = L"CKxDevUI_Radio",
-                                                 .style = CS_PARENTDC | CS_HREDRAW | CS_VREDRAW,
-                                                 .extraBytes = kWindowExtraBytes,
-                                                 .background = nullptr,
-                                                 .procedure = WndProc},
-                                                parent, {x, y}, WS_TABSTOP);
-        if (!window) return nullptr;
         // Not an object for a container, which takes the group for a plain window.
-        MarkWindow(m_hWnd, Mark::Tag, nullptr);
-        SendMessageW(m_hWnd, WM_SETFONT, reinterpret_cast<WPARAM>(KX_GetDefaultGuiFont()), FALSE);
-        return m_hWnd;
+        return creation.Window(this, m_Atom,
+                               {.name = L"KxDevUI_Radio",
+                                .object = L"CKxDevUI_Radio",
+                                .procedure = WndProc,
+                                .classStyle = CS_PARENTDC | CS_HREDRAW | CS_VREDRAW,
+                                .mark = Mark::Tag},
+                               parent, {x, y}, {width, height});
     });
 }
 
@@ -164,10 +128,10 @@ HWND CKxDevUI_Radio::Create(HWND first, int count, HWND title) {
             if (each != title) sources.push_back(each);
         }
         if (!IsWindow(title) || title == parent || IsChild(title, parent)) title = nullptr;
-        const RECT titlePlace = title ? PlaceIn(parent, title) : RECT{};
+        const RECT titlePlace = title ? RectInParent(title) : RECT{};
         RECT group = titlePlace;
         for (const HWND each : sources)
-            group = Union(group, PlaceIn(parent, each));
+            group = Union(group, RectInParent(each));
         const HWND window =
             Create(parent, group.left, group.top, group.right - group.left, group.bottom - group.top, true, true);
         if (!window) return nullptr;
@@ -178,7 +142,7 @@ HWND CKxDevUI_Radio::Create(HWND first, int count, HWND title) {
         m_taken = 0;
         for (const HWND each : sources) {
             if (!IsWindow(each)) continue;
-            const HWND button = MakeButton(TextOf(each, kTextSize).c_str(), PlaceIn(parent, each), group);
+            const HWND button = MakeButton(ButtonText(each).c_str(), RectInParent(each), group);
             if (!stands()) return nullptr;
             m_buttons.push_back(button);
             DestroyWindow(each);
@@ -200,7 +164,7 @@ HWND CKxDevUI_Radio::MakeButton(const wchar_t* text, const RECT& place, const RE
         CreateWindowExW(0, L"BUTTON", text, m_enabled ? style : style | WS_DISABLED, place.left - group.left,
                         place.top - group.top, place.right - place.left, place.bottom - place.top, m_hWnd,
                         reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), nullptr, nullptr);
-    SendMessageW(button, WM_SETFONT, reinterpret_cast<WPARAM>(KX_GetDefaultGuiFont()), FALSE);
+    SetFont(button, KX_GetDefaultGuiFont());
     // Without an object: a button's user data is the host's, and starts with 0.
     Subclass(button, ButtonProc, nullptr);
     // Otherwise Windows reports a click for a button that only gets the focus.
@@ -307,7 +271,7 @@ double CKxDevUI_Radio::GetSelection() {
 
 int CKxDevUI_Radio::GetIndex(const wchar_t* text) {
     const auto found = std::find_if(m_buttons.begin(), m_buttons.end(),
-                                    [text](HWND button) { return TextOf(button, kTextSize) == (text ? text : L""); });
+                                    [text](HWND button) { return ButtonText(button) == (text ? text : L""); });
     return found == m_buttons.end() ? -1 : static_cast<int>(found - m_buttons.begin());
 }
 
@@ -355,25 +319,17 @@ LRESULT CALLBACK CKxDevUI_Radio::WndProc(HWND window, UINT id, WPARAM wParam, LP
 
 Handled CKxDevUI_Radio::Handle(const Message& message) {
     switch (message.id) {
-    case WM_NCCREATE: m_hWnd = message.window; return std::nullopt;
     case WM_COMMAND: return OnCommand(message.wParam, message.lParam);
-    case WM_ERASEBKGND: return 1;
-    case WM_PAINT:
-    case WM_PRINTCLIENT: {
-        const auto nothing = [](HDC, const RECT&) {};
-        return Paint(message, {.children = true, .buffered = false}, KX_GetSysColorBrush(COLOR_BTNFACE), nothing);
-    }
     case WM_SETFOCUS: {
         if (const HWND button = FocusButton()) ::SetFocus(button);
         return 0;
     }
     case WM_ENABLE: FollowWindow(); return std::nullopt;
-    case WM_KX_ZOOM_CHANGED: ApplyZoom(message.window); return std::nullopt;
     case WM_DESTROY:
         m_titleWindow = nullptr;
         m_buttons.clear();
         return std::nullopt;
-    default: return std::nullopt;
+    default: return HandleFace(message, {.children = true, .buffered = false});
     }
 }
 

@@ -12,7 +12,7 @@
 #include <kxbaseui/kx_schemecontrols.h>
 #include <kxdevui/framework/devgui.h>
 #include <kxdevui/framework/ui_arithmetic.h>
-#include <kxdevui/framework/ui_window.h>
+#include <kxdevui/framework/ui_control.h>
 
 using namespace kx::ui;
 
@@ -87,19 +87,17 @@ CKxDevUI_Table::~CKxDevUI_Table() {
 HWND CKxDevUI_Table::Create(HWND parent, long x, long y, long width, long height, bool, bool) {
     return Creation::Of(this, [&](const Creation& creation) -> HWND {
         m_notify = parent;
-        if (width >= 0) m_width = width;
-        if (height >= 0) m_height = height;
-        const HWND window = Binding::MakeWindow(creation, this, m_Atom,
-                                                {.name = L"KxDevUI_Table",
-                                                 .object = L"CKxDevUI_Table",
-                                                 .style = CS_PARENTDC | CS_HREDRAW | CS_VREDRAW,
-                                                 .extraBytes = kWindowExtraBytes,
-                                                 .background = static_cast<HBRUSH>(GetStockObject(HOLLOW_BRUSH)),
-                                                 .procedure = WndProc,
-                                                 .ownLayout = true},
-                                                parent, {x, y}, WS_TABSTOP);
+        // The font goes to the list when that is there.
+        const HWND window = creation.Window(this, m_Atom,
+                                            {.name = L"KxDevUI_Table",
+                                             .object = L"CKxDevUI_Table",
+                                             .procedure = WndProc,
+                                             .classStyle = CS_PARENTDC | CS_HREDRAW | CS_VREDRAW,
+                                             .background = static_cast<HBRUSH>(GetStockObject(HOLLOW_BRUSH)),
+                                             .ownLayout = true,
+                                             .font = false},
+                                            parent, {x, y}, {width, height});
         if (!window) return nullptr;
-        MarkWindow(window, Mark::TagAndObject, this);
         if (!MakeList(WS_CHILD | WS_VISIBLE | LVS_REPORT, 0)) return nullptr;
         m_editor.Prepare(m_hWnd);
         return creation ? m_hWnd : nullptr;
@@ -107,8 +105,8 @@ HWND CKxDevUI_Table::Create(HWND parent, long x, long y, long width, long height
 }
 
 HWND CKxDevUI_Table::Create(HWND listView) {
-    const HWND parent = IsWindow(listView) ? GetAncestor(listView, GA_PARENT) : nullptr;
-    if (!parent || parent == GetDesktopWindow()) return nullptr;
+    const HWND parent = ParentOf(listView);
+    if (!parent) return nullptr;
     const RECT place = RectInParent(listView);
     SetId(GetDlgCtrlID(listView));
     if (!Create(parent, place.left, place.top, place.right - place.left, place.bottom - place.top, true, true)) {
@@ -184,7 +182,6 @@ LRESULT CALLBACK CKxDevUI_Table::ListProc(HWND window, UINT id, WPARAM wParam, L
 
 Handled CKxDevUI_Table::Handle(const Message& message) {
     switch (message.id) {
-    case WM_NCCREATE: m_hWnd = message.window; return std::nullopt;
     case WM_NOTIFY: return OnNotify(message.wParam, message.lParam);
     case WM_COMMAND: return OnCommand(message.wParam, message.lParam);
     case WM_SETFOCUS: ::SetFocus(m_list); return 0;

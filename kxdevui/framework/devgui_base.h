@@ -8,7 +8,8 @@
 
 namespace kx::ui {
 class Binding;
-}
+class Creation;
+}  // namespace kx::ui
 
 // Holds one control's window handle, nominal size, title, id and state, and gives all controls one set of operations.
 // It makes no window itself: Create is left to each control.
@@ -93,8 +94,8 @@ public:
     int GetId() const noexcept { return m_id; }
     void SetId(int id) noexcept { m_id = id; }
 
-    // Whether Tab stops at the control's window (WS_TABSTOP). Controls are made as their pages say, most of them without;
-    // a host whose users work by keys switches it on after Create. Without a window nothing happens.
+    // Whether Tab stops at the control's window (WS_TABSTOP). Controls are made as their pages say, most of them
+    // without; a host whose users work by keys switches it on after Create. Without a window nothing happens.
     void SetTabStop(bool stop);
 
 protected:
@@ -120,4 +121,5 @@ protected:
 
 private:
     friend class kx::ui::Binding;
+    friend class kx::ui::Creation;
 };

@@ -56,22 +56,14 @@ HWND CKxDevUI_Container::Create(HWND parent, long x, long y, long cx, long cy, b
         m_parent = parent;
         m_modal = false;
         m_adopted = m_adopting;
-        if (cx >= 0) m_width = cx;
-        if (cy >= 0) m_height = cy;
-
-        const HWND window = kx::ui::Binding::MakeWindow(creation, this, m_Atom,
-                                                        {.name = L"KxDevUI_Container",
-                                                         .object = L"CKxDevUI_Container",
-                                                         .style = CS_HREDRAW | CS_VREDRAW | CS_DBLCLKS,
-                                                         .extraBytes = kx::ui::kWindowExtraBytes,
-                                                         .background = static_cast<HBRUSH>(GetStockObject(NULL_BRUSH)),
-                                                         .procedure = WndProc},
-                                                        parent, {x, y}, WS_TABSTOP);
-        // OnInit has run.
-        if (!window) return nullptr;
-        kx::ui::MarkWindow(window, kx::ui::Mark::TagAndObject, this);
-        SendMessageW(window, WM_SETFONT, reinterpret_cast<WPARAM>(KX_GetDefaultGuiFont()), FALSE);
-        return window;
+        // When the window is there, OnInit has run.
+        return creation.Window(this, m_Atom,
+                               {.name = L"KxDevUI_Container",
+                                .object = L"CKxDevUI_Container",
+                                .procedure = WndProc,
+                                .classStyle = CS_HREDRAW | CS_VREDRAW | CS_DBLCLKS,
+                                .background = static_cast<HBRUSH>(GetStockObject(NULL_BRUSH))},
+                               parent, {x, y}, {cx, cy});
     });
 }
 

@@ -1,7 +1,9 @@
 #include <kxdevui/framework/ui_window.h>
 
+#include <kxbaseui/kx_fonts.h>
 #include <kxbaseui/kx_layoutmanager.h>
 #include <kxdevui/framework/devgui.h>
+#include <kxdevui/framework/ui_parts.h>
 #include <kxsystem/kx_log.h>
 
 namespace kx::ui {
@@ -23,11 +25,11 @@ HINSTANCE ModuleOf(WNDPROC procedure) noexcept {
     return module;
 }
 
-void EnsureClass(ATOM& atom, const ClassSpec& spec) {
+void EnsureClass(ATOM& atom, const ControlSpec& spec) {
     if (atom) return;
     WNDCLASSEXW description{};
     description.cbSize = sizeof description;
-    description.style = spec.style | (spec.ownLayout ? UINT{CS_GLOBALCLASS} : 0u);
+    description.style = spec.classStyle | (spec.ownLayout ? UINT{CS_GLOBALCLASS} : 0u);
     description.lpfnWndProc = spec.procedure;
     description.cbWndExtra = spec.extraBytes;
     description.hCursor = LoadCursorW(nullptr, IDC_ARROW);
@@ -42,6 +44,7 @@ void EnsureClass(ATOM& atom, const ClassSpec& spec) {
 }
 
 void MarkWindow(HWND window, Mark mark, CKxDevUI_Base* object) {
+    if (mark == Mark::None) return;
     SetWindowLongPtrW(window, kTagWord, kWindowTag);
     if (mark == Mark::TagAndObject) SetWindowLongPtrW(window, kObjectWord, reinterpret_cast<LONG_PTR>(object));
 }
@@ -55,22 +58,41 @@ CKxDevUI_Base* ControlOf(HWND window) noexcept {
     return LivingObject<CKxDevUI_Base>(reinterpret_cast<void*>(GetWindowLongPtrW(window, kObjectWord)));
 }
 
-HWND Creation::Make(ATOM& atom, const ClassSpec& spec, HWND parent, POINT at, SIZE size, int id, DWORD style,
-                    DWORD extendedStyle, void* object) const {
+namespace {
+
+HWND MakeWindow(ATOM& atom, const ControlSpec& spec, HWND parent, POINT at, SIZE size, int id, DWORD state,
+                void* object) {
     EnsureClass(atom, spec);
+    return CreateWindowExW(spec.extendedStyle, MAKEINTATOM(atom), nullptr, WS_CHILD | spec.style | state, at.x, at.y,
+                           size.cx, size.cy, parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)),
+                           ModuleOf(spec.procedure), object);
+}
+
+}  // namespace
+
+HWND Creation::Window(CKxDevUI_Base* control, ATOM& atom, const ControlSpec& spec, HWND parent, POINT at,
+                      SIZE size) const {
+    if (size.cx >= 0) control->m_width = size.cx;
+    if (size.cy >= 0) control->m_height = size.cy;
+    const DWORD state = (control->m_visible ? DWORD{WS_VISIBLE} : 0) | (control->m_enabled ? 0 : DWORD{WS_DISABLED});
     const HWND window =
-        CreateWindowExW(extendedStyle, MAKEINTATOM(atom), nullptr, WS_CHILD | style, at.x, at.y, size.cx, size.cy,
-                        parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), ModuleOf(spec.procedure), object);
+        MakeWindow(atom, spec, parent, at, {control->m_width, control->m_height}, control->m_id, state, control);
+    if (!Done(control, window)) return nullptr;
+    MarkWindow(window, spec.mark, control);
+    if (spec.font) SetFont(window, KX_GetDefaultGuiFont());
+    return Done(control, window);
+}
+
+HWND Creation::Window(void* object, ATOM& atom, const ControlSpec& spec, HWND parent, POINT at, SIZE size) const {
+    const HWND window = MakeWindow(atom, spec, parent, at, size, 0, WS_VISIBLE, object);
+    if (!window || !m_alive) return nullptr;
+    MarkWindow(window, spec.mark, nullptr);
+    if (spec.font) SetFont(window, KX_GetDefaultGuiFont());
     return m_alive ? window : nullptr;
 }
 
-HWND Binding::MakeWindow(const Creation& creation, CKxDevUI_Base* control, ATOM& atom, const ClassSpec& spec,
-                         HWND parent, POINT at, DWORD style, DWORD extendedStyle) {
-    if (control->m_visible) style |= WS_VISIBLE;
-    if (!control->m_enabled) style |= WS_DISABLED;
-    const HWND window = creation.Make(atom, spec, parent, at, {control->m_width, control->m_height}, control->m_id,
-                                      style, extendedStyle, control);
-    return window && control->m_hWnd == window ? window : nullptr;
+HWND Creation::Done(CKxDevUI_Base* control, HWND window) const {
+    return window && m_alive && control->m_hWnd == window ? window : nullptr;
 }
 
 bool Binding::EndWindow(CKxDevUI_Base* control) {
@@ -82,6 +104,13 @@ bool Binding::EndWindow(CKxDevUI_Base* control) {
     if (!alive) return false;
     if (control->m_hWnd == window) control->m_hWnd = nullptr;
     return true;
+}
+
+void Binding::EndOwnWindow(CKxDevUI_Base* control) {
+    const HWND window = control->m_hWnd;
+    if (!window || GetWindowLongPtrW(window, GWLP_USERDATA) != reinterpret_cast<LONG_PTR>(control)) return;
+    const Closing closing(window);
+    DestroyWindow(window);
 }
 
 void Binding::WindowGone(CKxDevUI_Base* object, HWND window) noexcept {

@@ -41,17 +41,26 @@ using Handled = std::optional<LRESULT>;
 
 // ---- Window classes ------------------------------------------------------------------------------------------------
 
-// What distinguishes one window class from another.
-struct ClassSpec {
+// What a window is marked with so that a container knows it: the tag alone makes it a plain window still, tag and
+// object make it a control. For windows of a class with 16 extra bytes; never for a dialog, whose extra bytes are the
+// dialog manager's.
+enum class Mark { None, Tag, TagAndObject };
+
+// How the windows of one class of controls are made: one record for each. What is left out is as most have it.
+struct ControlSpec {
     const wchar_t* name;    // of the window class
     const wchar_t* object;  // of the C++ class, for the log
-    UINT style;             // CS_...
-    int extraBytes;         // of each window
-    HBRUSH background;      // null: none
     WNDPROC procedure;      // its module is the class's
+    UINT classStyle = CS_HREDRAW | CS_VREDRAW;
+    int extraBytes = kWindowExtraBytes;  // of each window
+    HBRUSH background = nullptr;         // null: none
     // Places its children by itself when it is sized, so the layout manager leaves them alone, fonts included. Such a
     // class is registered as a global one, which is how the manager knows the platform's own.
     bool ownLayout = false;
+    DWORD style = WS_TABSTOP;  // of each window, beside WS_CHILD and what the control's state adds
+    DWORD extendedStyle = 0;
+    Mark mark = Mark::TagAndObject;
+    bool font = true;  // gets the default GUI font
 };
 
 // The module that holds a window procedure. A class belongs to the module that it was registered for, and a window of
@@ -61,14 +70,11 @@ KXDEVUI_API HINSTANCE ModuleOf(WNDPROC procedure) noexcept;
 // Registers the class once, with the arrow cursor and for the module that holds the procedure, and keeps its atom. A
 // failure is logged when the log's detail is on, and creation goes on: windows are made by the atom, never by the name,
 // which may be that of another's class, and without one there is none.
-KXDEVUI_API void EnsureClass(ATOM& atom, const ClassSpec& spec);
+KXDEVUI_API void EnsureClass(ATOM& atom, const ControlSpec& spec);
 
 // ---- From the window to the object ---------------------------------------------------------------------------------
 
-// What a window is marked with so that a container knows it: the tag alone makes it a plain window still, tag and
-// object make it a control. For windows of a class with 16 extra bytes; never for a dialog, whose extra bytes are the
-// dialog manager's.
-enum class Mark { Tag, TagAndObject };
+// See Mark.
 KXDEVUI_API void MarkWindow(HWND window, Mark mark, CKxDevUI_Base* object);
 
 // The living control that a marked window belongs to; null for every other window, whatever its extra bytes say.
@@ -91,10 +97,15 @@ public:
         return creation ? make(creation) : nullptr;
     }
 
-    // Makes a window of a class of ours, which is registered first, with `object` as its parameter. Null when there is
-    // none, or no control any more.
-    HWND Make(ATOM& atom, const ClassSpec& spec, HWND parent, POINT at, SIZE size, int id, DWORD style,
-              DWORD extendedStyle, void* object) const;
+    // Makes the control's window as the record says, registering the class first: a child of `parent` at `at`, of this
+    // size, of which what is negative is the nominal one that is held, with the control's id, visible and enabled as it
+    // is. Null when there is no window, or when one who was told of it, as the parent is, has ended it or the control.
+    HWND Window(CKxDevUI_Base* control, ATOM& atom, const ControlSpec& spec, HWND parent, POINT at, SIZE size) const;
+    // The same for what is no CKxDevUI_Base: `object` is the creation parameter and knows its window by itself.
+    HWND Window(void* object, ATOM& atom, const ControlSpec& spec, HWND parent, POINT at, SIZE size) const;
+
+    // At the end, when what is in the window has been made: the window, or null when it or the control has gone.
+    HWND Done(CKxDevUI_Base* control, HWND window) const;
 
     // Whether the control still lives.
     explicit operator bool() const noexcept { return static_cast<bool>(m_alive); }
@@ -108,14 +119,14 @@ private:
 // The ties between a window and its control, where they are made and cut from outside.
 class KXDEVUI_API Binding {
 public:
-    // Makes the window of a control: a child of `parent` at `at`, in the control's nominal size, with its id, and
-    // visible and enabled as it is. Null when there is no window, or when one who was told of it, as the parent is, has
-    // ended it or the control.
-    static HWND MakeWindow(const Creation& creation, CKxDevUI_Base* control, ATOM& atom, const ClassSpec& spec,
-                           HWND parent, POINT at, DWORD style, DWORD extendedStyle = 0);
     // Destroys a control's window, if it has one; nobody is told. False when the control is gone as well: the focus may
     // have gone to a host's window, which may have ended it.
     static bool EndWindow(CKxDevUI_Base* control);
+    // The same at the end of the object itself, unless the window belongs to another, of which this is a copy. Of the
+    // windows' messages only those of their end come to an object whose derived part is gone already.
+    static void EndOwnWindow(CKxDevUI_Base* control);
+    // The window is there.
+    static void WindowCame(CKxDevUI_Base* object, HWND window) noexcept { object->m_hWnd = window; }
     // The window is gone: a handle that is kept would one day be another window's.
     static void WindowGone(CKxDevUI_Base* object, HWND window) noexcept;
     // The object is going: its window, if it lives, must not find it any more.
@@ -235,6 +246,7 @@ LRESULT Entry(const Message& message) noexcept {
     if (BindAt != 0 && message.id == BindAt) {
         if (T* object = LivingObject<T>(CreationParameter(message))) {
             Guarded([&]() -> Handled { return Lookup::Bind(message.window, object), std::nullopt; });
+            if constexpr (std::is_base_of_v<CKxDevUI_Base, T>) Binding::WindowCame(object, message.window);
         }
     }
     T* object = Lookup::Find(message.window);

@@ -58,31 +58,17 @@ RangeThumbs::CKxDevUI_ColorSliderRangeHPot() : m_line{eKxVorGuiColor_ScaleValue,
     m_scale.maximum = 0;
 }
 
-RangeThumbs::~CKxDevUI_ColorSliderRangeHPot() {
-    const HWND window = m_hWnd;
-    const auto found = m_Instances.find(window);
-    if (found == m_Instances.end() || found->second != this) return;
-    m_Instances.erase(found);
-    kx::ui::Binding::CutLoose(this);
-    DestroyWindow(window);
-}
+RangeThumbs::~CKxDevUI_ColorSliderRangeHPot() { kx::ui::Binding::EndOwnWindow(this); }
 
 // ---- The window ----------------------------------------------------------------------------------------------------
 
 HWND RangeThumbs::Create(HWND parent, long x, long y, long cx, long cy, bool, bool) {
-    return kx::ui::Creation::Of(this, [&](const kx::ui::Creation& creation) -> HWND {
-        if (cx >= 0) m_width = cx;
-        if (cy >= 0) m_height = cy;
+    return kx::ui::Creation::Of(this, [&](const kx::ui::Creation& creation) {
         if (m_width < 0) m_width = kUsualSize.cx;
         if (m_height < 0) m_height = kUsualSize.cy;
-        return kx::ui::Binding::MakeWindow(creation, this, m_Atom,
-                                           {.name = kClass,
-                                            .object = kClass,
-                                            .style = CS_HREDRAW | CS_VREDRAW,
-                                            .extraBytes = kx::ui::kWindowExtraBytes,
-                                            .background = nullptr,
-                                            .procedure = WndProc},
-                                           parent, {x, y}, 0);
+        return creation.Window(this, m_Atom,
+                               {.name = kClass, .object = kClass, .procedure = WndProc, .style = 0, .font = false},
+                               parent, {x, y}, {cx, cy});
     });
 }
 
@@ -506,10 +492,6 @@ kx::ui::Handled RangeThumbs::Handle(const kx::ui::Message& message) {
     const auto [window, id, wParam, lParam] = message;
     const POINT at{GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
     switch (id) {
-    case WM_NCCREATE:
-        m_hWnd = window;
-        kx::ui::MarkWindow(window, kx::ui::Mark::TagAndObject, this);
-        return std::nullopt;
     case WM_SIZE: Place(); return std::nullopt;
     case kx::ui::WM_KX_ZOOM_CHANGED:
         kx::ui::ApplyZoom(window);

@@ -9,7 +9,7 @@
 #include <kxbaseui/kx_layoutmanager.h>
 #include <kxbaseui/kx_schemecontrols.h>
 #include <kxdevui/framework/devgui.h>
-#include <kxdevui/framework/ui_window.h>
+#include <kxdevui/framework/ui_control.h>
 #include <kxdevui/light/shutter_device.h>
 #include <kxsystem/kx_log.h>
 #include <kxsystem/kx_translation.h>
@@ -19,14 +19,8 @@ using namespace kx::ui;
 namespace {
 
 constexpr wchar_t kSource[] = L"devgui_modeshutter";
-constexpr wchar_t kClass[] = L"KxDEVGUI_ModeShutter";
 constexpr int kSeparatorId = 10100, kTitleId = 10101, kModesId = 10201;
 constexpr long kMostSteps = 10000;  // no aperture has more, whatever its driver says
-
-// Goes between the list and its own procedure, so that a host may end it out of its notification (ui_window.h).
-LRESULT CALLBACK ListProc(HWND list, UINT id, WPARAM wParam, LPARAM lParam) {
-    return CallPrevious({list, id, wParam, lParam});
-}
 
 }  // namespace
 
@@ -38,12 +32,7 @@ CKxDevUI_ModeShutter::CKxDevUI_ModeShutter() {
     m_height = 32;
 }
 
-CKxDevUI_ModeShutter::~CKxDevUI_ModeShutter() {
-    if (!m_hWnd) return;
-    // Of the windows' messages only those of their end come to an object whose derived part is gone already.
-    const Closing closing(m_hWnd);
-    DestroyWindow(m_hWnd);
-}
+CKxDevUI_ModeShutter::~CKxDevUI_ModeShutter() { Binding::EndOwnWindow(this); }
 
 // ---- The device ----------------------------------------------------------------------------------------------------
 
@@ -141,21 +130,20 @@ HWND CKxDevUI_ModeShutter::Create(HWND parent, long x, long y, long width, long 
     return Creation::Of(this, [&](const Creation& creation) -> HWND {
         if (width >= 0) m_width = width;
         if (height >= 0) m_height = height;
-        const HWND window = creation.Make(m_Atom,
-                                          {.name = kClass,
-                                           .object = L"CKxDevUI_ModeShutter",
-                                           .style = CS_VREDRAW | CS_HREDRAW,
-                                           .extraBytes = 0,
-                                           .background = reinterpret_cast<HBRUSH>(INT_PTR{COLOR_3DFACE + 1}),
-                                           .procedure = WndProc},
-                                          parent, {x, y}, {m_width, m_height}, 0, WS_VISIBLE | WS_CLIPCHILDREN, 0,
-                                          static_cast<CKxDevUI_Base*>(this));
-        // The parent was told of its new child, and may have ended the window.
-        if (!window || m_hWnd != window) return nullptr;
+        // Without an id, and visible and enabled whatever the control is.
+        const HWND window = creation.Window(static_cast<void*>(static_cast<CKxDevUI_Base*>(this)), m_Atom,
+                                            {.name = L"KxDEVGUI_ModeShutter",
+                                             .object = L"CKxDevUI_ModeShutter",
+                                             .procedure = WndProc,
+                                             .extraBytes = 0,
+                                             .background = reinterpret_cast<HBRUSH>(INT_PTR{COLOR_3DFACE + 1}),
+                                             .style = WS_CLIPCHILDREN,
+                                             .mark = Mark::None},
+                                            parent, {x, y}, {m_width, m_height});
+        if (!creation.Done(this, window)) return nullptr;
         m_visible = true;
-        SendMessageW(window, WM_SETFONT, reinterpret_cast<WPARAM>(KX_GetDefaultGuiFont()), FALSE);
         CreateControls();
-        return creation && m_hWnd == window ? window : nullptr;
+        return creation.Done(this, window);
     });
 }
 
@@ -171,41 +159,28 @@ void CKxDevUI_ModeShutter::DestroyControls() {
     if (alive) m_slider.Destroy();
 }
 
-HWND CKxDevUI_ModeShutter::MakeChild(const wchar_t* windowClass, const wchar_t* text, DWORD style, const RECT& place,
-                                     int id) {
-    if (!IsWindowEnabled(m_hWnd)) style |= WS_DISABLED;
-    const HWND child = CreateWindowExW(0, windowClass, text, WS_CHILD | WS_VISIBLE | style, place.left, place.top,
-                                       place.right - place.left, place.bottom - place.top, m_hWnd,
-                                       reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), nullptr, nullptr);
-    SendMessageW(child, WM_SETFONT, reinterpret_cast<WPARAM>(KX_GetDefaultGuiFontZoom(1.0)), FALSE);
-    return child;
-}
-
 // Every window that comes or goes is told to the parent, which may end this one.
 void CKxDevUI_ModeShutter::CreateControls() {
     const HWND window = m_hWnd;
-    const Alive alive(this);
-    const auto stands = [&] { return alive && m_hWnd == window; };
+    const Parts parts(window, static_cast<CKxDevUI_Base*>(this));
     DestroyControls();
-    if (!window || !stands()) return;
+    if (!parts || m_hWnd != window) return;
     if (m_separator) {
-        const HWND line = MakeChild(L"STATIC", nullptr, SS_GRAYRECT, {0, 0, 256, 1}, kSeparatorId);
-        if (!stands()) return;
+        const HWND line = parts.Add(L"STATIC", kSeparatorId, nullptr, {0, 0, 256, 1}, SS_GRAYRECT);
+        if (!parts) return;
         m_separatorWindow = line;
     }
     long x = 0;
     if (m_showTitle) {
-        // A name may have an ampersand in it.
-        const HWND title = MakeChild(L"STATIC", m_title, SS_NOPREFIX, {0, 8, 56, 24}, kTitleId);
-        if (!stands()) return;
+        const HWND title = parts.Label(kTitleId, m_title, {0, 8, 56, 24});
+        if (!parts) return;
         m_titleWindow = title;
         x = 40;
     }
     if (m_showModes) {
-        const HWND list = MakeChild(L"COMBOBOX", nullptr, CBS_DROPDOWNLIST, {x, 4, x + 72, 88}, kModesId);
-        if (!stands()) return;
+        const HWND list = parts.DropDown(kModesId, {x, 4, x + 72, 88});
+        if (!parts) return;
         m_modeList = list;
-        Subclass(list, ListProc, nullptr);
         FillModes();
         x += 80;
     }
@@ -218,7 +193,7 @@ void CKxDevUI_ModeShutter::CreateControls() {
     }
     RegisterZoom(window);
     if (!m_apertures.empty()) MakeSlider(x);
-    if (stands()) KX_FollowColorScheme(window);
+    if (parts) KX_FollowColorScheme(window);
 }
 
 void CKxDevUI_ModeShutter::FillModes() {
@@ -340,21 +315,8 @@ LRESULT CALLBACK CKxDevUI_ModeShutter::WndProc(HWND window, UINT id, WPARAM wPar
 
 Handled CKxDevUI_ModeShutter::Handle(const Message& message) {
     switch (message.id) {
-    case WM_NCCREATE: m_hWnd = message.window; return std::nullopt;
     case WM_COMMAND: return OnCommand(message.wParam, message.lParam);
-    case WM_ERASEBKGND: return 1;
-    case WM_PAINT:
-    case WM_PRINTCLIENT: {
-        // The children are kept out by the window's style.
-        const auto nothing = [](HDC, const RECT&) {};
-        return Paint(message, {.buffered = false}, KX_GetSysColorBrush(COLOR_3DFACE), nothing);
-    }
-    case WM_CTLCOLORSTATIC: {
-        const auto dc = reinterpret_cast<HDC>(message.wParam);
-        SetTextColor(dc, KX_GetSysColor(IsWindowEnabled(message.window) ? COLOR_BTNTEXT : COLOR_GRAYTEXT));
-        SetBkColor(dc, KX_GetSysColor(COLOR_3DFACE));
-        return reinterpret_cast<LRESULT>(KX_GetSysColorBrush(COLOR_3DFACE));
-    }
+    case WM_CTLCOLORSTATIC: return AnswerTextColor(message, IsWindowEnabled(message.window) != FALSE);
     case WM_ENABLE: FollowWindow(message.wParam != FALSE); return std::nullopt;
     case WM_KX_UPDATE_DEVICE_BAND:
         if (const auto band = ReadDeviceBand<4>(message)) {
@@ -363,12 +325,12 @@ Handled CKxDevUI_ModeShutter::Handle(const Message& message) {
         }
         return 0;
     case WM_KX_MOUSE_WHEEL: return HandleMouseWheel(message.wParam, message.lParam);
-    case WM_KX_ZOOM_CHANGED: ApplyZoom(message.window); return 0;
     case WM_DESTROY:
         m_separatorWindow = nullptr;
         m_titleWindow = nullptr;
         m_modeList = nullptr;
         return std::nullopt;
-    default: return std::nullopt;
+    // The children are kept out by the window's style.
+    default: return HandleFace(message, {.buffered = false});
     }
 }

@@ -152,7 +152,6 @@ private:
     void Load(const Shutter& shutter);
     template <class Shutter>
     bool Show(unsigned id, const Shutter& shutter, std::array<bool, 4> flags);
-    HWND MakeChild(const wchar_t* windowClass, const wchar_t* text, DWORD style, const RECT& place, int id);
     void FillModes();
     void SelectMode();
     void MakeSlider(long x);

@@ -12,7 +12,8 @@
 #include <kxbaseui/kx_menu.h>
 #include <kxbaseui/kx_tooltip.h>
 #include <kxdevui/framework/devgui.h>
-#include <kxdevui/framework/ui_window.h>
+#include <kxdevui/framework/ui_arithmetic.h>
+#include <kxdevui/framework/ui_control.h>
 #include <kxdevui/light/shutter_device.h>
 #include <kxdevui/light/shutter_images.h>
 #include <kxsystem/kx_log.h>
@@ -23,7 +24,6 @@ using namespace kx::ui;
 namespace {
 
 constexpr wchar_t kSource[] = L"devgui_shutter";
-constexpr wchar_t kClass[] = L"KxDevUI_Shutter";
 constexpr int kTitleId = 10100, kButtonId = 10200, kParameters = 10000;
 constexpr int kClick = WM_LBUTTONUP;  // the code of the button's own command
 
@@ -40,15 +40,11 @@ bool IsTaken(HWND child) {
 long WidthOf(const RECT& rect) { return rect.right - rect.left; }
 long HeightOf(const RECT& rect) { return rect.bottom - rect.top; }
 
+RECT RectOf(const kx::shutter::Place& place) { return RectAt(place.x, place.y, place.width, place.height); }
+
 kx::shutter::Place PlaceOf(HWND window) {
     const RECT rect = RectInParent(window);
     return {rect.left, rect.top, WidthOf(rect), HeightOf(rect)};
-}
-
-CKxStringW TextOf(HWND window) {
-    std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(window)) + 1, L'\0');
-    text.resize(static_cast<std::size_t>(GetWindowTextW(window, text.data(), static_cast<int>(text.size()))));
-    return text;
 }
 
 }  // namespace
@@ -90,14 +86,7 @@ CKxDevUI_Shutter::CKxDevUI_Shutter() {
     m_title = L"EPI";
 }
 
-CKxDevUI_Shutter::~CKxDevUI_Shutter() {
-    const HWND window = m_hWnd;
-    const auto found = m_Instances.find(window);
-    if (found == m_Instances.end() || found->second != this) return;
-    // Of the windows' messages only those of their end come to an object whose derived part is gone already.
-    const Closing closing(window);
-    DestroyWindow(window);
-}
+CKxDevUI_Shutter::~CKxDevUI_Shutter() { Binding::EndOwnWindow(this); }
 
 // ---- Settings ------------------------------------------------------------------------------------------------------
 
@@ -141,13 +130,13 @@ HWND CKxDevUI_Shutter::Create(HWND parent, long x, long y, long width, long heig
         const HWND window = MakeWindow(creation, parent, {x, y}, visible, enabled);
         if (!window) return nullptr;
         CreateControls();
-        return creation && Stands(window) ? Finish(window) : nullptr;
+        return creation.Done(this, window) ? Finish(window) : nullptr;
     });
 }
 
 HWND CKxDevUI_Shutter::Create(HWND button, HWND title) {
-    const HWND parent = IsButton(button) ? GetAncestor(button, GA_PARENT) : nullptr;
-    if (!parent || parent == GetDesktopWindow() || IsTaken(button) || (m_hWnd && IsChild(m_hWnd, button))) {
+    const HWND parent = IsButton(button) ? ParentOf(button) : nullptr;
+    if (!parent || IsTaken(button) || (m_hWnd && IsChild(m_hWnd, button))) {
         KX_LOG(kSource, L"window %p cannot be taken for a shutter's button", static_cast<void*>(button));
         return nullptr;
     }
@@ -185,7 +174,7 @@ HWND CKxDevUI_Shutter::Create(HWND button, HWND title) {
         SetWindowLongW(button, GWL_STYLE,
                        (GetWindowLongW(button, GWL_STYLE) & ~BS_TYPEMASK) | BS_PUSHLIKE | BS_OWNERDRAW);
         DressChildren();
-        return creation && Stands(window) ? Finish(window) : nullptr;
+        return creation.Done(this, window) ? Finish(window) : nullptr;
     });
 }
 
@@ -199,22 +188,16 @@ HWND CKxDevUI_Shutter::Finish(HWND window) {
 HWND CKxDevUI_Shutter::MakeWindow(const Creation& creation, HWND parent, POINT at, bool visible, bool enabled) {
     m_visible = visible;
     m_enabled = enabled && !m_locked;
-    const HWND window = Binding::MakeWindow(creation, this, m_Atom,
-                                            {.name = kClass,
-                                             .object = L"CKxDevUI_Shutter",
-                                             .style = CS_VREDRAW | CS_HREDRAW | CS_PARENTDC,
-                                             .extraBytes = kWindowExtraBytes,
-                                             .background = static_cast<HBRUSH>(GetStockObject(NULL_BRUSH)),
-                                             .procedure = WndProc},
-                                            parent, at, WS_TABSTOP);
-    if (!window) return nullptr;
-    MarkWindow(window, Mark::TagAndObject, this);
-    SendMessageW(window, WM_SETFONT, reinterpret_cast<WPARAM>(KX_GetDefaultGuiFont()), FALSE);
-    UpdateShutterIcon(0, 0);
-    return creation && Stands(window) ? window : nullptr;
+    const HWND window = creation.Window(this, m_Atom,
+                                        {.name = L"KxDevUI_Shutter",
+                                         .object = L"CKxDevUI_Shutter",
+                                         .procedure = WndProc,
+                                         .classStyle = CS_VREDRAW | CS_HREDRAW | CS_PARENTDC,
+                                         .background = static_cast<HBRUSH>(GetStockObject(NULL_BRUSH))},
+                                        parent, at, {-1, -1});
+    if (window) UpdateShutterIcon(0, 0);
+    return creation.Done(this, window);
 }
-
-bool CKxDevUI_Shutter::Stands(HWND window) const { return m_hWnd == window; }
 
 void CKxDevUI_Shutter::TakeOver(HWND child, const RECT& place, const RECT& control, int id) {
     SetWindowLongPtrW(child, GWLP_ID, id);
@@ -224,28 +207,21 @@ void CKxDevUI_Shutter::TakeOver(HWND child, const RECT& place, const RECT& contr
                  SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_SHOWWINDOW);
 }
 
-HWND CKxDevUI_Shutter::MakeChild(const wchar_t* windowClass, const wchar_t* text, DWORD style,
-                                 const kx::shutter::Place& place, int id) {
-    return CreateWindowExW(0, windowClass, text, WS_CHILD | WS_VISIBLE | style, place.x, place.y, place.width,
-                           place.height, m_hWnd, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), nullptr, nullptr);
-}
-
 void CKxDevUI_Shutter::CreateControls() {
     const HWND window = m_hWnd;
     const Alive alive(this);
     DestroyControls();
-    // Every window that comes or goes is told to the parent, which may end this one.
-    if (!window || !alive || !Stands(window)) return;
+    // Every window that goes is told to the parent, which may end this one.
+    if (!window || !alive || m_hWnd != window) return;
+    const Parts parts(window, static_cast<CKxDevUI_Base*>(this));
     if (m_showTitle && !m_titleInButton) {
-        // A name may have an ampersand in it.
-        const DWORD style = SS_NOPREFIX | (m_titleLeft ? SS_RIGHT : SS_LEFT);
-        const HWND title = MakeChild(L"STATIC", m_title, style, m_titlePlace, kTitleId);
-        if (!alive || !Stands(window)) return;
+        const HWND title = parts.Label(kTitleId, m_title, RectOf(m_titlePlace), m_titleLeft ? SS_RIGHT : SS_LEFT);
+        if (!parts) return;
         m_titleWindow = title;
     }
     if (m_titleInButton && !m_adopted) m_buttonPlace = {0, 0, m_width, m_height};
-    const HWND button = MakeChild(L"BUTTON", nullptr, BS_PUSHLIKE | BS_OWNERDRAW, m_buttonPlace, kButtonId);
-    if (!alive || !Stands(window)) return;
+    const HWND button = parts.Add(L"BUTTON", kButtonId, nullptr, RectOf(m_buttonPlace), BS_PUSHLIKE | BS_OWNERDRAW);
+    if (!parts) return;
     m_button = button;
     if (!m_adopted) {
         // The children stand unzoomed, and so has the window to, which may have been zoomed before.
@@ -263,17 +239,16 @@ void CKxDevUI_Shutter::CreateControls() {
 // What title and button get, whether made here or taken over.
 void CKxDevUI_Shutter::DressChildren() {
     Subclass(m_button, WndProc_Button, static_cast<CKxDevUI_Base*>(this));
-    for (const HWND each : {m_hWnd, m_titleWindow, m_button}) {
-        if (each && (IsWindowEnabled(each) != FALSE) != m_enabled) EnableWindow(each, m_enabled);
-    }
+    for (const HWND each : {m_hWnd, m_titleWindow, m_button})
+        Enable(each, m_enabled);
     SetFonts(false);
     if (!m_toolTip.IsEmpty()) KX_CreateToolTipWindow(m_button, m_toolTip);
 }
 
 void CKxDevUI_Shutter::SetFonts(bool redraw) {
     const HFONT font = KX_GetDefaultGuiFont(), titleFont = m_boldTitle ? KX_GetDefaultGuiFontBold() : font;
-    if (m_titleWindow) SendMessageW(m_titleWindow, WM_SETFONT, reinterpret_cast<WPARAM>(titleFont), redraw);
-    SendMessageW(m_button, WM_SETFONT, reinterpret_cast<WPARAM>(font), redraw);
+    SetFont(m_titleWindow, titleFont, redraw);
+    SetFont(m_button, font, redraw);
 }
 
 void CKxDevUI_Shutter::DestroyControls() {
@@ -416,10 +391,8 @@ void CKxDevUI_Shutter::OnRenameDlgRequest() {}
 LRESULT CKxDevUI_Shutter::OnCommand(WPARAM wParam, LPARAM) {
     if (LOWORD(wParam) != kButtonId || HIWORD(wParam) != kClick) return 0;
     const bool wanted = !m_state;
-    bool veto = false;
-    const Alive alive(this);
-    OnStateChangeRequest(wanted, veto);
-    if (alive && !veto) SetState(wanted);
+    const auto ask = [&](bool& veto) { OnStateChangeRequest(wanted, veto); };
+    if (AskHost(static_cast<CKxDevUI_Base*>(this), ask) == Answer::Agreed) SetState(wanted);
     return 1;
 }
 
@@ -442,23 +415,10 @@ LRESULT CALLBACK CKxDevUI_Shutter::WndProc(HWND window, UINT id, WPARAM wParam, 
 
 Handled CKxDevUI_Shutter::Handle(const Message& message) {
     switch (message.id) {
-    case WM_NCCREATE: m_hWnd = message.window; return std::nullopt;
     case WM_COMMAND:
         if (!m_enabled) return std::nullopt;
         return OnCommand(message.wParam, message.lParam);
-    case WM_PAINT:
-    case WM_PRINTCLIENT: {
-        const auto nothing = [](HDC, const RECT&) {};
-        return Paint(message, {.defaultFirst = true, .children = true, .buffered = false},
-                     KX_GetSysColorBrush(COLOR_3DFACE), nothing);
-    }
-    case WM_ERASEBKGND: return 1;
-    case WM_CTLCOLORSTATIC: {
-        const auto dc = reinterpret_cast<HDC>(message.wParam);
-        SetTextColor(dc, KX_GetSysColor(m_enabled ? COLOR_BTNTEXT : COLOR_GRAYTEXT));
-        SetBkColor(dc, KX_GetSysColor(COLOR_3DFACE));
-        return reinterpret_cast<LRESULT>(KX_GetSysColorBrush(COLOR_3DFACE));
-    }
+    case WM_CTLCOLORSTATIC: return AnswerTextColor(message, m_enabled);
     case WM_DRAWITEM:
         if (message.lParam != 0) DrawButton(*reinterpret_cast<const DRAWITEMSTRUCT*>(message.lParam));
         return 1;
@@ -478,7 +438,7 @@ Handled CKxDevUI_Shutter::Handle(const Message& message) {
         m_titleWindow = nullptr;
         m_button = nullptr;
         return std::nullopt;
-    default: return std::nullopt;
+    default: return HandleFace(message, {.defaultFirst = true, .children = true, .buffered = false});
     }
 }
 

@@ -13,7 +13,7 @@
 namespace kx::ui {
 class Creation;
 struct Message;
-}
+}  // namespace kx::ui
 
 // A square button whose picture shows the shutter open or closed, with a title beside, above or inside it, a tooltip,
 // and a menu under the right mouse button with one command, "Shutter Parameters...".
@@ -169,9 +169,6 @@ private:
     std::optional<LRESULT> Handle(const kx::ui::Message& message);
     std::optional<LRESULT> HandleButton(const kx::ui::Message& message);
     HWND MakeWindow(const kx::ui::Creation& creation, HWND parent, POINT at, bool visible, bool enabled);
-    HWND MakeChild(const wchar_t* windowClass, const wchar_t* text, DWORD style, const kx::shutter::Place& place,
-                   int id);
-    bool Stands(HWND window) const;
     static HWND Finish(HWND window);
     void TakeOver(HWND child, const RECT& place, const RECT& control, int id);
     void DressChildren();

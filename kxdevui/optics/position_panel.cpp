@@ -57,18 +57,12 @@ int NextButton(int from, int step, std::span<const bool> usable) {
 
 HWND PositionPanel::Open(const Creation& creation, ATOM& atom, const Names& names, WNDPROC procedure, HWND parent,
                          POINT at, SIZE size, void* object) {
-    const HWND window = creation.Make(atom,
-                                      {.name = names.window,
-                                       .object = names.object,
-                                       .style = CS_HREDRAW | CS_VREDRAW,
-                                       .extraBytes = kWindowExtraBytes,
-                                       .background = nullptr,
-                                       .procedure = procedure},
-                                      parent, at, size, 0, WS_VISIBLE, 0, object);
+    const HWND window = creation.Window(
+        object, atom,
+        {.name = names.window, .object = names.object, .procedure = procedure, .style = 0, .mark = Mark::Tag}, parent,
+        at, size);
     if (!window || m_window != window) return nullptr;
-    MarkWindow(window, Mark::Tag, nullptr);
     SetTabStop(m_tabStop);
-    SetFont(window, KX_GetDefaultGuiFont());
     return window;
 }
 

@@ -71,7 +71,11 @@ HWND CKxDevUI_ZStack::Create(HWND parent, CKxZStackData* data, long x, long y, l
     return Creation::Of(this, [&](const Creation& creation) -> HWND {
         if (!data) return nullptr;
         const HINSTANCE module = ModuleOf(WndProc);
-        EnsureClass(m_Atom, {L"CKxDevUI_ZStack", L"CKxDevUI_ZStack", 0, DLGWINDOWEXTRA, nullptr, WndProc});
+        EnsureClass(m_Atom, {.name = L"CKxDevUI_ZStack",
+                             .object = L"CKxDevUI_ZStack",
+                             .procedure = WndProc,
+                             .classStyle = 0,
+                             .extraBytes = DLGWINDOWEXTRA});
         const DLGTEMPLATE* dialog = FindDialogTemplate(L"IDD_ZSTACKGUI", module);
         // The template names the class, and the name may be that of another's.
         const HWND window = dialog && m_Atom ? CreateDialogIndirectParamW(module, dialog, parent, nullptr, 0) : nullptr;

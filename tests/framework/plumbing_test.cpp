@@ -3,7 +3,7 @@
 #include <bench/window.h>
 #include <kxbaseui/kx_tooltip.h>
 #include <kxdevui/framework/ui_resources.h>
-#include <kxdevui/framework/ui_window.h>
+#include <kxdevui/framework/ui_control.h>
 #include <kxsystem/kx_log.h>
 
 #include <map>
@@ -19,23 +19,19 @@ using namespace kx::ui;
 class ExampleLamp : public CKxDevUI_Base {
 public:
     static constexpr int ButtonId = 10200;
-    ~ExampleLamp() override { Destroy(); }
+    ~ExampleLamp() override { Binding::EndOwnWindow(this); }
 
     HWND Create(HWND parent, long x, long y, long cx, long cy, bool, bool) override {
-        EnsureClass(m_Atom,
-                    {L"ExampleLamp", L"ExampleLamp", CS_HREDRAW | CS_VREDRAW, kWindowExtraBytes, nullptr, WndProc});
-        CreateWindowExW(0, L"ExampleLamp", nullptr, WS_CHILD | WS_VISIBLE, x, y, cx, cy, parent, nullptr,
-                        ModuleOf(WndProc), static_cast<CKxDevUI_Base*>(this));
-        if (!m_hWnd) return nullptr;
-        MarkWindow(m_hWnd, Mark::TagAndObject, this);
-        KX_CreateToolTipWindow(AddChild(m_hWnd, L"BUTTON", ButtonId, {5, 5, 25, 25}), L"Switches the lamp");
-        return m_hWnd;
+        return Creation::Of(this, [&](const Creation& creation) {
+            const HWND window =
+                creation.Window(this, m_Atom, {.name = L"ExampleLamp", .object = L"ExampleLamp", .procedure = WndProc},
+                                parent, {x, y}, {cx, cy});
+            const Parts parts(window, static_cast<CKxDevUI_Base*>(this));
+            KX_CreateToolTipWindow(parts.Add(L"BUTTON", ButtonId, nullptr, {5, 5, 25, 25}), L"Switches the lamp");
+            return creation.Done(this, window);
+        });
     }
-    void Destroy() {
-        if (!m_hWnd) return;
-        const Closing closing(m_hWnd);
-        DestroyWindow(m_hWnd);
-    }
+    void Destroy() { Binding::EndWindow(this); }
     std::function<void()> onToggle;
 
 private:
@@ -45,7 +41,6 @@ private:
     }
     Handled Handle(const Message& message) {
         switch (message.id) {
-        case WM_NCCREATE: m_hWnd = message.window; return std::nullopt;
         case WM_PAINT:
         case WM_PRINTCLIENT: return Paint(message, {.children = true}, m_face.get(), [](HDC, const RECT&) {});
         case WM_ERASEBKGND: return 1;
@@ -111,7 +106,7 @@ TEST(Plumbing, LogsAFailedRegistration) {
     for (const bool detail : {false, true}) {
         EXPECT_EQ(log, L"");
         CKxLogFile::SetDetail(detail);
-        EnsureClass(atom, {L"", L"CKxDevUI_Refused", 0, 16, nullptr, DefWindowProcW});
+        EnsureClass(atom, {.name = L"", .object = L"CKxDevUI_Refused", .procedure = DefWindowProcW});
     }
     CKxLogFile::SetDetail(false);
     CKxLogFile::SetSink(nullptr, nullptr);

@@ -1,0 +1,31 @@
+// All that a control is built from, and what controls answer alike: the one header that an author of controls includes.
+#pragma once
+
+#include <kxdevui/framework/ui_paint.h>
+#include <kxdevui/framework/ui_parts.h>
+#include <kxdevui/framework/ui_window.h>
+
+namespace kx::ui {
+
+// The looks of a control's own window, whose children do the rest: the face behind them, painted so, and the zoom.
+// Empty for every other message.
+KXDEVUI_API Handled HandleFace(const Message& message, PaintMode mode);
+
+// WM_CTLCOLORSTATIC: texts stand on the face, grey where they cannot be used.
+KXDEVUI_API LRESULT AnswerTextColor(const Message& message, bool enabled);
+
+// What a host has made of a request. Gone: it has ended the control, nothing of which may be touched.
+enum class Answer { Agreed, Refused, Gone };
+
+// Asks the host by `ask`, which calls a callback with the flag that it is given; a host that sets it refuses, and so
+// does one that throws.
+template <class Ask>
+Answer AskHost(const void* control, Ask&& ask) noexcept {
+    const Alive alive(control);
+    bool refused = false;
+    const Handled asked = Guarded([&]() -> Handled { return ask(refused), 0; });
+    if (!alive) return Answer::Gone;
+    return refused || !asked ? Answer::Refused : Answer::Agreed;
+}
+
+}  // namespace kx::ui

@@ -1,0 +1,113 @@
+#include <kxdevui/framework/ui_parts.h>
+
+#include <string>
+
+#include <kxbaseui/kx_fonts.h>
+#include <kxbaseui/kx_schemecontrols.h>
+#include <kxdevui/framework/ui_window.h>
+
+namespace kx::ui {
+
+namespace {
+
+// Goes between a list and its own procedure, so that a host may end it out of its notification (ui_window.h).
+LRESULT CALLBACK ListProc(HWND list, UINT id, WPARAM wParam, LPARAM lParam) {
+    return CallPrevious({list, id, wParam, lParam});
+}
+
+}  // namespace
+
+HWND Parts::Add(const wchar_t* windowClass, int id, const wchar_t* text, const RECT& place, DWORD style) const {
+    if (!*this) return nullptr;
+    const HWND child = CreateWindowExW(0, windowClass, text, WS_CHILD | WS_VISIBLE | style, place.left, place.top,
+                                       place.right - place.left, place.bottom - place.top, m_window,
+                                       reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), nullptr, nullptr);
+    if (!*this) return nullptr;
+    SetFont(child, KX_GetDefaultGuiFontZoom(1.0));
+    return child;
+}
+
+HWND Parts::Label(int id, const wchar_t* text, const RECT& place, DWORD style) const {
+    return Add(L"STATIC", id, text, place, SS_NOPREFIX | style);
+}
+
+HWND Parts::DrawnButton(int id, const wchar_t* text, const RECT& place, DWORD style, WNDPROC procedure,
+                        void* object) const {
+    const HWND button = Add(L"BUTTON", id, text, place, BS_OWNERDRAW | style);
+    Subclass(button, procedure, object);
+    return button;
+}
+
+HWND Parts::PushRadio(int id, const wchar_t* text, const RECT& place, bool automatic, WNDPROC procedure,
+                      void* object) const {
+    const HWND button = Add(L"BUTTON", id, AsButtonText(text), place, PushRadioStyle(automatic));
+    if (!button) return nullptr;
+    Subclass(button, procedure, object);
+    // Otherwise Windows reports a click for a button that only gets the focus.
+    SendMessageW(button, BM_SETDONTCLICK, TRUE, 0);
+    KX_FollowColorScheme(button);
+    return button;
+}
+
+HWND Parts::DropDown(int id, const RECT& place) const {
+    const HWND list = Add(L"COMBOBOX", id, nullptr, place, CBS_DROPDOWNLIST);
+    Subclass(list, ListProc, nullptr);
+    return list;
+}
+
+// Each is a group of its own: the platform's search for the others of a group never ends under Wine when one of them is
+// disabled.
+DWORD PushRadioStyle(bool automatic) noexcept {
+    return DWORD{WS_GROUP} | BS_PUSHLIKE | (automatic ? BS_AUTORADIOBUTTON : BS_RADIOBUTTON);
+}
+
+CKxStringW AsButtonText(const CKxStringW& text) {
+    std::wstring doubled;
+    for (const wchar_t letter : text.str())
+        doubled.append(letter == L'&' ? 2 : 1, letter);
+    return doubled;
+}
+
+CKxStringW TextOf(HWND window) {
+    std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(window)) + 1, L'\0');
+    text.resize(static_cast<std::size_t>(GetWindowTextW(window, text.data(), static_cast<int>(text.size()))));
+    return text;
+}
+
+HWND ParentOf(HWND window) noexcept {
+    const HWND parent = IsWindow(window) ? GetAncestor(window, GA_PARENT) : nullptr;
+    return parent == GetDesktopWindow() ? nullptr : parent;
+}
+
+void SetFont(HWND window, HFONT font, bool redraw) noexcept {
+    if (window) SendMessageW(window, WM_SETFONT, reinterpret_cast<WPARAM>(font), redraw);
+}
+
+void Enable(HWND window, bool enable) noexcept {
+    if (window && (IsWindowEnabled(window) != FALSE) != enable) EnableWindow(window, enable);
+}
+
+int StepOf(WPARAM key, int columns) noexcept {
+    switch (key) {
+    case VK_LEFT: return -1;
+    case VK_RIGHT: return 1;
+    case VK_UP: return -columns;
+    case VK_DOWN: return columns;
+    default: return 0;
+    }
+}
+
+int NextButton(int from, int step, std::span<const bool> usable) noexcept {
+    const int count = static_cast<int>(usable.size());
+    const bool around = step == 1 || step == -1;
+    int next = from;
+    for (int tried = 0; tried < count; ++tried) {
+        next += step;
+        if (around && count > 0) next = (next + count) % count;
+        if (next < 0 || next >= count) return from;
+        if (usable[static_cast<std::size_t>(next)]) return next;
+    }
+    return from;
+}
+
+}  // namespace kx::ui

@@ -1,0 +1,63 @@
+// The windows inside a control: making them, and what is asked and told of them everywhere.
+#pragma once
+
+#include <windows.h>
+
+#include <span>
+
+#include <kxdevui/framework/kxdevui_api.h>
+#include <kxdevui/framework/ui_life.h>
+#include <kxsystem/kx_string.h>
+
+namespace kx::ui {
+
+// Makes the windows in a control's window, in unzoomed pixels and the GUI font of 100 %: RegisterZoom follows when all
+// are there. Every window that comes is told to the parent, which may end the control; from then on nothing is made
+// any more, and what comes is null.
+class KXDEVUI_API Parts {
+public:
+    // For the window of this object, which Life knows.
+    Parts(HWND window, const void* object) noexcept : m_window(window), m_alive(object) {}
+    // Whether window and object are still there.
+    explicit operator bool() const noexcept { return m_alive && IsWindow(m_window); }
+
+    // A visible child of any class.
+    HWND Add(const wchar_t* windowClass, int id, const wchar_t* text, const RECT& place, DWORD style = 0) const;
+    // A static text, shown as it is: a name may have an ampersand in it.
+    HWND Label(int id, const wchar_t* text, const RECT& place, DWORD style = SS_LEFT) const;
+    // A button that is drawn by its parent; its messages go to `procedure` first, for `object`.
+    HWND DrawnButton(int id, const wchar_t* text, const RECT& place, DWORD style, WNDPROC procedure,
+                     void* object) const;
+    // A button that stays down while it is chosen, in the colours of the scheme, with the text shown as it is.
+    // `automatic`: a click shows it pressed before anybody is asked. It releases no other button.
+    HWND PushRadio(int id, const wchar_t* text, const RECT& place, bool automatic, WNDPROC procedure,
+                   void* object) const;
+    // A drop-down list, which may be ended out of its own notification. The place is that of field and list together.
+    HWND DropDown(int id, const RECT& place) const;
+
+private:
+    HWND m_window;
+    Alive m_alive;
+};
+
+// The style of such a button, to change it later (BM_SETSTYLE).
+KXDEVUI_API DWORD PushRadioStyle(bool automatic) noexcept;
+// A text for a button, which takes a single ampersand for the mark of a mnemonic.
+KXDEVUI_API CKxStringW AsButtonText(const CKxStringW& text);
+
+// The whole text of a window; empty for none.
+KXDEVUI_API CKxStringW TextOf(HWND window);
+// The parent of a control in a dialog; null when it is no window, or a top-level one.
+KXDEVUI_API HWND ParentOf(HWND window) noexcept;
+// WM_SETFONT; a null window is ignored.
+KXDEVUI_API void SetFont(HWND window, HFONT font, bool redraw = false) noexcept;
+// Enables or disables where that changes anything; a null window is ignored.
+KXDEVUI_API void Enable(HWND window, bool enable) noexcept;
+
+// -1 or +1, a row up or down, or 0 for what is no arrow key.
+KXDEVUI_API int StepOf(WPARAM key, int columns = 1) noexcept;
+// The button that an arrow key leads to: from `from` by `step`, over those that cannot be used. Steps of one go around
+// the ends; larger ones, between rows, stay where there is no row, as does every step where there is nothing else.
+KXDEVUI_API int NextButton(int from, int step, std::span<const bool> usable) noexcept;
+
+}  // namespace kx::ui
