@@ -25,8 +25,8 @@ DevicePanel::DevicePanel(const wchar_t* name, IKxDevice& device)
     : HostPanel(name), m_device(device),
       m_listener(CKxDeviceRegistry::AddListener([this](CDMApi_LogDevId id, EKxDeviceChange what) {
           if (!m_hWnd || what == EKxDeviceChange::Removed || id != m_device.GetLogDevId()) return;
-          const bool flags[] = {what == EKxDeviceChange::Structure, what != EKxDeviceChange::Position, true};
-          SendMessageW(m_hWnd, kx::ui::WM_KX_UPDATE_DEVICE_BAND, id, reinterpret_cast<LPARAM>(flags));
+          const bool structure = what == EKxDeviceChange::Structure, names = what != EKxDeviceChange::Position;
+          kx::ui::SendDeviceBand(m_hWnd, id, Change{structure, names, true});
       })) {}
 
 DevicePanel::~DevicePanel() { CKxDeviceRegistry::RemoveListener(m_listener); }
@@ -69,8 +69,7 @@ bool DevicePanel::OnUser(int id, int code, HWND from) {
 
 void DevicePanel::OnUpdateDeviceBand(WPARAM wParam, LPARAM lParam) {
     if (static_cast<CDMApi_LogDevId>(wParam) != m_device.GetLogDevId()) return;
-    const auto* flags = reinterpret_cast<const bool*>(lParam);
-    const Change position{false, false, true};
-    OnDevice(flags ? Change{flags[0], flags[1], flags[2]} : position);
+    const auto* change = reinterpret_cast<const Change*>(lParam);
+    OnDevice(change ? *change : Change{false, false, true});
     ShowState();
 }

@@ -50,10 +50,9 @@ void ShutterPanel::AddShutter(CKxDevUI_Shutter& shutter, int index, int x, int y
 }
 
 void ShutterPanel::Refresh(CDMApi_LogDevId device) {
-    const bool flags[] = {false, true, true};
     for (int i = 0; i < LightDevices::Shutters; ++i) {
         if (TheLight().Shutter(i).GetLogDevId() == device) {
-            SendMessageW(Shutter(i), kx::ui::WM_KX_UPDATE_DEVICE_BAND, device, reinterpret_cast<LPARAM>(flags));
+            kx::ui::SendDeviceBand(Shutter(i), device, kx::ui::ShutterBand{.kind = true, .state = true});
         }
     }
 }

@@ -14,6 +14,7 @@
 #include <kxdevui/framework/ui_arithmetic.h>
 #include <kxdevui/framework/ui_window.h>
 #include <kxsystem/kx_log.h>
+#include <kxsystem/kx_number.h>
 #include <kxsystem/kx_translation.h>
 
 using kx::ui::Alive;
@@ -318,7 +319,8 @@ bool CKxDevUI_EditBox::CheckRestriction(bool showMessage, bool correct, double v
             return false;
         }
         CKxStringW message;
-        message.Format(100, TranslatedFormat(L"Value must be in interval <%g;%g>", 2), m_minimum, m_maximum);
+        const CKxStringW format = TranslatedFormat(L"Value must be in interval <%g;%g>", 2);
+        message.Format(100, L"%ls", KX_FormatNumber(format, m_minimum, m_maximum).c_str());
         ReportError(message, showMessage, m_edit, m_label);
         return false;
     }

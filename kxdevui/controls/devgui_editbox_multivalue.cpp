@@ -6,6 +6,7 @@
 
 #include <kxdevui/controls/editbox_rules.h>
 #include <kxsystem/kx_log.h>
+#include <kxsystem/kx_number.h>
 #include <kxsystem/kx_translation.h>
 
 namespace {
@@ -68,7 +69,8 @@ CKxStringW CKxDevUI_EditBoxMultiValue::FindFault() const {
     for (const double value : values) {
         if (kx::ui::ViolatedBound(value, m_minimum, m_maximum) == kx::ui::Bound::None) continue;
         const wchar_t* text = L"Value out of range: %g\nValue must be in interval <%g;%g>";
-        message.Format(100, TranslatedFormat(text, 3), value, m_minimum, m_maximum);
+        message.Format(100, L"%ls",
+                       KX_FormatNumber(TranslatedFormat(text, 3), value, m_minimum, m_maximum).c_str());
         break;
     }
     return message;

@@ -10,6 +10,7 @@
 #include <kxdevui/framework/devgui.h>
 #include <kxdevui/framework/ui_arithmetic.h>
 #include <kxdevui/framework/ui_control.h>
+#include <kxsystem/kx_number.h>
 #include <kxsystem/kx_translation.h>
 
 using namespace kx::ui;
@@ -266,7 +267,7 @@ int CKxDevUI_Radio::GetSelection(wchar_t* buffer, int size) {
 double CKxDevUI_Radio::GetSelection() {
     wchar_t text[100] = L"";
     if (const HWND button = SelectedButton()) GetWindowTextW(button, text, static_cast<int>(std::size(text)));
-    return std::wcstod(text, nullptr);
+    return KX_LeadingNumber(text);
 }
 
 int CKxDevUI_Radio::GetIndex(const wchar_t* text) {

@@ -11,6 +11,7 @@
 #include <kxdevui/controls/editbox_rules.h>
 #include <kxdevui/framework/ui_life.h>
 #include <kxsystem/kx_log.h>
+#include <kxsystem/kx_number.h>
 
 namespace {
 
@@ -129,7 +130,7 @@ void CKxDevUI_Table::GetCell(int row, int column, wchar_t* buffer, int size) {
 double CKxDevUI_Table::GetCell(int row, int column) {
     wchar_t text[kTextLength + 1] = L"";
     GetCell(row, column, text, static_cast<int>(std::size(text)));
-    return std::wcstod(text, nullptr);
+    return KX_LeadingNumber(text);
 }
 
 void CKxDevUI_Table::SetChecked(int row, bool check) {

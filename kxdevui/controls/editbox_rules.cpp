@@ -5,6 +5,8 @@
 #include <cwchar>
 #include <limits>
 
+#include <kxsystem/kx_number.h>
+
 namespace kx::ui {
 
 namespace {
@@ -119,16 +121,14 @@ std::optional<int> DecimalsOf(const wchar_t* format) noexcept {
 NumberText FormatNumber(double value, const wchar_t* format) noexcept {
     NumberText text{};
     if (!IsNumberFormat(format)) return text;
-    // The C runtimes disagree on what a cut text returns; all of them fill the room they were given.
-    std::swprintf(text.data(), text.size(), format, value);
-    text.back() = L'\0';
+    KX_FormatNumber(format, value).str().copy(text.data(), text.size() - 1);
     return text;
 }
 
 double ReadNumber(std::wstring_view text) noexcept {
     std::array<wchar_t, kNumberCharacters + 1> cut{};
     text.substr(0, kNumberCharacters).copy(cut.data(), kNumberCharacters);
-    const double value = std::wcstod(cut.data(), nullptr);
+    const double value = KX_LeadingNumber(cut.data());
     return std::isnan(value) ? 0.0 : value;
 }
 
@@ -142,9 +142,9 @@ ValueList SplitValues(std::wstring_view text, wchar_t separator) {
         text.remove_prefix(std::min(end + 1, text.size()));
         if (piece.empty()) continue;
         // Of what the C runtime takes beside digits (nan, inf, hexadecimal), nothing is meant by a user.
-        wchar_t* rest = nullptr;
-        const double value = std::wcstod(piece.c_str(), &rest);
-        if (piece.find_first_not_of(kNumberParts) != std::wstring::npos || rest != piece.c_str() + piece.size()) {
+        std::size_t taken = 0;
+        const double value = KX_LeadingNumber(piece.c_str(), &taken);
+        if (piece.find_first_not_of(kNumberParts) != std::wstring::npos || taken != piece.size()) {
             return {{}, piece};
         }
         list.values.push_back(value);

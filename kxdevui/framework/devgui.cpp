@@ -4,10 +4,12 @@
 #include <cerrno>
 #include <climits>
 #include <cwchar>
+#include <utility>
 
 #include <kxbaseui/kx_fonts.h>
 #include <kxdevui/framework/ui_gdi.h>
 #include <kxdevui/framework/ui_nearest.h>
+#include <kxdevui/framework/ui_window.h>
 #include <kxsystem/kx_number.h>
 
 namespace {
@@ -19,6 +21,24 @@ bool ReadNumberText(HWND edit, NumberText& text) {
     const int length = GetWindowTextLengthW(edit);
     if (length <= 0 || length >= static_cast<int>(text.size())) return false;
     return GetWindowTextW(edit, text.data(), static_cast<int>(text.size())) > 0;
+}
+
+// A whole number with nothing but blanks around it.
+bool ReadInt(const wchar_t* text, int& value) {
+    wchar_t* end = nullptr;
+    errno = 0;
+    const long number = std::wcstol(text, &end, 10);
+    const bool any = end != text;
+    while (std::iswspace(static_cast<wint_t>(*end)))
+        ++end;
+    if (!any || *end != L'\0' || errno == ERANGE || number < INT_MIN || number > INT_MAX) return false;
+    value = static_cast<int>(number);
+    return true;
+}
+
+KxSettingsSource& TheSettings() {
+    static KxSettingsSource source;
+    return source;
 }
 
 SIZE TextExtent(HWND window, HFONT font, const wchar_t* text, int length) {
@@ -82,14 +102,29 @@ bool GetWndDouble(HWND edit, double& value) {
 
 bool GetWndInt(HWND edit, int& value) {
     NumberText text{};
-    if (!ReadNumberText(edit, text)) return false;
-    wchar_t* end = nullptr;
-    errno = 0;
-    const long number = std::wcstol(text.data(), &end, 10);
-    const bool any = end != text.data();
-    while (std::iswspace(static_cast<wint_t>(*end)))
-        ++end;
-    if (!any || *end != L'\0' || errno == ERANGE || number < INT_MIN || number > INT_MAX) return false;
-    value = static_cast<int>(number);
+    return ReadNumberText(edit, text) && ReadInt(text.data(), value);
+}
+
+void SetSettingsSource(KxSettingsSource source) { TheSettings() = std::move(source); }
+
+bool GetSetting(const wchar_t* section, const wchar_t* name, CKxStringW& value) {
+    // The source may set another one from within.
+    const KxSettingsSource source = TheSettings();
+    CKxStringW text;
+    const auto ask = [&]() -> kx::ui::Handled {
+        return source && source(section ? section : L"", name ? name : L"", text);
+    };
+    if (!kx::ui::Guarded(ask).value_or(false)) return false;
+    value = text;
     return true;
+}
+
+bool GetSettingDouble(const wchar_t* section, const wchar_t* name, double& value) {
+    CKxStringW text;
+    return GetSetting(section, name, text) && KX_StringToDouble(text, value);
+}
+
+bool GetSettingInt(const wchar_t* section, const wchar_t* name, int& value) {
+    CKxStringW text;
+    return GetSetting(section, name, text) && ReadInt(text, value);
 }

@@ -3,11 +3,43 @@
 
 #include <windows.h>
 
+#include <type_traits>
+
 namespace kx::ui {
 
 // Host to control: a device band has changed. wParam is the logical device id, lParam points to flags that say what to
-// refresh; a container hands both to OnUpdateDeviceBand.
+// refresh; a container hands both to OnUpdateDeviceBand. Without flags, nothing is refreshed. Answered with 0.
 inline constexpr UINT WM_KX_UPDATE_DEVICE_BAND = WM_USER + 0x100;  // 0x0500
+
+// The flags for each control: bools in the order of its Update's parameters, whose header says what each brings. Those
+// for containers are the host's own.
+struct ShutterBand {
+    bool lock = false;   // a: tooltip and lock
+    bool kind = false;   // b: the same, type and title
+    bool state = false;  // c: images and state
+};
+struct ModeShutterBand {
+    bool steps = false, aperture = false, state = false, mode = false;
+};
+struct NosepieceBand {
+    bool structure = false, names = false, position = false, parameters = false, unused = false;
+};
+struct FilterWheelBand {
+    bool structure = false, names = false, position = false;
+};
+struct SwitcherBand {
+    bool structure = false, names = false, state = false;
+};
+struct ZStackBand {
+    bool refresh = false;
+};
+
+// Sends them: `SendDeviceBand(turret, device, NosepieceBand{.position = true})`.
+template <class Flags>
+requires std::is_trivially_copyable_v<Flags> LRESULT SendDeviceBand(HWND control, unsigned device, const Flags& flags) {
+    static_assert(!std::is_pointer_v<Flags>, "the flags themselves");
+    return SendMessageW(control, WM_KX_UPDATE_DEVICE_BAND, device, reinterpret_cast<LPARAM>(&flags));
+}
 
 // Host to container: a turn of the mouse wheel, with the parameters of WM_MOUSEWHEEL.
 inline constexpr UINT WM_KX_MOUSE_WHEEL = WM_APP + 0x3ED;  // 0x83ED

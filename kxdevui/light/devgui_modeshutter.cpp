@@ -10,6 +10,7 @@
 #include <kxbaseui/kx_schemecontrols.h>
 #include <kxdevui/framework/devgui.h>
 #include <kxdevui/framework/ui_control.h>
+#include <kxdevui/framework/ui_device.h>
 #include <kxdevui/light/shutter_device.h>
 #include <kxsystem/kx_log.h>
 #include <kxsystem/kx_translation.h>
@@ -36,54 +37,71 @@ CKxDevUI_ModeShutter::~CKxDevUI_ModeShutter() { Binding::EndOwnWindow(this); }
 
 // ---- The device ----------------------------------------------------------------------------------------------------
 
-template <class Shutter>
-void CKxDevUI_ModeShutter::Load(const Shutter& shutter) {
-    Done();
-    const long count = shutter.GetApertureSteps();
-    if (count > kMostSteps) KX_LOG(kSource, L"a shutter with %ld steps counts as one without", count);
+// What an update shows.
+struct CKxDevUI_ModeShutter::Reading {
     std::vector<double> apertures;
-    for (long i = 0; i < count && count <= kMostSteps; ++i) {
-        apertures.push_back(shutter.GetStepAperture(i));
-        if (!std::isfinite(apertures.back())) {
-            KX_LOG(kSource, L"step %ld is no finite number: the shutter counts as one without steps", i);
-            apertures.clear();
-            break;
-        }
+    double aperture = 0;
+    bool open = false;
+    EKxShutterMode mode = eKxShutterMode_Fast;
+
+    // Asks for what is wanted, and for nothing else. In the order of Update's parameters: steps, aperture, state, mode.
+    template <class Shutter>
+    static Reading Of(const Shutter& shutter, std::array<bool, 4> flags) {
+        Reading told;
+        if (flags[0]) told.apertures = AperturesOf(shutter);
+        if (flags[3]) told.mode = shutter.GetMode();
+        if (flags[2]) told.open = shutter.GetState();
+        if (flags[1]) told.aperture = shutter.GetAperture();
+        return told;
     }
-    m_apertures = std::move(apertures);
+
+    template <class Shutter>
+    static std::vector<double> AperturesOf(const Shutter& shutter) {
+        const long count = shutter.GetApertureSteps();
+        if (count > kMostSteps) KX_LOG(kSource, L"a shutter with %ld steps counts as one without", count);
+        std::vector<double> apertures;
+        for (long i = 0; i < count && count <= kMostSteps; ++i) {
+            apertures.push_back(shutter.GetStepAperture(i));
+            if (!std::isfinite(apertures.back())) {
+                KX_LOG(kSource, L"step %ld is no finite number: the shutter counts as one without steps", i);
+                return {};
+            }
+        }
+        return apertures;
+    }
+};
+
+void CKxDevUI_ModeShutter::Load(unsigned shutterId, const std::vector<double>& apertures) {
+    m_shutterId = shutterId;
+    m_apertures = apertures;
     m_apertureIndex = FindApertureIndex(m_aperture);
 }
 
 bool CKxDevUI_ModeShutter::Init(unsigned shutterId) {
-    if (shutterId == 0) return false;
-    const kx::shutter::Managed shutter{shutterId};
-    m_shutterId = shutterId;
-    Load(shutter);
-    m_aperture = shutter.GetAperture();
-    m_apertureIndex = FindApertureIndex(m_aperture);
-    m_state = shutter.GetState();
-    m_mode = shutter.GetMode();
+    const Alive alive(this);
+    Reading told;
+    const auto ask = [&] { told = Reading::Of(kx::shutter::Managed{shutterId}, {true, true, true, true}); };
+    if (shutterId == 0 || !AskDevice(kSource, shutterId, ask) || !alive) return false;
+    m_aperture = told.aperture;
+    m_state = told.open;
+    m_mode = told.mode;
+    Load(shutterId, told.apertures);
     return true;
 }
 
-// In the order of Update's parameters: steps, aperture, state, mode.
 template <class Shutter>
 bool CKxDevUI_ModeShutter::Show(unsigned id, const Shutter& shutter, std::array<bool, 4> flags) {
     const Alive alive(this);
-    try {
-        if (flags[0]) {
-            m_shutterId = id;
-            Load(shutter);
-            CreateControls();
-        }
-        if (flags[3] && alive) SetMode(shutter.GetMode());
-        if (flags[2] && alive) SetState(shutter.GetState());
-        if (flags[1] && alive) SetAperture(shutter.GetAperture());
-        return true;
-    } catch (...) {
-        KX_LOG(kSource, L"device %u has thrown an exception", id);
-        return false;
+    Reading told;
+    if (!AskDevice(kSource, id, [&] { told = Reading::Of(shutter, flags); })) return false;
+    if (flags[0] && alive) {
+        Load(id, told.apertures);
+        CreateControls();
     }
+    if (flags[3] && alive) SetMode(told.mode);
+    if (flags[2] && alive) SetState(told.open);
+    if (flags[1] && alive) SetAperture(told.aperture);
+    return true;
 }
 
 bool CKxDevUI_ModeShutter::Update(unsigned shutterId, bool steps, bool aperture, bool state, bool mode) {
@@ -319,7 +337,7 @@ Handled CKxDevUI_ModeShutter::Handle(const Message& message) {
     case WM_CTLCOLORSTATIC: return AnswerTextColor(message, IsWindowEnabled(message.window) != FALSE);
     case WM_ENABLE: FollowWindow(message.wParam != FALSE); return std::nullopt;
     case WM_KX_UPDATE_DEVICE_BAND:
-        if (const auto band = ReadDeviceBand<4>(message)) {
+        if (const auto band = ReadDeviceBand<sizeof(ModeShutterBand)>(message)) {
             const auto& [steps, aperture, state, mode] = band->flags;
             Update(kx::shutter::Find(band->device), steps, aperture, state, mode);
         }

@@ -41,14 +41,16 @@ public:
     // ---- The device ----
 
     // Reads the shutter's apertures, mode and state from the device manager; shows nothing yet. False, and nothing
-    // changed, for the id 0. A number that no shutter has counts as one that is closed, without steps and modes.
+    // changed, for the id 0, and when the device throws an exception, which is logged. A number that no shutter has
+    // counts as one that is closed, without steps and modes.
     bool Init(unsigned shutterId);
 
     // Shows what the device manager tells: `steps` reads the apertures anew and makes the child windows anew, with
     // the modes that the device manager knows the shutter to offer; then `mode`, `state` and `aperture`, in this order.
-    // False, and nothing changed, for the id 0.
+    // False, and nothing changed, for the id 0, and when the device throws an exception, which is logged.
     bool Update(unsigned shutterId, bool steps, bool aperture, bool state, bool mode);
-    // The same from the device itself. False for null, and when the device throws an exception, which is logged.
+    // The same from the device itself. False for null, and when the device throws. The message 0x0500 with these flags
+    // (ModeShutterBand in devgui_messages.h) does this by its number.
     bool Update(IKxDeviceShutter* device, bool steps, bool aperture, bool state, bool mode);
 
     // Forgets the apertures; the slider stays until the next CreateControls.
@@ -148,8 +150,8 @@ protected:
 
 private:
     std::optional<LRESULT> Handle(const kx::ui::Message& message);
-    template <class Shutter>
-    void Load(const Shutter& shutter);
+    struct Reading;
+    void Load(unsigned shutterId, const std::vector<double>& apertures);
     template <class Shutter>
     bool Show(unsigned id, const Shutter& shutter, std::array<bool, 4> flags);
     void FillModes();

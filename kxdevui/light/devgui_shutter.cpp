@@ -14,8 +14,8 @@
 #include <kxdevui/framework/devgui.h>
 #include <kxdevui/framework/ui_arithmetic.h>
 #include <kxdevui/framework/ui_control.h>
+#include <kxdevui/framework/ui_device.h>
 #include <kxdevui/light/shutter_device.h>
-#include <kxdevui/light/shutter_images.h>
 #include <kxsystem/kx_log.h>
 #include <kxsystem/kx_translation.h>
 
@@ -83,7 +83,7 @@ std::map<HWND, CKxDevUI_Shutter*> CKxDevUI_Shutter::m_Instances;
 CKxDevUI_Shutter::CKxDevUI_Shutter() {
     m_width = 40;
     m_height = 40;
-    m_title = L"EPI";
+    m_title = KX_GetTranslation(L"EPI", kSource);
 }
 
 CKxDevUI_Shutter::~CKxDevUI_Shutter() { Binding::EndOwnWindow(this); }
@@ -333,8 +333,11 @@ void CKxDevUI_Shutter::RedrawButton() {
 // ---- The device ----------------------------------------------------------------------------------------------------
 
 bool CKxDevUI_Shutter::Update(unsigned shutterId, bool a, bool b, bool c) {
-    if (shutterId == 0) return false;
-    Show(shutterId, Reading::Of(kx::shutter::Managed{shutterId}, a, b, c), a, b, c);
+    const Alive alive(this);
+    Reading reading;
+    const auto ask = [&] { reading = Reading::Of(kx::shutter::Managed{shutterId}, a, b, c); };
+    if (shutterId == 0 || !AskDevice(kSource, shutterId, ask)) return false;
+    if (alive) Show(shutterId, reading, a, b, c);
     return true;
 }
 
@@ -343,12 +346,7 @@ bool CKxDevUI_Shutter::Update(IKxDeviceShutter* device, bool a, bool b, bool c) 
     const Alive alive(this);
     const unsigned id = device->GetLogDevId();
     Reading reading;
-    try {
-        reading = Reading::Of(*device, a, b, c);
-    } catch (...) {
-        KX_LOG(kSource, L"device %u has thrown an exception", id);
-        return false;
-    }
+    if (!AskDevice(kSource, id, [&] { reading = Reading::Of(*device, a, b, c); })) return false;
     if (a && alive) CreateControls();
     if (alive) Show(id, reading, a, b, c);
     return true;
@@ -426,7 +424,7 @@ Handled CKxDevUI_Shutter::Handle(const Message& message) {
         if (m_button) ::SetFocus(m_button);
         return 0;
     case WM_KX_UPDATE_DEVICE_BAND:
-        if (const auto band = ReadDeviceBand<3>(message)) {
+        if (const auto band = ReadDeviceBand<sizeof(ShutterBand)>(message)) {
             Update(kx::shutter::Find(band->device), band->flags[0], band->flags[1], band->flags[2]);
         }
         return 0;

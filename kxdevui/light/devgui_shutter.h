@@ -25,7 +25,7 @@ struct Message;
 // that come later hold from the next CreateControls on. Sizes are unzoomed pixels.
 class KXDEVUI_API CKxDevUI_Shutter : public CKxDevUI_Base {
 public:
-    // 40 by 40, closed, enabled, with the title "EPI" above the button.
+    // 40 by 40, closed, enabled, with the translation of the title "EPI" above the button.
     CKxDevUI_Shutter();
     // The copy refers to the same windows; their messages go on to the object that made them.
     CKxDevUI_Shutter(const CKxDevUI_Shutter& other) = default;
@@ -82,11 +82,11 @@ public:
     // button is made next, and whether it can be operated from here (capability 154), by which the control is locked
     // and disabled, or unlocked and enabled, whatever the host has set before. `b`: the same with the tooltip shown,
     // its type and its title; without a title the type's ("EPI", "DIA", "Aux1", "Aux2"). `c`: its images and its state.
-    // False, and nothing changed, for the id 0. A number that no shutter has counts as one that is closed, of type 0,
-    // without texts.
+    // False, and nothing changed, for the id 0, and when the device throws an exception, which is logged. A number that
+    // no shutter has counts as one that is closed, of type 0, without texts.
     bool Update(unsigned shutterId, bool a, bool b, bool c);
     // The same from the device itself; `a` also makes title, button and tooltip anew. False for null, and when the
-    // device throws an exception, which is logged.
+    // device throws. The message 0x0500 with these flags (ShutterBand in devgui_messages.h) does this by its number.
     bool Update(IKxDeviceShutter* device, bool a, bool b, bool c);
 
     // The state shown, true for open. Nobody is told, and a state that is held already is not drawn again.

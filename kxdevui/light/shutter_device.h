@@ -2,6 +2,7 @@
 #pragma once
 
 #include <kxdevices/kx_dmapi.h>
+#include <kxdevui/framework/ui_device.h>
 
 namespace kx::shutter {
 
@@ -20,9 +21,6 @@ struct Managed {
 };
 
 // The device with this number; null when there is none, or it is no shutter.
-inline IKxDeviceShutter* Find(unsigned id) {
-    IKxDevice* const device = DMApi::LogDev_GetInstance(id);
-    return device && device->GetType() == eKxDeviceType_Shutter ? static_cast<IKxDeviceShutter*>(device) : nullptr;
-}
+inline IKxDeviceShutter* Find(unsigned id) { return ui::FindDevice<IKxDeviceShutter>(id, eKxDeviceType_Shutter); }
 
 }  // namespace kx::shutter

@@ -1,7 +1,6 @@
-#include <kxdevui/light/shutter_images.h>
-
 #include <kxbaseui/kx_bitmappool.h>
 #include <kxdevices/kx_dmapi.h>
+#include <kxdevui/framework/devgui.h>
 #include <kxdevui/light/shutter_rules.h>
 
 int GetCommonImageFromPool(int id) {

@@ -2,15 +2,18 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
+#include <vector>
 
 #include <kxbaseui/kx_bitmappool.h>
 #include <kxbaseui/kx_colors.h>
 #include <kxbaseui/kx_fonts.h>
 #include <kxbaseui/kx_layoutmanager.h>
-#include <kxbaseui/kx_svgstring.h>
 #include <kxbaseui/kx_tooltip.h>
 #include <kxdevices/kx_dmapi.h>
+#include <kxdevui/framework/ui_device.h>
 #include <kxdevui/framework/ui_window.h>
+#include <kxdevui/optics/filter_image.h>
 #include <kxfilters/kx_opticalfilter.h>
 #include <kxsystem/kx_translation.h>
 #include <kxsystem/kx_usermanager.h>
@@ -34,26 +37,31 @@ CKxStringA FilterImage(const CKxStringW& name, const std::array<CKxStringA, 6>& 
     unsigned long colors[capacity] = {};
     int count = capacity;
     CKxFilterDialog::GetColorsFromFilter(&filter, colors, count);
-    count = std::clamp(count, 0, capacity);
-    CKxStringA svg = templates[static_cast<std::size_t>(count)];
-    // From the last on: a colour that has been put in may read like an earlier placeholder.
-    for (int k = count; k >= 1; --k) {
-        const COLORREF color = colors[k - 1];
-        CKxStringA placeholder, text;
-        placeholder.Format(16, "#00FF0%d", k);
-        text.Format(16, "#%02X%02X%02X", static_cast<unsigned>(GetRValue(color)),
-                    static_cast<unsigned>(GetGValue(color)), static_cast<unsigned>(GetBValue(color)));
-        CKxSvgStringAPI::ReplaceString(svg, placeholder, text);
-    }
-    return svg;
+    const auto bands = static_cast<std::size_t>(std::clamp(count, 0, capacity));
+    return ColorBands(templates[bands], {colors, bands});
 }
 
 }  // namespace
 
+struct CKxDevUI_FilterWheel::Structure {
+    CKxStringW title;
+    long count;
+    bool intelligent;
+    bool motorized;
+    EKxFilterType type;
+
+    static Structure Of(const IKxDeviceFilterChanger& device) {
+        const CDMApi_LogDevId id = device.GetLogDevId();
+        return {device.IsKeyTitle() ? DMApi::LogDev_GetKey(id) : DMApi::LogDev_GetShortName(id),
+                std::max(0L, DMApi::FilterChanger_GetFilterCount(id)), DMApi::FilterChanger_GetInteligent(id),
+                DMApi::FilterChanger_GetMotorized(id), DMApi::FilterChanger_GetFilterType(id)};
+    }
+};
+
 ATOM CKxDevUI_FilterWheel::m_Atom = 0;
 std::map<HWND, CKxDevUI_FilterWheel*> CKxDevUI_FilterWheel::m_Instances;
 
-CKxDevUI_FilterWheel::CKxDevUI_FilterWheel() : m_title(L"Filter") {
+CKxDevUI_FilterWheel::CKxDevUI_FilterWheel() : m_title(KX_GetTranslation(L"Filter", kSource)) {
     Life::Begin(this);
     for (std::size_t bands = 0; bands < m_round.size(); ++bands) {
         CKxStringW name;
@@ -107,6 +115,8 @@ void CKxDevUI_FilterWheel::AddButtons() {
                      this);
 }
 
+void CKxDevUI_FilterWheel::DestroyControls() { m_panel.RemoveParts(); }
+
 void CKxDevUI_FilterWheel::CreateControls() {
     if (!m_panel.Window()) return;
     // Filters that have no button any more have their room all the same.
@@ -119,7 +129,7 @@ void CKxDevUI_FilterWheel::CreateControls() {
         m_height = std::min(std::max(text + 5, grid), 2L * m_buttonHeight + 5);
         titleHeight = text + 1;
     }
-    m_panel.RemoveParts();
+    DestroyControls();
     if (m_hasFrame) m_panel.AddFrame(m_title, {m_width, m_height}, m_oversizeFrame, GroupWndProc, this);
     if (m_hasTitle) {
         m_panel.AddTitle(m_title, {m_titleX, m_titleY, m_titleX + m_titleWidth, m_titleY + titleHeight}, m_titleLeft);
@@ -148,39 +158,38 @@ CKxDevUI_FilterWheel::Filter* CKxDevUI_FilterWheel::At(long position) {
 }
 
 bool CKxDevUI_FilterWheel::Update(unsigned int device, bool structure, bool names, bool position) {
-    IKxDevice* instance = DMApi::LogDev_GetInstance(device);
-    if (!instance || instance->GetType() != eKxDeviceType_FilterChanger) return false;
-    return Update(static_cast<IKxDeviceFilterChanger*>(instance), structure, names, position);
+    return Update(FindDevice<IKxDeviceFilterChanger>(device, eKxDeviceType_FilterChanger), structure, names, position);
 }
 
 bool CKxDevUI_FilterWheel::Update(IKxDeviceFilterChanger* device, bool structure, bool names, bool position) {
     if (!device) return false;
-    if (structure) {
-        ReadStructure(*device);
-        CreateControls();
-    }
-    for (long i = 0; names && i < Shown(); ++i) {
-        CKxStringW name;
-        device->GetFilterName(i, name);
-        SetFilterName(i, name);
-    }
-    if (position) {
-        long current = -1;
-        device->GetPosition(current);
-        SetPosition(current);
-    }
+    const Alive alive(this);
+    std::optional<Structure> told;
+    std::vector<CKxStringW> filters;
+    long current = -1, count = m_count;
+    const auto ask = [&] {
+        if (structure) count = told.emplace(Structure::Of(*device)).count;
+        for (long i = 0; names && i < std::min(count, long{kMaxPositions}); ++i)
+            device->GetFilterName(i, filters.emplace_back());
+        if (position) device->GetPosition(current);
+    };
+    if (!AskDevice(kSource, device->GetLogDevId(), ask) || !alive) return false;
+    if (told) ShowStructure(*told);
+    for (std::size_t i = 0; i < filters.size(); ++i)
+        SetFilterName(static_cast<long>(i), filters[i]);
+    if (position) SetPosition(current);
     return true;
 }
 
-void CKxDevUI_FilterWheel::ReadStructure(const IKxDeviceFilterChanger& device) {
-    const CDMApi_LogDevId id = device.GetLogDevId();
-    m_title = device.IsKeyTitle() ? DMApi::LogDev_GetKey(id) : DMApi::LogDev_GetShortName(id);
-    m_count = std::max(0L, DMApi::FilterChanger_GetFilterCount(id));
-    m_intelligent = DMApi::FilterChanger_GetInteligent(id);
-    m_motorized = DMApi::FilterChanger_GetMotorized(id);
-    m_type = DMApi::FilterChanger_GetFilterType(id);
+void CKxDevUI_FilterWheel::ShowStructure(const Structure& structure) {
+    m_title = structure.title;
+    m_count = structure.count;
+    m_intelligent = structure.intelligent;
+    m_motorized = structure.motorized;
+    m_type = structure.type;
     m_square = m_type == eKxFilterType_Cube || m_type == eKxFilterType_DichroicMirror;
     if (m_position >= m_count) m_position = -1;
+    CreateControls();
 }
 
 void CKxDevUI_FilterWheel::SetPosition(long position) {
@@ -189,6 +198,8 @@ void CKxDevUI_FilterWheel::SetPosition(long position) {
     m_panel.SetFocusPosition(position);
     m_panel.RedrawButtons();
 }
+
+void CKxDevUI_FilterWheel::RedrawButtons() const { m_panel.RedrawButtons(); }
 
 void CKxDevUI_FilterWheel::SetFilterName(long position, const wchar_t* name) {
     Filter* filter = At(position);
@@ -261,7 +272,12 @@ LRESULT CALLBACK CKxDevUI_FilterWheel::GroupWndProc(HWND frame, UINT id, WPARAM 
     return SubclassEntry<CKxDevUI_FilterWheel, &CKxDevUI_FilterWheel::HandleFrame>({frame, id, wParam, lParam});
 }
 
+LRESULT CKxDevUI_FilterWheel::Btn_OnLButtonDown(HWND button, WPARAM wParam, LPARAM lParam) {
+    return CallPrevious({button, WM_LBUTTONDOWN, wParam, lParam});
+}
+
 Handled CKxDevUI_FilterWheel::HandleButton(const Message& message) {
+    if (message.id == WM_LBUTTONDOWN) return Btn_OnLButtonDown(message.window, message.wParam, message.lParam);
     return m_panel.HandleButton(message, Shown() > m_columns ? std::max(1, m_columns) : 1);
 }
 
@@ -269,16 +285,21 @@ Handled CKxDevUI_FilterWheel::HandleFrame(const Message& message) { return m_pan
 
 Handled CKxDevUI_FilterWheel::Handle(const Message& message) {
     switch (message.id) {
-    case WM_COMMAND: return OnCommand(message.wParam);
+    case WM_COMMAND: return OnCommand(message.wParam, message.lParam);
     case WM_DRAWITEM:
         if (!message.lParam) return std::nullopt;
         OnDrawItem(*reinterpret_cast<const DRAWITEMSTRUCT*>(message.lParam));
         return TRUE;
+    case WM_KX_UPDATE_DEVICE_BAND:
+        if (const auto band = ReadDeviceBand<sizeof(FilterWheelBand)>(message)) {
+            Update(band->device, band->flags[0], band->flags[1], band->flags[2]);
+        }
+        return 0;
     default: return m_panel.HandleWindow(message);
     }
 }
 
-LRESULT CKxDevUI_FilterWheel::OnCommand(WPARAM wParam) {
+LRESULT CKxDevUI_FilterWheel::OnCommand(WPARAM wParam, LPARAM) {
     const int id = LOWORD(wParam);
     if (HIWORD(wParam) != BN_CLICKED) return 0;
     if (id >= kFirstButton && id < std::min(kFirstButton + m_count, long{kSetupId})) {

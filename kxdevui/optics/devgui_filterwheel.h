@@ -29,7 +29,7 @@
 // The panel is no CKxDevUI_Base: a container takes it for a plain window. Its parent is told nothing.
 class KXDEVUI_API CKxDevUI_FilterWheel {
 public:
-    // 256 wide, no filters, titled "Filter".
+    // 256 wide, no filters, titled with the translation of "Filter".
     CKxDevUI_FilterWheel();
     CKxDevUI_FilterWheel(const CKxDevUI_FilterWheel&) = delete;
     CKxDevUI_FilterWheel& operator=(const CKxDevUI_FilterWheel&) = delete;
@@ -44,7 +44,9 @@ public:
     operator HWND() const noexcept { return m_panel.Window(); }
 
     // Reads the device anew: its structure (which rebuilds the parts and gives the title), the filters' names, the
-    // current position. False for null, and for a number that no filter changer has. Sends the host no request.
+    // current position. False, and nothing is changed, for null, for a number that no filter changer has, and for a
+    // device that throws an exception, which is logged. Sends the host no request. The message 0x0500 with these flags
+    // (FilterWheelBand in devgui_messages.h) does the same by the device's number.
     bool Update(IKxDeviceFilterChanger* device, bool structure, bool names, bool position);
     bool Update(unsigned int device, bool structure, bool names, bool position);
 
@@ -77,18 +79,40 @@ public:
     // Whether the Tab key stops at the panel; off at first.
     void SetTabStop(bool stop) { m_panel.SetTabStop(stop); }
 
+    // The panel of each window.
+    static std::map<HWND, CKxDevUI_FilterWheel*> m_Instances;
+
 protected:
     // The user clicks a filter, the current one included. Set to true, `refuse` lets the selection spring back; left
-    // false, the panel selects the filter, unless the changer is one that knows its position and has no motor: then only
-    // the device moves the selection. The panel may be updated, destroyed or deleted from here.
+    // false, the panel selects the filter, unless the changer is one that knows its position and has no motor: then
+    // only the device moves the selection. The panel may be updated, destroyed or deleted from here.
     virtual void OnPositionChangeRequest(long position, bool& refuse);
     // The user clicks the setup button.
     virtual void OnSetupRequest();
 
+    // ---- For panels derived from this one ----
+
+    // Makes all children anew, from what is held, or only takes them away. Nothing is made without a window.
+    void CreateControls();
+    void DestroyControls();
+    // Repaints the buttons of the filters.
+    void RedrawButtons() const;
+
+    // What the messages of the panel and its buttons lead to, with their parameters. A WM_COMMAND is answered with 1
+    // when it was a click on a filter or the setup button, else with 0.
+    LRESULT OnCommand(WPARAM wParam, LPARAM lParam);
+    void OnDrawItem(const DRAWITEMSTRUCT& item);
+    LRESULT Btn_OnLButtonDown(HWND button, WPARAM wParam, LPARAM lParam);
+    // The window procedures of panel, buttons and frame.
+    static LRESULT CALLBACK WndProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+    static LRESULT CALLBACK BtnWndProc(HWND button, UINT message, WPARAM wParam, LPARAM lParam);
+    static LRESULT CALLBACK GroupWndProc(HWND frame, UINT message, WPARAM wParam, LPARAM lParam);
+
     // ---- Layout, for the next Create or structure ----
 
-    // The size of the window (the height is computed); the place of the title; the grid of buttons: first column, width,
-    // gaps, buttons in a row, first row, height; the setup button's distance from the left, -1 to stand at the right.
+    // The size of the window (the height is computed); the place of the title; the grid of buttons: first column,
+    // width, gaps, buttons in a row, first row, height; the setup button's distance from the left, -1 to stand at the
+    // right.
     long m_width = 256;
     long m_height = 48;
     int m_titleX = 0;
@@ -113,9 +137,8 @@ protected:
     bool m_heightFromTitle = false;
     bool m_setupAllowed = true;
 
-    // The window class, 0 until the first Create; the panel of each window.
+    // The window class, 0 until the first Create.
     static ATOM m_Atom;
-    static std::map<HWND, CKxDevUI_FilterWheel*> m_Instances;
 
 private:
     struct Filter {
@@ -126,20 +149,17 @@ private:
     // By the number of bands.
     using Templates = std::array<CKxStringA, 6>;
 
-    static LRESULT CALLBACK WndProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
-    static LRESULT CALLBACK BtnWndProc(HWND button, UINT message, WPARAM wParam, LPARAM lParam);
-    static LRESULT CALLBACK GroupWndProc(HWND frame, UINT message, WPARAM wParam, LPARAM lParam);
+    // What a device tells.
+    struct Structure;
+
     std::optional<LRESULT> Handle(const kx::ui::Message& message);
     std::optional<LRESULT> HandleButton(const kx::ui::Message& message);
     std::optional<LRESULT> HandleFrame(const kx::ui::Message& message);
-    LRESULT OnCommand(WPARAM wParam);
     void OnClick(long position);
-    void OnDrawItem(const DRAWITEMSTRUCT& item);
 
-    void CreateControls();
     void AddButtons();
     void SetTip(long position) const;
-    void ReadStructure(const IKxDeviceFilterChanger& device);
+    void ShowStructure(const Structure& structure);
     bool SetupEnabled() const;
     long Shown() const;
     long TitleTextHeight() const;

@@ -11,8 +11,10 @@
 #include <kxbaseui/kx_svgstring.h>
 #include <kxbaseui/kx_tooltip.h>
 #include <kxdevices/kx_device.h>
+#include <kxdevui/framework/ui_device.h>
 #include <kxdevui/framework/ui_window.h>
 #include <kxfilters/kx_objectives.h>
+#include <kxsystem/kx_number.h>
 #include <kxsystem/kx_translation.h>
 
 using namespace kx::ui;
@@ -63,6 +65,36 @@ Font MakeFont(int weight) {
 }
 
 }  // namespace
+
+struct CKxDevUI_Nosepiece::Structure {
+    long count = 0;
+    bool deviceDriven = false;
+    bool localSelect = false;
+    std::vector<bool> available;
+
+    static Structure Of(const IKxDeviceNosepiece& device) {
+        Structure told{std::clamp(device.GetPositionCount(), 0L, long{kMaxPositions}),
+                       device.IsDeviceDriven(),
+                       device.IsLocalSelect(),
+                       {}};
+        for (long i = 0; i < told.count; ++i) {
+            CKxStringW reason;
+            told.available.push_back(device.GetPositionAvailable(i, reason));
+        }
+        return told;
+    }
+};
+
+// What an update shows.
+struct CKxDevUI_Nosepiece::Reading {
+    struct Objective {
+        CKxStringW name, magnification;
+    };
+    std::optional<Structure> structure;
+    std::vector<Objective> objectives;
+    std::optional<long> position;
+    std::vector<CKxStringW> keys;
+};
 
 ATOM CKxDevUI_Nosepiece::m_Atom = 0;
 std::map<HWND, CKxDevUI_Nosepiece*> CKxDevUI_Nosepiece::m_Instances;
@@ -123,10 +155,15 @@ void CKxDevUI_Nosepiece::LoadImages() {
     if (!rings || !load(L"IDS_NOSEPIECE_MOTOR", m_motorImage)) m_motorImage.Empty();
 }
 
-void CKxDevUI_Nosepiece::CreateControls() {
-    m_panel.RemoveParts();
+void CKxDevUI_Nosepiece::DestroyControls() {
     m_labels.clear();
     m_observation.clear();
+    m_panel.RemoveParts();
+}
+
+void CKxDevUI_Nosepiece::CreateControls() {
+    if (!m_panel.Window()) return;
+    DestroyControls();
     if (m_hasFrame) m_panel.AddFrame(m_title, {m_width, m_height}, m_oversizeFrame, GroupWndProc, this);
     for (long i = 0; i < m_count; ++i) {
         const Position& position = *At(i);
@@ -139,7 +176,7 @@ void CKxDevUI_Nosepiece::CreateControls() {
     }
     const long setup = m_setupX == -1 ? m_width - m_buttonWidth - m_firstX : m_setupX;
     m_panel.AddSetup({setup, m_buttonY, setup + m_buttonWidth, m_buttonY + m_buttonHeight}, true, BtnWndProc, this);
-    EnableLabels();
+    EnableLabels(m_enabled);
     AddObservation();
     m_panel.SetFocusPosition(m_position);
     m_panel.SetButtonFonts(m_normalFont.get());
@@ -178,7 +215,7 @@ const CKxDevUI_Nosepiece::Position* CKxDevUI_Nosepiece::At(long position) const 
 
 void CKxDevUI_Nosepiece::Init(long count, long position, bool deviceDriven, bool localSelect) {
     m_count = std::clamp(count, 0L, long{kMaxPositions});
-    m_position = At(position) ? position : -1;
+    m_position = position;
     m_deviceDriven = deviceDriven;
     m_localSelect = localSelect;
     for (Position& each : m_positions)
@@ -187,34 +224,35 @@ void CKxDevUI_Nosepiece::Init(long count, long position, bool deviceDriven, bool
 
 bool CKxDevUI_Nosepiece::Init(IKxDeviceNosepiece* device) {
     if (!device) return false;
+    const Alive alive(this);
+    Structure structure;
     long position = -1;
-    device->GetPosition(position);
-    Init(device->GetPositionCount(), position, device->IsDeviceDriven(), device->IsLocalSelect());
-    ReadStructure(*device);
+    const auto ask = [&] {
+        structure = Structure::Of(*device);
+        device->GetPosition(position);
+    };
+    if (!AskDevice(kSource, device->GetLogDevId(), ask) || !alive) return false;
+    Init(structure.count, position, structure.deviceDriven, structure.localSelect);
+    ShowStructure(structure);
     return true;
 }
 
 // Whether anything has changed about it.
-bool CKxDevUI_Nosepiece::ReadStructure(const IKxDeviceNosepiece& device) {
+bool CKxDevUI_Nosepiece::ShowStructure(const Structure& structure) {
     const auto replace = [](auto& held, auto value) { return std::exchange(held, value) != value; };
-    bool changed = replace(m_count, std::clamp(device.GetPositionCount(), 0L, long{kMaxPositions}));
-    changed |= replace(m_deviceDriven, device.IsDeviceDriven());
-    changed |= replace(m_localSelect, device.IsLocalSelect());
-    for (long i = 0; i < m_count; ++i) {
-        CKxStringW reason;
-        changed |= replace(At(i)->available, device.GetPositionAvailable(i, reason));
-    }
-    if (!At(m_position)) m_position = -1;
+    bool changed = replace(m_count, structure.count);
+    changed |= replace(m_deviceDriven, structure.deviceDriven);
+    changed |= replace(m_localSelect, structure.localSelect);
+    for (long i = 0; i < m_count; ++i)
+        changed |= replace(At(i)->available, bool{structure.available[static_cast<std::size_t>(i)]});
     return changed;
 }
 
-void CKxDevUI_Nosepiece::ReadParameters(const IKxDeviceNosepiece& device) {
-    for (long i = 0; i < m_count; ++i) {
+void CKxDevUI_Nosepiece::ShowParameters(const std::vector<CKxStringW>& keys) {
+    for (long i = 0; i < static_cast<long>(keys.size()); ++i) {
         Position& position = *At(i);
-        CKxStringW key;
-        device.GetObjectiveKey(i, key);
         SKxDDBObjectiveItem item;
-        CKxDeviceDatabase::DBGetObjectiveParam(key, &item, false);
+        CKxDeviceDatabase::DBGetObjectiveParam(keys[static_cast<std::size_t>(i)], &item, false);
         position.aperture = item.NA;
         position.distance = item.WD;
         UpdateTip(i);
@@ -225,24 +263,33 @@ void CKxDevUI_Nosepiece::ReadParameters(const IKxDeviceNosepiece& device) {
 bool CKxDevUI_Nosepiece::Update(IKxDeviceNosepiece* device, bool structure, bool names, bool position, bool parameters,
                                 bool) {
     if (!device) return false;
-    if (structure) {
-        const bool changed = ReadStructure(*device);
+    const Alive alive(this);
+    Reading told;
+    long count = m_count;
+    const auto ask = [&] {
+        if (structure) count = told.structure.emplace(Structure::Of(*device)).count;
+        for (long i = 0; names && i < count; ++i) {
+            auto& [name, magnification] = told.objectives.emplace_back();
+            device->GetObjectiveName(i, name);
+            device->GetMagnification(name, magnification);
+        }
+        if (position) device->GetPosition(told.position.emplace(-1));
+        for (long i = 0; parameters && i < count; ++i)
+            device->GetObjectiveKey(i, told.keys.emplace_back());
+    };
+    if (!AskDevice(kSource, device->GetLogDevId(), ask) || !alive) return false;
+    if (told.structure) {
+        const bool changed = ShowStructure(*told.structure);
         m_firstX = m_count > 6 ? 8 : 16;
-        if (changed && m_panel.Window()) CreateControls();
+        if (changed) CreateControls();
     }
-    for (long i = 0; names && i < m_count; ++i) {
-        CKxStringW name, magnification;
-        device->GetObjectiveName(i, name);
-        device->GetMagnification(name, magnification);
+    for (long i = 0; i < static_cast<long>(told.objectives.size()); ++i) {
+        const auto& [name, magnification] = told.objectives[static_cast<std::size_t>(i)];
         SetMagnification(i, magnification);
         SetName(i, name);
     }
-    if (position) {
-        long current = -1;
-        device->GetPosition(current);
-        SetPosition(current);
-    }
-    if (parameters) ReadParameters(*device);
+    if (told.position) SetPosition(*told.position);
+    ShowParameters(told.keys);
     SetLabelFont(m_position, true);
     return true;
 }
@@ -304,15 +351,17 @@ void CKxDevUI_Nosepiece::SetTitle(const wchar_t* title) {
 
 void CKxDevUI_Nosepiece::SetEnable(bool enable, bool frameToo) {
     if (m_count > 0) m_enabled = enable;
-    EnableLabels();
+    EnableLabels(enable);
     if (frameToo) m_panel.EnableFrame(enable);
     m_panel.RedrawButtons();
 }
 
-void CKxDevUI_Nosepiece::EnableLabels() const {
+void CKxDevUI_Nosepiece::EnableLabels(bool enable) const {
     for (const HWND label : m_labels)
-        PositionPanel::Enable(label, m_enabled && m_panel.IsEnabled());
+        PositionPanel::Enable(label, enable);
 }
+
+void CKxDevUI_Nosepiece::RedrawButtons() const { m_panel.RedrawButtons(); }
 
 void CKxDevUI_Nosepiece::SetSpecificXOffsetAndNumber(int position, bool useX, int x, bool useNumber, int number) {
     Position* held = At(position);
@@ -336,7 +385,8 @@ void CKxDevUI_Nosepiece::UpdateTip(long position) {
 CKxStringW CKxDevUI_Nosepiece::TipOf(const Position& position) const {
     CKxStringW tip;
     if (!position.name.IsEmpty()) {
-        tip.Format(kMaxTip, L"%ls\r\nNA=%0.2f WD=%0.0f", position.name.c_str(), position.aperture, position.distance);
+        const CKxStringW numbers = KX_FormatNumber(L"NA=%0.2f WD=%0.0f", position.aperture, position.distance);
+        tip.Format(kMaxTip, L"%ls\r\n%ls", position.name.c_str(), numbers.c_str());
     }
     return tip;
 }
@@ -396,35 +446,67 @@ LRESULT CALLBACK CKxDevUI_Nosepiece::GroupWndProc(HWND frame, UINT id, WPARAM wP
     return SubclassEntry<CKxDevUI_Nosepiece, &CKxDevUI_Nosepiece::HandleFrame>({frame, id, wParam, lParam});
 }
 
-Handled CKxDevUI_Nosepiece::HandleButton(const Message& message) { return m_panel.HandleButton(message, 1); }
-Handled CKxDevUI_Nosepiece::HandleFrame(const Message& message) { return m_panel.HandleFrame(message); }
+Handled CKxDevUI_Nosepiece::HandleButton(const Message& message) {
+    switch (message.id) {
+    case WM_MOUSEMOVE: Btn_OnMouseMove(message.window, message.wParam, message.lParam); return std::nullopt;
+    case WM_MOUSELEAVE: Btn_OnMouseLeave(message.window); return std::nullopt;
+    default: return m_panel.HandleButton(message, 1);
+    }
+}
+
+Handled CKxDevUI_Nosepiece::HandleFrame(const Message& message) {
+    return message.id == WM_ERASEBKGND ? Group_OnEraseBkGnd() : m_panel.HandleFrame(message);
+}
+
+void CKxDevUI_Nosepiece::Btn_OnMouseMove(HWND button, WPARAM wParam, LPARAM lParam) {
+    m_panel.HandleButton({button, WM_MOUSEMOVE, wParam, lParam}, 1);
+}
+
+void CKxDevUI_Nosepiece::Btn_OnMouseLeave(HWND button) { m_panel.HandleButton({button, WM_MOUSELEAVE, 0, 0}, 1); }
+
+LRESULT CKxDevUI_Nosepiece::Group_OnPaint(HWND frame) {
+    return m_panel.HandleFrame({frame, WM_PAINT, 0, 0}).value_or(0);
+}
+
+LRESULT CKxDevUI_Nosepiece::Group_OnEraseBkGnd() { return 1; }
+
+LRESULT CKxDevUI_Nosepiece::OnEraseBkGnd(HDC dc) {
+    return m_panel.HandleWindow({m_panel.Window(), WM_ERASEBKGND, reinterpret_cast<WPARAM>(dc), 0}).value_or(0);
+}
+
+void CKxDevUI_Nosepiece::OnMouseMove(WPARAM wParam, LPARAM lParam) {
+    TrackHover({m_panel.Window(), WM_MOUSEMOVE, wParam, lParam});
+}
+
+void CKxDevUI_Nosepiece::OnMouseLeave() { TrackHover({m_panel.Window(), WM_MOUSELEAVE, 0, 0}); }
 
 Handled CKxDevUI_Nosepiece::Handle(const Message& message) {
     switch (message.id) {
-    case WM_COMMAND: return OnCommand(message.wParam);
-    case WM_DRAWITEM: {
-        const auto* item = reinterpret_cast<const DRAWITEMSTRUCT*>(message.lParam);
-        if (!item) return std::nullopt;
-        if (static_cast<int>(item->CtlID) >= kFirstObservation) {
-            OnDrawItem_Observation(*item);
-        } else {
-            OnDrawItem(*item);
-        }
+    case WM_COMMAND: return OnCommand(message.wParam, message.lParam);
+    case WM_DRAWITEM:
+        if (!message.lParam) return std::nullopt;
+        OnDrawItem(*reinterpret_cast<const DRAWITEMSTRUCT*>(message.lParam));
         return TRUE;
-    }
+    case WM_ERASEBKGND: return OnEraseBkGnd(reinterpret_cast<HDC>(message.wParam));
     case WM_NCDESTROY:
         m_labels.clear();
         m_observation.clear();
         break;
-    case WM_MOUSEMOVE:
-    case WM_MOUSELEAVE: TrackHover(message); break;
-    case WM_ENABLE: EnableLabels(); break;
+    case WM_MOUSEMOVE: OnMouseMove(message.wParam, message.lParam); break;
+    case WM_MOUSELEAVE: OnMouseLeave(); break;
+    case WM_KX_UPDATE_DEVICE_BAND:
+        if (const auto band = ReadDeviceBand<sizeof(NosepieceBand)>(message)) {
+            const auto& [structure, names, position, parameters, unused] = band->flags;
+            Update(FindDevice<IKxDeviceNosepiece>(band->device, eKxDeviceType_Nosepiece), structure, names, position,
+                   parameters, unused);
+        }
+        return 0;
     default: break;
     }
     return m_panel.HandleWindow(message);
 }
 
-LRESULT CKxDevUI_Nosepiece::OnCommand(WPARAM wParam) {
+LRESULT CKxDevUI_Nosepiece::OnCommand(WPARAM wParam, LPARAM) {
     const int id = LOWORD(wParam), observation = id - kFirstObservation;
     if (HIWORD(wParam) != BN_CLICKED) return 0;
     if (id >= kFirstButton && id < kFirstButton + m_count) {
@@ -466,7 +548,7 @@ CKxStringA CKxDevUI_Nosepiece::GetObjectiveBitmap(double magnification, bool sel
 
 CKxStringA CKxDevUI_Nosepiece::ImageOf(long position) const {
     const Position& held = *At(position);
-    const double magnification = std::wcstod(held.magnification, nullptr);
+    const double magnification = KX_LeadingNumber(held.magnification);
     CKxStringA svg = held.available ? GetObjectiveBitmap(magnification, position == m_position) : m_motorImage;
     CKxStringA number;
     number.Format(32, "%d</text>", held.number.value_or(static_cast<int>(position) + 1));
@@ -475,6 +557,7 @@ CKxStringA CKxDevUI_Nosepiece::ImageOf(long position) const {
 }
 
 void CKxDevUI_Nosepiece::OnDrawItem(const DRAWITEMSTRUCT& item) {
+    if (item.CtlID >= UINT{kFirstObservation}) return OnDrawItem_Observation(item);
     if (item.CtlID == UINT{kSetupId}) return m_panel.DrawSetup(item);
     const long position = static_cast<long>(item.CtlID) - kFirstButton;
     if (!At(position)) return;

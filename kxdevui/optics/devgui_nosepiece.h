@@ -16,8 +16,8 @@
 
 class IKxDeviceNosepiece;
 
-// Shows an objective for each position, its magnification above it, a setup button, and, if wanted, a titled frame and a
-// strip of buttons for the modes of observation. A click on a position asks the host; the panel moves no device.
+// Shows an objective for each position, its magnification above it, a setup button, and, if wanted, a titled frame and
+// a strip of buttons for the modes of observation. A click on a position asks the host; the panel moves no device.
 //
 //     class Turret : public CKxDevUI_Nosepiece {
 //         void OnPositionChangeRequest(long position, bool& handled) override {
@@ -52,17 +52,19 @@ public:
     void Destroy();
     operator HWND() const noexcept { return m_panel.Window(); }
 
-    // How many positions there are (0 to 16, others are moved there), which is the current one (-1: none, as for any
-    // that is not there), who decides on the selection: with `deviceDriven` a click leaves it to the device, unless
-    // `localSelect` is set too. No position is available then; Update asks the device. A window that stands is not
-    // rebuilt.
+    // How many positions there are (0 to 16, others are moved there), which is the current one (-1: none; one that is
+    // not there is kept, and nothing is shown as selected), who decides on the selection: with `deviceDriven` a click
+    // leaves it to the device, unless `localSelect` is set too. No position is available then; Update asks the device.
+    // A window that stands is not rebuilt.
     void Init(long count, long position, bool deviceDriven, bool localSelect);
-    // The same from a device, with what is available; false for null.
+    // The same from a device, with what is available; false, and nothing is changed, for null and for a device that
+    // throws an exception, which is logged.
     bool Init(IKxDeviceNosepiece* device);
 
     // Reads the device anew: its structure (a change rebuilds the parts), the objectives' names and magnifications, the
     // current position, and the parameters of the objectives with what is available. The last flag is not used. False,
-    // and nothing is changed, for null. Sends the host no request.
+    // and nothing is changed, for null and for a device that throws. Sends the host no request. The message 0x0500 with
+    // these flags (NosepieceBand in devgui_messages.h) does the same by the device's number.
     bool Update(IKxDeviceNosepiece* device, bool structure, bool names, bool position, bool parameters, bool);
 
     // Selects a position, silently. The current one and those that are not there, -1 among them, are ignored.
@@ -84,7 +86,7 @@ public:
     void SetTitle(const wchar_t* title);
     CKxStringW GetTitle() const { return m_title; }
 
-    // While not enabled, clicks on positions are ignored and the objectives are pale; the setup button works. With
+    // While not enabled, clicks on positions are ignored, labels and objectives are pale; the setup button works. With
     // `frameToo` the frame follows. Without positions only the frame does: the panel stays as enabled as it was.
     void SetEnable(bool enable, bool frameToo);
 
@@ -106,6 +108,9 @@ public:
     // Whether the Tab key stops at the panel; off at first.
     void SetTabStop(bool stop) { m_panel.SetTabStop(stop); }
 
+    // The panel of each window.
+    static std::map<HWND, CKxDevUI_Nosepiece*> m_Instances;
+
 protected:
     // The user clicks a position, the current one included. Left false, `handled` lets the panel select the position by
     // itself, if it may (see Init); set to true, the host selects, now or later. The panel may be updated, destroyed or
@@ -113,6 +118,32 @@ protected:
     virtual void OnPositionChangeRequest(long position, bool& handled);
     // The user clicks the setup button.
     virtual void OnSetupRequest();
+
+    // ---- For panels derived from this one ----
+
+    // Makes all children anew, from what is held, or only takes them away. Nothing is made without a window.
+    void CreateControls();
+    void DestroyControls();
+    // Repaints the buttons of the positions, or of the observation modes.
+    void RedrawButtons() const;
+    void RedrawObservation() const;
+
+    // What the messages of the panel, its buttons and its frame lead to, with their parameters. A WM_COMMAND is
+    // answered with 1 when it was a click on a position or the setup button, else with 0.
+    LRESULT OnCommand(WPARAM wParam, LPARAM lParam);
+    void OnDrawItem(const DRAWITEMSTRUCT& item);
+    void OnDrawItem_Observation(const DRAWITEMSTRUCT& item);
+    LRESULT OnEraseBkGnd(HDC dc);
+    void OnMouseMove(WPARAM wParam, LPARAM lParam);
+    void OnMouseLeave();
+    void Btn_OnMouseMove(HWND button, WPARAM wParam, LPARAM lParam);
+    void Btn_OnMouseLeave(HWND button);
+    LRESULT Group_OnPaint(HWND frame);
+    LRESULT Group_OnEraseBkGnd();
+    // The window procedures of panel, buttons and frame.
+    static LRESULT CALLBACK WndProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+    static LRESULT CALLBACK BtnWndProc(HWND button, UINT message, WPARAM wParam, LPARAM lParam);
+    static LRESULT CALLBACK GroupWndProc(HWND frame, UINT message, WPARAM wParam, LPARAM lParam);
 
     // The image for a magnification: the template in the colour of the objective's ring.
     CKxStringA GetObjectiveBitmap(double magnification, bool selected) const;
@@ -137,9 +168,8 @@ protected:
     bool m_oversizeFrame = false;
     bool m_boldTitle = false;
 
-    // The window class, 0 until the first Create; the panel of each window.
+    // The window class, 0 until the first Create.
     static ATOM m_Atom;
-    static std::map<HWND, CKxDevUI_Nosepiece*> m_Instances;
 
 private:
     struct Position {
@@ -155,25 +185,21 @@ private:
     // The template of an objective without a ring, or with one of a colour that is put in; not selected and selected.
     using Templates = std::array<CKxStringA, 2>;
 
-    static LRESULT CALLBACK WndProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
-    static LRESULT CALLBACK BtnWndProc(HWND button, UINT message, WPARAM wParam, LPARAM lParam);
-    static LRESULT CALLBACK GroupWndProc(HWND frame, UINT message, WPARAM wParam, LPARAM lParam);
+    // What a device tells.
+    struct Structure;
+    struct Reading;
+
     std::optional<LRESULT> Handle(const kx::ui::Message& message);
     std::optional<LRESULT> HandleButton(const kx::ui::Message& message);
     std::optional<LRESULT> HandleFrame(const kx::ui::Message& message);
-    LRESULT OnCommand(WPARAM wParam);
     void OnClick(long position);
-    void OnDrawItem(const DRAWITEMSTRUCT& item);
-    void OnDrawItem_Observation(const DRAWITEMSTRUCT& item);
 
     void LoadImages();
-    void CreateControls();
     void AddObservation();
-    void RedrawObservation() const;
     CKxStringA ImageOf(long position) const;
-    bool ReadStructure(const IKxDeviceNosepiece& device);
-    void ReadParameters(const IKxDeviceNosepiece& device);
-    void EnableLabels() const;
+    bool ShowStructure(const Structure& structure);
+    void ShowParameters(const std::vector<CKxStringW>& keys);
+    void EnableLabels(bool enable) const;
     void UpdateTip(long position);
     CKxStringW TipOf(const Position& position) const;
     void SetLabelFont(long position, bool bold) const;

@@ -2,16 +2,21 @@
 
 #include <algorithm>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include <kxbaseui/kx_fonts.h>
 #include <kxbaseui/kx_schemecontrols.h>
 #include <kxdevices/kx_dmapi.h>
+#include <kxdevui/framework/ui_device.h>
 #include <kxdevui/framework/ui_window.h>
+#include <kxsystem/kx_translation.h>
 
 using namespace kx::ui;
 
 namespace {
 
+constexpr wchar_t kSource[] = L"devgui_switcher";
 constexpr int kFirstButton = 10201;
 
 // Where the frame's upper line is.
@@ -35,10 +40,43 @@ long PortOf(long position, bool reversed) { return reversed && position < 2 ? 1 
 
 }  // namespace
 
+// What an update shows.
+struct CKxDevUI_Switcher::Reading {
+    struct Structure {
+        long count;
+        CKxStringW title;
+    };
+    std::optional<Structure> structure;
+    std::vector<Port> ports;                    // with their names
+    std::vector<std::pair<long, bool>> single;  // ports that are to be shown as used or not
+    std::vector<long> positions;                // to be selected one after the other
+
+    // How many positions there are going to be.
+    long Begin(long count, const CKxStringW& title) {
+        return structure.emplace(Structure{std::clamp(count, 0L, long{kMaxPositions}), title}).count;
+    }
+    void AddPort(CDMApi_LogDevId device, long port) {
+        bool enabled = true;
+        DMApi::LaserOutput_GetPortEnable(device, port, &enabled);
+        ports.push_back({.name = DMApi::LaserOutput_GetPortName(device, port),
+                         .usable = enabled,
+                         .locked = DMApi::LogDev_GetCapability(device, eKxCapability_NotOperable),
+                         .exclusive = DMApi::LogDev_GetCapability(device, eKxCapability_LaserPortsExclusive)});
+    }
+    void AddUsed(CDMApi_LogDevId device, long count, bool reversed, bool several) {
+        if (count == 2) return positions.push_back(DMApi::LaserOutput_GetPortUsed(device, reversed ? 0 : 1) ? 1 : 0);
+        for (long i = 0; i < count; ++i) {
+            const bool used = DMApi::LaserOutput_GetPortUsed(device, i);
+            if (several) single.emplace_back(i, used);
+            if (!several && used) positions.push_back(i);
+        }
+    }
+};
+
 ATOM CKxDevUI_Switcher::m_Atom = 0;
 std::map<HWND, CKxDevUI_Switcher*> CKxDevUI_Switcher::m_Instances;
 
-CKxDevUI_Switcher::CKxDevUI_Switcher() : m_title(L"Switcher") { Life::Begin(this); }
+CKxDevUI_Switcher::CKxDevUI_Switcher() : m_title(KX_GetTranslation(L"Switcher", kSource)) { Life::Begin(this); }
 
 CKxDevUI_Switcher::~CKxDevUI_Switcher() {
     Destroy();
@@ -71,40 +109,43 @@ DWORD CKxDevUI_Switcher::ButtonStyle() const {
     return DWORD{WS_GROUP} | BS_PUSHLIKE | (m_several ? BS_RADIOBUTTON : BS_AUTORADIOBUTTON);
 }
 
+void CKxDevUI_Switcher::DestroyControls() { m_panel.RemoveParts(); }
+
 void CKxDevUI_Switcher::CreateControls() {
     if (!m_panel.Window()) return;
-    m_panel.RemoveParts();
+    DestroyControls();
     m_panel.SetReversed(m_invert);
     if (m_hasFrame) m_panel.AddFrame(m_title, {m_width, m_height}, m_oversizeFrame, GroupWndProc, this);
     if (m_hasTitle) {
         m_panel.AddTitle(m_title, {m_titleX, m_titleY, m_titleX + m_titleWidth, m_titleY + m_titleHeight}, m_titleLeft);
     }
-    // Centred, in what the frame leaves.
-    const long top = m_hasFrame ? kFrameTop : 0, bottom = m_hasFrame ? 1 : 0;
-    long x = m_firstX, y = top + (m_height - top - bottom - m_buttonHeight) / 2, height = m_height;
-    std::array<RECT, kMaxPositions> places{};
+    // Centred, in what the frame leaves, and below its title where there is the height for it.
+    const long lowest = m_height - (m_hasFrame ? 1 : 0) - m_buttonHeight;
+    long y = m_hasFrame ? kFrameTop + (lowest - kFrameTop) / 2 : lowest / 2, x = m_firstX, height = m_height;
+    if (m_hasFrame) y = std::max(y, std::min(PositionPanel::TitleHeight(m_boldTitle) + 1, lowest));
     for (long i = 0; i < m_count; ++i, x += m_buttonWidth) {
         if (x + m_buttonWidth > m_width && x != m_firstX) {
             x = m_firstX;
             y += m_buttonHeight;
             height += m_buttonHeight;
         }
-        const long position = m_invert ? m_count - 1 - i : i;
-        places[static_cast<std::size_t>(position)] = {x, y, x + m_buttonWidth, y + m_buttonHeight};
+        AddPosition(m_invert ? m_count - 1 - i : i, {x, y, x + m_buttonWidth, y + m_buttonHeight});
     }
-    for (long i = 0; i < m_count; ++i) {
-        const auto at = static_cast<std::size_t>(i);
-        const HWND button = m_panel.AddButton(kFirstButton + static_cast<int>(i), AsButtonText(m_ports[at].name),
-                                              places[at], ButtonStyle(), BtnWndProc, this);
-        SendMessageW(button, WM_SETFONT, reinterpret_cast<WPARAM>(KX_GetDefaultGuiFont()), FALSE);
-        // Otherwise Windows reports a click for a button that only gets the focus.
-        SendMessageW(button, BM_SETDONTCLICK, TRUE, 0);
-        KX_FollowColorScheme(button);
+    for (long i = 0; i < m_count; ++i)
         EnableButton(i);
-    }
     ShowPorts();
     m_panel.SetFocusPosition(m_position);
     m_panel.Finish({m_width, height}, height > m_height ? height + 4 : 0, m_boldTitle);
+}
+
+void CKxDevUI_Switcher::AddPosition(long position, const RECT& place) {
+    const HWND button = m_panel.AddButton(kFirstButton + static_cast<int>(position),
+                                          AsButtonText(m_ports[static_cast<std::size_t>(position)].name), place,
+                                          ButtonStyle(), BtnWndProc, this);
+    SendMessageW(button, WM_SETFONT, reinterpret_cast<WPARAM>(KX_GetDefaultGuiFont()), FALSE);
+    // Otherwise Windows reports a click for a button that only gets the focus.
+    SendMessageW(button, BM_SETDONTCLICK, TRUE, 0);
+    KX_FollowColorScheme(button);
 }
 
 void CKxDevUI_Switcher::Rebuild(long count, const CKxStringW& title) {
@@ -118,6 +159,30 @@ void CKxDevUI_Switcher::Rebuild(long count, const CKxStringW& title) {
 
 // ---- Content -------------------------------------------------------------------------------------------------------
 
+// Shows what `ask` puts into a reading.
+template <class Ask>
+bool CKxDevUI_Switcher::AskAndShow(CDMApi_LogDevId device, const Ask& ask) {
+    const Alive alive(this);
+    Reading told;
+    if (!AskDevice(kSource, device, [&] { ask(told); }) || !alive) return false;
+    Show(told);
+    return true;
+}
+
+void CKxDevUI_Switcher::Show(const Reading& told) {
+    if (told.structure) Rebuild(told.structure->count, told.structure->title);
+    for (std::size_t i = 0; i < told.ports.size(); ++i) {
+        Port& held = m_ports[i];
+        const Port& port = told.ports[i];
+        held.usable = port.usable, held.locked = port.locked, held.exclusive = port.exclusive;
+        SetName(static_cast<long>(i), port.name);
+    }
+    for (const auto& [port, used] : told.single)
+        SetPortSingle(port, used);
+    for (const long position : told.positions)
+        SetPosition(position);
+}
+
 bool CKxDevUI_Switcher::Update(unsigned int device, bool structure, bool names, bool state) {
     if (device == 0) return false;
     IKxDevice* instance = DMApi::LogDev_GetInstance(device);
@@ -126,12 +191,14 @@ bool CKxDevUI_Switcher::Update(unsigned int device, bool structure, bool names, 
     case eKxDeviceType_TIRFMirror: return Update(static_cast<IKxDeviceTIRFMirror*>(instance), structure, names, state);
     default: break;
     }
-    if (!instance) return false;
-    if (structure) Rebuild(DMApi::LaserOutput_GetPortCount(device), DMApi::LogDev_GetKey(device));
-    const bool reversed = HasReversedPorts(device);
-    if (names) ReadPortNames(device, reversed);
-    if (structure || state) ReadPorts(device, reversed);
-    return true;
+    return instance && AskAndShow(device, [&, held = m_count, several = m_several](Reading& told) {
+               const long count =
+                   structure ? told.Begin(DMApi::LaserOutput_GetPortCount(device), DMApi::LogDev_GetKey(device)) : held;
+               const bool reversed = HasReversedPorts(device);
+               for (long i = 0; names && i < count; ++i)
+                   told.AddPort(device, PortOf(i, reversed));
+               if (structure || state) told.AddUsed(device, count, reversed, several);
+           });
 }
 
 bool CKxDevUI_Switcher::Update(IKxDeviceLaserOutput* device, bool structure, bool names, bool state) {
@@ -139,62 +206,28 @@ bool CKxDevUI_Switcher::Update(IKxDeviceLaserOutput* device, bool structure, boo
 }
 
 bool CKxDevUI_Switcher::Update(IKxDeviceLightPath* device, bool structure, bool names, bool state) {
-    if (!device) return false;
-    if (structure) Rebuild(device->GetPositionCount(), DMApi::LogDev_GetKey(device->GetLogDevId()));
-    for (long i = 0; names && i < m_count; ++i) {
-        CKxStringW name;
-        device->GetPositionName(i, name);
-        SetName(i, name);
-    }
-    if (structure || state) {
-        long position = -1;
-        device->GetPosition(position);
-        SetPosition(position);
-    }
-    return true;
+    return device && AskAndShow(device->GetLogDevId(), [&, held = m_count](Reading& told) {
+               const long count =
+                   structure ? told.Begin(device->GetPositionCount(), DMApi::LogDev_GetKey(device->GetLogDevId()))
+                             : held;
+               for (long i = 0; names && i < count; ++i)
+                   device->GetPositionName(i, told.ports.emplace_back().name);
+               if (structure || state) device->GetPosition(told.positions.emplace_back(-1));
+           });
 }
 
 bool CKxDevUI_Switcher::Update(IKxDeviceTIRFMirror* device, bool structure, bool names, bool state) {
-    if (!device) return false;
-    if (structure) Rebuild(2, DMApi::LogDev_GetKey(device->GetLogDevId()));
-    if (names) {
-        // A laser unit shown before may have had locked ports.
-        for (Port& port : m_ports)
-            port.usable = true, port.locked = false;
-        SetName(0, L"EPI");
-        SetName(1, L"TIRF");
-    }
-    bool tirf = false;
-    if (state && device->GetState(tirf)) SetPosition(tirf ? 1 : 0);
-    return true;
-}
-
-void CKxDevUI_Switcher::ReadPortNames(CDMApi_LogDevId device, bool reversed) {
-    for (long i = 0; i < m_count; ++i) {
-        const long port = PortOf(i, reversed);
-        bool enabled = true;
-        DMApi::LaserOutput_GetPortEnable(device, port, &enabled);
-        Port& held = m_ports[static_cast<std::size_t>(i)];
-        held.usable = enabled;
-        held.locked = DMApi::LogDev_GetCapability(device, eKxCapability_NotOperable);
-        held.exclusive = DMApi::LogDev_GetCapability(device, eKxCapability_LaserPortsExclusive);
-        SetName(i, DMApi::LaserOutput_GetPortName(device, port));
-    }
-}
-
-void CKxDevUI_Switcher::ReadPorts(CDMApi_LogDevId device, bool reversed) {
-    if (m_count == 2) {
-        SetPosition(DMApi::LaserOutput_GetPortUsed(device, reversed ? 0 : 1) ? 1 : 0);
-        return;
-    }
-    for (long i = 0; i < m_count; ++i) {
-        const bool used = DMApi::LaserOutput_GetPortUsed(device, i);
-        if (m_several) {
-            SetPortSingle(i, used);
-        } else if (used) {
-            SetPosition(i);
-        }
-    }
+    return device && AskAndShow(device->GetLogDevId(), [&](Reading& told) {
+               if (structure) told.Begin(2, DMApi::LogDev_GetKey(device->GetLogDevId()));
+               if (names) {
+                   // Usable and not locked, as the ports of a laser unit shown before may not have been.
+                   told.ports.resize(2);
+                   told.ports[0].name = KX_GetTranslation(L"EPI", kSource);
+                   told.ports[1].name = KX_GetTranslation(L"TIRF", kSource);
+               }
+               bool tirf = false;
+               if (state && device->GetState(tirf)) told.positions.push_back(tirf ? 1 : 0);
+           });
 }
 
 void CKxDevUI_Switcher::SetName(long position, const CKxStringW& name) {
@@ -236,6 +269,8 @@ void CKxDevUI_Switcher::ShowPorts() const {
     }
 }
 
+void CKxDevUI_Switcher::RedrawButtons() const { m_panel.RedrawButtons(); }
+
 void CKxDevUI_Switcher::SetEnable(bool enable) {
     m_enabled = enable;
     for (long i = 0; i < m_count; ++i)
@@ -250,6 +285,7 @@ void CKxDevUI_Switcher::SetTitle(const wchar_t* title) {
 
 void CKxDevUI_Switcher::SetBoolMoreThanOnePortCanBeActive(bool several) {
     m_several = several;
+    m_panel.SetEveryPress(several);
     for (const HWND button : m_panel.Buttons())
         SendMessageW(button, BM_SETSTYLE, ButtonStyle(), FALSE);
 }
@@ -273,13 +309,19 @@ Handled CKxDevUI_Switcher::HandleButton(const Message& message) { return m_panel
 Handled CKxDevUI_Switcher::HandleFrame(const Message& message) { return m_panel.HandleFrame(message); }
 
 Handled CKxDevUI_Switcher::Handle(const Message& message) {
-    if (message.id == WM_COMMAND) return OnCommand(message.wParam);
+    if (message.id == WM_COMMAND) return OnCommand(message.wParam, message.lParam);
+    if (message.id == WM_KX_UPDATE_DEVICE_BAND) {
+        if (const auto band = ReadDeviceBand<sizeof(SwitcherBand)>(message)) {
+            Update(band->device, band->flags[0], band->flags[1], band->flags[2]);
+        }
+        return 0;
+    }
     for (long i = 0; message.id == WM_ENABLE && i < m_count; ++i)
         EnableButton(i);
     return m_panel.HandleWindow(message);
 }
 
-LRESULT CKxDevUI_Switcher::OnCommand(WPARAM wParam) {
+LRESULT CKxDevUI_Switcher::OnCommand(WPARAM wParam, LPARAM) {
     const long position = long{LOWORD(wParam)} - kFirstButton;
     if (HIWORD(wParam) != BN_CLICKED || position < 0 || position >= m_count) return 0;
     const Alive alive(this);

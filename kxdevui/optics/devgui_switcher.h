@@ -21,13 +21,13 @@
 //     path.Create(parent, 10, 10, 256, 32, true, true);
 //     path.Update(m_path.GetLogDevId(), true, true, true);   // and again whenever the device has changed
 //
-// Positions count from 0; there are at most 16. All measures are unzoomed pixels. With the keyboard, the arrow keys move
-// between the positions that can be used, Space or Enter clicks.
+// Positions count from 0; there are at most 16. All measures are unzoomed pixels. With the keyboard, the arrow keys
+// move between the positions that can be used, Space or Enter clicks.
 //
 // The panel is no CKxDevUI_Base: a container takes it for a plain window. Its parent is told nothing.
 class KXDEVUI_API CKxDevUI_Switcher {
 public:
-    // 256 by 32, two positions, titled "Switcher".
+    // 256 by 32, two positions, titled with the translation of "Switcher".
     CKxDevUI_Switcher();
     CKxDevUI_Switcher(const CKxDevUI_Switcher&) = delete;
     CKxDevUI_Switcher& operator=(const CKxDevUI_Switcher&) = delete;
@@ -44,7 +44,9 @@ public:
 
     // Reads the device anew: its structure (which rebuilds the buttons, gives the title and reads the state too), the
     // names, the state. By number, a light path or a TIRF mirror goes to the form for it, and any other device is taken
-    // for a laser output. False for the number 0, null, and a number that no such device has. Sends the host no request.
+    // for a laser output. False, and nothing is changed, for the number 0, null, a number that no such device has, and
+    // a device that throws an exception, which is logged. Sends the host no request. The message 0x0500 with these
+    // flags (SwitcherBand in devgui_messages.h) does the same.
     //
     // A laser unit of the class "CKxLU4ADevice" or "CKxLU4ADeviceSim" has its first two ports in reverse order: the
     // first button is port 1. With two positions, the port of the second button decides which of them is down.
@@ -76,12 +78,30 @@ public:
     // Whether the Tab key stops at the panel; off at first.
     void SetTabStop(bool stop) { m_panel.SetTabStop(stop); }
 
+    // The panel of each window.
+    static std::map<HWND, CKxDevUI_Switcher*> m_Instances;
+
 protected:
     // The user clicks a position, the current one included. The selection moves whatever is done with `flag`: a host
     // that refuses updates the panel from the device later. The panel may be destroyed or deleted from here.
     virtual void OnPositionChangeRequest(long position, bool& flag);
     // Where several ports can be active: the user clicks a port. Nothing is shown before SetPortSingle or Update.
     virtual void OnSetPortSingleRequest(long port);
+
+    // ---- For panels derived from this one ----
+
+    // Makes all children anew, from what is held, or only takes them away. Nothing is made without a window.
+    void CreateControls();
+    void DestroyControls();
+    // Repaints the buttons.
+    void RedrawButtons() const;
+
+    // What WM_COMMAND of the panel leads to: 1 for a click on a button, 0 for everything else.
+    LRESULT OnCommand(WPARAM wParam, LPARAM lParam);
+    // The window procedures of panel, buttons and frame.
+    static LRESULT CALLBACK WndProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+    static LRESULT CALLBACK BtnWndProc(HWND button, UINT message, WPARAM wParam, LPARAM lParam);
+    static LRESULT CALLBACK GroupWndProc(HWND frame, UINT message, WPARAM wParam, LPARAM lParam);
 
     // ---- Layout, for the next Create or structure ----
 
@@ -104,9 +124,8 @@ protected:
     bool m_titleLeft = false;
     bool m_boldTitle = false;
 
-    // The window class, 0 until the first Create; the panel of each window.
+    // The window class, 0 until the first Create.
     static ATOM m_Atom;
-    static std::map<HWND, CKxDevUI_Switcher*> m_Instances;
 
 private:
     // One port of a laser unit, or one position.
@@ -117,22 +136,21 @@ private:
         bool locked = false;     // cannot be operated from here
         bool exclusive = false;  // one port at a time
     };
+    // What a device tells.
+    struct Reading;
 
-    static LRESULT CALLBACK WndProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
-    static LRESULT CALLBACK BtnWndProc(HWND button, UINT message, WPARAM wParam, LPARAM lParam);
-    static LRESULT CALLBACK GroupWndProc(HWND frame, UINT message, WPARAM wParam, LPARAM lParam);
     std::optional<LRESULT> Handle(const kx::ui::Message& message);
     std::optional<LRESULT> HandleButton(const kx::ui::Message& message);
     std::optional<LRESULT> HandleFrame(const kx::ui::Message& message);
-    LRESULT OnCommand(WPARAM wParam);
 
-    void CreateControls();
+    template <class Ask>
+    bool AskAndShow(CDMApi_LogDevId device, const Ask& ask);
+    void Show(const Reading& told);
     void Rebuild(long count, const CKxStringW& title);
+    void AddPosition(long position, const RECT& place);
     void SetName(long position, const CKxStringW& name);
     void EnableButton(long position) const;
     void ShowPorts() const;
-    void ReadPortNames(CDMApi_LogDevId device, bool reversed);
-    void ReadPorts(CDMApi_LogDevId device, bool reversed);
     DWORD ButtonStyle() const;
 
     kx::ui::PositionPanel m_panel;

@@ -118,7 +118,7 @@ HWND PositionPanel::AddButton(int id, const wchar_t* text, const RECT& place, DW
                               void* object) {
     const HWND button = AddChild(L"BUTTON", id, text, place, style);
     Subclass(button, procedure, object);
-    m_buttons.push_back(button);
+    m_buttons.insert(m_reversed ? m_buttons.begin() : m_buttons.end(), button);
     return button;
 }
 
@@ -238,7 +238,7 @@ Handled PositionPanel::HandleWindow(const Message& message) {
         return 0;
     case WM_CTLCOLORSTATIC: {
         const auto dc = reinterpret_cast<HDC>(message.wParam);
-        const bool enabled = IsWindowEnabled(reinterpret_cast<HWND>(message.lParam)) != FALSE;
+        const bool enabled = IsEnabled() && IsWindowEnabled(reinterpret_cast<HWND>(message.lParam)) != FALSE;
         SetTextColor(dc, KX_GetSysColor(enabled ? COLOR_BTNTEXT : COLOR_GRAYTEXT));
         SetBkColor(dc, KX_GetSysColor(COLOR_BTNFACE));
         return reinterpret_cast<LRESULT>(KX_GetSysColorBrush(COLOR_BTNFACE));
@@ -261,7 +261,9 @@ Handled PositionPanel::HandleButton(const Message& message, int columns) {
         m_setupHovered = message.id == WM_MOUSEMOVE;
         RedrawWindow(button, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
         return std::nullopt;
-    case WM_LBUTTONDBLCLK: return CallPrevious({button, WM_LBUTTONDOWN, message.wParam, message.lParam});
+    case WM_LBUTTONDBLCLK:
+        // By itself an automatic radio button takes it for a click, and no other button does.
+        return m_everyPress ? CallPrevious({button, WM_LBUTTONDOWN, message.wParam, message.lParam}) : LRESULT{0};
     case WM_GETDLGCODE: {
         // Only to the dialog manager, which asks about a message.
         const auto* asked = reinterpret_cast<const MSG*>(message.lParam);
@@ -295,6 +297,12 @@ Handled PositionPanel::HandleFrame(const Message& message) {
 
 // ---- Painting ------------------------------------------------------------------------------------------------------
 
+long PositionPanel::TitleHeight(bool bold) {
+    const MemoryDC dc(CreateCompatibleDC(nullptr));
+    const Selection font(dc.get(), bold ? KX_GetDefaultGuiFontBoldZoom(1) : KX_GetDefaultGuiFontZoom(1));
+    return KX_GroupBoxTitleHeight(dc.get());
+}
+
 LRESULT PositionPanel::PaintFrame(const Message& message) const {
     const HWND frame = message.window;
     const RECT own = RectInParent(frame);
@@ -310,8 +318,14 @@ LRESULT PositionPanel::PaintFrame(const Message& message) const {
             RECT first = RectInParent(m_buttons.front()), last = RectInParent(m_buttons.back());
             if (m_reversed) std::swap(first, last);
             const long margin = CKxGUILayoutManager::Zoomed(kFrameMargin);
-            const long farthest = std::max(box.titleOffset, (area.right + 1) / 2);
-            box.titleOffset = std::clamp(first.left - own.left, box.titleOffset, farthest);
+            const long farthest = std::max(box.titleOffset, (area.right + 1) / 2), height = KX_GroupBoxTitleHeight(dc);
+            const long room = first.left - own.left - box.titleOffset;
+            if (first.top - own.top < height && room > 3 * height) {
+                // Buttons that stand too high for it leave it the place beside them.
+                box.titleEnd = first.left - own.left - CKxGUILayoutManager::Zoomed(4);
+            } else {
+                box.titleOffset = std::clamp(first.left - own.left, box.titleOffset, farthest);
+            }
             box.frame.bottom = std::min(area.bottom, std::max(last.bottom - own.top + margin, box.frame.top + 1));
         }
         wchar_t title[257] = L"";

@@ -69,13 +69,15 @@ public:
     void AddFrame(const wchar_t* title, SIZE size, bool oversize, WNDPROC procedure, void* object);
     // A title beside the buttons.
     void AddTitle(const wchar_t* title, const RECT& place, bool left);
-    // A button; positions are counted in the order in which they are added. Its procedure gives the messages to
-    // HandleButton.
+    // A button; positions are counted in the order in which they are added, or, reversed, from the last one on. Its
+    // procedure gives the messages to HandleButton.
     HWND AddButton(int id, const wchar_t* text, const RECT& place, DWORD style, WNDPROC procedure, void* object);
     // The setup button "..." at its end.
     void AddSetup(const RECT& place, bool enabled, WNDPROC procedure, void* object);
     // Whether the first position stands last, at the right end of the last row; before the frame. Off at first.
     void SetReversed(bool reversed) noexcept { m_reversed = reversed; }
+    // Whether the second press of a double click is a click like the first. Off at first: a double click asks once.
+    void SetEveryPress(bool every) noexcept { m_everyPress = every; }
     // The font of all buttons, the setup button's as well.
     void SetButtonFonts(HFONT font) const;
     // Any other child.
@@ -112,10 +114,13 @@ public:
     // enabled or disabled.
     std::optional<LRESULT> HandleWindow(const Message& message);
     // Of a button: the pointer over the setup button, arrow keys (`columns` buttons stand in a row), Enter, and the
-    // second press of a double click, which is a click like the first.
+    // second press of a double click.
     std::optional<LRESULT> HandleButton(const Message& message, int columns);
     // Of the frame: paints it around the buttons, and leaves out what stands on it.
     std::optional<LRESULT> HandleFrame(const Message& message);
+
+    // The height of a title of the frame, unzoomed.
+    static long TitleHeight(bool bold);
 
     // Paints the setup button as WM_DRAWITEM asks.
     void DrawSetup(const DRAWITEMSTRUCT& item) const;
@@ -137,6 +142,7 @@ private:
     bool m_setupHovered = false;
     bool m_tabStop = false;
     bool m_reversed = false;
+    bool m_everyPress = false;
     int m_lostFocus = 0;  // the id of the child that had it
 };
 

@@ -5,6 +5,7 @@
 #include <kxdevui/zfocus/zstack_ids.h>
 #include <kxdevui/zfocus/zstack_rules.h>
 #include <kxdevui/zfocus/zstack_window.h>
+#include <kxsystem/kx_number.h>
 #include <kxsystem/kx_translation.h>
 
 #include <algorithm>
@@ -24,9 +25,7 @@ constexpr wchar_t kNotSet[] = L"N/A";
 CKxStringW Translated(const wchar_t* text) { return KX_GetTranslation(text, L"devgui_zstack"); }
 
 CKxStringW Formatted(const wchar_t* format, Position value) {
-    CKxStringW text(kNotSet);
-    if (value) text.Format(40, format, *value);
-    return text;
+    return value ? KX_FormatNumber(format, *value) : CKxStringW(kNotSet);
 }
 
 // A distance from home, or from 0 where there is none.

@@ -8,6 +8,7 @@
 #include <kxdevui/framework/devgui.h>
 #include <kxdevui/zfocus/zstack_ids.h>
 #include <kxdevui/zfocus/zstack_window.h>
+#include <kxsystem/kx_number.h>
 
 #include <algorithm>
 #include <cmath>
@@ -169,11 +170,7 @@ private:
     COLORREF m_ground, m_stack, m_mark;
 };
 
-std::wstring NumberText(double value) {
-    CKxStringW text;
-    text.Format(40, L"%0.2f", value);
-    return text.str();
-}
+std::wstring NumberText(double value) { return KX_FormatNumber(L"%0.2f", value).str(); }
 
 }  // namespace
 

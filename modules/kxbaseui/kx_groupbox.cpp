@@ -27,6 +27,7 @@ void KX_GroupBoxDraw(HDC dc, const SKxGroupBox& box, unsigned flags) {
     const UINT format = flags & eKxGroupBox_Mnemonic ? DT_SINGLELINE : DT_SINGLELINE | DT_NOPREFIX;
     DrawTextW(dc, box.title, static_cast<int>(box.title.Length()), &text, format | DT_CALCRECT);
     text.right = std::min(text.right, box.frame.right - 2 * kGap);
+    if (box.titleEnd > 0) text.right = std::min(text.right, box.frame.left + box.titleEnd);
     if (text.right <= text.left) return;
     const RECT gap{text.left - kGap, box.frame.top, text.right + kGap, box.frame.top + 1};
     SetDCBrushColor(dc, GetBkColor(dc));

@@ -10,10 +10,12 @@
 struct SKxGroupBox {
     // The line, in pixels of the DC; the title is centred on its upper edge. An empty rectangle draws nothing.
     RECT frame{};
-    // Cut with "..." where it would leave the frame. Empty: a closed frame.
+    // Cut with "..." where it would leave its room. Empty: a closed frame.
     CKxStringW title;
     // Where the title begins, in pixels from the left end of the frame.
     long titleOffset = 8;
+    // Where it must have ended, likewise; 0: where the frame ends.
+    long titleEnd = 0;
 };
 
 // How a box is drawn.

@@ -16,6 +16,7 @@ struct Registry {
     CDMApi_LogDevId lastDevice = 0;
     int lastListener = 0;
     bool grabberActive = false;
+    unsigned failures = 0;
 };
 
 // Never destroyed: devices that are static objects of the host may go after this module's own.
@@ -44,6 +45,12 @@ void Tell(CDMApi_LogDevId id, EKxDeviceChange what) {
 template <class Device>
 constexpr EKxDeviceType kTypeOf = eKxDeviceType_Unknown;
 template <>
+constexpr EKxDeviceType kTypeOf<IKxDeviceNosepiece> = eKxDeviceType_Nosepiece;
+template <>
+constexpr EKxDeviceType kTypeOf<IKxDeviceZDrive> = eKxDeviceType_ZDrive;
+template <>
+constexpr EKxDeviceType kTypeOf<IKxDeviceLightPath> = eKxDeviceType_LightPath;
+template <>
 constexpr EKxDeviceType kTypeOf<IKxDeviceFilterChanger> = eKxDeviceType_FilterChanger;
 template <>
 constexpr EKxDeviceType kTypeOf<IKxDeviceLaserOutput> = eKxDeviceType_LaserOutput;
@@ -54,16 +61,23 @@ constexpr EKxDeviceType kTypeOf<IKxDeviceShutter> = eKxDeviceType_Shutter;
 template <class Device = IKxDevice, class Ask>
 auto Answer(CDMApi_LogDevId id, const char* function, Ask ask) -> decltype(ask(std::declval<Device&>())) {
     IKxDevice* const device = CKxDeviceRegistry::Find(id);
-    if (!device || (kTypeOf<Device> != eKxDeviceType_Unknown && device->GetType() != kTypeOf<Device>)) {
-        KX_LOG(kSource, L"%hs: there is no such device with the number %u", function, id);
-        return {};
-    }
     try {
-        return ask(static_cast<Device&>(*device));
+        if (device && (kTypeOf<Device> == eKxDeviceType_Unknown || device->GetType() == kTypeOf<Device>)) {
+            return ask(static_cast<Device&>(*device));
+        }
+        KX_LOG(kSource, L"%hs: there is no such device with the number %u", function, id);
     } catch (...) {
         KX_LOG(kSource, L"%hs: device %u has thrown an exception", function, id);
-        return {};
+        ++TheRegistry().failures;
     }
+    return {};
+}
+
+// An output that is wanted gets the value; the answer is whether there was one.
+template <class Value>
+bool Give(Value* output, bool known, const Value& value) {
+    if (known && output) *output = value;
+    return known;
 }
 
 }  // namespace
@@ -109,6 +123,7 @@ void CKxDeviceRegistry::RemoveListener(int listener) { TheRegistry().listeners.e
 
 void CKxDeviceRegistry::SetGrabberActive(bool active) { TheRegistry().grabberActive = active; }
 bool CKxDeviceRegistry::IsGrabberActive() noexcept { return TheRegistry().grabberActive; }
+unsigned CKxDeviceRegistry::GetFailureCount() noexcept { return TheRegistry().failures; }
 
 // ---- Any device ----------------------------------------------------------------------------------------------------
 
@@ -129,6 +144,81 @@ CKxStringW DMApi::LogDev_GetPhysDevRTTIName(CDMApi_LogDevId id) {
 }
 CKxDMApiBool DMApi::LogDev_GetCapability(CDMApi_LogDevId id, int capability) {
     return Answer(id, __func__, [=](IKxDevice& device) { return device.GetCapability(capability); });
+}
+
+// ---- Nosepieces, Z drives, light paths -----------------------------------------------------------------------------
+
+long DMApi::Nosepiece_GetPositionCount(CDMApi_LogDevId id) {
+    return Answer<IKxDeviceNosepiece>(id, __func__, [](auto& device) { return device.GetPositionCount(); });
+}
+CKxDMApiBool DMApi::Nosepiece_GetPosition(CDMApi_LogDevId id, long* position) {
+    return Answer<IKxDeviceNosepiece>(id, __func__, [=](auto& device) {
+        long value = -1;
+        const bool known = device.GetPosition(value);
+        return Give(position, known, value);
+    });
+}
+CKxDMApiBool DMApi::Nosepiece_GetDeviceDriven(CDMApi_LogDevId id) {
+    return Answer<IKxDeviceNosepiece>(id, __func__, [](auto& device) { return device.IsDeviceDriven(); });
+}
+CKxDMApiBool DMApi::Nosepiece_GetLocalSelect(CDMApi_LogDevId id) {
+    return Answer<IKxDeviceNosepiece>(id, __func__, [](auto& device) { return device.IsLocalSelect(); });
+}
+CKxDMApiBool DMApi::Nosepiece_GetPositionAvailable(CDMApi_LogDevId id, long position, CKxStringW* reason) {
+    return Answer<IKxDeviceNosepiece>(id, __func__, [=](auto& device) {
+        CKxStringW text;
+        const bool available = device.GetPositionAvailable(position, text);
+        if (reason) *reason = text;
+        return available;
+    });
+}
+CKxStringW DMApi::Nosepiece_GetObjectiveName(CDMApi_LogDevId id, long position) {
+    return Answer<IKxDeviceNosepiece>(id, __func__, [=](auto& device) {
+        CKxStringW name;
+        return device.GetObjectiveName(position, name), name;
+    });
+}
+CKxStringW DMApi::Nosepiece_GetMagnification(CDMApi_LogDevId id, const CKxStringW& name) {
+    return Answer<IKxDeviceNosepiece>(id, __func__, [&](auto& device) {
+        CKxStringW magnification;
+        return device.GetMagnification(name, magnification), magnification;
+    });
+}
+CKxStringW DMApi::Nosepiece_GetObjectiveKey(CDMApi_LogDevId id, long position) {
+    return Answer<IKxDeviceNosepiece>(id, __func__, [=](auto& device) {
+        CKxStringW key;
+        return device.GetObjectiveKey(position, key), key;
+    });
+}
+CKxDMApiBool DMApi::ZDrive_GetRange(CDMApi_LogDevId id, double* minimum, double* maximum) {
+    return Answer<IKxDeviceZDrive>(id, __func__, [=](auto& device) {
+        double low = 0, high = 0;
+        device.GetRange(low, high);
+        return Give(minimum, true, low) && Give(maximum, true, high);
+    });
+}
+CKxDMApiBool DMApi::ZDrive_GetPosition(CDMApi_LogDevId id, double* position) {
+    return Answer<IKxDeviceZDrive>(id, __func__, [=](auto& device) {
+        double value = 0;
+        const bool known = device.GetPosition(value);
+        return Give(position, known, value);
+    });
+}
+long DMApi::LightPath_GetPositionCount(CDMApi_LogDevId id) {
+    return Answer<IKxDeviceLightPath>(id, __func__, [](auto& device) { return device.GetPositionCount(); });
+}
+CKxStringW DMApi::LightPath_GetPositionName(CDMApi_LogDevId id, long position) {
+    return Answer<IKxDeviceLightPath>(id, __func__, [=](auto& device) {
+        CKxStringW name;
+        return device.GetPositionName(position, name), name;
+    });
+}
+CKxDMApiBool DMApi::LightPath_GetPosition(CDMApi_LogDevId id, long* position) {
+    return Answer<IKxDeviceLightPath>(id, __func__, [=](auto& device) {
+        long value = -1;
+        const bool known = device.GetPosition(value);
+        return Give(position, known, value);
+    });
 }
 
 // ---- Filter changers -----------------------------------------------------------------------------------------------

@@ -42,6 +42,10 @@ public:
     // Whether a camera acquires images: shutters look different then. False at first.
     static void SetGrabberActive(bool active);
     static bool IsGrabberActive() noexcept;
+
+    // How many of DMApi's questions have been answered with nothing because the device threw an exception: who shows
+    // answers compares the count before and after, and lets what it shows stand when it has grown.
+    static unsigned GetFailureCount() noexcept;
 };
 
 // The boolean answer of the device manager.
@@ -67,6 +71,26 @@ struct KXDEVICES_API DMApi {
     static CKxStringW LogDev_GetShortName(CDMApi_LogDevId id);
     static CKxStringW LogDev_GetPhysDevRTTIName(CDMApi_LogDevId id);
     static CKxDMApiBool LogDev_GetCapability(CDMApi_LogDevId id, int capability);
+
+    // Of nosepieces. Outputs, which may be null, are left as they are where false is returned: no such device, or a
+    // position that is not known; the reason why a position is not available is told with false.
+    static long Nosepiece_GetPositionCount(CDMApi_LogDevId id);
+    static CKxDMApiBool Nosepiece_GetPosition(CDMApi_LogDevId id, long* position);
+    static CKxDMApiBool Nosepiece_GetDeviceDriven(CDMApi_LogDevId id);
+    static CKxDMApiBool Nosepiece_GetLocalSelect(CDMApi_LogDevId id);
+    static CKxDMApiBool Nosepiece_GetPositionAvailable(CDMApi_LogDevId id, long position, CKxStringW* reason);
+    static CKxStringW Nosepiece_GetObjectiveName(CDMApi_LogDevId id, long position);
+    static CKxStringW Nosepiece_GetMagnification(CDMApi_LogDevId id, const CKxStringW& name);
+    static CKxStringW Nosepiece_GetObjectiveKey(CDMApi_LogDevId id, long position);
+
+    // Of Z drives, in micrometres; outputs as above.
+    static CKxDMApiBool ZDrive_GetRange(CDMApi_LogDevId id, double* minimum, double* maximum);
+    static CKxDMApiBool ZDrive_GetPosition(CDMApi_LogDevId id, double* position);
+
+    // Of light paths; the output as above.
+    static long LightPath_GetPositionCount(CDMApi_LogDevId id);
+    static CKxStringW LightPath_GetPositionName(CDMApi_LogDevId id, long position);
+    static CKxDMApiBool LightPath_GetPosition(CDMApi_LogDevId id, long* position);
 
     // Of filter changers.
     static long FilterChanger_GetFilterCount(CDMApi_LogDevId id);

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <cstdarg>
+#include <cwchar>
 #include <string_view>
 #include <system_error>
 
@@ -105,10 +107,47 @@ private:
     int m_point = 0;
 };
 
+// What stands between a number and its decimals in the program's locale. The C runtime can be asked for it in other
+// ways, but this one is sure to be what it writes.
+wchar_t LocalPoint() {
+    std::array<wchar_t, 16> text{};
+    std::swprintf(text.data(), text.size(), L"%.1f", 0.5);
+    return text[1];
+}
+
 }  // namespace
 
 bool KX_StringToDouble(const wchar_t* text, double& value) {
     const std::wstring_view trimmed = Trim(text ? text : L"");
     Number number;
     return trimmed.size() <= c_maxLength && number.Read(trimmed) && number.Value(value);
+}
+
+CKxStringW KX_FormatNumber(const wchar_t* format, ...) {
+    const wchar_t point = LocalPoint();
+    // Stands for the format's own commas while those of the numbers are exchanged; no character of any text.
+    constexpr wchar_t c_kept = 0xFFFE;
+    std::wstring plain(format ? format : L"");
+    if (point != L'.') std::replace(plain.begin(), plain.end(), point, c_kept);
+    CKxStringW text;
+    va_list arguments;
+    va_start(arguments, format);
+    text.FormatV(c_maxLength, plain.c_str(), arguments);
+    va_end(arguments);
+    if (point == L'.') return text;
+    std::replace(text.str().begin(), text.str().end(), point, L'.');
+    std::replace(text.str().begin(), text.str().end(), c_kept, point);
+    return text;
+}
+
+double KX_LeadingNumber(const wchar_t* text, std::size_t* length) {
+    std::wstring local(text ? text : L"");
+    if (const wchar_t point = LocalPoint(); point != L'.') {
+        local.resize(std::min(local.size(), local.find(point)));
+        std::replace(local.begin(), local.end(), L'.', point);
+    }
+    wchar_t* end = nullptr;
+    const double value = std::wcstod(local.c_str(), &end);
+    if (length) *length = static_cast<std::size_t>(end - local.c_str());
+    return value;
 }

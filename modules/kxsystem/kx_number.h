@@ -1,6 +1,7 @@
-// Numbers typed by users.
+// Numbers typed by users, and numbers as texts: the same whatever locale the program has set, as hosts do (setlocale).
 #pragma once
 
+#include <kxsystem/kx_string.h>
 #include <kxsystem/kxsystem_api.h>
 
 // Converts a whole text to a number, or refuses it and leaves `value` as it is. Taken are: blanks, tabs and no-break
@@ -11,3 +12,12 @@
 // "1,234" is 1.234: there is no grouping. The result does not depend on the language of the system. May be called from
 // any thread.
 KXSYSTEM_API bool KX_StringToDouble(const wchar_t* text, double& value);
+
+// Numbers by a printf-style format, with the point of the C locale: "%0.2f" of 0.5 is "0.50". For conversions of numbers
+// only: a text among the arguments may lose its commas. Cut to 1,000 characters; empty for a null format. May be called
+// from any thread that does not change the locale meanwhile.
+KXSYSTEM_API CKxStringW KX_FormatNumber(const wchar_t* format, ...);
+
+// The number that a text begins with, as wcstod reads it in the C locale: blanks before it are skipped, "2.5x" is 2.5,
+// "2,5x" is 2. `length` gets how many characters it took; 0 and 0 when there is none, or for null.
+KXSYSTEM_API double KX_LeadingNumber(const wchar_t* text, std::size_t* length = nullptr);

@@ -169,6 +169,21 @@ TEST(Helpers, ReadsNumbersFromEdits) {
         int whole = 77;
         EXPECT_EQ(GetWndDouble(edit, number), row.number != 77) << Narrow(row.text);
         EXPECT_EQ(GetWndInt(edit, whole), row.whole != 77) << Narrow(row.text);
+        SetSettingsSource([&](const wchar_t*, const wchar_t* name, CKxStringW& value) {
+            if (std::wstring(name) == L"bad") throw 1;
+            value = row.text;
+            return std::wstring(name) == L"known";
+        });
+        for (const wchar_t* name : {L"bad", L"unknown", L"known"}) {
+            double setting = 77;
+            int wholeSetting = 77;
+            const bool known = std::wstring(name) == L"known";
+            EXPECT_EQ(GetSettingDouble(L"s", name, setting), known && row.number != 77) << Narrow(row.text);
+            EXPECT_EQ(GetSettingInt(L"s", name, wholeSetting), known && row.whole != 77) << Narrow(row.text);
+            EXPECT_EQ(setting, known ? row.number : 77);
+            EXPECT_EQ(wholeSetting, known ? row.whole : 77);
+        }
+        SetSettingsSource(nullptr);
         EXPECT_EQ(number, row.number);
         EXPECT_EQ(whole, row.whole);
     }

@@ -17,7 +17,7 @@ sources() {
   svg) echo modules/kxbaseui/kx_{path,raster,svg,svgstyle,svgvalues,xml}.cpp ;;
   svgstring) echo modules/kxbaseui/kx_svgstring.cpp ;;
   zstackrules) echo modules/kxdevices/kx_zstackrules.cpp ;;
-  editbox) echo kxdevui/controls/editbox_rules.cpp ;;
+  editbox) echo kxdevui/controls/editbox_rules.cpp modules/kxsystem/kx_number.cpp ;;
   config) echo host/config/config_{file,infer}.cpp modules/kxsystem/kx_number.cpp ;;
   hpot) echo kxdevui/controls/hpot_{rules,ticks}.cpp ;;
   colorslider) echo kxdevui/light/colorslider_rules.cpp kxdevui/controls/hpot_{rules,ticks}.cpp ;;
@@ -94,7 +94,7 @@ colorslider s/std::min(minimum, maximum), 0, count/minimum, 0, count/
 colorslider s/ticks.back().position != tick.position/true/
 colorslider s/\*size = Size(\*size);/static_cast<void>(Size(*size));/
 editbox s/if (++count > kMostDigits)/if (++count > kMostDigits + 1)/
-editbox s/ || rest != piece.c_str() + piece.size()//
+editbox s/ || taken != piece.size()//
 editbox s/for (const double factor : {10.0, 5.0, 2.0, 1.0})/for (const double factor : {10.0, 5.0, 1.0})/
 editbox s/if (steps != 0 \&\& moved == value)/if (false)/
 config s/fields\[2\], 0, Bounds::position)/fields[2], 0, Bounds::position + 1)/

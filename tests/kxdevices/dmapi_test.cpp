@@ -77,6 +77,41 @@ TEST(DMApi, AnswersWhatItCannotKnowWithNothing) {
     EXPECT_EQ(DMApi::Shutter_GetShutterType(shutter.GetLogDevId()), eKxShutterType_Aux1);
 }
 
+TEST(DMApi, AsksNosepiecesDrivesAndLightPaths) {
+    struct Thrower : CKxSimZDrive {
+        using CKxSimZDrive::CKxSimZDrive;
+        bool GetPosition(double&) const override { throw std::runtime_error("gone"); }
+    };
+    CKxSimMicroscope microscope;
+    auto& nosepiece = microscope.Add<CKxSimNosepiece>(
+        L"N", std::vector<SKxSimObjective>{{L"Plan 10x", L"10x", L"key"}, {L"", L"", L""}});
+    auto& drive = microscope.Add<CKxSimZDrive>(L"Z", SKxSimRange{10, 2000});
+    auto& path = microscope.Add<CKxSimLightPath>(L"P", std::vector<std::wstring>{L"Eye", L"Left"});
+    nosepiece.SetAvailable(1, false);
+    const unsigned n = nosepiece.GetLogDevId(), z = drive.GetLogDevId(), p = path.GetLogDevId();
+    long position = -1;
+    CKxStringW reason;
+    EXPECT_EQ(DMApi::Nosepiece_GetPositionCount(n), 2);
+    EXPECT_TRUE(DMApi::Nosepiece_GetPosition(n, &position) && position == 0);
+    EXPECT_TRUE(DMApi::Nosepiece_GetDeviceDriven(n) && !DMApi::Nosepiece_GetLocalSelect(n));
+    EXPECT_TRUE(DMApi::Nosepiece_GetPositionAvailable(n, 0, nullptr));
+    EXPECT_TRUE(!DMApi::Nosepiece_GetPositionAvailable(n, 1, &reason) && !reason.IsEmpty());
+    EXPECT_EQ(DMApi::Nosepiece_GetMagnification(n, DMApi::Nosepiece_GetObjectiveName(n, 0)), L"10x");
+    EXPECT_EQ(DMApi::Nosepiece_GetObjectiveKey(n, 0), L"key");
+    double low = 0, high = 0, at = 0;
+    EXPECT_TRUE(DMApi::ZDrive_GetRange(z, &low, &high) && low == 10 && high == 2000);
+    EXPECT_TRUE(DMApi::ZDrive_GetPosition(z, &at) && at == 10);
+    path.MoveTo(1);
+    EXPECT_FALSE(DMApi::LightPath_GetPosition(p, &(position = 7)) || position != 7) << "on its way";
+    EXPECT_EQ(DMApi::LightPath_GetPositionCount(p), 2);
+    EXPECT_EQ(DMApi::LightPath_GetPositionName(p, 1), L"Left");
+    EXPECT_FALSE(DMApi::ZDrive_GetPosition(p, &(at = 3)) || at != 3) << "of another kind";
+    const unsigned failures = CKxDeviceRegistry::GetFailureCount();
+    Thrower thrower(L"T", SKxSimRange{0, 1});
+    EXPECT_FALSE(DMApi::ZDrive_GetPosition(CKxDeviceRegistry::Add(thrower), &at) || at != 3);
+    EXPECT_EQ(CKxDeviceRegistry::GetFailureCount(), failures + 1);
+}
+
 TEST(SimulatedDevices, TakeTimeStopAndFail) {
     Clock clock(std::numeric_limits<unsigned>::max() - 400);  // wraps around on the way
     Listener listener;

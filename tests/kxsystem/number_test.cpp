@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <clocale>
 #include <cmath>
 #include <optional>
 #include <string>
@@ -68,4 +69,27 @@ TEST(StringToDouble, LongNumbers) {
     };
     for (const auto& c : cases)
         ExpectNumber(c.text.c_str(), c.value);
+}
+
+// Hosts set the locale of their users.
+TEST(FormatNumber, WritesAndReadsAsInTheCLocale) {
+    for (const char* locale : {"C", "German"}) {
+        ASSERT_TRUE(std::setlocale(LC_ALL, locale)) << locale;
+        wchar_t local[8] = L"";
+        std::swprintf(local, 8, L"%.1f", 0.5);
+        EXPECT_EQ(local[1], *locale == 'C' ? L'.' : L',') << "the C runtime's own";
+        EXPECT_EQ(KX_FormatNumber(L"<%0.2f, %+g>, %d", 0.5, 1.25, 3), L"<0.50, +1.25>, 3") << locale;
+        EXPECT_TRUE(KX_FormatNumber(nullptr).IsEmpty());
+        const struct {
+            const wchar_t* text;
+            double value;
+            std::size_t length;
+        } rows[] = {{L" 2.5x", 2.5, 4}, {L"2,5x", 2, 1}, {L"x", 0, 0}, {L"1.5.2", 1.5, 3}, {nullptr, 0, 0}};
+        for (const auto& row : rows) {
+            std::size_t length = 42;
+            EXPECT_EQ(KX_LeadingNumber(row.text, &length), row.value) << locale;
+            EXPECT_EQ(length, row.length) << locale;
+        }
+    }
+    std::setlocale(LC_ALL, "C");
 }

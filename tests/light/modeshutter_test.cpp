@@ -134,9 +134,16 @@ TEST(ModeShutterUpdate, BearsOddDevices) {
     row.SetAperture(kNaN);
     EXPECT_EQ(row.GetAperture(), 15);
     device->softOnly = true;
-    device->fails = true;
-    EXPECT_FALSE(row.Update(device.get(), true, true, true, true));
+    EXPECT_TRUE(row.Update(device.get(), true, true, true, true));
     EXPECT_EQ(row.List(), L"Soft") << "none for a mode that is not offered";
+    const double held = row.GetAperture();
+    device->softOnly = false;
+    device->fails = true;
+    device->SetAperture(20);
+    EXPECT_FALSE(row.Update(device.get(), true, true, true, true));
+    EXPECT_FALSE(row.Update(device->GetLogDevId(), true, true, true, true));
+    EXPECT_EQ(row.GetAperture(), held);
+    EXPECT_EQ(row.List(), L"Soft") << "as before";
     for (const long lie : {-3L, LONG_MAX}) {
         device->lie = lie;
         EXPECT_TRUE(row.Update(device.get(), true, false, false, false));

@@ -6,7 +6,8 @@
 #include <kxbaseui/kx_tooltip.h>
 #include <kxdevui/framework/ui_gdi.h>
 #include <kxdevui/light/devgui_shutter.h>
-#include <kxdevui/light/shutter_images.h>
+#include <kxdevui/framework/devgui.h>
+#include <kxdevui/framework/devgui_messages.h>
 
 #include <commctrl.h>
 
@@ -240,11 +241,12 @@ TEST_F(Shutter, RefusesWhatIsNoShutter) {
     device->Open(true);
     device->fails = true;
     EXPECT_FALSE(shutter.Update(device.get(), true, true, true));
+    EXPECT_FALSE(shutter.Update(id, true, true, true));
+    EXPECT_FALSE(shutter.GetState()) << "as held";
     EXPECT_FALSE(shutter.Update(static_cast<IKxDeviceShutter*>(nullptr), true, true, true));
     CKxSimLightPath other(L"Path", {L"Eye", L"Camera"});
-    const bool flags[3] = {true, true, true};
     for (const unsigned each : {0u, CKxDeviceRegistry::Add(other), 99999u})
-        SendMessageW(shutter, 0x0500, each, reinterpret_cast<LPARAM>(flags));
+        kx::ui::SendDeviceBand(shutter, each, kx::ui::ShutterBand{true, true, true});
     SendMessageW(shutter, 0x0500, id, 0);
     EXPECT_TRUE(Told({}));
     device->fails = false;

@@ -4,6 +4,7 @@
 #include <kxbaseui/kx_bitmappool.h>
 #include <kxbaseui/kx_svgstring.h>
 #include <kxdevui/optics/devgui_filterwheel.h>
+#include <kxdevui/optics/filter_image.h>
 #include <kxsystem/kx_color.h>
 #include <kxsystem/kx_usermanager.h>
 
@@ -18,6 +19,10 @@ public:
     using Asking::Asking;
     using CKxDevUI_FilterWheel::m_hasTitle;
     using CKxDevUI_FilterWheel::m_heightFromTitle;
+    // What hosts' panels call by name.
+    using CKxDevUI_FilterWheel::Btn_OnLButtonDown, CKxDevUI_FilterWheel::BtnWndProc, CKxDevUI_FilterWheel::WndProc;
+    using CKxDevUI_FilterWheel::CreateControls, CKxDevUI_FilterWheel::DestroyControls;
+    using CKxDevUI_FilterWheel::OnCommand, CKxDevUI_FilterWheel::OnDrawItem, CKxDevUI_FilterWheel::RedrawButtons;
 };
 
 struct Device : Registered<CKxSimFilterChanger> {
@@ -56,9 +61,17 @@ TEST_F(FilterWheel, ColoursTheBandsInTheirOrder) {
     }
 }
 
+TEST(FilterImage, TakesNoColourForAPlaceholder) {
+    const unsigned long colors[] = {0x010203, 0x01FF00};
+    EXPECT_STREQ(kx::ui::ColorBands("#00FF01 #00FF02", colors), "#030201 #00FF01");
+    const unsigned long backwards[] = {0x02FF00, 0x010203};
+    EXPECT_STREQ(kx::ui::ColorBands("#00FF01 #00FF02", backwards), "#00FF02 #030201");
+}
+
 TEST_F(FilterWheel, LaysOutItsGrid) {
     EXPECT_FALSE(panel.Update(nullptr, true, true, true));
     EXPECT_FALSE(panel.Update(4711u, true, true, true));
+    panel.CreateControls();
     EXPECT_EQ(HeightOf(Open()), 48) << "no filter";
     const struct {
         int count;
@@ -73,6 +86,9 @@ TEST_F(FilterWheel, LaysOutItsGrid) {
         EXPECT_EQ(std::pair(last.left, last.top), std::pair(row.last.x, row.last.y));
         EXPECT_EQ(HeightOf(panel), row.height);
         EXPECT_FALSE(ChildOf(panel, kButton + row.shown));
+        panel.DestroyControls();
+        EXPECT_FALSE(GetWindow(panel, GW_CHILD));
+        panel.CreateControls();
         EXPECT_EQ(PlaceOf(panel, kSetup).left, 256 - 24 - 16);
     }
     Device one(1);

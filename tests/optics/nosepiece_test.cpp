@@ -18,6 +18,15 @@ class Turret : public Asking<CKxDevUI_Nosepiece> {
 public:
     using Asking::Asking;
     using CKxDevUI_Nosepiece::GetObjectiveBitmap;
+    // What hosts' panels call by name.
+    using CKxDevUI_Nosepiece::Btn_OnMouseLeave, CKxDevUI_Nosepiece::Btn_OnMouseMove;
+    using CKxDevUI_Nosepiece::BtnWndProc, CKxDevUI_Nosepiece::GroupWndProc, CKxDevUI_Nosepiece::WndProc;
+    using CKxDevUI_Nosepiece::CreateControls, CKxDevUI_Nosepiece::DestroyControls;
+    using CKxDevUI_Nosepiece::Group_OnEraseBkGnd, CKxDevUI_Nosepiece::Group_OnPaint;
+    using CKxDevUI_Nosepiece::OnCommand, CKxDevUI_Nosepiece::OnEraseBkGnd;
+    using CKxDevUI_Nosepiece::OnDrawItem, CKxDevUI_Nosepiece::OnDrawItem_Observation;
+    using CKxDevUI_Nosepiece::OnMouseLeave, CKxDevUI_Nosepiece::OnMouseMove;
+    using CKxDevUI_Nosepiece::RedrawButtons, CKxDevUI_Nosepiece::RedrawObservation;
 };
 
 std::vector<SKxSimObjective> Objectives(int count) {
@@ -130,6 +139,38 @@ TEST_F(Nosepiece, AsksForSetupAndModesApart) {
         }));
     }
     EXPECT_EQ(Picture::OnScreen(first), calm);
+}
+
+TEST_F(Nosepiece, KeepsWhatItIsGivenAndRebuilds) {
+    panel.CreateControls();
+    panel.Init(3, 7, false, false);
+    EXPECT_EQ(panel.GetPosition(), 7) << "known or not";
+    panel.ShowObservationMode(true);
+    Open();
+    ClickChild(panel, kButton + 2);
+    EXPECT_EQ(panel.GetPosition(), 2);
+    // A container's way, and then the panel's own.
+    EnableWindow(panel, FALSE);
+    for (const bool enable : {false, true}) {
+        panel.SetEnable(enable, false);
+        for (int i = 0; i < 3; ++i)
+            EXPECT_EQ(IsUsable(panel, kLabel + i), enable);
+    }
+    EnableWindow(panel, TRUE);
+    panel.DestroyControls();
+    EXPECT_FALSE(GetWindow(panel, GW_CHILD));
+    panel.CreateControls();
+    EXPECT_TRUE(IsBold(ChildOf(panel, kLabel + 2)));
+    UpdateWindow(panel);
+    for (const int id : {kButton, kObservation}) {
+        id == kButton ? panel.RedrawButtons() : panel.RedrawObservation();
+        EXPECT_TRUE(GetUpdateRect(ChildOf(panel, id), nullptr, FALSE));
+        Pump();
+    }
+    parent.Record().Clear();
+    EXPECT_EQ(panel.OnCommand(MAKEWPARAM(kButton + 1, BN_CLICKED), 0), 1);
+    EXPECT_EQ(panel.OnCommand(MAKEWPARAM(kButton + 1, BN_DBLCLK), 0), 0);
+    EXPECT_TRUE(Told({Call("position", 1)}));
 }
 
 TEST_F(Nosepiece, IsWorkedByKeys) {

@@ -1,7 +1,10 @@
 // The switcher panel: rows of buttons, ports of laser units, positions of mirrors.
 #include "panel_test.h"
 
+#include <kxdevui/light/devgui_shutter.h>
+#include <kxdevui/optics/devgui_filterwheel.h>
 #include <kxdevui/optics/devgui_switcher.h>
+#include <kxsystem/kx_locale.h>
 
 namespace {
 
@@ -12,6 +15,8 @@ constexpr int kButton = 10201;
 class Switch : public Asking<CKxDevUI_Switcher> {
 public:
     using Asking::Asking;
+    using CKxDevUI_Switcher::CreateControls, CKxDevUI_Switcher::DestroyControls, CKxDevUI_Switcher::OnCommand;
+    using CKxDevUI_Switcher::RedrawButtons, CKxDevUI_Switcher::WndProc;
 
 protected:
     void OnSetPortSingleRequest(long port) override { Asked("port", port); }
@@ -59,7 +64,11 @@ TEST_F(Switcher, PlacesItsButtons) {
             EXPECT_EQ(HeightOf(panel), row.height) << "the same the second time";
         }
         EXPECT_EQ(HeightOf(ChildOf(panel, 10000)), row.height > 32 ? row.height + 4 : 32);
+        EXPECT_EQ(GetWindow(ChildOf(panel, kButton + 1), GW_HWNDNEXT), ChildOf(panel, kButton + (row.invert ? 0 : 2)))
+            << "made from left to right";
     }
+    panel.Create(parent.Window(), 0, 0, 250, 44, true, true);
+    EXPECT_GT(PlaceOf(panel, kButton).top, kx::ui::PositionPanel::TitleHeight(false)) << "below the caption";
 }
 
 TEST_F(Switcher, ReadsLaserUnits) {
@@ -109,16 +118,16 @@ TEST_F(Switcher, AsksForPositionsAndPorts) {
     EXPECT_TRUE(Told({Call("position", 2), Call("position", 2)}));
     panel.meanwhile = nullptr;
 
-    // Ports: nothing shows before the device has answered, by mouse or keys.
+    // Ports: each press asks, and nothing shows before the device has answered, by mouse or keys.
     panel.SetBoolMoreThanOnePortCanBeActive(true);
     panel.Update(&laser, true, true, true);
     EXPECT_EQ(Down(panel), "+--");
-    ClickChild(panel, kButton + 1);
+    DoubleClick(ChildOf(panel, kButton + 1), 5, 5);
     const DialogKeys keys(parent.Window());
     Key(VK_RIGHT);
     Key(VK_SPACE);
     EXPECT_EQ(Down(panel), "+--");
-    EXPECT_TRUE(Told({Call("port", 1), Call("port", 2)}));
+    EXPECT_TRUE(Told({Call("port", 1), Call("port", 1), Call("port", 2)}));
     panel.SetPortSingle(1, true);
     panel.SetPortSingle(9, true);
     EXPECT_EQ(Down(panel), "++-");
@@ -141,6 +150,13 @@ TEST_F(Switcher, ReadsMirrorsAndRefusesTheUnknown) {
     EXPECT_FALSE(panel.Update(4711u, true, true, true));
     EXPECT_FALSE(panel.Update(static_cast<IKxDeviceLightPath*>(nullptr), true, true, true));
     EXPECT_EQ(Down(panel), "+-");
+    CKxLocale::SetModuleLangId(LANG_JAPANESE);
+    EXPECT_STREQ(CKxDevUI_Switcher().GetTitle(), L"切り替え");
+    EXPECT_STREQ(CKxDevUI_FilterWheel().GetTitle(), L"フィルター");
+    EXPECT_STREQ(CKxDevUI_Shutter().GetTitle(), L"落射");
+    panel.Update(&mirror, false, true, false);
+    EXPECT_EQ(TextOf(ChildOf(panel, kButton)), L"落射");
+    CKxLocale::SetModuleLangId(0);
     Path many(L"Many", Names(40, L"x"));
     panel.Update(&many, true, true, true);
     EXPECT_EQ(Down(panel).size(), 16u);

@@ -88,7 +88,7 @@ protected:
 
     std::string CheckOwn() override {
         const auto position = control_->GetPosition();
-        return position < -1 || position >= 40 ? "a position that is not there" : "";
+        return position < -3 || position > 40 ? "a position that is not there" : "";
     }
 
     void Change(int n) override { Exchange(n % 10); }
