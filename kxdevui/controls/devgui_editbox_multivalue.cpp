@@ -69,8 +69,7 @@ CKxStringW CKxDevUI_EditBoxMultiValue::FindFault() const {
     for (const double value : values) {
         if (kx::ui::ViolatedBound(value, m_minimum, m_maximum) == kx::ui::Bound::None) continue;
         const wchar_t* text = L"Value out of range: %g\nValue must be in interval <%g;%g>";
-        message.Format(100, L"%ls",
-                       KX_FormatNumber(TranslatedFormat(text, 3), value, m_minimum, m_maximum).c_str());
+        message.Format(100, L"%ls", KX_FormatNumber(TranslatedFormat(text, 3), value, m_minimum, m_maximum).c_str());
         break;
     }
     return message;

@@ -147,9 +147,7 @@ HBITMAP CKxDevUI_HPot::CreateLinearRegionsScaleBitmap(bool enabled) { return Cre
 
 HBITMAP CKxDevUI_HPot::CreateLinearBitmap(bool enabled) { return CreateScaleBitmap(enabled); }
 HBITMAP CKxDevUI_HPot::CreateNonlinearBitmap(bool enabled) { return CreateNonlinearScaleBitmap(enabled); }
-HBITMAP CKxDevUI_HPot::CreateLinearRegionsBitmap(bool enabled) {
-    return CreateLinearRegionsScaleBitmap(enabled);
-}
+HBITMAP CKxDevUI_HPot::CreateLinearRegionsBitmap(bool enabled) { return CreateLinearRegionsScaleBitmap(enabled); }
 HBITMAP CKxDevUI_HPot::CreateColorSliderBitmap(bool enabled) { return CreateScaleBitmap(enabled); }
 
 void CKxDevUI_HPot::SetTransparent(bool transparent) {

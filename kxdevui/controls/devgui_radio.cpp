@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cwchar>
 #include <iterator>
+#include <memory>
 #include <string>
 
 #include <kxbaseui/kx_fonts.h>
@@ -37,15 +38,16 @@ bool CanBeClicked(HWND button) {
     return (style & WS_VISIBLE) && !(style & WS_DISABLED);
 }
 
-// The next button that can be chosen, around the end if need be.
-HWND NextButton(HWND button, int step) {
-    const UINT way = step < 0 ? GW_HWNDPREV : GW_HWNDNEXT, around = step < 0 ? GW_HWNDLAST : GW_HWNDFIRST;
-    HWND next = button;
-    do {
-        const HWND sibling = GetWindow(next, way);
-        next = sibling ? sibling : GetWindow(next, around);
-    } while (next != button && (!IsRadioButton(next) || !CanBeClicked(next)));
-    return next;
+// The button that an arrow key leads to from this one.
+HWND Neighbour(HWND button, int step) {
+    std::vector<HWND> buttons;
+    for (HWND each = GetWindow(button, GW_HWNDFIRST); each; each = GetWindow(each, GW_HWNDNEXT)) {
+        if (IsRadioButton(each)) buttons.push_back(each);
+    }
+    const auto usable = std::make_unique<bool[]>(buttons.size());
+    std::transform(buttons.begin(), buttons.end(), usable.get(), CanBeClicked);
+    const auto from = std::find(buttons.begin(), buttons.end(), button) - buttons.begin();
+    return buttons[static_cast<std::size_t>(NextButton(static_cast<int>(from), step, {usable.get(), buttons.size()}))];
 }
 
 void ReleaseOthers(HWND button) {
@@ -62,7 +64,7 @@ LRESULT CALLBACK ButtonProc(HWND button, UINT id, WPARAM wParam, LPARAM lParam) 
     const LRESULT arrows = id == WM_GETDLGCODE && lParam != 0 ? DLGC_WANTARROWS : 0;
     if (id == BM_SETCHECK && wParam == BST_CHECKED) ReleaseOthers(button);
     if (const int step = id == WM_KEYDOWN ? StepOf(wParam) : 0) {
-        const HWND next = NextButton(button, step);
+        const HWND next = Neighbour(button, step);
         SetFocus(next);
         if (next != button) SendMessageW(next, BM_CLICK, 0, 0);
         return 0;

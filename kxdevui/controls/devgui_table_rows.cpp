@@ -165,9 +165,9 @@ int CKxDevUI_Table::Search(const wchar_t* text, int column) {
     wanted.flags = LVFI_STRING;
     wanted.psz = Text(text);
     const auto next = [&](int after) {
-        return m_list ? static_cast<int>(Ask(LVM_FINDITEMW, static_cast<WPARAM>(after),
-                                                      reinterpret_cast<LPARAM>(&wanted)))
-                      : -1;
+        return m_list
+                   ? static_cast<int>(Ask(LVM_FINDITEMW, static_cast<WPARAM>(after), reinterpret_cast<LPARAM>(&wanted)))
+                   : -1;
     };
     // The list view takes upper and lower case for the same.
     std::wstring cell(std::wcslen(wanted.psz) + 2, 0);
@@ -184,6 +184,5 @@ int CKxDevUI_Table::Search(std::int64_t userData, int) {
     wanted.flags = LVFI_PARAM;
     wanted.lParam = static_cast<LPARAM>(userData);
     if (!m_list) return -1;
-    return static_cast<int>(
-        Ask(LVM_FINDITEMW, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(&wanted)));
+    return static_cast<int>(Ask(LVM_FINDITEMW, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(&wanted)));
 }

@@ -83,7 +83,8 @@ void CKxDevUI_Base::MoveWindow(long x, long y) {
 
 void CKxDevUI_Base::MoveWindowRelative(long dx, long dy) {
     const RECT rect = RectInParent(m_hWnd);
-    ::MoveWindow(m_hWnd, kx::ui::Sum(rect.left, dx), kx::ui::Sum(rect.top, dy), rect.right - rect.left, rect.bottom - rect.top, TRUE);
+    ::MoveWindow(m_hWnd, kx::ui::Sum(rect.left, dx), kx::ui::Sum(rect.top, dy), rect.right - rect.left,
+                 rect.bottom - rect.top, TRUE);
 }
 
 void CKxDevUI_Base::ResizeWindow(long cx, long cy) {

@@ -9,8 +9,8 @@ namespace kx::ui {
 // Logs the exception that is being handled, which a device has thrown, under the name of the control's source.
 KXDEVUI_API void LogDeviceFailure(const wchar_t* source, CDMApi_LogDevId device) noexcept;
 
-// Runs `ask`, which asks a device by its interface or through DMApi, and stores the answers without showing any of them.
-// False when an answer has failed: then nothing of them may be shown.
+// Runs `ask`, which asks a device by its interface or through DMApi, and stores the answers without showing any of
+// them. False when an answer has failed: then nothing of them may be shown.
 template <class Ask>
 bool AskDevice(const wchar_t* source, CDMApi_LogDevId device, Ask&& ask) noexcept {
     const unsigned failures = CKxDeviceRegistry::GetFailureCount();

@@ -19,8 +19,8 @@ BOOL CALLBACK AppendLanguage(HMODULE, const wchar_t*, const wchar_t*, WORD langu
 
 HRSRC FindDialog(const wchar_t* name, HINSTANCE module) noexcept {
     if (!name) return nullptr;
-    // The platform's own search for a language would end at the neutral form of it, so "German (Austria)" would not find
-    // "German (Germany)".
+    // The platform's own search for a language would end at the neutral form of it, so "German (Austria)" would not
+    // find "German (Germany)".
     std::vector<LANGID> languages;
     EnumResourceLanguagesW(module, RT_DIALOG, name, AppendLanguage, reinterpret_cast<LONG_PTR>(&languages));
     const int chosen = ChooseLanguage(languages, CKxLocale::GetModuleLangId(), CKxLocale::GetSecondaryLangID());
@@ -28,7 +28,7 @@ HRSRC FindDialog(const wchar_t* name, HINSTANCE module) noexcept {
     return FindResourceExW(module, RT_DIALOG, name, languages[static_cast<std::size_t>(chosen)]);
 }
 
-} // namespace
+}  // namespace
 
 int ChooseLanguage(std::span<const LANGID> available, LANGID current, LANGID fallback) noexcept {
     const auto find = [available](auto fits) {
@@ -79,4 +79,4 @@ std::vector<std::byte> CopyTemplateAsHiddenChild(const wchar_t* name, HINSTANCE 
     return copy;
 }
 
-} // namespace kx::ui
+}  // namespace kx::ui

@@ -306,8 +306,8 @@ public:
     int SetHPotLeft(int x);
     int SetHPotLeftRange(int x);
 
-    // Whether Tab stops at the thumbs, and finds the edit boxes; at first not. The control's own window is then none of the
-    // stops.
+    // Whether Tab stops at the thumbs, and finds the edit boxes; at first not. The control's own window is then none of
+    // the stops.
     void SetTabStop(bool stop);
     // Passed on to all inside; a line that has changed meanwhile is drawn anew.
     void SetEnabled(bool enable) override;

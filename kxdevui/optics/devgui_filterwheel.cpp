@@ -12,7 +12,7 @@
 #include <kxbaseui/kx_tooltip.h>
 #include <kxdevices/kx_dmapi.h>
 #include <kxdevui/framework/ui_device.h>
-#include <kxdevui/framework/ui_window.h>
+#include <kxdevui/framework/ui_control.h>
 #include <kxdevui/optics/filter_image.h>
 #include <kxfilters/kx_opticalfilter.h>
 #include <kxsystem/kx_translation.h>
@@ -108,7 +108,7 @@ void CKxDevUI_FilterWheel::AddButtons() {
         const long y = (m_gapY + m_buttonHeight) * (i / columns) + m_firstY;
         const HWND button = m_panel.AddButton(kFirstButton + i, L"", {x, y, x + m_buttonWidth, y + m_buttonHeight},
                                               m_enabled ? BS_OWNERDRAW : BS_OWNERDRAW | WS_DISABLED, BtnWndProc, this);
-        SendMessageW(button, WM_SETFONT, reinterpret_cast<WPARAM>(KX_GetDefaultGuiFont()), FALSE);
+        SetFont(button, KX_GetDefaultGuiFont());
     }
     const long setup = m_setupX == -1 ? m_width - m_buttonWidth - m_firstX : m_setupX;
     m_panel.AddSetup({setup, m_firstY, setup + m_buttonWidth, m_firstY + m_buttonHeight}, SetupEnabled(), BtnWndProc,
@@ -240,11 +240,11 @@ void CKxDevUI_FilterWheel::SetTitle(const wchar_t* title) {
 void CKxDevUI_FilterWheel::SetEnable(bool enable, bool frameToo) {
     m_enabled = enable;
     for (const HWND button : m_panel.Buttons())
-        PositionPanel::Enable(button, enable);
-    PositionPanel::Enable(m_panel.Setup(), SetupEnabled());
+        Enable(button, enable);
+    Enable(m_panel.Setup(), SetupEnabled());
     if (!frameToo) return;
     m_panel.EnableFrame(enable);
-    PositionPanel::Enable(m_panel.Title(), enable);
+    Enable(m_panel.Title(), enable);
 }
 
 void CKxDevUI_FilterWheel::SetVisible(bool visible) {

@@ -12,7 +12,7 @@
 #include <kxbaseui/kx_tooltip.h>
 #include <kxdevices/kx_device.h>
 #include <kxdevui/framework/ui_device.h>
-#include <kxdevui/framework/ui_window.h>
+#include <kxdevui/framework/ui_control.h>
 #include <kxfilters/kx_objectives.h>
 #include <kxsystem/kx_number.h>
 #include <kxsystem/kx_translation.h>
@@ -256,7 +256,7 @@ void CKxDevUI_Nosepiece::ShowParameters(const std::vector<CKxStringW>& keys) {
         position.aperture = item.NA;
         position.distance = item.WD;
         UpdateTip(i);
-        PositionPanel::Enable(m_panel.ButtonAt(i), position.available);
+        Enable(m_panel.ButtonAt(i), position.available);
     }
 }
 
@@ -358,7 +358,7 @@ void CKxDevUI_Nosepiece::SetEnable(bool enable, bool frameToo) {
 
 void CKxDevUI_Nosepiece::EnableLabels(bool enable) const {
     for (const HWND label : m_labels)
-        PositionPanel::Enable(label, enable);
+        Enable(label, enable);
 }
 
 void CKxDevUI_Nosepiece::RedrawButtons() const { m_panel.RedrawButtons(); }

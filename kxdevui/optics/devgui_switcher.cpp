@@ -9,7 +9,7 @@
 #include <kxbaseui/kx_schemecontrols.h>
 #include <kxdevices/kx_dmapi.h>
 #include <kxdevui/framework/ui_device.h>
-#include <kxdevui/framework/ui_window.h>
+#include <kxdevui/framework/ui_control.h>
 #include <kxsystem/kx_translation.h>
 
 using namespace kx::ui;
@@ -21,14 +21,6 @@ constexpr int kFirstButton = 10201;
 
 // Where the frame's upper line is.
 constexpr long kFrameTop = 7;
-
-// A button takes '&' for the mark of a mnemonic.
-CKxStringW AsButtonText(const CKxStringW& name) {
-    std::wstring text;
-    for (const wchar_t letter : name.str())
-        text.append(letter == L'&' ? 2 : 1, letter);
-    return text;
-}
 
 bool HasReversedPorts(CDMApi_LogDevId device) {
     const CKxStringW driver = DMApi::LogDev_GetPhysDevRTTIName(device);
@@ -102,12 +94,8 @@ HWND CKxDevUI_Switcher::Create(HWND parent, long x, long y, long width, long hei
 
 void CKxDevUI_Switcher::Destroy() { m_panel.Close(); }
 
-// An automatic radio button shows itself pressed before anybody is asked, which is as it should be for a position and
-// wrong for a port. Each is a group of its own: the platform's search for the others of a group never ends under Wine
-// when one of them is disabled.
-DWORD CKxDevUI_Switcher::ButtonStyle() const {
-    return DWORD{WS_GROUP} | BS_PUSHLIKE | (m_several ? BS_RADIOBUTTON : BS_AUTORADIOBUTTON);
-}
+// To show itself pressed before anybody is asked is as it should be for a position and wrong for a port.
+DWORD CKxDevUI_Switcher::ButtonStyle() const { return PushRadioStyle(!m_several); }
 
 void CKxDevUI_Switcher::DestroyControls() { m_panel.RemoveParts(); }
 
@@ -142,7 +130,7 @@ void CKxDevUI_Switcher::AddPosition(long position, const RECT& place) {
     const HWND button = m_panel.AddButton(kFirstButton + static_cast<int>(position),
                                           AsButtonText(m_ports[static_cast<std::size_t>(position)].name), place,
                                           ButtonStyle(), BtnWndProc, this);
-    SendMessageW(button, WM_SETFONT, reinterpret_cast<WPARAM>(KX_GetDefaultGuiFont()), FALSE);
+    SetFont(button, KX_GetDefaultGuiFont());
     // Otherwise Windows reports a click for a button that only gets the focus.
     SendMessageW(button, BM_SETDONTCLICK, TRUE, 0);
     KX_FollowColorScheme(button);
@@ -241,7 +229,7 @@ void CKxDevUI_Switcher::SetName(long position, const CKxStringW& name) {
 
 void CKxDevUI_Switcher::EnableButton(long position) const {
     const Port& port = m_ports[static_cast<std::size_t>(position)];
-    PositionPanel::Enable(m_panel.ButtonAt(position), m_enabled && m_panel.IsEnabled() && port.usable && !port.locked);
+    Enable(m_panel.ButtonAt(position), m_enabled && m_panel.IsEnabled() && port.usable && !port.locked);
 }
 
 void CKxDevUI_Switcher::SetPosition(long position) {

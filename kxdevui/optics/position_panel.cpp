@@ -12,7 +12,7 @@
 #include <kxbaseui/kx_tooltip.h>
 #include <kxbaseui/kx_uihelper.h>
 #include <kxdevui/framework/devgui.h>
-#include <kxdevui/framework/ui_window.h>
+#include <kxdevui/framework/ui_control.h>
 
 namespace kx::ui {
 
@@ -22,36 +22,7 @@ namespace {
 constexpr double kSetupImage = 16;
 constexpr double kFrameMargin = 7;
 
-// Of a window that is yet to be painted.
-void SetFont(HWND window, HFONT font) {
-    if (window) SendMessageW(window, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
-}
-
-// -1 or +1, a row up or down, or 0 for what is no arrow key.
-int StepOf(WPARAM key, int columns) {
-    switch (key) {
-    case VK_LEFT: return -1;
-    case VK_RIGHT: return 1;
-    case VK_UP: return -columns;
-    case VK_DOWN: return columns;
-    default: return 0;
-    }
-}
-
 }  // namespace
-
-int NextButton(int from, int step, std::span<const bool> usable) {
-    const int count = static_cast<int>(usable.size());
-    const bool around = step == 1 || step == -1;
-    int next = from;
-    for (int tried = 0; tried < count; ++tried) {
-        next += step;
-        if (around && count > 0) next = (next + count) % count;
-        if (next < 0 || next >= count) return from;
-        if (usable[static_cast<std::size_t>(next)]) return next;
-    }
-    return from;
-}
 
 // ---- The window ----------------------------------------------------------------------------------------------------
 
@@ -189,10 +160,6 @@ void PositionPanel::EnableFrame(bool enable) const {
     InvalidateRect(m_frame, nullptr, FALSE);
 }
 
-void PositionPanel::Enable(HWND window, bool enable) {
-    if (window && (IsWindowEnabled(window) != FALSE) != enable) EnableWindow(window, enable ? TRUE : FALSE);
-}
-
 HWND PositionPanel::FocusButton() const {
     const HWND current = ButtonAt(m_focusPosition);
     if (current && IsWindowEnabled(current)) return current;
@@ -236,13 +203,9 @@ Handled PositionPanel::HandleWindow(const Message& message) {
     case WM_SETFOCUS:
         if (const HWND button = FocusButton()) SetFocus(button);
         return 0;
-    case WM_CTLCOLORSTATIC: {
-        const auto dc = reinterpret_cast<HDC>(message.wParam);
-        const bool enabled = IsEnabled() && IsWindowEnabled(reinterpret_cast<HWND>(message.lParam)) != FALSE;
-        SetTextColor(dc, KX_GetSysColor(enabled ? COLOR_BTNTEXT : COLOR_GRAYTEXT));
-        SetBkColor(dc, KX_GetSysColor(COLOR_BTNFACE));
-        return reinterpret_cast<LRESULT>(KX_GetSysColorBrush(COLOR_BTNFACE));
-    }
+    case WM_CTLCOLORSTATIC:
+        return AnswerTextColor(message,
+                               IsEnabled() && IsWindowEnabled(reinterpret_cast<HWND>(message.lParam)) != FALSE);
     case WM_ENABLE:
         Enable(m_title, message.wParam != 0);
         RedrawWindow(message.window, nullptr, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN);

@@ -26,10 +26,6 @@ inline constexpr int kSetupId = 10500;
 // No panel shows more.
 inline constexpr int kMaxPositions = 16;
 
-// The button that an arrow key leads to: from `from` by `step`, over those that cannot be used. Steps of one go around
-// the ends; larger ones, between rows, stay where there is no row, as does every step where there is nothing else.
-KXDEVUI_API int NextButton(int from, int step, std::span<const bool> usable);
-
 // The windows of a panel, and what they have in common. All measures are unzoomed pixels in the panel's client area;
 // the GUI zoom is applied when the layout is finished, and again when it changes.
 class KXDEVUI_API PositionPanel {
@@ -105,8 +101,6 @@ public:
     void RedrawButtons() const;
     // Enables or disables the frame, if there is one.
     void EnableFrame(bool enable) const;
-    // Enables or disables a window where that changes anything.
-    static void Enable(HWND window, bool enable);
 
     // ---- Messages ----
 

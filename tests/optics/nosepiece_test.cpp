@@ -1,6 +1,7 @@
 // The nosepiece panel: who moves the selection, which image is shown, what the device tells.
 #include "panel_test.h"
 
+#include <kxdevui/framework/ui_parts.h>
 #include <kxbaseui/kx_bitmappool.h>
 #include <kxbaseui/kx_layoutmanager.h>
 #include <kxbaseui/kx_svgstring.h>
