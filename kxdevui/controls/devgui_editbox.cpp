@@ -239,12 +239,6 @@ void CKxDevUI_EditBox::Layout() {
     if (m_label) Place(m_label, places.label);
     if (m_attached) Place(m_attached, places.attached);
     Place(m_edit, places.edit);
-    if (!m_textRows) return;
-    // Where the text stands higher than the field begins, the frame is not to be covered.
-    const long covered = std::max(0L, (m_border ? 1 : 0) - places.edit.top);
-    const RECT& edit = places.edit;
-    const RECT seen{0, covered, edit.right - edit.left, edit.bottom - edit.top};
-    SetWindowRgn(m_edit, covered > 0 ? CreateRectRgnIndirect(&seen) : nullptr, FALSE);
 }
 
 // ---- Content -------------------------------------------------------------------------------------------------------
@@ -376,10 +370,25 @@ LRESULT CKxDevUI_EditBox::PaintField(const kx::ui::Message& message) {
         const RECT field = FieldRect();
         const bool enabled = IsWindowEnabled(m_hWnd) != FALSE;
         FillRect(dc, &field, KX_GetSysColorBrush(enabled && !m_readOnly ? COLOR_WINDOW : COLOR_BTNFACE));
-        if (!m_border) return;
-        const int color = IsFocused() ? COLOR_HIGHLIGHT : enabled ? COLOR_BTNSHADOW : COLOR_3DLIGHT;
-        FrameRect(dc, &field, KX_GetSysColorBrush(color));
+        if (m_border) DrawFrame(dc, field);
     });
+}
+
+void CKxDevUI_EditBox::DrawFrame(HDC dc, const RECT& field) const {
+    const int color = IsFocused() ? COLOR_HIGHLIGHT : IsWindowEnabled(m_hWnd) ? COLOR_BTNSHADOW : COLOR_3DLIGHT;
+    FrameRect(dc, &field, KX_GetSysColorBrush(color));
+}
+
+// Where the text stands higher than the field begins, the edit lies on the frame.
+LRESULT CKxDevUI_EditBox::PaintEdit(const kx::ui::Message& message) {
+    const Alive alive(this);
+    const LRESULT result = kx::ui::CallPrevious(message);
+    if (!alive || m_edit != message.window || !m_border) return result;
+    const RECT place = RectInParent(m_edit);
+    RECT field = FieldRect();
+    OffsetRect(&field, -place.left, -place.top);
+    DrawFrame(kx::ui::WindowDC(m_edit), field);
+    return result;
 }
 
 void CKxDevUI_EditBox::PaintNow() {
@@ -484,6 +493,7 @@ kx::ui::Handled CKxDevUI_EditBox::HandleEdit(const kx::ui::Message& message) {
     }
     const Alive alive(this);
     switch (message.id) {
+    case WM_PAINT: return m_textRows ? kx::ui::Handled(PaintEdit(message)) : std::nullopt;
     case WM_SETFOCUS:
     case WM_KILLFOCUS: {
         const RECT field = FieldRect();

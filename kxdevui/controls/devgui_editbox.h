@@ -225,6 +225,8 @@ private:
     Places Arrange(HFONT font) const;
     void Layout();
     LRESULT PaintField(const kx::ui::Message& message);
+    LRESULT PaintEdit(const kx::ui::Message& message);
+    void DrawFrame(HDC dc, const RECT& field) const;
     LRESULT AnswerColor(HDC dc, bool field) const;
     void LoseChildren();
 

@@ -251,7 +251,9 @@ TEST(TableEditing, SitsOnItsCell) {
             SendMessageW(Owner::Field(), EM_SETSEL, 0, 0);
             HideCaret(Owner::Field());
             UpdateWindow(Owner::Field());
-            Picture::OnScreen(field).Save("table-editor");
+            const Picture picture = Picture::OnScreen(field);
+            picture.Save("table-editor");
+            EXPECT_EQ(picture.Pixel(width / 2, 0), GetSysColor(COLOR_HIGHLIGHT)) << "the frame is covered";
             EXPECT_EQ(TopOfText(field, {8, 1, width / 2, rect.bottom - rect.top - 1}) + rect.top - corner.y + cell.top,
                       textTop)
                 << zoom;
