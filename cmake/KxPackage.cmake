@@ -7,5 +7,6 @@ configure_package_config_file(${CMAKE_CURRENT_LIST_DIR}/KxDevUIConfig.cmake.in
     ${CMAKE_CURRENT_BINARY_DIR}/KxDevUIConfig.cmake
     INSTALL_DESTINATION ${kx_package_dir})
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/KxDevUIConfig.cmake ${CMAKE_CURRENT_BINARY_DIR}/KxDevUIConfigVersion.cmake
+    ${CMAKE_CURRENT_LIST_DIR}/KxStyles.cmake ${CMAKE_CURRENT_LIST_DIR}/KxStyles.manifest
     DESTINATION ${kx_package_dir})
 install(EXPORT KxDevUI NAMESPACE KxDevUI:: FILE KxDevUITargets.cmake DESTINATION ${kx_package_dir})

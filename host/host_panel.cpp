@@ -1,5 +1,9 @@
 #include "host_panel.h"
 
+#include <windows.h>
+
+#include <commctrl.h>
+
 #include <algorithm>
 
 #include <kxbaseui/kx_fonts.h>
@@ -37,7 +41,9 @@ LRESULT HostPanel::OnCommand(UINT message, WPARAM wParam, LPARAM lParam) {
 
 LRESULT HostPanel::OnNotify(UINT message, WPARAM wParam, LPARAM lParam) {
     const auto* header = reinterpret_cast<const NMHDR*>(lParam);
-    Log().Add(m_name, L"OnNotify id %d code %d", static_cast<int>(header->idFrom), static_cast<int>(header->code));
+    // A control with a visual style asks with every paint whether its parent draws, and the log would show little else.
+    if (header->code != NM_CUSTOMDRAW)
+        Log().Add(m_name, L"OnNotify id %d code %d", static_cast<int>(header->idFrom), static_cast<int>(header->code));
     return CKxDevUI_Container::OnNotify(message, wParam, lParam);
 }
 

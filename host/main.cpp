@@ -92,6 +92,7 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, wchar_t*, int) {
     if (!commandLine.log.empty() && !Log().OpenFile(commandLine.log)) return 2;
     ShowLibraryLog();
 
+    if (commandLine.soak > 0) kx::Counts::Begin();
     HostMicroscope microscope(commandLine.config);
     MainWindow window(microscope);
     // What is driven by a program is the same whoever starts it.

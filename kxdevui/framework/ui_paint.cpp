@@ -1,6 +1,7 @@
 #include <kxdevui/framework/ui_paint.h>
 
 #include <algorithm>
+#include <optional>
 #include <unordered_map>
 #include <utility>
 #include <vector>
@@ -71,6 +72,45 @@ void PaintChildren(HWND window, HDC target, const RECT& client, HBRUSH groupBack
     }
 }
 
+bool IsChildsCorner(HWND window, POINT corner) {
+    for (HWND child = GetWindow(window, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
+        POINT own{};
+        MapWindowPoints(child, window, &own, 1);
+        if (own.x == corner.x && own.y == corner.y) return true;
+    }
+    return false;
+}
+
+// A child with a visual style that is transparent somewhere asks for its background, while it paints itself, by the
+// message that asks for a picture of the window. Painting the children in answer would have them ask again, and so on.
+// The child hands its own DC on, moved to where the window's would be, or does so with the memory DC it paints to.
+bool IsBackgroundQuestion(const Message& message) {
+    const auto dc = reinterpret_cast<HDC>(message.wParam);
+    if (message.id != WM_PRINTCLIENT || !dc) return false;
+    const auto state = FindState(message.window);
+    if (state && state->painting) return true;
+    RECT clip{};
+    if (GetClipBox(dc, &clip) == NULLREGION) return true;
+    if (const HWND owner = WindowFromDC(dc)) return IsChild(message.window, owner) != FALSE;
+    POINT origin{};
+    GetViewportOrgEx(dc, &origin);
+    return message.lParam == PRF_CLIENT && (origin.x != 0 || origin.y != 0) &&
+           IsChildsCorner(message.window, {-origin.x, -origin.y});
+}
+
+// Says of a window that it is painting, until the end of the scope.
+class PaintingMark {
+public:
+    explicit PaintingMark(HWND window) : m_state(StateOf(window)), m_before(std::exchange(m_state->painting, true)) {}
+    ~PaintingMark() { m_state->painting = m_before; }
+    PaintingMark(const PaintingMark&) = delete;
+    PaintingMark& operator=(const PaintingMark&) = delete;
+
+private:
+    std::shared_ptr<WindowState> m_state;
+    bool m_before;
+};
+
 void SpareSiblings(HWND window, HDC target, const RECT& client) {
     const HWND parent = GetAncestor(window, GA_PARENT);
     for (HWND sibling = GetWindow(parent, GW_CHILD); sibling; sibling = GetWindow(sibling, GW_HWNDNEXT)) {
@@ -114,6 +154,12 @@ LRESULT Paint(const Message& message, PaintMode mode, HBRUSH background, DrawRef
     if (!target) return 0;
     RECT client{};
     GetClientRect(message.window, &client);
+    if (mode.children && IsBackgroundQuestion(message)) {
+        FillRect(target, &client, background);
+        return 0;
+    }
+    std::optional<PaintingMark> painting;
+    if (mode.children) painting.emplace(message.window);
     const auto state = mode.buffered ? StateOf(message.window) : nullptr;
     const SavedDC saved(target);
     // A class with its parent's DC could paint over its neighbours.

@@ -30,6 +30,7 @@ private:
 struct WindowState {
     BackBuffer client;           // of the whole client area
     BackBuffer item;             // of the largest owner-drawn item
+    bool painting = false;       // it and its children are being painted
     bool hovered = false;        // a leave notice has been asked for
     WNDPROC previous = nullptr;  // of a subclassed child
     int running = 0;             // calls of that procedure that have not returned
@@ -64,7 +65,7 @@ private:
 struct PaintMode {
     bool defaultFirst = false;  // the default procedure hears of it before the children and the control paint
     // Visible children are kept out of the picture and told to paint themselves at once; where a group box stands, the
-    // background is filled before.
+    // background is filled before. A WM_PRINTCLIENT by which a child asks what is behind it gets the background alone.
     bool children = false;
     // Visible windows beside this one that stand on it, a frame around them, are kept out of the picture and are to
     // repaint.

@@ -17,6 +17,7 @@ testing::AssertionResult NoGrowth(int rounds, const std::function<void()>& body,
             Pump();
         }
     };
+    Counts::Begin();
     run(warmUp);
     const Counts before = Counts::Now();
     run(rounds);

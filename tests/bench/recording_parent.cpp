@@ -1,5 +1,7 @@
 #include <bench/recording_parent.h>
 
+#include <commctrl.h>
+
 namespace kx::test {
 
 RecordingParent::RecordingParent(SIZE client) : record_(own_) { Create(client); }
@@ -49,7 +51,9 @@ void RecordingParent::Watch(std::initializer_list<UINT> messages) {
 
 void RecordingParent::Ignore(std::initializer_list<UINT> messages) { ignored_.insert(messages); }
 
-bool RecordingParent::IsWatched(UINT message) const {
+bool RecordingParent::IsWatched(UINT message, LPARAM lParam) const {
+    // Controls with a visual style ask with every paint whether their parent draws: no news.
+    if (message == WM_NOTIFY && lParam && reinterpret_cast<const NMHDR*>(lParam)->code == NM_CUSTOMDRAW) return false;
     return !ignored_.contains(message) && (watched_.contains(message) || (message >= WM_USER && message < 0x8000));
 }
 
@@ -69,7 +73,7 @@ LRESULT RecordingParent::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
         SetWindowLongPtrW(window, GWLP_USERDATA, 0);
         window_ = nullptr;
     }
-    if (IsWatched(message)) record_.Add(MakeEntry(message, wParam, lParam));
+    if (IsWatched(message, lParam)) record_.Add(MakeEntry(message, wParam, lParam));
     if (const auto found = replies_.find(message); found != replies_.end()) {
         // A copy: the reply may set another answer to the same message.
         const Reply reply = found->second;

@@ -5,7 +5,8 @@
 //     parent.Answer(0x0501, [&](WPARAM id, LPARAM) { parent.Record().Call("asked", id); return 42; });
 //
 // Recorded without being asked: WM_COMMAND, WM_NOTIFY, WM_HSCROLL, WM_VSCROLL, WM_DRAWITEM, WM_MEASUREITEM and every
-// message from WM_USER to 0x7FFF. A message is written down before it is answered.
+// message from WM_USER to 0x7FFF, but for the WM_NOTIFY by which a control asks who draws it. A message is written
+// down before it is answered.
 #pragma once
 
 #include <bench/record.h>
@@ -42,7 +43,7 @@ public:
 private:
     static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     LRESULT Handle(UINT message, WPARAM wParam, LPARAM lParam);
-    bool IsWatched(UINT message) const;
+    bool IsWatched(UINT message, LPARAM lParam) const;
     void Create(SIZE client);
 
     Recorder own_;

@@ -6,10 +6,15 @@
 #include <kxdevui/framework/devgui.h>
 #include <kxdevui/framework/devgui_container.h>
 #include <kxdevui/framework/devgui_messages.h>
+#include <kxdevui/framework/ui_gdi.h>
 #include <kxsystem/kx_locale.h>
 #include <kxsystem/kx_log.h>
 
+#include <commctrl.h>
+
+#include <initializer_list>
 #include <limits>
+#include <map>
 #include <memory>
 #include <string>
 #include <utility>
@@ -284,6 +289,135 @@ TEST(ContainerPainting, TheSchemeMayChangeUnderIt) {
     EXPECT_EQ(picture.Pixel(40, 40), KX_GetSysColor(COLOR_WINDOW));
     EXPECT_NE(KX_GetSysColor(COLOR_WINDOW), GetSysColor(COLOR_WINDOW));
     KX_SetColorScheme(eKxColorScheme_System);
+}
+
+// Counts what a window is told to paint; with `onPaint`, it does so too.
+class PaintCount {
+public:
+    explicit PaintCount(HWND window) : m_window(window) {
+        Counts()[window] = this;
+        m_previous =
+            reinterpret_cast<WNDPROC>(SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(Procedure)));
+    }
+    ~PaintCount() {
+        SetWindowLongPtrW(m_window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(m_previous));
+        Counts().erase(m_window);
+    }
+    PaintCount(const PaintCount&) = delete;
+    PaintCount& operator=(const PaintCount&) = delete;
+    int paints = 0;
+    std::function<void()> onPaint;
+
+private:
+    static std::map<HWND, PaintCount*>& Counts() {
+        static std::map<HWND, PaintCount*> counts;
+        return counts;
+    }
+    static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+        PaintCount& own = *Counts()[window];
+        if (message == WM_PAINT) {
+            ++own.paints;
+            if (const auto act = std::exchange(own.onPaint, nullptr)) act();
+        }
+        return CallWindowProcW(own.m_previous, window, message, wParam, lParam);
+    }
+    HWND m_window;
+    WNDPROC m_previous;
+};
+
+// A themed child asks for its background by the message that asks for a picture.
+TEST(ContainerPainting, TellsAChildsQuestionFromAPicture) {
+    RecordingParent parent;
+    CKxDevUI_Container panel;
+    panel.Create(parent.Window(), 0, 0, 120, 100, true, true);
+    const HWND asking = AddChild(panel, L"STATIC", 1, {20, 30, 80, 90}),
+               filling = AddChild(panel, L"STATIC", 2, {0, 0, 120, 100});
+    Pump();
+    PaintCount count(filling);
+    const kx::ui::WindowDC asked(asking), own(panel);
+    const auto print = [&](HDC dc, POINT origin, LPARAM flags, bool clipped = false) {
+        const kx::ui::Bitmap bitmap(CreateBitmap(120, 100, 1, 32, nullptr));
+        const kx::ui::MemoryDC memory(dc ? nullptr : CreateCompatibleDC(nullptr));
+        if (!dc) SelectObject(memory.get(), bitmap.get());
+        const HDC target = dc ? dc : memory.get();
+        const kx::ui::SavedDC saved(target);
+        PatBlt(target, 0, 0, 120, 100, WHITENESS);
+        OffsetViewportOrgEx(target, origin.x, origin.y, nullptr);
+        if (clipped) IntersectClipRect(target, 0, 0, 0, 0);
+        SendMessageW(panel, WM_PRINTCLIENT, reinterpret_cast<WPARAM>(target), flags);
+        return GetPixel(target, 25, 35);
+    };
+    const struct {
+        const char* what;
+        HDC dc;
+        POINT origin;
+        LPARAM flags;
+        bool clipped;
+        int painted;
+    } rows[] = {
+        {"a child's own DC", asked, {-20, -30}, PRF_CLIENT, false, 0},
+        {"a child's own DC, whatever it says", asked, {0, 0}, PRF_CLIENT | PRF_ERASEBKGND, false, 0},
+        {"a child's memory DC", nullptr, {-20, -30}, PRF_CLIENT, false, 0},
+        {"nothing to paint", nullptr, {0, 0}, PRF_CLIENT, true, 0},
+        {"a picture", nullptr, {0, 0}, PRF_CLIENT, false, 1},
+        {"a picture where a child would be", nullptr, {-20, -30}, PRF_CLIENT | PRF_ERASEBKGND, false, 1},
+        {"a picture in the host's page", nullptr, {20, 30}, PRF_CLIENT, false, 1},
+        {"the window's own DC", own, {0, 0}, PRF_CLIENT, false, 1},
+    };
+    for (const auto& row : rows) {
+        count.paints = 0;
+        const COLORREF color = print(row.dc, row.origin, row.flags, row.clipped);
+        EXPECT_EQ(count.paints, row.painted) << row.what;
+        EXPECT_EQ(color == KX_GetSysColor(COLOR_BTNFACE), !row.painted && !row.clipped) << row.what;
+    }
+    for (const bool printed : {false, true}) {
+        count.paints = 0;
+        COLORREF color = 0;
+        count.onPaint = [&] { color = print(nullptr, {0, 0}, PRF_CLIENT); };
+        if (printed) {
+            print(nullptr, {0, 0}, PRF_CLIENT);
+        } else {
+            panel.RefreshWindow();
+            Pump();
+        }
+        EXPECT_EQ(count.paints, 1) << "asked within its own painting";
+        EXPECT_EQ(color, KX_GetSysColor(COLOR_BTNFACE));
+    }
+}
+
+TEST(ContainerPainting, IsQuietAroundThePlatformsControls) {
+    RecordingParent parent;
+    CKxDevUI_Container panel;
+    panel.Create(parent.Window(), 0, 0, 400, 300, true, true);
+    int id = 0;
+    for (const auto& [name, style] :
+         std::initializer_list<std::pair<const wchar_t*, DWORD>>{{L"BUTTON", BS_PUSHBUTTON},
+                                                                 {L"BUTTON", BS_AUTOCHECKBOX},
+                                                                 {L"BUTTON", BS_AUTORADIOBUTTON},
+                                                                 {L"BUTTON", BS_GROUPBOX},
+                                                                 {L"STATIC", 0},
+                                                                 {L"EDIT", WS_BORDER},
+                                                                 {L"LISTBOX", WS_BORDER},
+                                                                 {L"COMBOBOX", CBS_DROPDOWNLIST},
+                                                                 {WC_TABCONTROLW, 0},
+                                                                 {WC_LISTVIEWW, LVS_REPORT},
+                                                                 {TRACKBAR_CLASSW, 0},
+                                                                 {UPDOWN_CLASSW, 0},
+                                                                 {PROGRESS_CLASSW, 0},
+                                                                 {WC_TREEVIEWW, 0}}) {
+        const long x = 10 + id % 4 * 95, y = 10 + id / 4 * 70;
+        panel.InsertWindow(AddChild(panel, name, ++id, {x, y, x + 85, y + 60}, style, L"Text"));
+    }
+    PaintCount count(panel);
+    RedrawWindow(panel, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+    EXPECT_TRUE(PumpUntil([&] { return count.paints > 0 && !GetUpdateRect(panel, nullptr, FALSE); }));
+    Picture::OnScreen(panel).Save("container_platform_controls");
+    count.paints = 0;
+    for (HWND child = GetWindow(panel, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
+        InvalidateRect(child, nullptr, TRUE);
+        Pump();
+    }
+    EXPECT_EQ(count.paints, 0);
 }
 
 TEST(ContainerZoom, ComesBackToTheVeryPixels) {
