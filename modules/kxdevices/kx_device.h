@@ -2,8 +2,8 @@
 //
 // A host brings its own devices by deriving from these and registering the objects (CKxDeviceRegistry in
 // kx_dmapi.h). What they tell is const: mark each function `override`, since one that is not const would silently be
-// another function. The objects stay the host's. Positions, ports, steps and modes count from 0. Interfaces only tell; what
-// moves a device is the host's affair.
+// another function. The objects stay the host's. Positions, ports, steps and modes count from 0. Interfaces only tell;
+// what moves a device is the host's affair.
 #pragma once
 
 #include <kxdevices/kxdevices_api.h>

@@ -33,8 +33,8 @@ enum EKxZStackStatus : int {
 // starts, and the device limits only how long the stack may be.
 //
 // Outputs may be null. All accessors are virtual, so that a host can put a record of its own in the place of this one;
-// new ones go to the end. Getters are const, and those of a substitute must be (`int GetTop(double*) const override`), or
-// they silently do not override. A copy is a record of its own.
+// new ones go to the end. Getters are const, and those of a substitute must be (`int GetTop(double*) const override`),
+// or they silently do not override. A copy is a record of its own.
 class KXDEVICES_API CKxZStackData {
 public:
     // Type 0, nothing set, no device.

@@ -13,9 +13,9 @@
 // any thread.
 KXSYSTEM_API bool KX_StringToDouble(const wchar_t* text, double& value);
 
-// Numbers by a printf-style format, with the point of the C locale: "%0.2f" of 0.5 is "0.50". For conversions of numbers
-// only: a text among the arguments may lose its commas. Cut to 1,000 characters; empty for a null format. May be called
-// from any thread that does not change the locale meanwhile.
+// Numbers by a printf-style format, with the point of the C locale: "%0.2f" of 0.5 is "0.50". For conversions of
+// numbers only: a text among the arguments may lose its commas. Cut to 1,000 characters; empty for a null format. May
+// be called from any thread that does not change the locale meanwhile.
 KXSYSTEM_API CKxStringW KX_FormatNumber(const wchar_t* format, ...);
 
 // The number that a text begins with, as wcstod reads it in the C locale: blanks before it are skipped, "2.5x" is 2.5,
