@@ -179,6 +179,7 @@ CKxMenuPicker CKxMenu::CreateMenuPickerEx(unsigned int entry, int mode) const {
 int CKxMenuPicker::Track(HWND owner, const RECT& anchor) const {
     // The answer is an item's number; what it says is found out before the picker may be gone.
     std::vector<int> commands;
+    commands.reserve(m_menu.m_items.size());
     for (int i = 0; i < m_menu.GetCount(); ++i)
         commands.push_back(m_menu.GetCommand(i));
     const int chosen =
