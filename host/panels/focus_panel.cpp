@@ -22,6 +22,7 @@ void FocusPanel::Fill() {
     m_record = m_plan.stack;
     m_stack.Create(m_hWnd, &m_record, 6, 22, 0, 0, true, true);
     m_stack.EnableCube(true);
+    m_stack.MakePositionsWritable();
     m_stack.AppendZDevice(m_device.GetKey(), false, static_cast<long>(m_device.GetLogDevId()), minimum, maximum,
                           m_inverted, 0, true);
     InsertWindow(m_stack.GetHandle());
@@ -59,6 +60,10 @@ void FocusPanel::TellObjective() {
     m_microscope.TellObjective(m_plan.stack);
     m_microscope.TellObjective(m_record);
     m_stack.UpdateGUI(CKxDevUI_ZStack::RefreshStep);
+}
+
+bool FocusPanel::OnUser(int id, int code, HWND from) {
+    return m_stack.OnPositionLeft(id, code) || DevicePanel::OnUser(id, code, from);
 }
 
 void FocusPanel::OnDevice(const Change&) {

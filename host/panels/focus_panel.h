@@ -3,10 +3,9 @@
 
 #include <functional>
 
-#include <kxdevui/zfocus/devgui_zstack.h>
-
 #include "../device_panel.h"
 #include "../host_microscope.h"
+#include "../typed_zstack.h"
 
 class FocusPanel : public DevicePanel {
 public:
@@ -22,9 +21,10 @@ public:
 
 protected:
     void OnDevice(const Change& change) override;
+    bool OnUser(int id, int code, HWND from) override;
 
 private:
-    class Asking : public CKxDevUI_ZStack {
+    class Asking : public TypedZStack {
     public:
         explicit Asking(FocusPanel& owner) : m_owner(owner) {}
 

@@ -48,20 +48,17 @@ void ZSeriesPanel::Fill() {
     AddCaption(Text(L"Z series"));
     m_drives[kFocus] = {.rangeMin = 0, .rangeMax = 10000, .speed = 20, .from = 4000, .to = 4000};
     m_drives[kPiezo] = {.rangeMin = 0, .rangeMax = 300, .speed = 60, .from = 150, .to = 150};
-    for (const SKxSimZDrive& drive : m_drives)
-        m_record.AddZDevice(drive.rangeMin, drive.rangeMax, nullptr);
-    m_record.SetZDevice(kFocus);
+    m_stack.Create(m_hWnd, &m_record, 8, 30, 0, 0, true, true);
+    m_stack.EnableCube(true);
+    m_stack.MakePositionsWritable();
+    m_stack.AddZDevice(Text(L"Focus drive"), false, 1, 0, 10000, false, 0, true);
+    m_stack.AddZDevice(Text(L"Piezo stage"), true, 2, 0, 300, true, 0, false);
     m_record.SetObjective(1.2, 1.33);
     m_record.SetWavelength(525);
     m_record.SetTop(4012, true);
     m_record.SetBottom(3988, true);
     m_record.SetStep(1.5);
     m_held = m_record;
-
-    m_stack.Create(m_hWnd, &m_record, 8, 30, 0, 0, true, true);
-    m_stack.EnableCube(true);
-    m_stack.AppendZDevice(Text(L"Focus drive"), false, 1, 0, 10000, false, 0, true);
-    m_stack.AppendZDevice(Text(L"Piezo stage"), true, 2, 0, 300, true, 0, false);
     InsertWindow(m_stack.GetHandle());
     AddCheckBox(Text(L"The host refuses"), IDC_ZSERIES_REFUSE, 6, m_height - 22);
     AddChild(L"STATIC", L"", 0, IDC_ZSERIES_SUMMARY, 330, 30, m_width - 336, 32);
@@ -104,6 +101,7 @@ void ZSeriesPanel::ShowPlanes() {
 }
 
 bool ZSeriesPanel::OnUser(int id, int code, HWND from) {
+    if (m_stack.OnPositionLeft(id, code)) return true;
     if (id != IDC_ZSERIES_REFUSE || code != BN_CLICKED) return false;
     m_refuses = SendMessageW(from, BM_GETCHECK, 0, 0) == BST_CHECKED;
     return true;

@@ -5,14 +5,14 @@
 
 #include <kxdevices/kx_simdevices.h>
 #include <kxdevices/kx_zstackdata.h>
-#include <kxdevui/zfocus/devgui_zstack.h>
 
 #include "../host_panel.h"
+#include "../typed_zstack.h"
 
 class ZSeriesPanel;
 
 // A Z stack panel that logs what it is told and hands it on.
-class HostZStack : public CKxDevUI_ZStack {
+class HostZStack : public TypedZStack {
 public:
     explicit HostZStack(ZSeriesPanel& panel) : m_panel(panel) {}
     HWND Child(int id) const { return Item(id); }

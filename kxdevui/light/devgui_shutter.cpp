@@ -396,7 +396,7 @@ LRESULT CKxDevUI_Shutter::OnCommand(WPARAM wParam, LPARAM) {
 
 int CKxDevUI_Shutter::PopupMenu(HWND owner, int x, int y) {
     CKxMenu menu;
-    menu.AppendItem(kParameters, KX_GetTranslation(L"Shutter Parameters...", kSource));
+    menu.AppendMenuItem(kParameters, KX_GetTranslation(L"Shutter Parameters...", kSource));
     const Alive alive(this);
     const int chosen = menu.TrackContextMenu(eKxMenuTrack_ReturnCommand | eKxMenuTrack_KeepControl, x, y, owner);
     if (chosen != 0 && alive) OnRenameDlgRequest();

@@ -14,6 +14,7 @@
 #include <utility>
 
 using namespace kx::ui;
+using kx::zstack::Ask;
 using kx::zstack::ShownOf;
 
 ATOM CKxDevUI_ZStack::m_Atom = 0;
@@ -26,8 +27,8 @@ CKxDevUI_ZStack::CKxDevUI_ZStack() { Life::Begin(this); }
 // Whether a validation is under way is no state of the panel: a copy that took it over would refuse all for ever.
 CKxDevUI_ZStack::CKxDevUI_ZStack(const CKxDevUI_ZStack& other)
     : CKxGUIControlElement(other), m_data(other.m_data), m_devices(other.m_devices), m_controls(other.m_controls),
-      m_dirty(other.m_dirty), m_before(other.m_before), m_piezoMenu(other.m_piezoMenu),
-      m_piezoEntry(other.m_piezoEntry), m_piezoMode(other.m_piezoMode), m_cube(other.m_cube) {
+      m_dirty(other.m_dirty), m_before(other.m_before), m_beforeTyped(other.m_beforeTyped), m_piezo(other.m_piezo),
+      m_cube(other.m_cube) {
     Life::Begin(this);
 }
 
@@ -40,9 +41,8 @@ CKxDevUI_ZStack& CKxDevUI_ZStack::operator=(const CKxDevUI_ZStack& other) {
     m_controls = other.m_controls;
     m_dirty = other.m_dirty;
     m_before = other.m_before;
-    m_piezoMenu = other.m_piezoMenu;
-    m_piezoEntry = other.m_piezoEntry;
-    m_piezoMode = other.m_piezoMode;
+    m_beforeTyped = other.m_beforeTyped;
+    m_piezo = other.m_piezo;
     m_cube = other.m_cube;
     return *this;
 }
@@ -92,13 +92,14 @@ HWND CKxDevUI_ZStack::Create(HWND parent, CKxZStackData* data, long x, long y, l
                      SWP_NOZORDER | SWP_NOACTIVATE);
         CollectControls();
         SubclassControls();
-        WidenLabels();
+        RememberLabels();
         BuildPiezoMenu();
         // Nothing draws it; it is what the panel is called to those who cannot see it.
         SetWindowTextW(window, KX_GetTranslation(L"Z-Stack", L"devgui_zstack"));
         ShowTips(false);
         // At 1.0 everything stands where it shall, and the layout manager asks for the rest when the zoom changes.
         if (CKxGUILayoutManager::GetGuiZoom() != 1.0) RegisterZoom(window);
+        FitLabels();
         KX_FollowColorScheme(window);
         if (!enabled) EnableWindow(window, FALSE);
         if (visible) ShowQuietly(window);
@@ -150,30 +151,6 @@ void CKxDevUI_ZStack::CollectControls() {
     EnumChildWindows(m_hWnd, collect, reinterpret_cast<LPARAM>(this));
 }
 
-// The labels' rectangles are short in some of the languages; then they take the gap before their edits too.
-void CKxDevUI_ZStack::WidenLabels() {
-    const auto needs = [](HWND label) {
-        wchar_t text[64] = L"";
-        const int length = GetWindowTextW(label, text, static_cast<int>(std::size(text)));
-        const WindowDC dc(label);
-        const Selection font(dc, reinterpret_cast<HFONT>(SendMessageW(label, WM_GETFONT, 0, 0)));
-        SIZE size{};
-        GetTextExtentPoint32W(dc, text, length, &size);
-        return size.cx;
-    };
-    for (const auto& [label, edit] : {std::pair{IDC_ZS_STEP_LABEL, IDC_ZS_EDIT_STEP},
-                                      {IDC_ZS_BELOW_LABEL, IDC_ZS_EDIT_BELOW},
-                                      {IDC_ZS_RANGE_LABEL, IDC_ZS_EDIT_RANGE},
-                                      {IDC_ZS_READOUT_LABEL, IDC_ZS_EDIT_ABOVE}}) {
-        const RECT rect = RectInParent(Item(label));
-        // With a sixth to spare: at another zoom a text may be wider in proportion.
-        if (needs(Item(label)) * 7 / 6 <= rect.right - rect.left) continue;
-        const long left = std::max(0L, rect.left - 2), right = RectInParent(Item(edit)).left - 2;
-        SetWindowPos(Item(label), nullptr, left, rect.top, right - left, rect.bottom - rect.top,
-                     SWP_NOZORDER | SWP_NOACTIVATE);
-    }
-}
-
 void CKxDevUI_ZStack::SubclassControls() {
     for (int id = IDC_ZS_EDIT_TOP; id <= IDC_ZS_EDIT_ABOVE; ++id)
         Subclass(Item(id), EdtWndProc, this);
@@ -221,6 +198,9 @@ Handled CKxDevUI_ZStack::Handle(const Message& message) {
     case WM_ENABLE: OnEnabled(message.wParam != FALSE); return std::nullopt;
     case WM_SYSCOLORCHANGE: InvalidateRect(m_hWnd, nullptr, FALSE); return std::nullopt;
     case WM_KX_ZOOM_CHANGED: OnGuiZoomChanged(); return 0;
+    case WM_KX_UPDATE_DEVICE_BAND:
+        if (const auto band = ReadDeviceBand<1>(message); band && band->flags[0]) UpdateGUI(RefreshAll);
+        return 0;
     case WM_DESTROY:
         // The edits are still there, and one may have the focus: it is nobody's wish any more.
         ByInstances<CKxDevUI_ZStack, m_Instances>::Unbind(message.window);
@@ -251,7 +231,9 @@ void CKxDevUI_ZStack::OnEnabled(bool enabled) {
 
 void CKxDevUI_ZStack::OnGuiZoomChanged() {
     CKxGUIControlElement::OnGuiZoomChanged();
-    if (m_hWnd) InvalidateRect(m_hWnd, nullptr, FALSE);
+    if (!m_hWnd) return;
+    FitLabels();
+    InvalidateRect(m_hWnd, nullptr, FALSE);
 }
 
 void CKxDevUI_ZStack::Redraw() {
@@ -272,46 +254,51 @@ long CKxDevUI_ZStack::AppendZDevice(const wchar_t* name, bool piezo, long id, do
     return static_cast<long>(m_devices.size() - 1);
 }
 
+long CKxDevUI_ZStack::AddZDevice(const wchar_t* name, bool piezo, long id, double rangeMin, double rangeMax,
+                                 bool inverted, int pickerMode, bool select) {
+    if (!name || !*name || !Item(IDC_ZS_DEVICE)) return -1;
+    const auto index = static_cast<unsigned int>(m_devices.size());
+    unsigned int count = 0;
+    if (Ask([&] { return m_data->GetZDeviceCount(&count); }) != eKxZStack_Ok || count != index) return -1;
+    if (Ask([&] { return m_data->AddZDevice(rangeMin, rangeMax, nullptr); }) != eKxZStack_Ok) return -1;
+    if (select) Ask([&] { return m_data->SetZDevice(index); });
+    return AppendZDevice(name, piezo, id, rangeMin, rangeMax, inverted, pickerMode, select);
+}
+
 void CKxDevUI_ZStack::ClearZDevices(bool record, bool refresh) {
     m_devices.clear();
     SendMessageW(Item(IDC_ZS_DEVICE), CB_RESETCONTENT, 0, 0);
     if (m_hWnd) ShownOf(m_hWnd)->device.reset();
-    if (record && m_data) m_data->ClearZDevices();
+    if (record && m_data) Ask([this] { return m_data->ClearZDevices(); });
     if (refresh) UpdateGUI(RefreshAll);
-}
-
-const CKxDevUI_ZStack::ZDevice* CKxDevUI_ZStack::CurrentDevice() const {
-    unsigned int device = 0;
-    const bool known = m_data && m_data->GetZDevice(&device) == eKxZStack_Ok && device < m_devices.size();
-    return known ? &m_devices[device] : nullptr;
 }
 
 // ---- The piezo's home ----------------------------------------------------------------------------------------------
 
 void CKxDevUI_ZStack::BuildPiezoMenu() {
     const auto translated = [](const wchar_t* text) { return KX_GetTranslation(text, L"devgui_zstack"); };
-    m_piezoMenu.Clear();
-    m_piezoMenu.AppendMenuItem(L"GOHOME", translated(L"Move Piezo Z to Home Position"), L"PNG_ZSTACK_GOHOME");
-    m_piezoMenu.AppendMenuItem(L"GOHOMEKEEP", translated(L"Keeps Z position and centers Piezo Z"),
-                               L"PNG_ZSTACK_GOHOMEKEEPZ");
+    CKxMenu menu;
+    menu.AppendMenuItem(L"GOHOME", translated(L"Move Piezo Z to Home Position"), L"PNG_ZSTACK_GOHOME");
+    menu.AppendMenuItem(L"GOHOMEKEEP", translated(L"Keeps Z position and centers Piezo Z"), L"PNG_ZSTACK_GOHOMEKEEPZ");
+    m_piezo = menu.CreateMenuPickerEx(m_piezo.GetEntry(), m_piezo.GetMode());
 }
 
 void CKxDevUI_ZStack::SetPiezoPickerMode(unsigned int entry, int mode) {
     if (entry <= PiezoHomeKeepZ) {
-        m_piezoEntry = entry;
-        if (m_data) m_data->SetKeepZOnPiezoHome(entry == PiezoHomeKeepZ);
+        m_piezo.SetEntry(entry);
+        if (m_data) Ask([&] { return m_data->SetKeepZOnPiezoHome(entry == PiezoHomeKeepZ); });
     }
-    m_piezoMode = mode;
+    m_piezo.SetMode(mode);
     ShowPiezoEntry();
 }
 
 void CKxDevUI_ZStack::PickPiezo(unsigned int entry) {
-    const bool same = entry == m_piezoEntry;
-    SetPiezoPickerMode(entry, m_piezoMode);
+    const bool same = entry == m_piezo.GetEntry();
+    SetPiezoPickerMode(entry, m_piezo.GetMode());
     const Alive alive(this);
     if (!same) OnZStackChanged(RefreshAll);
-    if (alive) OnPiezoPickerChanged(entry, m_piezoMode);
-    if (alive) DoCommand(m_piezoMenu.GetCommand(static_cast<int>(entry)));
+    if (alive) OnPiezoPickerChanged(entry, m_piezo.GetMode());
+    if (alive) DoCommand(m_piezo.Menu().GetName(static_cast<int>(entry)));
 }
 
 void CKxDevUI_ZStack::OnPiezoPickerChanged(unsigned int, int) {}

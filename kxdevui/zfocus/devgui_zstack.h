@@ -11,18 +11,21 @@
 #include <vector>
 
 #include <kxbaseui/kx_guielement.h>
-#include <kxbaseui/kx_imagemenu.h>
+#include <kxbaseui/kx_menu.h>
 #include <kxdevices/kx_zstackdata.h>
 #include <kxdevui/framework/kxdevui_api.h>
 #include <kxdevui/framework/ui_window.h>
 
 namespace kx::zstack {
 struct ScaleValues;
-}
+enum class Meaning;
+}  // namespace kx::zstack
 
 // Edits a record of the host's (kxdevices/kx_zstackdata.h): what is typed is turned into calls of its setters, what
 // they answer is told to the user, and every change to the host. The record is the judge of every value; the panel
-// rounds and limits nothing. It moves nothing either: going somewhere is a request to the host.
+// rounds and limits nothing: a text that nobody has typed stands for the number behind it, so that passing through a
+// field changes nothing. It moves nothing either: going somewhere is a request to the host. What a record throws is
+// logged: a getter that throws leaves what is shown, a setter has refused.
 //
 // The host derives from the panel and supplies the callbacks. After OnZStackChanged it stores the record and calls
 // UpdateGUI with the flags it was given. A callback may destroy the panel, window and object.
@@ -30,6 +33,13 @@ struct ScaleValues;
 // The fields of step, range and number of planes are validated when the focus leaves them; Tab, Shift+Tab and Enter
 // move on, Escape puts back what the field showed when it got the focus. The fields beside Top, Home and Bottom show
 // positions; a double click there, or the space bar, asks for Z to go there, and so does a click on the Z scale.
+//
+// A host may make the fields beside Top (EditTop) and Bottom (EditBottom) writable, with EM_SETREADONLY. When one of
+// these loses the focus, the panel's parent gets WM_COMMAND with its id and EN_KILLFOCUS, and the host calls
+// ValidateTop or, for the other, ValidateBottom, or ValidateHome where that row shows the home; when that refuses the
+// text, the panel takes the focus back. The field beside Home (1261) only shows.
+//
+// WM_KX_UPDATE_DEVICE_BAND (devgui_messages.h) with one flag, refresh, is UpdateGUI(3), whatever the device.
 //
 // The order of the virtual operations is part of the binary interface.
 class KXDEVUI_API CKxDevUI_ZStack : public CKxGUIControlElement {
@@ -41,6 +51,10 @@ public:
     // Only where Z stands: to be called whenever Z moves, it costs the repaint of the mark.
     static constexpr unsigned int RefreshZ = 4;
 
+    // The fields that a host may make writable.
+    static constexpr int EditTop = 1260;
+    static constexpr int EditBottom = 1262;
+
     // The commands of CustomCommand: the command whose name `data` points to (wide text), "GOHOME" or "GOHOMEKEEP".
     static constexpr int CommandByName = 1;
 
@@ -48,7 +62,7 @@ public:
     static constexpr unsigned int PiezoHome = 0;
     static constexpr unsigned int PiezoHomeKeepZ = 1;
     // The picker's mode in which there is no menu: the button does its entry, and nothing else can be chosen.
-    static constexpr int PiezoPickerFixed = 1;
+    static constexpr int PiezoPickerFixed = CKxMenuPicker::Fixed;
 
     // The answer to "outside the device's range, move the other end?" that the user wants given for the rest of the
     // session, for all panels: 0 ask, 1 Yes, any other No. Set by the dialog's check box.
@@ -84,6 +98,11 @@ public:
     // them.
     virtual long AppendZDevice(const wchar_t* name, bool piezo, long id, double rangeMin, double rangeMax,
                                bool inverted, int pickerMode, bool select);
+
+    // The same for list and record at once: the record gets a device with that range and, with `select`, uses it from
+    // now on. -1 also when the record refuses it, or has other devices than the list, and then nothing is added.
+    long AddZDevice(const wchar_t* name, bool piezo, long id, double rangeMin, double rangeMax, bool inverted,
+                    int pickerMode, bool select);
 
     // Empties the list, and the record's with `record`; with `refresh` follows UpdateGUI(3).
     void ClearZDevices(bool record, bool refresh);
@@ -222,7 +241,7 @@ protected:
 
 private:
     enum class Verdict { Taken, NotANumber, OutOfRange, Declined };
-    using Apply = std::function<Verdict(const wchar_t* text)>;
+    using Apply = std::function<Verdict(double)>;
     using Refresh = std::function<void()>;
     using Position = std::optional<double>;
 
@@ -234,17 +253,19 @@ private:
     bool MadeWindow() const;
     void CollectControls();
     void SubclassControls();
-    void WidenLabels();
+    void RememberLabels();
+    void FitLabels();
     void BuildPiezoMenu();
     void OnEnabled(bool enabled);
     void Focus(HWND from, bool backwards);
     void SelectFocused();
 
     static Verdict VerdictOf(int status);
-    bool Validate(int edit, bool showErrors, const Refresh& refresh, const Apply& apply);
-    bool ValidateNumber(int edit, bool showErrors, const Refresh& refresh, const std::function<Verdict(double)>& apply);
+    bool Validate(int edit, kx::zstack::Meaning meaning, bool showErrors, const Refresh& refresh, const Apply& apply);
+    Position NumberBehind(int edit, kx::zstack::Meaning meaning) const;
     bool ValidateEnd(bool above, bool showErrors);
     Refresh Telling(unsigned int flags);
+    void TellStep(double step, bool typed);
     void Complain(Verdict verdict, bool showErrors);
     Verdict SetRange(double range);
     Verdict SetEnd(bool above, double position);
@@ -253,6 +274,8 @@ private:
     kx::ui::Handled OnClicked(int id);
     kx::ui::Handled OnEditFocus(int id);
     kx::ui::Handled OnEditLeft(int id);
+    kx::ui::Handled OnPositionLeft(int id);
+    void GiveBackFocus(HWND edit);
     kx::ui::Handled OnDeviceChosen();
     bool& Dirty(int id);
     void MakeRelative();
@@ -261,7 +284,6 @@ private:
     bool ValidateEdit(int id, bool showErrors);
     bool DoCommand(const wchar_t* name);
     void PickPiezo(unsigned int entry);
-    bool HasPiezoMenu() const { return m_piezoMode != PiezoPickerFixed; }
 
     RECT ScaleArea() const;
     RECT CubeArea() const;
@@ -269,9 +291,10 @@ private:
 
     Position Known(int (CKxZStackData::*getter)(double*) const) const;
     kx::zstack::ScaleValues ReadScale() const;
-    const ZDevice* CurrentDevice() const;
-    void ShowEntry(int id, const wchar_t* text);
-    void ShowText(int id, const wchar_t* text);
+    bool IsWritable(int id) const;
+    bool IsBeingTyped(int id);
+    void ShowEntry(int id, kx::zstack::Meaning meaning, const wchar_t* text, const Position& value);
+    bool ShowText(int id, const wchar_t* text);
     void ShowItem(int id, bool show);
     void EnableItem(int id, bool enable);
     void ShowPositions();
@@ -291,9 +314,9 @@ private:
     } m_dirty{};
     int m_hidden = 0;  // the field that a refresh takes the focus from
     std::wstring m_before;
-    CKxImageMenu m_piezoMenu;
-    unsigned int m_piezoEntry = PiezoHome;
-    int m_piezoMode = 0;
+    bool m_beforeTyped = false;
+    CKxMenuPicker m_piezo;
     bool m_cube = false;
     bool m_validating = false;
+    bool m_refused = false;  // by the last validation
 };

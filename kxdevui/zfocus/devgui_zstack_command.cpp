@@ -5,15 +5,23 @@
 #include <kxdevui/zfocus/zstack_rules.h>
 #include <kxdevui/zfocus/zstack_window.h>
 
+#include <utility>
+
 using kx::ui::Alive;
 using kx::ui::Handled;
+using kx::zstack::Ask;
 using kx::zstack::ShownOf;
 
 namespace {
 
 constexpr bool IsValidated(int id) { return id >= IDC_ZS_EDIT_STEP && id <= IDC_ZS_EDIT_ABOVE; }
 
+constexpr bool IsPosition(int id) { return id == IDC_ZS_EDIT_TOP || id == IDC_ZS_EDIT_BOTTOM; }
+
 constexpr bool IsPositionButton(int id) { return id >= IDC_ZS_TOP && id <= IDC_ZS_RELATIVE; }
+
+// The window from which a refused field takes the focus back. It may be in another panel.
+thread_local HWND s_displaced = nullptr;
 
 }  // namespace
 
@@ -31,37 +39,34 @@ Handled CKxDevUI_ZStack::OnCommand(int id, int code) {
 // ---- Buttons -------------------------------------------------------------------------------------------------------
 
 Handled CKxDevUI_ZStack::OnClicked(int id) {
-    double z = 0;
+    CKxZStackData& data = *m_data;
+    const auto take = [this, &data](auto set) -> Handled {
+        double z = 0;
+        if (Ask([&] { return data.GetZPosition(&z); }) == eKxZStack_Ok) Ask([&] { return set(z); });
+        OnZStackChanged(RefreshAll);
+        return 0;
+    };
     switch (id) {
-    case IDC_ZS_TOP:
-        if (m_data->GetZPosition(&z) == eKxZStack_Ok) m_data->SetTop(z, true);
-        OnZStackChanged(RefreshAll);
-        return 0;
-    case IDC_ZS_HOME:
-        if (m_data->GetZPosition(&z) == eKxZStack_Ok) m_data->SetHome(z);
-        OnZStackChanged(RefreshAll);
-        return 0;
-    case IDC_ZS_BOTTOM:
-        if (m_data->GetZPosition(&z) == eKxZStack_Ok) m_data->SetBottom(z, true);
-        OnZStackChanged(RefreshAll);
-        return 0;
+    case IDC_ZS_TOP: return take([&](double z) { return data.SetTop(z, true); });
+    case IDC_ZS_HOME: return take([&](double z) { return data.SetHome(z); });
+    case IDC_ZS_BOTTOM: return take([&](double z) { return data.SetBottom(z, true); });
     case IDC_ZS_RELATIVE: MakeRelative(); return 0;
     case IDC_ZS_SUGGESTED: TakeSuggestedStep(); return 0;
     case IDC_ZS_TYPE_ENDS: ChooseType(0); return 0;
     case IDC_ZS_TYPE_SYMMETRIC: ChooseType(2); return 0;
     case IDC_ZS_TYPE_ASYMMETRIC: ChooseType(3); return 0;
-    case IDC_ZS_PIEZO: DoCommand(m_piezoMenu.GetCommand(static_cast<int>(m_piezoEntry))); return 0;
+    case IDC_ZS_PIEZO: DoCommand(m_piezo.GetName()); return 0;
     default: return std::nullopt;
     }
 }
 
 void CKxDevUI_ZStack::MakeRelative() {
     int type = 0;
-    if (m_data->GetType(&type) == eKxZStack_Ok && kx::zstack::IsHeldByEnds(type)) {
-        m_data->ResetTop();
-        m_data->ResetBottom();
+    if (Ask([&] { return m_data->GetType(&type); }) == eKxZStack_Ok && kx::zstack::IsHeldByEnds(type)) {
+        Ask([this] { return m_data->ResetTop(); });
+        Ask([this] { return m_data->ResetBottom(); });
     }
-    m_data->ResetHome();
+    Ask([this] { return m_data->ResetHome(); });
     const Alive alive(this);
     OnZStackChanged(RefreshAll);
     if (alive && m_hWnd) SetFocus(m_hWnd);
@@ -70,30 +75,18 @@ void CKxDevUI_ZStack::MakeRelative() {
 // The upper four types are a set of their own, which a change of layout does not leave.
 void CKxDevUI_ZStack::ChooseType(int type) {
     int current = 0;
-    if (m_data->GetType(&current) != eKxZStack_Ok) return;
-    m_data->SetType(current >= 4 ? type + 4 : type);
+    if (Ask([&] { return m_data->GetType(&current); }) != eKxZStack_Ok) return;
+    Ask([&] { return m_data->SetType(current >= 4 ? type + 4 : type); });
     const Alive alive(this);
     OnZStackChanged(RefreshAll);
     if (alive) UpdateGUI(RefreshAll);
-}
-
-void CKxDevUI_ZStack::TakeSuggestedStep() {
-    const Alive alive(this);
-    double step = 0;
-    if (m_data->GetStepSuggested(&step) != eKxZStack_Ok) return OnZStackChanged(RefreshAll);
-    if (m_data->SetStep(step) == eKxZStack_Ok) {
-        OnStepChanged(step, false);
-    } else {
-        Complain(Verdict::OutOfRange, true);
-    }
-    if (alive) OnZStackChanged(RefreshStep);
 }
 
 // A device that the record refuses is shown no longer: the list goes back with the refresh.
 Handled CKxDevUI_ZStack::OnDeviceChosen() {
     const LRESULT index = SendMessageW(Item(IDC_ZS_DEVICE), CB_GETCURSEL, 0, 0);
     if (index < 0) return 0;
-    m_data->SetZDevice(static_cast<unsigned int>(index));
+    Ask([&] { return m_data->SetZDevice(static_cast<unsigned int>(index)); });
     const Alive alive(this);
     OnZStackChanged(RefreshAll);
     if (alive) UpdateGUI(RefreshAll);
@@ -123,7 +116,14 @@ Handled CKxDevUI_ZStack::OnEditFocus(int id) {
 }
 
 Handled CKxDevUI_ZStack::OnEditLeft(int id) {
-    if (!IsValidated(id)) return std::nullopt;
+    if (!IsValidated(id) && !(IsPosition(id) && IsWritable(id))) return std::nullopt;
+    // The focus was on its way to this field, which is not left by the user.
+    if (s_displaced == Item(id)) {
+        s_displaced = nullptr;
+        if (IsValidated(id)) Dirty(id) = false;
+        return 0;
+    }
+    if (IsPosition(id)) return OnPositionLeft(id);
     // A refresh that hides the field takes the focus from it, and is nobody's wish.
     if (m_hidden == id) return 0;
     const HWND edit = Item(id), focus = GetFocus();
@@ -137,11 +137,31 @@ Handled CKxDevUI_ZStack::OnEditLeft(int id) {
     if (focus && focus == Item(IDC_ZS_DEVICE)) return 0;
     const bool accepted = ValidateEdit(id, !IsMyWindow(focus));
     if (!alive || !m_hWnd) return 0;
-    if (!accepted) SetFocus(edit);
+    if (!accepted) GiveBackFocus(edit);
     // A text that the refresh has given to the field with the focus is not selected any more, and what is typed next
     // would be added to it.
     if (alive && m_hWnd) SelectFocused();
     return 0;
+}
+
+// The host alone knows what it has made the field writable for.
+Handled CKxDevUI_ZStack::OnPositionLeft(int id) {
+    const HWND edit = Item(id);
+    const Alive alive(this);
+    m_refused = false;
+    SendMessageW(GetAncestor(m_hWnd, GA_PARENT), WM_COMMAND, MAKEWPARAM(id, EN_KILLFOCUS),
+                 reinterpret_cast<LPARAM>(edit));
+    if (alive && m_hWnd && m_refused) GiveBackFocus(edit);
+    if (alive && m_hWnd) SelectFocused();
+    return 0;
+}
+
+// The field that the focus was to have loses it again and would be validated in its turn, and two that are refused
+// would pass the focus to and fro.
+void CKxDevUI_ZStack::GiveBackFocus(HWND edit) {
+    const HWND outer = std::exchange(s_displaced, GetFocus());
+    SetFocus(edit);
+    s_displaced = outer;
 }
 
 bool& CKxDevUI_ZStack::Dirty(int id) {

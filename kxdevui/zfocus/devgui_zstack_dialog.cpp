@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <array>
 #include <cwchar>
+#include <iterator>
 #include <vector>
 
 using namespace kx::zstack;
@@ -20,19 +21,41 @@ namespace {
 
 constexpr std::array<int, 3> kButtons{IDC_YNK_YES, IDC_YNK_NO, IDC_YNK_CANCEL};
 
+HFONT FontOf(HWND window) { return reinterpret_cast<HFONT>(SendMessageW(window, WM_GETFONT, 0, 0)); }
+
+CKxStringW TextOf(HWND window) {
+    wchar_t text[200] = L"";
+    GetWindowTextW(window, text, static_cast<int>(std::size(text)));
+    return text;
+}
+
 SIZE SizeOf(HWND window) {
     RECT rect{};
     GetWindowRect(window, &rect);
     return {rect.right - rect.left, rect.bottom - rect.top};
 }
 
-SIZE Measure(HWND label, const wchar_t* text, HFONT font) {
-    RECT rect{};
-    GetClientRect(label, &rect);
+SIZE Measure(HWND label, const wchar_t* text, HFONT font, long width) {
+    RECT rect{0, 0, width, 0};
     const kx::ui::WindowDC dc(label);
     const kx::ui::Selection selected(dc, font);
     DrawTextW(dc, text, -1, &rect, DT_CALCRECT | DT_WORDBREAK);
     return {rect.right - rect.left, rect.bottom - rect.top};
+}
+
+long ClientWidthOf(HWND window) {
+    RECT rect{};
+    GetClientRect(window, &rect);
+    return rect.right;
+}
+
+// As high as its text needs in that width, and not lower than it is.
+SIZE SizeOfCheckBox(HWND box, long width) {
+    const CKxStringW text = TextOf(box);
+    // The platform's own box, with the gap between it and the text.
+    const long mark = GetSystemMetrics(SM_CXMENUCHECK) + 2 * GetSystemMetrics(SM_CXEDGE);
+    const SIZE needed = Measure(box, text, FontOf(box), width - mark);
+    return {width, std::max(SizeOf(box).cy, needed.cy + 2 * GetSystemMetrics(SM_CYEDGE))};
 }
 
 void Place(HWND window, const RECT& rect) {
@@ -64,16 +87,16 @@ void LayOut(HWND dialog, const wchar_t* question) {
     sizes.icon = SizeOf(GetDlgItem(dialog, IDC_YNK_ICON));
     // The stock font sets the size, and shows the question where it has all its letters; it has no Japanese.
     const auto stock = static_cast<HFONT>(GetStockObject(ANSI_VAR_FONT));
-    sizes.question = Measure(label, question, stock);
+    sizes.question = Measure(label, question, stock, ClientWidthOf(label));
     if (HasGlyphs(label, question, stock)) {
         SendMessageW(label, WM_SETFONT, reinterpret_cast<WPARAM>(stock), FALSE);
     } else {
-        const SIZE own = Measure(label, question, reinterpret_cast<HFONT>(SendMessageW(label, WM_GETFONT, 0, 0)));
+        const SIZE own = Measure(label, question, FontOf(label), ClientWidthOf(label));
         sizes.question = {std::max(sizes.question.cx, own.cx), std::max(sizes.question.cy, own.cy)};
     }
-    sizes.check = SizeOf(GetDlgItem(dialog, IDC_YNK_KEEP));
     for (std::size_t i = 0; i < kButtons.size(); ++i)
         sizes.buttons[i] = SizeOf(GetDlgItem(dialog, kButtons[i]));
+    sizes.check = SizeOfCheckBox(GetDlgItem(dialog, IDC_YNK_KEEP), YesNoKeepWidth(sizes));
     sizes.edgeX = GetSystemMetrics(SM_CXEDGE);
     sizes.edgeY = GetSystemMetrics(SM_CYEDGE);
     sizes.captionHeight = GetSystemMetrics(SM_CYCAPTION);

@@ -86,7 +86,7 @@ bool IsTypeSelected(UINT id, const kx::zstack::Shown& shown) {
 long kx::zstack::ArrowWidth() { return Zoomed(12); }
 
 Handled CKxDevUI_ZStack::OnDrawItem(const DRAWITEMSTRUCT& item) {
-    if (item.CtlType == ODT_MENU) return m_piezoMenu.DrawItem(item) ? Handled(TRUE) : std::nullopt;
+    if (item.CtlType == ODT_MENU) return m_piezo.Menu().DrawItem(item) ? Handled(TRUE) : std::nullopt;
     const bool isType = item.CtlID >= IDC_ZS_TYPE_ENDS && item.CtlID <= IDC_ZS_TYPE_ASYMMETRIC;
     const bool isPiezo = item.CtlID == IDC_ZS_PIEZO;
     if (!isType && !isPiezo && item.CtlID != IDC_ZS_RELATIVE) return std::nullopt;
@@ -104,11 +104,10 @@ Handled CKxDevUI_ZStack::OnDrawItem(const DRAWITEMSTRUCT& item) {
             CKxBitmapPool::DrawOptimalImage(dc, image, place, look.enabled);
         } else if (isPiezo) {
             const RECT image = Square(inside, inside.left + Zoomed(13), Zoomed(16));
-            CKxBitmapPool::DrawOptimalImage(dc, m_piezoMenu.GetImage(static_cast<int>(m_piezoEntry)), image,
-                                            look.enabled);
+            CKxBitmapPool::DrawOptimalImage(dc, m_piezo.GetImage(), image, look.enabled);
             RECT text = inside;
             text.left = image.right;
-            if (HasPiezoMenu()) {
+            if (m_piezo.HasMenu()) {
                 RECT arrow = inside;
                 arrow.left = text.right = inside.right - kx::zstack::ArrowWidth();
                 DrawArrow(dc, arrow, look.enabled);
@@ -123,7 +122,7 @@ Handled CKxDevUI_ZStack::OnDrawItem(const DRAWITEMSTRUCT& item) {
 }
 
 Handled CKxDevUI_ZStack::OnMeasureItem(MEASUREITEMSTRUCT& item) {
-    return m_piezoMenu.MeasureItem(item) ? Handled(TRUE) : std::nullopt;
+    return m_piezo.Menu().MeasureItem(item) ? Handled(TRUE) : std::nullopt;
 }
 
 Handled CKxDevUI_ZStack::OnCtlColorEdit(HDC dc, HWND edit) {

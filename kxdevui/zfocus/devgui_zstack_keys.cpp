@@ -77,6 +77,7 @@ Handled CKxDevUI_ZStack::HandleEdit(const Message& message) {
     case WM_SETFOCUS:
         // Before the panel hears of it and empties what is not set.
         m_before = TextOf(message.window);
+        m_beforeTyped = SendMessageW(message.window, EM_GETMODIFY, 0, 0) != FALSE;
         return std::nullopt;
     default: return std::nullopt;
     }
@@ -88,9 +89,11 @@ Handled CKxDevUI_ZStack::EditOnChar(HWND edit, wchar_t character) {
     case kEnter: FocusNext(edit); return 0;
     case kEscape:
         if (TextOf(edit) != m_before) SetWindowTextW(edit, m_before.c_str());
+        SendMessageW(edit, EM_SETMODIFY, m_beforeTyped, 0);
         SendMessageW(edit, EM_SETSEL, 0, -1);
         return 0;
-    case kSpace: return EditOnLButtonDblClk(edit);
+    // Where numbers are typed, a key must not move anything.
+    case kSpace: return IsWritable(GetDlgCtrlID(edit)) ? std::nullopt : EditOnLButtonDblClk(edit);
     default: return std::nullopt;
     }
 }
@@ -138,7 +141,7 @@ Handled CKxDevUI_ZStack::HandleButton(const Message& message) {
     const HWND button = message.window;
     if (AsksForKey(message, kEnter)) return CallPrevious(message) | DLGC_WANTMESSAGE;
     if (TrackHover(message)) InvalidateRect(button, nullptr, FALSE);
-    const bool menu = GetDlgCtrlID(button) == IDC_ZS_PIEZO && HasPiezoMenu();
+    const bool menu = GetDlgCtrlID(button) == IDC_ZS_PIEZO && m_piezo.HasMenu();
     switch (message.id) {
     case WM_CHAR: return ButtonOnChar(button, static_cast<wchar_t>(message.wParam));
     case WM_KEYDOWN:
@@ -172,7 +175,7 @@ Handled CKxDevUI_ZStack::ButtonMenu(HWND button) {
     const Alive alive(this);
     SetFocus(button);
     if (!alive || !m_hWnd) return 0;
-    const int entry = m_piezoMenu.Track(m_hWnd, anchor, static_cast<int>(m_piezoEntry));
+    const int entry = m_piezo.Track(m_hWnd, anchor);
     if (alive && m_hWnd && entry >= 0) PickPiezo(static_cast<unsigned int>(entry));
     return 0;
 }

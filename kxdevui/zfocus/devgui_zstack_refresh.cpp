@@ -14,6 +14,8 @@
 #include <utility>
 
 using kx::ui::Alive;
+using kx::zstack::Entry;
+using kx::zstack::Meaning;
 using kx::zstack::ShownOf;
 
 namespace {
@@ -41,37 +43,57 @@ void CKxDevUI_ZStack::UpdateGUI(unsigned int flags) {
     const Alive alive(this);
     // A field that goes takes its focus with it, which other windows hear of.
     const auto stands = [&] { return alive && m_hWnd && m_data; };
-    unsigned int device = 0;
-    if (m_data->GetZDevice(&device) == eKxZStack_Ok) OnZDeviceShown(device);
+    // Where a getter throws, what is shown stays.
+    const auto show = [&](const auto& part) {
+        if (stands()) kx::ui::Guarded([&]() -> kx::ui::Handled { return part(), 0; });
+    };
+    show([this] {
+        unsigned int device = 0;
+        if (m_data->GetZDevice(&device) == eKxZStack_Ok) OnZDeviceShown(device);
+    });
     if (flags & RefreshPositions) {
-        if (stands()) ShowPositions();
-        if (stands()) ShowDevice();
+        show([this] { ShowPositions(); });
+        show([this] { ShowDevice(); });
     }
-    if (stands() && (flags & RefreshStep)) ShowSteps();
+    if (flags & RefreshStep) show([this] { ShowSteps(); });
     if (!stands()) return;
     if ((flags & RefreshAll) == RefreshAll) {
         const bool typing = m_dirty.step || m_dirty.below || m_dirty.range || m_dirty.count || m_dirty.above;
         ShownOf(m_hWnd)->typed = typing;
     }
-    ShowScale();
+    show([this] { ShowScale(); });
 }
 
 // ---- One control ---------------------------------------------------------------------------------------------------
 
-void CKxDevUI_ZStack::ShowEntry(int id, const wchar_t* text) {
-    if (Dirty(id)) {
-        ShownOf(m_hWnd)->typed = true;
-    } else {
-        ShowText(id, text);
+bool CKxDevUI_ZStack::IsWritable(int id) const { return (GetWindowLongW(Item(id), GWL_STYLE) & ES_READONLY) == 0; }
+
+// The fields that the host validates have no mark of their own.
+bool CKxDevUI_ZStack::IsBeingTyped(int id) {
+    return id >= IDC_ZS_EDIT_STEP ? Dirty(id) : IsWritable(id) && GetFocus() == Item(id);
+}
+
+void CKxDevUI_ZStack::ShowEntry(int id, Meaning meaning, const wchar_t* text, const Position& value) {
+    const auto shown = ShownOf(m_hWnd);
+    Entry& entry = shown->entries[static_cast<std::size_t>(id - IDC_ZS_EDIT_TOP)];
+    if (IsBeingTyped(id)) {
+        shown->typed = true;
+        // What has not been typed over yet must not take back what has become of the number meanwhile.
+        if (entry.meaning == meaning) entry.value = value;
+        return;
     }
+    ShowText(id, text);
+    // The same text may have been typed, and be left as it is.
+    if (SendMessageW(Item(id), EM_GETMODIFY, 0, 0)) SendMessageW(Item(id), EM_SETMODIFY, FALSE, 0);
+    entry = {text, meaning, value};
 }
 
 // Setting the text of an edit costs a hundred times as much as asking for it.
-void CKxDevUI_ZStack::ShowText(int id, const wchar_t* text) {
+bool CKxDevUI_ZStack::ShowText(int id, const wchar_t* text) {
     const HWND item = Item(id);
     wchar_t shown[64] = L"";
     GetWindowTextW(item, shown, static_cast<int>(std::size(shown)));
-    if (std::wcscmp(shown, text) != 0) SetWindowTextW(item, text);
+    return std::wcscmp(shown, text) != 0 && SetWindowTextW(item, text);
 }
 
 void CKxDevUI_ZStack::ShowItem(int id, bool show) {
@@ -117,9 +139,9 @@ void CKxDevUI_ZStack::ShowPositions() {
     // Around no home, the ends are distances from wherever Z stands.
     const bool floating = typed && !home && (type & 2) != 0;
     const wchar_t* format = floating ? L"%+0.2f" : L"%0.2f";
-    ShowText(IDC_ZS_EDIT_TOP, Formatted(format, top));
+    ShowEntry(IDC_ZS_EDIT_TOP, Meaning::Position, Formatted(format, top), top);
     ShowText(IDC_ZS_EDIT_MIDDLE, Formatted(L"%0.2f", home));
-    ShowText(IDC_ZS_EDIT_BOTTOM, Formatted(format, bottom));
+    ShowEntry(IDC_ZS_EDIT_BOTTOM, Meaning::Position, Formatted(format, bottom), bottom);
     if (typed) ShowRange(type, top, bottom, home);
     if (!shown->positions || shown->positions->type != now.type) {
         for (const int id : {IDC_ZS_TYPE_ENDS, IDC_ZS_TYPE_SYMMETRIC, IDC_ZS_TYPE_ASYMMETRIC})
@@ -142,14 +164,19 @@ void CKxDevUI_ZStack::ShowRange(int type, const Position& top, const Position& b
         const Position extent = bottom ? From(bottom, top) : std::nullopt;
         CKxStringW readout;
         if (extent) readout.Format(100, L"<%ls, %ls>", low.c_str(), high.c_str());
-        ShowEntry(IDC_ZS_EDIT_RANGE, Formatted(L"%0.2f", extent));
-        ShowText(IDC_ZS_READOUT, readout);
+        ShowEntry(IDC_ZS_EDIT_RANGE, Meaning::Range, Formatted(L"%0.2f", extent), extent);
+        if (ShowText(IDC_ZS_READOUT, readout)) FitLabels();
         return;
     }
-    ShowText(IDC_ZS_BELOW_LABEL, Translated(distances ? L"Below:" : L"Bottom:"));
-    ShowText(IDC_ZS_READOUT_LABEL, Translated(distances ? L"Above:" : L"Top:"));
-    ShowEntry(IDC_ZS_EDIT_BELOW, distances ? low : Formatted(L"%0.2f", bottom));
-    ShowEntry(IDC_ZS_EDIT_ABOVE, distances ? high : Formatted(L"%0.2f", top));
+    const bool below = ShowText(IDC_ZS_BELOW_LABEL, Translated(distances ? L"Below:" : L"Bottom:"));
+    if (ShowText(IDC_ZS_READOUT_LABEL, Translated(distances ? L"Above:" : L"Top:")) || below) FitLabels();
+    if (distances) {
+        ShowEntry(IDC_ZS_EDIT_BELOW, Meaning::Distance, low, From(home, bottom));
+        ShowEntry(IDC_ZS_EDIT_ABOVE, Meaning::Distance, high, From(home, top));
+    } else {
+        ShowEntry(IDC_ZS_EDIT_BELOW, Meaning::Position, Formatted(L"%0.2f", bottom), bottom);
+        ShowEntry(IDC_ZS_EDIT_ABOVE, Meaning::Position, Formatted(L"%0.2f", top), top);
+    }
 }
 
 // ---- Step and planes -----------------------------------------------------------------------------------------------
@@ -163,8 +190,8 @@ void CKxDevUI_ZStack::ShowSteps() {
     if (shown->steps == now && !shown->typed) return;
     CKxStringW text(kNotSet);
     if (counted) text.Format(20, L"%u", count);
-    ShowEntry(IDC_ZS_EDIT_STEPS, text);
-    ShowEntry(IDC_ZS_EDIT_STEP, Formatted(L"%0.2f", now.step));
+    ShowEntry(IDC_ZS_EDIT_STEPS, Meaning::Count, text, counted ? Position(count) : std::nullopt);
+    ShowEntry(IDC_ZS_EDIT_STEP, Meaning::Step, Formatted(L"%0.2f", now.step), now.step);
     ShowText(IDC_ZS_SUGGESTED, Formatted(L"%0.2f \u00B5m", now.suggested));
     EnableItem(IDC_ZS_SUGGESTED, now.suggested.has_value());
     shown->steps = now;
@@ -175,33 +202,36 @@ void CKxDevUI_ZStack::ShowSteps() {
 void CKxDevUI_ZStack::ShowDevice() {
     unsigned int index = 0;
     const bool known = m_data->GetZDevice(&index) == eKxZStack_Ok;
+    bool keep = false;
+    const bool kept = m_data->GetKeepZOnPiezoHome(&keep) == eKxZStack_Ok;
+    const ZDevice* device = known && index < m_devices.size() ? &m_devices[index] : nullptr;
+    const bool piezo = device && device->piezo, inverted = device && device->inverted;
     const HWND list = Item(IDC_ZS_DEVICE);
     const int selection = known ? static_cast<int>(index) : -1;
     if (SendMessageW(list, CB_GETCURSEL, 0, 0) != selection) {
         SendMessageW(list, CB_SETCURSEL, static_cast<WPARAM>(selection), 0);
     }
 
-    const ZDevice* device = CurrentDevice();
     const auto shown = ShownOf(m_hWnd);
     if (device && shown->device != index) {
         shown->device = index;
-        m_piezoMode = device->pickerMode;
+        m_piezo.SetMode(device->pickerMode);
         InvalidateRect(Item(IDC_ZS_PIEZO), nullptr, FALSE);
     }
-    bool keep = false;
-    const unsigned int entry =
-        m_data->GetKeepZOnPiezoHome(&keep) == eKxZStack_Ok ? (keep ? PiezoHomeKeepZ : PiezoHome) : m_piezoEntry;
-    if (std::exchange(m_piezoEntry, entry) != entry) ShowPiezoEntry();
+    if (const unsigned int entry = keep ? PiezoHomeKeepZ : PiezoHome; kept && entry != m_piezo.GetEntry()) {
+        m_piezo.SetEntry(entry);
+        ShowPiezoEntry();
+    }
     ShowItem(IDC_ZS_PIEZO,
              std::any_of(m_devices.begin(), m_devices.end(), [](const auto& each) { return each.piezo; }));
-    EnableItem(IDC_ZS_PIEZO, device && device->piezo);
-    ShowTips(device && device->inverted);
+    EnableItem(IDC_ZS_PIEZO, piezo);
+    ShowTips(inverted);
 }
 
 void CKxDevUI_ZStack::ShowPiezoEntry() {
     const HWND button = Item(IDC_ZS_PIEZO);
     if (!button) return;
-    KX_UpdateToolTipWindow(button, m_piezoMenu.GetText(static_cast<int>(m_piezoEntry)));
+    KX_UpdateToolTipWindow(button, m_piezo.GetText());
     InvalidateRect(button, nullptr, FALSE);
 }
 

@@ -4,12 +4,18 @@
 #include <kxbaseui/kx_messagebox.h>
 #include <kxdevui/zfocus/zstack_ids.h>
 #include <kxdevui/zfocus/zstack_rules.h>
+#include <kxdevui/zfocus/zstack_window.h>
 #include <kxsystem/kx_number.h>
 #include <kxsystem/kx_translation.h>
 
 #include <cstdlib>
+#include <iterator>
 
 using kx::ui::Alive;
+using kx::zstack::Ask;
+using kx::zstack::Entry;
+using kx::zstack::Meaning;
+using kx::zstack::ShownOf;
 
 namespace {
 
@@ -33,6 +39,13 @@ private:
     const Alive& m_alive;
 };
 
+// What has been typed.
+std::optional<double> NumberIn(const wchar_t* text, Meaning meaning) {
+    if (meaning == Meaning::Count) return kx::zstack::ReadCount(text);
+    double value = 0;
+    return KX_StringToDouble(text, value) ? std::optional(value) : std::nullopt;
+}
+
 }  // namespace
 
 int CKxDevUI_ZStack::iKeepRange = 0;
@@ -41,25 +54,35 @@ int CKxDevUI_ZStack::iKeepRange = 0;
 
 // The message comes before the refresh, and both while further validations are held off: a box that opens takes the
 // focus from an edit, and a host that refreshes may move it.
-bool CKxDevUI_ZStack::Validate(int edit, bool showErrors, const Refresh& refresh, const Apply& apply) {
+bool CKxDevUI_ZStack::Validate(int edit, Meaning meaning, bool showErrors, const Refresh& refresh, const Apply& apply) {
     if (m_validating) return false;
     const Alive alive(this);
     const Raised validating(m_validating, alive);
 
     wchar_t text[kTextRoom] = L"";
     GetWindowTextW(Item(edit), text, kTextRoom);
-    const Verdict verdict = kx::zstack::IsNoEntry(text) ? Verdict::Taken : apply(text);
+    Verdict verdict = Verdict::Taken;
+    if (!kx::zstack::IsNoEntry(text)) {
+        auto value = NumberBehind(edit, meaning);
+        if (!value) value = NumberIn(text, meaning);
+        verdict = value ? Verdict::OutOfRange : Verdict::NotANumber;
+        // A getter that throws says nothing of what may be asked for next.
+        if (value) kx::ui::Guarded([&]() -> kx::ui::Handled { return verdict = apply(*value), 0; });
+    }
+    if (alive) m_refused = verdict != Verdict::Taken;
     if (alive) Complain(verdict, showErrors);
-    if (alive) refresh();
+    if (alive) kx::ui::Guarded([&]() -> kx::ui::Handled { return refresh(), 0; });
     return verdict == Verdict::Taken;
 }
 
-bool CKxDevUI_ZStack::ValidateNumber(int edit, bool showErrors, const Refresh& refresh,
-                                     const std::function<Verdict(double)>& apply) {
-    return Validate(edit, showErrors, refresh, [&apply](const wchar_t* text) {
-        double value = 0;
-        return KX_StringToDouble(text, value) ? apply(value) : Verdict::NotANumber;
-    });
+// Nobody has typed a text that is as the panel wrote it. What it was made of may have more digits.
+CKxDevUI_ZStack::Position CKxDevUI_ZStack::NumberBehind(int edit, Meaning meaning) const {
+    const HWND item = Item(edit);
+    if (!item || SendMessageW(item, EM_GETMODIFY, 0, 0) != FALSE) return std::nullopt;
+    const Entry& entry = ShownOf(m_hWnd)->entries[static_cast<std::size_t>(edit - IDC_ZS_EDIT_TOP)];
+    wchar_t text[64] = L"";
+    GetWindowTextW(item, text, static_cast<int>(std::size(text)));
+    return entry.meaning == meaning && entry.text == text ? entry.value : std::nullopt;
 }
 
 void CKxDevUI_ZStack::Complain(Verdict verdict, bool showErrors) {
@@ -81,43 +104,64 @@ CKxDevUI_ZStack::Refresh CKxDevUI_ZStack::Telling(unsigned int flags) {
 // ---- One setter ----------------------------------------------------------------------------------------------------
 
 bool CKxDevUI_ZStack::ValidateTop(bool showErrors) {
-    return ValidateNumber(IDC_ZS_EDIT_TOP, showErrors, Telling(RefreshAll),
-                          [this](double top) { return VerdictOf(m_data->SetTop(top, true)); });
+    return Validate(IDC_ZS_EDIT_TOP, Meaning::Position, showErrors, Telling(RefreshAll),
+                    [this](double top) { return VerdictOf(m_data->SetTop(top, true)); });
 }
 
 bool CKxDevUI_ZStack::ValidateBottom(bool showErrors) {
-    return ValidateNumber(IDC_ZS_EDIT_BOTTOM, showErrors, Telling(RefreshAll),
-                          [this](double bottom) { return VerdictOf(m_data->SetBottom(bottom, true)); });
+    return Validate(IDC_ZS_EDIT_BOTTOM, Meaning::Position, showErrors, Telling(RefreshAll),
+                    [this](double bottom) { return VerdictOf(m_data->SetBottom(bottom, true)); });
 }
 
 bool CKxDevUI_ZStack::ValidateHome(bool showErrors) {
-    return ValidateNumber(
-        IDC_ZS_EDIT_BOTTOM, showErrors, [this] { UpdateGUI(RefreshAll); },
+    return Validate(
+        IDC_ZS_EDIT_BOTTOM, Meaning::Position, showErrors, [this] { UpdateGUI(RefreshAll); },
         [this](double home) { return VerdictOf(m_data->SetHome(home)); });
 }
 
 bool CKxDevUI_ZStack::ValidateStep(bool showErrors) {
-    return ValidateNumber(IDC_ZS_EDIT_STEP, showErrors, Telling(RefreshStep), [this](double step) {
+    Position taken;
+    const auto tell = [this, &taken] { taken ? TellStep(*taken, true) : OnZStackChanged(RefreshStep); };
+    return Validate(IDC_ZS_EDIT_STEP, Meaning::Step, showErrors, tell, [this, &taken](double step) {
         if (m_data->SetStep(step) != eKxZStack_Ok) return Verdict::OutOfRange;
-        OnStepChanged(step, true);
+        taken = step;
         return Verdict::Taken;
     });
 }
 
 bool CKxDevUI_ZStack::ValidateSteps(bool showErrors) {
-    return Validate(IDC_ZS_EDIT_STEPS, showErrors, Telling(RefreshAll), [this](const wchar_t* text) {
-        const auto count = kx::zstack::ReadCount(text);
-        return count ? VerdictOf(m_data->SetCount(static_cast<unsigned int>(*count))) : Verdict::NotANumber;
+    return Validate(IDC_ZS_EDIT_STEPS, Meaning::Count, showErrors, Telling(RefreshAll), [this](double count) {
+        return VerdictOf(m_data->SetCount(static_cast<unsigned int>(static_cast<long long>(count))));
     });
+}
+
+// As guarded as the typed step: its message box may have the button pressed again.
+void CKxDevUI_ZStack::TakeSuggestedStep() {
+    if (m_validating) return;
+    const Alive alive(this);
+    const Raised validating(m_validating, alive);
+    double step = 0;
+    if (Ask([&] { return m_data->GetStepSuggested(&step); }) != eKxZStack_Ok) return OnZStackChanged(RefreshAll);
+    if (Ask([&] { return m_data->SetStep(step); }) == eKxZStack_Ok) return TellStep(step, false);
+    Complain(Verdict::OutOfRange, true);
+    if (alive) OnZStackChanged(RefreshStep);
+}
+
+void CKxDevUI_ZStack::TellStep(double step, bool typed) {
+    const Alive alive(this);
+    kx::ui::Guarded([&]() -> kx::ui::Handled { return OnStepChanged(step, typed), 0; });
+    if (alive) OnZStackChanged(RefreshStep);
 }
 
 // ---- The range -----------------------------------------------------------------------------------------------------
 
 bool CKxDevUI_ZStack::ValidateRange(bool showErrors) {
     int type = 0;
-    if (!m_data || m_data->GetType(&type) != eKxZStack_Ok || !kx::zstack::HasRange(type)) return false;
-    return ValidateNumber(IDC_ZS_EDIT_RANGE, showErrors, Telling(RefreshAll),
-                          [this](double range) { return SetRange(range); });
+    if (!m_data || Ask([&] { return m_data->GetType(&type); }) != eKxZStack_Ok || !kx::zstack::HasRange(type)) {
+        return false;
+    }
+    return Validate(IDC_ZS_EDIT_RANGE, Meaning::Range, showErrors, Telling(RefreshAll),
+                    [this](double range) { return SetRange(range); });
 }
 
 CKxDevUI_ZStack::Verdict CKxDevUI_ZStack::SetRange(double range) {
@@ -126,27 +170,30 @@ CKxDevUI_ZStack::Verdict CKxDevUI_ZStack::SetRange(double range) {
     const Position oldTop = Known(&CKxZStackData::GetTop);
     const Position oldBottom = Known(&CKxZStackData::GetBottom);
 
-    bool taken = data.SetBottom(home.value_or(0.0) - range * 0.5, true) == eKxZStack_Ok;
+    const auto top = [&data](double z) { return Ask([&] { return data.SetTop(z, true); }) == eKxZStack_Ok; };
+    const auto bottom = [&data](double z) { return Ask([&] { return data.SetBottom(z, true); }) == eKxZStack_Ok; };
+
+    bool taken = bottom(home.value_or(0.0) - range * 0.5);
     if (!taken && home) {
         // The lower end of the device is where the stack fits.
-        const Position lowest = Known(&CKxZStackData::GetZRangeMin);
-        taken = lowest && data.SetHome(range * 0.5 + *lowest) == eKxZStack_Ok &&
-                data.SetBottom(*lowest, true) == eKxZStack_Ok;
+        double lowest = 0;
+        taken = Ask([&] { return data.GetZRangeMin(&lowest); }) == eKxZStack_Ok &&
+                Ask([&] { return data.SetHome(range * 0.5 + lowest); }) == eKxZStack_Ok && bottom(lowest);
     }
-    double bottom = 0;
-    data.GetBottom(&bottom);
-    if (taken && data.SetTop(bottom + range, true) == eKxZStack_Ok) return Verdict::Taken;
+    double begin = 0;
+    Ask([&] { return data.GetBottom(&begin); });
+    if (taken && top(begin + range)) return Verdict::Taken;
 
     // The home is not put back: hosts rely on it having gone where the stack would fit.
     if (oldBottom) {
-        data.SetBottom(*oldBottom, true);
+        bottom(*oldBottom);
     } else {
-        data.ResetBottom();
+        Ask([&] { return data.ResetBottom(); });
     }
     if (oldTop) {
-        data.SetTop(*oldTop, true);
+        top(*oldTop);
     } else {
-        data.ResetTop();
+        Ask([&] { return data.ResetTop(); });
     }
     return Verdict::OutOfRange;
 }
@@ -159,13 +206,14 @@ bool CKxDevUI_ZStack::ValidateRangeMin(bool showErrors) { return ValidateEnd(fal
 
 bool CKxDevUI_ZStack::ValidateEnd(bool above, bool showErrors) {
     int type = 0;
-    if (!m_data || m_data->GetType(&type) != eKxZStack_Ok) return false;
-    return ValidateNumber(above ? IDC_ZS_EDIT_ABOVE : IDC_ZS_EDIT_BELOW, showErrors, Telling(RefreshAll),
-                          [this, above, type](double entry) {
-                              const Position home = Known(&CKxZStackData::GetHome);
-                              return SetEnd(above, above ? kx::zstack::PositionAbove(type, home, entry)
-                                                         : kx::zstack::PositionBelow(type, home, entry));
-                          });
+    if (!m_data || Ask([&] { return m_data->GetType(&type); }) != eKxZStack_Ok) return false;
+    const Meaning meaning = kx::zstack::HasDistances(type) ? Meaning::Distance : Meaning::Position;
+    return Validate(above ? IDC_ZS_EDIT_ABOVE : IDC_ZS_EDIT_BELOW, meaning, showErrors, Telling(RefreshAll),
+                    [this, above, type](double entry) {
+                        const Position home = Known(&CKxZStackData::GetHome);
+                        return SetEnd(above, above ? kx::zstack::PositionAbove(type, home, entry)
+                                                   : kx::zstack::PositionBelow(type, home, entry));
+                    });
 }
 
 CKxDevUI_ZStack::Verdict CKxDevUI_ZStack::SetEnd(bool above, double position) {
@@ -173,7 +221,7 @@ CKxDevUI_ZStack::Verdict CKxDevUI_ZStack::SetEnd(bool above, double position) {
         return above ? data.SetTop(position, adjust) : data.SetBottom(position, adjust);
     };
     const int status = set(*m_data, false);
-    if (status != eKxZStack_Refused) return VerdictOf(status);
+    if (status != eKxZStack_OutOfRange) return VerdictOf(status);
 
     const Alive alive(this);
     const bool move = MayMoveOtherEnd(above);

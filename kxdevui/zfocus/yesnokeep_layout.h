@@ -22,8 +22,12 @@ struct YesNoKeepLayout {
     SIZE dialog;
 };
 
+// The width of what stands beside the icon: the question's, or that of the row of buttons where it is wider. The check
+// box has it too, and, where its text wraps then, the height for that.
+long YesNoKeepWidth(const YesNoKeepSizes& sizes);
+
 // Icon at the left, question beside it, check box under the question, the buttons in one row under that and centred
-// under the question; 10 pixels between all. A question narrower than the row of buttons gets the row's width.
+// under the question; 10 pixels between all.
 YesNoKeepLayout PlaceYesNoKeep(const YesNoKeepSizes& sizes);
 
 }  // namespace kx::zstack

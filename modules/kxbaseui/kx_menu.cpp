@@ -1,11 +1,18 @@
 #include <kxbaseui/kx_menu.h>
 
-#include <string>
-#include <vector>
+#include <algorithm>
+#include <memory>
+#include <type_traits>
 
+#include <kxbaseui/kx_bitmappool.h>
+#include <kxbaseui/kx_colors.h>
+#include <kxbaseui/kx_fonts.h>
+#include <kxbaseui/kx_layoutmanager.h>
 #include <kxsystem/kx_log.h>
 
 namespace {
+
+constexpr int kImage = 16, kMargin = 4;  // unzoomed pixels
 
 KX_MenuHandler s_handler = nullptr;
 void* s_context = nullptr;
@@ -15,13 +22,7 @@ struct MenuDeleter {
 };
 using OwnedMenu = std::unique_ptr<std::remove_pointer_t<HMENU>, MenuDeleter>;
 
-struct Item {
-    int command;
-    std::wstring text;
-    bool enabled;
-};
-
-int Ask(HWND owner, const CKxMenu& menu, int x, int y) {
+int AskHandler(HWND owner, const CKxMenu& menu, int x, int y) {
     try {
         return s_handler(owner, menu, x, y, s_context);
     } catch (...) {
@@ -30,60 +31,159 @@ int Ask(HWND owner, const CKxMenu& menu, int x, int y) {
     }
 }
 
+long Zoomed(int pixels) { return CKxGUILayoutManager::Zoomed(pixels); }
+
 }  // namespace
 
-struct CKxMenu::Items : std::vector<Item> {
-    const Item* At(int index) const {
-        return index >= 0 && index < static_cast<int>(size()) ? &(*this)[static_cast<std::size_t>(index)] : nullptr;
-    }
-};
-
-CKxMenu::CKxMenu() : m_items(std::make_unique<Items>()) {}
+CKxMenu::CKxMenu() = default;
+CKxMenu::CKxMenu(const CKxMenu&) = default;
+CKxMenu& CKxMenu::operator=(const CKxMenu&) = default;
 CKxMenu::~CKxMenu() = default;
 
-void CKxMenu::AppendItem(int command, const wchar_t* text, bool enabled) {
+// ---- Items ---------------------------------------------------------------------------------------------------------
+
+void CKxMenu::AppendMenuItem(int command, const wchar_t* text, bool enabled) {
     if (!text || !*text) {
-        m_items->push_back({0, {}, false});
+        m_items.push_back({0, false, {}, {}, CKxBitmapPool::NoImage});
     } else if (command < 1 || command > 0xFFFF) {
         KX_LOG(L"kx_menu", L"the command %d is refused", command);
     } else {
-        m_items->push_back({command, text, enabled});
+        m_items.push_back({command, enabled, {}, text, CKxBitmapPool::NoImage});
     }
 }
 
-int CKxMenu::GetCount() const { return static_cast<int>(m_items->size()); }
+void CKxMenu::AppendMenuItem(const wchar_t* name, const wchar_t* text, const wchar_t* image) {
+    m_items.push_back(
+        {GetCount() + 1, true, name ? name : L"", text ? text : L"", CKxBitmapPool::AddImageBaseUI(image)});
+}
+
+const CKxMenu::Item* CKxMenu::At(int index) const {
+    return index >= 0 && index < GetCount() ? &m_items[static_cast<std::size_t>(index)] : nullptr;
+}
+
+int CKxMenu::GetCount() const { return static_cast<int>(m_items.size()); }
 
 int CKxMenu::GetCommand(int index) const {
-    const Item* const item = m_items->At(index);
+    const Item* const item = At(index);
     return item ? item->command : 0;
 }
 
+const wchar_t* CKxMenu::GetName(int index) const {
+    const Item* const item = At(index);
+    return item ? item->name.c_str() : L"";
+}
+
 const wchar_t* CKxMenu::GetText(int index) const {
-    const Item* const item = m_items->At(index);
+    const Item* const item = At(index);
     return item ? item->text.c_str() : L"";
 }
 
+int CKxMenu::GetImage(int index) const {
+    const Item* const item = At(index);
+    return item ? item->image : CKxBitmapPool::NoImage;
+}
+
+// ---- On the screen -------------------------------------------------------------------------------------------------
+
 int CKxMenu::TrackContextMenu(unsigned flags, int x, int y, HWND owner) const {
-    if (m_items->empty() || GetWindowThreadProcessId(owner, nullptr) != GetCurrentThreadId()) return 0;
-    int chosen = 0;
-    if (s_handler) {
-        chosen = Ask(owner, *this, x, y);
-    } else {
-        const OwnedMenu menu(CreatePopupMenu());
-        for (const Item& each : *m_items) {
-            const UINT kind = each.command == 0 ? MF_SEPARATOR : each.enabled ? MF_STRING : MF_STRING | MF_GRAYED;
-            AppendMenuW(menu.get(), kind, static_cast<UINT_PTR>(each.command), each.text.c_str());
-        }
-        const UINT place = flags & eKxMenuTrack_KeepControl ? TPM_VERTICAL : TPM_HORIZONTAL;
-        // The right button opens it, so it may also choose.
-        chosen = TrackPopupMenu(menu.get(), place | TPM_RETURNCMD | TPM_RIGHTBUTTON, x, y, 0, owner, nullptr);
-    }
+    const UINT place = flags & eKxMenuTrack_KeepControl ? TPM_VERTICAL : TPM_HORIZONTAL;
+    // The right button opens it, so it may also choose.
+    const int chosen = Ask(owner, x, y, place | TPM_RIGHTBUTTON, nullptr, -1);
     if (flags & eKxMenuTrack_ReturnCommand) return chosen;
     if (chosen != 0 && IsWindow(owner)) SendMessageW(owner, WM_COMMAND, static_cast<WPARAM>(chosen), 0);
     return 0;
 }
 
+// Nothing of the menu is touched after it was open: it may be gone with the owner.
+int CKxMenu::Ask(HWND owner, int x, int y, UINT flags, const RECT* keepClear, int checked) const {
+    if (m_items.empty() || GetWindowThreadProcessId(owner, nullptr) != GetCurrentThreadId()) return 0;
+    if (s_handler) return AskHandler(owner, *this, x, y);
+    const OwnedMenu menu(CreatePopupMenu());
+    for (int i = 0; i < GetCount(); ++i) {
+        const Item& item = *At(i);
+        const auto command = static_cast<UINT_PTR>(item.command);
+        if (!item.name.IsEmpty()) {
+            const UINT mark = i == checked ? MF_CHECKED : 0u;
+            AppendMenuW(menu.get(), MF_OWNERDRAW | mark, command, reinterpret_cast<const wchar_t*>(command));
+        } else {
+            const UINT kind = command == 0 ? MF_SEPARATOR : item.enabled ? MF_STRING : MF_STRING | MF_GRAYED;
+            AppendMenuW(menu.get(), kind, command, item.text.c_str());
+        }
+    }
+    TPMPARAMS clear{sizeof clear, keepClear ? *keepClear : RECT{}};
+    return TrackPopupMenuEx(menu.get(), flags | TPM_RETURNCMD, x, y, owner, keepClear ? &clear : nullptr);
+}
+
+// The data is the item's number, from 1, so that a menu of somebody else's with no data is not taken for this one's.
+const CKxMenu::Item* CKxMenu::Drawn(UINT type, ULONG_PTR data) const {
+    return type == ODT_MENU && data >= 1 && data <= m_items.size() ? &m_items[data - 1] : nullptr;
+}
+
+bool CKxMenu::MeasureItem(MEASUREITEMSTRUCT& item) const {
+    const Item* found = Drawn(item.CtlType, item.itemData);
+    if (!found) return false;
+    RECT text{};
+    if (const HDC dc = GetDC(nullptr)) {
+        const HGDIOBJ previous = SelectObject(dc, KX_GetDefaultGuiFont());
+        DrawTextW(dc, found->text.c_str(), -1, &text, DT_CALCRECT | DT_SINGLELINE | DT_NOPREFIX);
+        SelectObject(dc, previous);
+        ReleaseDC(nullptr, dc);
+    }
+    item.itemWidth = static_cast<UINT>(text.right + Zoomed(kImage + 4 * kMargin));
+    item.itemHeight = static_cast<UINT>(std::max(text.bottom, Zoomed(kImage)) + 2 * Zoomed(kMargin));
+    return true;
+}
+
+bool CKxMenu::DrawItem(const DRAWITEMSTRUCT& item) const {
+    const Item* found = Drawn(item.CtlType, item.itemData);
+    if (!found) return false;
+    const bool selected = (item.itemState & ODS_SELECTED) != 0;
+    RECT area = item.rcItem;
+    FillRect(item.hDC, &area, KX_GetSysColorBrush(COLOR_MENU));
+    // The image keeps its own colours, so the selection is a frame around a face that is not the selection's.
+    if (selected) FrameRect(item.hDC, &area, KX_GetSysColorBrush(COLOR_HIGHLIGHT));
+    const long side = Zoomed(kImage), margin = Zoomed(kMargin), top = (area.top + area.bottom - side) / 2;
+    const RECT image{area.left + margin, top, area.left + margin + side, top + side};
+    CKxBitmapPool::DrawOptimalImage(item.hDC, found->image, image);
+    if (item.itemState & ODS_CHECKED) {
+        RECT frame = image;
+        InflateRect(&frame, 2, 2);
+        FrameRect(item.hDC, &frame, KX_GetSysColorBrush(COLOR_HIGHLIGHT));
+    }
+    area.left = image.right + 2 * margin;
+    const int mode = SetBkMode(item.hDC, TRANSPARENT);
+    const COLORREF color = SetTextColor(item.hDC, KX_GetSysColor(COLOR_MENUTEXT));
+    const HGDIOBJ previous = SelectObject(item.hDC, KX_GetDefaultGuiFont());
+    DrawTextW(item.hDC, found->text.c_str(), -1, &area, DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX);
+    SelectObject(item.hDC, previous);
+    SetTextColor(item.hDC, color);
+    SetBkMode(item.hDC, mode);
+    return true;
+}
+
 void KX_SetMenuHandler(KX_MenuHandler handler, void* context) {
     s_handler = handler;
     s_context = context;
+}
+
+// ---- The picker ----------------------------------------------------------------------------------------------------
+
+CKxMenuPicker CKxMenu::CreateMenuPickerEx(unsigned int entry, int mode) const {
+    CKxMenuPicker picker;
+    picker.m_menu = *this;
+    picker.SetEntry(entry);
+    picker.m_mode = mode;
+    return picker;
+}
+
+int CKxMenuPicker::Track(HWND owner, const RECT& anchor) const {
+    // The answer is an item's number; what it says is found out before the picker may be gone.
+    std::vector<int> commands;
+    commands.reserve(m_menu.m_items.size());
+    for (int i = 0; i < m_menu.GetCount(); ++i)
+        commands.push_back(m_menu.GetCommand(i));
+    const int chosen =
+        m_menu.Ask(owner, anchor.left, anchor.bottom, TPM_NONOTIFY | TPM_VERTICAL, &anchor, static_cast<int>(m_entry));
+    const auto found = std::find(commands.begin(), commands.end(), chosen);
+    return chosen != 0 && found != commands.end() ? static_cast<int>(found - commands.begin()) : -1;
 }

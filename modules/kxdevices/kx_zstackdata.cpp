@@ -1,5 +1,7 @@
 #include <kxdevices/kx_zstackdata.h>
 
+#include <cmath>
+
 namespace zs = kx::zstack;
 
 namespace {
@@ -12,11 +14,11 @@ int Give(T* output, const T& value) {
 
 template <class T>
 int Give(T* output, const std::optional<T>& value) {
-    return value ? Give(output, *value) : eKxZStack_Refused;
+    return value ? Give(output, *value) : eKxZStack_NotSet;
 }
 
 int GiveLength(double* output, const std::optional<zs::Nm>& value) {
-    return value ? Give(output, zs::ToMicrometres(*value)) : eKxZStack_Refused;
+    return value ? Give(output, zs::ToMicrometres(*value)) : eKxZStack_NotSet;
 }
 
 // Within the limits, which what is not a number never is.
@@ -44,10 +46,14 @@ zs::Range CKxZStackData::Limits() const {
     return device ? device->range : zs::Range{};
 }
 
-int CKxZStackData::Take(const std::optional<zs::Stack>& stack) {
-    if (!stack) return eKxZStack_Refused;
-    m_stack = *stack;
-    return eKxZStack_Ok;
+int CKxZStackData::Take(const zs::Outcome& outcome) {
+    if (outcome) m_stack = *outcome;
+    return outcome.status;
+}
+
+// A number that is too large to be counted in nanometres lies outside of any device.
+int CKxZStackData::NoPosition(double micrometres) const {
+    return Current() && !std::isnan(micrometres) ? eKxZStack_OutOfRange : eKxZStack_Invalid;
 }
 
 // ---- The stack -----------------------------------------------------------------------------------------------------
@@ -61,17 +67,17 @@ int CKxZStackData::GetHome(double* home) const { return GiveLength(home, m_stack
 
 int CKxZStackData::SetTop(double top, bool adjust) {
     const auto position = zs::FromMicrometres(top);
-    return position ? Take(zs::WithTop(m_stack, Limits(), *position, adjust)) : eKxZStack_Refused;
+    return position ? Take(zs::WithTop(m_stack, Limits(), *position, adjust)) : NoPosition(top);
 }
 
 int CKxZStackData::SetBottom(double bottom, bool adjust) {
     const auto position = zs::FromMicrometres(bottom);
-    return position ? Take(zs::WithBottom(m_stack, Limits(), *position, adjust)) : eKxZStack_Refused;
+    return position ? Take(zs::WithBottom(m_stack, Limits(), *position, adjust)) : NoPosition(bottom);
 }
 
 int CKxZStackData::SetHome(double home) {
     const auto position = zs::FromMicrometres(home);
-    return position ? Take(zs::WithHome(m_stack, Limits(), *position)) : eKxZStack_Refused;
+    return position ? Take(zs::WithHome(m_stack, Limits(), *position)) : NoPosition(home);
 }
 
 int CKxZStackData::ResetTop() {
@@ -92,27 +98,27 @@ int CKxZStackData::GetStep(double* step) const { return GiveLength(step, m_stack
 
 int CKxZStackData::SetStep(double step) {
     const auto length = zs::FromMicrometres(step);
-    return length ? Take(zs::WithStep(m_stack, *length)) : eKxZStack_Refused;
+    return length ? Take(zs::WithStep(m_stack, *length)) : eKxZStack_Invalid;
 }
 
 int CKxZStackData::GetCount(unsigned int* count) const { return Give(count, m_stack.count); }
 int CKxZStackData::SetCount(unsigned int count) { return Take(zs::WithCount(m_stack, count)); }
 
 int CKxZStackData::GetStepSuggested(double* step) const {
-    if (!m_objective || !m_wavelength) return eKxZStack_Refused;
+    if (!m_objective || !m_wavelength) return eKxZStack_NotSet;
     const double nanometres =
         zs::NyquistStep(m_objective->numericalAperture, m_objective->immersionIndex, *m_wavelength);
     return GiveLength(step, zs::FromMicrometres(nanometres / 1000.0));
 }
 
 int CKxZStackData::SetObjective(double numericalAperture, double immersionIndex) {
-    if (!Holds(1.0, immersionIndex, 3.0) || !Holds(0.01, numericalAperture, immersionIndex)) return eKxZStack_Refused;
+    if (!Holds(1.0, immersionIndex, 3.0) || !Holds(0.01, numericalAperture, immersionIndex)) return eKxZStack_Invalid;
     m_objective = Objective{numericalAperture, immersionIndex};
     return eKxZStack_Ok;
 }
 
 int CKxZStackData::SetWavelength(double nanometres) {
-    if (!Holds(100.0, nanometres, 10000.0)) return eKxZStack_Refused;
+    if (!Holds(100.0, nanometres, 10000.0)) return eKxZStack_Invalid;
     m_wavelength = nanometres;
     return eKxZStack_Ok;
 }
@@ -143,7 +149,7 @@ int CKxZStackData::SetKeepZOnPiezoHome(bool keep) {
 
 int CKxZStackData::AddZDevice(double rangeMin, double rangeMax, unsigned int* device) {
     const auto low = zs::FromMicrometres(rangeMin), high = zs::FromMicrometres(rangeMax);
-    if (!low || !high || *low > *high) return eKxZStack_Refused;
+    if (!low || !high || *low > *high) return eKxZStack_Invalid;
     m_devices.push_back({{*low, *high}, std::nullopt});
     return Give(device, static_cast<unsigned int>(m_devices.size() - 1));
 }
@@ -161,7 +167,7 @@ int CKxZStackData::GetZDeviceCount(unsigned int* count) const {
 int CKxZStackData::GetZDevice(unsigned int* device) const { return Give(device, m_device); }
 
 int CKxZStackData::SetZDevice(unsigned int device) {
-    if (device >= m_devices.size()) return eKxZStack_Refused;
+    if (device >= m_devices.size()) return eKxZStack_NoDevice;
     if (m_device == device) return eKxZStack_Ok;
     const Device& next = m_devices[device];
     const Device* previous = Current();
@@ -172,20 +178,21 @@ int CKxZStackData::SetZDevice(unsigned int device) {
 }
 
 int CKxZStackData::GetZRangeMin(double* position) const {
-    return Current() ? Give(position, zs::ToMicrometres(Current()->range.min)) : eKxZStack_Refused;
+    return Current() ? Give(position, zs::ToMicrometres(Current()->range.min)) : eKxZStack_NoDevice;
 }
 
 int CKxZStackData::GetZRangeMax(double* position) const {
-    return Current() ? Give(position, zs::ToMicrometres(Current()->range.max)) : eKxZStack_Refused;
+    return Current() ? Give(position, zs::ToMicrometres(Current()->range.max)) : eKxZStack_NoDevice;
 }
 
 int CKxZStackData::GetZPosition(double* position) const {
-    return Current() ? GiveLength(position, Current()->position) : eKxZStack_Refused;
+    return Current() ? GiveLength(position, Current()->position) : eKxZStack_NoDevice;
 }
 
 int CKxZStackData::SetZPosition(unsigned int device, double position) {
+    if (device >= m_devices.size()) return eKxZStack_NoDevice;
     const auto place = zs::FromMicrometres(position);
-    if (!place || device >= m_devices.size()) return eKxZStack_Refused;
+    if (!place) return eKxZStack_Invalid;
     m_devices[device].position = *place;
     return eKxZStack_Ok;
 }

@@ -7,20 +7,15 @@
 #include <kxdevices/kx_zstackrules.h>
 #include <kxdevices/kxdevices_api.h>
 
-// What every accessor of CKxZStackData answers.
-enum EKxZStackStatus : int {
-    eKxZStack_Ok = 0,
-    eKxZStack_Refused = -17,  // a setter: not taken, nothing has changed; a getter: not set, the output is left alone
-};
-
 // The record that a Z stack panel edits: where the series starts and ends, its centre, its step and its planes, and the
 // Z devices that can perform it. It belongs to the host, which reads it when the series is to be taken. It moves
 // nothing.
 //
 // Positions and distances are in micrometres, kept in whole nanometres: what is set is rounded to the nearest one,
-// halves away from zero. Setters answer 0, or -17 for what cannot be, and have then changed nothing: what is not a
-// number, infinite, or farther than a kilometre; what lies outside the range of the current Z device; a top below the
-// bottom. Without a device, positions are not limited. What moves with what is told in docs/zstack.md.
+// halves away from zero. Setters answer 0, or one of the codes of EKxZStackStatus (kx_zstackrules.h) for what cannot
+// be, and have then changed nothing; -17 is kept for what lies outside the range of the current Z device, because the
+// panel then offers to move the other end. Without a device, positions are not limited. What moves with what is told in
+// docs/zstack.md.
 //
 // The type says what holds the stack (bits 0 and 1); bit 2 makes a second set of the same types and means nothing to
 // the record:
@@ -134,7 +129,8 @@ private:
 
     const Device* Current() const;
     kx::zstack::Range Limits() const;
-    int Take(const std::optional<kx::zstack::Stack>& stack);
+    int Take(const kx::zstack::Outcome& outcome);
+    int NoPosition(double micrometres) const;
 
     kx::zstack::Stack m_stack;
     std::vector<Device> m_devices;

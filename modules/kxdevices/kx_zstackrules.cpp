@@ -36,12 +36,12 @@ Range Reach(const Stack& stack, const Range& device) noexcept {
 }
 
 // An end has moved: the step stays and the count follows; before there is a step, the step follows a known count.
-std::optional<Stack> Recounted(Stack stack) noexcept {
+Outcome Recounted(Stack stack) noexcept {
     const auto extent = stack.Extent();
     if (!extent) return stack;
     if (stack.step) {
         const Nm planes = PlanesIn(*extent, *stack.step);
-        if (planes > Nm{MaxCount}) return std::nullopt;
+        if (planes > Nm{MaxCount}) return eKxZStack_Planes;
         stack.count = static_cast<unsigned>(planes);
     } else if (stack.count) {
         stack.step = StepFor(*extent, *stack.count);
@@ -60,19 +60,19 @@ Stack Mirrored(Stack stack) noexcept {
 }
 
 // The other end, or the whole of a relative stack, makes room for a top that is refused as it stands.
-std::optional<Stack> WithTopAdjusted(Stack stack, const Range& device, Nm top) noexcept {
+Outcome WithTopAdjusted(Stack stack, const Range& device, Nm top) noexcept {
     const Range reach = Reach(stack, device);
     const Nm bottom = *stack.bottom;
     if (top > reach.max) {
         // The device's end stops the stack, which keeps the length that was asked for.
-        if (stack.IsFloating() || top - bottom > device.Length()) return std::nullopt;
+        if (stack.IsFloating() || top - bottom > device.Length()) return eKxZStack_OutOfRange;
         const Nm back = reach.max - top;
         stack.top = top;
         ShiftAll(stack, back);
-        if (stack.IsRelative() && !device.Holds(*stack.home)) return std::nullopt;
+        if (stack.IsRelative() && !device.Holds(*stack.home)) return eKxZStack_OutOfRange;
     } else if (top < bottom) {
         // On the wrong side of home it is a mistake (a negative range), else the stack starts anew at the other place.
-        if (stack.IsRelative() && top < stack.home.value_or(0)) return std::nullopt;
+        if (stack.IsRelative() && top < stack.home.value_or(0)) return eKxZStack_Reversed;
         stack.bottom = std::max(reach.min, top - stack.Extent().value_or(0));
         stack.top = top;
     } else {
@@ -85,7 +85,8 @@ std::optional<Stack> WithTopAdjusted(Stack stack, const Range& device, Nm top) n
 }  // namespace
 
 std::optional<Nm> FromMicrometres(double micrometres) noexcept {
-    const double nanometres = std::round(micrometres * 1000.0);
+    // What sums of positions leave of half a nanometre is still half of one.
+    const double nanometres = std::round(std::round(micrometres * 1e9) / 1e6);
     // Also false for what is not a number.
     if (!(std::abs(nanometres) <= static_cast<double>(MaxPosition))) return std::nullopt;
     return static_cast<Nm>(nanometres);
@@ -115,25 +116,26 @@ std::optional<Nm> PlaneAt(const Stack& stack, unsigned index, bool fromTop) noex
     return *stack.bottom + (fromTop ? *remainder : 0) + stack.step.value_or(0) * Nm{index};
 }
 
-std::optional<Stack> WithTop(Stack stack, const Range& device, Nm top, bool adjust) noexcept {
+Outcome WithTop(Stack stack, const Range& device, Nm top, bool adjust) noexcept {
     const Range reach = Reach(stack, device);
     const bool fits = !stack.bottom || (top >= *stack.bottom && top - *stack.bottom <= device.Length());
-    if (top < reach.min) return std::nullopt;
+    if (top < reach.min) return eKxZStack_OutOfRange;
     if (reach.Holds(top) && fits) {
         stack.top = top;
         return Recounted(stack);
     }
-    if (!adjust || !stack.bottom) return std::nullopt;
+    if (!adjust || !stack.bottom)
+        return reach.Holds(top) && top < *stack.bottom ? eKxZStack_Reversed : eKxZStack_OutOfRange;
     return WithTopAdjusted(stack, device, top);
 }
 
-std::optional<Stack> WithBottom(Stack stack, const Range& device, Nm bottom, bool adjust) noexcept {
+Outcome WithBottom(Stack stack, const Range& device, Nm bottom, bool adjust) noexcept {
     const auto mirrored = WithTop(Mirrored(stack), Mirrored(device), -bottom, adjust);
-    return mirrored ? std::optional(Mirrored(*mirrored)) : std::nullopt;
+    return mirrored ? Outcome(Mirrored(*mirrored)) : mirrored;
 }
 
-std::optional<Stack> WithHome(Stack stack, const Range& device, Nm home) noexcept {
-    if (!device.Holds(home)) return std::nullopt;
+Outcome WithHome(Stack stack, const Range& device, Nm home) noexcept {
+    if (!device.Holds(home)) return eKxZStack_OutOfRange;
     if (stack.IsRelative()) {
         const Nm by = home - stack.home.value_or(0);
         Shift(stack.top, by);
@@ -154,28 +156,28 @@ Stack WithoutHome(Stack stack) noexcept {
     return stack;
 }
 
-std::optional<Stack> WithStep(Stack stack, Nm step) noexcept {
-    if (step < 1) return std::nullopt;
+Outcome WithStep(Stack stack, Nm step) noexcept {
+    if (step < 1) return eKxZStack_Invalid;
     stack.step = step;
     return Recounted(stack);
 }
 
-std::optional<Stack> WithCount(Stack stack, unsigned count) noexcept {
-    if (count < 1 || count > MaxCount) return std::nullopt;
+Outcome WithCount(Stack stack, unsigned count) noexcept {
+    if (count < 1 || count > MaxCount) return eKxZStack_Planes;
     // A field that is left as it was must not change the step.
     if (stack.count == count) return stack;
     const auto extent = stack.Extent();
     if (extent && count > 1) {
         const auto step = StepFor(*extent, count);
-        if (!step) return std::nullopt;
+        if (!step) return eKxZStack_Planes;
         stack.step = step;
     }
     stack.count = count;
     return stack;
 }
 
-std::optional<Stack> WithType(Stack stack, int type) noexcept {
-    if (type < 0 || type > 7) return std::nullopt;
+Outcome WithType(Stack stack, int type) noexcept {
+    if (type < 0 || type > 7) return eKxZStack_Invalid;
     const bool wasFloating = stack.IsFloating(), wasRelative = stack.IsRelative();
     const bool sameKind = (stack.type & 3) == (type & 3);
     stack.type = type;

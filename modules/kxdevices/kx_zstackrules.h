@@ -9,6 +9,18 @@
 
 #include <kxdevices/kxdevices_api.h>
 
+// What every accessor of CKxZStackData answers; anything but 0 is a failure. A getter that fails leaves its output
+// alone, a setter the record.
+enum EKxZStackStatus : int {
+    eKxZStack_Ok = 0,
+    eKxZStack_OutOfRange = -17,  // the value lies outside the range of the Z device
+    eKxZStack_NotSet = -1,       // there is no such value
+    eKxZStack_Invalid = -2,      // none for anybody: not a number, farther than a kilometre, a step below a nanometre
+    eKxZStack_Reversed = -3,     // an end beyond the other one
+    eKxZStack_Planes = -4,       // no such number of planes: none, over a million, or one for which there is no step
+    eKxZStack_NoDevice = -5,     // no such Z device, or none chosen; or, where a record asks it, it does not answer
+};
+
 namespace kx::zstack {
 
 // A position or a distance in nanometres.
@@ -70,19 +82,35 @@ KXDEVICES_API std::optional<Nm> Remainder(const Stack& stack) noexcept;
 // at the top, and what is left lies below. Empty as for Remainder, and for an index that is not below the count.
 KXDEVICES_API std::optional<Nm> PlaneAt(const Stack& stack, unsigned index, bool fromTop) noexcept;
 
-// The stack after a change, or empty when the change is refused. `device` is the range of the Z device.
+// The stack after a change, or why the change is refused.
+struct Outcome {
+    // From the one or the other.
+    Outcome(const Stack& changed) noexcept : stack(changed) {}
+    Outcome(EKxZStackStatus refusal) noexcept : status(refusal) {}
+
+    // Whether there is a stack, and the stack.
+    explicit operator bool() const noexcept { return status == eKxZStack_Ok; }
+    const Stack& operator*() const noexcept { return stack; }
+    const Stack* operator->() const noexcept { return &stack; }
+
+    // 0 with the stack after the change; anything else with none.
+    EKxZStackStatus status = eKxZStack_Ok;
+    Stack stack;
+};
+
+// Changes. `device` is the range of the Z device.
 //
 // An end: with `adjust` the other end may move. See docs/zstack.md.
-KXDEVICES_API std::optional<Stack> WithTop(Stack stack, const Range& device, Nm top, bool adjust) noexcept;
-KXDEVICES_API std::optional<Stack> WithBottom(Stack stack, const Range& device, Nm bottom, bool adjust) noexcept;
+KXDEVICES_API Outcome WithTop(Stack stack, const Range& device, Nm top, bool adjust) noexcept;
+KXDEVICES_API Outcome WithBottom(Stack stack, const Range& device, Nm bottom, bool adjust) noexcept;
 // The home, of a relative stack with its ends.
-KXDEVICES_API std::optional<Stack> WithHome(Stack stack, const Range& device, Nm home) noexcept;
+KXDEVICES_API Outcome WithHome(Stack stack, const Range& device, Nm home) noexcept;
 KXDEVICES_API Stack WithoutHome(Stack stack) noexcept;
 // The step fits the count, the count fits the step.
-KXDEVICES_API std::optional<Stack> WithStep(Stack stack, Nm step) noexcept;
-KXDEVICES_API std::optional<Stack> WithCount(Stack stack, unsigned count) noexcept;
+KXDEVICES_API Outcome WithStep(Stack stack, Nm step) noexcept;
+KXDEVICES_API Outcome WithCount(Stack stack, unsigned count) noexcept;
 // The type; the planes stay where they are.
-KXDEVICES_API std::optional<Stack> WithType(Stack stack, int type) noexcept;
+KXDEVICES_API Outcome WithType(Stack stack, int type) noexcept;
 // Another device, `offset` farther up in its own numbers at the same place in the sample.
 KXDEVICES_API Stack OnDevice(Stack stack, const Range& device, Nm offset) noexcept;
 

@@ -47,7 +47,7 @@ void CheckPlanes(const Stack& stack) {
     }
 }
 
-std::optional<Stack> Change(Stack stack, Range& device, Input& input) {
+Outcome Change(Stack stack, Range& device, Input& input) {
     const int what = input.Byte();
     const bool adjust = (what & 16) != 0;
     switch (what % 10) {
@@ -65,7 +65,7 @@ std::optional<Stack> Change(Stack stack, Range& device, Input& input) {
     case 6: return WithType(stack, input.Take<std::int8_t>() % 9);
     case 7: {
         const Nm low = Position(input), length = std::abs(Position(input));
-        if (length > MaxPosition - low) return std::nullopt;
+        if (length > MaxPosition - low) return eKxZStack_Invalid;
         device = {low, low + length};
         return OnDevice(stack, device, Position(input));
     }

@@ -50,7 +50,10 @@ struct Row {
     State before;
     std::function<int(CKxZStackData&)> change;
     std::optional<State> after = {};  // none: refused
+    int status = after ? 0 : eKxZStack_OutOfRange;
 };
+
+constexpr std::nullopt_t Refused = std::nullopt;
 
 using R = CKxZStackData;
 const auto Top = [](double value, bool adjust) { return [=](R& r) { return r.SetTop(value, adjust); }; };
@@ -60,7 +63,8 @@ const auto Step = [](double value) { return [=](R& r) { return r.SetStep(value);
 const auto Count = [](unsigned value) { return [=](R& r) { return r.SetCount(value); }; };
 const auto Type = [](int value) { return [=](R& r) { return r.SetType(value); }; };
 
-// On a device from 0 to 1000. What is refused has the status -17 and leaves everything as it was.
+// On a device from 0 to 1000. What is refused leaves everything as it was, and has the status -17 only beyond the
+// device.
 TEST(ZStackData, SettersMoveWhatTheyShould) {
     // clang-format off
     const State plain{0, 100, None, 110, 3, 4};
@@ -69,11 +73,14 @@ TEST(ZStackData, SettersMoveWhatTheyShould) {
     const State free{3, -10, None, 30, 10, 5};
     const Row rows[] = {
         {"a value is rounded, halves away from zero", {}, Top(1.0005, false), State{0, None, None, 1.001}},
+        {"also what a sum has left of one", {}, Top(4.4995 - 1e-12, false), State{0, None, None, 4.5}},
         {"negative halves too", {3}, Bottom(-1.0005, false), State{3, -1.001}},
         {"ends on one spot are one plane", plain, Top(100, false), State{0, 100, None, 100, 3, 1}},
         {"the far end of the device", plain, Top(1000, false), State{0, 100, None, 1000, 3, 301}},
-        {"beyond it", plain, Top(1000.001, false)}, {"reversed", plain, Top(99, false)},
-        {"what is no number", plain, Top(NaN, true)}, {"beyond any device", plain, Bottom(1e300, true)},
+        {"beyond it", plain, Top(1000.001, false)}, {"reversed", plain, Top(99, false), Refused, eKxZStack_Reversed},
+        {"reversed and beyond", plain, Top(-1, false)}, {"the other end", plain, Bottom(111, false), Refused, eKxZStack_Reversed},
+        {"too many planes", {0, 0, None, None, 0.001}, Top(1000, false), Refused, eKxZStack_Planes},
+        {"what is no number", plain, Top(NaN, true), Refused, eKxZStack_Invalid}, {"beyond any device", plain, Bottom(1e300, true)},
         {"stopped by the device, as long as asked for", plain, Top(1005, true), State{0, 95, None, 1000, 3, 302}},
         {"longer than the device", plain, Top(1101, true)}, {"no other end to move", {0, None, 5}, Top(1001, true)},
         {"a new place below", plain, Top(50, true), State{0, 40, None, 50, 3, 4}},
@@ -81,8 +88,8 @@ TEST(ZStackData, SettersMoveWhatTheyShould) {
         {"around home, home goes along", above, Top(1020, true), State{3, 70, 80, 1000, 10, 94}},
         {"unless home cannot", {3, 10, 5, 900}, Top(1009, true)},
         {"the panel's undo passes home", above, Top(95, true), State{3, 90, 100, 95, 10, 1}},
-        {"a negative range is none", around, Bottom(120, true)},
-        {"nor past a home that lies outside", {2, 10, 5, 20}, Bottom(30, true)},
+        {"a negative range is none", around, Bottom(120, true), Refused, eKxZStack_Reversed},
+        {"nor past a home that lies outside", {2, 10, 5, 20}, Bottom(30, true), Refused, eKxZStack_Reversed},
         {"from the right side of home", {2, 10, 500, 20, 5}, Bottom(450, true), State{2, 450, 500, 460, 5, 3}},
 
         {"home moves nothing that its ends hold", plain, Home(500), State{0, 100, 500, 110, 3, 4}},
@@ -94,24 +101,24 @@ TEST(ZStackData, SettersMoveWhatTheyShould) {
         {"distances do not know the device", {2, -400, None, 400}, Top(600, false), State{2, -400, None, 600}},
         {"but its length", {2, -400, None, 400}, Top(601, false)},
         {"the other end gives way", {2, -400, None, 400}, Top(601, true), State{2, -399, None, 601}},
-        {"distances reversed", free, Top(-11, true)},
+        {"distances reversed", free, Top(-11, true), Refused, eKxZStack_Reversed},
 
         {"the step fits the count", plain, Count(3), State{0, 100, None, 110, 5, 3}},
         {"the count that it has", plain, Count(4), plain},
         {"cut to whole nanometres", plain, Count(7), State{0, 100, None, 110, 1.666, 7}},
         {"one plane keeps the step", plain, Count(1), State{0, 100, None, 110, 3, 1}},
-        {"no plane", plain, Count(0)}, {"minus one", plain, Count(4294967295u)},
-        {"more planes than nanometres", {0, 0, None, 0.005, 0.001}, Count(7)},
-        {"no such step: 5 nm in 5 planes", {0, 0, None, 0.005, 0.002}, Count(5)},
+        {"no plane", plain, Count(0), Refused, eKxZStack_Planes}, {"minus one", plain, Count(4294967295u), Refused, eKxZStack_Planes},
+        {"more planes than nanometres", {0, 0, None, 0.005, 0.001}, Count(7), Refused, eKxZStack_Planes},
+        {"no such step: 5 nm in 5 planes", {0, 0, None, 0.005, 0.002}, Count(5), Refused, eKxZStack_Planes},
         {"a count in waiting", {0, 100}, Count(5), State{0, 100, None, None, None, 5}},
         {"meets its ends", {0, 100, None, None, None, 5}, Top(104, false), State{0, 100, None, 104, 1, 5}},
         {"the count fits the step", plain, Step(4), State{0, 100, None, 110, 4, 3}},
         {"a step longer than the stack", plain, Step(11), State{0, 100, None, 110, 11, 1}},
-        {"no step", plain, Step(0)}, {"less than a nanometre", plain, Step(0.0004)},
-        {"backwards", plain, Step(-1)}, {"no number", plain, Step(NaN)},
-        {"more than a million planes", {0, 0, None, 1000, 1}, Step(0.0005)},
+        {"no step", plain, Step(0), Refused, eKxZStack_Invalid}, {"less than a nanometre", plain, Step(0.0004), Refused, eKxZStack_Invalid},
+        {"backwards", plain, Step(-1), Refused, eKxZStack_Invalid}, {"no number", plain, Step(NaN), Refused, eKxZStack_Invalid},
+        {"more than a million planes", {0, 0, None, 1000, 1}, Step(0.0005), Refused, eKxZStack_Planes},
 
-        {"unknown type", plain, Type(8)}, {"nor negative", plain, Type(-1)},
+        {"unknown type", plain, Type(8), Refused, eKxZStack_Invalid}, {"nor negative", plain, Type(-1), Refused, eKxZStack_Invalid},
         {"the upper variant is the same", above, Type(7), State{7, 90, 100, 130, 10, 5}},
         {"a home in the middle", plain, Type(2), State{2, 100, 105, 110, 3, 4}},
         {"even if it was elsewhere", above, Type(2), State{2, 90, 110, 130, 10, 5}},
@@ -130,7 +137,7 @@ TEST(ZStackData, SettersMoveWhatTheyShould) {
         record.SetZDevice(0);
         row.before.Enter(record);
         const State before = State::Of(record);
-        EXPECT_EQ(row.change(record), row.after ? 0 : -17);
+        EXPECT_EQ(row.change(record), row.status);
         EXPECT_EQ(State::Of(record), row.after.value_or(before));
     }
 }
@@ -162,7 +169,7 @@ TEST(ZStackData, CountsPlanesFromTheEndThatIsKept) {
         EXPECT_EQ(record.GetPlane(0, &plane), 0);
         EXPECT_EQ(plane, first) << type;
     }
-    EXPECT_EQ(record.GetPlane(4, &plane), -17);
+    EXPECT_EQ(record.GetPlane(4, &plane), eKxZStack_NotSet);
 }
 
 // The same place in the sample has other numbers on another device.
@@ -191,20 +198,21 @@ TEST(ZStackData, KeepsItsPlaceOnAnotherDevice) {
         record.AddZDevice(0, 1000, &drive);
         record.AddZDevice(0, 200, &piezo);
         EXPECT_EQ(record.SetZDevice(drive), 0);
-        EXPECT_EQ(record.SetZPosition(drive, change.from), change.from == None ? -17 : 0);
+        EXPECT_EQ(record.SetZPosition(drive, change.from), change.from == None ? eKxZStack_Invalid : 0);
         EXPECT_EQ(record.SetZPosition(piezo, change.to), 0);
         change.before.Enter(record);
-        EXPECT_EQ(record.SetZDevice(2), -17);
+        EXPECT_EQ(record.SetZDevice(2), eKxZStack_NoDevice);
         EXPECT_EQ(record.SetZDevice(piezo), 0);
         EXPECT_EQ(State::Of(record), change.after);
     }
     CKxZStackData record;
     unsigned device = 7;
     double limit = 7;
-    EXPECT_EQ(record.GetZDevice(&device) + record.GetZRangeMin(&limit) + record.GetZPosition(&limit), 3 * -17);
+    EXPECT_EQ(record.GetZDevice(&device) + record.GetZRangeMin(&limit) + record.GetZPosition(&limit),
+              eKxZStack_NotSet + 2 * eKxZStack_NoDevice);
     EXPECT_EQ(device + limit, 14) << "outputs are left alone";
     for (const auto& [low, high] : {std::pair{5.0, 4.0}, {NaN, 4.0}, {0.0, None}})
-        EXPECT_EQ(record.AddZDevice(low, high, &device), -17);
+        EXPECT_EQ(record.AddZDevice(low, high, &device), eKxZStack_Invalid);
 }
 
 TEST(ZStackData, SuggestsTheNyquistStep) {
@@ -222,8 +230,8 @@ TEST(ZStackData, SuggestsTheNyquistStep) {
         CKxZStackData record;
         const int status = record.SetObjective(aperture, index) + record.SetWavelength(wavelength);
         double suggested = None;
-        EXPECT_EQ(status, step == None ? -17 : 0) << aperture << ' ' << index << ' ' << wavelength;
-        EXPECT_EQ(record.GetStepSuggested(&suggested), status);
+        EXPECT_EQ(status, step == None ? eKxZStack_Invalid : 0) << aperture << ' ' << index << ' ' << wavelength;
+        EXPECT_EQ(record.GetStepSuggested(&suggested), step == None ? eKxZStack_NotSet : 0);
         EXPECT_EQ(suggested, step);
     }
 }
@@ -239,10 +247,10 @@ TEST(ZStackData, GivesItsStatusWithoutAnOutput) {
     using Getter = int (CKxZStackData::*)(double*) const;
     for (const Getter getter : {&R::GetTop, &R::GetBottom, &R::GetHome, &R::GetStep, &R::GetStepSuggested,
                                 &R::GetRemainder, &R::GetZRangeMin, &R::GetZRangeMax, &R::GetZPosition}) {
-        EXPECT_EQ((empty.*getter)(nullptr), -17);
+        EXPECT_NE((empty.*getter)(nullptr), 0);
         EXPECT_EQ((full.*getter)(nullptr), 0);
     }
-    EXPECT_EQ(empty.GetCount(nullptr) + empty.GetZDevice(nullptr), -34);
+    EXPECT_EQ(empty.GetCount(nullptr) + empty.GetZDevice(nullptr), 2 * eKxZStack_NotSet);
     EXPECT_EQ(full.GetCount(nullptr) + full.GetZDevice(nullptr) + full.GetType(nullptr) + full.GetPlane(0, nullptr), 0);
 }
 

@@ -31,7 +31,8 @@ public:
 
     using CKxDevUI_ZStack::Item, CKxDevUI_ZStack::ValidateBottom, CKxDevUI_ZStack::ValidateHome,
         CKxDevUI_ZStack::ValidateRange, CKxDevUI_ZStack::ValidateRangeMax, CKxDevUI_ZStack::ValidateRangeMin,
-        CKxDevUI_ZStack::ValidateStep, CKxDevUI_ZStack::ValidateSteps, CKxDevUI_ZStack::ValidateTop;
+        CKxDevUI_ZStack::ValidateStep, CKxDevUI_ZStack::ValidateSteps, CKxDevUI_ZStack::ValidateTop,
+        CKxDevUI_ZStack::YesNoKeepDlg;
 
     Journal& journal;
     std::function<void()> onChanged = [] {}, onStep = [] {};

@@ -2,7 +2,9 @@
 #include "zstack_panel.h"
 
 #include <bench/slot.h>
+#include <kxbaseui/kx_layoutmanager.h>
 #include <kxdevui/framework/devgui.h>
+#include <kxdevui/framework/devgui_messages.h>
 #include <kxdevui/zfocus/zstack_ids.h>
 #include <kxsystem/kx_locale.h>
 
@@ -45,19 +47,17 @@ protected:
     // With a stack from 500 to 520, or with nothing set.
     void Make(bool stack) {
         record = CKxZStackData();
-        for (const double travel : {1000, 300})
-            record.AddZDevice(0, travel, nullptr);
-        record.SetZDevice(0);
+        if (!panel) panel = std::make_unique<Panel>(journal);
+        ASSERT_TRUE(panel->Create(parent.Window(), &record, 0, 0, 0, 0, true, true));
+        EXPECT_EQ(panel->AddZDevice(L"Focus drive", false, 1, 0, 1000, false, 0, true), 0);
+        EXPECT_EQ(panel->AddZDevice(L"Piezo", true, 2, 0, 300, true, 0, false), 1);
+        EXPECT_EQ(panel->AddZDevice(L"Backwards", true, 3, 1, 0, true, 0, false), -1);
         record.SetZPosition(0, 500);
         if (stack) {
             record.SetTop(520, true);
             record.SetBottom(500, true);
             record.SetStep(2);
         }
-        if (!panel) panel = std::make_unique<Panel>(journal);
-        ASSERT_TRUE(panel->Create(parent.Window(), &record, 0, 0, 0, 0, true, true));
-        panel->AppendZDevice(L"Focus drive", false, 1, 0, 1000, false, 0, true);
-        panel->AppendZDevice(L"Piezo", true, 2, 0, 300, true, 0, false);
         panel->onChanged = [this] { panel->UpdateGUI(3); };
         panel->UpdateGUI(3);
         EXPECT_EQ(journal.Take(), "Shown(0)") << "nothing else is asked of the host";
@@ -114,9 +114,15 @@ TEST_F(ZStackPanelAtWork, ValidatesWhatTheFocusLeaves) {
 
     SetFocus(above);
     Enter(1267, L"up");
+    Enter(1263, L"down");
+    panel->onChanged = [] {};
+    SetFocus(step);
+    EXPECT_EQ(GetFocus(), above) << "the first refused, of two";
+    EXPECT_EQ(journal.Take(), "Changed(3)");
+    panel->onChanged = [this] { panel->UpdateGUI(3); };
     SetFocus(step);
     EXPECT_EQ(GetFocus(), above);
-    EXPECT_EQ(journal.Take(), "Changed(3) Shown(0) Step(2.5, 1) Changed(2) Shown(0)") << "no box within the panel";
+    EXPECT_EQ(journal.Take(), "Changed(3) Shown(0)") << "no box within the panel, and the step has not been left";
     Enter(1267, L"up");
     SetFocus(parent.Window());
     EXPECT_EQ(journal.Take(), "Invalid! Changed(3) Shown(0)");
@@ -124,6 +130,51 @@ TEST_F(ZStackPanelAtWork, ValidatesWhatTheFocusLeaves) {
     Enter(1267, L"up");
     panel->Destroy();
     EXPECT_EQ(journal.Take(), "") << "a panel on its way out has nothing to tell";
+}
+
+// The host is told of the fields that it has made writable, and of no others.
+TEST_F(ZStackPanelAtWork, LeavesPositionsToTheHost) {
+    parent.Answer(WM_COMMAND, [this](WPARAM id, LPARAM) {
+        return id == MAKEWPARAM(1260, EN_KILLFOCUS) ? panel->ValidateTop(true) : panel->ValidateBottom(true);
+    });
+    const struct {
+        int edit;
+        bool writable;
+        const wchar_t* typed;
+        std::string heard;
+        bool left;
+    } table[] = {{1260, false, L"600", "", true},
+                 {1261, true, L"600", "", true},
+                 {1260, true, L"600", "Changed(3) Shown(0)", true},
+                 {1262, true, L"5x", "Invalid! Changed(3) Shown(0)", false},
+                 {1262, true, L"590.5", "Changed(3) Shown(0)", true}};
+    for (const auto& [edit, writable, typed, heard, left] : table) {
+        SCOPED_TRACE(CallText("leave", edit, typed));
+        SendMessageW(Item(edit), EM_SETREADONLY, !writable, 0);
+        SetFocus(Item(edit));
+        Enter(edit, typed);
+        SetFocus(Item(1263));
+        EXPECT_EQ(GetFocus() == Item(1263), left);
+        SetFocus(panel->GetHandle());
+        EXPECT_EQ(journal.Take().substr(0, heard.size()), heard);
+        EXPECT_EQ(parent.Record().Entries().size(), heard.empty() ? 0u : left ? 1u : 2u);
+        parent.Record().Clear();
+    }
+    EXPECT_EQ(Shown(1260) + Shown(1262), L"600.00590.50");
+    // A text that is being typed is not written over, and a blank in it moves nothing.
+    SetFocus(Item(1260));
+    Type(L"6 ");
+    record.SetHome(3);
+    panel->UpdateGUI(3);
+    EXPECT_EQ(journal.Take(), "Shown(0)");
+    EXPECT_NE(Shown(1260), L"600.00");
+}
+
+TEST_F(ZStackPanelAtWork, RefreshesOnTheDeviceBand) {
+    for (const bool refresh : {false, true}) {
+        SendMessageW(panel->GetHandle(), kx::ui::WM_KX_UPDATE_DEVICE_BAND, 1, reinterpret_cast<LPARAM>(&refresh));
+        EXPECT_EQ(journal.Take(), refresh ? "Shown(0)" : "");
+    }
 }
 
 TEST_F(ZStackPanelAtWork, ChoosesTypes) {
@@ -142,7 +193,7 @@ TEST_F(ZStackPanelAtWork, ChoosesTypes) {
             EXPECT_EQ(IsWindowVisible(Item(edit)) != FALSE, (edit == 1265) == (read == 1265)) << edit;
     }
     SendMessageW(Item(IDC_ZS_RELATIVE), BM_CLICK, 0, 0);
-    EXPECT_EQ(record.GetHome(nullptr), -17);
+    EXPECT_NE(record.GetHome(nullptr), 0);
 }
 
 TEST_F(ZStackPanelAtWork, AsksNobodyWhenARefreshHidesTheFieldWithTheFocus) {
@@ -195,34 +246,52 @@ TEST_F(ZStackPanelAtWork, LeavesNothing) {
         20));
 }
 
-// Everything lies inside the dialog and in its place, in every language.
+// Everything lies inside the dialog and in its place; the width is the question's.
+void CheckQuestion(HWND dialog) {
+    RECT client{}, last{}, outer{}, need{};
+    GetClientRect(dialog, &client);
+    GetWindowRect(dialog, &outer);
+    const auto rectOf = [dialog](int id) { return RectInParent(GetDlgItem(dialog, id)); };
+    const RECT icon = rectOf(IDC_YNK_ICON), question = rectOf(IDC_YNK_QUESTION), keep = rectOf(IDC_YNK_KEEP);
+    EXPECT_EQ(icon.left, 10);
+    EXPECT_EQ(question.left, icon.right + 10);
+    EXPECT_EQ(keep.left, question.left);
+    EXPECT_EQ(keep.top, question.bottom + 10);
+    for (const int id : {IDC_YNK_YES, IDC_YNK_NO, IDC_YNK_CANCEL}) {
+        const RECT button = rectOf(id);
+        EXPECT_EQ(button.top, keep.bottom + 10);
+        EXPECT_GT(button.left, last.right);
+        EXPECT_LE(button.bottom, client.bottom);
+        EXPECT_LE(button.right, client.right);
+        last = button;
+    }
+    const long row = last.right - rectOf(IDC_YNK_YES).left, width = std::max(question.right - question.left, row);
+    EXPECT_EQ(outer.right - outer.left, question.left + width + 2 * (GetSystemMetrics(SM_CXEDGE) + 5));
+    EXPECT_EQ(keep.right - keep.left, width);
+    // As the platform wraps it beside its box.
+    wchar_t text[200] = L"";
+    GetDlgItemTextW(dialog, IDC_YNK_KEEP, text, 200);
+    const HDC dc = GetDC(dialog);
+    SelectObject(dc, reinterpret_cast<HFONT>(SendDlgItemMessageW(dialog, IDC_YNK_KEEP, WM_GETFONT, 0, 0)));
+    need.right = width - 20;
+    DrawTextW(dc, text, -1, &need, DT_CALCRECT | DT_WORDBREAK);
+    ReleaseDC(dialog, dc);
+    EXPECT_GE(keep.bottom - keep.top, need.bottom);
+    EXPECT_EQ(GetFocus(), GetDlgItem(dialog, IDC_YNK_YES));
+    EXPECT_EQ(GetWindowLongW(dialog, GWL_STYLE) & WS_VISIBLE, WS_VISIBLE);
+    UpdateWindow(dialog);
+}
+
 TEST_F(ZStackPanelAtWork, LaysItsQuestionOut) {
     record.SetTop(900, false);
     record.SetBottom(800, false);
     for (const WORD language : {WORD{0x409}, WORD{0x407}, WORD{0x40C}, WORD{0xC0A}, WORD{0x411}}) {
         CKxLocale::SetModuleLangId(language);
         Enter(1267, L"1001");
+        std::string name = "yesnokeep-" + std::to_string(language);
         ModalAnswer answer([&](HWND dialog) {
-            RECT client{}, last{};
-            GetClientRect(dialog, &client);
-            const auto rectOf = [dialog](int id) { return RectInParent(GetDlgItem(dialog, id)); };
-            const RECT icon = rectOf(IDC_YNK_ICON), question = rectOf(IDC_YNK_QUESTION), keep = rectOf(IDC_YNK_KEEP);
-            EXPECT_EQ(icon.left, 10);
-            EXPECT_EQ(question.left, icon.right + 10);
-            EXPECT_EQ(keep.left, question.left);
-            EXPECT_GE(keep.top, question.bottom + 10);
-            for (const int id : {IDC_YNK_YES, IDC_YNK_NO, IDC_YNK_CANCEL}) {
-                const RECT button = rectOf(id);
-                EXPECT_EQ(button.top, keep.bottom + 10);
-                EXPECT_GT(button.left, last.right);
-                EXPECT_LE(button.bottom, client.bottom);
-                EXPECT_LE(button.right, client.right);
-                last = button;
-            }
-            EXPECT_EQ(GetFocus(), GetDlgItem(dialog, IDC_YNK_YES));
-            EXPECT_EQ(GetWindowLongW(dialog, GWL_STYLE) & WS_VISIBLE, WS_VISIBLE);
-            UpdateWindow(dialog);
-            Picture::OnScreen(dialog).Save("yesnokeep-" + std::to_string(language));
+            CheckQuestion(dialog);
+            Picture::OnScreen(dialog).Save(std::exchange(name, name + "+"));
             PressButton(dialog, IDC_YNK_CANCEL);
         });
         EXPECT_FALSE(panel->ValidateRangeMax(true));
@@ -234,9 +303,72 @@ TEST_F(ZStackPanelAtWork, LaysItsQuestionOut) {
                       english)
                 << Narrow(text);
         }
-        panel->Create(parent.Window(), &record, 0, 0, 0, 0, true, true);
-        panel->UpdateGUI(3);
-        Picture::OnScreen(panel->GetHandle()).Save("zstack-" + std::to_string(language));
+        std::wstring question = L"Now?";
+        for (int i = 0; i < 2; ++i, question.append(120, L'a').append(400, L' ').append(60, L'b').append(L" c d"))
+            DialogBoxParamW(GetModuleHandleW(L"kxdevui.dll"), L"YESNOKEEPDLG", panel->GetHandle(), Panel::YesNoKeepDlg,
+                            reinterpret_cast<LPARAM>(question.c_str()));
+        EXPECT_EQ(answer.Count(), 3u);
+    }
+    CKxLocale::SetModuleLangId(0);
+}
+
+// Whether a stroke of the text lies beyond a width: it may take more than what the platform says.
+bool IsCut(HDC like, const std::wstring& text, int width) {
+    const HDC dc = CreateCompatibleDC(like);
+    const HBITMAP bitmap = CreateCompatibleBitmap(like, 300, 40);
+    const HGDIOBJ previous = SelectObject(dc, bitmap);
+    SelectObject(dc, GetCurrentObject(like, OBJ_FONT));
+    RECT area{0, 0, 300, 40};
+    FillRect(dc, &area, static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH)));
+    DrawTextW(dc, text.c_str(), -1, &area, DT_SINGLELINE);
+    bool cut = false;
+    for (int i = 0; i < 10 * 40 && !cut; ++i)
+        cut = GetPixel(dc, width + i / 40, i % 40) != 0xFFFFFF;
+    SelectObject(dc, previous);
+    DeleteObject(bitmap);
+    DeleteDC(dc);
+    return cut;
+}
+
+// In every language, at every zoom: no label is cut, and one that fits stands where the template puts it.
+TEST_F(ZStackPanelAtWork, WidensLabelsThatDoNotFit) {
+    const int labels[] = {1268, 1269, 1204, 1199, 1196, 1203, 1198, 1201, 1202, 1205, 1271};
+    for (const WORD language : {WORD{0x409}, WORD{0x407}, WORD{0x40C}, WORD{0xC0A}, WORD{0x411}}) {
+        CKxLocale::SetModuleLangId(language);
+        journal.Take();
+        Make(true);
+        std::map<int, RECT> before;
+        for (const int id : labels)
+            before[id] = RectInParent(Item(id));
+        for (const double zoom : {1.25, 1.5, 2.0, 1.0}) {
+            CKxGUILayoutManager::SetGuiZoom(zoom);
+            for (const int type : {0, 2, 3}) {
+                record.SetType(type);
+                panel->UpdateGUI(3);
+                SCOPED_TRACE(CallText("at", static_cast<int>(language), zoom, type));
+                const HDC dc = GetDC(panel->GetHandle());
+                SelectObject(dc, reinterpret_cast<HFONT>(SendMessageW(Item(1268), WM_GETFONT, 0, 0)));
+                for (const int id : labels) {
+                    RECT given{}, next{};
+                    const std::wstring text = Shown(id).substr(0, Shown(id).find_last_not_of(L' ') + 1);
+                    GetClientRect(Item(id), &given);
+                    EXPECT_FALSE(IsCut(dc, text, static_cast<int>(given.right))) << id << ' ' << Narrow(text);
+                    const RECT rect = RectInParent(Item(id));
+                    for (const int edit : {1200, 1263, 1264, 1266, 1267, 1270}) {
+                        const RECT other = RectInParent(Item(edit));
+                        const bool meets = IntersectRect(&next, &rect, &other) && IsWindowVisible(Item(edit)) &&
+                                           IsWindowVisible(Item(id));
+                        EXPECT_FALSE(meets) << id << ' ' << edit;
+                    }
+                    EXPECT_TRUE(zoom != 1.0 || type != 0 || EqualRect(&rect, &before[id])) << id;
+                }
+                ReleaseDC(panel->GetHandle(), dc);
+                panel->Redraw();
+                Picture::OnScreen(panel->GetHandle())
+                    .Save("zlabels-" + std::to_string(language) + "-" + std::to_string(static_cast<int>(zoom * 100)) +
+                          "-" + std::to_string(type));
+            }
+        }
     }
     CKxLocale::SetModuleLangId(0);
 }
@@ -274,8 +406,7 @@ TEST_F(ZStackInput, MovesOnByKeys) {
         EXPECT_EQ(journal.Take(), "Step(4, 1) Changed(2) Shown(0) Changed(3) Shown(0) Changed(3) Shown(0)");
         Type(L"x\n");
         EXPECT_EQ(GetFocus(), Item(IDC_ZS_EDIT_STEPS)) << "a refused entry does not let go";
-        EXPECT_EQ(journal.Take(), "Changed(3) Shown(0) Changed(3) Shown(0)")
-            << "on the way back the next field is left";
+        EXPECT_EQ(journal.Take(), "Changed(3) Shown(0)") << "the next field is not left on the way back";
         SetFocus(Item(IDC_ZS_TYPE_SYMMETRIC));
         journal.Take();
         Type(L"\n");
@@ -285,6 +416,40 @@ TEST_F(ZStackInput, MovesOnByKeys) {
         record.SetStep(2);
         panel->UpdateGUI(3);
         journal.Take();
+    }
+}
+
+// "0.33" stands for 0.333 until it is typed.
+TEST_F(ZStackInput, PassesThroughFieldsWithoutAChange) {
+    const struct {
+        int type, edit;
+        int (CKxZStackData::*getter)(double*) const;
+        double value, typed;
+    } table[] = {
+        {0, 1263, &CKxZStackData::GetStep, 0.333, 0.33},    {0, 1264, &CKxZStackData::GetBottom, 90.123, 90.12},
+        {0, 1267, &CKxZStackData::GetTop, 110.678, 110.68}, {3, 1264, &CKxZStackData::GetBottom, 90.123, 90.12},
+        {3, 1267, &CKxZStackData::GetTop, 110.678, 110.68}, {2, 1265, &CKxZStackData::GetTop, 110.678, 110.68}};
+    for (const auto& [type, edit, getter, value, typed] : table) {
+        SCOPED_TRACE(CallText("leave", edit, type));
+        record.SetType(type);
+        record.SetHome(type == 2 ? 100.1 : 100);
+        record.SetBottom(type == 2 ? 89.522 : 90.123, true);
+        record.SetTop(110.678, true);
+        record.SetStep(0.333);
+        panel->UpdateGUI(3);
+        const CKxZStackData before = record;
+        SetFocus(Item(edit));
+        Type(L"\t");
+        bool same = false;
+        EXPECT_TRUE(record.IsEqual(before, &same) == 0 && same);
+        SetFocus(Item(edit));
+        const std::wstring text = Shown(edit);
+        SendMessageW(Item(edit), EM_SETSEL, 0, -1);
+        Type(text + L"\t");
+        double now = 0;
+        (record.*getter)(&now);
+        EXPECT_NEAR(now, typed, 0.0015) << "typing the same is typing";
+        EXPECT_NE(now, value);
     }
 }
 
