@@ -49,8 +49,7 @@ struct ClassSpec {
     int extraBytes;         // of each window
     HBRUSH background;      // null: none
     WNDPROC procedure;      // its module is the class's
-    // Places its children by itself when it is sized, so the layout manager leaves them alone, fonts included. Such a
-    // class is registered as a global one, which is how the manager knows the platform's own.
+    // Places its children by itself when it is sized, so the layout manager leaves them alone, fonts included.
     bool ownLayout = false;
 };
 
