@@ -57,6 +57,9 @@ HWND MakeChild(HWND parent, const wchar_t* windowClass, const wchar_t* text, DWO
     return child;
 }
 
+// Each font brings the platform's edit margins of its own; ours are beside it.
+void LoseMargins(HWND edit) { SendMessageW(edit, EM_SETMARGINS, EC_LEFTMARGIN | EC_RIGHTMARGIN, 0); }
+
 }  // namespace
 
 ATOM CKxDevUI_EditBox::m_Atom = 0;
@@ -140,7 +143,7 @@ void CKxDevUI_EditBox::MakeEdit(const RECT& place, HFONT font) {
     const HWND edit = MakeChild(m_hWnd, L"EDIT", nullptr, style, place, font, kx::ui::ModuleOf(WndProc));
     if (!alive || !m_hWnd) return;
     m_edit = edit;
-    SendMessageW(m_edit, EM_SETMARGINS, EC_LEFTMARGIN | EC_RIGHTMARGIN, 0);
+    LoseMargins(m_edit);
     SendMessageW(m_edit, EM_LIMITTEXT, static_cast<WPARAM>(m_maxChars), 0);
     kx::ui::Subclass(m_edit, WndProc_EditBox, static_cast<CKxDevUI_Base*>(this));
 }
@@ -452,6 +455,7 @@ kx::ui::Handled CKxDevUI_EditBox::Handle(const kx::ui::Message& message) {
     case WM_SETTEXT: SetText(reinterpret_cast<const wchar_t*>(lParam)); return TRUE;
     case WM_SETFONT:
         SendMessageW(m_edit, id, wParam, FALSE);
+        LoseMargins(m_edit);
         if (m_label) SendMessageW(m_label, id, wParam, FALSE);
         CorrectPosition();
         return 0;

@@ -29,13 +29,14 @@ void EnsureClass(ATOM& atom, const ControlSpec& spec) {
     if (atom) return;
     WNDCLASSEXW description{};
     description.cbSize = sizeof description;
-    description.style = spec.classStyle | (spec.ownLayout ? UINT{CS_GLOBALCLASS} : 0u);
+    description.style = spec.classStyle;
     description.lpfnWndProc = spec.procedure;
     description.cbWndExtra = spec.extraBytes;
     description.hCursor = LoadCursorW(nullptr, IDC_ARROW);
     description.hbrBackground = spec.background;
     description.lpszClassName = spec.name;
     description.hInstance = ModuleOf(spec.procedure);
+    if (spec.ownLayout) CKxGUILayoutManager::AddClassWithOwnLayout(spec.name);
     atom = RegisterClassExW(&description);
     if (!atom && CKxLogFile::Detail()) {
         KX_LOG(spec.object, L"%ls::Create - RegisterClass failed - lasterror = %d", spec.object,

@@ -54,8 +54,7 @@ struct ControlSpec {
     UINT classStyle = CS_HREDRAW | CS_VREDRAW;
     int extraBytes = kWindowExtraBytes;  // of each window
     HBRUSH background = nullptr;         // null: none
-    // Places its children by itself when it is sized, so the layout manager leaves them alone, fonts included. Such a
-    // class is registered as a global one, which is how the manager knows the platform's own.
+    // Places its children by itself when it is sized, so the layout manager leaves them alone, fonts included.
     bool ownLayout = false;
     DWORD style = WS_TABSTOP;  // of each window, beside WS_CHILD and what the control's state adds
     DWORD extendedStyle = 0;

@@ -34,7 +34,9 @@ CKxDevUI_ZStack::CKxDevUI_ZStack(const CKxDevUI_ZStack& other)
 
 CKxDevUI_ZStack& CKxDevUI_ZStack::operator=(const CKxDevUI_ZStack& other) {
     if (this == &other) return *this;
+    const Alive alive(this);
     Destroy();
+    if (!alive) return *this;
     CKxGUIControlElement::operator=(other);
     m_data = other.m_data;
     m_devices = other.m_devices;

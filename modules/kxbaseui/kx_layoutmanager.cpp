@@ -1,11 +1,9 @@
 #include <kxbaseui/kx_layoutmanager.h>
 
-#include <algorithm>
-#include <cmath>
-#include <cwchar>
 #include <unordered_set>
 
 #include <kxbaseui/kx_fonts.h>
+#include <kxbaseui/kx_stockwindows.h>
 #include <kxbaseui/kx_threadwindows.h>
 #include <kxbaseui/kx_windowdims.h>
 #include <kxsystem/kx_log.h>
@@ -13,15 +11,11 @@
 namespace {
 
 using kx::Dims;
+using kx::RoundAway;
 
 double s_zoom = 1.0;
 double s_previousZoom = 1.0;
 unsigned s_change = 0;  // counts the changes, so that a broadcast notices that it has been overtaken
-
-long Round(double value) {
-    constexpr double limit = 1e9;
-    return std::isnan(value) ? 0 : std::lround(std::clamp(value, -limit, limit));
-}
 
 bool IsUsable(double zoom) {
     return zoom >= CKxGUILayoutManager::MinimumZoom && zoom <= CKxGUILayoutManager::MaximumZoom;
@@ -32,47 +26,31 @@ kx::WindowDims& Memory() {
     return *memory;
 }
 
-bool IsClass(HWND window, const wchar_t* name) {
-    wchar_t own[64] = L"";
-    GetClassNameW(window, own, static_cast<int>(std::size(own)));
-    return _wcsicmp(own, name) == 0;
-}
-
 bool IsChildWindow(HWND window) { return (GetWindowLongW(window, GWL_STYLE) & WS_CHILD) != 0; }
 
-// The platform's controls (combo box, list view, ...) lay out their inner windows themselves. Their classes are global;
-// so is the dialog's, whose children are ours to place.
-bool LaysOutItsChildren(HWND window) {
-    return (GetClassLongW(window, GCL_STYLE) & CS_GLOBALCLASS) != 0 && !IsClass(window, L"#32770");
-}
-
-// A drop-down's own height is that of the closed box; the height to be given to it is that of the open one.
-bool HasDropDown(HWND window) {
-    return IsClass(window, L"ComboBox") && (GetWindowLongW(window, GWL_STYLE) & 3) != CBS_SIMPLE;
-}
-
-Dims Measure(HWND window) {
-    RECT rect{};
-    if (!IsChildWindow(window)) {
-        GetClientRect(window, &rect);
-        return {0, 0, rect.right, rect.bottom};
-    }
-    if (!HasDropDown(window) || !SendMessageW(window, CB_GETDROPPEDCONTROLRECT, 0, reinterpret_cast<LPARAM>(&rect))) {
-        GetWindowRect(window, &rect);
-    }
-    MapWindowPoints(HWND_DESKTOP, GetAncestor(window, GA_PARENT), reinterpret_cast<POINT*>(&rect), 2);
-    return {rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top};
+kx::WindowKind KnownKind(HWND window) {
+    const kx::WindowDims::Entry* entry = Memory().Find(window);
+    return entry ? entry->kind : kx::KindOf(window);
 }
 
 // What is remembered of the window, brought up to date with what others have done to it since.
-Dims Remember(HWND window, double positionZoom, double sizeZoom) {
-    const Dims now = Measure(window);
-    const bool known = Memory().Find(window) != nullptr;
+//
+// No entry is held while a message is sent: whoever gets it may make windows, and the table may move.
+kx::WindowDims::Entry Remember(HWND window, double positionZoom, double sizeZoom) {
+    const kx::WindowKind kind = KnownKind(window);
+    const Dims now = kx::MeasureWindow(window, kind);
+    const kx::WindowDims::Entry* old = Memory().Find(window);
+    const bool known = old != nullptr;
+    const bool isSized = !known || old->placed.height != now.height;
+    const bool isRagged = isSized && kind == kx::WindowKind::ListBox && kx::IsRagged(window);
+
     kx::WindowDims::Entry spare, *entry = Memory().Add(window);
     if (!entry) entry = &spare;
-    auto& [handle, isKnown, unzoomed, placed] = *entry;
+    entry->kind = kind;
+    if (isSized) entry->isRagged = isRagged;
+    Dims &unzoomed = entry->unzoomed, &placed = entry->placed;
     const auto keep = [known](long& kept, long seen, long present, double zoom) {
-        if (!known || seen != present) kept = Round(static_cast<double>(present) / zoom);
+        if (!known || seen != present) kept = RoundAway(static_cast<double>(present) / zoom);
     };
     const Dims before = unzoomed;
     keep(unzoomed.x, placed.x, now.x, positionZoom);
@@ -80,57 +58,50 @@ Dims Remember(HWND window, double positionZoom, double sizeZoom) {
     keep(unzoomed.width, placed.width, now.width, sizeZoom);
     keep(unzoomed.height, placed.height, now.height, sizeZoom);
     if (!known || before != unzoomed) placed = now;
-    return unzoomed;
+    return *entry;
 }
 
-void SetZoomedFont(HWND window, double previousZoom) {
+void SetZoomedFont(HWND window, const kx::WindowDims::Entry& known, double previousZoom) {
     const auto font = reinterpret_cast<HFONT>(SendMessageW(window, WM_GETFONT, 0, 0));
     const HFONT zoomed = font ? KX_GetFontAtZoom(font, previousZoom, s_zoom) : nullptr;
-    if (zoomed && zoomed != font) SendMessageW(window, WM_SETFONT, reinterpret_cast<WPARAM>(zoomed), FALSE);
-}
-
-void SetSize(HWND window, long width, long height, UINT flags, long x, long y) {
-    if (!IsChildWindow(window)) {
-        RECT frame{0, 0, width, height};
-        AdjustWindowRectEx(&frame, static_cast<DWORD>(GetWindowLongW(window, GWL_STYLE)), GetMenu(window) != nullptr,
-                           static_cast<DWORD>(GetWindowLongW(window, GWL_EXSTYLE)));
-        width = frame.right - frame.left;
-        height = frame.bottom - frame.top;
-    }
-    SetWindowPos(window, nullptr, x, y, width, height, flags | SWP_NOZORDER | SWP_NOACTIVATE);
+    if (!zoomed || zoomed == font) return;
+    auto inner = known.inner;
+    kx::SetFontKeeping(window, known.kind, font, zoomed, previousZoom, s_zoom, inner);
+    if (kx::WindowDims::Entry* entry = Memory().Find(window)) entry->inner = inner;
 }
 
 enum class Moves { SizeOnly, PlaceAndSize };
 
-void Place(HWND window, const Dims& unzoomed, Moves moves) {
-    const Dims now = Measure(window);
-    Dims target{Round(unzoomed.x * s_zoom), Round(unzoomed.y * s_zoom), Round(unzoomed.width * s_zoom),
-                Round(unzoomed.height * s_zoom)};
+void Place(HWND window, const kx::WindowDims::Entry& known, Moves moves) {
+    const Dims now = kx::MeasureWindow(window, known.kind);
+    Dims target = kx::ZoomedDims(window, known, s_zoom);
     if (moves == Moves::SizeOnly) {
         target.x = now.x;
         target.y = now.y;
     }
-    if (target.x != now.x || target.y != now.y || target.width != now.width || target.height != now.height) {
+    Dims placed = now;
+    if (target != now) {
         // Children are painted once, with the window that is laid out, when all are in their places.
-        const UINT flags = moves == Moves::SizeOnly ? SWP_NOMOVE : SWP_NOREDRAW | SWP_NOCOPYBITS;
-        SetSize(window, target.width, target.height, flags, target.x, target.y);
+        kx::SetDims(window, known, target, moves == Moves::SizeOnly ? SWP_NOMOVE : SWP_NOREDRAW | SWP_NOCOPYBITS);
+        // What a window makes of the wish (a combo box rounds its height) is what later tells whether it was touched.
+        placed = kx::MeasureWindow(window, known.kind);
     }
-    // What a window makes of the wish (a combo box rounds its height) is what later tells whether it was touched.
-    const Dims placed = Measure(window);
     if (kx::WindowDims::Entry* entry = Memory().Find(window)) entry->placed = placed;
 }
 
 // All windows below, parents before their children, but what is inside of windows that lay it out themselves.
 void PlaceAllBelow(HWND window, double previousZoom) {
+    if (kx::LaysOutItsChildren(window)) return;
     std::unordered_set<HWND> left;
-    if (LaysOutItsChildren(window)) return;
     for (const HWND below : kx::WindowsBelow(window)) {
-        const bool isLeft = left.contains(GetAncestor(below, GA_PARENT));
-        if (isLeft || LaysOutItsChildren(below)) left.insert(below);
-        if (isLeft || !IsWindow(below)) continue;
-        const Dims unzoomed = Remember(below, previousZoom, previousZoom);
-        SetZoomedFont(below, previousZoom);
-        Place(below, unzoomed, Moves::PlaceAndSize);
+        const HWND parent = GetAncestor(below, GA_PARENT);
+        if (left.contains(parent) || kx::IsPlacedByParent(below, parent)) {
+            left.insert(below);
+        } else if (IsWindow(below)) {
+            const auto known = Remember(below, previousZoom, previousZoom);
+            SetZoomedFont(below, known, previousZoom);
+            Place(below, known, Moves::PlaceAndSize);
+        }
     }
 }
 
@@ -138,8 +109,8 @@ void PlaceAllBelow(HWND window, double previousZoom) {
 
 double CKxGUILayoutManager::GetGuiZoom() { return s_zoom; }
 double CKxGUILayoutManager::GetPreviousGuiZoom() { return s_previousZoom; }
-long CKxGUILayoutManager::Zoomed(double unzoomed) { return Round(unzoomed * s_zoom); }
-long CKxGUILayoutManager::Unzoomed(double zoomed) { return Round(zoomed / s_zoom); }
+long CKxGUILayoutManager::Zoomed(double unzoomed) { return RoundAway(unzoomed * s_zoom); }
+long CKxGUILayoutManager::Unzoomed(double zoomed) { return RoundAway(zoomed / s_zoom); }
 
 bool CKxGUILayoutManager::SetGuiZoom(double zoom) {
     if (!IsUsable(zoom)) {
@@ -149,8 +120,8 @@ bool CKxGUILayoutManager::SetGuiZoom(double zoom) {
     if (zoom == s_zoom) return true;
     const auto windows = kx::ThreadWindows();
     for (const HWND window : windows) {
-        const HWND parent = GetAncestor(window, GA_PARENT);
-        if (!IsChildWindow(window) || !LaysOutItsChildren(parent)) Remember(window, s_zoom, s_zoom);
+        const bool isOurs = !IsChildWindow(window) || !kx::IsPlacedByParent(window, GetAncestor(window, GA_PARENT));
+        if (isOurs) Remember(window, s_zoom, s_zoom);
     }
     s_previousZoom = s_zoom;
     s_zoom = zoom;
@@ -169,17 +140,17 @@ void CKxGUILayoutManager::ResizeWindowToGuiZoom(HWND window, double previousZoom
         previousZoom = 1.0;
     }
     // A window is laid out unzoomed, but stands where its parent has put it: there the present zoom already counts.
-    const Dims unzoomed = Remember(window, s_zoom, previousZoom);
-    SetZoomedFont(window, previousZoom);
-    Place(window, unzoomed, Moves::SizeOnly);
+    const auto known = Remember(window, s_zoom, previousZoom);
+    SetZoomedFont(window, known, previousZoom);
+    Place(window, known, Moves::SizeOnly);
     PlaceAllBelow(window, previousZoom);
     RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN | RDW_FRAME);
 }
 
 void CKxGUILayoutManager::RememberWindowDimsForGuiZoom(HWND window) {
-    if (!IsWindow(window) || LaysOutItsChildren(window)) return;
+    if (!IsWindow(window)) return;
     for (const HWND below : kx::WindowsBelow(window))
-        if (!LaysOutItsChildren(GetAncestor(below, GA_PARENT))) Remember(below, s_zoom, s_zoom);
+        if (!kx::IsPlacedByParent(below, GetAncestor(below, GA_PARENT))) Remember(below, s_zoom, s_zoom);
 }
 
 void CKxGUILayoutManager::DeleteWindowDimsForGuiZoom(HWND window) {
@@ -187,4 +158,8 @@ void CKxGUILayoutManager::DeleteWindowDimsForGuiZoom(HWND window) {
     Memory().Forget(window);
     for (const HWND below : kx::WindowsBelow(window))
         Memory().Forget(below);
+}
+
+void CKxGUILayoutManager::AddClassWithOwnLayout(const wchar_t* windowClass) {
+    if (windowClass && *windowClass) kx::AddOwnLayout(windowClass);
 }

@@ -39,7 +39,9 @@ public:
     // Places the windows below `window` for the current zoom, gives them and it their fonts in the size that belongs to
     // it, sizes `window` itself (a framed window by its client area) and repaints it. Its position is its parent's
     // business and stays. A window of which nothing is remembered counts as made for `previousZoom`: 1.0 for one just
-    // laid out in unzoomed pixels. The inner windows of the platform's own controls are left to those.
+    // laid out in unzoomed pixels. The inner windows of the platform's own controls are left to those. Child dialogs
+    // are sized by their client area too; a drop-down's list, an edit's margins and heights of rows that somebody has
+    // set go with the zoom.
     static void ResizeWindowToGuiZoom(HWND window, double previousZoom);
 
     // Forgets the remembered rectangles of `window` and of all windows below it. Called when children have been laid
@@ -48,4 +50,8 @@ public:
     // Takes the places of all windows below as those of the present zoom, and moves nothing: after somebody has moved
     // windows on the screen, so that nobody takes them for unzoomed places.
     static void RememberWindowDimsForGuiZoom(HWND window);
+
+    // Windows of this class place their children themselves, whenever they are sized: those are left alone, as in the
+    // platform's combo boxes, list views, rebars and their like, which need not be named. Null or empty adds nothing.
+    static void AddClassWithOwnLayout(const wchar_t* windowClass);
 };

@@ -51,7 +51,9 @@ WindowDims::Entry* WindowDims::Add(HWND window) noexcept {
     }
     Entry* entry = Slot(window);
     if (!entry->window) ++m_used;
-    if (!entry->known) *entry = {.window = window, .known = true, .unzoomed = {}, .placed = {}};
+    if (!entry->known) *entry = {};
+    entry->window = window;
+    entry->known = true;
     return entry;
 }
 

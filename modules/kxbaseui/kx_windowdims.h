@@ -1,20 +1,32 @@
 // Internal to kxbaseui: what the layout manager remembers of windows.
 //
 // A table of this module's and not the windows' own properties, which under Wine are kept by another process: asking
-// for one costs as much as moving a window. Windows that are gone leave it when it is full. Until then their handles are
-// not given out again: the system counts the lives of a handle's place in the handle itself.
+// for one costs as much as moving a window. Windows that are gone leave it when it is full. Until then their handles
+// are not given out again: the system counts the lives of a handle's place in the handle itself.
 #pragma once
 
 #include <windows.h>
 
+#include <array>
 #include <vector>
 
 namespace kx {
 
-// Position in the parent's client area and size; of a top-level window, the client area's size.
+// Position in the parent's client area and size; of a dialog or a top-level window, the client area's size; of a
+// drop-down, the height of its list.
 struct Dims {
     long x = 0, y = 0, width = 0, height = 0;
     friend bool operator==(const Dims&, const Dims&) = default;
+};
+
+// What the platform's controls want different ways for.
+enum class WindowKind { Other, Dialog, Edit, ListBox, ComboBox, ComboBoxEx };
+
+// A measure inside of a window: the unzoomed one, what it was last set to, and whether it is followed. One that the
+// platform has from the font alone is not.
+struct InnerMeasure {
+    long unzoomed = 0, placed = -1;
+    bool isFollowed = false;
 };
 
 // Belongs to the GUI thread.
@@ -24,8 +36,11 @@ public:
     struct Entry {
         HWND window = nullptr;
         bool known = false;  // an unknown one is as good as not there
+        WindowKind kind = WindowKind::Other;
+        bool isRagged = false;  // a list box of whole rows whose height is none
         Dims unzoomed;
         Dims placed;
+        std::array<InnerMeasure, 2> inner;
     };
 
     // Null when nothing is remembered. The entry stays where it is until the next Add.

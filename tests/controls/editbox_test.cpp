@@ -212,11 +212,13 @@ TEST_F(EditBox, FollowsZoomAndState) {
     ASSERT_TRUE(box.Create(parent.Window(), 10, 10, -1, -1, true, true));
     const auto places = [this] { return PlaceOf(box.GetLabelWindow()) + PlaceOf(box.GetEditWindow()); };
     const std::string first = places();
+    box.SetText(L"1");
     for (const double zoom : {2.0, 1.25, 1.5, 3.0, 0.5, 1.0}) {
         CKxGUILayoutManager::SetGuiZoom(zoom);
         EXPECT_EQ(RectInParent(box).right, 10 + std::lround(120 * zoom));
         EXPECT_NEAR(RectInParent(box.GetEditWindow()).left, 63 * zoom, 2) << zoom;
         EXPECT_NEAR(RectInParent(box.GetEditWindow()).right, 117 * zoom, 2) << zoom;
+        EXPECT_EQ(LOWORD(SendMessageW(box.GetEditWindow(), EM_POSFROMCHAR, 0, 0)), 0) << "the text, at " << zoom;
     }
     EXPECT_EQ(places(), first);
     EXPECT_EQ(Picture::OnScreen(box).Pixel(100, 2), GetSysColor(COLOR_WINDOW));

@@ -59,18 +59,6 @@ private:
     Recorder& m_record;
 };
 
-// The names of a module's dialogs; "#12" for numbered ones.
-std::vector<std::wstring> DialogsOf(HMODULE module) {
-    std::vector<std::wstring> names;
-    const auto append = [](HMODULE, const wchar_t*, wchar_t* name, LONG_PTR list) -> BOOL {
-        reinterpret_cast<std::vector<std::wstring>*>(list)->push_back(
-            IS_INTRESOURCE(name) ? L"#" + std::to_wstring(reinterpret_cast<ULONG_PTR>(name)) : name);
-        return TRUE;
-    };
-    if (module) EnumResourceNamesW(module, RT_DIALOG, append, reinterpret_cast<LONG_PTR>(&names));
-    return names;
-}
-
 int ChildCount(HWND window) {
     int count = 0;
     for (HWND child = GetWindow(window, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT))
@@ -451,37 +439,32 @@ TEST(ContainerZoom, ComesBackToTheVeryPixels) {
     EXPECT_EQ(CKxGUILayoutManager::GetGuiZoom(), 1.0);
 }
 
-// Dialogs that nobody wrote for this library.
 TEST(ContainerTemplates, HostsThePlatformsOwnWholeAndInParts) {
     CKxLocale::SetModuleLangId(MAKELANGID(LANG_GERMAN, SUBLANG_GERMAN_AUSTRIAN));
     RecordingParent parent;
     int hosted = 0;
-    for (const wchar_t* file : {L"comdlg32.dll", L"shell32.dll", L"comctl32.dll", L"wininet.dll", L"cryptui.dll"}) {
-        const HMODULE module = LoadLibraryExW(file, nullptr, LOAD_LIBRARY_AS_DATAFILE);
-        for (const std::wstring& name : DialogsOf(module)) {
-            CKxDevUI_Container whole, left, right;
-            if (!whole.CreateFromDlg(parent.Window(), 3, 4, name.c_str(), module, false)) continue;
-            ++hosted;
-            EXPECT_EQ(static_cast<int>(whole.GetWindows().size()), ChildCount(whole));
-            SIZE size{};
-            whole.GetWindowSize(&size);
-            const long half = size.cx / 2;
-            ASSERT_TRUE(left.CreateFromDlgPart(parent.Window(), 0, 0, half, size.cy, name.c_str(), module));
-            ASSERT_TRUE(right.CreateFromDlgPart(parent.Window(), half, 0, half, size.cy, name.c_str(), module));
-            EXPECT_EQ(static_cast<int>(left.GetWindows().size()), ChildCount(left));
-            EXPECT_EQ(right.GetPositionX(), half);
-            const RECT area{0, 0, half, size.cy};
-            for (const HWND child : left.GetWindows()) {
-                const RECT rect = RectInParent(child);
-                RECT common{};
-                EXPECT_TRUE(IntersectRect(&common, &rect, &area));
-            }
-            whole.InsertDialog(0, 0, name.c_str(), module);
-            const auto font = SendMessageW(whole.GetWindows().back(), WM_GETFONT, 0, 0);
-            EXPECT_TRUE(font == 0 || GetObjectType(reinterpret_cast<HGDIOBJ>(font)) == OBJ_FONT);
+    ForEachPlatformDialog([&](const std::wstring& name, HMODULE module) {
+        CKxDevUI_Container whole, left, right;
+        if (!whole.CreateFromDlg(parent.Window(), 3, 4, name.c_str(), module, false)) return;
+        ++hosted;
+        EXPECT_EQ(static_cast<int>(whole.GetWindows().size()), ChildCount(whole));
+        SIZE size{};
+        whole.GetWindowSize(&size);
+        const long half = size.cx / 2;
+        ASSERT_TRUE(left.CreateFromDlgPart(parent.Window(), 0, 0, half, size.cy, name.c_str(), module));
+        ASSERT_TRUE(right.CreateFromDlgPart(parent.Window(), half, 0, half, size.cy, name.c_str(), module));
+        EXPECT_EQ(static_cast<int>(left.GetWindows().size()), ChildCount(left));
+        EXPECT_EQ(right.GetPositionX(), half);
+        const RECT area{0, 0, half, size.cy};
+        for (const HWND child : left.GetWindows()) {
+            const RECT rect = RectInParent(child);
+            RECT common{};
+            EXPECT_TRUE(IntersectRect(&common, &rect, &area));
         }
-        FreeLibrary(module);
-    }
+        whole.InsertDialog(0, 0, name.c_str(), module);
+        const auto font = SendMessageW(whole.GetWindows().back(), WM_GETFONT, 0, 0);
+        EXPECT_TRUE(font == 0 || GetObjectType(reinterpret_cast<HGDIOBJ>(font)) == OBJ_FONT);
+    });
     CKxLocale::SetModuleLangId(0);
     EXPECT_GE(hosted, 15);
 }

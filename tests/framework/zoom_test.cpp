@@ -1,0 +1,340 @@
+// What a zoom leaves of windows that were not made for it: the platform's controls, and its own dialogs, with the
+// common controls of both versions.
+#include <bench/bench.h>
+#include <bench/window.h>
+#include <commctrl.h>
+#include <kxbaseui/kx_fonts.h>
+#include <kxbaseui/kx_layoutmanager.h>
+#include <kxdevui/framework/devgui.h>
+#include <kxdevui/framework/devgui_container.h>
+
+#include <fstream>
+#include <functional>
+#include <initializer_list>
+#include <map>
+#include <memory>
+#include <random>
+#include <string>
+#include <vector>
+
+namespace {
+
+using namespace kx::test;
+using Manager = CKxGUILayoutManager;
+
+bool IsClass(HWND window, const wchar_t* name) {
+    wchar_t own[64] = L"";
+    GetClassNameW(window, own, 64);
+    return _wcsicmp(own, name) == 0;
+}
+
+// While it lives, windows come from the common controls 6, whether the program asks for them or not.
+class Styles {
+public:
+    Styles() {
+        wchar_t folder[MAX_PATH] = L"", file[MAX_PATH] = L"";
+        GetTempPathW(MAX_PATH, folder);
+        GetTempFileNameW(folder, L"kx", 0, file);
+        std::ofstream(file) << R"(<assembly xmlns="urn:schemas-microsoft-com:asm.v1" manifestVersion="1.0"><dependency>
+            <dependentAssembly><assemblyIdentity type="win32" name="Microsoft.Windows.Common-Controls" version="6.0.0.0"
+            processorArchitecture="*" publicKeyToken="6595b64144ccf1df" language="*"/></dependentAssembly></dependency>
+            </assembly>)";
+        ACTCTXW description{};
+        description.cbSize = sizeof description;
+        description.lpSource = file;
+        context_ = CreateActCtxW(&description);
+        EXPECT_TRUE(context_ != INVALID_HANDLE_VALUE && ActivateActCtx(context_, &cookie_));
+        DeleteFileW(file);
+    }
+    ~Styles() { DeactivateActCtx(0, cookie_), ReleaseActCtx(context_); }
+    Styles(const Styles&) = delete;
+    Styles& operator=(const Styles&) = delete;
+
+private:
+    HANDLE context_;
+    ULONG_PTR cookie_ = 0;
+};
+
+// An atom is taken as it is, where a name would be made that of the program's version.
+HWND Make(HWND parent, const wchar_t* name, DWORD style, DWORD extended, const RECT& place, bool styles) {
+    const auto make = [&](const wchar_t* known) {
+        return CreateWindowExW(extended, known, L"text", WS_CHILD | WS_VISIBLE | style, place.left, place.top,
+                               place.right - place.left, place.bottom - place.top, parent, nullptr, nullptr, nullptr);
+    };
+    const ATOM old = styles ? ATOM{0} : GlobalFindAtomW(name);
+    if (HWND window = old ? make(MAKEINTATOM(old)) : nullptr) return window;
+    const Styles active;
+    return make(name);
+}
+
+void SetFont(HWND window, double zoom) {
+    SendMessageW(window, WM_SETFONT, reinterpret_cast<WPARAM>(KX_GetDefaultGuiFontZoom(zoom)), FALSE);
+}
+
+bool IsDropDown(HWND window) {
+    return (IsClass(window, WC_COMBOBOXW) || IsClass(window, WC_COMBOBOXEXW)) &&
+           (GetWindowLongW(window, GWL_STYLE) & 3) != CBS_SIMPLE;
+}
+
+// Where a window stands, and the measures in it that a font or a size may change.
+std::string Measures(HWND window) {
+    static constexpr struct {
+        const wchar_t* of;
+        UINT message;
+        WPARAM wParam;
+    } measures[] = {{WC_COMBOBOXW, CB_GETITEMHEIGHT, static_cast<WPARAM>(-1)},
+                    {WC_COMBOBOXW, CB_GETITEMHEIGHT, 0},
+                    {WC_LISTBOXW, LB_GETITEMHEIGHT, 0},
+                    {WC_EDITW, EM_GETMARGINS, 0},
+                    {WC_LISTVIEWW, LVM_GETCOLUMNWIDTH, 0},
+                    {WC_TREEVIEWW, TVM_GETITEMHEIGHT, 0}};
+    wchar_t name[64] = L"";
+    GetClassNameW(window, name, 64);
+    std::string all = Narrow(name) + ": " + PlaceOf(window);
+    for (const auto& [of, message, wParam] : measures)
+        if (IsClass(window, of)) all += " | " + std::to_string(SendMessageW(window, message, wParam, 0));
+    RECT list{};
+    if (IsDropDown(window)) SendMessageW(window, CB_GETDROPPEDCONTROLRECT, 0, reinterpret_cast<LPARAM>(&list));
+    return all + " | " + std::to_string(list.bottom - list.top);
+}
+
+// The window and all below.
+std::vector<HWND> Family(HWND window) {
+    std::vector<HWND> all{window};
+    const auto append = [](HWND child, LPARAM list) -> BOOL {
+        reinterpret_cast<std::vector<HWND>*>(list)->push_back(child);
+        return TRUE;
+    };
+    EnumChildWindows(window, append, reinterpret_cast<LPARAM>(&all));
+    return all;
+}
+
+std::vector<std::string> AllMeasures(HWND window) {
+    std::vector<std::string> all;
+    for (const HWND each : Family(window))
+        all.push_back(Measures(each));
+    return all;
+}
+
+void ZoomTo(HWND window, double zoom, int times = 1) {
+    Manager::SetGuiZoom(zoom);
+    for (int i = 0; i < times; ++i)
+        Manager::ResizeWindowToGuiZoom(window, Manager::GetPreviousGuiZoom());
+}
+
+// There and back, and a random way there and back.
+void ExpectItComesBack(HWND window, const std::string& what) {
+    std::mt19937 random(7);
+    const auto before = AllMeasures(window);
+    for (const int steps : {1, 6}) {
+        ZoomTo(window, 1.5);
+        for (int i = 1; i < steps; ++i) {
+            constexpr double zooms[] = {0.25, 0.75, 1.1, 1.25, 1.5, 2, 3};
+            ZoomTo(window, zooms[random() % std::size(zooms)], 1 + static_cast<int>(random() % 2));
+        }
+        ZoomTo(window, 1, 2);
+        EXPECT_EQ(AllMeasures(window), before) << what << ", zoomed " << steps << " times";
+    }
+}
+
+// The list of a drop-down when it is open and has many entries: its height, and how many rows it shows.
+struct OpenList {
+    explicit OpenList(HWND combo) {
+        wchar_t text[] = L"entry";
+        COMBOBOXEXITEMW item{};
+        item.mask = CBEIF_TEXT;
+        item.iItem = -1;
+        item.pszText = text;
+        const bool hasImages = IsClass(combo, WC_COMBOBOXEXW);
+        for (int i = 0; i < 20; ++i) {
+            const void* entry = hasImages ? static_cast<const void*>(&item) : text;
+            SendMessageW(combo, hasImages ? CBEM_INSERTITEMW : CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(entry));
+        }
+        COMBOBOXINFO info{};
+        info.cbSize = sizeof info;
+        SendMessageW(combo, CB_SHOWDROPDOWN, TRUE, 0);
+        GetComboBoxInfo(hasImages ? GetWindow(combo, GW_CHILD) : combo, &info);
+        RECT list{};
+        GetWindowRect(info.hwndList, &list);
+        height = list.bottom - list.top;
+        rows = height / static_cast<long>(SendMessageW(combo, CB_GETITEMHEIGHT, 0, 0));
+        SendMessageW(combo, CB_SHOWDROPDOWN, FALSE, 0);
+        SendMessageW(combo, CB_RESETCONTENT, 0, 0);
+    }
+    long height, rows;
+};
+
+void Say(HWND window, UINT message, WPARAM wParam, LPARAM lParam) { SendMessageW(window, message, wParam, lParam); }
+
+void FillTabs(HWND tabs) {
+    wchar_t text[] = L"a long caption";
+    TCITEMW item{};
+    item.mask = TCIF_TEXT;
+    item.pszText = text;
+    for (int i = 0; i < 12; ++i)
+        Say(tabs, TCM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&item));
+}
+
+void FillColumns(HWND list) {
+    LVCOLUMNW column{};
+    column.mask = LVCF_WIDTH;
+    column.cx = 55;
+    Say(list, LVM_INSERTCOLUMNW, 0, reinterpret_cast<LPARAM>(&column));
+}
+
+void FillBand(HWND rebar) {
+    REBARBANDINFOW band{};
+    band.cbSize = sizeof band;
+    band.fMask = RBBIM_CHILD | RBBIM_CHILDSIZE;
+    band.hwndChild = AddChild(rebar, WC_EDITW, 1, {0, 0, 20, 20});
+    band.cxMinChild = band.cyMinChild = 25;
+    Say(rebar, RB_INSERTBANDW, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(&band));
+}
+
+struct Control {
+    const char* what;
+    const wchar_t* name;
+    DWORD style = 0, extended = 0;
+    std::function<void(HWND)> prepare = {};
+};
+
+const Control kControls[] = {
+    {"list of whole rows", WC_LISTBOXW},
+    {"list of whole rows, border", WC_LISTBOXW, WS_BORDER},
+    {"list of whole rows, edge", WC_LISTBOXW, 0, WS_EX_CLIENTEDGE},
+    {"list of columns", WC_LISTBOXW, LBS_MULTICOLUMN},
+    {"list, scrolled", WC_LISTBOXW, WS_VSCROLL | WS_HSCROLL | LBS_DISABLENOSCROLL},
+    {"list, any height", WC_LISTBOXW, LBS_NOINTEGRALHEIGHT},
+    {"list, its owner's rows", WC_LISTBOXW, LBS_OWNERDRAWFIXED, 0, [](HWND w) { Say(w, LB_SETITEMHEIGHT, 0, 19); }},
+    {"edit", WC_EDITW, WS_BORDER},
+    {"edit, margins", WC_EDITW, 0, 0, [](HWND w) { Say(w, EM_SETMARGINS, 3, MAKELPARAM(7, 9)); }},
+    {"edit, no margins", WC_EDITW, ES_MULTILINE, 0, [](HWND w) { Say(w, EM_SETMARGINS, 3, 0); }},
+    {"drop-down list", WC_COMBOBOXW, CBS_DROPDOWNLIST},
+    {"drop-down", WC_COMBOBOXW, CBS_DROPDOWN},
+    {"simple", WC_COMBOBOXW, CBS_SIMPLE},
+    {"drop-down, given heights", WC_COMBOBOXW, CBS_DROPDOWNLIST | CBS_OWNERDRAWFIXED, 0,
+     [](HWND w) {
+         Say(w, CB_SETITEMHEIGHT, 0, Manager::Zoomed(19)), Say(w, CB_SETITEMHEIGHT, WPARAM(-1), Manager::Zoomed(23));
+     }},
+    {"drop-down with images", WC_COMBOBOXEXW, CBS_DROPDOWN},
+    {"list view", WC_LISTVIEWW, LVS_REPORT, 0, FillColumns},
+    {"tree view", WC_TREEVIEWW, 0, 0, [](HWND w) { Say(w, TVM_SETITEMHEIGHT, 22, 0); }},
+    {"tabs with arrows", WC_TABCONTROLW, 0, 0, FillTabs},
+    {"address", WC_IPADDRESSW},
+    {"time", DATETIMEPICK_CLASSW, DTS_UPDOWN},
+    {"rebar", REBARCLASSNAMEW, CCS_NOPARENTALIGN | CCS_NORESIZE, 0, FillBand},
+};
+
+class PlatformZoom : public testing::TestWithParam<bool> {
+protected:
+    PlatformZoom() {
+        const INITCOMMONCONTROLSEX all{sizeof all, 0xFFFF};
+        InitCommonControlsEx(&all);
+        m_panel.Create(m_parent.Window(), 0, 0, 700, 600, true, true);
+    }
+    ~PlatformZoom() override { Manager::SetGuiZoom(1); }
+    HWND Add(const Control& control, double zoom = 1) {
+        const RECT place{Manager::Zoomed(11), Manager::Zoomed(13), Manager::Zoomed(154), Manager::Zoomed(114)};
+        const HWND window = Make(m_panel, control.name, control.style, control.extended, place, GetParam());
+        SetFont(window, zoom);
+        if (control.prepare) control.prepare(window);
+        m_panel.InsertWindow(window);
+        return window;
+    }
+
+    RecordingParent m_parent{{700, 600}};
+    CKxDevUI_Container m_panel;
+};
+
+INSTANTIATE_TEST_SUITE_P(CommonControls, PlatformZoom, testing::Bool());
+
+TEST_P(PlatformZoom, LeavesControlsAsTheyWere) {
+    for (const Control& control : kControls) {
+        const HWND window = Add(control);
+        ExpectItComesBack(m_panel, control.what);
+        ZoomTo(m_panel, 1.5);
+        for (const HWND inner : Family(window)) {
+            const RECT rect = RectInParent(inner), around = RectInParent(GetAncestor(inner, GA_PARENT));
+            EXPECT_TRUE(rect.right <= around.right - around.left && rect.bottom <= around.bottom - around.top)
+                << control.what << ": " << Measures(inner) << " in " << Measures(window);
+        }
+        ZoomTo(m_panel, 1);
+        DestroyWindow(window);
+    }
+}
+
+TEST_P(PlatformZoom, OpensListsAsHighAsThePlatform) {
+    for (const Control& control : kControls) {
+        const HWND window = Add(control);
+        if (IsDropDown(window)) {
+            const OpenList before(window);
+            EXPECT_GE(before.rows, 3) << control.what;
+            for (const double zoom : {1.5, 2.0, 1.25}) {
+                ZoomTo(m_panel, zoom);
+                const OpenList now(window);
+                EXPECT_GE(now.rows, before.rows) << control.what << " at " << zoom;
+                if (zoom != 1.5) continue;
+                const HWND model = Add(control, zoom);
+                EXPECT_GE(now.height, OpenList(model).height) << control.what;
+                DestroyWindow(model);
+            }
+            ZoomTo(m_panel, 1);
+            EXPECT_EQ(OpenList(window).height, before.height) << control.what;
+        }
+        DestroyWindow(window);
+    }
+}
+
+TEST_P(PlatformZoom, GoesIntoWhatDoesNotPlaceItsChildren) {
+    WNDCLASSW description{};
+    description.lpfnWndProc = DefWindowProcW;
+    description.style = CS_GLOBALCLASS;
+    for (const wchar_t* name : {L"KxTestPanel", L"KxTestOwnLayout"})
+        description.lpszClassName = name, RegisterClassW(&description);
+    Manager::AddClassWithOwnLayout(L"KxTestOwnLayout");
+    Manager::AddClassWithOwnLayout(nullptr);
+    const struct {
+        const wchar_t* name;
+        DWORD style;
+        bool goesIn;
+    } rows[] = {{WC_BUTTONW, BS_GROUPBOX, true}, {WC_STATICW, 0, true},      {WC_TABCONTROLW, 0, true},
+                {L"KxTestPanel", 0, true},       {WC_LISTVIEWW, 0, false},   {WC_COMBOBOXW, CBS_SIMPLE, false},
+                {L"KxTestOwnLayout", 0, false},  {REBARCLASSNAMEW, 0, false}};
+    for (const auto& [name, style, goesIn] : rows) {
+        const HWND outer = Add({"", name, style});
+        const HWND inner = Make(outer, WC_EDITW, 0, 0, {10, 20, 50, 40}, GetParam());
+        ZoomTo(m_panel, 1.5);
+        EXPECT_EQ(PlaceOf(inner), goesIn ? "15 30 60 30" : "10 20 40 20") << Narrow(name);
+        ZoomTo(m_panel, 1);
+        DestroyWindow(outer);
+    }
+}
+
+TEST_P(PlatformZoom, LeavesDialogsAsTheyWere) {
+    int dialogs = 0;
+    ForEachPlatformDialog([&](const std::wstring& name, HMODULE module) {
+        CKxDevUI_Container dialog;
+        {
+            const auto styles = GetParam() ? std::make_unique<Styles>() : nullptr;
+            if (!dialog.CreateFromDlg(m_parent.Window(), 3, 4, name.c_str(), module, false)) return;
+        }
+        ++dialogs;
+        const std::string what = Narrow(name);
+        ExpectItComesBack(dialog, what);
+        RECT before{}, zoomed{};
+        GetClientRect(dialog, &before);
+        std::map<HWND, long> opened;
+        for (const HWND each : Family(dialog))
+            if (IsDropDown(each) && !IsClass(GetParent(each), WC_COMBOBOXEXW)) opened[each] = OpenList(each).rows;
+        ZoomTo(dialog, 1.5);
+        GetClientRect(dialog, &zoomed);
+        EXPECT_EQ(zoomed.right, Manager::Zoomed(before.right)) << what;
+        EXPECT_EQ(zoomed.bottom, Manager::Zoomed(before.bottom)) << what;
+        for (const auto& [combo, rows] : opened)
+            EXPECT_GE(OpenList(combo).rows, rows) << what << ": " << Measures(combo);
+        ZoomTo(dialog, 1);
+    });
+    EXPECT_GE(dialogs, 15);
+}
+
+}  // namespace
