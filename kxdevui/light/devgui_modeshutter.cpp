@@ -180,25 +180,19 @@ void CKxDevUI_ModeShutter::DestroyControls() {
 // Every window that comes or goes is told to the parent, which may end this one.
 void CKxDevUI_ModeShutter::CreateControls() {
     const HWND window = m_hWnd;
-    const Parts parts(window, static_cast<CKxDevUI_Base*>(this));
+    const Parts parts(window, this);
     DestroyControls();
     if (!parts || m_hWnd != window) return;
-    if (m_separator) {
-        const HWND line = parts.Add(L"STATIC", kSeparatorId, nullptr, {0, 0, 256, 1}, SS_GRAYRECT);
-        if (!parts) return;
-        m_separatorWindow = line;
+    if (m_separator && !parts.Add(m_separatorWindow, L"STATIC", kSeparatorId, nullptr, {0, 0, 256, 1}, SS_GRAYRECT)) {
+        return;
     }
     long x = 0;
     if (m_showTitle) {
-        const HWND title = parts.Label(kTitleId, m_title, {0, 8, 56, 24});
-        if (!parts) return;
-        m_titleWindow = title;
+        if (!parts.Label(m_titleWindow, kTitleId, m_title, {0, 8, 56, 24})) return;
         x = 40;
     }
     if (m_showModes) {
-        const HWND list = parts.DropDown(kModesId, {x, 4, x + 72, 88});
-        if (!parts) return;
-        m_modeList = list;
+        if (!parts.DropDown(m_modeList, kModesId, {x, 4, x + 72, 88})) return;
         FillModes();
         x += 80;
     }

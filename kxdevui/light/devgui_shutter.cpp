@@ -213,16 +213,14 @@ void CKxDevUI_Shutter::CreateControls() {
     DestroyControls();
     // Every window that goes is told to the parent, which may end this one.
     if (!window || !alive || m_hWnd != window) return;
-    const Parts parts(window, static_cast<CKxDevUI_Base*>(this));
+    const Parts parts(window, this);
     if (m_showTitle && !m_titleInButton) {
-        const HWND title = parts.Label(kTitleId, m_title, RectOf(m_titlePlace), m_titleLeft ? SS_RIGHT : SS_LEFT);
-        if (!parts) return;
-        m_titleWindow = title;
+        const DWORD style = m_titleLeft ? SS_RIGHT : SS_LEFT;
+        if (!parts.Label(m_titleWindow, kTitleId, m_title, RectOf(m_titlePlace), style)) return;
     }
     if (m_titleInButton && !m_adopted) m_buttonPlace = {0, 0, m_width, m_height};
-    const HWND button = parts.Add(L"BUTTON", kButtonId, nullptr, RectOf(m_buttonPlace), BS_PUSHLIKE | BS_OWNERDRAW);
-    if (!parts) return;
-    m_button = button;
+    const DWORD style = BS_PUSHLIKE | BS_OWNERDRAW;
+    if (!parts.Add(m_button, L"BUTTON", kButtonId, nullptr, RectOf(m_buttonPlace), style)) return;
     if (!m_adopted) {
         // The children stand unzoomed, and so has the window to, which may have been zoomed before.
         RECT client{};
@@ -390,7 +388,7 @@ LRESULT CKxDevUI_Shutter::OnCommand(WPARAM wParam, LPARAM) {
     if (LOWORD(wParam) != kButtonId || HIWORD(wParam) != kClick) return 0;
     const bool wanted = !m_state;
     const auto ask = [&](bool& veto) { OnStateChangeRequest(wanted, veto); };
-    if (AskHost(static_cast<CKxDevUI_Base*>(this), ask) == Answer::Agreed) SetState(wanted);
+    if (AskHost(this, ask) == Answer::Agreed) SetState(wanted);
     return 1;
 }
 
