@@ -253,9 +253,7 @@ void CKxDevUI_EditBox::SetText(const wchar_t* text) {
     SetWindowTextW(m_edit, text);
 }
 
-CKxStringW CKxDevUI_EditBox::GetText() const {
-    return m_edit ? kx::ui::TextOf(m_edit) : CKxStringW();
-}
+CKxStringW CKxDevUI_EditBox::GetText() const { return m_edit ? kx::ui::TextOf(m_edit) : CKxStringW(); }
 
 double CKxDevUI_EditBox::GetNumber() const {
     std::array<wchar_t, kx::ui::kNumberCharacters + 1> text{};

@@ -146,7 +146,7 @@ TEST(Creation, FindsTheObjectByUserData) {
 // either may end the control.
 TEST(Creation, LeavesAnObjectThatItsOldWindowsEndHasEnded) {
     for (const auto& row : kControls) {
-        for (const UINT message : {WM_SETFOCUS, WM_PARENTNOTIFY}) {
+        for (const UINT message : {UINT{WM_SETFOCUS}, UINT{WM_PARENTNOTIFY}}) {
             RecordingParent parent;
             const auto subject = row.make();
             ASSERT_TRUE(subject->Create(parent.Window()));
