@@ -21,7 +21,7 @@ public:
     // Whether window and object are still there.
     explicit operator bool() const noexcept { return m_alive && IsWindow(m_window); }
 
-    // A visible child of any class, disabled in a window that is.
+    // A visible child of any class.
     HWND Add(const wchar_t* windowClass, int id, const wchar_t* text, const RECT& place, DWORD style = 0) const;
     // A static text, shown as it is: a name may have an ampersand in it.
     HWND Label(int id, const wchar_t* text, const RECT& place, DWORD style = SS_LEFT) const;
