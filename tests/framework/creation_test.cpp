@@ -83,21 +83,20 @@ std::unique_ptr<Subject> Make() {
     return std::make_unique<SubjectOf<T>>();
 }
 
-// The class is null for what is no class of ours; of the global ones another's has to be one as well.
+// The class is null for what is no class of ours.
 const struct {
     const wchar_t* name;
     std::unique_ptr<Subject> (*make)();
-    bool isGlobal = false;
 } kControls[] = {
     {L"KxDevUI_Container", Make<CKxDevUI_Container>},
     {nullptr, Make<CKxDevUI_ColorSlider>},
     {L"KxDevUI_HPot", Make<CKxDevUI_HPot>},
     {L"CKxDevUI_ColorSliderRangeHPot", Make<CKxDevUI_ColorSlider::CKxDevUI_ColorSliderRangeHPot>},
     {nullptr, Make<CKxDevUI_SpinBox>},
-    {L"KxDevUI_EditBox", Make<CKxDevUI_EditBox>, true},
+    {L"KxDevUI_EditBox", Make<CKxDevUI_EditBox>},
     {nullptr, Make<CKxDevUI_EditBoxSpin>},
     {L"KxDevUI_Radio", Make<CKxDevUI_Radio>},
-    {L"KxDevUI_Table", Make<CKxDevUI_Table>, true},
+    {L"KxDevUI_Table", Make<CKxDevUI_Table>},
     {L"KxDevUI_Shutter", Make<CKxDevUI_Shutter>},
     {nullptr, Make<CKxDevUI_MechanicalShutter>},
     {L"KxDEVGUI_ModeShutter", Make<CKxDevUI_ModeShutter>},
@@ -116,7 +115,6 @@ TEST(ATakenClassName, GivesNoWindow) {
         if (!row.name) continue;
         WNDCLASSEXW foreign{};
         foreign.cbSize = sizeof foreign;
-        foreign.style = row.isGlobal ? CS_GLOBALCLASS : 0;
         foreign.lpfnWndProc = DefDlgProcW;
         foreign.cbWndExtra = DLGWINDOWEXTRA;
         foreign.hInstance = GetModuleHandleW(L"kxdevui.dll");
