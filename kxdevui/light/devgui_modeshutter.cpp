@@ -72,6 +72,7 @@ struct CKxDevUI_ModeShutter::Reading {
 };
 
 void CKxDevUI_ModeShutter::Load(unsigned shutterId, const std::vector<double>& apertures) {
+    if (shutterId != m_shutterId) m_modesOffered = {};
     m_shutterId = shutterId;
     m_apertures = apertures;
     m_apertureIndex = FindApertureIndex(m_aperture);
@@ -194,6 +195,7 @@ void CKxDevUI_ModeShutter::CreateControls() {
     if (m_showModes) {
         if (!parts.DropDown(m_modeList, kModesId, {x, 4, x + 72, 88})) return;
         FillModes();
+        if (!parts) return;
         x += 80;
     }
     RECT client{};
@@ -205,12 +207,23 @@ void CKxDevUI_ModeShutter::CreateControls() {
     }
     RegisterZoom(window);
     if (!m_apertures.empty()) MakeSlider(x);
+    if (parts && !IsWindowEnabled(window)) FollowWindow(false);
     if (parts) KX_FollowColorScheme(window);
 }
 
 void CKxDevUI_ModeShutter::FillModes() {
-    for (int mode = 0; m_shutterId != 0 && mode < kx::modeshutter::kModes; ++mode) {
-        if (!DMApi::Shutter_GetModeAvailable(m_shutterId, static_cast<EKxShutterMode>(mode))) continue;
+    const Alive alive(this);
+    std::array<bool, kx::modeshutter::kModes> offered{};
+    const auto ask = [&] {
+        for (int mode = 0; mode < kx::modeshutter::kModes; ++mode)
+            offered[static_cast<std::size_t>(mode)] =
+                kx::shutter::Managed{m_shutterId}.GetModeAvailable(static_cast<EKxShutterMode>(mode));
+    };
+    const bool known = m_shutterId != 0 && AskDevice(kSource, m_shutterId, ask);
+    if (!alive) return;
+    if (known) m_modesOffered = offered;
+    for (int mode = 0; m_modeList && mode < kx::modeshutter::kModes; ++mode) {
+        if (!m_modesOffered[static_cast<std::size_t>(mode)]) continue;
         const CKxStringW text = KX_GetTranslation(kx::modeshutter::ModeText(mode), L"Smart shutter mode: %s", kSource);
         const LRESULT item = SendMessageW(m_modeList, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text.c_str()));
         SendMessageW(m_modeList, CB_SETITEMDATA, static_cast<WPARAM>(item), mode);

@@ -365,13 +365,21 @@ void CKxDevUI_Shutter::Show(unsigned shutterId, const Reading& reading, bool a, 
 }
 
 bool CKxDevUI_Shutter::UpdateShutterIcon(unsigned shutterId, int grabberActive) {
-    const int on =
-        shutterId == 0 ? GetCommonImageFromPool(eKxCommonImage_ShutterOpen) : GetShutterImageFromPool(shutterId, true);
-    const int off = shutterId == 0 ? GetCommonImageFromPool(eKxCommonImage_ShutterClosed)
-                                   : GetShutterImageFromPool(shutterId, false, grabberActive);
-    const bool changed = on != m_imageOn || off != m_imageOff;
-    m_imageOn = on;
-    m_imageOff = off;
+    const Alive alive(this);
+    int on = GetCommonImageFromPool(eKxCommonImage_ShutterOpen);
+    int off = GetCommonImageFromPool(eKxCommonImage_ShutterClosed);
+    // The type of the device decides.
+    const auto choose = [&] {
+        on = GetShutterImageFromPool(shutterId, true);
+        off = GetShutterImageFromPool(shutterId, false, grabberActive);
+    };
+    const bool known = shutterId == 0 || AskDevice(kSource, shutterId, choose);
+    if (!alive) return false;
+    const bool changed = known && (on != m_imageOn || off != m_imageOff);
+    if (changed) {
+        m_imageOn = on;
+        m_imageOff = off;
+    }
     RedrawButton();
     return changed;
 }

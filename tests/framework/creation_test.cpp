@@ -109,6 +109,9 @@ const struct {
 // Before the classes are registered: the first of all that runs here.
 TEST(ATakenClassName, GivesNoWindow) {
     std::wstring log;
+    const struct Restore {
+        ~Restore() { CKxLogFile::SetDetail(false), CKxLogFile::SetSink(nullptr, nullptr); }
+    } restore;
     CKxLogFile::SetSink([](const wchar_t* line, void* to) { *static_cast<std::wstring*>(to) += line; }, &log);
     CKxLogFile::SetDetail(true);
     for (const auto& row : kControls) {
@@ -128,8 +131,6 @@ TEST(ATakenClassName, GivesNoWindow) {
         EXPECT_EQ(GetWindow(parent.Window(), GW_CHILD), nullptr) << "row " << &row - kControls;
         UnregisterClassW(row.name, foreign.hInstance);
     }
-    CKxLogFile::SetDetail(false);
-    CKxLogFile::SetSink(nullptr, nullptr);
 }
 
 TEST(Creation, FindsTheObjectByUserData) {
