@@ -1,4 +1,4 @@
-// The slider's values, mouse, keys and routing; devgui_hpot_scale.cpp paints it.
+// The slider's values, and what mouse, wheel and keys do to them; devgui_hpot_scale.cpp paints it.
 #include <kxdevui/controls/devgui_hpot.h>
 
 #include <algorithm>
