@@ -8,6 +8,7 @@
 #include <kxbaseui/kx_fonts.h>
 #include <kxbaseui/kx_tooltip.h>
 #include <kxdevices/kx_simdevices.h>
+#include <kxdevui/framework/ui_gdi.h>
 #include <kxdevui/optics/devgui_filterwheel.h>
 #include <kxdevui/optics/devgui_nosepiece.h>
 #include <kxdevui/optics/devgui_switcher.h>

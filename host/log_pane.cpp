@@ -39,7 +39,7 @@ void LogPane::Build(HWND parent) {
     Destroy();
     Create(parent, 0, 0, 100, 100, true, true);
     m_filter.SetId(IDC_LOG_FILTER);
-    m_filter.Init(true, false, false);
+    m_filter.Init({.showLabel = true});
     m_filter.SetTitle(Text(L"Filter:"));
     m_filter.SetSize(kLabelWidth, kFilterWidth, 20);
     m_filter.Create(*this, 4, 4, -1, -1, true, true);

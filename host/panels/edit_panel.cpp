@@ -17,8 +17,8 @@ void EditPanel::Fill() {
     m_wavelengths.SetRestriction(350, 750);
     m_wavelengths.SetCountRestriction(1, 4);
     m_delay.SetRestriction(0, 60);
-    m_exposure.Init(true, true, false);
-    m_gain.Init(true, true, false);
+    m_exposure.Init({.mustNotBeEmpty = true});
+    m_gain.Init({.mustNotBeEmpty = true});
 
     AddField(m_exposure, IDC_FIELD_EXPOSURE, L"Exposure (ms):", 0);
     AddField(m_gain, IDC_FIELD_GAIN, L"Gain:", 1);

@@ -4,10 +4,10 @@
 #include "../resources/resource.h"
 
 void FilterPanel::Fill() {
-    m_wheel.Create(*this, 4, 4, m_width - 8, -1, true, true);
+    m_wheel.Create(*this, 4, 4, m_width - 8, -1);
     m_wheel.SetTabStop(true);
     InsertWindow(m_wheel);
-    m_wheel.Update(&m_device, true, true, true);
+    m_wheel.Update(&m_device, {.structure = true, .names = true, .position = true});
     AddRefusal();
     if (!m_device.IsMotorized()) {
         AddChild(L"BUTTON", Text(L"Turn by hand"), WS_TABSTOP, IDC_CUBES_TURN, m_width - 116, m_height - 28, 108, 22);
@@ -16,7 +16,7 @@ void FilterPanel::Fill() {
 }
 
 void FilterPanel::OnDevice(const Change& change) {
-    m_wheel.Update(&m_device, change.structure, change.names, change.position);
+    m_wheel.Update(&m_device, {.structure = change.structure, .names = change.names, .position = change.position});
     if (m_device.GetDeviceState() == eKxDeviceState_Ready) Tell(m_wheel.GetFilterName(m_wheel.GetPosition()).str());
 }
 

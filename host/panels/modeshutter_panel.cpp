@@ -26,7 +26,9 @@ void ModeShutterPanel::Fill() {
     ShowState();
 }
 
-void ModeShutterPanel::OnDevice(const Change& change) { m_row.Update(&m_device, change.structure, true, true, true); }
+void ModeShutterPanel::OnDevice(const Change& change) {
+    m_row.Update(&m_device, {.steps = change.structure, .aperture = true, .state = true, .mode = true});
+}
 
 void ModeShutterPanel::Asking::OnApertureChangeRequest(double aperture, bool& veto) {
     Log().Add(m_owner.Name(), L"OnApertureChangeRequest(%g)", aperture);

@@ -5,10 +5,10 @@
 void NosepiecePanel::Fill() {
     m_turret.Init(&m_device);
     m_turret.ShowObservationMode(false);
-    m_turret.Create(*this, 4, 4, m_width - 8, -1, true, true);
+    m_turret.Create(*this, 4, 4, m_width - 8, -1);
     m_turret.SetTabStop(true);
     InsertWindow(m_turret);
-    m_turret.Update(&m_device, true, true, true, true, false);
+    m_turret.Update(&m_device, {.structure = true, .names = true, .position = true, .parameters = true});
     AddRefusal();
     ShowState();
 }
@@ -16,7 +16,10 @@ void NosepiecePanel::Fill() {
 void NosepiecePanel::OnDevice(const Change& change) {
     // Who decides is read here, not by Update.
     if (change.structure) m_turret.Init(&m_device);
-    m_turret.Update(&m_device, change.structure, change.names, change.position, change.names, false);
+    m_turret.Update(&m_device, {.structure = change.structure,
+                                .names = change.names,
+                                .position = change.position,
+                                .parameters = change.names});
     if (change.structure || change.names) return;
     if (m_device.GetDeviceState() == eKxDeviceState_Faulty) Tell(Text(L"The nosepiece has failed").str());
     if (m_device.GetDeviceState() == eKxDeviceState_Ready) {

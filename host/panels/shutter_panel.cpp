@@ -46,7 +46,7 @@ void ShutterPanel::AddShutter(CKxDevUI_Shutter& shutter, int index, int x, int y
     shutter.SetId(IDC_SHUTTER + index);
     shutter.Create(m_hWnd, CKxGUILayoutManager::Zoomed(x), CKxGUILayoutManager::Zoomed(y), -1, -1, true, true);
     InsertElement(&shutter);
-    shutter.Update(TheLight().Shutter(index).GetLogDevId(), true, true, true);
+    shutter.Update(TheLight().Shutter(index).GetLogDevId(), {.lock = true, .kind = true, .state = true});
 }
 
 void ShutterPanel::Refresh(CDMApi_LogDevId device) {
@@ -84,7 +84,7 @@ bool ShutterPanel::OnUser(int id, int code, HWND from) {
     case IDC_SHUTTER_GRABBER:
         CKxDeviceRegistry::SetGrabberActive(checked);
         for (int i = 0; i < LightDevices::Shutters; ++i)
-            Shutter(i).Update(TheLight().Shutter(i).GetLogDevId(), false, false, true);
+            Shutter(i).Update(TheLight().Shutter(i).GetLogDevId(), {.state = true});
         return true;
     case IDC_SHUTTER_REFUSE: m_refuses = checked; return true;
     default: return false;

@@ -13,7 +13,7 @@ void SingleShutterPanel::Fill() {
     // A shutter sizes itself by the zoom, so it is placed by it too.
     m_shutter.Create(m_hWnd, CKxGUILayoutManager::Zoomed(6), CKxGUILayoutManager::Zoomed(6), -1, -1, true, true);
     InsertElement(&m_shutter);
-    m_shutter.Update(&m_device, true, true, true);
+    m_shutter.Update(&m_device, {.lock = true, .kind = true, .state = true});
     ShowState();
 }
 

@@ -6,16 +6,17 @@
 
 void SwitcherPanel::Fill(bool several) {
     m_switch.SetBoolMoreThanOnePortCanBeActive(several);
-    m_switch.Create(*this, 4, 4, m_width - 8, 44, true, true);
+    m_switch.Create(*this, 4, 4, m_width - 8, 44);
     m_switch.SetTabStop(true);
     InsertWindow(m_switch);
-    m_switch.Update(m_device.GetLogDevId(), true, true, true);
+    m_switch.Update(m_device.GetLogDevId(), {.structure = true, .names = true, .state = true});
     AddRefusal();
     ShowState();
 }
 
 void SwitcherPanel::OnDevice(const Change& change) {
-    m_switch.Update(m_device.GetLogDevId(), change.structure, change.names, change.position);
+    m_switch.Update(m_device.GetLogDevId(),
+                    {.structure = change.structure, .names = change.names, .state = change.position});
 }
 
 bool SwitcherPanel::Ask(long position) {

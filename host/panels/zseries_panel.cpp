@@ -51,8 +51,8 @@ void ZSeriesPanel::Fill() {
     m_stack.Create(m_hWnd, &m_record, 8, 30, 0, 0, true, true);
     m_stack.EnableCube(true);
     m_stack.MakePositionsWritable();
-    m_stack.AddZDevice(Text(L"Focus drive"), false, 1, 0, 10000, false, 0, true);
-    m_stack.AddZDevice(Text(L"Piezo stage"), true, 2, 0, 300, true, 0, false);
+    m_stack.AddZDevice({.name = Text(L"Focus drive"), .id = 1, .rangeMax = 10000, .select = true});
+    m_stack.AddZDevice({.name = Text(L"Piezo stage"), .piezo = true, .id = 2, .rangeMax = 300, .inverted = true});
     m_record.SetObjective(1.2, 1.33);
     m_record.SetWavelength(525);
     m_record.SetTop(4012, true);

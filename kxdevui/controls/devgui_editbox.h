@@ -64,6 +64,11 @@ public:
     // Whether there is a label, whether the text must not be empty (see CheckRestriction), whether the user cannot
     // change it. Without a label, messages to the user do not name the field.
     void Init(bool showLabel, bool mustNotBeEmpty, bool readOnly);
+    // The same by name; what is not named is as at first.
+    struct Looks {
+        bool showLabel = true, mustNotBeEmpty = false, readOnly = false;
+    };
+    void Init(const Looks& looks) { Init(looks.showLabel, looks.mustNotBeEmpty, looks.readOnly); }
 
     // Whether the field has a border.
     void SetStyle(bool border);

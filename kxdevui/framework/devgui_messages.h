@@ -11,8 +11,8 @@ namespace kx::ui {
 // refresh; a container hands both to OnUpdateDeviceBand. Without flags, nothing is refreshed. Answered with 0.
 inline constexpr UINT WM_KX_UPDATE_DEVICE_BAND = WM_USER + 0x100;  // 0x0500
 
-// The flags for each control: bools in the order of its Update's parameters, whose header says what each brings. Those
-// for containers are the host's own.
+// The flags for each control: bools in the order of its Update's parameters, whose header says what each brings; Update
+// takes them as well. Those for containers are the host's own.
 struct ShutterBand {
     bool lock = false;   // a: tooltip and lock
     bool kind = false;   // b: the same, type and title

@@ -1,4 +1,5 @@
-// Sums of coordinates that a host may have chosen as it likes: cut to the range of a coordinate, never overflowing.
+// For authors of controls: sums of coordinates that a host may have chosen as it likes, cut to the range of a
+// coordinate, never overflowing.
 #pragma once
 
 #include <windows.h>

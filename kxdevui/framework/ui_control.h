@@ -1,4 +1,4 @@
-// All that a control is built from, and what controls answer alike: the one header that an author of controls includes.
+// For authors of controls, the one header to include: all that a control is built from, and what controls answer alike.
 #pragma once
 
 #include <kxdevui/framework/ui_paint.h>

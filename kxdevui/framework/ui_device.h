@@ -1,4 +1,5 @@
-// Asking devices, which are the host's own objects: what they throw is logged, and the control stays as it was.
+// For authors of controls: asking devices, which are the host's own objects: what they throw is logged, and the control
+// stays as it was.
 #pragma once
 
 #include <kxdevices/kx_dmapi.h>
@@ -23,10 +24,21 @@ bool AskDevice(const wchar_t* source, CDMApi_LogDevId device, Ask&& ask) noexcep
     return CKxDeviceRegistry::GetFailureCount() == failures;
 }
 
+// The kind of the devices that have an interface.
+template <class Device>
+constexpr EKxDeviceType kKindOf = eKxDeviceType_Unknown;
+template <>
+constexpr EKxDeviceType kKindOf<IKxDeviceShutter> = eKxDeviceType_Shutter;
+template <>
+constexpr EKxDeviceType kKindOf<IKxDeviceFilterChanger> = eKxDeviceType_FilterChanger;
+template <>
+constexpr EKxDeviceType kKindOf<IKxDeviceNosepiece> = eKxDeviceType_Nosepiece;
+
 // The registered device with this number; null when there is none, or it is of another kind.
 template <class Device>
-Device* FindDevice(CDMApi_LogDevId id, EKxDeviceType kind) {
-    return DMApi::LogDev_GetType(id) == kind ? static_cast<Device*>(DMApi::LogDev_GetInstance(id)) : nullptr;
+Device* FindDevice(CDMApi_LogDevId id) {
+    static_assert(kKindOf<Device> != eKxDeviceType_Unknown, "the interface has no kind yet");
+    return DMApi::LogDev_GetType(id) == kKindOf<Device> ? static_cast<Device*>(DMApi::LogDev_GetInstance(id)) : nullptr;
 }
 
 }  // namespace kx::ui

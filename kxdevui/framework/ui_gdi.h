@@ -1,4 +1,4 @@
-// Owning types for GDI objects and device contexts: nothing here is released by hand.
+// For authors of controls: owning types for GDI objects and device contexts, nothing here is released by hand.
 #pragma once
 
 #include <windows.h>

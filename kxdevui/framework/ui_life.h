@@ -1,4 +1,4 @@
-// Which control objects are alive.
+// For authors of controls: which control objects are alive.
 //
 // A control object belongs to the host, which may delete it at any time: inside one of the control's own callbacks, or
 // while a container still lists it or a window still points to it. So the library keeps a list of the objects that

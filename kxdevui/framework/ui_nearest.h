@@ -1,4 +1,5 @@
-// The search for the nearest value, for rules that know nothing of windows (devgui.h has it for hosts).
+// For authors of controls: the search for the nearest value, for rules that know nothing of windows (devgui.h has it
+// for hosts).
 #pragma once
 
 #include <cmath>

@@ -1,4 +1,4 @@
-// Double-buffered painting, and what else belongs to a window rather than to its object.
+// For authors of controls: double-buffered painting, and what else belongs to a window rather than to its object.
 #pragma once
 
 #include <windows.h>

@@ -1,4 +1,5 @@
-// The windows inside a control: making them, and what is asked and told of them everywhere.
+// For authors of controls: the windows inside a control, how they are made, and what is asked and told of them
+// everywhere.
 #pragma once
 
 #include <windows.h>

@@ -1,4 +1,4 @@
-// Dialog templates, found in the language of the user interface.
+// For authors of controls: dialog templates, found in the language of the user interface.
 #pragma once
 
 #include <windows.h>

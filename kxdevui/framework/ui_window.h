@@ -1,5 +1,5 @@
-// What every control's window has in common: its class, the way from a message to the object, and the small services
-// around it. A control writes one Handle function and a line that names its habits:
+// For authors of controls: what every control's window has in common, its class, the way from a message to the object,
+// and the small services around it. A control writes one Handle function and a line that names its habits:
 //
 //     LRESULT CALLBACK CMyControl::WndProc(HWND window, UINT id, WPARAM wParam, LPARAM lParam) {
 //         using namespace kx::ui;
@@ -10,8 +10,7 @@
 
 #include <windows.h>
 
-#include <algorithm>
-#include <array>
+#include <cstring>
 #include <map>
 #include <memory>
 #include <optional>
@@ -304,18 +303,18 @@ KXDEVUI_API void ApplyZoom(HWND window);
 // true for the message with which the pointer came in or went out.
 KXDEVUI_API bool TrackHover(const Message& message);
 
-// The contents of WM_KX_UPDATE_DEVICE_BAND with N flags. Empty when the message carries no flags.
-template <std::size_t N>
+// The contents of WM_KX_UPDATE_DEVICE_BAND for a control with these flags.
+template <class Flags>
 struct DeviceBand {
-    unsigned device;            // logical id
-    std::array<bool, N> flags;  // what to refresh
+    unsigned device;  // logical id
+    Flags flags;      // what to refresh
 };
-// See DeviceBand.
-template <std::size_t N>
-std::optional<DeviceBand<N>> ReadDeviceBand(const Message& message) noexcept {
+// See DeviceBand; empty when the message carries no flags, which may be the record or as many bools.
+template <class Flags>
+std::optional<DeviceBand<Flags>> ReadDeviceBand(const Message& message) noexcept {
     if (message.lParam == 0) return std::nullopt;
-    DeviceBand<N> band{static_cast<unsigned>(message.wParam), {}};
-    std::copy_n(reinterpret_cast<const bool*>(message.lParam), N, band.flags.begin());
+    DeviceBand<Flags> band{static_cast<unsigned>(message.wParam), {}};
+    std::memcpy(&band.flags, reinterpret_cast<const void*>(message.lParam), sizeof band.flags);
     return band;
 }
 

@@ -344,9 +344,8 @@ Handled CKxDevUI_ModeShutter::Handle(const Message& message) {
     case WM_CTLCOLORSTATIC: return AnswerTextColor(message, IsWindowEnabled(message.window) != FALSE);
     case WM_ENABLE: FollowWindow(message.wParam != FALSE); return std::nullopt;
     case WM_KX_UPDATE_DEVICE_BAND:
-        if (const auto band = ReadDeviceBand<sizeof(ModeShutterBand)>(message)) {
-            const auto& [steps, aperture, state, mode] = band->flags;
-            Update(kx::shutter::Find(band->device), steps, aperture, state, mode);
+        if (const auto band = ReadDeviceBand<ModeShutterBand>(message)) {
+            Update(FindDevice<IKxDeviceShutter>(band->device), band->flags);
         }
         return 0;
     case WM_KX_MOUSE_WHEEL: return HandleMouseWheel(message.wParam, message.lParam);

@@ -10,6 +10,7 @@
 
 #include <kxdevices/kx_device.h>
 #include <kxdevui/framework/devgui_base.h>
+#include <kxdevui/framework/devgui_messages.h>
 #include <kxdevui/light/devgui_colorslider.h>
 #include <kxdevui/light/modeshutter_rules.h>
 
@@ -52,6 +53,11 @@ public:
     // The same from the device itself. False for null, and when the device throws. The message 0x0500 with these flags
     // (ModeShutterBand in devgui_messages.h) does this by its number.
     bool Update(IKxDeviceShutter* device, bool steps, bool aperture, bool state, bool mode);
+    // Either by name.
+    template <class Device>
+    bool Update(Device device, const kx::ui::ModeShutterBand& what) {
+        return Update(device, what.steps, what.aperture, what.state, what.mode);
+    }
 
     // Forgets the apertures; the slider stays until the next CreateControls.
     void Done();

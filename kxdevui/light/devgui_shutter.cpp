@@ -430,8 +430,8 @@ Handled CKxDevUI_Shutter::Handle(const Message& message) {
         if (m_button) ::SetFocus(m_button);
         return 0;
     case WM_KX_UPDATE_DEVICE_BAND:
-        if (const auto band = ReadDeviceBand<sizeof(ShutterBand)>(message)) {
-            Update(kx::shutter::Find(band->device), band->flags[0], band->flags[1], band->flags[2]);
+        if (const auto band = ReadDeviceBand<ShutterBand>(message)) {
+            Update(FindDevice<IKxDeviceShutter>(band->device), band->flags);
         }
         return 0;
     case WM_KX_ZOOM_CHANGED:

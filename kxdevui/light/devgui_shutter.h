@@ -8,6 +8,7 @@
 
 #include <kxdevices/kx_device.h>
 #include <kxdevui/framework/devgui_base.h>
+#include <kxdevui/framework/devgui_messages.h>
 #include <kxdevui/light/shutter_rules.h>
 
 namespace kx::ui {
@@ -37,6 +38,14 @@ public:
 
     // Whether a title is shown, and whether in bold type. The other three values are kept for derived shutters.
     void Init(bool showTitle, bool second, bool boldTitle, bool fourth, unsigned value);
+    // The same by name; what is not named is as at first.
+    struct Settings {
+        bool showTitle = true, second = false, boldTitle = false, fourth = false;
+        unsigned value = 0;
+    };
+    void Init(const Settings& wanted) {
+        Init(wanted.showTitle, wanted.second, wanted.boldTitle, wanted.fourth, wanted.value);
+    }
     // The size of the window; below 0 keeps the one held.
     void SetSize(long width, long height);
     // Puts the title to the left of the button, `size` wide (below 0: what the button leaves), or above it, `size` high
@@ -88,6 +97,11 @@ public:
     // The same from the device itself; `a` also makes title, button and tooltip anew. False for null, and when the
     // device throws. The message 0x0500 with these flags (ShutterBand in devgui_messages.h) does this by its number.
     bool Update(IKxDeviceShutter* device, bool a, bool b, bool c);
+    // Either by name: `lock` is `a`, `kind` is `b`, `state` is `c`.
+    template <class Device>
+    bool Update(Device device, const kx::ui::ShutterBand& what) {
+        return Update(device, what.lock, what.kind, what.state);
+    }
 
     // The state shown, true for open. Nobody is told, and a state that is held already is not drawn again.
     void SetState(bool open);

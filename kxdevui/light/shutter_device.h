@@ -2,7 +2,6 @@
 #pragma once
 
 #include <kxdevices/kx_dmapi.h>
-#include <kxdevui/framework/ui_device.h>
 
 namespace kx::shutter {
 
@@ -19,8 +18,5 @@ struct Managed {
     EKxShutterMode GetMode() const { return DMApi::Shutter_GetMode(id); }
     bool GetModeAvailable(EKxShutterMode mode) const { return DMApi::Shutter_GetModeAvailable(id, mode); }
 };
-
-// The device with this number; null when there is none, or it is no shutter.
-inline IKxDeviceShutter* Find(unsigned id) { return ui::FindDevice<IKxDeviceShutter>(id, eKxDeviceType_Shutter); }
 
 }  // namespace kx::shutter

@@ -3,14 +3,18 @@
 
 #include <windows.h>
 
-#include <array>
 #include <map>
+#include <memory>
 #include <optional>
 
 #include <kxdevices/kx_device.h>
+#include <kxdevui/framework/devgui_messages.h>
 #include <kxdevui/framework/kxdevui_api.h>
-#include <kxdevui/optics/position_panel.h>
 #include <kxsystem/kx_string.h>
+
+namespace kx::ui {
+struct Message;
+}
 
 // Shows the filters of a wheel, turret or slider as a grid of buttons, each in the colours of the filter's bands; a
 // setup button; a titled frame or a title beside the buttons. A click asks the host; the panel moves no device.
@@ -18,8 +22,9 @@
 //     class Emission : public CKxDevUI_FilterWheel {
 //         void OnPositionChangeRequest(long position, bool& refuse) override { refuse = !m_wheel.MoveTo(position); }
 //     };
-//     emission.Create(parent, 10, 10, 256, 48, true, true);
-//     emission.Update(&wheel, true, true, true);        // and again whenever the device has changed
+//     emission.Create(parent, 10, 10, 256, 48);
+//     emission.Update(&wheel, {.structure = true, .names = true, .position = true});   // and again with what has
+//     changed
 //
 // Positions count from 0; the first 16 are shown. An index that is not there is ignored by setters and answered with an
 // empty text by getters; a null text is the empty text. All measures are unzoomed pixels.
@@ -39,9 +44,13 @@ public:
     // Makes the window at (x, y) in the parent's client area, visible, and its parts; an earlier window is destroyed
     // first. A negative size keeps the one held; the height then follows the rows of filters. The flags are ignored.
     HWND Create(HWND parent, long x, long y, long width, long height, bool, bool);
+    // Without them.
+    HWND Create(HWND parent, long x, long y, long width, long height) {
+        return Create(parent, x, y, width, height, true, true);
+    }
     // Destroys the window; what was set stays, for another Create.
     void Destroy();
-    operator HWND() const noexcept { return m_panel.Window(); }
+    operator HWND() const noexcept;
 
     // Reads the device anew: its structure (which rebuilds the parts and gives the title), the filters' names, the
     // current position. False, and nothing is changed, for null, for a number that no filter changer has, and for a
@@ -49,10 +58,15 @@ public:
     // (FilterWheelBand in devgui_messages.h) does the same by the device's number.
     bool Update(IKxDeviceFilterChanger* device, bool structure, bool names, bool position);
     bool Update(unsigned int device, bool structure, bool names, bool position);
+    // Either by name.
+    template <class Device>
+    bool Update(Device device, const kx::ui::FilterWheelBand& what) {
+        return Update(device, what.structure, what.names, what.position);
+    }
 
     // Selects a position, silently; -1 is none. The current one and those that are not there are ignored.
     void SetPosition(long position);
-    long GetPosition() const noexcept { return m_position; }
+    long GetPosition() const noexcept;
 
     // The filter at a position, which gives the button its colours and its tooltip; and a title of the host's own for
     // it, which the panel only keeps.
@@ -63,11 +77,14 @@ public:
 
     // The text of frame and title.
     void SetTitle(const wchar_t* title);
-    CKxStringW GetTitle() const { return m_title; }
+    CKxStringW GetTitle() const;
 
     // Enables or disables the filters and the setup button, if that is allowed at all; with `frameToo` the frame and
     // the title follow.
     void SetEnable(bool enable, bool frameToo);
+    // The same by name.
+    enum class Enabled { Filters, FiltersAndTitles };
+    void SetEnable(bool enable, Enabled what) { SetEnable(enable, what == Enabled::FiltersAndTitles); }
     // Shows or hides the window.
     void SetVisible(bool visible);
 
@@ -77,7 +94,7 @@ public:
     CKxStringA CreateFilterSVGStringSquare(CKxStringW& name);
 
     // Whether the Tab key stops at the panel; off at first.
-    void SetTabStop(bool stop) { m_panel.SetTabStop(stop); }
+    void SetTabStop(bool stop);
 
     // The panel of each window.
     static std::map<HWND, CKxDevUI_FilterWheel*> m_Instances;
@@ -141,40 +158,15 @@ protected:
     static ATOM m_Atom;
 
 private:
-    struct Filter {
-        CKxStringW name;
-        CKxStringW title;
-        CKxStringA image;
-    };
-    // By the number of bands.
-    using Templates = std::array<CKxStringA, 6>;
-
-    // What a device tells.
-    struct Structure;
+    // The windows, and what is held.
+    struct Inside;
 
     std::optional<LRESULT> Handle(const kx::ui::Message& message);
     std::optional<LRESULT> HandleButton(const kx::ui::Message& message);
     std::optional<LRESULT> HandleFrame(const kx::ui::Message& message);
-    void OnClick(long position);
-
-    void AddButtons();
-    void SetTip(long position) const;
-    void ShowStructure(const Structure& structure);
+    void Click(long position);
     bool SetupEnabled() const;
-    long Shown() const;
-    long TitleTextHeight() const;
-    Filter* At(long position);
+    void AddButtons();
 
-    kx::ui::PositionPanel m_panel;
-    long m_count = 0;
-    bool m_intelligent = false;
-    bool m_motorized = false;
-    bool m_enabled = true;
-    long m_position = -1;
-    bool m_square = false;
-    CKxStringW m_title;
-    std::array<Filter, kx::ui::kMaxPositions> m_filters;
-    Templates m_round;
-    Templates m_squareTemplates;
-    EKxFilterType m_type = eKxFilterType_Emission;
+    const std::unique_ptr<Inside> m_inside;
 };

@@ -1,6 +1,7 @@
 #include <kxdevui/optics/devgui_nosepiece.h>
 
 #include <algorithm>
+#include <array>
 #include <cwchar>
 #include <utility>
 
@@ -12,7 +13,7 @@
 #include <kxbaseui/kx_tooltip.h>
 #include <kxdevices/kx_device.h>
 #include <kxdevui/framework/ui_device.h>
-#include <kxdevui/framework/ui_control.h>
+#include <kxdevui/framework/ui_position_panel.h>
 #include <kxfilters/kx_objectives.h>
 #include <kxsystem/kx_number.h>
 #include <kxsystem/kx_translation.h>
@@ -64,9 +65,7 @@ Font MakeFont(int weight) {
     return Font(CreateFontIndirectW(&font));
 }
 
-}  // namespace
-
-struct CKxDevUI_Nosepiece::Structure {
+struct Structure {
     long count = 0;
     bool deviceDriven = false;
     bool localSelect = false;
@@ -86,7 +85,7 @@ struct CKxDevUI_Nosepiece::Structure {
 };
 
 // What an update shows.
-struct CKxDevUI_Nosepiece::Reading {
+struct Reading {
     struct Objective {
         CKxStringW name, magnification;
     };
@@ -96,19 +95,82 @@ struct CKxDevUI_Nosepiece::Reading {
     std::vector<CKxStringW> keys;
 };
 
+// What is held of a position.
+struct Held {
+    bool available = false;
+    std::optional<int> x;
+    std::optional<int> number;
+    CKxStringW name;
+    CKxStringW magnification;
+    CKxStringW tip;  // as the button has it
+    double aperture = 0;
+    double distance = 0;
+};
+
+CKxStringW TipOf(const Held& position) {
+    CKxStringW tip;
+    if (!position.name.IsEmpty()) {
+        const CKxStringW numbers = KX_FormatNumber(L"NA=%0.2f WD=%0.0f", position.aperture, position.distance);
+        tip.Format(kMaxTip, L"%ls\r\n%ls", position.name.c_str(), numbers.c_str());
+    }
+    return tip;
+}
+
+// The template of an objective without a ring, or with one of a colour that is put in; not selected and selected.
+using Templates = std::array<CKxStringA, 2>;
+
+}  // namespace
+
+struct CKxDevUI_Nosepiece::Inside : PositionPanel {
+    explicit Inside(CKxDevUI_Nosepiece* panel)
+        : PositionPanel({L"KxDevGUI_Nosepiece", L"CKxDevUI_Nosepiece", WndProc, BtnWndProc, GroupWndProc}, m_Atom,
+                        panel, KX_GetTranslation(L"Nosepiece", kSource)) {}
+
+    // Null for one that is not there.
+    Held* At(long position) {
+        return position >= 0 && position < count ? &positions[static_cast<std::size_t>(position)] : nullptr;
+    }
+    void LoadImages();
+    CKxStringA ObjectiveOf(double magnification, bool selected) const;
+    CKxStringA ImageOf(long position);
+    bool ShowStructure(const Structure& structure);
+    void ShowParameters(const std::vector<CKxStringW>& keys);
+    void EnableLabels(bool enable) const;
+    void UpdateTip(long position);
+    void SetLabelFont(long position, bool bold) const;
+    HFONT LabelFont(bool bold) const;
+
+    std::vector<HWND> labels;
+    std::vector<HWND> observation;
+    std::array<Held, kMaxPositions> positions;
+    long count = 0;
+    bool deviceDriven = false;
+    bool localSelect = false;
+    bool enabled = true;
+    std::vector<CKxStringW> observationTexts{KX_GetTranslation(L"Eyepieces", kSource),
+                                             KX_GetTranslation(L"Camera", kSource)};
+    int observationMode = 0;
+    bool observationShown = false;
+    std::function<void(int)> observationRequest;
+    Font normalFont;
+    Font boldFont;
+    Pen framePen;
+    Templates emptyImages;
+    Templates ringImages;
+    CKxStringA motorImage;
+};
+
 ATOM CKxDevUI_Nosepiece::m_Atom = 0;
 std::map<HWND, CKxDevUI_Nosepiece*> CKxDevUI_Nosepiece::m_Instances;
 
-CKxDevUI_Nosepiece::CKxDevUI_Nosepiece()
-    : m_title(KX_GetTranslation(L"Nosepiece", kSource)), m_observationTexts{KX_GetTranslation(L"Eyepieces", kSource),
-                                                                            KX_GetTranslation(L"Camera", kSource)} {
-    Life::Begin(this);
-}
+CKxDevUI_Nosepiece::CKxDevUI_Nosepiece() : m_inside(std::make_unique<Inside>(this)) { Life::Begin(this); }
 
 CKxDevUI_Nosepiece::~CKxDevUI_Nosepiece() {
     Destroy();
     Life::End(this);
 }
+
+CKxDevUI_Nosepiece::operator HWND() const noexcept { return m_inside->Window(); }
 
 void CKxDevUI_Nosepiece::OnPositionChangeRequest(long, bool&) {}
 void CKxDevUI_Nosepiece::OnSetupRequest() {}
@@ -116,109 +178,94 @@ void CKxDevUI_Nosepiece::OnSetupRequest() {}
 // ---- Creation ------------------------------------------------------------------------------------------------------
 
 HWND CKxDevUI_Nosepiece::Create(HWND parent, long x, long y, long width, long height, bool, bool) {
-    return Creation::Of(this, [&](const Creation& creation) -> HWND {
-        if (width >= 0) m_width = width;
-        if (height >= 0) m_height = height;
-        const HWND window = m_panel.Open(creation, m_Atom, {L"KxDevGUI_Nosepiece", L"CKxDevUI_Nosepiece"}, WndProc,
-                                         parent, {x, y}, {m_width, m_height}, this);
-        if (!window) return nullptr;
-        m_normalFont = MakeFont(FW_NORMAL);
-        m_boldFont = MakeFont(FW_BOLD);
-        m_framePen.reset(CreatePen(PS_SOLID, 1, RGB(127, 127, 127)));
-        LoadImages();
+    return m_inside->Create(this, parent, {x, y}, {width, height}, m_width, m_height, [this] {
+        m_inside->normalFont = MakeFont(FW_NORMAL);
+        m_inside->boldFont = MakeFont(FW_BOLD);
+        m_inside->framePen.reset(CreatePen(PS_SOLID, 1, RGB(127, 127, 127)));
+        m_inside->LoadImages();
         CreateControls();
-        return creation ? m_panel.Window() : nullptr;
     });
 }
 
 void CKxDevUI_Nosepiece::Destroy() {
     const Alive alive(this);
-    m_panel.Close();
+    m_inside->Close();
     // The focus may have gone to a host's window, which may have ended this object.
     if (!alive) return;
-    m_normalFont.reset();
-    m_boldFont.reset();
-    m_framePen.reset();
+    m_inside->normalFont.reset();
+    m_inside->boldFont.reset();
+    m_inside->framePen.reset();
 }
 
 // The pairs count only when both of them are there, the motor only beside a whole pair.
-void CKxDevUI_Nosepiece::LoadImages() {
+void CKxDevUI_Nosepiece::Inside::LoadImages() {
     const auto load = [](const wchar_t* name, CKxStringA& svg) {
         svg.Empty();
         return CKxBitmapPool::LoadSVGBaseUI(name, svg);
     };
-    const bool empty =
-        load(L"IDS_NOSEPIECE_0_EMPTY", m_emptyImages[0]) && load(L"IDS_NOSEPIECE_1_EMPTY", m_emptyImages[1]);
-    if (!empty) m_emptyImages = {};
-    const bool rings = load(L"IDS_NOSEPIECE_0", m_ringImages[0]) && load(L"IDS_NOSEPIECE_1", m_ringImages[1]);
-    if (!rings) m_ringImages = {};
-    if (!rings || !load(L"IDS_NOSEPIECE_MOTOR", m_motorImage)) m_motorImage.Empty();
+    const bool empty = load(L"IDS_NOSEPIECE_0_EMPTY", emptyImages[0]) && load(L"IDS_NOSEPIECE_1_EMPTY", emptyImages[1]);
+    if (!empty) emptyImages = {};
+    const bool rings = load(L"IDS_NOSEPIECE_0", ringImages[0]) && load(L"IDS_NOSEPIECE_1", ringImages[1]);
+    if (!rings) ringImages = {};
+    if (!rings || !load(L"IDS_NOSEPIECE_MOTOR", motorImage)) motorImage.Empty();
 }
 
 void CKxDevUI_Nosepiece::DestroyControls() {
-    m_labels.clear();
-    m_observation.clear();
-    m_panel.RemoveParts();
+    m_inside->labels.clear();
+    m_inside->observation.clear();
+    m_inside->RemoveParts();
 }
 
+// Every window that comes or goes is told to the host, which may end this panel.
 void CKxDevUI_Nosepiece::CreateControls() {
-    if (!m_panel.Window()) return;
+    if (!m_inside->Window()) return;
+    const Parts parts = m_inside->Children();
     DestroyControls();
-    if (m_hasFrame) m_panel.AddFrame(m_title, {m_width, m_height}, m_oversizeFrame, GroupWndProc, this);
-    for (long i = 0; i < m_count; ++i) {
-        const Position& position = *At(i);
+    if (parts && m_hasFrame) m_inside->AddFrame({m_width, m_height}, m_oversizeFrame);
+    for (long i = 0; parts && i < m_inside->count; ++i) {
+        const Held& position = *m_inside->At(i);
         const long x = position.x.value_or(m_firstX + static_cast<int>(i) * (m_buttonWidth + m_buttonGap));
-        const RECT label{x - 2, m_labelY, x + m_buttonWidth + 2, m_labelY + m_labelHeight};
-        const RECT button{x, m_buttonY, x + m_buttonWidth, m_buttonY + m_buttonHeight};
-        m_labels.push_back(m_panel.AddChild(L"STATIC", kFirstLabel + static_cast<int>(i), position.magnification, label,
-                                            SS_CENTER | SS_NOPREFIX));
-        m_panel.AddButton(kFirstButton + static_cast<int>(i), L"", button, BS_OWNERDRAW, BtnWndProc, this);
+        const RECT place{x - 2, m_labelY, x + m_buttonWidth + 2, m_labelY + m_labelHeight};
+        const HWND label = parts.Label(kFirstLabel + static_cast<int>(i), position.magnification, place, SS_CENTER);
+        if (!parts) return;
+        m_inside->labels.push_back(label);
+        m_inside->AddButton(kFirstButton + static_cast<int>(i),
+                            {x, m_buttonY, x + m_buttonWidth, m_buttonY + m_buttonHeight}, true);
     }
+    if (!parts) return;
     const long setup = m_setupX == -1 ? m_width - m_buttonWidth - m_firstX : m_setupX;
-    m_panel.AddSetup({setup, m_buttonY, setup + m_buttonWidth, m_buttonY + m_buttonHeight}, true, BtnWndProc, this);
-    EnableLabels(m_enabled);
-    AddObservation();
-    m_panel.SetFocusPosition(m_position);
-    m_panel.SetButtonFonts(m_normalFont.get());
-    for (long i = 0; i < m_count; ++i)
-        SetLabelFont(i, i == m_position);
-    m_panel.Finish({m_width, m_height}, 0, m_boldTitle);
-    // Last: with a tooltip, each message to a button costs more.
-    for (long i = 0; i < m_count; ++i) {
-        At(i)->tip.Empty();
-        UpdateTip(i);
-    }
-}
-
-void CKxDevUI_Nosepiece::AddObservation() {
+    m_inside->AddSetup({setup, m_buttonY, setup + m_buttonWidth, m_buttonY + m_buttonHeight}, true);
+    if (!parts) return;
+    m_inside->EnableLabels(m_inside->enabled);
     const long width = std::max(0L, m_width - m_observationX - 5);
-    for (int i = 0; i < static_cast<int>(m_observationTexts.size()); ++i) {
+    for (int i = 0; i < static_cast<int>(m_inside->observationTexts.size()); ++i) {
         const long top = 20 + 20 * i;
         const HWND button =
-            m_panel.AddChild(L"BUTTON", kFirstObservation + i, m_observationTexts[static_cast<std::size_t>(i)],
-                             {m_observationX, top, m_observationX + width, top + 15}, BS_OWNERDRAW);
-        Subclass(button, BtnWndProc, this);
-        if (!m_observationShown) ShowWindow(button, SW_HIDE);
-        m_observation.push_back(button);
+            parts.DrawnButton(kFirstObservation + i, m_inside->observationTexts[static_cast<std::size_t>(i)],
+                              {m_observationX, top, m_observationX + width, top + 15}, 0, BtnWndProc, this);
+        if (!parts) return;
+        if (!m_inside->observationShown) ShowWindow(button, SW_HIDE);
+        m_inside->observation.push_back(button);
+    }
+    m_inside->SetButtonFonts(m_inside->normalFont.get());
+    for (long i = 0; i < m_inside->count; ++i)
+        m_inside->SetLabelFont(i, i == m_inside->Position());
+    m_inside->Finish({m_width, m_height}, 0, m_boldTitle);
+    // Last: with a tooltip, each message to a button costs more.
+    for (long i = 0; parts && i < m_inside->count; ++i) {
+        m_inside->At(i)->tip.Empty();
+        m_inside->UpdateTip(i);
     }
 }
 
 // ---- Content -------------------------------------------------------------------------------------------------------
 
-CKxDevUI_Nosepiece::Position* CKxDevUI_Nosepiece::At(long position) {
-    return position >= 0 && position < m_count ? &m_positions[static_cast<std::size_t>(position)] : nullptr;
-}
-
-const CKxDevUI_Nosepiece::Position* CKxDevUI_Nosepiece::At(long position) const {
-    return const_cast<CKxDevUI_Nosepiece*>(this)->At(position);
-}
-
 void CKxDevUI_Nosepiece::Init(long count, long position, bool deviceDriven, bool localSelect) {
-    m_count = std::clamp(count, 0L, long{kMaxPositions});
-    m_position = position;
-    m_deviceDriven = deviceDriven;
-    m_localSelect = localSelect;
-    for (Position& each : m_positions)
+    m_inside->count = std::clamp(count, 0L, long{kMaxPositions});
+    m_inside->SetPosition(position);
+    m_inside->deviceDriven = deviceDriven;
+    m_inside->localSelect = localSelect;
+    for (Held& each : m_inside->positions)
         each.available = false;
 }
 
@@ -233,30 +280,30 @@ bool CKxDevUI_Nosepiece::Init(IKxDeviceNosepiece* device) {
     };
     if (!AskDevice(kSource, device->GetLogDevId(), ask) || !alive) return false;
     Init(structure.count, position, structure.deviceDriven, structure.localSelect);
-    ShowStructure(structure);
+    m_inside->ShowStructure(structure);
     return true;
 }
 
 // Whether anything has changed about it.
-bool CKxDevUI_Nosepiece::ShowStructure(const Structure& structure) {
+bool CKxDevUI_Nosepiece::Inside::ShowStructure(const Structure& structure) {
     const auto replace = [](auto& held, auto value) { return std::exchange(held, value) != value; };
-    bool changed = replace(m_count, structure.count);
-    changed |= replace(m_deviceDriven, structure.deviceDriven);
-    changed |= replace(m_localSelect, structure.localSelect);
-    for (long i = 0; i < m_count; ++i)
+    bool changed = replace(count, structure.count);
+    changed |= replace(deviceDriven, structure.deviceDriven);
+    changed |= replace(localSelect, structure.localSelect);
+    for (long i = 0; i < count; ++i)
         changed |= replace(At(i)->available, bool{structure.available[static_cast<std::size_t>(i)]});
     return changed;
 }
 
-void CKxDevUI_Nosepiece::ShowParameters(const std::vector<CKxStringW>& keys) {
+void CKxDevUI_Nosepiece::Inside::ShowParameters(const std::vector<CKxStringW>& keys) {
     for (long i = 0; i < static_cast<long>(keys.size()); ++i) {
-        Position& position = *At(i);
+        Held& position = *At(i);
         SKxDDBObjectiveItem item;
         CKxDeviceDatabase::DBGetObjectiveParam(keys[static_cast<std::size_t>(i)], &item, false);
         position.aperture = item.NA;
         position.distance = item.WD;
         UpdateTip(i);
-        Enable(m_panel.ButtonAt(i), position.available);
+        Enable(ButtonAt(i), position.available);
     }
 }
 
@@ -265,7 +312,7 @@ bool CKxDevUI_Nosepiece::Update(IKxDeviceNosepiece* device, bool structure, bool
     if (!device) return false;
     const Alive alive(this);
     Reading told;
-    long count = m_count;
+    long count = m_inside->count;
     const auto ask = [&] {
         if (structure) count = told.structure.emplace(Structure::Of(*device)).count;
         for (long i = 0; names && i < count; ++i) {
@@ -279,9 +326,10 @@ bool CKxDevUI_Nosepiece::Update(IKxDeviceNosepiece* device, bool structure, bool
     };
     if (!AskDevice(kSource, device->GetLogDevId(), ask) || !alive) return false;
     if (told.structure) {
-        const bool changed = ShowStructure(*told.structure);
-        m_firstX = m_count > 6 ? 8 : 16;
+        const bool changed = m_inside->ShowStructure(*told.structure);
+        m_firstX = m_inside->count > 6 ? 8 : 16;
         if (changed) CreateControls();
+        if (!alive) return true;
     }
     for (long i = 0; i < static_cast<long>(told.objectives.size()); ++i) {
         const auto& [name, magnification] = told.objectives[static_cast<std::size_t>(i)];
@@ -289,91 +337,99 @@ bool CKxDevUI_Nosepiece::Update(IKxDeviceNosepiece* device, bool structure, bool
         SetName(i, name);
     }
     if (told.position) SetPosition(*told.position);
-    ShowParameters(told.keys);
-    SetLabelFont(m_position, true);
+    m_inside->ShowParameters(told.keys);
+    m_inside->SetLabelFont(m_inside->Position(), true);
     return true;
 }
 
 void CKxDevUI_Nosepiece::SetPosition(long position) {
-    if (position == m_position || !At(position)) return;
-    SetLabelFont(m_position, false);
-    m_position = position;
-    SetLabelFont(m_position, true);
-    m_panel.SetFocusPosition(position);
-    m_panel.RedrawButtons();
+    if (position == m_inside->Position() || !m_inside->At(position)) return;
+    m_inside->SetLabelFont(m_inside->Position(), false);
+    m_inside->SetPosition(position);
+    m_inside->SetLabelFont(m_inside->Position(), true);
+    m_inside->RedrawButtons();
 }
 
 void CKxDevUI_Nosepiece::SetName(long position, const wchar_t* name) {
-    Position* held = At(position);
+    Held* held = m_inside->At(position);
     if (!held || held->name == name) return;
     held->name = name;
-    UpdateTip(position);
+    m_inside->UpdateTip(position);
 }
 
 void CKxDevUI_Nosepiece::SetMagnification(long position, const wchar_t* magnification) {
-    Position* held = At(position);
+    Held* held = m_inside->At(position);
     if (!held || held->magnification == magnification) return;
     held->magnification = magnification;
-    if (const HWND button = m_panel.ButtonAt(position)) {
-        SetWindowTextW(m_labels[static_cast<std::size_t>(position)], held->magnification);
+    if (const HWND button = m_inside->ButtonAt(position)) {
+        SetWindowTextW(m_inside->labels[static_cast<std::size_t>(position)], held->magnification);
         InvalidateRect(button, nullptr, FALSE);
     }
 }
 
 void CKxDevUI_Nosepiece::SetNA(long position, double aperture) {
-    if (Position* held = At(position)) held->aperture = aperture;
-    UpdateTip(position);
+    if (Held* held = m_inside->At(position)) held->aperture = aperture;
+    m_inside->UpdateTip(position);
 }
 
 void CKxDevUI_Nosepiece::SetWD(long position, double distance) {
-    if (Position* held = At(position)) held->distance = distance;
-    UpdateTip(position);
+    if (Held* held = m_inside->At(position)) held->distance = distance;
+    m_inside->UpdateTip(position);
 }
 
 CKxStringW CKxDevUI_Nosepiece::GetName(long position) const {
-    const Position* held = At(position);
+    const Held* held = m_inside->At(position);
     return held ? held->name : CKxStringW();
 }
 
 CKxStringW CKxDevUI_Nosepiece::GetMagnification(long position) const {
-    const Position* held = At(position);
+    const Held* held = m_inside->At(position);
     return held ? held->magnification : CKxStringW();
 }
 
-double CKxDevUI_Nosepiece::GetNA(long position) const { return At(position) ? At(position)->aperture : 0; }
-double CKxDevUI_Nosepiece::GetWD(long position) const { return At(position) ? At(position)->distance : 0; }
-
-void CKxDevUI_Nosepiece::SetTitle(const wchar_t* title) {
-    if (m_title == title) return;
-    m_title = title;
-    m_panel.SetTitle(m_title);
+double CKxDevUI_Nosepiece::GetNA(long position) const {
+    return m_inside->At(position) ? m_inside->At(position)->aperture : 0;
 }
+double CKxDevUI_Nosepiece::GetWD(long position) const {
+    return m_inside->At(position) ? m_inside->At(position)->distance : 0;
+}
+
+void CKxDevUI_Nosepiece::SetTitle(const wchar_t* title) { m_inside->SetTitle(title); }
 
 void CKxDevUI_Nosepiece::SetEnable(bool enable, bool frameToo) {
-    if (m_count > 0) m_enabled = enable;
-    EnableLabels(enable);
-    if (frameToo) m_panel.EnableFrame(enable);
-    m_panel.RedrawButtons();
+    if (m_inside->count > 0) m_inside->enabled = enable;
+    m_inside->EnableLabels(enable);
+    if (frameToo) m_inside->EnableTitles(enable);
+    m_inside->RedrawButtons();
 }
 
-void CKxDevUI_Nosepiece::EnableLabels(bool enable) const {
-    for (const HWND label : m_labels)
+void CKxDevUI_Nosepiece::Inside::EnableLabels(bool enable) const {
+    for (const HWND label : labels)
         Enable(label, enable);
 }
 
-void CKxDevUI_Nosepiece::RedrawButtons() const { m_panel.RedrawButtons(); }
+CKxStringW CKxDevUI_Nosepiece::GetTitle() const { return m_inside->Title(); }
+long CKxDevUI_Nosepiece::GetPosition() const noexcept { return m_inside->Position(); }
+void CKxDevUI_Nosepiece::SetTabStop(bool stop) { m_inside->SetTabStop(stop); }
+int CKxDevUI_Nosepiece::GetObservationMode() const noexcept { return m_inside->observationMode; }
+
+void CKxDevUI_Nosepiece::SetObservationRequest(std::function<void(int)> request) {
+    m_inside->observationRequest = std::move(request);
+}
+
+void CKxDevUI_Nosepiece::RedrawButtons() const { m_inside->RedrawButtons(); }
 
 void CKxDevUI_Nosepiece::SetSpecificXOffsetAndNumber(int position, bool useX, int x, bool useNumber, int number) {
-    Position* held = At(position);
+    Held* held = m_inside->At(position);
     if (!held) return;
     held->x = useX ? std::optional(x) : std::nullopt;
     held->number = useNumber ? std::optional(number) : std::nullopt;
-    if (const HWND button = m_panel.ButtonAt(position)) InvalidateRect(button, nullptr, FALSE);
+    if (const HWND button = m_inside->ButtonAt(position)) InvalidateRect(button, nullptr, FALSE);
 }
 
-void CKxDevUI_Nosepiece::UpdateTip(long position) {
-    const HWND button = m_panel.ButtonAt(position);
-    Position* const held = At(position);
+void CKxDevUI_Nosepiece::Inside::UpdateTip(long position) {
+    const HWND button = ButtonAt(position);
+    Held* const held = At(position);
     // After Init the buttons may still be those of another count.
     if (!button || !held) return;
     CKxStringW tip = TipOf(*held);
@@ -382,25 +438,16 @@ void CKxDevUI_Nosepiece::UpdateTip(long position) {
     KX_UpdateToolTipWindow(button, held->tip);
 }
 
-CKxStringW CKxDevUI_Nosepiece::TipOf(const Position& position) const {
-    CKxStringW tip;
-    if (!position.name.IsEmpty()) {
-        const CKxStringW numbers = KX_FormatNumber(L"NA=%0.2f WD=%0.0f", position.aperture, position.distance);
-        tip.Format(kMaxTip, L"%ls\r\n%ls", position.name.c_str(), numbers.c_str());
-    }
-    return tip;
-}
-
 // The fonts are the panel's own, so the zoom has to be applied here.
-HFONT CKxDevUI_Nosepiece::LabelFont(bool bold) const {
-    const HFONT font = bold ? m_boldFont.get() : m_normalFont.get();
+HFONT CKxDevUI_Nosepiece::Inside::LabelFont(bool bold) const {
+    const HFONT font = bold ? boldFont.get() : normalFont.get();
     const double zoom = CKxGUILayoutManager::GetGuiZoom();
     return zoom == 1.0 ? font : KX_GetFontAtZoom(font, 1.0, zoom);
 }
 
-void CKxDevUI_Nosepiece::SetLabelFont(long position, bool bold) const {
-    if (!m_panel.ButtonAt(position)) return;
-    const HWND label = m_labels[static_cast<std::size_t>(position)];
+void CKxDevUI_Nosepiece::Inside::SetLabelFont(long position, bool bold) const {
+    if (!ButtonAt(position)) return;
+    const HWND label = labels[static_cast<std::size_t>(position)];
     const auto font = reinterpret_cast<WPARAM>(LabelFont(bold));
     if (static_cast<WPARAM>(SendMessageW(label, WM_GETFONT, 0, 0)) == font) return;
     SendMessageW(label, WM_SETFONT, font, FALSE);
@@ -410,24 +457,25 @@ void CKxDevUI_Nosepiece::SetLabelFont(long position, bool bold) const {
 // ---- Observation modes ---------------------------------------------------------------------------------------------
 
 void CKxDevUI_Nosepiece::SetObservationModes(const std::vector<CKxStringW>& texts) {
-    m_observationTexts.assign(texts.begin(),
-                              texts.begin() + std::min<std::ptrdiff_t>(std::ssize(texts), kMaxObservation));
+    m_inside->observationTexts.assign(texts.begin(),
+                                      texts.begin() + std::min<std::ptrdiff_t>(std::ssize(texts), kMaxObservation));
 }
 
 void CKxDevUI_Nosepiece::SetObservationMode(int mode) {
-    if (mode == m_observationMode || mode < 0 || mode >= static_cast<int>(m_observationTexts.size())) return;
-    m_observationMode = mode;
+    if (mode == m_inside->observationMode || mode < 0 || mode >= static_cast<int>(m_inside->observationTexts.size()))
+        return;
+    m_inside->observationMode = mode;
     RedrawObservation();
 }
 
 void CKxDevUI_Nosepiece::ShowObservationMode(bool show) {
-    m_observationShown = show;
-    for (const HWND button : m_observation)
+    m_inside->observationShown = show;
+    for (const HWND button : m_inside->observation)
         ShowWindow(button, show ? SW_SHOWNA : SW_HIDE);
 }
 
 void CKxDevUI_Nosepiece::RedrawObservation() const {
-    for (const HWND button : m_observation)
+    for (const HWND button : m_inside->observation)
         InvalidateRect(button, nullptr, FALSE);
 }
 
@@ -450,35 +498,35 @@ Handled CKxDevUI_Nosepiece::HandleButton(const Message& message) {
     switch (message.id) {
     case WM_MOUSEMOVE: Btn_OnMouseMove(message.window, message.wParam, message.lParam); return std::nullopt;
     case WM_MOUSELEAVE: Btn_OnMouseLeave(message.window); return std::nullopt;
-    default: return m_panel.HandleButton(message, 1);
+    default: return m_inside->HandleButton(message, 1);
     }
 }
 
 Handled CKxDevUI_Nosepiece::HandleFrame(const Message& message) {
-    return message.id == WM_ERASEBKGND ? Group_OnEraseBkGnd() : m_panel.HandleFrame(message);
+    return message.id == WM_ERASEBKGND ? Group_OnEraseBkGnd() : m_inside->HandleFrame(message);
 }
 
 void CKxDevUI_Nosepiece::Btn_OnMouseMove(HWND button, WPARAM wParam, LPARAM lParam) {
-    m_panel.HandleButton({button, WM_MOUSEMOVE, wParam, lParam}, 1);
+    m_inside->HandleButton({button, WM_MOUSEMOVE, wParam, lParam}, 1);
 }
 
-void CKxDevUI_Nosepiece::Btn_OnMouseLeave(HWND button) { m_panel.HandleButton({button, WM_MOUSELEAVE, 0, 0}, 1); }
+void CKxDevUI_Nosepiece::Btn_OnMouseLeave(HWND button) { m_inside->HandleButton({button, WM_MOUSELEAVE, 0, 0}, 1); }
 
 LRESULT CKxDevUI_Nosepiece::Group_OnPaint(HWND frame) {
-    return m_panel.HandleFrame({frame, WM_PAINT, 0, 0}).value_or(0);
+    return m_inside->HandleFrame({frame, WM_PAINT, 0, 0}).value_or(0);
 }
 
 LRESULT CKxDevUI_Nosepiece::Group_OnEraseBkGnd() { return 1; }
 
 LRESULT CKxDevUI_Nosepiece::OnEraseBkGnd(HDC dc) {
-    return m_panel.HandleWindow({m_panel.Window(), WM_ERASEBKGND, reinterpret_cast<WPARAM>(dc), 0}).value_or(0);
+    return m_inside->HandleWindow({m_inside->Window(), WM_ERASEBKGND, reinterpret_cast<WPARAM>(dc), 0}).value_or(0);
 }
 
 void CKxDevUI_Nosepiece::OnMouseMove(WPARAM wParam, LPARAM lParam) {
-    TrackHover({m_panel.Window(), WM_MOUSEMOVE, wParam, lParam});
+    TrackHover({m_inside->Window(), WM_MOUSEMOVE, wParam, lParam});
 }
 
-void CKxDevUI_Nosepiece::OnMouseLeave() { TrackHover({m_panel.Window(), WM_MOUSELEAVE, 0, 0}); }
+void CKxDevUI_Nosepiece::OnMouseLeave() { TrackHover({m_inside->Window(), WM_MOUSELEAVE, 0, 0}); }
 
 Handled CKxDevUI_Nosepiece::Handle(const Message& message) {
     switch (message.id) {
@@ -489,67 +537,70 @@ Handled CKxDevUI_Nosepiece::Handle(const Message& message) {
         return TRUE;
     case WM_ERASEBKGND: return OnEraseBkGnd(reinterpret_cast<HDC>(message.wParam));
     case WM_NCDESTROY:
-        m_labels.clear();
-        m_observation.clear();
+        m_inside->labels.clear();
+        m_inside->observation.clear();
         break;
     case WM_MOUSEMOVE: OnMouseMove(message.wParam, message.lParam); break;
     case WM_MOUSELEAVE: OnMouseLeave(); break;
     case WM_KX_UPDATE_DEVICE_BAND:
-        if (const auto band = ReadDeviceBand<sizeof(NosepieceBand)>(message)) {
-            const auto& [structure, names, position, parameters, unused] = band->flags;
-            Update(FindDevice<IKxDeviceNosepiece>(band->device, eKxDeviceType_Nosepiece), structure, names, position,
-                   parameters, unused);
+        if (const auto band = ReadDeviceBand<NosepieceBand>(message)) {
+            Update(FindDevice<IKxDeviceNosepiece>(band->device), band->flags);
         }
         return 0;
     default: break;
     }
-    return m_panel.HandleWindow(message);
+    return m_inside->HandleWindow(message);
 }
 
 LRESULT CKxDevUI_Nosepiece::OnCommand(WPARAM wParam, LPARAM) {
     const int id = LOWORD(wParam), observation = id - kFirstObservation;
     if (HIWORD(wParam) != BN_CLICKED) return 0;
-    if (id >= kFirstButton && id < kFirstButton + m_count) {
-        if (m_enabled) OnClick(id - kFirstButton);
+    if (id >= kFirstButton && id < kFirstButton + m_inside->count) {
+        if (m_inside->enabled) Click(id - kFirstButton);
         return 1;
     }
     if (id == kSetupId) {
         const Alive alive(this);
         OnSetupRequest();
-        if (alive) SetLabelFont(m_position, true);
+        if (alive) m_inside->SetLabelFont(m_inside->Position(), true);
         return 1;
     }
-    if (observation >= 0 && observation < static_cast<int>(m_observationTexts.size()) && m_observationRequest) {
+    if (observation >= 0 && observation < static_cast<int>(m_inside->observationTexts.size()) &&
+        m_inside->observationRequest) {
         // The host may end this object, and the function with it, from within.
-        const auto request = m_observationRequest;
+        const auto request = m_inside->observationRequest;
         request(observation);
     }
     return 0;
 }
 
-void CKxDevUI_Nosepiece::OnClick(long position) {
+void CKxDevUI_Nosepiece::Click(long position) {
     const Alive alive(this);
     bool handled = false;
     OnPositionChangeRequest(position, handled);
     if (!alive || handled) return;
-    if (m_localSelect || !m_deviceDriven) SetPosition(position);
+    if (m_inside->localSelect || !m_inside->deviceDriven) SetPosition(position);
 }
 
 // ---- Painting ------------------------------------------------------------------------------------------------------
 
 CKxStringA CKxDevUI_Nosepiece::GetObjectiveBitmap(double magnification, bool selected) const {
+    return m_inside->ObjectiveOf(magnification, selected);
+}
+
+CKxStringA CKxDevUI_Nosepiece::Inside::ObjectiveOf(double magnification, bool selected) const {
     const std::size_t look = selected ? 1 : 0;
     const char* ring = RingOf(magnification);
-    if (!ring) return m_emptyImages[look];
-    CKxStringA svg = m_ringImages[look];
+    if (!ring) return emptyImages[look];
+    CKxStringA svg = ringImages[look];
     CKxSvgStringAPI::ReplaceString(svg, kTemplateRing, ring);
     return svg;
 }
 
-CKxStringA CKxDevUI_Nosepiece::ImageOf(long position) const {
-    const Position& held = *At(position);
+CKxStringA CKxDevUI_Nosepiece::Inside::ImageOf(long position) {
+    const Held& held = *At(position);
     const double magnification = KX_LeadingNumber(held.magnification);
-    CKxStringA svg = held.available ? GetObjectiveBitmap(magnification, position == m_position) : m_motorImage;
+    CKxStringA svg = held.available ? ObjectiveOf(magnification, position == Position()) : motorImage;
     CKxStringA number;
     number.Format(32, "%d</text>", held.number.value_or(static_cast<int>(position) + 1));
     CKxSvgStringAPI::ReplaceString(svg, "X</text>", number);
@@ -558,25 +609,25 @@ CKxStringA CKxDevUI_Nosepiece::ImageOf(long position) const {
 
 void CKxDevUI_Nosepiece::OnDrawItem(const DRAWITEMSTRUCT& item) {
     if (item.CtlID >= UINT{kFirstObservation}) return OnDrawItem_Observation(item);
-    if (item.CtlID == UINT{kSetupId}) return m_panel.DrawSetup(item);
+    if (item.CtlID == UINT{kSetupId}) return m_inside->DrawSetup(item);
     const long position = static_cast<long>(item.CtlID) - kFirstButton;
-    if (!At(position)) return;
-    PaintItem(m_panel.Window(), item, KX_GetSysColorBrush(COLOR_BTNFACE), [&](HDC dc, const RECT& area) {
+    if (!m_inside->At(position)) return;
+    PaintItem(m_inside->Window(), item, KX_GetSysColorBrush(COLOR_BTNFACE), [&](HDC dc, const RECT& area) {
         RECT place = area;
         // Where the device decides, a press promises nothing.
-        const bool answers = m_localSelect || !m_deviceDriven;
+        const bool answers = m_inside->localSelect || !m_inside->deviceDriven;
         if (item.itemState & ODS_SELECTED && answers) OffsetRect(&place, 1, 1);
-        CKxBitmapPool::DrawSVGImage(dc, ImageOf(position), place, m_enabled && m_panel.IsEnabled());
+        CKxBitmapPool::DrawSVGImage(dc, m_inside->ImageOf(position), place, m_inside->enabled && m_inside->IsEnabled());
         PositionPanel::DrawFocus(dc, area, item);
     });
 }
 
 void CKxDevUI_Nosepiece::OnDrawItem_Observation(const DRAWITEMSTRUCT& item) {
-    const bool current = static_cast<int>(item.CtlID) - kFirstObservation == m_observationMode;
+    const bool current = static_cast<int>(item.CtlID) - kFirstObservation == m_inside->observationMode;
     const HBRUSH face = KX_GetSysColorBrush(current ? COLOR_HIGHLIGHT : COLOR_BTNFACE);
-    PaintItem(m_panel.Window(), item, face, [&](HDC dc, const RECT& area) {
-        const Selection font(dc, LabelFont(current));
-        const Selection pen(dc, m_framePen.get());
+    PaintItem(m_inside->Window(), item, face, [&](HDC dc, const RECT& area) {
+        const Selection font(dc, m_inside->LabelFont(current));
+        const Selection pen(dc, m_inside->framePen.get());
         const Selection brush(dc, GetStockObject(NULL_BRUSH));
         Rectangle(dc, area.left, area.top, area.right, area.bottom);
         wchar_t text[256] = L"";
@@ -585,7 +636,7 @@ void CKxDevUI_Nosepiece::OnDrawItem_Observation(const DRAWITEMSTRUCT& item) {
         InflateRect(&inner, -2, 0);
         if (item.itemState & ODS_SELECTED) OffsetRect(&inner, 1, 1);
         SetBkMode(dc, TRANSPARENT);
-        const int color = current ? COLOR_HIGHLIGHTTEXT : m_panel.IsEnabled() ? COLOR_BTNTEXT : COLOR_GRAYTEXT;
+        const int color = current ? COLOR_HIGHLIGHTTEXT : m_inside->IsEnabled() ? COLOR_BTNTEXT : COLOR_GRAYTEXT;
         SetTextColor(dc, KX_GetSysColor(color));
         DrawTextW(dc, text, length, &inner, DT_CENTER | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX | DT_END_ELLIPSIS);
         PositionPanel::DrawFocus(dc, area, item);

@@ -3,18 +3,20 @@
 
 #include <windows.h>
 
-#include <array>
 #include <functional>
 #include <map>
+#include <memory>
 #include <optional>
 #include <vector>
 
+#include <kxdevui/framework/devgui_messages.h>
 #include <kxdevui/framework/kxdevui_api.h>
-#include <kxdevui/framework/ui_gdi.h>
-#include <kxdevui/optics/position_panel.h>
 #include <kxsystem/kx_string.h>
 
 class IKxDeviceNosepiece;
+namespace kx::ui {
+struct Message;
+}
 
 // Shows an objective for each position, its magnification above it, a setup button, and, if wanted, a titled frame and
 // a strip of buttons for the modes of observation. A click on a position asks the host; the panel moves no device.
@@ -26,8 +28,9 @@ class IKxDeviceNosepiece;
 //         }
 //     };
 //     turret.Init(&device);
-//     turret.Create(parent, 10, 10, 240, 80, true, true);
-//     turret.Update(&device, false, true, true, true, false);   // and again whenever the device has changed
+//     turret.Create(parent, 10, 10, 240, 80);
+//     turret.Update(&device, {.names = true, .position = true, .parameters = true});   // and again with what has
+//     changed
 //
 // Positions count from 0; there are at most 16. An index that is not there is ignored by setters and answered with 0 or
 // an empty text by getters; a null text is the empty text. All measures are unzoomed pixels.
@@ -48,15 +51,26 @@ public:
     // Makes the window at (x, y) in the parent's client area, visible, and its parts; an earlier window is destroyed
     // first. A negative size keeps the one held. The flags are ignored.
     HWND Create(HWND parent, long x, long y, long width, long height, bool, bool);
+    // Without them.
+    HWND Create(HWND parent, long x, long y, long width, long height) {
+        return Create(parent, x, y, width, height, true, true);
+    }
     // Destroys the window; what was set stays, for another Create.
     void Destroy();
-    operator HWND() const noexcept { return m_panel.Window(); }
+    operator HWND() const noexcept;
 
     // How many positions there are (0 to 16, others are moved there), which is the current one (-1: none; one that is
     // not there is kept, and nothing is shown as selected), who decides on the selection: with `deviceDriven` a click
     // leaves it to the device, unless `localSelect` is set too. No position is available then; Update asks the device.
     // A window that stands is not rebuilt.
     void Init(long count, long position, bool deviceDriven, bool localSelect);
+    // Who decides, by name.
+    struct Deciding {
+        bool deviceDriven = false, localSelect = false;
+    };
+    void Init(long count, long position, const Deciding& who) {
+        Init(count, position, who.deviceDriven, who.localSelect);
+    }
     // The same from a device, with what is available; false, and nothing is changed, for null and for a device that
     // throws an exception, which is logged.
     bool Init(IKxDeviceNosepiece* device);
@@ -66,10 +80,14 @@ public:
     // and nothing is changed, for null and for a device that throws. Sends the host no request. The message 0x0500 with
     // these flags (NosepieceBand in devgui_messages.h) does the same by the device's number.
     bool Update(IKxDeviceNosepiece* device, bool structure, bool names, bool position, bool parameters, bool);
+    // The same by name.
+    bool Update(IKxDeviceNosepiece* device, const kx::ui::NosepieceBand& what) {
+        return Update(device, what.structure, what.names, what.position, what.parameters, what.unused);
+    }
 
     // Selects a position, silently. The current one and those that are not there, -1 among them, are ignored.
     void SetPosition(long position);
-    long GetPosition() const noexcept { return m_position; }
+    long GetPosition() const noexcept;
 
     // Name and numbers of an objective: its name is the first line of the tooltip, the number that the magnification
     // begins with decides on the colour, NA is the numerical aperture, WD the working distance in micrometres.
@@ -84,29 +102,36 @@ public:
 
     // The text of the frame.
     void SetTitle(const wchar_t* title);
-    CKxStringW GetTitle() const { return m_title; }
+    CKxStringW GetTitle() const;
 
     // While not enabled, clicks on positions are ignored, labels and objectives are pale; the setup button works. With
     // `frameToo` the frame follows. Without positions only the frame does: the panel stays as enabled as it was.
     void SetEnable(bool enable, bool frameToo);
+    // The same by name.
+    enum class Enabled { Positions, PositionsAndFrame };
+    void SetEnable(bool enable, Enabled what) { SetEnable(enable, what == Enabled::PositionsAndFrame); }
 
     // The strip of observation modes: how many buttons there are (0 to 4; at first 2, "Eyepieces" and "Camera") and
     // their texts, for the next Create; the mode that is marked, others are ignored; whether the strip is shown, off at
     // first. A click on a mode calls `request` with it and marks nothing by itself.
     void SetObservationModes(const std::vector<CKxStringW>& texts);
     void SetObservationMode(int mode);
-    int GetObservationMode() const noexcept { return m_observationMode; }
+    int GetObservationMode() const noexcept;
     void ShowObservationMode(bool show);
-    void SetObservationRequest(std::function<void(int mode)> request) { m_observationRequest = std::move(request); }
+    void SetObservationRequest(std::function<void(int mode)> request);
 
     // The setup button's distance from the left, -1 (as at first) to stand at the right, for the next Create.
     void SetSetupXOffset(int x) noexcept { m_setupX = x; }
     // Puts a position at x instead of in the row, and another number than position + 1 into its image; for the next
     // Create, the number at once.
     void SetSpecificXOffsetAndNumber(int position, bool useX, int x, bool useNumber, int number);
+    // The same, with nothing for what is not to be used.
+    void SetSpecificXOffsetAndNumber(int position, std::optional<int> x, std::optional<int> number) {
+        SetSpecificXOffsetAndNumber(position, x.has_value(), x.value_or(0), number.has_value(), number.value_or(0));
+    }
 
     // Whether the Tab key stops at the panel; off at first.
-    void SetTabStop(bool stop) { m_panel.SetTabStop(stop); }
+    void SetTabStop(bool stop);
 
     // The panel of each window.
     static std::map<HWND, CKxDevUI_Nosepiece*> m_Instances;
@@ -172,59 +197,13 @@ protected:
     static ATOM m_Atom;
 
 private:
-    struct Position {
-        bool available = false;
-        std::optional<int> x;
-        std::optional<int> number;
-        CKxStringW name;
-        CKxStringW magnification;
-        CKxStringW tip;  // as the button has it
-        double aperture = 0;
-        double distance = 0;
-    };
-    // The template of an objective without a ring, or with one of a colour that is put in; not selected and selected.
-    using Templates = std::array<CKxStringA, 2>;
-
-    // What a device tells.
-    struct Structure;
-    struct Reading;
+    // The windows, and what is held.
+    struct Inside;
 
     std::optional<LRESULT> Handle(const kx::ui::Message& message);
     std::optional<LRESULT> HandleButton(const kx::ui::Message& message);
     std::optional<LRESULT> HandleFrame(const kx::ui::Message& message);
-    void OnClick(long position);
+    void Click(long position);
 
-    void LoadImages();
-    void AddObservation();
-    CKxStringA ImageOf(long position) const;
-    bool ShowStructure(const Structure& structure);
-    void ShowParameters(const std::vector<CKxStringW>& keys);
-    void EnableLabels(bool enable) const;
-    void UpdateTip(long position);
-    CKxStringW TipOf(const Position& position) const;
-    void SetLabelFont(long position, bool bold) const;
-    HFONT LabelFont(bool bold) const;
-    Position* At(long position);
-    const Position* At(long position) const;
-
-    kx::ui::PositionPanel m_panel;
-    std::vector<HWND> m_labels;
-    std::vector<HWND> m_observation;
-    std::array<Position, kx::ui::kMaxPositions> m_positions;
-    long m_count = 0;
-    long m_position = -1;
-    bool m_deviceDriven = false;
-    bool m_localSelect = false;
-    bool m_enabled = true;
-    CKxStringW m_title;
-    std::vector<CKxStringW> m_observationTexts;
-    int m_observationMode = 0;
-    bool m_observationShown = false;
-    std::function<void(int)> m_observationRequest;
-    kx::ui::Font m_normalFont;
-    kx::ui::Font m_boldFont;
-    kx::ui::Pen m_framePen;
-    Templates m_emptyImages;
-    Templates m_ringImages;
-    CKxStringA m_motorImage;
+    const std::unique_ptr<Inside> m_inside;
 };

@@ -1,15 +1,15 @@
 #include <kxdevui/optics/devgui_switcher.h>
 
 #include <algorithm>
+#include <array>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include <kxbaseui/kx_fonts.h>
-#include <kxbaseui/kx_schemecontrols.h>
 #include <kxdevices/kx_dmapi.h>
 #include <kxdevui/framework/ui_device.h>
-#include <kxdevui/framework/ui_control.h>
+#include <kxdevui/framework/ui_position_panel.h>
 #include <kxsystem/kx_translation.h>
 
 using namespace kx::ui;
@@ -29,6 +29,15 @@ bool HasReversedPorts(CDMApi_LogDevId device) {
 
 // The port behind a position, and the position of a port.
 long PortOf(long position, bool reversed) { return reversed && position < 2 ? 1 - position : position; }
+
+// One port of a laser unit, or one position.
+struct Port {
+    CKxStringW name;
+    bool usable = true;
+    bool on = false;
+    bool locked = false;     // cannot be operated from here
+    bool exclusive = false;  // one port at a time
+};
 
 }  // namespace
 
@@ -65,15 +74,34 @@ struct CKxDevUI_Switcher::Reading {
     }
 };
 
+struct CKxDevUI_Switcher::Inside : PositionPanel {
+    explicit Inside(CKxDevUI_Switcher* panel)
+        : PositionPanel({L"KxDevGUI_Switcher", L"CKxDevUI_Switcher", WndProc, BtnWndProc, GroupWndProc}, m_Atom, panel,
+                        KX_GetTranslation(L"Switcher", kSource)) {}
+
+    void SetName(long position, const CKxStringW& name);
+    void EnableButton(long position) const;
+    void EnableButtons() const;
+    void ShowPorts() const;
+
+    long count = 2;
+    std::array<Port, kMaxPositions> ports;
+    bool several = false;
+    bool invert = false;
+    bool enabled = true;
+};
+
 ATOM CKxDevUI_Switcher::m_Atom = 0;
 std::map<HWND, CKxDevUI_Switcher*> CKxDevUI_Switcher::m_Instances;
 
-CKxDevUI_Switcher::CKxDevUI_Switcher() : m_title(KX_GetTranslation(L"Switcher", kSource)) { Life::Begin(this); }
+CKxDevUI_Switcher::CKxDevUI_Switcher() : m_inside(std::make_unique<Inside>(this)) { Life::Begin(this); }
 
 CKxDevUI_Switcher::~CKxDevUI_Switcher() {
     Destroy();
     Life::End(this);
 }
+
+CKxDevUI_Switcher::operator HWND() const noexcept { return m_inside->Window(); }
 
 void CKxDevUI_Switcher::OnPositionChangeRequest(long, bool&) {}
 void CKxDevUI_Switcher::OnSetPortSingleRequest(long) {}
@@ -81,68 +109,46 @@ void CKxDevUI_Switcher::OnSetPortSingleRequest(long) {}
 // ---- Creation ------------------------------------------------------------------------------------------------------
 
 HWND CKxDevUI_Switcher::Create(HWND parent, long x, long y, long width, long height, bool, bool) {
-    return Creation::Of(this, [&](const Creation& creation) -> HWND {
-        if (width >= 0) m_width = width;
-        if (height >= 0) m_height = height;
-        const HWND window = m_panel.Open(creation, m_Atom, {L"KxDevGUI_Switcher", L"CKxDevUI_Switcher"}, WndProc,
-                                         parent, {x, y}, {m_width, m_height}, this);
-        if (!window) return nullptr;
-        CreateControls();
-        return creation ? m_panel.Window() : nullptr;
-    });
+    return m_inside->Create(this, parent, {x, y}, {width, height}, m_width, m_height, [this] { CreateControls(); });
 }
 
-void CKxDevUI_Switcher::Destroy() { m_panel.Close(); }
+void CKxDevUI_Switcher::Destroy() { m_inside->Close(); }
 
-// To show itself pressed before anybody is asked is as it should be for a position and wrong for a port.
-DWORD CKxDevUI_Switcher::ButtonStyle() const { return PushRadioStyle(!m_several); }
+void CKxDevUI_Switcher::DestroyControls() { m_inside->RemoveParts(); }
 
-void CKxDevUI_Switcher::DestroyControls() { m_panel.RemoveParts(); }
-
+// Every window that comes or goes is told to the host, which may end this panel.
 void CKxDevUI_Switcher::CreateControls() {
-    if (!m_panel.Window()) return;
+    if (!m_inside->Window()) return;
+    const Parts parts = m_inside->Children();
     DestroyControls();
-    m_panel.SetReversed(m_invert);
-    if (m_hasFrame) m_panel.AddFrame(m_title, {m_width, m_height}, m_oversizeFrame, GroupWndProc, this);
-    if (m_hasTitle) {
-        m_panel.AddTitle(m_title, {m_titleX, m_titleY, m_titleX + m_titleWidth, m_titleY + m_titleHeight}, m_titleLeft);
-    }
+    if (!parts) return;
+    m_inside->SetReversed(m_inside->invert);
+    if (m_hasFrame) m_inside->AddFrame({m_width, m_height}, m_oversizeFrame);
+    if (parts && m_hasTitle)
+        m_inside->AddTitle({m_titleX, m_titleY, m_titleX + m_titleWidth, m_titleY + m_titleHeight}, m_titleLeft);
+    if (!parts) return;
     // Centred, in what the frame leaves, and below its title where there is the height for it.
     const long lowest = m_height - (m_hasFrame ? 1 : 0) - m_buttonHeight;
     long y = m_hasFrame ? kFrameTop + (lowest - kFrameTop) / 2 : lowest / 2, x = m_firstX, height = m_height;
     if (m_hasFrame) y = std::max(y, std::min(PositionPanel::TitleHeight(m_boldTitle) + 1, lowest));
-    for (long i = 0; i < m_count; ++i, x += m_buttonWidth) {
+    for (long i = 0; parts && i < m_inside->count; ++i, x += m_buttonWidth) {
         if (x + m_buttonWidth > m_width && x != m_firstX) {
             x = m_firstX;
             y += m_buttonHeight;
             height += m_buttonHeight;
         }
-        AddPosition(m_invert ? m_count - 1 - i : i, {x, y, x + m_buttonWidth, y + m_buttonHeight});
+        const long position = m_inside->invert ? m_inside->count - 1 - i : i;
+        // To show itself pressed before anybody is asked is as it should be for a position and wrong for a port.
+        const HWND button = parts.PushRadio(
+            kFirstButton + static_cast<int>(position), m_inside->ports[static_cast<std::size_t>(position)].name,
+            {x, y, x + m_buttonWidth, y + m_buttonHeight}, !m_inside->several, BtnWndProc, this);
+        if (!parts) return;
+        m_inside->AddButton(button);
+        SetFont(button, KX_GetDefaultGuiFont());
     }
-    for (long i = 0; i < m_count; ++i)
-        EnableButton(i);
-    ShowPorts();
-    m_panel.SetFocusPosition(m_position);
-    m_panel.Finish({m_width, height}, height > m_height ? height + 4 : 0, m_boldTitle);
-}
-
-void CKxDevUI_Switcher::AddPosition(long position, const RECT& place) {
-    const HWND button = m_panel.AddButton(kFirstButton + static_cast<int>(position),
-                                          AsButtonText(m_ports[static_cast<std::size_t>(position)].name), place,
-                                          ButtonStyle(), BtnWndProc, this);
-    SetFont(button, KX_GetDefaultGuiFont());
-    // Otherwise Windows reports a click for a button that only gets the focus.
-    SendMessageW(button, BM_SETDONTCLICK, TRUE, 0);
-    KX_FollowColorScheme(button);
-}
-
-void CKxDevUI_Switcher::Rebuild(long count, const CKxStringW& title) {
-    m_count = std::clamp(count, 0L, long{kMaxPositions});
-    m_title = title;
-    m_position = -1;
-    for (Port& port : m_ports)
-        port = {};
-    CreateControls();
+    m_inside->EnableButtons();
+    m_inside->ShowPorts();
+    m_inside->Finish({m_width, height}, height > m_height ? height + 4 : 0, m_boldTitle);
 }
 
 // ---- Content -------------------------------------------------------------------------------------------------------
@@ -158,12 +164,20 @@ bool CKxDevUI_Switcher::AskAndShow(CDMApi_LogDevId device, const Ask& ask) {
 }
 
 void CKxDevUI_Switcher::Show(const Reading& told) {
-    if (told.structure) Rebuild(told.structure->count, told.structure->title);
+    if (told.structure) {
+        const Alive alive(this);
+        m_inside->count = told.structure->count;
+        m_inside->KeepTitle(told.structure->title);
+        m_inside->SetPosition(-1);
+        m_inside->ports.fill({});
+        CreateControls();
+        if (!alive) return;
+    }
     for (std::size_t i = 0; i < told.ports.size(); ++i) {
-        Port& held = m_ports[i];
+        Port& held = m_inside->ports[i];
         const Port& port = told.ports[i];
         held.usable = port.usable, held.locked = port.locked, held.exclusive = port.exclusive;
-        SetName(static_cast<long>(i), port.name);
+        m_inside->SetName(static_cast<long>(i), port.name);
     }
     for (const auto& [port, used] : told.single)
         SetPortSingle(port, used);
@@ -179,7 +193,7 @@ bool CKxDevUI_Switcher::Update(unsigned int device, bool structure, bool names, 
     case eKxDeviceType_TIRFMirror: return Update(static_cast<IKxDeviceTIRFMirror*>(instance), structure, names, state);
     default: break;
     }
-    return instance && AskAndShow(device, [&, held = m_count, several = m_several](Reading& told) {
+    return instance && AskAndShow(device, [&, held = m_inside->count, several = m_inside->several](Reading& told) {
                const long count =
                    structure ? told.Begin(DMApi::LaserOutput_GetPortCount(device), DMApi::LogDev_GetKey(device)) : held;
                const bool reversed = HasReversedPorts(device);
@@ -194,7 +208,7 @@ bool CKxDevUI_Switcher::Update(IKxDeviceLaserOutput* device, bool structure, boo
 }
 
 bool CKxDevUI_Switcher::Update(IKxDeviceLightPath* device, bool structure, bool names, bool state) {
-    return device && AskAndShow(device->GetLogDevId(), [&, held = m_count](Reading& told) {
+    return device && AskAndShow(device->GetLogDevId(), [&, held = m_inside->count](Reading& told) {
                const long count =
                    structure ? told.Begin(device->GetPositionCount(), DMApi::LogDev_GetKey(device->GetLogDevId()))
                              : held;
@@ -218,64 +232,68 @@ bool CKxDevUI_Switcher::Update(IKxDeviceTIRFMirror* device, bool structure, bool
            });
 }
 
-void CKxDevUI_Switcher::SetName(long position, const CKxStringW& name) {
-    if (position >= m_count) return;
-    Port& port = m_ports[static_cast<std::size_t>(position)];
-    const HWND button = m_panel.ButtonAt(position);
+void CKxDevUI_Switcher::Inside::SetName(long position, const CKxStringW& name) {
+    if (position >= count) return;
+    Port& port = ports[static_cast<std::size_t>(position)];
+    const HWND button = ButtonAt(position);
     if (button && !(port.name == name)) SetWindowTextW(button, AsButtonText(name));
     port.name = name;
     EnableButton(position);
 }
 
-void CKxDevUI_Switcher::EnableButton(long position) const {
-    const Port& port = m_ports[static_cast<std::size_t>(position)];
-    Enable(m_panel.ButtonAt(position), m_enabled && m_panel.IsEnabled() && port.usable && !port.locked);
+void CKxDevUI_Switcher::Inside::EnableButton(long position) const {
+    const Port& port = ports[static_cast<std::size_t>(position)];
+    Enable(ButtonAt(position), enabled && IsEnabled() && port.usable && !port.locked);
+}
+
+void CKxDevUI_Switcher::Inside::EnableButtons() const {
+    for (long i = 0; i < count; ++i)
+        EnableButton(i);
 }
 
 void CKxDevUI_Switcher::SetPosition(long position) {
-    if (position == m_position || position < 0 || position >= m_count) return;
-    m_position = position;
-    m_panel.SetFocusPosition(position);
-    for (long i = 0; i < m_count; ++i)
-        m_ports[static_cast<std::size_t>(i)].on = i == position;
-    ShowPorts();
+    if (position == m_inside->Position() || position < 0 || position >= m_inside->count) return;
+    m_inside->SetPosition(position);
+    for (long i = 0; i < m_inside->count; ++i)
+        m_inside->ports[static_cast<std::size_t>(i)].on = i == position;
+    m_inside->ShowPorts();
 }
 
 void CKxDevUI_Switcher::SetPortSingle(long port, bool on) {
-    if (port < 0 || port >= m_count) return;
-    m_ports[static_cast<std::size_t>(port)].on = on;
-    ShowPorts();
+    if (port < 0 || port >= m_inside->count) return;
+    m_inside->ports[static_cast<std::size_t>(port)].on = on;
+    m_inside->ShowPorts();
 }
 
 // Each button as the panel holds it, whatever the platform has made of a click.
-void CKxDevUI_Switcher::ShowPorts() const {
-    for (long i = 0; i < m_count; ++i) {
-        const HWND button = m_panel.ButtonAt(i);
-        const WPARAM wanted = m_ports[static_cast<std::size_t>(i)].on ? BST_CHECKED : BST_UNCHECKED;
+void CKxDevUI_Switcher::Inside::ShowPorts() const {
+    for (long i = 0; i < count; ++i) {
+        const HWND button = ButtonAt(i);
+        const WPARAM wanted = ports[static_cast<std::size_t>(i)].on ? BST_CHECKED : BST_UNCHECKED;
         if (button && static_cast<WPARAM>(SendMessageW(button, BM_GETCHECK, 0, 0)) != wanted)
             SendMessageW(button, BM_SETCHECK, wanted, 0);
     }
 }
 
-void CKxDevUI_Switcher::RedrawButtons() const { m_panel.RedrawButtons(); }
+void CKxDevUI_Switcher::RedrawButtons() const { m_inside->RedrawButtons(); }
 
 void CKxDevUI_Switcher::SetEnable(bool enable) {
-    m_enabled = enable;
-    for (long i = 0; i < m_count; ++i)
-        EnableButton(i);
+    m_inside->enabled = enable;
+    m_inside->EnableButtons();
 }
 
-void CKxDevUI_Switcher::SetTitle(const wchar_t* title) {
-    if (m_title == title) return;
-    m_title = title;
-    m_panel.SetTitle(m_title);
-}
+void CKxDevUI_Switcher::SetTitle(const wchar_t* title) { m_inside->SetTitle(title); }
+CKxStringW CKxDevUI_Switcher::GetTitle() const { return m_inside->Title(); }
+long CKxDevUI_Switcher::GetPosition() const noexcept { return m_inside->Position(); }
+void CKxDevUI_Switcher::SetTabStop(bool stop) { m_inside->SetTabStop(stop); }
+
+void CKxDevUI_Switcher::SetInvertOrder(bool invert) noexcept { m_inside->invert = invert; }
 
 void CKxDevUI_Switcher::SetBoolMoreThanOnePortCanBeActive(bool several) {
-    m_several = several;
-    m_panel.SetEveryPress(several);
-    for (const HWND button : m_panel.Buttons())
-        SendMessageW(button, BM_SETSTYLE, ButtonStyle(), FALSE);
+    m_inside->several = several;
+    m_inside->SetEveryPress(several);
+    for (const HWND button : m_inside->Buttons())
+        SendMessageW(button, BM_SETSTYLE, PushRadioStyle(!several), FALSE);
 }
 
 // ---- Messages ------------------------------------------------------------------------------------------------------
@@ -293,39 +311,36 @@ LRESULT CALLBACK CKxDevUI_Switcher::GroupWndProc(HWND frame, UINT id, WPARAM wPa
     return SubclassEntry<CKxDevUI_Switcher, &CKxDevUI_Switcher::HandleFrame>({frame, id, wParam, lParam});
 }
 
-Handled CKxDevUI_Switcher::HandleButton(const Message& message) { return m_panel.HandleButton(message, 1); }
-Handled CKxDevUI_Switcher::HandleFrame(const Message& message) { return m_panel.HandleFrame(message); }
+Handled CKxDevUI_Switcher::HandleButton(const Message& message) { return m_inside->HandleButton(message, 1); }
+Handled CKxDevUI_Switcher::HandleFrame(const Message& message) { return m_inside->HandleFrame(message); }
 
 Handled CKxDevUI_Switcher::Handle(const Message& message) {
     if (message.id == WM_COMMAND) return OnCommand(message.wParam, message.lParam);
     if (message.id == WM_KX_UPDATE_DEVICE_BAND) {
-        if (const auto band = ReadDeviceBand<sizeof(SwitcherBand)>(message)) {
-            Update(band->device, band->flags[0], band->flags[1], band->flags[2]);
-        }
+        if (const auto band = ReadDeviceBand<SwitcherBand>(message)) Update(band->device, band->flags);
         return 0;
     }
-    for (long i = 0; message.id == WM_ENABLE && i < m_count; ++i)
-        EnableButton(i);
-    return m_panel.HandleWindow(message);
+    if (message.id == WM_ENABLE) m_inside->EnableButtons();
+    return m_inside->HandleWindow(message);
 }
 
 LRESULT CKxDevUI_Switcher::OnCommand(WPARAM wParam, LPARAM) {
     const long position = long{LOWORD(wParam)} - kFirstButton;
-    if (HIWORD(wParam) != BN_CLICKED || position < 0 || position >= m_count) return 0;
+    if (HIWORD(wParam) != BN_CLICKED || position < 0 || position >= m_inside->count) return 0;
     const Alive alive(this);
-    if (m_several) {
+    if (m_inside->several) {
         OnSetPortSingleRequest(position);
         return 1;
     }
     // Every button is a group of its own, so the platform has not let go of the one that was down.
-    for (long i = 0; i < m_count; ++i) {
-        if (i != position) SendMessageW(m_panel.ButtonAt(i), BM_SETCHECK, BST_UNCHECKED, 0);
+    for (long i = 0; i < m_inside->count; ++i) {
+        if (i != position) SendMessageW(m_inside->ButtonAt(i), BM_SETCHECK, BST_UNCHECKED, 0);
     }
     bool flag = false;
     OnPositionChangeRequest(position, flag);
     if (!alive) return 1;
     SetPosition(position);
     // The host may have had another one selected meanwhile, and the click has pressed this one.
-    ShowPorts();
+    m_inside->ShowPorts();
     return 1;
 }

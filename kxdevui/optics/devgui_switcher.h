@@ -3,14 +3,18 @@
 
 #include <windows.h>
 
-#include <array>
 #include <map>
+#include <memory>
 #include <optional>
 
 #include <kxdevices/kx_device.h>
+#include <kxdevui/framework/devgui_messages.h>
 #include <kxdevui/framework/kxdevui_api.h>
-#include <kxdevui/optics/position_panel.h>
 #include <kxsystem/kx_string.h>
+
+namespace kx::ui {
+struct Message;
+}
 
 // Shows the positions of a light path or a TIRF mirror, or the output ports of a laser unit, as buttons of which the
 // current one is down. A click asks the host; the panel moves no device.
@@ -18,8 +22,8 @@
 //     class Path : public CKxDevUI_Switcher {
 //         void OnPositionChangeRequest(long position, bool&) override { m_path.MoveTo(position); }
 //     };
-//     path.Create(parent, 10, 10, 256, 32, true, true);
-//     path.Update(m_path.GetLogDevId(), true, true, true);   // and again whenever the device has changed
+//     path.Create(parent, 10, 10, 256, 32);
+//     path.Update(m_path.GetLogDevId(), {.structure = true, .names = true});   // and again with what has changed
 //
 // Positions count from 0; there are at most 16. All measures are unzoomed pixels. With the keyboard, the arrow keys
 // move between the positions that can be used, Space or Enter clicks.
@@ -38,9 +42,13 @@ public:
     // first. A negative size keeps the one held. The height is that of one row; further rows are added to it. The flags
     // are ignored.
     HWND Create(HWND parent, long x, long y, long width, long height, bool, bool);
+    // Without them.
+    HWND Create(HWND parent, long x, long y, long width, long height) {
+        return Create(parent, x, y, width, height, true, true);
+    }
     // Destroys the window; what was set stays, for another Create.
     void Destroy();
-    operator HWND() const noexcept { return m_panel.Window(); }
+    operator HWND() const noexcept;
 
     // Reads the device anew: its structure (which rebuilds the buttons, gives the title and reads the state too), the
     // names, the state. By number, a light path or a TIRF mirror goes to the form for it, and any other device is taken
@@ -54,11 +62,16 @@ public:
     bool Update(IKxDeviceLaserOutput* device, bool structure, bool names, bool state);
     bool Update(IKxDeviceLightPath* device, bool structure, bool names, bool state);
     bool Update(IKxDeviceTIRFMirror* device, bool structure, bool names, bool state);
+    // Each of them by name.
+    template <class Device>
+    bool Update(Device device, const kx::ui::SwitcherBand& what) {
+        return Update(device, what.structure, what.names, what.state);
+    }
 
     // Presses the button of a position and releases all others, silently. The current one and those that are not there,
     // -1 among them, are ignored.
     void SetPosition(long position);
-    long GetPosition() const noexcept { return m_position; }
+    long GetPosition() const noexcept;
     // Presses or releases the button of one port, whatever the others show; one that is not there is ignored.
     void SetPortSingle(long port, bool on);
 
@@ -67,16 +80,16 @@ public:
 
     // The text of frame and title. A null text is the empty text.
     void SetTitle(const wchar_t* title);
-    CKxStringW GetTitle() const { return m_title; }
+    CKxStringW GetTitle() const;
 
     // Several ports can be active at once: a click asks for one port with OnSetPortSingleRequest, and the buttons show
     // what the device has answered. Off at first.
     void SetBoolMoreThanOnePortCanBeActive(bool several);
     // Position 0 at the right end; for the next Create or structure.
-    void SetInvertOrder(bool invert) noexcept { m_invert = invert; }
+    void SetInvertOrder(bool invert) noexcept;
 
     // Whether the Tab key stops at the panel; off at first.
-    void SetTabStop(bool stop) { m_panel.SetTabStop(stop); }
+    void SetTabStop(bool stop);
 
     // The panel of each window.
     static std::map<HWND, CKxDevUI_Switcher*> m_Instances;
@@ -128,37 +141,16 @@ protected:
     static ATOM m_Atom;
 
 private:
-    // One port of a laser unit, or one position.
-    struct Port {
-        CKxStringW name;
-        bool usable = true;
-        bool on = false;
-        bool locked = false;     // cannot be operated from here
-        bool exclusive = false;  // one port at a time
-    };
-    // What a device tells.
-    struct Reading;
+    // The windows, and what is held.
+    struct Inside;
 
     std::optional<LRESULT> Handle(const kx::ui::Message& message);
     std::optional<LRESULT> HandleButton(const kx::ui::Message& message);
     std::optional<LRESULT> HandleFrame(const kx::ui::Message& message);
-
+    struct Reading;
     template <class Ask>
     bool AskAndShow(CDMApi_LogDevId device, const Ask& ask);
     void Show(const Reading& told);
-    void Rebuild(long count, const CKxStringW& title);
-    void AddPosition(long position, const RECT& place);
-    void SetName(long position, const CKxStringW& name);
-    void EnableButton(long position) const;
-    void ShowPorts() const;
-    DWORD ButtonStyle() const;
 
-    kx::ui::PositionPanel m_panel;
-    long m_position = -1;
-    long m_count = 2;
-    CKxStringW m_title;
-    std::array<Port, kx::ui::kMaxPositions> m_ports;
-    bool m_several = false;
-    bool m_invert = false;
-    bool m_enabled = true;
+    const std::unique_ptr<Inside> m_inside;
 };

@@ -201,7 +201,7 @@ Handled CKxDevUI_ZStack::Handle(const Message& message) {
     case WM_SYSCOLORCHANGE: InvalidateRect(m_hWnd, nullptr, FALSE); return std::nullopt;
     case WM_KX_ZOOM_CHANGED: OnGuiZoomChanged(); return 0;
     case WM_KX_UPDATE_DEVICE_BAND:
-        if (const auto band = ReadDeviceBand<1>(message); band && band->flags[0]) UpdateGUI(RefreshAll);
+        if (const auto band = ReadDeviceBand<ZStackBand>(message); band && band->flags.refresh) UpdateGUI(RefreshAll);
         return 0;
     case WM_DESTROY:
         // The edits are still there, and one may have the focus: it is nobody's wish any more.

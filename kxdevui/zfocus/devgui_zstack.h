@@ -14,8 +14,10 @@
 #include <kxbaseui/kx_menu.h>
 #include <kxdevices/kx_zstackdata.h>
 #include <kxdevui/framework/kxdevui_api.h>
-#include <kxdevui/framework/ui_window.h>
 
+namespace kx::ui {
+struct Message;
+}
 namespace kx::zstack {
 struct ScaleValues;
 enum class Meaning;
@@ -103,6 +105,21 @@ public:
     // now on. -1 also when the record refuses it, or has other devices than the list, and then nothing is added.
     long AddZDevice(const wchar_t* name, bool piezo, long id, double rangeMin, double rangeMax, bool inverted,
                     int pickerMode, bool select);
+
+    // The same by name.
+    struct NewZDevice {
+        const wchar_t* name = nullptr;
+        bool piezo = false;
+        long id = 0;
+        double rangeMin = 0, rangeMax = 0;
+        bool inverted = false;
+        int pickerMode = 0;
+        bool select = false;
+    };
+    long AddZDevice(const NewZDevice& device) {
+        return AddZDevice(device.name, device.piezo, device.id, device.rangeMin, device.rangeMax, device.inverted,
+                          device.pickerMode, device.select);
+    }
 
     // Empties the list, and the record's with `record`; with `refresh` follows UpdateGUI(3).
     void ClearZDevices(bool record, bool refresh);
@@ -220,24 +237,24 @@ protected:
 
     // What the panel does on its messages. Empty answers go on to the dialog manager, or to the control's own
     // procedure.
-    kx::ui::Handled OnCommand(int id, int code);
-    kx::ui::Handled OnDrawItem(const DRAWITEMSTRUCT& item);
-    kx::ui::Handled OnMeasureItem(MEASUREITEMSTRUCT& item);
-    kx::ui::Handled OnPaint(const kx::ui::Message& message);
-    kx::ui::Handled OnCtlColorEdit(HDC dc, HWND edit);
-    kx::ui::Handled OnCtlColorStatic(HDC dc, HWND control);
-    kx::ui::Handled OnLButtonDown(POINT point);
+    std::optional<LRESULT> OnCommand(int id, int code);
+    std::optional<LRESULT> OnDrawItem(const DRAWITEMSTRUCT& item);
+    std::optional<LRESULT> OnMeasureItem(MEASUREITEMSTRUCT& item);
+    std::optional<LRESULT> OnPaint(const kx::ui::Message& message);
+    std::optional<LRESULT> OnCtlColorEdit(HDC dc, HWND edit);
+    std::optional<LRESULT> OnCtlColorStatic(HDC dc, HWND control);
+    std::optional<LRESULT> OnLButtonDown(POINT point);
     void OnMouseMove(POINT point);
     void OnMouseLeave();
 
     // The same for its edits, buttons and its list; `character` is that of WM_CHAR.
-    kx::ui::Handled EditOnChar(HWND edit, wchar_t character);
-    kx::ui::Handled EditOnLButtonDblClk(HWND edit);
-    kx::ui::Handled EditOnPaint(const kx::ui::Message& message);
-    kx::ui::Handled EditOnSetCursor(HWND edit);
-    kx::ui::Handled ButtonOnChar(HWND button, wchar_t character);
-    kx::ui::Handled ButtonMenu(HWND button);
-    kx::ui::Handled ComboOnChar(HWND list, wchar_t character);
+    std::optional<LRESULT> EditOnChar(HWND edit, wchar_t character);
+    std::optional<LRESULT> EditOnLButtonDblClk(HWND edit);
+    std::optional<LRESULT> EditOnPaint(const kx::ui::Message& message);
+    std::optional<LRESULT> EditOnSetCursor(HWND edit);
+    std::optional<LRESULT> ButtonOnChar(HWND button, wchar_t character);
+    std::optional<LRESULT> ButtonMenu(HWND button);
+    std::optional<LRESULT> ComboOnChar(HWND list, wchar_t character);
 
 private:
     enum class Verdict { Taken, NotANumber, OutOfRange, Declined };
@@ -245,11 +262,11 @@ private:
     using Refresh = std::function<void()>;
     using Position = std::optional<double>;
 
-    kx::ui::Handled Handle(const kx::ui::Message& message);
-    kx::ui::Handled HandleMouse(const kx::ui::Message& message);
-    kx::ui::Handled HandleEdit(const kx::ui::Message& message);
-    kx::ui::Handled HandleButton(const kx::ui::Message& message);
-    kx::ui::Handled HandleList(const kx::ui::Message& message);
+    std::optional<LRESULT> Handle(const kx::ui::Message& message);
+    std::optional<LRESULT> HandleMouse(const kx::ui::Message& message);
+    std::optional<LRESULT> HandleEdit(const kx::ui::Message& message);
+    std::optional<LRESULT> HandleButton(const kx::ui::Message& message);
+    std::optional<LRESULT> HandleList(const kx::ui::Message& message);
     bool MadeWindow() const;
     void CollectControls();
     void SubclassControls();
@@ -271,12 +288,12 @@ private:
     Verdict SetEnd(bool above, double position);
     bool MayMoveOtherEnd(bool above);
 
-    kx::ui::Handled OnClicked(int id);
-    kx::ui::Handled OnEditFocus(int id);
-    kx::ui::Handled OnEditLeft(int id);
-    kx::ui::Handled OnPositionLeft(int id);
+    std::optional<LRESULT> OnClicked(int id);
+    std::optional<LRESULT> OnEditFocus(int id);
+    std::optional<LRESULT> OnEditLeft(int id);
+    std::optional<LRESULT> OnPositionLeft(int id);
     void GiveBackFocus(HWND edit);
-    kx::ui::Handled OnDeviceChosen();
+    std::optional<LRESULT> OnDeviceChosen();
     bool& Dirty(int id);
     void MakeRelative();
     void ChooseType(int type);

@@ -3,6 +3,7 @@
 
 #include <kxdevui/light/devgui_shutter.h>
 #include <kxdevui/optics/devgui_filterwheel.h>
+#include <kxdevui/framework/ui_position_panel.h>
 #include <kxdevui/optics/devgui_switcher.h>
 #include <kxsystem/kx_locale.h>
 

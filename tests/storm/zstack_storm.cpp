@@ -4,6 +4,7 @@
 #include <limits>
 
 #include <kxbaseui/kx_messagebox.h>
+#include <kxdevui/framework/ui_life.h>
 #include <kxdevui/zfocus/devgui_zstack.h>
 
 namespace kx::test::storm {

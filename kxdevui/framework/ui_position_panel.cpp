@@ -1,4 +1,4 @@
-#include <kxdevui/optics/position_panel.h>
+#include <kxdevui/framework/ui_position_panel.h>
 
 #include <algorithm>
 #include <cmath>
@@ -12,7 +12,6 @@
 #include <kxbaseui/kx_tooltip.h>
 #include <kxbaseui/kx_uihelper.h>
 #include <kxdevui/framework/devgui.h>
-#include <kxdevui/framework/ui_control.h>
 
 namespace kx::ui {
 
@@ -26,12 +25,11 @@ constexpr double kFrameMargin = 7;
 
 // ---- The window ----------------------------------------------------------------------------------------------------
 
-HWND PositionPanel::Open(const Creation& creation, ATOM& atom, const Names& names, WNDPROC procedure, HWND parent,
-                         POINT at, SIZE size, void* object) {
+HWND PositionPanel::Open(const Creation& creation, HWND parent, POINT at, SIZE size) {
     const HWND window = creation.Window(
-        object, atom,
-        {.name = names.window, .object = names.object, .procedure = procedure, .style = 0, .mark = Mark::Tag}, parent,
-        at, size);
+        m_object, m_atom,
+        {.name = m_spec.name, .object = m_spec.object, .procedure = m_spec.window, .style = 0, .mark = Mark::Tag},
+        parent, at, size);
     if (!window || m_window != window) return nullptr;
     SetTabStop(m_tabStop);
     return window;
@@ -57,7 +55,7 @@ void PositionPanel::RemoveParts() {
     std::vector<HWND> children;
     for (HWND child = GetWindow(m_window, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT))
         children.push_back(child);
-    m_frame = m_title = m_setup = nullptr;
+    m_frame = m_titleWindow = m_setup = nullptr;
     m_buttons.clear();
     m_setupHovered = false;
     const Closing closing(m_window);
@@ -67,35 +65,33 @@ void PositionPanel::RemoveParts() {
     }
 }
 
-HWND PositionPanel::AddChild(const wchar_t* className, int id, const wchar_t* text, const RECT& place, DWORD style) {
-    return CreateWindowExW(0, className, text, WS_CHILD | WS_VISIBLE | style, place.left, place.top,
-                           place.right - place.left, place.bottom - place.top, m_window,
-                           reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), nullptr, nullptr);
-}
-
-void PositionPanel::AddFrame(const wchar_t* title, SIZE size, bool oversize, WNDPROC procedure, void* object) {
+void PositionPanel::AddFrame(SIZE size, bool oversize) {
     const RECT place = oversize ? RECT{-2, 0, size.cx + 2, size.cy + 4} : RECT{0, 0, size.cx, size.cy};
-    m_frame = AddChild(L"BUTTON", kFrameId, title, place, BS_GROUPBOX);
+    const Parts parts = Children();
+    const HWND frame = parts.Add(L"BUTTON", kFrameId, m_title, place, BS_GROUPBOX);
+    if (!parts) return;
+    m_frame = frame;
     KX_MarkWindowToSkipPaint(m_frame);
-    Subclass(m_frame, procedure, object);
+    Subclass(m_frame, m_spec.frame, m_object);
 }
 
-void PositionPanel::AddTitle(const wchar_t* title, const RECT& place, bool left) {
-    const DWORD style = SS_NOPREFIX | (left ? SS_LEFT : SS_CENTER);
-    m_title = AddChild(L"STATIC", kTitleId, title, place, style);
+void PositionPanel::AddTitle(const RECT& place, bool left) {
+    const Parts parts = Children();
+    const HWND title = parts.Label(kTitleId, m_title, place, left ? SS_LEFT : SS_CENTER);
+    if (parts) m_titleWindow = title;
 }
 
-HWND PositionPanel::AddButton(int id, const wchar_t* text, const RECT& place, DWORD style, WNDPROC procedure,
-                              void* object) {
-    const HWND button = AddChild(L"BUTTON", id, text, place, style);
-    Subclass(button, procedure, object);
-    m_buttons.insert(m_reversed ? m_buttons.begin() : m_buttons.end(), button);
-    return button;
+void PositionPanel::AddButton(int id, const RECT& place, bool enabled) {
+    const Parts parts = Children();
+    const HWND button = parts.DrawnButton(id, L"", place, enabled ? 0 : DWORD{WS_DISABLED}, m_spec.button, m_object);
+    if (parts) AddButton(button);
 }
 
-void PositionPanel::AddSetup(const RECT& place, bool enabled, WNDPROC procedure, void* object) {
-    m_setup = AddChild(L"BUTTON", kSetupId, L"...", place, enabled ? BS_OWNERDRAW : BS_OWNERDRAW | WS_DISABLED);
-    Subclass(m_setup, procedure, object);
+void PositionPanel::AddSetup(const RECT& place, bool enabled) {
+    const Parts parts = Children();
+    const HWND setup =
+        parts.DrawnButton(kSetupId, L"...", place, enabled ? 0 : DWORD{WS_DISABLED}, m_spec.button, m_object);
+    if (parts) m_setup = setup;
 }
 
 void PositionPanel::SetButtonFonts(HFONT font) const {
@@ -117,7 +113,7 @@ void PositionPanel::Finish(SIZE size, long frameHeight, bool boldTitles) {
     SetWindowLongW(m_window, GWL_STYLE, GetWindowLongW(m_window, GWL_STYLE) | static_cast<LONG>(WS_CLIPCHILDREN));
     const HFONT font = boldTitles ? KX_GetDefaultGuiFontBold() : KX_GetDefaultGuiFont();
     SetFont(m_frame, font);
-    SetFont(m_title, font);
+    SetFont(m_titleWindow, font);
     if (const int id = std::exchange(m_lostFocus, 0)) {
         const HWND successor = GetDlgItem(m_window, id);
         SetFocus(successor && IsWindowEnabled(successor) ? successor : FocusButton());
@@ -133,9 +129,11 @@ HWND PositionPanel::ButtonAt(long position) const noexcept {
 // ---- Working it ----------------------------------------------------------------------------------------------------
 
 void PositionPanel::SetTitle(const wchar_t* title) {
-    if (m_title) SetWindowTextW(m_title, title);
+    if (m_title == title) return;
+    m_title = title;
+    if (m_titleWindow) SetWindowTextW(m_titleWindow, m_title);
     if (!m_frame) return;
-    SetWindowTextW(m_frame, title);
+    SetWindowTextW(m_frame, m_title);
     InvalidateRect(m_frame, nullptr, FALSE);
 }
 
@@ -154,14 +152,16 @@ void PositionPanel::RedrawButtons() const {
     }
 }
 
-void PositionPanel::EnableFrame(bool enable) const {
-    if (!m_frame) return;
-    Enable(m_frame, enable);
-    InvalidateRect(m_frame, nullptr, FALSE);
+void PositionPanel::EnableTitles(bool enable) const {
+    if (m_frame) {
+        Enable(m_frame, enable);
+        InvalidateRect(m_frame, nullptr, FALSE);
+    }
+    Enable(m_titleWindow, enable);
 }
 
 HWND PositionPanel::FocusButton() const {
-    const HWND current = ButtonAt(m_focusPosition);
+    const HWND current = ButtonAt(m_position);
     if (current && IsWindowEnabled(current)) return current;
     for (const HWND button : m_buttons) {
         if (IsWindowEnabled(button)) return button;
@@ -189,7 +189,7 @@ Handled PositionPanel::HandleWindow(const Message& message) {
     switch (message.id) {
     case WM_NCCREATE: m_window = message.window; return std::nullopt;
     case WM_NCDESTROY:
-        m_window = m_frame = m_title = m_setup = nullptr;
+        m_window = m_frame = m_titleWindow = m_setup = nullptr;
         m_buttons.clear();
         m_setupHovered = false;
         return std::nullopt;
@@ -207,7 +207,7 @@ Handled PositionPanel::HandleWindow(const Message& message) {
         return AnswerTextColor(message,
                                IsEnabled() && IsWindowEnabled(reinterpret_cast<HWND>(message.lParam)) != FALSE);
     case WM_ENABLE:
-        Enable(m_title, message.wParam != 0);
+        Enable(m_titleWindow, message.wParam != 0);
         RedrawWindow(message.window, nullptr, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN);
         return std::nullopt;
     case WM_KX_ZOOM_CHANGED: ApplyZoom(message.window); return std::nullopt;

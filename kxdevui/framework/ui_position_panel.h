@@ -1,22 +1,19 @@
-// What the panels with positions (nosepiece, filter wheel, switcher) are made of: a window with a group frame or a
-// title, buttons for the positions, and a setup button.
+// For authors of controls: what the panels with positions (nosepiece, filter wheel, switcher) are made of, a window
+// with a group frame or a title, buttons for the positions, and a setup button.
 //
-// A panel has one PositionPanel and gives it the messages of its window and of its buttons. The panel knows what a
-// position looks like and what a click means; everything else is here.
+// A panel has one PositionPanel, behind its source file, and gives it the messages of its window and of its buttons.
+// The panel knows what a position looks like and what a click means; everything else is here.
 #pragma once
 
 #include <windows.h>
 
-#include <optional>
 #include <span>
 #include <vector>
 
-#include <kxdevui/framework/kxdevui_api.h>
+#include <kxdevui/framework/ui_control.h>
+#include <kxsystem/kx_string.h>
 
 namespace kx::ui {
-
-class Creation;
-struct Message;
 
 // The ids of the parts that all panels have. Those of the buttons are each panel's own.
 inline constexpr int kFrameId = 10000;
@@ -26,29 +23,41 @@ inline constexpr int kSetupId = 10500;
 // No panel shows more.
 inline constexpr int kMaxPositions = 16;
 
+// How a panel's windows are made, and which of its window procedures are whose.
+struct PanelSpec {
+    const wchar_t* name;    // of the window class
+    const wchar_t* object;  // of the C++ class, for the log
+    WNDPROC window;         // of the panel
+    WNDPROC button;         // of each button
+    WNDPROC frame;          // of the group frame
+};
+
 // The windows of a panel, and what they have in common. All measures are unzoomed pixels in the panel's client area;
 // the GUI zoom is applied when the layout is finished, and again when it changes.
 class KXDEVUI_API PositionPanel {
 public:
-    // Nothing yet.
-    PositionPanel() = default;
+    // No window yet. `object` is the panel, which Life knows; the atom is its class's.
+    PositionPanel(const PanelSpec& spec, ATOM& atom, void* object, const CKxStringW& title)
+        : m_spec(spec), m_atom(atom), m_object(object), m_title(title) {}
     PositionPanel(const PositionPanel&) = delete;
     PositionPanel& operator=(const PositionPanel&) = delete;
     ~PositionPanel() = default;
 
     // ---- The window ----
 
-    // The names of the window class and, for the log, of the C++ class.
-    struct Names {
-        // As the platform knows it.
-        const wchar_t* window;
-        // As the log tells it.
-        const wchar_t* object;
-    };
-    // Makes the panel's window, visible, with the default GUI font, and marks it so that a container takes it for a
-    // plain window. Null when it could not be made, or when somebody who heard of it destroyed it, or the panel.
-    HWND Open(const Creation& creation, ATOM& atom, const Names& names, WNDPROC procedure, HWND parent, POINT at,
-              SIZE size, void* object);
+    // Makes the panel's window, visible, with the default GUI font, marks it so that a container takes it for a plain
+    // window, and has `make` fill it. An earlier one is ended first. What is not negative of the size becomes the
+    // panel's. Null when there is no window, or when somebody who heard of it has ended it, or the panel.
+    template <class T, class Make>
+    HWND Create(T* panel, HWND parent, POINT at, SIZE size, long& width, long& height, Make&& make) {
+        return Creation::Of(panel, [&](const Creation& creation) -> HWND {
+            if (size.cx >= 0) width = size.cx;
+            if (size.cy >= 0) height = size.cy;
+            if (!Open(creation, parent, at, {width, height})) return nullptr;
+            make();
+            return creation ? m_window : nullptr;
+        });
+    }
     // Destroys window and children, silently; also from within a click on one of them.
     void Close();
 
@@ -57,61 +66,64 @@ public:
     // Whether the window is enabled, which a container may change without asking the panel (WM_ENABLE).
     bool IsEnabled() const noexcept { return IsWindowEnabled(m_window) != FALSE; }
 
-    // ---- The parts: made in this order ----
+    // ---- The parts: made in this order. Each may end the panel, which the maker of the children tells ----
 
     // Destroys all children; one that has the focus gives it to its successor when the layout is finished.
     void RemoveParts();
+    // What makes the other children.
+    Parts Children() const noexcept { return Parts(m_window, m_object); }
     // The group frame around a panel of that size, or, oversized, two pixels outside of it to the left and the right.
-    void AddFrame(const wchar_t* title, SIZE size, bool oversize, WNDPROC procedure, void* object);
-    // A title beside the buttons.
-    void AddTitle(const wchar_t* title, const RECT& place, bool left);
-    // A button; positions are counted in the order in which they are added, or, reversed, from the last one on. Its
-    // procedure gives the messages to HandleButton.
-    HWND AddButton(int id, const wchar_t* text, const RECT& place, DWORD style, WNDPROC procedure, void* object);
+    void AddFrame(SIZE size, bool oversize);
+    // The title beside the buttons.
+    void AddTitle(const RECT& place, bool left);
+    // The button of a position, drawn by the panel; or one that is made otherwise. Positions are counted in the
+    // order in which they are added, or, reversed, from the last one on.
+    void AddButton(int id, const RECT& place, bool enabled);
+    void AddButton(HWND button) { m_buttons.insert(m_reversed ? m_buttons.begin() : m_buttons.end(), button); }
     // The setup button "..." at its end.
-    void AddSetup(const RECT& place, bool enabled, WNDPROC procedure, void* object);
+    void AddSetup(const RECT& place, bool enabled);
     // Whether the first position stands last, at the right end of the last row; before the frame. Off at first.
     void SetReversed(bool reversed) noexcept { m_reversed = reversed; }
     // Whether the second press of a double click is a click like the first. Off at first: a double click asks once.
     void SetEveryPress(bool every) noexcept { m_everyPress = every; }
     // The font of all buttons, the setup button's as well.
     void SetButtonFonts(HFONT font) const;
-    // Any other child.
-    HWND AddChild(const wchar_t* className, int id, const wchar_t* text, const RECT& place, DWORD style);
     // The parts are complete: sizes the window, marks it, applies the GUI zoom and sets the titles' fonts. The frame
     // gets the height `frameHeight`; 0 leaves it.
     void Finish(SIZE size, long frameHeight, bool boldTitles);
 
     // Null where there is no such part.
-    HWND Frame() const noexcept { return m_frame; }
-    HWND Title() const noexcept { return m_title; }
     HWND Setup() const noexcept { return m_setup; }
     HWND ButtonAt(long position) const noexcept;
     std::span<const HWND> Buttons() const noexcept { return m_buttons; }
 
     // ---- Working it ----
 
-    // The text of frame and title.
+    // The text of frame and title, shown at once, or for those that are made next.
     void SetTitle(const wchar_t* title);
-    // Whether the Tab key stops at the panel; the focus goes to the button of the position given, or the first that can
-    // be used. Off at first.
+    void KeepTitle(const CKxStringW& title) { m_title = title; }
+    const CKxStringW& Title() const noexcept { return m_title; }
+    // The current position, -1 for none, which is only held: whose button gets the focus, or the first that can be
+    // used.
+    void SetPosition(long position) noexcept { m_position = position; }
+    long Position() const noexcept { return m_position; }
+    // Whether the Tab key stops at the panel; off at first.
     void SetTabStop(bool stop);
-    void SetFocusPosition(long position) noexcept { m_focusPosition = position; }
     // Repaints the buttons of the positions.
     void RedrawButtons() const;
-    // Enables or disables the frame, if there is one.
-    void EnableFrame(bool enable) const;
+    // Enables or disables frame and title, where there are any.
+    void EnableTitles(bool enable) const;
 
     // ---- Messages ----
 
     // Of the panel's window: creation, end, background, focus, zoom, colours of texts, and the repaint when it is
     // enabled or disabled.
-    std::optional<LRESULT> HandleWindow(const Message& message);
+    Handled HandleWindow(const Message& message);
     // Of a button: the pointer over the setup button, arrow keys (`columns` buttons stand in a row), Enter, and the
     // second press of a double click.
-    std::optional<LRESULT> HandleButton(const Message& message, int columns);
+    Handled HandleButton(const Message& message, int columns);
     // Of the frame: paints it around the buttons, and leaves out what stands on it.
-    std::optional<LRESULT> HandleFrame(const Message& message);
+    Handled HandleFrame(const Message& message);
 
     // The height of a title of the frame, unzoomed.
     static long TitleHeight(bool bold);
@@ -123,16 +135,21 @@ public:
     static void DrawFocus(HDC dc, const RECT& area, const DRAWITEMSTRUCT& item);
 
 private:
+    HWND Open(const Creation& creation, HWND parent, POINT at, SIZE size);
     LRESULT PaintFrame(const Message& message) const;
     void MoveFocus(HWND from, int step) const;
     HWND FocusButton() const;
 
+    PanelSpec m_spec;
+    ATOM& m_atom;
+    void* m_object;
+    CKxStringW m_title;
     HWND m_window = nullptr;
     HWND m_frame = nullptr;
-    HWND m_title = nullptr;
+    HWND m_titleWindow = nullptr;
     HWND m_setup = nullptr;
     std::vector<HWND> m_buttons;
-    long m_focusPosition = -1;
+    long m_position = -1;
     bool m_setupHovered = false;
     bool m_tabStop = false;
     bool m_reversed = false;
