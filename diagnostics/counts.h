@@ -15,8 +15,8 @@ struct Counts {
     long long heapBlocks = 0;
     long long heapBytes = 0;
 
-    // Once, before the windows are made among which growth is looked for: of the labels that end from then on, the heap's
-    // counts leave out what the platform keeps.
+    // Once, before the windows are made among which growth is looked for: of the labels that end from then on, the
+    // heap's counts leave out what the platform keeps.
     static void Begin();
     static Counts Now();
     static Counts Gdi();  // GDI objects alone, quick enough to be taken after every step of a long test

@@ -253,12 +253,7 @@ void CKxDevUI_EditBox::SetText(const wchar_t* text) {
     SetWindowTextW(m_edit, text);
 }
 
-CKxStringW CKxDevUI_EditBox::GetText() const {
-    const int length = m_edit ? GetWindowTextLengthW(m_edit) : 0;
-    std::wstring text(static_cast<std::size_t>(length), L'\0');
-    if (length > 0) text.resize(static_cast<std::size_t>(GetWindowTextW(m_edit, text.data(), length + 1)));
-    return text;
-}
+CKxStringW CKxDevUI_EditBox::GetText() const { return m_edit ? kx::ui::TextOf(m_edit) : CKxStringW(); }
 
 double CKxDevUI_EditBox::GetNumber() const {
     std::array<wchar_t, kx::ui::kNumberCharacters + 1> text{};

@@ -200,36 +200,9 @@ protected:
     // The scale changes between where the thumb was and where it is.
     bool m_thumbLeavesTrace = false;
     SKxDevUI_HPotMarker m_marker;
-    int m_granularityCtrl = 1;
-    int m_granularityPlain = 1;
-    int m_granularityShift = 5;
+    kx::hpot::Granularity m_granularity;
 
 private:
-    struct WindowPart;
-    class Watch;
-
+    struct Inside;
     std::optional<LRESULT> Handle(const kx::ui::Message& message);
-    std::optional<LRESULT> OnKey(WPARAM key);
-    void OnPaint(const kx::ui::Message& message);
-    void OnLButtonDown(POINT at);
-    void OnMouseMove(const kx::ui::Message& message);
-    void OnLButtonUp(POINT at);
-    void OnMouseLeave(const kx::ui::Message& message);
-    void OnCaptureLost();
-
-    bool IsUsable() const;
-    bool TakeList(eHPotType type, const double* values, const double* regionSteps, int count);
-    bool TakeFromThumb(bool notify);
-    void ValuesChanged();
-    void ShowHeld();
-    bool MoveByUnits(int direction, int granularity);
-    bool MoveTo(double value);
-    LRESULT SendScroll(int code, double value) const;
-
-    WindowPart* Part() const;
-    void LookChanged();
-    int ThumbLook() const;
-    void InvalidateThumb(UINT flags) const;
-    void RedrawThumb();
-    void PaintThumb(HDC dc) const;
 };

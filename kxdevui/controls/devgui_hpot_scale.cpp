@@ -5,10 +5,8 @@
 
 #include <kxbaseui/kx_colors.h>
 #include <kxdevui/controls/devgui_hpot.h>
-#include <kxdevui/controls/hpot_common.h>
 #include <kxdevui/controls/hpot_window.h>
 #include <kxdevui/framework/devgui.h>
-#include <kxdevui/framework/ui_window.h>
 
 using namespace kx::hpot;
 
@@ -47,27 +45,18 @@ const int CKxDevUI_HPot::m_pDefaultColors[6][3] = {
 
 // ---- The scale -----------------------------------------------------------------------------------------------------
 
-CKxDevUI_HPot::WindowPart* CKxDevUI_HPot::Part() const {
-    // A copy may hold the handle of a window that is long gone.
-    if (!m_Instances.contains(m_hWnd)) return nullptr;
-    const auto state = kx::ui::StateOf(m_hWnd);
-    if (!state->own) state->own = std::make_shared<WindowPart>();
-    return static_cast<WindowPart*>(state->own.get());
-}
-
 void CKxDevUI_HPot::CreateDefaultThumb() {
-    RECT client{};
-    if (!GetClientRect(m_hWnd, &client)) return;
-    const long nominal = m_thumbSize < 0 ? m_height / 2 : m_thumbSize;
-    m_thumbImage = ThumbImage(nominal, client);
-    m_hotSpot = m_trackLeft = m_thumbImage.cx / 2;
-    m_trackLength = client.right - m_thumbImage.cx;
+    const auto track = TrackIn(m_hWnd, m_thumbSize, m_height);
+    if (!track) return;
+    m_thumbImage = track->image;
+    m_hotSpot = m_trackLeft = track->left;
+    m_trackLength = track->length;
     m_thumbTop = 0;
-    m_thumbPos = ValueToThumbPos(m_held.value);
+    Inside(this).PutBack();
 }
 
 void CKxDevUI_HPot::CreateScale() {
-    WindowPart* part = Part();
+    auto* part = Inside(this).Part();
     if (!part || !part->scale.stale) return;
     part->scale.stale = false;
     const Watch watch(this);
@@ -84,26 +73,19 @@ void CKxDevUI_HPot::CreateScale() {
     part->scale.Take(std::move(bitmap));
 }
 
-void CKxDevUI_HPot::ScaleChanged() {
-    if (WindowPart* part = Part()) part->scale.stale = true;
-}
+void CKxDevUI_HPot::ScaleChanged() { Inside(this).ScaleChanged(); }
 
 HDC CKxDevUI_HPot::ScaleDC() const {
-    const WindowPart* part = Part();
+    const auto* part = Inside::PartOf(*this);
     return part && !part->scale.stale ? part->scale.dc.get() : nullptr;
 }
 
 void CKxDevUI_HPot::RecreateScale() {
-    if (!Part()) return;
+    if (!Inside(this).Part()) return;
     ScaleChanged();
     const Watch watch(this);
     CreateScale();
     if (watch) Redraw();
-}
-
-void CKxDevUI_HPot::LookChanged() {
-    ScaleChanged();
-    Redraw();
 }
 
 HBRUSH CKxDevUI_HPot::BackgroundBrush(HDC dc) {
@@ -153,13 +135,13 @@ HBITMAP CKxDevUI_HPot::CreateColorSliderBitmap(bool enabled) { return CreateScal
 void CKxDevUI_HPot::SetTransparent(bool transparent) {
     if (transparent == m_transparent) return;
     m_transparent = transparent;
-    LookChanged();
+    Inside(this).LookChanged();
 }
 
 void CKxDevUI_HPot::SetMarker(double value, int color, bool used) {
     const bool same = m_marker.value == value && m_marker.color == color && m_marker.used == used;
     m_marker = {value, color, used};
-    if (!same) LookChanged();
+    if (!same) Inside(this).LookChanged();
 }
 
 void CKxDevUI_HPot::SetMarkerUsed(bool used) { SetMarker(m_marker.value, m_marker.color, used); }
@@ -167,56 +149,54 @@ void CKxDevUI_HPot::SetMarkerUsed(bool used) { SetMarker(m_marker.value, m_marke
 // ---- The thumb -----------------------------------------------------------------------------------------------------
 
 RECT CKxDevUI_HPot::ThumbRect() const {
-    const long position = std::clamp(m_thumbPos, 0L, std::max(m_trackLength, 0L));
-    const long left = m_trackLeft + position - m_hotSpot;
-    return {left, m_thumbTop, left + m_thumbImage.cx, m_thumbTop + m_thumbImage.cy};
-}
-
-int CKxDevUI_HPot::ThumbLook() const {
-    const WindowPart* part = Part();
-    if (!part || !IsWindowEnabled(m_hWnd)) return kLookDisabled;
-    const int look = part->dragging ? kLookDragged : GetHovered() ? kLookHovered : kLookNormal;
-    return part->focused ? look + kLookFocused : look;
-}
-
-void CKxDevUI_HPot::PaintThumb(HDC dc) const {
-    const int look = ThumbLook();
-    const RECT rect = ThumbRect();
-    DrawThumb(dc, {rect.left, rect.top},
-              StyleOf(m_thumbImage, static_cast<Look>(look % kLookFocused), look >= kLookFocused, m_pDefaultColors));
+    return ThumbPlace({m_trackLeft - m_hotSpot, m_thumbTop}, m_thumbPos, m_trackLength, m_thumbImage);
 }
 
 void CKxDevUI_HPot::Redraw() {
     // Without a window this would invalidate the desktop.
-    if (Part()) InvalidateRect(m_hWnd, nullptr, FALSE);
+    if (Inside(this).Part()) InvalidateRect(m_hWnd, nullptr, FALSE);
+}
+
+int CKxDevUI_HPot::Inside::ThumbLook() const {
+    const WindowPart* part = Part();
+    if (!part || !IsWindowEnabled(slider.m_hWnd)) return kLookDisabled;
+    const int look = part->drag.active ? kLookDragged : slider.GetHovered() ? kLookHovered : kLookNormal;
+    return part->focused ? look + kLookFocused : look;
+}
+
+void CKxDevUI_HPot::Inside::PaintThumb(HDC dc) const {
+    const int look = ThumbLook();
+    const RECT rect = ThumbRect();
+    DrawThumb(
+        dc, {rect.left, rect.top},
+        StyleOf(slider.m_thumbImage, static_cast<Look>(look % kLookFocused), look >= kLookFocused, m_pDefaultColors));
 }
 
 // Only where the thumb was and where it is, in one call: each is a way to the window manager and back.
-void CKxDevUI_HPot::InvalidateThumb(UINT flags) const {
+void CKxDevUI_HPot::Inside::InvalidateThumb(UINT flags) const {
     const WindowPart* part = Part();
     if (!part) return;
     const RECT rect = ThumbRect();
     if (EqualRect(&rect, &part->shownRect) && ThumbLook() == part->shownLook) return;
-    if (m_thumbLeavesTrace) {
+    if (slider.m_thumbLeavesTrace) {
         RECT way{};
         UnionRect(&way, &rect, &part->shownRect);
-        RedrawWindow(m_hWnd, &way, nullptr, RDW_INVALIDATE | flags);
+        RedrawWindow(slider.m_hWnd, &way, nullptr, RDW_INVALIDATE | flags);
         return;
     }
     const kx::ui::Region places(CreateRectRgnIndirect(&rect)), before(CreateRectRgnIndirect(&part->shownRect));
     CombineRgn(places.get(), places.get(), before.get(), RGN_OR);
-    RedrawWindow(m_hWnd, nullptr, places.get(), RDW_INVALIDATE | flags);
+    RedrawWindow(slider.m_hWnd, nullptr, places.get(), RDW_INVALIDATE | flags);
 }
 
-void CKxDevUI_HPot::RedrawThumb() {
+void CKxDevUI_HPot::Inside::ShowThumbs() const {
     const WindowPart* part = Part();
-    // While the mouse moves there is no end of messages that come before a WM_PAINT.
-    InvalidateThumb(part && part->dragging ? RDW_UPDATENOW : 0);
+    InvalidateThumb(part ? part->RedrawFlags() : 0);
 }
 
-void CKxDevUI_HPot::OnPaint(const kx::ui::Message& message) {
-    const Watch watch(this);
-    CreateScale();
+void CKxDevUI_HPot::Inside::OnPaint(const kx::ui::Message& message) {
+    const Watch watch(&slider);
+    slider.CreateScale();
     if (!watch) return;
     const bool onScreen = message.id == WM_PAINT && message.wParam == 0;
     // A thumb that was moved without being redrawn is to be painted whole or not at all.

@@ -9,7 +9,7 @@
 
 namespace kx::hpot {
 
-// ---- Wheel ---------------------------------------------------------------------------------------------------------
+// ---- Wheel and keys ------------------------------------------------------------------------------------------------
 
 int Chosen(const Granularity& granularity, WPARAM wheelKeys) {
     const int keys = GET_KEYSTATE_WPARAM(wheelKeys);
@@ -22,6 +22,20 @@ int WheelSteps(const Granularity& granularity, WPARAM wParam) {
     if (delta == 0) return 0;
     const long long steps = Chosen(granularity, wParam);
     return static_cast<int>(std::clamp<long long>(delta > 0 ? steps : -steps, INT_MIN, INT_MAX));
+}
+
+std::optional<KeyMove> MoveOf(WPARAM key) {
+    switch (key) {
+    case VK_RIGHT: return KeyMove{KeyMove::Unit, 1, true};
+    case VK_LEFT: return KeyMove{KeyMove::Unit, -1, true};
+    case VK_UP: return KeyMove{KeyMove::Unit, 1, false};
+    case VK_DOWN: return KeyMove{KeyMove::Unit, -1, false};
+    case VK_PRIOR: return KeyMove{KeyMove::Page, 1, false};
+    case VK_NEXT: return KeyMove{KeyMove::Page, -1, false};
+    case VK_HOME: return KeyMove{KeyMove::End, -1, false};
+    case VK_END: return KeyMove{KeyMove::End, 1, false};
+    default: return std::nullopt;
+    }
 }
 
 // ---- Colours -------------------------------------------------------------------------------------------------------
@@ -130,10 +144,18 @@ ThumbStyle StyleOf(SIZE image, Look look, bool focused, const ColorTable& colors
             .hasRing = focused && look != kLookDisabled};
 }
 
-SIZE ThumbImage(long nominalHeight, const RECT& client) {
-    const long wanted = CKxGUILayoutManager::Zoomed(static_cast<double>(nominalHeight));
-    const long height = std::clamp(wanted, 0L, client.bottom);
-    return {std::min(height / 2, client.right) & ~1L, height};
+std::optional<Track> TrackIn(HWND window, long nominalThumb, long nominalHeight) {
+    RECT client{};
+    if (!GetClientRect(window, &client)) return std::nullopt;
+    const long nominal = nominalThumb < 0 ? nominalHeight / 2 : nominalThumb;
+    const long wanted = CKxGUILayoutManager::Zoomed(static_cast<double>(nominal));
+    const long height = std::clamp(wanted, 0L, client.bottom), width = std::min(height / 2, client.right) & ~1L;
+    return Track{{width, height}, width / 2, client.right - width};
+}
+
+RECT ThumbPlace(POINT first, long position, long trackLength, SIZE image) {
+    const long left = first.x + std::clamp(position, 0L, std::max(trackLength, 0L));
+    return {left, first.y, left + image.cx, first.y + image.cy};
 }
 
 }  // namespace kx::hpot

@@ -1,8 +1,10 @@
-// What the sliders have in common beside their rules: how the wheel counts, how scale and thumb are drawn. Internal.
+// What the sliders have in common beside their rules: how wheel and keys count, how scale and thumb are drawn.
+// Internal.
 #pragma once
 
 #include <windows.h>
 
+#include <optional>
 #include <vector>
 
 #include <kxdevui/controls/hpot_rules.h>
@@ -11,14 +13,7 @@
 
 namespace kx::hpot {
 
-// ---- Wheel ---------------------------------------------------------------------------------------------------------
-
-// Entries or units that one message moves.
-struct Granularity {
-    int ctrl;   // with Ctrl held
-    int plain;  // with neither
-    int shift;  // with Shift held
-};
+// ---- Wheel and keys ------------------------------------------------------------------------------------------------
 
 // What the modifiers choose: Ctrl before Shift before none. The keys of a wheel message count beside those held now: a
 // host that relays a turn may have left the former out.
@@ -27,6 +22,16 @@ int Chosen(const Granularity& granularity, WPARAM wheelKeys);
 // What a turn of the wheel (wParam of WM_MOUSEWHEEL) moves: its direction times the granularity, whatever the delta's
 // size; 0 for none.
 int WheelSteps(const Granularity& granularity, WPARAM wParam);
+
+// How a key moves a thumb: by how much, and whether up (1) or down (-1).
+struct KeyMove {
+    enum Size { Unit, Page, End } size;
+    int direction;
+    bool toSide;  // rather right or left
+};
+
+// The move of a virtual key; empty for a key that moves nothing.
+std::optional<KeyMove> MoveOf(WPARAM key);
 
 // ---- Colours -------------------------------------------------------------------------------------------------------
 
@@ -108,8 +113,18 @@ enum Look : int { kLookNormal, kLookHovered, kLookDragged, kLookDisabled };
 // How it looks then.
 ThumbStyle StyleOf(SIZE image, Look look, bool focused, const ColorTable& colors);
 
-// The size of a thumb's image, of this height if the client area has room for it. Its width is even, so that the hot
-// spot is its middle.
-SIZE ThumbImage(long nominalHeight, const RECT& client);
+// A thumb's image and the track, which is shorter than the window by that; in pixels on the screen.
+struct Track {
+    SIZE image{};  // even in width, so that the hot spot is its middle
+    long left = 0;
+    long length = 0;
+};
+
+// For a window and the nominal height of its thumb, negative for half of the window's, of which it takes what there is
+// room for; empty for what is no window.
+std::optional<Track> TrackIn(HWND window, long nominalThumb, long nominalHeight);
+
+// Where the image stands for a position, moved onto the track; `first` is its corner at the position 0.
+RECT ThumbPlace(POINT first, long position, long trackLength, SIZE image);
 
 }  // namespace kx::hpot

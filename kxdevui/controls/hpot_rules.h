@@ -44,6 +44,20 @@ struct Held {
     int index = 0;     // 0 for what is no list
 };
 
+// Entries or units that one turn of the wheel moves.
+struct Granularity {
+    int ctrl = 1;   // with Ctrl held
+    int plain = 1;  // with neither
+    int shift = 5;  // with Shift held
+
+    // The three; null pointers are skipped.
+    void Get(int* ofCtrl, int* ofPlain, int* ofShift) const noexcept {
+        if (ofCtrl) *ofCtrl = ctrl;
+        if (ofPlain) *ofPlain = plain;
+        if (ofShift) *ofShift = shift;
+    }
+};
+
 // A number cut to a whole one, saturating at the range of int; 0 for what is not a number.
 KXDEVUI_API int Truncated(double value) noexcept;
 

@@ -2,38 +2,70 @@
 #pragma once
 
 #include <kxdevui/controls/devgui_hpot.h>
-#include <kxdevui/controls/hpot_common.h>
-#include <kxdevui/framework/ui_life.h>
+#include <kxdevui/controls/hpot_slider.h>
 
-// What belongs to the window rather than to the object, which a host may copy.
-struct CKxDevUI_HPot::WindowPart {
-    kx::hpot::ScaleImage scale;
+// All of the slider that has no name for hosts; a view of it, made where it is wanted.
+struct CKxDevUI_HPot::Inside : kx::hpot::Slider<Inside> {
+    struct WindowPart : kx::hpot::SliderPart {
+        // The thumb as the window shows it.
+        RECT shownRect{};
+        int shownLook = -1;
+    };
 
-    // The thumb as the window shows it.
-    RECT shownRect{};
-    int shownLook = -1;
-    // Whether the window has the focus; asking the platform takes longer than painting.
-    bool focused = false;
+    explicit Inside(CKxDevUI_HPot* of) noexcept : slider(*of) {}
+    CKxDevUI_HPot& slider;
 
-    // The drag: where it began, which position the thumb had there, where the mouse was last, and whether it may still
-    // turn out a quick click.
-    bool dragging = false;
-    POINT press{};
-    POINT last{};
-    long start = 0;
-    unsigned pressTime = 0;
-    bool quick = false;
-};
+    static WindowPart* PartOf(const CKxDevUI_HPot& slider) {
+        return kx::hpot::PartOf<WindowPart>(m_Instances, slider.m_hWnd);
+    }
+    WindowPart* Part() const { return PartOf(slider); }
+    kx::hpot::Nominal Size() const { return {slider.m_width, slider.m_height, slider.m_thumbSize}; }
 
-// Over a call to the host: whether the object is still there, with the same window.
-class CKxDevUI_HPot::Watch {
-public:
-    explicit Watch(const CKxDevUI_HPot* slider) noexcept
-        : m_slider(slider), m_alive(static_cast<const CKxDevUI_Base*>(slider)), m_window(slider->m_hWnd) {}
-    explicit operator bool() const noexcept { return m_alive && m_slider->m_hWnd == m_window; }
+    // ---- For kx::hpot::Slider ----
 
-private:
-    const CKxDevUI_HPot* m_slider;
-    kx::ui::Alive m_alive;
-    HWND m_window;
+    bool IsUsable() const { return slider.m_enabled && (!slider.m_hWnd || IsWindowEnabled(slider.m_hWnd)); }
+    // The class has the platform repaint a window whose size has changed.
+    void Sized() {
+        slider.CreateDefaultThumb();
+        ScaleChanged();
+    }
+    void Place() {
+        slider.CreateDefaultThumb();
+        LookChanged();
+    }
+    void LookChanged() {
+        ScaleChanged();
+        slider.Redraw();
+    }
+    void OnPaint(const kx::ui::Message& message);
+    kx::ui::Handled OnKey(WPARAM key) { return MoveByKey(key); }
+    void MoveBy(const kx::hpot::KeyMove& move);
+    void Grab(POINT) { slider.m_stickToNeighbour = false; }
+    void Release(bool quickClick) { slider.m_stickToNeighbour = quickClick; }
+    long& Position() { return slider.m_thumbPos; }
+    RECT ThumbRect() const { return slider.ThumbRect(); }
+    long TrackLeft() const { return slider.m_trackLeft; }
+    void ShowThumbs() const;
+    void PutBack() { slider.m_thumbPos = slider.ValueToThumbPos(slider.m_held.value); }
+    void Hover(const kx::ui::Message& message);
+    void OnMouseLeave(const kx::ui::Message& message);
+    bool Drop(const kx::hpot::Watch& watch);
+    void ButtonUp() { slider.OnLeftButtonUp(); }
+
+    // ---- The values: devgui_hpot.cpp ----
+
+    bool TakeList(eHPotType type, const double* values, const double* regionSteps, int count);
+    bool TakeFromThumb(bool notify);
+    void ValuesChanged();
+    // The held value was not found by the rules: its entry and place are looked up.
+    void ShowHeld();
+    bool MoveByUnits(int direction, int granularity);
+    bool MoveTo(double value);
+    LRESULT SendScroll(int code, double value) const;
+
+    // ---- The thumb: devgui_hpot_scale.cpp ----
+
+    int ThumbLook() const;
+    void InvalidateThumb(UINT flags) const;
+    void PaintThumb(HDC dc) const;
 };

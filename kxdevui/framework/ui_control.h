@@ -17,11 +17,11 @@ KXDEVUI_API LRESULT AnswerTextColor(const Message& message, bool enabled);
 // What a host has made of a request. Gone: it has ended the control, nothing of which may be touched.
 enum class Answer { Agreed, Refused, Gone };
 
-// Asks the host by `ask`, which calls a callback with the flag that it is given; a host that sets it refuses, and so
-// does one that throws.
-template <class Ask>
-Answer AskHost(const void* control, Ask&& ask) noexcept {
-    const Alive alive(control);
+// Asks the control's host by `ask`, which calls a callback with the flag that it is given; a host that sets it refuses,
+// and so does one that throws.
+template <class T, class Ask>
+Answer AskHost(T* control, Ask&& ask) noexcept {
+    const Alive alive(static_cast<RootOf<T>*>(control));
     bool refused = false;
     const Handled asked = Guarded([&]() -> Handled { return ask(refused), 0; });
     if (!alive) return Answer::Gone;

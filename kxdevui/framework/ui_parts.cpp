@@ -10,49 +10,44 @@ namespace kx::ui {
 
 namespace {
 
-// Goes between a list and its own procedure, so that a host may end it out of its notification (ui_window.h).
-LRESULT CALLBACK ListProc(HWND list, UINT id, WPARAM wParam, LPARAM lParam) {
-    return CallPrevious({list, id, wParam, lParam});
+// Goes between one of the platform's controls and its procedure, so that a host may end it out of its notification
+// (ui_window.h).
+LRESULT CALLBACK ChainProc(HWND window, UINT id, WPARAM wParam, LPARAM lParam) {
+    return CallPrevious({window, id, wParam, lParam});
 }
 
 }  // namespace
 
-HWND Parts::Add(const wchar_t* windowClass, int id, const wchar_t* text, const RECT& place, DWORD style) const {
-    if (!*this) return nullptr;
+bool Parts::Add(HWND& held, const wchar_t* windowClass, int id, const wchar_t* text, const RECT& place,
+                DWORD style) const {
+    if (!*this) return false;
+    if (!IsWindowEnabled(m_window)) style |= WS_DISABLED;
     const HWND child = CreateWindowExW(0, windowClass, text, WS_CHILD | WS_VISIBLE | style, place.left, place.top,
                                        place.right - place.left, place.bottom - place.top, m_window,
                                        reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), nullptr, nullptr);
-    if (!*this) return nullptr;
+    if (!*this) return false;
+    held = child;
     SetFont(child, KX_GetDefaultGuiFontZoom(1.0));
-    return child;
+    return true;
 }
 
-HWND Parts::Label(int id, const wchar_t* text, const RECT& place, DWORD style) const {
-    return Add(L"STATIC", id, text, place, SS_NOPREFIX | style);
+bool Parts::Label(HWND& held, int id, const wchar_t* text, const RECT& place, DWORD style) const {
+    return Add(held, L"STATIC", id, text, place, SS_NOPREFIX | style);
 }
 
-HWND Parts::DrawnButton(int id, const wchar_t* text, const RECT& place, DWORD style, WNDPROC procedure,
-                        void* object) const {
-    const HWND button = Add(L"BUTTON", id, text, place, BS_OWNERDRAW | style);
-    Subclass(button, procedure, object);
-    return button;
-}
-
-HWND Parts::PushRadio(int id, const wchar_t* text, const RECT& place, bool automatic, WNDPROC procedure,
-                      void* object) const {
-    const HWND button = Add(L"BUTTON", id, AsButtonText(text), place, PushRadioStyle(automatic));
-    if (!button) return nullptr;
-    Subclass(button, procedure, object);
+bool Parts::PushRadio(HWND& held, int id, const wchar_t* text, const RECT& place, bool automatic) const {
+    if (!Add(held, L"BUTTON", id, AsButtonText(text), place, PushRadioStyle(automatic))) return false;
+    Subclass(held, ChainProc, nullptr);
     // Otherwise Windows reports a click for a button that only gets the focus.
-    SendMessageW(button, BM_SETDONTCLICK, TRUE, 0);
-    KX_FollowColorScheme(button);
-    return button;
+    SendMessageW(held, BM_SETDONTCLICK, TRUE, 0);
+    KX_FollowColorScheme(held);
+    return true;
 }
 
-HWND Parts::DropDown(int id, const RECT& place) const {
-    const HWND list = Add(L"COMBOBOX", id, nullptr, place, CBS_DROPDOWNLIST);
-    Subclass(list, ListProc, nullptr);
-    return list;
+bool Parts::DropDown(HWND& held, int id, const RECT& place) const {
+    if (!Add(held, L"COMBOBOX", id, nullptr, place, CBS_DROPDOWNLIST)) return false;
+    Subclass(held, ChainProc, nullptr);
+    return true;
 }
 
 // Each is a group of its own: the platform's search for the others of a group never ends under Wine when one of them is

@@ -5,36 +5,41 @@
 #include <windows.h>
 
 #include <span>
+#include <type_traits>
 
+#include <kxdevui/framework/devgui_base.h>
 #include <kxdevui/framework/kxdevui_api.h>
 #include <kxdevui/framework/ui_life.h>
 #include <kxsystem/kx_string.h>
 
 namespace kx::ui {
 
+// Pointers stored with windows are pointers to the root of the object, which is what Life knows.
+template <class T>
+using RootOf = std::conditional_t<std::is_base_of_v<CKxDevUI_Base, T>, CKxDevUI_Base, T>;
+
 // Makes the windows in a control's window, in unzoomed pixels and the GUI font of 100 %: RegisterZoom follows when all
-// are there. Every window that comes is told to the parent, which may end the control; from then on nothing is made
-// any more, and what comes is null.
+// are there. Every window that comes is told to the parent, which may end the control. So each call keeps the window in
+// a member of the control by itself, and answers false when the control has gone: then nothing of it may be touched,
+// and nothing more is made.
 class KXDEVUI_API Parts {
 public:
     // For the window of this object, which Life knows.
-    Parts(HWND window, const void* object) noexcept : m_window(window), m_alive(object) {}
+    template <class T>
+    Parts(HWND window, T* object) noexcept : m_window(window), m_alive(static_cast<RootOf<T>*>(object)) {}
     // Whether window and object are still there.
     explicit operator bool() const noexcept { return m_alive && IsWindow(m_window); }
 
     // A visible child of any class, disabled in a window that is.
-    HWND Add(const wchar_t* windowClass, int id, const wchar_t* text, const RECT& place, DWORD style = 0) const;
+    bool Add(HWND& held, const wchar_t* windowClass, int id, const wchar_t* text, const RECT& place,
+             DWORD style = 0) const;
     // A static text, shown as it is: a name may have an ampersand in it.
-    HWND Label(int id, const wchar_t* text, const RECT& place, DWORD style = SS_LEFT) const;
-    // A button that is drawn by its parent; its messages go to `procedure` first, for `object`.
-    HWND DrawnButton(int id, const wchar_t* text, const RECT& place, DWORD style, WNDPROC procedure,
-                     void* object) const;
-    // A button that stays down while it is chosen, in the colours of the scheme, with the text shown as it is.
-    // `automatic`: a click shows it pressed before anybody is asked. It releases no other button.
-    HWND PushRadio(int id, const wchar_t* text, const RECT& place, bool automatic, WNDPROC procedure,
-                   void* object) const;
-    // A drop-down list, which may be ended out of its own notification. The place is that of field and list together.
-    HWND DropDown(int id, const RECT& place) const;
+    bool Label(HWND& held, int id, const wchar_t* text, const RECT& place, DWORD style = SS_LEFT) const;
+    // A button that stays down while it is chosen, in the colours of the scheme, with the text shown as it is. It
+    // releases no other button. `automatic`: a click shows it pressed before anybody is asked.
+    bool PushRadio(HWND& held, int id, const wchar_t* text, const RECT& place, bool automatic) const;
+    // A drop-down list. The place is that of field and list together.
+    bool DropDown(HWND& held, int id, const RECT& place) const;
 
 private:
     HWND m_window;

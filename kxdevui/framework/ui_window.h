@@ -20,6 +20,7 @@
 #include <kxdevui/framework/devgui_messages.h>
 #include <kxdevui/framework/ui_life.h>
 #include <kxdevui/framework/ui_paint.h>
+#include <kxdevui/framework/ui_parts.h>
 
 namespace kx::ui {
 
@@ -77,10 +78,6 @@ KXDEVUI_API void MarkWindow(HWND window, Mark mark, CKxDevUI_Base* object);
 
 // The living control that a marked window belongs to; null for every other window, whatever its extra bytes say.
 KXDEVUI_API CKxDevUI_Base* ControlOf(HWND window) noexcept;
-
-// Pointers stored with windows are pointers to the root of the object, which is what Life knows.
-template <class T>
-using RootOf = std::conditional_t<std::is_base_of_v<CKxDevUI_Base, T>, CKxDevUI_Base, T>;
 
 // A control's window while it is made, or made again: the focus that leaves the old one, and the news of the new one,
 // may lead to a host's window that ends the control. Of is the one way in, and what makes windows asks for a Creation.

@@ -21,9 +21,8 @@ const CKxDevUI_Base* RootOf(const CKxDevUI_ColorSlider* slider) { return slider;
 
 }  // namespace
 
-CKxDevUI_ColorSlider::CKxDevUI_ColorSlider() {
+CKxDevUI_ColorSlider::CKxDevUI_ColorSlider() : m_rangeHPot(this) {
     m_hpot.m_owner = this;
-    m_rangeHPot.m_owner = this;
     // One entry a message, whatever keys are held.
     m_hpot.SetMouseWheelGranularity(1, 1, 1);
 }

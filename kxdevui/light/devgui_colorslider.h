@@ -5,6 +5,7 @@
 
 #include <initializer_list>
 #include <map>
+#include <memory>
 #include <optional>
 #include <vector>
 
@@ -196,45 +197,12 @@ public:
 
     private:
         friend class CKxDevUI_ColorSlider;
-        struct WindowPart;
-        class Watch;
-
+        struct Inside;
+        explicit CKxDevUI_ColorSliderRangeHPot(CKxDevUI_ColorSlider* owner);
         std::optional<LRESULT> Handle(const kx::ui::Message& message);
-        std::optional<LRESULT> OnKey(WPARAM key);
-        bool LeadsToOtherThumb(const MSG* key) const;
-        void OnFocus(bool focused);
-        void OnCaptureLost();
-        bool Ask(const kx::colorslider::Range& wanted);
         void Take(const kx::colorslider::Range& range);
-        void MoveThumb(kx::colorslider::Thumb thumb, int steps);
-        void Place();
-        void ScaleChanged();
-        void LineChanged();
-        bool IsUsable() const;
-        long& PositionOf(kx::colorslider::Thumb thumb);
-        RECT ThumbRect(long position) const;
-        void HoverAt(int x);
-        WindowPart* Part() const;
 
-        CKxDevUI_ColorSlider* m_owner = nullptr;
-        kx::hpot::Scale m_scale;
-        kx::colorslider::Range m_range;
-        unsigned long m_line[2];
-        bool m_lineOfScheme = true;
-        bool m_minimumHovered = false;
-        bool m_maximumHovered = false;
-        kx::colorslider::Thumb m_thumb = kx::colorslider::Thumb::Minimum;  // held, or moved by keys
-        int m_mouseX = 0;
-        long m_minimumPos = 0;
-        long m_maximumPos = 0;
-        long m_trackLeft = 0;
-        long m_trackLength = 0;
-        long m_thumbSize = -1;
-        SIZE m_thumbImage{};
-        RECT m_strip{};  // of the scale that was drawn last
-        int m_granularityCtrl = 1;
-        int m_granularityPlain = 1;
-        int m_granularityShift = 5;
+        std::unique_ptr<Inside> m_inside;
     };
 
     // ---- The control ----

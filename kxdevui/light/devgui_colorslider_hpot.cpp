@@ -91,11 +91,9 @@ void Thumb::MoveBy(int steps) {
 
 bool Thumb::HandleMouseWheel(WPARAM wParam, LPARAM) {
     if (!m_owner || GET_WHEEL_DELTA_WPARAM(wParam) == 0 || !GetHovered() || !IsWindowEnabled(m_hWnd)) return false;
-    int ctrl = 0, plain = 0, shift = 0;
-    GetMouseWheelGranularity(&ctrl, &plain, &shift);
     CKxDevUI_ColorSlider& owner = *m_owner;
     const kx::ui::Alive alive(static_cast<CKxDevUI_Base*>(this));
-    const double candidate = owner.CalculateMove(kx::hpot::WheelSteps({ctrl, plain, shift}, wParam));
+    const double candidate = owner.CalculateMove(kx::hpot::WheelSteps(m_granularity, wParam));
     if (candidate == GetValue()) {
         owner.SetPower(candidate, true);
     } else if (const auto wanted = owner.AskPower(candidate); wanted && alive) {

@@ -72,6 +72,7 @@ struct CKxDevUI_ModeShutter::Reading {
 };
 
 void CKxDevUI_ModeShutter::Load(unsigned shutterId, const std::vector<double>& apertures) {
+    if (shutterId != m_shutterId) m_modesOffered = {};
     m_shutterId = shutterId;
     m_apertures = apertures;
     m_apertureIndex = FindApertureIndex(m_aperture);
@@ -180,26 +181,21 @@ void CKxDevUI_ModeShutter::DestroyControls() {
 // Every window that comes or goes is told to the parent, which may end this one.
 void CKxDevUI_ModeShutter::CreateControls() {
     const HWND window = m_hWnd;
-    const Parts parts(window, static_cast<CKxDevUI_Base*>(this));
+    const Parts parts(window, this);
     DestroyControls();
     if (!parts || m_hWnd != window) return;
-    if (m_separator) {
-        const HWND line = parts.Add(L"STATIC", kSeparatorId, nullptr, {0, 0, 256, 1}, SS_GRAYRECT);
-        if (!parts) return;
-        m_separatorWindow = line;
+    if (m_separator && !parts.Add(m_separatorWindow, L"STATIC", kSeparatorId, nullptr, {0, 0, 256, 1}, SS_GRAYRECT)) {
+        return;
     }
     long x = 0;
     if (m_showTitle) {
-        const HWND title = parts.Label(kTitleId, m_title, {0, 8, 56, 24});
-        if (!parts) return;
-        m_titleWindow = title;
+        if (!parts.Label(m_titleWindow, kTitleId, m_title, {0, 8, 56, 24})) return;
         x = 40;
     }
     if (m_showModes) {
-        const HWND list = parts.DropDown(kModesId, {x, 4, x + 72, 88});
-        if (!parts) return;
-        m_modeList = list;
+        if (!parts.DropDown(m_modeList, kModesId, {x, 4, x + 72, 88})) return;
         FillModes();
+        if (!parts) return;
         x += 80;
     }
     RECT client{};
@@ -211,12 +207,23 @@ void CKxDevUI_ModeShutter::CreateControls() {
     }
     RegisterZoom(window);
     if (!m_apertures.empty()) MakeSlider(x);
+    if (parts && !IsWindowEnabled(window)) FollowWindow(false);
     if (parts) KX_FollowColorScheme(window);
 }
 
 void CKxDevUI_ModeShutter::FillModes() {
-    for (int mode = 0; m_shutterId != 0 && mode < kx::modeshutter::kModes; ++mode) {
-        if (!DMApi::Shutter_GetModeAvailable(m_shutterId, static_cast<EKxShutterMode>(mode))) continue;
+    const Alive alive(this);
+    std::array<bool, kx::modeshutter::kModes> offered{};
+    const auto ask = [&] {
+        for (int mode = 0; mode < kx::modeshutter::kModes; ++mode)
+            offered[static_cast<std::size_t>(mode)] =
+                kx::shutter::Managed{m_shutterId}.GetModeAvailable(static_cast<EKxShutterMode>(mode));
+    };
+    const bool known = m_shutterId != 0 && AskDevice(kSource, m_shutterId, ask);
+    if (!alive) return;
+    if (known) m_modesOffered = offered;
+    for (int mode = 0; m_modeList && mode < kx::modeshutter::kModes; ++mode) {
+        if (!m_modesOffered[static_cast<std::size_t>(mode)]) continue;
         const CKxStringW text = KX_GetTranslation(kx::modeshutter::ModeText(mode), L"Smart shutter mode: %s", kSource);
         const LRESULT item = SendMessageW(m_modeList, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text.c_str()));
         SendMessageW(m_modeList, CB_SETITEMDATA, static_cast<WPARAM>(item), mode);

@@ -152,6 +152,7 @@ protected:
     HWND m_separatorWindow = nullptr;
     HWND m_titleWindow = nullptr;
     HWND m_modeList = nullptr;
+    std::array<bool, kx::modeshutter::kModes> m_modesOffered{};  // by the device, when it last told
     CKxDevGUI_ColorSlider m_slider;
 
 private:

@@ -213,16 +213,14 @@ void CKxDevUI_Shutter::CreateControls() {
     DestroyControls();
     // Every window that goes is told to the parent, which may end this one.
     if (!window || !alive || m_hWnd != window) return;
-    const Parts parts(window, static_cast<CKxDevUI_Base*>(this));
+    const Parts parts(window, this);
     if (m_showTitle && !m_titleInButton) {
-        const HWND title = parts.Label(kTitleId, m_title, RectOf(m_titlePlace), m_titleLeft ? SS_RIGHT : SS_LEFT);
-        if (!parts) return;
-        m_titleWindow = title;
+        const DWORD style = m_titleLeft ? SS_RIGHT : SS_LEFT;
+        if (!parts.Label(m_titleWindow, kTitleId, m_title, RectOf(m_titlePlace), style)) return;
     }
     if (m_titleInButton && !m_adopted) m_buttonPlace = {0, 0, m_width, m_height};
-    const HWND button = parts.Add(L"BUTTON", kButtonId, nullptr, RectOf(m_buttonPlace), BS_PUSHLIKE | BS_OWNERDRAW);
-    if (!parts) return;
-    m_button = button;
+    const DWORD style = BS_PUSHLIKE | BS_OWNERDRAW;
+    if (!parts.Add(m_button, L"BUTTON", kButtonId, nullptr, RectOf(m_buttonPlace), style)) return;
     if (!m_adopted) {
         // The children stand unzoomed, and so has the window to, which may have been zoomed before.
         RECT client{};
@@ -367,13 +365,21 @@ void CKxDevUI_Shutter::Show(unsigned shutterId, const Reading& reading, bool a, 
 }
 
 bool CKxDevUI_Shutter::UpdateShutterIcon(unsigned shutterId, int grabberActive) {
-    const int on =
-        shutterId == 0 ? GetCommonImageFromPool(eKxCommonImage_ShutterOpen) : GetShutterImageFromPool(shutterId, true);
-    const int off = shutterId == 0 ? GetCommonImageFromPool(eKxCommonImage_ShutterClosed)
-                                   : GetShutterImageFromPool(shutterId, false, grabberActive);
-    const bool changed = on != m_imageOn || off != m_imageOff;
-    m_imageOn = on;
-    m_imageOff = off;
+    const Alive alive(this);
+    int on = GetCommonImageFromPool(eKxCommonImage_ShutterOpen);
+    int off = GetCommonImageFromPool(eKxCommonImage_ShutterClosed);
+    // The type of the device decides.
+    const auto choose = [&] {
+        on = GetShutterImageFromPool(shutterId, true);
+        off = GetShutterImageFromPool(shutterId, false, grabberActive);
+    };
+    const bool known = shutterId == 0 || AskDevice(kSource, shutterId, choose);
+    if (!alive) return false;
+    const bool changed = known && (on != m_imageOn || off != m_imageOff);
+    if (changed) {
+        m_imageOn = on;
+        m_imageOff = off;
+    }
     RedrawButton();
     return changed;
 }
@@ -390,7 +396,7 @@ LRESULT CKxDevUI_Shutter::OnCommand(WPARAM wParam, LPARAM) {
     if (LOWORD(wParam) != kButtonId || HIWORD(wParam) != kClick) return 0;
     const bool wanted = !m_state;
     const auto ask = [&](bool& veto) { OnStateChangeRequest(wanted, veto); };
-    if (AskHost(static_cast<CKxDevUI_Base*>(this), ask) == Answer::Agreed) SetState(wanted);
+    if (AskHost(this, ask) == Answer::Agreed) SetState(wanted);
     return 1;
 }
 

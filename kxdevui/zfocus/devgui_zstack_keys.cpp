@@ -28,12 +28,6 @@ std::optional<double> PositionOf(const ScaleValues& values, int id) {
     return id == IDC_ZS_EDIT_TOP ? values.top : id == IDC_ZS_EDIT_MIDDLE ? values.home : values.bottom;
 }
 
-std::wstring TextOf(HWND window) {
-    wchar_t text[64] = L"";
-    GetWindowTextW(window, text, static_cast<int>(std::size(text)));
-    return text;
-}
-
 }  // namespace
 
 // ---- Where the focus goes ------------------------------------------------------------------------------------------
@@ -64,7 +58,7 @@ LRESULT CALLBACK CKxDevUI_ZStack::EdtWndProc(HWND edit, UINT message, WPARAM wPa
 
 Handled CKxDevUI_ZStack::HandleEdit(const Message& message) {
     // The first Escape undoes, the second is the host's.
-    if (AsksForKey(message, kEnter) || (AsksForKey(message, kEscape) && TextOf(message.window) != m_before)) {
+    if (AsksForKey(message, kEnter) || (AsksForKey(message, kEscape) && TextOf(message.window).str() != m_before)) {
         return CallPrevious(message) | DLGC_WANTMESSAGE;
     }
     switch (message.id) {
@@ -76,7 +70,7 @@ Handled CKxDevUI_ZStack::HandleEdit(const Message& message) {
     case WM_SETCURSOR: return LOWORD(message.lParam) == HTCLIENT ? EditOnSetCursor(message.window) : std::nullopt;
     case WM_SETFOCUS:
         // Before the panel hears of it and empties what is not set.
-        m_before = TextOf(message.window);
+        m_before = TextOf(message.window).str();
         m_beforeTyped = SendMessageW(message.window, EM_GETMODIFY, 0, 0) != FALSE;
         return std::nullopt;
     default: return std::nullopt;
@@ -88,7 +82,7 @@ Handled CKxDevUI_ZStack::EditOnChar(HWND edit, wchar_t character) {
     case kTab: Focus(edit, GetKeyState(VK_SHIFT) < 0); return 0;
     case kEnter: FocusNext(edit); return 0;
     case kEscape:
-        if (TextOf(edit) != m_before) SetWindowTextW(edit, m_before.c_str());
+        if (TextOf(edit).str() != m_before) SetWindowTextW(edit, m_before.c_str());
         SendMessageW(edit, EM_SETMODIFY, m_beforeTyped, 0);
         SendMessageW(edit, EM_SETSEL, 0, -1);
         return 0;

@@ -253,15 +253,28 @@ bool IsEtchedLine(HWND label) {
     return type == SS_ETCHEDHORZ || type == SS_ETCHEDVERT;
 }
 
+bool IsUpright(HWND line) { return (GetWindowLongW(line, GWL_STYLE) & SS_TYPEMASK) == SS_ETCHEDVERT; }
+
+// The whole line, shadow and light.
 LRESULT CALLBACK EtchedLineProc(HWND line, UINT message, WPARAM wParam, LPARAM lParam) {
-    if (!InUse() || message != WM_PAINT || wParam != 0) {
-        return kx::CallRest(EtchedLineProc, line, message, wParam, lParam);
-    }
+    if (message != WM_PAINT || wParam != 0) return kx::CallRest(EtchedLineProc, line, message, wParam, lParam);
     const PaintDC dc(line);
     RECT client{};
     GetClientRect(line, &client);
+    FillRect(dc, &client, KX_GetSysColorBrush(InUse() ? COLOR_BTNFACE : COLOR_BTNHIGHLIGHT));
+    long& end = IsUpright(line) ? client.right : client.bottom;
+    end = std::max(1L, end / 2);
     FillRect(dc, &client, KX_GetSysColorBrush(COLOR_BTNSHADOW));
     return 0;
+}
+
+// The platform's is the frame of a window, in the system's colours, around nothing. Nobody draws the inside that a zoom
+// gives it.
+void FollowInEtchedLine(HWND line) {
+    SetWindowLongW(line, GWL_EXSTYLE, GetWindowLongW(line, GWL_EXSTYLE) & ~LONG{WS_EX_STATICEDGE});
+    SetWindowPos(line, nullptr, 0, 0, 0, 0,
+                 SWP_FRAMECHANGED | SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOREDRAW);
+    kx::Subclass(line, EtchedLineProc);
 }
 
 // ---- Parents -------------------------------------------------------------------------------------------------------
@@ -291,7 +304,7 @@ void Follow(HWND window) {
     } else if (IsClass(window, L"Edit")) {
         kx::Subclass(window, EditProc);
     } else if (IsClass(window, L"Static") && IsEtchedLine(window)) {
-        kx::Subclass(window, EtchedLineProc);
+        FollowInEtchedLine(window);
     } else if (IsClass(window, WC_LISTVIEWW)) {
         FollowColorSchemeInList(window);
     } else if (GetWindow(window, GW_CHILD)) {

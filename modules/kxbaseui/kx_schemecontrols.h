@@ -11,5 +11,6 @@
 
 // Makes `window` and all windows below it follow the scheme: dialogs, push buttons, check boxes, radio buttons, group
 // boxes, static texts, edits, lists, drop-down lists, list views. Owner-drawn buttons, windows marked with
-// KX_MarkWindowToSkipPaint and windows of other classes are left to paint themselves. To be called again for windows added later; twice does no harm. A null window is ignored.
+// KX_MarkWindowToSkipPaint and windows of other classes are left to paint themselves. To be called again for windows
+// added later; twice does no harm. A null window is ignored.
 KXBASEUI_API void KX_FollowColorScheme(HWND window);

@@ -229,5 +229,4 @@ std::optional<XmlNode> ReadXml(std::string_view text) {
     return root;
 }
 
-
 }  // namespace kx::svg

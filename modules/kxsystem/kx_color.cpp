@@ -37,8 +37,8 @@ double Brightness(double nm) {
 
 unsigned long KX_RGBFromWavelength(double nanometres) noexcept {
     if (!(nanometres > 380 && nanometres < 780)) return 0;
-    // Above, the eye sees one and the same red, while the fit, exact to the small amounts of light there, goes astray in
-    // their ratios.
+    // Above, the eye sees one and the same red, while the fit, exact to the small amounts of light there, goes astray
+    // in their ratios.
     constexpr double reddest = 650;
     const std::array<double, 3> rgb = LinearRgb(MatchingFunctions(std::min(nanometres, reddest)));
     const double brightest = *std::max_element(rgb.begin(), rgb.end());

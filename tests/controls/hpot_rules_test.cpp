@@ -74,8 +74,8 @@ TEST(HPotRules, SnapValues) {
         {Regions({0, 10, 100}, 0), 75, true, 55}, {Regions({7}, 2), 10, true, 11}, {Regions({}, 2), 10, true, 10},
         {OfType(-1), 3.7, true, 3.7}, {kEmpty, 3.3, true, 3.3},
         // At the end of each region, and beyond the last, as the bound itself, also where the steps lead elsewhere.
-        {kTwos, 31, true, 32}, {kTwos, 31, false, 32}, {kTwos, 99, true, 32}, {kTwos, 31.0 / 3, true, 4},
-        {kTwos, 62.0 / 3, true, 11}, {Regions({0, 10, 63, 118}, 10), 118, true, 123},
+        {kTwos, 31, true, 32}, {kTwos, 31, false, 32}, {kTwos, 99, true, 32}, {kTwos, 62.0 / 3, true, 11},
+        {Regions({170, 130, 100, 40, 10, 3, 0}, 4), 170 - 170 / 6.0 * 2, true, 98}, {Regions({0, 10, 63, 118}, 10), 118, true, 123},
         {Regions({118, 63, 10, 0}, 10), 0, true, -2},
         // Sticking to neighbours of what is held, by value: up is the larger one.
         {kList, 2.4, true, 4, 2, {{2, 1}}}, {kList, 1.6, true, 1, 0, {{2, 1}}}, {kList, 2, true, 2, 1, {{2, 1}}},

@@ -83,21 +83,20 @@ std::unique_ptr<Subject> Make() {
     return std::make_unique<SubjectOf<T>>();
 }
 
-// The class is null for what is no class of ours; of the global ones another's has to be one as well.
+// The class is null for what is no class of ours.
 const struct {
     const wchar_t* name;
     std::unique_ptr<Subject> (*make)();
-    bool isGlobal = false;
 } kControls[] = {
     {L"KxDevUI_Container", Make<CKxDevUI_Container>},
     {nullptr, Make<CKxDevUI_ColorSlider>},
     {L"KxDevUI_HPot", Make<CKxDevUI_HPot>},
     {L"CKxDevUI_ColorSliderRangeHPot", Make<CKxDevUI_ColorSlider::CKxDevUI_ColorSliderRangeHPot>},
     {nullptr, Make<CKxDevUI_SpinBox>},
-    {L"KxDevUI_EditBox", Make<CKxDevUI_EditBox>, true},
+    {L"KxDevUI_EditBox", Make<CKxDevUI_EditBox>},
     {nullptr, Make<CKxDevUI_EditBoxSpin>},
     {L"KxDevUI_Radio", Make<CKxDevUI_Radio>},
-    {L"KxDevUI_Table", Make<CKxDevUI_Table>, true},
+    {L"KxDevUI_Table", Make<CKxDevUI_Table>},
     {L"KxDevUI_Shutter", Make<CKxDevUI_Shutter>},
     {nullptr, Make<CKxDevUI_MechanicalShutter>},
     {L"KxDEVGUI_ModeShutter", Make<CKxDevUI_ModeShutter>},
@@ -110,13 +109,15 @@ const struct {
 // Before the classes are registered: the first of all that runs here.
 TEST(ATakenClassName, GivesNoWindow) {
     std::wstring log;
+    const struct Restore {
+        ~Restore() { CKxLogFile::SetDetail(false), CKxLogFile::SetSink(nullptr, nullptr); }
+    } restore;
     CKxLogFile::SetSink([](const wchar_t* line, void* to) { *static_cast<std::wstring*>(to) += line; }, &log);
     CKxLogFile::SetDetail(true);
     for (const auto& row : kControls) {
         if (!row.name) continue;
         WNDCLASSEXW foreign{};
         foreign.cbSize = sizeof foreign;
-        foreign.style = row.isGlobal ? CS_GLOBALCLASS : 0;
         foreign.lpfnWndProc = DefDlgProcW;
         foreign.cbWndExtra = DLGWINDOWEXTRA;
         foreign.hInstance = GetModuleHandleW(L"kxdevui.dll");
@@ -130,8 +131,6 @@ TEST(ATakenClassName, GivesNoWindow) {
         EXPECT_EQ(GetWindow(parent.Window(), GW_CHILD), nullptr) << "row " << &row - kControls;
         UnregisterClassW(row.name, foreign.hInstance);
     }
-    CKxLogFile::SetDetail(false);
-    CKxLogFile::SetSink(nullptr, nullptr);
 }
 
 TEST(Creation, FindsTheObjectByUserData) {
@@ -148,7 +147,7 @@ TEST(Creation, FindsTheObjectByUserData) {
 // either may end the control.
 TEST(Creation, LeavesAnObjectThatItsOldWindowsEndHasEnded) {
     for (const auto& row : kControls) {
-        for (const UINT message : {WM_SETFOCUS, WM_PARENTNOTIFY}) {
+        for (const UINT message : {UINT{WM_SETFOCUS}, UINT{WM_PARENTNOTIFY}}) {
             RecordingParent parent;
             const auto subject = row.make();
             ASSERT_TRUE(subject->Create(parent.Window()));

@@ -1,13 +1,13 @@
 // The plumbing, through a small control as a host would write one.
+#include <beam_switch/beam_switch.h>
 #include <bench/bench.h>
-#include <bench/window.h>
-#include <kxbaseui/kx_tooltip.h>
 #include <kxdevui/framework/ui_resources.h>
 #include <kxdevui/framework/ui_control.h>
 #include <kxsystem/kx_log.h>
 
-#include <map>
+#include <functional>
 #include <memory>
+#include <stdexcept>
 #include <vector>
 
 namespace {
@@ -15,70 +15,42 @@ namespace {
 using namespace kx::test;
 using namespace kx::ui;
 
-// A lamp that a button switches, with a tooltip.
-class ExampleLamp : public CKxDevUI_Base {
+// The control of the manual, asked by a click.
+class Asking : public BeamSwitch {
 public:
-    static constexpr int ButtonId = 10200;
-    ~ExampleLamp() override { Binding::EndOwnWindow(this); }
+    std::function<void(bool& veto)> asked;
 
-    HWND Create(HWND parent, long x, long y, long cx, long cy, bool, bool) override {
-        return Creation::Of(this, [&](const Creation& creation) {
-            const HWND window =
-                creation.Window(this, m_Atom, {.name = L"ExampleLamp", .object = L"ExampleLamp", .procedure = WndProc},
-                                parent, {x, y}, {cx, cy});
-            const Parts parts(window, static_cast<CKxDevUI_Base*>(this));
-            KX_CreateToolTipWindow(parts.Add(L"BUTTON", ButtonId, nullptr, {5, 5, 25, 25}), L"Switches the lamp");
-            return creation.Done(this, window);
-        });
+protected:
+    void OnOpenRequest(bool, bool& veto) override {
+        // A copy: this may be deleted.
+        if (const auto ask = asked) ask(veto);
     }
-    void Destroy() { Binding::EndWindow(this); }
-    std::function<void()> onToggle;
-
-private:
-    static LRESULT CALLBACK WndProc(HWND window, UINT id, WPARAM wParam, LPARAM lParam) {
-        return kx::ui::Entry<ExampleLamp, ByInstances<ExampleLamp, m_Instances>, WM_NCCREATE, Unbound::Default,
-                             &ExampleLamp::Handle>({window, id, wParam, lParam});
-    }
-    Handled Handle(const Message& message) {
-        switch (message.id) {
-        case WM_PAINT:
-        case WM_PRINTCLIENT: return Paint(message, {.children = true}, m_face.get(), [](HDC, const RECT&) {});
-        case WM_ERASEBKGND: return 1;
-        case WM_COMMAND:
-            kx::ui::Notify(GetParent(message.window), GetId(), 0x0401, reinterpret_cast<LPARAM>(message.window));
-            if (const auto act = onToggle) act();  // may delete this object
-            return 0;
-        default: return std::nullopt;
-        }
-    }
-
-    static inline ATOM m_Atom = 0;
-    static inline std::map<HWND, ExampleLamp*> m_Instances;
-    Brush m_face{CreateSolidBrush(RGB(10, 20, 30))};
 };
 
 TEST(Plumbing, CarriesAClickFromThePlatformToTheHost) {
     RecordingParent parent;
-    auto lamp = std::make_unique<ExampleLamp>();
-    lamp->SetId(44);
-    ASSERT_TRUE(lamp->Create(parent.Window(), 10, 10, 60, 40, true, true));
-    EXPECT_EQ(Picture::OnScreen(*lamp).Pixel(58, 38), RGB(10, 20, 30));
-    Click(GetDlgItem(*lamp, ExampleLamp::ButtonId), 5, 5);
-    EXPECT_TRUE(parent.Record().Matches({Command(44, 0x0401, static_cast<HWND>(*lamp))}));
-    lamp->onToggle = [&] { lamp.reset(); };
-    Click(GetDlgItem(*lamp, ExampleLamp::ButtonId), 5, 5);
-    EXPECT_FALSE(lamp);
+    auto beam = std::make_unique<Asking>();
+    ASSERT_TRUE(beam->Create(parent.Window(), 10, 10, -1, -1, true, true));
+    const HWND button = GetDlgItem(*beam, 10200);
+    Click(button, 5, 5);
+    EXPECT_TRUE(beam->IsOpen());
+    const struct {
+        const char* name;
+        std::function<void(bool&)> ask;
+    } refusals[] = {
+        {"a veto", [](bool& veto) { veto = true; }},
+        {"an exception", [](bool&) { throw std::runtime_error("no"); }},
+    };
+    for (const auto& row : refusals) {
+        beam->asked = row.ask;
+        Click(button, 5, 5);
+        EXPECT_TRUE(beam->IsOpen()) << row.name;
+        EXPECT_EQ(SendMessageW(button, BM_GETCHECK, 0, 0), BST_CHECKED) << row.name;
+    }
+    beam->asked = [&](bool&) { beam.reset(); };
+    Click(button, 5, 5);
+    EXPECT_FALSE(beam);
     EXPECT_EQ(GetWindow(parent.Window(), GW_CHILD), nullptr);
-}
-
-TEST(Plumbing, LeavesNothingBehind) {
-    RecordingParent parent;
-    EXPECT_TRUE(NoGrowth(1000, [&] {
-        ExampleLamp lamp;
-        lamp.Create(parent.Window(), 0, 0, 60, 40, true, true);
-        UpdateWindow(lamp);
-        parent.Record().Clear();
-    }));
 }
 
 TEST(Plumbing, ChoosesTheLanguageOfATemplateItself) {

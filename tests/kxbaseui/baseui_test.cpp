@@ -125,6 +125,25 @@ TEST_F(Windows, HearOfAnotherSchemeOnce) {
     EXPECT_EQ(Picture::OnScreen(check).Pixel(138, 3), GetSysColor(COLOR_BTNFACE));
 }
 
+TEST_F(Windows, LeaveNothingUnderAnEtchedLine) {
+    const HWND line = Add(L"STATIC", {10, 10, 100, 2}, SS_ETCHEDHORZ);
+    KX_FollowColorScheme(m_parent.Window());
+    SetWindowPos(line, nullptr, 0, 0, 100, 4, SWP_NOMOVE);
+    for (const auto& [scheme, light] :
+         {std::pair{eKxColorScheme_System, COLOR_BTNHIGHLIGHT}, {eKxColorScheme_Dark, COLOR_BTNFACE}}) {
+        KX_SetColorScheme(scheme);
+        Pump();
+        const HDC dc = GetWindowDC(line);
+        PatBlt(dc, 0, 0, 100, 4, BLACKNESS);
+        ReleaseDC(line, dc);
+        RedrawWindow(line, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
+        const Picture picture = Picture::OnScreen(line);
+        EXPECT_EQ(picture.Count(KX_GetSysColor(COLOR_BTNSHADOW)), 200) << scheme;
+        EXPECT_EQ(picture.Count(KX_GetSysColor(light)), 200) << scheme;
+    }
+    KX_SetColorScheme(eKxColorScheme_System);
+}
+
 // ---- Boxes, places, tips -------------------------------------------------------------------------------------------
 
 TEST(Boxes, GoesToTheHandlerOrThePlatform) {

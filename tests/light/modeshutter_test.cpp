@@ -65,6 +65,7 @@ struct Device : Lamp {
         SetMode(mode);
     }
     bool GetModeAvailable(EKxShutterMode mode) const override {
+        if (hides) throw std::runtime_error("gone");
         return softOnly ? mode == 1 : Lamp::GetModeAvailable(mode);
     }
     long GetApertureSteps() const override { return lie != 0 ? lie : Lamp::GetApertureSteps(); }
@@ -72,7 +73,7 @@ struct Device : Lamp {
         if (fails) throw std::runtime_error("gone");
         return Lamp::GetMode();
     }
-    bool softOnly = false;
+    bool softOnly = false, hides = false;
     long lie = 0;
 };
 
@@ -138,6 +139,9 @@ TEST(ModeShutterUpdate, BearsOddDevices) {
     EXPECT_EQ(row.List(), L"Soft") << "none for a mode that is not offered";
     const double held = row.GetAperture();
     device->softOnly = false;
+    device->hides = true;
+    EXPECT_TRUE(row.Update(device.get(), true, false, false, false));
+    EXPECT_EQ(row.List(), L"Soft") << "what it told last";
     device->fails = true;
     device->SetAperture(20);
     EXPECT_FALSE(row.Update(device.get(), true, true, true, true));

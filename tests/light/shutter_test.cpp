@@ -235,6 +235,13 @@ TEST_F(Shutter, LocksUnlocksAndTitles) {
 TEST_F(Shutter, RefusesWhatIsNoShutter) {
     auto device = std::make_unique<Lamp>(eKxShutterType_Aux2);
     const unsigned id = device->GetLogDevId();
+    Lamp dia(eKxShutterType_Dia);
+    for (const bool fails : {false, true}) {
+        dia.fails = fails;
+        shutter.Update(dia.GetLogDevId(), false, false, true);
+        EXPECT_EQ(shutter.m_imageOff, CKxBitmapPool::AddImageBaseUI(L"SHUTTER_DIA_CLOSED")) << "as held";
+    }
+    parent.Record().Clear();
     Host windowless;
     EXPECT_TRUE(windowless.Update(id, true, true, true));
     EXPECT_EQ(windowless.GetTitle(), L"Aux2");
