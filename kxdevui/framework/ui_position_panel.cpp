@@ -65,33 +65,45 @@ void PositionPanel::RemoveParts() {
     }
 }
 
+HWND PositionPanel::AddChild(const wchar_t* className, int id, const wchar_t* text, const RECT& place,
+                             DWORD style) const {
+    const Parts parts = Children();
+    const HWND child = CreateWindowExW(0, className, text, WS_CHILD | WS_VISIBLE | style, place.left, place.top,
+                                       place.right - place.left, place.bottom - place.top, m_window,
+                                       reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), nullptr, nullptr);
+    return parts ? child : nullptr;
+}
+
 void PositionPanel::AddFrame(SIZE size, bool oversize) {
     const RECT place = oversize ? RECT{-2, 0, size.cx + 2, size.cy + 4} : RECT{0, 0, size.cx, size.cy};
-    const Parts parts = Children();
-    const HWND frame = parts.Add(L"BUTTON", kFrameId, m_title, place, BS_GROUPBOX);
-    if (!parts) return;
+    const HWND frame = AddChild(L"BUTTON", kFrameId, m_title, place, BS_GROUPBOX);
+    if (!frame) return;
     m_frame = frame;
     KX_MarkWindowToSkipPaint(m_frame);
     Subclass(m_frame, m_spec.frame, m_object);
 }
 
 void PositionPanel::AddTitle(const RECT& place, bool left) {
-    const Parts parts = Children();
-    const HWND title = parts.Label(kTitleId, m_title, place, left ? SS_LEFT : SS_CENTER);
-    if (parts) m_titleWindow = title;
+    const HWND title = AddChild(L"STATIC", kTitleId, m_title, place, SS_NOPREFIX | (left ? SS_LEFT : SS_CENTER));
+    if (title) m_titleWindow = title;
 }
 
-void PositionPanel::AddButton(int id, const RECT& place, bool enabled) {
+HWND PositionPanel::AddButton(int id, const wchar_t* text, const RECT& place, DWORD style) {
     const Parts parts = Children();
-    const HWND button = parts.DrawnButton(id, L"", place, enabled ? 0 : DWORD{WS_DISABLED}, m_spec.button, m_object);
-    if (parts) AddButton(button);
+    const HWND button = AddChild(L"BUTTON", id, text, place, style);
+    // One that could not be made keeps its place all the same.
+    if (!parts) return nullptr;
+    Subclass(button, m_spec.button, m_object);
+    m_buttons.insert(m_reversed ? m_buttons.begin() : m_buttons.end(), button);
+    return button;
 }
 
 void PositionPanel::AddSetup(const RECT& place, bool enabled) {
-    const Parts parts = Children();
     const HWND setup =
-        parts.DrawnButton(kSetupId, L"...", place, enabled ? 0 : DWORD{WS_DISABLED}, m_spec.button, m_object);
-    if (parts) m_setup = setup;
+        AddChild(L"BUTTON", kSetupId, L"...", place, enabled ? BS_OWNERDRAW : BS_OWNERDRAW | WS_DISABLED);
+    if (!setup) return;
+    m_setup = setup;
+    Subclass(m_setup, m_spec.button, m_object);
 }
 
 void PositionPanel::SetButtonFonts(HFONT font) const {

@@ -70,16 +70,18 @@ public:
 
     // Destroys all children; one that has the focus gives it to its successor when the layout is finished.
     void RemoveParts();
-    // What makes the other children.
+    // Tells whether window and panel are still there.
     Parts Children() const noexcept { return Parts(m_window, m_object); }
+    // Any other child; null as well when it has ended the panel. Unlike those of other controls it can be used in a
+    // window that is disabled: a panel draws what it is.
+    HWND AddChild(const wchar_t* className, int id, const wchar_t* text, const RECT& place, DWORD style) const;
     // The group frame around a panel of that size, or, oversized, two pixels outside of it to the left and the right.
     void AddFrame(SIZE size, bool oversize);
     // The title beside the buttons.
     void AddTitle(const RECT& place, bool left);
-    // The button of a position, drawn by the panel; or one that is made otherwise. Positions are counted in the
-    // order in which they are added, or, reversed, from the last one on.
-    void AddButton(int id, const RECT& place, bool enabled);
-    void AddButton(HWND button) { m_buttons.insert(m_reversed ? m_buttons.begin() : m_buttons.end(), button); }
+    // The button of a position; null as above. Positions are counted in the order in which they are added, or,
+    // reversed, from the last one on.
+    HWND AddButton(int id, const wchar_t* text, const RECT& place, DWORD style);
     // The setup button "..." at its end.
     void AddSetup(const RECT& place, bool enabled);
     // Whether the first position stands last, at the right end of the last row; before the frame. Off at first.

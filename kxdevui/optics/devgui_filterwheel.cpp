@@ -143,11 +143,11 @@ void CKxDevUI_FilterWheel::AddButtons() {
     for (int i = 0; parts && i < m_inside->Shown(); ++i) {
         const long x = (m_gapX + m_buttonWidth) * (i % columns) + m_firstX;
         const long y = (m_gapY + m_buttonHeight) * (i / columns) + m_firstY;
-        m_inside->AddButton(kFirstButton + i, {x, y, x + m_buttonWidth, y + m_buttonHeight}, m_inside->enabled);
+        const HWND button = m_inside->AddButton(kFirstButton + i, L"", {x, y, x + m_buttonWidth, y + m_buttonHeight},
+                                                m_inside->enabled ? BS_OWNERDRAW : BS_OWNERDRAW | WS_DISABLED);
+        SetFont(button, KX_GetDefaultGuiFont());
     }
     if (!parts) return;
-    for (const HWND button : m_inside->Buttons())
-        SetFont(button, KX_GetDefaultGuiFont());
     const long setup = m_setupX == -1 ? m_width - m_buttonWidth - m_firstX : m_setupX;
     m_inside->AddSetup({setup, m_firstY, setup + m_buttonWidth, m_firstY + m_buttonHeight}, SetupEnabled());
 }

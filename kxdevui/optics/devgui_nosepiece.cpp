@@ -226,11 +226,12 @@ void CKxDevUI_Nosepiece::CreateControls() {
         const Held& position = *m_inside->At(i);
         const long x = position.x.value_or(m_firstX + static_cast<int>(i) * (m_buttonWidth + m_buttonGap));
         const RECT place{x - 2, m_labelY, x + m_buttonWidth + 2, m_labelY + m_labelHeight};
-        const HWND label = parts.Label(kFirstLabel + static_cast<int>(i), position.magnification, place, SS_CENTER);
+        const HWND label = m_inside->AddChild(L"STATIC", kFirstLabel + static_cast<int>(i), position.magnification,
+                                              place, SS_CENTER | SS_NOPREFIX);
         if (!parts) return;
         m_inside->labels.push_back(label);
-        m_inside->AddButton(kFirstButton + static_cast<int>(i),
-                            {x, m_buttonY, x + m_buttonWidth, m_buttonY + m_buttonHeight}, true);
+        m_inside->AddButton(kFirstButton + static_cast<int>(i), L"",
+                            {x, m_buttonY, x + m_buttonWidth, m_buttonY + m_buttonHeight}, BS_OWNERDRAW);
     }
     if (!parts) return;
     const long setup = m_setupX == -1 ? m_width - m_buttonWidth - m_firstX : m_setupX;
@@ -240,10 +241,11 @@ void CKxDevUI_Nosepiece::CreateControls() {
     const long width = std::max(0L, m_width - m_observationX - 5);
     for (int i = 0; i < static_cast<int>(m_inside->observationTexts.size()); ++i) {
         const long top = 20 + 20 * i;
-        const HWND button =
-            parts.DrawnButton(kFirstObservation + i, m_inside->observationTexts[static_cast<std::size_t>(i)],
-                              {m_observationX, top, m_observationX + width, top + 15}, 0, BtnWndProc, this);
+        const HWND button = m_inside->AddChild(L"BUTTON", kFirstObservation + i,
+                                               m_inside->observationTexts[static_cast<std::size_t>(i)],
+                                               {m_observationX, top, m_observationX + width, top + 15}, BS_OWNERDRAW);
         if (!parts) return;
+        Subclass(button, BtnWndProc, this);
         if (!m_inside->observationShown) ShowWindow(button, SW_HIDE);
         m_inside->observation.push_back(button);
     }

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include <kxbaseui/kx_fonts.h>
+#include <kxbaseui/kx_schemecontrols.h>
 #include <kxdevices/kx_dmapi.h>
 #include <kxdevui/framework/ui_device.h>
 #include <kxdevui/framework/ui_position_panel.h>
@@ -139,12 +140,15 @@ void CKxDevUI_Switcher::CreateControls() {
         }
         const long position = m_inside->invert ? m_inside->count - 1 - i : i;
         // To show itself pressed before anybody is asked is as it should be for a position and wrong for a port.
-        const HWND button = parts.PushRadio(
-            kFirstButton + static_cast<int>(position), m_inside->ports[static_cast<std::size_t>(position)].name,
-            {x, y, x + m_buttonWidth, y + m_buttonHeight}, !m_inside->several, BtnWndProc, this);
+        const HWND button =
+            m_inside->AddButton(kFirstButton + static_cast<int>(position),
+                                AsButtonText(m_inside->ports[static_cast<std::size_t>(position)].name),
+                                {x, y, x + m_buttonWidth, y + m_buttonHeight}, PushRadioStyle(!m_inside->several));
         if (!parts) return;
-        m_inside->AddButton(button);
         SetFont(button, KX_GetDefaultGuiFont());
+        // Otherwise Windows reports a click for a button that only gets the focus.
+        SendMessageW(button, BM_SETDONTCLICK, TRUE, 0);
+        KX_FollowColorScheme(button);
     }
     m_inside->EnableButtons();
     m_inside->ShowPorts();
