@@ -21,7 +21,7 @@ LRESULT CALLBACK ChainProc(HWND window, UINT id, WPARAM wParam, LPARAM lParam) {
 bool Parts::Add(HWND& held, const wchar_t* windowClass, int id, const wchar_t* text, const RECT& place,
                 DWORD style) const {
     if (!*this) return false;
-    if (m_born == Born::AsTheWindow && !IsWindowEnabled(m_window)) style |= WS_DISABLED;
+    if (!IsWindowEnabled(m_window)) style |= WS_DISABLED;
     const HWND child = CreateWindowExW(0, windowClass, text, WS_CHILD | WS_VISIBLE | style, place.left, place.top,
                                        place.right - place.left, place.bottom - place.top, m_window,
                                        reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), nullptr, nullptr);
@@ -35,17 +35,9 @@ bool Parts::Label(HWND& held, int id, const wchar_t* text, const RECT& place, DW
     return Add(held, L"STATIC", id, text, place, SS_NOPREFIX | style);
 }
 
-bool Parts::DrawnButton(HWND& held, int id, const wchar_t* text, const RECT& place, DWORD style, WNDPROC procedure,
-                        void* object) const {
-    if (!Add(held, L"BUTTON", id, text, place, BS_OWNERDRAW | style)) return false;
-    Subclass(held, procedure, object);
-    return true;
-}
-
-bool Parts::PushRadio(HWND& held, int id, const wchar_t* text, const RECT& place, bool automatic, WNDPROC procedure,
-                      void* object) const {
+bool Parts::PushRadio(HWND& held, int id, const wchar_t* text, const RECT& place, bool automatic) const {
     if (!Add(held, L"BUTTON", id, AsButtonText(text), place, PushRadioStyle(automatic))) return false;
-    Subclass(held, procedure ? procedure : ChainProc, object);
+    Subclass(held, ChainProc, nullptr);
     // Otherwise Windows reports a click for a button that only gets the focus.
     SendMessageW(held, BM_SETDONTCLICK, TRUE, 0);
     KX_FollowColorScheme(held);

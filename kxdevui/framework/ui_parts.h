@@ -24,36 +24,26 @@ using RootOf = std::conditional_t<std::is_base_of_v<CKxDevUI_Base, T>, CKxDevUI_
 // and nothing more is made.
 class KXDEVUI_API Parts {
 public:
-    // How parts are made in a window that is disabled: as it is, or enabled, where it is the window alone that bars
-    // them.
-    enum class Born { AsTheWindow, Enabled };
     // For the window of this object, which Life knows.
     template <class T>
-    Parts(HWND window, T* object, Born born = Born::AsTheWindow) noexcept
-        : m_window(window), m_alive(static_cast<RootOf<T>*>(object)), m_born(born) {}
+    Parts(HWND window, T* object) noexcept : m_window(window), m_alive(static_cast<RootOf<T>*>(object)) {}
     // Whether window and object are still there.
     explicit operator bool() const noexcept { return m_alive && IsWindow(m_window); }
 
-    // A visible child of any class.
+    // A visible child of any class, disabled in a window that is.
     bool Add(HWND& held, const wchar_t* windowClass, int id, const wchar_t* text, const RECT& place,
              DWORD style = 0) const;
     // A static text, shown as it is: a name may have an ampersand in it.
     bool Label(HWND& held, int id, const wchar_t* text, const RECT& place, DWORD style = SS_LEFT) const;
-    // A button that is drawn by its parent; its messages go to `procedure` first, for `object`.
-    bool DrawnButton(HWND& held, int id, const wchar_t* text, const RECT& place, DWORD style, WNDPROC procedure,
-                     void* object) const;
     // A button that stays down while it is chosen, in the colours of the scheme, with the text shown as it is. It
-    // releases no other button. `automatic`: a click shows it pressed before anybody is asked. `procedure` as above, or
-    // null.
-    bool PushRadio(HWND& held, int id, const wchar_t* text, const RECT& place, bool automatic,
-                   WNDPROC procedure = nullptr, void* object = nullptr) const;
+    // releases no other button. `automatic`: a click shows it pressed before anybody is asked.
+    bool PushRadio(HWND& held, int id, const wchar_t* text, const RECT& place, bool automatic) const;
     // A drop-down list. The place is that of field and list together.
     bool DropDown(HWND& held, int id, const RECT& place) const;
 
 private:
     HWND m_window;
     Alive m_alive;
-    Born m_born;
 };
 
 // The style of such a button, to change it later (BM_SETSTYLE).
