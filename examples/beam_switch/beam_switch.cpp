@@ -63,7 +63,7 @@ void BeamSwitch::SetOpen(bool open) {
 }
 
 bool BeamSwitch::Update(CDMApi_LogDevId device) {
-    const auto* const shutter = FindDevice<IKxDeviceShutter>(device, eKxDeviceType_Shutter);
+    const auto* const shutter = FindDevice<IKxDeviceShutter>(device);
     bool open = false;
     if (!shutter || !AskDevice(kSource, device, [&] { open = shutter->GetState(); })) return false;
     SetOpen(open);
