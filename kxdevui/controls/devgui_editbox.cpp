@@ -432,6 +432,8 @@ kx::ui::Handled CKxDevUI_EditBox::Handle(const kx::ui::Message& message) {
     case WM_SETTEXT: SetText(reinterpret_cast<const wchar_t*>(lParam)); return TRUE;
     case WM_SETFONT:
         SendMessageW(m_edit, id, wParam, FALSE);
+        // With a font, an edit takes margins that depend on its size; it was made without.
+        SendMessageW(m_edit, EM_SETMARGINS, EC_LEFTMARGIN | EC_RIGHTMARGIN, 0);
         if (m_label) SendMessageW(m_label, id, wParam, FALSE);
         CorrectPosition();
         return 0;

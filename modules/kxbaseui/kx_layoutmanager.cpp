@@ -86,7 +86,11 @@ Dims Remember(HWND window, double positionZoom, double sizeZoom) {
 void SetZoomedFont(HWND window, double previousZoom) {
     const auto font = reinterpret_cast<HFONT>(SendMessageW(window, WM_GETFONT, 0, 0));
     const HFONT zoomed = font ? KX_GetFontAtZoom(font, previousZoom, s_zoom) : nullptr;
-    if (zoomed && zoomed != font) SendMessageW(window, WM_SETFONT, reinterpret_cast<WPARAM>(zoomed), FALSE);
+    if (!zoomed || zoomed == font) return;
+    // An edit takes margins from the font, but as it is sized later or earlier, other ones: they stay as they were made.
+    const LRESULT margins = SendMessageW(window, EM_GETMARGINS, 0, 0);
+    SendMessageW(window, WM_SETFONT, reinterpret_cast<WPARAM>(zoomed), FALSE);
+    SendMessageW(window, EM_SETMARGINS, EC_LEFTMARGIN | EC_RIGHTMARGIN, static_cast<LPARAM>(margins));
 }
 
 void SetSize(HWND window, long width, long height, UINT flags, long x, long y) {
