@@ -84,6 +84,7 @@ LONG Absolute(LONG pixel, int extent) { return static_cast<LONG>((pixel * 65536L
 
 void PressAt(HWND window, int x, int y, Button button, DWORD time) {
     MoveTo(window, x, y);
+    if (!IsWindow(window)) return;  // whoever was told that the mouse has come has ended it
     POINT cursor{};
     GetCursorPos(&cursor);
     if (!GetCapture() && GetAncestor(WindowFromPoint(cursor), GA_ROOT) != GetAncestor(window, GA_ROOT))
