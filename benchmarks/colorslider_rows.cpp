@@ -163,20 +163,17 @@ Ratio RepaintColorSlider() {
     return Measure([&] { Repaint(slider); }, [&] { Repaint(bare); });
 }
 
+// clang-format off
+const Rows s_rows{{
+    {"colour slider, drag step with edit box following", "a stock trackbar: TBM_SETPOS and update", 1.1, [] { return DragStep(eColorSliderType_Gradient); }},
+    {"colour slider, the same with a line", "a stock trackbar: TBM_SETPOS and update", 1.1, [] { return DragStep(eColorSliderType_LineDraw); }},
+    {"colour slider, drag step of a range's thumb", "a stock trackbar: TBM_SETPOS and update", 1.1, [] { return DragStep(eColorSliderType_Range); }},
+    {"colour slider, rainbow made anew", "the same lines and ticks drawn by hand", 1.5, RebuildScale},
+    {"colour slider, rainbow of twice the width", "one of the width", 2.2, RebuildGrowth},
+    {"colour slider, full repaint", "the same windows, painted by hand", 1.25, RepaintColorSlider},
+    {"colour slider, create and destroy", "the same windows made directly", 1.3, CreateColorSlider},
+}};
+// clang-format on
+
 }  // namespace
-
-std::vector<Row> ColorSliderRows() {
-    // clang-format off
-    return {
-        {"colour slider, drag step with edit box following", "a stock trackbar: TBM_SETPOS and update", 1.1, [] { return DragStep(eColorSliderType_Gradient); }},
-        {"colour slider, the same with a line", "a stock trackbar: TBM_SETPOS and update", 1.1, [] { return DragStep(eColorSliderType_LineDraw); }},
-        {"colour slider, drag step of a range's thumb", "a stock trackbar: TBM_SETPOS and update", 1.1, [] { return DragStep(eColorSliderType_Range); }},
-        {"colour slider, rainbow made anew", "the same lines and ticks drawn by hand", 1.5, RebuildScale},
-        {"colour slider, rainbow of twice the width", "one of the width", 2.2, RebuildGrowth},
-        {"colour slider, full repaint", "the same windows, painted by hand", 1.25, RepaintColorSlider},
-        {"colour slider, create and destroy", "the same windows made directly", 1.3, CreateColorSlider},
-    };
-    // clang-format on
-}
-
 }  // namespace kx::bench

@@ -60,16 +60,13 @@ Ratio RepaintBox() {
     return Measure([&] { Repaint(box); }, [&] { Repaint(bare); });
 }
 
+// clang-format off
+const Rows s_rows{{
+    {"edit box, full repaint", "label and edit in a bare window", 1.25, RepaintBox},
+    {"edit box, create and destroy", "the same windows made directly", 1.3, CreateBox<CKxDevUI_EditBox>},
+    {"edit box with arrows, create and destroy", "the same windows made directly", 1.3, CreateBox<CKxDevUI_EditBoxSpin>},
+}};
+// clang-format on
+
 }  // namespace
-
-std::vector<Row> EditRows() {
-    // clang-format off
-    return {
-        {"edit box, full repaint", "label and edit in a bare window", 1.25, RepaintBox},
-        {"edit box, create and destroy", "the same windows made directly", 1.3, CreateBox<CKxDevUI_EditBox>},
-        {"edit box with arrows, create and destroy", "the same windows made directly", 1.3, CreateBox<CKxDevUI_EditBoxSpin>},
-    };
-    // clang-format on
-}
-
 }  // namespace kx::bench

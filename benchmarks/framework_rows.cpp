@@ -132,20 +132,18 @@ Ratio RepaintTwice() {
     return Measure(repaint, repaint);
 }
 
+// clang-format off
+const Rows s_rows{{
+    {"container, full repaint", "a bare window that copies a ready bitmap", 1.25, EmptyRepaint},
+    {"container with 50 children, full repaint", "the platform's dialog with the same children", 1.25, FullRepaint},
+    {"container, create and destroy", "a bare window with 16 extra bytes and a font", 1.3, CreateEmpty},
+    {"container with 20 buttons, create and destroy", "the same windows made directly", 1.3, CreateFilled},
+    {"container with 50 children, zoom to 1.5 and back", "the same windows moved, fonts set, by hand", 1.5, Zoom},
+}};
+// clang-format on
+
 }  // namespace
 
 Row SameWork() { return {"A/A: a bare window's repaint", "itself", kQuietHigh, RepaintTwice}; }
-
-std::vector<Row> FrameworkRows() {
-    // clang-format off
-    return {
-        {"container, full repaint", "a bare window that copies a ready bitmap", 1.25, EmptyRepaint},
-        {"container with 50 children, full repaint", "the platform's dialog with the same children", 1.25, FullRepaint},
-        {"container, create and destroy", "a bare window with 16 extra bytes and a font", 1.3, CreateEmpty},
-        {"container with 20 buttons, create and destroy", "the same windows made directly", 1.3, CreateFilled},
-        {"container with 50 children, zoom to 1.5 and back", "the same windows moved, fonts set, by hand", 1.5, Zoom},
-    };
-    // clang-format on
-}
 
 }  // namespace kx::bench

@@ -41,17 +41,10 @@ inline void Require(bool condition, const char* what) {
 inline constexpr double kQuietLow = 0.95, kQuietHigh = 1.05;
 Row SameWork();
 
-// The rows of each file *_rows.cpp.
-std::vector<Row> FrameworkRows();
-std::vector<Row> SliderRows();
-std::vector<Row> EditRows();
-std::vector<Row> RadioRows();
-std::vector<Row> TableRows();
-std::vector<Row> OpticsRows();
-std::vector<Row> ZStackRows();
-std::vector<Row> ShutterRows();
-std::vector<Row> ModeShutterRows();
-std::vector<Row> ColorSliderRows();
-std::vector<Row> HostRows();
+// The rows of a file *_rows.cpp, which are measured because they are there: `const Rows s_rows{{{"name", ...}}};`
+struct Rows {
+    explicit Rows(const std::vector<Row>& rows);
+};
+const std::vector<Row>& AllRows();
 
 }  // namespace kx::bench

@@ -138,16 +138,13 @@ Ratio RefreshAll() {
     return Measure(refresh, rewrite);
 }
 
+// clang-format off
+const Rows s_rows{{
+    {"host, from start to first complete picture", "a program with an empty window", 6, FirstPicture},
+    {"all panels, zoom to 1.5 and back, painted", "the same windows moved, fonts set, by hand", 1.5, ZoomAll},
+    {"all panels, refresh when nothing changed", "their texts written again", 0.05, RefreshAll},
+}};
+// clang-format on
+
 }  // namespace
-
-std::vector<Row> HostRows() {
-    // clang-format off
-    return {
-        {"host, from start to first complete picture", "a program with an empty window", 6, FirstPicture},
-        {"all panels, zoom to 1.5 and back, painted", "the same windows moved, fonts set, by hand", 1.5, ZoomAll},
-        {"all panels, refresh when nothing changed", "their texts written again", 0.05, RefreshAll},
-    };
-    // clang-format on
-}
-
 }  // namespace kx::bench

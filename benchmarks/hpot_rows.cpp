@@ -84,16 +84,13 @@ Ratio CreateSlider() {
     return Measure([&] { const Slider slider(frame); }, [&] { DestroyWindow(MakeBareWindow(frame, kSize)); });
 }
 
+// clang-format off
+const Rows s_rows{{
+    {"slider, full repaint", "a bare window that copies a ready bitmap", 1.25, SliderRepaint},
+    {"slider, one drag step with callback and repaint", "a stock trackbar: TBM_SETPOS and update", 0.5, DragStep},
+    {"slider, create and destroy", "a bare window with 16 extra bytes and a font", 1.3, CreateSlider},
+}};
+// clang-format on
+
 }  // namespace
-
-std::vector<Row> SliderRows() {
-    // clang-format off
-    return {
-        {"slider, full repaint", "a bare window that copies a ready bitmap", 1.25, SliderRepaint},
-        {"slider, one drag step with callback and repaint", "a stock trackbar: TBM_SETPOS and update", 0.5, DragStep},
-        {"slider, create and destroy", "a bare window with 16 extra bytes and a font", 1.3, CreateSlider},
-    };
-    // clang-format on
-}
-
 }  // namespace kx::bench

@@ -45,14 +45,10 @@ std::vector<Figure> MeasureAll(std::string_view only) {
     const Row same = kx::bench::SameWork();
     std::vector<Figure> figures{{same, same.measure()}};
     Print(figures[0]);
-    for (const auto rows : {kx::bench::FrameworkRows, kx::bench::SliderRows, kx::bench::EditRows, kx::bench::RadioRows,
-                            kx::bench::TableRows, kx::bench::OpticsRows, kx::bench::ZStackRows, kx::bench::ShutterRows,
-                            kx::bench::ModeShutterRows, kx::bench::ColorSliderRows, kx::bench::HostRows}) {
-        for (const Row& row : rows()) {
-            if (row.name.find(only) == std::string::npos) continue;
-            figures.push_back({row, row.measure()});
-            Print(figures.back());
-        }
+    for (const Row& row : kx::bench::AllRows()) {
+        if (row.name.find(only) == std::string::npos) continue;
+        figures.push_back({row, row.measure()});
+        Print(figures.back());
     }
     const Ratio after = same.measure();
     Print({same, after});

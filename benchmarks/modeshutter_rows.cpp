@@ -40,10 +40,8 @@ Ratio UpdateUnchanged() {
                    [&] { SetWindowTextW(list, L"Fast"), SetWindowTextW(list, L"100"); });
 }
 
+const Rows s_rows{
+    {{"mode shutter, update with nothing changed", "writing mode and aperture anew", 0.05, UpdateUnchanged}}};
+
 }  // namespace
-
-std::vector<Row> ModeShutterRows() {
-    return {{"mode shutter, update with nothing changed", "writing mode and aperture anew", 0.05, UpdateUnchanged}};
-}
-
 }  // namespace kx::bench

@@ -156,20 +156,17 @@ Ratio CreatePanel() {
     return Measure(make, [&] { const StockPanel stock(frame, std::is_same_v<Panel, CKxDevUI_Nosepiece>); });
 }
 
+// clang-format off
+const Rows s_rows{{
+    {"nosepiece of 16, full repaint", "owner-drawn buttons and labels", 1.3, RepaintWarm<CKxDevUI_Nosepiece>},
+    {"nosepiece of 16, full repaint, images cold", "the same, images warm", 10, RepaintCold},
+    {"nosepiece of 16, another position", "repaint of owner-drawn buttons and labels", 1.0, ChangePosition},
+    {"nosepiece of 16, update that finds nothing new", "its repaint", 0.05, UpdateNothing},
+    {"nosepiece of 16, create and destroy", "the same windows made directly", 1.3, CreatePanel<CKxDevUI_Nosepiece>},
+    {"filter wheel of 16, full repaint", "owner-drawn buttons", 1.3, RepaintWarm<CKxDevUI_FilterWheel>},
+    {"filter wheel of 16, create and destroy", "the same windows made directly", 1.3, CreatePanel<CKxDevUI_FilterWheel>},
+}};
+// clang-format on
+
 }  // namespace
-
-std::vector<Row> OpticsRows() {
-    // clang-format off
-    return {
-        {"nosepiece of 16, full repaint", "owner-drawn buttons and labels", 1.3, RepaintWarm<CKxDevUI_Nosepiece>},
-        {"nosepiece of 16, full repaint, images cold", "the same, images warm", 10, RepaintCold},
-        {"nosepiece of 16, another position", "repaint of owner-drawn buttons and labels", 1.0, ChangePosition},
-        {"nosepiece of 16, update that finds nothing new", "its repaint", 0.05, UpdateNothing},
-        {"nosepiece of 16, create and destroy", "the same windows made directly", 1.3, CreatePanel<CKxDevUI_Nosepiece>},
-        {"filter wheel of 16, full repaint", "owner-drawn buttons", 1.3, RepaintWarm<CKxDevUI_FilterWheel>},
-        {"filter wheel of 16, create and destroy", "the same windows made directly", 1.3, CreatePanel<CKxDevUI_FilterWheel>},
-    };
-    // clang-format on
-}
-
 }  // namespace kx::bench

@@ -63,15 +63,12 @@ Ratio RepaintGroup() {
     return Measure([&] { Repaint(group); }, [&] { Repaint(bare); });
 }
 
+// clang-format off
+const Rows s_rows{{
+    {"radio group of 3, full repaint", "the same buttons in a bare window", 1.25, RepaintGroup},
+    {"radio group of 3, create and destroy", "the same windows made directly", 1.3, CreateGroup},
+}};
+// clang-format on
+
 }  // namespace
-
-std::vector<Row> RadioRows() {
-    // clang-format off
-    return {
-        {"radio group of 3, full repaint", "the same buttons in a bare window", 1.25, RepaintGroup},
-        {"radio group of 3, create and destroy", "the same windows made directly", 1.3, CreateGroup},
-    };
-    // clang-format on
-}
-
 }  // namespace kx::bench

@@ -82,16 +82,13 @@ Ratio CreateShutter() {
     return Measure(made, byHand);
 }
 
+// clang-format off
+const Rows s_rows{{
+    {"shutter, toggle", "redrawing a button that copies a bitmap", 1.25, Toggle},
+    {"shutter, full repaint", "the same windows copying ready bitmaps", 1.25, RepaintShutter},
+    {"shutter, create and destroy", "the same windows made directly", 1.3, CreateShutter},
+}};
+// clang-format on
+
 }  // namespace
-
-std::vector<Row> ShutterRows() {
-    // clang-format off
-    return {
-        {"shutter, toggle", "redrawing a button that copies a bitmap", 1.25, Toggle},
-        {"shutter, full repaint", "the same windows copying ready bitmaps", 1.25, RepaintShutter},
-        {"shutter, create and destroy", "the same windows made directly", 1.3, CreateShutter},
-    };
-    // clang-format on
-}
-
 }  // namespace kx::bench

@@ -139,18 +139,15 @@ Ratio RefreshAll() {
     return Measure(change, [&] { Rewrite(panel); });
 }
 
+// clang-format off
+const Rows s_rows{{
+    {"Z stack panel, full repaint", "the same windows made directly", 1.25, RepaintPanel},
+    {"Z stack panel, refresh of nothing", "rewriting the same fields' texts", 0.05, RefreshNothing},
+    {"Z stack panel, refresh of the step", "rewriting all fields' texts", 0.5, RefreshStep},
+    {"Z stack panel, refresh of everything", "rewriting the same fields' texts", 1.25, RefreshAll},
+    {"Z stack panel, create and destroy", "the same windows made directly", 1.3, CreatePanel},
+}};
+// clang-format on
+
 }  // namespace
-
-std::vector<Row> ZStackRows() {
-    // clang-format off
-    return {
-        {"Z stack panel, full repaint", "the same windows made directly", 1.25, RepaintPanel},
-        {"Z stack panel, refresh of nothing", "rewriting the same fields' texts", 0.05, RefreshNothing},
-        {"Z stack panel, refresh of the step", "rewriting all fields' texts", 0.5, RefreshStep},
-        {"Z stack panel, refresh of everything", "rewriting the same fields' texts", 1.25, RefreshAll},
-        {"Z stack panel, create and destroy", "the same windows made directly", 1.3, CreatePanel},
-    };
-    // clang-format on
-}
-
 }  // namespace kx::bench

@@ -8,6 +8,10 @@ repeated before each; lines such as "// ---- Life ----" are headings and no docu
 import re
 import sys
 
+if '--help' in sys.argv or '-h' in sys.argv:
+    print(__doc__)
+    sys.exit()
+
 lines = open(sys.argv[1], encoding='utf-8').read().split('\n')
 out, block, carried, first, depth = [], [], [], True, 0
 

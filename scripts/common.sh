@@ -1,6 +1,8 @@
 # Shared by ./run, ./test and .ci/run: packages, build, Wine prefix, display. Sourced, never run.
 # Every step says what it does, and does nothing the second time.
 
+source "$(dirname "${BASH_SOURCE[0]}")/help.sh"
+
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 build_root=${KXDEVUI_BUILD_ROOT:-$root/build}
 

@@ -24,15 +24,6 @@ public:
     void FitTo(const RECT& place) override;
     bool Wheel(int delta) override;
 
-    // The first panel of a class; null when the microscope has no such device.
-    template <class Panel>
-    Panel* First() {
-        for (const auto& each : m_panels) {
-            if (auto* const panel = dynamic_cast<Panel*>(each.get())) return panel;
-        }
-        return nullptr;
-    }
-
 protected:
     void Fill() override;
     LRESULT OnScroll(UINT message, WPARAM wParam, LPARAM lParam, bool horizontal) override;

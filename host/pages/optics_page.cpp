@@ -6,9 +6,8 @@ OpticsPage::OpticsPage(GalleryDevices& devices)
       m_path(L"Light path", devices.Path(), [&path = devices.Path()](long i) { return path.MoveTo(i); }),
       m_mirror(L"TIRF mirror", devices.Mirror(),
                [&mirror = devices.Mirror()](long i) { return mirror.MoveTo(i == 1); }),
-      m_lasers(L"Laser ports", devices.Lasers(), [&lasers = devices.Lasers()](long i) {
-          return lasers.SetPortUsed(i, !lasers.IsPortUsed(i));
-      }) {}
+      m_lasers(L"Laser ports", devices.Lasers(),
+               [&lasers = devices.Lasers()](long i) { return lasers.SetPortUsed(i, !lasers.IsPortUsed(i)); }) {}
 
 void OpticsPage::Fill() {
     Place(m_nosepiece, {8, 8, 268, 108});

@@ -1,14 +1,53 @@
 #include "page.h"
 
 #include <algorithm>
+#include <iterator>
+#include <utility>
 
 #include <kxbaseui/kx_layoutmanager.h>
 #include <kxbaseui/kx_schemecontrols.h>
+
+namespace {
+
+// Of panels that are placed by themselves, unzoomed: around them, and where the columns begin.
+constexpr long kGap = 8, kColumns[] = {8, 284};
+
+std::vector<Page::Registered>& RegisteredPanels() {
+    static std::vector<Page::Registered> panels;
+    return panels;
+}
+
+}  // namespace
+
+void Page::Register(Registered panel) { RegisteredPanels().push_back(std::move(panel)); }
+
+// Each into the column that is filled least.
+void Page::PlaceRegistered() {
+    m_registered.clear();
+    long filled[std::size(kColumns)]{};
+    for (CKxDevUI_Container* panel : m_panels) {
+        RECT rect{};
+        panel->GetWindowRectangle(&rect);
+        for (std::size_t i = 0; i < std::size(kColumns); ++i) {
+            const bool meets =
+                rect.right > kColumns[i] && (i + 1 == std::size(kColumns) || rect.left < kColumns[i + 1]);
+            if (meets) filled[i] = std::max(filled[i], rect.bottom);
+        }
+    }
+    for (const Registered& each : RegisteredPanels()) {
+        if (each.page != Name()) continue;
+        const auto column = std::min_element(std::begin(filled), std::end(filled)) - std::begin(filled);
+        const RECT place{kColumns[column], filled[column] + kGap, each.size.cx, each.size.cy};
+        m_registered.push_back(each.make(*this, place));
+        filled[column] = place.top + each.size.cy;
+    }
+}
 
 void Page::Build(HWND parent) {
     m_visible = false;
     Create(parent, 0, 0, Width, Height, true, true);
     Fill();
+    PlaceRegistered();
     // All of it was laid out in unzoomed pixels.
     CKxGUILayoutManager::ResizeWindowToGuiZoom(m_hWnd, 1.0);
     Show();

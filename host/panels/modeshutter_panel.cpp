@@ -3,7 +3,16 @@
 #include <kxbaseui/kx_layoutmanager.h>
 
 #include "../event_log.h"
+#include "../light_devices.h"
+#include "../pages/page.h"
 #include "../resources/resource.h"
+
+namespace {
+
+const OnPage<ModeShutterPanel> s_smart(L"Illumination", {268, 100},
+                                       [] { return std::make_unique<ModeShutterPanel>(TheLight().SmartShutter()); });
+
+}  // namespace
 
 void ModeShutterPanel::Fill() {
     AddChild(L"STATIC", L"", SS_NOPREFIX, IDC_DEVICE_CAPTION, 6, 4, m_width - 12, 16);

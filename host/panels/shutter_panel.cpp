@@ -5,7 +5,14 @@
 
 #include "../device_panel.h"
 #include "../event_log.h"
+#include "../pages/page.h"
 #include "../resources/resource.h"
+
+namespace {
+
+const OnPage<ShutterPanel> s_shutters(L"Illumination", {268, 186});
+
+}  // namespace
 
 void ShutterPanel::Fill() {
     AddCaption(Text(L"Shutters"));

@@ -3,6 +3,8 @@
 
 #include "../main_window.h"
 #include "../pages/light_page.h"
+#include "../panels/modeshutter_panel.h"
+#include "../panels/shutter_panel.h"
 #include "../resources/resource.h"
 
 void Tour::PlanLight() {
@@ -15,10 +17,12 @@ void Tour::PlanLight() {
 
 void Tour::PlanShutters() {
     const auto button = [this](int index) -> Find {
-        return [this, index] { return m_window.PageOf<LightPage>().Shutters().Shutter(index).GetButtonHandle(); };
+        return [this, index] {
+            return m_window.PageOf<LightPage>().First<ShutterPanel>()->Shutter(index).GetButtonHandle();
+        };
     };
     const auto box = [this](int id) -> Find {
-        return [this, id] { return GetDlgItem(m_window.PageOf<LightPage>().Shutters(), id); };
+        return [this, id] { return GetDlgItem(*m_window.PageOf<LightPage>().First<ShutterPanel>(), id); };
     };
     Click(button(0));
     Click(button(2));
@@ -40,12 +44,16 @@ void Tour::PlanShutters() {
 }
 
 void Tour::PlanModeShutter() {
-    const Find list = [this] { return GetDlgItem(m_window.PageOf<LightPage>().Smart().Row(), 10201); };
+    const Find list = [this] {
+        return GetDlgItem(m_window.PageOf<LightPage>().First<ModeShutterPanel>()->Row(), 10201);
+    };
     const Find slider = [this] {
-        const HWND row = m_window.PageOf<LightPage>().Smart().Row();
+        const HWND row = m_window.PageOf<LightPage>().First<ModeShutterPanel>()->Row();
         return GetDlgItem(FindWindowExW(row, nullptr, L"KxDevUI_Container", nullptr), 10000);
     };
-    const Find refuses = [this] { return GetDlgItem(m_window.PageOf<LightPage>().Smart(), IDC_DEVICE_REFUSE); };
+    const Find refuses = [this] {
+        return GetDlgItem(*m_window.PageOf<LightPage>().First<ModeShutterPanel>(), IDC_DEVICE_REFUSE);
+    };
     Click(list);
     Key(VK_END);
     Key(VK_RETURN);

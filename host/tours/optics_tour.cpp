@@ -7,13 +7,18 @@
 
 void Tour::PlanOptics() {
     const auto page = [this]() -> OpticsPage& { return m_window.PageOf<OpticsPage>(); };
-    const auto objective = [page](int i) -> Find { return [=] { return GetDlgItem(page().Nosepiece().Panel(), 10200 + i); }; };
-    const auto filter = [page](int i) -> Find { return [=] { return GetDlgItem(page().Emission().Panel(), 10201 + i); }; };
+    const auto objective = [page](int i) -> Find {
+        return [=] { return GetDlgItem(page().Nosepiece().Panel(), 10200 + i); };
+    };
+    const auto filter = [page](int i) -> Find {
+        return [=] { return GetDlgItem(page().Emission().Panel(), 10201 + i); };
+    };
     const auto path = [page](int i) -> Find { return [=] { return GetDlgItem(page().Path().Panel(), 10201 + i); }; };
     const auto port = [page](int i) -> Find { return [=] { return GetDlgItem(page().Lasers().Panel(), 10201 + i); }; };
     // The turret and the wheel take their time.
     const auto arrived = [this](auto device) {
-        m_steps.push_back([this, device] { return device(m_window.Gallery()).GetDeviceState() == eKxDeviceState_Ready; });
+        m_steps.push_back(
+            [this, device] { return device(m_window.Gallery()).GetDeviceState() == eKxDeviceState_Ready; });
     };
 
     TurnTo([this] { return m_window.CommandOf<OpticsPage>(); });

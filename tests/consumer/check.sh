@@ -2,6 +2,7 @@
 # tests/consumer/check.sh BUILD_FOLDER : installs the built library, makes the consumer from the package in a folder
 # outside of the tree, and runs it beside a copy of the package's bin/. Called by ctest.
 set -eu
+source "$(dirname "${BASH_SOURCE[0]}")/../../scripts/help.sh"
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 root=$(cd "$here/../.." && pwd)
 package=$1/package

@@ -5,6 +5,7 @@
 # A finding is written to build/fuzz/TARGET-...; once understood, it belongs into tests/fuzz/seeds/TARGET or a unit test.
 # Needs the Debian packages clang and libclang-rt-14-dev (libFuzzer and the sanitizers).
 set -euo pipefail
+source "$(dirname "${BASH_SOURCE[0]}")/../../scripts/help.sh"
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
 out=${KXDEVUI_BUILD_ROOT:-$root/build}/fuzz
 modules=$root/modules

@@ -4,6 +4,7 @@
 # Shapes only: texts depend on fonts. A pixel may differ by the way its edge is smoothed, so it is the mean over an image
 # that is bound: 2 of 255 for each, 0.7 for all together. Needs clang, librsvg2-bin and imagemagick.
 set -euo pipefail
+source "$(dirname "${BASH_SOURCE[0]}")/../../scripts/help.sh"
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
 out=${KXDEVUI_BUILD_ROOT:-$root/build}/svg
 rm -rf "$out"; mkdir -p "$out"

@@ -6,6 +6,11 @@ drawn large, to be reduced; a shape is known by its distance function, which 4 b
 """
 import math
 import struct
+import sys
+
+if len(sys.argv) > 1:
+    print(__doc__)
+    sys.exit()
 
 
 def distance(point, polygon):
