@@ -227,6 +227,7 @@ private:
     WindowPart* Part() const;
     void LookChanged();
     int ThumbLook() const;
+    RECT TraceRect() const;
     void InvalidateThumb(UINT flags) const;
     void RedrawThumb();
     void PaintThumb(HDC dc) const;

@@ -187,15 +187,25 @@ void CKxDevUI_HPot::Redraw() {
     if (Part()) InvalidateRect(m_hWnd, nullptr, FALSE);
 }
 
+// A pressed thumb is ahead of the value, to which its trace leads: the host has not been asked yet.
+RECT CKxDevUI_HPot::TraceRect() const {
+    RECT rect = ThumbRect();
+    if (m_thumbLeavesTrace) OffsetRect(&rect, static_cast<int>(ValueToThumbPos(m_held.value) - m_thumbPos), 0);
+    return rect;
+}
+
 // Only where the thumb was and where it is, in one call: each is a way to the window manager and back.
 void CKxDevUI_HPot::InvalidateThumb(UINT flags) const {
     const WindowPart* part = Part();
     if (!part) return;
     const RECT rect = ThumbRect();
-    if (EqualRect(&rect, &part->shownRect) && ThumbLook() == part->shownLook) return;
+    const RECT trace = TraceRect();
+    if (EqualRect(&rect, &part->shownRect) && EqualRect(&trace, &part->shownTrace) && ThumbLook() == part->shownLook)
+        return;
     if (m_thumbLeavesTrace) {
         RECT way{};
-        UnionRect(&way, &rect, &part->shownRect);
+        for (const RECT& each : {rect, part->shownRect, trace, part->shownTrace})
+            UnionRect(&way, &way, &each);
         RedrawWindow(m_hWnd, &way, nullptr, RDW_INVALIDATE | flags);
         return;
     }
@@ -218,7 +228,7 @@ void CKxDevUI_HPot::OnPaint(const kx::ui::Message& message) {
     // A thumb that was moved without being redrawn is to be painted whole or not at all.
     if (onScreen) InvalidateThumb(0);
     WindowPart* part = Part();
-    if (onScreen) part->shownRect = ThumbRect(), part->shownLook = ThumbLook();
+    if (onScreen) part->shownRect = ThumbRect(), part->shownTrace = TraceRect(), part->shownLook = ThumbLook();
     kx::ui::Paint(message, {}, KX_GetSysColorBrush(COLOR_BTNFACE), [&](HDC dc, const RECT&) {
         part->scale.CopyTo(dc);
         PaintThumb(dc);

@@ -9,8 +9,9 @@
 struct CKxDevUI_HPot::WindowPart {
     kx::hpot::ScaleImage scale;
 
-    // The thumb as the window shows it.
+    // The thumb as the window shows it, and where its trace ends.
     RECT shownRect{};
+    RECT shownTrace{};
     int shownLook = -1;
     // Whether the window has the focus; asking the platform takes longer than painting.
     bool focused = false;
