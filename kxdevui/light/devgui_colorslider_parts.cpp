@@ -286,6 +286,8 @@ int CKxDevUI_ColorSlider::MoveParts(const CKxDevUI_Base& thumb, int x, std::init
     for (const HWND each : others) {
         if (each) move(each);
     }
+    // On their way they have been copied over each other.
+    RedrawWindow(m_hWnd, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN);
     // Moved on the screen: whoever lays out unzoomed pixels later must not take these for such.
     CKxGUILayoutManager::RememberWindowDimsForGuiZoom(m_hWnd);
     return static_cast<int>(offset);
