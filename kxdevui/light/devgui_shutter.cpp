@@ -254,7 +254,7 @@ void CKxDevUI_Shutter::CreateControls() {
         GetClientRect(window, &client);
         if (client.right != m_width || client.bottom != m_height) {
             SetWindowPos(window, nullptr, 0, 0, m_width, m_height,
-                         SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOREDRAW);
+                         SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
         }
         RegisterZoom(window);
     }
@@ -268,6 +268,12 @@ void CKxDevUI_Shutter::DressChildren() {
         if (each && (IsWindowEnabled(each) != FALSE) != m_enabled) EnableWindow(each, m_enabled);
     }
     SetFonts(false);
+    if (m_titleWindow) {
+        // A title that is wider than the room above or beside the button never covers it.
+        SetWindowLongPtrW(m_titleWindow, GWL_STYLE,
+                          GetWindowLongPtrW(m_titleWindow, GWL_STYLE) | WS_CLIPSIBLINGS);
+        SetWindowPos(m_button, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE | SWP_NOREDRAW);
+    }
     if (!m_toolTip.IsEmpty()) KX_CreateToolTipWindow(m_button, m_toolTip);
 }
 
