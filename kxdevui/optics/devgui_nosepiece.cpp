@@ -182,6 +182,7 @@ void CKxDevUI_Nosepiece::Init(long count, long position, bool deviceDriven, bool
     m_localSelect = localSelect;
     for (Position& each : m_positions)
         each.available = false;
+    if (HWND{*this}) RedrawWindow(*this, nullptr, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN);
 }
 
 bool CKxDevUI_Nosepiece::Init(IKxDeviceNosepiece* device) {
