@@ -65,6 +65,11 @@ HWND CKxDevUI_SpinBox::Create(HWND parent, long x, long y, long cx, long cy, boo
         CreateWindowExW(0, UPDOWN_CLASSW, nullptr, style, x, y, m_width, m_height, parent,
                         reinterpret_cast<HMENU>(static_cast<INT_PTR>(m_id)), kx::ui::ModuleOf(WndProc_UpDown), nullptr);
     if (!m_hWnd) return nullptr;
+    // Wine's makes itself 16 wide at most as it is created, and would be wider after a zoom there and back.
+    RECT made{};
+    GetWindowRect(m_hWnd, &made);
+    if (made.right - made.left != m_width)
+        SetWindowPos(m_hWnd, nullptr, 0, 0, m_width, m_height, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
     SendMessageW(m_hWnd, UDM_SETACCEL, kAcceleration.size(), reinterpret_cast<LPARAM>(kAcceleration.data()));
     SendMessageW(m_hWnd, UDM_SETRANGE32, static_cast<WPARAM>(m_lowest), m_highest);
     kx::ui::Subclass(m_hWnd, WndProc_UpDown, static_cast<CKxDevUI_Base*>(this));
