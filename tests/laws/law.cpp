@@ -7,6 +7,12 @@
 #include <kxbaseui/kx_layoutmanager.h>
 
 namespace kx::test {
+namespace {
+
+// For the widest subject at the largest zoom that is looked at, and no larger: every comparison reads it all.
+constexpr SIZE kRoom{880, 310};
+
+}  // namespace
 
 std::string TextOf(const State& state) {
     static constexpr const char* names[] = {"system", "light", "dark", "high contrast"};
@@ -50,7 +56,7 @@ void LawTest::Begin(const State& state) {
     parent_ = nullptr;
     KX_SetColorScheme(state.scheme);
     CKxGUILayoutManager::SetGuiZoom(state.zoom);
-    parent_ = std::make_unique<RecordingParent>();
+    parent_ = std::make_unique<RecordingParent>(kRoom);
     subject_ = GetParam().make();
     doing_ = "creation, " + TextOf(state);
     if (!Ready()) return;
@@ -61,7 +67,7 @@ void LawTest::Begin(const State& state) {
 }
 
 bool LawTest::Ready() {
-    if (!parent_->Window()) parent_ = std::make_unique<RecordingParent>();
+    if (!parent_->Window()) parent_ = std::make_unique<RecordingParent>(kRoom);
     if (!subject_->Window()) subject_->Create(*parent_);
     Pump();
     EXPECT_TRUE(subject_->Window()) << GetParam().name << " cannot be made: " << doing_;

@@ -81,6 +81,13 @@ class ColorSliderSubject : public SubjectOf<Slider> {
 public:
     explicit ColorSliderSubject(EColorSliderType type) : type_(type) {}
 
+    std::vector<Exception> Exceptions() const override {
+        return {{Law::Zoom, "the column", "is given in pixels of the screen"},
+                {Law::Zoom, "a quiet power", "asks for no redraw"},
+                {Law::Redraw, "a quiet power", "asks for no redraw"},
+                {Law::Redraw, "a power while disabled", "a line is drawn when it is enabled"}};
+    }
+
     void Change(int n) override {
         Random random(static_cast<std::uint64_t>(n));
         if (n % 2) {

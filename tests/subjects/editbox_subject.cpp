@@ -18,7 +18,8 @@ public:
                 {Law::Silence, "WM_COMMAND 7, 256", "EN_SETFOCUS: a check that fails gives the edit the focus"},
                 {Law::Silence, "WM_COMMAND 7, 512", "EN_KILLFOCUS: what is disabled gives the focus away"},
                 {Law::Silence, "its own", "keys and the wheel are the user's"},
-                {Law::Silence, "typing", "is the user's"}};
+                {Law::Silence, "typing", "is the user's"},
+                {Law::Zoom, "a placeholder", "stands at a place of the screen"}};
     }
 
 protected:

@@ -47,7 +47,9 @@ std::vector<double> AnyList(Random& random) {
 class SliderSubject : public SubjectOf<Slider> {
 public:
     std::vector<Exception> Exceptions() const override {
-        return {{Law::Silence, "updating", "Update asks where it is told to notify"}};
+        return {{Law::Silence, "updating", "Update asks where it is told to notify"},
+                {Law::Zoom, "a size", "gives the window that many pixels, whatever the zoom"},
+                {Law::Zoom, "a type", "SetType stores it and nothing else: the next zoom places the thumb by it"}};
     }
     // The upper part has the thumb, the lower one ticks and digits.
     std::vector<RECT> Parts() override {

@@ -108,7 +108,8 @@ protected:
     using SubjectOf<Complete<Sort>>::control_;
 
     void Make(HWND parent) override {
-        control_->Create(parent, 10, 10, 300, -1, true, true);
+        // As wide as the most positions need: in less, they stand over the setup button.
+        control_->Create(parent, 10, 10, 560, -1, true, true);
         Update(device_.get(), true, true, true);
     }
 

@@ -5,7 +5,13 @@
 
 #include <string>
 
+#include <bench/picture.h>
+
 namespace kx::test {
+
+// What is on the screen when all that is due has been painted, without the caret, and without what the platform's own
+// controls get wrong (by name, in redraw.cpp).
+Picture SeenPicture(HWND window);
 
 // Where the screen, when all that is due has been painted, shows something else than after a full repaint over other
 // colours; empty when it does not.

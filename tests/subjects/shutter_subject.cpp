@@ -29,6 +29,17 @@ public:
     explicit ShutterSubject(Made made) : made_(made) {
         CKxDeviceRegistry::Add(device_);
         device_.SetSpeed(0);
+        CKxDeviceRegistry::SetGrabberActive(false);
+    }
+
+    std::vector<Exception> Exceptions() const override {
+        std::vector<Exception> exceptions{{Law::Zoom, "a title's place", "at any length, some beyond a window's most"},
+                                          {Law::Zoom, "fitting to the title", "at any length, as above"}};
+        for (const char* anew : {"updating", "making anew", "taking away"}) {
+            if (made_ == Made::OfADialog)
+                exceptions.push_back({Law::Zoom, anew, "what was a dialog's stands in pixels of the screen"});
+        }
+        return exceptions;
     }
 
     void Change(int n) override { control_->Update(&device_, true, true, n & 1); }

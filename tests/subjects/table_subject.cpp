@@ -48,7 +48,7 @@ protected:
         Hear({WM_NOTIFY});
         control_->Create(parent, 5, 5, 280, 160, true, true);
         for (int i = 0; i < 4; ++i)
-            control_->InsertColumn(L"column", 70, i % 2 ? L"%.2f" : nullptr, i > 0);
+            control_->InsertColumn(L"column", 60, i % 2 ? L"%.2f" : nullptr, i > 0);
         AddRows(10);
     }
 

@@ -79,6 +79,8 @@ std::vector<Act> ActsAt(HWND window) {
             Wheel(delta);
         });
     }
+    // A label has no use for keys, and is in nobody's way to them.
+    if (NameOfWindow(window).starts_with("Static")) return acts;
     static constexpr struct {
         const char* name;
         WORD key;
@@ -93,10 +95,7 @@ std::vector<Act> ActsAt(HWND window) {
 void MoveAway(HWND parent) {
     RECT client{};
     GetClientRect(parent, &client);
-    POINT corner{client.right - 2, client.bottom - 2};
-    ClientToScreen(parent, &corner);
-    SetCursorPos(corner.x, corner.y);
-    Pump();
+    MoveTo(parent, client.right - 2, client.bottom - 2);
 }
 
 NobodyAnswers::NobodyAnswers()
