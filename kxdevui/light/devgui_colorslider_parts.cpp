@@ -72,6 +72,16 @@ void CKxDevUI_ColorSlider::Arrange() {
     // All of it was laid out in unzoomed pixels.
     kx::ui::RegisterZoom(m_hWnd);
     SetFonts();
+    RescueFocus();
+}
+
+// What is hidden keeps the focus, and keys would go on working it. An edit is left in silence: nothing has been typed.
+void CKxDevUI_ColorSlider::RescueFocus() {
+    const HWND focus = ::GetFocus();
+    if (!focus || !IsChild(m_hWnd, focus) || !IsWindowVisible(m_hWnd) || IsWindowVisible(focus)) return;
+    const HWND edit = focus == m_edit.GetEditWindow() || focus == m_minimumEdit.GetEditWindow() ? focus : nullptr;
+    const kx::ui::Closing silent(edit ? GetParent(edit) : nullptr);
+    ::SetFocus(IsRange() ? HWND{m_rangeHPot} : HWND{m_hpot});
 }
 
 void CKxDevUI_ColorSlider::ArrangeThumbs() {
