@@ -81,6 +81,7 @@ class ColorSliderSubject : public SubjectOf<Slider> {
 public:
     explicit ColorSliderSubject(EColorSliderType type) : type_(type) {}
 
+    std::vector<std::wstring> OwnTexts() const override { return {L"Lamp", L"R&D <svg>", L"A name", L"nm"}; }
     std::vector<Exception> Exceptions() const override {
         return {{Law::Zoom, "the column", "is given in pixels of the screen"},
                 {Law::Zoom, "a quiet power", "asks for no redraw"},

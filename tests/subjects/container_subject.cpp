@@ -37,6 +37,7 @@ class ContainerSubject : public SubjectOf<Panel> {
 public:
     explicit ContainerSubject(Made made) : made_(made) {}
 
+    std::vector<std::wstring> OwnTexts() const override { return {L"text", L"Caption", L"Button", L"Outside"}; }
     std::vector<Exception> Exceptions() const override {
         std::vector<Exception> exceptions{
             {Law::Silence, "WM_COMMAND 2, ", "the platform's edit tells of the focus by itself"},

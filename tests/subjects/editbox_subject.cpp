@@ -13,6 +13,7 @@ namespace {
 template <class Box>
 class EditBoxSubject : public SubjectOf<Box> {
 public:
+    std::vector<std::wstring> OwnTexts() const override { return {L"Length:", L"R&D"}; }
     std::vector<Exception> Exceptions() const override {
         return {{Law::Silence, "WM_COMMAND 7, 768", "EN_CHANGE comes for every change of the text, whoever made it"},
                 {Law::Silence, "WM_COMMAND 7, 256", "EN_SETFOCUS: a check that fails gives the edit the focus"},

@@ -32,9 +32,11 @@ public:
         device_.SetAperture(40);
     }
 
+    std::vector<std::wstring> OwnTexts() const override { return {L"Shutter", L"Lamp"}; }
     std::vector<Exception> Exceptions() const override {
         return {{Law::Disabled, "", "SetEnabled is the base's, which stores the state: the mode says what can be used"}};
     }
+    std::string FocusGoes(FocusLoss) override { return "the control"; }
     void Change(int) override { Update(device_.GetLogDevId(), 15); }
 
     bool Provoke(int n) override {

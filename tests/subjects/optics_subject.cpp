@@ -96,6 +96,10 @@ class PanelSubject : public SubjectOf<Complete<Sort>> {
 public:
     PanelSubject() { Exchange(6); }
 
+    // NA and WD are so called in all languages.
+    std::vector<std::wstring> OwnTexts() const override {
+        return {L"Title", L"R&D", L"port", L"Plan 60x", L"<&x", L"LP 500", L"NA", L"WD"};
+    }
     std::vector<Exception> Exceptions() const override {
         if constexpr (!std::is_same_v<Sort, Nosepiece>) return {};
         return {{Law::Disabled, "Button #10500", "the setup button works all the time"},

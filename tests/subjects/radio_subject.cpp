@@ -39,6 +39,7 @@ protected:
     }
 
 public:
+    std::vector<std::wstring> OwnTexts() const override { return {L"title", L"other"}; }
     std::vector<Exception> Exceptions() const override {
         return {{Law::Silence, "WM_COMMAND 0, 1025", "a selection is told, whoever made it"},
                 {Law::Disabled, "Static", "the rules disable the buttons, not the title"}};

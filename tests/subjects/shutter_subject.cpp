@@ -32,6 +32,8 @@ public:
         CKxDeviceRegistry::SetGrabberActive(false);
     }
 
+    std::vector<std::wstring> OwnTexts() const override { return {L"Subject", L"Lamp & house", L"Dia & epi", L"Epi", L"WWW"}; }
+
     std::vector<Exception> Exceptions() const override {
         std::vector<Exception> exceptions{{Law::Zoom, "a title's place", "at any length, some beyond a window's most"},
                                           {Law::Zoom, "fitting to the title", "at any length, as above"}};
@@ -86,7 +88,7 @@ protected:
             {"changing the device", [this](Random& r) { ChangeDevice(r.Between(0, 15)); }},
             {"a state", [this](Random& r) { control_->SetState(r.OneIn(2)); }},
             {"a title", [this](Random& r) { control_->SetTitle(r.OneIn(2) ? L"Lamp & house" : L"Epi"); }},
-            {"a type", [this](Random& r) { control_->SetType(static_cast<EKxShutterType>(r.Length()), r.OneIn(2)); }},
+            {"a type", [this](Random& r) { control_->SetType(static_cast<EKxShutterType>(r.Between(-1, 4)), r.OneIn(2)); }},
             {"fitting to the title",
              [this](Random& r) { control_->SetAutomaticallyResizable(r.OneIn(2), r.Length(), 100); }},
             {"a title's place",

@@ -59,6 +59,9 @@ struct Exception {
 // What ends: the window, the windows by the control's Destroy, the object, the parent's window.
 enum class End { Window, Windows, Object, Parent };
 
+// How the window that has the focus loses it.
+enum class FocusLoss { Disabled, Rebuilt };
+
 class Subject {
 public:
     virtual ~Subject() = default;
@@ -92,6 +95,9 @@ public:
     virtual std::vector<Exception> Exceptions() const { return {}; }
     // Texts of the host's, which no law expects to be translated, by how they begin.
     virtual std::vector<std::wstring> OwnTexts() const { return {}; }
+    // Where the focus goes: "the control", "the parent", or "nowhere", which is where the platform leaves it when a window
+    // is disabled that nobody has taken it from.
+    virtual std::string FocusGoes(FocusLoss loss) { return loss == FocusLoss::Disabled ? "nowhere" : "the control"; }
     // The parts of the client area that have a look of their own, beside the windows inside.
     virtual std::vector<RECT> Parts() { return {}; }
     // Ends the windows inside and makes them anew, where the control can.

@@ -34,6 +34,7 @@ HWND ShownField() {
 
 class TableSubject : public SubjectOf<Table> {
 public:
+    std::vector<std::wstring> OwnTexts() const override { return {L"column", L"text"}; }
     std::vector<Exception> Exceptions() const override {
         return {{Law::Silence, "storing", "what is stored is told, as when the user stores it"}};
     }

@@ -16,15 +16,17 @@ bool IsSeen(HWND window) {
     return IsWindowVisible(window) && GetClientRect(window, &client) && client.right > 0 && client.bottom > 0;
 }
 
-// The point so many eighths from the left, in the middle of the height, where the screen has it.
+// The point so many eighths from the left, in the middle of the height, or the nearest to it that can be seen.
 POINT At(HWND window, int eighths) {
     RECT client{};
     GetClientRect(window, &client);
     POINT point{client.right * eighths / 8, client.bottom / 2};
-    ClientToScreen(window, &point);
-    point.x = std::clamp<LONG>(point.x, 0, GetSystemMetrics(SM_CXSCREEN) - 1);
-    point.y = std::clamp<LONG>(point.y, 0, GetSystemMetrics(SM_CYSCREEN) - 1);
-    ScreenToClient(window, &point);
+    const HWND root = GetAncestor(window, GA_ROOT);
+    MapWindowPoints(window, root, &point, 1);
+    GetClientRect(root, &client);
+    point.x = std::clamp<LONG>(point.x, 0, client.right - 1);
+    point.y = std::clamp<LONG>(point.y, 0, client.bottom - 1);
+    MapWindowPoints(root, window, &point, 1);
     return point;
 }
 

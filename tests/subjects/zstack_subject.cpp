@@ -31,6 +31,8 @@ public:
     ZStackSubject() { CKxDevUI_ZStack::iKeepRange = 1; }
     ~ZStackSubject() override { CKxDevUI_ZStack::iKeepRange = 0; }
 
+    // A piezo is one in all languages.
+    std::vector<std::wstring> OwnTexts() const override { return {L"drive", L"Piezo"}; }
     std::vector<Exception> Exceptions() const override {
         return {{Law::Silence, "OnZDeviceShown", "every refresh begins with it"},
                 {Law::Silence, "a click", "is the user's"},
