@@ -71,6 +71,12 @@ HWND CKxDevUI_SpinBox::Create(HWND parent, long x, long y, long cx, long cy, boo
         }
         m_hWnd = window;
         if (!window) return nullptr;
+        // Wine's makes itself 16 wide at most as it is created, and would be wider after a zoom there and back.
+        RECT made{};
+        GetWindowRect(m_hWnd, &made);
+        if (made.right - made.left != m_width) {
+            SetWindowPos(m_hWnd, nullptr, 0, 0, m_width, m_height, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+        }
         SendMessageW(m_hWnd, UDM_SETACCEL, kAcceleration.size(), reinterpret_cast<LPARAM>(kAcceleration.data()));
         SendMessageW(m_hWnd, UDM_SETRANGE32, static_cast<WPARAM>(m_lowest), m_highest);
         kx::ui::Subclass(m_hWnd, WndProc_UpDown, static_cast<CKxDevUI_Base*>(this));

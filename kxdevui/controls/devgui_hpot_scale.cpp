@@ -172,15 +172,28 @@ void CKxDevUI_HPot::Inside::PaintThumb(HDC dc) const {
         StyleOf(slider.m_thumbImage, static_cast<Look>(look % kLookFocused), look >= kLookFocused, m_pDefaultColors));
 }
 
+// A pressed thumb is ahead of the value, to which its trace leads: the host has not been asked yet.
+RECT CKxDevUI_HPot::Inside::TraceRect() const {
+    RECT rect = ThumbRect();
+    if (slider.m_thumbLeavesTrace) {
+        const long held = slider.ValueToThumbPos(slider.m_held.value);
+        OffsetRect(&rect, static_cast<int>(held - slider.m_thumbPos), 0);
+    }
+    return rect;
+}
+
 // Only where the thumb was and where it is, in one call: each is a way to the window manager and back.
 void CKxDevUI_HPot::Inside::InvalidateThumb(UINT flags) const {
     const WindowPart* part = Part();
     if (!part) return;
     const RECT rect = ThumbRect();
-    if (EqualRect(&rect, &part->shownRect) && ThumbLook() == part->shownLook) return;
+    const RECT trace = TraceRect();
+    if (EqualRect(&rect, &part->shownRect) && EqualRect(&trace, &part->shownTrace) && ThumbLook() == part->shownLook)
+        return;
     if (slider.m_thumbLeavesTrace) {
         RECT way{};
-        UnionRect(&way, &rect, &part->shownRect);
+        for (const RECT& each : {rect, part->shownRect, trace, part->shownTrace})
+            UnionRect(&way, &way, &each);
         RedrawWindow(slider.m_hWnd, &way, nullptr, RDW_INVALIDATE | flags);
         return;
     }
@@ -202,7 +215,7 @@ void CKxDevUI_HPot::Inside::OnPaint(const kx::ui::Message& message) {
     // A thumb that was moved without being redrawn is to be painted whole or not at all.
     if (onScreen) InvalidateThumb(0);
     WindowPart* part = Part();
-    if (onScreen) part->shownRect = ThumbRect(), part->shownLook = ThumbLook();
+    if (onScreen) part->shownRect = ThumbRect(), part->shownTrace = TraceRect(), part->shownLook = ThumbLook();
     kx::ui::Paint(message, {}, KX_GetSysColorBrush(COLOR_BTNFACE), [&](HDC dc, const RECT&) {
         part->scale.CopyTo(dc);
         PaintThumb(dc);

@@ -7,8 +7,9 @@
 // All of the slider that has no name for hosts; a view of it, made where it is wanted.
 struct CKxDevUI_HPot::Inside : kx::hpot::Slider<Inside> {
     struct WindowPart : kx::hpot::SliderPart {
-        // The thumb as the window shows it.
+        // The thumb as the window shows it, and where its trace ends.
         RECT shownRect{};
+        RECT shownTrace{};
         int shownLook = -1;
     };
 
@@ -66,6 +67,7 @@ struct CKxDevUI_HPot::Inside : kx::hpot::Slider<Inside> {
     // ---- The thumb: devgui_hpot_scale.cpp ----
 
     int ThumbLook() const;
+    RECT TraceRect() const;
     void InvalidateThumb(UINT flags) const;
     void PaintThumb(HDC dc) const;
 };

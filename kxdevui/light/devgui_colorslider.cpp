@@ -134,7 +134,8 @@ double CKxDevUI_ColorSlider::SetPower(double value, bool redraw) {
     if (snapped == m_power && m_hpot.GetValue() == snapped) return m_power;
 
     const Alive alive(RootOf(this));
-    const bool isLine = m_type == eColorSliderType_LineDraw;
+    // Whatever Init was given: a setter may have chosen another scale.
+    const bool isLine = m_hpot.m_look == eColorSliderType_LineDraw;
     m_power = snapped;
     m_hpot.Show(snapped, !isLine);
     // The edit's change of text is heard by OnCommand, which a host may have overridden.
@@ -264,7 +265,7 @@ bool CKxDevUI_ColorSlider::GetHover() const { return IsRange() ? m_rangeHPot.Get
 void CKxDevUI_ColorSlider::SetEnabled(bool enable) {
     const Alive alive(RootOf(this));
     CKxDevUI_Container::SetEnabled(enable);
-    if (!alive || !m_enabled || !m_scaleMustBeRebuilt || m_type != eColorSliderType_LineDraw) return;
+    if (!alive || !m_enabled || !m_scaleMustBeRebuilt || m_hpot.m_look != eColorSliderType_LineDraw) return;
     m_scaleMustBeRebuilt = false;
     m_hpot.RecreateScale();
 }

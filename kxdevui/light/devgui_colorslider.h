@@ -337,6 +337,7 @@ private:
     // devgui_colorslider_parts.cpp
     void Arrange();
     void ArrangeThumbs();
+    void RescueFocus();
     void ArrangeTabStops();
     void BeginThumbs();
     void ArrangeEdits();

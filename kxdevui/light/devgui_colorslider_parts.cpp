@@ -72,6 +72,16 @@ void CKxDevUI_ColorSlider::Arrange() {
     // All of it was laid out in unzoomed pixels.
     kx::ui::RegisterZoom(m_hWnd);
     SetFonts();
+    RescueFocus();
+}
+
+// What is hidden keeps the focus, and keys would go on working it. An edit is left in silence: nothing has been typed.
+void CKxDevUI_ColorSlider::RescueFocus() {
+    const HWND focus = ::GetFocus();
+    if (!focus || !IsChild(m_hWnd, focus) || !IsWindowVisible(m_hWnd) || IsWindowVisible(focus)) return;
+    const HWND edit = focus == m_edit.GetEditWindow() || focus == m_minimumEdit.GetEditWindow() ? focus : nullptr;
+    const kx::ui::Closing silent(edit ? GetParent(edit) : nullptr);
+    ::SetFocus(IsRange() ? HWND{m_rangeHPot} : HWND{m_hpot});
 }
 
 void CKxDevUI_ColorSlider::ArrangeThumbs() {
@@ -286,6 +296,8 @@ int CKxDevUI_ColorSlider::MoveParts(const CKxDevUI_Base& thumb, int x, std::init
     for (const HWND each : others) {
         if (each) move(each);
     }
+    // On their way they have been copied over each other.
+    RedrawWindow(m_hWnd, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN);
     // Moved on the screen: whoever lays out unzoomed pixels later must not take these for such.
     CKxGUILayoutManager::RememberWindowDimsForGuiZoom(m_hWnd);
     return static_cast<int>(offset);

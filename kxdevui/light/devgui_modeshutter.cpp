@@ -202,8 +202,7 @@ void CKxDevUI_ModeShutter::CreateControls() {
     GetClientRect(window, &client);
     if (client.right != m_width || client.bottom != m_height) {
         // The children stand unzoomed, and so has the window to, which may have been zoomed before.
-        SetWindowPos(window, nullptr, 0, 0, m_width, m_height,
-                     SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOREDRAW);
+        SetWindowPos(window, nullptr, 0, 0, m_width, m_height, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
     }
     RegisterZoom(window);
     if (!m_apertures.empty()) MakeSlider(x);
@@ -290,6 +289,8 @@ void CKxDevUI_ModeShutter::SetTitle(const wchar_t* title) {
     if (m_title == title) return;
     m_title = title;
     if (m_titleWindow) SetWindowTextW(m_titleWindow, m_title);
+    // Its place reaches under the list, over which it paints now.
+    if (m_titleWindow && m_modeList) RedrawWindow(m_modeList, nullptr, nullptr, RDW_INVALIDATE | RDW_FRAME);
 }
 
 bool CKxDevUI_ModeShutter::HandleMouseWheel(WPARAM wParam, LPARAM lParam) {

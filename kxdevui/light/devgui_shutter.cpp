@@ -226,8 +226,7 @@ void CKxDevUI_Shutter::CreateControls() {
         RECT client{};
         GetClientRect(window, &client);
         if (client.right != m_width || client.bottom != m_height) {
-            SetWindowPos(window, nullptr, 0, 0, m_width, m_height,
-                         SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOREDRAW);
+            SetWindowPos(window, nullptr, 0, 0, m_width, m_height, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
         }
         RegisterZoom(window);
     }
@@ -240,6 +239,11 @@ void CKxDevUI_Shutter::DressChildren() {
     for (const HWND each : {m_hWnd, m_titleWindow, m_button})
         Enable(each, m_enabled);
     SetFonts(false);
+    if (m_titleWindow) {
+        // A title that is wider than the room above or beside the button never covers it.
+        SetWindowLongPtrW(m_titleWindow, GWL_STYLE, GetWindowLongPtrW(m_titleWindow, GWL_STYLE) | WS_CLIPSIBLINGS);
+        SetWindowPos(m_button, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE | SWP_NOREDRAW);
+    }
     if (!m_toolTip.IsEmpty()) KX_CreateToolTipWindow(m_button, m_toolTip);
 }
 

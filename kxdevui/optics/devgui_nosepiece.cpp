@@ -269,6 +269,7 @@ void CKxDevUI_Nosepiece::Init(long count, long position, bool deviceDriven, bool
     m_inside->localSelect = localSelect;
     for (Held& each : m_inside->positions)
         each.available = false;
+    if (HWND{*this}) RedrawWindow(*this, nullptr, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN);
 }
 
 bool CKxDevUI_Nosepiece::Init(IKxDeviceNosepiece* device) {

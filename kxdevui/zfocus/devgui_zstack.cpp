@@ -188,6 +188,7 @@ Handled CKxDevUI_ZStack::Handle(const Message& message) {
         return message.lParam ? OnMeasureItem(*reinterpret_cast<MEASUREITEMSTRUCT*>(message.lParam)) : std::nullopt;
     case WM_CTLCOLOREDIT: return OnCtlColorEdit(dc, control);
     case WM_CTLCOLORSTATIC: return OnCtlColorStatic(dc, control);
+    case WM_SIZE: InvalidateRect(message.window, nullptr, FALSE); return std::nullopt;
     case WM_ERASEBKGND: return OnEraseBkGnd(message.id, message.wParam, message.lParam);
     case WM_LBUTTONDOWN:
     case WM_MOUSEMOVE:

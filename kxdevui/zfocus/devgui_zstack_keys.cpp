@@ -67,6 +67,10 @@ Handled CKxDevUI_ZStack::HandleEdit(const Message& message) {
     case WM_KEYDOWN: return message.wParam == VK_RETURN || message.wParam == VK_ESCAPE ? Handled(0) : std::nullopt;
     case WM_LBUTTONDBLCLK: return EditOnLButtonDblClk(message.window);
     case WM_PAINT: return EditOnPaint(message);
+    case WM_LBUTTONDOWN:
+        // What is selected anew the platform's edit draws at once, over the mark.
+        InvalidateRect(message.window, nullptr, FALSE);
+        return std::nullopt;
     case WM_SETCURSOR: return LOWORD(message.lParam) == HTCLIENT ? EditOnSetCursor(message.window) : std::nullopt;
     case WM_SETFOCUS:
         // Before the panel hears of it and empties what is not set.

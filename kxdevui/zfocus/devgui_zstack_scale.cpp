@@ -210,7 +210,9 @@ void CKxDevUI_ZStack::ShowScale() {
     const ScaleValues values = ReadScale();
     if (values == shown->scale) return;
     const ScaleValues before = std::exchange(shown->scale, values);
-    const RECT area = ScaleArea();
+    // The marks of Z reach beyond the bars.
+    RECT area = ScaleArea();
+    InflateRect(&area, static_cast<int>(Zoomed(kMark)), static_cast<int>(Zoomed(kMark)));
     InvalidateRect(m_hWnd, &area, FALSE);
     const auto repaint = [&](int id, const Position& was, const Position& is) {
         if (StandsAt(before, was) != StandsAt(values, is)) InvalidateRect(Item(id), nullptr, FALSE);

@@ -84,6 +84,7 @@ LONG Absolute(LONG pixel, int extent) { return static_cast<LONG>((pixel * 65536L
 
 void PressAt(HWND window, int x, int y, Button button, DWORD time) {
     MoveTo(window, x, y);
+    if (!IsWindow(window)) return;  // whoever was told that the mouse has come has ended it
     POINT cursor{};
     GetCursorPos(&cursor);
     if (!GetCapture() && GetAncestor(WindowFromPoint(cursor), GA_ROOT) != GetAncestor(window, GA_ROOT))
@@ -133,9 +134,12 @@ void MoveTo(HWND window, int x, int y) {
     POINT point{x, y};
     ClientToScreen(window, &point);
     const int width = GetSystemMetrics(SM_CXSCREEN), height = GetSystemMetrics(SM_CYSCREEN);
-    SendMouse(MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE, Absolute(point.x, width), Absolute(point.y, height));
     POINT cursor{};
-    GetCursorPos(&cursor);
+    // What the display had reported before this program's first move may still be on its way.
+    for (int attempt = 0; attempt < 3 && (attempt == 0 || cursor.x != point.x || cursor.y != point.y); ++attempt) {
+        SendMouse(MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE, Absolute(point.x, width), Absolute(point.y, height));
+        GetCursorPos(&cursor);
+    }
     if (cursor.x != point.x || cursor.y != point.y)
         ADD_FAILURE() << "the mouse is at " << cursor.x << ", " << cursor.y << " and should be at " << point.x << ", "
                       << point.y << " of the screen";

@@ -99,6 +99,32 @@ int Picture::Count(COLORREF color) const {
     return static_cast<int>(std::count(pixels_.begin(), pixels_.end(), Swapped(color)));
 }
 
+RECT Picture::Difference(const Picture& other) const {
+    RECT box{};
+    for (int y = 0; y < height_; ++y) {
+        for (int x = 0; x < width_; ++x) {
+            const RECT pixel{x, y, x + 1, y + 1};
+            const auto at = static_cast<size_t>(y) * static_cast<size_t>(width_) + static_cast<size_t>(x);
+            if (pixels_[at] != other.pixels_[at]) UnionRect(&box, &box, &pixel);
+        }
+    }
+    return box;
+}
+
+Picture Picture::Part(const RECT& part) const {
+    RECT inside{};
+    const RECT all{0, 0, width_, height_};
+    IntersectRect(&inside, &part, &all);
+    Picture result;
+    result.width_ = inside.right - inside.left;
+    result.height_ = inside.bottom - inside.top;
+    for (int y = inside.top; y < inside.bottom; ++y) {
+        const auto row = pixels_.begin() + static_cast<std::ptrdiff_t>(y) * width_;
+        result.pixels_.insert(result.pixels_.end(), row + inside.left, row + inside.right);
+    }
+    return result;
+}
+
 void Picture::Save(const std::string& name) const {
     const char* folder = std::getenv("KX_PICTURES");
     if (!folder || !*folder) return;

@@ -30,12 +30,17 @@ public:
     // Number of pixels that differ; of pictures of unequal size, all of the larger.
     int Differences(const Picture& other) const;
     int Count(COLORREF color) const;
+    // The least rectangle that has all pixels that differ, of pictures of equal size.
+    RECT Difference(const Picture& other) const;
+    // A part of it.
+    Picture Part(const RECT& part) const;
     bool operator==(const Picture& other) const { return Differences(other) == 0; }
 
     // Writes NAME.bmp into the folder that the environment variable KX_PICTURES names; does nothing when it is not set.
     void Save(const std::string& name) const;
 
 private:
+    Picture() = default;
     // The client area as it is drawn into the DC of an empty bitmap; nothing where it is empty.
     Picture(HWND window, const std::function<void(HDC)>& draw);
 

@@ -2,19 +2,16 @@
 #include "storm.h"
 
 #include <algorithm>
-#include <cfloat>
-#include <cmath>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
-#include <limits>
 #include <map>
-#include <string_view>
 
 #include <kxbaseui/kx_bitmappool.h>
 #include <kxbaseui/kx_colors.h>
 #include <kxbaseui/kx_layoutmanager.h>
-#include <kxdevui/framework/ui_gdi.h>
+#include <subjects/redraw.h>
+#include <subjects/user.h>
 
 namespace kx::test::storm {
 
@@ -70,9 +67,9 @@ int GdiButForImages() { return Counts::Gdi().gdi - 2 * static_cast<int>(CKxBitma
 // One round: create, step by step, destroy.
 class Round {
 public:
-    Round(Position& position, const MakeSubject& make, int steps)
-        : position_(position), subject_(make()), random_(position.seed), steps_(steps), gdiAtFirst_(GdiButForImages()) {
-    }
+    Round(Position& position, const Kind& kind, int steps)
+        : position_(position), subject_(kind.make()), random_(position.seed), steps_(steps),
+          gdiAtFirst_(GdiButForImages()) {}
 
     // What went wrong; empty when nothing did.
     std::string Run() {
@@ -98,12 +95,13 @@ private:
         position_.what = "creation";
         auto windows = subject_->Windows();
         if (windows.empty()) {
+            subject_->told = nullptr;
             subject_->Create(parent_);
             windows = subject_->Windows();
         }
         if (windows.empty()) return "creation failed";
         const Step step =
-            random_.OneIn(5) ? subject_->Operate(random_) : CommonStep(random_, parent_, *subject_, windows);
+            random_.OneIn(5) ? OwnStep(random_, parent_, *subject_) : CommonStep(random_, parent_, *subject_, windows);
         position_.what = step.kind + ": " + step.details;
         if (s_traced) std::printf("%d %s\n", position_.step, position_.what.c_str());
         step.run();
@@ -121,6 +119,7 @@ private:
         position_.what = "the end";
         Pump();
         parent_.Record().Clear();
+        subject_->told = nullptr;
         subject_->Destroy();
         const auto& told = parent_.Record().Entries();
         if (!told.empty()) return "the parent was told while the control was being destroyed: " + told.front().text;
@@ -140,7 +139,7 @@ private:
 
 // What is wrong after one round or, when something was left behind, after three: fonts, brushes and DCs are cached, and
 // a cache grows once, a leak every time.
-std::string RunRound(Position& position, const MakeSubject& make, int steps) {
+std::string RunRound(Position& position, const Kind& kind, int steps) {
     std::string left, most;
     for (int attempt = 0; attempt < 3; ++attempt) {
         KX_SetColorScheme(eKxColorScheme_System);
@@ -148,7 +147,7 @@ std::string RunRound(Position& position, const MakeSubject& make, int steps) {
         Pump();
         const Counts before = Counts::Now();
         {
-            Round round(position, make, steps);
+            Round round(position, kind, steps);
             if (std::string wrong = round.Run(); !wrong.empty()) return wrong;
             most = round.MostGrowth();
         }
@@ -164,68 +163,26 @@ std::string RunRound(Position& position, const MakeSubject& make, int steps) {
 
 }  // namespace
 
-double AnyNumber(Random& random) {
-    if (!random.OneIn(8)) return random.Between(-40, 240) / 2.0;
-    constexpr double infinite = std::numeric_limits<double>::infinity();
-    return random.Of({0.0, 1e-300, -1e300, DBL_MAX, -DBL_MAX, infinite, -infinite, std::nan("")});
-}
+class Storm : public testing::TestWithParam<Kind> {};
 
-void WithDc(int width, int height, const std::function<void(HDC)>& run) {
-    const kx::ui::WindowDC screen(nullptr);
-    const kx::ui::Bitmap bitmap(CreateCompatibleBitmap(screen, width, height));
-    const kx::ui::MemoryDC dc(CreateCompatibleDC(screen));
-    const kx::ui::Selection selected(dc.get(), bitmap.get());
-    run(dc.get());
-}
-
-std::vector<Target> TreeOf(HWND window) {
-    if (!window) return {};
-    wchar_t name[64] = L"";
-    GetClassNameW(window, name, 64);
-    const bool ours = std::wstring_view(name).find(L"KxDev") <= 1;
-    std::vector<Target> tree{{window, ours}};
-    // What is in one of the platform's controls is its own.
-    for (HWND child = ours ? GetWindow(window, GW_CHILD) : nullptr; child; child = GetWindow(child, GW_HWNDNEXT))
-        for (const Target& each : TreeOf(child))
-            tree.push_back(each);
-    return tree;
-}
-
-bool PaintsItsBackground(HWND window, COLORREF background) {
-    constexpr int size = 48;
-    bool all_painted = true;
-    WithDc(size, size, [&](HDC dc) {
-        const RECT all{0, 0, size, size};
-        SetBkColor(dc, RGB(255, 0, 254));
-        ExtTextOutW(dc, 0, 0, ETO_OPAQUE, &all, nullptr, 0, nullptr);
-        SendMessageW(window, WM_ERASEBKGND, reinterpret_cast<WPARAM>(dc), 0);
-        SendMessageW(window, WM_PRINTCLIENT, reinterpret_cast<WPARAM>(dc), PRF_CLIENT);
-        RECT client{};
-        GetClientRect(window, &client);
-        for (int y = 0; y < std::min<int>(size, client.bottom); y += 5) {
-            for (int x = 0; x < std::min<int>(size, client.right); x += 5) {
-                const bool covered = ChildWindowFromPointEx(window, {x, y}, CWP_SKIPINVISIBLE) != window;
-                if (!covered && GetPixel(dc, x, y) != background) all_painted = false;
-            }
-        }
-    });
-    return all_painted;
-}
-
-void RageAgainst(const char* name, const MakeSubject& make) {
+// Some short rounds, or as many steps as KX_STORM_STEPS says from the seed KX_STORM_SEED on.
+TEST_P(Storm, Survives) {
     const int seed = FromEnvironment("KX_STORM_SEED", 1);
     const int steps = FromEnvironment("KX_STORM_STEPS", 500);
     ASSERT_GT(steps, 0) << "KX_STORM_STEPS";
-    Position position{name, 0, 0, ""};
+    const NobodyAnswers nobody;
+    Position position{GetParam().name.c_str(), 0, 0, ""};
     crashNote = [&position] { return Text(position); };
     std::string wrong;
     for (int done = 0, round = 0; done < steps && wrong.empty(); done += stepsPerRound, ++round) {
         position.seed = static_cast<std::uint64_t>(seed + round);
-        wrong = RunRound(position, make, std::min(stepsPerRound, steps - done));
+        wrong = RunRound(position, GetParam(), std::min(stepsPerRound, steps - done));
     }
     crashNote = nullptr;
     if (!wrong.empty()) FAIL() << wrong << "\n  " << Text(position);
-    std::printf("%s: %d steps from seed %d on\n", name, steps, seed);
+    std::printf("%s: %d steps from seed %d on\n", position.subject, steps, seed);
 }
+
+INSTANTIATE_TEST_SUITE_P(All, Storm, testing::ValuesIn(Kinds()), NameOfKind);
 
 }  // namespace kx::test::storm

@@ -292,4 +292,28 @@ Step CommonStep(Random& random, RecordingParent& parent, Subject& subject, const
     }
 }
 
+Step OwnStep(Random& random, RecordingParent& parent, Subject& subject) {
+    const End end = random.Of({End::Window, End::Windows, End::Object});
+    const int number = random.Between(0, 31);
+    // For the next callback, and for none after it.
+    const auto plan = [&subject, number](std::function<void()> action) {
+        subject.told = [&subject, action = std::move(action)](const std::string&) {
+            const auto once = action;
+            subject.told = nullptr;
+            once();
+        };
+        if (subject.Provoke(number)) subject.told = nullptr;
+    };
+    switch (random.Below(12)) {
+    case 0: return {"an end", [=, &subject] { subject.End(end); }};
+    case 1: return {"creating again", [&] { subject.Create(parent); }};
+    case 2: return {"a copy", [&] { subject.Copy(); }};
+    case 3: return {"an end in a callback", [=, &subject] { plan([=, &subject] { subject.End(end); }); }};
+    case 4: return {"a change in a callback", [=, &subject] { plan([=, &subject] { subject.Change(number); }); }};
+    default: break;
+    }
+    const Operation& operation = random.Of(subject.Operations());
+    return {operation.name, [&] { operation.run(random); }};
+}
+
 }  // namespace kx::test::storm

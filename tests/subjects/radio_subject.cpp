@@ -1,10 +1,10 @@
-// Storms against radio groups.
-#include "storm.h"
+// The radio group.
+#include "subject.h"
 
 #include <kxbaseui/kx_colors.h>
 #include <kxdevui/controls/devgui_radio.h>
 
-namespace kx::test::storm {
+namespace kx::test {
 namespace {
 
 class RadioSubject : public SubjectOf<CKxDevUI_Radio> {
@@ -21,16 +21,32 @@ protected:
         control_->Create(GetWindow(last, GW_HWNDNEXT), 3, last);
     }
 
-    Step Own(Random& random) override {
-        const int index = random.Between(-1, 4);
-        switch (random.Below(4)) {
-        case 0: return {"selecting", [=, this] { control_->SetSelection(index); }};
-        case 1: return {"asking", [=, this] { Ask(index); }};
-        case 2: return {"enabling a value", [=, this] { control_->SetValueEnabled(index, index % 2 == 0); }};
-        default: return {"enabling the window", [=, this] { EnableWindow(Window(), index % 2 == 0); }};
-        }
+    std::vector<Operation> MakeOperations() override {
+        return {
+            {"selecting", [this](Random& r) { control_->SetSelection(r.Between(-1, 4)); }},
+            {"a name", [this](Random& r) { control_->SetValueName(r.Between(-1, 4), L"2.5"); }},
+            {"a title", [this](Random& r) { control_->SetTitle(r.OneIn(2) ? L"other" : L"title"); }},
+            {"selecting by name", [this](Random&) { control_->SetSelection(L"2.5"); }},
+            {"asking",
+             [this](Random& r) {
+                 control_->SetUserData(r.Between(-1, 4), 5);
+                 control_->GetUserData(r.Between(-1, 4));
+                 control_->CheckRestriction(false);
+             }},
+            {"enabling a value", [this](Random& r) { control_->SetValueEnabled(r.Between(-1, 4), r.OneIn(2)); }},
+            {"enabling the window", [this](Random& r) { EnableWindow(Window(), r.OneIn(2)); }},
+        };
     }
 
+public:
+    std::vector<std::wstring> OwnTexts() const override { return {L"title", L"other"}; }
+    std::vector<Exception> Exceptions() const override {
+        return {{Law::Silence, "WM_COMMAND 0, 1025", "a selection is told, whoever made it"},
+                {Law::Disabled, "Static", "the rules disable the buttons, not the title"}};
+    }
+    bool Provoke(int) override { return control_->SetSelection(0), true; }
+
+protected:
     std::string CheckOwn() override {
         const HWND window = Window();
         const int count = control_->GetValuesCount();
@@ -47,21 +63,9 @@ protected:
     }
 
     COLORREF Background() const override { return KX_GetSysColor(COLOR_BTNFACE); }
-
-    bool Provoke(int) override { return control_->SetSelection(0), true; }
-
-private:
-    void Ask(int index) {
-        control_->SetValueName(index, L"2.5");
-        control_->SetUserData(index, index);
-        control_->GetUserData(index);
-        control_->SetSelection(L"2.5");
-        control_->SetTitle(L"other");
-        control_->CheckRestriction(false);
-    }
 };
 
-TEST(RadioStorm, Survives) { Rage<RadioSubject>("radio group"); }
+const Registered<RadioSubject> radio("radio group");
 
 }  // namespace
-}  // namespace kx::test::storm
+}  // namespace kx::test

@@ -1,0 +1,97 @@
+// Disabled, every part looks so and nothing that the user does reaches the host; enabled again it is as before.
+#include "law.h"
+
+namespace kx::test {
+namespace {
+
+class DisabledLaw : public LawTest {
+protected:
+    DisabledLaw() : LawTest(Law::Disabled) {}
+
+    Picture Look() {
+        SetFocus(Parent().Window());
+        MoveAway(Parent().Window());
+        Pump();
+        return Picture::OnScreen(Parent().Window());
+    }
+    RECT InParent(HWND window, RECT part) {
+        MapWindowPoints(window, Parent().Window(), reinterpret_cast<POINT*>(&part), 2);
+        return part;
+    }
+    // What the windows around it leave of it.
+    RECT Seen(HWND window) {
+        RECT seen{}, around{};
+        if (!IsWindowVisible(window)) return seen;
+        GetClientRect(window, &seen);
+        seen = InParent(window, seen);
+        while ((window = GetAncestor(window, GA_PARENT)) != nullptr && window != Parent().Window()) {
+            GetClientRect(window, &around);
+            around = InParent(window, around);
+            IntersectRect(&seen, &seen, &around);
+        }
+        return seen;
+    }
+    // What can be seen and used: windows without others in them, and the parts that the subject names.
+    std::vector<std::pair<std::string, RECT>> Parts() {
+        std::vector<std::pair<std::string, RECT>> parts;
+        const std::vector<RECT> own = Control().Parts();
+        for (std::size_t i = 0; i < own.size(); ++i)
+            parts.emplace_back("part " + std::to_string(i), InParent(Control().Window(), own[i]));
+        for (const Target& each : Control().Windows()) {
+            const RECT seen = Seen(each.window);
+            if (IsRectEmpty(&seen) || !IsWindowEnabled(each.window) || GetWindow(each.window, GW_CHILD)) continue;
+            if (each.window != Control().Window() || own.empty()) parts.emplace_back(NameOfWindow(each.window), seen);
+        }
+        return parts;
+    }
+};
+
+TEST_P(DisabledLaw, EveryPartLooksSo) {
+    for (const State& state : States()) {
+        Begin({state.scheme, state.zoom, true});
+        const Picture before = Look();
+        const auto parts = Parts();
+        Control().Enable(false);
+        const Picture disabled = Look();
+        for (const auto& [name, place] : parts) {
+            if (IsExcepted(name)) continue;
+            const Picture part = before.Part(place);
+            Expect(part.Width() > 0 && part.Differences(disabled.Part(place)) > 0, name + ", " + TextOf(state),
+                   "disabled, it looks as if it were enabled");
+        }
+        Control().Enable(true);
+        const Picture after = Look();
+        const int left = before.Differences(after);
+        if (left) before.Save("enabled-before"), after.Save("enabled-after");
+        Expect(left == 0, TextOf(state), "enabled again, " + std::to_string(left) + " pixels differ from before");
+    }
+}
+
+TEST_P(DisabledLaw, NoActReachesTheHost) {
+    Begin();
+    Control().Enable(false);
+    const Picture before = Look();
+    const auto heard = [&](const std::string& after) {
+        for (const Entry& entry : Parent().Record().Entries())
+            if (!IsExcepted(entry.text) && entry.message != WM_DRAWITEM)
+                Expect(false, after, "the host hears " + entry.text);
+        Parent().Record().Clear();
+    };
+    const auto windows = Control().Windows();
+    for (const Target& each : windows) {
+        if (IsExcepted(NameOfWindow(each.window))) continue;
+        for (const Act& act : ActsAt(each.window)) {
+            doing_ = act.name;
+            act.run();
+            heard(act.name);
+            Expect(true, "", "");
+        }
+    }
+    const int changed = before.Differences(Look());
+    Expect(changed == 0, "after everything", std::to_string(changed) + " pixels differ from before");
+}
+
+INSTANTIATE_TEST_SUITE_P(All, DisabledLaw, testing::ValuesIn(Kinds()), NameOfKind);
+
+}  // namespace
+}  // namespace kx::test

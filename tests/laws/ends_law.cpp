@@ -1,0 +1,104 @@
+// Each callback in turn destroys the window, then the windows by Destroy, then the object, then the parent: nothing is
+// touched afterwards. Objects that have been deleted lie in memory that nobody may read or write (bench/grave.h).
+#include "law.h"
+
+#include <map>
+
+#include <kxbaseui/kx_layoutmanager.h>
+
+namespace kx::test {
+namespace {
+
+class EndsLaw : public LawTest {
+protected:
+    EndsLaw() : LawTest(Law::Ends) {}
+
+    using Cause = std::function<void()>;
+
+    // Everything that the user can do to one window; that the host can do. The callback that comes of it may end it.
+    void ActAt(std::size_t window) {
+        for (std::size_t act = 0; window < Control().Windows().size(); ++act) {
+            const auto acts = ActsAt(Control().Windows()[window].window);
+            if (act >= acts.size()) break;
+            acts[act].run();
+        }
+    }
+    void Operate() {
+        for (std::size_t i = 0; i < Control().Operations().size() && Control().Window(); ++i) {
+            Random random(i);
+            Control().Operations()[i].run(random);
+        }
+    }
+
+    // Every callback, by its name, and what brings it.
+    std::map<std::string, Cause> Causes() {
+        std::map<std::string, Cause> causes;
+        const auto listen = [&](const Cause& cause) {
+            Begin();
+            Control().told = [&](const std::string& name) { causes.try_emplace(name, cause); };
+            cause();
+            Control().told = nullptr;
+        };
+        Begin();
+        for (std::size_t i = 0, count = Control().Windows().size(); i < count; ++i) {
+            doing_ = "window " + std::to_string(i);
+            listen([=, this] { ActAt(i); });
+        }
+        listen([this] { Operate(); });
+        return causes;
+    }
+};
+
+TEST_P(EndsLaw, NothingDeadIsTouched) {
+    static constexpr struct {
+        End end;
+        const char* name;
+    } ends[] = {{End::Window, "its window"},
+                {End::Windows, "its windows"},
+                {End::Object, "the object"},
+                {End::Parent, "the parent"}};
+    const auto causes = Causes();
+    for (const auto& [callback, cause] : causes) {
+        if (IsExcepted(callback)) continue;
+        for (const auto& [end, name] : ends) {
+            Begin();
+            bool told = false;
+            Control().told = [&](const std::string& heard) {
+                if (told || heard != callback) return;
+                told = true;
+                Control().End(end);
+            };
+            doing_ = callback + " ends " + name;
+            cause();
+            Pump();
+            Control().told = nullptr;
+            // Who gives the focus or the mouse away would not be told of it any more.
+            Expect(told, doing_, "the callback does not come again");
+            const HWND window = Control().Window();
+            Expect(!window || IsWindow(window), doing_, "it keeps the handle of a window that is gone");
+            if (Parent().Window()) ExpectNothing(Control().Check(), doing_);
+            ExpectNothing(TakeTouch(), doing_);
+        }
+    }
+}
+
+// Of itself, without a callback.
+TEST_P(EndsLaw, EndsWheneverItsHostWants) {
+    for (const End end : {End::Window, End::Windows, End::Object, End::Parent}) {
+        Begin();
+        const auto windows = Control().Windows();
+        if (!windows.empty()) SetFocus(windows.back().window);
+        doing_ = "end " + std::to_string(static_cast<int>(end));
+        Control().End(end);
+        Pump();
+        CKxGUILayoutManager::SetGuiZoom(1.25);
+        KX_SetColorScheme(eKxColorScheme_Dark);
+        ExpectNothing(TakeTouch(), doing_);
+        if (Parent().Window()) ExpectNothing(Control().Check(), doing_);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(All, EndsLaw, testing::ValuesIn(Kinds()), NameOfKind);
+
+}  // namespace
+}  // namespace kx::test

@@ -1,0 +1,79 @@
+// The focus, when what has it is hidden, disabled or made anew, goes where the control says; it is never left with a
+// window that cannot be used.
+#include "law.h"
+
+namespace kx::test {
+namespace {
+
+class FocusLaw : public LawTest {
+protected:
+    FocusLaw() : LawTest(Law::Focus) {}
+
+    std::string Focused() {
+        const HWND focus = GetFocus();
+        if (!focus) return "nowhere";
+        if (focus == Parent().Window()) return "the parent";
+        if (!IsWindowVisible(focus) || !IsWindowEnabled(focus)) return "a window that cannot be used";
+        if (focus == Control().Window() || IsChild(Control().Window(), focus)) return "the control";
+        return "elsewhere";
+    }
+    // To what of the control a user can give the focus; null for what takes none.
+    HWND Focus(HWND window) {
+        SetFocus(Parent().Window());
+        if (!IsWindowVisible(window) || !IsWindowEnabled(window) || NameOfWindow(window).starts_with("Static"))
+            return nullptr;
+        SetFocus(window);
+        const HWND focused = GetFocus();
+        return focused == Parent().Window() ? nullptr : focused;
+    }
+};
+
+// Whatever the host does to what has the focus.
+TEST_P(FocusLaw, IsNeverLeftWithWhatCannotBeUsed) {
+    Begin();
+    ForEachOperation([&](const Operation& operation, Random& random) {
+        const std::uint64_t seed = random.Next();
+        for (std::size_t i = 0; Ready() && i < Control().Windows().size(); ++i) {
+            const HWND focused = Focus(Control().Windows()[i].window);
+            if (!focused) continue;
+            const std::string name = NameOfWindow(focused) + " before " + operation.name;
+            Random same(seed + i);
+            operation.run(same);
+            Pump();
+            if (!Control().Window() || !IsWindowVisible(Control().Window()) || IsExcepted(operation.name)) continue;
+            Expect(Focused() != "a window that cannot be used", name, "it has the focus and cannot be used");
+        }
+    });
+}
+
+TEST_P(FocusLaw, GoesWhereTheControlSays) {
+    const struct {
+        FocusLoss loss;
+        const char* name;
+        std::function<bool()> cause;
+    } losses[] = {
+        {FocusLoss::Disabled, "disabled", [this] { return Control().Enable(false), true; }},
+        {FocusLoss::Rebuilt, "made anew", [this] { return Control().Rebuild(); }},
+    };
+    for (const auto& [loss, name, cause] : losses) {
+        Begin();
+        for (std::size_t i = 0; i < Control().Windows().size(); ++i) {
+            Begin();
+            const HWND window = Control().Windows()[i].window;
+            const HWND focused = Focus(window);
+            if (!focused) continue;
+            doing_ = NameOfWindow(focused) + " " + name;
+            if (!cause()) break;
+            Pump();
+            // What is never disabled keeps it.
+            if (GetFocus() == focused && loss == FocusLoss::Disabled && IsWindowEnabled(focused)) continue;
+            const std::string wanted = Control().FocusGoes(loss), got = Focused();
+            Expect(wanted == got, doing_, "the focus goes to " + got + ", not to " + wanted);
+        }
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(All, FocusLaw, testing::ValuesIn(Kinds()), NameOfKind);
+
+}  // namespace
+}  // namespace kx::test

@@ -1,0 +1,62 @@
+// A law: what holds for every control. Each is a suite of its own, with a test for every subject (tests/subjects), in
+// states that cover every pair of colour scheme, zoom and enabling.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include <kxbaseui/kx_colors.h>
+#include <subjects/subject.h>
+#include <subjects/user.h>
+
+namespace kx::test {
+
+struct State {
+    EKxColorScheme scheme;
+    double zoom;
+    bool enabled;
+};
+std::string TextOf(const State& state);
+const std::vector<State>& States();
+
+// The parameters of every operation come from a few seeds of this law's own.
+inline constexpr int seedsPerOperation = 2;
+
+// A test of one law and one subject: starts in the first state, puts everything back, says what was looked at.
+class LawTest : public testing::TestWithParam<Kind> {
+protected:
+    explicit LawTest(Law law);
+    ~LawTest() override;
+    void TearDown() override;
+
+    // A new subject in a new parent, in this state, painted.
+    void Begin(const State& state = States().front());
+    // The control is there, made anew if need be; false after a failure.
+    bool Ready();
+    // Runs every operation of the subject with some parameters, and what `check` says after each.
+    void ForEachOperation(const std::function<void(const Operation& operation, Random& random)>& run);
+
+    // Whether the subject excepts this by name, which is counted.
+    bool IsExcepted(const std::string& what);
+    // Counts one comparison; a failure names the subject, the place and what is wrong.
+    void Expect(bool holds, const std::string& where, const std::string& otherwise);
+    void ExpectNothing(const std::string& wrong, const std::string& where) { Expect(wrong.empty(), where, wrong); }
+
+    RecordingParent& Parent() { return *parent_; }
+    Subject& Control() { return *subject_; }
+
+    std::string doing_;  // told by a crash
+
+private:
+    Law law_;
+    NobodyAnswers nobody_;
+    std::unique_ptr<RecordingParent> parent_;
+    std::unique_ptr<Subject> subject_;
+    std::vector<Exception> exceptions_;
+    std::vector<int> used_;
+    int checked_ = 0;
+    int excepted_ = 0;
+    int failed_ = 0;
+};
+
+}  // namespace kx::test

@@ -1,0 +1,103 @@
+// What is on the screen after a change is what a full repaint draws: a missing redraw shows at once.
+#include "law.h"
+
+#include <map>
+
+#include <kxbaseui/kx_layoutmanager.h>
+#include <subjects/redraw.h>
+
+namespace kx::test {
+namespace {
+
+class RedrawLaw : public LawTest {
+protected:
+    RedrawLaw() : LawTest(Law::Redraw) {}
+
+    void Look(const std::string& after, const State& state) {
+        if (!Control().Window()) return;
+        // What it has not drawn is not to be found missing in what comes next.
+        if (IsExcepted(after)) return static_cast<void>(NotRedrawn(Parent().Window()));
+        ExpectNothing(NotRedrawn(Parent().Window()), "after " + after + ", " + TextOf(state));
+    }
+};
+
+// Zoomed, dark and disabled or none of it for operations; all pairs of zoom and enabling for what all have.
+std::vector<State> Few() { return {States()[0], States()[5]}; }
+std::vector<State> Some() { return {States()[0], States()[2], States()[5], States()[7]}; }
+
+TEST_P(RedrawLaw, HoldsAfterOperations) {
+    for (const State& state : Few()) {
+        Begin(state);
+        Look("creation", state);
+        ForEachOperation([&](const Operation& operation, Random& random) {
+            operation.run(random);
+            Look(operation.name + (state.enabled ? "" : " while disabled"), state);
+        });
+    }
+}
+
+// What every host may do, and the platform.
+TEST_P(RedrawLaw, HoldsAfterWhatAllHave) {
+    for (const State& state : Some()) {
+        Begin(state);
+        const auto after = [&](const std::string& what, const std::function<void()>& change) {
+            if (!Ready()) return;
+            doing_ = what;
+            change();
+            Look(what, state);
+        };
+        after("enabling", [&] { Control().Enable(!state.enabled); });
+        after("enabling back", [&] { Control().Enable(state.enabled); });
+        after("the window's enabling", [&] { EnableWindow(Control().Window(), FALSE); });
+        after("the window's enabling back", [&] { EnableWindow(Control().Window(), TRUE); });
+        after("hiding", [&] { ShowWindow(Control().Window(), SW_HIDE); });
+        after("showing", [&] { ShowWindow(Control().Window(), SW_SHOWNA); });
+        after("another scheme", [&] {
+            KX_SetColorScheme(state.scheme == eKxColorScheme_Dark ? eKxColorScheme_Light : eKxColorScheme_Dark);
+        });
+        after("the scheme back", [&] { KX_SetColorScheme(state.scheme); });
+        after("another zoom", [&] { CKxGUILayoutManager::SetGuiZoom(1.25); });
+        after("the zoom back", [&] { CKxGUILayoutManager::SetGuiZoom(state.zoom); });
+        RECT place{};
+        GetWindowRect(Control().Window(), &place);
+        for (const int more : {14, -30}) {
+            after("another size", [&] {
+                SetWindowPos(Control().Window(), nullptr, 0, 0, place.right - place.left + more,
+                             place.bottom - place.top + more / 2, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+            });
+        }
+        if (CKxDevUI_Base* const base = Control().Control()) {
+            after("SetTitle", [&] { base->SetTitle(L"Another title"); });
+            after("ResizeWindow", [&] { base->ResizeWindow(180, 60); });
+            after("MoveWindow", [&] { base->MoveWindow(30, 40); });
+            after("SetVisible", [&] { base->SetVisible(false), base->SetVisible(true); });
+        }
+    }
+}
+
+TEST_P(RedrawLaw, HoldsWhileTheUserActs) {
+    for (const State& state : {States()[0]}) {
+        Begin(state);
+        // Of many windows of one class, three.
+        std::map<std::string, int> seen;
+        for (std::size_t i = 0; i < Control().Windows().size(); ++i) {
+            const auto windows = Control().Windows();
+            const std::string name = NameOfWindow(windows[i].window);
+            if (++seen[name.substr(0, name.find(' '))] > 3) continue;
+            for (const Act& act : ActsAt(windows[i].window)) {
+                if (!Ready()) return;
+                doing_ = act.name;
+                act.run();
+                // A leave notice is on its way for a while.
+                while (MsgWaitForMultipleObjects(0, nullptr, FALSE, 15, QS_ALLINPUT) == WAIT_OBJECT_0)
+                    Pump();
+                Look(act.name, state);
+            }
+        }
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(All, RedrawLaw, testing::ValuesIn(Kinds()), NameOfKind);
+
+}  // namespace
+}  // namespace kx::test

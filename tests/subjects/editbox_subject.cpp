@@ -1,0 +1,158 @@
+// The edit boxes: plain, with arrows, for a list; and the arrows alone.
+#include "subject.h"
+
+#include <cmath>
+#include <list>
+
+#include <kxdevui/controls/devgui_editbox_multivalue.h>
+#include <kxdevui/controls/devgui_editbox_spin.h>
+
+namespace kx::test {
+namespace {
+
+template <class Box>
+class EditBoxSubject : public SubjectOf<Box> {
+public:
+    std::vector<std::wstring> OwnTexts() const override { return {L"Length:", L"R&D"}; }
+    std::vector<Exception> Exceptions() const override {
+        return {{Law::Silence, "WM_COMMAND 7, 768", "EN_CHANGE comes for every change of the text, whoever made it"},
+                {Law::Silence, "WM_COMMAND 7, 256", "EN_SETFOCUS: a check that fails gives the edit the focus"},
+                {Law::Silence, "WM_COMMAND 7, 512", "EN_KILLFOCUS: what is disabled gives the focus away"},
+                {Law::Silence, "its own", "keys and the wheel are the user's"},
+                {Law::Silence, "typing", "is the user's"},
+                {Law::Zoom, "a placeholder", "stands at a place of the screen"}};
+    }
+
+protected:
+    using SubjectOf<Box>::control_;
+    using SubjectOf<Box>::parent_;
+
+    void Make(HWND parent) override {
+        this->Hear({WM_COMMAND});
+        control_->SetId(7);
+        control_->SetSize(50, 70, 20);
+        control_->SetTitle(L"Length:");
+        control_->Create(parent, 5, 5, -1, -1, true, true);
+        control_->SetText(L"12.5");
+    }
+
+    std::vector<Operation> MakeOperations() override {
+        const auto text = [](Random& r) {
+            return r.Of<const wchar_t*>({L"", L"12", L"1;2;3", L"x", L"1e999", nullptr});
+        };
+        const auto format = [](Random& r) {
+            return r.Of<const wchar_t*>({L"%g", L"%.2f", L"%.9999f", L"%s%n", L"%d", nullptr});
+        };
+        return {
+            {"a number",
+             [=, this](Random& r) {
+                 const double number = AnyNumber(r);
+                 control_->SetNumber(number, format(r), r.OneIn(2));
+             }},
+            {"a text", [=, this](Random& r) { control_->SetText(text(r)); }},
+            {"an interval",
+             [this](Random& r) {
+                 const double bound = AnyNumber(r);
+                 control_->SetRestriction(bound, AnyNumber(r));
+             }},
+            {"checking",
+             [this](Random& r) { control_->CKxDevUI_EditBox::CheckRestriction(false, r.OneIn(2), AnyNumber(r)); }},
+            {"Init",
+             [this](Random& r) {
+                 const bool label = r.OneIn(2), filled = r.OneIn(2);
+                 control_->Init(label, filled, r.OneIn(4));
+             }},
+            {"a border", [this](Random& r) { control_->SetStyle(r.OneIn(2)); }},
+            {"a label",
+             [this](Random& r) {
+                 control_->SetTitle(r.Of<const wchar_t*>({L"", L"R&D", L"Length:"}));
+             }},
+            {"sizes",
+             [this](Random& r) {
+                 const int width = r.Length(), number = r.Between(-2, 400);
+                 control_->SetSize(width, number, number / 8);
+             }},
+            {"a limit", [this](Random& r) { control_->SetMaxChars(r.Between(-2, 400)); }},
+            {"a placeholder", [this](Random&) { TakePlace(); }},
+            {"its own", [=, this](Random& r) { OperateOwn(text(r), r.Between(-2, 400)); }},
+            {"typing",
+             [this](Random& r) { SendMessageW(control_->GetEditWindow(), WM_CHAR, r.OneIn(2) ? L'5' : L'\r', 0); }},
+        };
+    }
+
+    std::string CheckOwn() override {
+        const HWND edit = control_->GetEditWindow(), window = this->Window();
+        if (!window) return edit ? "the edit's handle outlives the window" : "";
+        if (!IsWindow(edit) || GetParent(edit) != window) return "the edit is not in its window";
+        if (!std::isfinite(control_->GetNumber()) && control_->GetText().Length() < 5)
+            return "a short text is no number";
+        return {};
+    }
+
+private:
+    void TakePlace() {
+        const HWND label = CreateWindowExW(0, L"STATIC", L"", WS_CHILD | WS_VISIBLE, 30, 40, 90, 20, parent_->Window(),
+                                           nullptr, nullptr, nullptr);
+        control_->Create(parent_->Window(), label);
+        if (IsWindow(label)) DestroyWindow(label);
+    }
+
+    void OperateOwn(const wchar_t* text, int number) {
+        if constexpr (std::is_same_v<Box, CKxDevUI_EditBoxMultiValue>) {
+            control_->SetSeparator(text && *text ? *text : L'|');
+            control_->SetCountRestriction(number, 5);
+            std::list<double> values;
+            control_->GetValues(&values);
+            values.push_back(number);
+            if (control_->CheckRestriction(false) || !control_) return;
+            control_->SetValues(&values);
+        } else {
+            // An arrow key, or the wheel.
+            const HWND edit = control_->GetEditWindow();
+            SendMessageW(edit, WM_KEYDOWN, number % 2 ? VK_UP : VK_NEXT, 0);
+            SendMessageW(edit, WM_MOUSEWHEEL, MAKEWPARAM(0, number * 10), 0);
+        }
+    }
+};
+
+const Registered<EditBoxSubject<CKxDevUI_EditBox>> plain("edit box");
+const Registered<EditBoxSubject<CKxDevUI_EditBoxSpin>> withArrows("edit box with arrows");
+const Registered<EditBoxSubject<CKxDevUI_EditBoxMultiValue>> forAList("edit box for a list");
+
+class SpinSubject : public SubjectOf<CKxDevUI_SpinBox> {
+public:
+    std::vector<Exception> Exceptions() const override {
+        return {{Law::Zoom, "by itself", "the platform's up-down is zoomed by what it stands in"}};
+    }
+    std::vector<RECT> Parts() override {
+        RECT client{};
+        GetClientRect(Window(), &client);
+        const LONG half = client.bottom / 2;
+        return {{0, 0, client.right, half}, {0, half, client.right, client.bottom}};
+    }
+
+protected:
+    void Make(HWND parent) override {
+        Hear({WM_NOTIFY, WM_VSCROLL});
+        control_->Create(parent, 5, 5, 20, 24, true, true);
+        control_->SetRange(0, 10, 11);
+        control_->SetPosition(5);
+    }
+
+    std::vector<Operation> MakeOperations() override {
+        return {
+            {"a range",
+             [this](Random& r) {
+                 const double first = AnyNumber(r);
+                 control_->SetRange(first, AnyNumber(r), r.Between(-2, 400));
+             }},
+            {"a position", [this](Random& r) { control_->SetPosition(r.Between(-2, 12)); }},
+            {"asking", [this](Random& r) { control_->ValueOf(r.AnyInt()), control_->PositionOf(AnyNumber(r)); }},
+        };
+    }
+};
+
+const Registered<SpinSubject> arrows("arrows");
+
+}  // namespace
+}  // namespace kx::test

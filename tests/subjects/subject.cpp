@@ -1,0 +1,93 @@
+#include "subject.h"
+
+#include <algorithm>
+#include <cctype>
+#include <cfloat>
+#include <cmath>
+#include <limits>
+#include <string_view>
+
+#include <kxdevui/framework/ui_gdi.h>
+
+namespace kx::test {
+namespace {
+
+std::vector<Kind>& Registry() {
+    static std::vector<Kind> kinds;
+    return kinds;
+}
+
+}  // namespace
+
+const std::vector<Operation>& Subject::Operations() {
+    if (operations_.empty()) operations_ = MakeOperations();
+    return operations_;
+}
+
+// In an order that does not depend on that of the objects on the linker's command line.
+void Register(Kind kind) {
+    const auto at =
+        std::find_if(Registry().begin(), Registry().end(), [&](const Kind& each) { return each.name > kind.name; });
+    Registry().insert(at, std::move(kind));
+}
+
+const std::vector<Kind>& Kinds() { return Registry(); }
+
+std::string NameOfKind(const testing::TestParamInfo<Kind>& info) {
+    std::string name = info.param.name;
+    std::replace_if(
+        name.begin(), name.end(), [](unsigned char c) { return !std::isalnum(c); }, '_');
+    return name;
+}
+
+void PrintTo(const Kind& kind, std::ostream* out) { *out << kind.name; }
+
+double AnyNumber(Random& random) {
+    if (!random.OneIn(8)) return random.Between(-40, 240) / 2.0;
+    constexpr double infinite = std::numeric_limits<double>::infinity();
+    return random.Of({0.0, 1e-300, -1e300, DBL_MAX, -DBL_MAX, infinite, -infinite, std::nan("")});
+}
+
+void WithDc(int width, int height, const std::function<void(HDC)>& run) {
+    const kx::ui::WindowDC screen(nullptr);
+    const kx::ui::Bitmap bitmap(CreateCompatibleBitmap(screen, width, height));
+    const kx::ui::MemoryDC dc(CreateCompatibleDC(screen));
+    const kx::ui::Selection selected(dc.get(), bitmap.get());
+    run(dc.get());
+}
+
+std::vector<Target> TreeOf(HWND window) {
+    if (!window) return {};
+    wchar_t name[64] = L"";
+    GetClassNameW(window, name, 64);
+    const bool ours = std::wstring_view(name).find(L"KxDev") <= 1;
+    std::vector<Target> tree{{window, ours}};
+    // What is in one of the platform's controls is its own.
+    for (HWND child = ours ? GetWindow(window, GW_CHILD) : nullptr; child; child = GetWindow(child, GW_HWNDNEXT))
+        for (const Target& each : TreeOf(child))
+            tree.push_back(each);
+    return tree;
+}
+
+bool PaintsItsBackground(HWND window, COLORREF background) {
+    constexpr int size = 48;
+    bool all_painted = true;
+    WithDc(size, size, [&](HDC dc) {
+        const RECT all{0, 0, size, size};
+        SetBkColor(dc, RGB(255, 0, 254));
+        ExtTextOutW(dc, 0, 0, ETO_OPAQUE, &all, nullptr, 0, nullptr);
+        SendMessageW(window, WM_ERASEBKGND, reinterpret_cast<WPARAM>(dc), 0);
+        SendMessageW(window, WM_PRINTCLIENT, reinterpret_cast<WPARAM>(dc), PRF_CLIENT);
+        RECT client{};
+        GetClientRect(window, &client);
+        for (int y = 0; y < std::min<int>(size, client.bottom); y += 5) {
+            for (int x = 0; x < std::min<int>(size, client.right); x += 5) {
+                const bool covered = ChildWindowFromPointEx(window, {x, y}, CWP_SKIPINVISIBLE) != window;
+                if (!covered && GetPixel(dc, x, y) != background) all_painted = false;
+            }
+        }
+    });
+    return all_painted;
+}
+
+}  // namespace kx::test

@@ -1,0 +1,115 @@
+#include "user.h"
+
+#include <bench/bench.h>
+
+#include <algorithm>
+#include <string_view>
+
+#include <kxbaseui/kx_menu.h>
+#include <kxbaseui/kx_messagebox.h>
+
+namespace kx::test {
+namespace {
+
+bool IsSeen(HWND window) {
+    RECT client{};
+    return IsWindowVisible(window) && GetClientRect(window, &client) && client.right > 0 && client.bottom > 0;
+}
+
+// The point so many eighths from the left, in the middle of the height, or the nearest to it that can be seen.
+POINT At(HWND window, int eighths) {
+    RECT client{};
+    GetClientRect(window, &client);
+    POINT point{client.right * eighths / 8, client.bottom / 2};
+    const HWND root = GetAncestor(window, GA_ROOT);
+    MapWindowPoints(window, root, &point, 1);
+    GetClientRect(root, &client);
+    point.x = std::clamp<LONG>(point.x, 0, client.right - 1);
+    point.y = std::clamp<LONG>(point.y, 0, client.bottom - 1);
+    MapWindowPoints(root, window, &point, 1);
+    return point;
+}
+
+// The platform's menus close again; and a list view, which keeps a press in a loop of its own, hears of the release.
+void CALLBACK EndLoops(HWND, UINT, UINT_PTR, DWORD) {
+    EndMenu();
+    wchar_t name[64] = L"";
+    GetClassNameW(GetCapture(), name, 64);
+    if (std::wstring_view(name) == L"SysListView32") PostMessageW(GetCapture(), WM_LBUTTONUP, 0, 0);
+}
+
+}  // namespace
+
+std::string NameOfWindow(HWND window) {
+    wchar_t name[64] = L"";
+    GetClassNameW(window, name, 64);
+    return Narrow(name) + " #" + std::to_string(GetDlgCtrlID(window));
+}
+
+std::vector<Act> ActsAt(HWND window) {
+    std::vector<Act> acts;
+    const auto add = [&](const std::string& what, const std::function<void()>& run) {
+        acts.push_back({what + " " + NameOfWindow(window), [=] {
+                            if (IsSeen(window)) run();
+                        }});
+    };
+    for (const int eighths : {1, 4, 7}) {
+        const std::string at = " at " + std::to_string(eighths) + "/8 of";
+        add("click" + at, [=] {
+            const POINT p = At(window, eighths);
+            Click(window, p.x, p.y);
+        });
+    }
+    add("drag of", [=] {
+        const POINT from = At(window, 4), to = At(window, 6);
+        Press(window, from.x, from.y);
+        if (IsSeen(window)) MoveTo(window, to.x, to.y);
+        Release();
+    });
+    add("double click on", [=] {
+        const POINT p = At(window, 4);
+        DoubleClick(window, p.x, p.y);
+    });
+    add("right click on", [=] {
+        const POINT p = At(window, 4);
+        Click(window, p.x, p.y, Button::Right);
+    });
+    for (const int delta : {120, -120}) {
+        add(delta > 0 ? "wheel up over" : "wheel down over", [=] {
+            const POINT p = At(window, 4);
+            MoveTo(window, p.x, p.y);
+            Wheel(delta);
+        });
+    }
+    // A label has no use for keys, and is in nobody's way to them.
+    if (NameOfWindow(window).starts_with("Static")) return acts;
+    static constexpr struct {
+        const char* name;
+        WORD key;
+    } keys[] = {{"Right", VK_RIGHT}, {"Left", VK_LEFT}, {"Up", VK_UP},        {"Down", VK_DOWN},
+                {"Next", VK_NEXT},   {"Home", VK_HOME}, {"Space", VK_SPACE},  {"F2", VK_F2},
+                {"5", '5'},          {"Back", VK_BACK}, {"Enter", VK_RETURN}, {"Escape", VK_ESCAPE}};
+    for (const auto& [name, key] : keys)
+        add(std::string(name) + " in", [key = key] { key == '5' ? Type(L"5") : Key(key); });
+    return acts;
+}
+
+void MoveAway(HWND parent) {
+    RECT client{};
+    GetClientRect(parent, &client);
+    MoveTo(parent, client.right - 2, client.bottom - 2);
+}
+
+NobodyAnswers::NobodyAnswers() : timer_(SetTimer(nullptr, 0, 20, EndLoops)) {
+    KX_SetMessageBoxHandler([](HWND, auto, auto, UINT, int, void*) { return IDOK; }, nullptr);
+    KX_SetMenuHandler([](HWND, const CKxMenu& menu, int x, int, void*) { return x % 2 ? menu.GetCommand(0) : 0; },
+                      nullptr);
+}
+
+NobodyAnswers::~NobodyAnswers() {
+    KX_SetMenuHandler(nullptr, nullptr);
+    KX_SetMessageBoxHandler(nullptr, nullptr);
+    KillTimer(nullptr, timer_);
+}
+
+}  // namespace kx::test

@@ -1,0 +1,110 @@
+// The Z stack panel.
+#include "subject.h"
+
+#include <limits>
+
+#include <kxdevui/framework/ui_life.h>
+#include <kxdevui/zfocus/devgui_zstack.h>
+
+namespace kx::test {
+namespace {
+
+class Panel : public Telling<CKxDevUI_ZStack> {
+public:
+    using CKxDevUI_ZStack::Item;
+
+protected:
+    void OnStepChanged(double, bool) override { Tell("OnStepChanged"); }
+    void OnMoveZRequest(double) override { Tell("OnMoveZRequest"); }
+    void OnGoHomeRequest(bool) override { Tell("OnGoHomeRequest"); }
+    void OnHostRequest() override {}
+    void OnZDeviceShown(unsigned int) override { Tell("OnZDeviceShown"); }
+    void OnZStackChanged(unsigned int flags) override {
+        const kx::ui::Alive alive(this);
+        Tell("OnZStackChanged");
+        if (alive) UpdateGUI(flags);
+    }
+};
+
+class ZStackSubject : public SubjectOf<Panel> {
+public:
+    // Nobody answers the question.
+    ZStackSubject() { CKxDevUI_ZStack::iKeepRange = 1; }
+    ~ZStackSubject() override { CKxDevUI_ZStack::iKeepRange = 0; }
+
+    // A piezo is one in all languages.
+    std::vector<std::wstring> OwnTexts() const override { return {L"drive", L"Piezo"}; }
+    std::vector<Exception> Exceptions() const override {
+        return {{Law::Silence, "OnZDeviceShown", "every refresh begins with it"},
+                {Law::Silence, "a click", "is the user's"},
+                {Law::Silence, "typing", "is the user's"},
+                {Law::Disabled, "Static #-1", "is a line, which has no other look"}};
+    }
+
+protected:
+    void Make(HWND parent) override {
+        control_->Create(parent, &record_, 10, 10, 0, 0, true, true);
+        record_.ClearZDevices();
+        for (int i = 0; i < 2; ++i) {
+            record_.AddZDevice(0, 1000 / (i + 1), nullptr);
+            control_->AppendZDevice(L"drive", i == 1, i, 0, 1000, i == 1, i, i == 0);
+        }
+        record_.SetZDevice(0);
+        record_.SetTop(60, true), record_.SetBottom(20, true), record_.SetStep(2);
+        record_.SetZPosition(0, 30);
+        control_->UpdateGUI(3);
+    }
+
+    std::vector<Operation> MakeOperations() override {
+        const auto z = [](Random& r) {
+            return r.Of({0.0, -1.0, 10.0, 499.9995, 1000.0, 1e9, -1e300, std::numeric_limits<double>::quiet_NaN()});
+        };
+        const auto id = [](Random& r) { return r.Between(1251, 1270); };
+        return {
+            {"the ends",
+             [=, this](Random& r) {
+                 r.OneIn(2) ? record_.SetTop(z(r), true) : record_.SetBottom(z(r), true);
+                 control_->UpdateGUI(1);
+             }},
+            {"the home", [=, this](Random& r) { r.OneIn(2) ? record_.SetHome(z(r)) : record_.ResetHome(); }},
+            {"a refresh", [this](Random& r) { control_->UpdateGUI(static_cast<unsigned>(r.Below(5))); }},
+            {"the type", [this](Random& r) { record_.SetType(r.Between(-1, 8)), control_->UpdateGUI(3); }},
+            {"where Z stands", [=, this](Random& r) { record_.SetZPosition(0, z(r)), control_->UpdateGUI(4); }},
+            {"the step", [=, this](Random& r) { record_.SetStep(z(r)), control_->UpdateGUI(2); }},
+            {"a click", [=, this](Random& r) { SendMessageW(control_->Item(id(r)), BM_CLICK, 0, 0); }},
+            {"typing",
+             [=, this](Random& r) {
+                 const int field = id(r);
+                 Enter(field, r.Of<const wchar_t*>({L"", L"N/A", L"5", L"-3", L"1e9", L"x", L"12abc"}));
+             }},
+            {"devices", [this](Random& r) { control_->ClearZDevices(r.OneIn(2), true); }},
+            {"looks",
+             [this](Random& r) {
+                 control_->EnableCube(r.OneIn(2)), control_->SetPiezoPickerMode(r.OneIn(2), r.Between(-1, 8));
+             }},
+            {"letting go", [this](Random&) { control_->DestroyGDIObjects(); }},
+            {"enabling", [this](Random& r) { control_->Enable(r.OneIn(2)); }},
+        };
+    }
+
+    std::string CheckOwn() override {
+        if (!Window()) return {};
+        const bool range = (GetWindowLongW(control_->Item(1265), GWL_STYLE) & WS_VISIBLE) != 0;
+        const bool above = (GetWindowLongW(control_->Item(1267), GWL_STYLE) & WS_VISIBLE) != 0;
+        return range && above ? "fields of two types are shown" : "";
+    }
+
+private:
+    void Enter(int id, const wchar_t* text) {
+        SetFocus(control_->Item(id));
+        if (control_) SetWindowTextW(control_->Item(id), text);
+        if (control_ && Window()) SetFocus(parent_->Window());
+    }
+
+    CKxZStackData record_;
+};
+
+const Registered<ZStackSubject> zstack("Z stack panel");
+
+}  // namespace
+}  // namespace kx::test
