@@ -82,6 +82,12 @@ void Enable(HWND window, bool enable) noexcept {
     if (window && (IsWindowEnabled(window) != FALSE) != enable) EnableWindow(window, enable);
 }
 
+void PutAbove(HWND window, HWND below) noexcept {
+    if (!window || !below) return;
+    SetWindowLongPtrW(below, GWL_STYLE, GetWindowLongPtrW(below, GWL_STYLE) | WS_CLIPSIBLINGS);
+    SetWindowPos(window, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE | SWP_NOREDRAW);
+}
+
 int StepOf(WPARAM key, int columns) noexcept {
     switch (key) {
     case VK_LEFT: return -1;

@@ -60,6 +60,9 @@ KXDEVUI_API void SetFont(HWND window, HFONT font, bool redraw = false) noexcept;
 // Enables or disables where that changes anything; a null window is ignored.
 KXDEVUI_API void Enable(HWND window, bool enable) noexcept;
 
+// Has `window` never painted over by `below`, a sibling whose place reaches under it.
+KXDEVUI_API void PutAbove(HWND window, HWND below) noexcept;
+
 // -1 or +1, a row up or down, or 0 for what is no arrow key.
 KXDEVUI_API int StepOf(WPARAM key, int columns = 1) noexcept;
 // The button that an arrow key leads to: from `from` by `step`, over those that cannot be used. Steps of one go around

@@ -194,6 +194,7 @@ void CKxDevUI_ModeShutter::CreateControls() {
     }
     if (m_showModes) {
         if (!parts.DropDown(m_modeList, kModesId, {x, 4, x + 72, 88})) return;
+        PutAbove(m_modeList, m_titleWindow);
         FillModes();
         if (!parts) return;
         x += 80;
@@ -289,8 +290,6 @@ void CKxDevUI_ModeShutter::SetTitle(const wchar_t* title) {
     if (m_title == title) return;
     m_title = title;
     if (m_titleWindow) SetWindowTextW(m_titleWindow, m_title);
-    // Its place reaches under the list, over which it paints now.
-    if (m_titleWindow && m_modeList) RedrawWindow(m_modeList, nullptr, nullptr, RDW_INVALIDATE | RDW_FRAME);
 }
 
 bool CKxDevUI_ModeShutter::HandleMouseWheel(WPARAM wParam, LPARAM lParam) {

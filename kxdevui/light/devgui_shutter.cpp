@@ -239,11 +239,8 @@ void CKxDevUI_Shutter::DressChildren() {
     for (const HWND each : {m_hWnd, m_titleWindow, m_button})
         Enable(each, m_enabled);
     SetFonts(false);
-    if (m_titleWindow) {
-        // A title that is wider than the room above or beside the button never covers it.
-        SetWindowLongPtrW(m_titleWindow, GWL_STYLE, GetWindowLongPtrW(m_titleWindow, GWL_STYLE) | WS_CLIPSIBLINGS);
-        SetWindowPos(m_button, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE | SWP_NOREDRAW);
-    }
+    // A title may be wider than the room above or beside the button.
+    PutAbove(m_button, m_titleWindow);
     if (!m_toolTip.IsEmpty()) KX_CreateToolTipWindow(m_button, m_toolTip);
 }
 

@@ -7,6 +7,7 @@
 #include <kxdevui/zfocus/zstack_window.h>
 
 #include <algorithm>
+#include <cmath>
 #include <iterator>
 #include <string_view>
 
@@ -55,6 +56,14 @@ void Widen(RECT& rect, long extra, bool rightAligned, long left, long right) {
     growLeft();
 }
 
+// To a rectangle that the layout manager would give it too: it counts in whole unzoomed pixels.
+void Align(RECT& rect) {
+    const double zoom = CKxGUILayoutManager::GetGuiZoom();
+    const auto zoomed = [](double unzoomed) { return CKxGUILayoutManager::Zoomed(unzoomed); };
+    rect.left = zoomed(std::floor(static_cast<double>(rect.left) / zoom));
+    rect.right = rect.left + zoomed(std::ceil(static_cast<double>(rect.right - rect.left) / zoom));
+}
+
 }  // namespace
 
 // Before any zoom.
@@ -64,14 +73,15 @@ void CKxDevUI_ZStack::RememberLabels() {
         places[i] = {RectInParent(Item(kLabels[i].label)), false};
 }
 
-// A label that is wide enough is left to the layout manager. For one that has been widened the manager's rectangle is
-// not to be trusted: it takes it for moved by the host.
+// A label that is wide enough is left to the layout manager; one that has been widened is widened anew, from what it
+// was.
 void CKxDevUI_ZStack::FitLabels() {
     const kx::ui::WindowDC dc(m_hWnd);
     const kx::ui::Selection font(dc, reinterpret_cast<HFONT>(SendMessageW(Item(IDC_ZS_STEP_LABEL), WM_GETFONT, 0, 0)));
     RECT client{};
     GetClientRect(m_hWnd, &client);
     const auto shown = ShownOf(m_hWnd);
+    bool moved = false;
     for (std::size_t i = 0; i < shown->labels.size(); ++i) {
         const auto& [id, left, right] = kLabels[i];
         auto& [unzoomed, widened] = shown->labels[i];
@@ -88,9 +98,15 @@ void CKxDevUI_ZStack::FitLabels() {
             const bool rightAligned = (GetWindowLongW(label, GWL_STYLE) & SS_TYPEMASK) == SS_RIGHT;
             Widen(rect, extra, rightAligned, left ? RectInParent(Item(left)).right + 1 : 0,
                   right ? RectInParent(Item(right)).left - 1 : client.right);
+            Align(rect);
         }
         if (rect.left == now.left && rect.right == now.right) continue;
         SetWindowPos(label, nullptr, rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top,
                      SWP_NOZORDER | SWP_NOACTIVATE);
+        moved = true;
+    }
+    // Otherwise a host that places the panel by the zoom would have the labels placed twice.
+    if (moved && CKxGUILayoutManager::GetGuiZoom() != 1.0) {
+        CKxGUILayoutManager::RememberWindowDimsForGuiZoom(m_hWnd);
     }
 }
