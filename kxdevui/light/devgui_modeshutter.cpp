@@ -195,7 +195,7 @@ void CKxDevUI_ModeShutter::CreateControls() {
     long x = 0;
     if (m_showTitle) {
         // A name may have an ampersand in it.
-        const HWND title = MakeChild(L"STATIC", m_title, SS_NOPREFIX, {0, 8, 56, 24}, kTitleId);
+        const HWND title = MakeChild(L"STATIC", m_title, SS_NOPREFIX | WS_CLIPSIBLINGS, {0, 8, 56, 24}, kTitleId);
         if (!stands()) return;
         m_titleWindow = title;
         x = 40;
@@ -204,6 +204,8 @@ void CKxDevUI_ModeShutter::CreateControls() {
         const HWND list = MakeChild(L"COMBOBOX", nullptr, CBS_DROPDOWNLIST, {x, 4, x + 72, 88}, kModesId);
         if (!stands()) return;
         m_modeList = list;
+        // The title's place reaches under the list.
+        SetWindowPos(list, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE | SWP_NOREDRAW);
         Subclass(list, ListProc, nullptr);
         FillModes();
         x += 80;
@@ -276,8 +278,6 @@ void CKxDevUI_ModeShutter::SetTitle(const wchar_t* title) {
     if (m_title == title) return;
     m_title = title;
     if (m_titleWindow) SetWindowTextW(m_titleWindow, m_title);
-    // Its place reaches under the list, over which it paints now.
-    if (m_titleWindow && m_modeList) RedrawWindow(m_modeList, nullptr, nullptr, RDW_INVALIDATE | RDW_FRAME);
 }
 
 bool CKxDevUI_ModeShutter::HandleMouseWheel(WPARAM wParam, LPARAM lParam) {
