@@ -58,9 +58,13 @@ void BoldifyCaption(HWND label) {
         wchar_t text[254] = L"";
         const int length = GetWindowTextW(label, text, static_cast<int>(std::size(text)));
         const HFONT font = KX_GetDefaultGuiFontBold();
-        SendMessageW(label, WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE);
+        SendMessageW(label, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
         const SIZE extent = TextExtent(label, font, text, length);
         SetWindowPos(label, nullptr, 0, 0, extent.cx + 5, extent.cy, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+        // Erased by the parent: a label that is transparent would write over what it shows.
+        const RECT place = RectInParent(label);
+        InvalidateRect(GetParent(label), &place, TRUE);
+        InvalidateRect(label, nullptr, TRUE);
         return;
     }
     const LONG style = GetWindowLongW(label, GWL_STYLE);

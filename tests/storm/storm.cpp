@@ -137,6 +137,32 @@ private:
     std::map<std::string, int> growth_;
 };
 
+// The law of redrawing, every so often among operations, zooms and colours: of a subject of its own, as messages at
+// random leave windows over each other and undrawn. What is wrong; empty when nothing is.
+std::string NotDrawn(Position& position, const Kind& kind) {
+    constexpr int operations = 24;
+    Random random(position.seed);
+    RecordingParent parent({880, 310});
+    const auto subject = kind.make();
+    const auto exceptions = subject->Exceptions();
+    position.step = 0;
+    for (int i = 0; i < operations; ++i) {
+        if (!subject->Window()) subject->Create(parent);
+        if (random.OneIn(8)) CKxGUILayoutManager::SetGuiZoom(random.Of({1.0, 1.25, 1.5}));
+        if (random.OneIn(8)) KX_SetColorScheme(static_cast<EKxColorScheme>(random.Below(4)));
+        const Operation& operation = random.Of(subject->Operations());
+        position.what = operation.name + ", operation " + std::to_string(i) + ", to see whether it is drawn";
+        const bool excepted = std::any_of(exceptions.begin(), exceptions.end(), [&](const Exception& each) {
+            return (each.law == Law::Redraw || each.law == Law::Later) && operation.name.starts_with(each.what);
+        });
+        if (excepted) continue;
+        operation.run(random);
+        if (!random.OneIn(3) || !subject->Window()) continue;
+        if (std::string wrong = NotRedrawn(parent.Window()); !wrong.empty()) return wrong;
+    }
+    return {};
+}
+
 // What is wrong after one round or, when something was left behind, after three: fonts, brushes and DCs are cached, and
 // a cache grows once, a leak every time.
 std::string RunRound(Position& position, const Kind& kind, int steps) {
@@ -146,6 +172,9 @@ std::string RunRound(Position& position, const Kind& kind, int steps) {
         CKxGUILayoutManager::SetGuiZoom(1.0);
         Pump();
         const Counts before = Counts::Now();
+        if (std::string wrong = NotDrawn(position, kind); !wrong.empty()) return wrong;
+        KX_SetColorScheme(eKxColorScheme_System);
+        CKxGUILayoutManager::SetGuiZoom(1.0);
         {
             Round round(position, kind, steps);
             if (std::string wrong = round.Run(); !wrong.empty()) return wrong;

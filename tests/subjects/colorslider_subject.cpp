@@ -84,6 +84,8 @@ public:
     std::vector<std::wstring> OwnTexts() const override { return {L"Lamp", L"R&D <svg>", L"A name", L"nm"}; }
     std::vector<Exception> Exceptions() const override {
         return {{Law::Zoom, "the column", "is given in pixels of the screen"},
+                {Law::Later, "the column", "moves parts over the name"},
+                {Law::Later, "a name", "is shown in the room of another"},
                 {Law::Zoom, "a quiet power", "asks for no redraw"},
                 {Law::Redraw, "a quiet power", "asks for no redraw"},
                 {Law::Redraw, "a power while disabled", "a line is drawn when it is enabled"}};

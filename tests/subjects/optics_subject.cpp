@@ -110,7 +110,9 @@ public:
             return {{Law::Disabled, "Button #10201", "is down, where Wine's themed push-like buttons look alike"}};
         }
         if constexpr (!std::is_same_v<Sort, Nosepiece>) return {};
-        return {{Law::Disabled, "Button #10500", "the setup button works all the time"},
+        return {{Law::Later, "a number", "puts a position over others"},
+                {Law::Later, "observing", "puts the strip over positions"},
+                {Law::Disabled, "Button #10500", "the setup button works all the time"},
                 {Law::Disabled, "OnSetupRequest", "it asks the host all the time"}};
     }
     void Change(int n) override { Exchange(n % 10); }
