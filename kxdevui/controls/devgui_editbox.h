@@ -66,8 +66,12 @@ public:
     void Init(bool showLabel, bool mustNotBeEmpty, bool readOnly);
     // The same by name; what is not named is as at first.
     struct Looks {
-        bool showLabel = true, mustNotBeEmpty = false, readOnly = false;
+        // As above, in the same order.
+        bool showLabel = true;
+        bool mustNotBeEmpty = false;
+        bool readOnly = false;
     };
+    // See Looks.
     void Init(const Looks& looks) { Init(looks.showLabel, looks.mustNotBeEmpty, looks.readOnly); }
 
     // Whether the field has a border.
@@ -175,9 +179,10 @@ protected:
 
     // Rows of the window in whose middle the text stands; without them, in the middle of the field.
     struct Rows {
-        long top;
-        long height;
+        long top;     // pixels in the window
+        long height;  // pixels
     };
+    // See Rows.
     std::optional<Rows> m_textRows;
 
     // From now on the window paints around its children: after the last of them has been made.

@@ -12,25 +12,46 @@ namespace kx::ui {
 inline constexpr UINT WM_KX_UPDATE_DEVICE_BAND = WM_USER + 0x100;  // 0x0500
 
 // The flags for each control: bools in the order of its Update's parameters, whose header says what each brings; Update
-// takes them as well. Those for containers are the host's own.
+// takes them as well. Those for containers are the host's own. Of CKxDevUI_Shutter:
 struct ShutterBand {
     bool lock = false;   // a: tooltip and lock
     bool kind = false;   // b: the same, type and title
     bool state = false;  // c: images and state
 };
+// Of CKxDevUI_ModeShutter.
 struct ModeShutterBand {
-    bool steps = false, aperture = false, state = false, mode = false;
+    // In this order.
+    bool steps = false;
+    bool aperture = false;
+    bool state = false;
+    bool mode = false;
 };
+// Of CKxDevUI_Nosepiece.
 struct NosepieceBand {
-    bool structure = false, names = false, position = false, parameters = false, unused = false;
+    // In this order.
+    bool structure = false;
+    bool names = false;
+    bool position = false;
+    bool parameters = false;
+    bool unused = false;
 };
+// Of CKxDevUI_FilterWheel.
 struct FilterWheelBand {
-    bool structure = false, names = false, position = false;
+    // In this order.
+    bool structure = false;
+    bool names = false;
+    bool position = false;
 };
+// Of CKxDevUI_Switcher.
 struct SwitcherBand {
-    bool structure = false, names = false, state = false;
+    // In this order.
+    bool structure = false;
+    bool names = false;
+    bool state = false;
 };
+// Of CKxDevUI_ZStack, which refreshes everything.
 struct ZStackBand {
+    // In this order.
     bool refresh = false;
 };
 

@@ -48,12 +48,12 @@ enum class Mark { None, Tag, TagAndObject };
 
 // How the windows of one class of controls are made: one record for each. What is left out is as most have it.
 struct ControlSpec {
-    const wchar_t* name;    // of the window class
-    const wchar_t* object;  // of the C++ class, for the log
-    WNDPROC procedure;      // its module is the class's
-    UINT classStyle = CS_HREDRAW | CS_VREDRAW;
-    int extraBytes = kWindowExtraBytes;  // of each window
-    HBRUSH background = nullptr;         // null: none
+    const wchar_t* name;                        // of the window class
+    const wchar_t* object;                      // of the C++ class, for the log
+    WNDPROC procedure;                          // its module is the class's
+    UINT classStyle = CS_HREDRAW | CS_VREDRAW;  // CS_...
+    int extraBytes = kWindowExtraBytes;         // of each window
+    HBRUSH background = nullptr;                // null: none
     // Places its children by itself when it is sized, so the layout manager leaves them alone, fonts included.
     bool ownLayout = false;
     DWORD style = WS_TABSTOP;  // of each window, beside WS_CHILD and what the control's state adds

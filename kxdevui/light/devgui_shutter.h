@@ -40,9 +40,14 @@ public:
     void Init(bool showTitle, bool second, bool boldTitle, bool fourth, unsigned value);
     // The same by name; what is not named is as at first.
     struct Settings {
-        bool showTitle = true, second = false, boldTitle = false, fourth = false;
+        // As above, in the same order.
+        bool showTitle = true;
+        bool second = false;
+        bool boldTitle = false;
+        bool fourth = false;
         unsigned value = 0;
     };
+    // See Settings.
     void Init(const Settings& wanted) {
         Init(wanted.showTitle, wanted.second, wanted.boldTitle, wanted.fourth, wanted.value);
     }

@@ -66,8 +66,11 @@ public:
     void Init(long count, long position, bool deviceDriven, bool localSelect);
     // Who decides, by name.
     struct Deciding {
-        bool deviceDriven = false, localSelect = false;
+        // As above.
+        bool deviceDriven = false;
+        bool localSelect = false;
     };
+    // See Deciding.
     void Init(long count, long position, const Deciding& who) {
         Init(count, position, who.deviceDriven, who.localSelect);
     }

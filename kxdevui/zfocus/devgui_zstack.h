@@ -108,14 +108,17 @@ public:
 
     // The same by name.
     struct NewZDevice {
+        // As above, in the same order.
         const wchar_t* name = nullptr;
         bool piezo = false;
         long id = 0;
-        double rangeMin = 0, rangeMax = 0;
+        double rangeMin = 0;
+        double rangeMax = 0;
         bool inverted = false;
         int pickerMode = 0;
         bool select = false;
     };
+    // See NewZDevice.
     long AddZDevice(const NewZDevice& device) {
         return AddZDevice(device.name, device.piezo, device.id, device.rangeMin, device.rangeMax, device.inverted,
                           device.pickerMode, device.select);
