@@ -26,13 +26,13 @@ bool AskDevice(const wchar_t* source, CDMApi_LogDevId device, Ask&& ask) noexcep
 
 // The kind of the devices that have an interface.
 template <class Device>
-constexpr EKxDeviceType kKindOf = eKxDeviceType_Unknown;
+inline constexpr EKxDeviceType kKindOf = eKxDeviceType_Unknown;
 template <>
-constexpr EKxDeviceType kKindOf<IKxDeviceShutter> = eKxDeviceType_Shutter;
+inline constexpr EKxDeviceType kKindOf<IKxDeviceShutter> = eKxDeviceType_Shutter;
 template <>
-constexpr EKxDeviceType kKindOf<IKxDeviceFilterChanger> = eKxDeviceType_FilterChanger;
+inline constexpr EKxDeviceType kKindOf<IKxDeviceFilterChanger> = eKxDeviceType_FilterChanger;
 template <>
-constexpr EKxDeviceType kKindOf<IKxDeviceNosepiece> = eKxDeviceType_Nosepiece;
+inline constexpr EKxDeviceType kKindOf<IKxDeviceNosepiece> = eKxDeviceType_Nosepiece;
 
 // The registered device with this number; null when there is none, or it is of another kind.
 template <class Device>

@@ -354,19 +354,4 @@ TEST(EditBoxMultiValue, ChecksCountThenValues) {
     EXPECT_TRUE(box.GetValues(nullptr));
 }
 
-TEST(EditBoxGrowth, AThousandRoundsLeaveNothing) {
-    RecordingParent parent;
-    EXPECT_TRUE(NoGrowth(1000, [&] {
-        CKxDevUI_EditBoxSpin spin;
-        spin.Create(parent.Window(), 0, 0, 60, 20, true, true);
-        spin.SetNumber(5);
-        UpdateWindow(spin);
-        Box box;
-        box.Create(parent.Window(), 0, 30, 60, 20, true, true);
-        box.act = [&](std::string_view) { box.Destroy(); };
-        box.SetText(L"ended in its own notification");
-        parent.Record().Clear();
-    }));
-}
-
 }  // namespace

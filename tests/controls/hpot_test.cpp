@@ -454,18 +454,4 @@ TEST_F(HPot, DrawsAPlainThumbWithoutTheImages) {
     CKxLogFile::SetSink(nullptr, nullptr);
 }
 
-TEST_F(HPot, LeavesNothingBehind) {
-    double list[] = {1, 2, 4, 8}, steps[] = {1, 1, 2};
-    EXPECT_TRUE(NoGrowth(1000, [&] {
-        Slider another;
-        another.Make(parent.Window());
-        another.InitValues(list, steps, 4, 1);
-        another.SetValue(4, true);
-        UpdateWindow(another);
-        another.RecreateScale();
-        another.SetEnabled(false);
-        UpdateWindow(another);
-    }));
-}
-
 }  // namespace

@@ -265,17 +265,6 @@ TEST(RadioLife, EndsInTheNotification) {
     }
 }
 
-TEST(RadioLife, LeavesNothing) {
-    RecordingParent parent;
-    EXPECT_TRUE(NoGrowth(1000, [&] {
-        const HWND first = AddChild(parent.Window(), L"STATIC", 1, {0, 0, 50, 20}, 0, L"1");
-        AddChild(parent.Window(), L"STATIC", 2, {0, 20, 50, 40}, 0, L"2");
-        CKxDevUI_Radio group;
-        group.Create(first, 2, nullptr);
-        UpdateWindow(group);
-    }));
-}
-
 // The one button more that the commands let through.
 TEST(RadioLife, KeepsItsOldHabits) {
     RecordingParent parent;

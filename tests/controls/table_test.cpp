@@ -328,16 +328,4 @@ TEST(TableLife, ReplacesAListOfADialog) {
     EXPECT_EQ(PlaceOf(table), "10 60 90 25");
 }
 
-TEST(TableGrowth, AThousandRoundsLeaveNothing) {
-    RecordingParent parent;
-    EXPECT_TRUE(NoGrowth(1000, [&] {
-        CKxDevUI_Table table;
-        table.Create(parent.Window(), 0, 0, 200, 100, true, true);
-        table.InsertColumn(L"Z", 50, L"%.2f", true);
-        const double value = 1;
-        table.InsertRow(&value, 1, -1);
-        UpdateWindow(table.GetListView());
-    }));
-}
-
 }  // namespace

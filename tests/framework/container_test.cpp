@@ -485,20 +485,4 @@ TEST(ContainerTemplates, AnswersAMissingOneWithNull) {
     panel.InsertDialog(0, 0, L"NOT_THERE", nullptr);
 }
 
-TEST(ContainerGrowth, AThousandRoundsLeaveNothing) {
-    RecordingParent parent;
-    Recorder record;
-    EXPECT_TRUE(NoGrowth(1000, [&] {
-        Panel outer(record), inner(record);
-        outer.Create(parent.Window(), 0, 0, 100, 80, true, true);
-        outer.Fill();
-        inner.Create(outer, 50, 50, 20, 20, true, true);
-        outer.InsertElement(&inner);
-        UpdateWindow(outer);
-        outer.Destroy();
-        record.Clear();
-        parent.Record().Clear();
-    }));
-}
-
 }  // namespace

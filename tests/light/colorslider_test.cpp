@@ -428,17 +428,6 @@ TEST_F(ColorSlider, PlacesItsParts) {
     EXPECT_EQ(slider->Left(10001), 300);
 }
 
-TEST_F(ColorSlider, LeavesNothingBehind) {
-    EXPECT_TRUE(NoGrowth(1000, [&] {
-        Slider other;
-        other.Make(parent.Window(), eColorSliderType_HorizontalRainbow);
-        UpdateWindow(other.Thumb());
-        other.Fill(kRange, eColorSliderLayout_ColorPoint);
-        other.SetRange(20, 30);
-        UpdateWindow(other.Thumb());
-    }));
-}
-
 // Both put theirs after what they inherit.
 struct Slots : CKxDevUI_ColorSlider {
     static std::vector<long> Own() {

@@ -302,17 +302,6 @@ TEST(ModeShutterWindow, BearsWhatItsCallbacksDo) {
                                 [](Row& r) { SetFocus(r.Edit()), Type(L"4\n"); }});
 }
 
-TEST(ModeShutterWindow, HoldsNothingBack) {
-    RecordingParent parent;
-    Device device;
-    EXPECT_TRUE(NoGrowth(500, [&] {
-        Row row(nullptr, device, parent.Window());
-        row.Reread(device);
-        UpdateWindow(row);
-        parent.Record().Clear();
-    }));
-}
-
 struct Slots : CKxDevUI_ModeShutter {
     static std::vector<long> InOrder() {
         return SlotsOf(&Slots::OnApertureChangeRequest, &Slots::OnStateChangeRequest, &Slots::OnModeChangeRequest);

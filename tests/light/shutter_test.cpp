@@ -368,19 +368,6 @@ TEST(ShutterWindow, BearsWhatItsCallbacksDo) {
     KX_SetMenuHandler(nullptr, nullptr);
 }
 
-TEST(ShutterWindow, HoldsNothingBack) {
-    RecordingParent parent;
-    Lamp device(eKxShutterType_Epi);
-    EXPECT_TRUE(NoGrowth(1000, [&] {
-        Host shutter;
-        shutter.Make(parent.Window());
-        shutter.Reread(device);
-        UpdateWindow(shutter);
-        SendMessageW(shutter.Button(), BM_CLICK, 0, 0);
-        parent.Record().Clear();
-    }));
-}
-
 struct Slots : CKxDevUI_Shutter {
     static std::vector<long> InOrder() {
         return SlotsOf(&Slots::UpdateShutterIcon, &Slots::OnStateChangeRequest, &Slots::OnRenameDlgRequest);

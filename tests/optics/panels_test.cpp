@@ -133,12 +133,4 @@ TYPED_TEST(PositionPanelLife, TakesADoubleClickForOneAndDevicesAtTheirWord) {
     EXPECT_TRUE(this->parent.Record().Matches({}));
 }
 
-TYPED_TEST(PositionPanelLife, LeavesNothing) {
-    EXPECT_TRUE(NoGrowth(1000, [this] {
-        typename TypeParam::Panel panel(this->parent.Record());
-        this->Open(panel);
-        UpdateWindow(panel);
-    }));
-}
-
 }  // namespace

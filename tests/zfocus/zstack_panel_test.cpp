@@ -231,21 +231,6 @@ TEST_F(ZStackPanelAtWork, CopiesShareTheWindow) {
     EXPECT_EQ(panel->AppendZDevice(L"", true, 1, 0, 1, false, 0, false), -1);
 }
 
-TEST_F(ZStackPanelAtWork, LeavesNothing) {
-    EXPECT_TRUE(NoGrowth(
-        1000,
-        [&] {
-            Panel other(journal);
-            other.Create(parent.Window(), &record, 0, 0, 0, 0, true, true);
-            other.AppendZDevice(L"Focus drive", true, 1, 0, 1000, false, 0, true);
-            other.EnableCube(true);
-            other.UpdateGUI(3);
-            other.Redraw();
-            journal.Take();
-        },
-        20));
-}
-
 // Everything lies inside the dialog and in its place; the width is the question's.
 void CheckQuestion(HWND dialog) {
     RECT client{}, last{}, outer{}, need{};
