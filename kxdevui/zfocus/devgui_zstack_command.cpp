@@ -159,6 +159,8 @@ Handled CKxDevUI_ZStack::OnPositionLeft(int id) {
 // The field that the focus was to have loses it again and would be validated in its turn, and two that are refused
 // would pass the focus to and fro.
 void CKxDevUI_ZStack::GiveBackFocus(HWND edit) {
+    // A field that has been hidden or disabled meanwhile is none to go back to.
+    if ((GetWindowLongW(edit, GWL_STYLE) & (WS_VISIBLE | WS_DISABLED)) != WS_VISIBLE) return;
     const HWND outer = std::exchange(s_displaced, GetFocus());
     SetFocus(edit);
     s_displaced = outer;

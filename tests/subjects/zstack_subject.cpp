@@ -99,6 +99,11 @@ private:
         SetFocus(control_->Item(id));
         if (control_) SetWindowTextW(control_->Item(id), text);
         if (control_ && Window()) SetFocus(parent_->Window());
+        // The user gives up what was refused.
+        if (control_ && Window() && GetFocus() == control_->Item(id)) {
+            SetWindowTextW(control_->Item(id), L"");
+            if (control_ && Window()) SetFocus(parent_->Window());
+        }
     }
 
     CKxZStackData record_;
