@@ -59,7 +59,10 @@ TEST_P(FocusLaw, GoesWhereTheControlSays) {
         Begin();
         for (std::size_t i = 0; i < Control().Windows().size(); ++i) {
             Begin();
-            const HWND window = Control().Windows()[i].window;
+            // Another round may have made fewer of them.
+            const auto windows = Control().Windows();
+            if (i >= windows.size()) break;
+            const HWND window = windows[i].window;
             const HWND focused = Focus(window);
             if (!focused) continue;
             doing_ = NameOfWindow(focused) + " " + name;
