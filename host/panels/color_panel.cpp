@@ -92,7 +92,7 @@ void ColorPanel::FillColumn() {
     lamp.Belong(*this, L"Lamp", L"Lamp at %g %%");
     lamp.Init(kSlider, kStrip, percent.data(), count, Text(L"Lamp"), false, L"%", L"%.0f", true,
               eColorSliderType_LineDraw, eColorSliderLayout_OneRowSpin, 57);
-    lamp.SetLineDrawSliderVorColors(eKxVorGuiColor_ScaleValue, eKxVorGuiColor_ScaleRest, false);
+    lamp.SetLineDrawSliderVorColors({.low = eKxVorGuiColor_ScaleValue, .high = eKxVorGuiColor_ScaleRest});
     Add(lamp, 6, kTop + kRow * row);
     lamp.SetPower(60, false);
 

@@ -63,7 +63,9 @@ bool EditPanel::OnUser(int id, int code, HWND from) {
 
 void EditPanel::Check(int id, bool show) {
     const auto allowed = [show](CKxDevUI_EditBox& field, double held) {
-        return show ? field.CheckRestriction(true, false, held) : field.CheckRestriction(false, true, held) || true;
+        if (show) return field.IsAllowed(EKxComplaint::Shown);
+        field.CorrectToRestriction(held);
+        return true;
     };
     switch (id) {
     case IDC_FIELD_EXPOSURE:
@@ -76,7 +78,7 @@ void EditPanel::Check(int id, bool show) {
         if (allowed(m_delay, m_heldDelay)) Accept(m_heldDelay, m_delay, L"Delay %g s");
         break;
     default:
-        if (!show || m_wavelengths.CheckRestriction(true)) AcceptWavelengths();
+        if (!show || m_wavelengths.IsAllowed(EKxComplaint::Shown)) AcceptWavelengths();
         break;
     }
 }
@@ -94,7 +96,7 @@ void EditPanel::Accept(double& held, CKxDevUI_EditBox& field, const wchar_t* tol
 
 void EditPanel::AcceptWavelengths() {
     std::list<double> wanted;
-    const bool valid = m_wavelengths.GetValues(&wanted) && m_wavelengths.CheckRestriction(false);
+    const bool valid = m_wavelengths.GetValues(&wanted) && m_wavelengths.IsAllowed(EKxComplaint::Logged);
     if (valid && !m_refuses) m_heldWavelengths = wanted;
     ShowHeld();
     Tell(Text(valid && !m_refuses ? L"Lines changed" : L"The field keeps its value").str());

@@ -110,15 +110,18 @@ public:
     // Whether the edit has the keyboard focus.
     bool IsFocused() const;
 
-    // Whether the text is allowed. Checked in this order: the number must lie in the interval, "Value must be in
-    // interval
-    // <%g;%g>"; the text must not be empty if Init said so, "Field can not be empty.". An empty text reads as 0.
+    // Whether the text is allowed. Checked in this order: the number must lie in the interval,
+    // "Value must be in interval <%g;%g>"; the text must not be empty if Init said so, "Field can not be empty.". An
+    // empty text reads as 0.
     //
     // With `correct`, a number outside becomes the violated bound, an empty text becomes `value`, and nothing is said.
     // Otherwise the message, translated and with the label's text before it, goes to a message box or, without
     // `showMessage`, to the log, and the edit gets the focus. Where the format cannot display a bound without leaving
     // the interval, the bound is displayed with as many digits as it takes.
     bool CheckRestriction(bool showMessage, bool correct, double value);
+    // The same by name: whether the text is allowed, and the text made allowed, an empty one by `whenEmpty`.
+    bool IsAllowed(EKxComplaint complaint) { return CheckRestriction(complaint == EKxComplaint::Shown, false, 0); }
+    void CorrectToRestriction(double whenEmpty) { CheckRestriction(false, true, whenEmpty); }
 
     // The inner windows, null before Create; the label's also when there is none.
     HWND GetEditWindow() const noexcept { return m_edit; }

@@ -32,6 +32,8 @@ public:
     //   "Too few values!" or "Too many values!", as the case is;
     // - the first value outside the interval: "Value out of range: %g\nValue must be in interval <%g;%g>".
     virtual bool CheckRestriction(bool showMessage);
+    // The same by name.
+    bool IsAllowed(EKxComplaint complaint) { return CheckRestriction(complaint == EKxComplaint::Shown); }
 
     // How many values there may be, -1 (or any negative number) for no limit. Two limits in reverse order are put in
     // order.

@@ -101,6 +101,8 @@ public:
     // Whether a value is selected. If not, "You have to choose value." is told, translated and after the title's text,
     // in a message box or, without `show`, in the log, and the first button gets the focus.
     virtual bool CheckRestriction(bool show);
+    // The same by name.
+    bool IsAllowed(EKxComplaint complaint) { return CheckRestriction(complaint == EKxComplaint::Shown); }
 
 protected:
     // A button was clicked: tells the notification window.

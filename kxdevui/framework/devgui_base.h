@@ -11,6 +11,9 @@ class Binding;
 class Creation;
 }  // namespace kx::ui
 
+// Where a control says that what was typed or chosen is not allowed: in a message box, or in the log only.
+enum class EKxComplaint { Shown, Logged };
+
 // Holds one control's window handle, nominal size, title, id and state, and gives all controls one set of operations.
 // It makes no window itself: Create is left to each control.
 //

@@ -237,6 +237,15 @@ public:
     void SetLineDrawSlider(unsigned long lowColor, unsigned long highColor);
     // Two entries of the GUI colour scheme (KX_GetVorGuiColor).
     void SetLineDrawSliderVorColors(int lowScheme, int highScheme, bool framed);
+    // The same by name.
+    struct VorLine {
+        int low = 0;
+        int high = 0;
+        bool framed = false;
+    };
+    void SetLineDrawSliderVorColors(const VorLine& line) {
+        SetLineDrawSliderVorColors(line.low, line.high, line.framed);
+    }
 
     // Holds and shows the entry that a value becomes; returns the power now held. One that is held and shown already
     // touches nothing. A line is drawn anew, at once with `redraw`, with the next painting without, and of a disabled

@@ -251,7 +251,7 @@ void CKxDevUI_ModeShutter::MakeSlider(long x) {
     m_slider.m_owner = this;
     m_slider.Init(96, 5, values.data(), count, L"", false, L"", L"%0.0f", true, eColorSliderType_LineDraw,
                   eColorSliderLayout_OneRow, 30);
-    m_slider.SetLineDrawSliderVorColors(31, 37, false);
+    m_slider.SetLineDrawSliderVorColors({.low = 31, .high = 37});
     const Alive alive(this);
     const HWND slider = m_slider.Create(m_hWnd, CKxGUILayoutManager::Zoomed(static_cast<double>(x)),
                                         CKxGUILayoutManager::Zoomed(2), -1, -1, true, true);
@@ -320,13 +320,10 @@ LRESULT CKxDevUI_ModeShutter::OnCommand(WPARAM wParam, LPARAM) {
     if (item < 0) return 1;
     const auto mode =
         static_cast<EKxShutterMode>(SendMessageW(m_modeList, CB_GETITEMDATA, static_cast<WPARAM>(item), 0));
-    bool veto = false;
-    const Alive alive(this);
-    // A host that throws has not agreed.
-    if (!Guarded([&]() -> Handled { return OnModeChangeRequest(mode, veto), 1; })) veto = true;
-    if (!alive) return 1;
+    const Answer answer = AskHost(this, [&](bool& veto) { OnModeChangeRequest(mode, veto); });
+    if (answer == Answer::Agreed) SetMode(mode);
     // The list has shown the user's choice since before the host was asked.
-    veto ? SelectMode() : SetMode(mode);
+    if (answer == Answer::Refused) SelectMode();
     return 1;
 }
 

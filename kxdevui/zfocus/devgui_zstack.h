@@ -126,6 +126,12 @@ public:
 
     // Empties the list, and the record's with `record`; with `refresh` follows UpdateGUI(3).
     void ClearZDevices(bool record, bool refresh);
+    // The same by name.
+    struct ClearedToo {
+        bool record = false;
+        bool refresh = false;
+    };
+    void ClearZDevices(const ClearedToo& too) { ClearZDevices(too.record, too.refresh); }
 
     // Shows what the record holds, where that differs from what is shown, but for an edit in which the user is typing.
     // OnZDeviceShown comes first, unless the record has no device. Flags as above; without a window nothing happens.
