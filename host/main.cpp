@@ -8,6 +8,7 @@
 #include <cwchar>
 #include <string>
 
+#include <kxdevui/framework/devgui_host.h>
 #include <kxsystem/kx_log.h>
 #include <kxsystem/kx_translation.h>
 
@@ -71,15 +72,6 @@ CommandLine ReadCommandLine() {
     return read;
 }
 
-// Enter on a panel's button: IsDialogMessage would name the button to the main window, which is not its parent.
-bool PressesButton(const MSG& message) {
-    if (message.message != WM_KEYDOWN || message.wParam != VK_RETURN) return false;
-    const LRESULT code = SendMessageW(message.hwnd, WM_GETDLGCODE, VK_RETURN, 0);
-    if (!(code & (DLGC_DEFPUSHBUTTON | DLGC_UNDEFPUSHBUTTON))) return false;
-    SendMessageW(message.hwnd, BM_CLICK, 0, 0);
-    return true;
-}
-
 }  // namespace
 
 int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, wchar_t*, int) {
@@ -115,9 +107,7 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, wchar_t*, int) {
 
     MSG message;
     while (GetMessageW(&message, nullptr, 0, 0) > 0) {
-        // The panels are dialogs within this window: Tab and the arrow keys move between their controls.
-        if (PressesButton(message)) continue;
-        if (IsWindow(window.Handle()) && IsDialogMessageW(window.Handle(), &message)) continue;
+        if (KX_IsPanelMessage(window.Handle(), &message)) continue;
         TranslateMessage(&message);
         DispatchMessageW(&message);
     }

@@ -107,7 +107,9 @@ HMODULE ResourceModule() {
         file += c_resourceModule;
         const HMODULE found =
             LoadLibraryExW(file.c_str(), nullptr, LOAD_LIBRARY_AS_DATAFILE | LOAD_LIBRARY_AS_IMAGE_RESOURCE);
-        if (!found) KX_LOG(L"kx_bitmappool", L"%ls cannot be loaded - lasterror = %u", file.c_str(), GetLastError());
+        if (!found)
+            KX_LOG(L"kx_bitmappool", L"NO IMAGE CAN BE SHOWN: %ls cannot be loaded - lasterror = %u", file.c_str(),
+                   GetLastError());
         return found;
     }();
     return module;

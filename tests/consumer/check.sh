@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# tests/consumer/check.sh BUILD_FOLDER : installs the built library, makes the consumer from the package in a folder
-# outside of the tree, and runs it beside a copy of the package's bin/. Called by ctest.
+# tests/consumer/check.sh BUILD_FOLDER : installs the built library, makes the consumer and the smallest example from the
+# package in a folder outside of the tree, and runs both. Called by ctest.
 set -eu
 source "$(dirname "${BASH_SOURCE[0]}")/../../scripts/help.sh"
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
@@ -21,10 +21,14 @@ if grep -rlF "$root" "$package/include" "$package/lib/cmake"; then echo "the pac
 # Moved, as a package unpacked elsewhere is.
 cp -r "$package" "$work/moved"
 cp -r "$here" "$work/source"
-cmake -G Ninja -S "$work/source" -B "$work/build" -DCMAKE_TOOLCHAIN_FILE="$root/cmake/mingw-w64.cmake" \
-      -DKxDevUI_DIR="$work/moved/lib/cmake/KxDevUI" >"$work/build.log" 2>&1 &&
-  cmake --build "$work/build" >>"$work/build.log" 2>&1 || { cat "$work/build.log"; exit 1; }
+# make PROJECT NAME : builds a project by the package alone, with the two commands that its page gives.
+make() {
+  cmake -G Ninja -S "$1" -B "$work/$2" -DCMAKE_TOOLCHAIN_FILE="$root/cmake/mingw-w64.cmake" \
+        -DKxDevUI_DIR="$work/moved/lib/cmake/KxDevUI" >"$work/build.log" 2>&1 &&
+    cmake --build "$work/$2" >>"$work/build.log" 2>&1 || { cat "$work/build.log"; exit 1; }
+}
+make "$work/source" consumer
+make "$work/moved/share/kxdevui/examples/minimal" minimal
 
-mkdir "$work/bin"
-cp "$work/moved/bin/"* "$work/build/consumer.exe" "$work/bin/"
-"$root/scripts/wine-run" "$work/bin/consumer.exe"
+"$root/scripts/wine-run" "$work/consumer/consumer.exe"
+"$root/scripts/wine-run" "$work/consumer/consumer.exe" "$work/minimal/minimal.exe"
