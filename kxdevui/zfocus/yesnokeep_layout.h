@@ -5,6 +5,8 @@
 
 #include <array>
 
+#include <kxdevui/framework/kxdevui_api.h>
+
 namespace kx::zstack {
 
 // What has been measured.
@@ -28,6 +30,6 @@ long YesNoKeepWidth(const YesNoKeepSizes& sizes);
 
 // Icon at the left, question beside it, check box under the question, the buttons in one row under that and centred
 // under the question; 10 pixels between all.
-YesNoKeepLayout PlaceYesNoKeep(const YesNoKeepSizes& sizes);
+KXDEVUI_API YesNoKeepLayout PlaceYesNoKeep(const YesNoKeepSizes& sizes);
 
 }  // namespace kx::zstack

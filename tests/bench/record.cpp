@@ -124,6 +124,13 @@ testing::AssertionResult Compare(const std::vector<Expected>& expected, const st
 
 void Recorder::Text(std::string text) { Add({0, 0, 0, std::move(text)}); }
 
+std::string Recorder::Take() {
+    std::string row;
+    for (const Entry& entry : std::exchange(entries_, {}))
+        row += (row.empty() ? "" : " ") + entry.text;
+    return row;
+}
+
 testing::AssertionResult Recorder::Matches(const std::vector<Expected>& expected) {
     std::vector<Entry> actual;
     actual.swap(entries_);

@@ -117,6 +117,8 @@ public:
 
     const std::vector<Entry>& Entries() const { return entries_; }
     void Clear() { entries_.clear(); }
+    // All of it in one row, which it empties: "SetTop(70, 0) Changed(3)".
+    std::string Take();
 
     // Compares the whole record and empties it, so that the next step of a test starts anew.
     [[nodiscard]] testing::AssertionResult Matches(const std::vector<Expected>& expected);

@@ -25,6 +25,12 @@ inline std::string PlaceOf(HWND window) {
            std::to_string(r.bottom - r.top);
 }
 
+inline std::wstring TextOf(HWND window) {
+    std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(window)), L'\0');
+    GetWindowTextW(window, text.data(), static_cast<int>(text.size()) + 1);
+    return text;
+}
+
 // Dialogs that nobody wrote for this library: calls with the name, "#12" for a numbered one, and the module of each.
 template <class Call>
 void ForEachPlatformDialog(Call call) {

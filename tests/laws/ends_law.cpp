@@ -30,21 +30,24 @@ protected:
         }
     }
 
-    // Every callback, by its name, and what brings it.
-    std::map<std::string, Cause> Causes() {
-        std::map<std::string, Cause> causes;
-        const auto listen = [&](const Cause& cause) {
+    // Every callback, by its name and the class of the window that is used, and what brings it.
+    std::map<std::pair<std::string, std::string>, Cause> Causes() {
+        std::map<std::pair<std::string, std::string>, Cause> causes;
+        const auto listen = [&](const std::string& by, const Cause& cause) {
             Begin();
-            Control().told = [&](const std::string& name) { causes.try_emplace(name, cause); };
+            Control().told = [&](const std::string& name) { causes.try_emplace({name, by}, cause); };
             cause();
             Control().told = nullptr;
         };
         Begin();
-        for (std::size_t i = 0, count = Control().Windows().size(); i < count; ++i) {
-            doing_ = "window " + std::to_string(i);
-            listen([=, this] { ActAt(i); });
-        }
-        listen([this] { Operate(); });
+        std::vector<std::string> names;
+        for (const Target& each : Control().Windows())
+            names.push_back(NameOfWindow(each.window));
+        for (std::size_t i = 0; i < names.size(); ++i)
+            listen(names[i].substr(0, names[i].find(' ')), [=, this] { ActAt(i); });
+        for (const int n : {0, 1})
+            listen("what provokes it", [=, this] { Control().Provoke(n); });
+        listen("an operation", [this] { Operate(); });
         return causes;
     }
 };
@@ -58,7 +61,8 @@ TEST_P(EndsLaw, NothingDeadIsTouched) {
                 {End::Object, "the object"},
                 {End::Parent, "the parent"}};
     const auto causes = Causes();
-    for (const auto& [callback, cause] : causes) {
+    for (const auto& [key, cause] : causes) {
+        const auto& [callback, by] = key;
         if (IsExcepted(callback)) continue;
         for (const auto& [end, name] : ends) {
             Begin();
@@ -71,7 +75,7 @@ TEST_P(EndsLaw, NothingDeadIsTouched) {
                 told = true;
                 Control().End(how);
             };
-            doing_ = callback + " ends " + name;
+            doing_ = callback + " by " + by + " ends " + name;
             cause();
             Pump();
             Control().told = nullptr;

@@ -6,7 +6,6 @@
 #include <kxbaseui/kx_tooltip.h>
 #include <kxdevui/framework/ui_gdi.h>
 #include <kxdevui/light/devgui_shutter.h>
-#include <kxdevui/framework/devgui.h>
 #include <kxdevui/framework/devgui_messages.h>
 
 #include <commctrl.h>
@@ -19,54 +18,46 @@ using namespace kx::test;
 
 constexpr int kId = 7, kTitle = 10100, kButton = 10200, kRelease = 0x202;
 
-// Writes down what the host is asked, and does what the test wants inside.
-class Host : public CKxDevUI_Shutter {
+class Host : public Asking<CKxDevUI_Shutter> {
 public:
-    explicit Host(Recorder* record = nullptr) : m_record(record) { SetId(kId); }
+    using Asking::Asking;
 
     HWND Make(HWND parent) { return Create(parent, 20, 20, -1, -1, true, true); }
-    void Reread(IKxDeviceShutter& device) { Update(&device, true, true, true); }
     HWND Title() const { return GetDlgItem(m_hWnd, kTitle); }
     HWND Button() const { return GetDlgItem(m_hWnd, kButton); }
+    static std::vector<long> Slots() {
+        return SlotsOf(&Host::UpdateShutterIcon, &Host::OnStateChangeRequest, &Host::OnRenameDlgRequest);
+    }
 
-    bool veto = false;
-    std::function<void()> act;  // in every callback; may end this object
-
-    using CKxDevUI_Shutter::m_imageOff;
-    using CKxDevUI_Shutter::m_imageOn;
+    bool derived = true;  // or the parent is asked, as by the base
+    using CKxDevUI_Shutter::m_imageOff, CKxDevUI_Shutter::m_imageOn;
 
 protected:
     bool UpdateShutterIcon(unsigned id, int grabber) override {
-        if (m_record) m_record->Call("Icon", id != 0, grabber);
+        Told("Icon", id != 0, grabber);
         return CKxDevUI_Shutter::UpdateShutterIcon(id, grabber);
     }
     void OnStateChangeRequest(bool state, bool& refuse) override {
-        if (!m_record) return CKxDevUI_Shutter::OnStateChangeRequest(state, refuse);
-        refuse = veto;
-        Tell("State", state);
+        derived ? Asked(refuse, "State", state) : CKxDevUI_Shutter::OnStateChangeRequest(state, refuse);
     }
-    void OnRenameDlgRequest() override { Tell("Rename"); }
-
-private:
-    template <class... Values>
-    void Tell(const char* name, Values... values) {
-        if (m_record) m_record->Call(name, values...);
-        if (const auto action = act) action();
-    }
-    Recorder* m_record;
+    void OnRenameDlgRequest() override { Told("Rename"); }
 };
 
 // A shutter in a window; the record holds what comes after that.
 class Shutter : public testing::Test {
 protected:
-    void SetUp() override {
-        shutter.Make(parent.Window());
+    void SetUp() override { Make(); }
+    Host& Make() {
+        shutter = std::make_unique<Host>(parent.Record());
+        shutter->SetId(kId);
+        shutter->Make(parent.Window());
         parent.Record().Clear();
+        return *shutter;
     }
-    testing::AssertionResult Told(const std::vector<Expected>& all) { return parent.Record().Matches(all); }
+    std::string Heard() { return parent.Record().Take(); }
 
     RecordingParent parent;
-    Host shutter{&parent.Record()};
+    std::unique_ptr<Host> shutter;
 };
 
 std::wstring TipOf(const Host& shutter) {
@@ -104,7 +95,7 @@ TEST(ShutterRules, HaveAnImageForEachCase) {
     EXPECT_EQ(GetCommonImageFromPool(1103), CKxBitmapPool::NoImage);
 }
 
-TEST(ShutterClick, AsksForTheOtherStateAndObeysTheAnswer) {
+TEST_F(Shutter, AsksForTheOtherStateAndObeysTheAnswer) {
     const struct {
         const char* name;
         void (*make)(Host& shutter);
@@ -118,38 +109,31 @@ TEST(ShutterClick, AsksForTheOtherStateAndObeysTheAnswer) {
         {"the same message by hand", [](Host& s) { SendMessageW(s, WM_COMMAND, MAKEWPARAM(kButton, kRelease), 0); }, 1},
         {"another id", [](Host& s) { SendMessageW(s, WM_COMMAND, MAKEWPARAM(kButton + 1, kRelease), 0); }, 0},
         {"a capture that is lost", [](Host& s) { Press(s.Button(), 12, 12), SetCapture(GetParent(s)), Release(); }, 0},
+        {"the message while disabled",
+         [](Host& s) { s.SetEnabled(false), SendMessageW(s, WM_COMMAND, MAKEWPARAM(kButton, kRelease), 0); }, 0},
         {"a click by program", [](Host& s) { SendMessageW(s.Button(), BM_CLICK, 0, 0); }, 1},
     };
     for (int way = 0; way < 8; ++way) {
         for (const auto& gesture : gestures) {
-            const bool derived = way & 1, agrees = way & 2;
+            const bool agrees = way & 2;
             bool state = way & 4;
-            SCOPED_TRACE(std::string(gesture.name) + ", " + std::to_string(way));
-            RecordingParent parent;
-            Host shutter(derived ? &parent.Record() : nullptr);
+            SCOPED_TRACE(gesture.name + std::to_string(way));
             parent.Answer(WM_COMMAND, agrees);
-            shutter.veto = !agrees;
-            ASSERT_TRUE(shutter.Make(parent.Window()));
-            shutter.SetState(state);
-            parent.Record().Clear();
-            gesture.make(shutter);
+            Make().answer = !agrees;
+            shutter->derived = way & 1;
+            shutter->SetState(state);
+            gesture.make(*shutter);
             Pump();
             std::vector<Expected> expected;
             for (int i = 0; i < gesture.asked; ++i) {
-                expected.push_back(derived ? Call("State", !state) : Command(kId, 0, shutter));
+                expected.push_back(shutter->derived ? Call("State", !state) : Command(kId, 0, *shutter));
                 if (agrees) state = !state;
             }
             EXPECT_TRUE(parent.Record().Matches(expected));
-            EXPECT_EQ(shutter.GetState(), state);
+            EXPECT_EQ(shutter->GetState(), state);
             Release();
         }
     }
-}
-
-TEST_F(Shutter, AsksForNothingWhenDisabled) {
-    shutter.SetEnabled(false);
-    SendMessageW(shutter, WM_COMMAND, MAKEWPARAM(kButton, kRelease), 0);
-    EXPECT_TRUE(Told({}));
 }
 
 TEST_F(Shutter, OpensTheMenuWithTheRightButton) {
@@ -162,152 +146,130 @@ TEST_F(Shutter, OpensTheMenuWithTheRightButton) {
         },
         &menu);
     RECT place{};
-    GetWindowRect(shutter.Button(), &place);
-    const Expected opened = Call("Menu", 1, 10000, L"Shutter Parameters...", place.left, place.bottom);
-    Click(shutter.Button(), 5, 5, Button::Right);
-    menu.second = 10000;
-    Click(shutter.Button(), 5, 5, Button::Right);
-    shutter.RenameEnabled(false);
-    Click(shutter.Button(), 5, 5, Button::Right);
-    EXPECT_TRUE(Told({opened, opened, Call("Rename")}));
+    GetWindowRect(shutter->Button(), &place);
+    const std::string opened = CallText("Menu", 1, 10000, L"Shutter Parameters...", place.left, place.bottom);
+    for (const int chosen : {0, 10000}) {
+        menu.second = chosen;
+        Click(shutter->Button(), 5, 5, Button::Right);
+        EXPECT_EQ(Heard(), chosen ? opened + " Rename()" : opened);
+    }
+    shutter->RenameEnabled(false);
+    Click(shutter->Button(), 5, 5, Button::Right);
+    EXPECT_EQ(Heard(), "");
     KX_SetMenuHandler(nullptr, nullptr);
-
-    // The platform's own menu, by keys.
-    PostMessageW(shutter, WM_KEYDOWN, VK_DOWN, 1);
-    PostMessageW(shutter, WM_KEYDOWN, VK_RETURN, 1);
-    EXPECT_EQ(shutter.PopupMenu(shutter, place.left, place.bottom), 10000);
-    EXPECT_TRUE(Told({Call("Rename")}));
-    EXPECT_EQ(shutter.PopupMenu(nullptr, 0, 0), 0);
+    EXPECT_EQ(shutter->PopupMenu(nullptr, 0, 0), 0);
 }
 
-TEST(ShutterUpdate, ShowsWhatIsAskedForAndNothingElse) {
+TEST_F(Shutter, ShowsWhatIsAskedForAndNothingElse) {
+    Lamp device(eKxShutterType_Dia);
+    device.SetLocked(true);
+    device.Open(true);
     for (int flags = 0; flags < 16; ++flags) {
         SCOPED_TRACE(flags);
         const bool a = flags & 1, b = flags & 2, c = flags & 4, byMessage = flags & 8, asked[3] = {a, b, c};
-        Lamp device(eKxShutterType_Dia);
-        device.SetLocked(true);
-        device.Open(true);
-        RecordingParent parent;
-        Host shutter(&parent.Record());
-        shutter.Make(parent.Window());
-        parent.Record().Clear();
-        const HWND before = shutter.Button();
-        if (byMessage) SendMessageW(shutter, 0x0500, device.GetLogDevId(), reinterpret_cast<LPARAM>(asked));
-        EXPECT_TRUE(byMessage || shutter.Update(device.GetLogDevId(), a, b, c));
-        EXPECT_EQ(shutter.GetEnabled(), !(a || b));
-        EXPECT_EQ(IsWindowEnabled(shutter.Button()) != FALSE, !(a || b));
-        EXPECT_EQ(TipOf(shutter), b ? L"Lamp & shutter" : L"");
-        EXPECT_EQ(shutter.GetType(), b ? eKxShutterType_Dia : eKxShutterType_Epi);
-        EXPECT_EQ(TextOf(shutter.Title()), b ? L"DIA" : L"EPI");
-        EXPECT_EQ(shutter.GetState(), c);
-        EXPECT_EQ(shutter.m_imageOn == CKxBitmapPool::AddImageBaseUI(L"SHUTTER_DIA_OPEN"), c);
-        EXPECT_EQ(shutter.Button() != before, a && byMessage) << "made anew by the device's update alone";
-        EXPECT_TRUE(parent.Record().Matches(c ? std::vector{Call("Icon", true, 0)} : std::vector<Expected>{}));
+        Make();
+        const HWND before = shutter->Button();
+        if (byMessage) SendMessageW(*shutter, 0x0500, device.GetLogDevId(), reinterpret_cast<LPARAM>(asked));
+        EXPECT_TRUE(byMessage || shutter->Update(device.GetLogDevId(), a, b, c));
+        EXPECT_EQ(shutter->GetEnabled(), !(a || b));
+        EXPECT_EQ(IsWindowEnabled(shutter->Button()) != FALSE, !(a || b));
+        EXPECT_EQ(TipOf(*shutter), b ? L"Lamp & shutter" : L"");
+        EXPECT_EQ(shutter->GetType(), b ? eKxShutterType_Dia : eKxShutterType_Epi);
+        EXPECT_EQ(TextOf(shutter->Title()), b ? L"DIA" : L"EPI");
+        EXPECT_EQ(shutter->GetState(), c);
+        EXPECT_EQ(shutter->m_imageOn == CKxBitmapPool::AddImageBaseUI(L"SHUTTER_DIA_OPEN"), c);
+        EXPECT_EQ(shutter->Button() != before, a && byMessage) << "made anew by the device's update alone";
+        EXPECT_EQ(Heard(), c ? "Icon(true, 0)" : "");
     }
 }
 
 TEST_F(Shutter, LocksUnlocksAndTitles) {
     Lamp device(static_cast<EKxShutterType>(9));
     const unsigned id = device.GetLogDevId();
-    shutter.Update(id, false, true, false);
-    EXPECT_EQ(shutter.GetTitle(), L"EPI") << "a type without a title keeps the old one";
-    for (const std::wstring& title : {std::wstring(L"Left <b>&amp;</b> lamp"), std::wstring(10000, L'&')}) {
-        device.title = title.c_str();
-        shutter.Update(&device, true, true, true);
-        EXPECT_EQ(TextOf(shutter.Title()), title);
-    }
+    shutter->Update(id, false, true, false);
+    EXPECT_EQ(shutter->GetTitle(), L"EPI") << "a type without a title keeps the old one";
+    device.title = L"Left <b>&amp;</b> lamp";
+    shutter->Update(&device, true, true, true);
+    EXPECT_EQ(TextOf(shutter->Title()), L"Left <b>&amp;</b> lamp");
     device.SetLocked(true);
-    shutter.Update(id, true, false, false);
-    shutter.SetEnabled(true);
-    EXPECT_FALSE(shutter.GetEnabled());
+    shutter->Update(id, true, false, false);
+    shutter->SetEnabled(true);
+    EXPECT_FALSE(shutter->GetEnabled());
     device.SetLocked(false);
     for (int i = 0; i < 2; ++i) {
-        shutter.Update(id, true, false, false);
-        EXPECT_TRUE(IsWindowEnabled(shutter.Button())) << "also after the host has disabled it";
-        shutter.SetEnabled(false);
+        shutter->Update(id, true, false, false);
+        EXPECT_TRUE(IsWindowEnabled(shutter->Button())) << "also after the host has disabled it";
+        shutter->SetEnabled(false);
     }
     CKxDeviceRegistry::SetGrabberActive(true);
-    shutter.Update(&device, false, false, true);
-    EXPECT_EQ(shutter.m_imageOff, CKxBitmapPool::AddImageBaseUI(L"SHUTTER_CLOSED_LIVE"));
+    shutter->Update(&device, false, false, true);
+    EXPECT_EQ(shutter->m_imageOff, CKxBitmapPool::AddImageBaseUI(L"SHUTTER_CLOSED_LIVE"));
     CKxDeviceRegistry::SetGrabberActive(false);
 }
 
 TEST_F(Shutter, RefusesWhatIsNoShutter) {
-    auto device = std::make_unique<Lamp>(eKxShutterType_Aux2);
+    auto device = std::make_unique<Lamp>(eKxShutterType_Dia);
     const unsigned id = device->GetLogDevId();
-    Lamp dia(eKxShutterType_Dia);
-    for (const bool fails : {false, true}) {
-        dia.fails = fails;
-        shutter.Update(dia.GetLogDevId(), false, false, true);
-        EXPECT_EQ(shutter.m_imageOff, CKxBitmapPool::AddImageBaseUI(L"SHUTTER_DIA_CLOSED")) << "as held";
-    }
-    parent.Record().Clear();
-    Host windowless;
+    Host windowless(parent.Record());
     EXPECT_TRUE(windowless.Update(id, true, true, true));
-    EXPECT_EQ(windowless.GetTitle(), L"Aux2");
+    EXPECT_EQ(windowless.GetTitle(), L"DIA");
+    shutter->Update(id, true, true, true);
     device->Open(true);
     device->fails = true;
-    EXPECT_FALSE(shutter.Update(device.get(), true, true, true));
-    EXPECT_FALSE(shutter.Update(id, true, true, true));
-    EXPECT_FALSE(shutter.GetState()) << "as held";
-    EXPECT_FALSE(shutter.Update(static_cast<IKxDeviceShutter*>(nullptr), true, true, true));
+    parent.Record().Clear();
+    EXPECT_FALSE(shutter->Update(device.get(), true, true, true));
+    EXPECT_FALSE(shutter->Update(id, true, true, true));
+    EXPECT_FALSE(shutter->Update(static_cast<IKxDeviceShutter*>(nullptr), true, true, true));
     CKxSimLightPath other(L"Path", {L"Eye", L"Camera"});
     for (const unsigned each : {0u, CKxDeviceRegistry::Add(other), 99999u})
-        kx::ui::SendDeviceBand(shutter, each, kx::ui::ShutterBand{true, true, true});
-    SendMessageW(shutter, 0x0500, id, 0);
-    EXPECT_TRUE(Told({}));
-    device->fails = false;
-    shutter.Update(id, true, true, true);
-    EXPECT_TRUE(shutter.GetState());
+        kx::ui::SendDeviceBand(*shutter, each, kx::ui::ShutterBand{true, true, true});
+    SendMessageW(*shutter, 0x0500, id, 0);
+    EXPECT_EQ(Heard(), "");
+    shutter->Update(id, false, false, true);
+    EXPECT_EQ(shutter->m_imageOff, CKxBitmapPool::AddImageBaseUI(L"SHUTTER_DIA_CLOSED")) << "as held";
     device.reset();
-    EXPECT_TRUE(shutter.Update(id, true, true, true));
-    EXPECT_FALSE(shutter.GetState());
-    EXPECT_EQ(shutter.GetTitle(), L"EPI");
-    EXPECT_EQ(shutter.m_imageOff, GetCommonImageFromPool(1102));
+    EXPECT_TRUE(shutter->Update(id, true, true, true));
+    EXPECT_EQ(shutter->GetTitle(), L"EPI");
+    EXPECT_EQ(shutter->m_imageOff, GetCommonImageFromPool(1102));
 }
 
 // A pixel painted over the button tells whether it was drawn again.
 TEST_F(Shutter, DrawsOnlyWhatHasChanged) {
     Pump();
     const auto isDrawn = [&](const std::function<void()>& act) {
-        SetPixel(kx::ui::WindowDC(shutter.Button()), 10, 10, RGB(1, 2, 3));
+        SetPixel(kx::ui::WindowDC(shutter->Button()), 10, 10, RGB(1, 2, 3));
         act();
-        return GetPixel(kx::ui::WindowDC(shutter.Button()), 10, 10) != RGB(1, 2, 3);
+        return GetPixel(kx::ui::WindowDC(shutter->Button()), 10, 10) != RGB(1, 2, 3);
     };
-    EXPECT_FALSE(isDrawn([&] { shutter.SetState(false); }));
-    EXPECT_TRUE(isDrawn([&] { shutter.SetState(true); }));
-    EXPECT_FALSE(isDrawn([&] { shutter.SetTitle(L"EPI"), shutter.SetEnabled(true), Pump(); }));
-    EXPECT_TRUE(isDrawn([&] { EXPECT_FALSE(static_cast<CKxDevUI_Shutter&>(shutter).UpdateShutterIcon(0, 0)); }));
+    EXPECT_FALSE(
+        isDrawn([&] { shutter->SetState(false), shutter->SetTitle(L"EPI"), shutter->SetEnabled(true), Pump(); }));
+    EXPECT_TRUE(isDrawn([&] { shutter->SetState(true); }));
+    EXPECT_TRUE(isDrawn([&] { EXPECT_FALSE(static_cast<CKxDevUI_Shutter&>(*shutter).UpdateShutterIcon(0, 0)); }));
 }
 
-TEST(ShutterWindow, IsMadeOfTitleAndButton) {
+TEST_F(Shutter, IsMadeOfTitleAndButton) {
     const struct {
-        double zoom;
         bool left, inside;
-        const char *window, *title, *button;
-    } cases[] = {{1, false, false, "20 20 90 40", "0 0 90 16", "8 16 24 24"},
-                 {1.5, false, false, "20 20 135 60", "0 0 135 24", "12 24 36 36"},
-                 {1, true, false, "20 20 90 40", "0 12 66 16", "66 8 24 24"},
-                 {1, false, true, "20 20 90 40", "", "0 0 90 40"}};
+        const char *title, *button;
+    } cases[] = {{false, false, "0 0 90 16", "8 16 24 24"},
+                 {true, false, "0 12 66 16", "66 8 24 24"},
+                 {false, true, "0 0 0 0", "0 0 90 40"}};
+    Lamp device(eKxShutterType_Epi);
     for (const auto& each : cases) {
-        const Zoom zoom(each.zoom);
-        RecordingParent parent;
-        Lamp device(eKxShutterType_Epi);
-        Host shutter;
-        shutter.SetSize(90, 40);
-        shutter.SetTitlePosition(each.left, -1);
-        shutter.SetTitleInButton(each.inside);
-        ASSERT_TRUE(shutter.Make(parent.Window()));
+        shutter->SetSize(90, 40);
+        shutter->SetTitlePosition(each.left, -1);
+        shutter->SetTitleInButton(each.inside);
+        ASSERT_TRUE(shutter->Make(parent.Window()));
         for (int i = 0; i < 2; ++i) {
-            EXPECT_EQ(PlaceOf(shutter), each.window);
-            EXPECT_EQ(PlaceOf(shutter.Title()), each.title);
-            EXPECT_EQ(PlaceOf(shutter.Button()), each.button);
-            EXPECT_EQ(GetWindowLongW(shutter.Title(), GWL_STYLE) & SS_TYPEMASK, each.left ? SS_RIGHT : SS_LEFT);
-            shutter.Update(&device, true, true, true);
+            EXPECT_EQ(PlaceOf(*shutter), "20 20 90 40");
+            EXPECT_EQ(PlaceOf(shutter->Title()), each.title);
+            EXPECT_EQ(PlaceOf(shutter->Button()), each.button);
+            EXPECT_EQ(GetWindowLongW(shutter->Title(), GWL_STYLE) & SS_TYPEMASK, each.left ? SS_RIGHT : SS_LEFT);
+            shutter->Update(&device, true, true, true);
         }
-        EXPECT_EQ(GetWindowLongPtrW(shutter, 0), 5015);
     }
-    RecordingParent parent;
+    EXPECT_EQ(GetWindowLongPtrW(*shutter, 0), 5015);
+    EXPECT_EQ(Host::Slots(), (std::vector<long>{19, 20, 21}));
     CKxDevUI_MechanicalShutter small;
     small.Create(parent.Window(), 5, 5, -1, -1);
     EXPECT_EQ(PlaceOf(small), "5 5 30 30");
@@ -316,64 +278,43 @@ TEST(ShutterWindow, IsMadeOfTitleAndButton) {
     EXPECT_FALSE(small.Create(nullptr, LONG_MAX, LONG_MIN, LONG_MAX, 0));
 }
 
-TEST(ShutterWindow, FitsItsTitle) {
+TEST_F(Shutter, FitsItsTitle) {
     const Zoom zoom(1.5);
-    RecordingParent parent;
-    Host shutter;
-    shutter.SetAutomaticallyResizable(true, 64, 128);
-    shutter.SetTitleInButton(true);
-    shutter.SetSize(64, 24);
-    shutter.Make(parent.Window());
-    for (const int length : {10000, 0}) {
-        shutter.SetTitle(std::wstring(std::size_t(length), L'W').c_str());
-        EXPECT_EQ(PlaceOf(shutter), length ? "20 20 192 36" : "20 20 96 36");
-        EXPECT_EQ(PlaceOf(shutter.Button()), length ? "0 0 192 36" : "0 0 96 36");
-        EXPECT_EQ(shutter.GetButtonWidth(), length ? 128 : 64);
+    shutter->SetAutomaticallyResizable(true, 64, 128);
+    shutter->SetTitleInButton(true);
+    shutter->SetSize(64, 24);
+    shutter->Make(parent.Window());
+    for (const auto& [length, width] : {std::pair{10000, "192 36"}, {0, "96 36"}}) {
+        shutter->SetTitle(std::wstring(std::size_t(length), L'W').c_str());
+        EXPECT_EQ(PlaceOf(*shutter), std::string("20 20 ") + width);
+        EXPECT_EQ(PlaceOf(shutter->Button()), std::string("0 0 ") + width);
     }
 }
 
-TEST(ShutterWindow, TakesOverADialogsControls) {
+TEST_F(Shutter, TakesOverADialogsControls) {
     for (const bool titled : {true, false}) {
-        RecordingParent parent;
-        const auto add = [&](const wchar_t* windowClass, int id, int x, int y) {
-            return CreateWindowExW(0, windowClass, L"Dia lamp", WS_CHILD | WS_VISIBLE, x, y, 60, 20, parent.Window(),
-                                   reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), nullptr, nullptr);
+        RecordingParent dialog;
+        const auto add = [&](const wchar_t* windowClass, int id, long x, long y) {
+            return AddChild(dialog.Window(), windowClass, id, {x, y, x + 60, y + 20}, 0, L"Dia lamp");
         };
         const HWND before = add(L"EDIT", 1, 0, 0), title = titled ? add(L"STATIC", 2, 30, 42) : nullptr;
         const HWND button = add(L"BUTTON", 3, 100, 40), after = add(L"EDIT", 4, 0, 80);
-        Host shutter(&parent.Record());
-        EXPECT_FALSE(shutter.Create(HWND{}, title));
-        EXPECT_FALSE(shutter.Create(before, title)) << "no button";
-        ASSERT_TRUE(shutter.Create(button, title));
-        EXPECT_FALSE(Host().Create(button, nullptr)) << "taken already";
-        EXPECT_EQ(GetDlgItem(parent.Window(), 3), HWND{shutter});
-        EXPECT_EQ(PlaceOf(shutter), titled ? "30 40 130 22" : "100 40 60 20");
-        EXPECT_EQ(GetWindow(shutter, GW_HWNDPREV), before);
-        EXPECT_EQ(GetWindow(shutter, GW_HWNDNEXT), after);
-        EXPECT_EQ(PlaceOf(shutter.Title()), titled ? "0 2 60 20" : "");
-        EXPECT_EQ(PlaceOf(shutter.Button()), titled ? "70 0 60 20" : "0 0 60 20");
-        EXPECT_EQ(TextOf(shutter.Title()), titled ? L"Dia lamp" : L"");
-        parent.Record().Clear();
-        Click(shutter.Button(), 5, 5);
-        EXPECT_TRUE(parent.Record().Matches({Call("State", true)}));
+        Host taken(dialog.Record());
+        EXPECT_FALSE(taken.Create(HWND{}, title));
+        EXPECT_FALSE(taken.Create(before, title)) << "no button";
+        ASSERT_TRUE(taken.Create(button, title));
+        EXPECT_FALSE(Host(dialog.Record()).Create(button, nullptr)) << "taken already";
+        EXPECT_EQ(GetDlgItem(dialog.Window(), 3), HWND{taken});
+        EXPECT_EQ(PlaceOf(taken), titled ? "30 40 130 22" : "100 40 60 20");
+        EXPECT_EQ(GetWindow(taken, GW_HWNDPREV), before);
+        EXPECT_EQ(GetWindow(taken, GW_HWNDNEXT), after);
+        EXPECT_EQ(PlaceOf(taken.Title()), titled ? "0 2 60 20" : "0 0 0 0");
+        EXPECT_EQ(PlaceOf(taken.Button()), titled ? "70 0 60 20" : "0 0 60 20");
+        EXPECT_EQ(taken.GetTitle(), titled ? L"Dia lamp" : L"EPI");
+        dialog.Record().Clear();
+        Click(taken.Button(), 5, 5);
+        EXPECT_EQ(dialog.Record().Take(), "State(true)");
     }
 }
-
-TEST(ShutterWindow, BearsWhatItsCallbacksDo) {
-    Lamp device(eKxShutterType_Epi);
-    KX_SetMenuHandler([](HWND, const CKxMenu& menu, int, int, void*) { return menu.GetCommand(0); }, nullptr);
-    BearCallbacks<Host>(device, {[](Host& s) { Click(s.Button(), 5, 5); },
-                                 [](Host& s) { Click(s.Button(), 5, 5, Button::Right); },
-                                 [](Host& s) { SendMessageW(s.Button(), BM_CLICK, 0, 0); }});
-    KX_SetMenuHandler(nullptr, nullptr);
-}
-
-struct Slots : CKxDevUI_Shutter {
-    static std::vector<long> InOrder() {
-        return SlotsOf(&Slots::UpdateShutterIcon, &Slots::OnStateChangeRequest, &Slots::OnRenameDlgRequest);
-    }
-};
-
-TEST(ShutterWindow, KeepsTheOrderOfItsOperations) { EXPECT_EQ(Slots::InOrder(), (std::vector<long>{19, 20, 21})); }
 
 }  // namespace

@@ -14,15 +14,11 @@ using namespace kx::test;
 
 constexpr int kButton = 10201, kSetup = 10500;
 
-class Wheel : public Asking<CKxDevUI_FilterWheel> {
+class Wheel : public AskingPanel<CKxDevUI_FilterWheel> {
 public:
-    using Asking::Asking;
-    using CKxDevUI_FilterWheel::m_hasTitle;
-    using CKxDevUI_FilterWheel::m_heightFromTitle;
-    // What hosts' panels call by name.
-    using CKxDevUI_FilterWheel::Btn_OnLButtonDown, CKxDevUI_FilterWheel::BtnWndProc, CKxDevUI_FilterWheel::WndProc;
-    using CKxDevUI_FilterWheel::CreateControls, CKxDevUI_FilterWheel::DestroyControls;
-    using CKxDevUI_FilterWheel::OnCommand, CKxDevUI_FilterWheel::OnDrawItem, CKxDevUI_FilterWheel::RedrawButtons;
+    using AskingPanel::AskingPanel;
+    using CKxDevUI_FilterWheel::CreateControls;
+    using CKxDevUI_FilterWheel::m_hasTitle, CKxDevUI_FilterWheel::m_heightFromTitle;
 };
 
 struct Device : Registered<CKxSimFilterChanger> {
@@ -44,60 +40,54 @@ TEST_F(FilterWheel, ColoursTheBandsInTheirOrder) {
                  {L"390/40 482/25 587/45", L"FILTER_3BAND", {390, 482, 587}},
                  {L"390/40 435/20 482/25 550/20 587/45 650/30", L"FILTER_5BAND", {390, 435, 482, 550, 587}}};
     for (const auto& row : table) {
+        std::vector<unsigned long> colors;
+        for (const double band : row.bands)
+            colors.push_back(KX_RGBFromWavelength(band));
         for (const bool square : {false, true}) {
-            CKxStringA wanted, placeholder, color;
-            CKxBitmapPool::LoadSVGBaseUI((row.image + std::wstring(square ? L"_SQUARE" : L"")).c_str(), wanted);
-            for (std::size_t k = row.bands.size(); k >= 1; --k) {
-                const unsigned long rgb = KX_RGBFromWavelength(row.bands[k - 1]);
-                placeholder.Format(16, "#00FF0%d", static_cast<int>(k));
-                color.Format(16, "#%02X%02X%02X", unsigned{GetRValue(rgb)}, unsigned{GetGValue(rgb)},
-                             unsigned{GetBValue(rgb)});
-                EXPECT_GT(CKxSvgStringAPI::ReplaceString(wanted, placeholder, color), 0);
-            }
+            CKxStringA image;
+            CKxBitmapPool::LoadSVGBaseUI((row.image + std::wstring(square ? L"_SQUARE" : L"")).c_str(), image);
             CKxStringW name(row.name);
-            const CKxStringA svg = square ? panel.CreateFilterSVGStringSquare(name) : panel.CreateFilterSVGString(name);
-            EXPECT_STREQ(svg, wanted) << Narrow(row.name);
+            EXPECT_STREQ(square ? panel.CreateFilterSVGStringSquare(name) : panel.CreateFilterSVGString(name),
+                         kx::ui::ColorBands(image, colors))
+                << Narrow(row.name);
         }
     }
 }
 
 TEST(FilterImage, TakesNoColourForAPlaceholder) {
-    const unsigned long colors[] = {0x010203, 0x01FF00};
+    const unsigned long colors[] = {0x010203, 0x01FF00}, backwards[] = {0x02FF00, 0x010203};
     EXPECT_STREQ(kx::ui::ColorBands("#00FF01 #00FF02", colors), "#030201 #00FF01");
-    const unsigned long backwards[] = {0x02FF00, 0x010203};
     EXPECT_STREQ(kx::ui::ColorBands("#00FF01 #00FF02", backwards), "#00FF02 #030201");
 }
 
 TEST_F(FilterWheel, LaysOutItsGrid) {
-    EXPECT_FALSE(panel.Update(nullptr, true, true, true));
-    EXPECT_FALSE(panel.Update(4711u, true, true, true));
     panel.CreateControls();
-    EXPECT_EQ(HeightOf(Open()), 48) << "no filter";
+    Open();
+    EXPECT_EQ(Height(), 48) << "no filter";
     const struct {
         int count;
         long height;
-        POINT last;  // the place of the last button
+        const char* last;  // button
         int shown;
-    } table[] = {{1, 48, {16, 16}, 1}, {8, 48, {16 + 7 * 24, 16}, 8}, {9, 72, {16, 40}, 9}, {40, 144, {184, 40}, 16}};
+    } table[] = {{1, 48, "16 16", 1}, {8, 48, "184 16", 8}, {9, 72, "16 40", 9}, {40, 144, "184 40", 16}};
     for (const auto& row : table) {
         Device device(row.count);
         ASSERT_TRUE(panel.Update(device.GetLogDevId(), true, true, true));
-        const RECT last = PlaceOf(panel, kButton + row.shown - 1);
-        EXPECT_EQ(std::pair(last.left, last.top), std::pair(row.last.x, row.last.y));
-        EXPECT_EQ(HeightOf(panel), row.height);
-        EXPECT_FALSE(ChildOf(panel, kButton + row.shown));
-        panel.DestroyControls();
-        EXPECT_FALSE(GetWindow(panel, GW_CHILD));
-        panel.CreateControls();
-        EXPECT_EQ(PlaceOf(panel, kSetup).left, 256 - 24 - 16);
+        EXPECT_EQ(PlaceOf(Part(kButton + row.shown - 1)), std::string(row.last) + " 24 24");
+        EXPECT_EQ(Height(), row.height);
+        EXPECT_FALSE(Part(kButton + row.shown));
+        EXPECT_EQ(PlaceOf(Part(kSetup)), "216 16 24 24");
     }
     Device one(1);
     panel.Update(&one, true, true, true);
     panel.m_hasTitle = panel.m_heightFromTitle = true;
-    panel.SetTitle(L"of");
-    EXPECT_EQ(HeightOf(Open()), 34) << "1.4 rows, rounded";
-    panel.SetTitle(L"a title of so many words that it needs more lines than there are rows");
-    EXPECT_EQ(HeightOf(Open()), 53) << "two rows at most";
+    for (const auto& [title, height] :
+         {std::pair{L"of", 34},  // 1.4 rows, rounded; two rows at most
+          {L"a title of so many words that it needs more lines than there are rows", 53}}) {
+        panel.SetTitle(title);
+        Open();
+        EXPECT_EQ(Height(), height);
+    }
 }
 
 TEST_F(FilterWheel, SpringsBackWhenRefused) {
@@ -114,10 +104,10 @@ TEST_F(FilterWheel, SpringsBackWhenRefused) {
         Open();
         panel.Update(&device, true, true, true);
         panel.SetPosition(row.before);
-        ClickChild(panel, kButton + 2);
-        ClickChild(panel, kSetup);
+        ClickPart(kButton + 2);
+        ClickPart(kSetup);
         EXPECT_EQ(panel.GetPosition(), row.after) << row.intelligent << row.motorized << row.refuse << row.before;
-        EXPECT_TRUE(Told({Call("position", 2), Call("setup", 0)}));
+        EXPECT_EQ(Heard(), "position(2) setup()");
     }
 }
 
@@ -133,38 +123,31 @@ TEST_F(FilterWheel, GoesThroughItsRowsByKeys) {
     } steps[] = {{VK_RIGHT, 1}, {VK_DOWN, 9}, {VK_DOWN, 9}, {VK_UP, 1}, {VK_LEFT, 0}};
     for (const auto& step : steps) {
         Key(step.key);
-        EXPECT_EQ(GetFocus(), ChildOf(panel, kButton + step.position));
+        ExpectFocus(kButton + step.position);
     }
     Key(VK_RETURN);
-    EXPECT_TRUE(Told({Call("position", 0)}));
+    EXPECT_EQ(Heard(), "position(0)");
 }
 
-TEST_F(FilterWheel, ShowsSquaresRightsAndDisabled) {
-    Device round(3), cube(3, {eKxFilterType_Cube, true, true});
+TEST_F(FilterWheel, ShowsSquaresAndRights) {
+    Device round(3), cube(3, {eKxFilterType_Cube, true, true}), mirror(3, {eKxFilterType_DichroicMirror, true, true});
     Open();
-    const auto look = [&] { return Picture::OnScreen(ChildOf(panel, kButton)); };
-    panel.Update(&round, true, true, false);
-    const Picture wheel = look();
-    panel.Update(&cube, true, true, false);
-    const Picture square = look();
-    EXPECT_NE(square, wheel);
+    const auto look = [&](Device& device) {
+        panel.Update(&device, true, true, false);
+        return Picture::OnScreen(Part(kButton));
+    };
+    const Picture square = look(cube);
+    EXPECT_NE(look(round), square);
+    EXPECT_EQ(look(mirror), square);
     panel.SetPosition(0);
-    EXPECT_NE(look(), square) << "the current one";
+    EXPECT_NE(Picture::OnScreen(Part(kButton)), square) << "the current one";
     panel.SetPosition(-1);
-    EXPECT_EQ(look(), square);
-    panel.SetEnable(false, true);
-    EXPECT_NE(look(), square);
-    panel.SetEnable(true, true);
-    EnableWindow(panel, FALSE);
-    EXPECT_NE(look(), square) << "a container's way";
-    EnableWindow(panel, TRUE);
-    EXPECT_EQ(look(), square);
-    CKxUserManager::SetCurrentUserRights(0);
-    panel.SetEnable(true, true);
-    EXPECT_FALSE(IsUsable(panel, kSetup));
-    CKxUserManager::SetCurrentUserRights(~0u);
-    panel.Update(&round, true, false, false);
-    EXPECT_TRUE(IsUsable(panel, kSetup));
+    EXPECT_EQ(Picture::OnScreen(Part(kButton)), square);
+    for (const unsigned rights : {0u, ~0u}) {
+        CKxUserManager::SetCurrentUserRights(rights);
+        panel.SetEnable(true, true);
+        EXPECT_EQ(IsUsable(kSetup), rights != 0);
+    }
 }
 
 }  // namespace

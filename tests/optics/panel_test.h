@@ -1,40 +1,23 @@
 // What the tests of position panels share.
 #pragma once
 
+#include <bench/asking.h>
 #include <bench/bench.h>
-#include <kxdevui/framework/devgui.h>
+#include <bench/window.h>
 #include <kxdevices/kx_simdevices.h>
-
-#include <functional>
-#include <string>
-#include <utility>
-#include <vector>
+#include <kxdevui/framework/devgui.h>
 
 namespace kx::test {
 
-// A panel that writes down what it asks, and answers as the test wants.
 template <class Panel>
-class Asking : public Panel {
+class AskingPanel : public Asking<Panel> {
 public:
-    explicit Asking(Recorder& record) : record_(record) {}
-
-    bool answer = false;              // for the flag of a position request
-    std::function<void()> meanwhile;  // done in every callback
+    using Asking<Panel>::Asking;
 
 protected:
-    void OnPositionChangeRequest(long position, bool& flag) {
-        EXPECT_FALSE(std::exchange(flag, answer));
-        Asked("position", position);
-    }
+    void OnPositionChangeRequest(long position, bool& flag) { this->Asked(flag, "position", position); }
     // Not all panels have one to be overridden.
-    virtual void OnSetupRequest() { Asked("setup", 0); }
-    void Asked(const char* what, long position) {
-        record_.Call(what, position);
-        if (const auto run = meanwhile) run();
-    }
-
-private:
-    Recorder& record_;
+    virtual void OnSetupRequest() { this->Told("setup"); }
 };
 
 template <class Device>
@@ -50,7 +33,12 @@ template <class Panel>
 class PanelTest : public testing::Test {
 protected:
     HWND Open(long width = -1) { return panel.Create(parent.Window(), 10, 10, width, -1, true, true); }
-    testing::AssertionResult Told(const std::vector<Expected>& all) { return parent.Record().Matches(all); }
+    std::string Heard() { return parent.Record().Take(); }
+    HWND Part(int id) { return GetDlgItem(panel, id); }
+    bool IsUsable(int id) { return IsWindowEnabled(Part(id)) != FALSE; }
+    void ClickPart(int id) { Click(Part(id), 8, 8); }
+    void ExpectFocus(int id) { EXPECT_EQ(GetDlgCtrlID(GetFocus()), id); }
+    long Height() { return RectInParent(panel).bottom - RectInParent(panel).top; }
 
     RecordingParent parent;
     Panel panel{parent.Record()};
@@ -58,21 +46,6 @@ protected:
 
 inline std::vector<std::wstring> Names(int count, const wchar_t* name) {
     return std::vector<std::wstring>(static_cast<std::size_t>(count), name);
-}
-
-inline HWND ChildOf(HWND panel, int id) { return GetDlgItem(panel, id); }
-inline RECT PlaceOf(HWND panel, int id) { return RectInParent(ChildOf(panel, id)); }
-inline bool IsUsable(HWND panel, int id) { return IsWindowEnabled(ChildOf(panel, id)) != FALSE; }
-
-inline void ClickChild(HWND panel, int id) {
-    const RECT place = PlaceOf(panel, id);
-    Click(ChildOf(panel, id), (place.right - place.left) / 2, (place.bottom - place.top) / 2);
-}
-
-inline long HeightOf(HWND window) {
-    RECT client{};
-    GetClientRect(window, &client);
-    return client.bottom;
 }
 
 }  // namespace kx::test

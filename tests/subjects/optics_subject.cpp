@@ -47,7 +47,9 @@ struct Wheel {
     using Panel = CKxDevUI_FilterWheel;
     using Device = CKxSimFilterChanger;
     static auto Make(std::size_t count) {
-        return std::make_unique<Device>(L"F", std::vector<std::wstring>(count, L"525/50"), SKxSimFilterChangerKind{});
+        std::vector<std::wstring> names(count, L"525/50");
+        if (count > 1) names.back().clear();  // which has a text of its own
+        return std::make_unique<Device>(L"F", names, SKxSimFilterChangerKind{});
     }
     static std::vector<Operation> Operations(const std::function<Panel&()>& panel) {
         return {
@@ -87,6 +89,12 @@ protected:
 // The setup button of those that have one; ports that can be used at once.
 template <class Sort>
 class Complete : public Panel<Sort> {
+public:
+    Complete() {
+        if constexpr (std::is_same_v<Sort, Nosepiece>)
+            this->SetObservationRequest([this](int) { this->Tell("the observation's request"); });
+    }
+
 protected:
     void OnSetupRequest() override { this->Tell("OnSetupRequest"); }
 };
@@ -117,6 +125,12 @@ public:
     }
     void Change(int n) override { Exchange(n % 10); }
     bool Rebuild() override { return Exchange(7), true; }
+    // What only some hosts want: ports that can be used at once, modes of observation.
+    bool Provoke(int) override {
+        if constexpr (std::is_same_v<Sort, Switcher>) control_->SetBoolMoreThanOnePortCanBeActive(true);
+        SendMessageW(*control_, WM_COMMAND, std::is_same_v<Sort, Nosepiece> ? 10600 : 10201, 0);
+        return true;
+    }
 
 protected:
     using SubjectOf<Complete<Sort>>::control_;

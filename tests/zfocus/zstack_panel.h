@@ -1,63 +1,61 @@
-// A Z stack panel that writes down what its host is told, and a record that writes down what it is asked.
+// A Z stack panel that writes down what its host is told, in one row with its message boxes.
 #pragma once
 
 #include <bench/bench.h>
+#include <bench/slot.h>
+#include <bench/window.h>
 #include <kxbaseui/kx_messagebox.h>
 #include <kxdevui/zfocus/devgui_zstack.h>
+#include <kxdevui/zfocus/zstack_ids.h>
 
-#include <functional>
 #include <map>
-#include <string>
-#include <string_view>
+#include <memory>
 
-// Everything in one row, in the order in which it happened: "GetHome SetTop(70, 0) Changed(3)".
-struct Journal {
-    std::string text;
-
-    void Write(std::string_view entry) {
-        if (!text.empty()) text += ' ';
-        text += entry;
-    }
-    template <class... Arguments>
-    void Add(const char* name, const Arguments&... arguments) {
-        Write(sizeof...(arguments) ? kx::test::CallText(name, arguments...) : name);
-    }
-    std::string Take() { return std::exchange(text, {}); }
-};
+namespace kx::test {
 
 class Panel : public CKxDevUI_ZStack {
 public:
-    explicit Panel(Journal& heard) : journal(heard) {}
+    explicit Panel(Recorder& heard) : record(heard) {}
 
     using CKxDevUI_ZStack::Item, CKxDevUI_ZStack::ValidateBottom, CKxDevUI_ZStack::ValidateHome,
         CKxDevUI_ZStack::ValidateRange, CKxDevUI_ZStack::ValidateRangeMax, CKxDevUI_ZStack::ValidateRangeMin,
         CKxDevUI_ZStack::ValidateStep, CKxDevUI_ZStack::ValidateSteps, CKxDevUI_ZStack::ValidateTop,
         CKxDevUI_ZStack::YesNoKeepDlg;
 
-    Journal& journal;
-    std::function<void()> onChanged = [] {}, onStep = [] {};
+    Recorder& record;
+    std::function<void()> onChanged = [] {};  // or the step
+
+    static std::vector<long> Slots() {
+        using S = Panel;
+        return SlotsOf(&S::SetHandler, &S::GetHandler, &S::CreateUI, &S::DestroyUI, &S::GetHandle, &S::SetUIParent,
+                       &S::Show, &S::IsVisible, &S::Enable, &S::IsEnabled, &S::SetRedrawEx, &S::Update, &S::IsResizable,
+                       &S::GetCurSize, &S::CalcOptimalSize, &S::Move, &S::GetInterface, &S::GetInfo, &S::CustomCommand,
+                       &S::SetOptimalSize, &S::SetLayoutStyle, &S::GetEnableGuiFlag, &S::SetEnableGuiFlag,
+                       &S::IsResizableInSteps, &S::OnGuiZoomChanged, &S::AppendZDevice, &S::OnPiezoPickerChanged,
+                       &S::OnStepChanged, &S::OnMoveZRequest, &S::OnGoHomeRequest, &S::OnHostRequest,
+                       &S::OnZDeviceShown, &S::OnZStackChanged, &S::OnEraseBkGnd);
+    }
 
 protected:
-    void OnStepChanged(double step, bool typed) override {
-        journal.Add("Step", step, static_cast<int>(typed));
-        const auto action = onStep;
-        action();
-    }
-    void OnMoveZRequest(double z) override { journal.Add("Move", z); }
-    void OnGoHomeRequest(bool keepZ) override { journal.Add("GoHome", static_cast<int>(keepZ)); }
-    void OnHostRequest() override { journal.Add("HostRequest"); }
-    void OnZDeviceShown(unsigned int device) override { journal.Add("Shown", device); }
-    void OnZStackChanged(unsigned int flags) override {
-        journal.Add("Changed", flags);
+    void OnStepChanged(double step, bool typed) override { Changed(CallText("Step", step, int{typed})); }
+    void OnMoveZRequest(double z) override { record.Call("Move", z); }
+    void OnGoHomeRequest(bool keepZ) override { record.Call("GoHome", int{keepZ}); }
+    void OnHostRequest() override { record.Call("HostRequest"); }
+    void OnZDeviceShown(unsigned int device) override { record.Call("Shown", device); }
+    void OnZStackChanged(unsigned int flags) override { Changed(CallText("Changed", flags)); }
+
+private:
+    void Changed(const std::string& text) {
+        record.Text(text);
         const auto action = onChanged;
         action();
     }
 };
 
-// Writes message boxes into the journal.
+// Writes message boxes down.
 class Boxes {
 public:
-    explicit Boxes(Journal& journal) : m_journal(journal) { KX_SetMessageBoxHandler(Handler, this); }
+    explicit Boxes(Recorder& heard) : record(heard) { KX_SetMessageBoxHandler(Handler, this); }
     ~Boxes() { KX_SetMessageBoxHandler(nullptr, nullptr); }
     Boxes(const Boxes&) = delete;
     Boxes& operator=(const Boxes&) = delete;
@@ -68,11 +66,13 @@ public:
 private:
     static int Handler(HWND owner, const wchar_t* text, const wchar_t* caption, UINT style, int timeout, void* self) {
         auto& boxes = *static_cast<Boxes*>(self);
-        boxes.m_journal.Write(kx::test::Narrow(text).substr(0, 7).append("!"));
-        boxes.last = kx::test::CallText("Box", owner, caption, style, timeout);
+        boxes.record.Text(Narrow(text).substr(0, 7).append("!"));
+        boxes.last = CallText("Box", owner, caption, style, timeout);
         const auto action = boxes.whileOpen;
         action();
         return IDOK;
     }
-    Journal& m_journal;
+    Recorder& record;
 };
+
+}  // namespace kx::test

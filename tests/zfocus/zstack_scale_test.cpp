@@ -1,10 +1,13 @@
-// The Z scale's rules: where positions lie, which planes are told apart, what a click means.
+// The Z scale's rules: where positions lie, which planes are told apart, what a click means; and where the question's
+// parts stand.
 #include <gtest/gtest.h>
 
+#include <kxdevui/zfocus/yesnokeep_layout.h>
 #include <kxdevui/zfocus/zstack_scale.h>
 
 #include <cmath>
 #include <limits>
+#include <sstream>
 
 namespace {
 
@@ -26,12 +29,10 @@ TEST(ZScale, DrawsOneTickAPlaneAndFewerWhereTheyAreDense) {
                  {0, nan, 4'000'000'000u, {}},
                  {0, infinity, 3, {}},
                  {0, -10, 3, {100}}};
-    for (const auto& row : table) {
+    for (const auto& [first, pitch, planes, rows] : table) {
         ScaleValues values;
-        values.firstPlane = row.first;
-        values.pitch = row.pitch;
-        values.planes = row.planes;
-        EXPECT_EQ(PlaneRows(values, {{0, 100}, 0, 100}, 3), row.rows) << row.first << " by " << row.pitch;
+        values.firstPlane = first, values.pitch = pitch, values.planes = planes;
+        EXPECT_EQ(PlaneRows(values, {{0, 100}, 0, 100}, 3), rows) << first << " by " << pitch;
     }
 }
 
@@ -53,12 +54,16 @@ TEST(ZScale, TakesAClickForTheMarkNearToIt) {
     const ScaleValues values{
         .rangeMin = 0, .rangeMax = 100, .top = 80.4, .bottom = 20, .home = {}, .z = {}, .firstPlane = {}};
     const Axis axis{{-10, 110}, 0, 1200};
-    const struct {
-        int row;
-        double z;
-    } table[] = {{296, 80.4}, {293, 80.4}, {292, 80.8}, {900, 20},  {500, 60},
-                 {97, 100},   {20, 100},   {1190, 0},   {-50, 100}, {5000, 0}};
-    for (const auto& [row, z] : table)
+    for (const auto& [row, z] : {std::pair{296, 80.4},
+                                 {293, 80.4},
+                                 {292, 80.8},
+                                 {900, 20},
+                                 {500, 60},
+                                 {97, 100},
+                                 {20, 100},
+                                 {1190, 0},
+                                 {-50, 100},
+                                 {5000, 0}})
         EXPECT_EQ(ClickedZ(values, axis, row, 3), z) << row;
     EXPECT_EQ(ClickedZ({}, axis, 500, 3), std::nullopt) << "nobody knows where the device may go";
 }
@@ -70,6 +75,21 @@ TEST(ZScale, KeepsLabelsApart) {
                                 {{88, 95, 97}, {70, 80, 90}}}) {
         SpreadLabels(tops, 10, 0, 100);
         EXPECT_EQ(tops, spread);
+    }
+}
+
+// A wide question, buttons that are wider, an icon that is higher.
+TEST(YesNoKeep, StandsInItsPlaces) {
+    for (const auto& [icon, question, places] :
+         {std::tuple{32, SIZE{400, 40}, "10 10 42 42, 52 10 452 50, 52 60 452 80, 102 90 192 114, 402 115, 464 138"},
+          {32, SIZE{99, 10}, "10 10 42 42, 52 10 151 20, 52 30 352 50, 52 60 142 84, 352 85, 364 108"},
+          {90, SIZE{99, 10}, "10 10 100 100, 110 10 209 20, 110 30 410 50, 110 110 200 134, 410 135, 422 158"}}) {
+        const auto at = PlaceYesNoKeep({{icon, icon}, question, {1, 20}, {{{90, 24}, {100, 25}, {90, 24}}}, 1, 3, 7});
+        std::ostringstream text;
+        for (const RECT& each : {at.icon, at.question, at.check, at.buttons[0]})
+            text << each.left << ' ' << each.top << ' ' << each.right << ' ' << each.bottom << ", ";
+        text << at.buttons[2].right << ' ' << at.buttons[1].bottom << ", " << at.dialog.cx << ' ' << at.dialog.cy;
+        EXPECT_EQ(text.str(), places);
     }
 }
 
