@@ -195,7 +195,11 @@ bool SpareIfBusy(HWND child) noexcept {
     if (!state || state->running == 0) return false;
     SetWindowLongPtrW(child, GWLP_USERDATA, 0);
     state->orphaned = true;
-    SetParent(child, HWND_MESSAGE);
+    // Under Wine a thread that asked for the desktop before that was whole has no place for mere messages.
+    if (!SetParent(child, HWND_MESSAGE)) {
+        ShowWindow(child, SW_HIDE);
+        SetParent(child, nullptr);
+    }
     return true;
 }
 

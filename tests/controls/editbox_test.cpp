@@ -1,5 +1,6 @@
 // The edit box: what it shows, what its parent hears, what it refuses.
 #include <bench/bench.h>
+#include <bench/script.h>
 #include <bench/window.h>
 #include <kxbaseui/kx_layoutmanager.h>
 #include <kxbaseui/kx_messagebox.h>
@@ -10,84 +11,73 @@
 
 #include <cmath>
 #include <functional>
-#include <memory>
+#include <list>
 #include <string>
-#include <string_view>
 #include <tuple>
 #include <utility>
-#include <vector>
 
 namespace {
 
 using namespace kx::test;
 
-template <class Base>
-class Acting : public Base {
-public:
-    std::function<void(std::string_view)> act;  // in every callback; may end this object
-    using Base::Create;
-
-protected:
-    void OnEnter() override { Base::OnEnter(), Act("Enter"); }
-    void OnSetFocus() override { Base::OnSetFocus(), Act("SetFocus"); }
-    void OnKillFocus() override { Base::OnKillFocus(), Act("KillFocus"); }
-    void OnChange() override { Base::OnChange(), Act("Change"); }
-    void OnChar(int ch) override { Base::OnChar(ch), Act("Char"); }
-    void Act(std::string_view name) {
-        if (const auto action = act) action(name);
-    }
-};
-using Box = Acting<CKxDevUI_EditBox>;
-struct SpinningBox : Acting<CKxDevUI_EditBoxSpin> {
-    void OnSpin(int) override { Act("Spin"); }
-};
-
-HWND ArrowsOf(HWND box) { return FindWindowExW(box, nullptr, L"msctls_updown32", nullptr); }
-
-// Collects what message boxes say.
-class MessageBoxes {
-public:
-    MessageBoxes() { KX_SetMessageBoxHandler(Keep, this); }
-    ~MessageBoxes() { KX_SetMessageBoxHandler(nullptr, nullptr); }
-    std::wstring TakeText() { return std::exchange(m_texts, L""); }
-
-private:
-    static int Keep(HWND, const wchar_t* text, const wchar_t*, UINT, int, void* to) {
-        return static_cast<MessageBoxes*>(to)->m_texts += text, IDOK;
-    }
-    std::wstring m_texts;
-};
-
-class EditBox : public testing::Test {
-protected:
-    EditBox() {
+// A box of 120 with a label of 60; what message boxes say is collected.
+template <class Box>
+struct Owner : testing::Test {
+    Owner() {
+        KX_SetMessageBoxHandler([](HWND, const wchar_t* text, const wchar_t*, UINT, int,
+                                   void* to) { return *static_cast<std::wstring*>(to) += text, IDOK; },
+                                &said);
         box.SetSize(60, 60, 20);
+        box.SetId(44);
         box.Create(parent.Window(), 10, 10, 120, 20, true, true);
     }
-    MessageBoxes boxes;
+    ~Owner() override { KX_SetMessageBoxHandler(nullptr, nullptr), CKxGUILayoutManager::SetGuiZoom(1); }
+    HWND Edit() { return box.GetEditWindow(); }
+    std::wstring Said() { return std::exchange(said, L""); }
+    std::string See() { return Narrow(box.GetText().str()) + " | " + Brief(parent.Record()); }
+
+    std::wstring said;
     RecordingParent parent;
     Box box;
 };
+using EditBox = Owner<CKxDevUI_EditBox>;
+using EditBoxMultiValue = Owner<CKxDevUI_EditBoxMultiValue>;
+struct Spinning : CKxDevUI_EditBoxSpin {
+    std::function<void()> spun;
+    void OnSpin(int steps) override { spun ? spun() : CKxDevUI_EditBoxSpin::OnSpin(steps); }
+};
+struct EditBoxSpin : Owner<Spinning> {
+    HWND Arrows() { return FindWindowExW(box, nullptr, L"msctls_updown32", nullptr); }
+};
 
-TEST_F(EditBox, TellsOfTypingEnterAndFocus) {
-    box.SetId(44);
-    EXPECT_TRUE(parent.Record().Matches({})) << "making it is silent";
-    const HWND window = box;
-    Click(box.GetEditWindow(), 5, 5);
-    EXPECT_TRUE(box.IsFocused());
-    EXPECT_TRUE(parent.Record().Matches({Command(44, EN_SETFOCUS, window)}));
-    Type(L"7\n");
-    EXPECT_TRUE(parent.Record().Matches({Msg(WM_COMMAND, MAKEWPARAM(44, 0x0102), L'7'), Command(44, EN_CHANGE, window),
-                                         Msg(WM_COMMAND, MAKEWPARAM(44, 0x0102), L'\r'), Command(44, 0x0401, window)}));
-    SetFocus(parent.Window());
-    EXPECT_TRUE(parent.Record().Matches({Command(44, EN_KILLFOCUS, window)}));
-    box.SetText(L"7");
-    EXPECT_TRUE(parent.Record().Matches({})) << "nothing has changed";
-    box.SetNumber(8.25);
-    EXPECT_TRUE(parent.Record().Matches({Command(44, EN_CHANGE, window)}));
-    EXPECT_EQ(box.GetNumber(), 8.25);
-    box.Destroy();
-    EXPECT_TRUE(parent.Record().Matches({})) << "so is its end";
+TEST_F(EditBox, ShowsAndTells) {
+    // Told: focus 256, lost 512, changed 768; a character 258, Enter 1025.
+    const std::wstring longText(5000, L'9');
+    // clang-format off
+    Play({{[] {}, " | "},
+         {[&] { Click(Edit(), 5, 5); }, " | 44:256#44"},
+         {[&] { Type(L"7\n"); }, "7 | 44:258=55 44:768#44 44:258=13 44:1025#44"},
+         {[&] { SetFocus(parent.Window()); }, "7 | 44:512#44"},
+         {[&] { box.SetText(L"7"); }, "7 | "},
+         {[&] { box.SetNumber(8.25); }, "8.25 | 44:768#44"},
+         {[&] { box.SetNumber(1.5, L"%.2f", true); }, "1.50 | 44:768#44"},
+         {[&] { box.SetNumber(1.5); }, "1.5 | 44:768#44"},
+         {[&] { box.SetNumber(1.5, L"%.1f ms"); }, "1.5 ms | 44:768#44"},
+         {[&] { box.SetNumber(2, L"%d"); }, "2.0 ms | 44:768#44"},
+         {[&] { box.SetNumber(3, L"%n", true); }, "3.0 ms | 44:768#44"},
+         {[&] { box.SetNumber(INFINITY); }, "3.0 ms | "},
+         {[&] { box.SetNumberInt(-2147483647 - 1); }, "-2147483648 | 44:768#44"},
+         // What is typed has a limit; 0 is none.
+         {[&] { box.SetMaxChars(12), box.SetMaxChars(0), box.SetFocus(), Key(VK_END), Type(L"12"), parent.Record().Clear(); },
+          "-21474836481 | "},
+         {[&] { box.SetReadOnly(true), Type(L"\b"); }, "-21474836481 | 44:258=8"},
+         {[&] { box.SetText(longText.c_str()); }, Narrow(longText) + " | 44:768#44"},
+         {[&] { box.Destroy(); }, " | "}},
+        [this] { return See(); });
+    // clang-format on
+    box.Create(parent.Window(), 10, 10, 120, 20, true, true);
+    box.SetText(longText.c_str());
+    EXPECT_DOUBLE_EQ(box.GetNumber(), std::stod(std::string(100, '9')));
 }
 
 TEST_F(EditBox, NamesWhatIsWrong) {
@@ -113,234 +103,184 @@ TEST_F(EditBox, NamesWhatIsWrong) {
         box.SetText(row.text);
         SetFocus(parent.Window());
         EXPECT_EQ(box.CheckRestriction(true, false, 7), allowed);
-        EXPECT_EQ(boxes.TakeText(), row.message);
+        EXPECT_EQ(Said(), row.message);
         EXPECT_EQ(box.IsFocused(), !allowed) << "the user is sent back";
         EXPECT_EQ(box.CheckRestriction(true, true, 7), allowed);
         EXPECT_EQ(box.GetText(), row.corrected);
     }
-    EXPECT_EQ(boxes.TakeText(), L"") << "what is corrected is not talked about";
+    EXPECT_EQ(Said(), L"") << "what is corrected is not talked about";
     box.Init(false, false, false);
     box.SetText(L"1e3");
     box.CheckRestriction(true, false, 0);
-    EXPECT_EQ(boxes.TakeText(), L"Value must be in interval <0;100>") << "no label, no name";
+    EXPECT_EQ(Said(), L"Value must be in interval <0;100>") << "no label, no name";
 }
 
 TEST_F(EditBox, SendsTheUserBackWithAWorkingCaret) {
-    const HWND other = AddChild(parent.Window(), L"EDIT", 0, {200, 10, 260, 30});
-    box.act = [&](std::string_view name) {
-        if (name == "KillFocus") box.CheckRestriction(true, false, 0);
+    const HWND other = AddChild(parent.Window(), L"EDIT", 7, {200, 10, 260, 30});
+    parent.Answer(WM_COMMAND, [&](WPARAM wParam, LPARAM) {
+        if (wParam == MAKEWPARAM(44, EN_KILLFOCUS)) box.CheckRestriction(true, false, 0);
+        return 0;
+    });
+    const auto caret = [] {
+        GUITHREADINFO info{};
+        info.cbSize = sizeof info;
+        GetGUIThreadInfo(GetCurrentThreadId(), &info);
+        return info.hwndCaret;
     };
-    Click(box.GetEditWindow(), 5, 5);
-    Type(L"500");
-    parent.Record().Clear();
-    Click(other, 5, 5);
-    EXPECT_EQ(boxes.TakeText(), L"Label: Value must be in interval <0;100>");
-    EXPECT_TRUE(box.IsFocused());
-    EXPECT_TRUE(parent.Record().Matches(
-        {Command(0, EN_KILLFOCUS, box), Command(0, EN_KILLFOCUS, other).Optional(), Command(0, EN_SETFOCUS, box)}));
-    GUITHREADINFO info{};
-    info.cbSize = sizeof info;
-    GetGUIThreadInfo(GetCurrentThreadId(), &info);
-    EXPECT_EQ(info.hwndCaret, box.GetEditWindow());
-    Type(L"\b\b");
-    EXPECT_EQ(box.GetText(), L"5");
-}
-
-TEST_F(EditBox, DisplaysByItsFormat) {
-    const std::wstring longText(5000, L'9');
-    const std::tuple<double, const wchar_t*, bool, const wchar_t*> rows[] = {
-        {1.5, L"%.2f", true, L"1.50"},  {1.5, nullptr, false, L"1.5"}, {1.5, L"%.1f ms", false, L"1.5 ms"},
-        {2, L"%d", false, L"2.0 ms"},   {3, L"%n", true, L"3.0 ms"},   {INFINITY, nullptr, false, L"3.0 ms"},
-        {4, nullptr, false, L"4.0 ms"},
-    };
-    for (const auto& [value, format, once, text] : rows) {
-        box.SetNumber(value, format, once);
-        EXPECT_EQ(box.GetText(), text);
-    }
-    box.SetNumberInt(-2147483647 - 1);
-    EXPECT_EQ(box.GetNumber(), -2147483648.0);
-    box.SetNumber(-1e308, L"%.3f");
-    EXPECT_EQ(box.GetText().Length(), 255u);
-    box.SetText(longText.c_str());
-    EXPECT_EQ(box.GetText().str(), longText);
-    EXPECT_DOUBLE_EQ(box.GetNumber(), std::stod(std::string(100, '9')));
-    box.SetTitle(longText.c_str());
-    box.CheckRestriction(false, false, 0);
-    // What is typed has a limit; 0 is none.
-    box.SetText(nullptr);
-    box.SetMaxChars(3);
-    box.SetMaxChars(0);
-    Click(box.GetEditWindow(), 5, 5);
-    Type(L"12345");
-    EXPECT_EQ(box.GetText(), L"123");
-    box.SetReadOnly(true);
-    Type(L"\b");
-    EXPECT_EQ(box.GetText(), L"123");
+    Play({{[&] { Click(Edit(), 5, 5), Type(L"500"), parent.Record().Clear(); }, "500 | "},
+          {[&] { SetFocus(other); }, "500 | 44:512#44 7:512#7 44:256#44"},
+          {[&] { Type(L"\b\b"); }, "5 | 44:258=8 44:768#44 44:258=8 44:768#44"}},
+         [&] {
+             EXPECT_EQ(caret(), Edit());
+             return See();
+         });
+    EXPECT_EQ(said, L"Label: Value must be in interval <0;100>");
 }
 
 TEST_F(EditBox, TakesAControlsPlaceInADialog) {
     box.Destroy();
     CKxDevUI_Container dialog;
     ASSERT_TRUE(dialog.CreateFromDlg(parent.Window(), 10, 10, L"EDIT_DIALOG", GetModuleHandleW(nullptr), false));
+    dialog.Init(true);
     ShowWindow(dialog, SW_SHOW);
     const HWND placeholder = dialog.GetWindow(8);
     const std::string place = PlaceOf(placeholder);
+    box.SetId(0);
     EXPECT_EQ(box.Create(parent.Window(), placeholder), nullptr) << "not its parent";
     EXPECT_EQ(box.Create(dialog, HWND{nullptr}), nullptr);
     ASSERT_TRUE(box.Create(dialog, placeholder));
     EXPECT_FALSE(IsWindow(placeholder));
     EXPECT_EQ(GetDlgItem(dialog, 8), box);
     EXPECT_EQ(PlaceOf(box), place);
-    SetDlgItemTextW(dialog, 8, L"12");
-    EXPECT_EQ(box.GetNumber(), 12);
 
-    std::vector<std::string> heard;
-    box.act = [&](std::string_view name) { heard.emplace_back(name); };
     const DialogKeys keys(dialog);
     Click(dialog.GetWindow(7), 5, 5);
-    Type(L"\t");
-    EXPECT_TRUE(box.IsFocused());
-    Type(L"\n");
-    EXPECT_EQ(heard, (std::vector<std::string>{"SetFocus", "Char", "Enter"})) << "the default button has not taken it";
-    Type(L"\t");
-    EXPECT_EQ(GetFocus(), dialog.GetWindow(1));
-    Key(VK_TAB, MOD_SHIFT);
-    EXPECT_TRUE(box.IsFocused());
-}
-
-TEST_F(EditBox, FollowsZoomAndState) {
-    ASSERT_TRUE(box.Create(parent.Window(), 10, 10, -1, -1, true, true));
-    const auto places = [this] { return PlaceOf(box.GetLabelWindow()) + PlaceOf(box.GetEditWindow()); };
-    const std::string first = places();
-    box.SetText(L"1");
-    for (const double zoom : {2.0, 1.25, 1.5, 3.0, 0.5, 1.0}) {
-        CKxGUILayoutManager::SetGuiZoom(zoom);
-        EXPECT_EQ(RectInParent(box).right, 10 + std::lround(120 * zoom));
-        EXPECT_NEAR(RectInParent(box.GetEditWindow()).left, 63 * zoom, 2) << zoom;
-        EXPECT_NEAR(RectInParent(box.GetEditWindow()).right, 117 * zoom, 2) << zoom;
-        EXPECT_EQ(LOWORD(SendMessageW(box.GetEditWindow(), EM_POSFROMCHAR, 0, 0)), 0) << "the text, at " << zoom;
-    }
-    EXPECT_EQ(places(), first);
-    EXPECT_EQ(Picture::OnScreen(box).Pixel(100, 2), GetSysColor(COLOR_WINDOW));
-    box.SetEnabled(false);
-    EXPECT_FALSE(IsWindowEnabled(box.GetEditWindow()));
-    EXPECT_EQ(Picture::OnScreen(box).Pixel(100, 2), GetSysColor(COLOR_BTNFACE));
-
-    // Without its object, the edit answers nothing.
-    box.SetEnabled(true);
-    SetWindowLongPtrW(box.GetEditWindow(), GWLP_USERDATA, 0);
-    EXPECT_EQ(SendMessageW(box.GetEditWindow(), WM_GETDLGCODE, 0, 0), 0);
-}
-
-TEST(EditBoxSpin, StepsToItsBoundsAndNoFurther) {
-    RecordingParent parent;
-    CKxDevUI_EditBoxSpin spin;
-    spin.SetRestriction(10.5, 0);
-    spin.SetNumber(0, L"%.0f");
-    spin.SetId(5);
-    ASSERT_TRUE(spin.Create(parent.Window(), 10, 10, 100, 24, true, true));
-    const HWND arrows = ArrowsOf(spin);
-    ASSERT_TRUE(arrows);
-    spin.SetNumber(8);
     parent.Record().Clear();
-    Click(arrows, 5, 3);
-    EXPECT_TRUE(parent.Record().Matches({Command(5, EN_SETFOCUS, spin), Command(5, EN_CHANGE, spin)}));
-    EXPECT_EQ(spin.GetText(), L"9");
-    // A key, or 0 and a turn of the wheel.
-    const std::tuple<WORD, int, const wchar_t*> rows[] = {{VK_UP, 0, L"10"},  {VK_UP, 0, L"10"},   {VK_DOWN, 0, L"9"},
-                                                          {0, 120, L"10"},    {0, -240, L"8"},     {VK_NEXT, 0, L"0"},
-                                                          {VK_DOWN, 0, L"0"}, {VK_PRIOR, 0, L"10"}};
-    for (const auto& [key, wheel, text] : rows) {
-        if (key) Key(key);
-        if (wheel) SendMessageW(spin.GetEditWindow(), WM_MOUSEWHEEL, MAKEWPARAM(0, wheel), 0);
-        EXPECT_EQ(spin.GetText(), text) << key << " " << wheel;
+    Play({{[&] { SetDlgItemTextW(dialog, 8, L"12"); }, "12 | 8:768#8"},
+          // The default button has not taken Enter.
+          {[&] { Type(L"\t\n"); }, "12 | 8:256#8 8:258=13 8:1025#8"},
+          {[&] { Type(L"\t"); }, "12 | 8:512#8"},
+          {[&] {
+               EXPECT_EQ(GetFocus(), dialog.GetWindow(1));
+               Key(VK_TAB, MOD_SHIFT);
+           },
+           "12 | 8:256#8"}},
+         [this] { return See(); });
+}
+
+// The label ends 4 before the field; the text stands 1 and 2 from that, as high as a line, in the middle.
+TEST_F(EditBox, LaysOutItsParts) {
+    box.SetText(L"1");
+    const std::tuple<double, bool, bool, const char*, long, long> rows[] = {
+        {1, true, true, "0 0 56 20", 63, 117},   {1, false, true, "", 3, 117},
+        {1, true, false, "0 0 56 20", 62, 118},  {1.5, true, true, "0 0 84 30", 94, 176},
+        {2, true, true, "0 0 112 40", 125, 235},
+    };
+    for (const auto& [zoom, label, border, labelPlace, left, right] : rows) {
+        CKxGUILayoutManager::SetGuiZoom(zoom);
+        box.Init(label, false, false);
+        box.SetStyle(border);
+        EXPECT_EQ(label ? PlaceOf(box.GetLabelWindow()) : "", labelPlace);
+        const RECT edit = RectInParent(Edit());
+        EXPECT_TRUE(edit.left == left && edit.right == right) << edit.left << " " << edit.right << " at " << zoom;
+        EXPECT_NEAR(edit.top, 20 * zoom - edit.bottom, 1);
+        EXPECT_EQ(LOWORD(SendMessageW(Edit(), EM_POSFROMCHAR, 0, 0)), 0) << "no margins of the platform's";
     }
-    // Where the format cannot show the bound, the bound itself is shown.
-    spin.SetNumber(10, L"%.0f");
-    spin.SetRestriction(0, 10.6);
-    Key(VK_UP);
-    EXPECT_EQ(spin.GetText(), L"10.6");
-    spin.SetReadOnly(true);
-    Key(VK_DOWN);
-    EXPECT_EQ(spin.GetText(), L"10.6");
-    spin.SetRestriction(3, 3);
-    EXPECT_FALSE(IsWindowEnabled(arrows));
+    // Without its object, the edit answers nothing.
+    SetWindowLongPtrW(Edit(), GWLP_USERDATA, 0);
+    EXPECT_EQ(SendMessageW(Edit(), WM_GETDLGCODE, 0, 0), 0);
+}
+
+TEST_F(EditBox, ShowsWhetherItCanBeUsed) {
+    const std::tuple<std::function<void()>, int, int> rows[] = {
+        {[] {}, COLOR_WINDOW, COLOR_BTNSHADOW},
+        {[&] { box.SetFocus(); }, COLOR_WINDOW, COLOR_HIGHLIGHT},
+        {[&] { box.SetReadOnly(true); }, COLOR_BTNFACE, COLOR_HIGHLIGHT},
+        {[&] { box.SetEnabled(false); }, COLOR_BTNFACE, COLOR_3DLIGHT},
+    };
+    for (const auto& [change, field, frame] : rows) {
+        change();
+        const Picture picture = Picture::OnScreen(box);
+        EXPECT_EQ(picture.Pixel(117, 10), GetSysColor(field)) << field << " " << frame;
+        EXPECT_EQ(picture.Pixel(119, 10), GetSysColor(frame)) << field << " " << frame;
+    }
+}
+
+TEST_F(EditBoxSpin, StepsToItsBoundsAndNoFurther) {
+    box.SetRestriction(10.5, 0);
+    box.SetNumber(8, L"%.0f");
+    parent.Record().Clear();
+    EXPECT_EQ(PlaceOf(Arrows()), "103 0 17 20");
+    Click(Arrows(), 5, 3);
+    EXPECT_EQ(See(), "9 | 44:256#44 44:768#44");
+    const auto wheel = [this](int delta) { SendMessageW(Edit(), WM_MOUSEWHEEL, MAKEWPARAM(0, delta), 0); };
+    // clang-format off
+    Play({{[] { Key(VK_UP); }, "10"}, {[] { Key(VK_UP); }, "10"}, {[] { Key(VK_DOWN); }, "9"},
+         {[&] { wheel(120); }, "10"}, {[&] { wheel(-240); }, "8"}, {[&] { wheel(70); }, "8"}, {[&] { wheel(50); }, "9"},
+         {[] { Key(VK_NEXT); }, "0"}, {[] { Key(VK_DOWN); }, "0"}, {[] { Key(VK_PRIOR); }, "10"},
+         // Where the format cannot show the bound, the bound itself is shown.
+         {[&] { box.SetRestriction(0, 10.6), Key(VK_UP); }, "10.6"},
+         {[&] { box.SetReadOnly(true), Key(VK_DOWN); }, "10.6"},
+         {[&] { box.SetRestriction(3, 3); EXPECT_FALSE(IsWindowEnabled(Arrows())); }, "10.6"},
+         {[&] { box.SetRestriction(3, 4); EXPECT_TRUE(IsWindowEnabled(Arrows())); }, "10.6"}},
+        [this] { return Narrow(box.GetText().str()); });
+    // clang-format on
 }
 
 // What is in the midst of its own code has to live on for so long.
-TEST(EditBoxSpin, MayBeEndedInEveryCallback) {
-    for (const std::string_view where : {"Enter", "SetFocus", "KillFocus", "Change", "Char", "Spin"}) {
-        for (int how = 0; how < 3; ++how) {
-            auto parent = std::make_unique<RecordingParent>();
-            auto box = std::make_unique<SpinningBox>();
-            ASSERT_TRUE(box->Create(parent->Window(), 10, 10, 120, 24, true, true));
-            const HWND other = AddChild(parent->Window(), L"BUTTON", 1, {200, 10, 220, 30});
-            const HWND edit = box->GetEditWindow(), arrows = ArrowsOf(*box);
-            bool ended = false;
-            box->act = [&](std::string_view name) {
-                if (name != where || std::exchange(ended, true)) return;
-                if (how == 0) box->Destroy();
-                if (how == 1) box.reset();
-                if (how == 2) parent.reset();
-                EXPECT_EQ(IsWindow(edit) != FALSE, where == "Change" || where == "SetFocus") << where;
-                EXPECT_EQ(IsWindow(arrows) != FALSE, where == "Spin") << where;
-            };
-            BringToFront(parent->Window());
-            // The mouse reaches the edit through the platform's own code.
-            Click(edit, 5, 5);
-            if (!ended) Type(L"1");
-            if (!ended) SetWindowTextW(edit, L"2");
-            if (!ended) Type(L"\n");
-            if (!ended) Click(arrows, 5, 3);
-            if (!ended) SetFocus(other);
-            EXPECT_TRUE(ended) << where;
-            EXPECT_FALSE(IsWindow(edit) || IsWindow(arrows)) << where << how;
-            Pump();
-        }
+TEST_F(EditBoxSpin, SparesWhatIsAtWork) {
+    for (const bool spins : {false, true}) {
+        box.spun = nullptr;
+        ASSERT_TRUE(box.Create(parent.Window(), 10, 10, 120, 24, true, true));
+        const HWND edit = Edit(), arrows = Arrows();
+        const auto end = [&] {
+            box.Destroy();
+            EXPECT_EQ(IsWindow(edit) != FALSE, !spins);
+            EXPECT_EQ(IsWindow(arrows) != FALSE, spins);
+        };
+        box.spun = end;
+        parent.Answer(WM_COMMAND, [&](WPARAM wParam, LPARAM) { return HIWORD(wParam) == EN_CHANGE ? end(), 0 : 0; });
+        spins ? Click(arrows, 5, 3) : void(SetWindowTextW(edit, L"2"));
+        EXPECT_FALSE(IsWindow(edit) || IsWindow(arrows)) << spins;
     }
 }
 
-TEST(EditBoxSpin, GivesPositionsAMeaning) {
+TEST(SpinBox, GivesPositionsAMeaning) {
     CKxDevUI_SpinBox spin;
     RecordingParent parent;
     spin.Create(parent.Window(), 0, 0, 20, 30, true, true);
     spin.SetRange(100, -100, 5);
     spin.SetRange(0, std::nan(""), 5);
     spin.SetRange(0, 1, 0);
-    const double values[] = {100, 50, 0, -50, -100};
-    for (int i = 0; i < 5; ++i) {
-        EXPECT_EQ(spin.ValueOf(i), values[i]);
-        EXPECT_EQ(spin.PositionOf(values[i] + 20), i == 0 ? 0 : i);
+    for (const int i : {0, 1, 2, 3, 4}) {
+        EXPECT_EQ(spin.ValueOf(i), 100 - 50 * i);
+        EXPECT_EQ(spin.PositionOf(120 - 50 * i), i) << "the nearest";
     }
     EXPECT_EQ(spin.ValueOf(99), -100);
     EXPECT_EQ(spin.PositionOf(std::nan("")), 0);
     spin.SetPosition(77);
     EXPECT_EQ(spin.GetPosition(), 4);
+    spin.SetRange(0, 1, 3);
+    EXPECT_EQ(spin.GetPosition(), 2);
 }
 
-TEST(EditBoxMultiValue, ChecksCountThenValues) {
-    MessageBoxes boxes;
-    RecordingParent parent;
-    CKxDevUI_EditBoxMultiValue box;
+TEST_F(EditBoxMultiValue, ChecksCountThenValues) {
     box.Init(false, false, false);
     box.SetRestriction(400, 700);
-    box.Create(parent.Window(), 0, 0, 200, 20, true, true);
+    // clang-format off
     const std::tuple<const wchar_t*, int, int, const wchar_t*> rows[] = {
-        {L"450;525;600;", -1, -1, L""},
-        {L" ; ", -1, -1, L"Field can not be empty."},
-        {L"450;x", -1, -1, L"Field can not be empty."},
-        {L"1;2;3;4;5", 2, 3, L"Too few values!"},
-        {L"1", 2, 3, L"Too few values!"},
-        {L"1", 2, -1, L"Too few values!"},
-        {L"1;2;3;4", -1, 3, L"Too many values!"},
-        {L"450;500;600", 3, 2, L""},
+        {L"450;525;600;", -1, -1, L""},                {L" ; ", -1, -1, L"Field can not be empty."},
+        {L"450;x", -1, -1, L"Field can not be empty."}, {L"1;2;3;4;5", 2, 3, L"Too few values!"},
+        {L"1", 2, -1, L"Too few values!"},              {L"1;2;3;4", -1, 3, L"Too many values!"},
+        {L"450;500;600", 3, 2, L""},                    {L"450;500", 2, -1, L""}, {L"400;700", -9, 2, L""},
         {L"450;399.5;1e999", 2, 3, L"Value out of range: 399.5\nValue must be in interval <400;700>"},
     };
+    // clang-format on
     for (const auto& [text, minimum, maximum, message] : rows) {
         box.SetText(text);
         box.SetCountRestriction(minimum, maximum);
         EXPECT_EQ(box.CheckRestriction(true), !*message);
-        EXPECT_EQ(boxes.TakeText(), message) << Narrow(text);
+        EXPECT_EQ(Said(), message) << Narrow(text);
     }
     const std::list<double> values{450, INFINITY, 525.5, 600};
     std::list<double> read;
@@ -350,8 +290,10 @@ TEST(EditBoxMultiValue, ChecksCountThenValues) {
     EXPECT_EQ(box.GetText(), L"450|525.5|600|");
     EXPECT_TRUE(box.GetValues(&read));
     EXPECT_EQ(read, (std::list<double>{450, 525.5, 600}));
+    box.SetText(L"450|x");
+    EXPECT_FALSE(box.GetValues(nullptr));
     box.SetValues(nullptr);
-    EXPECT_TRUE(box.GetValues(nullptr));
+    EXPECT_EQ(box.GetText(), L"");
 }
 
 }  // namespace

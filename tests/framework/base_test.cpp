@@ -1,5 +1,6 @@
 // The element base: sizes, places, states, reports; and the free helpers.
 #include <bench/bench.h>
+#include <bench/script.h>
 #include <bench/window.h>
 #include <kxbaseui/kx_fonts.h>
 #include <kxbaseui/kx_layoutmanager.h>
@@ -8,8 +9,10 @@
 #include <kxdevui/framework/devgui_base.h>
 #include <kxsystem/kx_log.h>
 
-#include <limits>
+#include <cmath>
+#include <functional>
 #include <string>
+#include <tuple>
 #include <utility>
 
 namespace {
@@ -26,80 +29,82 @@ public:
     }
 };
 
-struct Zoomed {
-    explicit Zoomed(double zoom) { CKxGUILayoutManager::SetGuiZoom(zoom); }
-    ~Zoomed() { CKxGUILayoutManager::SetGuiZoom(1.0); }
+// A control and, beside it, children of its parent.
+struct Base : testing::Test {
+    ~Base() override { CKxGUILayoutManager::SetGuiZoom(1.0), KX_SetMessageBoxHandler(nullptr, nullptr); }
+    static std::string Nominal(CKxDevUI_Base& control) {
+        SIZE size{};
+        control.GetWindowSize(&size);
+        return std::to_string(size.cx) + " " + std::to_string(size.cy);
+    }
+    HWND Child(const wchar_t* windowClass, const std::wstring& text, DWORD style = 0, DWORD exStyle = 0,
+               int height = 20) {
+        return CreateWindowExW(exStyle, windowClass, text.c_str(), WS_CHILD | style, 7, 8, 300, height, parent.Window(),
+                               nullptr, nullptr, nullptr);
+    }
+
+    RecordingParent parent;
+    Plain control{30, 40};
 };
+using Helpers = Base;
 
-SIZE Nominal(CKxDevUI_Base& control) {
-    SIZE size{};
-    control.GetWindowSize(&size);
-    return size;
-}
-
-HWND Child(RecordingParent& parent, const wchar_t* windowClass, const std::wstring& text, DWORD style = 0,
-           DWORD exStyle = 0, int height = 20) {
-    return CreateWindowExW(exStyle, windowClass, text.c_str(), WS_CHILD | style, 7, 8, 300, height, parent.Window(),
-                           nullptr, nullptr, nullptr);
-}
-
-TEST(Base, TakesTheHeightFirst) {
+TEST_F(Base, TakesTheHeightFirst) {
     Plain none, sized(20, 101);
-    EXPECT_TRUE(Nominal(none).cx == -1 && none.GetEnabled() && none.GetVisible() && none.GetTitle().IsEmpty());
-    EXPECT_EQ(Nominal(sized).cy, 20);
+    EXPECT_EQ(Nominal(none) + ", " + Nominal(sized), "-1 -1, 101 20");
+    EXPECT_TRUE(none.GetEnabled() && none.GetVisible() && none.GetTitle().IsEmpty());
     none.GetWindowSize(nullptr);
-
     sized.SetTitle(L"Objective");
     sized.SetEnabled(false);
     sized.SetId(6);
-    const Plain copy(sized);
-    EXPECT_FALSE(Plain(copy).GetEnabled());
-    EXPECT_TRUE(copy.GetId() == 6 && Plain(copy).GetTitle() == L"Objective");
+    Plain copy(sized);
+    EXPECT_TRUE(!copy.GetEnabled() && copy.GetId() == 6 && copy.GetTitle() == L"Objective");
+    EXPECT_EQ(Nominal(copy), "101 20");
 }
 
-TEST(Base, MovesAndSizes) {
-    RecordingParent parent;
-    Plain control(30, 40), unsized;
+TEST_F(Base, MovesAndSizes) {
     control.Create(parent.Window(), 10, 20, 50, 60, true, true);
-    control.MoveWindowRelative(1, 2);
-    EXPECT_EQ(PlaceOf(control), "11 22 50 60") << "the size it has, not the nominal one";
-    const Zoomed zoomed(1.5);
-    control.MoveWindow(-1, 50);
-    EXPECT_EQ(PlaceOf(control), "11 50 40 30") << "the nominal size, not zoomed";
-    control.ResizeWindow(70, -1);
-    control.ResizeWindowRelative(-20, 5);
-    EXPECT_EQ(PlaceOf(control), "11 50 50 35");
-    EXPECT_EQ(Nominal(control).cy, 35);
+    const auto zoom = [] { CKxGUILayoutManager::SetGuiZoom(1.5); };
+    // Moved it keeps the size it has, or is given the nominal one, not zoomed.
+    Play({{[&] { control.MoveWindowRelative(1, 2); }, "11 22 50 60, 40 30"},
+          {[&] { zoom(), control.MoveWindow(-1, 50); }, "11 50 40 30, 40 30"},
+          {[&] { control.MoveWindow(12, -1); }, "12 50 40 30, 40 30"},
+          {[&] { control.ResizeWindow(70, -1); }, "12 50 70 30, 70 30"},
+          {[&] { control.ResizeWindow(-1, 31); }, "12 50 70 31, 70 31"},
+          {[&] { control.ResizeWindowRelative(-20, 5); }, "12 50 50 36, 50 36"}},
+         [this] { return PlaceOf(control) + ", " + Nominal(control); });
     EXPECT_EQ(control.GetWidth(), 75) << "zoomed";
+    EXPECT_EQ(control.GetHeight(), 54);
+    EXPECT_EQ(control.GetPositionX(), 12);
     EXPECT_EQ(control.GetPositionY(), 50);
+    Plain unsized;
     unsized.ResizeWindowRelative(5, 7);
-    EXPECT_EQ(Nominal(unsized).cx, 4);
+    EXPECT_EQ(Nominal(unsized), "4 6");
 }
 
-TEST(Base, ShowsAndHidesOnlyOnChange) {
-    RecordingParent parent;
-    Plain control, windowless;
+TEST_F(Base, ShowsAndHidesOnlyOnChange) {
     control.Create(parent.Window(), 0, 0, 10, 10, true, true);
     ShowWindow(control, SW_HIDE);
-    control.SetVisible(true);
-    EXPECT_FALSE(IsWindowVisible(control)) << "it counts as visible already";
-    control.SetVisible(false);
-    control.SetVisible(true);
-    EXPECT_TRUE(IsWindowVisible(control));
-    control.SetEnabled(false);
-    EXPECT_TRUE(IsWindowEnabled(control)) << "the base leaves the window alone";
+    // It counts as visible already; the base leaves it enabled.
+    Play({{[&] { control.SetVisible(true); }, "hidden"},
+          {[&] { control.SetVisible(false), control.SetVisible(true); }, "shown"},
+          {[&] { control.SetEnabled(false); }, "shown"}},
+         [this] { return !IsWindowEnabled(control)  ? "disabled"
+                         : IsWindowVisible(control) ? "shown"
+                                                    : "hidden"; });
     control.CorrectZOrder(nullptr);
+    for (const bool stop : {true, false}) {
+        control.SetTabStop(stop);
+        EXPECT_EQ((GetWindowLongW(control, GWL_STYLE) & WS_TABSTOP) != 0, stop);
+    }
+    Plain windowless;
     windowless.RefreshWindow();
     windowless.SetFocus();
     windowless.MoveWindow(-1, -1);
     EXPECT_EQ(windowless.GetPositionX(), 0);
 }
 
-TEST(Base, ReportsWithTheLabelsName) {
-    RecordingParent parent;
-    Plain control;
-    const auto label = [&](const std::wstring& text) { return Child(parent, L"STATIC", text); };
-    const HWND edit = Child(parent, L"EDIT", L"", WS_VISIBLE);
+TEST_F(Base, ReportsWithTheLabelsName) {
+    const HWND edit = Child(L"EDIT", L"", WS_VISIBLE);
     std::wstring shown;
     const auto box = [](HWND, const wchar_t* text, const wchar_t* caption, UINT style, int timeout, void* to) {
         EXPECT_EQ(CallText("box", caption, style, timeout), "box(\"Error!\", 16, -1)");
@@ -113,10 +118,10 @@ TEST(Base, ReportsWithTheLabelsName) {
         const wchar_t* text;
         std::wstring expected;
     } rows[] = {
-        {label(L"Step:"), L"bad", L"Step: bad"},
+        {Child(L"STATIC", L"Step:"), L"bad", L"Step: bad"},
         {nullptr, nullptr, L""},
-        {label(L"Step"), longText.c_str(), L"Step: " + longText.substr(0, 999 - 6)},
-        {label(longText), L"bad", longText.substr(0, 999)},
+        {Child(L"STATIC", L"Step"), longText.c_str(), L"Step: " + longText.substr(0, 999 - 6)},
+        {Child(L"STATIC", longText), L"bad", longText.substr(0, 999)},
     };
     for (const auto& row : rows) {
         BringToFront(parent.Window());
@@ -125,8 +130,6 @@ TEST(Base, ReportsWithTheLabelsName) {
         EXPECT_EQ(shown, row.expected);
         EXPECT_EQ(GetFocus(), edit);
     }
-    KX_SetMessageBoxHandler(nullptr, nullptr);
-
     std::wstring log;
     CKxLogFile::SetSink([](const wchar_t* line, void* to) { *static_cast<std::wstring*>(to) += line; }, &log);
     for (const bool detail : {false, true}) {
@@ -138,10 +141,9 @@ TEST(Base, ReportsWithTheLabelsName) {
     EXPECT_EQ(log, L"devgui_base(230): CKxDevUI_Base::ReportError - loud");
 }
 
-TEST(Helpers, FindsTheNearestValueTheLaterOfTwo) {
+TEST_F(Helpers, FindTheNearestValueTheLaterOfTwo) {
     const double values[] = {1, 2, 4, 4, 10};
-    const std::pair<double, long> rows[] = {{0, 0}, {1.5, 1}, {4, 3},
-                                            {7, 4}, {100, 4}, {std::numeric_limits<double>::quiet_NaN(), 0}};
+    const std::pair<double, long> rows[] = {{0, 0}, {1.5, 1}, {4, 3}, {7, 4}, {100, 4}, {std::nan(""), 0}};
     for (const auto& [value, expected] : rows)
         EXPECT_EQ(FindNearestValue(value, values, 5), expected) << value;
     EXPECT_EQ(FindNearestValue(1, values, 0), -1);
@@ -149,66 +151,64 @@ TEST(Helpers, FindsTheNearestValueTheLaterOfTwo) {
     EXPECT_EQ(FindNearestValue(1, values, -3), -1);
 }
 
-TEST(Helpers, ReadsNumbersFromEdits) {
-    RecordingParent parent;
-    const HWND edit = Child(parent, L"EDIT", L"");
-    const struct {
-        const wchar_t* text;
-        double number;  // 77: none
-        int whole;
-    } rows[] = {{L"12", 12, 12},
-                {L" -3 ", -3, -3},
-                {L"1,5", 1.5, 77},
-                {L"", 77, 77},
-                {L"12a", 77, 77},
-                {L"x", 77, 77},
-                {L"99999999999", 99999999999, 77}};
-    for (const auto& row : rows) {
-        SetWindowTextW(edit, row.text);
-        double number = 77;
-        int whole = 77;
-        EXPECT_EQ(GetWndDouble(edit, number), row.number != 77) << Narrow(row.text);
-        EXPECT_EQ(GetWndInt(edit, whole), row.whole != 77) << Narrow(row.text);
-        SetSettingsSource([&](const wchar_t*, const wchar_t* name, CKxStringW& value) {
+// From edits and from the host's settings.
+TEST_F(Helpers, ReadNumbers) {
+    const HWND edit = Child(L"EDIT", L"");
+    // 77: none.
+    const std::tuple<std::wstring, double, int> rows[] = {{L"12", 12, 12},
+                                                          {L" -3 ", -3, -3},
+                                                          {L"1,5", 1.5, 77},
+                                                          {L"", 77, 77},
+                                                          {L"12a", 77, 77},
+                                                          {L"x", 77, 77},
+                                                          {L"99999999999", 99999999999, 77},
+                                                          {L"2147483647", 2147483647, 2147483647},
+                                                          {L"2147483648", 2147483648, 77},
+                                                          {std::wstring(255, L'0'), 0, 0}};
+    for (const auto& [text, number, whole] : rows) {
+        SetWindowTextW(edit, text.c_str());
+        SetSettingsSource([&, &shown = text](const wchar_t*, const wchar_t* name, CKxStringW& value) {
             if (std::wstring(name) == L"bad") throw 1;
-            value = row.text;
+            value = shown.c_str();
             return std::wstring(name) == L"known";
         });
-        for (const wchar_t* name : {L"bad", L"unknown", L"known"}) {
-            double setting = 77;
-            int wholeSetting = 77;
-            const bool known = std::wstring(name) == L"known";
-            EXPECT_EQ(GetSettingDouble(L"s", name, setting), known && row.number != 77) << Narrow(row.text);
-            EXPECT_EQ(GetSettingInt(L"s", name, wholeSetting), known && row.whole != 77) << Narrow(row.text);
-            EXPECT_EQ(setting, known ? row.number : 77);
-            EXPECT_EQ(wholeSetting, known ? row.whole : 77);
+        for (const wchar_t* from : {L"edit", L"bad", L"unknown", L"known"}) {
+            const bool isEdit = from[0] == L'e', known = isEdit || from[0] == L'k';
+            double read = 77;
+            int readWhole = 77;
+            EXPECT_EQ(isEdit ? GetWndDouble(edit, read) : GetSettingDouble(L"s", from, read), known && number != 77);
+            EXPECT_EQ(isEdit ? GetWndInt(edit, readWhole) : GetSettingInt(L"s", from, readWhole), known && whole != 77);
+            EXPECT_EQ(read, known ? number : 77) << Narrow(from) << Narrow(text);
+            EXPECT_EQ(readWhole, known ? whole : 77) << Narrow(from) << Narrow(text);
         }
-        SetSettingsSource(nullptr);
-        EXPECT_EQ(number, row.number);
-        EXPECT_EQ(whole, row.whole);
     }
+    SetSettingsSource(nullptr);
     double none = 0;
     EXPECT_FALSE(GetWndDouble(nullptr, none));
+    SetWindowTextW(edit, std::wstring(256, L'0').c_str());
+    EXPECT_FALSE(GetWndDouble(edit, none)) << "nobody has typed that";
 }
 
-TEST(Helpers, BoldifiesMarkedCaptions) {
-    RecordingParent parent;
-    const auto font = [](HWND window) { return reinterpret_cast<HFONT>(SendMessageW(window, WM_GETFONT, 0, 0)); };
-    const HWND caption = Child(parent, L"STATIC", L"Camera", 0, WS_EX_TRANSPARENT);
-    const HWND others[] = {Child(parent, L"STATIC", L"Camera"),
-                           Child(parent, L"STATIC", std::wstring(254, L'x'), 0, WS_EX_TRANSPARENT),
-                           Child(parent, L"BUTTON", L"Camera", 0, WS_EX_TRANSPARENT)};
-    const HWND line = Child(parent, L"STATIC", L"", SS_SUNKEN, 0, 3);
-    const HWND thick = Child(parent, L"STATIC", L"", SS_SUNKEN, 0, 4);
+TEST_F(Helpers, BoldifyMarkedCaptions) {
+    const auto isBold = [](HWND window) {
+        return reinterpret_cast<HFONT>(SendMessageW(window, WM_GETFONT, 0, 0)) == KX_GetDefaultGuiFontBold();
+    };
+    const auto clips = [](HWND window) { return (GetWindowLongW(window, GWL_STYLE) & WS_CLIPSIBLINGS) != 0; };
+    const std::tuple<HWND, bool, bool> rows[] = {
+        {Child(L"STATIC", L"Camera", 0, WS_EX_TRANSPARENT), true, false},
+        {Child(L"STATIC", std::wstring(253, L'x'), 0, WS_EX_TRANSPARENT), true, false},
+        {Child(L"STATIC", std::wstring(254, L'x'), 0, WS_EX_TRANSPARENT), false, false},
+        {Child(L"STATIC", L"Camera"), false, false},
+        {Child(L"BUTTON", L"Camera", 0, WS_EX_TRANSPARENT), false, false},
+        {Child(L"STATIC", L"", SS_SUNKEN, 0, 3), false, true},
+        {Child(L"STATIC", L"", SS_SUNKEN, 0, 4), false, false},
+    };
     BoldifyCaptions(parent.Window());
-    EXPECT_EQ(font(caption), KX_GetDefaultGuiFontBold());
-    for (const HWND other : others)
-        EXPECT_NE(font(other), KX_GetDefaultGuiFontBold());
-    EXPECT_EQ(GetWndX(caption), 7);
-    EXPECT_EQ(GetWndY(caption), 8);
-    EXPECT_LT(RectInParent(caption).right, 207);
-    EXPECT_TRUE(GetWindowLongW(line, GWL_STYLE) & static_cast<LONG>(WS_CLIPSIBLINGS));
-    EXPECT_FALSE(GetWindowLongW(thick, GWL_STYLE) & static_cast<LONG>(WS_CLIPSIBLINGS));
+    for (const auto& [window, bold, clipping] : rows)
+        EXPECT_TRUE(isBold(window) == bold && clips(window) == clipping) << &window - &std::get<0>(rows[0]);
+    const HWND caption = std::get<0>(rows[0]);
+    EXPECT_TRUE(GetWndX(caption) == 7 && GetWndY(caption) == 8);
+    EXPECT_LT(RectInParent(caption).right, 207) << "no wider than its text";
     BoldifyCaptions(nullptr);
 }
 

@@ -6,6 +6,7 @@
 
 #include <kxdevui/controls/devgui_editbox_multivalue.h>
 #include <kxdevui/controls/devgui_editbox_spin.h>
+#include <kxdevui/framework/ui_life.h>
 
 namespace kx::test {
 namespace {
@@ -20,6 +21,7 @@ public:
                 {Law::Silence, "WM_COMMAND 7, 512", "EN_KILLFOCUS: what is disabled gives the focus away"},
                 {Law::Silence, "its own", "keys and the wheel are the user's"},
                 {Law::Silence, "typing", "is the user's"},
+                {Law::Silence, "OnSpin", "comes of a key or the wheel"},
                 {Law::Zoom, "a placeholder", "stands at a place of the screen"}};
     }
 
@@ -116,7 +118,15 @@ private:
 };
 
 const Registered<EditBoxSubject<CKxDevUI_EditBox>> plain("edit box");
-const Registered<EditBoxSubject<CKxDevUI_EditBoxSpin>> withArrows("edit box with arrows");
+class Spinning : public Telling<CKxDevUI_EditBoxSpin> {
+    void OnSpin(int steps) override {
+        const kx::ui::Alive alive(this);
+        Tell("OnSpin");
+        if (alive) CKxDevUI_EditBoxSpin::OnSpin(steps);
+    }
+};
+
+const Registered<EditBoxSubject<Spinning>> withArrows("edit box with arrows");
 const Registered<EditBoxSubject<CKxDevUI_EditBoxMultiValue>> forAList("edit box for a list");
 
 class SpinSubject : public SubjectOf<CKxDevUI_SpinBox> {

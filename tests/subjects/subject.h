@@ -83,6 +83,8 @@ public:
     virtual void Copy() = 0;
     // The invariant that does not hold any more; empty when all do.
     virtual std::string Check() = 0;
+    // The window alone is made anew, and given; the object may end meanwhile.
+    virtual HWND Remake() = 0;
     // Ends object and windows.
     virtual void Destroy() = 0;
 
@@ -196,6 +198,13 @@ public:
     }
     void Copy() final {
         if constexpr (std::is_copy_constructible_v<T>) const T copy(*control_);
+    }
+    HWND Remake() override {
+        if constexpr (std::is_base_of_v<CKxDevUI_Base, T>)
+            return Control()->Create(parent_->Window(), 5, 5, 120, 40, true, true);
+        else if constexpr (requires { control_->Create(parent_->Window(), 5, 5, 120, 40, true, true); })
+            return control_->Create(parent_->Window(), 5, 5, 120, 40, true, true);
+        return nullptr;
     }
     void Destroy() final { control_.reset(); }
 

@@ -40,6 +40,7 @@ public:
                 {Law::Silence, "typing", "is the user's"},
                 {Law::Disabled, "Static #-1", "is a line, which has no other look"}};
     }
+    HWND Remake() override { return control_->Create(parent_->Window(), &record_, 10, 10, 0, 0, true, true); }
 
 protected:
     void Make(HWND parent) override {
