@@ -195,7 +195,7 @@ bool SpareIfBusy(HWND child) noexcept {
     if (!state || state->running == 0) return false;
     SetWindowLongPtrW(child, GWLP_USERDATA, 0);
     state->orphaned = true;
-    // Under Wine a thread that asked for the desktop before that was whole has no place for mere messages.
+    // Where the platform has no place for windows without a screen, a hidden one is out of the way as well.
     if (!SetParent(child, HWND_MESSAGE)) {
         ShowWindow(child, SW_HIDE);
         SetParent(child, nullptr);
