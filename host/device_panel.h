@@ -1,6 +1,7 @@
 // A panel that shows one device: told of its changes as every window can be, by a message with the device's number.
 #pragma once
 
+#include <kxbaseui/kx_layoutmanager.h>
 #include <kxdevices/kx_simdevices.h>
 
 #include "host_panel.h"
@@ -42,6 +43,9 @@ protected:
     // The switch that makes the host refuse, at the panel's lower edge.
     void AddRefusal();
     bool Refuses() const { return m_refuses || HostRefuses(); }
+
+    // Where a control that zooms itself stands from the panel's edges: four pixels unzoomed.
+    static long Inset() { return CKxGUILayoutManager::Zoomed(4); }
 
     bool OnUser(int id, int code, HWND from) override;
     void OnUpdateDeviceBand(WPARAM wParam, LPARAM lParam) override;

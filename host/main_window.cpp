@@ -3,8 +3,10 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <utility>
 
 #include <kxbaseui/kx_fonts.h>
+#include <kxbaseui/kx_guiscale.h>
 #include <kxbaseui/kx_layoutmanager.h>
 #include <kxbaseui/kx_schemecontrols.h>
 #include <kxdevui/framework/devgui_messages.h>
@@ -44,6 +46,9 @@ void Append(HMENU menu, int command, const wchar_t* text, bool checked) {
     AppendMenuW(menu, MF_STRING | (checked ? MF_CHECKED : 0u), static_cast<UINT_PTR>(command), text);
 }
 
+// Per cent.
+int UserZoom() { return static_cast<int>(std::lround(CKxGUILayoutManager::GetUserZoom() * 100)); }
+
 void AppendPopup(HMENU menu, HMENU popup, const wchar_t* text) {
     AppendMenuW(menu, MF_POPUP, reinterpret_cast<UINT_PTR>(popup), text);
 }
@@ -70,6 +75,7 @@ bool MainWindow::Create(HINSTANCE instance, const kx::host::Settings& settings) 
     m_window = CreateWindowExW(0, description.lpszClassName, nullptr, WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, 20, 10,
                                600, 640, nullptr, nullptr, instance, this);
     if (!m_window) return false;
+    KX_FollowScaleOf(m_window);
     m_status = CreateWindowExW(0, L"STATIC", nullptr, WS_CHILD | WS_VISIBLE | SS_SUNKEN | SS_CENTERIMAGE, 0, 0, 0, 0,
                                m_window, reinterpret_cast<HMENU>(static_cast<INT_PTR>(StatusId)), instance, nullptr);
     SetStatusSink([this](const std::wstring& text) { Say(text); });
@@ -147,8 +153,7 @@ void MainWindow::BuildMenu() {
     for (const int percent : kZooms) {
         CKxStringW text;
         text.Format(20, L"%d %%", percent);
-        Append(zoom, cmdZoom + percent / 25, text,
-               percent == static_cast<int>(std::lround(CKxGUILayoutManager::GetGuiZoom() * 100)));
+        Append(zoom, cmdZoom + percent / 25, text, percent == UserZoom());
     }
     for (const Language& each : kLanguages) {
         Append(language, cmdLanguage + PRIMARYLANGID(each.id), each.name,
@@ -182,7 +187,8 @@ HMENU MainWindow::SimulationMenu() const {
 
 void MainWindow::FitToPages() {
     RECT frame{0, 0, CKxGUILayoutManager::Zoomed(m_settings.width), CKxGUILayoutManager::Zoomed(m_settings.height)};
-    AdjustWindowRectEx(&frame, static_cast<DWORD>(GetWindowLongW(m_window, GWL_STYLE)), TRUE, 0);
+    AdjustWindowRectExForDpi(&frame, static_cast<DWORD>(GetWindowLongW(m_window, GWL_STYLE)), TRUE, 0,
+                             GetDpiForWindow(m_window));
     // On a small screen the log gives way first.
     RECT work{}, own{};
     SystemParametersInfoW(SPI_GETWORKAREA, 0, &work, 0);
@@ -214,11 +220,10 @@ void MainWindow::Layout() {
 }
 
 void MainWindow::Restyle() {
-    SendMessageW(m_status, WM_SETFONT, reinterpret_cast<WPARAM>(KX_GetDefaultGuiFont()), TRUE);
-    for (const HWND button : m_pageButtons) {
-        SendMessageW(button, WM_SETFONT,
-                     reinterpret_cast<WPARAM>(KX_GetDefaultGuiFontZoom(CKxGUILayoutManager::GetGuiZoom())), TRUE);
-    }
+    const auto font = reinterpret_cast<WPARAM>(KX_GetDefaultGuiFont());
+    SendMessageW(m_status, WM_SETFONT, font, TRUE);
+    for (const HWND button : m_pageButtons)
+        SendMessageW(button, WM_SETFONT, font, TRUE);
 }
 
 void MainWindow::Say(const std::wstring& text) { SetWindowTextW(m_status, (L" " + text).c_str()); }
@@ -236,6 +241,7 @@ LRESULT CALLBACK MainWindow::WndProc(HWND window, UINT message, WPARAM wParam, L
 }
 
 LRESULT MainWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
+    if (KX_RelayScale(m_window, message, wParam, lParam)) return 0;
     switch (message) {
     case WM_SIZE:
         if (m_pages.empty() || wParam == SIZE_MINIMIZED) return 0;
@@ -278,13 +284,19 @@ LRESULT MainWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
         // When all windows have been told: before, the pane's would be zoomed once more.
         PostMessageW(m_window, kZoomed, 0, 0);
         return 0;
-    case kZoomed:
+    case kZoomed: {
         Restyle();
         BuildMenu();
-        FitToPages();
+        // With the monitor's scale the platform offers a size; with the user's zoom it is ours to choose.
+        const int zoom = UserZoom();
+        if (std::exchange(m_settings.zoom, zoom) == zoom)
+            Layout();
+        else
+            FitToPages();
         return 0;
+    }
     case WM_DESTROY:
-        m_settings.zoom = static_cast<int>(std::lround(CKxGUILayoutManager::GetGuiZoom() * 100));
+        m_settings.zoom = UserZoom();
         m_settings.scheme = KX_GetColorScheme();
         m_settings.page = m_page;
         DevicePanel::SetHostRefuses(false);

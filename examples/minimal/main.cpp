@@ -1,7 +1,7 @@
 // The smallest good host: what every program that shows panels needs, and nothing else.
 #include <windows.h>
 
-#include <kxbaseui/kx_fonts.h>
+#include <kxbaseui/kx_guiscale.h>
 #include <kxbaseui/kx_layoutmanager.h>
 #include <kxdevices/kx_dmapi.h>
 #include <kxdevui/controls/devgui_hpot.h>
@@ -128,11 +128,8 @@ public:
         windowClass.hbrBackground = GetSysColorBrush(COLOR_BTNFACE);
         windowClass.lpszClassName = L"Minimal";
         RegisterClassW(&windowClass);
-        RECT place{0, 0, 300, 200};
-        AdjustWindowRect(&place, WS_OVERLAPPEDWINDOW, FALSE);
-        m_window = CreateWindowW(L"Minimal", L"Microscope", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, CW_USEDEFAULT, 0,
-                                 place.right - place.left, place.bottom - place.top, nullptr, nullptr, instance, this);
-        return m_window;
+        return CreateWindowW(L"Minimal", L"Microscope", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, CW_USEDEFAULT, 0, 320,
+                             240, nullptr, nullptr, instance, this);
     }
 
 private:
@@ -141,6 +138,7 @@ private:
             const auto* create = reinterpret_cast<const CREATESTRUCTW*>(lParam);
             SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(create->lpCreateParams));
         }
+        if (KX_RelayScale(window, id, wParam, lParam)) return 0;
         auto* self = reinterpret_cast<MainWindow*>(GetWindowLongPtrW(window, GWLP_USERDATA));
         switch (id) {
         case WM_CREATE: self->Fill(window); return 0;
@@ -153,10 +151,12 @@ private:
         }
     }
 
-    // Unzoomed pixels; what the user zooms to is applied in the end.
+    // Unzoomed pixels, but for the place of a control that zooms itself; the scale of the monitor is applied in the
+    // end.
     void Fill(HWND window) {
+        KX_FollowScaleOf(window);
         m_lamp.CreateFromDlg(window, 8, 8, IDD_LAMP, GetModuleHandleW(nullptr), false);
-        m_filters.Create(window, 8, 122, 284, -1);
+        m_filters.Create(window, CKxGUILayoutManager::Zoomed(8), CKxGUILayoutManager::Zoomed(122), 284, -1);
         m_filters.SetTabStop(true);
         m_filters.Update(&m_wheel, {.structure = true, .names = true, .position = true});
         // What changes on the device, whoever has changed it, comes back this way.
@@ -168,7 +168,6 @@ private:
     }
 
     // Objects live as long as their windows; a device longer than its panel.
-    HWND m_window = nullptr;
     Wheel m_wheel;
     LampPanel m_lamp;
     WheelPanel m_filters{m_wheel};

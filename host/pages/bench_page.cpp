@@ -123,7 +123,10 @@ void BenchPage::Arrange() {
     RECT window{};
     GetWindowRect(m_hWnd, &window);
     // As if the scroll bar were always there: it must not come and go by what it does to the width.
-    const long width = window.right - window.left - GetSystemMetrics(SM_CXVSCROLL);
+    // At every scale as wide as at 96 dpi with that zoom, whose scroll bar does not grow.
+    const long bar = std::max<long>(GetSystemMetrics(SM_CXVSCROLL),
+                                    CKxGUILayoutManager::Zoomed(GetSystemMetricsForDpi(SM_CXVSCROLL, 96)));
+    const long width = window.right - window.left - bar;
     const long height = window.bottom - window.top;
     const kx::host::Flow flow = kx::host::FlowIntoColumns(sizes, width, CKxGUILayoutManager::Zoomed(kGap));
     m_content = flow.height;

@@ -4,7 +4,7 @@
 #include "../resources/resource.h"
 
 void FilterPanel::Fill() {
-    m_wheel.Create(*this, 4, 4, m_width - 8, -1);
+    m_wheel.Create(*this, Inset(), Inset(), m_width - 8, -1);
     m_wheel.SetTabStop(true);
     InsertWindow(m_wheel);
     m_wheel.Update(&m_device, {.structure = true, .names = true, .position = true});

@@ -1,5 +1,7 @@
 #include "focus_panel.h"
 
+#include <kxbaseui/kx_layoutmanager.h>
+
 #include <algorithm>
 
 #include "../event_log.h"
@@ -20,7 +22,8 @@ void FocusPanel::Fill() {
     m_device.GetRange(minimum, maximum);
     if (m_plan.stack.GetZDevice(nullptr) != eKxZStack_Ok) PlanFirstSeries(minimum, maximum);
     m_record = m_plan.stack;
-    m_stack.Create(m_hWnd, &m_record, 6, 22, 0, 0, true, true);
+    m_stack.Create(m_hWnd, &m_record, CKxGUILayoutManager::Zoomed(6), CKxGUILayoutManager::Zoomed(22), 0, 0, true,
+                   true);
     m_stack.EnableCube(true);
     m_stack.MakePositionsWritable();
     m_stack.AppendZDevice(m_device.GetKey(), false, static_cast<long>(m_device.GetLogDevId()), minimum, maximum,

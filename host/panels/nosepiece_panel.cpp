@@ -5,7 +5,7 @@
 void NosepiecePanel::Fill() {
     m_turret.Init(&m_device);
     m_turret.ShowObservationMode(false);
-    m_turret.Create(*this, 4, 4, m_width - 8, -1);
+    m_turret.Create(*this, Inset(), Inset(), m_width - 8, -1);
     m_turret.SetTabStop(true);
     InsertWindow(m_turret);
     m_turret.Update(&m_device, {.structure = true, .names = true, .position = true, .parameters = true});

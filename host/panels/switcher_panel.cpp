@@ -6,7 +6,7 @@
 
 void SwitcherPanel::Fill(bool several) {
     m_switch.SetBoolMoreThanOnePortCanBeActive(several);
-    m_switch.Create(*this, 4, 4, m_width - 8, 44);
+    m_switch.Create(*this, Inset(), Inset(), m_width - 8, 44);
     m_switch.SetTabStop(true);
     InsertWindow(m_switch);
     m_switch.Update(m_device.GetLogDevId(), {.structure = true, .names = true, .state = true});

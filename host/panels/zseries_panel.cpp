@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include <kxbaseui/kx_layoutmanager.h>
 #include <kxsystem/kx_time.h>
 
 #include "../event_log.h"
@@ -48,7 +49,8 @@ void ZSeriesPanel::Fill() {
     AddCaption(Text(L"Z series"));
     m_drives[kFocus] = {.rangeMin = 0, .rangeMax = 10000, .speed = 20, .from = 4000, .to = 4000};
     m_drives[kPiezo] = {.rangeMin = 0, .rangeMax = 300, .speed = 60, .from = 150, .to = 150};
-    m_stack.Create(m_hWnd, &m_record, 8, 30, 0, 0, true, true);
+    m_stack.Create(m_hWnd, &m_record, CKxGUILayoutManager::Zoomed(8), CKxGUILayoutManager::Zoomed(30), 0, 0, true,
+                   true);
     m_stack.EnableCube(true);
     m_stack.MakePositionsWritable();
     m_stack.AddZDevice({.name = Text(L"Focus drive"), .id = 1, .rangeMax = 10000, .select = true});

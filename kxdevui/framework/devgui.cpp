@@ -7,8 +7,10 @@
 #include <utility>
 
 #include <kxbaseui/kx_fonts.h>
+#include <kxbaseui/kx_layoutmanager.h>
 #include <kxdevui/framework/ui_gdi.h>
 #include <kxdevui/framework/ui_nearest.h>
+#include <kxdevui/framework/ui_parts.h>
 #include <kxdevui/framework/ui_window.h>
 #include <kxsystem/kx_number.h>
 
@@ -49,7 +51,7 @@ SIZE TextExtent(HWND window, HFONT font, const wchar_t* text, int length) {
     return extent;
 }
 
-void BoldifyCaption(HWND label) {
+void BoldifyCaption(HWND label, double zoom) {
     wchar_t className[16];
     if (GetClassNameW(label, className, static_cast<int>(std::size(className))) == 0) return;
     if (_wcsicmp(className, L"Static") != 0) return;
@@ -57,10 +59,11 @@ void BoldifyCaption(HWND label) {
     if ((GetWindowLongW(label, GWL_EXSTYLE) & WS_EX_TRANSPARENT) && GetWindowTextLengthW(label) < 254) {
         wchar_t text[254] = L"";
         const int length = GetWindowTextW(label, text, static_cast<int>(std::size(text)));
-        const HFONT font = KX_GetDefaultGuiFontBold();
+        const HFONT font = KX_GetDefaultGuiFontBoldZoom(zoom);
         SendMessageW(label, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
         const SIZE extent = TextExtent(label, font, text, length);
         SetWindowPos(label, nullptr, 0, 0, extent.cx + 5, extent.cy, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+        if (zoom == CKxGUILayoutManager::GetGuiZoom()) CKxGUILayoutManager::RememberWindowSizeForGuiZoom(label);
         // Erased by the parent: a label that is transparent would write over what it shows.
         const RECT place = RectInParent(label);
         InvalidateRect(GetParent(label), &place, TRUE);
@@ -88,10 +91,12 @@ RECT RectInParent(HWND window) {
 long GetWndX(HWND window) { return RectInParent(window).left; }
 long GetWndY(HWND window) { return RectInParent(window).top; }
 
-void BoldifyCaptions(HWND window) {
+void BoldifyCaptions(HWND window) { kx::ui::BoldifyCaptionsAt(window, CKxGUILayoutManager::GetGuiZoom()); }
+
+void kx::ui::BoldifyCaptionsAt(HWND window, double zoom) {
     if (!IsWindow(window)) return;
     for (HWND child = GetWindow(window, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT))
-        BoldifyCaption(child);
+        BoldifyCaption(child, zoom);
 }
 
 long FindNearestValue(double value, const double* values, long count) {

@@ -5,8 +5,10 @@
 
 #include <kxbaseui/kx_colors.h>
 #include <kxbaseui/kx_fonts.h>
+#include <kxbaseui/kx_guiscale.h>
 #include <kxbaseui/kx_uihelper.h>
 #include <kxdevui/framework/devgui.h>
+#include <kxdevui/framework/ui_parts.h>
 #include <kxdevui/framework/ui_window.h>
 #include <kxsystem/kx_log.h>
 
@@ -301,13 +303,14 @@ kx::ui::Handled CKxDevUI_Container::HandleDialog(const kx::ui::Message& message)
     const auto [dialog, id, wParam, lParam] = message;
     switch (id) {
     case WM_INITDIALOG: {
+        KX_UnscaleDialog(dialog);
         const RECT rect = RectInParent(dialog);
         m_hWnd = dialog;
         m_shown = true;
         m_width = rect.right - rect.left;
         m_height = rect.bottom - rect.top;
         if (m_modal) {
-            BoldifyCaptions();
+            kx::ui::BoldifyCaptionsAt(dialog, 1.0);
             InsertChildren();
         }
         return OnInit(id, wParam, lParam);

@@ -4,7 +4,9 @@
 #include <vector>
 
 #include <kxbaseui/kx_fonts.h>
+#include <kxbaseui/kx_guiscale.h>
 #include <kxdevui/framework/devgui.h>
+#include <kxdevui/framework/ui_parts.h>
 #include <kxdevui/framework/ui_arithmetic.h>
 #include <kxdevui/framework/ui_resources.h>
 #include <kxdevui/framework/ui_window.h>
@@ -86,7 +88,7 @@ HWND CKxDevUI_Container::CreateFromDlg(HWND parent, long x, long y, const wchar_
         m_height = rect.bottom - rect.top;
         InsertChildren();
         MoveWindow(x, y);
-        BoldifyCaptions();
+        kx::ui::BoldifyCaptionsAt(window, 1.0);
         return window;
     });
 }
@@ -124,7 +126,7 @@ HWND CKxDevUI_Container::CreateFromDlgPart(HWND parent, long x, long y, long cx,
         }
         ResizeWindow(cx, cy);
         MoveWindow(x, y);
-        BoldifyCaptions();
+        kx::ui::BoldifyCaptionsAt(window, 1.0);
         SetVisible(true);
         // The style bit alone, set above, shows the window without painting it.
         CKxDevUI_Base::RefreshWindow();
@@ -160,6 +162,7 @@ void CKxDevUI_Container::InsertDialog(long, long, const wchar_t* templateName, H
     const HWND temporary =
         CreateDialogIndirectParamW(module, reinterpret_cast<const DLGTEMPLATE*>(dialog.data()), m_hWnd, WndProc, 0);
     if (!temporary) return;
+    KX_UnscaleDialog(temporary);
     for (const HWND child : ChildrenOf(temporary)) {
         // The dialog's font goes with the dialog.
         SendMessageW(child, WM_SETFONT, reinterpret_cast<WPARAM>(KX_GetDefaultGuiFontZoom(1.0)), FALSE);

@@ -57,6 +57,8 @@ KXDEVUI_API CKxStringW TextOf(HWND window);
 KXDEVUI_API HWND ParentOf(HWND window) noexcept;
 // WM_SETFONT; a null window is ignored.
 KXDEVUI_API void SetFont(HWND window, HFONT font, bool redraw = false) noexcept;
+// BoldifyCaptions (devgui.h) for a zoom: 1.0 in a dialog that is still as the template has it.
+void BoldifyCaptionsAt(HWND window, double zoom);
 // Enables or disables where that changes anything; a null window is ignored.
 KXDEVUI_API void Enable(HWND window, bool enable) noexcept;
 

@@ -300,6 +300,8 @@ void CKxDevUI_Shutter::FitToTitle() {
     const auto resize = [](HWND window, long width, long height) {
         SetWindowPos(window, nullptr, 0, 0, CKxGUILayoutManager::Zoomed(static_cast<double>(width)), height,
                      SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+        // Whoever lays out unzoomed pixels later must not take it for such.
+        CKxGUILayoutManager::RememberWindowSizeForGuiZoom(window);
     };
     if (!m_hWnd) return;
     resize(m_hWnd, m_width, CKxGUILayoutManager::Zoomed(static_cast<double>(m_height)));

@@ -38,9 +38,9 @@ public:
     // Destroys the window.
     virtual ~CKxDevUI_Switcher();
 
-    // Makes the window at (x, y) in the parent's client area, visible, and its parts; an earlier window is destroyed
-    // first. A negative size keeps the one held. The height is that of one row; further rows are added to it. The flags
-    // are ignored.
+    // Makes the window at (x, y) in the parent's client area, in pixels of the screen (CKxGUILayoutManager::Zoomed of
+    // what was laid out), visible, and its parts, all sizes unzoomed; an earlier window is destroyed first. A negative
+    // size keeps the one held. The height is that of one row; further rows are added to it. The flags are ignored.
     HWND Create(HWND parent, long x, long y, long width, long height, bool, bool);
     // Without them.
     HWND Create(HWND parent, long x, long y, long width, long height) {

@@ -1,6 +1,7 @@
 #include <kxdevui/zfocus/devgui_zstack.h>
 
 #include <kxbaseui/kx_colors.h>
+#include <kxbaseui/kx_guiscale.h>
 #include <kxbaseui/kx_layoutmanager.h>
 #include <kxbaseui/kx_schemecontrols.h>
 #include <kxdevui/framework/devgui.h>
@@ -83,6 +84,7 @@ HWND CKxDevUI_ZStack::Create(HWND parent, CKxZStackData* data, long x, long y, l
         const HWND window = dialog && m_Atom ? CreateDialogIndirectParamW(module, dialog, parent, nullptr, 0) : nullptr;
         if (!window) return nullptr;
         if (!creation) return DestroyWindow(window), nullptr;
+        KX_UnscaleDialog(window);
         m_hWnd = window;
         m_data = data;
         // Only now: while the dialog is made, its controls have nothing to tell.

@@ -79,9 +79,10 @@ public:
     // Destroys the window if this panel made it.
     ~CKxDevUI_ZStack() override;
 
-    // Makes the panel in the language of the user interface at (x, y) in the parent's client area, cx by cy unzoomed
-    // pixels, of which one that is not above 0 means the template's; destroys a previous one. The record has to
-    // outlive the panel. Null without a record, or when the window cannot be made. No callback is called.
+    // Makes the panel in the language of the user interface at (x, y) in the parent's client area, in pixels of
+    // the screen (CKxGUILayoutManager::Zoomed of what was laid out), cx by cy unzoomed pixels, of which one that is not
+    // above 0 means the template's; destroys a previous one. The record has to outlive the panel. Null without a
+    // record, or when the window cannot be made. No callback is called.
     HWND Create(HWND parent, CKxZStackData* data, long x, long y, long cx, long cy, bool visible, bool enabled);
 
     // Destroys the window and forgets record and devices; without one, or for a copy, only forgets them. No callback is

@@ -1,6 +1,8 @@
 // The confirmation dialog of the Z stack panel.
 #include <kxdevui/zfocus/devgui_zstack.h>
 
+#include <kxbaseui/kx_guiscale.h>
+#include <kxbaseui/kx_layoutmanager.h>
 #include <kxbaseui/kx_schemecontrols.h>
 #include <kxbaseui/kx_uihelper.h>
 #include <kxdevui/framework/ui_gdi.h>
@@ -114,8 +116,10 @@ INT_PTR Open(HWND dialog, const wchar_t* question) {
     if (!question) question = L"";
     const HICON icon = LoadIconW(nullptr, IDI_WARNING);
     SendDlgItemMessageW(dialog, IDC_YNK_ICON, STM_SETIMAGE, IMAGE_ICON, reinterpret_cast<LPARAM>(icon));
+    KX_UnscaleDialog(dialog);
     SetTexts(dialog, question);
     LayOut(dialog, question);
+    CKxGUILayoutManager::ResizeWindowToGuiZoom(dialog, 1.0);
     CKxUIHelper::AlignWnd(dialog, nullptr, eKxAlign_CenterOwner, true, nullptr);
     KX_FollowColorScheme(dialog);
     return TRUE;

@@ -87,3 +87,9 @@ HFONT KX_GetFontAtZoom(HFONT font, double fromZoom, double toZoom) {
     const double height = description.lfHeight < 0 ? -description.lfHeight : description.lfHeight * 5.0 / 6.0;
     return FindOrMake(description, height / UsableZoom(fromZoom), UsableZoom(toZoom));
 }
+
+HFONT KX_GetFontOfHeight(HFONT font, long pixels) {
+    LOGFONTW description{};
+    if (!font || GetObjectW(font, sizeof description, &description) == 0) return nullptr;
+    return FindOrMake(description, static_cast<double>(std::max(1L, pixels)), 1.0);
+}

@@ -21,3 +21,7 @@ KXBASEUI_API HFONT KX_GetDefaultGuiFontBoldZoom(double zoom);
 // `toZoom`. For a font that this module made, its own unzoomed height counts and not `fromZoom`, so that zooming back
 // and forth ends with the very same font. Null, or a handle that is no font, gives null.
 KXBASEUI_API HFONT KX_GetFontAtZoom(HFONT font, double fromZoom, double toZoom);
+
+// The same face, weight and slant in characters of so many pixels, at least 1, which are its unzoomed height from now
+// on. Null, or a handle that is no font, gives null.
+KXBASEUI_API HFONT KX_GetFontOfHeight(HFONT font, long pixels);

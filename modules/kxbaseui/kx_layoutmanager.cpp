@@ -1,5 +1,6 @@
 #include <kxbaseui/kx_layoutmanager.h>
 
+#include <algorithm>
 #include <unordered_set>
 
 #include <kxbaseui/kx_fonts.h>
@@ -13,12 +14,18 @@ namespace {
 using kx::Dims;
 using kx::RoundAway;
 
-double s_zoom = 1.0;
+double s_userZoom = 1.0;
+double s_scale = 1.0;
+double s_zoom = 1.0;  // of both
 double s_previousZoom = 1.0;
 unsigned s_change = 0;  // counts the changes, so that a broadcast notices that it has been overtaken
 
 bool IsUsable(double zoom) {
     return zoom >= CKxGUILayoutManager::MinimumZoom && zoom <= CKxGUILayoutManager::MaximumZoom;
+}
+
+bool IsUsableScale(double scale) {
+    return scale >= CKxGUILayoutManager::MinimumScale && scale <= CKxGUILayoutManager::MaximumScale;
 }
 
 kx::WindowDims& Memory() {
@@ -49,15 +56,18 @@ kx::WindowDims::Entry Remember(HWND window, double positionZoom, double sizeZoom
     entry->kind = kind;
     if (isSized) entry->isRagged = isRagged;
     Dims &unzoomed = entry->unzoomed, &placed = entry->placed;
-    const auto keep = [known](long& kept, long seen, long present, double zoom) {
-        if (!known || seen != present) kept = RoundAway(static_cast<double>(present) / zoom);
+    const bool isPlaced = known && entry->isPlaced;
+    const auto keep = [](bool isKnown, long& kept, long seen, long present, double zoom) {
+        if (!isKnown || seen != present) kept = RoundAway(static_cast<double>(present) / zoom);
     };
     const Dims before = unzoomed;
-    keep(unzoomed.x, placed.x, now.x, positionZoom);
-    keep(unzoomed.y, placed.y, now.y, positionZoom);
-    keep(unzoomed.width, placed.width, now.width, sizeZoom);
-    keep(unzoomed.height, placed.height, now.height, sizeZoom);
+    keep(isPlaced, unzoomed.x, placed.x, now.x, positionZoom);
+    keep(isPlaced, unzoomed.y, placed.y, now.y, positionZoom);
+    keep(known, unzoomed.width, placed.width, now.width, sizeZoom);
+    keep(known, unzoomed.height, placed.height, now.height, sizeZoom);
+    if (!known || before.width != unzoomed.width || before.height != unzoomed.height) entry->sizedAt = sizeZoom;
     if (!known || before != unzoomed) placed = now;
+    entry->isPlaced = true;
     return *entry;
 }
 
@@ -75,6 +85,11 @@ enum class Moves { SizeOnly, PlaceAndSize };
 void Place(HWND window, const kx::WindowDims::Entry& known, Moves moves) {
     const Dims now = kx::MeasureWindow(window, known.kind);
     Dims target = kx::ZoomedDims(window, known, s_zoom);
+    // Its size is one of this zoom, and need not be what rounding makes of the unzoomed one.
+    if (known.sizedAt == s_zoom) {
+        target.width = now.width;
+        target.height = now.height;
+    }
     if (moves == Moves::SizeOnly) {
         target.x = now.x;
         target.y = now.y;
@@ -86,7 +101,10 @@ void Place(HWND window, const kx::WindowDims::Entry& known, Moves moves) {
         // What a window makes of the wish (a combo box rounds its height) is what later tells whether it was touched.
         placed = kx::MeasureWindow(window, known.kind);
     }
-    if (kx::WindowDims::Entry* entry = Memory().Find(window)) entry->placed = placed;
+    if (kx::WindowDims::Entry* entry = Memory().Find(window)) {
+        entry->placed = placed;
+        entry->sizedAt = s_zoom;
+    }
 }
 
 // All windows below, parents before their children, but what is inside of windows that lay it out themselves.
@@ -105,32 +123,45 @@ void PlaceAllBelow(HWND window, double previousZoom) {
     }
 }
 
-}  // namespace
-
-double CKxGUILayoutManager::GetGuiZoom() { return s_zoom; }
-double CKxGUILayoutManager::GetPreviousGuiZoom() { return s_previousZoom; }
-long CKxGUILayoutManager::Zoomed(double unzoomed) { return RoundAway(unzoomed * s_zoom); }
-long CKxGUILayoutManager::Unzoomed(double zoomed) { return RoundAway(zoomed / s_zoom); }
-
-bool CKxGUILayoutManager::SetGuiZoom(double zoom) {
-    if (!IsUsable(zoom)) {
-        KX_LOG(L"kx_layoutmanager", L"a zoom of %g is refused", zoom);
-        return false;
-    }
-    if (zoom == s_zoom) return true;
+// Whether both are in force afterwards.
+bool Change(double userZoom, double scale) {
+    if (userZoom == s_userZoom && scale == s_scale) return true;
     const auto windows = kx::ThreadWindows();
     for (const HWND window : windows) {
         const bool isOurs = !IsChildWindow(window) || !kx::IsPlacedByParent(window, GetAncestor(window, GA_PARENT));
         if (isOurs) Remember(window, s_zoom, s_zoom);
     }
     s_previousZoom = s_zoom;
-    s_zoom = zoom;
+    s_userZoom = userZoom;
+    s_scale = scale;
+    s_zoom = std::clamp(userZoom * scale, CKxGUILayoutManager::MinimumZoom, CKxGUILayoutManager::MaximumZoom);
     const unsigned change = ++s_change;
     for (const HWND window : windows) {
-        if (IsWindow(window)) SendMessageW(window, ZoomChangedMessage, 0, 0);
-        if (change != s_change) return s_zoom == zoom;
+        if (IsWindow(window)) SendMessageW(window, CKxGUILayoutManager::ZoomChangedMessage, 0, 0);
+        if (change != s_change) return s_userZoom == userZoom && s_scale == scale;
     }
     return true;
+}
+
+}  // namespace
+
+double CKxGUILayoutManager::GetGuiZoom() { return s_zoom; }
+double CKxGUILayoutManager::GetUserZoom() { return s_userZoom; }
+double CKxGUILayoutManager::GetGuiScale() { return s_scale; }
+double CKxGUILayoutManager::GetPreviousGuiZoom() { return s_previousZoom; }
+long CKxGUILayoutManager::Zoomed(double unzoomed) { return RoundAway(unzoomed * s_zoom); }
+long CKxGUILayoutManager::Unzoomed(double zoomed) { return RoundAway(zoomed / s_zoom); }
+
+bool CKxGUILayoutManager::SetGuiZoom(double zoom) {
+    if (IsUsable(zoom)) return Change(zoom, s_scale);
+    KX_LOG(L"kx_layoutmanager", L"a zoom of %g is refused", zoom);
+    return false;
+}
+
+bool CKxGUILayoutManager::SetGuiScale(double scale) {
+    if (IsUsableScale(scale)) return Change(s_userZoom, scale);
+    KX_LOG(L"kx_layoutmanager", L"a scale of %g is refused", scale);
+    return false;
 }
 
 void CKxGUILayoutManager::ResizeWindowToGuiZoom(HWND window, double previousZoom) {
@@ -151,6 +182,16 @@ void CKxGUILayoutManager::RememberWindowDimsForGuiZoom(HWND window) {
     if (!IsWindow(window)) return;
     for (const HWND below : kx::WindowsBelow(window))
         if (!kx::IsPlacedByParent(below, GetAncestor(below, GA_PARENT))) Remember(below, s_zoom, s_zoom);
+}
+
+void CKxGUILayoutManager::RememberWindowSizeForGuiZoom(HWND window) {
+    if (!IsWindow(window)) return;
+    const bool wasPlaced = Memory().Find(window) && Memory().Find(window)->isPlaced;
+    Remember(window, s_zoom, s_zoom);
+    kx::WindowDims::Entry* entry = Memory().Find(window);
+    if (!entry) return;
+    entry->isPlaced = wasPlaced;
+    entry->sizedAt = s_zoom;
 }
 
 void CKxGUILayoutManager::DeleteWindowDimsForGuiZoom(HWND window) {

@@ -13,23 +13,33 @@
 // The zoom of the process and the places of windows under it; static functions only.
 class KXBASEUI_API CKxGUILayoutManager {
 public:
-    // The zooms that are taken.
+    // The zooms that are taken, and those that come of zoom and scale: a product outside is the nearer end.
     static constexpr double MinimumZoom = 0.25;
     static constexpr double MaximumZoom = 8.0;
 
-    // Sent by SetGuiZoom, with both parameters 0.
+    // The scales that are taken: monitors of 48 to 1152 dpi.
+    static constexpr double MinimumScale = 0.5;
+    static constexpr double MaximumScale = 12.0;
+
+    // Sent by SetGuiZoom and SetGuiScale, with both parameters 0.
     static constexpr UINT ZoomChangedMessage = 0x83FA;
 
-    // The current zoom and the one before it; 1.0 is 100 %, both are 1.0 at first.
+    // The zoom at which windows are drawn, and the one before it: what the user has chosen times the scale of the
+    // host's window. 1.0 is 100 % at 96 dpi, both are 1.0 at first.
     static double GetGuiZoom();
     static double GetPreviousGuiZoom();
+    // Its two factors.
+    static double GetUserZoom();
+    static double GetGuiScale();
 
-    // Changes the zoom: remembers the present rectangles of all windows of the calling thread, keeps the old zoom as
-    // the previous one, and sends ZoomChangedMessage to every window of the thread, parents before children. The same
-    // zoom again sends nothing. A zoom that is not a number or outside the range is refused, logged, and changes
-    // nothing. A window may change the zoom again while it is being told; the later zoom then goes to all windows, and
-    // the earlier one to no more. Returns whether the zoom given is now in force.
+    // Changes the user's zoom: remembers the present rectangles of all windows of the calling thread, keeps the old
+    // zoom as the previous one, and sends ZoomChangedMessage to every window of the thread, parents before children.
+    // The same zoom again sends nothing. A zoom that is not a number or outside the range is refused, logged, and
+    // changes nothing. A window may change the zoom again while it is being told; the later zoom then goes to all
+    // windows, and the earlier one to no more. Returns whether the zoom given is now in force.
     static bool SetGuiZoom(double zoom);
+    // The same for the scale, which KX_FollowScaleOf (kx_guiscale.h) keeps at that of the host's window.
+    static bool SetGuiScale(double scale);
 
     // `unzoomed` pixels times the current zoom, rounded half away from zero.
     static long Zoomed(double unzoomed);
@@ -50,6 +60,9 @@ public:
     // Takes the places of all windows below as those of the present zoom, and moves nothing: after somebody has moved
     // windows on the screen, so that nobody takes them for unzoomed places.
     static void RememberWindowDimsForGuiZoom(HWND window);
+    // Takes the window's own size as one of the present zoom, wherever it stands: of a window that is laid out in
+    // unzoomed pixels, but sized by what it shows.
+    static void RememberWindowSizeForGuiZoom(HWND window);
 
     // Windows of this class place their children themselves, whenever they are sized: those are left alone, as in the
     // platform's combo boxes, list views, rebars and their like, which need not be named. Null or empty adds nothing.

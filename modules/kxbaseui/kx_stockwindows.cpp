@@ -163,6 +163,12 @@ Dims MeasureWindow(HWND window, WindowKind kind) noexcept {
     return dims;
 }
 
+long WholeHeight(HWND window, WindowKind kind) noexcept {
+    RECT rect{};
+    GetWindowRect(window, &rect);
+    return rect.bottom - rect.top + (HasDropDown(window, kind) ? MeasureWindow(window, kind).height : 0);
+}
+
 Dims ZoomedDims(HWND window, const WindowDims::Entry& known, double zoom) noexcept {
     const auto zoomed = [zoom](long length) { return RoundAway(static_cast<double>(length) * zoom); };
     const Dims& unzoomed = known.unzoomed;

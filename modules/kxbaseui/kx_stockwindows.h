@@ -24,6 +24,8 @@ void AddOwnLayout(const wchar_t* windowClass);
 // Where it is, as SetDims wants it: of dialogs and top-level windows the client area's size, of a drop-down the height
 // of its list alone.
 Dims MeasureWindow(HWND window, WindowKind kind) noexcept;
+// With the list of a drop-down, as a template gives it.
+long WholeHeight(HWND window, WindowKind kind) noexcept;
 Dims ZoomedDims(HWND window, const WindowDims::Entry& known, double zoom) noexcept;
 void SetDims(HWND window, const WindowDims::Entry& known, const Dims& target, UINT flags) noexcept;
 // The window is a list box of whole rows, and its height is none: it was sized before it had its font.

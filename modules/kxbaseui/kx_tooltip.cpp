@@ -4,6 +4,9 @@
 
 #include <unordered_map>
 
+#include <kxbaseui/kx_fonts.h>
+#include <kxbaseui/kx_layoutmanager.h>
+
 #include "kx_subclass.h"
 
 namespace {
@@ -20,12 +23,21 @@ HWND ToolTipOf(HWND parent) {
     return found == ToolTips().end() ? nullptr : found->second;
 }
 
-// The parent is subclassed for one reason: a popup owned by a child window belongs in truth to its top-level window and
-// would outlive the panel.
+void ZoomToolTip(HWND tip) {
+    SendMessageW(tip, WM_SETFONT, reinterpret_cast<WPARAM>(KX_GetDefaultGuiFont()), FALSE);
+    // Without a width, "\r\n" breaks no line.
+    SendMessageW(tip, TTM_SETMAXTIPWIDTH, 0, CKxGUILayoutManager::Zoomed(400));
+}
+
+// The parent is subclassed because a popup owned by a child window belongs in truth to its top-level window and would
+// outlive the panel; the zoom is heard on the way.
 LRESULT CALLBACK ParentProc(HWND parent, UINT message, WPARAM wParam, LPARAM lParam) {
     // While the tools still live: the tooltip window has its hooks in them, which it takes out only as it goes.
     if (message == WM_DESTROY) {
         if (auto gone = ToolTips().extract(parent)) DestroyWindow(gone.mapped());
+    }
+    if (message == CKxGUILayoutManager::ZoomChangedMessage) {
+        if (const HWND tip = ToolTipOf(parent)) ZoomToolTip(tip);
     }
     return kx::CallRest(ParentProc, parent, message, wParam, lParam);
 }
@@ -50,7 +62,7 @@ HWND MakeToolTip(HWND parent) {
         CreateWindowExW(WS_EX_TOPMOST | WS_EX_NOACTIVATE, TOOLTIPS_CLASSW, nullptr,
                         WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX, 0, 0, 0, 0, parent, nullptr, nullptr, nullptr);
     if (!window) return nullptr;
-    SendMessageW(window, TTM_SETMAXTIPWIDTH, 0, 400);  // without a width, "\r\n" breaks no line
+    ZoomToolTip(window);
     if (!kx::Subclass(parent, ParentProc)) {
         DestroyWindow(window);
         return nullptr;

@@ -38,6 +38,8 @@ public:
         bool known = false;  // an unknown one is as good as not there
         WindowKind kind = WindowKind::Other;
         bool isRagged = false;  // a list box of whole rows whose height is none
+        bool isPlaced = false;  // whether its place is known, and not its size alone
+        double sizedAt = 0;     // the zoom that it has its size from
         Dims unzoomed;
         Dims placed;
         std::array<InnerMeasure, 2> inner;

@@ -1,0 +1,209 @@
+// The host's pages at the scale of their monitor, where every window stands as at 96 dpi with that zoom.
+#include <windows.h>
+
+#include <array>
+#include <cstdlib>
+#include <cstring>
+#include <fstream>
+#include <functional>
+#include <memory>
+#include <ostream>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include <gtest/gtest.h>
+#include <host/gallery_devices.h>
+#include <host/host_microscope.h>
+#include <host/pages/pages.h>
+#include <kxbaseui/kx_fonts.h>
+#include <kxbaseui/kx_guiscale.h>
+#include <kxbaseui/kx_layoutmanager.h>
+
+namespace {
+
+constexpr wchar_t kClass[] = L"KxScaleTest";
+
+// Inside of a host's callback as well.
+std::function<void()> s_onZoom;
+
+LRESULT CALLBACK HostProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (KX_RelayScale(window, message, wParam, lParam)) return 0;
+    if (message == CKxGUILayoutManager::ZoomChangedMessage && s_onZoom) std::exchange(s_onZoom, nullptr)();
+    return DefWindowProcW(window, message, wParam, lParam);
+}
+
+HWND MakeHost() {
+    WNDCLASSW description{};
+    description.lpfnWndProc = HostProc;
+    description.hInstance = GetModuleHandleW(nullptr);
+    description.lpszClassName = kClass;
+    RegisterClassW(&description);
+    return CreateWindowW(kClass, L"", WS_OVERLAPPEDWINDOW, 0, 0, 1000, 800, nullptr, nullptr, description.hInstance,
+                         nullptr);
+}
+
+// A window of a page: class and id, then its place in its parent, its size and the height of its font.
+struct Place {
+    std::string name;
+    std::array<long, 5> measures;
+    friend bool operator==(const Place&, const Place&) = default;
+};
+std::ostream& operator<<(std::ostream& out, const Place& place) {
+    out << place.name;
+    for (const long each : place.measures)
+        out << ' ' << each;
+    return out << '\n';
+}
+
+class PagesAtScale : public testing::Test {
+protected:
+    PagesAtScale() : host_(MakeHost()) {
+        KX_FollowScaleOf(host_);
+        Build();
+    }
+    ~PagesAtScale() override {
+        pages_.clear();
+        KX_FollowScaleOf(nullptr);
+        CKxGUILayoutManager::SetGuiZoom(1.0);
+        DestroyWindow(host_);
+    }
+
+    void Build() {
+        pages_ = MakePages(microscope_, gallery_);
+        for (const auto& page : pages_)
+            page->Build(host_);
+        Fit();
+    }
+    // As a host does when it has a new size.
+    void Fit() const {
+        for (const auto& page : pages_)
+            page->FitTo({0, 0, CKxGUILayoutManager::Zoomed(1000), CKxGUILayoutManager::Zoomed(700)});
+    }
+    void Send(UINT dpi, const RECT* offered) const {
+        SendMessageW(host_, WM_DPICHANGED, MAKEWPARAM(dpi, dpi), reinterpret_cast<LPARAM>(offered));
+        Fit();
+    }
+    void Zoom(double zoom) const {
+        CKxGUILayoutManager::SetGuiZoom(zoom);
+        Fit();
+    }
+
+    // Of every window of every page.
+    std::vector<Place> Places() const {
+        std::vector<Place> places;
+        for (const auto& page : pages_)
+            EnumChildWindows(*page, Tell, reinterpret_cast<LPARAM>(&places));
+        EXPECT_GT(places.size(), 250u);
+        return places;
+    }
+
+    HWND host_;
+    HostMicroscope microscope_{L""};
+    GalleryDevices gallery_;
+    std::vector<std::unique_ptr<Page>> pages_;
+
+private:
+    static BOOL CALLBACK Tell(HWND window, LPARAM list) {
+        char name[80] = "";
+        GetClassNameA(window, name, sizeof name);
+        // The platform's own measures: a header ends at its list's scroll bar, and a dialog shows nothing in its font.
+        if (std::strcmp(name, "SysHeader32") == 0) return TRUE;
+        LOGFONTW font{};
+        if (!GetWindow(window, GW_CHILD))
+            GetObjectW(reinterpret_cast<HFONT>(SendMessageW(window, WM_GETFONT, 0, 0)), sizeof font, &font);
+        RECT rect{};
+        GetWindowRect(window, &rect);
+        MapWindowPoints(nullptr, GetAncestor(window, GA_PARENT), reinterpret_cast<POINT*>(&rect), 2);
+        const std::string id = std::to_string(GetDlgCtrlID(window));
+        reinterpret_cast<std::vector<Place>*>(list)->push_back(
+            {name + (' ' + id), {rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top, font.lfHeight}});
+        return TRUE;
+    }
+};
+
+TEST_F(PagesAtScale, FollowTheMonitorAndComeBack) {
+    const auto first = Places();
+    Zoom(1.5);
+    const auto zoomed = Places();
+    Zoom(1.0);
+    ASSERT_EQ(Places(), first);
+
+    const RECT offered{30, 40, 1230, 1000};
+    RECT rect{};
+    Send(144, &offered);
+    GetWindowRect(host_, &rect);
+    EXPECT_TRUE(EqualRect(&rect, &offered));
+    EXPECT_EQ(Places(), zoomed);
+    EXPECT_EQ(CKxGUILayoutManager::GetGuiZoom(), 1.5);
+    EXPECT_EQ(CKxGUILayoutManager::GetUserZoom(), 1.0);
+    EXPECT_EQ(CKxGUILayoutManager::GetGuiScale(), 1.5);
+    // Zoom and scale multiply before anything is rounded.
+    Zoom(1.25);
+    const auto both = Places();
+    Send(96, nullptr);
+    Zoom(1.5 * 1.25);
+    EXPECT_EQ(Places(), both);
+    Zoom(1.0);
+    EXPECT_EQ(Places(), first);
+}
+
+TEST_F(PagesAtScale, TakeNothingOfWhatIsNoScale) {
+    const auto first = Places();
+    const RECT offered{30, 40, 900, 700};
+    RECT before{}, after{};
+    GetWindowRect(host_, &before);
+    Send(0, &offered);
+    Send(20000, &offered);
+    GetWindowRect(host_, &after);
+    EXPECT_TRUE(EqualRect(&before, &after));
+    EXPECT_EQ(Places(), first);
+
+    Send(480, nullptr);
+    EXPECT_EQ(CKxGUILayoutManager::GetGuiZoom(), 5.0);
+    int told = 0;
+    s_onZoom = [&told] { ++told; };
+    Send(480, nullptr);
+    EXPECT_EQ(told, 0);
+    // The window goes back to another monitor while it is being told of the first.
+    s_onZoom = [this] { Send(96, nullptr); };
+    Send(144, nullptr);
+    EXPECT_EQ(CKxGUILayoutManager::GetGuiScale(), 1.0);
+    EXPECT_EQ(Places(), first);
+    s_onZoom = nullptr;
+
+    // Another window's messages say nothing.
+    const HWND other = MakeHost();
+    SendMessageW(other, WM_DPICHANGED, MAKEWPARAM(192, 192), 0);
+    EXPECT_EQ(CKxGUILayoutManager::GetGuiScale(), 1.0);
+    DestroyWindow(other);
+}
+
+// But for the shutter that fits its title, which does not grow in proportion.
+TEST_F(PagesAtScale, DifferByRoundingWhereTheyAreMade) {
+    Zoom(1.5);
+    const auto brought = Places();
+    Build();
+    const auto made = Places();
+    ASSERT_EQ(made.size(), brought.size());
+    for (std::size_t i = 0; i < made.size(); ++i) {
+        if (made[i].name == "KxDevUI_Shutter 1704" || made[i].name == "Button 10200") continue;
+        for (std::size_t k = 0; k < made[i].measures.size(); ++k)
+            EXPECT_NEAR(made[i].measures[k], brought[i].measures[k], 1) << made[i] << brought[i];
+    }
+}
+
+// system.sh compares what this writes at both scales of the system.
+TEST_F(PagesAtScale, AreTheSameWhateverTheSystemsScaleIs) {
+    Zoom(1.5 / CKxGUILayoutManager::GetGuiScale());
+    EXPECT_EQ(CKxGUILayoutManager::GetGuiZoom(), 1.5);
+    Build();
+    const auto places = Places();
+    const char* const name = std::getenv("KX_PLACES");
+    std::ofstream file(name ? name : "NUL");
+    file << GetDpiForSystem() << '\n';
+    for (const Place& place : places)
+        file << place;
+}
+
+}  // namespace
