@@ -175,7 +175,12 @@ void CKxDevUI_ModeShutter::DestroyControls() {
     for (const HWND each : {separator, title}) {
         if (each) DestroyWindow(each);
     }
-    if (alive) m_slider.Destroy();
+    if (!alive) return;
+    const HWND window = m_hWnd, focus = GetFocus();
+    const bool hadFocus = focus && IsChild(m_slider, focus);
+    m_slider.Destroy();
+    // Whatever had the focus has taken it along; the user's keys shall not go nowhere.
+    if (alive && hadFocus && window && m_hWnd == window && !GetFocus()) ::SetFocus(window);
 }
 
 // Every window that comes or goes is told to the parent, which may end this one.

@@ -9,13 +9,12 @@ source "$(dirname "${BASH_SOURCE[0]}")/../../scripts/help.sh"
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
 out=${KXDEVUI_BUILD_ROOT:-$root/build}/fuzz
 modules=$root/modules
-targets=(number catalogue svg svgstring hpot zstackrules editbox colorslider config)
+targets=(number catalogue svg hpot zstackrules editbox colorslider config)
 
 # What each target is built from besides itself.
 sources() {
   case $1 in
   svg) echo modules/kxbaseui/kx_{path,raster,svg,svgstyle,svgvalues,xml}.cpp ;;
-  svgstring) echo modules/kxbaseui/kx_svgstring.cpp ;;
   zstackrules) echo modules/kxdevices/kx_zstackrules.cpp ;;
   editbox) echo kxdevui/controls/editbox_rules.cpp modules/kxsystem/kx_number.cpp ;;
   config) echo host/config/config_{file,infer}.cpp modules/kxsystem/kx_number.cpp ;;
@@ -76,8 +75,6 @@ svg s/return std::clamp(at, 0\.0, static_cast<double>(m_width));/return m_width 
 svg s/255 - (above >> 24)/255/
 svg s/ || ++around\.depth > SvgLimits::Depth//
 svg s/std::min(position \* c_steps, c_steps - 1\.0)/position * c_steps/
-svgstring s/text\.find(sought, from)/text.find(sought, at + 1)/
-svgstring s/length > MaxLength/false/
 hpot s/std::trunc((value - scale.minimum) \/ scale.step + 0.5)/std::round((value - scale.minimum) \/ scale.step)/
 hpot s/if (isAtEnd) return/if (false) return/
 hpot s/std::abs(share - bound) <= slack/share == bound/
@@ -86,9 +83,6 @@ hpot s/static_cast<long long>(held.index) + steps/held.index + steps/
 hpot s/IsReversed(scale) ? value < bound : value > bound/value > bound/
 hpot s/return each >= value;/return each > value;/
 hpot s/at->left < each.right + space.labelGap/at->left < each.right/
-colorslider s/return std::abs(value - a) < std::abs(value - b);/return std::abs(value - a) <= std::abs(value - b);/
-colorslider s/if (value <= std::min(a, b)) return a < b;//
-colorslider s/minimum == heldMinimum ? GivesWay::Minimum/minimum != heldMinimum ? GivesWay::Minimum/
 colorslider s/static_cast<long long>(index) + steps/index + steps/
 colorslider s/std::min(minimum, maximum), 0, count/minimum, 0, count/
 colorslider s/ticks.back().position != tick.position/true/

@@ -1,5 +1,6 @@
 // Fonts, colours, message boxes, alignment, tooltips, the zoom's rules.
 #include <bench/bench.h>
+#include <bench/window.h>
 #include <commctrl.h>
 #include <kxbaseui/kx_colors.h>
 #include <kxbaseui/kx_fonts.h>
@@ -173,6 +174,10 @@ TEST_F(Windows, AreCentredAndKeptInside) {
     EXPECT_TRUE(centre(eKxAlign_CenterAnchor, anchor, true));
     EXPECT_EQ(Place(child), (Box{140, 130, 20, 40}));
     EXPECT_TRUE(centre(eKxAlign_CenterOwner, nullptr, false));
+    ShowWindow(anchor, SW_HIDE);
+    EXPECT_TRUE(centre(eKxAlign_CenterAnchor, anchor, true));
+    EXPECT_EQ(Place(child), (Box{190, 130, 20, 40})) << "where nothing shows, in the parent";
+    ShowWindow(anchor, SW_SHOW);
     SetWindowPos(child, nullptr, 0, 0, 4000, 4000, SWP_NOMOVE);
     EXPECT_TRUE(centre(eKxAlign_CenterAnchor, anchor, true));
     EXPECT_EQ(Place(child), (Box{0, 0, 4000, 4000})) << "the top-left corner is the part worth seeing";
@@ -192,6 +197,11 @@ TEST_F(Windows, ShareTheToolTipOfTheirParent) {
     EXPECT_EQ(SendMessageW(tip, TTM_GETTOOLCOUNT, 0, 0), 1);
     EXPECT_EQ(KX_CreateToolTipWindow(nullptr, L"x"), nullptr);
     KX_DeleteToolTip(nullptr);
+    // A panel's goes with the panel, although it belongs in truth to the window around.
+    const HWND panel = Add(L"STATIC", {0, 40, 90, 30}), inside = AddChild(panel, L"BUTTON", 1, {0, 0, 20, 20});
+    const HWND own = KX_CreateToolTipWindow(inside, L"four");
+    DestroyWindow(panel);
+    EXPECT_TRUE(own != tip && !IsWindow(own) && IsWindow(tip));
 }
 
 // ---- The zoom ------------------------------------------------------------------------------------------------------

@@ -149,17 +149,6 @@ TEST_F(BitmapPool, ReplacesImagesByName) {
     EXPECT_FALSE(Pool::DrawOptimalImage(Dc(), own, c_all));
 }
 
-TEST_F(BitmapPool, HoldsNoMoreAndMoreObjects) {
-    CKxStringA svg;
-    ASSERT_TRUE(Pool::LoadSVGBaseUI(L"IDS_NOSEPIECE_0", svg));
-    // A round begins and ends with an empty cache, or how much it holds would depend on when the count was taken.
-    EXPECT_TRUE(NoGrowth(100, [&] {
-        for (int side = 8; side < 18; ++side)
-            Draw(svg, {0, 0, side, side});
-        Pool::Clear();
-    }));
-}
-
 TEST(SvgString, ReplacesEveryOccurrence) {
     const auto replaced = [](const std::string& text, const char* what, const char* with) {
         CKxStringA svg(text);

@@ -52,11 +52,13 @@ public:
     Heard() {
         using Plain = CKxStringW(const wchar_t*, const wchar_t*);
         using Remarked = CKxStringW(const wchar_t*, const wchar_t*, const wchar_t*);
-        for (const wchar_t* module : {L"kxdevui.dll", L"kxbaseui.dll"}) {
+        // The manual's control stands in this program, whose own painting is that of the law.
+        for (const wchar_t* module : std::initializer_list<const wchar_t*>{L"kxdevui.dll", L"kxbaseui.dll", nullptr}) {
             imports_.push_back(
                 std::make_unique<Import>(module, static_cast<Plain*>(&KX_GetTranslation), static_cast<Plain*>(&Ask)));
             imports_.push_back(std::make_unique<Import>(module, static_cast<Remarked*>(&KX_GetTranslation),
                                                         static_cast<Remarked*>(&AskWithRemark)));
+            if (!module) break;
             imports_.push_back(std::make_unique<Import>(module, &DrawTextW, &Draw));
             imports_.push_back(std::make_unique<Import>(module, &ExtTextOutW, &Out));
         }
@@ -203,8 +205,9 @@ TEST_P(LanguageLaw, EveryTextIsAskedFor) {
         const auto catalogue = CatalogueOf(language);
         ASSERT_TRUE(catalogue) << language;
         for (const auto& [source, text] : asked)
-            Expect(catalogue->Find(source, text) != nullptr, Narrow(source),
-                   "\"" + Narrow(text) + "\" is not in the catalogue of language " + std::to_string(language));
+            if (!IsExcepted(Narrow(source)))
+                Expect(catalogue->Find(source, text) != nullptr, Narrow(source),
+                       "\"" + Narrow(text) + "\" is not in the catalogue of language " + std::to_string(language));
     }
 }
 

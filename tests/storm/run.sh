@@ -3,7 +3,7 @@
 #   tests/storm/run.sh [STEPS]   every control for STEPS steps (100000) from KX_STORM_SEED, or else a seed of the day
 #   tests/storm/run.sh --prove   builds subjects and host with a planted fault and fails unless storm and soak find it
 # KX_STORM_PRESET chooses the build (mingw-release); mingw-debug traps undefined behaviour. KX_STORM_FILTER chooses the
-# controls (*). With KX_STORM_HEAP=1 the heap is checked after every step, with KX_STORM_TRACE=1 every step is named.
+# controls (*). With KX_STORM_TRACE=1 every step is named.
 set -u
 source "$(dirname "${BASH_SOURCE[0]}")/../../scripts/common.sh"
 

@@ -8,15 +8,16 @@ namespace {
 bool IsA(HWND window, const wchar_t* className, LONG type, LONG mask) {
     wchar_t name[16] = L"";
     GetClassNameW(window, name, 16);
-    return lstrcmpiW(name, className) == 0 && (GetWindowLongW(window, GWL_STYLE) & mask) == type;
+    return _wcsicmp(name, className) == 0 && (GetWindowLongW(window, GWL_STYLE) & mask) == type;
 }
 
 // Static, SS_ETCHEDHORZ: the platform's etched line leaves rows of its place unpainted when that is higher than two
 // pixels, and nothing else paints there.
 // SysHeader32: the list view does not have it painted where a scroll bar has come or gone.
 // Button, BS_AUTORADIOBUTTON: Wine's inverts the focus rectangle once more when the focus comes with a click.
-BOOL CALLBACK CoverQuirk(HWND window, LPARAM) {
-    const bool focusedRadioButton = window == GetFocus() && IsA(window, L"Button", BS_AUTORADIOBUTTON, BS_TYPEMASK);
+BOOL CALLBACK CoverQuirk(HWND window, LPARAM focus) {
+    const bool focusedRadioButton =
+        window == reinterpret_cast<HWND>(focus) && IsA(window, L"Button", BS_AUTORADIOBUTTON, BS_TYPEMASK);
     if (focusedRadioButton || IsA(window, L"SysHeader32", 0, 0)) {
         RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW);
     } else if (IsA(window, L"Static", SS_ETCHEDHORZ, SS_TYPEMASK) && IsWindowVisible(window)) {
@@ -58,7 +59,7 @@ std::string WindowAt(HWND parent, POINT point) {
 Picture SeenPicture(HWND window) {
     Pump();
     HideCaret(nullptr);
-    EnumChildWindows(window, CoverQuirk, 0);
+    EnumChildWindows(window, CoverQuirk, reinterpret_cast<LPARAM>(GetFocus()));
     Picture seen = Picture::OnScreen(window);
     ShowCaret(nullptr);
     return seen;
@@ -67,8 +68,11 @@ Picture SeenPicture(HWND window) {
 std::string NotRedrawn(HWND parent) {
     const Picture seen = SeenPicture(parent);
     Spoil(parent);
-    RedrawWindow(parent, nullptr, nullptr,
-                 RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN | RDW_UPDATENOW | RDW_ERASENOW);
+    constexpr UINT all = RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN;
+    // The parent's own frame is not looked at, and takes long.
+    for (HWND child = GetWindow(parent, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT))
+        RedrawWindow(child, nullptr, nullptr, all | RDW_FRAME);
+    RedrawWindow(parent, nullptr, nullptr, all | RDW_UPDATENOW | RDW_ERASENOW);
     const Picture drawn = SeenPicture(parent);
     const int differences = seen.Differences(drawn);
     if (differences == 0) return {};

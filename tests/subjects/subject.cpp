@@ -60,7 +60,8 @@ std::vector<Target> TreeOf(HWND window) {
     if (!window) return {};
     wchar_t name[64] = L"";
     GetClassNameW(window, name, 64);
-    const bool ours = std::wstring_view(name).find(L"KxDev") <= 1;
+    WNDCLASSW known{};
+    const bool ours = std::wstring_view(name).find(L"KxDev") <= 1 || !GetClassInfoW(nullptr, name, &known);
     std::vector<Target> tree{{window, ours}};
     // What is in one of the platform's controls is its own.
     for (HWND child = ours ? GetWindow(window, GW_CHILD) : nullptr; child; child = GetWindow(child, GW_HWNDNEXT))

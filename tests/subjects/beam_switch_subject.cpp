@@ -1,0 +1,46 @@
+// The control of docs/writing-a-control.md.
+#include "subject.h"
+
+#include <beam_switch/beam_switch.h>
+#include <kxdevices/kx_simdevices.h>
+
+namespace kx::test {
+namespace {
+
+class Beam : public Telling<BeamSwitch> {
+protected:
+    void OnOpenRequest(bool open, bool& veto) override { veto = open, Tell("OnOpenRequest"); }
+};
+
+class BeamSwitchSubject : public SubjectOf<Beam> {
+public:
+    BeamSwitchSubject() { CKxDeviceRegistry::Add(device_); }
+
+    std::vector<std::wstring> OwnTexts() const override { return {L"Lamp"}; }
+    std::vector<Exception> Exceptions() const override {
+        return {{Law::Language, "beam_switch", "its catalogue comes with the host that has it"}};
+    }
+
+protected:
+    void Make(HWND parent) override { control_->Create(parent, 10, 10, -1, -1, true, true); }
+
+    std::vector<Operation> MakeOperations() override {
+        return {
+            {"a state", [this](Random& r) { control_->SetOpen(r.OneIn(2)); }},
+            {"a title", [this](Random& r) { control_->SetTitle(r.OneIn(2) ? L"Lamp" : L"Lamp 2"); }},
+            {"an update",
+             [this](Random& r) {
+                 device_.SetOpen(r.OneIn(2));
+                 control_->Update(device_.GetLogDevId() + (r.OneIn(8) ? 1 : 0));
+             }},
+        };
+    }
+
+private:
+    CKxSimShutter device_{L"Subject", eKxShutterType_Dia};
+};
+
+const Registered<BeamSwitchSubject> beam("beam switch");
+
+}  // namespace
+}  // namespace kx::test
