@@ -62,7 +62,11 @@ bool MainWindow::Create(HINSTANCE instance, const kx::host::Settings& settings) 
     for (const Language& each : kLanguages) {
         if (PRIMARYLANGID(each.id) == m_settings.language) CKxLocale::SetModuleLangId(each.id);
     }
-    KX_SetColorScheme(static_cast<EKxColorScheme>(m_settings.scheme));
+    if (m_settings.scheme == kx::host::Settings::Automatic) {
+        KX_FollowSystemColorScheme();
+    } else {
+        KX_SetColorScheme(static_cast<EKxColorScheme>(m_settings.scheme));
+    }
     CKxGUILayoutManager::SetGuiZoom(m_settings.zoom / 100.0);
     WNDCLASSEXW description{};
     description.cbSize = sizeof description;
@@ -76,8 +80,10 @@ bool MainWindow::Create(HINSTANCE instance, const kx::host::Settings& settings) 
                                600, 640, nullptr, nullptr, instance, this);
     if (!m_window) return false;
     KX_FollowScaleOf(m_window);
+    KX_FollowColorScheme(m_window);
     m_status = CreateWindowExW(0, L"STATIC", nullptr, WS_CHILD | WS_VISIBLE | SS_SUNKEN | SS_CENTERIMAGE, 0, 0, 0, 0,
                                m_window, reinterpret_cast<HMENU>(static_cast<INT_PTR>(StatusId)), instance, nullptr);
+    KX_FollowColorScheme(m_status);
     SetStatusSink([this](const std::wstring& text) { Say(text); });
     BuildPages();
     SetTimer(m_window, kDeviceTimer, kDeviceMilliseconds, nullptr);
@@ -159,9 +165,11 @@ void MainWindow::BuildMenu() {
         Append(language, cmdLanguage + PRIMARYLANGID(each.id), each.name,
                PRIMARYLANGID(each.id) == PRIMARYLANGID(CKxLocale::GetModuleLangId()));
     }
+    const bool automatic = KX_IsFollowingSystemColorScheme();
+    Append(scheme, cmdAutoScheme, Text(L"Automatic (light or dark)"), automatic);
     const std::array names{L"As the system", L"Light", L"Dark", L"High contrast"};
     for (int i = 0; i < static_cast<int>(names.size()); ++i) {
-        Append(scheme, cmdScheme + i, Text(names[static_cast<std::size_t>(i)]), i == KX_GetColorScheme());
+        Append(scheme, cmdScheme + i, Text(names[static_cast<std::size_t>(i)]), !automatic && i == KX_GetColorScheme());
     }
     AppendPopup(menu, devices, Text(L"Devices"));
     AppendPopup(menu, SimulationMenu(), Text(L"Simulation"));
@@ -297,7 +305,8 @@ LRESULT MainWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
     }
     case WM_DESTROY:
         m_settings.zoom = UserZoom();
-        m_settings.scheme = KX_GetColorScheme();
+        m_settings.scheme =
+            KX_IsFollowingSystemColorScheme() ? kx::host::Settings::Automatic : static_cast<int>(KX_GetColorScheme());
         m_settings.page = m_page;
         DevicePanel::SetHostRefuses(false);
         KillTimer(m_window, kDeviceTimer);
@@ -335,7 +344,11 @@ void MainWindow::OnCommand(int command) {
     } else if (command >= cmdPage) {
         TurnTo(command - cmdPage);
     } else if (command >= cmdScheme) {
-        KX_SetColorScheme(static_cast<EKxColorScheme>(command - cmdScheme));
+        if (command == cmdAutoScheme) {
+            KX_FollowSystemColorScheme();
+        } else {
+            KX_SetColorScheme(static_cast<EKxColorScheme>(command - cmdScheme));
+        }
         BuildMenu();
     } else if (command >= cmdLanguage) {
         for (const Language& each : kLanguages) {

@@ -26,6 +26,7 @@ public:
     static constexpr int cmdZoom = 200;        // + percent / 25
     static constexpr int cmdLanguage = 300;    // + primary language
     static constexpr int cmdScheme = 400;      // + EKxColorScheme
+    static constexpr int cmdAutoScheme = 450;  // light or dark, as the system asks
     static constexpr int cmdPage = 500;        // + index of the page
     static constexpr int cmdSimulation = 600;  // + Simulation
 

@@ -334,7 +334,7 @@ bool Soak::ComeHome() {
         Switch(MainWindow::cmdSimulation + MainWindow::simDeviceDecides, true);
         Switch(MainWindow::cmdSimulation + MainWindow::simSlow, false);
         Switch(MainWindow::cmdSimulation + MainWindow::simFail, false);
-        Command(MainWindow::cmdScheme + eKxColorScheme_System);
+        Command(MainWindow::cmdAutoScheme);
         Command(MainWindow::cmdZoom + 4);
         Switch(MainWindow::cmdEnabled, true);
         Command(MainWindow::cmdPage);

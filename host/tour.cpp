@@ -143,7 +143,7 @@ void Tour::Looks(const std::wstring& name, int language) {
     Picture(name + L"-high-contrast-200");
     Menu(MainWindow::cmdScheme + eKxColorScheme_Light);
     Picture(name + L"-light-200");
-    Menu(MainWindow::cmdScheme + eKxColorScheme_System);
+    Menu(MainWindow::cmdAutoScheme);
     Menu(MainWindow::cmdZoom + 4);
     Menu(MainWindow::cmdLanguage + language);
     Picture(name + L"-translated");

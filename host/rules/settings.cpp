@@ -10,7 +10,7 @@ namespace kx::host {
 namespace {
 
 constexpr std::string_view kHead = "[kxdevhost]", kEnd = "[end]";
-constexpr int kMaxLanguage = 0x3FF, kMaxScheme = 3, kMaxPage = 99, kMinSize = 300, kMaxSize = 10000;
+constexpr int kMaxLanguage = 0x3FF, kMaxScheme = Settings::Automatic, kMaxPage = 99, kMinSize = 300, kMaxSize = 10000;
 
 struct Entry {
     std::string_view name;

@@ -7,11 +7,14 @@
 namespace kx::host {
 
 struct Settings {
-    int zoom = 100;    // percent: 100, 125, 150 or 200
-    int language = 0;  // primary language; 0: the system's
-    int scheme = 0;    // EKxColorScheme
-    int page = 0;      // index, 0 to 99; whether there is one is for the window to say
-    int width = 0;     // of the client area in unzoomed pixels, 300 to 10000; 0, both: as large as the pages need
+    // Light or dark, as the system's setting says.
+    static constexpr int Automatic = 4;
+
+    int zoom = 100;          // percent: 100, 125, 150 or 200
+    int language = 0;        // primary language; 0: the system's
+    int scheme = Automatic;  // EKxColorScheme, or Automatic
+    int page = 0;            // index, 0 to 99; whether there is one is for the window to say
+    int width = 0;           // of the client area in unzoomed pixels, 300 to 10000; 0, both: as large as the pages need
     int height = 0;
 
     bool operator==(const Settings&) const = default;

@@ -93,7 +93,7 @@ void Tour::PlanBench() {
     Menu(MainWindow::cmdScheme + eKxColorScheme_Dark);
     Menu(MainWindow::cmdZoom + 6);
     Picture(L"66-bench-dark-150");
-    Menu(MainWindow::cmdScheme + eKxColorScheme_System);
+    Menu(MainWindow::cmdAutoScheme);
     Menu(MainWindow::cmdZoom + 8);
     Picture(L"67-bench-200");
     Menu(MainWindow::cmdZoom + 4);

@@ -25,8 +25,8 @@ void Tour::PlanLooks() {
         Picture(each.name);
     }
     Menu(MainWindow::cmdLanguage + LANG_ENGLISH);
-    Menu(MainWindow::cmdScheme + eKxColorScheme_Light);
-    Picture(L"15-light");
+    Menu(MainWindow::cmdScheme + eKxColorScheme_System);
+    Picture(L"15-system");
     Menu(MainWindow::cmdScheme + eKxColorScheme_Dark);
     Picture(L"15-dark");
     Menu(MainWindow::cmdZoom + 6);
@@ -37,6 +37,6 @@ void Tour::PlanLooks() {
     Menu(MainWindow::cmdZoom + 4);
     Menu(MainWindow::cmdScheme + eKxColorScheme_HighContrast);
     Picture(L"16-high-contrast");
-    Menu(MainWindow::cmdScheme + eKxColorScheme_System);
+    Menu(MainWindow::cmdAutoScheme);
     Picture(L"17-end");
 }

@@ -1,9 +1,12 @@
 #include <kxbaseui/kx_colors.h>
 
 #include <array>
+#include <utility>
 
 #include <kxbaseui/kx_threadwindows.h>
 #include <kxsystem/kx_log.h>
+
+#include "kx_schemecolors.h"
 
 namespace {
 
@@ -106,6 +109,7 @@ constexpr Palette kHighContrast = Spread({.window = Gray(0),
                                           .link = RGB(255, 255, 0)});
 
 EKxColorScheme s_scheme = eKxColorScheme_System;
+bool s_followsSystem = false, s_isTelling = false;
 
 const Palette* CurrentPalette() {
     switch (s_scheme) {
@@ -118,7 +122,26 @@ const Palette* CurrentPalette() {
 
 bool IsColorIndex(int index) { return index >= 0 && index < kColorCount; }
 
+void Choose(EKxColorScheme scheme) {
+    if (scheme == s_scheme) return;
+    s_scheme = scheme;
+    const bool before = std::exchange(s_isTelling, true);
+    for (const HWND window : kx::ThreadWindows()) {
+        if (s_scheme != scheme) break;  // a window chose another one, and told everybody
+        if (!IsWindow(window)) continue;
+        SendMessageW(window, WM_SYSCOLORCHANGE, 0, 0);
+        RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME);
+    }
+    s_isTelling = before;
+}
+
 }  // namespace
+
+bool kx::IsOnDarkGround() { return s_scheme == eKxColorScheme_Dark || s_scheme == eKxColorScheme_HighContrast; }
+bool kx::IsTellingOfScheme() { return s_isTelling; }
+void kx::FollowSystemAgain() {
+    if (s_followsSystem) KX_FollowSystemColorScheme();
+}
 
 COLORREF KX_GetSysColor(int index) {
     if (!IsColorIndex(index)) return 0;
@@ -154,12 +177,34 @@ void KX_SetColorScheme(EKxColorScheme scheme) {
         KX_LOG(L"kx_colors", L"there is no colour scheme %d", static_cast<int>(scheme));
         return;
     }
-    if (scheme == s_scheme) return;
-    s_scheme = scheme;
-    for (const HWND window : kx::ThreadWindows()) {
-        if (s_scheme != scheme) return;  // a window chose another one, and told everybody
-        if (!IsWindow(window)) continue;
-        SendMessageW(window, WM_SYSCOLORCHANGE, 0, 0);
-        RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME);
-    }
+    s_followsSystem = false;
+    Choose(scheme);
 }
+
+// ---- The system's settings -----------------------------------------------------------------------------------------
+
+SKxSystemColorSettings KX_GetSystemColorSettings() {
+    SKxSystemColorSettings settings;
+    HIGHCONTRASTW contrast{};
+    contrast.cbSize = sizeof contrast;
+    settings.highContrast = SystemParametersInfoW(SPI_GETHIGHCONTRAST, sizeof contrast, &contrast, 0) &&
+                            (contrast.dwFlags & HCF_HIGHCONTRASTON);
+    DWORD light = 0, size = sizeof light;
+    if (RegGetValueW(HKEY_CURRENT_USER, L"Software\\Microsoft\\Windows\\CurrentVersion\\Themes\\Personalize",
+                     L"AppsUseLightTheme", RRF_RT_REG_DWORD, nullptr, &light, &size) == ERROR_SUCCESS)
+        settings.light = light != 0;
+    return settings;
+}
+
+EKxColorScheme KX_SchemeForSettings(const SKxSystemColorSettings& settings) {
+    return settings.highContrast           ? eKxColorScheme_HighContrast
+           : settings.light.value_or(true) ? eKxColorScheme_Light
+                                           : eKxColorScheme_Dark;
+}
+
+void KX_FollowSystemColorScheme() {
+    s_followsSystem = true;
+    Choose(KX_SchemeForSettings(KX_GetSystemColorSettings()));
+}
+
+bool KX_IsFollowingSystemColorScheme() { return s_followsSystem; }

@@ -6,6 +6,8 @@
 
 #include <windows.h>
 
+#include <optional>
+
 #include <kxbaseui/kxbaseui_api.h>
 
 // The schemes that a host can choose.
@@ -16,10 +18,28 @@ enum EKxColorScheme : int {
     eKxColorScheme_HighContrast = 3,  // white and yellow on black
 };
 
-// Chooses the scheme. When it differs from the one held, every window of the calling thread is sent WM_SYSCOLORCHANGE,
-// parents before children, and is repainted. An unknown value is refused and logged.
+// Chooses the scheme, and follows the system's settings no longer. When it differs from the one held, every window of
+// the calling thread is sent WM_SYSCOLORCHANGE, parents before children, and is repainted. An unknown value is refused
+// and logged.
 KXBASEUI_API void KX_SetColorScheme(EKxColorScheme scheme);
 KXBASEUI_API EKxColorScheme KX_GetColorScheme();
+
+// What the user has set for all programs: whether they are to be in high contrast, and whether they are to be light,
+// where that is set at all.
+struct SKxSystemColorSettings {
+    bool highContrast = false;
+    std::optional<bool> light;
+};
+KXBASEUI_API SKxSystemColorSettings KX_GetSystemColorSettings();
+
+// The scheme of our own that settings ask for: high contrast before all else, dark where programs are not to be light,
+// light otherwise.
+KXBASEUI_API EKxColorScheme KX_SchemeForSettings(const SKxSystemColorSettings& settings);
+
+// Chooses the scheme that the system's settings ask for, and again whenever they have changed, until KX_SetColorScheme
+// is called. The change is heard by top-level windows that KX_FollowColorScheme was called for (kx_schemecontrols.h).
+KXBASEUI_API void KX_FollowSystemColorScheme();
+KXBASEUI_API bool KX_IsFollowingSystemColorScheme();
 
 // The colour and the brush of a system colour index (COLOR_BTNFACE, ...) in the scheme. The brush belongs to the
 // module. An index without meaning gives black and the null brush.

@@ -1,7 +1,12 @@
 #include <kxbaseui/kx_menu.h>
 
+// After windows.h.
+#include <oleacc.h>
+
 #include <algorithm>
+#include <list>
 #include <memory>
+#include <string>
 #include <type_traits>
 
 #include <kxbaseui/kx_bitmappool.h>
@@ -9,6 +14,9 @@
 #include <kxbaseui/kx_fonts.h>
 #include <kxbaseui/kx_layoutmanager.h>
 #include <kxsystem/kx_log.h>
+
+#include "kx_schememenu.h"
+#include "kx_subclass.h"
 
 namespace {
 
@@ -29,6 +37,56 @@ int AskHandler(HWND owner, const CKxMenu& menu, int x, int y) {
         KX_LOG(L"kx_menu", L"the menu handler threw an exception");
         return 0;
     }
+}
+
+// What the data of an item with an image points to while its menu is open. Screen readers look for the name at its
+// head.
+struct Named {
+    MSAAMENUINFO name;
+    std::wstring text;
+    std::size_t index;
+};
+std::list<Named> s_named;
+
+const Named* FindNamed(ULONG_PTR data) {
+    const auto is = [&](const Named& each) { return reinterpret_cast<ULONG_PTR>(&each) == data; };
+    const auto found = std::find_if(s_named.begin(), s_named.end(), is);
+    return found == s_named.end() ? nullptr : &*found;
+}
+
+// The items with images of one menu, until it is closed.
+class NamedItems {
+public:
+    NamedItems() = default;
+    ~NamedItems() {
+        for (const Named* each : m_items)
+            s_named.remove_if([&](const Named& named) { return &named == each; });
+    }
+    NamedItems(const NamedItems&) = delete;
+    NamedItems& operator=(const NamedItems&) = delete;
+
+    const Named& Add(const std::wstring& text, std::size_t index) {
+        Named& added = s_named.emplace_back(Named{{}, text, index});
+        added.name = {MSAA_MENU_SIG, static_cast<DWORD>(added.text.size()), added.text.data()};
+        m_items.push_back(&added);
+        return added;
+    }
+
+private:
+    std::vector<const Named*> m_items;
+};
+
+LRESULT CALLBACK OwnerProc(HWND owner, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (const auto answer = kx::AnswerForMenu(message, wParam, lParam)) return *answer;
+    if (message == WM_MENUCHAR && !s_named.empty()) {
+        const auto textOf = [](ULONG_PTR data) {
+            const Named* const named = FindNamed(data);
+            return named ? named->text : std::wstring();
+        };
+        if (const auto answer = kx::ChooseInMenu(LOWORD(wParam), reinterpret_cast<HMENU>(lParam), textOf))
+            return *answer;
+    }
+    return kx::CallRest(OwnerProc, owner, message, wParam, lParam);
 }
 
 long Zoomed(int pixels) { return CKxGUILayoutManager::Zoomed(pixels); }
@@ -99,24 +157,29 @@ int CKxMenu::Ask(HWND owner, int x, int y, UINT flags, const RECT* keepClear, in
     if (m_items.empty() || GetWindowThreadProcessId(owner, nullptr) != GetCurrentThreadId()) return 0;
     if (s_handler) return AskHandler(owner, *this, x, y);
     const OwnedMenu menu(CreatePopupMenu());
+    NamedItems named;
     for (int i = 0; i < GetCount(); ++i) {
         const Item& item = *At(i);
         const auto command = static_cast<UINT_PTR>(item.command);
         if (!item.name.IsEmpty()) {
             const UINT mark = i == checked ? MF_CHECKED : 0u;
-            AppendMenuW(menu.get(), MF_OWNERDRAW | mark, command, reinterpret_cast<const wchar_t*>(command));
+            const Named& data = named.Add(item.text.str(), static_cast<std::size_t>(i));
+            AppendMenuW(menu.get(), MF_OWNERDRAW | mark, command, reinterpret_cast<const wchar_t*>(&data));
         } else {
             const UINT kind = command == 0 ? MF_SEPARATOR : item.enabled ? MF_STRING : MF_STRING | MF_GRAYED;
             AppendMenuW(menu.get(), kind, command, item.text.c_str());
         }
     }
+    // Items without an image are the scheme's to draw.
+    if (!kx::Subclass(owner, OwnerProc)) return 0;
+    kx::FollowColorSchemeInMenu(menu.get(), false);
     TPMPARAMS clear{sizeof clear, keepClear ? *keepClear : RECT{}};
     return TrackPopupMenuEx(menu.get(), flags | TPM_RETURNCMD, x, y, owner, keepClear ? &clear : nullptr);
 }
 
-// The data is the item's number, from 1, so that a menu of somebody else's with no data is not taken for this one's.
 const CKxMenu::Item* CKxMenu::Drawn(UINT type, ULONG_PTR data) const {
-    return type == ODT_MENU && data >= 1 && data <= m_items.size() ? &m_items[data - 1] : nullptr;
+    const Named* const named = type == ODT_MENU ? FindNamed(data) : nullptr;
+    return named && named->index < m_items.size() ? &m_items[named->index] : nullptr;
 }
 
 bool CKxMenu::MeasureItem(MEASUREITEMSTRUCT& item) const {

@@ -3,7 +3,6 @@
 #include <commctrl.h>
 
 #include <algorithm>
-#include <cwchar>
 #include <iterator>
 
 #include <kxbaseui/kx_buttonbackground.h>
@@ -12,49 +11,22 @@
 #include <kxbaseui/kx_layoutmanager.h>
 #include <kxbaseui/kx_uihelper.h>
 
+#include "kx_schemeframe.h"
 #include "kx_schemelist.h"
+#include "kx_schemepaint.h"
+#include "kx_schemeparts.h"
+#include "kx_schemescroll.h"
+#include "kx_schemetip.h"
 #include "kx_subclass.h"
 
 namespace {
 
-bool InUse() { return KX_GetColorScheme() != eKxColorScheme_System; }
-
-bool IsClass(HWND window, const wchar_t* name) {
-    wchar_t own[32] = L"";
-    GetClassNameW(window, own, static_cast<int>(std::size(own)));
-    return _wcsicmp(own, name) == 0;
-}
-
 // ---- Drawing -------------------------------------------------------------------------------------------------------
-
-// A window's paint DC with its font selected and text drawn transparently.
-class PaintDC {
-public:
-    explicit PaintDC(HWND window) : m_window(window), m_dc(BeginPaint(window, &m_paint)) {
-        SaveDC(m_dc);
-        SetBkMode(m_dc, TRANSPARENT);
-        SelectObject(m_dc, reinterpret_cast<HFONT>(SendMessageW(window, WM_GETFONT, 0, 0)));
-    }
-    ~PaintDC() {
-        RestoreDC(m_dc, -1);
-        EndPaint(m_window, &m_paint);
-    }
-    PaintDC(const PaintDC&) = delete;
-    PaintDC& operator=(const PaintDC&) = delete;
-    operator HDC() const { return m_dc; }
-
-private:
-    HWND m_window;
-    PAINTSTRUCT m_paint{};
-    HDC m_dc;
-};
 
 struct Label {
     wchar_t text[256] = L"";
     explicit Label(HWND window) { GetWindowTextW(window, text, static_cast<int>(std::size(text))); }
 };
-
-void Frame(HDC dc, const RECT& rect, int color) { FrameRect(dc, &rect, KX_GetSysColorBrush(color)); }
 
 void DrawLabel(HDC dc, HWND window, RECT area, UINT format) {
     SetTextColor(dc, KX_GetSysColor(IsWindowEnabled(window) ? COLOR_BTNTEXT : COLOR_GRAYTEXT));
@@ -67,15 +39,6 @@ void DrawFocus(HDC dc, HWND button, const RECT& rect) {
         SetBkColor(dc, KX_GetSysColor(COLOR_BTNFACE));
         DrawFocusRect(dc, &rect);
     }
-}
-
-void DrawTriangle(HDC dc, const RECT& box, int color) {
-    const long half = std::max(2L, (box.right - box.left) / 5);
-    const long x = (box.left + box.right) / 2, y = (box.top + box.bottom) / 2 - half / 2;
-    const POINT corners[] = {{x - half, y}, {x + half, y}, {x, y + half}};
-    SelectObject(dc, KX_GetSysColorBrush(color));
-    SelectObject(dc, GetStockObject(NULL_PEN));
-    Polygon(dc, corners, 3);
 }
 
 // ---- Buttons -------------------------------------------------------------------------------------------------------
@@ -131,7 +94,7 @@ void PaintGroupBox(HDC dc, HWND button, RECT client) {
 bool PaintsItself(LONG type) { return type == BS_OWNERDRAW || type == BS_USERBUTTON; }
 
 void PaintButton(HWND button, LONG type) {
-    const PaintDC dc(button);
+    const kx::SchemePaintDC dc(button);
     RECT client{};
     GetClientRect(button, &client);
     if (type != BS_GROUPBOX && (GetWindowLongW(button, GWL_STYLE) & BS_PUSHLIKE)) {
@@ -164,7 +127,7 @@ bool PaintsAtOnce(UINT message) {
 
 LRESULT CALLBACK ButtonProc(HWND button, UINT message, WPARAM wParam, LPARAM lParam) {
     const LONG type = GetWindowLongW(button, GWL_STYLE) & BS_TYPEMASK;
-    if (!InUse() || PaintsItself(type)) return kx::CallRest(ButtonProc, button, message, wParam, lParam);
+    if (!kx::IsOwnScheme() || PaintsItself(type)) return kx::CallRest(ButtonProc, button, message, wParam, lParam);
     if (message == WM_PAINT && wParam == 0) {
         PaintButton(button, type);
         return 0;
@@ -184,26 +147,47 @@ LRESULT CALLBACK ButtonProc(HWND button, UINT message, WPARAM wParam, LPARAM lPa
 
 // ---- Drop-down lists -----------------------------------------------------------------------------------------------
 
-void PaintDropDown(HWND combo) {
-    const PaintDC dc(combo);
+// Of one whose list is always open, the field alone.
+RECT FieldOf(HWND combo, const COMBOBOXINFO& info) {
+    RECT field{};
+    GetClientRect(combo, &field);
+    if ((GetWindowLongW(combo, GWL_STYLE) & 3) != CBS_SIMPLE) return field;
+    field = info.rcItem;
+    InflateRect(&field, 2, 2);
+    return field;
+}
+
+void PaintCombo(HWND combo) {
+    const kx::SchemePaintDC dc(combo);
+    COMBOBOXINFO info{};
+    info.cbSize = sizeof info;
+    GetComboBoxInfo(combo, &info);
+    const LONG kind = GetWindowLongW(combo, GWL_STYLE) & 3;
     RECT client{};
     GetClientRect(combo, &client);
-    FillRect(dc, &client, KX_GetSysColorBrush(COLOR_WINDOW));
-    Frame(dc, client, GetFocus() == combo ? COLOR_HIGHLIGHT : COLOR_BTNSHADOW);
-    RECT arrow = client;
-    arrow.left = arrow.right - (client.bottom - client.top);
-    const bool enabled = IsWindowEnabled(combo) != FALSE;
-    RECT text = client;
+    if (kind != CBS_DROPDOWNLIST) {
+        ExcludeClipRect(dc, info.rcItem.left, info.rcItem.top, info.rcItem.right, info.rcItem.bottom);
+        FillRect(dc, &client, KX_GetSysColorBrush(COLOR_BTNFACE));
+    }
+    const RECT field = FieldOf(combo, info);
+    const bool focused = GetFocus() == combo || IsChild(combo, GetFocus()), enabled = IsWindowEnabled(combo) != FALSE;
+    FillRect(dc, &field, KX_GetSysColorBrush(COLOR_WINDOW));
+    kx::FrameInScheme(dc, field, focused ? COLOR_HIGHLIGHT : COLOR_BTNSHADOW);
+    if (kind == CBS_SIMPLE) return;
+    RECT arrow = field;
+    arrow.left = kind == CBS_DROPDOWN ? info.rcButton.left : arrow.right - (field.bottom - field.top);
+    kx::DrawSchemeArrow(dc, arrow, kx::Toward::Down, enabled ? COLOR_WINDOWTEXT : COLOR_GRAYTEXT);
+    if (kind == CBS_DROPDOWN) return;
+    RECT text = field;
     text.left += CKxGUILayoutManager::Zoomed(4);
     text.right = arrow.left;
     SetTextColor(dc, KX_GetSysColor(enabled ? COLOR_WINDOWTEXT : COLOR_GRAYTEXT));
     DrawTextW(dc, Label(combo).text, -1, &text, DT_VCENTER | DT_SINGLELINE);
-    DrawTriangle(dc, arrow, enabled ? COLOR_WINDOWTEXT : COLOR_GRAYTEXT);
 }
 
 LRESULT AnswerColor(HWND window, UINT message, HDC dc, HWND control) {
     const bool field = message == WM_CTLCOLOREDIT || message == WM_CTLCOLORLISTBOX;
-    const int back = field ? COLOR_WINDOW : message == WM_CTLCOLORSCROLLBAR ? COLOR_SCROLLBAR : COLOR_BTNFACE;
+    const int back = field ? COLOR_WINDOW : COLOR_BTNFACE;
     const bool grayed = control != window && !IsWindowEnabled(control);
     SetTextColor(dc, KX_GetSysColor(grayed ? COLOR_GRAYTEXT : field ? COLOR_WINDOWTEXT : COLOR_BTNTEXT));
     SetBkColor(dc, KX_GetSysColor(back));
@@ -213,9 +197,9 @@ LRESULT AnswerColor(HWND window, UINT message, HDC dc, HWND control) {
 bool AsksForColor(UINT message) { return message >= WM_CTLCOLOREDIT && message <= WM_CTLCOLORSTATIC; }
 
 LRESULT CALLBACK ComboProc(HWND combo, UINT message, WPARAM wParam, LPARAM lParam) {
-    if (InUse()) {
+    if (kx::IsOwnScheme()) {
         if (message == WM_PAINT && wParam == 0) {
-            PaintDropDown(combo);
+            PaintCombo(combo);
             return 0;
         }
         if (AsksForColor(message)) {
@@ -230,23 +214,15 @@ LRESULT CALLBACK ComboProc(HWND combo, UINT message, WPARAM wParam, LPARAM lPara
     return kx::CallRest(ComboProc, combo, message, wParam, lParam);
 }
 
-// ---- Edges ---------------------------------------------------------------------------------------------------------
-
-// The sunken edge of an edit, one line in the scheme's colours instead of the system's four.
-LRESULT CALLBACK EditProc(HWND edit, UINT message, WPARAM wParam, LPARAM lParam) {
-    const LRESULT result = kx::CallRest(EditProc, edit, message, wParam, lParam);
-    if (message != WM_NCPAINT || !InUse() || !(GetWindowLongW(edit, GWL_EXSTYLE) & WS_EX_CLIENTEDGE)) return result;
-    RECT rect{};
-    GetWindowRect(edit, &rect);
-    OffsetRect(&rect, -rect.left, -rect.top);
-    const HDC dc = GetWindowDC(edit);
-    Frame(dc, rect, COLOR_BTNSHADOW);
-    const bool field = IsWindowEnabled(edit) && !(GetWindowLongW(edit, GWL_STYLE) & ES_READONLY);
-    InflateRect(&rect, -1, -1);
-    Frame(dc, rect, field ? COLOR_WINDOW : COLOR_BTNFACE);
-    ReleaseDC(edit, dc);
-    return result;
+// The list of a drop-down is no child of it.
+void FollowInCombo(HWND combo) {
+    kx::Subclass(combo, ComboProc);
+    COMBOBOXINFO info{};
+    info.cbSize = sizeof info;
+    if (GetComboBoxInfo(combo, &info) && info.hwndList) kx::FollowColorSchemeInEdge(info.hwndList);
 }
+
+// ---- Lines and rectangles ------------------------------------------------------------------------------------------
 
 bool IsEtchedLine(HWND label) {
     const LONG type = GetWindowLongW(label, GWL_STYLE) & SS_TYPEMASK;
@@ -258,10 +234,10 @@ bool IsUpright(HWND line) { return (GetWindowLongW(line, GWL_STYLE) & SS_TYPEMAS
 // The whole line, shadow and light.
 LRESULT CALLBACK EtchedLineProc(HWND line, UINT message, WPARAM wParam, LPARAM lParam) {
     if (message != WM_PAINT || wParam != 0) return kx::CallRest(EtchedLineProc, line, message, wParam, lParam);
-    const PaintDC dc(line);
+    const kx::SchemePaintDC dc(line);
     RECT client{};
     GetClientRect(line, &client);
-    FillRect(dc, &client, KX_GetSysColorBrush(InUse() ? COLOR_BTNFACE : COLOR_BTNHIGHLIGHT));
+    FillRect(dc, &client, KX_GetSysColorBrush(kx::IsOwnScheme() ? COLOR_BTNFACE : COLOR_BTNHIGHLIGHT));
     long& end = IsUpright(line) ? client.right : client.bottom;
     end = std::max(1L, end / 2);
     FillRect(dc, &client, KX_GetSysColorBrush(COLOR_BTNSHADOW));
@@ -277,14 +253,38 @@ void FollowInEtchedLine(HWND line) {
     kx::Subclass(line, EtchedLineProc);
 }
 
+// What a label that is a rectangle or a frame is filled with; -1 for others.
+int ColorOfRectangle(HWND label) {
+    const LONG type = GetWindowLongW(label, GWL_STYLE) & SS_TYPEMASK;
+    if (type < SS_BLACKRECT || type > SS_WHITEFRAME) return -1;
+    constexpr int colors[] = {COLOR_3DDKSHADOW, COLOR_BTNSHADOW, COLOR_BTNHIGHLIGHT};
+    return colors[(type - SS_BLACKRECT) % 3];
+}
+
+LRESULT CALLBACK RectangleProc(HWND label, UINT message, WPARAM wParam, LPARAM lParam) {
+    const int color = kx::IsOwnScheme() ? ColorOfRectangle(label) : -1;
+    if (message != WM_PAINT || wParam != 0 || color < 0) {
+        const LRESULT result = kx::CallRest(RectangleProc, label, message, wParam, lParam);
+        // At these it paints without waiting.
+        if (color >= 0 && (message == WM_ENABLE || message == WM_SETTEXT)) InvalidateRect(label, nullptr, FALSE);
+        return result;
+    }
+    const kx::SchemePaintDC dc(label);
+    RECT client{};
+    GetClientRect(label, &client);
+    const bool isFrame = (GetWindowLongW(label, GWL_STYLE) & SS_TYPEMASK) >= SS_BLACKFRAME;
+    (isFrame ? FrameRect : FillRect)(dc, &client, KX_GetSysColorBrush(color));
+    return 0;
+}
+
 // ---- Parents -------------------------------------------------------------------------------------------------------
 
 // Stands before the window's own procedure, which in another scheme than the system's could only answer wrongly.
 LRESULT CALLBACK ParentProc(HWND parent, UINT message, WPARAM wParam, LPARAM lParam) {
-    if (InUse() && AsksForColor(message) && message != WM_CTLCOLORMSGBOX) {
+    if (kx::IsOwnScheme() && AsksForColor(message) && message != WM_CTLCOLORMSGBOX) {
         return AnswerColor(parent, message, reinterpret_cast<HDC>(wParam), reinterpret_cast<HWND>(lParam));
     }
-    if (InUse() && message == WM_ERASEBKGND && IsClass(parent, L"#32770")) {
+    if (kx::IsOwnScheme() && message == WM_ERASEBKGND && kx::IsClass(parent, L"#32770")) {
         RECT client{};
         GetClientRect(parent, &client);
         FillRect(reinterpret_cast<HDC>(wParam), &client, KX_GetSysColorBrush(COLOR_BTNFACE));
@@ -293,23 +293,37 @@ LRESULT CALLBACK ParentProc(HWND parent, UINT message, WPARAM wParam, LPARAM lPa
     return kx::CallRest(ParentProc, parent, message, wParam, lParam);
 }
 
+// A window with a title, which tooltips and open lists have not.
+bool IsFrame(HWND window) {
+    return GetAncestor(window, GA_PARENT) == GetDesktopWindow() &&
+           (GetWindowLongW(window, GWL_STYLE) & WS_CAPTION) == WS_CAPTION;
+}
+
 void Follow(HWND window) {
     if (KX_IsWindowMarkedToSkipPaint(window)) return;
-    if (IsClass(window, L"Button")) {
+    if (kx::IsClass(window, WC_BUTTONW)) {
         kx::Subclass(window, ButtonProc);
-    } else if (IsClass(window, L"ComboBox")) {
-        if ((GetWindowLongW(window, GWL_STYLE) & 3) == CBS_DROPDOWNLIST) {
-            kx::Subclass(window, ComboProc);
-        }
-    } else if (IsClass(window, L"Edit")) {
-        kx::Subclass(window, EditProc);
-    } else if (IsClass(window, L"Static") && IsEtchedLine(window)) {
+    } else if (kx::IsClass(window, WC_COMBOBOXW)) {
+        FollowInCombo(window);
+    } else if (kx::IsClass(window, WC_STATICW) && IsEtchedLine(window)) {
         FollowInEtchedLine(window);
-    } else if (IsClass(window, WC_LISTVIEWW)) {
+    } else if (kx::IsClass(window, WC_STATICW) && ColorOfRectangle(window) >= 0) {
+        kx::Subclass(window, RectangleProc);
+    } else if (kx::IsClass(window, WC_EDITW) || kx::IsClass(window, WC_LISTBOXW) || kx::IsClass(window, L"ComboLBox") ||
+               kx::IsClass(window, WC_STATICW)) {
+        kx::FollowColorSchemeInEdge(window);
+    } else if (kx::IsClass(window, WC_LISTVIEWW)) {
         FollowColorSchemeInList(window);
-    } else if (GetWindow(window, GW_CHILD)) {
+        kx::FollowColorSchemeInEdge(window);
+    } else if (kx::IsClass(window, WC_SCROLLBARW)) {
+        kx::FollowColorSchemeInScrollBar(window);
+    } else if (kx::IsClass(window, TOOLTIPS_CLASSW)) {
+        kx::FollowColorSchemeInToolTip(window);
+    } else if (!kx::FollowColorSchemeInPart(window) && GetWindow(window, GW_CHILD)) {
         kx::Subclass(window, ParentProc);
+        if (GetWindowLongW(window, GWL_STYLE) & (WS_VSCROLL | WS_HSCROLL)) kx::FollowColorSchemeInEdge(window);
     }
+    if (IsFrame(window)) kx::FollowColorSchemeInFrame(window);
 }
 
 BOOL CALLBACK FollowEach(HWND window, LPARAM) {
@@ -323,5 +337,5 @@ void KX_FollowColorScheme(HWND window) {
     if (!IsWindow(window)) return;
     Follow(window);
     EnumChildWindows(window, FollowEach, 0);
-    if (InUse()) RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+    if (kx::IsOwnScheme()) RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
 }

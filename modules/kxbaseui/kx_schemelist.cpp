@@ -124,12 +124,9 @@ void FollowColorSchemeInList(HWND list) {
     SetCheckBoxes(list);
 }
 
-void DrawCheckBox(HDC dc, const RECT& box, bool checked) {
-    FillRect(dc, &box, KX_GetSysColorBrush(COLOR_WINDOW));
-    FrameRect(dc, &box, KX_GetSysColorBrush(COLOR_3DDKSHADOW));
-    if (!checked) return;
+void DrawTick(HDC dc, const RECT& box, int color) {
     const HPEN pen =
-        CreatePen(PS_SOLID, std::max(2, static_cast<int>(box.right - box.left) / 6), KX_GetSysColor(COLOR_WINDOWTEXT));
+        CreatePen(PS_SOLID, std::max(2, static_cast<int>(box.right - box.left) / 6), KX_GetSysColor(color));
     const HGDIOBJ old = SelectObject(dc, pen);
     const long size = box.right - box.left;
     MoveToEx(dc, box.left + size * 2 / 10, box.top + size * 5 / 10, nullptr);
@@ -137,4 +134,10 @@ void DrawCheckBox(HDC dc, const RECT& box, bool checked) {
     LineTo(dc, box.left + size * 8 / 10, box.top + size * 3 / 10);
     SelectObject(dc, old);
     DeleteObject(pen);
+}
+
+void DrawCheckBox(HDC dc, const RECT& box, bool checked) {
+    FillRect(dc, &box, KX_GetSysColorBrush(COLOR_WINDOW));
+    FrameRect(dc, &box, KX_GetSysColorBrush(COLOR_3DDKSHADOW));
+    if (checked) DrawTick(dc, box, COLOR_WINDOWTEXT);
 }

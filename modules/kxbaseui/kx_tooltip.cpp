@@ -7,6 +7,7 @@
 #include <kxbaseui/kx_fonts.h>
 #include <kxbaseui/kx_layoutmanager.h>
 
+#include "kx_schemetip.h"
 #include "kx_subclass.h"
 
 namespace {
@@ -67,6 +68,7 @@ HWND MakeToolTip(HWND parent) {
         DestroyWindow(window);
         return nullptr;
     }
+    kx::FollowColorSchemeInToolTip(window);
     ToolTips()[parent] = window;
     return window;
 }

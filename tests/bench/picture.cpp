@@ -24,6 +24,17 @@ BITMAPINFOHEADER Header(LONG width, LONG height) {
 // 0x00RRGGBB as a COLORREF, and the other way round.
 COLORREF Swapped(std::uint32_t color) { return (color & 0xFF) << 16 | (color & 0xFF00) | (color >> 16 & 0xFF); }
 
+RECT ClientOf(HWND window) {
+    RECT client{};
+    GetClientRect(window, &client);
+    return client;
+}
+
+bool IsLight(std::uint32_t color) {
+    constexpr std::uint32_t least = 190;
+    return (color & 0xFF) >= least && (color >> 8 & 0xFF) >= least && (color >> 16 & 0xFF) >= least;
+}
+
 // WM_PRINT cannot be relied on to draw the children, so each window is asked by itself, the lowest first.
 void PrintTree(HWND window, HDC dc, POINT at) {
     RECT client{};
@@ -45,11 +56,9 @@ void PrintTree(HWND window, HDC dc, POINT at) {
 
 }  // namespace
 
-Picture::Picture(HWND window, const std::function<void(HDC)>& draw) {
-    RECT client{};
-    GetClientRect(window, &client);
+Picture::Picture(const RECT& area, const std::function<void(HDC)>& draw) {
     BITMAPINFO info{};
-    info.bmiHeader = Header(client.right, client.bottom);
+    info.bmiHeader = Header(area.right - area.left, area.bottom - area.top);
     void* bits = nullptr;
     const kx::ui::MemoryDC dc(CreateCompatibleDC(nullptr));
     const kx::ui::Bitmap bitmap(CreateDIBSection(dc.get(), &info, DIB_RGB_COLORS, &bits, nullptr, 0));
@@ -57,8 +66,8 @@ Picture::Picture(HWND window, const std::function<void(HDC)>& draw) {
     const kx::ui::Selection selection(dc.get(), bitmap.get());
     draw(dc.get());
     GdiFlush();
-    width_ = client.right;
-    height_ = client.bottom;
+    width_ = area.right - area.left;
+    height_ = area.bottom - area.top;
     const auto* first = static_cast<const std::uint32_t*>(bits);
     pixels_.assign(first, first + static_cast<std::ptrdiff_t>(width_) * height_);
     // GDI leaves the fourth byte undefined.
@@ -67,14 +76,25 @@ Picture::Picture(HWND window, const std::function<void(HDC)>& draw) {
 }
 
 Picture Picture::Printed(HWND window) {
-    return {window, [window](HDC dc) { PrintTree(window, dc, {0, 0}); }};
+    return {ClientOf(window), [window](HDC dc) { PrintTree(window, dc, {0, 0}); }};
 }
 
 Picture Picture::OnScreen(HWND window) {
     RedrawWindow(window, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
-    return {window, [window](HDC dc) {
+    return {ClientOf(window), [window](HDC dc) {
                 // The children's pixels are part of what is seen, whatever the window's own clipping.
                 const HDC screen = GetDCEx(window, nullptr, DCX_CACHE);
+                BitBlt(dc, 0, 0, 32767, 32767, screen, 0, 0, SRCCOPY);
+                ReleaseDC(window, screen);
+            }};
+}
+
+Picture Picture::WithFrame(HWND window) {
+    RedrawWindow(window, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
+    RECT area{};
+    GetWindowRect(window, &area);
+    return {area, [window](HDC dc) {
+                const HDC screen = GetDCEx(window, nullptr, DCX_CACHE | DCX_WINDOW);
                 BitBlt(dc, 0, 0, 32767, 32767, screen, 0, 0, SRCCOPY);
                 ReleaseDC(window, screen);
             }};
@@ -109,6 +129,29 @@ RECT Picture::Difference(const Picture& other) const {
         }
     }
     return box;
+}
+
+std::string Picture::WhereLight(bool linesAreLight) const {
+    for (const SIZE least : linesAreLight ? std::vector{SIZE{12, 12}} : std::vector{SIZE{6, 6}, {24, 1}, {1, 24}}) {
+        const RECT light = LightArea(least);
+        if (!IsRectEmpty(&light)) return "light at " + std::to_string(light.left) + "," + std::to_string(light.top);
+    }
+    return {};
+}
+
+// The first rectangle of at least this size in which everything is light; empty when there is none.
+RECT Picture::LightArea(SIZE least) const {
+    std::vector<int> above(static_cast<size_t>(width_));  // how many light pixels end here, downwards
+    for (int y = 0; y < height_; ++y) {
+        const auto row = pixels_.begin() + static_cast<std::ptrdiff_t>(y) * width_;
+        for (int x = 0, wide = 0; x < width_; ++x) {
+            int& high = above[static_cast<size_t>(x)];
+            high = IsLight(row[x]) ? high + 1 : 0;
+            wide = high >= least.cy ? wide + 1 : 0;
+            if (wide >= least.cx) return {x - wide + 1, y - least.cy + 1, x + 1, y + 1};
+        }
+    }
+    return {};
 }
 
 Picture Picture::Part(const RECT& part) const {

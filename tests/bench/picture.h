@@ -21,6 +21,8 @@ public:
 
     // The client area as it is on the screen, after painting what is due. Nothing may cover it.
     static Picture OnScreen(HWND window);
+    // All of the window, frame and title too.
+    static Picture WithFrame(HWND window);
 
     int Width() const { return width_; }
     int Height() const { return height_; }
@@ -32,6 +34,9 @@ public:
     int Count(COLORREF color) const;
     // The least rectangle that has all pixels that differ, of pictures of equal size.
     RECT Difference(const Picture& other) const;
+    // Where it is near to white in an area larger than the strokes of text or, unless lines are meant to be light, in a
+    // line; empty for nowhere.
+    std::string WhereLight(bool linesAreLight) const;
     // A part of it.
     Picture Part(const RECT& part) const;
     bool operator==(const Picture& other) const { return Differences(other) == 0; }
@@ -41,8 +46,10 @@ public:
 
 private:
     Picture() = default;
-    // The client area as it is drawn into the DC of an empty bitmap; nothing where it is empty.
-    Picture(HWND window, const std::function<void(HDC)>& draw);
+    // An area of this size as it is drawn into the DC of an empty bitmap; nothing where it is empty.
+    Picture(const RECT& area, const std::function<void(HDC)>& draw);
+
+    RECT LightArea(SIZE least) const;
 
     int width_ = 0;
     int height_ = 0;

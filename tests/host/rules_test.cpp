@@ -63,7 +63,7 @@ TEST(HostRules, SettingsAreReadWholeOrNotAtAll) {
     for (const std::string& whole : {""s, "[other]\n" + body + "[end]\n", "[kxdevhost]\n" + body + "[end]\nmore"})
         EXPECT_EQ(ReadSettings(whole), none) << whole;
     for (const std::string& line :
-         {body + "zoom=150", "zoom=130"s, "zoom=150x"s, "zoom="s, "zoom=99999999999"s, "page=-1"s, "scheme=4"s,
+         {body + "zoom=150", "zoom=130"s, "zoom=150x"s, "zoom="s, "zoom=99999999999"s, "page=-1"s, "scheme=5"s,
           "width=688"s, "width=9\nheight=650"s, "unknown=1"s, "zoom"s, "\0"s})
         EXPECT_EQ(ReadSettings("[kxdevhost]\n" + line + "\n[end]\n"), none) << line;
     // Cut anywhere before its last line's text is whole.

@@ -1,0 +1,259 @@
+// In our own schemes the platform's windows are in the scheme's colours, also where it has none to set: menus, lists
+// that drop down, tooltips, edges. And which scheme the system asks for.
+#include <bench/bench.h>
+#include <bench/window.h>
+#include <commctrl.h>
+#include <oleacc.h>
+#include <kxbaseui/kx_colors.h>
+#include <kxbaseui/kx_layoutmanager.h>
+#include <kxbaseui/kx_menu.h>
+#include <kxbaseui/kx_schemecontrols.h>
+#include <kxbaseui/kx_tooltip.h>
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace {
+
+using namespace kx::test;
+
+// What Wine draws in the system's colours whatever it is asked, beside scroll bars of windows: title, with a line
+// below, and frame.
+Picture WithoutFrame(const Picture& picture) {
+    const int title = GetSystemMetrics(SM_CYCAPTION), edge = GetSystemMetrics(SM_CXSIZEFRAME);
+    return picture.Part({edge, edge + title + 1, picture.Width() - edge, picture.Height() - edge});
+}
+
+std::string LightIn(const Picture& picture) {
+    return picture.WhereLight(KX_GetColorScheme() == eKxColorScheme_HighContrast);
+}
+
+HWND OpenMenu() { return FindWindowW(MAKEINTRESOURCEW(32768), nullptr); }
+
+// Looks at what a modal loop shows, as soon as it does, and ends the loop.
+class WhileOpen {
+public:
+    explicit WhileOpen(std::function<bool()> look) {
+        s_look = std::move(look);
+        SetTimer(nullptr, 0, 10, [](HWND, UINT, UINT_PTR timer, DWORD) {
+            if (!s_look()) return;
+            KillTimer(nullptr, timer);
+            EndMenu();
+        });
+    }
+
+private:
+    static inline std::function<bool()> s_look;
+};
+
+class DarkWindows : public testing::TestWithParam<EKxColorScheme> {
+protected:
+    DarkWindows() {
+        KX_SetColorScheme(GetParam());
+        m_parent->Answer(WM_ERASEBKGND, [this](WPARAM dc, LPARAM) {
+            RECT client{};
+            GetClientRect(Window(), &client);
+            return FillRect(reinterpret_cast<HDC>(dc), &client, KX_GetSysColorBrush(COLOR_BTNFACE));
+        });
+    }
+    ~DarkWindows() override {
+        CKxGUILayoutManager::SetGuiZoom(1.0);
+        KX_SetColorScheme(eKxColorScheme_System);
+    }
+    HWND Window() const { return m_parent->Window(); }
+    HWND Add(const wchar_t* name, const RECT& place, DWORD style = 0, DWORD extended = 0) {
+        const HWND window = AddChild(Window(), name, 0, place, style, L"Text");
+        SetWindowLongW(window, GWL_EXSTYLE, static_cast<LONG>(extended));
+        SetWindowPos(window, nullptr, 0, 0, 0, 0, SWP_FRAMECHANGED | SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER);
+        return window;
+    }
+    std::string Name(const char* what) const {
+        return std::string(what) + (GetParam() == eKxColorScheme_Dark ? " dark" : " high contrast");
+    }
+
+    std::unique_ptr<RecordingParent> m_parent = std::make_unique<RecordingParent>(SIZE{400, 320});
+};
+
+TEST_P(DarkWindows, OfEveryClassAreDark) {
+    const HWND list = Add(WC_LISTVIEWW, {10, 10, 190, 70}, LVS_REPORT, WS_EX_CLIENTEDGE);
+    LVCOLUMNW column{};
+    column.mask = LVCF_TEXT | LVCF_WIDTH, column.cx = 90;
+    column.pszText = const_cast<wchar_t*>(L"Column");
+    SendMessageW(list, LVM_INSERTCOLUMNW, 0, reinterpret_cast<LPARAM>(&column));
+    Add(L"BUTTON", {200, 10, 290, 34});
+    Add(L"BUTTON", {300, 10, 390, 34}, BS_AUTOCHECKBOX);
+    Add(L"BUTTON", {200, 40, 290, 64}, BS_AUTORADIOBUTTON);
+    Add(L"BUTTON", {10, 80, 120, 120}, BS_GROUPBOX);
+    Add(L"EDIT", {130, 80, 200, 102}, 0, WS_EX_CLIENTEDGE);
+    Add(L"EDIT", {210, 80, 280, 102}, ES_READONLY | WS_BORDER);
+    Add(L"STATIC", {290, 80, 390, 102}, SS_SUNKEN);
+    Add(L"STATIC", {300, 50, 390, 60}, SS_WHITERECT);
+    for (const long kind : {CBS_DROPDOWNLIST, CBS_DROPDOWN, CBS_SIMPLE}) {
+        const long x = 10 + 130 * (kind % 3);
+        const HWND combo = Add(WC_COMBOBOXW, {x, 130, x + 120, 180}, static_cast<DWORD>(kind));
+        SendMessageW(combo, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(L"Entry"));
+        SendMessageW(combo, CB_SETCURSEL, 0, 0);
+    }
+    Add(L"LISTBOX", {10, 190, 120, 230}, 0, WS_EX_CLIENTEDGE);
+    Add(UPDOWN_CLASSW, {130, 190, 146, 214});
+    Add(UPDOWN_CLASSW, {150, 190, 174, 206}, UDS_HORZ);
+    Add(TRACKBAR_CLASSW, {180, 190, 290, 220}, TBS_AUTOTICKS);
+    Add(TRACKBAR_CLASSW, {350, 190, 380, 300}, TBS_AUTOTICKS | TBS_VERT);
+    Add(L"SCROLLBAR", {180, 240, 330, 256});
+    Add(L"SCROLLBAR", {300, 190, 316, 236}, SBS_VERT);
+    const HWND tabs = Add(WC_TABCONTROLW, {10, 240, 170, 300});
+    for (int i = 0; i < 2; ++i) {
+        TCITEMW tab{};
+        tab.mask = TCIF_TEXT;
+        tab.pszText = const_cast<wchar_t*>(i == 0 ? L"First" : L"Second");
+        SendMessageW(tabs, TCM_INSERTITEMW, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(&tab));
+    }
+    KX_FollowColorScheme(Window());
+    Pump();
+    for (const BOOL enabled : {TRUE, FALSE}) {
+        for (HWND child = GetWindow(Window(), GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT))
+            EnableWindow(child, enabled);
+        Pump();
+        const Picture picture = Picture::OnScreen(Window());
+        picture.Save(Name(enabled ? "classes" : "classes disabled"));
+        EXPECT_EQ(LightIn(picture), "") << enabled;
+    }
+}
+
+TEST_P(DarkWindows, HaveDarkMenus) {
+    const HMENU bar = CreateMenu(), popup = CreatePopupMenu(), below = CreatePopupMenu();
+    AppendMenuW(popup, MF_STRING | MF_CHECKED, 1, L"&Checked\tCtrl+C");
+    AppendMenuW(popup, MF_STRING | MF_GRAYED, 2, L"Grayed");
+    AppendMenuW(popup, MF_SEPARATOR, 0, nullptr);
+    AppendMenuW(popup, MF_POPUP, reinterpret_cast<UINT_PTR>(below), L"Below");
+    AppendMenuW(below, MF_STRING, 3, L"Deep");
+    AppendMenuW(bar, MF_POPUP, reinterpret_cast<UINT_PTR>(popup), L"&File");
+    AppendMenuW(bar, MF_STRING, 4, L"Edit");
+    KX_FollowColorScheme(Window());
+    SetMenu(Window(), bar);
+    int width = 0;
+    for (const double zoom : {1.0, 1.5}) {
+        CKxGUILayoutManager::SetGuiZoom(zoom);
+        Pump();
+        const Picture frame = Picture::WithFrame(Window());
+        frame.Save(Name(zoom > 1 ? "menu bar 150" : "menu bar"));
+        EXPECT_EQ(LightIn(WithoutFrame(frame)), "");
+        // By its letter, which the platform asks for where it does not draw.
+        const WhileOpen open([&] {
+            const HWND menu = OpenMenu();
+            if (!IsWindowVisible(menu)) return false;
+            const Picture picture = Picture::WithFrame(menu);
+            picture.Save(Name(zoom > 1 ? "menu 150" : "menu"));
+            EXPECT_EQ(LightIn(picture), "");
+            EXPECT_GT(picture.Width(), width) << "it is measured anew";
+            width = picture.Width();
+            return true;
+        });
+        SendMessageW(Window(), WM_SYSCOMMAND, SC_KEYMENU, L'f');
+        EXPECT_EQ(width > 0, true);
+    }
+    // As it was, for who asks for it, and in the system's own scheme.
+    KX_SetColorScheme(eKxColorScheme_System);
+    MENUITEMINFOW info{};
+    info.cbSize = sizeof info, info.fMask = MIIM_FTYPE | MIIM_DATA;
+    wchar_t text[32] = L"";
+    GetMenuItemInfoW(popup, 0, TRUE, &info);
+    GetMenuStringW(popup, 0, text, 32, MF_BYPOSITION);
+    EXPECT_TRUE(info.fType == MFT_STRING && info.dwItemData == 0);
+    EXPECT_STREQ(text, L"&Checked\tCtrl+C");
+}
+
+TEST_P(DarkWindows, OpenDarkMenusListsAndTips) {
+    CKxMenu menu;
+    menu.AppendMenuItem(1, L"Command");
+    menu.AppendMenuItem(0, nullptr);
+    menu.AppendMenuItem(2, L"Another", false);
+    // The window that shows it draws what has an image; screen readers look for the name at the head of the data.
+    menu.AppendMenuItem(L"NAME", L"Pictured", nullptr);
+    std::wstring name;
+    m_parent->Answer(WM_MEASUREITEM, [&](WPARAM, LPARAM item) {
+        return menu.MeasureItem(*reinterpret_cast<MEASUREITEMSTRUCT*>(item));
+    });
+    m_parent->Answer(WM_DRAWITEM, [&](WPARAM, LPARAM item) {
+        const auto& draw = *reinterpret_cast<const DRAWITEMSTRUCT*>(item);
+        name = reinterpret_cast<const MSAAMENUINFO*>(draw.itemData)->pszWText;
+        return menu.DrawItem(draw);
+    });
+    bool looked = false;
+    const WhileOpen open([&] {
+        if (!IsWindowVisible(OpenMenu())) return false;
+        const Picture picture = Picture::WithFrame(OpenMenu());
+        picture.Save(Name("context menu"));
+        EXPECT_EQ(LightIn(picture), "");
+        return looked = true;
+    });
+    EXPECT_EQ(menu.TrackContextMenu(eKxMenuTrack_ReturnCommand, 60, 60, Window()), 0);
+    EXPECT_TRUE(looked);
+    EXPECT_EQ(name, L"Pictured");
+
+    const HWND combo = Add(WC_COMBOBOXW, {10, 10, 130, 200}, CBS_DROPDOWNLIST);
+    for (const wchar_t* text : {L"One", L"Two", L"Three"})
+        SendMessageW(combo, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text));
+    KX_FollowColorScheme(Window());
+    SendMessageW(combo, CB_SHOWDROPDOWN, TRUE, 0);
+    COMBOBOXINFO info{};
+    info.cbSize = sizeof info;
+    GetComboBoxInfo(combo, &info);
+    ASSERT_TRUE(PumpUntil([&] { return IsWindowVisible(info.hwndList) != FALSE; }));
+    const Picture list = Picture::WithFrame(info.hwndList);
+    list.Save(Name("list"));
+    EXPECT_EQ(LightIn(list), "");
+    SendMessageW(combo, CB_SHOWDROPDOWN, FALSE, 0);
+
+    const HWND button = Add(L"BUTTON", {10, 60, 130, 84});
+    const HWND tip = KX_CreateToolTipWindow(button, L"What it is for");
+    SendMessageW(tip, TTM_SETDELAYTIME, TTDT_INITIAL, 1);
+    MoveTo(button, 5, 5);
+    MoveTo(button, 9, 9);
+    ASSERT_TRUE(PumpUntil([&] { return IsWindowVisible(tip) != FALSE; }));
+    const Picture picture = Picture::WithFrame(tip);
+    picture.Save(Name("tip"));
+    EXPECT_EQ(LightIn(picture), "");
+    EXPECT_GT(picture.Count(KX_GetSysColor(COLOR_INFOBK)), 100);
+}
+
+INSTANTIATE_TEST_SUITE_P(Schemes, DarkWindows, testing::Values(eKxColorScheme_Dark, eKxColorScheme_HighContrast));
+
+// ---- What the system asks for --------------------------------------------------------------------------------------
+
+TEST(SystemScheme, IsWhatTheSettingsAskFor) {
+    const struct {
+        SKxSystemColorSettings settings;
+        EKxColorScheme scheme;
+    } rows[] = {{{false, {}}, eKxColorScheme_Light},
+                {{false, true}, eKxColorScheme_Light},
+                {{false, false}, eKxColorScheme_Dark},
+                {{true, true}, eKxColorScheme_HighContrast},
+                {{true, false}, eKxColorScheme_HighContrast}};
+    for (const auto& row : rows)
+        EXPECT_EQ(KX_SchemeForSettings(row.settings), row.scheme);
+}
+
+TEST(SystemScheme, IsFollowedUntilOneIsChosen) {
+    constexpr const wchar_t* key = L"Software\\Microsoft\\Windows\\CurrentVersion\\Themes\\Personalize";
+    const auto set = [&](DWORD light, HWND window) {
+        RegSetKeyValueW(HKEY_CURRENT_USER, key, L"AppsUseLightTheme", REG_DWORD, &light, sizeof light);
+        SendMessageW(window, WM_SETTINGCHANGE, 0, reinterpret_cast<LPARAM>(L"ImmersiveColorSet"));
+        return KX_GetColorScheme();
+    };
+    RegDeleteKeyValueW(HKEY_CURRENT_USER, key, L"AppsUseLightTheme");
+    RecordingParent parent({200, 100});
+    KX_FollowColorScheme(parent.Window());
+    KX_FollowSystemColorScheme();
+    EXPECT_EQ(KX_GetColorScheme(), eKxColorScheme_Light) << "where nothing is set";
+    EXPECT_EQ(set(0, parent.Window()), eKxColorScheme_Dark);
+    EXPECT_EQ(set(1, parent.Window()), eKxColorScheme_Light);
+    KX_SetColorScheme(eKxColorScheme_Light);
+    EXPECT_EQ(set(0, parent.Window()), eKxColorScheme_Light) << "the user has chosen";
+    RegDeleteKeyValueW(HKEY_CURRENT_USER, key, L"AppsUseLightTheme");
+    KX_SetColorScheme(eKxColorScheme_System);
+}
+
+}  // namespace
