@@ -76,7 +76,8 @@ HWND PositionPanel::AddChild(const wchar_t* className, int id, const wchar_t* te
 
 void PositionPanel::AddFrame(SIZE size, bool oversize) {
     const RECT place = oversize ? RECT{-2, 0, size.cx + 2, size.cy + 4} : RECT{0, 0, size.cx, size.cy};
-    const HWND frame = AddChild(L"BUTTON", kFrameId, m_title, place, BS_GROUPBOX);
+    const HWND frame =
+        AddChild(L"BUTTON", kFrameId, m_title, place, BS_GROUPBOX | (m_titlesEnabled ? 0u : WS_DISABLED));
     if (!frame) return;
     m_frame = frame;
     KX_MarkWindowToSkipPaint(m_frame);
@@ -84,7 +85,8 @@ void PositionPanel::AddFrame(SIZE size, bool oversize) {
 }
 
 void PositionPanel::AddTitle(const RECT& place, bool left) {
-    const HWND title = AddChild(L"STATIC", kTitleId, m_title, place, SS_NOPREFIX | (left ? SS_LEFT : SS_CENTER));
+    const HWND title = AddChild(L"STATIC", kTitleId, m_title, place,
+                                SS_NOPREFIX | (m_titlesEnabled ? 0u : WS_DISABLED) | (left ? SS_LEFT : SS_CENTER));
     if (title) m_titleWindow = title;
 }
 
@@ -164,7 +166,8 @@ void PositionPanel::RedrawButtons() const {
     }
 }
 
-void PositionPanel::EnableTitles(bool enable) const {
+void PositionPanel::EnableTitles(bool enable) {
+    m_titlesEnabled = enable;
     if (m_frame) {
         Enable(m_frame, enable);
         InvalidateRect(m_frame, nullptr, FALSE);

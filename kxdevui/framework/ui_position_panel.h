@@ -113,8 +113,8 @@ public:
     void SetTabStop(bool stop);
     // Repaints the buttons of the positions.
     void RedrawButtons() const;
-    // Enables or disables frame and title, where there are any.
-    void EnableTitles(bool enable) const;
+    // Enables or disables frame and title, also those that are made later.
+    void EnableTitles(bool enable);
 
     // ---- Messages ----
 
@@ -156,6 +156,7 @@ private:
     bool m_tabStop = false;
     bool m_reversed = false;
     bool m_everyPress = false;
+    bool m_titlesEnabled = true;
     int m_lostFocus = 0;  // the id of the child that had it
 };
 

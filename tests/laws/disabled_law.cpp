@@ -1,6 +1,8 @@
 // Disabled, every part looks so and nothing that the user does reaches the host; enabled again it is as before.
 #include "law.h"
 
+#include <set>
+
 namespace kx::test {
 namespace {
 
@@ -89,6 +91,28 @@ TEST_P(DisabledLaw, NoActReachesTheHost) {
     }
     const int changed = before.Differences(Look());
     Expect(changed == 0, "after everything", std::to_string(changed) + " pixels differ from before");
+}
+
+// Whatever the host does meanwhile, but for what the rules leave enabled.
+TEST_P(DisabledLaw, StaysSo) {
+    Begin();
+    std::set<std::string> left;
+    const auto usable = [&](const std::function<void(const std::string&)>& found) {
+        const auto windows = Control().Windows();
+        for (const Target& each : windows)
+            if (IsWindowEnabled(each.window)) found(NameOfWindow(each.window));
+    };
+    ForEachOperation([&](const Operation& operation, Random& random) {
+        Control().Enable(false);
+        left.clear();
+        usable([&](const std::string& name) { left.insert(name); });
+        if (!IsExcepted(operation.name)) operation.run(random);
+        if (!Control().Window()) return;
+        usable([&](const std::string& name) {
+            Expect(left.contains(name), operation.name, name + " can be used in a control that is disabled");
+        });
+        Expect(true, "", "");
+    });
 }
 
 INSTANTIATE_TEST_SUITE_P(All, DisabledLaw, testing::ValuesIn(Kinds()), NameOfKind);
