@@ -76,3 +76,12 @@ function(kx_add_catalogues target rc)
         set_property(SOURCE ${rc} APPEND PROPERTY OBJECT_DEPENDS ${po} ${checked})
     endforeach()
 endfunction()
+
+# kx_add_plain(PROGRAM [ARGUMENT...]): the program once more, as PROGRAM_plain, without the manifest, as there are hosts
+# without visual styles. It is of the same objects; the arguments go to add_executable.
+function(kx_add_plain program)
+    add_executable(${program}_plain ${ARGN} $<FILTER:$<TARGET_OBJECTS:${program}>,EXCLUDE,-styles[.]rc>)
+    set_target_properties(${program}_plain PROPERTIES LINKER_LANGUAGE CXX)
+    get_target_property(libraries ${program} LINK_LIBRARIES)
+    target_link_libraries(${program}_plain PRIVATE ${libraries})
+endfunction()

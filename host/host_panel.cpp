@@ -14,6 +14,9 @@ namespace {
 
 std::function<void(const std::wstring&)> s_statusSink;
 
+// What a control with a visual style says with every paint and every move of the mouse; the log would show little else.
+bool IsChatter(UINT code) { return code == NM_CUSTOMDRAW || code == NM_CUSTOMTEXT || code == BCN_HOTITEMCHANGE; }
+
 }  // namespace
 
 void SetStatusSink(std::function<void(const std::wstring&)> sink) { s_statusSink = std::move(sink); }
@@ -41,8 +44,7 @@ LRESULT HostPanel::OnCommand(UINT message, WPARAM wParam, LPARAM lParam) {
 
 LRESULT HostPanel::OnNotify(UINT message, WPARAM wParam, LPARAM lParam) {
     const auto* header = reinterpret_cast<const NMHDR*>(lParam);
-    // A control with a visual style asks with every paint whether its parent draws, and the log would show little else.
-    if (header->code != NM_CUSTOMDRAW)
+    if (!IsChatter(header->code))
         Log().Add(m_name, L"OnNotify id %d code %d", static_cast<int>(header->idFrom), static_cast<int>(header->code));
     return CKxDevUI_Container::OnNotify(message, wParam, lParam);
 }

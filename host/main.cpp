@@ -1,5 +1,5 @@
-// The demonstration host: kxdevhost [--tour DIR] [--log FILE] [--soak SECONDS --seed N] [--first-picture] [FILE], with
-// a device configuration file
+// The demonstration host: kxdevhost [--tour DIR [--page NAME]] [--log FILE] [--soak SECONDS --seed N] [--first-picture]
+// [FILE], with a device configuration file
 #include <windows.h>
 
 #include <commctrl.h>
@@ -39,6 +39,7 @@ void ShowLibraryLog() {
 
 struct CommandLine {
     std::wstring tour;    // folder; empty: no tour
+    std::wstring page;    // of the tour; empty: all
     std::wstring log;     // file of the log; empty: none, or the tour's
     int soak = 0;         // seconds; 0: no soak
     unsigned seed = 1;    // of the soak
@@ -55,6 +56,8 @@ CommandLine ReadCommandLine() {
         const bool valued = i + 1 < count;
         if (argument == L"--tour" && valued) {
             read.tour = arguments[++i];
+        } else if (argument == L"--page" && valued) {
+            read.page = arguments[++i];
         } else if (argument == L"--log" && valued) {
             read.log = arguments[++i];
         } else if (argument == L"--soak" && valued) {
@@ -91,7 +94,7 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, wchar_t*, int) {
     const bool scripted = !folder.empty() || commandLine.soak > 0 || !commandLine.log.empty() || commandLine.first;
     if (!window.Create(instance, scripted ? kx::host::Settings{} : LoadSettings())) return 3;
     microscope.Tell();
-    Tour tour(window, folder);
+    Tour tour(window, folder, commandLine.page);
     Watcher watcher(window);
     Soak soak(window, commandLine.soak, commandLine.seed);
     if (!folder.empty()) {

@@ -1,6 +1,7 @@
 #include "tour.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "event_log.h"
 #include "input.h"
@@ -159,19 +160,25 @@ void Tour::Picture(const std::wstring& name) {
 
 // ---- The plan ------------------------------------------------------------------------------------------------------
 
-void Tour::Plan() {
-    Do([this] { SetForegroundWindow(m_window.Handle()); });
-    Picture(L"01-start");
+void Tour::PlanStand() {
     TurnTo([this] { return m_window.CommandOf<StandPage>(); });
     PlanPanels();
     PlanDialog();
     PlanLooks();
-    PlanControls();
-    PlanOptics();
-    PlanZSeries();
-    PlanLight();
-    PlanColors();
-    PlanBench();
+}
+
+void Tour::Plan() {
+    Do([this] { SetForegroundWindow(m_window.Handle()); });
+    Picture(L"01-start");
+    static constexpr std::pair<const wchar_t*, void (Tour::*)()> pages[] = {
+        {L"stand", &Tour::PlanStand}, {L"controls", &Tour::PlanControls}, {L"optics", &Tour::PlanOptics},
+        {L"z", &Tour::PlanZSeries},   {L"light", &Tour::PlanLight},       {L"colors", &Tour::PlanColors},
+        {L"bench", &Tour::PlanBench}};
+    bool planned = false;
+    for (const auto& [name, plan] : pages) {
+        if (m_page.empty() || m_page == name) planned = true, (this->*plan)();
+    }
+    if (!planned) Fail(L"there is no such page");
     Do([this] {
         Log().Add(L"Tour", m_failed ? L"ended with failures" : L"ended well");
         DestroyWindow(m_window.Handle());

@@ -14,7 +14,9 @@ class MainWindow;
 
 class Tour {
 public:
-    Tour(MainWindow& window, std::wstring folder) : m_window(window), m_folder(std::move(folder)) {}
+    // Of all pages, or of one by its name in the plan.
+    Tour(MainWindow& window, std::wstring folder, std::wstring page)
+        : m_window(window), m_folder(std::move(folder)), m_page(std::move(page)) {}
     void Start();
     // Whether a step could not be taken or a picture not be written.
     bool Failed() const { return m_failed; }
@@ -27,6 +29,7 @@ private:
 
     // What is done, page by page; each page has a file in tours/.
     void Plan();
+    void PlanStand();
     void PlanPanels();
     void PlanDialog();
     void PlanLooks();
@@ -63,6 +66,7 @@ private:
 
     MainWindow& m_window;
     std::wstring m_folder;
+    std::wstring m_page;  // empty: all
     // A step that answers false is taken again at the next tick.
     std::vector<std::function<bool()>> m_steps;
     std::size_t m_next = 0;

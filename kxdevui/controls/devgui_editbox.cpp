@@ -6,6 +6,7 @@
 #include <string>
 #include <utility>
 
+#include <kxbaseui/kx_buttonbackground.h>
 #include <kxbaseui/kx_colors.h>
 #include <kxbaseui/kx_fonts.h>
 #include <kxbaseui/kx_layoutmanager.h>
@@ -373,8 +374,7 @@ LRESULT CKxDevUI_EditBox::PaintField(const kx::ui::Message& message) {
 }
 
 void CKxDevUI_EditBox::DrawFrame(HDC dc, const RECT& field) const {
-    const int color = IsFocused() ? COLOR_HIGHLIGHT : IsWindowEnabled(m_hWnd) ? COLOR_BTNSHADOW : COLOR_3DLIGHT;
-    FrameRect(dc, &field, KX_GetSysColorBrush(color));
+    KX_DrawFieldFrame(dc, field, IsWindowEnabled(m_hWnd) != FALSE, IsFocused());
 }
 
 // Where the text stands higher than the field begins, the edit lies on the frame.

@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include <kxbaseui/kx_buttonbackground.h>
 #include <kxbaseui/kx_uihelper.h>
 #include <kxdevui/framework/ui_window.h>
 
@@ -201,6 +202,14 @@ void PaintItem(HWND owner, const DRAWITEMSTRUCT& item, HBRUSH background, DrawRe
     FillRect(dc, &area, background);
     draw(dc, area);
     if (buffer) BitBlt(item.hDC, place.left, place.top, area.right, area.bottom, buffer, 0, 0, SRCCOPY);
+}
+
+int ButtonLook(const DRAWITEMSTRUCT& item) {
+    const auto state = FindState(item.hwndItem);
+    return (item.itemState & ODS_SELECTED ? eKxButtonLook_Pressed : 0) |
+           (item.itemState & ODS_DISABLED ? eKxButtonLook_Disabled : 0) |
+           (item.itemState & ODS_DEFAULT ? eKxButtonLook_Default : 0) |
+           (item.itemState & ODS_FOCUS ? eKxButtonLook_Focused : 0) | (state && state->hovered ? eKxButtonLook_Hot : 0);
 }
 
 }  // namespace kx::ui

@@ -81,4 +81,7 @@ KXDEVUI_API LRESULT Paint(const Message& message, PaintMode mode, HBRUSH backgro
 // The same for an owner-drawn item of the control `owner`; `draw` gets the item's rectangle moved to (0, 0).
 KXDEVUI_API void PaintItem(HWND owner, const DRAWITEMSTRUCT& item, HBRUSH background, DrawRef draw);
 
+// What an owner-drawn button is asked to look like, as EKxButtonLook; hot where TrackHover follows the mouse over it.
+KXDEVUI_API int ButtonLook(const DRAWITEMSTRUCT& item);
+
 }  // namespace kx::ui

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include <kxbaseui/kx_bitmappool.h>
+#include <kxbaseui/kx_buttonbackground.h>
 #include <kxbaseui/kx_colors.h>
 #include <kxbaseui/kx_fonts.h>
 #include <kxbaseui/kx_groupbox.h>
@@ -20,6 +21,8 @@ namespace {
 // The side of the setup button's image, and the room between the last row of buttons and the line of the frame.
 constexpr double kSetupImage = 16;
 constexpr double kFrameMargin = 7;
+
+bool IsOwnerDrawn(HWND button) { return (GetWindowLongW(button, GWL_STYLE) & BS_TYPEMASK) == BS_OWNERDRAW; }
 
 }  // namespace
 
@@ -235,8 +238,9 @@ Handled PositionPanel::HandleButton(const Message& message, int columns) {
     switch (message.id) {
     case WM_MOUSEMOVE:
     case WM_MOUSELEAVE:
-        if (button != m_setup || !TrackHover(message)) return std::nullopt;
-        m_setupHovered = message.id == WM_MOUSEMOVE;
+        // The platform's own buttons follow the mouse by themselves, and must not find it followed.
+        if (!IsOwnerDrawn(button) || !TrackHover(message)) return std::nullopt;
+        if (button == m_setup) m_setupHovered = message.id == WM_MOUSEMOVE;
         RedrawWindow(button, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
         return std::nullopt;
     case WM_LBUTTONDBLCLK:
@@ -286,7 +290,8 @@ LRESULT PositionPanel::PaintFrame(const Message& message) const {
     const RECT own = RectInParent(frame);
     const auto draw = [&](HDC dc, const RECT& area) {
         const Selection font(dc, reinterpret_cast<HFONT>(SendMessageW(frame, WM_GETFONT, 0, 0)));
-        SetTextColor(dc, KX_GetSysColor(IsWindowEnabled(frame) && IsEnabled() ? COLOR_BTNTEXT : COLOR_GRAYTEXT));
+        const bool enabled = IsWindowEnabled(frame) && IsEnabled();
+        SetTextColor(dc, KX_GetSysColor(enabled ? COLOR_BTNTEXT : COLOR_GRAYTEXT));
         SetBkColor(dc, KX_GetSysColor(COLOR_BTNFACE));
         SetBkMode(dc, OPAQUE);
         SKxGroupBox box{area, L"", CKxGUILayoutManager::Zoomed(8)};
@@ -309,7 +314,7 @@ LRESULT PositionPanel::PaintFrame(const Message& message) const {
         wchar_t title[257] = L"";
         GetWindowTextW(frame, title, 257);
         box.title = title;
-        KX_GroupBoxDraw(dc, box, 0);
+        KX_GroupBoxDraw(dc, box, enabled ? 0 : unsigned{eKxGroupBox_Disabled});
     };
     return Paint(message, {.siblings = true}, KX_GetSysColorBrush(COLOR_BTNFACE), draw);
 }
@@ -318,6 +323,7 @@ void PositionPanel::DrawSetup(const DRAWITEMSTRUCT& item) const {
     PaintItem(m_window, item, KX_GetSysColorBrush(COLOR_BTNFACE), [&](HDC dc, const RECT& area) {
         const long side = std::lround(CKxGUILayoutManager::GetGuiZoom() * kSetupImage);
         const long shift = item.itemState & ODS_SELECTED ? 1 : 0;
+        KX_DrawFlatButtonBackground(dc, area, IsEnabled() ? ButtonLook(item) : 0, COLOR_BTNFACE);
         const long left = (area.right - side) / 2 + shift, top = (area.bottom - side) / 2 + shift;
         const int image = CKxBitmapPool::AddImageBaseUI(m_setupHovered ? L"WINDOWOPEN_HOVER" : L"WINDOWOPEN");
         CKxBitmapPool::DrawOptimalImage(dc, image, {left, top, left + side, top + side},

@@ -149,6 +149,11 @@ void LogEscapedException() noexcept {
     }
 }
 
+void StylesChanged(HWND window) noexcept {
+    KX_VisualStylesChanged();
+    InvalidateRect(window, nullptr, TRUE);
+}
+
 void WindowGone(HWND window, void* object, const Alive& alive, bool isControl) noexcept {
     DropState(window);
     if (isControl && alive) Binding::WindowGone(static_cast<CKxDevUI_Base*>(object), window);

@@ -16,6 +16,7 @@
 #include <optional>
 #include <type_traits>
 
+#include <kxbaseui/kx_visualstyles.h>
 #include <kxdevui/framework/devgui_base.h>
 #include <kxdevui/framework/devgui_messages.h>
 #include <kxdevui/framework/ui_life.h>
@@ -87,6 +88,7 @@ public:
     // the control is touched, when it has gone with the old one.
     template <class T, class Make>
     static HWND Of(T* control, Make&& make) {
+        KX_HasVisualStyles();
         const Creation creation(static_cast<RootOf<T>*>(control));
         control->Destroy();
         return creation ? make(creation) : nullptr;
@@ -197,6 +199,9 @@ KXDEVUI_API void LogEscapedException() noexcept;
 // Frees what belongs to the window (ui_paint.h) and takes its handle from the object if that still lives.
 KXDEVUI_API void WindowGone(HWND window, void* object, const Alive& alive, bool isControl) noexcept;
 
+// The platform's controls have got visual styles, or others, or lost them: the window is to be drawn so.
+KXDEVUI_API void StylesChanged(HWND window) noexcept;
+
 // Calls a handler; an exception is logged and counts as "not handled".
 template <class Call>
 Handled Guarded(Call&& call) noexcept {
@@ -217,6 +222,7 @@ inline void* CreationParameter(const Message& message) noexcept {
 template <class T, class Lookup, Handled (T::*Handle)(const Message&)>
 Handled Dispatch(T* object, const Message& message) noexcept {
     if (Closing::Silences(message)) return std::nullopt;
+    if (message.id == WM_THEMECHANGED) StylesChanged(message.window);
     const Alive alive(static_cast<RootOf<T>*>(object));
     const Handled result = Guarded([&] { return (object->*Handle)(message); });
     if (message.id == WM_NCDESTROY) {

@@ -455,6 +455,7 @@ LRESULT CALLBACK CKxDevUI_Shutter::WndProc_Button(HWND window, UINT id, WPARAM w
 
 // All but the erasing goes on to the button itself, whose BN_CLICKED after a release nobody takes for a second click.
 Handled CKxDevUI_Shutter::HandleButton(const Message& message) {
+    if (TrackHover(message)) InvalidateRect(message.window, nullptr, FALSE);
     switch (message.id) {
     case WM_ERASEBKGND: return 1;
     case WM_LBUTTONUP: Click(); break;
@@ -483,21 +484,15 @@ void CKxDevUI_Shutter::Click() {
 
 void CKxDevUI_Shutter::DrawButton(const DRAWITEMSTRUCT& item) const {
     const bool selected = (item.itemState & ODS_SELECTED) != 0, enabled = (item.itemState & ODS_DISABLED) == 0;
+    const int look = ButtonLook(item) | (m_state ? eKxButtonLook_On : 0);
     PaintItem(m_hWnd, item, KX_GetSysColorBrush(COLOR_3DFACE), [&](HDC dc, const RECT& area) {
-        KX_DrawButtonBackground(dc, area, (selected ? eKxButtonLook_Pressed : 0) | (m_state ? eKxButtonLook_On : 0),
-                                COLOR_BTNFACE);
+        KX_DrawButtonBackground(dc, area, look, COLOR_BTNFACE);
         const int pressed = selected || m_state ? 1 : 0;
         RECT image{4, 4, (m_titleInButton ? area.bottom : area.right) - 4, area.bottom - 4};
         OffsetRect(&image, pressed, pressed);
         CKxBitmapPool::DrawOptimalImage(dc, m_state ? m_imageOn : m_imageOff, image, enabled);
         if (m_titleInButton) DrawTitle(dc, {pressed + area.bottom, area.top, area.right, area.bottom}, enabled);
-        if ((item.itemState & ODS_FOCUS) && !(item.itemState & ODS_NOFOCUSRECT)) {
-            RECT ring = area;
-            InflateRect(&ring, -3, -3);
-            SetTextColor(dc, KX_GetSysColor(COLOR_BTNTEXT));
-            SetBkColor(dc, KX_GetSysColor(COLOR_BTNFACE));
-            DrawFocusRect(dc, &ring);
-        }
+        if ((item.itemState & ODS_FOCUS) && !(item.itemState & ODS_NOFOCUSRECT)) KX_DrawButtonFocus(dc, area, look, 3);
     });
 }
 

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include <kxbaseui/kx_bitmappool.h>
+#include <kxbaseui/kx_buttonbackground.h>
 #include <kxbaseui/kx_colors.h>
 #include <kxbaseui/kx_fonts.h>
 #include <kxbaseui/kx_layoutmanager.h>
@@ -361,7 +362,10 @@ void CKxDevUI_FilterWheel::OnDrawItem(const DRAWITEMSTRUCT& item) {
     PaintItem(m_inside->Window(), item, KX_GetSysColorBrush(COLOR_BTNFACE), [&](HDC dc, const RECT& area) {
         RECT place = area;
         const long line = std::max(1L, CKxGUILayoutManager::Zoomed(1));
-        if (current) PositionPanel::DrawCurrent(dc, area);
+        if (current)
+            PositionPanel::DrawCurrent(dc, area);
+        else if (m_inside->IsEnabled())
+            KX_DrawFlatButtonBackground(dc, area, ButtonLook(item), COLOR_BTNFACE);
         InflateRect(&place, -2 * line, -2 * line);
         if (item.itemState & ODS_SELECTED) OffsetRect(&place, 1, 1);
         CKxBitmapPool::DrawSVGImage(dc, filter->image, place,

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include <kxbaseui/kx_bitmappool.h>
+#include <kxbaseui/kx_buttonbackground.h>
 #include <kxbaseui/kx_colors.h>
 #include <kxbaseui/kx_fonts.h>
 #include <kxbaseui/kx_layoutmanager.h>
@@ -619,6 +620,8 @@ void CKxDevUI_Nosepiece::OnDrawItem(const DRAWITEMSTRUCT& item) {
         RECT place = area;
         // Where the device decides, a press promises nothing.
         const bool answers = m_inside->localSelect || !m_inside->deviceDriven;
+        if (answers && m_inside->enabled && m_inside->IsEnabled())
+            KX_DrawFlatButtonBackground(dc, area, ButtonLook(item), COLOR_BTNFACE);
         if (item.itemState & ODS_SELECTED && answers) OffsetRect(&place, 1, 1);
         CKxBitmapPool::DrawSVGImage(dc, m_inside->ImageOf(position), place, m_inside->enabled && m_inside->IsEnabled());
         PositionPanel::DrawFocus(dc, area, item);

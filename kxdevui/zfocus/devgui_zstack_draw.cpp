@@ -2,6 +2,7 @@
 #include <kxdevui/zfocus/devgui_zstack.h>
 
 #include <kxbaseui/kx_bitmappool.h>
+#include <kxbaseui/kx_buttonbackground.h>
 #include <kxbaseui/kx_colors.h>
 #include <kxbaseui/kx_layoutmanager.h>
 #include <kxdevui/zfocus/zstack_ids.h>
@@ -15,48 +16,46 @@ using namespace kx::ui;
 namespace {
 
 struct Look {
-    bool pushed, hovered, focused, enabled, selected;
+    bool focused, selected;
+    int flags;  // EKxButtonLook
+    bool Is(int flag) const { return (flags & flag) != 0; }
+    bool Enabled() const { return !Is(eKxButtonLook_Disabled); }
 };
 
 long Zoomed(int pixels) { return CKxGUILayoutManager::Zoomed(pixels); }
 
 // The same face as the platform's buttons beside it have in this scheme.
 void DrawFace(HDC dc, RECT area, const Look& look) {
-    const bool onBlack = KX_GetColorScheme() == eKxColorScheme_HighContrast;
     if (KX_GetColorScheme() == eKxColorScheme_System) {
-        DrawFrameControl(dc, &area, DFC_BUTTON, DFCS_BUTTONPUSH | (look.pushed ? UINT{DFCS_PUSHED} : 0u));
-    } else {
-        const int face = onBlack ? COLOR_BTNFACE : look.pushed ? COLOR_3DLIGHT : COLOR_BTNHIGHLIGHT;
-        FillRect(dc, &area, KX_GetSysColorBrush(face));
-        FrameRect(dc, &area, KX_GetSysColorBrush(COLOR_BTNSHADOW));
+        return KX_DrawButtonBackground(dc, area, look.flags, COLOR_BTNFACE);
     }
-    const long frame = look.selected ? Zoomed(2) : look.hovered && look.enabled ? 1 : 0;
+    const bool onBlack = KX_GetColorScheme() == eKxColorScheme_HighContrast;
+    const int face = onBlack ? COLOR_BTNFACE : look.Is(eKxButtonLook_Pressed) ? COLOR_3DLIGHT : COLOR_BTNHIGHLIGHT;
+    FillRect(dc, &area, KX_GetSysColorBrush(face));
+    FrameRect(dc, &area, KX_GetSysColorBrush(COLOR_BTNSHADOW));
+    const long frame = look.selected ? Zoomed(2) : look.Is(eKxButtonLook_Hot) && look.Enabled() ? 1 : 0;
     for (long i = 0; i < frame; ++i) {
-        FrameRect(dc, &area, KX_GetSysColorBrush(look.enabled ? COLOR_HIGHLIGHT : COLOR_BTNSHADOW));
+        FrameRect(dc, &area, KX_GetSysColorBrush(look.Enabled() ? COLOR_HIGHLIGHT : COLOR_BTNSHADOW));
         InflateRect(&area, -1, -1);
     }
 }
 
-void DrawFocusOf(HDC dc, RECT area, const Look& look) {
-    if (!look.focused) return;
-    SetTextColor(dc, KX_GetSysColor(COLOR_BTNTEXT));
-    SetBkColor(dc, KX_GetSysColor(COLOR_BTNFACE));
-    InflateRect(&area, -Zoomed(3), -Zoomed(3));
-    DrawFocusRect(dc, &area);
+void DrawFocusOf(HDC dc, const RECT& area, const Look& look) {
+    if (look.focused) KX_DrawButtonFocus(dc, area, look.flags, Zoomed(3));
 }
 
-void DrawLabel(HDC dc, HWND button, RECT area, bool enabled) {
+void DrawLabel(HDC dc, HWND button, RECT area, const Look& look) {
     wchar_t text[64] = L"";
     GetWindowTextW(button, text, static_cast<int>(std::size(text)));
     const Selection font(dc, reinterpret_cast<HFONT>(SendMessageW(button, WM_GETFONT, 0, 0)));
     SetBkMode(dc, TRANSPARENT);
-    SetTextColor(dc, KX_GetSysColor(enabled ? COLOR_BTNTEXT : COLOR_GRAYTEXT));
+    SetTextColor(dc, KX_GetButtonTextColor(look.flags));
     DrawTextW(dc, text, -1, &area, DT_CENTER | DT_VCENTER | DT_SINGLELINE);
 }
 
-void DrawArrow(HDC dc, const RECT& area, bool enabled) {
+void DrawArrow(HDC dc, const RECT& area, const Look& look) {
     const Selection brush(dc, GetStockObject(DC_BRUSH)), pen(dc, GetStockObject(NULL_PEN));
-    SetDCBrushColor(dc, KX_GetSysColor(enabled ? COLOR_BTNTEXT : COLOR_GRAYTEXT));
+    SetDCBrushColor(dc, KX_GetButtonTextColor(look.flags));
     const long half = Zoomed(3), x = (area.left + area.right) / 2, y = (area.top + area.bottom) / 2 - half / 2;
     const POINT corners[] = {{x - half, y}, {x + half, y}, {x, y + half}};
     Polygon(dc, corners, 3);
@@ -90,31 +89,29 @@ Handled CKxDevUI_ZStack::OnDrawItem(const DRAWITEMSTRUCT& item) {
     const bool isType = item.CtlID >= IDC_ZS_TYPE_ENDS && item.CtlID <= IDC_ZS_TYPE_ASYMMETRIC;
     const bool isPiezo = item.CtlID == IDC_ZS_PIEZO;
     if (!isType && !isPiezo && item.CtlID != IDC_ZS_RELATIVE) return std::nullopt;
-    const auto button = FindState(item.hwndItem);
-    const Look look{(item.itemState & ODS_SELECTED) != 0, button && button->hovered, (item.itemState & ODS_FOCUS) != 0,
-                    (item.itemState & ODS_DISABLED) == 0,
-                    isType && IsTypeSelected(item.CtlID, *kx::zstack::ShownOf(m_hWnd))};
+    const bool selected = isType && IsTypeSelected(item.CtlID, *kx::zstack::ShownOf(m_hWnd));
+    const Look look{(item.itemState & ODS_FOCUS) != 0, selected, ButtonLook(item) | (selected ? eKxButtonLook_On : 0)};
     PaintItem(m_hWnd, item, KX_GetSysColorBrush(COLOR_BTNFACE), [&](HDC dc, const RECT& area) {
         DrawFace(dc, area, look);
         RECT inside = area;
-        if (look.pushed) OffsetRect(&inside, 1, 1);
+        if (look.Is(eKxButtonLook_Pressed)) OffsetRect(&inside, 1, 1);
         if (isType) {
             const int image = CKxBitmapPool::AddImageBaseUI(ImageOf(item.CtlID));
             const RECT place = Square(inside, (inside.left + inside.right) / 2, Zoomed(18));
-            CKxBitmapPool::DrawOptimalImage(dc, image, place, look.enabled);
+            CKxBitmapPool::DrawOptimalImage(dc, image, place, look.Enabled());
         } else if (isPiezo) {
             const RECT image = Square(inside, inside.left + Zoomed(13), Zoomed(16));
-            CKxBitmapPool::DrawOptimalImage(dc, m_piezo.GetImage(), image, look.enabled);
+            CKxBitmapPool::DrawOptimalImage(dc, m_piezo.GetImage(), image, look.Enabled());
             RECT text = inside;
             text.left = image.right;
             if (m_piezo.HasMenu()) {
                 RECT arrow = inside;
                 arrow.left = text.right = inside.right - kx::zstack::ArrowWidth();
-                DrawArrow(dc, arrow, look.enabled);
+                DrawArrow(dc, arrow, look);
             }
-            DrawLabel(dc, item.hwndItem, text, look.enabled);
+            DrawLabel(dc, item.hwndItem, text, look);
         } else {
-            DrawLabel(dc, item.hwndItem, inside, look.enabled);
+            DrawLabel(dc, item.hwndItem, inside, look);
         }
         DrawFocusOf(dc, area, look);
     });

@@ -1,6 +1,7 @@
 #include <kxbaseui/kx_bitmappool.h>
 
 #include <kxbaseui/kx_colors.h>
+#include <kxbaseui/kx_gdi.h>
 #include <kxbaseui/kx_glyphs.h>
 #include <kxbaseui/kx_svg.h>
 #include <kxbaseui/kx_xml.h>
@@ -23,14 +24,8 @@
 
 namespace {
 
-struct DcDeleter {
-    void operator()(HDC dc) const noexcept { DeleteDC(dc); }
-};
-struct BitmapDeleter {
-    void operator()(HBITMAP bitmap) const noexcept { DeleteObject(bitmap); }
-};
-using MemoryDC = std::unique_ptr<std::remove_pointer_t<HDC>, DcDeleter>;
-using Bitmap = std::unique_ptr<std::remove_pointer_t<HBITMAP>, BitmapDeleter>;
+using kx::Bitmap;
+using kx::MemoryDC;
 
 // What decides how the pixels look.
 struct Look {

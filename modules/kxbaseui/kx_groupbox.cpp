@@ -2,12 +2,22 @@
 
 #include <algorithm>
 
+#include <vsstyle.h>
+
 #include <kxbaseui/kx_colors.h>
+
+#include "kx_theme.h"
 
 namespace {
 
 // Pixels left free before and after the title.
 constexpr long kGap = 2;
+
+void DrawLine(HDC dc, const RECT& frame, bool disabled) {
+    const kx::theme::Part box{kx::theme::Owner::Button, BP_GROUPBOX, disabled ? GBS_DISABLED : GBS_NORMAL};
+    if (!kx::theme::Draw(dc, box, frame, GetBkColor(dc), true))
+        FrameRect(dc, &frame, KX_GetSysColorBrush(COLOR_BTNSHADOW));
+}
 
 }  // namespace
 
@@ -19,7 +29,7 @@ long KX_GroupBoxTitleHeight(HDC dc) {
 
 void KX_GroupBoxDraw(HDC dc, const SKxGroupBox& box, unsigned flags) {
     if (!dc || IsRectEmpty(&box.frame)) return;
-    FrameRect(dc, &box.frame, KX_GetSysColorBrush(COLOR_BTNSHADOW));
+    DrawLine(dc, box.frame, (flags & eKxGroupBox_Disabled) != 0);
     if (box.title.IsEmpty()) return;
 
     const long left = box.frame.left + box.titleOffset, top = box.frame.top - KX_GroupBoxTitleHeight(dc) / 2;

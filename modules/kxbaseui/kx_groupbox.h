@@ -21,11 +21,13 @@ struct SKxGroupBox {
 // How a box is drawn.
 enum EKxGroupBoxFlags : unsigned {
     eKxGroupBox_Mnemonic = 1,  // '&' underlines the letter after it
+    eKxGroupBox_Disabled = 2,  // where the platform has another frame for it
 };
 
 // The height of a title in the font selected into the DC, half of which is where the line of a frame belongs.
 KXBASEUI_API long KX_GroupBoxTitleHeight(HDC dc);
 
-// Draws the box with the font, the text colour and the background colour of the DC; the line is in the scheme's colour
-// of shadows. `flags` are EKxGroupBoxFlags; without any, the title is shown as it stands.
+// Draws the box with the font, the text colour and the background colour of the DC; the line is that of the platform's
+// group boxes where the scheme is the system's and they have a visual style, or else in the scheme's colour of shadows.
+// `flags` are EKxGroupBoxFlags; without any, the title is shown as it stands.
 KXBASEUI_API void KX_GroupBoxDraw(HDC dc, const SKxGroupBox& box, unsigned flags);

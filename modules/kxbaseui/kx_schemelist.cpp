@@ -2,16 +2,19 @@
 #include "kx_schemelist.h"
 
 #include "kx_subclass.h"
+#include "kx_theme.h"
 
 #include <windows.h>
 
 #include <commctrl.h>
+#include <vsstyle.h>
 
 #include <algorithm>
 #include <iterator>
 
 #include <kxbaseui/kx_colors.h>
 #include <kxbaseui/kx_layoutmanager.h>
+#include <kxbaseui/kx_visualstyles.h>
 
 namespace {
 
@@ -25,6 +28,16 @@ void SetColors(HWND list) {
     RedrawWindow(list, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
 }
 
+// As in the scheme, or as the style has it.
+void DrawListCheckBox(HDC dc, const RECT& box, bool checked, bool enabled) {
+    const int state = checked   ? enabled ? CBS_CHECKEDNORMAL : CBS_CHECKEDDISABLED
+                      : enabled ? CBS_UNCHECKEDNORMAL
+                                : CBS_UNCHECKEDDISABLED;
+    const int ground = enabled ? COLOR_WINDOW : COLOR_BTNFACE;
+    if (!kx::theme::Draw(dc, {kx::theme::Owner::Button, BP_CHECKBOX, state}, box, KX_GetSysColor(ground)))
+        DrawCheckBox(dc, box, checked);
+}
+
 // The state images of a list with check boxes: empty and checked. The platform's own have one size and one colour.
 void SetCheckBoxes(HWND list) {
     if (!(SendMessageW(list, LVM_GETEXTENDEDLISTVIEWSTYLE, 0, 0) & LVS_EX_CHECKBOXES)) return;
@@ -36,7 +49,7 @@ void SetCheckBoxes(HWND list) {
         const HGDIOBJ old = SelectObject(dc, bitmap);
         const RECT area{0, 0, cell, cell}, box{0, (cell - size) / 2, size, (cell - size) / 2 + size};
         FillRect(dc, &area, KX_GetSysColorBrush(IsWindowEnabled(list) ? COLOR_WINDOW : COLOR_BTNFACE));
-        DrawCheckBox(dc, box, checked);
+        DrawListCheckBox(dc, box, checked, IsWindowEnabled(list) != FALSE);
         SelectObject(dc, old);
         ImageList_Add(images, bitmap, nullptr);
         DeleteObject(bitmap);
@@ -48,14 +61,23 @@ void SetCheckBoxes(HWND list) {
     ImageList_Destroy(reinterpret_cast<HIMAGELIST>(previous));
 }
 
-void PaintHead(const NMCUSTOMDRAW& draw, bool enabled) {
-    RECT cell = draw.rc;
-    FillRect(draw.hdc, &cell, KX_GetSysColorBrush(COLOR_BTNFACE));
+// Part 0 is the row behind the cells.
+bool DrawHeadOfStyle(HDC dc, int part, const RECT& rect) {
+    return kx::theme::Draw(dc, {kx::theme::Owner::Header, part, HIS_NORMAL}, rect, KX_GetSysColor(COLOR_WINDOW));
+}
+
+void DrawHead(HDC dc, const RECT& cell) {
+    if (DrawHeadOfStyle(dc, HP_HEADERITEM, cell)) return;
+    FillRect(dc, &cell, KX_GetSysColorBrush(COLOR_BTNFACE));
     const RECT edges[] = {{cell.right - 1, cell.top + 2, cell.right, cell.bottom - 2},
                           {cell.left, cell.bottom - 1, cell.right, cell.bottom}};
     for (const RECT& edge : edges)
-        FillRect(draw.hdc, &edge, KX_GetSysColorBrush(COLOR_BTNSHADOW));
+        FillRect(dc, &edge, KX_GetSysColorBrush(COLOR_BTNSHADOW));
+}
 
+void PaintHead(const NMCUSTOMDRAW& draw, bool enabled) {
+    RECT cell = draw.rc;
+    DrawHead(draw.hdc, cell);
     wchar_t text[256] = L"";
     HDITEMW item{};
     item.mask = HDI_TEXT | HDI_FORMAT;
@@ -80,7 +102,7 @@ void PaintRest(const NMCUSTOMDRAW& draw) {
         SendMessageW(draw.hdr.hwndFrom, HDM_GETITEMRECT, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(&last));
         rest.left = std::max(rest.left, last.right);
     }
-    FillRect(draw.hdc, &rest, KX_GetSysColorBrush(COLOR_BTNFACE));
+    if (!DrawHeadOfStyle(draw.hdc, 0, rest)) FillRect(draw.hdc, &rest, KX_GetSysColorBrush(COLOR_BTNFACE));
 }
 
 LRESULT DrawHeader(HWND list, const NMCUSTOMDRAW& draw) {
@@ -108,6 +130,7 @@ LRESULT CALLBACK ListProc(HWND list, UINT message, WPARAM wParam, LPARAM lParam)
         SetColors(list);
         SetCheckBoxes(list);
         break;
+    case WM_THEMECHANGED: KX_VisualStylesChanged(); [[fallthrough]];
     case LVM_SETEXTENDEDLISTVIEWSTYLE:
     case CKxGUILayoutManager::ZoomChangedMessage: SetCheckBoxes(list); break;
     default: break;

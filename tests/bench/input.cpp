@@ -1,5 +1,7 @@
 #include <bench/input.h>
 
+#include <bench/record.h>
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -101,8 +103,13 @@ DWORD NextPressTime() {
 }  // namespace
 
 void Pump() {
+    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(30);
     MSG message;
     while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+        if (std::chrono::steady_clock::now() >= end) {
+            ADD_FAILURE() << "the messages have no end, the last is " << NameOf(message.message);
+            return;
+        }
         if (dialogKeysWindow && IsDialogMessageW(dialogKeysWindow, &message)) continue;
         TranslateMessage(&message);
         DispatchMessageW(&message);

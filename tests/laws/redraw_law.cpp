@@ -2,7 +2,9 @@
 #include "law.h"
 
 #include <map>
+#include <optional>
 
+#include <bench/styles.h>
 #include <kxbaseui/kx_layoutmanager.h>
 #include <subjects/redraw.h>
 
@@ -72,6 +74,11 @@ TEST_P(RedrawLaw, HoldsAfterWhatAllHave) {
             KX_SetColorScheme(state.scheme == eKxColorScheme_Dark ? eKxColorScheme_Light : eKxColorScheme_Dark);
         });
         after("the scheme back", [&] { KX_SetColorScheme(state.scheme); });
+        if (state.scheme == eKxColorScheme_System) {
+            std::optional<WithoutStyles> without;
+            after("no visual styles", [&] { without.emplace(Parent().Window()); });
+            after("the styles back", [&] { without.reset(); });
+        }
         after("another zoom", [&] { CKxGUILayoutManager::SetGuiZoom(1.25); });
         after("the zoom back", [&] { CKxGUILayoutManager::SetGuiZoom(state.zoom); });
         RECT place{};

@@ -2,7 +2,14 @@
 // nothing; gone, it leaves nothing.
 #include "law.h"
 
+#include <commctrl.h>
+
+#include <utility>
+
+#include <bench/window.h>
 #include <kxbaseui/kx_layoutmanager.h>
+#include <kxbaseui/kx_schemecontrols.h>
+#include <kxdevui/framework/devgui_container.h>
 
 namespace kx::test {
 namespace {
@@ -42,48 +49,115 @@ TEST_P(SilenceLaw, TheHostIsAskedForNothing) {
     }
 }
 
+// Whether nothing is told to paint in this time, by the queue or past it, though the queue was empty: with messages in
+// it, nobody would be.
+bool IsQuiet(ULONGLONG time) {
+    static bool painted = false;
+    painted = false;
+    const HHOOK sent = SetWindowsHookExW(
+        WH_CALLWNDPROC,
+        [](int code, WPARAM wParam, LPARAM lParam) {
+            painted |= reinterpret_cast<const CWPSTRUCT*>(lParam)->message == WM_PAINT;
+            return CallNextHookEx(nullptr, code, wParam, lParam);
+        },
+        nullptr, GetCurrentThreadId());
+    bool idle = false;
+    const auto end = GetTickCount64() + time;
+    for (MSG message; !painted && GetTickCount64() < end;) {
+        if (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+            painted |= message.message == WM_PAINT;
+            DispatchMessageW(&message);
+        } else {
+            idle = true;
+            MsgWaitForMultipleObjects(0, nullptr, FALSE, 10, QS_ALLINPUT);
+        }
+    }
+    UnhookWindowsHookEx(sent);
+    return idle && !painted;
+}
+
+// Whether there comes half a second in which nothing is painted. What comes of a move of the mouse, a leave notice
+// also, is on its way before; who paints without being asked never rests.
+bool ComesToRest() {
+    for (int i = 0; i < 20; ++i)
+        if (IsQuiet(500)) return true;
+    return false;
+}
+
+// One of each scheme.
+std::vector<State> AllSchemes() { return {States()[0], States()[3], States()[4], States()[7]}; }
+
 class RestLaw : public LawTest {
 protected:
     RestLaw() : LawTest(Law::Rest) {}
-
-    // Whether there comes a while in which nothing is painted. What comes of a move of the mouse, a leave notice also,
-    // is on its way before; who paints without being asked never rests.
-    static bool ComesToRest() {
-        for (int i = 0; i < 20; ++i)
-            if (Paintings(250) == 0) return true;
-        return false;
-    }
-
-private:
-    // How many windows are told to paint in this time.
-    static int Paintings(ULONGLONG time) {
-        int count = 0;
-        const auto end = GetTickCount64() + time;
-        for (MSG message; GetTickCount64() < end; MsgWaitForMultipleObjects(0, nullptr, FALSE, 10, QS_ALLINPUT)) {
-            while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
-                count += message.message == WM_PAINT;
-                DispatchMessageW(&message);
-            }
-        }
-        return count;
-    }
 };
 
 TEST_P(RestLaw, NothingIsPainted) {
-    for (const State& state : {States()[0], States()[5]}) {
+    for (const State& state : AllSchemes()) {
         Begin(state);
+        InvalidateRect(Parent().Window(), nullptr, FALSE);
+        EXPECT_FALSE(IsQuiet(500)) << "what is painted is not seen";
         Expect(ComesToRest(), TextOf(state), "it paints at rest");
-        for (const Target& each : Control().Windows()) {
-            if (!IsWindowVisible(each.window)) continue;
-            RECT client{};
-            GetClientRect(each.window, &client);
-            if (IsRectEmpty(&client)) continue;
-            MoveTo(each.window, client.right / 2, client.bottom / 2);
-            const std::string at = "the mouse over " + NameOfWindow(each.window) + ", " + TextOf(state);
-            if (!IsExcepted(NameOfWindow(each.window))) Expect(ComesToRest(), at, "it paints at rest");
-            break;
-        }
     }
+    Begin();
+    for (const Target& each : Control().Windows()) {
+        if (!IsWindowVisible(each.window)) continue;
+        RECT client{};
+        GetClientRect(each.window, &client);
+        if (IsRectEmpty(&client)) continue;
+        MoveTo(each.window, client.right / 2, client.bottom / 2);
+        const std::string at = "the mouse over " + NameOfWindow(each.window);
+        if (!IsExcepted(NameOfWindow(each.window))) Expect(ComesToRest(), at, "it paints at rest");
+        break;
+    }
+}
+
+// A container with each class of the platform's controls: those with a visual style ask it for their background.
+TEST(PlatformRestLaw, NothingIsPainted) {
+    static constexpr std::pair<const wchar_t*, DWORD> kinds[] = {{L"Button", BS_PUSHBUTTON},
+                                                                 {L"Button", BS_AUTOCHECKBOX},
+                                                                 {L"Button", BS_AUTORADIOBUTTON},
+                                                                 {L"Button", BS_GROUPBOX},
+                                                                 {L"Edit", WS_BORDER},
+                                                                 {L"ComboBox", CBS_DROPDOWNLIST},
+                                                                 {L"ComboBox", CBS_DROPDOWN},
+                                                                 {L"ListBox", WS_BORDER},
+                                                                 {WC_LISTVIEWW, LVS_REPORT},
+                                                                 {UPDOWN_CLASSW, 0},
+                                                                 {TRACKBAR_CLASSW, 0},
+                                                                 {WC_TABCONTROLW, 0},
+                                                                 {L"Static", 0},
+                                                                 {L"ScrollBar", SBS_HORZ},
+                                                                 {PROGRESS_CLASSW, 0}};
+    for (const State& state : AllSchemes()) {
+        KX_SetColorScheme(state.scheme);
+        CKxGUILayoutManager::SetGuiZoom(state.zoom);
+        const RecordingParent parent;
+        CKxDevUI_Container panel;
+        panel.Create(parent.Window(), 5, 5, 560, 240, true, true);
+        long at = 0;
+        for (const auto& [name, style] : kinds) {
+            const RECT place{10 + at % 5 * 110, 10 + at / 5 * 75, 110 + at % 5 * 110, 75 + at / 5 * 75};
+            ++at;
+            panel.InsertWindow(AddChild(panel, name, static_cast<int>(at), place, style, L"text"));
+        }
+        LVCOLUMNW column{};
+        column.mask = LVCF_TEXT | LVCF_WIDTH;
+        column.cx = 60;
+        column.pszText = const_cast<wchar_t*>(L"head");
+        SendMessageW(GetDlgItem(panel, 9), LVM_INSERTCOLUMNW, 0, reinterpret_cast<LPARAM>(&column));
+        TCITEMW tab{};
+        tab.mask = TCIF_TEXT;
+        tab.pszText = column.pszText;
+        SendMessageW(GetDlgItem(panel, 12), TCM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&tab));
+        KX_FollowColorScheme(panel);
+        EnableWindow(GetDlgItem(panel, 2), FALSE);
+        MoveAway(parent.Window());
+        ASSERT_TRUE(ComesToRest()) << TextOf(state);
+        Picture::OnScreen(panel).Save("platform-" + TextOf(state));
+    }
+    KX_SetColorScheme(eKxColorScheme_System);
+    CKxGUILayoutManager::SetGuiZoom(1);
 }
 
 class GrowthLaw : public LawTest {

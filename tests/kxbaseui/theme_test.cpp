@@ -1,0 +1,196 @@
+// What the library draws beside the platform's controls, in a program with visual styles and in one without.
+#include <bench/bench.h>
+#include <bench/imports.h>
+#include <bench/window.h>
+#include <kxbaseui/kx_buttonbackground.h>
+#include <kxbaseui/kx_visualstyles.h>
+#include <kxsystem/kx_log.h>
+
+#include <uxtheme.h>
+
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace {
+
+using namespace kx::test;
+
+constexpr SIZE kSize{80, 24};
+
+// A button of the platform's with a blank, and beside it one that we draw.
+class Buttons : public testing::Test {
+protected:
+    Buttons() {
+        m_parent.Answer(WM_DRAWITEM, [this](WPARAM, LPARAM lParam) {
+            const auto& item = *reinterpret_cast<const DRAWITEMSTRUCT*>(lParam);
+            KX_DrawButtonBackground(item.hDC, item.rcItem, m_flags, COLOR_BTNFACE);
+            if (m_focused) KX_DrawButtonFocus(item.hDC, item.rcItem, m_flags, 9);
+            return 1;
+        });
+    }
+    HWND Add(DWORD style, long x) {
+        return AddChild(m_parent.Window(), L"BUTTON", 1, {x, 10, x + kSize.cx, 10 + kSize.cy}, style, L" ");
+    }
+    Picture Ours(int flags, bool focused = false) {
+        m_flags = flags;
+        m_focused = focused;
+        InvalidateRect(m_ours, nullptr, TRUE);
+        Pump();
+        return Picture::OnScreen(m_ours);
+    }
+
+    RecordingParent m_parent{{300, 60}};
+    HWND m_ours = Add(BS_OWNERDRAW, 110);
+    int m_flags = 0;
+    bool m_focused = false;
+};
+
+TEST_F(Buttons, CannotBeToldFromThePlatforms) {
+    const auto nothing = [](HWND) {};
+    const auto hover = [](HWND button) {
+        // Hovered a while; one without a style never is. A late news of the real pointer takes it back, so it is moved
+        // again.
+        (void)PumpUntil([&, x = 9]() mutable {
+            MoveTo(button, x ^= 1, 9);
+            return (SendMessageW(button, BM_GETSTATE, 0, 0) & BST_HOT) || !KX_HasVisualStyles();
+        });
+    };
+    const auto press = [](HWND button) { SendMessageW(button, BM_SETSTATE, TRUE, 0); };
+    const auto disable = [](HWND button) { EnableWindow(button, FALSE); };
+    const auto focus = [](HWND button) { SetFocus(button); };
+    const struct {
+        const char* name;
+        DWORD style;
+        std::function<void(HWND)> bring;
+        int flags;
+    } rows[] = {
+        {"normal", 0, nothing, 0},
+        {"hot", 0, hover, eKxButtonLook_Hot},
+        {"pressed", 0, press, eKxButtonLook_Pressed},
+        {"disabled", 0, disable, eKxButtonLook_Disabled},
+        {"focused, pressed", 0, [&](HWND b) { focus(b), press(b); }, eKxButtonLook_Focused | eKxButtonLook_Pressed},
+        {"focused", 0, focus, eKxButtonLook_Focused},
+        {"default", BS_DEFPUSHBUTTON, nothing, eKxButtonLook_Default},
+        {"default, pressed", BS_DEFPUSHBUTTON, press, eKxButtonLook_Default | eKxButtonLook_Pressed},
+        {"default, disabled", BS_DEFPUSHBUTTON, disable, eKxButtonLook_Default | eKxButtonLook_Disabled},
+        {"default, focused", BS_DEFPUSHBUTTON, focus, eKxButtonLook_Default | eKxButtonLook_Focused},
+    };
+    for (const auto& row : rows) {
+        BringToFront(m_parent.Window());
+        SetFocus(m_parent.Window());
+        MoveTo(m_parent.Window(), 290, 50);
+        const HWND stock = Add(row.style, 10);
+        Pump();
+        row.bring(stock);
+        // As it is drawn as a whole: a classic one has drawn its changes over itself.
+        InvalidateRect(stock, nullptr, TRUE);
+        Pump();
+        const Picture theirs = Picture::OnScreen(stock), ours = Ours(row.flags, GetFocus() == stock);
+        EXPECT_EQ(theirs.Differences(ours), 0) << row.name;
+        theirs.Save(std::string("button-") + row.name + "-theirs");
+        ours.Save(std::string("button-") + row.name + "-ours");
+        DestroyWindow(stock);
+    }
+}
+
+// ---- What is asked of the platform ---------------------------------------------------------------------------------
+
+std::vector<std::string> s_asked;  // of what has been looked up, what is called
+const char* s_missing = nullptr;   // what is not to be found
+
+template <class Function>
+Function* Real(const char* name) {
+    const FARPROC real = GetProcAddress(GetModuleHandleW(L"uxtheme.dll"), name);
+    return reinterpret_cast<Function*>(reinterpret_cast<void*>(real));
+}
+
+HTHEME WINAPI Open(HWND window, const wchar_t* names) {
+    s_asked.push_back("open");
+    return Real<decltype(OpenThemeData)>("OpenThemeData")(window, names);
+}
+
+HRESULT WINAPI Close(HTHEME theme) {
+    s_asked.push_back("close");
+    return Real<decltype(CloseThemeData)>("CloseThemeData")(theme);
+}
+
+HRESULT WINAPI Draw(HTHEME theme, HDC dc, int part, int state, const RECT* rect, const RECT* clip) {
+    s_asked.push_back("draw");
+    return Real<decltype(DrawThemeBackground)>("DrawThemeBackground")(theme, dc, part, state, rect, clip);
+}
+
+FARPROC WINAPI LookUp(HMODULE module, const char* name) {
+    const std::pair<const char*, void*> ours[] = {{"OpenThemeData", reinterpret_cast<void*>(&Open)},
+                                                  {"CloseThemeData", reinterpret_cast<void*>(&Close)},
+                                                  {"DrawThemeBackground", reinterpret_cast<void*>(&Draw)}};
+    if (s_missing && std::strcmp(name, s_missing) == 0) return nullptr;
+    for (const auto& [each, function] : ours)
+        if (std::strcmp(name, each) == 0) return reinterpret_cast<FARPROC>(function);
+    return GetProcAddress(module, name);
+}
+
+TEST_F(Buttons, AreDrawnOnceAStyle) {
+    const bool styled = KX_HasVisualStyles();
+    const Import import(L"kxbaseui.dll", &GetProcAddress, &LookUp);
+    KX_VisualStylesChanged();
+    s_asked.clear();
+    const Picture first = Ours(0);
+    for (const int flags : {0, +eKxButtonLook_Pressed, 0, +eKxButtonLook_Pressed})
+        Ours(flags);
+    const std::vector<std::string> once{"open", "draw", "draw"};
+    EXPECT_EQ(s_asked, styled ? once : std::vector<std::string>{});
+    s_asked.clear();
+    KX_VisualStylesChanged();
+    EXPECT_EQ(first, Ours(0));
+    EXPECT_EQ(s_asked, (styled ? std::vector<std::string>{"close", "open", "draw"} : std::vector<std::string>{}));
+}
+
+TEST_F(Buttons, AreClassicWhereTheStyleCannotBeDrawn) {
+    const Picture before = Ours(0);
+    std::vector<std::wstring> log;
+    CKxLogFile::SetSink(
+        [](const wchar_t* record, void* to) { static_cast<std::vector<std::wstring>*>(to)->push_back(record); }, &log);
+    for (const char* missing : {"DrawThemeBackground", "GetWindowTheme"}) {
+        s_missing = missing;
+        const Import import(L"kxbaseui.dll", &GetProcAddress, &LookUp);
+        KX_VisualStylesChanged();
+        EXPECT_FALSE(KX_HasVisualStyles());
+        EXPECT_EQ(Ours(0).Pixel(0, kSize.cy - 1), GetSysColor(COLOR_3DDKSHADOW)) << missing;
+    }
+    s_missing = nullptr;
+    KX_VisualStylesChanged();
+    EXPECT_EQ(before, Ours(0)) << "it comes back with the style";
+    CKxLogFile::SetSink(nullptr, nullptr);
+    EXPECT_EQ(log.size(), 1u);
+}
+
+// A plug-in activates a manifest of its own while it makes its windows, in a program that may have none. (Asked first
+// in its process.)
+TEST(PluginStyles, AreThoseOfItsFirstWindow) {
+    wchar_t folder[MAX_PATH] = L"", file[MAX_PATH] = L"";
+    GetTempPathW(MAX_PATH, folder);
+    GetTempFileNameW(folder, L"kx", 0, file);
+    std::ofstream(std::filesystem::path(file)) <<
+        R"(<assembly xmlns="urn:schemas-microsoft-com:asm.v1" manifestVersion="1.0"><dependency><dependentAssembly>
+           <assemblyIdentity type="win32" name="Microsoft.Windows.Common-Controls" version="6.0.0.0" language="*"
+             processorArchitecture="amd64" publicKeyToken="6595b64144ccf1df"/></dependentAssembly></dependency></assembly>)";
+    ACTCTXW description{};
+    description.cbSize = sizeof description;
+    description.lpSource = file;
+    const HANDLE manifest = CreateActCtxW(&description);
+    DeleteFileW(file);
+    ULONG_PTR cookie = 0;
+    ASSERT_TRUE(ActivateActCtx(manifest, &cookie)) << GetLastError();
+    EXPECT_TRUE(KX_HasVisualStyles());
+    DeactivateActCtx(0, cookie);
+    ReleaseActCtx(manifest);
+    KX_VisualStylesChanged();
+    EXPECT_TRUE(KX_HasVisualStyles());
+}
+
+}  // namespace
