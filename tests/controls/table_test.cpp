@@ -239,7 +239,8 @@ TEST_F(Table, EditsOnItsCell) {
             SendMessageW(Field(), EM_SETSEL, 0, 0);
             HideCaret(Field());
             UpdateWindow(Field());
-            EXPECT_NE(Picture::OnScreen(field).Pixel(width / 2, 0), GetSysColor(COLOR_WINDOW)) << "the frame is covered";
+            EXPECT_NE(Picture::OnScreen(field).Pixel(width / 2, 0), GetSysColor(COLOR_WINDOW))
+                << "the frame is covered";
             const RECT inside{8, 1, width / 2, rect.bottom - rect.top - 1};
             EXPECT_EQ(TopOfText(field, inside) + rect.top - corner.y + cell.top, textTop) << zoom;
             Key(VK_ESCAPE);
