@@ -88,12 +88,49 @@ ChildSpec Child(int index) {
 HWND MakeChild(HWND parent, const ChildSpec& child) {
     const RECT& place = child.place;
     const HWND window =
-        CreateWindowExW(0, child.className, child.text.c_str(), child.style, place.left, place.top,
+        CreateWindowExW(0, child.className.c_str(), child.text.c_str(), child.style, place.left, place.top,
                         place.right - place.left, place.bottom - place.top, parent,
                         reinterpret_cast<HMENU>(static_cast<INT_PTR>(child.id)), GetModuleHandleW(nullptr), nullptr);
     Require(window != nullptr, "there is no child");
     SendMessageW(window, WM_SETFONT, reinterpret_cast<WPARAM>(KX_GetDefaultGuiFont()), FALSE);
     return window;
+}
+
+Copies::Copies(HWND parent) : m_windows(In(parent)) { Require(!m_windows.empty(), "there is no window to copy"); }
+
+std::vector<Copies::Window> Copies::In(HWND parent) {
+    std::vector<Window> windows;
+    for (HWND child = GetWindow(parent, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
+        wchar_t name[64], text[64];
+        GetClassNameW(child, name, 64);
+        GetWindowTextW(child, text, 64);
+        RECT place;
+        GetWindowRect(child, &place);
+        MapWindowPoints(nullptr, parent, reinterpret_cast<POINT*>(&place), 2);
+        WNDCLASSEXW known{};
+        known.cbSize = sizeof known;
+        const bool bare = !GetClassInfoExW(nullptr, name, &known);
+        const auto style = static_cast<DWORD>(GetWindowLongW(child, GWL_STYLE));
+        windows.push_back({{name, text, style, place, GetDlgCtrlID(child)}, bare, In(child)});
+    }
+    return windows;
+}
+
+HWND Copies::Make(HWND parent, const Window& window) {
+    const RECT& place = window.made.place;
+    const HWND made = window.bare ? MakeBareWindow(parent, {place.right - place.left, place.bottom - place.top})
+                                  : MakeChild(parent, window.made);
+    for (const Window& child : window.children)
+        Make(made, child);
+    return made;
+}
+
+void Copies::MakeAndDestroy(HWND parent) const {
+    std::vector<HWND> made;
+    for (const Window& window : m_windows)
+        made.push_back(Make(parent, window));
+    for (const HWND each : made)
+        DestroyWindow(each);
 }
 
 void Repaint(HWND window) {

@@ -4,8 +4,11 @@
 #include <windows.h>
 
 #include <string>
+#include <vector>
 
 #include <kxdevui/framework/ui_gdi.h>
+
+#include "harness.h"
 
 namespace kx::bench {
 
@@ -43,7 +46,7 @@ HWND MakeBareWindow(HWND parent, SIZE size);
 
 // The i-th child of a panel: statics and buttons in turn, in columns of ten.
 struct ChildSpec {
-    const wchar_t* className;
+    std::wstring className;
     std::wstring text;
     DWORD style;
     RECT place;
@@ -51,6 +54,43 @@ struct ChildSpec {
 };
 ChildSpec Child(int index);
 HWND MakeChild(HWND parent, const ChildSpec& child);
+
+// The windows in a window, to be made again directly: of the same classes, bare ones for those of the library, with the
+// same styles, texts and places.
+class Copies {
+public:
+    explicit Copies(HWND parent);
+    // Each with what is in it.
+    void MakeAndDestroy(HWND parent) const;
+
+private:
+    struct Window {
+        ChildSpec made;
+        bool bare;
+        std::vector<Window> children;
+    };
+    static std::vector<Window> In(HWND parent);
+    static HWND Make(HWND parent, const Window& window);
+
+    std::vector<Window> m_windows;
+};
+
+// Making a control, by `open` in a window, and ending it, against the same windows made directly.
+template <class Control>
+Ratio MeasureCreation(void (*open)(Control& control, HWND parent)) {
+    const Frame frame;
+    const auto read = [&] {
+        Control control;
+        open(control, frame);
+        return Copies(frame);
+    };
+    const Copies copies = read();
+    const auto make = [&] {
+        Control control;
+        open(control, frame);
+    };
+    return Measure(make, [&] { copies.MakeAndDestroy(frame); });
+}
 
 // Paints the whole window, and its children, at once.
 void Repaint(HWND window);

@@ -1,8 +1,6 @@
 // The edit boxes against the same windows made by hand.
 #include <windows.h>
 
-#include <commctrl.h>
-
 #include <kxbaseui/kx_fonts.h>
 #include <kxdevui/controls/devgui_editbox_spin.h>
 
@@ -23,10 +21,9 @@ HWND AddPart(HWND parent, const wchar_t* windowClass, DWORD style, int x, int cx
     return part;
 }
 
-void AddParts(HWND window, bool arrows) {
+void AddParts(HWND window) {
     AddPart(window, L"STATIC", SS_CENTERIMAGE, 0, kLabel);
     AddPart(window, L"EDIT", ES_AUTOHSCROLL, kLabel, kSize.cx - kLabel - 20);
-    if (arrows) AddPart(window, UPDOWN_CLASSW, 0, kSize.cx - 18, 17);
 }
 
 template <class Box>
@@ -37,23 +34,13 @@ void Make(Box& box, HWND parent) {
 
 template <class Box>
 Ratio CreateBox() {
-    const Frame frame;
-    const auto byHand = [&] {
-        const HWND window = MakeBareWindow(frame, kSize);
-        AddParts(window, std::is_same_v<Box, CKxDevUI_EditBoxSpin>);
-        DestroyWindow(window);
-    };
-    const auto box = [&] {
-        Box made;
-        Make(made, frame);
-    };
-    return Measure(box, byHand);
+    return MeasureCreation<Box>(Make<Box>);
 }
 
 Ratio RepaintBox() {
     const Frame frame;
     const BareWindow bare(frame, kSize);
-    AddParts(bare, false);
+    AddParts(bare);
     CKxDevUI_EditBox box;
     Make(box, frame);
     box.SetNumber(1);

@@ -68,25 +68,11 @@ Ratio Toggle() {
                    [&] { RedrawWindow(button, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW | RDW_ERASENOW); });
 }
 
-Ratio CreateShutter() {
-    const Frame frame;
-    const auto byHand = [&] {
-        const HWND window = MakeBareWindow(frame, kSize);
-        AddParts(window);
-        DestroyWindow(window);
-    };
-    const auto made = [&] {
-        CKxDevUI_Shutter shutter;
-        Make(shutter, frame);
-    };
-    return Measure(made, byHand);
-}
-
 // clang-format off
 const Rows s_rows{{
     {"shutter, toggle", "redrawing a button that copies a bitmap", 1.25, Toggle},
     {"shutter, full repaint", "the same windows copying ready bitmaps", 1.25, RepaintShutter},
-    {"shutter, create and destroy", "the same windows made directly", 1.3, CreateShutter},
+    {"shutter, create and destroy", "the same windows made directly", 1.3, [] { return MeasureCreation<CKxDevUI_Shutter>(Make); }},
 }};
 // clang-format on
 

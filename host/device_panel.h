@@ -1,7 +1,6 @@
 // A panel that shows one device: told of its changes as every window can be, by a message with the device's number.
 #pragma once
 
-#include <kxbaseui/kx_layoutmanager.h>
 #include <kxdevices/kx_simdevices.h>
 
 #include "host_panel.h"
@@ -21,7 +20,6 @@ public:
     // Whether the panel has a switch of its own that makes the host refuse; before it is filled. At first it has.
     void SetOwnRefusal(bool own) { m_ownRefusal = own; }
 
-protected:
     // What has changed about a device; a message without flags means its position.
     struct Change {
         bool structure;
@@ -29,6 +27,23 @@ protected:
         bool position;
     };
 
+    // The user asks for something: `act` has the device do it, unless the host refuses. The user is told `refused`, or
+    // `done`, if that says anything. Whether it is done.
+    template <class Act>
+    bool Grants(Act&& act, const wchar_t* done, const wchar_t* refused) {
+        const bool granted = !Refuses() && act();
+        if (!granted)
+            TellRefused(refused);
+        else if (*done)
+            Tell(Text(done).str());
+        return granted;
+    }
+    bool Refuses() const { return m_refuses || HostRefuses(); }
+    // Tells the user that the device stays as it is ("The filter stays as it is"), and why.
+    void TellRefused(const wchar_t* what);
+    using HostPanel::Tell;
+
+protected:
     // The device has changed.
     virtual void OnDevice(const Change& change) = 0;
     // Shows the caption, which tells what the device is and whether it is on its way: here in the child
@@ -37,15 +52,8 @@ protected:
 
     // Shows the caption that belongs to the state that the device is in: to be called when the panel has been filled.
     void ShowState();
-    // Tells the user that the device stays as it is ("The filter stays as it is"), and why.
-    void TellRefused(const wchar_t* what);
-
     // The switch that makes the host refuse, at the panel's lower edge.
     void AddRefusal();
-    bool Refuses() const { return m_refuses || HostRefuses(); }
-
-    // Where a control that zooms itself stands from the panel's edges: four pixels unzoomed.
-    static long Inset() { return CKxGUILayoutManager::Zoomed(4); }
 
     bool OnUser(int id, int code, HWND from) override;
     void OnUpdateDeviceBand(WPARAM wParam, LPARAM lParam) override;

@@ -1,23 +1,14 @@
 #include "filter_panel.h"
 
-#include "../event_log.h"
-#include "../resources/resource.h"
-
 void FilterPanel::Fill() {
-    m_wheel.Create(*this, Inset(), Inset(), m_width - 8, -1);
-    m_wheel.SetTabStop(true);
-    InsertWindow(m_wheel);
-    m_wheel.Update(&m_device, {.structure = true, .names = true, .position = true});
-    AddRefusal();
-    if (!m_device.IsMotorized()) {
+    ControlPanel::Fill();
+    if (!m_device.IsMotorized())
         AddChild(L"BUTTON", Text(L"Turn by hand"), WS_TABSTOP, IDC_CUBES_TURN, m_width - 116, m_height - 28, 108, 22);
-    }
-    ShowState();
 }
 
 void FilterPanel::OnDevice(const Change& change) {
-    m_wheel.Update(&m_device, {.structure = change.structure, .names = change.names, .position = change.position});
-    if (m_device.GetDeviceState() == eKxDeviceState_Ready) Tell(m_wheel.GetFilterName(m_wheel.GetPosition()).str());
+    m_control.Show(change);
+    if (m_device.GetDeviceState() == eKxDeviceState_Ready) Tell(m_control.GetFilterName(m_control.GetPosition()).str());
 }
 
 bool FilterPanel::OnUser(int id, int code, HWND from) {
@@ -28,18 +19,18 @@ bool FilterPanel::OnUser(int id, int code, HWND from) {
     return true;
 }
 
-void FilterPanel::Asking::OnPositionChangeRequest(long position, bool& refuse) {
-    Log().Add(m_owner.Name(), L"OnPositionChangeRequest(%d)", static_cast<int>(position));
-    if (!m_owner.m_device.IsMotorized()) {
-        m_owner.Tell(Text(L"This turret is turned by hand").str());
-        return;
-    }
-    refuse = m_owner.Refuses() || !m_owner.m_device.MoveTo(position);
-    if (refuse) {
-        m_owner.TellRefused(L"The filter stays as it is");
-    } else {
-        m_owner.Tell(Text(L"The wheel turns").str());
-    }
+void AskingWheel::Show(const DevicePanel::Change& change) {
+    Update(&m_device, {.structure = change.structure, .names = change.names, .position = change.position});
 }
 
-void FilterPanel::Asking::OnSetupRequest() { Log().Add(m_owner.Name(), L"OnSetupRequest()"); }
+void AskingWheel::OnPositionChangeRequest(long position, bool& refuse) {
+    Log().Add(m_panel.Name(), L"OnPositionChangeRequest(%d)", static_cast<int>(position));
+    if (!m_device.IsMotorized()) {
+        m_panel.Tell(Text(L"This turret is turned by hand").str());
+        return;
+    }
+    refuse =
+        !m_panel.Grants([&] { return m_device.MoveTo(position); }, L"The wheel turns", L"The filter stays as it is");
+}
+
+void AskingWheel::OnSetupRequest() { Log().Add(m_panel.Name(), L"OnSetupRequest()"); }

@@ -1,11 +1,7 @@
 #include "modeshutter_panel.h"
 
-#include <kxbaseui/kx_layoutmanager.h>
-
-#include "../event_log.h"
 #include "../light_devices.h"
 #include "../pages/page.h"
-#include "../resources/resource.h"
 
 namespace {
 
@@ -14,40 +10,23 @@ const OnPage<ModeShutterPanel> s_smart(L"Illumination", {268, 100},
 
 }  // namespace
 
-void ModeShutterPanel::Fill() {
-    AddChild(L"STATIC", L"", SS_NOPREFIX, IDC_DEVICE_CAPTION, 6, 4, m_width - 12, 16);
-    m_row.SetShowTitle(true);
-    m_row.SetTitle(Text(L"Iris"));
-    m_row.Init(m_device.GetLogDevId());
-    // It sizes itself by the zoom, so it is placed by it too.
-    m_row.Create(m_hWnd, CKxGUILayoutManager::Zoomed(6), CKxGUILayoutManager::Zoomed(24), m_width - 10, 36, true, true);
-    InsertElement(&m_row);
-    AddRefusal();
-    ShowState();
+void AskingModeShutter::Prepare() {
+    SetShowTitle(true);
+    SetTitle(Text(L"Iris"));
+    Init(m_device.GetLogDevId());
 }
 
-void ModeShutterPanel::OnDevice(const Change& change) {
-    m_row.Update(&m_device, {.steps = change.structure, .aperture = true, .state = true, .mode = true});
-}
-
-void ModeShutterPanel::Asking::OnApertureChangeRequest(double aperture, bool& veto) {
-    Log().Add(m_owner.Name(), L"OnApertureChangeRequest(%g)", aperture);
-    veto = m_owner.Refuses() || !m_owner.m_device.SetAperture(aperture);
+void AskingModeShutter::OnApertureChangeRequest(double aperture, bool& veto) {
+    Log().Add(m_panel.Name(), L"OnApertureChangeRequest(%g)", aperture);
+    veto = !m_panel.Grants([&] { return m_device.SetAperture(aperture); }, L"", L"The shutter stays as it is");
+    if (veto) return;
     CKxStringW text;
     text.Format(60, Text(L"Aperture %g %%"), aperture);
-    if (veto) {
-        m_owner.TellRefused(L"The shutter stays as it is");
-    } else {
-        m_owner.Tell(text.str());
-    }
+    m_panel.Tell(text.str());
 }
 
-void ModeShutterPanel::Asking::OnModeChangeRequest(EKxShutterMode mode, bool& veto) {
-    Log().Add(m_owner.Name(), L"OnModeChangeRequest(%d)", static_cast<int>(mode));
-    veto = m_owner.Refuses() || !m_owner.m_device.SetMode(mode);
-    if (veto) {
-        m_owner.TellRefused(L"The shutter stays as it is");
-    } else {
-        m_owner.Tell(Text(L"The shutter works in another mode").str());
-    }
+void AskingModeShutter::OnModeChangeRequest(EKxShutterMode mode, bool& veto) {
+    Log().Add(m_panel.Name(), L"OnModeChangeRequest(%d)", static_cast<int>(mode));
+    veto = !m_panel.Grants([&] { return m_device.SetMode(mode); }, L"The shutter works in another mode",
+                           L"The shutter stays as it is");
 }

@@ -3,31 +3,24 @@
 
 #include <kxdevui/light/devgui_modeshutter.h>
 
-#include "../device_panel.h"
+#include "../control_panel.h"
 
-class ModeShutterPanel : public DevicePanel {
+class AskingModeShutter : public Asks<CKxDevUI_ModeShutter, CKxSimShutter> {
 public:
-    explicit ModeShutterPanel(CKxSimShutter& device)
-        : DevicePanel(L"Smart shutter", device), m_device(device), m_row(*this) {}
-    void Fill();
-    CKxDevUI_ModeShutter& Row() { return m_row; }
+    static constexpr ControlLayout kLayout{.size = {0, 36}};
+
+    using Asks::Asks;
+    void Prepare();
+    void Show(const DevicePanel::Change& change) {
+        Update(&m_device, {.steps = change.structure, .aperture = true, .state = true, .mode = true});
+    }
 
 protected:
-    void OnDevice(const Change& change) override;
+    void OnApertureChangeRequest(double aperture, bool& veto) override;
+    void OnModeChangeRequest(EKxShutterMode mode, bool& veto) override;
+};
 
-private:
-    class Asking : public CKxDevUI_ModeShutter {
-    public:
-        explicit Asking(ModeShutterPanel& owner) : m_owner(owner) {}
-
-    protected:
-        void OnApertureChangeRequest(double aperture, bool& veto) override;
-        void OnModeChangeRequest(EKxShutterMode mode, bool& veto) override;
-
-    private:
-        ModeShutterPanel& m_owner;
-    };
-
-    CKxSimShutter& m_device;
-    Asking m_row;
+class ModeShutterPanel : public ControlPanel<AskingModeShutter> {
+public:
+    explicit ModeShutterPanel(CKxSimShutter& device) : ControlPanel(L"Smart shutter", device) {}
 };

@@ -3,32 +3,28 @@
 
 #include <kxdevui/optics/devgui_nosepiece.h>
 
-#include "../device_panel.h"
+#include "../control_panel.h"
 
-class NosepiecePanel : public DevicePanel {
+class AskingNosepiece : public Asks<CKxDevUI_Nosepiece, CKxSimNosepiece> {
 public:
-    explicit NosepiecePanel(CKxSimNosepiece& device)
-        : DevicePanel(L"Nosepiece", device), m_device(device), m_turret(*this) {}
-    void Fill();
-    CKxDevUI_Nosepiece& Panel() { return m_turret; }
+    static constexpr ControlLayout kLayout{.control = {4, 4}};
+
+    using Asks::Asks;
+    void Prepare();
+    void Show(const DevicePanel::Change& change);
+
+protected:
+    void OnPositionChangeRequest(long position, bool& handled) override;
+    void OnSetupRequest() override;
+};
+
+class NosepiecePanel : public ControlPanel<AskingNosepiece> {
+public:
+    explicit NosepiecePanel(CKxSimNosepiece& device) : ControlPanel(L"Nosepiece", device), m_device(device) {}
 
 protected:
     void OnDevice(const Change& change) override;
-    void ShowCaption(const wchar_t* caption) override { m_turret.SetTitle(caption); }
 
 private:
-    class Asking : public CKxDevUI_Nosepiece {
-    public:
-        explicit Asking(NosepiecePanel& owner) : m_owner(owner) {}
-
-    protected:
-        void OnPositionChangeRequest(long position, bool& handled) override;
-        void OnSetupRequest() override;
-
-    private:
-        NosepiecePanel& m_owner;
-    };
-
     CKxSimNosepiece& m_device;
-    Asking m_turret;
 };

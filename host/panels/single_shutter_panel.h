@@ -3,30 +3,21 @@
 
 #include <kxdevui/light/devgui_shutter.h>
 
-#include "../device_panel.h"
+#include "../control_panel.h"
 
-class SingleShutterPanel : public DevicePanel {
+class AskingShutter : public Asks<CKxDevUI_Shutter, CKxSimShutter> {
 public:
-    explicit SingleShutterPanel(CKxSimShutter& device)
-        : DevicePanel(L"Shutter", device), m_device(device), m_shutter(*this) {}
-    void Fill();
-    CKxDevUI_Shutter& Panel() { return m_shutter; }
+    static constexpr ControlLayout kLayout{.control = {6, 6}, .size = {-1, -1}, .caption = {94, 11}, .refusal = false};
+
+    using Asks::Asks;
+    void Prepare();
+    void Show(const DevicePanel::Change& change) { Update(&m_device, change.structure, change.names, change.position); }
 
 protected:
-    void OnDevice(const Change& change) override;
+    void OnStateChangeRequest(bool newState, bool& veto) override;
+};
 
-private:
-    class Asking : public CKxDevUI_Shutter {
-    public:
-        explicit Asking(SingleShutterPanel& owner) : m_owner(owner) {}
-
-    protected:
-        void OnStateChangeRequest(bool newState, bool& veto) override;
-
-    private:
-        SingleShutterPanel& m_owner;
-    };
-
-    CKxSimShutter& m_device;
-    Asking m_shutter;
+class SingleShutterPanel : public ControlPanel<AskingShutter> {
+public:
+    explicit SingleShutterPanel(CKxSimShutter& device) : ControlPanel(L"Shutter", device) {}
 };

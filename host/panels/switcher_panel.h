@@ -5,36 +5,34 @@
 
 #include <kxdevui/optics/devgui_switcher.h>
 
-#include "../device_panel.h"
+#include "../control_panel.h"
 
-class SwitcherPanel : public DevicePanel {
+class AskingSwitcher : public Asks<CKxDevUI_Switcher, IKxDevice> {
 public:
-    // `ask` moves the device to a position, or turns a port over; false when the device refuses.
-    SwitcherPanel(const wchar_t* name, IKxDevice& device, std::function<bool(long)> ask)
-        : DevicePanel(name, device), m_device(device), m_ask(std::move(ask)), m_switch(*this) {}
-    // `several` ports can be active at once.
-    void Fill(bool several);
-    CKxDevUI_Switcher& Panel() { return m_switch; }
+    static constexpr ControlLayout kLayout{.control = {4, 4}, .size = {0, 44}};
+
+    AskingSwitcher(DevicePanel& panel, IKxDevice& device) : Asks(panel, device) { m_firstX = 8; }
+    void Show(const DevicePanel::Change& change);
+
+    // Moves the device to a position, or turns a port over; false when the device refuses.
+    std::function<bool(long)> move;
 
 protected:
-    void OnDevice(const Change& change) override;
-    void ShowCaption(const wchar_t* caption) override { m_switch.SetTitle(caption); }
+    void OnPositionChangeRequest(long position, bool& flag) override;
+    void OnSetPortSingleRequest(long port) override;
 
 private:
-    class Asking : public CKxDevUI_Switcher {
-    public:
-        explicit Asking(SwitcherPanel& owner) : m_owner(owner) { m_firstX = 8; }
-
-    protected:
-        void OnPositionChangeRequest(long position, bool& flag) override;
-        void OnSetPortSingleRequest(long port) override;
-
-    private:
-        SwitcherPanel& m_owner;
-    };
     bool Ask(long position);
+};
 
-    IKxDevice& m_device;
-    std::function<bool(long)> m_ask;
-    Asking m_switch;
+class SwitcherPanel : public ControlPanel<AskingSwitcher> {
+public:
+    SwitcherPanel(const wchar_t* name, IKxDevice& device, std::function<bool(long)> move) : ControlPanel(name, device) {
+        m_control.move = std::move(move);
+    }
+    // `several` ports can be active at once.
+    void Fill(bool several) {
+        m_control.SetBoolMoreThanOnePortCanBeActive(several);
+        ControlPanel::Fill();
+    }
 };

@@ -45,10 +45,10 @@ void Tour::PlanShutters() {
 
 void Tour::PlanModeShutter() {
     const Find list = [this] {
-        return GetDlgItem(m_window.PageOf<LightPage>().First<ModeShutterPanel>()->Row(), 10201);
+        return GetDlgItem(m_window.PageOf<LightPage>().First<ModeShutterPanel>()->Panel(), 10201);
     };
     const Find slider = [this] {
-        const HWND row = m_window.PageOf<LightPage>().First<ModeShutterPanel>()->Row();
+        const HWND row = m_window.PageOf<LightPage>().First<ModeShutterPanel>()->Panel();
         return GetDlgItem(FindWindowExW(row, nullptr, L"KxDevUI_Container", nullptr), 10000);
     };
     const Find refuses = [this] {

@@ -4,6 +4,24 @@
 
 namespace kx::ui {
 
+namespace {
+
+bool CanHaveFocus(HWND part) {
+    return IsWindowEnabled(part) && IsWindowVisible(part) && !(SendMessageW(part, WM_GETDLGCODE, 0, 0) & DLGC_STATIC);
+}
+
+HWND PartForFocus(HWND window) {
+    HWND first = nullptr;
+    for (HWND part = GetWindow(window, GW_CHILD); part; part = GetWindow(part, GW_HWNDNEXT)) {
+        if (!CanHaveFocus(part)) continue;
+        if (GetWindowLongW(part, GWL_STYLE) & static_cast<LONG>(WS_TABSTOP)) return part;
+        if (!first) first = part;
+    }
+    return first;
+}
+
+}  // namespace
+
 Handled HandleFace(const Message& message, PaintMode mode) {
     switch (message.id) {
     case WM_PAINT:
@@ -22,6 +40,86 @@ LRESULT AnswerTextColor(const Message& message, bool enabled) {
     SetTextColor(dc, KX_GetSysColor(enabled ? COLOR_BTNTEXT : COLOR_GRAYTEXT));
     SetBkColor(dc, KX_GetSysColor(COLOR_BTNFACE));
     return reinterpret_cast<LRESULT>(KX_GetSysColorBrush(COLOR_BTNFACE));
+}
+
+void EnableAll(HWND window, bool enable) {
+    HWND next = nullptr;
+    for (HWND part = GetWindow(window, GW_CHILD); part; part = next) {
+        next = GetWindow(part, GW_HWNDNEXT);
+        Enable(part, enable);
+    }
+}
+
+// ---- The root of small controls -----------------------------------------------------------------------------------
+
+Control::Control(Class& own, const Design& design) : m_class(&own) {
+    m_width = design.size.cx;
+    m_height = design.size.cy;
+    m_title = design.title;
+}
+
+Control::~Control() {
+    m_class = nullptr;
+    Binding::EndOwnWindow(this);
+}
+
+HWND Control::Create(HWND parent, long x, long y, long cx, long cy, bool, bool) {
+    return Creation::Of(this, [&](const Creation& creation) -> HWND {
+        const HWND window = creation.Window(this, m_class->atom,
+                                            {.name = m_class->name,
+                                             .object = m_class->name,
+                                             .procedure = m_class->procedure,
+                                             .style = m_class->tabsInside ? DWORD{0} : DWORD{WS_TABSTOP},
+                                             .extendedStyle = m_class->tabsInside ? DWORD{WS_EX_CONTROLPARENT} : 0},
+                                            parent, {x, y}, {cx, cy});
+        const Parts parts(window, this);
+        if (!parts || !m_class->make(*this, parts)) return nullptr;
+        RegisterZoom(window);
+        return creation.Done(this, window);
+    });
+}
+
+void Control::Destroy() { Binding::EndWindow(this); }
+
+void Control::SetEnabled(bool enable) {
+    if (enable == m_enabled) return;
+    m_enabled = enable;
+    if (m_hWnd) EnableWindow(m_hWnd, enable);
+}
+
+void Control::SetTitle(const wchar_t* title) {
+    if (m_title == title) return;
+    m_title = title;
+    if (m_label) SetWindowTextW(m_label, m_title);
+}
+
+LRESULT Control::Answer(HWND window, UINT id, WPARAM wParam, LPARAM lParam) noexcept {
+    return Entry<Control, ByUserData<Control>, WM_NCCREATE, Unbound::Default, &Control::Handle>(
+        {window, id, wParam, lParam});
+}
+
+Handled Control::Handle(const Message& message) {
+    if (message.id == WM_DESTROY) m_label = nullptr;
+    if (!m_class) return std::nullopt;
+    if (m_class->handle) {
+        const Alive alive(this);
+        const Handled answer = m_class->handle(*this, message);
+        if (answer || !alive) return answer;
+    }
+    switch (message.id) {
+    case WM_COMMAND:
+        if (m_class->command) m_class->command(*this, LOWORD(message.wParam), HIWORD(message.wParam));
+        return 0;
+    case WM_KX_UPDATE_DEVICE_BAND:
+        if (m_class->update) m_class->update(*this, static_cast<CDMApi_LogDevId>(message.wParam));
+        return 0;
+    case WM_CTLCOLORSTATIC: return AnswerTextColor(message, IsWindowEnabled(message.window) != FALSE);
+    case WM_ENABLE: EnableAll(message.window, message.wParam != FALSE); return std::nullopt;
+    case WM_SETFOCUS:
+        if (const HWND part = PartForFocus(message.window)) ::SetFocus(part);
+        return 0;
+    default: return HandleFace(message, {.children = true, .buffered = false});
+    }
 }
 
 }  // namespace kx::ui

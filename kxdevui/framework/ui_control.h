@@ -1,6 +1,8 @@
 // For authors of controls, the one header to include: all that a control is built from, and what controls answer alike.
 #pragma once
 
+#include <kxdevui/framework/devgui_control.h>
+#include <kxdevui/framework/devgui_members.h>
 #include <kxdevui/framework/ui_paint.h>
 #include <kxdevui/framework/ui_parts.h>
 #include <kxdevui/framework/ui_window.h>
@@ -13,6 +15,10 @@ KXDEVUI_API Handled HandleFace(const Message& message, PaintMode mode);
 
 // WM_CTLCOLORSTATIC: texts stand on the face, grey where they cannot be used.
 KXDEVUI_API LRESULT AnswerTextColor(const Message& message, bool enabled);
+
+// WM_ENABLE: enables or disables all windows in this one. The focus leaves those that are disabled, so a host may have
+// ended anything afterwards.
+KXDEVUI_API void EnableAll(HWND window, bool enable);
 
 // What a host has made of a request. Gone: it has ended the control, nothing of which may be touched.
 enum class Answer { Agreed, Refused, Gone };

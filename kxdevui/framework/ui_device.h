@@ -2,8 +2,14 @@
 // stays as it was.
 #pragma once
 
+#include <optional>
+#include <type_traits>
+#include <utility>
+
 #include <kxdevices/kx_dmapi.h>
 #include <kxdevui/framework/kxdevui_api.h>
+#include <kxdevui/framework/ui_life.h>
+#include <kxdevui/framework/ui_parts.h>
 
 namespace kx::ui {
 
@@ -24,21 +30,33 @@ bool AskDevice(const wchar_t* source, CDMApi_LogDevId device, Ask&& ask) noexcep
     return CKxDeviceRegistry::GetFailureCount() == failures;
 }
 
-// The kind of the devices that have an interface.
-template <class Device>
-inline constexpr EKxDeviceType kKindOf = eKxDeviceType_Unknown;
-template <>
-inline constexpr EKxDeviceType kKindOf<IKxDeviceShutter> = eKxDeviceType_Shutter;
-template <>
-inline constexpr EKxDeviceType kKindOf<IKxDeviceFilterChanger> = eKxDeviceType_FilterChanger;
-template <>
-inline constexpr EKxDeviceType kKindOf<IKxDeviceNosepiece> = eKxDeviceType_Nosepiece;
-
 // The registered device with this number; null when there is none, or it is of another kind.
 template <class Device>
 Device* FindDevice(CDMApi_LogDevId id) {
-    static_assert(kKindOf<Device> != eKxDeviceType_Unknown, "the interface has no kind yet");
-    return DMApi::LogDev_GetType(id) == kKindOf<Device> ? static_cast<Device*>(DMApi::LogDev_GetInstance(id)) : nullptr;
+    static_assert(Device::kKind != eKxDeviceType_Unknown, "the interface has no kind yet");
+    return DMApi::LogDev_GetType(id) == Device::kKind ? static_cast<Device*>(DMApi::LogDev_GetInstance(id)) : nullptr;
+}
+
+// What `ask` has been told, to be shown by the control that asks; empty when an answer has failed, or the device has
+// ended the control.
+template <class T, class Ask>
+auto AskAll(T* control, const wchar_t* source, CDMApi_LogDevId device, Ask&& ask) noexcept {
+    const Alive alive(static_cast<RootOf<T>*>(control));
+    using Told = std::invoke_result_t<Ask>;
+    Told told{};
+    const bool answered = AskDevice(source, device, [&] { told = ask(); });
+    return answered && alive ? std::optional<Told>(std::move(told)) : std::optional<Told>();
+}
+
+// What an Update does: finds the device, has `ask` ask it for all that is wanted, and `show` show that. False, and
+// nothing is shown, when there is no such device or an answer has failed.
+template <class Device, class T, class Ask, class Show>
+bool UpdateFrom(T* control, const wchar_t* source, CDMApi_LogDevId id, Ask&& ask, Show&& show) {
+    const Device* const device = FindDevice<Device>(id);
+    if (!device) return false;
+    const auto told = AskAll(control, source, id, [&] { return ask(*device); });
+    if (told) show(*told);
+    return told.has_value();
 }
 
 }  // namespace kx::ui

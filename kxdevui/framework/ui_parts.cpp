@@ -35,9 +35,10 @@ bool Parts::Label(HWND& held, int id, const wchar_t* text, const RECT& place, DW
     return Add(held, L"STATIC", id, text, place, SS_NOPREFIX | style);
 }
 
-bool Parts::PushRadio(HWND& held, int id, const wchar_t* text, const RECT& place, bool automatic) const {
+bool Parts::PushRadio(HWND& held, int id, const wchar_t* text, const RECT& place, bool automatic,
+                      WNDPROC procedure) const {
     if (!Add(held, L"BUTTON", id, AsButtonText(text), place, PushRadioStyle(automatic))) return false;
-    Subclass(held, ChainProc, nullptr);
+    Subclass(held, procedure ? procedure : ChainProc, nullptr);
     // Otherwise Windows reports a click for a button that only gets the focus.
     SendMessageW(held, BM_SETDONTCLICK, TRUE, 0);
     KX_FollowColorScheme(held);
@@ -48,6 +49,16 @@ bool Parts::DropDown(HWND& held, int id, const RECT& place) const {
     if (!Add(held, L"COMBOBOX", id, nullptr, place, CBS_DROPDOWNLIST)) return false;
     Subclass(held, ChainProc, nullptr);
     return true;
+}
+
+bool Parts::Label(int id, const wchar_t* text, const RECT& place, DWORD style) const {
+    HWND label = nullptr;
+    return Label(label, id, text, place, style);
+}
+
+bool Parts::PushRadio(int id, const wchar_t* text, const RECT& place, bool automatic) const {
+    HWND button = nullptr;
+    return PushRadio(button, id, text, place, automatic);
 }
 
 // Each is a group of its own: the platform's search for the others of a group never ends under Wine when one of them is

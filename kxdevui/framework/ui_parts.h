@@ -18,6 +18,9 @@ namespace kx::ui {
 template <class T>
 using RootOf = std::conditional_t<std::is_base_of_v<CKxDevUI_Base, T>, CKxDevUI_Base, T>;
 
+// The id of the label with a control's title.
+inline constexpr int kTitleId = 10100;
+
 // Makes the windows in a control's window, in unzoomed pixels and the GUI font of 100 %: RegisterZoom follows when all
 // are there. Every window that comes is told to the parent, which may end the control. So each call keeps the window in
 // a member of the control by itself, and answers false when the control has gone: then nothing of it may be touched,
@@ -29,6 +32,8 @@ public:
     Parts(HWND window, T* object) noexcept : m_window(window), m_alive(static_cast<RootOf<T>*>(object)) {}
     // Whether window and object are still there.
     explicit operator bool() const noexcept { return m_alive && IsWindow(m_window); }
+    // Where they are made.
+    HWND Window() const noexcept { return m_window; }
 
     // A visible child of any class, disabled in a window that is.
     bool Add(HWND& held, const wchar_t* windowClass, int id, const wchar_t* text, const RECT& place,
@@ -36,10 +41,15 @@ public:
     // A static text, shown as it is: a name may have an ampersand in it.
     bool Label(HWND& held, int id, const wchar_t* text, const RECT& place, DWORD style = SS_LEFT) const;
     // A button that stays down while it is chosen, in the colours of the scheme, with the text shown as it is. It
-    // releases no other button. `automatic`: a click shows it pressed before anybody is asked.
-    bool PushRadio(HWND& held, int id, const wchar_t* text, const RECT& place, bool automatic) const;
+    // releases no other button. `automatic`: a click shows it pressed before anybody is asked. A procedure that is
+    // given comes before the button's own (CallPrevious in ui_window.h).
+    bool PushRadio(HWND& held, int id, const wchar_t* text, const RECT& place, bool automatic,
+                   WNDPROC procedure = nullptr) const;
     // A drop-down list. The place is that of field and list together.
     bool DropDown(HWND& held, int id, const RECT& place) const;
+    // The same for a control that finds its parts by their ids.
+    bool Label(int id, const wchar_t* text, const RECT& place, DWORD style = SS_LEFT) const;
+    bool PushRadio(int id, const wchar_t* text, const RECT& place, bool automatic) const;
 
 private:
     HWND m_window;

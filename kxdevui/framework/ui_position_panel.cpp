@@ -246,25 +246,7 @@ Handled PositionPanel::HandleButton(const Message& message, int columns) {
     case WM_LBUTTONDBLCLK:
         // By itself an automatic radio button takes it for a click, and no other button does.
         return m_everyPress ? CallPrevious({button, WM_LBUTTONDOWN, message.wParam, message.lParam}) : LRESULT{0};
-    case WM_GETDLGCODE: {
-        // Only to the dialog manager, which asks about a message.
-        const auto* asked = reinterpret_cast<const MSG*>(message.lParam);
-        if (!asked) return std::nullopt;
-        const bool enter = asked->message == WM_KEYDOWN && asked->wParam == VK_RETURN;
-        return DLGC_BUTTON | DLGC_WANTARROWS | (enter ? DLGC_WANTMESSAGE : 0);
-    }
-    case WM_KEYDOWN:
-        if (message.wParam == VK_RETURN) {
-            SendMessageW(m_window, WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(button), BN_CLICKED),
-                         reinterpret_cast<LPARAM>(button));
-            return 0;
-        }
-        if (const int step = StepOf(message.wParam, columns)) {
-            MoveFocus(button, step);
-            return 0;
-        }
-        return std::nullopt;
-    default: return std::nullopt;
+    default: return HandleRowKeys(message, columns, [&](int step) { MoveFocus(button, step); });
     }
 }
 

@@ -17,7 +17,6 @@ namespace kx::ui {
 
 // The ids of the parts that all panels have. Those of the buttons are each panel's own.
 inline constexpr int kFrameId = 10000;
-inline constexpr int kTitleId = 10100;
 inline constexpr int kSetupId = 10500;
 
 // No panel shows more.

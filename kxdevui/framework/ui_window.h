@@ -309,6 +309,29 @@ KXDEVUI_API void ApplyZoom(HWND window);
 // true for the message with which the pointer came in or went out.
 KXDEVUI_API bool TrackHover(const Message& message);
 
+// The keys of a button in a row, for its subclass: an arrow key calls `move` with the step that it means where
+// `columns` buttons stand side by side, Enter clicks.
+template <class Move>
+Handled HandleRowKeys(const Message& message, int columns, Move&& move) {
+    if (message.id == WM_GETDLGCODE) {
+        // Only to the dialog manager, which asks about a message.
+        const auto* asked = reinterpret_cast<const MSG*>(message.lParam);
+        if (!asked) return std::nullopt;
+        const bool enter = asked->message == WM_KEYDOWN && asked->wParam == VK_RETURN;
+        return DLGC_BUTTON | DLGC_WANTARROWS | (enter ? DLGC_WANTMESSAGE : 0);
+    }
+    if (message.id != WM_KEYDOWN) return std::nullopt;
+    if (message.wParam == VK_RETURN) {
+        Notify(ParentOf(message.window), GetDlgCtrlID(message.window), BN_CLICKED,
+               reinterpret_cast<LPARAM>(message.window));
+        return 0;
+    }
+    const int step = StepOf(message.wParam, columns);
+    if (step == 0) return std::nullopt;
+    move(step);
+    return 0;
+}
+
 // The contents of WM_KX_UPDATE_DEVICE_BAND for a control with these flags.
 template <class Flags>
 struct DeviceBand {

@@ -20,7 +20,7 @@ using namespace kx::ui;
 namespace {
 
 constexpr wchar_t kSource[] = L"devgui_modeshutter";
-constexpr int kSeparatorId = 10100, kTitleId = 10101, kModesId = 10201;
+constexpr int kSeparatorId = 10100, kRowTitleId = 10101, kModesId = 10201;
 constexpr long kMostSteps = 10000;  // no aperture has more, whatever its driver says
 
 }  // namespace
@@ -79,14 +79,14 @@ void CKxDevUI_ModeShutter::Load(unsigned shutterId, const std::vector<double>& a
 }
 
 bool CKxDevUI_ModeShutter::Init(unsigned shutterId) {
-    const Alive alive(this);
-    Reading told;
-    const auto ask = [&] { told = Reading::Of(kx::shutter::Managed{shutterId}, {true, true, true, true}); };
-    if (shutterId == 0 || !AskDevice(kSource, shutterId, ask) || !alive) return false;
-    m_aperture = told.aperture;
-    m_state = told.open;
-    m_mode = told.mode;
-    Load(shutterId, told.apertures);
+    if (shutterId == 0) return false;
+    const auto ask = [&] { return Reading::Of(kx::shutter::Managed{shutterId}, {true, true, true, true}); };
+    const auto told = AskAll(this, kSource, shutterId, ask);
+    if (!told) return false;
+    m_aperture = told->aperture;
+    m_state = told->open;
+    m_mode = told->mode;
+    Load(shutterId, told->apertures);
     return true;
 }
 
@@ -194,7 +194,7 @@ void CKxDevUI_ModeShutter::CreateControls() {
     }
     long x = 0;
     if (m_showTitle) {
-        if (!parts.Label(m_titleWindow, kTitleId, m_title, {0, 8, 56, 24})) return;
+        if (!parts.Label(m_titleWindow, kRowTitleId, m_title, {0, 8, 56, 24})) return;
         x = 40;
     }
     if (m_showModes) {

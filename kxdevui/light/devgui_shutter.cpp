@@ -24,7 +24,7 @@ using namespace kx::ui;
 namespace {
 
 constexpr wchar_t kSource[] = L"devgui_shutter";
-constexpr int kTitleId = 10100, kButtonId = 10200, kParameters = 10000;
+constexpr int kButtonId = 10200, kParameters = 10000;
 constexpr int kClick = WM_LBUTTONUP;  // the code of the button's own command
 
 bool IsButton(HWND window) {

@@ -22,6 +22,7 @@ enum EKxDeviceType : int {
     eKxDeviceType_LaserOutput = 12,
     eKxDeviceType_LightPath = 13,
     eKxDeviceType_TIRFMirror = 23,
+    eKxDeviceType_FirstOwn = 1000,  // from here on: kinds of a host's own
 };
 
 // Where a device is in its life. While it is not ready, its position is not to be relied on.
@@ -50,7 +51,9 @@ public:
     // The number given by the registry; 0 while not registered.
     CDMApi_LogDevId GetLogDevId() const noexcept { return m_id; }
 
-    // The kind; decides which interface the object must have.
+    // The kind; decides which interface the object must have. An interface names its kind as kKind; the one of all
+    // devices has none.
+    static constexpr EKxDeviceType kKind = eKxDeviceType_Unknown;
     virtual EKxDeviceType GetType() const = 0;
     // The name that tells it from all others of the microscope, and a short one for titles (here the same).
     virtual CKxStringW GetKey() const = 0;
@@ -70,7 +73,8 @@ private:
 class KXDEVICES_API IKxDeviceNosepiece : public IKxDevice {
 public:
     // Always a nosepiece.
-    EKxDeviceType GetType() const final { return eKxDeviceType_Nosepiece; }
+    static constexpr EKxDeviceType kKind = eKxDeviceType_Nosepiece;
+    EKxDeviceType GetType() const final { return kKind; }
 
     // How many positions there are.
     virtual long GetPositionCount() const = 0;
@@ -102,7 +106,8 @@ enum EKxFilterType : int {
 class KXDEVICES_API IKxDeviceFilterChanger : public IKxDevice {
 public:
     // Always a filter changer.
-    EKxDeviceType GetType() const final { return eKxDeviceType_FilterChanger; }
+    static constexpr EKxDeviceType kKind = eKxDeviceType_FilterChanger;
+    EKxDeviceType GetType() const final { return kKind; }
 
     // How many positions for filters there are.
     virtual long GetFilterCount() const = 0;
@@ -122,7 +127,8 @@ public:
 class KXDEVICES_API IKxDeviceLightPath : public IKxDevice {
 public:
     // Always a light path.
-    EKxDeviceType GetType() const final { return eKxDeviceType_LightPath; }
+    static constexpr EKxDeviceType kKind = eKxDeviceType_LightPath;
+    EKxDeviceType GetType() const final { return kKind; }
 
     // How many positions there are, and their names.
     virtual long GetPositionCount() const = 0;
@@ -135,7 +141,8 @@ public:
 class KXDEVICES_API IKxDeviceTIRFMirror : public IKxDevice {
 public:
     // Always a TIRF mirror.
-    EKxDeviceType GetType() const final { return eKxDeviceType_TIRFMirror; }
+    static constexpr EKxDeviceType kKind = eKxDeviceType_TIRFMirror;
+    EKxDeviceType GetType() const final { return kKind; }
 
     // True for TIRF. Leaves `tirf` as it is, and returns false, while it is not known.
     virtual bool GetState(bool& tirf) const = 0;
@@ -145,7 +152,8 @@ public:
 class KXDEVICES_API IKxDeviceLaserOutput : public IKxDevice {
 public:
     // Always a laser output.
-    EKxDeviceType GetType() const final { return eKxDeviceType_LaserOutput; }
+    static constexpr EKxDeviceType kKind = eKxDeviceType_LaserOutput;
+    EKxDeviceType GetType() const final { return kKind; }
 
     // How many ports there are, and their names.
     virtual long GetPortCount() const = 0;
@@ -180,7 +188,8 @@ enum EKxShutterText : int {
 class KXDEVICES_API IKxDeviceShutter : public IKxDevice {
 public:
     // Always a shutter.
-    EKxDeviceType GetType() const final { return eKxDeviceType_Shutter; }
+    static constexpr EKxDeviceType kKind = eKxDeviceType_Shutter;
+    EKxDeviceType GetType() const final { return kKind; }
 
     // What it shuts.
     virtual EKxShutterType GetShutterType() const = 0;
@@ -201,7 +210,8 @@ public:
 class KXDEVICES_API IKxDeviceZDrive : public IKxDevice {
 public:
     // Always a Z drive.
-    EKxDeviceType GetType() const final { return eKxDeviceType_ZDrive; }
+    static constexpr EKxDeviceType kKind = eKxDeviceType_ZDrive;
+    EKxDeviceType GetType() const final { return kKind; }
 
     // Where it may go, in micrometres.
     virtual void GetRange(double& minimum, double& maximum) const = 0;

@@ -42,27 +42,12 @@ void Tell(CDMApi_LogDevId id, EKxDeviceChange what) {
     }
 }
 
-template <class Device>
-constexpr EKxDeviceType kTypeOf = eKxDeviceType_Unknown;
-template <>
-constexpr EKxDeviceType kTypeOf<IKxDeviceNosepiece> = eKxDeviceType_Nosepiece;
-template <>
-constexpr EKxDeviceType kTypeOf<IKxDeviceZDrive> = eKxDeviceType_ZDrive;
-template <>
-constexpr EKxDeviceType kTypeOf<IKxDeviceLightPath> = eKxDeviceType_LightPath;
-template <>
-constexpr EKxDeviceType kTypeOf<IKxDeviceFilterChanger> = eKxDeviceType_FilterChanger;
-template <>
-constexpr EKxDeviceType kTypeOf<IKxDeviceLaserOutput> = eKxDeviceType_LaserOutput;
-template <>
-constexpr EKxDeviceType kTypeOf<IKxDeviceShutter> = eKxDeviceType_Shutter;
-
 // Asks the device, if there is one of that kind. An exception of a host's device counts as no answer.
 template <class Device = IKxDevice, class Ask>
 auto Answer(CDMApi_LogDevId id, const char* function, Ask ask) -> decltype(ask(std::declval<Device&>())) {
     IKxDevice* const device = CKxDeviceRegistry::Find(id);
     try {
-        if (device && (kTypeOf<Device> == eKxDeviceType_Unknown || device->GetType() == kTypeOf<Device>)) {
+        if (device && (Device::kKind == eKxDeviceType_Unknown || device->GetType() == Device::kKind)) {
             return ask(static_cast<Device&>(*device));
         }
         KX_LOG(kSource, L"%hs: there is no such device with the number %u", function, id);

@@ -1,0 +1,34 @@
+#include <kxdevui/controls/devgui_numberfield.h>
+
+#include <kxdevui/framework/devgui_messages.h>
+#include <kxsystem/kx_number.h>
+
+namespace kx::ui {
+
+NumberField::NumberField(int id, double minimum, double maximum) {
+    SetId(id);
+    Init({.showLabel = false});
+    SetRestriction(minimum, maximum);
+}
+
+void NumberField::Show(std::optional<double> number) {
+    m_shown = number && Takes(*number) ? number : std::nullopt;
+    if (m_shown)
+        SetNumber(*m_shown);
+    else
+        SetText(L"");
+    // What is typed from now on is the user's, even if it reads the same.
+    SendMessageW(m_edit, EM_SETMODIFY, FALSE, 0);
+}
+
+std::optional<double> NumberField::TypedBy(int id, int code) {
+    if (id != m_id || (code != kEditEnter && code != EN_KILLFOCUS)) return {};
+    if (!SendMessageW(m_edit, EM_GETMODIFY, 0, 0)) return {};
+    double number = 0;
+    const bool usable = KX_StringToDouble(GetText(), number) && Takes(number);
+    // Before the control asks its host, who may take the focus and so bring this about again.
+    Show(m_shown);
+    return usable && number != m_shown && IsWindowEnabled(m_hWnd) ? std::optional(number) : std::nullopt;
+}
+
+}  // namespace kx::ui

@@ -1,0 +1,86 @@
+#include <kxdevui/framework/devgui_members.h>
+
+#include <algorithm>
+
+#include <kxdevui/framework/ui_window.h>
+
+namespace kx::ui {
+
+namespace {
+
+void StopTab(HWND button, bool stop) {
+    const LONG_PTR style = GetWindowLongPtrW(button, GWL_STYLE);
+    const LONG_PTR wanted = stop ? style | WS_TABSTOP : style & ~LONG_PTR{WS_TABSTOP};
+    if (wanted != style) SetWindowLongPtrW(button, GWL_STYLE, wanted);
+}
+
+void MoveFocus(HWND button, int step) {
+    const HWND control = ParentOf(button);
+    // No object is behind a button's user data, but the ids of its row.
+    const LONG_PTR ids = GetWindowLongPtrW(button, GWLP_USERDATA);
+    const int first = LOWORD(ids), count = HIWORD(ids);
+    bool usable[RadioRow::kMost] = {};
+    for (int i = 0; i < count; ++i)
+        usable[i] = IsWindowEnabled(GetDlgItem(control, first + i)) != FALSE;
+    const int next = NextButton(GetDlgCtrlID(button) - first, step, {usable, static_cast<std::size_t>(count)});
+    const HWND to = GetDlgItem(control, first + next);
+    StopTab(button, false);
+    StopTab(to, true);
+    SetFocus(to);
+}
+
+LRESULT CALLBACK ButtonProc(HWND button, UINT id, WPARAM wParam, LPARAM lParam) {
+    const Message message{button, id, wParam, lParam};
+    const Handled answer = HandleRowKeys(message, 1, [button](int step) { MoveFocus(button, step); });
+    return answer ? *answer : CallPrevious(message);
+}
+
+}  // namespace
+
+bool RadioRow::Make(const Parts& parts, int count, const std::function<CKxStringW(int)>& textOf, const RECT& place,
+                    long gap) {
+    m_count = std::clamp(count, 0, kMost);
+    const long width = place.right + gap - place.left;
+    for (int i = 0; i < m_count; ++i) {
+        const RECT at{place.left + width * i / m_count, place.top, place.left + width * (i + 1) / m_count - gap,
+                      place.bottom};
+        HWND button = nullptr;
+        if (!parts.PushRadio(button, m_first + i, textOf(i), at, false, ButtonProc)) return false;
+        SetWindowLongPtrW(button, GWLP_USERDATA, MAKELONG(m_first, m_count));
+        StopTab(button, i == 0);
+    }
+    return true;
+}
+
+void RadioRow::Show(HWND control, int index) const {
+    for (int i = 0; i < m_count; ++i) {
+        const HWND button = GetDlgItem(control, m_first + i);
+        const LRESULT wanted = i == index ? BST_CHECKED : BST_UNCHECKED;
+        if (SendMessageW(button, BM_GETCHECK, 0, 0) != wanted)
+            SendMessageW(button, BM_SETCHECK, static_cast<WPARAM>(wanted), 0);
+        // By itself the platform would leave a row in which none is down without a stop.
+        StopTab(button, i == std::max(index, 0));
+    }
+}
+
+int RadioRow::ClickedBy(int id, int code) const noexcept {
+    return code == BN_CLICKED && id >= m_first && id < m_first + m_count ? id - m_first : -1;
+}
+
+bool MakePart(CKxDevUI_Base& part, const Parts& parts, const RECT& place) {
+    if (!parts) return false;
+    const HWND control = parts.Window();
+    const HWND window =
+        part.Create(control, place.left, place.top, place.right - place.left, place.bottom - place.top, true, true);
+    if (!parts) return false;
+    if (!IsWindowEnabled(control)) EnableWindow(window, FALSE);
+    return static_cast<bool>(parts);
+}
+
+// The focus that it loses goes to the outer window, whose object is half gone and must not hear of it.
+void EndPart(CKxDevUI_Base& part) {
+    const Closing closing(ParentOf(part));
+    Binding::EndOwnWindow(&part);
+}
+
+}  // namespace kx::ui
