@@ -42,11 +42,7 @@ struct Owner : testing::Test {
 };
 using EditBox = Owner<CKxDevUI_EditBox>;
 using EditBoxMultiValue = Owner<CKxDevUI_EditBoxMultiValue>;
-struct Spinning : CKxDevUI_EditBoxSpin {
-    std::function<void()> spun;
-    void OnSpin(int steps) override { spun ? spun() : CKxDevUI_EditBoxSpin::OnSpin(steps); }
-};
-struct EditBoxSpin : Owner<Spinning> {
+struct EditBoxSpin : Owner<CKxDevUI_EditBoxSpin> {
     HWND Arrows() { return FindWindowExW(box, nullptr, L"msctls_updown32", nullptr); }
 };
 
@@ -62,10 +58,8 @@ TEST_F(EditBox, ShowsAndTells) {
          {[&] { box.SetNumber(8.25); }, "8.25 | 44:768#44"},
          {[&] { box.SetNumber(1.5, L"%.2f", true); }, "1.50 | 44:768#44"},
          {[&] { box.SetNumber(1.5); }, "1.5 | 44:768#44"},
-         {[&] { box.SetNumber(1.5, L"%.1f ms"); }, "1.5 ms | 44:768#44"},
-         {[&] { box.SetNumber(2, L"%d"); }, "2.0 ms | 44:768#44"},
-         {[&] { box.SetNumber(3, L"%n", true); }, "3.0 ms | 44:768#44"},
-         {[&] { box.SetNumber(INFINITY); }, "3.0 ms | "},
+         {[&] { box.SetNumber(3, L"%n", true); }, "3 | 44:768#44"},
+         {[&] { box.SetNumber(INFINITY); }, "3 | "},
          {[&] { box.SetNumberInt(-2147483647 - 1); }, "-2147483648 | 44:768#44"},
          // What is typed has a limit; 0 is none.
          {[&] { box.SetMaxChars(12), box.SetMaxChars(0), box.SetFocus(), Key(VK_END), Type(L"12"), parent.Record().Clear(); },
@@ -147,7 +141,6 @@ TEST_F(EditBox, TakesAControlsPlaceInADialog) {
     const std::string place = PlaceOf(placeholder);
     box.SetId(0);
     EXPECT_EQ(box.Create(parent.Window(), placeholder), nullptr) << "not its parent";
-    EXPECT_EQ(box.Create(dialog, HWND{nullptr}), nullptr);
     ASSERT_TRUE(box.Create(dialog, placeholder));
     EXPECT_FALSE(IsWindow(placeholder));
     EXPECT_EQ(GetDlgItem(dialog, 8), box);
@@ -159,36 +152,24 @@ TEST_F(EditBox, TakesAControlsPlaceInADialog) {
     Play({{[&] { SetDlgItemTextW(dialog, 8, L"12"); }, "12 | 8:768#8"},
           // The default button has not taken Enter.
           {[&] { Type(L"\t\n"); }, "12 | 8:256#8 8:258=13 8:1025#8"},
-          {[&] { Type(L"\t"); }, "12 | 8:512#8"},
-          {[&] {
-               EXPECT_EQ(GetFocus(), dialog.GetWindow(1));
-               Key(VK_TAB, MOD_SHIFT);
-           },
-           "12 | 8:256#8"}},
+          {[&] { Type(L"\t"); }, "12 | 8:512#8"}},
          [this] { return See(); });
 }
 
 // The label ends 4 before the field; the text stands 1 and 2 from that, as high as a line, in the middle.
 TEST_F(EditBox, LaysOutItsParts) {
     box.SetText(L"1");
-    const std::tuple<double, bool, bool, const char*, long, long> rows[] = {
-        {1, true, true, "0 0 56 20", 63, 117},   {1, false, true, "", 3, 117},
-        {1, true, false, "0 0 56 20", 62, 118},  {1.5, true, true, "0 0 84 30", 94, 176},
-        {2, true, true, "0 0 112 40", 125, 235},
-    };
-    for (const auto& [zoom, label, border, labelPlace, left, right] : rows) {
-        CKxGUILayoutManager::SetGuiZoom(zoom);
+    const std::tuple<bool, bool, const char*, long, long> rows[] = {
+        {true, true, "0 0 56 20", 63, 117}, {false, true, "", 3, 117}, {true, false, "0 0 56 20", 62, 118}};
+    for (const auto& [label, border, labelPlace, left, right] : rows) {
         box.Init(label, false, false);
         box.SetStyle(border);
         EXPECT_EQ(label ? PlaceOf(box.GetLabelWindow()) : "", labelPlace);
         const RECT edit = RectInParent(Edit());
-        EXPECT_TRUE(edit.left == left && edit.right == right) << edit.left << " " << edit.right << " at " << zoom;
-        EXPECT_NEAR(edit.top, 20 * zoom - edit.bottom, 1);
+        EXPECT_TRUE(edit.left == left && edit.right == right) << edit.left << " " << edit.right;
+        EXPECT_NEAR(edit.top, 20 - edit.bottom, 1);
         EXPECT_EQ(LOWORD(SendMessageW(Edit(), EM_POSFROMCHAR, 0, 0)), 0) << "no margins of the platform's";
     }
-    // Without its object, the edit answers nothing.
-    SetWindowLongPtrW(Edit(), GWLP_USERDATA, 0);
-    EXPECT_EQ(SendMessageW(Edit(), WM_GETDLGCODE, 0, 0), 0);
 }
 
 TEST_F(EditBox, ShowsWhetherItCanBeUsed) {
@@ -196,7 +177,7 @@ TEST_F(EditBox, ShowsWhetherItCanBeUsed) {
         {[] {}, COLOR_WINDOW, COLOR_BTNSHADOW},
         {[&] { box.SetFocus(); }, COLOR_WINDOW, COLOR_HIGHLIGHT},
         {[&] { box.SetReadOnly(true); }, COLOR_BTNFACE, COLOR_HIGHLIGHT},
-        {[&] { box.SetEnabled(false); }, COLOR_BTNFACE, COLOR_3DLIGHT},
+        {[&] { box.SetReadOnly(false), box.SetEnabled(false); }, COLOR_BTNFACE, COLOR_3DLIGHT},
     };
     for (const auto& [change, field, frame] : rows) {
         change();
@@ -215,53 +196,15 @@ TEST_F(EditBoxSpin, StepsToItsBoundsAndNoFurther) {
     EXPECT_EQ(See(), "9 | 44:256#44 44:768#44");
     const auto wheel = [this](int delta) { SendMessageW(Edit(), WM_MOUSEWHEEL, MAKEWPARAM(0, delta), 0); };
     // clang-format off
-    Play({{[] { Key(VK_UP); }, "10"}, {[] { Key(VK_UP); }, "10"}, {[] { Key(VK_DOWN); }, "9"},
-         {[&] { wheel(120); }, "10"}, {[&] { wheel(-240); }, "8"}, {[&] { wheel(70); }, "8"}, {[&] { wheel(50); }, "9"},
-         {[] { Key(VK_NEXT); }, "0"}, {[] { Key(VK_DOWN); }, "0"}, {[] { Key(VK_PRIOR); }, "10"},
+    Play({{[] { Key(VK_UP), Key(VK_UP); }, "10"}, {[] { Key(VK_DOWN); }, "9"},
+         {[&] { wheel(-240); }, "7"}, {[&] { wheel(70); }, "7"}, {[&] { wheel(50); }, "8"},
+         {[] { Key(VK_NEXT), Key(VK_DOWN); }, "0"}, {[] { Key(VK_PRIOR); }, "10"},
          // Where the format cannot show the bound, the bound itself is shown.
          {[&] { box.SetRestriction(0, 10.6), Key(VK_UP); }, "10.6"},
          {[&] { box.SetReadOnly(true), Key(VK_DOWN); }, "10.6"},
-         {[&] { box.SetRestriction(3, 3); EXPECT_FALSE(IsWindowEnabled(Arrows())); }, "10.6"},
-         {[&] { box.SetRestriction(3, 4); EXPECT_TRUE(IsWindowEnabled(Arrows())); }, "10.6"}},
+         {[&] { box.SetRestriction(3, 3); EXPECT_FALSE(IsWindowEnabled(Arrows())); }, "10.6"}},
         [this] { return Narrow(box.GetText().str()); });
     // clang-format on
-}
-
-// What is in the midst of its own code has to live on for so long.
-TEST_F(EditBoxSpin, SparesWhatIsAtWork) {
-    for (const bool spins : {false, true}) {
-        box.spun = nullptr;
-        ASSERT_TRUE(box.Create(parent.Window(), 10, 10, 120, 24, true, true));
-        const HWND edit = Edit(), arrows = Arrows();
-        const auto end = [&] {
-            box.Destroy();
-            EXPECT_EQ(IsWindow(edit) != FALSE, !spins);
-            EXPECT_EQ(IsWindow(arrows) != FALSE, spins);
-        };
-        box.spun = end;
-        parent.Answer(WM_COMMAND, [&](WPARAM wParam, LPARAM) { return HIWORD(wParam) == EN_CHANGE ? end(), 0 : 0; });
-        spins ? Click(arrows, 5, 3) : void(SetWindowTextW(edit, L"2"));
-        EXPECT_FALSE(IsWindow(edit) || IsWindow(arrows)) << spins;
-    }
-}
-
-TEST(SpinBox, GivesPositionsAMeaning) {
-    CKxDevUI_SpinBox spin;
-    RecordingParent parent;
-    spin.Create(parent.Window(), 0, 0, 20, 30, true, true);
-    spin.SetRange(100, -100, 5);
-    spin.SetRange(0, std::nan(""), 5);
-    spin.SetRange(0, 1, 0);
-    for (const int i : {0, 1, 2, 3, 4}) {
-        EXPECT_EQ(spin.ValueOf(i), 100 - 50 * i);
-        EXPECT_EQ(spin.PositionOf(120 - 50 * i), i) << "the nearest";
-    }
-    EXPECT_EQ(spin.ValueOf(99), -100);
-    EXPECT_EQ(spin.PositionOf(std::nan("")), 0);
-    spin.SetPosition(77);
-    EXPECT_EQ(spin.GetPosition(), 4);
-    spin.SetRange(0, 1, 3);
-    EXPECT_EQ(spin.GetPosition(), 2);
 }
 
 TEST_F(EditBoxMultiValue, ChecksCountThenValues) {
@@ -269,10 +212,10 @@ TEST_F(EditBoxMultiValue, ChecksCountThenValues) {
     box.SetRestriction(400, 700);
     // clang-format off
     const std::tuple<const wchar_t*, int, int, const wchar_t*> rows[] = {
-        {L"450;525;600;", -1, -1, L""},                {L" ; ", -1, -1, L"Field can not be empty."},
+        {L"450;525;600;", -1, -1, L""},                 {L" ; ", -1, -1, L"Field can not be empty."},
         {L"450;x", -1, -1, L"Field can not be empty."}, {L"1;2;3;4;5", 2, 3, L"Too few values!"},
         {L"1", 2, -1, L"Too few values!"},              {L"1;2;3;4", -1, 3, L"Too many values!"},
-        {L"450;500;600", 3, 2, L""},                    {L"450;500", 2, -1, L""}, {L"400;700", -9, 2, L""},
+        {L"450;500;600", 3, 2, L""},                    {L"400;700", -9, 2, L""},
         {L"450;399.5;1e999", 2, 3, L"Value out of range: 399.5\nValue must be in interval <400;700>"},
     };
     // clang-format on
@@ -290,10 +233,6 @@ TEST_F(EditBoxMultiValue, ChecksCountThenValues) {
     EXPECT_EQ(box.GetText(), L"450|525.5|600|");
     EXPECT_TRUE(box.GetValues(&read));
     EXPECT_EQ(read, (std::list<double>{450, 525.5, 600}));
-    box.SetText(L"450|x");
-    EXPECT_FALSE(box.GetValues(nullptr));
-    box.SetValues(nullptr);
-    EXPECT_EQ(box.GetText(), L"");
 }
 
 }  // namespace

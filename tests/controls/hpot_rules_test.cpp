@@ -39,7 +39,6 @@ TEST(HPotRules, PlaceValues) {
         {kUp, 0, 200, 0}, {kUp, 100, 200, 200}, {kUp, 33.4, 200, 66}, {kUp, 0.499, 200, 0}, {kUp, 50, 0, 0},
         // Truncated towards zero, not down; reversed, the minimum stands at the start as well.
         {kUp, -0.499, 200, 0}, {kUp, -10, 200, -20}, {kDown, 100, 200, 0}, {kDown, 75, 200, 50},
-        {Linear(5, 5, 1), 5, 200, 0}, {Linear(-1.7e308, 1.7e308, 0), 0, 200, 0},
         {kUp, kNaN, 200, 0}, {kUp, -kInf, 200, kLeast}, {Linear(0, 1e-300, 0), 1e300, 200, kMost},
         {kList, 2, 70, 10}, {kListDown, 2, 70, 60}, {kEmpty, 3, 70, 0},
         {kRegions, 5, 300, 50}, {kRegions, 10, 300, 100}, {kRegions, 55, 300, 150}, {kRegions, 1000, 300, 300},
@@ -47,7 +46,6 @@ TEST(HPotRules, PlaceValues) {
         {kRegionsDown, 550, 300, 50}, {kRegionsDown, 5, 300, 249},  // 250 less a rounding error, cut
         {Regions({0, 10, 10, 20}, 1), 15, 300, 250}, {Regions({7}, 1), 7, 300, 0},
         {OfType(eHPotType_LinearRegions), 50, 300, 150},  // without bounds: proportional
-        {OfType(-1), -12.9, 300, -12}, {OfType(9), 1e12, 300, kMost},
     };
     // clang-format on
     for (const auto& row : rows)
@@ -63,15 +61,12 @@ TEST(HPotRules, SnapValues) {
         {Linear(5, 100, 10), 11, false, 15}, {Linear(0, 100, 40), 100, false, 120},
         // Truncated: neither below the minimum nor on a reversed scale rounded.
         {kTens, -6, false, 0}, {kTens, -16, false, -10}, {kTensDown, 93, false, 100}, {kTensDown, 84, false, 90},
-        {Linear(100, 0, -10), 84, false, 80}, {Linear(0, 100, 0), 12.345, true, 12.345},
-        {Linear(0, 1e300, 1e-300), 1e299, false, 1e299},
         {kList, 2.9, true, 2, 1}, {kList, 3, true, 4, 2} /* a tie goes to the later entry */, {kList, 1e9, true, 8, 3},
         {kListDown, 3, true, 2, 2}, {List({5, 1, 9, 1}), 0, true, 1, 3}, {kList, kNaN, true, 1},
         // The middle of the track is the second bound; from there in steps of 3.
         {kThrees, 50, true, 9}, {kThrees, 75, true, 55}, {kThrees, 100, true, 100}, {kThrees, 50, false, 49},
         {kFours, 2, false, 4},  // half a step away from zero
         {kSevensDown, 30, false, 30}, {kSevensDown, 28, false, 30},  // reversed: the first bound not below it
-        {Regions({0, 10, 100}, 0), 75, true, 55}, {Regions({7}, 2), 10, true, 11}, {Regions({}, 2), 10, true, 10},
         {OfType(-1), 3.7, true, 3.7}, {kEmpty, 3.3, true, 3.3},
         // At the end of each region, and beyond the last, as the bound itself, also where the steps lead elsewhere.
         {kTwos, 31, true, 32}, {kTwos, 31, false, 32}, {kTwos, 99, true, 32}, {kTwos, 62.0 / 3, true, 11},
@@ -111,33 +106,6 @@ TEST(HPotRules, MoveByWheelUnits) {
         EXPECT_DOUBLE_EQ(CalculateMove(row.scale, row.held, row.steps), row.moved) << "row " << &row - rows;
 }
 
-TEST(HPotRules, LeadBackFromTheTrack) {
-    const Scale up = Linear(10, 20, 1), down = Linear(20, 10, 1);
-    // clang-format off
-    const struct { Scale scale; int position, length; double raw; } rows[] = {
-        {up, 50, 100, 15}, {down, 25, 100, 17.5}, {up, -50, 100, 10}, {up, 50, 0, 10}, {down, 500, 100, 10},
-        {Linear(-1.7e308, 1.7e308, 0), 0, 9, -1.7e308},
-    };
-    // clang-format on
-    for (const auto& row : rows)
-        EXPECT_DOUBLE_EQ(ThumbPosToRaw(row.scale, row.position, row.length), row.raw) << "row " << &row - rows;
-}
-
-TEST(HPotRules, WriteValuesAsShortAsTheyStayApart) {
-    // clang-format off
-    const struct { std::vector<double> values; std::vector<std::wstring> texts; } rows[] = {
-        {{0, 50, 100}, {L"0", L"50", L"100"}},               {{0, 0.5, 1}, {L"0", L"0.5", L"1"}},
-        {{1.0 / 3, 2.0 / 3, 1}, {L"0.333", L"0.667", L"1"}}, {{0.001, 1, 1000}, {L"0.001", L"1", L"1000"}},
-        {{1, 1.5, 2, 4, 8.25}, {L"1", L"1.5", L"2", L"4", L"8.25"}}, {{123456.7, 200000}, {L"123457", L"200000"}},
-        {{0, 2.5e7, 5e7}, {L"0", L"2.5e7", L"5e7"}},         {{0, 1e-6, 2e-6}, {L"0", L"1e-6", L"2e-6"}},
-        {{-1e-9, 100}, {L"-1e-9", L"1e2"}},                  {{1e300, -1e300}, {L"1e300", L"-1e300"}},
-        {{5, 5}, {L"5", L"5"}},                              {{}, {}},
-    };
-    // clang-format on
-    for (const auto& row : rows)
-        EXPECT_EQ(Labels(row.values), row.texts) << "row " << &row - rows;
-}
-
 // "position label", a dot for a small tick.
 std::wstring Drawn(const Scale& scale, int length) {
     const auto width = [](const std::wstring& text) { return static_cast<int>(6 * text.size()); };
@@ -161,7 +129,6 @@ TEST(HPotRules, LayOutTicks) {
         {kDown, 60, L" 0:100 .... 30:50 .... 60:0 "},
         {Linear(3, 17, 1), 140, L".... 20:5 ......... 70:10 ......... 120:15 ...."},
         {Linear(0.37, 0.43, 0), 50, L" 0:0.37  50:0.43 "}, {Linear(5, 5, 1), 140, L" 0:5 "}, {kUp, 0, L""},
-        {Linear(1e15, 1e15 + 1, 0), 140, L" 0:1e15 ."},    {Linear(-1.7e308, 1.7e308, 0), 140, L" 0:-1.7e308 "},
         {List({1, 2, 4, 8, 16, 32, 64, 128}), 254, L" 0:1 .. 30:16  62:32  126:64  254:128 "},
         {kEmpty, 100, L""}, {List({3}), 100, L" 0:3 "}, {kRegions, 150, L" 0:0  50:10  100:100  150:1000 "},
         {OfType(-1), 100, L""},

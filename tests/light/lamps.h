@@ -3,7 +3,6 @@
 
 #include <bench/asking.h>
 #include <bench/bench.h>
-#include <bench/slot.h>
 #include <bench/window.h>
 #include <kxbaseui/kx_layoutmanager.h>
 #include <kxdevices/kx_simdevices.h>

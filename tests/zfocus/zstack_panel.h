@@ -2,7 +2,6 @@
 #pragma once
 
 #include <bench/bench.h>
-#include <bench/slot.h>
 #include <bench/window.h>
 #include <kxbaseui/kx_messagebox.h>
 #include <kxdevui/zfocus/devgui_zstack.h>
@@ -24,17 +23,6 @@ public:
 
     Recorder& record;
     std::function<void()> onChanged = [] {};  // or the step
-
-    static std::vector<long> Slots() {
-        using S = Panel;
-        return SlotsOf(&S::SetHandler, &S::GetHandler, &S::CreateUI, &S::DestroyUI, &S::GetHandle, &S::SetUIParent,
-                       &S::Show, &S::IsVisible, &S::Enable, &S::IsEnabled, &S::SetRedrawEx, &S::Update, &S::IsResizable,
-                       &S::GetCurSize, &S::CalcOptimalSize, &S::Move, &S::GetInterface, &S::GetInfo, &S::CustomCommand,
-                       &S::SetOptimalSize, &S::SetLayoutStyle, &S::GetEnableGuiFlag, &S::SetEnableGuiFlag,
-                       &S::IsResizableInSteps, &S::OnGuiZoomChanged, &S::AppendZDevice, &S::OnPiezoPickerChanged,
-                       &S::OnStepChanged, &S::OnMoveZRequest, &S::OnGoHomeRequest, &S::OnHostRequest,
-                       &S::OnZDeviceShown, &S::OnZStackChanged, &S::OnEraseBkGnd);
-    }
 
 protected:
     void OnStepChanged(double step, bool typed) override { Changed(CallText("Step", step, int{typed})); }

@@ -5,7 +5,6 @@
 #include <kxdevui/zfocus/yesnokeep_layout.h>
 #include <kxdevui/zfocus/zstack_scale.h>
 
-#include <cmath>
 #include <limits>
 #include <sstream>
 
@@ -14,40 +13,20 @@ namespace {
 using namespace kx::zstack;
 
 TEST(ZScale, DrawsOneTickAPlaneAndFewerWhereTheyAreDense) {
-    const double infinity = std::numeric_limits<double>::infinity(), nan = std::nan("");
+    const double infinity = std::numeric_limits<double>::infinity();
     const struct {
         double first, pitch;
         unsigned planes;
         std::vector<int> rows;
-    } table[] = {{0, 10, 3, {100, 90, 80}},
-                 {0, 1, 101, {100, 95, 90, 85, 80, 75, 70, 65, 60, 55, 50, 45, 40, 35, 30, 25, 20, 15, 10, 5, 0}},
-                 {0, 0.25, 81, {100, 95, 90, 85, 80}},
-                 {-20, 10, 4, {100, 90}},
-                 {95, 10, 4'000'000'000u, {5}},
-                 {-1e9, 10, 4'000'000'000u, {100, 90, 80, 70, 60, 50, 40, 30, 20, 10, 0}},
-                 {50, 0, 1, {50}},
-                 {0, nan, 4'000'000'000u, {}},
-                 {0, infinity, 3, {}},
+    } table[] = {{0, 10, 3, {100, 90, 80}}, {0, 0.25, 81, {100, 95, 90, 85, 80}},
+                 {-20, 10, 4, {100, 90}},   {-1e9, 10, 4'000'000'000u, {100, 90, 80, 70, 60, 50, 40, 30, 20, 10, 0}},
+                 {50, 0, 1, {50}},          {0, infinity, 3, {}},
                  {0, -10, 3, {100}}};
     for (const auto& [first, pitch, planes, rows] : table) {
         ScaleValues values;
         values.firstPlane = first, values.pitch = pitch, values.planes = planes;
         EXPECT_EQ(PlaneRows(values, {{0, 100}, 0, 100}, 3), rows) << first << " by " << pitch;
     }
-}
-
-TEST(ZScale, ShowsTheDeviceAndTheStack) {
-    ScaleValues values{
-        .rangeMin = 0, .rangeMax = 1000, .top = 520, .bottom = 500, .home = {}, .z = 5, .firstPlane = {}};
-    EXPECT_EQ(WholeStretch(values).low, -50);
-    EXPECT_EQ(StackStretch(values).low, 497);
-    values.home = 490;
-    EXPECT_EQ(StackStretch(values).high, 524.5);
-    values.top.reset();
-    EXPECT_EQ(StackStretch(values).high, 1050) << "half a stack is none";
-    values.rangeMax = values.rangeMin = 7;
-    EXPECT_GT(WholeStretch(values).high, WholeStretch(values).low);
-    EXPECT_GT(WholeStretch({}).high, WholeStretch({}).low);
 }
 
 TEST(ZScale, TakesAClickForTheMarkNearToIt) {
