@@ -7,7 +7,7 @@
 //         HWND button = CreateWindowW(L"BUTTON", L"Go", WS_CHILD | WS_VISIBLE, 10, 10, 80, 24, parent.Window(), ...);
 //         parent.Record().Clear();
 //         Click(button, 20, 10);
-//         EXPECT_TRUE(parent.Record().Matches({Command(7, BN_CLICKED, button)}));
+//         EXPECT_EQ(parent.Record().Take(), "7:0#7");
 //     }
 #pragma once
 

@@ -4,11 +4,7 @@
 
 namespace kx::test {
 
-RecordingParent::RecordingParent(SIZE client) : record_(own_) { Create(client); }
-
-RecordingParent::RecordingParent(Recorder& record, SIZE client) : record_(record) { Create(client); }
-
-void RecordingParent::Create(SIZE client) {
+RecordingParent::RecordingParent(SIZE client) {
     WNDCLASSW windowClass{};
     windowClass.lpfnWndProc = Procedure;
     windowClass.hInstance = GetModuleHandleW(nullptr);
@@ -42,19 +38,10 @@ void RecordingParent::Answer(UINT message, LRESULT value) {
 
 void RecordingParent::Answer(UINT message, Reply reply) { replies_[message] = std::move(reply); }
 
-void RecordingParent::Watch(std::initializer_list<UINT> messages) {
-    for (const UINT message : messages) {
-        watched_.insert(message);
-        ignored_.erase(message);
-    }
-}
-
-void RecordingParent::Ignore(std::initializer_list<UINT> messages) { ignored_.insert(messages); }
-
 bool RecordingParent::IsWatched(UINT message, LPARAM lParam) const {
     // Controls with a visual style ask with every paint whether their parent draws: no news.
     if (message == WM_NOTIFY && lParam && reinterpret_cast<const NMHDR*>(lParam)->code == NM_CUSTOMDRAW) return false;
-    return !ignored_.contains(message) && (watched_.contains(message) || (message >= WM_USER && message < 0x8000));
+    return watched_.contains(message) || (message >= WM_USER && message < 0x8000);
 }
 
 LRESULT CALLBACK RecordingParent::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
@@ -73,7 +60,7 @@ LRESULT RecordingParent::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
         SetWindowLongPtrW(window, GWLP_USERDATA, 0);
         window_ = nullptr;
     }
-    if (IsWatched(message, lParam)) record_.Add(MakeEntry(message, wParam, lParam));
+    if (IsWatched(message, lParam)) record_.Message(message, wParam, lParam);
     if (const auto found = replies_.find(message); found != replies_.end()) {
         // A copy: the reply may set another answer to the same message.
         const Reply reply = found->second;

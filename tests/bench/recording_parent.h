@@ -12,7 +12,6 @@
 #include <bench/record.h>
 
 #include <functional>
-#include <initializer_list>
 #include <map>
 #include <set>
 
@@ -22,9 +21,7 @@ class RecordingParent {
 public:
     using Reply = std::function<LRESULT(WPARAM wParam, LPARAM lParam)>;
 
-    // Messages go to a record of its own, or to one that callbacks write to as well.
     explicit RecordingParent(SIZE client = {640, 480});
-    explicit RecordingParent(Recorder& record, SIZE client = {640, 480});
     ~RecordingParent();
     RecordingParent(const RecordingParent&) = delete;
     RecordingParent& operator=(const RecordingParent&) = delete;
@@ -37,21 +34,18 @@ public:
     void Answer(UINT message, Reply reply);
 
     // More or fewer messages to record.
-    void Watch(std::initializer_list<UINT> messages);
-    void Ignore(std::initializer_list<UINT> messages);
+    void Watch(UINT message) { watched_.insert(message); }
+    void Ignore(UINT message) { watched_.erase(message); }
 
 private:
     static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     LRESULT Handle(UINT message, WPARAM wParam, LPARAM lParam);
     bool IsWatched(UINT message, LPARAM lParam) const;
-    void Create(SIZE client);
 
-    Recorder own_;
-    Recorder& record_;
+    Recorder record_;
     HWND window_ = nullptr;
     std::map<UINT, Reply> replies_;
     std::set<UINT> watched_{WM_COMMAND, WM_NOTIFY, WM_HSCROLL, WM_VSCROLL, WM_DRAWITEM, WM_MEASUREITEM};
-    std::set<UINT> ignored_;
 };
 
 }  // namespace kx::test

@@ -1,4 +1,6 @@
+// What a broken bench would silently pass: leaks and touches of the dead that nobody sees.
 #include <bench/bench.h>
+#include <bench/grave.h>
 
 #include <memory>
 #include <vector>
@@ -28,6 +30,16 @@ TEST(Counters, SeeWhatLeaks) {
     ExpectSeen("windows", [&] { leak(parent.Window(), WS_CHILD); });
     ExpectSeen("windows", [&] { leak(HWND_MESSAGE, 0); });
     ExpectSeen("heap blocks", [&] { blocks.push_back(std::make_unique<int>(1)); });
+}
+
+TEST(Grave, SeesATouchAndTheProgramGoesOn) {
+    auto object = MakeBuried<int>(5);
+    const volatile int* const dead = object.get();
+    object.reset();
+    EXPECT_EQ(TakeTouch(), "");
+    EXPECT_EQ(*dead, 5);
+    EXPECT_NE(TakeTouch().find("byte 0 of a dead object is read by"), std::string::npos);
+    EXPECT_EQ(TakeTouch(), "");
 }
 
 }  // namespace

@@ -56,6 +56,7 @@ TEST(EditBoxRules, SplitLists) {
         {L"1;2a;x", L';', {}, L"2a"},
         {L"0x10", L';', {}, L"0x10"},
         {L"1,5;2", L';', {}, L"1,5"},
+        {L"1;2-3", L';', {}, L"2-3"},
         {L"-1e999|+2", L'|', {-kInf, 2}, L""},
     };
     for (const auto& [text, separator, values, wrong] : rows) {

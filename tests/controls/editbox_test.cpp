@@ -34,7 +34,7 @@ struct Owner : testing::Test {
     ~Owner() override { KX_SetMessageBoxHandler(nullptr, nullptr), CKxGUILayoutManager::SetGuiZoom(1); }
     HWND Edit() { return box.GetEditWindow(); }
     std::wstring Said() { return std::exchange(said, L""); }
-    std::string See() { return Narrow(box.GetText().str()) + " | " + Brief(parent.Record()); }
+    std::string See() { return Narrow(box.GetText().str()) + " | " + parent.Record().Take(); }
 
     std::wstring said;
     RecordingParent parent;

@@ -55,12 +55,12 @@ protected:
         kx::test::MoveTo(parent.Window(), 400, 300);
         EXPECT_TRUE(PumpUntil([&] { return !slider.GetHovered(); }));
     }
-    std::string Told() { return Brief(record); }
+    std::string Told() { return record.Take(); }
     // The value, and what was told.
     std::string See() { return CallText("", slider.GetValue()) + " " + Told(); }
 
-    Recorder record;
-    RecordingParent parent{record};
+    RecordingParent parent;
+    Recorder& record = parent.Record();
     Slider slider;
     double list[4] = {0, 60, 120, 210};
 };

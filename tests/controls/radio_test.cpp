@@ -25,7 +25,7 @@ struct Radio : testing::Test {
     }
     HWND ButtonOf(int index) { return GetDlgItem(group, 85 + index); }
     HWND AddText() { return AddChild(parent.Window(), L"STATIC", 7, {10, 200, 60, 220}, 0, L"only"); }
-    std::string Told() { return Brief(parent.Record()); }
+    std::string Told() { return parent.Record().Take(); }
     // Which is chosen, which can be, where the focus is, what was told.
     std::string See() {
         std::string seen = std::to_string(group.GetSelectionIndex()) + " of ";

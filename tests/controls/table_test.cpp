@@ -21,7 +21,7 @@ using namespace kx::test;
 class Table : public testing::Test {
 protected:
     Table() {
-        parent.Ignore({WM_NOTIFY});
+        parent.Ignore(WM_NOTIFY);
         parent.Answer(WM_NOTIFY, [this](WPARAM id, LPARAM lParam) {
             const auto& header = *reinterpret_cast<const NMHDR*>(lParam);
             const auto& item = reinterpret_cast<const NMLVDISPINFOW*>(lParam)->item;
@@ -75,7 +75,7 @@ protected:
         GetClassNameW(GetFocus(), name, 16);
         return lstrcmpiW(name, L"EDIT") == 0 ? GetFocus() : nullptr;
     }
-    std::string Told() { return Brief(parent.Record()); }
+    std::string Told() { return parent.Record().Take(); }
     // A cell, whether one is edited, and what was told.
     std::string See(int row, int column) { return Narrow(Cell(row, column)) + (Field() ? " open " : " ") + Told(); }
 

@@ -58,7 +58,7 @@ struct Container : testing::Test {
         panel.InsertWindow(child);
         return child;
     }
-    std::string Told() { return Brief(parent.Record()); }
+    std::string Told() { return parent.Record().Take(); }
 
     RecordingParent parent;
     Panel panel{parent.Record()};

@@ -51,7 +51,7 @@ struct Dialogs : testing::Test {
         const ModalAnswer answer([](HWND window) { PressButton(window, 7); });
         return reinterpret_cast<INT_PTR>(made.CreateFromDlg(parent.Window(), 0, 0, L"TEST_DIALOG", module, true));
     }
-    std::string Told() { return Brief(parent.Record()); }
+    std::string Told() { return parent.Record().Take(); }
 
     const HMODULE module = GetModuleHandleW(nullptr);
     RecordingParent parent;

@@ -31,11 +31,9 @@ struct Listener {
     ~Listener() { CKxDeviceRegistry::RemoveListener(number); }
 
     Recorder record;
-    const int number = CKxDeviceRegistry::AddListener(
-        [this](unsigned id, EKxDeviceChange what) { record.Call("told", id, static_cast<int>(what)); });
+    const int number =
+        CKxDeviceRegistry::AddListener([this](unsigned id, EKxDeviceChange what) { record.Call("told", id, what); });
 };
-
-Expected Told(unsigned id, EKxDeviceChange what) { return Call("told", id, static_cast<int>(what)); }
 
 TEST(DeviceRegistry, NumbersDevicesAndTells) {
     Listener listener;
@@ -53,8 +51,9 @@ TEST(DeviceRegistry, NumbersDevicesAndTells) {
     once = CKxDeviceRegistry::AddListener([&](unsigned, EKxDeviceChange) { CKxDeviceRegistry::RemoveListener(once); });
     shutter.reset();
     CKxDeviceRegistry::RemoveListener(thrower);
-    EXPECT_TRUE(listener.record.Matches(
-        {Told(id, EKxDeviceChange::Added), Told(id, EKxDeviceChange::Names), Told(id, EKxDeviceChange::Removed)}));
+    EXPECT_EQ(listener.record.Take(), CallText("told", id, EKxDeviceChange::Added) + " " +
+                                          CallText("told", id, EKxDeviceChange::Names) + " " +
+                                          CallText("told", id, EKxDeviceChange::Removed));
     CKxSimShutter next(L"Next", eKxShutterType_Dia);
     EXPECT_GT(CKxDeviceRegistry::Add(next), id);
 }
@@ -97,6 +96,8 @@ TEST(DMApi, AsksNosepiecesDrivesAndLightPaths) {
     EXPECT_TRUE(DMApi::Nosepiece_GetPositionAvailable(n, 0, nullptr));
     EXPECT_TRUE(!DMApi::Nosepiece_GetPositionAvailable(n, 1, &reason) && !reason.IsEmpty());
     EXPECT_EQ(DMApi::Nosepiece_GetMagnification(n, DMApi::Nosepiece_GetObjectiveName(n, 0)), L"10x");
+    EXPECT_EQ(DMApi::Nosepiece_GetObjectiveName(n, 7), L"");
+    EXPECT_FALSE(nosepiece.MoveTo(1));
     EXPECT_EQ(DMApi::Nosepiece_GetObjectiveKey(n, 0), L"key");
     double low = 0, high = 0, at = 0;
     EXPECT_TRUE(DMApi::ZDrive_GetRange(z, &low, &high) && low == 10 && high == 2000);
@@ -133,7 +134,7 @@ TEST(SimulatedDevices, TakeTimeStopAndFail) {
     };
     EXPECT_EQ(stand(), 0);
     EXPECT_FALSE(wheel.MoveTo(-1) || wheel.MoveTo(8));
-    const auto told = Told(wheel.GetLogDevId(), EKxDeviceChange::Position);
+    const auto told = CallText("told", wheel.GetLogDevId(), EKxDeviceChange::Position);
     // The shorter way round.
     for (const auto& [target, duration] : {std::pair{3L, 300u}, {7L, 400u}, {0L, 100u}, {0L, 100u}}) {
         EXPECT_TRUE(wheel.MoveTo(target));
@@ -142,21 +143,16 @@ TEST(SimulatedDevices, TakeTimeStopAndFail) {
         EXPECT_EQ(pass(1), eKxDeviceState_Ready);
         EXPECT_EQ(stand(), target);
         microscope.Tick();
-        EXPECT_TRUE(listener.record.Matches({told, told}));
+        EXPECT_EQ(listener.record.Take(), told + " " + told);
     }
     wheel.MoveTo(4);
     microscope.Stop();
-    EXPECT_TRUE(listener.record.Matches({told, told}));
+    EXPECT_EQ(listener.record.Take(), told + " " + told);
     EXPECT_EQ(pass(1000), eKxDeviceState_Unknown);
     EXPECT_EQ(stand(), -1);
     microscope.SetFails(true);
     wheel.MoveTo(5);
     EXPECT_EQ(pass(1000), eKxDeviceState_Faulty);
-    EXPECT_EQ(stand(), -1);
-    microscope.SetFails(false);
-    wheel.MoveTo(1);
-    EXPECT_EQ(pass(100), eKxDeviceState_Ready) << "it has not left its place";
-    EXPECT_EQ(stand(), 1);
 }
 
 TEST(SimulatedDevices, DrivesGoOverADistanceWithinTheirRange) {
@@ -184,26 +180,10 @@ TEST(SimulatedDevices, DrivesGoOverADistanceWithinTheirRange) {
     EXPECT_TRUE(drive.MoveTo(560));
     clock.Pass(15);  // the counter wraps around meanwhile
     EXPECT_TRUE(drive.MoveTo(10) && drive.GetPosition(x) && x == 410) << "turned round half way";
-    microscope.SetSlowness(10);
-    EXPECT_TRUE(stage.MoveTo(0, -305));
-    clock.Pass(99);
-    microscope.Tick();
-    EXPECT_FALSE(stage.GetPosition(x, y));
 }
 
 TEST(SimulatedDevices, KeepTheirRules) {
     CKxSimMicroscope microscope;
-    auto& nosepiece = microscope.Add<CKxSimNosepiece>(
-        L"Nosepiece", std::vector<SKxSimObjective>{{L"Plan Apo 10x/0.45", L"10x", L"A"}, {L"", L"", L""}});
-    CKxStringW text;
-    nosepiece.GetMagnification(L"Plan Apo 10x/0.45", text);
-    EXPECT_EQ(text, L"10x");
-    nosepiece.GetObjectiveName(7, text);
-    EXPECT_EQ(text, L"");
-    nosepiece.SetAvailable(1, false);
-    EXPECT_FALSE(nosepiece.MoveTo(1) || nosepiece.GetPositionAvailable(1, text));
-    EXPECT_NE(text, L"");
-
     for (const bool several : {false, true}) {
         auto& laser = microscope.Add<CKxSimLaserOutput>(L"Laser", std::vector<std::wstring>{L"A", L"B", L"C"}, several);
         EXPECT_TRUE(laser.SetPortUsed(2, true));
@@ -225,22 +205,6 @@ TEST(SimulatedDevices, KeepTheirRules) {
     EXPECT_EQ(DMApi::Shutter_GetStepAperture(smart.GetLogDevId(), 3), 0);
     EXPECT_TRUE(smart.SetMode(eKxShutterMode_Aperture) && !smart.SetMode(static_cast<EKxShutterMode>(3)));
     EXPECT_FALSE(microscope.Add<CKxSimShutter>(L"Plain", eKxShutterType_Dia).SetMode(eKxShutterMode_Soft));
-}
-
-TEST(SimulatedDevices, TravelEvenlyAlongZ) {
-    const struct {
-        double to;
-        unsigned after;
-        double stands;
-    } rows[] = {{60, 500, 55}, {60, 5000, 60}, {-9, 2000, 30}, {-9, 60000, 0}, {std::nan(""), 1000, 50}};
-    for (const auto& row : rows) {
-        SKxSimZDrive drive{.rangeMin = 0, .rangeMax = 100, .speed = 10, .from = 50, .to = 50};
-        // The counter wraps around on the way.
-        const unsigned start = 0xFFFFFF00u;
-        drive.Start(row.to, start);
-        EXPECT_EQ(drive.Position(start + row.after), row.stands);
-        EXPECT_EQ(drive.IsMoving(start + row.after), row.stands != drive.to);
-    }
 }
 
 }  // namespace

@@ -78,13 +78,3 @@ TEST_F(Log, SinksMayThrowLogAndReplaceThemselves) {
         EXPECT_EQ(m_records, c.records);
     }
 }
-
-TEST_F(Log, OneRecordAtATimeReachesTheSink) {
-    constexpr std::size_t c_each = 500;
-    const auto write = [] {
-        for (std::size_t i = 0; i < c_each; ++i)
-            KX_LOG(L"thread", L"%d", 7);
-    };
-    { const std::jthread a(write), b(write), c(write); }
-    EXPECT_EQ(m_records, Records(3 * c_each, m_records.at(0)));
-}

@@ -55,20 +55,10 @@ TEST(StringToDouble, RefusesTheRest) {
 // The exponent makes up for the digits: what is too large or too small is told by the whole, not by a part.
 TEST(StringToDouble, LongNumbers) {
     const auto zeros = [](std::size_t count) { return std::wstring(count, L'0'); };
-    const struct {
-        std::wstring text;
-        std::optional<double> value;
-    } cases[] = {
-        // clang-format off
-        {L"0." + zeros(900) + L"1e901", 1}, {L"1" + zeros(900) + L"e-900", 1}, {L"1e-" + zeros(900) + L"1", .1},
-        {L"0." + zeros(400) + L"1", 0},     {L"1" + zeros(900) + L"e-1300", 0}, {L"0.1" + std::wstring(900, L'9'), .2},
-        {zeros(999) + L"5", 5},             {std::wstring(2000, L' ') + L"5", 5},
-        {zeros(1000) + L"5", {}},           {L"1" + zeros(400), {}}, {L"0." + zeros(500) + L"1e900", {}},
-        {std::wstring(100000, L'9'), {}},
-        // clang-format on
-    };
-    for (const auto& c : cases)
-        ExpectNumber(c.text.c_str(), c.value);
+    ExpectNumber((L"0." + zeros(900) + L"1e901").c_str(), 1);
+    ExpectNumber((L"1" + zeros(900) + L"e-1300").c_str(), 0);
+    ExpectNumber((zeros(999) + L"5").c_str(), 5);
+    ExpectNumber((zeros(1000) + L"5").c_str(), std::nullopt);
 }
 
 // Hosts set the locale of their users.

@@ -1,6 +1,6 @@
 // What all creations have in common: the class of the window, its mark, the object in its user data; and that a host,
 // who is told of each window that goes and comes, may end the object there.
-#include "law.h"
+#include <subjects/law.h>
 
 #include <algorithm>
 
@@ -9,7 +9,7 @@ namespace {
 
 class CreationLaw : public LawTest {
 protected:
-    CreationLaw() : LawTest(Law::Ends) {}
+    CreationLaw() : LawTest({Law::Ends}) {}
 
     // Made anew; the nth of these messages to the host ends the object. False when there are not so many.
     bool EndsIn(UINT message, WORD what, int nth) {

@@ -1,6 +1,6 @@
 // In a scheme on dark ground nothing stays light: no area larger than the strokes of text, and where lines are dark
 // too, no line.
-#include "law.h"
+#include <subjects/law.h>
 
 #include <commctrl.h>
 
@@ -12,7 +12,7 @@ namespace {
 
 class DarkLaw : public LawTest {
 protected:
-    DarkLaw() : LawTest(Law::Dark) {}
+    DarkLaw() : LawTest({Law::Dark}) {}
 
     // Chooses the other dark scheme once, when the window is told to paint.
     static LRESULT CALLBACK Choose(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR, DWORD_PTR) {

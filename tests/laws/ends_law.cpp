@@ -1,6 +1,6 @@
 // Each callback in turn destroys the window, then the windows by Destroy, then the object, then the parent: nothing is
 // touched afterwards. Objects that have been deleted lie in memory that nobody may read or write (bench/grave.h).
-#include "law.h"
+#include <subjects/law.h>
 
 #include <map>
 
@@ -11,7 +11,7 @@ namespace {
 
 class EndsLaw : public LawTest {
 protected:
-    EndsLaw() : LawTest(Law::Ends) {}
+    EndsLaw() : LawTest({Law::Ends}) {}
 
     using Cause = std::function<void()>;
 

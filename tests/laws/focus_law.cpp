@@ -1,13 +1,13 @@
 // The focus, when what has it is hidden, disabled or made anew, goes where the control says; it is never left with a
 // window that cannot be used.
-#include "law.h"
+#include <subjects/law.h>
 
 namespace kx::test {
 namespace {
 
 class FocusLaw : public LawTest {
 protected:
-    FocusLaw() : LawTest(Law::Focus) {}
+    FocusLaw() : LawTest({Law::Focus}) {}
 
     std::string Focused() {
         const HWND focus = GetFocus();

@@ -1,6 +1,6 @@
 // All that is drawn grows with the zoom: at 200 % the picture, made half as large, is the one at 100 %, but for what
 // letters and lines lose on the way.
-#include "law.h"
+#include <subjects/law.h>
 
 #include <array>
 #include <cstdlib>
@@ -31,7 +31,7 @@ Mean MeanOf(const Picture& picture, int left, int top, int size) {
 
 class GrowLaw : public LawTest {
 protected:
-    GrowLaw() : LawTest(Law::Zoom) {}
+    GrowLaw() : LawTest({Law::Zoom}) {}
     ~GrowLaw() override { CKxGUILayoutManager::SetGuiZoom(1.0); }
     Picture At(double zoom) {
         Begin({eKxColorScheme_Light, zoom, true});

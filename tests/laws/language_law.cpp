@@ -1,6 +1,6 @@
 // Every text that is shown has been asked for in the user's language, or is the host's; and every text that is asked
 // for is in every catalogue.
-#include "law.h"
+#include <subjects/law.h>
 
 #include <commctrl.h>
 
@@ -11,6 +11,7 @@
 #include <sstream>
 
 #include <bench/imports.h>
+#include <bench/window.h>
 #include <kxbaseui/kx_menu.h>
 #include <kxbaseui/kx_messagebox.h>
 #include <kxsystem/kx_catalogue.h>
@@ -81,12 +82,6 @@ private:
     std::vector<std::unique_ptr<Import>> imports_;
 };
 
-std::wstring TextOf(HWND window) {
-    wchar_t text[400] = L"";
-    SendMessageW(window, WM_GETTEXT, 400, reinterpret_cast<LPARAM>(text));
-    return text;
-}
-
 // The texts of windows, of lists and of tooltips, with where they stand.
 std::vector<std::pair<std::string, std::wstring>> TextsOf(Subject& subject) {
     std::vector<std::pair<std::string, std::wstring>> texts;
@@ -140,7 +135,7 @@ std::optional<CKxCatalogue> CatalogueOf(WORD language) {
 
 class LanguageLaw : public LawTest {
 protected:
-    LanguageLaw() : LawTest(Law::Language) {}
+    LanguageLaw() : LawTest({Law::Language}) {}
     ~LanguageLaw() override { CKxLocale::SetModuleLangId(0); }
 
     bool IsOwn(const std::wstring& text) {

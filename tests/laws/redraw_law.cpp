@@ -1,5 +1,5 @@
 // What is on the screen after a change is what a full repaint draws: a missing redraw shows at once.
-#include "law.h"
+#include <subjects/law.h>
 
 #include <map>
 #include <optional>
@@ -13,7 +13,7 @@ namespace {
 
 class RedrawLaw : public LawTest {
 protected:
-    RedrawLaw() : LawTest(Law::Redraw) {}
+    RedrawLaw() : LawTest({Law::Redraw}) {}
 
     void Look(const std::string& after, const State& state) {
         if (!Control().Window()) return;

@@ -1,8 +1,9 @@
 // Made at a zoom or brought there, the same pixels; there and back, the first pixels.
-#include "law.h"
+#include <subjects/law.h>
 
 #include <sstream>
 
+#include <bench/window.h>
 #include <kxbaseui/kx_layoutmanager.h>
 #include <subjects/redraw.h>
 
@@ -18,17 +19,14 @@ struct Look {
         std::ostringstream out;
         for (const Target& each : TreeOf(subject.Window())) {
             if (!IsWindowVisible(each.window)) continue;
-            RECT place{};
-            GetWindowRect(each.window, &place);
-            if (each.window == subject.Window())
-                OffsetRect(&place, -place.left, -place.top);
-            else
-                MapWindowPoints(nullptr, GetParent(each.window), reinterpret_cast<POINT*>(&place), 2);
             LOGFONTW font{};
             const auto handle = reinterpret_cast<HFONT>(SendMessageW(each.window, WM_GETFONT, 0, 0));
             if (handle) GetObjectW(handle, sizeof(font), &font);
-            out << "\n  " << NameOfWindow(each.window) << ": " << place.left << ", " << place.top << " to "
-                << place.right << ", " << place.bottom << ", type " << font.lfHeight;
+            const std::string place = PlaceOf(each.window);
+            // Of the control itself the size alone: where it stands is the parent's.
+            const bool inside = each.window != subject.Window();
+            out << "\n  " << NameOfWindow(each.window) << ": "
+                << (inside ? place : place.substr(place.find(' ', place.find(' ') + 1))) << ", type " << font.lfHeight;
         }
         places = out.str();
     }
@@ -47,7 +45,7 @@ struct Look {
 
 class ZoomLaw : public LawTest {
 protected:
-    ZoomLaw() : LawTest(Law::Zoom) {}
+    ZoomLaw() : LawTest({Law::Zoom}) {}
 
     // To another zoom. What the platform's own window cannot do by itself, who holds it does for it.
     void Zoom(double zoom) {

@@ -1,5 +1,6 @@
 // The colour slider's rules as tables: every tie, and what is not the same on both sides.
 #include <gtest/gtest.h>
+#include <kxdevui/controls/hpot_rules.h>
 #include <kxdevui/light/colorslider_rules.h>
 
 #include <cfloat>
@@ -76,6 +77,17 @@ TEST(ColorSliderRules, GiveAClickToAThumb) {
     };
     for (const auto& row : rows)
         EXPECT_EQ(ThumbFor(row.pointer, row.minimum, row.maximum, 100), row.thumb) << "row " << &row - rows;
+}
+
+// Marks of one pixel are one tick, which has the label of one of them.
+TEST(ColorSliderRules, MarkAPixelOnce) {
+    const hpot::Scale scale{eHPotType_ColorSlider, 0, 100, 0, 10, 0, {0, 50, 50.1, 100}, {}};
+    const auto width = [](const std::wstring& text) { return static_cast<int>(6 * text.size()); };
+    const hpot::Mark marks[] = {{0, false}, {50, false}, {50.1, true}, {100, false}};
+    std::wstring drawn;
+    for (const hpot::Tick& tick : hpot::MarkTicks(scale, marks, {90, 5, 5, 9, 4, width}))
+        drawn += std::to_wstring(tick.position) + L":" + tick.label + L" ";
+    EXPECT_EQ(drawn, L"0: 45:50 90: ");
 }
 
 // Slider 100 x 10, name 40, unit 12 and edit 30 wide.

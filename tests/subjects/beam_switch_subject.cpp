@@ -26,8 +26,8 @@ protected:
 
     std::vector<Operation> MakeOperations() override {
         return {
-            {"a state", [this](Random& r) { control_->SetOpen(r.OneIn(2)); }},
-            {"a title", [this](Random& r) { control_->SetTitle(r.OneIn(2) ? L"Lamp" : L"Lamp 2"); }},
+            {"a state", Do(&Beam::SetOpen, Flag)},
+            {"a title", Do(&Beam::SetTitle, OneOf({L"Lamp", L"Lamp 2"}))},
             {"an update",
              [this](Random& r) {
                  device_.SetOpen(r.OneIn(2));

@@ -115,33 +115,22 @@ protected:
 
     std::vector<Operation> MakeOperations() override {
         const auto number = [](Random& r) { return r.OneIn(5) ? r.AnyInt() : r.Between(-3, 45); };
+        const auto fill = [this](Random& r) { filled_ = true, control_->Fill(AnyFilling(r)); };
         return {
-            {"a filling", [this](Random& r) { filled_ = true, control_->Fill(AnyFilling(r)); }},
-            {"another filling", [this](Random& r) { filled_ = true, control_->Fill(AnyFilling(r)); }},
-            {"a rainbow",
-             [this](Random& r) {
-                 const double from = AnyNumber(r);
-                 control_->SetHorizontalRainbow(from, AnyNumber(r));
-             }},
-            {"rows",
-             [=, this](Random& r) {
-                 const double a = AnyNumber(r), b = AnyNumber(r);
-                 control_->SetVerticalRainbow(a, b, number(r), a);
-             }},
-            {"a gradient", [=, this](Random& r) { control_->SetGradient(static_cast<unsigned>(number(r)), 0xFFFFFF); }},
+            {"a filling", fill},
+            {"another filling", fill},
+            {"a rainbow", Do(&Slider::SetHorizontalRainbow, AnyNumber, AnyNumber)},
+            {"rows", Do(&Slider::SetVerticalRainbow, AnyNumber, AnyNumber, number, AnyNumber)},
+            {"a gradient", Do(&Slider::SetGradient, number, number)},
             {"a line", [=, this](Random& r) { control_->SetLineDrawSliderVorColors(number(r), 37, r.OneIn(2)); }},
             {"a power", [this](Random& r) { control_->SetPower(AnyNumber(r), true); }},
             {"a quiet power", [this](Random& r) { control_->SetPower(AnyNumber(r), false); }},
-            {"a range",
-             [this](Random& r) {
-                 const double minimum = AnyNumber(r);
-                 control_->SetRange(minimum, AnyNumber(r));
-             }},
-            {"a move", [=, this](Random& r) { control_->CalculateMove(number(r)); }},
-            {"a point", [=, this](Random& r) { control_->SetPointColor(number(r)); }},
+            {"a range", Do(&Slider::SetRange, AnyNumber, AnyNumber)},
+            {"a move", Do(&Slider::CalculateMove, number)},
+            {"a point", Do(&Slider::SetPointColor, number)},
             {"the column",
              [=, this](Random& r) { control_->SetHPotLeft(number(r)), control_->SetHPotLeftRange(number(r)); }},
-            {"a name", [this](Random& r) { control_->SetName(r.OneIn(2) ? L"&" : L"Lamp 2"); }},
+            {"a name", Do(&Slider::SetName, OneOf({L"&", L"Lamp 2"}))},
         };
     }
 

@@ -16,9 +16,9 @@ class EditBoxSubject : public SubjectOf<Box> {
 public:
     std::vector<std::wstring> OwnTexts() const override { return {L"Length:", L"R&D"}; }
     std::vector<Exception> Exceptions() const override {
-        return {{Law::Silence, "WM_COMMAND 7, 768", "EN_CHANGE comes for every change of the text, whoever made it"},
-                {Law::Silence, "WM_COMMAND 7, 256", "EN_SETFOCUS: a check that fails gives the edit the focus"},
-                {Law::Silence, "WM_COMMAND 7, 512", "EN_KILLFOCUS: what is disabled gives the focus away"},
+        return {{Law::Silence, "7:768", "EN_CHANGE comes for every change of the text, whoever made it"},
+                {Law::Silence, "7:256", "EN_SETFOCUS: a check that fails gives the edit the focus"},
+                {Law::Silence, "7:512", "EN_KILLFOCUS: what is disabled gives the focus away"},
                 {Law::Silence, "its own", "keys and the wheel are the user's"},
                 {Law::Silence, "typing", "is the user's"},
                 {Law::Silence, "OnSpin", "comes of a key or the wheel"},
@@ -27,6 +27,7 @@ public:
 
 protected:
     using SubjectOf<Box>::control_;
+    using SubjectOf<Box>::Do;
     using SubjectOf<Box>::parent_;
 
     void Make(HWND parent) override {
@@ -39,24 +40,12 @@ protected:
     }
 
     std::vector<Operation> MakeOperations() override {
-        const auto text = [](Random& r) {
-            return r.Of<const wchar_t*>({L"", L"12", L"1;2;3", L"x", L"1e999", nullptr});
-        };
-        const auto format = [](Random& r) {
-            return r.Of<const wchar_t*>({L"%g", L"%.2f", L"%.9999f", L"%s%n", L"%d", nullptr});
-        };
+        const auto text = OneOf<const wchar_t*>({L"", L"12", L"1;2;3", L"x", L"1e999", nullptr});
+        const auto format = OneOf<const wchar_t*>({L"%g", L"%.2f", L"%.9999f", L"%s%n", L"%d", nullptr});
         return {
-            {"a number",
-             [=, this](Random& r) {
-                 const double number = AnyNumber(r);
-                 control_->SetNumber(number, format(r), r.OneIn(2));
-             }},
-            {"a text", [=, this](Random& r) { control_->SetText(text(r)); }},
-            {"an interval",
-             [this](Random& r) {
-                 const double bound = AnyNumber(r);
-                 control_->SetRestriction(bound, AnyNumber(r));
-             }},
+            {"a number", Do(&Box::SetNumber, AnyNumber, format, Flag)},
+            {"a text", Do(&Box::SetText, text)},
+            {"an interval", Do(&Box::SetRestriction, AnyNumber, AnyNumber)},
             {"checking",
              [this](Random& r) { control_->CKxDevUI_EditBox::CheckRestriction(false, r.OneIn(2), AnyNumber(r)); }},
             {"Init",
@@ -64,17 +53,10 @@ protected:
                  const bool label = r.OneIn(2), filled = r.OneIn(2);
                  control_->Init(label, filled, r.OneIn(4));
              }},
-            {"a border", [this](Random& r) { control_->SetStyle(r.OneIn(2)); }},
-            {"a label",
-             [this](Random& r) {
-                 control_->SetTitle(r.Of<const wchar_t*>({L"", L"R&D", L"Length:"}));
-             }},
-            {"sizes",
-             [this](Random& r) {
-                 const int width = r.Length(), number = r.Between(-2, 400);
-                 control_->SetSize(width, number, number / 8);
-             }},
-            {"a limit", [this](Random& r) { control_->SetMaxChars(r.Between(-2, 400)); }},
+            {"a border", Do(&Box::SetStyle, Flag)},
+            {"a label", Do(&Box::SetTitle, OneOf({L"", L"R&D", L"Length:"}))},
+            {"sizes", Do(&Box::SetSize, Length, Within(-2, 400), Within(0, 50))},
+            {"a limit", Do(&Box::SetMaxChars, Within(-2, 400))},
             {"a placeholder", [this](Random&) { TakePlace(); }},
             {"its own", [=, this](Random& r) { OperateOwn(text(r), r.Between(-2, 400)); }},
             {"typing",
@@ -151,12 +133,8 @@ protected:
 
     std::vector<Operation> MakeOperations() override {
         return {
-            {"a range",
-             [this](Random& r) {
-                 const double first = AnyNumber(r);
-                 control_->SetRange(first, AnyNumber(r), r.Between(-2, 400));
-             }},
-            {"a position", [this](Random& r) { control_->SetPosition(r.Between(-2, 12)); }},
+            {"a range", Do(&CKxDevUI_SpinBox::SetRange, AnyNumber, AnyNumber, Within(-2, 400))},
+            {"a position", Do(&CKxDevUI_SpinBox::SetPosition, Within(-2, 12))},
             {"asking", [this](Random& r) { control_->ValueOf(r.AnyInt()), control_->PositionOf(AnyNumber(r)); }},
         };
     }

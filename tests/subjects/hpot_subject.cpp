@@ -68,7 +68,7 @@ protected:
 
     std::vector<Operation> MakeOperations() override {
         return {
-            {"a value", [this](Random& r) { control_->SetValue(AnyNumber(r), r.OneIn(2)); }},
+            {"a value", Do(&Slider::SetValue, AnyNumber, Flag)},
             {"a range",
              [this](Random& r) {
                  const double a = AnyNumber(r), b = AnyNumber(r);
@@ -84,15 +84,14 @@ protected:
                  std::vector<double> list = AnyList(r);
                  control_->InitValues(list.data(), list.data(), static_cast<int>(list.size()), AnyNumber(r));
              }},
-            {"a type", [this](Random& r) { control_->SetType(static_cast<eHPotType>(r.Between(-3, 12))); }},
-            {"a marker", [this](Random& r) { control_->SetMarker(AnyNumber(r), r.Between(-3, 12), r.OneIn(2)); }},
-            {"a marker's use", [this](Random& r) { control_->SetMarkerUsed(r.OneIn(2)); }},
-            {"granularity",
-             [this](Random& r) { control_->SetMouseWheelGranularity(r.AnyInt(), r.Between(-3, 12), 3); }},
-            {"a size", [this](Random& r) { control_->SetSize(r.Length(), 40, r.Between(-3, 12)); }},
+            {"a type", Do(&Slider::SetType, Within(-3, 12))},
+            {"a marker", Do(&Slider::SetMarker, AnyNumber, Within(-3, 12), Flag)},
+            {"a marker's use", Do(&Slider::SetMarkerUsed, Flag)},
+            {"granularity", Do(&Slider::SetMouseWheelGranularity, AnyInt, Within(-3, 12), Within(0, 3))},
+            {"a size", Do(&Slider::SetSize, Length, Within(40, 40), Within(-3, 12))},
             {"updating", [this](Random& r) { control_->Update(r.OneIn(2), r.OneIn(2), true); }},
             {"looks", [this](Random& r) { control_->SetTransparent(r.OneIn(2)), control_->SetHover(r.OneIn(2)); }},
-            {"the filter's mode", [this](Random& r) { control_->SetbAOTF(r.OneIn(2)); }},
+            {"the filter's mode", Do(&Slider::SetbAOTF, Flag)},
         };
     }
 

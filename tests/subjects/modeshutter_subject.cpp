@@ -1,7 +1,6 @@
 // The mode shutter.
 #include "subject.h"
 
-#include <kxbaseui/kx_colors.h>
 #include <kxdevices/kx_simdevices.h>
 #include <kxdevui/light/devgui_modeshutter.h>
 
@@ -76,24 +75,15 @@ protected:
             {"updating",
              [this](Random& r) { control_->Update(&device_, r.OneIn(2), r.OneIn(2), r.OneIn(2), r.OneIn(2)); }},
             {"changing the device", [this](Random& r) { ChangeDevice(r.Between(0, 31), AnyNumber(r)); }},
-            {"a mode", [this](Random& r) { control_->SetMode(static_cast<EKxShutterMode>(r.Between(-2, 6))); }},
-            {"an aperture", [this](Random& r) { control_->SetAperture(AnyNumber(r)); }},
-            {"a title", [this](Random& r) { control_->SetTitle(r.OneIn(2) ? L"Lamp" : L"Shutter"); }},
-            {"drawing", [this](Random&) { control_->RedrawButtons(); }},
+            {"a mode", Do(&Row::SetMode, Within(-2, 6))},
+            {"an aperture", Do(&Row::SetAperture, AnyNumber)},
+            {"a title", Do(&Row::SetTitle, OneOf({L"Lamp", L"Shutter"}))},
             {"the wheel", [this](Random& r) { control_->HandleMouseWheel(MAKEWPARAM(0, r.Between(-16, 15)), 0); }},
-            {"forgetting", [this](Random&) { control_->Done(); }},
-            {"taking away", [this](Random&) { control_->DestroyControls(); }},
-            {"making anew", [this](Random&) { control_->CreateControls(); }},
+            {"forgetting", Do(&Row::Done)},
+            {"taking away", Do(&Row::DestroyControls)},
+            {"making anew", Do(&Row::CreateControls)},
         };
     }
-
-    std::string CheckOwn() override {
-        const HWND list = control_->m_modeList, slider = control_->m_slider;
-        if (!Window()) return list || slider ? "there are parts without a window" : "";
-        return list && GetParent(list) != Window() ? "the list is elsewhere" : "";
-    }
-
-    COLORREF Background() const override { return KX_GetSysColor(COLOR_BTNFACE); }
 
 private:
     void Update(unsigned id, int n) { control_->Update(id, n & 1, n & 2, n & 4, n & 8); }

@@ -16,31 +16,6 @@ struct Nosepiece {
     static auto Make(std::size_t count) {
         return std::make_unique<Device>(L"N", std::vector<SKxSimObjective>(count, {L"a", L"60x", L""}));
     }
-    static std::vector<Operation> Operations(const std::function<Panel&()>& panel) {
-        return {
-            {"a number",
-             [=](Random& r) {
-                 panel().SetSpecificXOffsetAndNumber(r.Between(-1, 17), r.OneIn(2), r.Length(), true, r.AnyInt());
-             }},
-            {"a magnification",
-             [=](Random& r) {
-                 panel().SetMagnification(r.Between(-1, 17), r.Of({L"10x", L"", L"1e999", L"<&x"}));
-             }},
-            {"a name",
-             [=](Random& r) {
-                 panel().SetName(r.Between(-1, 17), r.Of({L"Plan 60x", L"", L"<&x"}));
-             }},
-            {"an aperture", [=](Random& r) { panel().SetNA(r.Between(-1, 17), AnyNumber(r)); }},
-            {"a distance", [=](Random& r) { panel().SetWD(r.Between(-1, 17), AnyNumber(r)); }},
-            {"observing", [=](Random& r) { panel().ShowObservationMode(r.OneIn(2)); }},
-            {"a mode", [=](Random& r) { panel().SetObservationMode(r.Between(-1, 2)); }},
-            {"Init",
-             [=](Random& r) {
-                 const int count = r.Between(-3, 40);
-                 panel().Init(count, r.Between(-3, 40), r.OneIn(2), r.OneIn(2));
-             }},
-        };
-    }
 };
 
 struct Wheel {
@@ -51,15 +26,6 @@ struct Wheel {
         if (count > 1) names.back().clear();  // which has a text of its own
         return std::make_unique<Device>(L"F", names, SKxSimFilterChangerKind{});
     }
-    static std::vector<Operation> Operations(const std::function<Panel&()>& panel) {
-        return {
-            {"a filter",
-             [=](Random& r) {
-                 panel().SetFilterName(r.Between(-1, 17), r.Of({L"", L"525/50 617/73", L"<&x", L"LP 500"}));
-             }},
-            {"showing", [=](Random& r) { panel().SetVisible(r.OneIn(2)); }},
-        };
-    }
 };
 
 struct Switcher {
@@ -67,13 +33,6 @@ struct Switcher {
     using Device = CKxSimLaserOutput;
     static auto Make(std::size_t count) {
         return std::make_unique<Device>(L"L", std::vector<std::wstring>(count, L"port"), true);
-    }
-    static std::vector<Operation> Operations(const std::function<Panel&()>& panel) {
-        return {
-            {"a port", [=](Random& r) { panel().SetPortSingle(r.Between(-1, 17), r.OneIn(2)); }},
-            {"the order", [=](Random& r) { panel().SetInvertOrder(r.OneIn(2)); }},
-            {"several", [=](Random& r) { panel().SetBoolMoreThanOnePortCanBeActive(r.OneIn(3)); }},
-        };
     }
 };
 
@@ -134,6 +93,7 @@ public:
 
 protected:
     using SubjectOf<Complete<Sort>>::control_;
+    using SubjectOf<Complete<Sort>>::Do;
 
     void Make(HWND parent) override {
         // As wide as the most positions need: in less, they stand over the setup button.
@@ -152,20 +112,43 @@ protected:
                  const bool a = r.OneIn(2), b = r.OneIn(2), c = r.OneIn(2);
                  Update(c ? device_.get() : nullptr, a, b, c);
              }},
-            {"a position",
-             [this](Random& r) {
-                 control_->SetPosition(r.Of({-1, 0, 1, 2, 5, 6, 15, 29}));
-             }},
-            {"a title", [this](Random& r) { control_->SetTitle(r.OneIn(2) ? L"R&D" : L"Title"); }},
+            {"a position", Do(&Sort::Panel::SetPosition, OneOf({-1, 0, 1, 2, 5, 6, 15, 29}))},
+            {"a title", Do(&Sort::Panel::SetTitle, OneOf({L"R&D", L"Title"}))},
         };
-        for (Operation& each : Sort::Operations([this]() -> typename Sort::Panel& { return *control_; }))
+        for (Operation& each : OwnOperations())
             all.push_back(std::move(each));
         return all;
     }
 
-    std::string CheckOwn() override {
-        const auto position = control_->GetPosition();
-        return position < -3 || position > 40 ? "a position that is not there" : "";
+    std::vector<Operation> OwnOperations() {
+        using Panel = typename Sort::Panel;
+        const auto at = Within(-1, 17);
+        if constexpr (std::is_same_v<Sort, Wheel>) {
+            return {{"a filter", Do(&Panel::SetFilterName, at, OneOf({L"", L"525/50 617/73", L"<&x", L"LP 500"}))},
+                    {"showing", Do(&Panel::SetVisible, Flag)}};
+        } else if constexpr (std::is_same_v<Sort, Switcher>) {
+            return {{"a port", Do(&Panel::SetPortSingle, at, Flag)},
+                    {"the order", Do(&Panel::SetInvertOrder, Flag)},
+                    {"several", Do(&Panel::SetBoolMoreThanOnePortCanBeActive, Flag)}};
+        } else {
+            return {
+                {"a number",
+                 [this](Random& r) {
+                     control_->SetSpecificXOffsetAndNumber(r.Between(-1, 17), r.OneIn(2), r.Length(), true, r.AnyInt());
+                 }},
+                {"a magnification", Do(&Panel::SetMagnification, at, OneOf({L"10x", L"", L"1e999", L"<&x"}))},
+                {"a name", Do(&Panel::SetName, at, OneOf({L"Plan 60x", L"", L"<&x"}))},
+                {"an aperture", Do(&Panel::SetNA, at, AnyNumber)},
+                {"a distance", Do(&Panel::SetWD, at, AnyNumber)},
+                {"observing", Do(&Panel::ShowObservationMode, Flag)},
+                {"a mode", Do(&Panel::SetObservationMode, Within(-1, 2))},
+                {"Init",
+                 [this](Random& r) {
+                     const int count = r.Between(-3, 40);
+                     control_->Init(count, r.Between(-3, 40), r.OneIn(2), r.OneIn(2));
+                 }},
+            };
+        }
     }
 
 private:

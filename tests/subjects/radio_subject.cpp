@@ -1,7 +1,6 @@
 // The radio group.
 #include "subject.h"
 
-#include <kxbaseui/kx_colors.h>
 #include <kxdevui/controls/devgui_radio.h>
 
 namespace kx::test {
@@ -25,7 +24,7 @@ protected:
         return {
             {"selecting", [this](Random& r) { control_->SetSelection(r.Between(-1, 4)); }},
             {"a name", [this](Random& r) { control_->SetValueName(r.Between(-1, 4), L"2.5"); }},
-            {"a title", [this](Random& r) { control_->SetTitle(r.OneIn(2) ? L"other" : L"title"); }},
+            {"a title", Do(&CKxDevUI_Radio::SetTitle, OneOf({L"other", L"title"}))},
             {"selecting by name", [this](Random&) { control_->SetSelection(L"2.5"); }},
             {"asking",
              [this](Random& r) {
@@ -33,7 +32,7 @@ protected:
                  control_->GetUserData(r.Between(-1, 4));
                  control_->CheckRestriction(false);
              }},
-            {"enabling a value", [this](Random& r) { control_->SetValueEnabled(r.Between(-1, 4), r.OneIn(2)); }},
+            {"enabling a value", Do(&CKxDevUI_Radio::SetValueEnabled, Within(-1, 4), Flag)},
             {"enabling the window", [this](Random& r) { EnableWindow(Window(), r.OneIn(2)); }},
         };
     }
@@ -41,7 +40,7 @@ protected:
 public:
     std::vector<std::wstring> OwnTexts() const override { return {L"title", L"other"}; }
     std::vector<Exception> Exceptions() const override {
-        return {{Law::Silence, "WM_COMMAND 0, 1025", "a selection is told, whoever made it"},
+        return {{Law::Silence, "0:1025", "a selection is told, whoever made it"},
                 {Law::Disabled, "Static", "the rules disable the buttons, not the title"}};
     }
     bool Provoke(int) override { return control_->SetSelection(0), true; }
@@ -61,8 +60,6 @@ protected:
         if (checked > 1) return "two values are selected";
         return (control_->GetSelectionIndex() >= 0) != (checked == 1) ? "the selected value is not found" : "";
     }
-
-    COLORREF Background() const override { return KX_GetSysColor(COLOR_BTNFACE); }
 };
 
 const Registered<RadioSubject> radio("radio group");

@@ -1,5 +1,7 @@
 #include "redraw.h"
 
+#include "user.h"
+
 #include <bench/bench.h>
 
 namespace kx::test {
@@ -49,9 +51,7 @@ std::string WindowAt(HWND parent, POINT point) {
         if (!child || child == window) break;
         window = child;
     }
-    wchar_t name[64] = L"";
-    GetClassNameW(window, name, 64);
-    return Narrow(name) + " #" + std::to_string(GetDlgCtrlID(window));
+    return NameOfWindow(window);
 }
 
 }  // namespace

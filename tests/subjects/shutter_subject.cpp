@@ -1,7 +1,6 @@
 // The shutters, plain and mechanical, made by themselves and of a dialog's controls.
 #include "subject.h"
 
-#include <kxbaseui/kx_colors.h>
 #include <kxdevices/kx_simdevices.h>
 #include <kxdevui/light/devgui_shutter.h>
 
@@ -61,6 +60,7 @@ public:
 
 protected:
     using SubjectOf<Shutter<T>>::control_;
+    using SubjectOf<Shutter<T>>::Do;
     using SubjectOf<Shutter<T>>::parent_;
 
     void Make(HWND parent) override {
@@ -88,19 +88,17 @@ protected:
              }},
             {"updating", [this](Random& r) { control_->Update(&device_, r.OneIn(2), r.OneIn(2), r.OneIn(2)); }},
             {"changing the device", [this](Random& r) { ChangeDevice(r.Between(0, 15)); }},
-            {"a state", [this](Random& r) { control_->SetState(r.OneIn(2)); }},
-            {"a title", [this](Random& r) { control_->SetTitle(r.OneIn(2) ? L"Lamp & house" : L"Epi"); }},
-            {"a type",
-             [this](Random& r) { control_->SetType(static_cast<EKxShutterType>(r.Between(-1, 4)), r.OneIn(2)); }},
-            {"fitting to the title",
-             [this](Random& r) { control_->SetAutomaticallyResizable(r.OneIn(2), r.Length(), 100); }},
+            {"a state", Do(&T::SetState, Flag)},
+            {"a title", Do(&T::SetTitle, OneOf({L"Lamp & house", L"Epi"}))},
+            {"a type", Do(&T::SetType, Within(-1, 4), Flag)},
+            {"fitting to the title", Do(&T::SetAutomaticallyResizable, Flag, Length, Within(100, 100))},
             {"a title's place",
              [this](Random& r) {
                  const int length = r.Length();
                  control_->SetTitlePosition(r.OneIn(2), length), control_->SetSize(length, 40);
              }},
-            {"taking away", [this](Random&) { control_->DestroyControls(); }},
-            {"making anew", [this](Random&) { control_->CreateControls(); }},
+            {"taking away", Do(&T::DestroyControls)},
+            {"making anew", Do(&T::CreateControls)},
         };
     }
 
@@ -108,12 +106,9 @@ protected:
         const HWND window = this->Window(), button = control_->GetButtonHandle();
         if (!window) return button ? "there is a button without a window" : "";
         if (control_->m_locked && control_->GetEnabled()) return "a locked shutter is enabled";
-        if (button && GetParent(button) != window) return "the button is elsewhere";
         const bool agrees = !button || (IsWindowEnabled(button) != FALSE) == control_->GetEnabled();
         return agrees ? "" : "the button is not enabled so";
     }
-
-    COLORREF Background() const override { return KX_GetSysColor(COLOR_BTNFACE); }
 
 private:
     void ChangeDevice(int n) {

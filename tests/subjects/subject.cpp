@@ -70,25 +70,4 @@ std::vector<Target> TreeOf(HWND window) {
     return tree;
 }
 
-bool PaintsItsBackground(HWND window, COLORREF background) {
-    constexpr int size = 48;
-    bool all_painted = true;
-    WithDc(size, size, [&](HDC dc) {
-        const RECT all{0, 0, size, size};
-        SetBkColor(dc, RGB(255, 0, 254));
-        ExtTextOutW(dc, 0, 0, ETO_OPAQUE, &all, nullptr, 0, nullptr);
-        SendMessageW(window, WM_ERASEBKGND, reinterpret_cast<WPARAM>(dc), 0);
-        SendMessageW(window, WM_PRINTCLIENT, reinterpret_cast<WPARAM>(dc), PRF_CLIENT);
-        RECT client{};
-        GetClientRect(window, &client);
-        for (int y = 0; y < std::min<int>(size, client.bottom); y += 5) {
-            for (int x = 0; x < std::min<int>(size, client.right); x += 5) {
-                const bool covered = ChildWindowFromPointEx(window, {x, y}, CWP_SKIPINVISIBLE) != window;
-                if (!covered && GetPixel(dc, x, y) != background) all_painted = false;
-            }
-        }
-    });
-    return all_painted;
-}
-
 }  // namespace kx::test

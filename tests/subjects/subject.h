@@ -5,9 +5,9 @@
 //         void OnTurned(double&, bool& veto) override { veto = true, Tell("OnTurned"); }
 //     };
 //     class WheelSubject : public SubjectOf<Wheel> {
-//         void Make(HWND parent) override { control_->Create(parent, 5, 5, 90, 40, true, true), control_->SetValue(3);
-//         } std::vector<Operation> MakeOperations() override {
-//             return {{"a value", [this](Random& random) { control_->SetValue(AnyNumber(random)); }}};
+//         void Make(HWND parent) override { control_->Create(parent, 5, 5, 90, 40, true, true), control_->Set(3); }
+//         std::vector<Operation> MakeOperations() override {
+//             return {{"a value", Do(&Wheel::SetValue, AnyNumber)}};
 //         }
 //     };
 //     const Registered<WheelSubject> wheel("wheel");
@@ -21,6 +21,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <tuple>
 #include <type_traits>
 #include <utility>
 #include <vector>
@@ -117,14 +118,23 @@ private:
 // Mostly usual; now and then zero, tiny, huge, infinite or no number.
 double AnyNumber(Random& random);
 
+// Parameters of operations, at random.
+inline constexpr auto Flag = [](Random& random) { return random.OneIn(2); };
+inline constexpr auto Length = [](Random& random) { return random.Length(); };
+inline constexpr auto AnyInt = [](Random& random) { return random.AnyInt(); };
+inline auto Within(int first, int last) {
+    return [=](Random& random) { return random.Between(first, last); };
+}
+template <class T = const wchar_t*>
+auto OneOf(std::initializer_list<T> values) {
+    return [all = std::vector<T>(values)](Random& random) { return random.Of(all); };
+}
+
 // Runs with a DC that draws into a bitmap of this size.
 void WithDc(int width, int height, const std::function<void(HDC)>& run);
 
 // The window and what is in it; nothing for null.
 std::vector<Target> TreeOf(HWND window);
-
-// Whether every pixel of the upper left corner of the window that no visible child covers comes out in this colour.
-bool PaintsItsBackground(HWND window, COLORREF background);
 
 // A control whose callbacks Tell the subject, which may end the control then.
 template <class T>
@@ -176,9 +186,6 @@ public:
         const HWND window = Window();
         if (window && (!IsWindow(window) || GetParent(window) != parent_->Window()))
             return "the control's window is gone or elsewhere";
-        const COLORREF background = Background();
-        if (window && background != CLR_INVALID && ++checks_ % 16 == 0 && !PaintsItsBackground(window, background))
-            return "the background is not painted";
         return CheckOwn();
     }
     // Of the object and its Destroy, the parent is told nothing.
@@ -213,9 +220,17 @@ protected:
     virtual void Make(HWND parent) = 0;
     // The invariant of this control, which may have no window, that does not hold any more.
     virtual std::string CheckOwn() { return {}; }
-    virtual COLORREF Background() const { return CLR_INVALID; }
     // After the object or its Destroy, but not after the window alone.
     virtual void Ended() {}
+
+    // Calls a function of the control with parameters from these, one after the other.
+    template <class Class, class Result, class... Arguments, class... From>
+    std::function<void(Random&)> Do(Result (Class::*function)(Arguments...), From... from) {
+        return [=, this](Random& random) {
+            const std::tuple<std::decay_t<Arguments>...> given{static_cast<std::decay_t<Arguments>>(from(random))...};
+            std::apply([&](const auto&... each) { ((*control_).*function)(each...); }, given);
+        };
+    }
 
     // Also what the parent is told counts as a callback.
     void Hear(std::initializer_list<UINT> messages) {
@@ -237,8 +252,6 @@ private:
         if (record) parent_->Record().Text(name);
         if (const auto call = told; call && control_) call(name);
     }
-
-    unsigned checks_ = 0;
 };
 
 // A subject's name and how to make it.

@@ -54,18 +54,17 @@ protected:
     }
 
     std::vector<Operation> MakeOperations() override {
-        const auto row = [](Random& r) { return r.Between(-1, 14); };
-        const auto column = [](Random& r) { return r.Between(-1, 5); };
+        const auto row = Within(-1, 14), column = Within(-1, 5);
         return {
-            {"editing", [=, this](Random& r) { control_->StartEdit(row(r), column(r)); }},
+            {"editing", Do(&Table::StartEdit, row, column)},
             {"storing", [this](Random&) { control_->FinishEdit(true); }},
             {"dropping", [this](Random&) { control_->FinishEdit(false); }},
             {"adding rows", [this](Random&) { AddRows(3); }},
             {"deleting a row", [=, this](Random& r) { ListView_DeleteItem(control_->GetListView(), row(r)); }},
             {"a number", [=, this](Random& r) { control_->SetCell(row(r), column(r), AnyNumber(r)); }},
             {"a text", [=, this](Random& r) { control_->SetCell(row(r), column(r), L"text"); }},
-            {"a check mark", [=, this](Random& r) { control_->SetChecked(row(r), r.OneIn(2)); }},
-            {"a user's number", [=, this](Random& r) { control_->SetUserData(row(r), column(r), 3); }},
+            {"a check mark", Do(&Table::SetChecked, row, Flag)},
+            {"a user's number", Do(&Table::SetUserData, row, column, Within(3, 3))},
             {"searching",
              [=, this](Random& r) {
                  control_->Search(L"text", column(r));
@@ -75,10 +74,7 @@ protected:
         };
     }
 
-    std::string CheckOwn() override {
-        if (!Window()) return ShownField() ? "the field floats without a window" : "";
-        return GetParent(control_->GetListView()) != Window() ? "the list lies in another window" : "";
-    }
+    std::string CheckOwn() override { return !Window() && ShownField() ? "the field floats without a window" : ""; }
 
     void Ended() override {
         if (ShownField()) wrong_ = "the field floats without a table";

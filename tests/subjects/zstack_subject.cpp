@@ -68,7 +68,7 @@ protected:
                  control_->UpdateGUI(1);
              }},
             {"the home", [=, this](Random& r) { r.OneIn(2) ? record_.SetHome(z(r)) : record_.ResetHome(); }},
-            {"a refresh", [this](Random& r) { control_->UpdateGUI(static_cast<unsigned>(r.Below(5))); }},
+            {"a refresh", Do(&Panel::UpdateGUI, Within(0, 4))},
             {"the type", [this](Random& r) { record_.SetType(r.Between(-1, 8)), control_->UpdateGUI(3); }},
             {"where Z stands", [=, this](Random& r) { record_.SetZPosition(0, z(r)), control_->UpdateGUI(4); }},
             {"the step", [=, this](Random& r) { record_.SetStep(z(r)), control_->UpdateGUI(2); }},
@@ -83,16 +83,9 @@ protected:
              [this](Random& r) {
                  control_->EnableCube(r.OneIn(2)), control_->SetPiezoPickerMode(r.OneIn(2), r.Between(-1, 8));
              }},
-            {"letting go", [this](Random&) { control_->DestroyGDIObjects(); }},
-            {"enabling", [this](Random& r) { control_->Enable(r.OneIn(2)); }},
+            {"letting go", Do(&Panel::DestroyGDIObjects)},
+            {"enabling", Do(&Panel::Enable, Flag)},
         };
-    }
-
-    std::string CheckOwn() override {
-        if (!Window()) return {};
-        const bool range = (GetWindowLongW(control_->Item(1265), GWL_STYLE) & WS_VISIBLE) != 0;
-        const bool above = (GetWindowLongW(control_->Item(1267), GWL_STYLE) & WS_VISIBLE) != 0;
-        return range && above ? "fields of two types are shown" : "";
     }
 
 private:

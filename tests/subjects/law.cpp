@@ -31,15 +31,15 @@ const std::vector<State>& States() {
     return states;
 }
 
-LawTest::LawTest(Law law) : law_(law), exceptions_(GetParam().make()->Exceptions()) {
-    std::erase_if(exceptions_, [&](const Exception& each) { return each.law != law_; });
+LawTest::LawTest(const std::vector<Law>& laws) : exceptions_(GetParam().make()->Exceptions()) {
+    std::erase_if(exceptions_,
+                  [&](const Exception& each) { return std::count(laws.begin(), laws.end(), each.law) == 0; });
     crashNote = [this] { return GetParam().name + ": " + doing_; };
 }
 
 LawTest::~LawTest() {
     crashNote = nullptr;
-    subject_ = nullptr;
-    parent_ = nullptr;
+    Finish();
     KX_SetColorScheme(eKxColorScheme_System);
     CKxGUILayoutManager::SetGuiZoom(1.0);
 }
@@ -51,9 +51,13 @@ void LawTest::TearDown() {
         std::printf("  excepted: %s, %s\n", each.what.c_str(), each.why.c_str());
 }
 
-void LawTest::Begin(const State& state) {
+void LawTest::Finish() {
     subject_ = nullptr;
     parent_ = nullptr;
+}
+
+void LawTest::Begin(const State& state) {
+    Finish();
     KX_SetColorScheme(state.scheme);
     CKxGUILayoutManager::SetGuiZoom(state.zoom);
     parent_ = std::make_unique<RecordingParent>(kRoom);
@@ -99,6 +103,14 @@ void LawTest::Expect(bool holds, const std::string& where, const std::string& ot
     if (holds) return;
     // The first few tell enough.
     if (++failed_ <= 6) ADD_FAILURE() << GetParam().name << ", " << where << ": " << otherwise;
+}
+
+void LawTest::ExpectUnheard(const std::string& after) {
+    ++checked_;
+    for (const Entry& entry : parent_->Record().Entries())
+        if (entry.message != WM_DRAWITEM && !IsExcepted(entry.text))
+            Expect(false, after, "the host hears " + entry.text);
+    parent_->Record().Clear();
 }
 
 }  // namespace kx::test

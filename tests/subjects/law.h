@@ -25,12 +25,15 @@ inline constexpr int seedsPerOperation = 2;
 // A test of one law and one subject: starts in the first state, puts everything back, says what was looked at.
 class LawTest : public testing::TestWithParam<Kind> {
 protected:
-    explicit LawTest(Law law);
+    // Of these, the subject's exceptions count.
+    explicit LawTest(const std::vector<Law>& laws);
     ~LawTest() override;
     void TearDown() override;
 
     // A new subject in a new parent, in this state, painted.
     void Begin(const State& state = States().front());
+    // Control and parent are gone.
+    void Finish();
     // The control is there, made anew if need be; false after a failure.
     bool Ready();
     // Runs every operation of the subject with some parameters, and what `check` says after each.
@@ -40,6 +43,8 @@ protected:
     bool IsExcepted(const std::string& what);
     // Counts one comparison; a failure names the subject, the place and what is wrong.
     void Expect(bool holds, const std::string& where, const std::string& otherwise);
+    // The host has heard nothing since the last time but what is excepted, and what asks it to paint.
+    void ExpectUnheard(const std::string& after);
     void ExpectNothing(const std::string& wrong, const std::string& where) { Expect(wrong.empty(), where, wrong); }
 
     RecordingParent& Parent() { return *parent_; }
@@ -48,7 +53,6 @@ protected:
     std::string doing_;  // told by a crash
 
 private:
-    Law law_;
     NobodyAnswers nobody_;
     std::unique_ptr<RecordingParent> parent_;
     std::unique_ptr<Subject> subject_;
