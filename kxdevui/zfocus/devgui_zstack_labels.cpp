@@ -102,7 +102,7 @@ void CKxDevUI_ZStack::FitLabels() {
         }
         if (rect.left == now.left && rect.right == now.right) continue;
         SetWindowPos(label, nullptr, rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top,
-                     SWP_NOZORDER | SWP_NOACTIVATE);
+                     SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS);
         moved = true;
     }
     // Otherwise a host that places the panel by the zoom would have the labels placed twice.

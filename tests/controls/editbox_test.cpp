@@ -2,6 +2,7 @@
 #include <bench/bench.h>
 #include <bench/script.h>
 #include <bench/window.h>
+#include <kxbaseui/kx_colors.h>
 #include <kxbaseui/kx_layoutmanager.h>
 #include <kxbaseui/kx_messagebox.h>
 #include <kxdevui/controls/devgui_editbox_multivalue.h>
@@ -173,6 +174,7 @@ TEST_F(EditBox, LaysOutItsParts) {
 }
 
 TEST_F(EditBox, ShowsWhetherItCanBeUsed) {
+    KX_SetColorScheme(eKxColorScheme_Light);
     const std::tuple<std::function<void()>, int, int> rows[] = {
         {[] {}, COLOR_WINDOW, COLOR_BTNSHADOW},
         {[&] { box.SetFocus(); }, COLOR_WINDOW, COLOR_HIGHLIGHT},
@@ -182,9 +184,10 @@ TEST_F(EditBox, ShowsWhetherItCanBeUsed) {
     for (const auto& [change, field, frame] : rows) {
         change();
         const Picture picture = Picture::OnScreen(box);
-        EXPECT_EQ(picture.Pixel(117, 10), GetSysColor(field)) << field << " " << frame;
-        EXPECT_EQ(picture.Pixel(119, 10), GetSysColor(frame)) << field << " " << frame;
+        EXPECT_EQ(picture.Pixel(117, 10), KX_GetSysColor(field)) << field << " " << frame;
+        EXPECT_EQ(picture.Pixel(119, 10), KX_GetSysColor(frame)) << field << " " << frame;
     }
+    KX_SetColorScheme(eKxColorScheme_System);
 }
 
 TEST_F(EditBoxSpin, StepsToItsBoundsAndNoFurther) {

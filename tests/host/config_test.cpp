@@ -77,6 +77,7 @@ TEST(ConfigFile, AnswersEveryLine) {
         {"FocusDirection,W,7", "\"7\" is no focus direction: -1, 0 or 1"},
         {"Delay,W,60001", "\"60001\" is no delay from 0 to 60000 ms"},
         {"#@ Limits,W,P,2,1", "the minimum 2 is not below the maximum 1"},
+        {"#@ Limits,W,P,2,2", "the minimum 2 is not below the maximum 2"},
         {"#@ Limits,W,P,0,nan", "\"nan\" is no limit"}, {"#@ Limits,W,P,-2000000,0,mm", "\"-2000000\" is no limit"},
         {"Label,W,1,a\0b"s, "the line has a zero byte"},
         {"Label,W,1," + std::string(5000, 'x'), "the line is longer than 4096 bytes"},

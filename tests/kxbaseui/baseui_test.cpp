@@ -192,10 +192,16 @@ TEST_F(Windows, ShareTheToolTipOfTheirParent) {
 // ---- The zoom ------------------------------------------------------------------------------------------------------
 
 TEST_F(Windows, HearOfAnotherZoomOnce) {
-    m_parent.Watch(0x83FA);
+    // Parents before their children.
+    std::string told;
+    m_parent.Answer(0x83FA, [&](WPARAM, LPARAM) { return told += "parent ", 0; });
+    RecordingParent child;
+    SetWindowLongPtrW(child.Window(), GWL_STYLE, WS_CHILD);
+    SetParent(child.Window(), m_parent.Window());
+    child.Answer(0x83FA, [&](WPARAM, LPARAM) { return told += "child ", 0; });
     EXPECT_TRUE(Manager::SetGuiZoom(1.5));
     EXPECT_TRUE(Manager::SetGuiZoom(1.5));
-    EXPECT_EQ(m_parent.Record().Take(), "0x83FA");
+    EXPECT_EQ(told, "parent child ");
     EXPECT_EQ(Manager::GetPreviousGuiZoom(), 1.0);
     for (const double bad : {0.0, -2.0, 100.0, std::numeric_limits<double>::infinity(), std::nan("")})
         EXPECT_FALSE(Manager::SetGuiZoom(bad));

@@ -12,7 +12,7 @@ namespace kx::test {
 namespace {
 
 constexpr int block = 8;  // pixels at 100 %
-constexpr int most = 60;  // of 255, by which the mean of a block may differ
+constexpr int most = 80;  // of 255, by which the mean of a block may differ
 
 using Mean = std::array<int, 3>;
 

@@ -3,6 +3,7 @@
 
 #include <map>
 #include <optional>
+#include <set>
 
 #include <bench/styles.h>
 #include <kxbaseui/kx_layoutmanager.h>
@@ -15,11 +16,14 @@ class RedrawLaw : public LawTest {
 protected:
     RedrawLaw() : LawTest({Law::Redraw}) {}
 
-    void Look(const std::string& after, const State& state) {
-        if (!Control().Window()) return;
+    // Whether there is something else to be seen than the last time.
+    bool Look(const std::string& after, const State& state) {
+        if (!Control().Window()) return false;
+        bool isAnother = false;
+        const std::string wrong = NotRedrawn(Parent().Window(), &isAnother);
         // What it has not drawn is not to be found missing in what comes next.
-        if (IsExcepted(after)) return static_cast<void>(NotRedrawn(Parent().Window()));
-        ExpectNothing(NotRedrawn(Parent().Window()), "after " + after + ", " + TextOf(state));
+        if (!IsExcepted(after)) ExpectNothing(wrong, "after " + after + ", " + TextOf(state));
+        return isAnother;
     }
     // A notice that the mouse has left must not come between the two pictures of a comparison. The display's own
     // pointer stays behind injected moves, and after a tenth of a second without any Wine takes it for where the mouse
@@ -39,6 +43,8 @@ protected:
     }
 };
 
+constexpr int mostTries = 8;
+
 // Zoomed, dark and disabled or none of it for operations; all pairs of zoom and enabling for what all have.
 std::vector<State> Few() { return {States()[0], States()[5]}; }
 std::vector<State> Some() { return {States()[0], States()[2], States()[5], States()[7]}; }
@@ -47,9 +53,14 @@ TEST_P(RedrawLaw, HoldsAfterOperations) {
     for (const State& state : Few()) {
         Begin(state);
         Look("creation", state);
+        std::set<std::string> seen;
         ForEachOperation([&](const Operation& operation, Random& random) {
-            operation.run(random);
-            Look(operation.name + (state.enabled ? "" : " while disabled"), state);
+            // Parameters that change nothing show nothing: once, further ones are tried.
+            for (int i = 0; Ready() && i < (seen.contains(operation.name) ? 1 : mostTries); ++i) {
+                operation.run(random);
+                if (Look(operation.name + (state.enabled ? "" : " while disabled"), state)) break;
+            }
+            seen.insert(operation.name);
         });
     }
 }

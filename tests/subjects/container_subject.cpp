@@ -32,6 +32,8 @@ public:
     std::vector<Exception> Exceptions() const override {
         std::vector<Exception> exceptions{
             {Law::Silence, "2:", "the platform's edit tells of the focus by itself"},
+            {Law::Disabled, "inserting", "what is inserted is as it comes"},
+            {Law::Zoom, "half as large", "the platform's check marks do not grow"},
             {Law::Zoom, "inserting a window", "a host inserts at the places of the screen"},
             {Law::Zoom, "inserting a container", "a host inserts at the places of the screen"}};
         for (const char* code : {"1", "2", "3", "4", "5", "6", "7", "8", "9"})

@@ -48,6 +48,14 @@ protected:
             {"an interval", Do(&Box::SetRestriction, AnyNumber, AnyNumber)},
             {"checking",
              [this](Random& r) { control_->CKxDevUI_EditBox::CheckRestriction(false, r.OneIn(2), AnyNumber(r)); }},
+            {"checking aloud",
+             [this](Random& r) {
+                 control_->SetRestriction(5, 6);
+                 if constexpr (std::is_base_of_v<CKxDevUI_EditBoxMultiValue, Box>)
+                     control_->CheckRestriction(true);
+                 else
+                     control_->CheckRestriction(true, false, AnyNumber(r));
+             }},
             {"Init",
              [this](Random& r) {
                  const bool label = r.OneIn(2), filled = r.OneIn(2);

@@ -53,9 +53,12 @@ protected:
     std::string doing_;  // told by a crash
 
 private:
-    NobodyAnswers nobody_;
     std::unique_ptr<RecordingParent> parent_;
     std::unique_ptr<Subject> subject_;
+    // What ends a control may come while one of its boxes or menus is open, too.
+    NobodyAnswers nobody_{[this](const char* what) {
+        if (subject_ && subject_->told) subject_->told(what);
+    }};
     std::vector<Exception> exceptions_;
     std::vector<int> used_;
     int checked_ = 0;

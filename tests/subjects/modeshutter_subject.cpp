@@ -34,6 +34,7 @@ public:
     std::vector<std::wstring> OwnTexts() const override { return {L"Shutter", L"Lamp"}; }
     std::vector<Exception> Exceptions() const override {
         return {
+            {Law::Redraw, "an aperture", "the line of a slider that is disabled is drawn when it is enabled"},
             {Law::Later, "an aperture", "the line of a slider that is disabled is drawn when it is enabled"},
             {Law::Later, "updating", "as above"},
             {Law::Disabled, "", "SetEnabled is the base's, which stores the state: the mode says what can be used"}};

@@ -74,11 +74,16 @@ public:
     }
     std::vector<Exception> Exceptions() const override {
         if constexpr (std::is_same_v<Sort, Switcher>) {
-            return {{Law::Disabled, "Button #10201", "is down, where Wine's themed push-like buttons look alike"}};
+            return {{Law::Disabled, "Button #10000", "the rules disable the buttons, not the frame"},
+                    {Law::Disabled, "Button #10201", "is down, where Wine's themed push-like buttons look alike"}};
         }
         if constexpr (!std::is_same_v<Sort, Nosepiece>) return {};
+        const std::string reached = "buttons are enabled as they can be reached, and ask nobody while it is disabled";
         return {{Law::Later, "a number", "puts a position over others"},
                 {Law::Later, "observing", "puts the strip over positions"},
+                {Law::Disabled, "another device", reached},
+                {Law::Disabled, "an update", reached},
+                {Law::Disabled, "Init", reached},
                 {Law::Disabled, "Button #10500", "the setup button works all the time"},
                 {Law::Disabled, "OnSetupRequest", "it asks the host all the time"}};
     }

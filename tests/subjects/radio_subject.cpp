@@ -41,6 +41,7 @@ public:
     std::vector<std::wstring> OwnTexts() const override { return {L"title", L"other"}; }
     std::vector<Exception> Exceptions() const override {
         return {{Law::Silence, "0:1025", "a selection is told, whoever made it"},
+                {Law::Disabled, "enabling", "is meant to"},
                 {Law::Disabled, "Static", "the rules disable the buttons, not the title"}};
     }
     bool Provoke(int) override { return control_->SetSelection(0), true; }

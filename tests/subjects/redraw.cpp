@@ -65,8 +65,11 @@ Picture SeenPicture(HWND window) {
     return seen;
 }
 
-std::string NotRedrawn(HWND parent) {
+std::string NotRedrawn(HWND parent, bool* isAnother) {
     const Picture seen = SeenPicture(parent);
+    static Picture before = seen;
+    if (isAnother) *isAnother = !(seen == before);
+    before = seen;
     Spoil(parent);
     constexpr UINT all = RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN;
     // The parent's own frame is not looked at, and takes long.

@@ -14,7 +14,7 @@ namespace kx::test {
 Picture SeenPicture(HWND window);
 
 // Where the screen, when all that is due has been painted, shows something else than after a full repaint over other
-// colours; empty when it does not.
-std::string NotRedrawn(HWND parent);
+// colours; empty when it does not. Tells as well whether it is another picture than the one before.
+std::string NotRedrawn(HWND parent, bool* isAnother = nullptr);
 
 }  // namespace kx::test

@@ -37,7 +37,8 @@ public:
 
     std::vector<Exception> Exceptions() const override {
         std::vector<Exception> exceptions{{Law::Zoom, "a title's place", "at any length, some beyond a window's most"},
-                                          {Law::Zoom, "fitting to the title", "at any length, as above"}};
+                                          {Law::Zoom, "fitting to the title", "at any length, as above"},
+                                          {Law::Disabled, "updating", "the device says whether it can be operated"}};
         for (const char* anew : {"updating", "making anew", "taking away"}) {
             if (made_ == Made::OfADialog)
                 exceptions.push_back({Law::Zoom, anew, "what was a dialog's stands in pixels of the screen"});

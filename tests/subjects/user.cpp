@@ -100,10 +100,19 @@ void MoveAway(HWND parent) {
     MoveTo(parent, client.right - 2, client.bottom - 2);
 }
 
-NobodyAnswers::NobodyAnswers() : timer_(SetTimer(nullptr, 0, 20, EndLoops)) {
-    KX_SetMessageBoxHandler([](HWND, auto, auto, UINT, int, void*) { return IDOK; }, nullptr);
-    KX_SetMenuHandler([](HWND, const CKxMenu& menu, int x, int, void*) { return x % 2 ? menu.GetCommand(0) : 0; },
-                      nullptr);
+NobodyAnswers::NobodyAnswers(std::function<void(const char*)> opened)
+    : opened_(std::move(opened)), timer_(SetTimer(nullptr, 0, 20, EndLoops)) {
+    static constexpr auto hear = [](void* self, const char* what) {
+        if (const auto& told = static_cast<NobodyAnswers*>(self)->opened_) told(what);
+    };
+    KX_SetMessageBoxHandler([](HWND, auto, auto, UINT, int, void* self) { return hear(self, "a box"), IDOK; }, this);
+    KX_SetMenuHandler(
+        [](HWND, const CKxMenu& menu, int x, int, void* self) {
+            const int command = x % 2 ? menu.GetCommand(0) : 0;
+            hear(self, "a menu");
+            return command;
+        },
+        this);
 }
 
 NobodyAnswers::~NobodyAnswers() {

@@ -25,15 +25,16 @@ std::vector<Act> ActsAt(HWND window);
 void MoveAway(HWND parent);
 
 // While it lives, message boxes are answered with OK, the library's menus with their first command, and the platform's
-// menus close again.
+// menus close again. `opened` hears what is open, "a box" or "a menu".
 class NobodyAnswers {
 public:
-    NobodyAnswers();
+    explicit NobodyAnswers(std::function<void(const char*)> opened = nullptr);
     ~NobodyAnswers();
     NobodyAnswers(const NobodyAnswers&) = delete;
     NobodyAnswers& operator=(const NobodyAnswers&) = delete;
 
 private:
+    std::function<void(const char*)> opened_;
     UINT_PTR timer_;
 };
 

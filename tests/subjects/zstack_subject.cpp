@@ -38,6 +38,7 @@ public:
         return {{Law::Silence, "OnZDeviceShown", "every refresh begins with it"},
                 {Law::Silence, "a click", "is the user's"},
                 {Law::Silence, "typing", "is the user's"},
+                {Law::Disabled, "enabling", "is meant to"},
                 {Law::Disabled, "Static #-1", "is a line, which has no other look"}};
     }
     HWND Remake() override { return control_->Create(parent_->Window(), &record_, 10, 10, 0, 0, true, true); }
@@ -53,6 +54,7 @@ protected:
         record_.SetZDevice(0);
         record_.SetTop(60, true), record_.SetBottom(20, true), record_.SetStep(2);
         record_.SetZPosition(0, 30);
+        record_.SetObjective(0.8, 1), record_.SetWavelength(500);
         control_->UpdateGUI(3);
     }
 
@@ -71,6 +73,9 @@ protected:
             {"a refresh", Do(&Panel::UpdateGUI, Within(0, 4))},
             {"the type", [this](Random& r) { record_.SetType(r.Between(-1, 8)), control_->UpdateGUI(3); }},
             {"where Z stands", [=, this](Random& r) { record_.SetZPosition(0, z(r)), control_->UpdateGUI(4); }},
+            {"the device", [this](Random& r) { record_.SetZDevice(r.Between(-1, 2)), control_->UpdateGUI(1); }},
+            {"the objective",
+             [this](Random& r) { record_.SetObjective(r.OneIn(2) ? 0.8 : 0, 1), control_->UpdateGUI(3); }},
             {"the step", [=, this](Random& r) { record_.SetStep(z(r)), control_->UpdateGUI(2); }},
             {"a click", [=, this](Random& r) { SendMessageW(control_->Item(id(r)), BM_CLICK, 0, 0); }},
             {"typing",
