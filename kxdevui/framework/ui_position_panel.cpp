@@ -187,6 +187,11 @@ HWND PositionPanel::FocusButton() const {
     return m_setup && IsWindowEnabled(m_setup) ? m_setup : nullptr;
 }
 
+void PositionPanel::KeepFocusUsable(HWND before) const {
+    if (std::find(m_buttons.begin(), m_buttons.end(), before) != m_buttons.end() && !IsWindowEnabled(before))
+        SetFocus(FocusButton());
+}
+
 void PositionPanel::MoveFocus(HWND from, int step) const {
     // The setup button comes after the last position.
     std::vector<HWND> ring = m_buttons;

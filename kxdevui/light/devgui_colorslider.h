@@ -239,6 +239,7 @@ public:
     void SetLineDrawSliderVorColors(int lowScheme, int highScheme, bool framed);
     // The same by name.
     struct VorLine {
+        // As above, in the same order.
         int low = 0;
         int high = 0;
         bool framed = false;

@@ -341,8 +341,11 @@ bool CKxDevUI_Nosepiece::Update(IKxDeviceNosepiece* device, bool structure, bool
         SetName(i, name);
     }
     if (told.position) SetPosition(*told.position);
+    const HWND focus = GetFocus();
     m_inside->ShowParameters(told.keys);
     m_inside->SetLabelFont(m_inside->Position(), true);
+    // Last: whoever hears of it may end this panel.
+    m_inside->KeepFocusUsable(focus);
     return true;
 }
 

@@ -129,6 +129,7 @@ public:
     void ClearZDevices(bool record, bool refresh);
     // The same by name.
     struct ClearedToo {
+        // As above, in the same order.
         bool record = false;
         bool refresh = false;
     };

@@ -123,6 +123,10 @@ TEST_F(Radio, SaysThatOneHasToBeChosen) {
     group.SetSelection(1);
     EXPECT_TRUE(group.CheckRestriction(true));
     EXPECT_EQ(answer.Count(), 1u);
+    // One that is selected and cannot be used gets no focus.
+    group.SetValueEnabled(1, false);
+    group.SetFocus();
+    EXPECT_EQ(GetFocus(), ButtonOf(0));
 }
 
 TEST_F(Radio, FollowsMouseAndKeys) {

@@ -146,7 +146,13 @@ TEST(SimulatedDevices, TakeTimeStopAndFail) {
         EXPECT_EQ(listener.record.Take(), told + " " + told);
     }
     wheel.MoveTo(4);
+    // Who hears of it asks at once.
+    auto seen = eKxDeviceState_Ready;
+    const int asking =
+        CKxDeviceRegistry::AddListener([&](unsigned, EKxDeviceChange) { seen = wheel.GetDeviceState(); });
     microscope.Stop();
+    EXPECT_EQ(seen, eKxDeviceState_Unknown);
+    CKxDeviceRegistry::RemoveListener(asking);
     EXPECT_EQ(listener.record.Take(), told + " " + told);
     EXPECT_EQ(pass(1000), eKxDeviceState_Unknown);
     EXPECT_EQ(stand(), -1);

@@ -14,7 +14,10 @@ struct Nosepiece {
     using Panel = CKxDevUI_Nosepiece;
     using Device = CKxSimNosepiece;
     static auto Make(std::size_t count) {
-        return std::make_unique<Device>(L"N", std::vector<SKxSimObjective>(count, {L"a", L"60x", L""}));
+        auto device = std::make_unique<Device>(L"N", std::vector<SKxSimObjective>(count, {L"a", L"60x", L""}));
+        // Of six the second cannot be reached, of seven the third.
+        device->SetAvailable(static_cast<long>(count % 2 + 1), false);
+        return device;
     }
 };
 

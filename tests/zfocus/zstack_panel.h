@@ -28,6 +28,7 @@ protected:
     void OnStepChanged(double step, bool typed) override { Changed(CallText("Step", step, int{typed})); }
     void OnMoveZRequest(double z) override { record.Call("Move", z); }
     void OnGoHomeRequest(bool keepZ) override { record.Call("GoHome", int{keepZ}); }
+    void OnPiezoPickerChanged(unsigned entry, int mode) override { record.Call("Picked", entry, mode); }
     void OnHostRequest() override { record.Call("HostRequest"); }
     void OnZDeviceShown(unsigned int device) override { record.Call("Shown", device); }
     void OnZStackChanged(unsigned int flags) override { Changed(CallText("Changed", flags)); }

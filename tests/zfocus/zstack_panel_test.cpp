@@ -322,7 +322,7 @@ TEST_F(ZStackPanel, SendsThePiezoHome) {
     Click(piezo, 10, 8);
     panel.SetPiezoPickerMode(CKxDevUI_ZStack::PiezoHome, CKxDevUI_ZStack::PiezoPickerFixed);
     Click(piezo, arrow, 8);
-    EXPECT_EQ(heard.Take(), "Changed(3) Shown(1) GoHome(1) GoHome(1) GoHome(0)");
+    EXPECT_EQ(heard.Take(), "Changed(3) Shown(1) Picked(1, 0) GoHome(1) GoHome(1) GoHome(0)");
     std::wstring command = L"GOHOMEKEEP", unknown = L"gohome";
     for (wchar_t* const name : {command.data(), unknown.data(), static_cast<wchar_t*>(nullptr)})
         EXPECT_EQ(panel.CustomCommand(CKxDevUI_ZStack::CommandByName, 0, name), name == command.data());

@@ -1,6 +1,8 @@
 // The validations, call by call: what the record is asked, what the user sees, what the host hears, in which order.
 #include "zstack_panel.h"
 
+#include <kxsystem/kx_locale.h>
+
 #include <optional>
 #include <stdexcept>
 
@@ -179,6 +181,20 @@ TEST_F(ZStackValidation, AsksAndTellsInOrder) {
         Run(row, true, WithoutBoxes(row.heard));
     }
     EXPECT_EQ(boxes.last, CallText("Box", panel.GetHandle(), L"Z Series", 0x30u, -1));
+}
+
+TEST_F(ZStackValidation, AsksInTheUsersLanguage) {
+    CKxLocale::SetModuleLangId(MAKELANGID(LANG_GERMAN, SUBLANG_GERMAN));
+    std::wstring texts;
+    ModalAnswer answer([&](HWND dialog) {
+        for (const int id : {IDC_YNK_QUESTION, IDC_YNK_YES, IDC_YNK_NO, IDC_YNK_CANCEL})
+            texts += TextOf(GetDlgItem(dialog, id)) + L' ';
+        PressButton(dialog, IDC_YNK_CANCEL);
+    });
+    DialogBoxParamW(GetModuleHandleW(L"kxdevui.dll"), L"YESNOKEEPDLG", parent.Window(), Panel::YesNoKeepDlg,
+                    reinterpret_cast<LPARAM>(L"So?"));
+    CKxLocale::SetModuleLangId(0);
+    EXPECT_EQ(Narrow(texts), "So? &Ja &Nein Abbrechen ");
 }
 
 TEST_F(ZStackValidation, IsNotEnteredTwice) {
