@@ -57,11 +57,9 @@ void Rewrite(const Panel& panel) {
 struct Specs {
     SIZE size{};
     std::vector<ChildSpec> children;
-    std::vector<std::wstring> classes;  // that the children's point to
 
     explicit Specs(const Panel& model) {
         model.GetCurSize(&size);
-        classes.reserve(100);
         for (HWND child = GetWindow(model.GetHandle(), GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
             RECT place{};
             GetWindowRect(child, &place);
@@ -71,8 +69,7 @@ struct Specs {
             GetWindowTextW(child, text, 40);
             auto style = static_cast<DWORD>(GetWindowLongW(child, GWL_STYLE));
             if (name[0] == L'B') style &= ~DWORD{BS_TYPEMASK};
-            classes.push_back(name);
-            children.push_back({classes.back().c_str(), text, style, place, GetDlgCtrlID(child)});
+            children.push_back({name, text, style, place, GetDlgCtrlID(child)});
         }
     }
 };

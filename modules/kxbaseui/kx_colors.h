@@ -27,9 +27,11 @@ KXBASEUI_API EKxColorScheme KX_GetColorScheme();
 // What the user has set for all programs: whether they are to be in high contrast, and whether they are to be light,
 // where that is set at all.
 struct SKxSystemColorSettings {
+    // As above, in the same order.
     bool highContrast = false;
     std::optional<bool> light;
 };
+// Read now.
 KXBASEUI_API SKxSystemColorSettings KX_GetSystemColorSettings();
 
 // The scheme of our own that settings ask for: high contrast before all else, dark where programs are not to be light,
