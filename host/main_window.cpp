@@ -178,6 +178,8 @@ void MainWindow::BuildMenu() {
     AppendPopup(menu, scheme, Text(L"Colours"));
     const HMENU old = GetMenu(m_window);
     SetMenu(m_window, menu);
+    // Where the bar stays as high as it was, the platform draws the new items alone, and before they follow the scheme.
+    RedrawWindow(m_window, nullptr, nullptr, RDW_FRAME | RDW_INVALIDATE);
     if (old) DestroyMenu(old);
 }
 
