@@ -13,6 +13,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <utility>
 #include <stdexcept>
 #include <string>
 
@@ -196,17 +197,18 @@ TEST_F(Windows, HearOfAnotherZoomOnce) {
     std::string told;
     m_parent.Answer(0x83FA, [&](WPARAM, LPARAM) { return told += "parent ", 0; });
     RecordingParent child;
-    SetWindowLongPtrW(child.Window(), GWL_STYLE, WS_CHILD);
     SetParent(child.Window(), m_parent.Window());
     child.Answer(0x83FA, [&](WPARAM, LPARAM) { return told += "child ", 0; });
     EXPECT_TRUE(Manager::SetGuiZoom(1.5));
     EXPECT_TRUE(Manager::SetGuiZoom(1.5));
-    EXPECT_EQ(told, "parent child ");
+    EXPECT_EQ(std::exchange(told, {}), "parent child ");
     EXPECT_EQ(Manager::GetPreviousGuiZoom(), 1.0);
     for (const double bad : {0.0, -2.0, 100.0, std::numeric_limits<double>::infinity(), std::nan("")})
         EXPECT_FALSE(Manager::SetGuiZoom(bad));
     EXPECT_EQ(Manager::GetGuiZoom(), 1.5);
     EXPECT_TRUE(Manager::Zoomed(1) == 2 && Manager::Zoomed(-1) == -2);
+    EXPECT_TRUE(Manager::SetGuiZoom(1.0));
+    EXPECT_EQ(told, "parent child ");
 }
 
 TEST_F(Windows, AreZoomedFromWhereTheyBelong) {
