@@ -5,6 +5,7 @@
 
 #include <kxbaseui/kx_fonts.h>
 #include <kxbaseui/kx_layoutmanager.h>
+#include <kxbaseui/kx_platformlook.h>
 #include <kxbaseui/kx_stockwindows.h>
 
 namespace {
@@ -66,7 +67,7 @@ void StopPlatformsScaling(HWND dialog) {
     // Since version 1703 of Windows 10.
     using Behaviour = BOOL(WINAPI*)(HWND, int, int);
     static const auto set = reinterpret_cast<Behaviour>(
-        reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"user32.dll"), "SetDialogDpiChangeBehavior")));
+        reinterpret_cast<void*>(kx::SystemFunction(L"user32.dll", "SetDialogDpiChangeBehavior")));
     constexpr int disableAll = 1;
     if (set) set(dialog, disableAll, disableAll);
 }

@@ -7,11 +7,7 @@
 
 namespace kx {
 
-namespace {
-
-// The function of one of the system's libraries; null where there is none.
-template <class Function>
-Function* Find(const wchar_t* library, const char* name) {
+FARPROC SystemFunction(const wchar_t* library, const char* name) {
     static auto& found = *new std::map<std::string, FARPROC>;
     const auto [entry, isNew] = found.try_emplace(name, nullptr);
     if (isNew) {
@@ -19,7 +15,14 @@ Function* Find(const wchar_t* library, const char* name) {
         entry->second = module ? GetProcAddress(module, name) : nullptr;
         if (!entry->second) KX_LOG(L"kx_platformlook", L"%ls has no %hs here; done without", library, name);
     }
-    return reinterpret_cast<Function*>(reinterpret_cast<void*>(entry->second));
+    return entry->second;
+}
+
+namespace {
+
+template <class Function>
+Function* Find(const wchar_t* library, const char* name) {
+    return reinterpret_cast<Function*>(reinterpret_cast<void*>(SystemFunction(library, name)));
 }
 
 }  // namespace

@@ -215,12 +215,7 @@ void DrawMark(HDC dc, const RECT& item, bool radio, int color) {
 void DrawEdgeOfPopup(HDC itemDC) {
     const HWND popup = WindowFromDC(itemDC);
     if (!popup || GetClassLongPtrW(popup, GCW_ATOM) != 32768) return;
-    RECT edge{};
-    GetWindowRect(popup, &edge);
-    OffsetRect(&edge, -edge.left, -edge.top);
-    const HDC dc = GetWindowDC(popup);
-    FrameInScheme(dc, edge, COLOR_BTNSHADOW);
-    ReleaseDC(popup, dc);
+    FrameWindowInScheme(popup, COLOR_BTNSHADOW);
 }
 
 void Draw(const Item& item, const DRAWITEMSTRUCT& draw) {

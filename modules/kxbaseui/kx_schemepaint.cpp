@@ -29,6 +29,16 @@ SchemePaintDC::~SchemePaintDC() {
 
 void FrameInScheme(HDC dc, const RECT& rect, int color) { FrameRect(dc, &rect, KX_GetSysColorBrush(color)); }
 
+void FrameWindowInScheme(HWND window, int color, int inset) {
+    RECT rect{};
+    GetWindowRect(window, &rect);
+    OffsetRect(&rect, -rect.left, -rect.top);
+    InflateRect(&rect, -inset, -inset);
+    const HDC dc = GetWindowDC(window);
+    FrameInScheme(dc, rect, color);
+    ReleaseDC(window, dc);
+}
+
 void DrawSchemeArrow(HDC dc, const RECT& box, Toward toward, int color) {
     const bool upright = toward == Toward::Up || toward == Toward::Down;
     const long wide = box.right - box.left, high = box.bottom - box.top;

@@ -28,6 +28,10 @@ private:
 // The frame of a rectangle, in a colour of the scheme (COLOR_BTNSHADOW, ...).
 void FrameInScheme(HDC dc, const RECT& rect, int color);
 
+// The same around a whole window, its frame included, or so many pixels within: where the platform draws an edge in
+// colours of its own.
+void FrameWindowInScheme(HWND window, int color, int inset = 0);
+
 enum class Toward { Left, Right, Up, Down };
 
 // A small arrow in the middle of a box.

@@ -163,15 +163,9 @@ bool HasEdge(HWND window) {
 void PaintEdge(HWND window) {
     if (!HasEdge(window)) return;
     const bool sunken = (GetWindowLongW(window, GWL_EXSTYLE) & WS_EX_CLIENTEDGE) != 0;
-    RECT rect{};
-    GetWindowRect(window, &rect);
-    OffsetRect(&rect, -rect.left, -rect.top);
-    const HDC dc = GetWindowDC(window);
-    FrameInScheme(dc, rect, COLOR_BTNSHADOW);
-    InflateRect(&rect, -1, -1);
+    FrameWindowInScheme(window, COLOR_BTNSHADOW);
     const bool field = IsWindowEnabled(window) && !(IsClass(window, WC_EDITW) && (StyleOf(window) & ES_READONLY));
-    if (sunken) FrameInScheme(dc, rect, field ? COLOR_WINDOW : COLOR_BTNFACE);
-    ReleaseDC(window, dc);
+    if (sunken) FrameWindowInScheme(window, field ? COLOR_WINDOW : COLOR_BTNFACE, 1);
 }
 
 // A list view has its scroll bars only while it needs them.

@@ -19,21 +19,12 @@ void SetColors(HWND tip) {
     SendMessageW(tip, TTM_SETTIPTEXTCOLOR, KX_GetSysColor(COLOR_INFOTEXT), 0);
 }
 
-// The line around it, which is black.
-void PaintBorder(HWND tip) {
-    RECT rect{};
-    GetWindowRect(tip, &rect);
-    OffsetRect(&rect, -rect.left, -rect.top);
-    const HDC dc = GetWindowDC(tip);
-    FrameInScheme(dc, rect, COLOR_BTNSHADOW);
-    ReleaseDC(tip, dc);
-}
-
 LRESULT CALLBACK TipProc(HWND tip, UINT message, WPARAM wParam, LPARAM lParam) {
     const LRESULT result = CallRest(TipProc, tip, message, wParam, lParam);
     if (!IsWindow(tip)) return result;
     if (message == WM_SYSCOLORCHANGE) SetColors(tip);
-    if (message == WM_NCPAINT && IsOwnScheme()) PaintBorder(tip);
+    // The line around it is black.
+    if (message == WM_NCPAINT && IsOwnScheme()) FrameWindowInScheme(tip, COLOR_BTNSHADOW);
     return result;
 }
 

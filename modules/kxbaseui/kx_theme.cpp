@@ -15,6 +15,7 @@
 
 #include <kxbaseui/kx_colors.h>
 #include <kxbaseui/kx_gdi.h>
+#include <kxbaseui/kx_platformlook.h>
 #include <kxsystem/kx_log.h>
 
 namespace kx::theme {
@@ -33,10 +34,9 @@ struct Functions {
 
     // The first that is missing; null when all are there.
     const char* Load() {
-        static const HMODULE module = LoadLibraryExW(L"uxtheme.dll", nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32);
         const char* missing = nullptr;
         const auto get = [&](auto& function, const char* name) {
-            const FARPROC found = module ? GetProcAddress(module, name) : nullptr;
+            const FARPROC found = SystemFunction(L"uxtheme.dll", name);
             function = reinterpret_cast<std::remove_reference_t<decltype(function)>>(reinterpret_cast<void*>(found));
             if (!function && !missing) missing = name;
         };

@@ -51,6 +51,7 @@ protected:
             {"checking aloud",
              [this](Random& r) {
                  control_->SetRestriction(5, 6);
+                 control_->SetText(L"1;2");
                  if constexpr (std::is_base_of_v<CKxDevUI_EditBoxMultiValue, Box>)
                      control_->CheckRestriction(true);
                  else
