@@ -8,21 +8,22 @@
 namespace kx {
 
 FARPROC SystemFunction(const wchar_t* library, const char* name) {
-    static auto& found = *new std::map<std::string, FARPROC>;
-    const auto [entry, isNew] = found.try_emplace(name, nullptr);
-    if (isNew) {
-        const HMODULE module = LoadLibraryExW(library, nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32);
-        entry->second = module ? GetProcAddress(module, name) : nullptr;
-        if (!entry->second) KX_LOG(L"kx_platformlook", L"%ls has no %hs here; done without", library, name);
-    }
-    return entry->second;
+    const HMODULE module = LoadLibraryExW(library, nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32);
+    return module ? GetProcAddress(module, name) : nullptr;
 }
 
 namespace {
 
+// Looked up once.
 template <class Function>
 Function* Find(const wchar_t* library, const char* name) {
-    return reinterpret_cast<Function*>(reinterpret_cast<void*>(SystemFunction(library, name)));
+    static auto& found = *new std::map<std::string, FARPROC>;
+    const auto [entry, isNew] = found.try_emplace(name, nullptr);
+    if (isNew) {
+        entry->second = SystemFunction(library, name);
+        if (!entry->second) KX_LOG(L"kx_platformlook", L"%ls has no %hs here; done without", library, name);
+    }
+    return reinterpret_cast<Function*>(reinterpret_cast<void*>(entry->second));
 }
 
 }  // namespace

@@ -7,7 +7,7 @@
 
 namespace kx {
 
-// A function of one of the system's libraries, looked up once; null where there is none.
+// A function of one of the system's libraries, looked up now; null where there is none.
 FARPROC SystemFunction(const wchar_t* library, const char* name);
 
 // Which theme a control is drawn with.

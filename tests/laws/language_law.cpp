@@ -31,7 +31,11 @@ constexpr wchar_t mark = L'\u00AB';
 CKxStringW Ask(const wchar_t* text, const wchar_t* source) {
     if (!text || !*text) return {};
     asked.emplace(source, text);
-    return (mark + std::wstring(text)).c_str();
+    // Every line of it: what is shown is looked at by lines.
+    std::wstring marked(1, mark);
+    for (const wchar_t* each = text; *each; ++each)
+        *each == L'\n' ? marked += {L'\n', mark} : marked += *each;
+    return marked.c_str();
 }
 CKxStringW AskWithRemark(const wchar_t* text, const wchar_t*, const wchar_t* source) { return Ask(text, source); }
 
