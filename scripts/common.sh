@@ -92,11 +92,12 @@ use_display() {
   export DISPLAY=$kx_display
 }
 
-# start_display : sets kx_display to that of an X server which ends with the session.
+# start_display : sets kx_display to that of an X server which ends with the session. -noreset: a server that starts over
+# whenever its last client has gone drops the client that comes just then, and that program could make no window.
 kx_servers=()
 start_display() {
   local number_file; number_file=$(mktemp)
-  Xvfb -displayfd 3 -screen 0 1280x1024x24 -nolisten tcp 3>"$number_file" >/dev/null 2>&1 &
+  Xvfb -displayfd 3 -screen 0 1280x1024x24 -nolisten tcp -noreset 3>"$number_file" >/dev/null 2>&1 &
   kx_servers+=($!)
   local i
   for i in $(seq 100); do [ -s "$number_file" ] && break; sleep 0.1; done
