@@ -291,7 +291,12 @@ void CKxDevUI_Radio::SetValueName(int index, const wchar_t* name) {
 }
 
 void CKxDevUI_Radio::SetValueEnabled(int index, bool enable) {
-    if (const HWND button = ButtonAt(index)) EnableButton(m_hWnd, button, enable);
+    const HWND button = ButtonAt(index), group = m_hWnd;
+    if (!button) return;
+    const bool hadFocus = GetFocus() == button;
+    EnableButton(group, button, enable);
+    // The platform leaves it to nobody; the group passes it on.
+    if (hadFocus && !IsWindowEnabled(button) && IsWindowEnabled(group)) ::SetFocus(group);
 }
 
 int CKxDevUI_Radio::InsertValue(double, int) { return -1; }

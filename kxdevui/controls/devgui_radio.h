@@ -87,7 +87,8 @@ public:
     virtual std::int64_t GetUserData(int index);
     virtual void SetUserData(int index, std::int64_t value);
 
-    // The text of a value; whether its button can be chosen, whatever SetEnabled said before.
+    // The text of a value; whether its button can be chosen, whatever SetEnabled said before. A button that has the
+    // focus and is disabled hands it to the one that the group gives it to.
     virtual void SetValueName(int index, const wchar_t* name);
     virtual void SetValueEnabled(int index, bool enable);
 

@@ -3,6 +3,8 @@
 #include <subjects/law.h>
 
 #include <map>
+#include <set>
+#include <tuple>
 
 #include <kxbaseui/kx_layoutmanager.h>
 
@@ -20,9 +22,13 @@ protected:
         for (std::size_t act = 0; window < Control().Windows().size(); ++act) {
             const auto acts = ActsAt(Control().Windows()[window].window);
             if (act >= acts.size()) break;
+            act_ = acts[act].name;
             acts[act].run();
         }
+        act_.clear();
     }
+    // Drag, wheel, Enter: a callback of each is another way through the control.
+    std::string Act() const { return act_.substr(0, act_.find(' ')); }
     void Operate() {
         for (std::size_t i = 0; i < Control().Operations().size() && Control().Window(); ++i) {
             Random random(i);
@@ -30,12 +36,12 @@ protected:
         }
     }
 
-    // Every callback, by its name and the class of the window that is used, and what brings it.
-    std::map<std::pair<std::string, std::string>, Cause> Causes() {
-        std::map<std::pair<std::string, std::string>, Cause> causes;
+    // Every callback, by its name, the class of the window that is used and what is done to it, and what brings it.
+    std::map<std::tuple<std::string, std::string, std::string>, Cause> Causes() {
+        std::map<std::tuple<std::string, std::string, std::string>, Cause> causes;
         const auto listen = [&](const std::string& by, const Cause& cause) {
             Begin();
-            Control().told = [&](const std::string& name) { causes.try_emplace({name, by}, cause); };
+            Control().told = [&](const std::string& name) { causes.try_emplace({name, by, Act()}, cause); };
             cause();
             Control().told = nullptr;
         };
@@ -50,6 +56,8 @@ protected:
         listen("an operation", [this] { Operate(); });
         return causes;
     }
+
+    std::string act_;
 };
 
 TEST_P(EndsLaw, NothingDeadIsTouched) {
@@ -61,21 +69,24 @@ TEST_P(EndsLaw, NothingDeadIsTouched) {
                 {End::Object, "the object"},
                 {End::Parent, "the parent"}};
     const auto causes = Causes();
+    std::set<std::pair<std::string, std::string>> ended;
     for (const auto& [key, cause] : causes) {
-        const auto& [callback, by] = key;
+        const auto& [callback, by, act] = key;
         if (IsExcepted(callback)) continue;
+        const bool isFirst = ended.emplace(callback, by).second;
         for (const auto& [end, name] : ends) {
+            if (!isFirst && end != End::Object) continue;
             Begin();
             // What is bound to a name of its own only newer compilers let a lambda use.
-            const std::string& expected = callback;
+            const std::string &expected = callback, &way = act;
             const End how = end;
             bool told = false;
             Control().told = [&](const std::string& heard) {
-                if (told || heard != expected) return;
+                if (told || heard != expected || Act() != way) return;
                 told = true;
                 Control().End(how);
             };
-            doing_ = callback + " by " + by + " ends " + name;
+            doing_ = callback + " by " + by + ", " + act + ", ends " + name;
             cause();
             Pump();
             Control().told = nullptr;

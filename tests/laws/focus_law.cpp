@@ -41,7 +41,10 @@ TEST_P(FocusLaw, IsNeverLeftWithWhatCannotBeUsed) {
             operation.run(same);
             Pump();
             if (!Control().Window() || !IsWindowVisible(Control().Window()) || IsExcepted(operation.name)) continue;
-            Expect(Focused() != "a window that cannot be used", name, "it has the focus and cannot be used");
+            // Only who disables the whole control may leave it to nobody.
+            const std::string got = Focused();
+            const bool isLost = got == "nowhere" && IsWindowEnabled(Control().Window());
+            Expect(!isLost && got != "a window that cannot be used", name, "the focus is with " + got);
         }
     });
 }

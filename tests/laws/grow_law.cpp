@@ -11,8 +11,8 @@
 namespace kx::test {
 namespace {
 
-constexpr int block = 8;  // pixels at 100 %
-constexpr int most = 80;  // of 255, by which the mean of a block may differ
+constexpr int block = 16;  // pixels at 100 %
+constexpr int most = 25;   // of 255, by which the mean of a block may differ
 
 using Mean = std::array<int, 3>;
 
@@ -35,7 +35,11 @@ protected:
     ~GrowLaw() override { CKxGUILayoutManager::SetGuiZoom(1.0); }
     Picture At(double zoom) {
         Begin({eKxColorScheme_Light, zoom, true});
-        return Picture::Printed(Control().Window());
+        // The room for twice the widest subject.
+        SetWindowPos(Parent().Window(), nullptr, 0, 0, 1280, 1024, SWP_NOZORDER | SWP_NOACTIVATE);
+        MoveAway(Parent().Window());
+        Pump();
+        return Picture::OnScreen(Control().Window());
     }
 };
 

@@ -79,11 +79,13 @@ Filling AnyFilling(Random& random) {
 
 class ColorSliderSubject : public SubjectOf<Slider> {
 public:
-    explicit ColorSliderSubject(EColorSliderType type) : type_(type) {}
+    ColorSliderSubject(EColorSliderType type, EColorSliderLayoutType layout) : type_(type), layout_(layout) {}
 
-    std::vector<std::wstring> OwnTexts() const override { return {L"Lamp", L"R&D <svg>", L"A name", L"nm"}; }
+    std::vector<std::wstring> OwnTexts() const override { return {L"Lamp", L"  Lamp", L"R&D <svg>", L"A name", L"nm"}; }
     std::vector<Exception> Exceptions() const override {
-        return {{Law::Zoom, "the column", "is given in pixels of the screen"},
+        const bool hasPoint = layout_ == eColorSliderLayout_ColorPoint;
+        return {{Law::Zoom, hasPoint ? "half as large" : "-", "around the point four pixels are free at any zoom"},
+                {Law::Zoom, "the column", "is given in pixels of the screen"},
                 {Law::Later, "the column", "moves parts over the name"},
                 {Law::Later, "a name", "is shown in the room of another"},
                 {Law::Zoom, "a quiet power", "asks for no redraw"},
@@ -106,7 +108,7 @@ protected:
             Filling filling;
             for (int value = 0; value <= 100; value += 5)
                 filling.table.push_back({double(value), value % 20 == 0, value % 40 == 0});
-            filling.type = type_;
+            filling.type = type_, filling.layout = layout_;
             control_->Fill(filling);
         }
         control_->Create(parent, 5, 5, -1, -1, true, true);
@@ -138,12 +140,15 @@ protected:
 
 private:
     EColorSliderType type_;
+    EColorSliderLayoutType layout_;
     bool filled_ = false;
 };
 
-const Registered<ColorSliderSubject> value("colour slider", eColorSliderType_LineDraw);
-const Registered<ColorSliderSubject> rainbow("colour slider with a rainbow", eColorSliderType_HorizontalRainbow);
-const Registered<ColorSliderSubject> range("colour slider of a range", eColorSliderType_Range);
+const Registered<ColorSliderSubject> value("colour slider", eColorSliderType_LineDraw, eColorSliderLayout_OneRowSpin);
+const Registered<ColorSliderSubject> rainbow("colour slider with a rainbow", eColorSliderType_HorizontalRainbow,
+                                             eColorSliderLayout_ColorPoint);
+const Registered<ColorSliderSubject> range("colour slider of a range", eColorSliderType_Range,
+                                           eColorSliderLayout_OneRowSpin);
 
 }  // namespace
 }  // namespace kx::test

@@ -35,6 +35,7 @@ public:
             {Law::Disabled, "inserting", "what is inserted is as it comes"},
             {Law::Zoom, "half as large", "the platform's check marks do not grow"},
             {Law::Zoom, "inserting a window", "a host inserts at the places of the screen"},
+            {Law::Focus, "inserting a container", "the host ends the one before"},
             {Law::Zoom, "inserting a container", "a host inserts at the places of the screen"}};
         for (const char* code : {"1", "2", "3", "4", "5", "6", "7", "8", "9"})
             exceptions.push_back({Law::Ends, std::string("WM_COMMAND ") + code,

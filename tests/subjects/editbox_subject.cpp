@@ -22,6 +22,7 @@ public:
                 {Law::Silence, "its own", "keys and the wheel are the user's"},
                 {Law::Silence, "typing", "is the user's"},
                 {Law::Silence, "OnSpin", "comes of a key or the wheel"},
+                {Law::Focus, "a placeholder", "the host ends the window that has it"},
                 {Law::Zoom, "a placeholder", "stands at a place of the screen"}};
     }
 

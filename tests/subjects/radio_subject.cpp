@@ -1,6 +1,7 @@
 // The radio group.
 #include "subject.h"
 
+#include <kxbaseui/kx_fonts.h>
 #include <kxdevui/controls/devgui_radio.h>
 
 namespace kx::test {
@@ -15,6 +16,7 @@ protected:
         for (int i = 3; i >= 0; --i) {
             last = CreateWindowExW(0, L"STATIC", i == 0 ? L"title" : L"1.5", WS_CHILD | WS_VISIBLE, 20, 10 + 25 * i, 90,
                                    20, parent, nullptr, nullptr, nullptr);
+            SendMessageW(last, WM_SETFONT, reinterpret_cast<WPARAM>(KX_GetDefaultGuiFont()), FALSE);
             SetWindowPos(last, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE);
         }
         control_->Create(GetWindow(last, GW_HWNDNEXT), 3, last);
