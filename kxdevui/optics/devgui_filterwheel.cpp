@@ -123,15 +123,12 @@ CKxDevUI_FilterWheel::~CKxDevUI_FilterWheel() {
 CKxDevUI_FilterWheel::operator HWND() const noexcept { return m_inside->Window(); }
 
 void CKxDevUI_FilterWheel::OnPositionChangeRequest(long, bool&) {}
-void CKxDevUI_FilterWheel::OnSetupRequest() {}
 
 // ---- Creation ------------------------------------------------------------------------------------------------------
 
 HWND CKxDevUI_FilterWheel::Create(HWND parent, long x, long y, long width, long height, bool, bool) {
     return m_inside->Create(this, parent, {x, y}, {width, height}, m_width, m_height, [this] { CreateControls(); });
 }
-
-void CKxDevUI_FilterWheel::Destroy() { m_inside->Close(); }
 
 bool CKxDevUI_FilterWheel::SetupEnabled() const {
     return m_inside->enabled && m_setupAllowed && CKxUserManager::GetCurrentUserRights(eKxUserRight_DeviceSetup);
@@ -153,6 +150,7 @@ void CKxDevUI_FilterWheel::AddButtons() {
     m_inside->AddSetup({setup, m_firstY, setup + m_buttonWidth, m_firstY + m_buttonHeight}, SetupEnabled());
 }
 
+void CKxDevUI_FilterWheel::Destroy() { m_inside->Close(); }
 void CKxDevUI_FilterWheel::DestroyControls() { m_inside->RemoveParts(); }
 
 void CKxDevUI_FilterWheel::CreateControls() {

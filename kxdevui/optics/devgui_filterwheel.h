@@ -106,7 +106,7 @@ protected:
     // only the device moves the selection. The panel may be updated, destroyed or deleted from here.
     virtual void OnPositionChangeRequest(long position, bool& refuse);
     // The user clicks the setup button.
-    virtual void OnSetupRequest();
+    virtual void OnSetupRequest() {}
 
     // ---- For panels derived from this one ----
 

@@ -174,7 +174,6 @@ CKxDevUI_Nosepiece::~CKxDevUI_Nosepiece() {
 CKxDevUI_Nosepiece::operator HWND() const noexcept { return m_inside->Window(); }
 
 void CKxDevUI_Nosepiece::OnPositionChangeRequest(long, bool&) {}
-void CKxDevUI_Nosepiece::OnSetupRequest() {}
 
 // ---- Creation ------------------------------------------------------------------------------------------------------
 

@@ -146,7 +146,7 @@ protected:
     // deleted from here.
     virtual void OnPositionChangeRequest(long position, bool& handled);
     // The user clicks the setup button.
-    virtual void OnSetupRequest();
+    virtual void OnSetupRequest() {}
 
     // ---- For panels derived from this one ----
 

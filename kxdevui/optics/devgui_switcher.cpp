@@ -114,7 +114,6 @@ HWND CKxDevUI_Switcher::Create(HWND parent, long x, long y, long width, long hei
 }
 
 void CKxDevUI_Switcher::Destroy() { m_inside->Close(); }
-
 void CKxDevUI_Switcher::DestroyControls() { m_inside->RemoveParts(); }
 
 // Every window that comes or goes is told to the host, which may end this panel.
