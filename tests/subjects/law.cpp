@@ -58,6 +58,7 @@ void LawTest::Finish() {
 
 void LawTest::Begin(const State& state) {
     Finish();
+    state_ = state;
     KX_SetColorScheme(state.scheme);
     CKxGUILayoutManager::SetGuiZoom(state.zoom);
     parent_ = std::make_unique<RecordingParent>(kRoom);
@@ -81,6 +82,7 @@ bool LawTest::Ready() {
 void LawTest::ForEachOperation(const std::function<void(const Operation&, Random&)>& run) {
     for (int seed = 0; seed < seedsPerOperation; ++seed) {
         for (std::size_t i = 0; i < Control().Operations().size(); ++i) {
+            if (seed == 0) Begin(state_);
             if (!Ready()) return;
             const Operation& operation = Control().Operations()[i];
             doing_ = operation.name + ", seed " + std::to_string(seed);

@@ -36,7 +36,7 @@ protected:
     void Finish();
     // The control is there, made anew if need be; false after a failure.
     bool Ready();
-    // Runs every operation of the subject with some parameters, and what `check` says after each.
+    // Runs every operation of the subject with some parameters: on a control as it was begun, then one after the other.
     void ForEachOperation(const std::function<void(const Operation& operation, Random& random)>& run);
 
     // Whether the subject excepts this by name, which is counted.
@@ -53,6 +53,7 @@ protected:
     std::string doing_;  // told by a crash
 
 private:
+    State state_{};
     std::unique_ptr<RecordingParent> parent_;
     std::unique_ptr<Subject> subject_;
     // What ends a control may come while one of its boxes or menus is open, too.
