@@ -133,7 +133,7 @@ void PositionPanel::Finish(SIZE size, long frameHeight, bool boldTitles) {
     SetFont(m_titleWindow, font);
     if (const int id = std::exchange(m_lostFocus, 0)) {
         const HWND successor = GetDlgItem(m_window, id);
-        SetFocus(successor && IsWindowEnabled(successor) ? successor : FocusButton());
+        SetFocus(successor && IsWindowEnabled(successor) ? successor : m_window);
     }
 }
 
@@ -189,7 +189,7 @@ HWND PositionPanel::FocusButton() const {
 
 void PositionPanel::KeepFocusUsable(HWND before) const {
     if (std::find(m_buttons.begin(), m_buttons.end(), before) != m_buttons.end() && !IsWindowEnabled(before))
-        SetFocus(FocusButton());
+        SetFocus(m_window);
 }
 
 void PositionPanel::MoveFocus(HWND from, int step) const {

@@ -110,8 +110,8 @@ public:
     long Position() const noexcept { return m_position; }
     // Whether the Tab key stops at the panel; off at first.
     void SetTabStop(bool stop);
-    // Where a button had the focus and has been disabled, one that can be used gets it: its owner may end the panel
-    // then. The platform gives it to nobody.
+    // Where a button had the focus and has been disabled, one that can be used gets it, or else the panel: its owner
+    // may end it then. The platform gives it to nobody.
     void KeepFocusUsable(HWND before) const;
     // Repaints the buttons of the positions.
     void RedrawButtons() const;
