@@ -245,10 +245,11 @@ bool CKxDevUI_Radio::SetSelection(const wchar_t* text) {
 void CKxDevUI_Radio::SetSelection(int index) {
     const HWND button = ButtonAt(index);
     if (!button) return;
-    if (CanBeClicked(button)) {
+    // A click takes the focus, also from wherever else the user is typing.
+    if (CanBeClicked(button) && GetActiveWindow() == GetAncestor(m_hWnd, GA_ROOT)) {
         SendMessageW(button, BM_CLICK, 0, 0);
     } else {
-        // What a click does, which on such a button is left undone by Windows and never ends under Wine.
+        // What a click does, which on a hidden or disabled button is left undone by Windows and never ends under Wine.
         SendMessageW(button, BM_SETCHECK, BST_CHECKED, 0);
         SendMessageW(m_hWnd, WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(button), BN_CLICKED),
                      reinterpret_cast<LPARAM>(button));

@@ -63,7 +63,8 @@ public:
 
     // ---- Values ----
 
-    // Selects the value with this text, as a click on its button would; false when there is none.
+    // Selects the value with this text, as a click on its button would, but takes the focus in the active window alone;
+    // false when there is none.
     virtual bool SetSelection(const wchar_t* text);
     virtual void SetSelection(int index);
 

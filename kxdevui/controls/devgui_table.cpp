@@ -38,7 +38,8 @@ void CKxDevUI_Table_Edit::Prepare(HWND table) {
     if (!Create(table, 0, 0, 20, 16, true, true) || !alive) return;
     ShowWindow(m_hWnd, SW_HIDE);
     SetParent(m_hWnd, nullptr);
-    // No child any more, but a popup.
+    // No child any more, but a popup, whose menu would stand where a child's id does.
+    SetWindowLongPtrW(m_hWnd, GWLP_ID, 0);
     const LONG_PTR style = GetWindowLongPtrW(m_hWnd, GWL_STYLE);
     SetWindowLongPtrW(m_hWnd, GWL_STYLE, (style & ~LONG_PTR{WS_CHILD | WS_TABSTOP}) | static_cast<LONG_PTR>(WS_POPUP));
     SetWindowLongPtrW(m_hWnd, GWL_EXSTYLE, GetWindowLongPtrW(m_hWnd, GWL_EXSTYLE) | WS_EX_TOOLWINDOW);

@@ -7,6 +7,9 @@
 // Everything happens on the thread that made the windows; the library starts no thread and takes no lock. No exception
 // leaves it: one thrown by a host's callback out of a window message is logged, and the platform's default handling
 // answers the message. A callback may destroy its own control, window and object.
+//
+// A host that loads the libraries by itself cannot unload them again once a control or a colour scheme has been used:
+// window classes and the platform's own windows hold on to procedures in them.
 #pragma once
 
 #if defined(KXDEVUI_STATIC)

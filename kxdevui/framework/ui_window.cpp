@@ -38,6 +38,11 @@ void EnsureClass(ATOM& atom, const ControlSpec& spec) {
     description.hInstance = ModuleOf(spec.procedure);
     if (spec.ownLayout) CKxGUILayoutManager::AddClassWithOwnLayout(spec.name);
     atom = RegisterClassExW(&description);
+    // A module that is unloaded and comes back elsewhere would leave a class whose procedure is nowhere.
+    HMODULE stays = nullptr;
+    if (atom)
+        GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_PIN,
+                           reinterpret_cast<const wchar_t*>(spec.procedure), &stays);
     if (!atom && CKxLogFile::Detail()) {
         KX_LOG(spec.object, L"%ls::Create - RegisterClass failed - lasterror = %d", spec.object,
                static_cast<int>(GetLastError()));

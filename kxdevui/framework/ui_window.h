@@ -69,7 +69,7 @@ KXDEVUI_API HINSTANCE ModuleOf(WNDPROC procedure) noexcept;
 
 // Registers the class once, with the arrow cursor and for the module that holds the procedure, and keeps its atom. A
 // failure is logged when the log's detail is on, and creation goes on: windows are made by the atom, never by the name,
-// which may be that of another's class, and without one there is none.
+// which may be that of another's class, and without one there is none. From then on that module stays loaded.
 KXDEVUI_API void EnsureClass(ATOM& atom, const ControlSpec& spec);
 
 // ---- From the window to the object ---------------------------------------------------------------------------------

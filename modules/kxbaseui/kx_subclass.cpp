@@ -18,6 +18,11 @@ std::map<std::pair<HWND, WNDPROC>, WNDPROC>& Previous() {
 
 bool Subclass(HWND window, WNDPROC procedure) {
     if (!IsWindow(window)) return false;
+    // The window may outlive every other use of this module, and its procedure must not go.
+    static HMODULE stays = nullptr;
+    if (!stays)
+        GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_PIN,
+                           reinterpret_cast<const wchar_t*>(procedure), &stays);
     const auto [entry, isNew] = Previous().try_emplace({window, procedure}, nullptr);
     if (!isNew) return true;
     // Before the exchange: the first message may come with it.
