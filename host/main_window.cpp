@@ -9,6 +9,7 @@
 #include <kxbaseui/kx_guiscale.h>
 #include <kxbaseui/kx_layoutmanager.h>
 #include <kxbaseui/kx_schemecontrols.h>
+#include <kxdevui/framework/devgui_host.h>
 #include <kxdevui/framework/devgui_messages.h>
 #include <kxsystem/kx_locale.h>
 
@@ -323,10 +324,10 @@ LRESULT MainWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
 
 void MainWindow::OnMouseWheel(WPARAM wParam, LPARAM lParam) {
     const POINT point{static_cast<short>(LOWORD(lParam)), static_cast<short>(HIWORD(lParam))};
-    if (CKxDevUI_Container* panel = m_pages[static_cast<std::size_t>(m_page)]->PanelAt(point)) {
-        if (SendMessageW(*panel, kx::ui::WM_KX_MOUSE_WHEEL, wParam, lParam) != 0) return;
-    }
-    m_pages[static_cast<std::size_t>(m_page)]->Wheel(GET_WHEEL_DELTA_WPARAM(wParam));
+    auto& page = *m_pages[static_cast<std::size_t>(m_page)];
+    const CKxDevUI_Container* panel = page.PanelAt(point);
+    if (panel && KX_RelayWheel(*panel, wParam, lParam)) return;
+    page.Wheel(GET_WHEEL_DELTA_WPARAM(wParam));
 }
 
 void MainWindow::OnCommand(int command) {

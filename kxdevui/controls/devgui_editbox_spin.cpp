@@ -8,6 +8,7 @@
 
 #include <kxbaseui/kx_colors.h>
 #include <kxdevui/controls/editbox_rules.h>
+#include <kxdevui/framework/devgui_host.h>
 #include <kxdevui/framework/ui_arithmetic.h>
 #include <kxdevui/framework/ui_window.h>
 #include <kxsystem/kx_log.h>
@@ -241,10 +242,7 @@ kx::ui::Handled CKxDevUI_EditBoxSpin::HandleSpin(const kx::ui::Message& message)
 
 kx::ui::Handled CKxDevUI_EditBoxSpin::HandleKey(const kx::ui::Message& message) {
     if (message.id == WM_MOUSEWHEEL) {
-        m_wheel += GET_WHEEL_DELTA_WPARAM(message.wParam);
-        const int notches = m_wheel / WHEEL_DELTA;
-        m_wheel %= WHEEL_DELTA;
-        if (notches != 0) Spin(notches);
+        if (const int notches = KX_TakeWheelNotches(message.window, message.wParam)) Spin(notches);
         return 0;
     }
     if (message.id != WM_KEYDOWN) return std::nullopt;

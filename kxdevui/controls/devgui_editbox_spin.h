@@ -90,5 +90,4 @@ private:
 
     CKxDevUI_SpinBox m_spin;
     DWORD m_keyDownTime = 0;
-    int m_wheel = 0;  // turned, but not yet a notch
 };

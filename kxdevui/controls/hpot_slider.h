@@ -11,6 +11,7 @@
 
 #include <kxdevui/controls/hpot_common.h>
 #include <kxdevui/framework/devgui_base.h>
+#include <kxdevui/framework/devgui_host.h>
 #include <kxdevui/framework/ui_arithmetic.h>
 #include <kxdevui/framework/ui_life.h>
 #include <kxdevui/framework/ui_paint.h>
@@ -141,7 +142,7 @@ public:
         case WM_ERASEBKGND: return 1;
         case WM_GETDLGCODE: return DLGC_WANTARROWS | Own().KeysWanted(reinterpret_cast<const MSG*>(lParam));
         case WM_KEYDOWN: return Own().OnKey(wParam);
-        case WM_MOUSEWHEEL: return Own().slider.HandleMouseWheel(wParam, lParam) ? ui::Handled(0) : std::nullopt;
+        case WM_MOUSEWHEEL: return OnWheel(message);
         case WM_LBUTTONDOWN: OnLButtonDown(at); return 0;
         case WM_MOUSEMOVE: OnMouseMove(message); return 0;
         case WM_LBUTTONUP: OnLButtonUp(at); return 0;
@@ -211,6 +212,14 @@ public:
 
 private:
     Self& Own() noexcept { return static_cast<Self&>(*this); }
+
+    // A step is a request to a device, however fine the wheel.
+    ui::Handled OnWheel(const ui::Message& message) {
+        const int notches = KX_TakeWheelNotches(message.window, message.wParam);
+        if (notches == 0) return 0;
+        const WPARAM whole = MAKEWPARAM(LOWORD(message.wParam), notches * WHEEL_DELTA);
+        return Own().slider.HandleMouseWheel(whole, message.lParam) ? ui::Handled(0) : std::nullopt;
+    }
 
     void OnFocus(bool focused) {
         SliderPart* part = Own().Part();
