@@ -3,6 +3,7 @@
 #include <bench/imports.h>
 #include <bench/window.h>
 #include <kxbaseui/kx_buttonbackground.h>
+#include <kxbaseui/kx_guiscale.h>
 #include <kxbaseui/kx_visualstyles.h>
 #include <kxsystem/kx_log.h>
 
@@ -114,6 +115,11 @@ HTHEME WINAPI Open(HWND window, const wchar_t* names) {
     return Real<decltype(OpenThemeData)>("OpenThemeData")(window, names);
 }
 
+HTHEME WINAPI OpenForDpi(HWND window, const wchar_t* names, UINT dpi) {
+    s_asked.push_back("open at " + std::to_string(dpi));
+    return Real<decltype(OpenForDpi)>("OpenThemeDataForDpi")(window, names, dpi);
+}
+
 HRESULT WINAPI Close(HTHEME theme) {
     s_asked.push_back("close");
     return Real<decltype(CloseThemeData)>("CloseThemeData")(theme);
@@ -126,6 +132,7 @@ HRESULT WINAPI Draw(HTHEME theme, HDC dc, int part, int state, const RECT* rect,
 
 FARPROC WINAPI LookUp(HMODULE module, const char* name) {
     const std::pair<const char*, void*> ours[] = {{"OpenThemeData", reinterpret_cast<void*>(&Open)},
+                                                  {"OpenThemeDataForDpi", reinterpret_cast<void*>(&OpenForDpi)},
                                                   {"CloseThemeData", reinterpret_cast<void*>(&Close)},
                                                   {"DrawThemeBackground", reinterpret_cast<void*>(&Draw)}};
     if (s_missing && std::strcmp(name, s_missing) == 0) return nullptr;
@@ -148,6 +155,31 @@ TEST_F(Buttons, AreDrawnOnceAStyle) {
     KX_VisualStylesChanged();
     EXPECT_EQ(first, Ours(0));
     EXPECT_EQ(s_asked, (styled ? std::vector<std::string>{"close", "open", "draw"} : std::vector<std::string>{}));
+}
+
+TEST_F(Buttons, AreDrawnAtTheMonitorsScale) {
+    const bool styled = KX_HasVisualStyles();
+    const Import import(L"kxbaseui.dll", &GetProcAddress, &LookUp);
+    KX_VisualStylesChanged();
+    KX_FollowScaleOf(m_parent.Window());
+    Ours(0);
+    const struct {
+        UINT dpi;
+        const char* missing;
+        std::vector<std::string> asked;
+    } rows[] = {{144, nullptr, {"close", "open at 144", "draw"}},
+                {144, nullptr, {}},
+                {192, "OpenThemeDataForDpi", {"close", "open", "draw"}}};
+    for (const auto& row : rows) {
+        s_asked.clear();
+        if ((s_missing = row.missing)) KX_VisualStylesChanged();
+        KX_RelayScale(m_parent.Window(), WM_DPICHANGED, MAKEWPARAM(row.dpi, row.dpi), 0);
+        Ours(0);
+        EXPECT_EQ(s_asked, styled ? row.asked : std::vector<std::string>{}) << row.dpi;
+    }
+    s_missing = nullptr;
+    KX_VisualStylesChanged();
+    KX_FollowScaleOf(nullptr);
 }
 
 TEST_F(Buttons, AreClassicWhereTheStyleCannotBeDrawn) {

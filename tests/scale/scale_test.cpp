@@ -170,6 +170,13 @@ TEST_F(PagesAtScale, TakeNothingOfWhatIsNoScale) {
     Send(144, nullptr);
     EXPECT_EQ(CKxGUILayoutManager::GetGuiScale(), 1.0);
     EXPECT_EQ(Places(), first);
+    // The user's zoom changes then: the monitor's scale is taken all the same.
+    s_onZoom = [this] { Zoom(2.0); };
+    Send(144, &offered);
+    GetWindowRect(host_, &after);
+    EXPECT_TRUE(EqualRect(&after, &offered));
+    EXPECT_EQ(CKxGUILayoutManager::GetGuiZoom(), 3.0);
+    Send(96, nullptr);
     s_onZoom = nullptr;
 
     // Another window's messages say nothing.
