@@ -4,6 +4,7 @@
 #include <bench/window.h>
 #include <kxbaseui/kx_buttonbackground.h>
 #include <kxbaseui/kx_guiscale.h>
+#include <kxbaseui/kx_schemecontrols.h>
 #include <kxbaseui/kx_visualstyles.h>
 #include <kxsystem/kx_log.h>
 
@@ -199,6 +200,21 @@ TEST_F(Buttons, AreClassicWhereTheStyleCannotBeDrawn) {
     EXPECT_EQ(before, Ours(0)) << "it comes back with the style";
     CKxLogFile::SetSink(nullptr, nullptr);
     EXPECT_EQ(log.size(), 1u);
+}
+
+TEST(ChangedStyles, ReachTheEdges) {
+    RecordingParent parent({200, 60});
+    const HWND field = AddChild(parent.Window(), L"EDIT", 1, {10, 10, 90, 50}, WS_BORDER | WS_VSCROLL, L"text");
+    KX_FollowColorScheme(parent.Window());
+    Pump();
+    const HDC dc = GetWindowDC(field);
+    PatBlt(dc, 0, 0, 80, 40, BLACKNESS);
+    SendMessageW(field, WM_THEMECHANGED, 0, 0);
+    Pump();
+    // On the edge, and on the scroll bar's lower button.
+    for (const POINT at : {POINT{2, 0}, POINT{72, 31}})
+        EXPECT_NE(GetPixel(dc, at.x, at.y), RGB(0, 0, 0));
+    ReleaseDC(field, dc);
 }
 
 // A plug-in activates a manifest of its own while it makes its windows, in a program that may have none. (Asked first
