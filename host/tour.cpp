@@ -134,7 +134,11 @@ void Tour::TurnTo(const std::function<int()>& page) {
 void Tour::Looks(const std::wstring& name, int language) {
     Menu(MainWindow::cmdEnabled);
     Picture(name + L"-disabled");
+    // Where visual styles are to be seen, and the lack of them.
+    Menu(MainWindow::cmdScheme + eKxColorScheme_System);
+    Picture(name + L"-system-disabled");
     Menu(MainWindow::cmdEnabled);
+    Picture(name + L"-system");
     Menu(MainWindow::cmdScheme + eKxColorScheme_Dark);
     Picture(name + L"-dark");
     Menu(MainWindow::cmdZoom + 6);

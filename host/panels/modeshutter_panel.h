@@ -11,6 +11,11 @@ public:
 
     using Asks::Asks;
     void Prepare();
+    // The row itself keeps the state alone, and leaves its window to its host.
+    void SetEnabled(bool enable) override {
+        CKxDevUI_ModeShutter::SetEnabled(enable);
+        EnableWindow(m_hWnd, enable);
+    }
     void Show(const DevicePanel::Change& change) {
         Update(&m_device, {.steps = change.structure, .aperture = true, .state = true, .mode = true});
     }

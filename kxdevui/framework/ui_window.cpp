@@ -156,7 +156,7 @@ void LogEscapedException() noexcept {
 
 void StylesChanged(HWND window) noexcept {
     KX_VisualStylesChanged();
-    InvalidateRect(window, nullptr, TRUE);
+    RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME);
 }
 
 void WindowGone(HWND window, void* object, const Alive& alive, bool isControl) noexcept {

@@ -2,11 +2,13 @@
 
 #include <cstdlib>
 #include <iterator>
+#include <utility>
 
 #include <kxbaseui/kx_fonts.h>
 #include <kxbaseui/kx_layoutmanager.h>
 #include <kxbaseui/kx_platformlook.h>
 #include <kxbaseui/kx_stockwindows.h>
+#include <kxbaseui/kx_theme.h>
 
 namespace {
 
@@ -24,10 +26,13 @@ double TextScale() {
     return read == ERROR_SUCCESS && percent >= 100 && percent <= 225 ? percent / 100.0 : 1.0;
 }
 
+// Known before the windows are told: they draw with it.
 bool Apply(UINT dpi) {
-    if (!CKxGUILayoutManager::SetGuiScale(static_cast<double>(dpi) / kUnscaled * TextScale())) return false;
-    s_dpi = dpi;
-    return true;
+    const UINT previous = std::exchange(s_dpi, dpi);
+    if (CKxGUILayoutManager::SetGuiScale(static_cast<double>(dpi) / kUnscaled * TextScale())) return true;
+    // Unless a window that was told has brought another one.
+    if (s_dpi == dpi) s_dpi = previous;
+    return false;
 }
 
 // A dialog's units: a quarter of the first to the right, an eighth of the second down.
@@ -73,6 +78,8 @@ void StopPlatformsScaling(HWND dialog) {
 }
 
 }  // namespace
+
+UINT kx::theme::FollowedDpi() { return s_followed ? s_dpi : 0; }
 
 void KX_FollowScaleOf(HWND window) {
     s_window = IsWindow(window) ? window : nullptr;

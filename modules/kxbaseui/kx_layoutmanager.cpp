@@ -123,9 +123,8 @@ void PlaceAllBelow(HWND window, double previousZoom) {
     }
 }
 
-// Whether both are in force afterwards.
-bool Change(double userZoom, double scale) {
-    if (userZoom == s_userZoom && scale == s_scale) return true;
+void Change(double userZoom, double scale) {
+    if (userZoom == s_userZoom && scale == s_scale) return;
     const auto windows = kx::ThreadWindows();
     for (const HWND window : windows) {
         const bool isOurs = !IsChildWindow(window) || !kx::IsPlacedByParent(window, GetAncestor(window, GA_PARENT));
@@ -138,9 +137,8 @@ bool Change(double userZoom, double scale) {
     const unsigned change = ++s_change;
     for (const HWND window : windows) {
         if (IsWindow(window)) SendMessageW(window, CKxGUILayoutManager::ZoomChangedMessage, 0, 0);
-        if (change != s_change) return s_userZoom == userZoom && s_scale == scale;
+        if (change != s_change) return;
     }
-    return true;
 }
 
 }  // namespace
@@ -153,13 +151,13 @@ long CKxGUILayoutManager::Zoomed(double unzoomed) { return RoundAway(unzoomed * 
 long CKxGUILayoutManager::Unzoomed(double zoomed) { return RoundAway(zoomed / s_zoom); }
 
 bool CKxGUILayoutManager::SetGuiZoom(double zoom) {
-    if (IsUsable(zoom)) return Change(zoom, s_scale);
+    if (IsUsable(zoom)) return Change(zoom, s_scale), s_userZoom == zoom;
     KX_LOG(L"kx_layoutmanager", L"a zoom of %g is refused", zoom);
     return false;
 }
 
 bool CKxGUILayoutManager::SetGuiScale(double scale) {
-    if (IsUsableScale(scale)) return Change(s_userZoom, scale);
+    if (IsUsableScale(scale)) return Change(s_userZoom, scale), s_scale == scale;
     KX_LOG(L"kx_layoutmanager", L"a scale of %g is refused", scale);
     return false;
 }

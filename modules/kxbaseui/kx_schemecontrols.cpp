@@ -60,19 +60,20 @@ void PaintCheck(HDC dc, HWND button, const RECT& client, bool radio) {
     const long size = CKxGUILayoutManager::Zoomed(13), top = (client.bottom - size) / 2;
     const RECT box{0, top, size, top + size};
     const bool checked = SendMessageW(button, BM_GETCHECK, 0, 0) == BST_CHECKED;
+    const bool enabled = IsWindowEnabled(button) != FALSE;
     if (radio) {
-        SelectObject(dc, KX_GetSysColorBrush(COLOR_WINDOW));
+        SelectObject(dc, KX_GetSysColorBrush(enabled ? COLOR_WINDOW : COLOR_BTNFACE));
         SelectObject(dc, GetStockObject(DC_PEN));
-        SetDCPenColor(dc, KX_GetSysColor(COLOR_3DDKSHADOW));
+        SetDCPenColor(dc, KX_GetSysColor(enabled ? COLOR_3DDKSHADOW : COLOR_GRAYTEXT));
         Ellipse(dc, box.left, box.top, box.right, box.bottom);
         if (checked) {
-            SelectObject(dc, KX_GetSysColorBrush(COLOR_WINDOWTEXT));
+            SelectObject(dc, KX_GetSysColorBrush(enabled ? COLOR_WINDOWTEXT : COLOR_GRAYTEXT));
             SelectObject(dc, GetStockObject(NULL_PEN));
             const long inset = size * 3 / 10;
             Ellipse(dc, box.left + inset, box.top + inset, box.right - inset + 1, box.bottom - inset + 1);
         }
     } else {
-        DrawCheckBox(dc, box, checked);
+        DrawCheckBox(dc, box, checked, enabled);
     }
     RECT text = client;
     text.left = size + CKxGUILayoutManager::Zoomed(4);

@@ -35,7 +35,7 @@ void DrawListCheckBox(HDC dc, const RECT& box, bool checked, bool enabled) {
                                 : CBS_UNCHECKEDDISABLED;
     const int ground = enabled ? COLOR_WINDOW : COLOR_BTNFACE;
     if (!kx::theme::Draw(dc, {kx::theme::Owner::Button, BP_CHECKBOX, state}, box, KX_GetSysColor(ground)))
-        DrawCheckBox(dc, box, checked);
+        DrawCheckBox(dc, box, checked, enabled);
 }
 
 // The state images of a list with check boxes: empty and checked. The platform's own have one size and one colour.
@@ -159,8 +159,8 @@ void DrawTick(HDC dc, const RECT& box, int color) {
     DeleteObject(pen);
 }
 
-void DrawCheckBox(HDC dc, const RECT& box, bool checked) {
-    FillRect(dc, &box, KX_GetSysColorBrush(COLOR_WINDOW));
-    FrameRect(dc, &box, KX_GetSysColorBrush(COLOR_3DDKSHADOW));
-    if (checked) DrawTick(dc, box, COLOR_WINDOWTEXT);
+void DrawCheckBox(HDC dc, const RECT& box, bool checked, bool enabled) {
+    FillRect(dc, &box, KX_GetSysColorBrush(enabled ? COLOR_WINDOW : COLOR_BTNFACE));
+    FrameRect(dc, &box, KX_GetSysColorBrush(enabled ? COLOR_3DDKSHADOW : COLOR_GRAYTEXT));
+    if (checked) DrawTick(dc, box, enabled ? COLOR_WINDOWTEXT : COLOR_GRAYTEXT);
 }

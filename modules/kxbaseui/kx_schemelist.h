@@ -8,7 +8,7 @@
 void FollowColorSchemeInList(HWND list);
 
 // A check box in the scheme's colours.
-void DrawCheckBox(HDC dc, const RECT& box, bool checked);
+void DrawCheckBox(HDC dc, const RECT& box, bool checked, bool enabled);
 
 // The mark of one that is checked, alone.
 void DrawTick(HDC dc, const RECT& box, int color);

@@ -175,6 +175,8 @@ LRESULT CALLBACK EdgeProc(HWND window, UINT message, WPARAM wParam, LPARAM lPara
     const LRESULT result = CallRest(EdgeProc, window, message, wParam, lParam);
     if (!IsWindow(window)) return result;
     if (message == WM_NCPAINT && IsOwnScheme()) PaintEdge(window);
+    // Under Wine the platform's controls draw their inside anew, and keep the old edge and scroll bars.
+    if (message == WM_THEMECHANGED) RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME);
     if (message == WM_SYSCOLORCHANGE && MayScroll(window))
         SetControlTheme(window, IsOnDarkGround() ? ControlTheme::Dark : ControlTheme::Own);
     return result;

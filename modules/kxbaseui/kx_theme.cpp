@@ -26,6 +26,8 @@ namespace {
 struct Functions {
     decltype(&GetWindowTheme) windowTheme = nullptr;
     decltype(&OpenThemeData) open = nullptr;
+    // Since version 1703 of Windows 10, and done without.
+    HTHEME(WINAPI* openForDpi)(HWND, const wchar_t*, UINT) = nullptr;
     decltype(&CloseThemeData) close = nullptr;
     decltype(&DrawThemeBackground) draw = nullptr;
     decltype(&GetThemeBackgroundContentRect) content = nullptr;
@@ -47,7 +49,9 @@ struct Functions {
         get(content, "GetThemeBackgroundContentRect");
         get(color, "GetThemeColor");
         get(defined, "IsThemePartDefined");
-        return missing;
+        const char* const needed = missing;
+        get(openForDpi, "OpenThemeDataForDpi");
+        return needed;
     }
 };
 
@@ -64,14 +68,19 @@ struct Picture {
 struct Style {
     bool on = false;
     Functions functions;
+    UINT dpi = 0;  // of the parts
     std::map<Owner, HTHEME> themes;
     std::map<Key, Picture> pictures;
     std::size_t pixels = 0;  // of all pictures
 
     Style();
-    ~Style() {
+    ~Style() { Forget(); }
+    void Forget() {
         for (const auto& [owner, theme] : themes)
             if (theme) functions.close(theme);
+        themes.clear();
+        pictures.clear();
+        pixels = 0;
     }
     Style(const Style&) = delete;
     Style& operator=(const Style&) = delete;
@@ -117,13 +126,23 @@ std::unique_ptr<Style>& Held() {
 
 Style& Current() {
     if (!Held()) Held() = std::make_unique<Style>();
-    return *Held();
+    Style& style = *Held();
+    if (const UINT dpi = FollowedDpi(); std::exchange(style.dpi, dpi) != dpi) style.Forget();
+    return style;
+}
+
+HTHEME OpenTheme(const Style& style, const wchar_t* name) {
+    if (style.dpi != 0 && style.functions.openForDpi) return style.functions.openForDpi(nullptr, name, style.dpi);
+    static bool told = false;
+    if (style.dpi != 0 && !std::exchange(told, true))
+        KX_LOG(L"kx_theme", L"uxtheme has no OpenThemeDataForDpi here; parts are drawn at the system's scale");
+    return style.functions.open(nullptr, name);
 }
 
 HTHEME ThemeOf(Style& style, Owner owner) {
     static constexpr const wchar_t* names[] = {L"BUTTON", L"EDIT", L"HEADER", L"TOOLBAR"};
     const auto [entry, isNew] = style.themes.try_emplace(owner, nullptr);
-    if (isNew) entry->second = style.functions.open(nullptr, names[static_cast<int>(owner)]);
+    if (isNew) entry->second = OpenTheme(style, names[static_cast<int>(owner)]);
     return entry->second;
 }
 

@@ -19,6 +19,10 @@ struct Part {
 // is none: this is for whoever would do something else besides.
 bool IsUsed();
 
+// Dots per inch of the monitor that the host's window is on, at which parts are drawn; 0 while no window is named
+// (kx_guiscale.h), and they are drawn at the system's.
+UINT FollowedDpi();
+
 // Draws the part, standing on `ground`. False, and nothing is drawn, when the scheme is another, styles are off, or the
 // style does not have the part. Parts are drawn once, and kept as pictures: a push button drawn anew takes twenty times
 // as long as a classic one. `frameOnly` leaves out what the part's contents would stand on.

@@ -3,6 +3,8 @@
 #include <bench/imports.h>
 #include <bench/window.h>
 #include <kxbaseui/kx_buttonbackground.h>
+#include <kxbaseui/kx_guiscale.h>
+#include <kxbaseui/kx_schemecontrols.h>
 #include <kxbaseui/kx_visualstyles.h>
 #include <kxsystem/kx_log.h>
 
@@ -114,6 +116,11 @@ HTHEME WINAPI Open(HWND window, const wchar_t* names) {
     return Real<decltype(OpenThemeData)>("OpenThemeData")(window, names);
 }
 
+HTHEME WINAPI OpenForDpi(HWND window, const wchar_t* names, UINT dpi) {
+    s_asked.push_back("open at " + std::to_string(dpi));
+    return Real<decltype(OpenForDpi)>("OpenThemeDataForDpi")(window, names, dpi);
+}
+
 HRESULT WINAPI Close(HTHEME theme) {
     s_asked.push_back("close");
     return Real<decltype(CloseThemeData)>("CloseThemeData")(theme);
@@ -126,6 +133,7 @@ HRESULT WINAPI Draw(HTHEME theme, HDC dc, int part, int state, const RECT* rect,
 
 FARPROC WINAPI LookUp(HMODULE module, const char* name) {
     const std::pair<const char*, void*> ours[] = {{"OpenThemeData", reinterpret_cast<void*>(&Open)},
+                                                  {"OpenThemeDataForDpi", reinterpret_cast<void*>(&OpenForDpi)},
                                                   {"CloseThemeData", reinterpret_cast<void*>(&Close)},
                                                   {"DrawThemeBackground", reinterpret_cast<void*>(&Draw)}};
     if (s_missing && std::strcmp(name, s_missing) == 0) return nullptr;
@@ -150,6 +158,31 @@ TEST_F(Buttons, AreDrawnOnceAStyle) {
     EXPECT_EQ(s_asked, (styled ? std::vector<std::string>{"close", "open", "draw"} : std::vector<std::string>{}));
 }
 
+TEST_F(Buttons, AreDrawnAtTheMonitorsScale) {
+    const bool styled = KX_HasVisualStyles();
+    const Import import(L"kxbaseui.dll", &GetProcAddress, &LookUp);
+    KX_VisualStylesChanged();
+    KX_FollowScaleOf(m_parent.Window());
+    Ours(0);
+    const struct {
+        UINT dpi;
+        const char* missing;
+        std::vector<std::string> asked;
+    } rows[] = {{144, nullptr, {"close", "open at 144", "draw"}},
+                {144, nullptr, {}},
+                {192, "OpenThemeDataForDpi", {"close", "open", "draw"}}};
+    for (const auto& row : rows) {
+        s_asked.clear();
+        if ((s_missing = row.missing)) KX_VisualStylesChanged();
+        KX_RelayScale(m_parent.Window(), WM_DPICHANGED, MAKEWPARAM(row.dpi, row.dpi), 0);
+        Ours(0);
+        EXPECT_EQ(s_asked, styled ? row.asked : std::vector<std::string>{}) << row.dpi;
+    }
+    s_missing = nullptr;
+    KX_VisualStylesChanged();
+    KX_FollowScaleOf(nullptr);
+}
+
 TEST_F(Buttons, AreClassicWhereTheStyleCannotBeDrawn) {
     const Picture before = Ours(0);
     std::vector<std::wstring> log;
@@ -167,6 +200,21 @@ TEST_F(Buttons, AreClassicWhereTheStyleCannotBeDrawn) {
     EXPECT_EQ(before, Ours(0)) << "it comes back with the style";
     CKxLogFile::SetSink(nullptr, nullptr);
     EXPECT_EQ(log.size(), 1u);
+}
+
+TEST(ChangedStyles, ReachTheEdges) {
+    RecordingParent parent({200, 60});
+    const HWND field = AddChild(parent.Window(), L"EDIT", 1, {10, 10, 90, 50}, WS_BORDER | WS_VSCROLL, L"text");
+    KX_FollowColorScheme(parent.Window());
+    Pump();
+    const HDC dc = GetWindowDC(field);
+    PatBlt(dc, 0, 0, 80, 40, BLACKNESS);
+    SendMessageW(field, WM_THEMECHANGED, 0, 0);
+    Pump();
+    // On the edge, and on the scroll bar's lower button.
+    for (const POINT at : {POINT{2, 0}, POINT{72, 31}})
+        EXPECT_NE(GetPixel(dc, at.x, at.y), RGB(0, 0, 0));
+    ReleaseDC(field, dc);
 }
 
 // A plug-in activates a manifest of its own while it makes its windows, in a program that may have none. (Asked first

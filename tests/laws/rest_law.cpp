@@ -4,6 +4,7 @@
 
 #include <commctrl.h>
 
+#include <cstdio>
 #include <utility>
 
 #include <bench/window.h>
@@ -76,12 +77,32 @@ bool ComesToRest() {
     return false;
 }
 
+// Painting that has no end never comes back to say so: a container that paints its children in answer to their question
+// has each ask again. So the process ends with a failure while it lives too long.
+class Deadline {
+public:
+    Deadline() { CreateTimerQueueTimer(&timer_, nullptr, Miss, nullptr, 60000, 0, WT_EXECUTEONLYONCE); }
+    ~Deadline() { DeleteTimerQueueTimer(nullptr, timer_, INVALID_HANDLE_VALUE); }
+    Deadline(const Deadline&) = delete;
+    Deadline& operator=(const Deadline&) = delete;
+
+private:
+    static void CALLBACK Miss(void*, BOOLEAN) {
+        std::puts("[  FAILED  ] the painting does not come to an end");
+        std::fflush(stdout);
+        TerminateProcess(GetCurrentProcess(), 1);
+    }
+
+    HANDLE timer_ = nullptr;
+};
+
 // One of each scheme.
 std::vector<State> AllSchemes() { return {States()[0], States()[3], States()[4], States()[7]}; }
 
 class RestLaw : public LawTest {
 protected:
     RestLaw() : LawTest({Law::Rest}) {}
+    Deadline deadline_;
 };
 
 TEST_P(RestLaw, NothingIsPainted) {
@@ -121,6 +142,7 @@ TEST(PlatformRestLaw, NothingIsPainted) {
                                                                  {L"Static", 0},
                                                                  {L"ScrollBar", SBS_HORZ},
                                                                  {PROGRESS_CLASSW, 0}};
+    const Deadline deadline;
     for (const State& state : AllSchemes()) {
         KX_SetColorScheme(state.scheme);
         CKxGUILayoutManager::SetGuiZoom(state.zoom);

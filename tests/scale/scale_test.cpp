@@ -2,8 +2,10 @@
 #include <windows.h>
 
 #include <array>
+#include <cstddef>
 #include <cstdlib>
 #include <cstring>
+#include <cwchar>
 #include <fstream>
 #include <functional>
 #include <memory>
@@ -12,10 +14,13 @@
 #include <utility>
 #include <vector>
 
+#include <bench/bench.h>
+#include <bench/picture.h>
 #include <gtest/gtest.h>
 #include <host/gallery_devices.h>
 #include <host/host_microscope.h>
 #include <host/pages/pages.h>
+#include <kxbaseui/kx_colors.h>
 #include <kxbaseui/kx_fonts.h>
 #include <kxbaseui/kx_guiscale.h>
 #include <kxbaseui/kx_layoutmanager.h>
@@ -87,6 +92,36 @@ protected:
     void Zoom(double zoom) const {
         CKxGUILayoutManager::SetGuiZoom(zoom);
         Fit();
+    }
+
+    // A number for what each page shows in light colours, but for what the platform draws to its own measures: the
+    // arrow of a drop-down, the scroll bar of a list view.
+    std::vector<std::size_t> Looks() const {
+        const auto hide = [](HWND window, LPARAM) -> BOOL {
+            wchar_t name[80] = L"";
+            GetClassNameW(window, name, 80);
+            for (const wchar_t* each : {L"ComboBox", L"ScrollBar", L"KxDevUI_Table"})
+                if (std::wcscmp(name, each) == 0) ShowWindow(window, SW_HIDE);
+            return TRUE;
+        };
+        KX_SetColorScheme(eKxColorScheme_Light);
+        SetWindowPos(host_, nullptr, 0, 0, 1280, 1000, SWP_NOZORDER | SWP_SHOWWINDOW);
+        std::vector<std::size_t> looks;
+        for (const auto& page : pages_) {
+            page->SetVisible(true);
+            SetWindowPos(*page, HWND_TOP, 0, 0, 0, 0, SWP_NOSIZE);
+            EnumChildWindows(*page, hide, 0);
+            kx::test::Pump();
+            const kx::test::Picture picture = kx::test::Picture::OnScreen(*page).Part({0, 0, 1240, 900});
+            page->SetVisible(false);
+            picture.Save("page " + std::to_string(looks.size()) + " at " + std::to_string(GetDpiForSystem()));
+            std::size_t sum = 0;
+            for (int i = 0; i < picture.Width() * picture.Height(); ++i)
+                sum = sum * 31 + picture.Pixel(i % picture.Width(), i / picture.Width());
+            looks.push_back(sum);
+        }
+        KX_SetColorScheme(eKxColorScheme_System);
+        return looks;
     }
 
     // Of every window of every page.
@@ -170,6 +205,13 @@ TEST_F(PagesAtScale, TakeNothingOfWhatIsNoScale) {
     Send(144, nullptr);
     EXPECT_EQ(CKxGUILayoutManager::GetGuiScale(), 1.0);
     EXPECT_EQ(Places(), first);
+    // The user's zoom changes then: the monitor's scale is taken all the same.
+    s_onZoom = [this] { Zoom(2.0); };
+    Send(144, &offered);
+    GetWindowRect(host_, &after);
+    EXPECT_TRUE(EqualRect(&after, &offered));
+    EXPECT_EQ(CKxGUILayoutManager::GetGuiZoom(), 3.0);
+    Send(96, nullptr);
     s_onZoom = nullptr;
 
     // Another window's messages say nothing.
@@ -204,6 +246,8 @@ TEST_F(PagesAtScale, AreTheSameWhateverTheSystemsScaleIs) {
     file << GetDpiForSystem() << '\n';
     for (const Place& place : places)
         file << place;
+    for (const std::size_t look : Looks())
+        file << "looks " << look << '\n';
 }
 
 }  // namespace

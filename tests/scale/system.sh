@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # tests/scale/system.sh PROGRAMS : the host's pages where the whole system is at 150 %, in a prefix of its own: every window
-# stands where it stands at 100 % with zoom 1.5. Called by ctest.
+# stands where it stands at 100 % with zoom 1.5, and every page looks as it does there. Called by ctest.
 set -eu
 source "$(dirname "${BASH_SOURCE[0]}")/../../scripts/common.sh"
 work=$(mktemp -d)
