@@ -134,15 +134,11 @@ LRESULT CALLBACK ButtonProc(HWND button, UINT message, WPARAM wParam, LPARAM lPa
         return 0;
     }
     if (message == WM_ERASEBKGND) return 1;
-    if (!PaintsAtOnce(message) || !IsWindowVisible(button))
-        return kx::CallRest(ButtonProc, button, message, wParam, lParam);
-    // Without the visible bit the button changes its state and shows nothing in the system's colours.
-    const LONG style = GetWindowLongW(button, GWL_STYLE);
-    SetWindowLongW(button, GWL_STYLE, style & ~static_cast<LONG>(WS_VISIBLE));
     const LRESULT result = kx::CallRest(ButtonProc, button, message, wParam, lParam);
-    if (!IsWindow(button)) return result;
-    SetWindowLongW(button, GWL_STYLE, GetWindowLongW(button, GWL_STYLE) | static_cast<LONG>(WS_VISIBLE));
-    InvalidateRect(button, nullptr, FALSE);
+    // Over the system's colours, before anybody sees them. The host, which hears of the focus meanwhile, may have hidden
+    // the button.
+    if (PaintsAtOnce(message) && IsWindowVisible(button))
+        RedrawWindow(button, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
     return result;
 }
 
