@@ -1,14 +1,8 @@
 // The slider as a window: what the user does to it, what its parent and its callbacks are told, what it shows.
-#include <bench/bench.h>
-#include <bench/script.h>
-#include <bench/window.h>
-#include <kxbaseui/kx_colors.h>
-#include <kxbaseui/kx_layoutmanager.h>
+#include "control_test.h"
+
 #include <kxdevui/controls/devgui_hpot.h>
 #include <kxsystem/kx_time.h>
-
-#include <limits>
-#include <utility>
 
 using namespace kx::test;
 
@@ -16,7 +10,6 @@ namespace {
 
 // 220 pixels wide, a thumb of 20, so 10 wide: a track of 210 pixels from 5 on. With a range of 210, pixels are values.
 constexpr int kTrackLeft = 5, kTrack = 210, kMiddle = 8;
-constexpr double kInf = std::numeric_limits<double>::infinity(), kNaN = std::numeric_limits<double>::quiet_NaN();
 
 class Slider : public CKxDevUI_HPot {
 public:
@@ -26,9 +19,7 @@ public:
     Recorder* record = nullptr;                  // of the callbacks, which then tell the parent nothing
     std::function<void(double&, bool&)> answer;  // in OnHPotChange
 
-    using CKxDevUI_HPot::CalculateMove;
     using CKxDevUI_HPot::m_thumbPos;
-    using CKxDevUI_HPot::ThumbRect;
 
 protected:
     void OnHPotChange(double& value, bool& skip) override {
@@ -47,19 +38,17 @@ private:
     }
 };
 
-class HPot : public testing::Test {
+class HPot : public ControlTest {
 protected:
     HPot() { slider.Make(parent.Window()); }
-    ~HPot() override { CKxGUILayoutManager::SetGuiZoom(1), KX_SetTimeSource(nullptr); }
+    ~HPot() override { KX_SetTimeSource(nullptr); }
     void LeadAway() {
         kx::test::MoveTo(parent.Window(), 400, 300);
         EXPECT_TRUE(PumpUntil([&] { return !slider.GetHovered(); }));
     }
-    std::string Told() { return record.Take(); }
     // The value, and what was told.
-    std::string See() { return CallText("", slider.GetValue()) + " " + Told(); }
+    std::string See() override { return CallText("", slider.GetValue()) + " " + Told(); }
 
-    RecordingParent parent;
     Recorder& record = parent.Record();
     Slider slider;
     double list[4] = {0, 60, 120, 210};
@@ -115,11 +104,8 @@ TEST_F(HPot, TellsItsParentOfEachGesture) {
     slider.InitValues(kTrack, 0, 0, 10, 0);
     slider.SetValue(50, false);
     slider.SetMouseWheelGranularity(3, 1, 5);
-    Play({{[] { Key(VK_RIGHT); }, "4:40#7"},
-          {[] { Key(VK_LEFT); }, "4:50#7"},
-          {[] { Key(VK_UP); }, "4:60#7"},
-          {[] { Key(VK_HOME); }, "4:210#7"}},
-         [this] { return Told(); });
+    Key(VK_RIGHT), Key(VK_LEFT), Key(VK_UP), Key(VK_HOME);
+    EXPECT_EQ(Told(), "4:40#7 4:50#7 4:60#7 4:210#7");
 }
 
 TEST_F(HPot, CutsValuesTo16BitsForItsParent) {
@@ -135,16 +121,11 @@ TEST_F(HPot, CutsValuesTo16BitsForItsParent) {
 TEST_F(HPot, CallsBackInOrder) {
     slider.record = &record;
     LeadAway();
-    Play({{[&] { MoveTo(slider, 3), MoveTo(slider, 4); }, "Hover"},
-          {[&] {
-               EXPECT_TRUE(slider.GetHovered());
-               ClickAt(slider, 100);
-           },
-           "Change 100 Drop Up"},
-          {[&] { SendMessageW(slider, WM_LBUTTONUP, 0, 0); }, "Up"},
-          {[&] { LeadAway(); }, "UnHover"},
-          {[&] { slider.SetHover(false), MoveTo(slider, 3); }, ""}},
-         [this] { return Told(); });
+    Play({{[&] { MoveTo(slider, 3), MoveTo(slider, 4); }, "(0) Hover"},
+          {[&] { ClickAt(slider, 100); }, "(100) Change 100 Drop Up"},
+          {[&] { SendMessageW(slider, WM_LBUTTONUP, 0, 0); }, "(100) Up"},
+          {[&] { LeadAway(); }, "(100) UnHover"},
+          {[&] { slider.SetHover(false), MoveTo(slider, 3); }, "(100) "}});
 }
 
 TEST_F(HPot, HoldsWhatTheHostMakesOfAValue) {
@@ -223,10 +204,10 @@ TEST_F(HPot, AbandonsADragThatIsTakenAway) {
 TEST_F(HPot, GoesOnDraggingAtAnotherZoom) {
     parent.Answer(WM_HSCROLL, 1);
     // Twice as far on the screen is the same place on the scale.
-    Play({{[&] { slider.SetValue(50, false), PressAt(slider, 50), MoveTo(slider, 83); }, "(80) 5:80#7"},
-          {[&] { CKxGUILayoutManager::SetGuiZoom(2); }, "(80) "},
-          {[&] { kx::test::MoveTo(slider, 2 * (kTrackLeft + 121), 2 * kMiddle), Release(); }, "(120) 5:120#7 4:120#7"}},
-         [this] { return See(); });
+    Play(
+        {{[&] { slider.SetValue(50, false), PressAt(slider, 50), MoveTo(slider, 83); }, "(80) 5:80#7"},
+         {[&] { CKxGUILayoutManager::SetGuiZoom(2); }, "(80) "},
+         {[&] { kx::test::MoveTo(slider, 2 * (kTrackLeft + 121), 2 * kMiddle), Release(); }, "(120) 5:120#7 4:120#7"}});
 }
 
 TEST_F(HPot, KeepsToTheRulesOfItsState) {
@@ -240,14 +221,12 @@ TEST_F(HPot, KeepsToTheRulesOfItsState) {
           {[&] { slider.SetValue(100, true); }, "(100) "},
           {[&] { wheel(120, true); }, "(210) 4:210#7"},
           {[&] { wheel(120, false), wheel(0, false), slider.SetEnabled(false), wheel(-120, false); }, "(210) "},
-          {[&] { slider.m_thumbPos = 70, slider.Update(false, false, true); }, "(60) "}},
-         [this] { return See(); });
+          {[&] { slider.m_thumbPos = 70, slider.Update(false, false, true); }, "(60) "}});
 }
 
 TEST_F(HPot, ShowsItsState) {
-    LeadAway();
     const std::function<void()> states[] = {
-        [] {},
+        [&] { LeadAway(); },
         [&] { MoveTo(slider, 0); },
         [&] { PressAt(slider, 0); },
         [&] { Release(); },  // with the focus

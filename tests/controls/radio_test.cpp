@@ -1,40 +1,30 @@
 // The radio group: made of a dialog's controls, worked by mouse and keys, and what its owner hears.
-#include <bench/bench.h>
-#include <bench/script.h>
-#include <bench/window.h>
-#include <kxbaseui/kx_colors.h>
+#include "control_test.h"
+
 #include <kxdevui/controls/devgui_radio.h>
 #include <kxdevui/framework/ui_gdi.h>
-#include <kxdevui/framework/ui_parts.h>
-
-#include <string>
-#include <utility>
 
 namespace {
 
 using namespace kx::test;
 
-constexpr int kId = 40;
-
 // A dialog's controls: an edit, a title and three texts that become a group, an edit.
-struct Radio : testing::Test {
+struct Radio : ControlTest {
     Radio() {
-        group.SetId(kId);
+        group.SetId(40);
         group.Create(first, 3, title);
         Pump();
     }
     HWND ButtonOf(int index) { return GetDlgItem(group, 85 + index); }
     HWND AddText() { return AddChild(parent.Window(), L"STATIC", 7, {10, 200, 60, 220}, 0, L"only"); }
-    std::string Told() { return parent.Record().Take(); }
     // Which is chosen, which can be, where the focus is, what was told.
-    std::string See() {
+    std::string See() override {
         std::string seen = std::to_string(group.GetSelectionIndex()) + " of ";
         for (int i = 0; i < group.GetValuesCount(); ++i)
             seen += IsWindowEnabled(ButtonOf(i)) ? '1' : '0';
         return seen + ", at " + std::to_string(GetFocus() ? GetDlgCtrlID(GetFocus()) : -1) + ": " + Told();
     }
 
-    RecordingParent parent;
     HWND before = AddChild(parent.Window(), L"EDIT", 1, {10, 5, 90, 25}, WS_TABSTOP);
     HWND title = AddChild(parent.Window(), L"STATIC", 2, {22, 45, 90, 61}, 0, L"Binning:");
     HWND first = AddChild(parent.Window(), L"BUTTON", 3, {10, 70, 110, 90}, BS_AUTOCHECKBOX, L"1x1");
@@ -46,8 +36,7 @@ struct Radio : testing::Test {
 
 TEST_F(Radio, TakesTheDialogsControls) {
     EXPECT_EQ(PlaceOf(group), "10 45 140 95");
-    for (const HWND gone : {first, second, third})
-        EXPECT_FALSE(IsWindow(gone));
+    EXPECT_FALSE(IsWindow(first) || IsWindow(second) || IsWindow(third));
     EXPECT_EQ(PlaceOf(ButtonOf(2)), "20 75 120 20");
     EXPECT_EQ(PlaceOf(title).substr(0, 6), "12 12 ") << "12 from the left it was, and at the top";
     EXPECT_EQ(group.GetIndex(L"2x2"), 1);
@@ -55,7 +44,7 @@ TEST_F(Radio, TakesTheDialogsControls) {
     EXPECT_EQ(GetWindow(group, GW_HWNDNEXT), after);
     EXPECT_EQ(Told(), "");
     group.SetTitle(L"Pixels");
-    EXPECT_EQ(kx::ui::TextOf(title), L"Pixels");
+    EXPECT_EQ(TextOf(title), L"Pixels");
 }
 
 TEST_F(Radio, StopsAtTheEndAndRefusesNothing) {
@@ -84,7 +73,6 @@ TEST_F(Radio, PaintsWhatTheTitleFrames) {
     const Picture picture = Picture::OnScreen(group);
     EXPECT_EQ(picture.Pixel(100, 60), KX_GetSysColor(COLOR_BTNFACE));
     EXPECT_NE(picture.Pixel(0, 40), picture.Pixel(100, 60)) << "the frame";
-    KX_SetColorScheme(eKxColorScheme_System);
 }
 
 TEST_F(Radio, AnswersByIndexAndText) {
@@ -99,8 +87,7 @@ TEST_F(Radio, AnswersByIndexAndText) {
           {[&] { select(L"4.5 x", true); }, "2 of 111, at 87: 40:1025#87"},
           {[&] { group.SetSelection(2); }, "2 of 111, at 87: 40:1025#87"},
           {[&] { group.SetValueEnabled(1, false), group.SetSelection(1); }, "1 of 101, at 87: 40:1025#86"},
-          {[&] { group.SetSelection(2); }, "2 of 101, at 87: 40:1025#87"}},
-         [this] { return See(); });
+          {[&] { group.SetSelection(2); }, "2 of 101, at 87: 40:1025#87"}});
     EXPECT_EQ(group.GetSelection(), 4.5);
     for (const auto& [size, copied] : {std::pair{6, 5}, {5, 4}, {4, -1}, {-5, -1}})
         EXPECT_EQ(group.GetSelection(text, size), copied) << size;
@@ -141,8 +128,7 @@ TEST_F(Radio, FollowsMouseAndKeys) {
           {[] { Key(VK_TAB, MOD_SHIFT); }, "1 of 111, at 86: 6:512#6"},
           {[&] { Click(ButtonOf(0), 5, 8); }, "0 of 111, at 85: 40:1025#85"},
           {[&] { group.SetValueEnabled(1, false), Click(group, 5, 60); }, "0 of 101, at 85: "},
-          {[] { Key(VK_RIGHT); }, "2 of 101, at 87: 40:1025#87"}},
-         [this] { return See(); });
+          {[] { Key(VK_RIGHT); }, "2 of 101, at 87: 40:1025#87"}});
 }
 
 // A container takes the group for a plain window and enables that; the buttons show it, and come back as they were.
@@ -162,8 +148,7 @@ TEST_F(Radio, IsEnabledWithItsWindow) {
           // Made while it is disabled, and enabled later.
           {[&] { SetFocus(parent.Window()), group.SetEnabled(false); }, "-1 of 000, at 0: "},
           {[&] { group.Create(AddText(), 1, nullptr); }, "-1 of 0, at 0: "},
-          {[&] { group.SetEnabled(true), Click(ButtonOf(0), 5, 8); }, "0 of 1, at 85: 40:1025#85"}},
-         [this] { return See(); });
+          {[&] { group.SetEnabled(true), Click(ButtonOf(0), 5, 8); }, "0 of 1, at 85: 40:1025#85"}});
 }
 
 // The one button more that the commands let through.
