@@ -1,11 +1,8 @@
 // What the colour slider shows: colours, gradients and lines where they belong, names as they are.
 #include "lamps.h"
 
-#include <kxbaseui/kx_colors.h>
 #include <kxdevui/light/devgui_colorslider.h>
 #include <kxsystem/kx_color.h>
-
-#include <tuple>
 
 using namespace kx::test;
 
@@ -14,7 +11,7 @@ namespace {
 // A slider in a window. Its track has 202 pixels from 4 on, the strip's rows begin at 2.
 constexpr int kTrackLeft = 4, kTrack = 202, kTop = 2, kRow = 5;
 
-class ColorSliderLooks : public testing::Test {
+class ColorSliderLooks : public ControlTest {
 protected:
     void Show(EColorSliderType type, EColorSliderLayoutType layout = eColorSliderLayout_TwoRows,
               const wchar_t* name = L"Channel") {
@@ -33,7 +30,6 @@ protected:
     }
     COLORREF Name(int x) const { return Picture::OnScreen(Part(10003)).Pixel(x, 7); }
 
-    RecordingParent parent;
     CKxDevUI_ColorSlider slider;
 };
 

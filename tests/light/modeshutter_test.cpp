@@ -60,9 +60,8 @@ struct Device : Lamp {
     long lie = 0;
 };
 
-class ModeShutter : public testing::Test {
+class ModeShutter : public ControlTest {
 protected:
-    RecordingParent parent;
     Recorder heard;
 };
 
@@ -76,7 +75,6 @@ TEST_F(ModeShutter, MarksTheSteps) {
 
 TEST_F(ModeShutter, ShowsWhatIsAskedForAndNothingElse) {
     for (int flags = 0; flags < 32; ++flags) {
-        SCOPED_TRACE(flags);
         Device before(eKxShutterMode_Fast, {1, 2}), device(eKxShutterMode_Aperture);
         device.SetAperture(30);
         device.Open(true);
@@ -87,15 +85,19 @@ TEST_F(ModeShutter, ShowsWhatIsAskedForAndNothingElse) {
         const unsigned id = device.GetLogDevId();
         if (byMessage) SendMessageW(row, 0x0500, id, reinterpret_cast<LPARAM>(f));
         EXPECT_TRUE(byMessage || row.Update(id, f[0], f[1], f[2], f[3]));
-        EXPECT_EQ(row.m_apertures.size(), f[0] ? 8u : 2u);
-        EXPECT_EQ(row.Part(kModes) != list, f[0]);
-        EXPECT_EQ(row.GetAperture(), f[1] ? 30 : 2);
-        EXPECT_EQ(row.m_slider.GetPower(), f[1] ? (f[0] ? 30 : 2) : (f[0] ? 5 : 2));
-        EXPECT_EQ(row.m_apertureIndex, f[1] && f[0] ? 3 : f[0] ? 0 : 1);
-        EXPECT_EQ(row.GetState(), f[2]);
-        EXPECT_EQ(row.List(), f[3] ? L"FastSoft[Aperture]" : L"[Fast]SoftAperture");
-        EXPECT_EQ(row.m_slider.GetEnabled(), f[3]);
-        EXPECT_EQ(heard.Take(), "") << "the host is not asked";
+        EXPECT_EQ(CallText("", row.m_apertures.size(), row.Part(kModes) != list, row.GetAperture(),
+                           row.m_slider.GetPower(), row.m_apertureIndex),
+                  CallText("", f[0] ? 8 : 2, f[0], f[1] ? 30 : 2,
+                           !f[0]  ? 2
+                           : f[1] ? 30
+                                  : 5,
+                           !f[0]  ? 1
+                           : f[1] ? 3
+                                  : 0))
+            << flags;
+        EXPECT_EQ(CallText("", row.GetState(), row.List(), row.m_slider.GetEnabled(), heard.Take()),
+                  CallText("", f[2], f[3] ? L"FastSoft[Aperture]" : L"[Fast]SoftAperture", f[3], ""))
+            << flags;
     }
 }
 
@@ -107,8 +109,7 @@ TEST_F(ModeShutter, BearsOddDevices) {
     EXPECT_TRUE(row.Update(device.GetLogDevId(), true, true, true, true));
     row.SetAperture(15);
     row.SetAperture(kNaN);
-    EXPECT_EQ(row.GetAperture(), 15);
-    EXPECT_EQ(row.m_slider.GetPower(), 20) << "the later of two equally near";
+    EXPECT_EQ(std::pair(row.GetAperture(), row.m_slider.GetPower()), std::pair(15.0, 20.0)) << "the later one of two";
     device.softOnly = true;
     EXPECT_TRUE(row.Update(&device, true, true, true, true));
     EXPECT_EQ(row.List(), L"Soft") << "none for a mode that is not offered";
@@ -116,8 +117,7 @@ TEST_F(ModeShutter, BearsOddDevices) {
     device.fails = true;
     device.SetAperture(10);
     EXPECT_FALSE(row.Update(&device, true, true, true, true));
-    EXPECT_EQ(row.GetAperture(), 20);
-    EXPECT_EQ(row.List(), L"Soft") << "what it told last";
+    EXPECT_EQ(CallText("", row.GetAperture(), row.List()), "(20, \"Soft\")") << "what it told last";
     device.lie = LONG_MAX;
     row.Update(&device, true, false, false, false);
     EXPECT_FALSE(HWND{row.m_slider});
@@ -141,8 +141,7 @@ TEST_F(ModeShutter, AsksForAModeAndShowsWhatIsHeld) {
         Key(VK_DOWN);
         // The mode held, chosen again.
         SendMessageW(row, WM_COMMAND, MAKEWPARAM(kModes, CBN_SELCHANGE), 0);
-        EXPECT_EQ(heard.Take(), asked);
-        EXPECT_EQ(row.List(), list);
+        EXPECT_EQ(CallText("", heard.Take(), row.List()), CallText("", asked, list));
         EXPECT_EQ(row.m_slider.GetEnabled(), row.GetMode() == 2);
     }
 }
@@ -155,14 +154,13 @@ TEST_F(ModeShutter, AsksForAnAperture) {
         const HWND slider = GetDlgItem(row.m_slider, 10000);
         Click(slider, (RectInParent(slider).right - RectInParent(slider).left) * 2 / 5, 5);
         EXPECT_TRUE(heard.Take().starts_with("Aperture(40)"));
-        EXPECT_EQ(row.GetAperture(), veto ? 100 : 40);
-        EXPECT_EQ(row.m_apertureIndex, veto ? 7 : 4);
-        EXPECT_EQ(row.m_slider.GetPower(), veto ? 100 : 40);
+        EXPECT_EQ(CallText("", row.GetAperture(), row.m_apertureIndex, row.m_slider.GetPower()),
+                  veto ? "(100, 7, 100)" : "(40, 4, 40)");
         Click(row.Edit(), 5, 5);
         SendMessageW(row.Edit(), EM_SETSEL, 0, -1);
         Type(L"33\n");
-        EXPECT_EQ(row.GetAperture(), veto ? 100 : 30);
-        EXPECT_EQ(row.m_slider.GetPower(), 30) << "a typed value stays, refused or not";
+        EXPECT_EQ(CallText("", row.GetAperture(), row.m_slider.GetPower()), veto ? "(100, 30)" : "(30, 30)")
+            << "a typed value stays, refused or not";
     }
 }
 
@@ -173,11 +171,10 @@ TEST_F(ModeShutter, IsMadeOfItsParts) {
     } cases[] = {{false, false, true, "no no 0 4 80 2 "},
                  {false, true, false, "no 0 8 no 40 2 "},
                  {true, true, true, "0 0 0 8 40 4 120 2 "}};
+    Device device;
+    Row row(heard, device, parent.Window());
     for (const auto& each : cases) {
-        Device device;
-        Row row(heard);
         row.SetSeparator(each.line), row.SetShowTitle(each.title), row.SetShowModes(each.modes);
-        row.Init(device.GetLogDevId());
         row.Make(parent.Window());
         std::string places;
         for (const HWND part : {row.Part(kLine), row.Part(kTitle), row.Part(kModes), HWND{row.m_slider}}) {
@@ -192,18 +189,14 @@ TEST_F(ModeShutter, IsMadeOfItsParts) {
 TEST_F(ModeShutter, LooksDisabledWithItsWindow) {
     Device device;
     Row row(heard, device, parent.Window());
-    const auto usable = [&] {
-        return std::string(IsWindowEnabled(row.Part(kModes)) ? "+" : "-") + (IsWindowEnabled(row.Edit()) ? '+' : '-');
+    const auto expect = [&](const char* usable) {
+        const bool list = IsWindowEnabled(row.Part(kModes)), edit = IsWindowEnabled(row.Edit());
+        EXPECT_EQ(std::string(list ? "+" : "-") + (edit ? '+' : '-'), usable);
     };
-    row.SetEnabled(false);
-    EXPECT_EQ(usable(), "+-");
-    EnableWindow(row, FALSE);
-    row.SetMode(eKxShutterMode_Aperture);
-    EXPECT_EQ(usable(), "--");
-    row.Update(&device, true, true, true, false);
-    EXPECT_EQ(usable(), "--") << "the parts are made anew";
-    EnableWindow(row, TRUE);
-    EXPECT_EQ(usable(), "++");
+    row.SetEnabled(false), expect("+-");
+    EnableWindow(row, FALSE), row.SetMode(eKxShutterMode_Aperture), expect("--");
+    row.Update(&device, true, true, true, false), expect("--");  // the parts are made anew
+    EnableWindow(row, TRUE), expect("++");
 }
 
 }  // namespace

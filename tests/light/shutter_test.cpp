@@ -1,7 +1,6 @@
 // The shutter: where it puts its parts, what a click asks, what an update shows, and what it bears from its host.
 #include "lamps.h"
 
-#include <kxbaseui/kx_bitmappool.h>
 #include <kxbaseui/kx_menu.h>
 #include <kxdevui/light/devgui_shutter.h>
 #include <kxdevui/framework/devgui_messages.h>
@@ -39,7 +38,7 @@ protected:
 };
 
 // A shutter in a window; the record holds what comes after that.
-class Shutter : public testing::Test {
+class Shutter : public ControlTest {
 protected:
     void SetUp() override { Make(); }
     Host& Make() {
@@ -49,9 +48,6 @@ protected:
         parent.Record().Clear();
         return *shutter;
     }
-    std::string Heard() { return parent.Record().Take(); }
-
-    RecordingParent parent;
     std::unique_ptr<Host> shutter;
 };
 
@@ -99,12 +95,10 @@ TEST_F(Shutter, AsksForTheOtherStateAndObeysTheAnswer) {
             Pump();
             std::string expected;
             for (int i = 0; i < gesture.asked; ++i) {
-                expected += i ? " " : "";
-                expected += shutter->derived ? CallText("State", !state) : "7:0#7";
-                if (agrees) state = !state;
+                expected += (i ? " " : "") + (shutter->derived ? CallText("State", !state) : "7:0#7");
+                state ^= agrees;
             }
-            EXPECT_EQ(Heard(), expected);
-            EXPECT_EQ(shutter->GetState(), state);
+            EXPECT_EQ(Told() + CallText(" now", shutter->GetState()), expected + CallText(" now", state));
             Release();
         }
     }
@@ -122,7 +116,7 @@ TEST_F(Shutter, OpensTheMenuWithTheRightButton) {
     const auto click = [&](int chosen) {
         menu.second = chosen;
         Click(shutter->Button(), 5, 5, Button::Right);
-        return Heard();
+        return Told();
     };
     EXPECT_EQ(click(0), "Menu(1, 10000, \"Shutter Parameters...\")");
     EXPECT_EQ(click(10000), "Menu(1, 10000, \"Shutter Parameters...\") Rename()");
@@ -136,20 +130,18 @@ TEST_F(Shutter, ShowsWhatIsAskedForAndNothingElse) {
     device.SetLocked(true);
     device.Open(true);
     for (int flags = 0; flags < 16; ++flags) {
-        SCOPED_TRACE(flags);
         const bool a = flags & 1, b = flags & 2, c = flags & 4, byMessage = flags & 8, asked[3] = {a, b, c};
         Make();
         const HWND before = shutter->Button();
         if (byMessage) SendMessageW(*shutter, 0x0500, device.GetLogDevId(), reinterpret_cast<LPARAM>(asked));
         EXPECT_TRUE(byMessage || shutter->Update(device.GetLogDevId(), a, b, c));
-        EXPECT_EQ(shutter->GetEnabled(), !(a || b));
-        EXPECT_EQ(IsWindowEnabled(shutter->Button()) != FALSE, !(a || b));
-        EXPECT_EQ(shutter->GetType(), b ? eKxShutterType_Dia : eKxShutterType_Epi);
-        EXPECT_EQ(TextOf(shutter->Title()), b ? L"DIA" : L"EPI");
-        EXPECT_EQ(shutter->GetState(), c);
-        EXPECT_EQ(shutter->m_imageOn == CKxBitmapPool::AddImageBaseUI(L"SHUTTER_DIA_OPEN"), c);
-        EXPECT_EQ(shutter->Button() != before, a && byMessage) << "made anew by the device's update alone";
-        EXPECT_EQ(Heard(), c ? "Icon(true, 0)" : "");
+        const bool open = shutter->m_imageOn == CKxBitmapPool::AddImageBaseUI(L"SHUTTER_DIA_OPEN");
+        // Made anew by the device's update alone.
+        EXPECT_EQ(CallText("", shutter->GetEnabled(), IsWindowEnabled(shutter->Button()), shutter->GetType(), open,
+                           TextOf(shutter->Title()), shutter->GetState(), shutter->Button() != before, Told()),
+                  CallText("", !(a || b), int{!(a || b)}, int{b}, c, b ? L"DIA" : L"EPI", c, a && byMessage,
+                           c ? "Icon(true, 0)" : ""))
+            << flags;
     }
 }
 
@@ -165,58 +157,55 @@ TEST_F(Shutter, LocksTitlesAndKeepsWhatADeadDeviceTold) {
     shutter->SetEnabled(true);
     EXPECT_FALSE(shutter->GetEnabled());
     device->SetLocked(false);
-    for (int i = 0; i < 2; ++i) {
-        shutter->Update(id, true, false, false);
-        EXPECT_TRUE(IsWindowEnabled(shutter->Button())) << "also after the host has disabled it";
-        shutter->SetEnabled(false);
-    }
+    shutter->SetEnabled(false);
+    shutter->Update(id, true, false, false);
+    EXPECT_TRUE(IsWindowEnabled(shutter->Button())) << "also after the host has disabled it";
     CKxDeviceRegistry::SetGrabberActive(true);
     shutter->Update(id, false, false, true);
     EXPECT_EQ(shutter->m_imageOff, CKxBitmapPool::AddImageBaseUI(L"SHUTTER_CLOSED_LIVE"));
     CKxDeviceRegistry::SetGrabberActive(false);
+    Told();
     device->Open(true);
     device->fails = true;
-    Heard();
     EXPECT_FALSE(shutter->Update(id, true, true, true));
     for (const unsigned each : {id, 0u, 99999u})
         kx::ui::SendDeviceBand(*shutter, each, kx::ui::ShutterBand{true, true, true});
-    EXPECT_EQ(Heard(), "");
+    EXPECT_EQ(Told(), "");
     device.reset();
     EXPECT_TRUE(shutter->Update(id, true, true, true));
-    EXPECT_EQ(shutter->GetTitle(), L"EPI");
-    EXPECT_EQ(shutter->m_imageOff, GetCommonImageFromPool(1102));
+    EXPECT_TRUE(shutter->GetTitle() == L"EPI" && shutter->m_imageOff == GetCommonImageFromPool(1102));
 }
 
 TEST_F(Shutter, IsMadeOfTitleAndButton) {
     const struct {
         bool left, inside;
-        const char *title, *button;
-    } cases[] = {{false, false, "0 0 90 16", "8 16 24 24"},
-                 {true, false, "0 12 66 16", "66 8 24 24"},
-                 {false, true, "0 0 0 0", "0 0 90 40"}};
+        const char* places;  // its own, the title's, how that is aligned, the button's
+    } cases[] = {{false, false, "20 20 90 40, 0 0 90 16 0, 8 16 24 24"},
+                 {true, false, "20 20 90 40, 0 12 66 16 2, 66 8 24 24"},
+                 {false, true, "20 20 90 40, 0 0 0 0 0, 0 0 90 40"}};
+    const auto places = [](HWND window) {
+        const HWND title = GetDlgItem(window, kTitle);
+        return PlaceOf(window) + ", " + PlaceOf(title) + " " +
+               std::to_string(GetWindowLongW(title, GWL_STYLE) & SS_TYPEMASK) + ", " +
+               PlaceOf(GetDlgItem(window, kButton));
+    };
     Lamp device(eKxShutterType_Epi);
     for (const auto& each : cases) {
         shutter->SetSize(90, 40);
         shutter->SetTitlePosition(each.left, -1);
         shutter->SetTitleInButton(each.inside);
         ASSERT_TRUE(shutter->Make(parent.Window()));
-        for (int i = 0; i < 2; ++i) {
-            EXPECT_EQ(PlaceOf(*shutter), "20 20 90 40");
-            EXPECT_EQ(PlaceOf(shutter->Title()), each.title);
-            EXPECT_EQ(PlaceOf(shutter->Button()), each.button);
-            EXPECT_EQ(GetWindowLongW(shutter->Title(), GWL_STYLE) & SS_TYPEMASK, each.left ? SS_RIGHT : SS_LEFT);
-            shutter->Update(&device, true, true, true);
-        }
+        EXPECT_EQ(places(*shutter), each.places);
+        shutter->Update(&device, true, true, true);
+        EXPECT_EQ(places(*shutter), each.places);
     }
     CKxDevUI_MechanicalShutter small;
     small.Create(parent.Window(), 5, 5, -1, -1);
-    EXPECT_EQ(PlaceOf(small), "5 5 30 30");
-    EXPECT_EQ(PlaceOf(small.GetButtonHandle()), "7 14 15 15");
-    EXPECT_EQ(PlaceOf(GetDlgItem(small, kTitle)), "0 0 30 14");
+    EXPECT_EQ(places(small), "5 5 30 30, 0 0 30 14 0, 7 14 15 15");
 }
 
 TEST_F(Shutter, FitsItsTitle) {
-    const Zoom zoom(1.5);
+    CKxGUILayoutManager::SetGuiZoom(1.5);
     shutter->SetAutomaticallyResizable(true, 64, 128);
     shutter->SetTitleInButton(true);
     shutter->SetSize(64, 24);
@@ -237,12 +226,10 @@ TEST_F(Shutter, TakesOverADialogsControls) {
         EXPECT_FALSE(taken.Create(before, title)) << "no button";
         ASSERT_TRUE(taken.Create(button, title));
         EXPECT_FALSE(Host(dialog.Record()).Create(button, nullptr)) << "taken already";
-        EXPECT_EQ(GetDlgItem(dialog.Window(), 3), HWND{taken});
-        EXPECT_EQ(PlaceOf(taken), titled ? "30 40 130 22" : "100 40 60 20");
-        EXPECT_EQ(GetWindow(taken, GW_HWNDPREV), before);
-        EXPECT_EQ(PlaceOf(taken.Title()), titled ? "0 2 60 20" : "0 0 0 0");
-        EXPECT_EQ(PlaceOf(taken.Button()), titled ? "70 0 60 20" : "0 0 60 20");
-        EXPECT_EQ(taken.GetTitle(), titled ? L"Dia lamp" : L"EPI");
+        EXPECT_TRUE(GetDlgItem(dialog.Window(), 3) == taken && GetWindow(taken, GW_HWNDPREV) == before);
+        EXPECT_EQ(PlaceOf(taken) + ", " + PlaceOf(taken.Title()) + ", " + PlaceOf(taken.Button()) + ", " +
+                      Narrow(taken.GetTitle().str()),
+                  titled ? "30 40 130 22, 0 2 60 20, 70 0 60 20, Dia lamp" : "100 40 60 20, 0 0 0 0, 0 0 60 20, EPI");
     }
 }
 
