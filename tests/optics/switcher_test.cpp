@@ -40,56 +40,46 @@ struct Laser : Registered<CKxSimLaserOutput> {
 using Path = Registered<CKxSimLightPath>;
 
 TEST_F(Switcher, PlacesItsButtons) {
-    const struct {
-        int count;
-        long width;
-        bool invert;
-        const char *first, *last;
-        long height;
-    } table[] = {
+    const std::tuple<int, long, bool, const char*, const char*, long> table[] = {
         {2, 250, false, "110 7", "180 7", 32},  // exactly up to the edge
         {2, 249, false, "110 7", "110 31", 56},
         {3, 400, true, "250 7", "110 7", 32},
         {3, 50, false, "110 7", "110 55", 80},
     };
-    for (const auto& row : table) {
-        Path path(L"Path", Names(row.count, L"L"));
-        panel.SetInvertOrder(row.invert);
-        panel.Create(parent.Window(), 0, 0, row.width, 32, true, true);
+    for (const auto& [count, width, invert, first, last, height] : table) {
+        Path path(L"Path", Names(count, L"L"));
+        panel.SetInvertOrder(invert);
+        panel.Create(parent.Window(), 0, 0, width, 32, true, true);
         for (int time = 0; time < 2; ++time) {
             ASSERT_TRUE(panel.Update(&path, true, true, true));
-            EXPECT_EQ(PlaceOf(Part(kButton)), std::string(row.first) + " 70 24");
-            EXPECT_EQ(PlaceOf(Part(kButton + row.count - 1)), std::string(row.last) + " 70 24");
-            EXPECT_EQ(Height(), row.height) << "the same the second time";
+            EXPECT_EQ(PlaceOf(Part(kButton)), std::string(first) + " 70 24");
+            EXPECT_EQ(PlaceOf(Part(kButton + count - 1)), std::string(last) + " 70 24");
+            EXPECT_EQ(Height(), height) << "the same the second time";
         }
-        EXPECT_EQ(GetWindow(Part(kButton + 1), GW_HWNDNEXT), Part(kButton + (row.invert ? 0 : 2)))
+        EXPECT_EQ(GetWindow(Part(kButton + 1), GW_HWNDNEXT), Part(kButton + (invert ? 0 : 2)))
             << "made from left to right";
     }
 }
 
 TEST_F(Switcher, ReadsLaserUnits) {
-    const struct {
-        const wchar_t* driver;
-        int ports, used;
-        const char *shown, *withoutFirst;
-    } table[] = {
+    const std::tuple<const wchar_t*, std::size_t, int, const char*, const char*> table[] = {
         {L"", 2, 1, "A B+ ", "Ax B+ "},
         {L"CKxLU4ADevice", 2, 0, "B A+ ", "B A+x "},
         {L"CKxLU4ADeviceSim", 2, 1, "B+ A ", "B+ Ax "},
         {L"CKxLU4ADevices", 2, 0, "A+ B ", "A+x B "},
         {L"", 4, 2, "A B C && D+ E ", "Ax B C && D+ E "},
     };
-    for (const auto& row : table) {
+    for (const auto& [driver, ports, used, shown, withoutFirst] : table) {
         std::vector<std::wstring> names{L"A", L"B", L"C & D", L"E"};
-        names.resize(static_cast<std::size_t>(row.ports));
-        Laser laser(L"Laser", names, false, row.driver);
-        laser.SetPortUsed(row.used, true);
+        names.resize(ports);
+        Laser laser(L"Laser", names, false, driver);
+        laser.SetPortUsed(used, true);
         Open(500);
         ASSERT_TRUE(panel.Update(&laser, true, true, false));
-        EXPECT_EQ(Shown(), row.shown) << "the structure brings the state";
+        EXPECT_EQ(Shown(), shown) << "the structure brings the state";
         laser.SetPortEnabled(0, false);
         panel.Update(&laser, false, true, false);
-        EXPECT_EQ(Shown(), row.withoutFirst);
+        EXPECT_EQ(Shown(), withoutFirst);
         laser.locked = true;
         panel.Update(&laser, false, true, false);
         EXPECT_FALSE(IsUsable(kButton) || IsUsable(kButton + 1));
@@ -114,7 +104,7 @@ TEST_F(Switcher, AsksForPositionsAndPorts) {
     Key(VK_RIGHT);
     Key(VK_SPACE);
     EXPECT_EQ(Shown(), "A+ B C ");
-    EXPECT_EQ(Heard(), "position(2) port(1) port(1) port(2)");
+    EXPECT_EQ(Told(), "position(2) port(1) port(1) port(2)");
     panel.SetPortSingle(1, true);
     panel.SetPortSingle(9, true);
     EXPECT_EQ(Shown(), "A+ B+ C ");
