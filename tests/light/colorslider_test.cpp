@@ -145,19 +145,14 @@ TEST_F(ColorSlider, AsksAndTellsInEachWay) {
 }
 
 TEST_F(ColorSlider, HoldsWhatTheHostMakesOfAValue) {
-    const struct {
-        double made;
-        bool veto;
-        double power;
-        std::pair<double, double> range;
-    } rows[] = {
+    const std::tuple<double, bool, double, std::pair<double, double>> rows[] = {
         {33, false, 30, {30, 90}}, {1e9, false, 100, {90, 90}}, {kNaN, false, 50, {30, 70}}, {90, true, 50, {90, 90}}};
-    for (const auto& row : rows) {
+    for (const auto& [made, vetoes, power, range] : rows) {
         for (const auto type : {kPower, kRange}) {
-            Make(type).change = [&](double& value, bool& veto) { value = row.made, veto = row.veto; };
+            Make(type).change = [to = made, by = vetoes](double& value, bool& veto) { value = to, veto = by; };
             type == kPower ? Wheel(120) : DragValue(slider->Thumb(), {70, 90});
-            EXPECT_EQ(slider->GetPower(), type == kPower ? row.power : 0) << row.made;
-            EXPECT_TRUE(type == kPower || slider->Both() == row.range) << row.made;
+            EXPECT_EQ(slider->GetPower(), type == kPower ? power : 0) << made;
+            EXPECT_TRUE(type == kPower || slider->Both() == range) << made;
         }
     }
 }

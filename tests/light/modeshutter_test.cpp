@@ -124,13 +124,10 @@ TEST_F(ModeShutter, BearsOddDevices) {
 }
 
 TEST_F(ModeShutter, AsksForAModeAndShowsWhatIsHeld) {
-    const struct {
-        bool veto, throws;
-        const char* asked;
-        const wchar_t* list;
-    } cases[] = {{false, false, "Mode(2) Mode(2)", L"FastSoft[Aperture]"},
-                 {true, false, "Mode(2) Mode(1)", L"Fast[Soft]Aperture"},
-                 {false, true, "Mode(2) Mode(1)", L"Fast[Soft]Aperture"}};
+    const std::tuple<bool, bool, const char*, const wchar_t*> cases[] = {
+        {false, false, "Mode(2) Mode(2)", L"FastSoft[Aperture]"},
+        {true, false, "Mode(2) Mode(1)", L"Fast[Soft]Aperture"},
+        {false, true, "Mode(2) Mode(1)", L"Fast[Soft]Aperture"}};
     for (const auto& [veto, throws, asked, list] : cases) {
         Device device(eKxShutterMode_Soft);
         Row row(heard, device, parent.Window());
@@ -165,23 +162,21 @@ TEST_F(ModeShutter, AsksForAnAperture) {
 }
 
 TEST_F(ModeShutter, IsMadeOfItsParts) {
-    const struct {
-        bool line, title, modes;
-        const char* places;  // line, title, list, slider
-    } cases[] = {{false, false, true, "no no 0 4 80 2 "},
-                 {false, true, false, "no 0 8 no 40 2 "},
-                 {true, true, true, "0 0 0 8 40 4 120 2 "}};
+    // Line, title, list, slider.
+    const std::tuple<bool, bool, bool, const char*> cases[] = {{false, false, true, "no no 0 4 80 2 "},
+                                                               {false, true, false, "no 0 8 no 40 2 "},
+                                                               {true, true, true, "0 0 0 8 40 4 120 2 "}};
     Device device;
     Row row(heard, device, parent.Window());
-    for (const auto& each : cases) {
-        row.SetSeparator(each.line), row.SetShowTitle(each.title), row.SetShowModes(each.modes);
+    for (const auto& [line, title, modes, expected] : cases) {
+        row.SetSeparator(line), row.SetShowTitle(title), row.SetShowModes(modes);
         row.Make(parent.Window());
         std::string places;
         for (const HWND part : {row.Part(kLine), row.Part(kTitle), row.Part(kModes), HWND{row.m_slider}}) {
             const RECT at = RectInParent(part);
             places += part ? std::to_string(at.left) + " " + std::to_string(at.top) + " " : "no ";
         }
-        EXPECT_EQ(places, each.places);
+        EXPECT_EQ(places, expected);
     }
 }
 

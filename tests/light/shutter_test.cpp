@@ -52,13 +52,9 @@ protected:
 };
 
 TEST(ShutterRules, FitTheWidthToTheTitle) {
-    const struct {
-        long text;
-        int minimum, maximum;
-        double zoom;
-        long control, title;
-    } cases[] = {{5, 64, 128, 1, 64, 34},     {75, 64, 128, 1.25, 90, 52},           {1000, 64, 128, 1.5, 128, 83},
-                 {50, 200, 100, 1, 200, 170}, {LONG_MAX, 0, INT_MAX, 8, 4096, 3856}, {50, 64, 128, kNaN, 0, 0}};
+    const std::tuple<long, int, int, double, long, long> cases[] = {
+        {5, 64, 128, 1, 64, 34},     {75, 64, 128, 1.25, 90, 52},           {1000, 64, 128, 1.5, 128, 83},
+        {50, 200, 100, 1, 200, 170}, {LONG_MAX, 0, INT_MAX, 8, 4096, 3856}, {50, 64, 128, kNaN, 0, 0}};
     for (const auto& [text, minimum, maximum, zoom, control, title] : cases) {
         const auto width = kx::shutter::FitWidth(text, minimum, maximum, zoom);
         EXPECT_EQ(std::pair(width.control, width.title), std::pair(control, title)) << text;
@@ -66,11 +62,8 @@ TEST(ShutterRules, FitTheWidthToTheTitle) {
 }
 
 TEST_F(Shutter, AsksForTheOtherStateAndObeysTheAnswer) {
-    const struct {
-        const char* name;
-        void (*make)(Host& shutter);
-        int asked;  // how often the host is asked for the other state
-    } gestures[] = {
+    // How often the host is asked for the other state.
+    const std::tuple<const char*, void (*)(Host&), int> gestures[] = {
         {"click", [](Host& s) { Click(s.Button(), 12, 12); }, 1},
         {"double click", [](Host& s) { DoubleClick(s.Button(), 12, 12); }, 2},
         {"release beside it", [](Host& s) { Press(s.Button(), 12, 12), MoveTo(s, 2, 38), Release(); }, 1},
@@ -83,18 +76,18 @@ TEST_F(Shutter, AsksForTheOtherStateAndObeysTheAnswer) {
         {"a click by program", [](Host& s) { SendMessageW(s.Button(), BM_CLICK, 0, 0); }, 1},
     };
     for (int way = 0; way < 8; ++way) {
-        for (const auto& gesture : gestures) {
+        for (const auto& [name, make, asked] : gestures) {
             const bool agrees = way & 2;
             bool state = way & 4;
-            SCOPED_TRACE(gesture.name + std::to_string(way));
+            SCOPED_TRACE(name + std::to_string(way));
             parent.Answer(WM_COMMAND, agrees);
             Make().answer = !agrees;
             shutter->derived = way & 1;
             shutter->SetState(state);
-            gesture.make(*shutter);
+            make(*shutter);
             Pump();
             std::string expected;
-            for (int i = 0; i < gesture.asked; ++i) {
+            for (int i = 0; i < asked; ++i) {
                 expected += (i ? " " : "") + (shutter->derived ? CallText("State", !state) : "7:0#7");
                 state ^= agrees;
             }
@@ -177,12 +170,10 @@ TEST_F(Shutter, LocksTitlesAndKeepsWhatADeadDeviceTold) {
 }
 
 TEST_F(Shutter, IsMadeOfTitleAndButton) {
-    const struct {
-        bool left, inside;
-        const char* places;  // its own, the title's, how that is aligned, the button's
-    } cases[] = {{false, false, "20 20 90 40, 0 0 90 16 0, 8 16 24 24"},
-                 {true, false, "20 20 90 40, 0 12 66 16 2, 66 8 24 24"},
-                 {false, true, "20 20 90 40, 0 0 0 0 0, 0 0 90 40"}};
+    // Its own, the title's, how that is aligned, the button's.
+    const std::tuple<bool, bool, const char*> cases[] = {{false, false, "20 20 90 40, 0 0 90 16 0, 8 16 24 24"},
+                                                         {true, false, "20 20 90 40, 0 12 66 16 2, 66 8 24 24"},
+                                                         {false, true, "20 20 90 40, 0 0 0 0 0, 0 0 90 40"}};
     const auto places = [](HWND window) {
         const HWND title = GetDlgItem(window, kTitle);
         return PlaceOf(window) + ", " + PlaceOf(title) + " " +
@@ -190,14 +181,14 @@ TEST_F(Shutter, IsMadeOfTitleAndButton) {
                PlaceOf(GetDlgItem(window, kButton));
     };
     Lamp device(eKxShutterType_Epi);
-    for (const auto& each : cases) {
+    for (const auto& [left, inside, expected] : cases) {
         shutter->SetSize(90, 40);
-        shutter->SetTitlePosition(each.left, -1);
-        shutter->SetTitleInButton(each.inside);
+        shutter->SetTitlePosition(left, -1);
+        shutter->SetTitleInButton(inside);
         ASSERT_TRUE(shutter->Make(parent.Window()));
-        EXPECT_EQ(places(*shutter), each.places);
+        EXPECT_EQ(places(*shutter), expected);
         shutter->Update(&device, true, true, true);
-        EXPECT_EQ(places(*shutter), each.places);
+        EXPECT_EQ(places(*shutter), expected);
     }
     CKxDevUI_MechanicalShutter small;
     small.Create(parent.Window(), 5, 5, -1, -1);

@@ -40,12 +40,7 @@ protected:
 
 TEST_F(ZStackPanel, ShowsItsRecord) {
     Make(false);
-    const struct {
-        int type;
-        std::optional<double> home;
-        double bottom, top;
-        const char* shown;
-    } table[] = {
+    const std::tuple<int, std::optional<double>, double, double, const char*> table[] = {
         {0, std::nullopt, 500, 520, "520.00 N/A 500.00 RESET Bottom: 500.00 Top: 520.00 "},
         {5, 510, 500, 520, "520.00 510.00 500.00 RESET Bottom: 500.00 Top: 520.00 "},
         {2, 510, 500, 520, "520.00 510.00 500.00 Relative Range: 20.00 <-10.00, +10.00> "},
@@ -53,15 +48,15 @@ TEST_F(ZStackPanel, ShowsItsRecord) {
         {3, 510, 500, 530, "530.00 510.00 500.00 Relative Below: -10.00 Above: +20.00 "},
         {3, std::nullopt, -5, 15.004, "+15.00 N/A -5.00 Relative Below: -5.00 Above: +15.00 "},
     };
-    for (const auto& row : table) {
-        Set(row.type, row.home, row.bottom, row.top);
+    for (const auto& [type, home, bottom, top, expected] : table) {
+        Set(type, home, bottom, top);
         panel.UpdateGUI(1);
         std::string shown;
         for (const int id : {IDC_ZS_EDIT_TOP, IDC_ZS_EDIT_MIDDLE, IDC_ZS_EDIT_BOTTOM, IDC_ZS_RELATIVE,
                              IDC_ZS_BELOW_LABEL, IDC_ZS_EDIT_BELOW, IDC_ZS_READOUT_LABEL, IDC_ZS_EDIT_ABOVE,
                              IDC_ZS_RANGE_LABEL, IDC_ZS_EDIT_RANGE, IDC_ZS_READOUT})
             if (IsWindowVisible(Item(id))) shown += Shown(id) + ' ';
-        EXPECT_EQ(shown, row.shown);
+        EXPECT_EQ(shown, expected);
     }
 }
 
@@ -90,17 +85,12 @@ TEST_F(ZStackPanel, LeavesPositionsToTheHost) {
     parent.Answer(WM_COMMAND, [this](WPARAM id, LPARAM) {
         return id == MAKEWPARAM(IDC_ZS_EDIT_TOP, EN_KILLFOCUS) ? panel.ValidateTop(true) : panel.ValidateBottom(true);
     });
-    const struct {
-        int edit;
-        bool writable;
-        const wchar_t* typed;
-        std::string expected;
-        unsigned asked;
-    } table[] = {{IDC_ZS_EDIT_TOP, false, L"600", "", 0},
-                 {IDC_ZS_EDIT_MIDDLE, true, L"600", "", 0},
-                 {IDC_ZS_EDIT_TOP, true, L"600", "Changed(3) Shown(0)", 1},
-                 // The user is sent back, and leaves it once more.
-                 {IDC_ZS_EDIT_BOTTOM, true, L"5x", "Invalid! Changed(3) Shown(0)", 2}};
+    const std::tuple<int, bool, const wchar_t*, std::string, unsigned> table[] = {
+        {IDC_ZS_EDIT_TOP, false, L"600", "", 0},
+        {IDC_ZS_EDIT_MIDDLE, true, L"600", "", 0},
+        {IDC_ZS_EDIT_TOP, true, L"600", "Changed(3) Shown(0)", 1},
+        // The user is sent back, and leaves it once more.
+        {IDC_ZS_EDIT_BOTTOM, true, L"5x", "Invalid! Changed(3) Shown(0)", 2}};
     for (const auto& [edit, writable, typed, expected, asked] : table) {
         SCOPED_TRACE(CallText("leave", edit, typed));
         SendMessageW(Item(edit), EM_SETREADONLY, !writable, 0);
@@ -232,14 +222,11 @@ TEST_F(ZStackPanel, MovesOnByKeys) {
 // "0.33" stands for 0.333 until it is typed.
 TEST_F(ZStackPanel, PassesThroughFieldsWithoutAChange) {
     Make(true);
-    const struct {
-        int type, edit;
-        int (CKxZStackData::*getter)(double*) const;
-        double typed;
-    } table[] = {{0, 1263, &CKxZStackData::GetStep, 0.33},
-                 {0, 1264, &CKxZStackData::GetBottom, 90.12},
-                 {3, 1267, &CKxZStackData::GetTop, 110.68},
-                 {2, 1265, &CKxZStackData::GetTop, 110.68}};
+    const std::tuple<int, int, int (CKxZStackData::*)(double*) const, double> table[] = {
+        {0, 1263, &CKxZStackData::GetStep, 0.33},
+        {0, 1264, &CKxZStackData::GetBottom, 90.12},
+        {3, 1267, &CKxZStackData::GetTop, 110.68},
+        {2, 1265, &CKxZStackData::GetTop, 110.68}};
     for (const auto& [type, edit, getter, typed] : table) {
         SetFocus(parent.Window());
         Set(type, type == 2 ? 100.1 : 100, type == 2 ? 89.522 : 90.123, 110.678);

@@ -14,14 +14,11 @@ using namespace kx::zstack;
 
 TEST(ZScale, DrawsOneTickAPlaneAndFewerWhereTheyAreDense) {
     const double infinity = std::numeric_limits<double>::infinity();
-    const struct {
-        double first, pitch;
-        unsigned planes;
-        std::vector<int> rows;
-    } table[] = {{0, 10, 3, {100, 90, 80}}, {0, 0.25, 81, {100, 95, 90, 85, 80}},
-                 {-20, 10, 4, {100, 90}},   {-1e9, 10, 4'000'000'000u, {100, 90, 80, 70, 60, 50, 40, 30, 20, 10, 0}},
-                 {50, 0, 1, {50}},          {0, infinity, 3, {}},
-                 {0, -10, 3, {100}}};
+    const std::tuple<double, double, unsigned, std::vector<int>> table[] = {
+        {0, 10, 3, {100, 90, 80}}, {0, 0.25, 81, {100, 95, 90, 85, 80}},
+        {-20, 10, 4, {100, 90}},   {-1e9, 10, 4'000'000'000u, {100, 90, 80, 70, 60, 50, 40, 30, 20, 10, 0}},
+        {50, 0, 1, {50}},          {0, infinity, 3, {}},
+        {0, -10, 3, {100}}};
     for (const auto& [first, pitch, planes, rows] : table) {
         ScaleValues values;
         values.firstPlane = first, values.pitch = pitch, values.planes = planes;

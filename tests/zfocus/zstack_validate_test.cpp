@@ -190,10 +190,7 @@ TEST_F(ZStackValidation, IsNotEnteredTwice) {
 
 // Buttons leave a record that fails alone, and tell the host all the same.
 TEST_F(ZStackValidation, TakesWhatButtonsSay) {
-    const struct {
-        int button, type;
-        const char *fails, *heard;
-    } table[] = {
+    const std::tuple<int, int, const char*, const char*> table[] = {
         {IDC_ZS_TOP, 0, "", "SetTop(5, 1) Changed(3)"},
         {IDC_ZS_TOP, 0, "GetZPosition", "Changed(3)"},
         {IDC_ZS_HOME, 0, "", "SetHome(5) Changed(3)"},
