@@ -1,20 +1,12 @@
 // The rules of the edit boxes, as tables.
-#include <bench/bench.h>
-#include <kxdevui/controls/editbox_rules.h>
+#include "control_test.h"
 
-#include <cmath>
-#include <limits>
-#include <string>
-#include <tuple>
-#include <utility>
-#include <vector>
+#include <kxdevui/controls/editbox_rules.h>
 
 namespace {
 
 using namespace kx::ui;
-
-constexpr double kInf = std::numeric_limits<double>::infinity();
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+using kx::test::kInf, kx::test::kNaN;
 
 TEST(EditBoxRules, TakeFormatsOfOneDouble) {
     // clang-format off

@@ -1,20 +1,16 @@
 // The colour slider's rules as tables: every tie, and what is not the same on both sides.
-#include <gtest/gtest.h>
+#include "lamps.h"
+
 #include <kxdevui/controls/hpot_rules.h>
 #include <kxdevui/light/colorslider_rules.h>
 
-#include <array>
 #include <cfloat>
-#include <limits>
 #include <numeric>
-#include <sstream>
-#include <tuple>
-#include <vector>
 
 namespace kx::colorslider {
 namespace {
 
-constexpr double kInf = std::numeric_limits<double>::infinity(), kNaN = std::numeric_limits<double>::quiet_NaN();
+using test::kInf, test::kNaN;
 using Table = std::vector<double>;
 
 Table Many() {
@@ -89,35 +85,27 @@ TEST(ColorSliderRules, LayOutTheParts) {
                    spin = eColorSliderLayout_OneRowSpin, point = eColorSliderLayout_ColorPoint,
                    none = static_cast<EColorSliderLayoutType>(77);
     // Size, the columns of name, edit, second edit, unit; thumb, name, edit, minimum's edit, unit.
-    const std::pair<LayoutRequest, const char*> rows[] = {
+    const std::tuple<EColorSliderType, EColorSliderLayoutType, int, bool, int, const char*> rows[] = {
         // clang-format off
-        {{power, two, 100, 10, 40, 12, true, 30}, "110 70, -1 -1 -1 -1, "
-         "0 18 110 35, 4 2 43 15, 57 0 30 17, 0 0 0 0, 87 2 17 15"},
-        {{range, two, 100, 10, 40, 12, true, 30}, "110 70, -1 -1 -1 -1, "
-         "0 18 110 35, 4 2 0 15, 57 0 30 17, 21 0 30 17, 87 2 17 15"},
-        {{range, point, 200, 10, 40, 12, true, 30}, "210 70, -1 -1 -1 -1, "
-         "0 18 210 35, 4 2 103 15, 157 0 30 17, 121 0 30 17, 187 2 17 15"},
-        {{power, one, 100, 10, 40, 12, true, 30}, "211 40, 50 161 -1 194, "
-         "50 0 110 35, 4 2 40 15, 161 0 30 17, 0 0 0 0, 194 2 17 15"},
-        {{power, spin, 100, 10, 40, 12, true, 30}, "211 40, 50 161 -1 194, "
-         "50 0 110 35, 4 2 40 15, 161 0 13 21, 0 0 0 0, 194 2 17 15"},
-        {{range, one, 100, 10, 40, 12, true, 30}, "316 40, 50 161 266 299, "
-         "50 0 110 35, 4 2 40 15, 266 0 30 17, 161 0 30 17, 299 2 17 15"},
-        {{power, one, 100, 10, 40, 12, false, 30}, "150 40, 50 -1 -1 -1, "
-         "50 0 110 35, 4 2 40 15, 0 0 0 0, 0 0 0 0, 0 0 0 0"},
-        {{power, none, -9, 10, 40, 12, true, -1}, "10 70, -1 -1 -1 -1, "
-         "0 18 10 35, 4 2 0 15, -13 0 0 17, 0 0 0 0, -13 2 17 15"},
+        {power, two, 100, true, 30, "110 70|-1 -1 -1 -1|0 18 110 35|4 2 43 15|57 0 30 17|0 0 0 0|87 2 17 15"},
+        {range, two, 100, true, 30, "110 70|-1 -1 -1 -1|0 18 110 35|4 2 0 15|57 0 30 17|21 0 30 17|87 2 17 15"},
+        {range, point, 200, true, 30, "210 70|-1 -1 -1 -1|0 18 210 35|4 2 103 15|157 0 30 17|121 0 30 17|187 2 17 15"},
+        {power, one, 100, true, 30, "211 40|50 161 -1 194|50 0 110 35|4 2 40 15|161 0 30 17|0 0 0 0|194 2 17 15"},
+        {power, spin, 100, true, 30, "211 40|50 161 -1 194|50 0 110 35|4 2 40 15|161 0 13 21|0 0 0 0|194 2 17 15"},
+        {range, one, 100, true, 30, "316 40|50 161 266 299|50 0 110 35|4 2 40 15|266 0 30 17|161 0 30 17|299 2 17 15"},
+        {power, one, 100, false, 30, "150 40|50 -1 -1 -1|50 0 110 35|4 2 40 15|0 0 0 0|0 0 0 0|0 0 0 0"},
+        {power, none, -9, true, -1, "10 70|-1 -1 -1 -1|0 18 10 35|4 2 0 15|-13 0 0 17|0 0 0 0|-13 2 17 15"},
         // clang-format on
     };
-    for (const auto& [request, placed] : rows) {
-        const Layout at = LayOut(request);
+    for (const auto& [type, layout, width, showEdit, editWidth, placed] : rows) {
+        const Layout at = LayOut({type, layout, width, 10, 40, 12, showEdit, editWidth});
         std::ostringstream out;
-        out << at.width << ' ' << at.height << ", " << at.nameColumn << ' ' << at.editColumn << ' '
+        out << at.width << ' ' << at.height << '|' << at.nameColumn << ' ' << at.editColumn << ' '
             << at.secondEditColumn << ' ' << at.unitColumn;
         for (const Place& part : {at.thumb, at.name, at.edit, at.minimumEdit, at.unit})
-            out << ", " << part.x << ' ' << part.y << ' ' << part.cx << ' ' << part.cy;
+            out << '|' << part.x << ' ' << part.y << ' ' << part.cx << ' ' << part.cy;
         EXPECT_EQ(out.str(), placed);
-        EXPECT_EQ(at.spin.IsWanted(), request.layout == spin);
+        EXPECT_EQ(at.spin.IsWanted(), layout == spin);
     }
 }
 
