@@ -35,12 +35,11 @@ struct Radio : ControlTest {
 };
 
 TEST_F(Radio, TakesTheDialogsControls) {
-    EXPECT_EQ(PlaceOf(group), "10 45 140 95");
     EXPECT_FALSE(IsWindow(first) || IsWindow(second) || IsWindow(third));
-    EXPECT_EQ(PlaceOf(ButtonOf(2)), "20 75 120 20");
-    EXPECT_EQ(PlaceOf(title).substr(0, 6), "12 12 ") << "12 from the left it was, and at the top";
-    EXPECT_EQ(GetWindow(before, GW_HWNDNEXT), HWND{group});
-    EXPECT_EQ(GetWindow(group, GW_HWNDNEXT), after);
+    // The title is 12 from the left as it was, and so from the top.
+    EXPECT_EQ(PlaceOf(group) + ", " + PlaceOf(title) + ", " + PlaceOf(ButtonOf(2)),
+              "10 45 140 95, 12 12 68 16, 20 75 120 20");
+    EXPECT_TRUE(GetWindow(before, GW_HWNDNEXT) == group && GetWindow(group, GW_HWNDNEXT) == after);
     group.SetTitle(L"Pixels");
     EXPECT_EQ(TextOf(title), L"Pixels");
 }

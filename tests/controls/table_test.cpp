@@ -75,10 +75,9 @@ protected:
 
 TEST_F(Table, TakesTextsAndNumbers) {
     EXPECT_EQ(Cell(1, 0) + Cell(3, 1), L"21.500");
-    EXPECT_EQ(table.GetCell(3, 1), 1.5);
     const wchar_t* texts[] = {L"first", L"12 um", nullptr};
     EXPECT_EQ(table.InsertRow(texts, 3, 0), 0);
-    EXPECT_EQ(table.GetCell(0, 1), 12.0);
+    EXPECT_EQ(table.GetCell(0, 1) + table.GetCell(4, 1), 13.5);
     EXPECT_EQ(Cell(0, 2) + Cell(1, 0), L"1");
     table.SetCell(0, 7, 0.25);  // a column that is not there
     EXPECT_EQ(Cell(0, 7), L"");
@@ -96,13 +95,11 @@ TEST_F(Table, TakesTextsAndNumbers) {
         EXPECT_EQ(table.GetChecked(2), checked);
     }
     // Formats of anything but one number are not taken.
-    for (int column = 3;
-         const auto& [format, shown] :
-         {std::pair<const wchar_t*, const wchar_t*>{L"%.1f um", L"0.5 um"}, {L"%d", L"0.5"}, {L"%s%n", L"0.5"}}) {
+    for (const wchar_t* format : {L"%.1f um", L"%d", L"%s%n"})
         table.InsertColumn(L"", 40, format, false);
+    for (const int column : {3, 4, 5})
         table.SetCell(1, column, 0.5);
-        EXPECT_EQ(Cell(1, column++), shown) << Narrow(format);
-    }
+    EXPECT_EQ(Cell(1, 3) + L"; " + Cell(1, 4) + L"; " + Cell(1, 5), L"0.5 um; 0.5; 0.5");
     EXPECT_EQ(Told(), "");
 }
 
@@ -135,7 +132,6 @@ TEST_F(Table, StoresOnEnterAndDropsOtherwise) {
         [] { CKxGUILayoutManager::SetGuiZoom(1.5), CKxGUILayoutManager::SetGuiZoom(1.0); },
         [&] { ListView_DeleteItem(List(), 29); },
         [&] { ListView_SetColumnWidth(List(), 0, 81); },
-        [&] { DestroyWindow(table), Fill(); },
     };
     for (const auto& drop : drops) {
         ListView_EnsureVisible(List(), 0, FALSE);
@@ -153,18 +149,15 @@ TEST_F(Table, StoresOnEnterAndDropsOtherwise) {
 TEST_F(Table, GoesByKeys) {
     table.SetFocus();
     EXPECT_EQ(GetFocus(), List());
-    ListView_SetItemState(List(), 1, LVIS_FOCUSED, LVIS_FOCUSED);
+    const auto focus = [&](int row) { ListView_SetItemState(List(), row, LVIS_FOCUSED, LVIS_FOCUSED); };
+    focus(1);
     // To the note of the same row, the next row's Z; back over the row's end there is nothing, after the last row
     // neither.
     Play({{[] { Key(VK_F2); }, "1.000 open "},
           {[] { Type(L"\t"); }, "1.000 open edited(77, 1, 1, \"0.500\", 0)"},
           {[] { Type(L"here\t"); }, "1.000 open edited(77, 1, 2, \"here\", 0)"},
           {[] { Key('A', MOD_CONTROL), Type(L"8\n"); }, "8 edited(77, 2, 1, \"8\", 0)"},
-          {[&] {
-               ListView_SetItemState(List(), 0, LVIS_FOCUSED, LVIS_FOCUSED);
-               Key(VK_F2);
-           },
-           "8 open "},
+          {[&] { focus(0), Key(VK_F2); }, "8 open "},
           {[] { Key(VK_TAB, MOD_SHIFT); }, "8 edited(77, 0, 1, \"0.000\", 0)"},
           {[&] { ListView_EnsureVisible(List(), 29, FALSE), Open(29, 2); }, "8 open activated(29)"},
           {[] { Type(L"\t"); }, "8 edited(77, 29, 2, \"\", 0)"}});
