@@ -54,12 +54,8 @@ from_now() { mark=$(wc -l <"$log"); }
 
 # find_place NAME : sets x y w h as told last.
 find_place() {
-  local line
-  line=$(lines | awk -v "name=Place: $1 " '
-    /^Place: / { if (index($0, name) == 1) { rest = substr($0, length(name) + 1); if (split(rest, n, " ") == 4) now = rest } }
-    /^Places: told/ { told = now; now = "" }
-    END { print told }')
-  [ -n "$line" ] && read -r x y w h <<<"$line"
+  read -r x y w h < <(lines | tac | sed '0,/^Places: told/d; /^Places: told/q' |
+    grep -m1 -oP -- "^Place: \Q$1\E \K-?\d+ -?\d+ \d+ \d+$")
 }
 place() { until_true "nothing tells where '$1' is" find_place "$1"; }
 # point NAME [PERCENT] : the mouse goes there, PERCENT across.
@@ -115,7 +111,8 @@ until_true "the window manager does not give the host the focus" \
 say "Typing, Tab and arrows"
 page 501
 step 'click Stand/Camera/1001 80' 'Focus: Stand/Camera/1001'
-step 'keys End BackSpace BackSpace 5 5 period 5' 'Camera: OnCommand id 1001 code 0x0300' 'Camera: OnCommand id 1001 code 0x0300'
+step 'keys End BackSpace BackSpace 5 5 period 5' \
+  'Camera: OnCommand id 1001 code 0x0300' 'Camera: OnCommand id 1001 code 0x0300'
 step 'keys Tab' 'Camera: OnCommand id 1001 code 0x0200' 'Focus: Stand/Camera/1002' 'Status: Exposure time 55.5 ms'
 step 'keys Down' 'Camera: OnCommand id 1002 code 0x0001' 'Status: Binning 2'
 step 'keys Tab' 'Focus: Stand/Camera/1003'
@@ -138,7 +135,8 @@ step 'keys Escape' 'Time series: OnCommand id 2 code 0x0000' 'Time series: OnDes
 say "Wheel and drag on the page of the controls"
 page 502
 changing Controls/Sliders/1520 'wheel_up Controls/Sliders/1520' 'Exposure: OnHPotDragDrop'
-changing Controls/Sliders/1522 'drag Controls/Sliders/1522 30 80' 'Interval: OnHPotChange\(.*\)' 'Interval: OnHPotDragDrop'
+changing Controls/Sliders/1522 'drag Controls/Sliders/1522 30 80' \
+  'Interval: OnHPotChange\(.*\)' 'Interval: OnHPotDragDrop'
 look gain Controls/Sliders/1521
 changing Controls/Sliders/1527 'keys Right' 'Interval: OnHPotDragDrop'
 unchanged gain Controls/Sliders/1521
