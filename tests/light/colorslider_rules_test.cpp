@@ -41,13 +41,11 @@ TEST(ColorSliderRules, SnapToTheTable) {
 TEST(ColorSliderRules, KeepARangeInOrder) {
     const Table table{0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10};
     const std::array<double, 5> rows[] = {
-        // clang-format off
-        {5, 3, 5, 3, 3},   // only the maximum moved: the minimum makes room
-        {7, 3, 5, 7, 7},   // the minimum moved: the maximum does
-        {2, 8, 5, 2, 8}, {5, 8, 5, 5, 8}, {5, 5, 5, 5, 5},
+        {5, 3, 5, 3, 3},  // only the maximum moved: the minimum makes room
+        {7, 3, 5, 7, 7},  // the minimum moved: the maximum does
+        {2, 8, 5, 2, 8},      {5, 8, 5, 5, 8},     {5, 5, 5, 5, 5},
         {5.2, 3, 5, 5, 5},  // another number, though the same entry
         {20, -20, 5, 10, 10}, {5, -kInf, 5, 0, 0}, {4.5, 4.4, 4.5, 4, 4},
-        // clang-format on
     };
     for (const auto& [minimum, maximum, heldMinimum, newMinimum, newMaximum] : rows) {
         const Range range = RangeFor(minimum, maximum, heldMinimum, table);
@@ -86,7 +84,6 @@ TEST(ColorSliderRules, LayOutTheParts) {
                    none = static_cast<EColorSliderLayoutType>(77);
     // Size, the columns of name, edit, second edit, unit; thumb, name, edit, minimum's edit, unit.
     const std::tuple<EColorSliderType, EColorSliderLayoutType, int, bool, int, const char*> rows[] = {
-        // clang-format off
         {power, two, 100, true, 30, "110 70|-1 -1 -1 -1|0 18 110 35|4 2 43 15|57 0 30 17|0 0 0 0|87 2 17 15"},
         {range, two, 100, true, 30, "110 70|-1 -1 -1 -1|0 18 110 35|4 2 0 15|57 0 30 17|21 0 30 17|87 2 17 15"},
         {range, point, 200, true, 30, "210 70|-1 -1 -1 -1|0 18 210 35|4 2 103 15|157 0 30 17|121 0 30 17|187 2 17 15"},
@@ -95,7 +92,6 @@ TEST(ColorSliderRules, LayOutTheParts) {
         {range, one, 100, true, 30, "316 40|50 161 266 299|50 0 110 35|4 2 40 15|266 0 30 17|161 0 30 17|299 2 17 15"},
         {power, one, 100, false, 30, "150 40|50 -1 -1 -1|50 0 110 35|4 2 40 15|0 0 0 0|0 0 0 0|0 0 0 0"},
         {power, none, -9, true, -1, "10 70|-1 -1 -1 -1|0 18 10 35|4 2 0 15|-13 0 0 17|0 0 0 0|-13 2 17 15"},
-        // clang-format on
     };
     for (const auto& [type, layout, width, showEdit, editWidth, placed] : rows) {
         const Layout at = LayOut({type, layout, width, 10, 40, 12, showEdit, editWidth});

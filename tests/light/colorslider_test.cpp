@@ -111,7 +111,8 @@ TEST_F(ColorSlider, AsksAndTellsInEachWay) {
          "Power(70, 50) Power(80, 70) Power(80, 80) Up() = 80",
          "Power(70, 50) Power(70, 50) Power(80, 50) Power(80, 50) Power(50, 50) Up() = 50"},
         // Typed: the veto comes too late.
-        {[](Slider& s) { TypeInto(s, 10001, L"78\n"); }, "Typed(80, 80) = 80", "Typed(80, 80) = 80"},
+        {[](Slider& s) { TypeInto(s, 10001, L"78\n"), TypeInto(s, 10001, L"81\n"); },
+         "Typed(80, 80) Typed(80, 80) = 80", "Typed(80, 80) Typed(80, 80) = 80"},
         {[](Slider& s) { ClickArrow(s, true), ClickArrow(s, true), ClickArrow(s, false); },
          "Power(60, 50) Power(70, 60) Power(60, 70) = 60", "Power(60, 50) Power(60, 50) Power(40, 50) = 50"},
         {[](Slider&) { Wheel(-120), Wheel(120, MOD_SHIFT), Wheel(-120, MOD_CONTROL); },
@@ -173,27 +174,27 @@ TEST_F(ColorSlider, KeepsTheEntryOfAThumbThatStands) {
 
 TEST_F(ColorSlider, LeavesTheWheelToTheThumbUnderThePointer) {
     for (const auto type : {kPower, kRange}) {
-        Make(type, 30).SetEnabled(false);
-        EXPECT_FALSE(slider->HandleMouseWheel(MAKEWPARAM(0, 120), 0));
-        slider->SetEnabled(true);
-        EXPECT_TRUE(slider->HandleMouseWheel(MAKEWPARAM(0, 120), 0));
+        Make(type, 30);
+        const auto wheel = [&](bool enabled) {
+            slider->SetEnabled(enabled);
+            return slider->HandleMouseWheel(MAKEWPARAM(0, 120), 0);
+        };
+        EXPECT_TRUE(!wheel(false) && wheel(true));
         MoveTo(parent.Window(), 500, 300);
         EXPECT_TRUE(PumpUntil([&] { return !slider->GetHover(); }));
         ::SetFocus(slider->Thumb());
-        EXPECT_FALSE(slider->HandleMouseWheel(MAKEWPARAM(0, 120), 0));
+        EXPECT_FALSE(wheel(true));
     }
 }
 
 TEST_F(ColorSlider, ShowsNoPowerUntilItIsSet) {
     Make(kPower);
-    SetWindowTextW(slider->Edit(), L"mine");
-    EXPECT_EQ(slider->SetPower(52, true), 50);
-    EXPECT_EQ(TextOf(slider->Edit()), L"mine") << "what is shown is not touched";
-    // Made anew the thumb shows 0 until it is set, be it to the power that is held.
-    slider->Create(parent.Window(), 10, 10, -1, -1, true, true);
-    EXPECT_EQ(Narrow(TextOf(slider->Edit())) + CallText("", slider->GetPower()), "0(50)");
-    slider->SetPower(50, true);
-    EXPECT_EQ(TextOf(slider->Edit()), L"50");
+    const auto set = [&](double value) { EXPECT_EQ(slider->SetPower(value, true), 50); };
+    // What is shown is not touched. Made anew the thumb shows 0 until it is set, be it to the power that is held.
+    kx::test::Play({{[&] { SetWindowTextW(slider->Edit(), L"mine"), set(52); }, "mine (50)"},
+                    {[&] { slider->Create(parent.Window(), 10, 10, -1, -1, true, true); }, "0 (50)"},
+                    {[&] { set(50); }, "50 (50)"}},
+                   [&] { return Narrow(TextOf(slider->Edit())) + CallText(" ", slider->GetPower()); });
 }
 
 TEST_F(ColorSlider, KeepsToItsTypeAndTable) {

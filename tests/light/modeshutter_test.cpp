@@ -106,18 +106,14 @@ TEST_F(ModeShutter, BearsOddDevices) {
     EXPECT_FALSE(row.Init(0) || row.Update(0u, true, true, true, true));
     row.Make(parent.Window());
     Device device(eKxShutterMode_Fast, {10, 20});
-    EXPECT_TRUE(row.Update(device.GetLogDevId(), true, true, true, true));
-    row.SetAperture(15);
-    row.SetAperture(kNaN);
-    EXPECT_EQ(std::pair(row.GetAperture(), row.m_slider.GetPower()), std::pair(15.0, 20.0)) << "the later one of two";
-    device.softOnly = true;
-    EXPECT_TRUE(row.Update(&device, true, true, true, true));
-    EXPECT_EQ(row.List(), L"Soft") << "none for a mode that is not offered";
-    device.softOnly = false;
-    device.fails = true;
-    device.SetAperture(10);
-    EXPECT_FALSE(row.Update(&device, true, true, true, true));
-    EXPECT_EQ(CallText("", row.GetAperture(), row.List()), "(20, \"Soft\")") << "what it told last";
+    const auto update = [&](bool done) { EXPECT_EQ(row.Update(&device, true, true, true, true), done); };
+    // The later one of two; no mode chosen that is not offered; what it told last.
+    kx::test::Play(
+        {{[&] { update(true), row.SetAperture(15), row.SetAperture(kNaN); }, "(15, 20, \"[Fast]SoftAperture\")"},
+         {[&] { device.softOnly = true, update(true); }, "(20, 20, \"Soft\")"},
+         {[&] { device.softOnly = false, device.fails = true, device.SetAperture(10), update(false); },
+          "(20, 20, \"Soft\")"}},
+        [&] { return CallText("", row.GetAperture(), row.m_slider.GetPower(), row.List()); });
     device.lie = LONG_MAX;
     row.Update(&device, true, false, false, false);
     EXPECT_FALSE(HWND{row.m_slider});

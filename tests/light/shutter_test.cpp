@@ -48,6 +48,10 @@ protected:
         parent.Record().Clear();
         return *shutter;
     }
+    // The title, whether it can be used, what was told.
+    std::string See() override {
+        return Narrow(TextOf(shutter->Title())) + (IsWindowEnabled(shutter->Button()) ? " + " : " - ") + Told();
+    }
     std::unique_ptr<Host> shutter;
 };
 
@@ -106,15 +110,10 @@ TEST_F(Shutter, OpensTheMenuWithTheRightButton) {
             return chosen;
         },
         &menu);
-    const auto click = [&](int chosen) {
-        menu.second = chosen;
-        Click(shutter->Button(), 5, 5, Button::Right);
-        return Told();
-    };
-    EXPECT_EQ(click(0), "Menu(1, 10000, \"Shutter Parameters...\")");
-    EXPECT_EQ(click(10000), "Menu(1, 10000, \"Shutter Parameters...\") Rename()");
-    shutter->RenameEnabled(false);
-    EXPECT_EQ(click(10000), "");
+    const auto click = [&] { Click(shutter->Button(), 5, 5, Button::Right); };
+    Play({{click, "EPI + Menu(1, 10000, \"Shutter Parameters...\")"},
+          {[&] { menu.second = 10000, click(); }, "EPI + Menu(1, 10000, \"Shutter Parameters...\") Rename()"},
+          {[&] { shutter->RenameEnabled(false), click(); }, "EPI + "}});
     KX_SetMenuHandler(nullptr, nullptr);
 }
 
@@ -141,32 +140,28 @@ TEST_F(Shutter, ShowsWhatIsAskedForAndNothingElse) {
 TEST_F(Shutter, LocksTitlesAndKeepsWhatADeadDeviceTold) {
     auto device = std::make_unique<Lamp>(static_cast<EKxShutterType>(9));
     const unsigned id = device->GetLogDevId();
-    shutter->Update(id, false, true, false);
-    EXPECT_EQ(shutter->GetTitle(), L"EPI") << "a type without a title keeps the old one";
-    device->title = L"Left <b>&amp;</b> lamp";
-    device->SetLocked(true);
-    shutter->Update(id, true, true, true);
-    EXPECT_EQ(TextOf(shutter->Title()), L"Left <b>&amp;</b> lamp");
-    shutter->SetEnabled(true);
-    EXPECT_FALSE(shutter->GetEnabled());
-    device->SetLocked(false);
-    shutter->SetEnabled(false);
-    shutter->Update(id, true, false, false);
-    EXPECT_TRUE(IsWindowEnabled(shutter->Button())) << "also after the host has disabled it";
-    CKxDeviceRegistry::SetGrabberActive(true);
-    shutter->Update(id, false, false, true);
-    EXPECT_EQ(shutter->m_imageOff, CKxBitmapPool::AddImageBaseUI(L"SHUTTER_CLOSED_LIVE"));
-    CKxDeviceRegistry::SetGrabberActive(false);
-    Told();
-    device->Open(true);
-    device->fails = true;
-    EXPECT_FALSE(shutter->Update(id, true, true, true));
+    const auto live = [&](bool active) {
+        CKxDeviceRegistry::SetGrabberActive(active);
+        shutter->Update(id, false, false, true);
+        EXPECT_EQ(shutter->m_imageOff == CKxBitmapPool::AddImageBaseUI(L"SHUTTER_CLOSED_LIVE"), active);
+    };
+    const auto update = [&](bool done) { EXPECT_EQ(shutter->Update(id, true, true, true), done); };
+    Play({{[&] { shutter->Update(id, false, true, false); }, "EPI + "},  // a type without a title keeps the old one
+          {[&] { device->title = L"<b>&amp;</b>", device->SetLocked(true), update(true); },
+           "<b>&amp;</b> - Icon(true, 0)"},
+          {[&] { shutter->SetEnabled(true); }, "<b>&amp;</b> - "},
+          {[&] { device->SetLocked(false), shutter->Update(id, true, false, false); }, "<b>&amp;</b> + "},
+          // Also after the host has disabled it.
+          {[&] { shutter->SetEnabled(false), shutter->Update(id, true, false, false); }, "<b>&amp;</b> + "},
+          {[&] { live(true), live(false); }, "<b>&amp;</b> + Icon(true, 1) Icon(true, 0)"},
+          {[&] { device->Open(true), device->fails = true, update(false); }, "<b>&amp;</b> + "}});
     for (const unsigned each : {id, 0u, 99999u})
         kx::ui::SendDeviceBand(*shutter, each, kx::ui::ShutterBand{true, true, true});
-    EXPECT_EQ(Told(), "");
+    EXPECT_EQ(See(), "<b>&amp;</b> + ");
     device.reset();
-    EXPECT_TRUE(shutter->Update(id, true, true, true));
-    EXPECT_TRUE(shutter->GetTitle() == L"EPI" && shutter->m_imageOff == GetCommonImageFromPool(1102));
+    update(true);
+    EXPECT_EQ(shutter->m_imageOff, GetCommonImageFromPool(1102));
+    EXPECT_EQ(See(), "EPI + Icon(true, 0)");
 }
 
 TEST_F(Shutter, IsMadeOfTitleAndButton) {
@@ -213,6 +208,7 @@ TEST_F(Shutter, TakesOverADialogsControls) {
         };
         const HWND before = add(L"EDIT", 1, 0, 0), title = titled ? add(L"STATIC", 2, 30, 42) : nullptr;
         const HWND button = add(L"BUTTON", 3, 100, 40);
+        add(L"EDIT", 4, 0, 80);
         Host taken(dialog.Record());
         EXPECT_FALSE(taken.Create(before, title)) << "no button";
         ASSERT_TRUE(taken.Create(button, title));

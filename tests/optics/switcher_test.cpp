@@ -19,6 +19,7 @@ protected:
 
 class Switcher : public PanelTest<Switch> {
 protected:
+    std::string See() override { return Shown() + Told(); }
     // The buttons by position: their names in a row, "+" where they are down, "x" where they cannot be used.
     std::string Shown() {
         std::string shown;
@@ -93,21 +94,15 @@ TEST_F(Switcher, AsksForPositionsAndPorts) {
     panel.answer = true;
     panel.meanwhile = [&] { panel.Update(&laser, true, true, true); };
     ClickPart(kButton + 2);
-    EXPECT_EQ(Shown(), "A B C+ ") << "whatever the host says and does";
+    EXPECT_EQ(See(), "A B C+ position(2)") << "whatever the host says and does";
     panel.meanwhile = nullptr;
-
     // Ports: each press asks, and nothing shows before the device has answered, by mouse or keys.
     panel.SetBoolMoreThanOnePortCanBeActive(true);
     panel.Update(&laser, true, true, true);
-    DoubleClick(Part(kButton + 1), 5, 5);
     const DialogKeys keys(parent.Window());
-    Key(VK_RIGHT);
-    Key(VK_SPACE);
-    EXPECT_EQ(Shown(), "A+ B C ");
-    EXPECT_EQ(Told(), "position(2) port(1) port(1) port(2)");
-    panel.SetPortSingle(1, true);
-    panel.SetPortSingle(9, true);
-    EXPECT_EQ(Shown(), "A+ B+ C ");
+    Play({{[&] { DoubleClick(Part(kButton + 1), 5, 5); }, "A+ B C port(1) port(1)"},
+          {[] { Key(VK_RIGHT), Key(VK_SPACE); }, "A+ B C port(2)"},
+          {[&] { panel.SetPortSingle(1, true), panel.SetPortSingle(9, true); }, "A+ B+ C "}});
 }
 
 TEST_F(Switcher, ReadsMirrorsAndRefusesTheUnknown) {
@@ -116,13 +111,12 @@ TEST_F(Switcher, ReadsMirrorsAndRefusesTheUnknown) {
     laser.SetPortEnabled(1, false);
     panel.Update(&laser, true, true, true);
     Registered<CKxSimTIRFMirror> mirror(L"Mirror");
-    panel.Update(&mirror, false, true, false);
-    EXPECT_EQ(Shown(), "EPI+ TIRF ") << "usable whatever the laser's port was";
-    panel.Update(&mirror, true, true, false);
-    EXPECT_EQ(Shown(), "EPI TIRF ") << "the structure is not the state";
-    ASSERT_TRUE(panel.Update(mirror.GetLogDevId(), true, true, true));
-    EXPECT_FALSE(panel.Update(0u, true, true, true));
-    EXPECT_EQ(Shown(), "EPI+ TIRF ");
+    const auto update = [&](bool structure, bool names, bool state) { panel.Update(&mirror, structure, names, state); };
+    // Usable whatever the laser's port was; the structure is not the state.
+    Play({{[&] { update(false, true, false); }, "EPI+ TIRF "},
+          {[&] { update(true, true, false); }, "EPI TIRF "},
+          {[&] { EXPECT_TRUE(panel.Update(mirror.GetLogDevId(), true, true, true)); }, "EPI+ TIRF "},
+          {[&] { EXPECT_FALSE(panel.Update(0u, true, true, true)); }, "EPI+ TIRF "}});
     Path many(L"Many", Names(40, L"x"));
     panel.Update(&many, true, true, true);
     EXPECT_TRUE(Part(kButton + 15) && !Part(kButton + 16));
