@@ -74,12 +74,9 @@ TEST_F(HPot, TellsItsParentOfEachGesture) {
         // These are never refused.
         {[](HWND w) { PressAt(w, 52), MoveTo(w, 55), Release(); }, "4:50#7", nullptr},  // a drag on the spot
         {[](HWND w) { PressAt(w, 123); }, "", nullptr},
-        {[](HWND) { Wheel(120); }, "4:60#7", nullptr},
-        {[](HWND) { Wheel(-240); }, "4:40#7", nullptr},  // two notches in one
-        {[](HWND) { Wheel(120, MOD_SHIFT); }, "4:100#7", nullptr},
-        {[](HWND) { Wheel(120, MOD_CONTROL); }, "4:80#7", nullptr},
-        {[](HWND) { Key(VK_RIGHT), Key(VK_LEFT); }, "4:60#7 4:50#7", nullptr},
-        {[](HWND) { Key(VK_UP), Key(VK_DOWN); }, "4:60#7 4:50#7", nullptr},
+        {[](HWND) { Wheel(120), Wheel(-240); }, "4:60#7 4:50#7", nullptr},  // two notches in one
+        {[](HWND) { Wheel(120, MOD_SHIFT), Wheel(120, MOD_CONTROL); }, "4:100#7 4:130#7", nullptr},
+        {[](HWND) { Key(VK_RIGHT), Key(VK_LEFT), Key(VK_UP), Key(VK_DOWN); }, "4:60#7 4:50#7 4:60#7 4:50#7", nullptr},
         {[](HWND) { Key(VK_PRIOR), Key(VK_NEXT); }, "4:100#7 4:50#7", nullptr},
         {[](HWND) { Key(VK_END), Key(VK_END), Key(VK_HOME); }, "4:210#7 4:0#7", nullptr},
     };
@@ -93,8 +90,7 @@ TEST_F(HPot, TellsItsParentOfEachGesture) {
             MoveTo(slider, 0);
             EXPECT_EQ(Told(), "") << "the setters are silent";
             gesture.make(slider);
-            EXPECT_EQ(Told(), taken || !gesture.refused ? gesture.taken : gesture.refused)
-                << "gesture " << &gesture - gestures;
+            EXPECT_EQ(Told(), taken || !gesture.refused ? gesture.taken : gesture.refused) << &gesture - gestures;
             Release();
             record.Clear();
         }
@@ -244,12 +240,10 @@ TEST_F(HPot, ShowsItsState) {
 }
 
 TEST_F(HPot, FollowsItsParentsBackground) {
-    const HBRUSH brush = CreateSolidBrush(RGB(1, 200, 3));
-    parent.Answer(WM_CTLCOLORSTATIC, reinterpret_cast<LRESULT>(brush));
-    EXPECT_EQ(Picture::Printed(slider).Pixel(219, 39), RGB(1, 200, 3));
+    parent.Answer(WM_CTLCOLORSTATIC, reinterpret_cast<LRESULT>(GetStockObject(BLACK_BRUSH)));
+    EXPECT_EQ(Picture::Printed(slider).Pixel(219, 39), RGB(0, 0, 0));
     slider.SetTransparent(false);
     EXPECT_EQ(Picture::Printed(slider).Pixel(219, 39), KX_GetSysColor(COLOR_BTNFACE));
-    DeleteObject(brush);
 }
 
 }  // namespace

@@ -35,8 +35,6 @@ until_true() {
   done
 }
 
-# ---- The log ---------------------------------------------------------------------------------------------------------
-
 lines() { tr -d '\r' <"$log"; }
 find_line() {
   local at; at=$(lines | tail -n +$((mark + 1)) | grep -nE -m1 -- "^($1)\$" | cut -d: -f1)
@@ -50,8 +48,6 @@ expect() {
 # From here on: what was in the log before does not count.
 from_now() { mark=$(wc -l <"$log"); }
 
-# ---- Places ----------------------------------------------------------------------------------------------------------
-
 # find_place NAME : sets x y w h as told last.
 find_place() {
   read -r x y w h < <(lines | tac | sed '0,/^Places: told/d; /^Places: told/q' |
@@ -63,8 +59,6 @@ point() {
   place "$1"
   xdotool mousemove --sync $((x + w * ${2:-50} / 100)) $((y + h / 2))
 }
-
-# ---- Hands -----------------------------------------------------------------------------------------------------------
 
 click() { point "$@"; from_now; xdotool click 1; }
 wheel_up() { point "$1"; from_now; xdotool click 4; }
@@ -84,8 +78,6 @@ step() { eval "$1"; expect "${@:2}"; }
 changing() { look before "$1"; step "${@:2}"; changed before "$1"; }
 page() { step "click Host/$1" 'Places: told'; }
 time_series() { step 'menu Devices "Time series..."' 'Time series: OnInit.*' 'Places: told'; }
-
-# ---- Eyes ------------------------------------------------------------------------------------------------------------
 
 take() { import -silent -window root -crop "${w}x$h+$x+$y" +repage "$out/$1.png"; }
 # look NAME PLACE : keeps a picture of the place.

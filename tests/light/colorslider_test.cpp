@@ -27,8 +27,8 @@ public:
         std::vector<SColorSliderValue> table;
         for (const double value : values)
             table.push_back({value, true, false});
-        Init(kSlider, 15, table.data(), static_cast<int>(table.size()), L"R&D", false, L"%", L"%g", true, type, layout,
-             40);
+        const auto count = static_cast<int>(table.size());
+        Init(kSlider, 15, table.data(), count, L"R&D", false, L"%", L"%g", true, type, layout, 40);
     }
     // At 50, or from 30 to 70.
     HWND Make(HWND parent, EColorSliderType type) {
@@ -158,18 +158,15 @@ TEST_F(ColorSlider, HoldsWhatTheHostMakesOfAValue) {
     }
 }
 
-TEST_F(ColorSlider, LetsArrowsPassAnUnevenTable) {
+TEST_F(ColorSlider, GoesByItsTable) {
     Make(kPower).Fill(kPower, eColorSliderLayout_OneRowSpin, {0, 1, 2, 5, 10, 20, 50, 100});
     slider->SetPower(20, false);
     ClickArrow(*slider, true), ClickArrow(*slider, true);
     EXPECT_EQ(slider->GetPower(), 50) << "two of the arrows' steps lie between";
-}
-
-TEST_F(ColorSlider, KeepsTheEntryOfAThumbThatStands) {
     Make(kRange).Fill(kRange, eColorSliderLayout_OneRowSpin, Entries(1001, 0.125));
     slider->SetRange(30.125, 70);
     DragValue(slider->Thumb(), {70, 80});
-    EXPECT_EQ(slider->Both().first, 30.125) << "several entries share its pixel";
+    EXPECT_EQ(slider->Both().first, 30.125) << "several entries share the pixel of a thumb that stands";
 }
 
 TEST_F(ColorSlider, LeavesTheWheelToTheThumbUnderThePointer) {

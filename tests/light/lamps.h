@@ -21,10 +21,6 @@ struct Lamp : CKxSimShutter {
         if (fails) throw std::runtime_error("gone");
         return context == 6 ? title : CKxSimShutter::GetGUIText(context);
     }
-    EKxShutterType GetShutterType() const override {
-        if (fails) throw std::runtime_error("gone");
-        return CKxSimShutter::GetShutterType();
-    }
     CKxStringW title;
     bool fails = false;
 };

@@ -43,8 +43,7 @@ protected:
 };
 
 struct Device : Lamp {
-    explicit Device(EKxShutterMode mode = eKxShutterMode_Fast,
-                    std::vector<double> steps = {5, 10, 20, 30, 40, 60, 80, 100})
+    explicit Device(EKxShutterMode mode = {}, std::vector<double> steps = {5, 10, 20, 30, 40, 60, 80, 100})
         : Lamp(eKxShutterType_Epi, std::move(steps)) {
         SetMode(mode);
     }
@@ -85,15 +84,11 @@ TEST_F(ModeShutter, ShowsWhatIsAskedForAndNothingElse) {
         const unsigned id = device.GetLogDevId();
         if (byMessage) SendMessageW(row, 0x0500, id, reinterpret_cast<LPARAM>(f));
         EXPECT_TRUE(byMessage || row.Update(id, f[0], f[1], f[2], f[3]));
+        // A power that the steps do not have is that of the nearest.
+        const int power = !f[0] ? 2 : f[1] ? 30 : 5, index = !f[0] ? 1 : f[1] ? 3 : 0;
         EXPECT_EQ(CallText("", row.m_apertures.size(), row.Part(kModes) != list, row.GetAperture(),
                            row.m_slider.GetPower(), row.m_apertureIndex),
-                  CallText("", f[0] ? 8 : 2, f[0], f[1] ? 30 : 2,
-                           !f[0]  ? 2
-                           : f[1] ? 30
-                                  : 5,
-                           !f[0]  ? 1
-                           : f[1] ? 3
-                                  : 0))
+                  CallText("", f[0] ? 8 : 2, f[0], f[1] ? 30 : 2, power, index))
             << flags;
         EXPECT_EQ(CallText("", row.GetState(), row.List(), row.m_slider.GetEnabled(), heard.Take()),
                   CallText("", f[2], f[3] ? L"FastSoft[Aperture]" : L"[Fast]SoftAperture", f[3], ""))
@@ -147,8 +142,8 @@ TEST_F(ModeShutter, AsksForAnAperture) {
         const HWND slider = GetDlgItem(row.m_slider, 10000);
         Click(slider, (RectInParent(slider).right - RectInParent(slider).left) * 2 / 5, 5);
         EXPECT_TRUE(heard.Take().starts_with("Aperture(40)"));
-        EXPECT_EQ(CallText("", row.GetAperture(), row.m_apertureIndex, row.m_slider.GetPower()),
-                  veto ? "(100, 7, 100)" : "(40, 4, 40)");
+        const std::string held = CallText("", row.GetAperture(), row.m_apertureIndex, row.m_slider.GetPower());
+        EXPECT_EQ(held, veto ? "(100, 7, 100)" : "(40, 4, 40)");
         Click(row.Edit(), 5, 5);
         SendMessageW(row.Edit(), EM_SETSEL, 0, -1);
         Type(L"33\n");

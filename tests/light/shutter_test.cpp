@@ -83,7 +83,6 @@ TEST_F(Shutter, AsksForTheOtherStateAndObeysTheAnswer) {
         for (const auto& [name, make, asked] : gestures) {
             const bool agrees = way & 2;
             bool state = way & 4;
-            SCOPED_TRACE(name + std::to_string(way));
             parent.Answer(WM_COMMAND, agrees);
             Make().answer = !agrees;
             shutter->derived = way & 1;
@@ -95,7 +94,8 @@ TEST_F(Shutter, AsksForTheOtherStateAndObeysTheAnswer) {
                 expected += (i ? " " : "") + (shutter->derived ? CallText("State", !state) : "7:0#7");
                 state ^= agrees;
             }
-            EXPECT_EQ(Told() + CallText(" now", shutter->GetState()), expected + CallText(" now", state));
+            EXPECT_EQ(Told() + CallText(" now", shutter->GetState()), expected + CallText(" now", state))
+                << name << way;
             Release();
         }
     }
@@ -128,12 +128,11 @@ TEST_F(Shutter, ShowsWhatIsAskedForAndNothingElse) {
         if (byMessage) SendMessageW(*shutter, 0x0500, device.GetLogDevId(), reinterpret_cast<LPARAM>(asked));
         EXPECT_TRUE(byMessage || shutter->Update(device.GetLogDevId(), a, b, c));
         const bool open = shutter->m_imageOn == CKxBitmapPool::AddImageBaseUI(L"SHUTTER_DIA_OPEN");
+        const char* const icon = c ? "Icon(true, 0)" : "";
         // Made anew by the device's update alone.
         EXPECT_EQ(CallText("", shutter->GetEnabled(), IsWindowEnabled(shutter->Button()), shutter->GetType(), open,
                            TextOf(shutter->Title()), shutter->GetState(), shutter->Button() != before, Told()),
-                  CallText("", !(a || b), int{!(a || b)}, int{b}, c, b ? L"DIA" : L"EPI", c, a && byMessage,
-                           c ? "Icon(true, 0)" : ""))
-            << flags;
+                  CallText("", !(a || b), int{!(a || b)}, int{b}, c, b ? L"DIA" : L"EPI", c, a && byMessage, icon));
     }
 }
 

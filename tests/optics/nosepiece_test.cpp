@@ -22,6 +22,9 @@ public:
 
 class Nosepiece : public PanelTest<Turret> {
 protected:
+    std::string See() override {
+        return std::to_string(panel.GetPosition()) + " " + Narrow(panel.GetTitle().str()) + " " + Told();
+    }
     bool IsBold(long position) {
         LOGFONTW font{};
         const LRESULT handle = SendMessageW(Part(kLabel + static_cast<int>(position)), WM_GETFONT, 0, 0);
@@ -102,8 +105,8 @@ TEST_F(Nosepiece, AsksForSetupAndModesApart) {
     Click(Part(kObservation + 1), 5, 5);
     EXPECT_EQ(panel.GetObservationMode(), 0) << "the host decides";
     EXPECT_EQ(Told(), "setup() mode(1)");
-    panel.SetObservationMode(1);
-    panel.SetObservationMode(2);
+    for (const int mode : {1, 2})
+        panel.SetObservationMode(mode);
     EXPECT_EQ(panel.GetObservationMode(), 1);
 }
 
@@ -134,22 +137,18 @@ TEST_F(Nosepiece, TakesDevicesAtTheirWord) {
         bool fails = false;
     } device(L"Nosepiece", Objectives(2));
     Open();
-    EXPECT_TRUE(panel.Update(&device, true, true, true, true, false));
-    panel.SetTitle(L"held");
-    device.SetSpeed(0), device.MoveTo(1), device.Tick();
-    device.fails = true;
-    EXPECT_FALSE(panel.Update(&device, true, true, true, true, false));
+    device.SetSpeed(0);
+    const auto update = [&](bool fails) {
+        device.fails = fails;
+        EXPECT_EQ(panel.Update(&device, true, true, true, true, false), !fails);
+    };
     // The message 0x0500 brings the position alone; a device that throws, or is none, changes nothing.
     const bool position[5] = {false, false, true};
     const auto send = [&](unsigned id) { SendMessageW(panel, 0x0500, id, reinterpret_cast<LPARAM>(position)); };
-    for (const unsigned id : {device.GetLogDevId(), 0u, 4711u})
-        send(id);
-    EXPECT_EQ(panel.GetPosition(), 0);
-    device.fails = false;
-    send(device.GetLogDevId());
-    EXPECT_EQ(panel.GetPosition(), 1);
-    EXPECT_STREQ(panel.GetTitle(), L"held");
-    EXPECT_EQ(Told(), "");
+    Play({{[&] { update(false), panel.SetTitle(L"held"); }, "0 held "},
+          {[&] { device.MoveTo(1), device.Tick(), update(true); }, "0 held "},
+          {[&] { send(device.GetLogDevId()), send(0), send(4711); }, "0 held "},
+          {[&] { device.fails = false, send(device.GetLogDevId()); }, "1 held "}});
 }
 
 TEST_F(Nosepiece, FollowsItsDevice) {

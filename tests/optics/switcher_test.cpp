@@ -57,8 +57,8 @@ TEST_F(Switcher, PlacesItsButtons) {
             EXPECT_EQ(PlaceOf(Part(kButton + count - 1)), std::string(last) + " 70 24");
             EXPECT_EQ(Height(), height) << "the same the second time";
         }
-        EXPECT_EQ(GetWindow(Part(kButton + 1), GW_HWNDNEXT), Part(kButton + (invert ? 0 : 2)))
-            << "made from left to right";
+        // Made from left to right.
+        EXPECT_EQ(GetWindow(Part(kButton + 1), GW_HWNDNEXT), Part(kButton + (invert ? 0 : 2)));
     }
 }
 

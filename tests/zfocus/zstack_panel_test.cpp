@@ -242,13 +242,11 @@ TEST_F(ZStackPanel, AsksForZ) {
     Make(true);
     for (const int edit : {IDC_ZS_EDIT_TOP, IDC_ZS_EDIT_MIDDLE, IDC_ZS_EDIT_BOTTOM, IDC_ZS_EDIT_ABOVE})
         DoubleClick(Item(edit), 20, 8);
-    SetFocus(Item(IDC_ZS_EDIT_TOP));
-    EXPECT_EQ(See(), "Move(520) Move(500) Changed(3) Shown(0)") << "the last field is left";
-    Type(L" 7");
-    EXPECT_EQ(See(), "Move(520)");
-    EXPECT_EQ(Shown(IDC_ZS_EDIT_TOP), "520.00") << "a field that nobody validates takes nothing";
-    // The bar with the magnified stack, near its bottom.
+    // The last field is left; one that nobody validates takes nothing. The bar with the magnified stack, near its
+    // bottom.
     const RECT edit = RectInParent(Item(IDC_ZS_EDIT_BOTTOM));
+    Play({{[&] { SetFocus(Item(IDC_ZS_EDIT_TOP)); }, "Move(520) Move(500) Changed(3) Shown(0)"},
+          {[&] { Type(L" 7"), heard.Text(Shown(IDC_ZS_EDIT_TOP)); }, "Move(520) 520.00"}});
     Click(panel.GetHandle(), static_cast<int>(edit.right) + 40, static_cast<int>(edit.bottom) * 97 / 100);
     EXPECT_TRUE(See().starts_with("Move(49"));
 }
@@ -257,21 +255,21 @@ TEST_F(ZStackPanel, SendsThePiezoHome) {
     Make(true);
     const HWND piezo = Item(IDC_ZS_PIEZO);
     const int arrow = 58;
-    SetFocus(Item(IDC_ZS_DEVICE));
-    Key(VK_DOWN);
-    Click(piezo, 10, 8);
-    EXPECT_EQ(See(), "Changed(3) Shown(1) Shown(1) GoHome(0)");
-    for (const WPARAM key : {WPARAM{VK_DOWN}, WPARAM{VK_DOWN}, WPARAM{VK_RETURN}})
-        PostMessageW(panel.GetHandle(), WM_KEYDOWN, key, 0);  // for the menu's loop
-    SendMessageW(piezo, WM_LBUTTONDOWN, 0, MAKELPARAM(arrow, 8));
-    Click(piezo, 10, 8);
-    panel.SetPiezoPickerMode(CKxDevUI_ZStack::PiezoHome, CKxDevUI_ZStack::PiezoPickerFixed);
-    Click(piezo, arrow, 8);
-    EXPECT_EQ(See(), "Changed(3) Shown(1) Picked(1, 0) GoHome(1) GoHome(1) GoHome(0)");
-    std::wstring command = L"GOHOMEKEEP", unknown = L"gohome";
-    for (wchar_t* const name : {command.data(), unknown.data(), static_cast<wchar_t*>(nullptr)})
-        EXPECT_EQ(panel.CustomCommand(CKxDevUI_ZStack::CommandByName, 0, name), name == command.data());
-    EXPECT_EQ(See(), "GoHome(1)");
+    // The keys are for the menu's loop.
+    const auto pick = [&] {
+        for (const WPARAM key : {WPARAM{VK_DOWN}, WPARAM{VK_DOWN}, WPARAM{VK_RETURN}})
+            PostMessageW(panel.GetHandle(), WM_KEYDOWN, key, 0);
+        SendMessageW(piezo, WM_LBUTTONDOWN, 0, MAKELPARAM(arrow, 8));
+    };
+    const auto fix = [&] { panel.SetPiezoPickerMode(CKxDevUI_ZStack::PiezoHome, CKxDevUI_ZStack::PiezoPickerFixed); };
+    const auto command = [&](std::wstring name) {
+        return panel.CustomCommand(CKxDevUI_ZStack::CommandByName, 0, name.empty() ? nullptr : name.data());
+    };
+    Play({{[&] { SetFocus(Item(IDC_ZS_DEVICE)), Key(VK_DOWN), Click(piezo, 10, 8); },
+           "Changed(3) Shown(1) Shown(1) GoHome(0)"},
+          {[&] { pick(), Click(piezo, 10, 8); }, "Changed(3) Shown(1) Picked(1, 0) GoHome(1) GoHome(1)"},
+          {[&] { fix(), Click(piezo, arrow, 8); }, "GoHome(0)"},
+          {[&] { EXPECT_TRUE(command(L"GOHOMEKEEP") && !command(L"gohome") && !command(L"")); }, "GoHome(1)"}});
 }
 
 }  // namespace

@@ -1,6 +1,8 @@
 // The validations, call by call: what the record is asked, what the user sees, what the host hears, in which order.
 #include "zstack_panel.h"
 
+#include <bench/grave.h>
+
 #include <regex>
 #include <stdexcept>
 
@@ -210,7 +212,7 @@ TEST_F(ZStackValidation, KeepsWhatItShowsWhenTheRecordThrows) {
 TEST_F(ZStackValidation, SurvivesTheEndOfItsPanel) {
     record.answers = {{"SetTop(5, 0)", -17}};
     for (const bool deleted : {false, true}) {
-        auto doomed = std::make_unique<Panel>(heard);
+        auto doomed = MakeBuried<Panel>(heard);
         doomed->Create(parent.Window(), &record, 0, 0, 0, 0, true, true);
         SetWindowTextW(doomed->Item(IDC_ZS_EDIT_ABOVE), L"5");
         ModalAnswer answer([&](HWND dialog) {
@@ -220,6 +222,7 @@ TEST_F(ZStackValidation, SurvivesTheEndOfItsPanel) {
         heard.Clear();
         doomed->ValidateRangeMax(true);
         EXPECT_EQ(heard.Take(), std::string("GetType GetHome SetTop(5, 0)") + (deleted ? "" : " Changed(3)"));
+        EXPECT_EQ(TakeTouch(), "");
     }
 }
 
