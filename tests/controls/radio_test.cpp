@@ -42,9 +42,6 @@ TEST_F(Radio, TakesTheDialogsControls) {
     EXPECT_TRUE(GetWindow(before, GW_HWNDNEXT) == group && GetWindow(group, GW_HWNDNEXT) == after);
     group.SetTitle(L"Pixels");
     EXPECT_EQ(TextOf(title), L"Pixels");
-}
-
-TEST_F(Radio, StopsAtTheEndAndRefusesNothing) {
     for (const HWND wrong : {HWND{nullptr}, parent.Window(), ButtonOf(1)})
         EXPECT_EQ(group.Create(wrong, 3, nullptr), nullptr);
     EXPECT_EQ(group.GetValuesCount(), 3) << "the group of before stays";

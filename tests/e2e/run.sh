@@ -64,11 +64,11 @@ click() { point "$@"; from_now; xdotool click 1; }
 wheel_up() { point "$1"; from_now; xdotool click 4; }
 keys() { from_now; xdotool key --delay 30 "$@"; }
 drag() {
-  local name=$1 from=$2 to=$3 i
-  point "$name" "$from"
+  local i
+  point "$1" "$2"
   from_now
   xdotool mousedown 1
-  for i in 1 2 3 4; do point "$name" $((from + (to - from) * i / 4)); done
+  for i in 1 2 3 4; do point "$1" $(($2 + ($3 - $2) * i / 4)); done
   xdotool mouseup 1
 }
 menu() { local entry; for entry in "$@"; do click "Menu/$entry"; done; }
@@ -89,8 +89,7 @@ unchanged() { place "$2"; until_true "'$2' does not look as it did ($1.png)" eva
 # ---- The session -----------------------------------------------------------------------------------------------------
 
 openbox >"$out/openbox.log" 2>&1 &
-manager=$!
-host=$manager
+host=$!
 until_true "the window manager does not start" sh -c 'xdotool get_num_desktops >/dev/null 2>&1'
 "$KX_WINE" "$build_root/mingw-release/bin/kxdevhost.exe" --log "Z:${log//\//\\}" >"$out/wine.log" 2>&1 &
 host=$!

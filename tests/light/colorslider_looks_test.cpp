@@ -41,13 +41,10 @@ protected:
 
 // The colour matching functions as the CIE has tabulated them, turned into sRGB, the brightest part full.
 TEST(WavelengthColors, AreTrue) {
-    const std::pair<double, COLORREF> rows[] = {{430, RGB(106, 0, 255)},
-                                                {490, RGB(0, 236, 255)},
-                                                {540, RGB(0, 255, 0)},
-                                                {580, RGB(255, 180, 0)},
-                                                {690, RGB(255, 0, 0)}};
-    for (const auto& [nanometres, color] : rows)
-        EXPECT_LE(Farthest(KX_RGBFromWavelength2(nanometres), color), 28) << nanometres;
+    const std::tuple<double, int, int, int> rows[] = {
+        {430, 106, 0, 255}, {490, 0, 236, 255}, {540, 0, 255, 0}, {580, 255, 180, 0}, {690, 255, 0, 0}};
+    for (const auto& [nanometres, red, green, blue] : rows)
+        EXPECT_LE(Farthest(KX_RGBFromWavelength2(nanometres), RGB(red, green, blue)), 28) << nanometres;
 }
 
 TEST_F(ColorSliderLooks, PaintTheScale) {

@@ -41,12 +41,10 @@ struct Laser : Registered<CKxSimLaserOutput> {
 using Path = Registered<CKxSimLightPath>;
 
 TEST_F(Switcher, PlacesItsButtons) {
-    const std::tuple<int, long, bool, const char*, const char*, long> table[] = {
-        {2, 250, false, "110 7", "180 7", 32},  // exactly up to the edge
-        {2, 249, false, "110 7", "110 31", 56},
-        {3, 400, true, "250 7", "110 7", 32},
-        {3, 50, false, "110 7", "110 55", 80},
-    };
+    const std::tuple<int, long, bool, const char*, const char*, long> table[] = {{2, 250, false, "110 7", "180 7", 32},
+                                                                                 {2, 249, false, "110 7", "110 31", 56},
+                                                                                 {3, 400, true, "250 7", "110 7", 32},
+                                                                                 {3, 50, false, "110 7", "110 55", 80}};
     for (const auto& [count, width, invert, first, last, height] : table) {
         Path path(L"Path", Names(count, L"L"));
         panel.SetInvertOrder(invert);
@@ -68,8 +66,7 @@ TEST_F(Switcher, ReadsLaserUnits) {
         {L"CKxLU4ADevice", 2, 0, "B A+ ", "B A+x "},
         {L"CKxLU4ADeviceSim", 2, 1, "B+ A ", "B+ Ax "},
         {L"CKxLU4ADevices", 2, 0, "A+ B ", "A+x B "},
-        {L"", 4, 2, "A B C && D+ E ", "Ax B C && D+ E "},
-    };
+        {L"", 4, 2, "A B C && D+ E ", "Ax B C && D+ E "}};
     for (const auto& [driver, ports, used, shown, withoutFirst] : table) {
         std::vector<std::wstring> names{L"A", L"B", L"C & D", L"E"};
         names.resize(ports);
