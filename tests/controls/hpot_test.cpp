@@ -126,8 +126,7 @@ TEST_F(HPot, CallsBackInOrder) {
 
 TEST_F(HPot, HoldsWhatTheHostMakesOfAValue) {
     slider.record = &record;
-    // clang-format off
-    const struct { std::function<void(double&, bool&)> answer; double held; bool list; } rows[] = {
+    const std::tuple<std::function<void(double&, bool&)>, double, bool> rows[] = {
         {[](double&, bool&) {}, 120, true},
         {[](double&, bool& skip) { skip = true; }, 0, true},
         {[](double& value, bool&) { value = 61; }, 61, true},
@@ -140,16 +139,15 @@ TEST_F(HPot, HoldsWhatTheHostMakesOfAValue) {
         // Made anew meanwhile: what was asked of the old window is forgotten.
         {[&](double&, bool&) { slider.Make(parent.Window()); }, 0, true},
     };
-    // clang-format on
-    for (const auto& row : rows) {
+    for (const auto& [answer, held, fromList] : rows) {
         slider.SetType(eHPotType_Linear);
         slider.InitValues(0, kTrack, 10, 10, 0);
-        if (row.list) slider.InitValues(list, 4, 0);
+        if (fromList) slider.InitValues(list, 4, 0);
         slider.SetValue(0, false);
-        slider.answer = row.answer;
+        slider.answer = answer;
         ClickAt(slider, 130);
-        EXPECT_EQ(slider.GetValue(), row.held) << "row " << &row - rows;
-        EXPECT_EQ(slider.m_thumbPos, static_cast<long>(row.held)) << "the thumb stands where the value belongs";
+        EXPECT_EQ(slider.GetValue(), held) << held;
+        EXPECT_EQ(slider.m_thumbPos, static_cast<long>(held)) << "the thumb stands where the value belongs";
     }
 }
 
@@ -158,20 +156,20 @@ TEST_F(HPot, TakesAQuickClickForAStep) {
     slider.record = &record;
     slider.InitValues(list, 4, 0);
     // clang-format off
-    const struct { int at; unsigned ms; std::function<void(HWND)> between; double value; } rows[] = {
+    const std::tuple<int, unsigned, std::function<void(HWND)>, double> rows[] = {
         {72, 99, nullptr, 120}, {48, 0, nullptr, 0}, {72, 100, nullptr, 60},
         {160, 10, nullptr, 120} /* another entry is nearest */, {60, 10, nullptr, 60} /* on the thumb */,
         {72, 10, [](HWND w) { MoveTo(w, 75), MoveTo(w, 72); }, 60},  // away and back is no click
     };
     // clang-format on
-    for (const auto& row : rows) {
+    for (const auto& [at, ms, between, value] : rows) {
         slider.SetValue(60, false);
         s_now = 0U - 50U;  // the counter wraps
-        PressAt(slider, row.at);
-        if (row.between) row.between(slider);
-        s_now += row.ms;
+        PressAt(slider, at);
+        if (between) between(slider);
+        s_now += ms;
         Release();
-        EXPECT_EQ(slider.GetValue(), row.value) << "row " << &row - rows;
+        EXPECT_EQ(slider.GetValue(), value) << at << " " << ms;
     }
 }
 
