@@ -1,20 +1,12 @@
 // The rules of the edit boxes, as tables.
-#include <bench/bench.h>
-#include <kxdevui/controls/editbox_rules.h>
+#include "control_test.h"
 
-#include <cmath>
-#include <limits>
-#include <string>
-#include <tuple>
-#include <utility>
-#include <vector>
+#include <kxdevui/controls/editbox_rules.h>
 
 namespace {
 
 using namespace kx::ui;
-
-constexpr double kInf = std::numeric_limits<double>::infinity();
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+using kx::test::kInf, kx::test::kNaN;
 
 TEST(EditBoxRules, TakeFormatsOfOneDouble) {
     // clang-format off
@@ -81,10 +73,11 @@ TEST(EditBoxRules, ChooseTheStep) {
 
 TEST(EditBoxRules, StepOntoTheBounds) {
     const std::tuple<double, int, double, double, double, double> rows[] = {
-        {1, 1, 1, 0, 10, 2},     {9.5, 1, 1, 0.5, 10, 10},   {0.5, -1, 1, 0.5, 10, 0.5},
-        {10, -1, 1, 0.5, 10, 9}, {50, 1, 1, 0, 10, 10},      {-50, 5, 1, 0, 10, 0},
-        {kNaN, 1, 1, 3, 10, 4},  {kNaN, 0, 1, -kInf, 10, 0}, {5, 1000000, 1e305, 0, 9, 9},
-        {5, 3, kNaN, 0, 9, 5},   {kInf, -1, 1, 0, 10, 10},   {1e20, 1, 1, 0, 2e20, std::nextafter(1e20, 2e20)},
+        {9.5, 1, 1, 0.5, 10, 10}, {0.5, -1, 1, 0.5, 10, 0.5},
+        {50, 1, 1, 0, 10, 10},    {-50, 5, 1, 0, 10, 0},
+        {kNaN, 1, 1, 3, 10, 4},   {kNaN, 0, 1, -kInf, 10, 0},
+        {5, 3, kNaN, 0, 9, 5},    {5, 1000000, 1e305, 0, 9, 9},
+        {kInf, -1, 1, 0, 10, 10}, {1e20, 1, 1, 0, 2e20, std::nextafter(1e20, 2e20)},
     };
     for (const auto& [value, steps, step, minimum, maximum, expected] : rows)
         EXPECT_EQ(SpinTo(value, steps, step, minimum, maximum), expected) << value;

@@ -1,21 +1,11 @@
 // The edit box: what it shows, what its parent hears, what it refuses.
-#include <bench/bench.h>
-#include <bench/script.h>
-#include <bench/window.h>
-#include <kxbaseui/kx_colors.h>
-#include <kxbaseui/kx_layoutmanager.h>
-#include <kxbaseui/kx_messagebox.h>
+#include "control_test.h"
+
 #include <kxdevui/controls/devgui_editbox_multivalue.h>
 #include <kxdevui/controls/devgui_editbox_spin.h>
-#include <kxdevui/framework/devgui.h>
 #include <kxdevui/framework/devgui_container.h>
 
-#include <cmath>
-#include <functional>
 #include <list>
-#include <string>
-#include <tuple>
-#include <utility>
 
 namespace {
 
@@ -23,7 +13,7 @@ using namespace kx::test;
 
 // A box of 120 with a label of 60; what message boxes say is collected.
 template <class Box>
-struct Owner : testing::Test {
+struct Owner : ControlTest {
     Owner() {
         KX_SetMessageBoxHandler([](HWND, const wchar_t* text, const wchar_t*, UINT, int,
                                    void* to) { return *static_cast<std::wstring*>(to) += text, IDOK; },
@@ -32,13 +22,12 @@ struct Owner : testing::Test {
         box.SetId(44);
         box.Create(parent.Window(), 10, 10, 120, 20, true, true);
     }
-    ~Owner() override { KX_SetMessageBoxHandler(nullptr, nullptr), CKxGUILayoutManager::SetGuiZoom(1); }
     HWND Edit() { return box.GetEditWindow(); }
     std::wstring Said() { return std::exchange(said, L""); }
-    std::string See() { return Narrow(box.GetText().str()) + " | " + parent.Record().Take(); }
+    std::string Shown() { return Narrow(box.GetText().str()); }
+    std::string See() override { return Shown() + " | " + Told(); }
 
     std::wstring said;
-    RecordingParent parent;
     Box box;
 };
 using EditBox = Owner<CKxDevUI_EditBox>;
@@ -67,8 +56,7 @@ TEST_F(EditBox, ShowsAndTells) {
           "-21474836481 | "},
          {[&] { box.SetReadOnly(true), Type(L"\b"); }, "-21474836481 | 44:258=8"},
          {[&] { box.SetText(longText.c_str()); }, Narrow(longText) + " | 44:768#44"},
-         {[&] { box.Destroy(); }, " | "}},
-        [this] { return See(); });
+         {[&] { box.Destroy(); }, " | "}});
     // clang-format on
     box.Create(parent.Window(), 10, 10, 120, 20, true, true);
     box.SetText(longText.c_str());
@@ -116,19 +104,13 @@ TEST_F(EditBox, SendsTheUserBackWithAWorkingCaret) {
         if (wParam == MAKEWPARAM(44, EN_KILLFOCUS)) box.CheckRestriction(true, false, 0);
         return 0;
     });
-    const auto caret = [] {
-        GUITHREADINFO info{};
-        info.cbSize = sizeof info;
-        GetGUIThreadInfo(GetCurrentThreadId(), &info);
-        return info.hwndCaret;
-    };
     Play({{[&] { Click(Edit(), 5, 5), Type(L"500"), parent.Record().Clear(); }, "500 | "},
           {[&] { SetFocus(other); }, "500 | 44:512#44 7:512#7 44:256#44"},
-          {[&] { Type(L"\b\b"); }, "5 | 44:258=8 44:768#44 44:258=8 44:768#44"}},
-         [&] {
-             EXPECT_EQ(caret(), Edit());
-             return See();
-         });
+          {[&] { Type(L"\b\b"); }, "5 | 44:258=8 44:768#44 44:258=8 44:768#44"}});
+    GUITHREADINFO info{};
+    info.cbSize = sizeof info;
+    GetGUIThreadInfo(GetCurrentThreadId(), &info);
+    EXPECT_EQ(info.hwndCaret, Edit());
     EXPECT_EQ(said, L"Label: Value must be in interval <0;100>");
 }
 
@@ -153,8 +135,7 @@ TEST_F(EditBox, TakesAControlsPlaceInADialog) {
     Play({{[&] { SetDlgItemTextW(dialog, 8, L"12"); }, "12 | 8:768#8"},
           // The default button has not taken Enter.
           {[&] { Type(L"\t\n"); }, "12 | 8:256#8 8:258=13 8:1025#8"},
-          {[&] { Type(L"\t"); }, "12 | 8:512#8"}},
-         [this] { return See(); });
+          {[&] { Type(L"\t"); }, "12 | 8:512#8"}});
 }
 
 // The label ends 4 before the field; the text stands 1 and 2 from that, as high as a line, in the middle.
@@ -167,7 +148,7 @@ TEST_F(EditBox, LaysOutItsParts) {
         box.SetStyle(border);
         EXPECT_EQ(label ? PlaceOf(box.GetLabelWindow()) : "", labelPlace);
         const RECT edit = RectInParent(Edit());
-        EXPECT_TRUE(edit.left == left && edit.right == right) << edit.left << " " << edit.right;
+        EXPECT_EQ(std::pair(edit.left, edit.right), std::pair(left, right));
         EXPECT_NEAR(edit.top, 20 - edit.bottom, 1);
         EXPECT_EQ(LOWORD(SendMessageW(Edit(), EM_POSFROMCHAR, 0, 0)), 0) << "no margins of the platform's";
     }
@@ -187,7 +168,6 @@ TEST_F(EditBox, ShowsWhetherItCanBeUsed) {
         EXPECT_EQ(picture.Pixel(117, 10), KX_GetSysColor(field)) << field << " " << frame;
         EXPECT_EQ(picture.Pixel(119, 10), KX_GetSysColor(frame)) << field << " " << frame;
     }
-    KX_SetColorScheme(eKxColorScheme_System);
 }
 
 TEST_F(EditBoxSpin, StepsToItsBoundsAndNoFurther) {
@@ -199,14 +179,14 @@ TEST_F(EditBoxSpin, StepsToItsBoundsAndNoFurther) {
     EXPECT_EQ(See(), "9 | 44:256#44 44:768#44");
     const auto wheel = [this](int delta) { SendMessageW(Edit(), WM_MOUSEWHEEL, MAKEWPARAM(0, delta), 0); };
     // clang-format off
-    Play({{[] { Key(VK_UP), Key(VK_UP); }, "10"}, {[] { Key(VK_DOWN); }, "9"},
+    kx::test::Play({{[] { Key(VK_UP), Key(VK_UP); }, "10"}, {[] { Key(VK_DOWN); }, "9"},
          {[&] { wheel(-240); }, "7"}, {[&] { wheel(70); }, "7"}, {[&] { wheel(50); }, "8"},
          {[] { Key(VK_NEXT), Key(VK_DOWN); }, "0"}, {[] { Key(VK_PRIOR); }, "10"},
          // Where the format cannot show the bound, the bound itself is shown.
          {[&] { box.SetRestriction(0, 10.6), Key(VK_UP); }, "10.6"},
          {[&] { box.SetReadOnly(true), Key(VK_DOWN); }, "10.6"},
          {[&] { box.SetRestriction(3, 3); EXPECT_FALSE(IsWindowEnabled(Arrows())); }, "10.6"}},
-        [this] { return Narrow(box.GetText().str()); });
+        [this] { return Shown(); });
     // clang-format on
 }
 

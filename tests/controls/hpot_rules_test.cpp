@@ -1,15 +1,12 @@
 // The slider's rules as tables, the odd results too.
-#include <gtest/gtest.h>
-#include <kxdevui/controls/hpot_rules.h>
+#include "control_test.h"
 
-#include <cmath>
-#include <limits>
-#include <optional>
+#include <kxdevui/controls/hpot_rules.h>
 
 namespace kx::hpot {
 namespace {
 
-constexpr double kInf = std::numeric_limits<double>::infinity(), kNaN = std::numeric_limits<double>::quiet_NaN();
+using test::kInf, test::kNaN;
 constexpr int kMost = std::numeric_limits<int>::max(), kLeast = std::numeric_limits<int>::min();
 
 Scale Linear(double minimum, double maximum, double step, double wheelStep = 10, double wheelOverride = 0) {

@@ -1,14 +1,8 @@
 // The slider as a window: what the user does to it, what its parent and its callbacks are told, what it shows.
-#include <bench/bench.h>
-#include <bench/script.h>
-#include <bench/window.h>
-#include <kxbaseui/kx_colors.h>
-#include <kxbaseui/kx_layoutmanager.h>
+#include "control_test.h"
+
 #include <kxdevui/controls/devgui_hpot.h>
 #include <kxsystem/kx_time.h>
-
-#include <limits>
-#include <utility>
 
 using namespace kx::test;
 
@@ -16,7 +10,6 @@ namespace {
 
 // 220 pixels wide, a thumb of 20, so 10 wide: a track of 210 pixels from 5 on. With a range of 210, pixels are values.
 constexpr int kTrackLeft = 5, kTrack = 210, kMiddle = 8;
-constexpr double kInf = std::numeric_limits<double>::infinity(), kNaN = std::numeric_limits<double>::quiet_NaN();
 
 class Slider : public CKxDevUI_HPot {
 public:
@@ -26,9 +19,7 @@ public:
     Recorder* record = nullptr;                  // of the callbacks, which then tell the parent nothing
     std::function<void(double&, bool&)> answer;  // in OnHPotChange
 
-    using CKxDevUI_HPot::CalculateMove;
     using CKxDevUI_HPot::m_thumbPos;
-    using CKxDevUI_HPot::ThumbRect;
 
 protected:
     void OnHPotChange(double& value, bool& skip) override {
@@ -47,19 +38,17 @@ private:
     }
 };
 
-class HPot : public testing::Test {
+class HPot : public ControlTest {
 protected:
     HPot() { slider.Make(parent.Window()); }
-    ~HPot() override { CKxGUILayoutManager::SetGuiZoom(1), KX_SetTimeSource(nullptr); }
+    ~HPot() override { KX_SetTimeSource(nullptr); }
     void LeadAway() {
         kx::test::MoveTo(parent.Window(), 400, 300);
         EXPECT_TRUE(PumpUntil([&] { return !slider.GetHovered(); }));
     }
-    std::string Told() { return record.Take(); }
     // The value, and what was told.
-    std::string See() { return CallText("", slider.GetValue()) + " " + Told(); }
+    std::string See() override { return CallText("", slider.GetValue()) + " " + Told(); }
 
-    RecordingParent parent;
     Recorder& record = parent.Record();
     Slider slider;
     double list[4] = {0, 60, 120, 210};
@@ -85,12 +74,9 @@ TEST_F(HPot, TellsItsParentOfEachGesture) {
         // These are never refused.
         {[](HWND w) { PressAt(w, 52), MoveTo(w, 55), Release(); }, "4:50#7", nullptr},  // a drag on the spot
         {[](HWND w) { PressAt(w, 123); }, "", nullptr},
-        {[](HWND) { Wheel(120); }, "4:60#7", nullptr},
-        {[](HWND) { Wheel(-240); }, "4:40#7", nullptr},  // two notches in one
-        {[](HWND) { Wheel(120, MOD_SHIFT); }, "4:100#7", nullptr},
-        {[](HWND) { Wheel(120, MOD_CONTROL); }, "4:80#7", nullptr},
-        {[](HWND) { Key(VK_RIGHT), Key(VK_LEFT); }, "4:60#7 4:50#7", nullptr},
-        {[](HWND) { Key(VK_UP), Key(VK_DOWN); }, "4:60#7 4:50#7", nullptr},
+        {[](HWND) { Wheel(120), Wheel(-240); }, "4:60#7 4:50#7", nullptr},  // two notches in one
+        {[](HWND) { Wheel(120, MOD_SHIFT), Wheel(120, MOD_CONTROL); }, "4:100#7 4:130#7", nullptr},
+        {[](HWND) { Key(VK_RIGHT), Key(VK_LEFT), Key(VK_UP), Key(VK_DOWN); }, "4:60#7 4:50#7 4:60#7 4:50#7", nullptr},
         {[](HWND) { Key(VK_PRIOR), Key(VK_NEXT); }, "4:100#7 4:50#7", nullptr},
         {[](HWND) { Key(VK_END), Key(VK_END), Key(VK_HOME); }, "4:210#7 4:0#7", nullptr},
     };
@@ -104,8 +90,7 @@ TEST_F(HPot, TellsItsParentOfEachGesture) {
             MoveTo(slider, 0);
             EXPECT_EQ(Told(), "") << "the setters are silent";
             gesture.make(slider);
-            EXPECT_EQ(Told(), taken || !gesture.refused ? gesture.taken : gesture.refused)
-                << "gesture " << &gesture - gestures;
+            EXPECT_EQ(Told(), taken || !gesture.refused ? gesture.taken : gesture.refused) << &gesture - gestures;
             Release();
             record.Clear();
         }
@@ -115,11 +100,8 @@ TEST_F(HPot, TellsItsParentOfEachGesture) {
     slider.InitValues(kTrack, 0, 0, 10, 0);
     slider.SetValue(50, false);
     slider.SetMouseWheelGranularity(3, 1, 5);
-    Play({{[] { Key(VK_RIGHT); }, "4:40#7"},
-          {[] { Key(VK_LEFT); }, "4:50#7"},
-          {[] { Key(VK_UP); }, "4:60#7"},
-          {[] { Key(VK_HOME); }, "4:210#7"}},
-         [this] { return Told(); });
+    Key(VK_RIGHT), Key(VK_LEFT), Key(VK_UP), Key(VK_HOME);
+    EXPECT_EQ(Told(), "4:40#7 4:50#7 4:60#7 4:210#7");
 }
 
 TEST_F(HPot, CutsValuesTo16BitsForItsParent) {
@@ -135,22 +117,16 @@ TEST_F(HPot, CutsValuesTo16BitsForItsParent) {
 TEST_F(HPot, CallsBackInOrder) {
     slider.record = &record;
     LeadAway();
-    Play({{[&] { MoveTo(slider, 3), MoveTo(slider, 4); }, "Hover"},
-          {[&] {
-               EXPECT_TRUE(slider.GetHovered());
-               ClickAt(slider, 100);
-           },
-           "Change 100 Drop Up"},
-          {[&] { SendMessageW(slider, WM_LBUTTONUP, 0, 0); }, "Up"},
-          {[&] { LeadAway(); }, "UnHover"},
-          {[&] { slider.SetHover(false), MoveTo(slider, 3); }, ""}},
-         [this] { return Told(); });
+    Play({{[&] { MoveTo(slider, 3), MoveTo(slider, 4); }, "(0) Hover"},
+          {[&] { ClickAt(slider, 100); }, "(100) Change 100 Drop Up"},
+          {[&] { SendMessageW(slider, WM_LBUTTONUP, 0, 0); }, "(100) Up"},
+          {[&] { LeadAway(); }, "(100) UnHover"},
+          {[&] { slider.SetHover(false), MoveTo(slider, 3); }, "(100) "}});
 }
 
 TEST_F(HPot, HoldsWhatTheHostMakesOfAValue) {
     slider.record = &record;
-    // clang-format off
-    const struct { std::function<void(double&, bool&)> answer; double held; bool list; } rows[] = {
+    const std::tuple<std::function<void(double&, bool&)>, double, bool> rows[] = {
         {[](double&, bool&) {}, 120, true},
         {[](double&, bool& skip) { skip = true; }, 0, true},
         {[](double& value, bool&) { value = 61; }, 61, true},
@@ -163,16 +139,15 @@ TEST_F(HPot, HoldsWhatTheHostMakesOfAValue) {
         // Made anew meanwhile: what was asked of the old window is forgotten.
         {[&](double&, bool&) { slider.Make(parent.Window()); }, 0, true},
     };
-    // clang-format on
-    for (const auto& row : rows) {
+    for (const auto& [answer, held, fromList] : rows) {
         slider.SetType(eHPotType_Linear);
         slider.InitValues(0, kTrack, 10, 10, 0);
-        if (row.list) slider.InitValues(list, 4, 0);
+        if (fromList) slider.InitValues(list, 4, 0);
         slider.SetValue(0, false);
-        slider.answer = row.answer;
+        slider.answer = answer;
         ClickAt(slider, 130);
-        EXPECT_EQ(slider.GetValue(), row.held) << "row " << &row - rows;
-        EXPECT_EQ(slider.m_thumbPos, static_cast<long>(row.held)) << "the thumb stands where the value belongs";
+        EXPECT_EQ(slider.GetValue(), held) << held;
+        EXPECT_EQ(slider.m_thumbPos, static_cast<long>(held)) << "the thumb stands where the value belongs";
     }
 }
 
@@ -181,20 +156,20 @@ TEST_F(HPot, TakesAQuickClickForAStep) {
     slider.record = &record;
     slider.InitValues(list, 4, 0);
     // clang-format off
-    const struct { int at; unsigned ms; std::function<void(HWND)> between; double value; } rows[] = {
+    const std::tuple<int, unsigned, std::function<void(HWND)>, double> rows[] = {
         {72, 99, nullptr, 120}, {48, 0, nullptr, 0}, {72, 100, nullptr, 60},
         {160, 10, nullptr, 120} /* another entry is nearest */, {60, 10, nullptr, 60} /* on the thumb */,
         {72, 10, [](HWND w) { MoveTo(w, 75), MoveTo(w, 72); }, 60},  // away and back is no click
     };
     // clang-format on
-    for (const auto& row : rows) {
+    for (const auto& [at, ms, between, value] : rows) {
         slider.SetValue(60, false);
         s_now = 0U - 50U;  // the counter wraps
-        PressAt(slider, row.at);
-        if (row.between) row.between(slider);
-        s_now += row.ms;
+        PressAt(slider, at);
+        if (between) between(slider);
+        s_now += ms;
         Release();
-        EXPECT_EQ(slider.GetValue(), row.value) << "row " << &row - rows;
+        EXPECT_EQ(slider.GetValue(), value) << at << " " << ms;
     }
 }
 
@@ -223,10 +198,10 @@ TEST_F(HPot, AbandonsADragThatIsTakenAway) {
 TEST_F(HPot, GoesOnDraggingAtAnotherZoom) {
     parent.Answer(WM_HSCROLL, 1);
     // Twice as far on the screen is the same place on the scale.
-    Play({{[&] { slider.SetValue(50, false), PressAt(slider, 50), MoveTo(slider, 83); }, "(80) 5:80#7"},
-          {[&] { CKxGUILayoutManager::SetGuiZoom(2); }, "(80) "},
-          {[&] { kx::test::MoveTo(slider, 2 * (kTrackLeft + 121), 2 * kMiddle), Release(); }, "(120) 5:120#7 4:120#7"}},
-         [this] { return See(); });
+    Play(
+        {{[&] { slider.SetValue(50, false), PressAt(slider, 50), MoveTo(slider, 83); }, "(80) 5:80#7"},
+         {[&] { CKxGUILayoutManager::SetGuiZoom(2); }, "(80) "},
+         {[&] { kx::test::MoveTo(slider, 2 * (kTrackLeft + 121), 2 * kMiddle), Release(); }, "(120) 5:120#7 4:120#7"}});
 }
 
 TEST_F(HPot, KeepsToTheRulesOfItsState) {
@@ -240,14 +215,12 @@ TEST_F(HPot, KeepsToTheRulesOfItsState) {
           {[&] { slider.SetValue(100, true); }, "(100) "},
           {[&] { wheel(120, true); }, "(210) 4:210#7"},
           {[&] { wheel(120, false), wheel(0, false), slider.SetEnabled(false), wheel(-120, false); }, "(210) "},
-          {[&] { slider.m_thumbPos = 70, slider.Update(false, false, true); }, "(60) "}},
-         [this] { return See(); });
+          {[&] { slider.m_thumbPos = 70, slider.Update(false, false, true); }, "(60) "}});
 }
 
 TEST_F(HPot, ShowsItsState) {
-    LeadAway();
     const std::function<void()> states[] = {
-        [] {},
+        [&] { LeadAway(); },
         [&] { MoveTo(slider, 0); },
         [&] { PressAt(slider, 0); },
         [&] { Release(); },  // with the focus
@@ -259,19 +232,16 @@ TEST_F(HPot, ShowsItsState) {
     for (const auto& enter : states) {
         enter();
         looks.push_back(Picture::OnScreen(slider));
-        for (const Picture& before : looks)
-            EXPECT_EQ(looks.back() == before, &before == &looks.back() || (looks.size() == 7 && &before == &looks[3]))
-                << &enter - states << &before - looks.data();
+        for (std::size_t i = 0; i + 1 < looks.size(); ++i)
+            EXPECT_EQ(looks.back() == looks[i], i == 3 && looks.size() == 7) << &enter - states << " and " << i;
     }
 }
 
 TEST_F(HPot, FollowsItsParentsBackground) {
-    const HBRUSH brush = CreateSolidBrush(RGB(1, 200, 3));
-    parent.Answer(WM_CTLCOLORSTATIC, reinterpret_cast<LRESULT>(brush));
-    EXPECT_EQ(Picture::Printed(slider).Pixel(219, 39), RGB(1, 200, 3));
+    parent.Answer(WM_CTLCOLORSTATIC, reinterpret_cast<LRESULT>(GetStockObject(BLACK_BRUSH)));
+    EXPECT_EQ(Picture::Printed(slider).Pixel(219, 39), RGB(0, 0, 0));
     slider.SetTransparent(false);
     EXPECT_EQ(Picture::Printed(slider).Pixel(219, 39), KX_GetSysColor(COLOR_BTNFACE));
-    DeleteObject(brush);
 }
 
 }  // namespace

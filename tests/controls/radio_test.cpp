@@ -1,40 +1,30 @@
 // The radio group: made of a dialog's controls, worked by mouse and keys, and what its owner hears.
-#include <bench/bench.h>
-#include <bench/script.h>
-#include <bench/window.h>
-#include <kxbaseui/kx_colors.h>
+#include "control_test.h"
+
 #include <kxdevui/controls/devgui_radio.h>
 #include <kxdevui/framework/ui_gdi.h>
-#include <kxdevui/framework/ui_parts.h>
-
-#include <string>
-#include <utility>
 
 namespace {
 
 using namespace kx::test;
 
-constexpr int kId = 40;
-
 // A dialog's controls: an edit, a title and three texts that become a group, an edit.
-struct Radio : testing::Test {
+struct Radio : ControlTest {
     Radio() {
-        group.SetId(kId);
+        group.SetId(40);
         group.Create(first, 3, title);
         Pump();
     }
     HWND ButtonOf(int index) { return GetDlgItem(group, 85 + index); }
     HWND AddText() { return AddChild(parent.Window(), L"STATIC", 7, {10, 200, 60, 220}, 0, L"only"); }
-    std::string Told() { return parent.Record().Take(); }
     // Which is chosen, which can be, where the focus is, what was told.
-    std::string See() {
+    std::string See() override {
         std::string seen = std::to_string(group.GetSelectionIndex()) + " of ";
         for (int i = 0; i < group.GetValuesCount(); ++i)
             seen += IsWindowEnabled(ButtonOf(i)) ? '1' : '0';
         return seen + ", at " + std::to_string(GetFocus() ? GetDlgCtrlID(GetFocus()) : -1) + ": " + Told();
     }
 
-    RecordingParent parent;
     HWND before = AddChild(parent.Window(), L"EDIT", 1, {10, 5, 90, 25}, WS_TABSTOP);
     HWND title = AddChild(parent.Window(), L"STATIC", 2, {22, 45, 90, 61}, 0, L"Binning:");
     HWND first = AddChild(parent.Window(), L"BUTTON", 3, {10, 70, 110, 90}, BS_AUTOCHECKBOX, L"1x1");
@@ -45,20 +35,13 @@ struct Radio : testing::Test {
 };
 
 TEST_F(Radio, TakesTheDialogsControls) {
-    EXPECT_EQ(PlaceOf(group), "10 45 140 95");
-    for (const HWND gone : {first, second, third})
-        EXPECT_FALSE(IsWindow(gone));
-    EXPECT_EQ(PlaceOf(ButtonOf(2)), "20 75 120 20");
-    EXPECT_EQ(PlaceOf(title).substr(0, 6), "12 12 ") << "12 from the left it was, and at the top";
-    EXPECT_EQ(group.GetIndex(L"2x2"), 1);
-    EXPECT_EQ(GetWindow(before, GW_HWNDNEXT), HWND{group});
-    EXPECT_EQ(GetWindow(group, GW_HWNDNEXT), after);
-    EXPECT_EQ(Told(), "");
+    EXPECT_FALSE(IsWindow(first) || IsWindow(second) || IsWindow(third));
+    // The title is 12 from the left as it was, and so from the top.
+    EXPECT_EQ(PlaceOf(group) + ", " + PlaceOf(title) + ", " + PlaceOf(ButtonOf(2)),
+              "10 45 140 95, 12 12 68 16, 20 75 120 20");
+    EXPECT_TRUE(GetWindow(before, GW_HWNDNEXT) == group && GetWindow(group, GW_HWNDNEXT) == after);
     group.SetTitle(L"Pixels");
-    EXPECT_EQ(kx::ui::TextOf(title), L"Pixels");
-}
-
-TEST_F(Radio, StopsAtTheEndAndRefusesNothing) {
+    EXPECT_EQ(TextOf(title), L"Pixels");
     for (const HWND wrong : {HWND{nullptr}, parent.Window(), ButtonOf(1)})
         EXPECT_EQ(group.Create(wrong, 3, nullptr), nullptr);
     EXPECT_EQ(group.GetValuesCount(), 3) << "the group of before stays";
@@ -66,8 +49,7 @@ TEST_F(Radio, StopsAtTheEndAndRefusesNothing) {
     const HWND only = AddText();
     SetWindowPos(group, HWND_BOTTOM, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE);
     EXPECT_TRUE(group.Create(only, 9, parent.Window())) << "itself among them, and its parent as the title";
-    EXPECT_EQ(group.GetValuesCount(), 1);
-    EXPECT_EQ(PlaceOf(parent.Window()), place);
+    EXPECT_EQ(CallText("", group.GetValuesCount(), PlaceOf(parent.Window())), CallText("", 1, place));
 }
 
 // A title that is a group box stands on the group's face; it does not paint what it frames.
@@ -77,14 +59,12 @@ TEST_F(Radio, PaintsWhatTheTitleFrames) {
     ASSERT_TRUE(group.Create(low, 1, box));
     KX_SetColorScheme(eKxColorScheme_Dark);
     Pump();
-    const kx::ui::WindowDC screen(parent.Window());
     const RECT all{0, 0, 200, 300};
-    FillRect(screen, &all, GetSysColorBrush(COLOR_HIGHLIGHT));
+    FillRect(kx::ui::WindowDC(parent.Window()), &all, GetSysColorBrush(COLOR_HIGHLIGHT));
     group.RefreshWindow();
     const Picture picture = Picture::OnScreen(group);
     EXPECT_EQ(picture.Pixel(100, 60), KX_GetSysColor(COLOR_BTNFACE));
     EXPECT_NE(picture.Pixel(0, 40), picture.Pixel(100, 60)) << "the frame";
-    KX_SetColorScheme(eKxColorScheme_System);
 }
 
 TEST_F(Radio, AnswersByIndexAndText) {
@@ -99,8 +79,7 @@ TEST_F(Radio, AnswersByIndexAndText) {
           {[&] { select(L"4.5 x", true); }, "2 of 111, at 87: 40:1025#87"},
           {[&] { group.SetSelection(2); }, "2 of 111, at 87: 40:1025#87"},
           {[&] { group.SetValueEnabled(1, false), group.SetSelection(1); }, "1 of 101, at 87: 40:1025#86"},
-          {[&] { group.SetSelection(2); }, "2 of 101, at 87: 40:1025#87"}},
-         [this] { return See(); });
+          {[&] { group.SetSelection(2); }, "2 of 101, at 87: 40:1025#87"}});
     EXPECT_EQ(group.GetSelection(), 4.5);
     for (const auto& [size, copied] : {std::pair{6, 5}, {5, 4}, {4, -1}, {-5, -1}})
         EXPECT_EQ(group.GetSelection(text, size), copied) << size;
@@ -115,18 +94,14 @@ TEST_F(Radio, AnswersByIndexAndText) {
 
 TEST_F(Radio, SaysThatOneHasToBeChosen) {
     ModalAnswer answer(IDOK);
-    EXPECT_FALSE(group.CheckRestriction(true));
+    const auto check = [&](bool show, bool chosen) { EXPECT_EQ(group.CheckRestriction(show), chosen); };
+    Told();
+    // One that is selected and cannot be used gets no focus.
+    Play({{[&] { check(true, false); }, "-1 of 111, at 85: "},
+          {[&] { check(false, false), group.SetSelection(1), check(true, true); }, "1 of 111, at 86: 40:1025#86"},
+          {[&] { group.SetValueEnabled(1, false), group.SetFocus(); }, "1 of 101, at 85: "}});
     ASSERT_EQ(answer.Count(), 1u);
     EXPECT_EQ(answer.Dialogs()[0].TextOf(0xFFFF), L"Binning: You have to choose value.");
-    EXPECT_EQ(GetFocus(), ButtonOf(0));
-    EXPECT_FALSE(group.CheckRestriction(false));
-    group.SetSelection(1);
-    EXPECT_TRUE(group.CheckRestriction(true));
-    EXPECT_EQ(answer.Count(), 1u);
-    // One that is selected and cannot be used gets no focus.
-    group.SetValueEnabled(1, false);
-    group.SetFocus();
-    EXPECT_EQ(GetFocus(), ButtonOf(0));
 }
 
 TEST_F(Radio, FollowsMouseAndKeys) {
@@ -141,8 +116,7 @@ TEST_F(Radio, FollowsMouseAndKeys) {
           {[] { Key(VK_TAB, MOD_SHIFT); }, "1 of 111, at 86: 6:512#6"},
           {[&] { Click(ButtonOf(0), 5, 8); }, "0 of 111, at 85: 40:1025#85"},
           {[&] { group.SetValueEnabled(1, false), Click(group, 5, 60); }, "0 of 101, at 85: "},
-          {[] { Key(VK_RIGHT); }, "2 of 101, at 87: 40:1025#87"}},
-         [this] { return See(); });
+          {[] { Key(VK_RIGHT); }, "2 of 101, at 87: 40:1025#87"}});
 }
 
 // A container takes the group for a plain window and enables that; the buttons show it, and come back as they were.
@@ -162,8 +136,7 @@ TEST_F(Radio, IsEnabledWithItsWindow) {
           // Made while it is disabled, and enabled later.
           {[&] { SetFocus(parent.Window()), group.SetEnabled(false); }, "-1 of 000, at 0: "},
           {[&] { group.Create(AddText(), 1, nullptr); }, "-1 of 0, at 0: "},
-          {[&] { group.SetEnabled(true), Click(ButtonOf(0), 5, 8); }, "0 of 1, at 85: 40:1025#85"}},
-         [this] { return See(); });
+          {[&] { group.SetEnabled(true), Click(ButtonOf(0), 5, 8); }, "0 of 1, at 85: 40:1025#85"}});
 }
 
 // The one button more that the commands let through.

@@ -1,24 +1,16 @@
 // The table: rows and searching, editing in place with real input, and what its owner hears.
-#include <bench/bench.h>
-#include <bench/script.h>
-#include <bench/window.h>
-#include <kxbaseui/kx_layoutmanager.h>
+#include "control_test.h"
+
 #include <kxdevui/controls/devgui_table.h>
 
 #include <commctrl.h>
-
-#include <functional>
-#include <limits>
-#include <string>
-#include <tuple>
-#include <utility>
 
 namespace {
 
 using namespace kx::test;
 
 // Thirty rows "1" "0.000", "2" "0.500", ...; writes down what the table sends, texts included.
-class Table : public testing::Test {
+class Table : public ControlTest {
 protected:
     Table() {
         parent.Ignore(WM_NOTIFY);
@@ -31,11 +23,10 @@ protected:
                 const int row = reinterpret_cast<const NMITEMACTIVATE*>(lParam)->iItem;
                 parent.Record().Call(header.hwndFrom == table ? "activated" : "passed on", row);
             }
-            return answer;
+            return 1;
         });
         Fill();
     }
-    ~Table() override { CKxGUILayoutManager::SetGuiZoom(1.0); }
     void Fill() {
         table.SetId(77);
         table.Create(parent.Window(), 10, 20, 300, 150, true, true);
@@ -55,19 +46,19 @@ protected:
         table.GetCell(row, column, text, 300);
         return text;
     }
-    // The middle of a cell in the list's client area, whatever the order of the columns.
-    POINT Middle(int row, int column) const {
+    // A cell in the list's client area, whatever the order of the columns.
+    RECT CellOf(int row, int column) const {
         RECT cell{}, head{};
         ListView_GetItemRect(List(), row, &cell, LVIR_BOUNDS);
         const HWND header = ListView_GetHeader(List());
         Header_GetItemRect(header, column, &head);
         MapWindowPoints(header, List(), reinterpret_cast<POINT*>(&head), 2);
-        return {(head.left + head.right) / 2, (cell.top + cell.bottom) / 2};
+        return {head.left, cell.top, head.right, cell.bottom};
     }
     // Opens the field in a cell.
     void Open(int row, int column) const {
-        const POINT at = Middle(row, column);
-        DoubleClick(List(), at.x, at.y);
+        const RECT cell = CellOf(row, column);
+        DoubleClick(List(), (cell.left + cell.right) / 2, (cell.top + cell.bottom) / 2);
     }
     // The field while a cell is edited: the edit control that has the focus.
     static HWND Field() {
@@ -75,21 +66,18 @@ protected:
         GetClassNameW(GetFocus(), name, 16);
         return lstrcmpiW(name, L"EDIT") == 0 ? GetFocus() : nullptr;
     }
-    std::string Told() { return parent.Record().Take(); }
     // A cell, whether one is edited, and what was told.
-    std::string See(int row, int column) { return Narrow(Cell(row, column)) + (Field() ? " open " : " ") + Told(); }
+    std::string SeeCell(int row, int column) { return Narrow(Cell(row, column)) + (Field() ? " open " : " ") + Told(); }
+    std::string See() override { return SeeCell(2, 1); }
 
-    RecordingParent parent;
-    LRESULT answer = 1;
     CKxDevUI_Table table;
 };
 
 TEST_F(Table, TakesTextsAndNumbers) {
     EXPECT_EQ(Cell(1, 0) + Cell(3, 1), L"21.500");
-    EXPECT_EQ(table.GetCell(3, 1), 1.5);
     const wchar_t* texts[] = {L"first", L"12 um", nullptr};
     EXPECT_EQ(table.InsertRow(texts, 3, 0), 0);
-    EXPECT_EQ(table.GetCell(0, 1), 12.0);
+    EXPECT_EQ(table.GetCell(0, 1) + table.GetCell(4, 1), 13.5);
     EXPECT_EQ(Cell(0, 2) + Cell(1, 0), L"1");
     table.SetCell(0, 7, 0.25);  // a column that is not there
     EXPECT_EQ(Cell(0, 7), L"");
@@ -99,21 +87,19 @@ TEST_F(Table, TakesTextsAndNumbers) {
     for (const auto& [count, before, row] : {std::tuple{2, -1, 31}, {0, -1, -1}, {1, -7, -1}})
         EXPECT_EQ(table.InsertRow(texts, count, before), row);
 
-    table.SetUserData(2, 0, std::numeric_limits<std::int64_t>::min());
-    EXPECT_EQ(table.GetUserData(2, 5), std::numeric_limits<std::int64_t>::min());
+    table.SetUserData(2, 0, std::int64_t{-1} << 40);
+    EXPECT_EQ(table.GetUserData(2, 5), std::int64_t{-1} << 40);
     for (const bool checked : {true, false}) {
         table.SetChecked(2, checked);
         table.SetChecked(-1, true);
         EXPECT_EQ(table.GetChecked(2), checked);
     }
     // Formats of anything but one number are not taken.
-    for (int column = 3;
-         const auto& [format, shown] :
-         {std::pair<const wchar_t*, const wchar_t*>{L"%.1f um", L"0.5 um"}, {L"%d", L"0.5"}, {L"%s%n", L"0.5"}}) {
+    for (const wchar_t* format : {L"%.1f um", L"%d", L"%s%n"})
         table.InsertColumn(L"", 40, format, false);
+    for (const int column : {3, 4, 5})
         table.SetCell(1, column, 0.5);
-        EXPECT_EQ(Cell(1, column++), shown) << Narrow(format);
-    }
+    EXPECT_EQ(Cell(1, 3) + L"; " + Cell(1, 4) + L"; " + Cell(1, 5), L"0.5 um; 0.5; 0.5");
     EXPECT_EQ(Told(), "");
 }
 
@@ -134,13 +120,13 @@ TEST_F(Table, FindsRows) {
 TEST_F(Table, StoresOnEnterAndDropsOtherwise) {
     table.SetUserData(2, 0, 5);
     Open(2, 1);
-    EXPECT_EQ(See(2, 1), "1.000 open activated(2)");
+    EXPECT_EQ(See(), "1.000 open activated(2)");
     Key('A', MOD_CONTROL), Type(L"7.5\n");
-    EXPECT_EQ(See(2, 1), "7.5 edited(77, 2, 1, \"7.5\", 5)");
+    EXPECT_EQ(See(), "7.5 edited(77, 2, 1, \"7.5\", 5)");
     EXPECT_EQ(GetFocus(), List());
     const std::function<void()> drops[] = {
         [] { Key(VK_ESCAPE); },
-        [&] { Click(List(), Middle(4, 0).x, Middle(4, 0).y); },
+        [&] { Click(List(), CellOf(4, 0).right - 9, CellOf(4, 0).top + 5); },
         [&] { SendMessageW(List(), WM_VSCROLL, SB_LINEDOWN, 0); },
         [&] { MoveWindow(table, 10, 20, 301, 150, TRUE); },
         [] { CKxGUILayoutManager::SetGuiZoom(1.5), CKxGUILayoutManager::SetGuiZoom(1.0); },
@@ -154,7 +140,7 @@ TEST_F(Table, StoresOnEnterAndDropsOtherwise) {
         Type(L"99");
         drop();
         Pump();
-        EXPECT_EQ(See(3, 1), "1.500 activated(3)") << &drop - drops;
+        EXPECT_EQ(SeeCell(3, 1), "1.500 activated(3)") << &drop - drops;
     }
     Open(2, 0);
     EXPECT_EQ(Field(), nullptr) << "the first column cannot be edited";
@@ -163,22 +149,18 @@ TEST_F(Table, StoresOnEnterAndDropsOtherwise) {
 TEST_F(Table, GoesByKeys) {
     table.SetFocus();
     EXPECT_EQ(GetFocus(), List());
-    ListView_SetItemState(List(), 1, LVIS_FOCUSED, LVIS_FOCUSED);
+    const auto focus = [&](int row) { ListView_SetItemState(List(), row, LVIS_FOCUSED, LVIS_FOCUSED); };
+    focus(1);
     // To the note of the same row, the next row's Z; back over the row's end there is nothing, after the last row
     // neither.
     Play({{[] { Key(VK_F2); }, "1.000 open "},
           {[] { Type(L"\t"); }, "1.000 open edited(77, 1, 1, \"0.500\", 0)"},
           {[] { Type(L"here\t"); }, "1.000 open edited(77, 1, 2, \"here\", 0)"},
           {[] { Key('A', MOD_CONTROL), Type(L"8\n"); }, "8 edited(77, 2, 1, \"8\", 0)"},
-          {[&] {
-               ListView_SetItemState(List(), 0, LVIS_FOCUSED, LVIS_FOCUSED);
-               Key(VK_F2);
-           },
-           "8 open "},
+          {[&] { focus(0), Key(VK_F2); }, "8 open "},
           {[] { Key(VK_TAB, MOD_SHIFT); }, "8 edited(77, 0, 1, \"0.000\", 0)"},
           {[&] { ListView_EnsureVisible(List(), 29, FALSE), Open(29, 2); }, "8 open activated(29)"},
-          {[] { Type(L"\t"); }, "8 edited(77, 29, 2, \"\", 0)"}},
-         [this] { return See(2, 1); });
+          {[] { Type(L"\t"); }, "8 edited(77, 29, 2, \"\", 0)"}});
 }
 
 TEST_F(Table, EditsOnItsCell) {
@@ -186,37 +168,21 @@ TEST_F(Table, EditsOnItsCell) {
     ListView_SetColumnWidth(List(), 0, 100);  // as the user drags it
     for (const double zoom : {1.0, 1.5}) {
         CKxGUILayoutManager::SetGuiZoom(zoom);
+        EXPECT_EQ(ListView_GetColumnWidth(List(), 0) + ListView_GetColumnWidth(List(), 1), 190 * zoom);
         for (auto& order : orders) {
             ListView_SetColumnOrderArray(List(), 3, order);
             ListView_EnsureVisible(List(), 20, FALSE);
-            const int row = ListView_GetTopIndex(List()) + 1, width = ListView_GetColumnWidth(List(), 1);
-            EXPECT_EQ(width, 90 * zoom);
-            EXPECT_EQ(ListView_GetColumnWidth(List(), 0), 100 * zoom);
-            RECT cell{}, rect{};
-            ListView_GetItemRect(List(), row, &cell, LVIR_BOUNDS);
+            const int row = ListView_GetTopIndex(List()) + 1;
             Open(row, 1);
             ASSERT_TRUE(Field()) << zoom << order[0] << row;
-            const HWND field = GetAncestor(Field(), GA_ROOT);
-            GetWindowRect(field, &rect);
-            POINT corner{Middle(row, 1).x - width / 2, cell.top};
-            ClientToScreen(List(), &corner);
-            EXPECT_NEAR(rect.left, corner.x + 3, 1) << zoom << order[0];
-            EXPECT_EQ(rect.top, corner.y + 3);
-            EXPECT_EQ(rect.bottom - rect.top, cell.bottom - cell.top + 3);
-            EXPECT_EQ(rect.right - rect.left, width);
+            RECT cell = CellOf(row, 1), field{};
+            MapWindowPoints(List(), nullptr, reinterpret_cast<POINT*>(&cell), 2);
+            GetWindowRect(GetAncestor(Field(), GA_ROOT), &field);
+            EXPECT_EQ(CallText("", field.left, field.top, field.right, field.bottom),
+                      CallText("", cell.left + 3, cell.top + 3, cell.right + 3, cell.bottom + 6));
             Key(VK_ESCAPE);
         }
     }
-}
-
-TEST_F(Table, EndsInTheMiddleOfAnything) {
-    Open(2, 1);
-    const HWND field = GetAncestor(Field(), GA_ROOT);
-    ASSERT_TRUE(field);
-    DestroyWindow(table);
-    EXPECT_FALSE(IsWindow(field));
-    EXPECT_EQ(List(), nullptr);
-    EXPECT_EQ(Told(), "activated(2)");
 }
 
 TEST_F(Table, ReplacesAListOfADialog) {
@@ -228,12 +194,10 @@ TEST_F(Table, ReplacesAListOfADialog) {
     ListView_SetExtendedListViewStyle(list, LVS_EX_GRIDLINES);
     EXPECT_EQ(table.Create(parent.Window()), nullptr);
     ASSERT_TRUE(table.Create(list));
-    EXPECT_EQ(table.GetId(), 2);
     EXPECT_EQ(GetWindow(before, GW_HWNDNEXT), HWND{table});
-    EXPECT_EQ(GetDlgCtrlID(List()), 2);
+    EXPECT_EQ(CallText("", table.GetId(), GetDlgCtrlID(List()), PlaceOf(table)), "(2, 2, \"10 60 90 25\")");
     EXPECT_TRUE(GetWindowLongW(List(), GWL_STYLE) & LVS_NOSORTHEADER);
     EXPECT_EQ(ListView_GetExtendedListViewStyle(List()), DWORD{LVS_EX_GRIDLINES | LVS_EX_FULLROWSELECT});
-    EXPECT_EQ(PlaceOf(table), "10 60 90 25");
 }
 
 }  // namespace

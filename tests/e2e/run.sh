@@ -35,8 +35,6 @@ until_true() {
   done
 }
 
-# ---- The log ---------------------------------------------------------------------------------------------------------
-
 lines() { tr -d '\r' <"$log"; }
 find_line() {
   local at; at=$(lines | tail -n +$((mark + 1)) | grep -nE -m1 -- "^($1)\$" | cut -d: -f1)
@@ -50,16 +48,10 @@ expect() {
 # From here on: what was in the log before does not count.
 from_now() { mark=$(wc -l <"$log"); }
 
-# ---- Places ----------------------------------------------------------------------------------------------------------
-
 # find_place NAME : sets x y w h as told last.
 find_place() {
-  local line
-  line=$(lines | awk -v "name=Place: $1 " '
-    /^Place: / { if (index($0, name) == 1) { rest = substr($0, length(name) + 1); if (split(rest, n, " ") == 4) now = rest } }
-    /^Places: told/ { told = now; now = "" }
-    END { print told }')
-  [ -n "$line" ] && read -r x y w h <<<"$line"
+  read -r x y w h < <(lines | tac | sed '0,/^Places: told/d; /^Places: told/q' |
+    grep -m1 -oP -- "^Place: \Q$1\E \K-?\d+ -?\d+ \d+ \d+$")
 }
 place() { until_true "nothing tells where '$1' is" find_place "$1"; }
 # point NAME [PERCENT] : the mouse goes there, PERCENT across.
@@ -68,38 +60,36 @@ point() {
   xdotool mousemove --sync $((x + w * ${2:-50} / 100)) $((y + h / 2))
 }
 
-# ---- Hands -----------------------------------------------------------------------------------------------------------
-
 click() { point "$@"; from_now; xdotool click 1; }
 wheel_up() { point "$1"; from_now; xdotool click 4; }
 keys() { from_now; xdotool key --delay 30 "$@"; }
 drag() {
-  local name=$1 from=$2 to=$3 i
-  point "$name" "$from"
+  local i
+  point "$1" "$2"
   from_now
   xdotool mousedown 1
-  for i in 1 2 3 4; do point "$name" $((from + (to - from) * i / 4)); done
+  for i in 1 2 3 4; do point "$1" $(($2 + ($3 - $2) * i / 4)); done
   xdotool mouseup 1
 }
 menu() { local entry; for entry in "$@"; do click "Menu/$entry"; done; }
-page() { click "Host/$1"; expect 'Places: told'; }
-time_series() { menu Devices 'Time series...'; expect 'Time series: OnInit.*' 'Places: told'; }
-
-# ---- Eyes ------------------------------------------------------------------------------------------------------------
+# step ACT LINE... : what is done, and the lines that come of it.
+step() { eval "$1"; expect "${@:2}"; }
+# changing PLACE ACT LINE... : the same, and what is seen there is another picture than before.
+changing() { look before "$1"; step "${@:2}"; changed before "$1"; }
+page() { step "click Host/$1" 'Places: told'; }
+time_series() { step 'menu Devices "Time series..."' 'Time series: OnInit.*' 'Places: told'; }
 
 take() { import -silent -window root -crop "${w}x$h+$x+$y" +repage "$out/$1.png"; }
 # look NAME PLACE : keeps a picture of the place.
 look() { place "$2"; take "$1"; }
 differs() { take now; ! compare -metric AE "$out/$1.png" "$out/now.png" null: 2>/dev/null; }
-same() { ! differs "$1"; }
 changed() { place "$2"; until_true "'$2' looks as it did ($1.png)" differs "$1"; }
-unchanged() { place "$2"; until_true "'$2' does not look as it did ($1.png)" same "$1"; }
+unchanged() { place "$2"; until_true "'$2' does not look as it did ($1.png)" eval "! differs $1"; }
 
 # ---- The session -----------------------------------------------------------------------------------------------------
 
 openbox >"$out/openbox.log" 2>&1 &
-manager=$!
-host=$manager
+host=$!
 until_true "the window manager does not start" sh -c 'xdotool get_num_desktops >/dev/null 2>&1'
 "$KX_WINE" "$build_root/mingw-release/bin/kxdevhost.exe" --log "Z:${log//\//\\}" >"$out/wine.log" 2>&1 &
 host=$!
@@ -111,71 +101,43 @@ until_true "the window manager does not give the host the focus" \
 
 say "Typing, Tab and arrows"
 page 501
-click Stand/Camera/1001 80
-expect 'Focus: Stand/Camera/1001'
-keys End BackSpace BackSpace 5 5 period 5
-expect 'Camera: OnCommand id 1001 code 0x0300' 'Camera: OnCommand id 1001 code 0x0300'
+step 'click Stand/Camera/1001 80' 'Focus: Stand/Camera/1001'
+step 'keys End BackSpace BackSpace 5 5 period 5' \
+  'Camera: OnCommand id 1001 code 0x0300' 'Camera: OnCommand id 1001 code 0x0300'
+step 'keys Tab' 'Camera: OnCommand id 1001 code 0x0200' 'Focus: Stand/Camera/1002' 'Status: Exposure time 55.5 ms'
+step 'keys Down' 'Camera: OnCommand id 1002 code 0x0001' 'Status: Binning 2'
+step 'keys Tab' 'Focus: Stand/Camera/1003'
+changing Stand/Camera/1003 'keys space' 'Camera: OnCommand id 1003 code 0x0000' 'Status: Live image on'
+changing Stand/Camera/1004 'keys Tab' 'Focus: Stand/Camera/1004'
+step 'keys shift+Tab' 'Focus: Stand/Camera/1003'
+unchanged before Stand/Camera/1004
 keys Tab
-expect 'Camera: OnCommand id 1001 code 0x0200' 'Focus: Stand/Camera/1002' 'Status: Exposure time 55.5 ms'
-keys Down
-expect 'Camera: OnCommand id 1002 code 0x0001' 'Status: Binning 2'
-look unchecked Stand/Camera/1003
-keys Tab
-expect 'Focus: Stand/Camera/1003'
-keys space
-expect 'Camera: OnCommand id 1003 code 0x0000' 'Status: Live image on'
-changed unchecked Stand/Camera/1003
-look unfocused Stand/Camera/1004
-keys Tab
-expect 'Focus: Stand/Camera/1004'
-changed unfocused Stand/Camera/1004
-keys shift+Tab
-expect 'Focus: Stand/Camera/1003'
-unchanged unfocused Stand/Camera/1004
-keys Tab
-keys Return
-expect 'Camera: OnCommand id 1004 code 0x0000' 'Status: Image taken'
+step 'keys Return' 'Camera: OnCommand id 1004 code 0x0000' 'Status: Image taken'
 
 say "A modal dialog"
-look host Host
-time_series
-changed host Host
+changing Host time_series
 click Dialog/1301 80
-keys End 2
-expect 'Time series: OnCommand id 1301 code 0x0300'
-click Dialog/1
-expect 'Time series: OnCommand id 1 code 0x0000' 'Time series: OnDestroy' \
+step 'keys End 2' 'Time series: OnCommand id 1301 code 0x0300'
+step 'click Dialog/1' 'Time series: OnCommand id 1 code 0x0000' 'Time series: OnDestroy' \
   "Status: Series of ${KX_E2E_BREAK:+9}102 images every 5 s planned"
 time_series
-keys Escape
-expect 'Time series: OnCommand id 2 code 0x0000' 'Time series: OnDestroy' 'Status: Series cancelled'
+step 'keys Escape' 'Time series: OnCommand id 2 code 0x0000' 'Time series: OnDestroy' 'Status: Series cancelled'
 
 say "Wheel and drag on the page of the controls"
 page 502
-look exposure Controls/Sliders/1520
-wheel_up Controls/Sliders/1520
-expect 'Exposure: OnHPotDragDrop'
-changed exposure Controls/Sliders/1520
-look interval Controls/Sliders/1522
-drag Controls/Sliders/1522 30 80
-expect 'Interval: OnHPotChange\(.*\)' 'Interval: OnHPotDragDrop'
-changed interval Controls/Sliders/1522
+changing Controls/Sliders/1520 'wheel_up Controls/Sliders/1520' 'Exposure: OnHPotDragDrop'
+changing Controls/Sliders/1522 'drag Controls/Sliders/1522 30 80' \
+  'Interval: OnHPotChange\(.*\)' 'Interval: OnHPotDragDrop'
 look gain Controls/Sliders/1521
-look number Controls/Sliders/1527
-keys Right
-expect 'Interval: OnHPotDragDrop'
-changed number Controls/Sliders/1527
+changing Controls/Sliders/1527 'keys Right' 'Interval: OnHPotDragDrop'
 unchanged gain Controls/Sliders/1521
 
 say "The nosepiece"
 page 503
-look turret 'Optical path/Nosepiece/10204'
-click 'Optical path/Nosepiece/10204'
-expect 'Nosepiece: OnPositionChangeRequest\(4\)' 'Status: The nosepiece turns' 'Status: Plan Apo 60x/1.40 Oil'
-changed turret 'Optical path/Nosepiece/10204'
+changing Optical\ path/Nosepiece/10204 'click "Optical path/Nosepiece/10204"' \
+  'Nosepiece: OnPositionChangeRequest\(4\)' 'Status: The nosepiece turns' 'Status: Plan Apo 60x/1.40 Oil'
 
 say "The window manager closes the window"
-keys alt+F4
-expect 'Stand: OnDestroy' 'Camera: OnDestroy'
+step 'keys alt+F4' 'Stand: OnDestroy' 'Camera: OnDestroy'
 wait $host || give_up "the host has ended with $?"
 say "The host was used from outside for $((SECONDS - started)) s"

@@ -1,18 +1,16 @@
 // The colour slider's rules as tables: every tie, and what is not the same on both sides.
-#include <gtest/gtest.h>
+#include "lamps.h"
+
 #include <kxdevui/controls/hpot_rules.h>
 #include <kxdevui/light/colorslider_rules.h>
 
 #include <cfloat>
-#include <limits>
 #include <numeric>
-#include <sstream>
-#include <vector>
 
 namespace kx::colorslider {
 namespace {
 
-constexpr double kInf = std::numeric_limits<double>::infinity(), kNaN = std::numeric_limits<double>::quiet_NaN();
+using test::kInf, test::kNaN;
 using Table = std::vector<double>;
 
 Table Many() {
@@ -23,11 +21,7 @@ Table Many() {
 
 TEST(ColorSliderRules, SnapToTheTable) {
     const Table usual{0, 10, 20, 40};
-    const struct {
-        Table table;
-        double value;
-        int index;
-    } rows[] = {
+    const std::tuple<Table, double, int> rows[] = {
         // clang-format off
         {usual, 0, 0}, {usual, 4.999, 0}, {usual, 5, 1}, {usual, 5.001, 1}, {usual, 15, 2}, {usual, 30, 3},
         {usual, 29.999, 2}, {usual, -7, 0}, {usual, 1000, 3},
@@ -40,43 +34,35 @@ TEST(ColorSliderRules, SnapToTheTable) {
         {Many(), 5000.5, 5001}, {Many(), 1e9, 9999},
         // clang-format on
     };
-    for (const auto& row : rows)
-        EXPECT_EQ(NearestEntry(row.value, row.table), row.index) << "row " << &row - rows;
+    for (const auto& [table, value, index] : rows)
+        EXPECT_EQ(NearestEntry(value, table), index) << value << " of " << table.size();
 }
 
 TEST(ColorSliderRules, KeepARangeInOrder) {
     const Table table{0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10};
-    const struct {
-        double minimum, maximum, heldMinimum, newMinimum, newMaximum;
-    } rows[] = {
-        // clang-format off
-        {5, 3, 5, 3, 3},   // only the maximum moved: the minimum makes room
-        {7, 3, 5, 7, 7},   // the minimum moved: the maximum does
-        {2, 8, 5, 2, 8}, {5, 8, 5, 5, 8}, {5, 5, 5, 5, 5},
+    const std::array<double, 5> rows[] = {
+        {5, 3, 5, 3, 3},  // only the maximum moved: the minimum makes room
+        {7, 3, 5, 7, 7},  // the minimum moved: the maximum does
+        {2, 8, 5, 2, 8},      {5, 8, 5, 5, 8},     {5, 5, 5, 5, 5},
         {5.2, 3, 5, 5, 5},  // another number, though the same entry
         {20, -20, 5, 10, 10}, {5, -kInf, 5, 0, 0}, {4.5, 4.4, 4.5, 4, 4},
-        // clang-format on
     };
-    for (const auto& row : rows) {
-        const Range range = RangeFor(row.minimum, row.maximum, row.heldMinimum, table);
-        EXPECT_EQ(range.minimum.value, row.newMinimum) << "row " << &row - rows;
-        EXPECT_EQ(range.maximum.value, row.newMaximum) << "row " << &row - rows;
-        EXPECT_EQ(range.minimum.index + range.maximum.index, row.newMinimum + row.newMaximum);
+    for (const auto& [minimum, maximum, heldMinimum, newMinimum, newMaximum] : rows) {
+        const Range range = RangeFor(minimum, maximum, heldMinimum, table);
+        EXPECT_EQ(std::pair(range.minimum.value, range.maximum.value), std::pair(newMinimum, newMaximum)) << minimum;
+        EXPECT_EQ(range.minimum.index + range.maximum.index, newMinimum + newMaximum);
     }
 }
 
 TEST(ColorSliderRules, GiveAClickToAThumb) {
-    const struct {
-        long pointer, minimum, maximum;
-        Thumb thumb;
-    } rows[] = {
+    const std::tuple<long, long, long, Thumb> rows[] = {
         {0, 20, 60, Thumb::Minimum},  {39, 20, 60, Thumb::Minimum}, {40, 20, 60, Thumb::Minimum},
         {41, 20, 60, Thumb::Maximum}, {90, 20, 60, Thumb::Maximum}, {49, 50, 50, Thumb::Minimum},
         {51, 50, 50, Thumb::Maximum}, {50, 50, 50, Thumb::Maximum}, {100, 100, 100, Thumb::Minimum},
         {0, 0, 0, Thumb::Maximum},    {10, 60, 20, Thumb::Maximum}, {70, 60, 20, Thumb::Minimum},  // a reversed scale
     };
-    for (const auto& row : rows)
-        EXPECT_EQ(ThumbFor(row.pointer, row.minimum, row.maximum, 100), row.thumb) << "row " << &row - rows;
+    for (const auto& [pointer, minimum, maximum, thumb] : rows)
+        EXPECT_EQ(ThumbFor(pointer, minimum, maximum, 100), thumb) << pointer << " " << minimum;
 }
 
 // Marks of one pixel are one tick, which has the label of one of them.
@@ -96,42 +82,26 @@ TEST(ColorSliderRules, LayOutTheParts) {
     constexpr auto two = eColorSliderLayout_TwoRows, one = eColorSliderLayout_OneRow,
                    spin = eColorSliderLayout_OneRowSpin, point = eColorSliderLayout_ColorPoint,
                    none = static_cast<EColorSliderLayoutType>(77);
-    const struct {
-        LayoutRequest request;
-        const char* size;   // and the columns of name, edit, second edit, unit
-        const char* parts;  // thumb, name, edit, minimum's edit, unit
-    } rows[] = {
-        // clang-format off
-        {{power, two, 100, 10, 40, 12, true, 30}, "110 70, -1 -1 -1 -1",
-         "0 18 110 35, 4 2 43 15, 57 0 30 17, 0 0 0 0, 87 2 17 15"},
-        {{range, two, 100, 10, 40, 12, true, 30}, "110 70, -1 -1 -1 -1",
-         "0 18 110 35, 4 2 0 15, 57 0 30 17, 21 0 30 17, 87 2 17 15"},
-        {{range, point, 200, 10, 40, 12, true, 30}, "210 70, -1 -1 -1 -1",
-         "0 18 210 35, 4 2 103 15, 157 0 30 17, 121 0 30 17, 187 2 17 15"},
-        {{power, one, 100, 10, 40, 12, true, 30}, "211 40, 50 161 -1 194",
-         "50 0 110 35, 4 2 40 15, 161 0 30 17, 0 0 0 0, 194 2 17 15"},
-        {{power, spin, 100, 10, 40, 12, true, 30}, "211 40, 50 161 -1 194",
-         "50 0 110 35, 4 2 40 15, 161 0 13 21, 0 0 0 0, 194 2 17 15"},
-        {{range, one, 100, 10, 40, 12, true, 30}, "316 40, 50 161 266 299",
-         "50 0 110 35, 4 2 40 15, 266 0 30 17, 161 0 30 17, 299 2 17 15"},
-        {{power, one, 100, 10, 40, 12, false, 30}, "150 40, 50 -1 -1 -1",
-         "50 0 110 35, 4 2 40 15, 0 0 0 0, 0 0 0 0, 0 0 0 0"},
-        {{power, none, -9, 10, 40, 12, true, -1}, "10 70, -1 -1 -1 -1",
-         "0 18 10 35, 4 2 0 15, -13 0 0 17, 0 0 0 0, -13 2 17 15"},
-        // clang-format on
+    // Size, the columns of name, edit, second edit, unit; thumb, name, edit, minimum's edit, unit.
+    const std::tuple<EColorSliderType, EColorSliderLayoutType, int, bool, int, const char*> rows[] = {
+        {power, two, 100, true, 30, "110 70|-1 -1 -1 -1|0 18 110 35|4 2 43 15|57 0 30 17|0 0 0 0|87 2 17 15"},
+        {range, two, 100, true, 30, "110 70|-1 -1 -1 -1|0 18 110 35|4 2 0 15|57 0 30 17|21 0 30 17|87 2 17 15"},
+        {range, point, 200, true, 30, "210 70|-1 -1 -1 -1|0 18 210 35|4 2 103 15|157 0 30 17|121 0 30 17|187 2 17 15"},
+        {power, one, 100, true, 30, "211 40|50 161 -1 194|50 0 110 35|4 2 40 15|161 0 30 17|0 0 0 0|194 2 17 15"},
+        {power, spin, 100, true, 30, "211 40|50 161 -1 194|50 0 110 35|4 2 40 15|161 0 13 21|0 0 0 0|194 2 17 15"},
+        {range, one, 100, true, 30, "316 40|50 161 266 299|50 0 110 35|4 2 40 15|266 0 30 17|161 0 30 17|299 2 17 15"},
+        {power, one, 100, false, 30, "150 40|50 -1 -1 -1|50 0 110 35|4 2 40 15|0 0 0 0|0 0 0 0|0 0 0 0"},
+        {power, none, -9, true, -1, "10 70|-1 -1 -1 -1|0 18 10 35|4 2 0 15|-13 0 0 17|0 0 0 0|-13 2 17 15"},
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE("row " + std::to_string(&row - rows));
-        const Layout at = LayOut(row.request);
-        std::ostringstream size, parts;
-        size << at.width << ' ' << at.height << ", " << at.nameColumn << ' ' << at.editColumn << ' '
-             << at.secondEditColumn << ' ' << at.unitColumn;
+    for (const auto& [type, layout, width, showEdit, editWidth, placed] : rows) {
+        const Layout at = LayOut({type, layout, width, 10, 40, 12, showEdit, editWidth});
+        std::ostringstream out;
+        out << at.width << ' ' << at.height << '|' << at.nameColumn << ' ' << at.editColumn << ' '
+            << at.secondEditColumn << ' ' << at.unitColumn;
         for (const Place& part : {at.thumb, at.name, at.edit, at.minimumEdit, at.unit})
-            parts << (parts.tellp() ? ", " : "") << part.x << ' ' << part.y << ' ' << part.cx << ' ' << part.cy;
-        EXPECT_EQ(size.str(), row.size);
-        EXPECT_EQ(parts.str(), row.parts);
-        EXPECT_EQ(at.thumbSize, 19);
-        EXPECT_EQ(at.spin.IsWanted(), row.request.layout == spin);
+            out << '|' << part.x << ' ' << part.y << ' ' << part.cx << ' ' << part.cy;
+        EXPECT_EQ(out.str(), placed);
+        EXPECT_EQ(at.spin.IsWanted(), layout == spin);
     }
 }
 

@@ -4,8 +4,6 @@
 #include <commctrl.h>
 #include <kxdevui/light/devgui_colorslider.h>
 
-#include <cmath>
-
 using namespace kx::test;
 
 namespace {
@@ -13,22 +11,24 @@ namespace {
 // 210 wide: the thumb control is 220, its thumb 10, the track 210 pixels from 5 on, and a value 2.1 of them.
 constexpr int kSlider = 210, kTrackLeft = 5, kMiddle = 8;
 constexpr auto kPower = eColorSliderType_LineDraw, kRange = eColorSliderType_Range;
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
-std::vector<SColorSliderValue> Tens() {
-    std::vector<SColorSliderValue> table;
-    for (int i = 0; i <= 100; i += 10)
-        table.push_back({double(i), true, i % 50 == 0});
-    return table;
+std::vector<double> Entries(int count, double step) {
+    std::vector<double> values;
+    for (int i = 0; i < count; ++i)
+        values.push_back(i * step);
+    return values;
 }
 
 class Slider : public Asking<CKxDevUI_ColorSlider> {
 public:
     using Asking::Asking;
     void Fill(EColorSliderType type, EColorSliderLayoutType layout = eColorSliderLayout_OneRowSpin,
-              std::vector<SColorSliderValue> table = Tens()) {
-        Init(kSlider, 15, table.data(), static_cast<int>(table.size()), L"R&D", false, L"%", L"%g", true, type, layout,
-             40);
+              const std::vector<double>& values = Entries(11, 10)) {
+        std::vector<SColorSliderValue> table;
+        for (const double value : values)
+            table.push_back({value, true, false});
+        const auto count = static_cast<int>(table.size());
+        Init(kSlider, 15, table.data(), count, L"R&D", false, L"%", L"%g", true, type, layout, 40);
     }
     // At 50, or from 30 to 70.
     HWND Make(HWND parent, EColorSliderType type) {
@@ -81,7 +81,7 @@ void TypeInto(Slider& slider, int id, const wchar_t* text) {
 }
 void ClickArrow(Slider& slider, bool up) { Click(slider.Part(10004), 6, up ? 5 : 16); }
 
-class ColorSlider : public testing::Test {
+class ColorSlider : public ControlTest {
 protected:
     // Away from the pointer, which hovers what it moves over.
     Slider& Make(EColorSliderType type, double pointer = 50) {
@@ -95,55 +95,50 @@ protected:
         return *slider;
     }
 
-    RecordingParent parent;
     Recorder heard;
     std::unique_ptr<Slider> slider;
 };
 
+// What the slider's own tests do not say: what the host is asked, what is shown and held then.
 TEST_F(ColorSlider, AsksAndTellsInEachWay) {
     // clang-format off
     const struct {
-        const char* name;
-        std::function<void(Slider&)> make;
+        void (*make)(Slider&);
         const char *taken, *refused;  // a range is not refused
-        const char *held, *heldWhenRefused;
     } rows[] = {
-        {"wheel", [](Slider&) { Wheel(120); }, "Power(60, 50)", "Power(60, 50)", "60", "50"},
-        {"wheel, two notches in one message", [](Slider&) { Wheel(-240); }, "Power(40, 50)", "Power(40, 50)", "40", "50"},
-        {"drag", [](Slider& s) { DragValue(s.Thumb(), {50, 66, 67, 80}); },
-         "Power(70, 50) Power(80, 70) Power(80, 80) Up()",
-         "Power(70, 50) Power(70, 50) Power(80, 50) Power(80, 50) Power(50, 50) Up()", "80", "50"},
-        {"keys", [](Slider& s) { ::SetFocus(s.Thumb()), Key(VK_RIGHT), Key(VK_PRIOR), Key(VK_HOME), Key(VK_HOME); },
-         "Power(60, 50) Power(70, 60) Power(0, 70)", "Power(60, 50) Power(60, 50) Power(0, 50) Power(0, 50)", "0", "50"},
-        {"typed, the veto too late", [](Slider& s) { TypeInto(s, 10001, L"78\n"); }, "Typed(80, 80)", "Typed(80, 80)", "80", "80"},
-        {"arrows", [](Slider& s) { ClickArrow(s, true), ClickArrow(s, true), ClickArrow(s, false); },
-         "Power(60, 50) Power(70, 60) Power(60, 70)", "Power(60, 50) Power(60, 50) Power(40, 50)", "60", "50"},
-        {"wheel on the minimum", [](Slider&) { Wheel(-120), Wheel(120, MOD_SHIFT), Wheel(-120, MOD_CONTROL); },
-         "Range(20, 70, 20, 70) Range(70, 70, 70, 70) Range(60, 70, 60, 70)", nullptr, "60 70", nullptr},
-        {"the minimum stops at the maximum", [](Slider& s) { DragValue(s.Thumb(), {30, 90}); },
-         "Range(90, 70, 90, 70) Range(90, 70, 90, 70) Range(70, 70, 70, 70) Up()", nullptr, "70 70", nullptr},
-        {"a click goes to the nearer thumb", [](Slider& s) { PressAt(s.Thumb(), 61), Release(); },
-         "Range(30, 60, 30, 60) Range(30, 60, 30, 60) Up()", nullptr, "30 60", nullptr},
-        {"keys on both thumbs",
-         [](Slider& s) {
+        {[](Slider&) { Wheel(120); }, "Power(60, 50) = 60", "Power(60, 50) = 50"},
+        {[](Slider& s) { DragValue(s.Thumb(), {50, 66, 67, 80}); },
+         "Power(70, 50) Power(80, 70) Power(80, 80) Up() = 80",
+         "Power(70, 50) Power(70, 50) Power(80, 50) Power(80, 50) Power(50, 50) Up() = 50"},
+        // Typed: the veto comes too late.
+        {[](Slider& s) { TypeInto(s, 10001, L"78\n"), TypeInto(s, 10001, L"81\n"); },
+         "Typed(80, 80) Typed(80, 80) = 80", "Typed(80, 80) Typed(80, 80) = 80"},
+        {[](Slider& s) { ClickArrow(s, true), ClickArrow(s, true), ClickArrow(s, false); },
+         "Power(60, 50) Power(70, 60) Power(60, 70) = 60", "Power(60, 50) Power(60, 50) Power(40, 50) = 50"},
+        {[](Slider&) { Wheel(-120), Wheel(120, MOD_SHIFT), Wheel(-120, MOD_CONTROL); },
+         "Range(20, 70, 20, 70) Range(70, 70, 70, 70) Range(60, 70, 60, 70) = 60 70", nullptr},
+        // The minimum stops at the maximum; a click goes to the nearer thumb.
+        {[](Slider& s) { DragValue(s.Thumb(), {30, 90}); },
+         "Range(90, 70, 90, 70) Range(90, 70, 90, 70) Range(70, 70, 70, 70) Up() = 70 70", nullptr},
+        {[](Slider& s) { PressAt(s.Thumb(), 61), Release(); },
+         "Range(30, 60, 30, 60) Range(30, 60, 30, 60) Up() = 30 60", nullptr},
+        {[](Slider& s) {
              const DialogKeys keys(s);
              ::SetFocus(s.Thumb()), Key(VK_LEFT), Key(VK_TAB), Key(VK_END), Key(VK_END), Key(VK_NEXT);
              Key(VK_TAB, MOD_SHIFT), Key(VK_HOME);
          },
-         "Range(20, 70, 20, 70) Range(20, 100, 20, 100) Range(20, 90, 20, 90) Range(0, 90, 0, 90)", nullptr, "0 90", nullptr},
-        {"typed minimum", [](Slider& s) { TypeInto(s, 10005, L"93\n"); }, "Range(90, 90, 90, 90)", nullptr, "90 90", nullptr},
+         "Range(20, 70, 20, 70) Range(20, 100, 20, 100) Range(20, 90, 20, 90) Range(0, 90, 0, 90) = 0 90", nullptr},
+        {[](Slider& s) { TypeInto(s, 10005, L"93\n"); }, "Range(90, 90, 90, 90) = 90 90", nullptr},
     };
     // clang-format on
     for (const bool vetoes : {false, true}) {
         for (const auto& row : rows) {
             if (vetoes && !row.refused) continue;
-            SCOPED_TRACE(std::string(row.name) + (vetoes ? ", refused" : ", taken"));
             const bool range = !row.refused;
             Make(range ? kRange : kPower, range ? 32 : 50).answer = vetoes;
             row.make(*slider);
-            EXPECT_EQ(heard.Take(), vetoes ? row.refused : row.taken);
-            const std::wstring maximum = TextOf(slider->Edit()), minimum = TextOf(slider->Edit(10005));
-            EXPECT_EQ(Narrow(range ? minimum + L" " + maximum : maximum), vetoes ? row.heldWhenRefused : row.held);
+            const std::string maximum = Narrow(TextOf(slider->Edit())), minimum = Narrow(TextOf(slider->Edit(10005)));
+            EXPECT_EQ(heard.Take() + " = " + (range ? minimum + " " : "") + maximum, vetoes ? row.refused : row.taken);
             EXPECT_EQ(std::stod(maximum), range ? slider->Both().second : slider->GetPower());
             EXPECT_EQ(slider->Arrows(), range ? 0 : slider->GetPower() / 10);
         }
@@ -151,77 +146,57 @@ TEST_F(ColorSlider, AsksAndTellsInEachWay) {
 }
 
 TEST_F(ColorSlider, HoldsWhatTheHostMakesOfAValue) {
-    const struct {
-        double made;
-        bool veto;
-        double power;
-        std::pair<double, double> range;
-    } rows[] = {
+    const std::tuple<double, bool, double, std::pair<double, double>> rows[] = {
         {33, false, 30, {30, 90}}, {1e9, false, 100, {90, 90}}, {kNaN, false, 50, {30, 70}}, {90, true, 50, {90, 90}}};
-    for (const auto& row : rows) {
-        for (int way = 0; way < 3; ++way) {
-            SCOPED_TRACE(CallText("", row.made, row.veto, way));
-            Make(way < 2 ? kPower : kRange).change = [&](double& value, bool& veto) {
-                value = row.made, veto = row.veto;
-            };
-            if (way == 0) Wheel(120);
-            if (way == 1) PressAt(slider->Thumb(), 80), Release();
-            if (way == 2) DragValue(slider->Thumb(), {70, 90});
-            EXPECT_EQ(slider->GetPower(), way < 2 ? row.power : 0);
-            EXPECT_TRUE(way < 2 || slider->Both() == row.range);
+    for (const auto& [made, vetoes, power, range] : rows) {
+        for (const auto type : {kPower, kRange}) {
+            Make(type).change = [to = made, by = vetoes](double& value, bool& veto) { value = to, veto = by; };
+            type == kPower ? Wheel(120) : DragValue(slider->Thumb(), {70, 90});
+            EXPECT_EQ(slider->GetPower(), type == kPower ? power : 0) << made;
+            EXPECT_TRUE(type == kPower || slider->Both() == range) << made;
         }
     }
 }
 
-TEST_F(ColorSlider, LetsArrowsPassAnUnevenTable) {
-    std::vector<SColorSliderValue> uneven;
-    for (const double value : {0, 1, 2, 5, 10, 20, 50, 100})
-        uneven.push_back({value, true, false});
-    Make(kPower).Fill(kPower, eColorSliderLayout_OneRowSpin, uneven);
+TEST_F(ColorSlider, GoesByItsTable) {
+    Make(kPower).Fill(kPower, eColorSliderLayout_OneRowSpin, {0, 1, 2, 5, 10, 20, 50, 100});
     slider->SetPower(20, false);
     ClickArrow(*slider, true), ClickArrow(*slider, true);
     EXPECT_EQ(slider->GetPower(), 50) << "two of the arrows' steps lie between";
-}
-
-TEST_F(ColorSlider, KeepsTheEntryOfAThumbThatStands) {
-    std::vector<SColorSliderValue> dense;
-    for (int i = 0; i <= 1000; ++i)
-        dense.push_back({i / 10.0, false, false});
-    Make(kRange).Fill(kRange, eColorSliderLayout_OneRowSpin, dense);
-    slider->SetRange(30.1, 70);
+    Make(kRange).Fill(kRange, eColorSliderLayout_OneRowSpin, Entries(1001, 0.125));
+    slider->SetRange(30.125, 70);
     DragValue(slider->Thumb(), {70, 80});
-    EXPECT_EQ(slider->Both().first, 30.1) << "several entries share its pixel";
+    EXPECT_EQ(slider->Both().first, 30.125) << "several entries share the pixel of a thumb that stands";
 }
 
 TEST_F(ColorSlider, LeavesTheWheelToTheThumbUnderThePointer) {
     for (const auto type : {kPower, kRange}) {
-        Make(type, 30).SetEnabled(false);
-        EXPECT_FALSE(slider->HandleMouseWheel(MAKEWPARAM(0, 120), 0));
-        slider->SetEnabled(true);
-        EXPECT_TRUE(slider->HandleMouseWheel(MAKEWPARAM(0, 120), 0));
+        Make(type, 30);
+        const auto wheel = [&](bool enabled) {
+            slider->SetEnabled(enabled);
+            return slider->HandleMouseWheel(MAKEWPARAM(0, 120), 0);
+        };
+        EXPECT_TRUE(!wheel(false) && wheel(true));
         MoveTo(parent.Window(), 500, 300);
         EXPECT_TRUE(PumpUntil([&] { return !slider->GetHover(); }));
         ::SetFocus(slider->Thumb());
-        EXPECT_FALSE(slider->HandleMouseWheel(MAKEWPARAM(0, 120), 0));
+        EXPECT_FALSE(wheel(true));
     }
 }
 
 TEST_F(ColorSlider, ShowsNoPowerUntilItIsSet) {
     Make(kPower);
-    SetWindowTextW(slider->Edit(), L"mine");
-    EXPECT_EQ(slider->SetPower(52, true), 50);
-    EXPECT_EQ(TextOf(slider->Edit()), L"mine") << "what is shown is not touched";
-    // Made anew the thumb shows 0 until it is set, be it to the power that is held.
-    slider->Create(parent.Window(), 10, 10, -1, -1, true, true);
-    EXPECT_EQ(Narrow(TextOf(slider->Edit())) + CallText("", slider->GetPower()), "0(50)");
-    slider->SetPower(50, true);
-    EXPECT_EQ(TextOf(slider->Edit()), L"50");
+    const auto set = [&](double value) { EXPECT_EQ(slider->SetPower(value, true), 50); };
+    // What is shown is not touched. Made anew the thumb shows 0 until it is set, be it to the power that is held.
+    kx::test::Play({{[&] { SetWindowTextW(slider->Edit(), L"mine"), set(52); }, "mine (50)"},
+                    {[&] { slider->Create(parent.Window(), 10, 10, -1, -1, true, true); }, "0 (50)"},
+                    {[&] { set(50); }, "50 (50)"}},
+                   [&] { return Narrow(TextOf(slider->Edit())) + CallText(" ", slider->GetPower()); });
 }
 
 TEST_F(ColorSlider, KeepsToItsTypeAndTable) {
-    Make(kPower).Fill(kPower, eColorSliderLayout_OneRow,
-                      {{kNaN, true, true}, {4, true, false}, {kInfinity, false, false}, {8, false, false}});
-    for (const auto& [set, held] : {std::pair{6.0, 8.0}, {kNaN, 8}, {-kInfinity, 4}})
+    Make(kPower).Fill(kPower, eColorSliderLayout_OneRow, {kNaN, 4, kInf, 8});
+    for (const auto& [set, held] : {std::pair{6.0, 8.0}, {kNaN, 8}, {-kInf, 4}})
         EXPECT_EQ(slider->SetPower(set, true), held);
     EXPECT_EQ(slider->CalculateMove(std::numeric_limits<int>::max()), 8);
     EXPECT_EQ(slider->GetPower(), 4) << "a move is no power";
@@ -236,17 +211,16 @@ TEST_F(ColorSlider, PlacesItsParts) {
     Make(kPower);
     const int thumb = slider->Left(10000), edit = slider->Left(10001);
     EXPECT_EQ(edit, thumb + 11 + kSlider);
-    EXPECT_EQ(RectInParent(slider->Part(10002)).right, slider->GetWidth());
     EXPECT_EQ(slider->SetHPotLeft(thumb) + slider->SetHPotLeft(thumb + 17), 17);
-    for (const auto& [id, left] : {std::pair{10000, thumb + 17}, {10001, edit + 17}, {10003, 4}})
-        EXPECT_EQ(slider->Left(id), left) << id;
+    EXPECT_EQ(CallText("", slider->Left(10000), slider->Left(10001), slider->Left(10003)),
+              CallText("", thumb + 17, edit + 17, 4));
     // Another type and layout in the same windows, and back.
     slider->Fill(kRange, eColorSliderLayout_ColorPoint);
     EXPECT_TRUE(IsWindowVisible(slider->Part(10005)) && !slider->Part(10004)) << "no arrows";
     slider->Fill(kPower);
     EXPECT_EQ(slider->Left(10001), edit);
     // A move on the screen is none in unzoomed pixels.
-    const Zoom zoom(1.5);
+    CKxGUILayoutManager::SetGuiZoom(1.5);
     slider->SetHPotLeft(slider->Left(10000) + 30);
     CKxGUILayoutManager::ResizeWindowToGuiZoom(*slider, 1.0);
     EXPECT_EQ(slider->Left(10001), std::lround(edit * 1.5) + 30);

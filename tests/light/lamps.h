@@ -1,25 +1,13 @@
 // What the tests of lights share.
 #pragma once
 
-#include <bench/asking.h>
-#include <bench/bench.h>
-#include <bench/window.h>
-#include <kxbaseui/kx_layoutmanager.h>
+#include <controls/control_test.h>
 #include <kxdevices/kx_simdevices.h>
-#include <kxdevui/framework/devgui.h>
 
-#include <limits>
 #include <memory>
 #include <stdexcept>
 
 namespace kx::test {
-
-inline constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-
-struct Zoom {
-    explicit Zoom(double zoom) { CKxGUILayoutManager::SetGuiZoom(zoom); }
-    ~Zoom() { CKxGUILayoutManager::SetGuiZoom(1); }
-};
 
 // A registered lamp that opens and closes at once, and may fail.
 struct Lamp : CKxSimShutter {
@@ -32,10 +20,6 @@ struct Lamp : CKxSimShutter {
     CKxStringW GetGUIText(int context) const override {
         if (fails) throw std::runtime_error("gone");
         return context == 6 ? title : CKxSimShutter::GetGUIText(context);
-    }
-    EKxShutterType GetShutterType() const override {
-        if (fails) throw std::runtime_error("gone");
-        return CKxSimShutter::GetShutterType();
     }
     CKxStringW title;
     bool fails = false;

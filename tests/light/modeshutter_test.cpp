@@ -43,8 +43,7 @@ protected:
 };
 
 struct Device : Lamp {
-    explicit Device(EKxShutterMode mode = eKxShutterMode_Fast,
-                    std::vector<double> steps = {5, 10, 20, 30, 40, 60, 80, 100})
+    explicit Device(EKxShutterMode mode = {}, std::vector<double> steps = {5, 10, 20, 30, 40, 60, 80, 100})
         : Lamp(eKxShutterType_Epi, std::move(steps)) {
         SetMode(mode);
     }
@@ -60,9 +59,8 @@ struct Device : Lamp {
     long lie = 0;
 };
 
-class ModeShutter : public testing::Test {
+class ModeShutter : public ControlTest {
 protected:
-    RecordingParent parent;
     Recorder heard;
 };
 
@@ -76,7 +74,6 @@ TEST_F(ModeShutter, MarksTheSteps) {
 
 TEST_F(ModeShutter, ShowsWhatIsAskedForAndNothingElse) {
     for (int flags = 0; flags < 32; ++flags) {
-        SCOPED_TRACE(flags);
         Device before(eKxShutterMode_Fast, {1, 2}), device(eKxShutterMode_Aperture);
         device.SetAperture(30);
         device.Open(true);
@@ -87,15 +84,15 @@ TEST_F(ModeShutter, ShowsWhatIsAskedForAndNothingElse) {
         const unsigned id = device.GetLogDevId();
         if (byMessage) SendMessageW(row, 0x0500, id, reinterpret_cast<LPARAM>(f));
         EXPECT_TRUE(byMessage || row.Update(id, f[0], f[1], f[2], f[3]));
-        EXPECT_EQ(row.m_apertures.size(), f[0] ? 8u : 2u);
-        EXPECT_EQ(row.Part(kModes) != list, f[0]);
-        EXPECT_EQ(row.GetAperture(), f[1] ? 30 : 2);
-        EXPECT_EQ(row.m_slider.GetPower(), f[1] ? (f[0] ? 30 : 2) : (f[0] ? 5 : 2));
-        EXPECT_EQ(row.m_apertureIndex, f[1] && f[0] ? 3 : f[0] ? 0 : 1);
-        EXPECT_EQ(row.GetState(), f[2]);
-        EXPECT_EQ(row.List(), f[3] ? L"FastSoft[Aperture]" : L"[Fast]SoftAperture");
-        EXPECT_EQ(row.m_slider.GetEnabled(), f[3]);
-        EXPECT_EQ(heard.Take(), "") << "the host is not asked";
+        // A power that the steps do not have is that of the nearest.
+        const int power = !f[0] ? 2 : f[1] ? 30 : 5, index = !f[0] ? 1 : f[1] ? 3 : 0;
+        EXPECT_EQ(CallText("", row.m_apertures.size(), row.Part(kModes) != list, row.GetAperture(),
+                           row.m_slider.GetPower(), row.m_apertureIndex),
+                  CallText("", f[0] ? 8 : 2, f[0], f[1] ? 30 : 2, power, index))
+            << flags;
+        EXPECT_EQ(CallText("", row.GetState(), row.List(), row.m_slider.GetEnabled(), heard.Take()),
+                  CallText("", f[2], f[3] ? L"FastSoft[Aperture]" : L"[Fast]SoftAperture", f[3], ""))
+            << flags;
     }
 }
 
@@ -104,33 +101,24 @@ TEST_F(ModeShutter, BearsOddDevices) {
     EXPECT_FALSE(row.Init(0) || row.Update(0u, true, true, true, true));
     row.Make(parent.Window());
     Device device(eKxShutterMode_Fast, {10, 20});
-    EXPECT_TRUE(row.Update(device.GetLogDevId(), true, true, true, true));
-    row.SetAperture(15);
-    row.SetAperture(kNaN);
-    EXPECT_EQ(row.GetAperture(), 15);
-    EXPECT_EQ(row.m_slider.GetPower(), 20) << "the later of two equally near";
-    device.softOnly = true;
-    EXPECT_TRUE(row.Update(&device, true, true, true, true));
-    EXPECT_EQ(row.List(), L"Soft") << "none for a mode that is not offered";
-    device.softOnly = false;
-    device.fails = true;
-    device.SetAperture(10);
-    EXPECT_FALSE(row.Update(&device, true, true, true, true));
-    EXPECT_EQ(row.GetAperture(), 20);
-    EXPECT_EQ(row.List(), L"Soft") << "what it told last";
+    const auto update = [&](bool done) { EXPECT_EQ(row.Update(&device, true, true, true, true), done); };
+    // The later one of two; no mode chosen that is not offered; what it told last.
+    kx::test::Play(
+        {{[&] { update(true), row.SetAperture(15), row.SetAperture(kNaN); }, "(15, 20, \"[Fast]SoftAperture\")"},
+         {[&] { device.softOnly = true, update(true); }, "(20, 20, \"Soft\")"},
+         {[&] { device.softOnly = false, device.fails = true, device.SetAperture(10), update(false); },
+          "(20, 20, \"Soft\")"}},
+        [&] { return CallText("", row.GetAperture(), row.m_slider.GetPower(), row.List()); });
     device.lie = LONG_MAX;
     row.Update(&device, true, false, false, false);
     EXPECT_FALSE(HWND{row.m_slider});
 }
 
 TEST_F(ModeShutter, AsksForAModeAndShowsWhatIsHeld) {
-    const struct {
-        bool veto, throws;
-        const char* asked;
-        const wchar_t* list;
-    } cases[] = {{false, false, "Mode(2) Mode(2)", L"FastSoft[Aperture]"},
-                 {true, false, "Mode(2) Mode(1)", L"Fast[Soft]Aperture"},
-                 {false, true, "Mode(2) Mode(1)", L"Fast[Soft]Aperture"}};
+    const std::tuple<bool, bool, const char*, const wchar_t*> cases[] = {
+        {false, false, "Mode(2) Mode(2)", L"FastSoft[Aperture]"},
+        {true, false, "Mode(2) Mode(1)", L"Fast[Soft]Aperture"},
+        {false, true, "Mode(2) Mode(1)", L"Fast[Soft]Aperture"}};
     for (const auto& [veto, throws, asked, list] : cases) {
         Device device(eKxShutterMode_Soft);
         Row row(heard, device, parent.Window());
@@ -141,8 +129,7 @@ TEST_F(ModeShutter, AsksForAModeAndShowsWhatIsHeld) {
         Key(VK_DOWN);
         // The mode held, chosen again.
         SendMessageW(row, WM_COMMAND, MAKEWPARAM(kModes, CBN_SELCHANGE), 0);
-        EXPECT_EQ(heard.Take(), asked);
-        EXPECT_EQ(row.List(), list);
+        EXPECT_EQ(CallText("", heard.Take(), row.List()), CallText("", asked, list));
         EXPECT_EQ(row.m_slider.GetEnabled(), row.GetMode() == 2);
     }
 }
@@ -155,36 +142,32 @@ TEST_F(ModeShutter, AsksForAnAperture) {
         const HWND slider = GetDlgItem(row.m_slider, 10000);
         Click(slider, (RectInParent(slider).right - RectInParent(slider).left) * 2 / 5, 5);
         EXPECT_TRUE(heard.Take().starts_with("Aperture(40)"));
-        EXPECT_EQ(row.GetAperture(), veto ? 100 : 40);
-        EXPECT_EQ(row.m_apertureIndex, veto ? 7 : 4);
-        EXPECT_EQ(row.m_slider.GetPower(), veto ? 100 : 40);
+        const std::string held = CallText("", row.GetAperture(), row.m_apertureIndex, row.m_slider.GetPower());
+        EXPECT_EQ(held, veto ? "(100, 7, 100)" : "(40, 4, 40)");
         Click(row.Edit(), 5, 5);
         SendMessageW(row.Edit(), EM_SETSEL, 0, -1);
         Type(L"33\n");
-        EXPECT_EQ(row.GetAperture(), veto ? 100 : 30);
-        EXPECT_EQ(row.m_slider.GetPower(), 30) << "a typed value stays, refused or not";
+        EXPECT_EQ(CallText("", row.GetAperture(), row.m_slider.GetPower()), veto ? "(100, 30)" : "(30, 30)")
+            << "a typed value stays, refused or not";
     }
 }
 
 TEST_F(ModeShutter, IsMadeOfItsParts) {
-    const struct {
-        bool line, title, modes;
-        const char* places;  // line, title, list, slider
-    } cases[] = {{false, false, true, "no no 0 4 80 2 "},
-                 {false, true, false, "no 0 8 no 40 2 "},
-                 {true, true, true, "0 0 0 8 40 4 120 2 "}};
-    for (const auto& each : cases) {
-        Device device;
-        Row row(heard);
-        row.SetSeparator(each.line), row.SetShowTitle(each.title), row.SetShowModes(each.modes);
-        row.Init(device.GetLogDevId());
+    // Line, title, list, slider.
+    const std::tuple<bool, bool, bool, const char*> cases[] = {{false, false, true, "no no 0 4 80 2 "},
+                                                               {false, true, false, "no 0 8 no 40 2 "},
+                                                               {true, true, true, "0 0 0 8 40 4 120 2 "}};
+    Device device;
+    Row row(heard, device, parent.Window());
+    for (const auto& [line, title, modes, expected] : cases) {
+        row.SetSeparator(line), row.SetShowTitle(title), row.SetShowModes(modes);
         row.Make(parent.Window());
         std::string places;
         for (const HWND part : {row.Part(kLine), row.Part(kTitle), row.Part(kModes), HWND{row.m_slider}}) {
             const RECT at = RectInParent(part);
             places += part ? std::to_string(at.left) + " " + std::to_string(at.top) + " " : "no ";
         }
-        EXPECT_EQ(places, each.places);
+        EXPECT_EQ(places, expected);
     }
 }
 
@@ -192,18 +175,14 @@ TEST_F(ModeShutter, IsMadeOfItsParts) {
 TEST_F(ModeShutter, LooksDisabledWithItsWindow) {
     Device device;
     Row row(heard, device, parent.Window());
-    const auto usable = [&] {
-        return std::string(IsWindowEnabled(row.Part(kModes)) ? "+" : "-") + (IsWindowEnabled(row.Edit()) ? '+' : '-');
+    const auto expect = [&](const char* usable) {
+        const bool list = IsWindowEnabled(row.Part(kModes)), edit = IsWindowEnabled(row.Edit());
+        EXPECT_EQ(std::string(list ? "+" : "-") + (edit ? '+' : '-'), usable);
     };
-    row.SetEnabled(false);
-    EXPECT_EQ(usable(), "+-");
-    EnableWindow(row, FALSE);
-    row.SetMode(eKxShutterMode_Aperture);
-    EXPECT_EQ(usable(), "--");
-    row.Update(&device, true, true, true, false);
-    EXPECT_EQ(usable(), "--") << "the parts are made anew";
-    EnableWindow(row, TRUE);
-    EXPECT_EQ(usable(), "++");
+    row.SetEnabled(false), expect("+-");
+    EnableWindow(row, FALSE), row.SetMode(eKxShutterMode_Aperture), expect("--");
+    row.Update(&device, true, true, true, false), expect("--");  // the parts are made anew
+    EnableWindow(row, TRUE), expect("++");
 }
 
 }  // namespace

@@ -1,7 +1,6 @@
 // The shutter: where it puts its parts, what a click asks, what an update shows, and what it bears from its host.
 #include "lamps.h"
 
-#include <kxbaseui/kx_bitmappool.h>
 #include <kxbaseui/kx_menu.h>
 #include <kxdevui/light/devgui_shutter.h>
 #include <kxdevui/framework/devgui_messages.h>
@@ -39,7 +38,7 @@ protected:
 };
 
 // A shutter in a window; the record holds what comes after that.
-class Shutter : public testing::Test {
+class Shutter : public ControlTest {
 protected:
     void SetUp() override { Make(); }
     Host& Make() {
@@ -49,20 +48,17 @@ protected:
         parent.Record().Clear();
         return *shutter;
     }
-    std::string Heard() { return parent.Record().Take(); }
-
-    RecordingParent parent;
+    // The title, whether it can be used, what was told.
+    std::string See() override {
+        return Narrow(TextOf(shutter->Title())) + (IsWindowEnabled(shutter->Button()) ? " + " : " - ") + Told();
+    }
     std::unique_ptr<Host> shutter;
 };
 
 TEST(ShutterRules, FitTheWidthToTheTitle) {
-    const struct {
-        long text;
-        int minimum, maximum;
-        double zoom;
-        long control, title;
-    } cases[] = {{5, 64, 128, 1, 64, 34},     {75, 64, 128, 1.25, 90, 52},           {1000, 64, 128, 1.5, 128, 83},
-                 {50, 200, 100, 1, 200, 170}, {LONG_MAX, 0, INT_MAX, 8, 4096, 3856}, {50, 64, 128, kNaN, 0, 0}};
+    const std::tuple<long, int, int, double, long, long> cases[] = {
+        {5, 64, 128, 1, 64, 34},     {75, 64, 128, 1.25, 90, 52},           {1000, 64, 128, 1.5, 128, 83},
+        {50, 200, 100, 1, 200, 170}, {LONG_MAX, 0, INT_MAX, 8, 4096, 3856}, {50, 64, 128, kNaN, 0, 0}};
     for (const auto& [text, minimum, maximum, zoom, control, title] : cases) {
         const auto width = kx::shutter::FitWidth(text, minimum, maximum, zoom);
         EXPECT_EQ(std::pair(width.control, width.title), std::pair(control, title)) << text;
@@ -70,11 +66,8 @@ TEST(ShutterRules, FitTheWidthToTheTitle) {
 }
 
 TEST_F(Shutter, AsksForTheOtherStateAndObeysTheAnswer) {
-    const struct {
-        const char* name;
-        void (*make)(Host& shutter);
-        int asked;  // how often the host is asked for the other state
-    } gestures[] = {
+    // How often the host is asked for the other state.
+    const std::tuple<const char*, void (*)(Host&), int> gestures[] = {
         {"click", [](Host& s) { Click(s.Button(), 12, 12); }, 1},
         {"double click", [](Host& s) { DoubleClick(s.Button(), 12, 12); }, 2},
         {"release beside it", [](Host& s) { Press(s.Button(), 12, 12), MoveTo(s, 2, 38), Release(); }, 1},
@@ -87,24 +80,22 @@ TEST_F(Shutter, AsksForTheOtherStateAndObeysTheAnswer) {
         {"a click by program", [](Host& s) { SendMessageW(s.Button(), BM_CLICK, 0, 0); }, 1},
     };
     for (int way = 0; way < 8; ++way) {
-        for (const auto& gesture : gestures) {
+        for (const auto& [name, make, asked] : gestures) {
             const bool agrees = way & 2;
             bool state = way & 4;
-            SCOPED_TRACE(gesture.name + std::to_string(way));
             parent.Answer(WM_COMMAND, agrees);
             Make().answer = !agrees;
             shutter->derived = way & 1;
             shutter->SetState(state);
-            gesture.make(*shutter);
+            make(*shutter);
             Pump();
             std::string expected;
-            for (int i = 0; i < gesture.asked; ++i) {
-                expected += i ? " " : "";
-                expected += shutter->derived ? CallText("State", !state) : "7:0#7";
-                if (agrees) state = !state;
+            for (int i = 0; i < asked; ++i) {
+                expected += (i ? " " : "") + (shutter->derived ? CallText("State", !state) : "7:0#7");
+                state ^= agrees;
             }
-            EXPECT_EQ(Heard(), expected);
-            EXPECT_EQ(shutter->GetState(), state);
+            EXPECT_EQ(Told() + CallText(" now", shutter->GetState()), expected + CallText(" now", state))
+                << name << way;
             Release();
         }
     }
@@ -119,15 +110,10 @@ TEST_F(Shutter, OpensTheMenuWithTheRightButton) {
             return chosen;
         },
         &menu);
-    const auto click = [&](int chosen) {
-        menu.second = chosen;
-        Click(shutter->Button(), 5, 5, Button::Right);
-        return Heard();
-    };
-    EXPECT_EQ(click(0), "Menu(1, 10000, \"Shutter Parameters...\")");
-    EXPECT_EQ(click(10000), "Menu(1, 10000, \"Shutter Parameters...\") Rename()");
-    shutter->RenameEnabled(false);
-    EXPECT_EQ(click(10000), "");
+    const auto click = [&] { Click(shutter->Button(), 5, 5, Button::Right); };
+    Play({{click, "EPI + Menu(1, 10000, \"Shutter Parameters...\")"},
+          {[&] { menu.second = 10000, click(); }, "EPI + Menu(1, 10000, \"Shutter Parameters...\") Rename()"},
+          {[&] { shutter->RenameEnabled(false), click(); }, "EPI + "}});
     KX_SetMenuHandler(nullptr, nullptr);
 }
 
@@ -136,93 +122,75 @@ TEST_F(Shutter, ShowsWhatIsAskedForAndNothingElse) {
     device.SetLocked(true);
     device.Open(true);
     for (int flags = 0; flags < 16; ++flags) {
-        SCOPED_TRACE(flags);
         const bool a = flags & 1, b = flags & 2, c = flags & 4, byMessage = flags & 8, asked[3] = {a, b, c};
         Make();
         const HWND before = shutter->Button();
         if (byMessage) SendMessageW(*shutter, 0x0500, device.GetLogDevId(), reinterpret_cast<LPARAM>(asked));
         EXPECT_TRUE(byMessage || shutter->Update(device.GetLogDevId(), a, b, c));
-        EXPECT_EQ(shutter->GetEnabled(), !(a || b));
-        EXPECT_EQ(IsWindowEnabled(shutter->Button()) != FALSE, !(a || b));
-        EXPECT_EQ(shutter->GetType(), b ? eKxShutterType_Dia : eKxShutterType_Epi);
-        EXPECT_EQ(TextOf(shutter->Title()), b ? L"DIA" : L"EPI");
-        EXPECT_EQ(shutter->GetState(), c);
-        EXPECT_EQ(shutter->m_imageOn == CKxBitmapPool::AddImageBaseUI(L"SHUTTER_DIA_OPEN"), c);
-        EXPECT_EQ(shutter->Button() != before, a && byMessage) << "made anew by the device's update alone";
-        EXPECT_EQ(Heard(), c ? "Icon(true, 0)" : "");
+        const bool open = shutter->m_imageOn == CKxBitmapPool::AddImageBaseUI(L"SHUTTER_DIA_OPEN");
+        const char* const icon = c ? "Icon(true, 0)" : "";
+        // Made anew by the device's update alone.
+        EXPECT_EQ(CallText("", shutter->GetEnabled(), IsWindowEnabled(shutter->Button()), shutter->GetType(), open,
+                           TextOf(shutter->Title()), shutter->GetState(), shutter->Button() != before, Told()),
+                  CallText("", !(a || b), int{!(a || b)}, int{b}, c, b ? L"DIA" : L"EPI", c, a && byMessage, icon));
     }
 }
 
 TEST_F(Shutter, LocksTitlesAndKeepsWhatADeadDeviceTold) {
     auto device = std::make_unique<Lamp>(static_cast<EKxShutterType>(9));
     const unsigned id = device->GetLogDevId();
-    shutter->Update(id, false, true, false);
-    EXPECT_EQ(shutter->GetTitle(), L"EPI") << "a type without a title keeps the old one";
-    device->title = L"Left <b>&amp;</b> lamp";
-    device->SetLocked(true);
-    shutter->Update(id, true, true, true);
-    EXPECT_EQ(TextOf(shutter->Title()), L"Left <b>&amp;</b> lamp");
-    shutter->SetEnabled(true);
-    EXPECT_FALSE(shutter->GetEnabled());
-    device->SetLocked(false);
-    for (int i = 0; i < 2; ++i) {
-        shutter->Update(id, true, false, false);
-        EXPECT_TRUE(IsWindowEnabled(shutter->Button())) << "also after the host has disabled it";
-        shutter->SetEnabled(false);
-    }
-    CKxDeviceRegistry::SetGrabberActive(true);
-    shutter->Update(id, false, false, true);
-    EXPECT_EQ(shutter->m_imageOff, CKxBitmapPool::AddImageBaseUI(L"SHUTTER_CLOSED_LIVE"));
-    CKxDeviceRegistry::SetGrabberActive(false);
-    device->Open(true);
-    device->fails = true;
-    Heard();
-    EXPECT_FALSE(shutter->Update(id, true, true, true));
+    const auto live = [&](bool active) {
+        CKxDeviceRegistry::SetGrabberActive(active);
+        shutter->Update(id, false, false, true);
+        EXPECT_EQ(shutter->m_imageOff == CKxBitmapPool::AddImageBaseUI(L"SHUTTER_CLOSED_LIVE"), active);
+    };
+    const auto update = [&](bool done) { EXPECT_EQ(shutter->Update(id, true, true, true), done); };
+    Play({{[&] { shutter->Update(id, false, true, false); }, "EPI + "},  // a type without a title keeps the old one
+          {[&] { device->title = L"<b>&amp;</b>", device->SetLocked(true), update(true); },
+           "<b>&amp;</b> - Icon(true, 0)"},
+          {[&] { shutter->SetEnabled(true); }, "<b>&amp;</b> - "},
+          {[&] { device->SetLocked(false), shutter->Update(id, true, false, false); }, "<b>&amp;</b> + "},
+          // Also after the host has disabled it.
+          {[&] { shutter->SetEnabled(false), shutter->Update(id, true, false, false); }, "<b>&amp;</b> + "},
+          {[&] { live(true), live(false); }, "<b>&amp;</b> + Icon(true, 1) Icon(true, 0)"},
+          {[&] { device->Open(true), device->fails = true, update(false); }, "<b>&amp;</b> + "}});
     for (const unsigned each : {id, 0u, 99999u})
         kx::ui::SendDeviceBand(*shutter, each, kx::ui::ShutterBand{true, true, true});
-    EXPECT_EQ(Heard(), "");
+    EXPECT_EQ(See(), "<b>&amp;</b> + ");
     device.reset();
-    EXPECT_TRUE(shutter->Update(id, true, true, true));
-    EXPECT_EQ(shutter->GetTitle(), L"EPI");
+    update(true);
     EXPECT_EQ(shutter->m_imageOff, GetCommonImageFromPool(1102));
+    EXPECT_EQ(See(), "EPI + Icon(true, 0)");
 }
 
 TEST_F(Shutter, IsMadeOfTitleAndButton) {
-    const struct {
-        bool left, inside;
-        const char *title, *button;
-    } cases[] = {{false, false, "0 0 90 16", "8 16 24 24"},
-                 {true, false, "0 12 66 16", "66 8 24 24"},
-                 {false, true, "0 0 0 0", "0 0 90 40"}};
+    // Its own, the title's, how that is aligned, the button's.
+    const std::tuple<bool, bool, const char*> cases[] = {{false, false, "20 20 90 40, 0 0 90 16 0, 8 16 24 24"},
+                                                         {true, false, "20 20 90 40, 0 12 66 16 2, 66 8 24 24"},
+                                                         {false, true, "20 20 90 40, 0 0 0 0 0, 0 0 90 40"}};
+    const auto places = [](HWND window) {
+        const HWND title = GetDlgItem(window, kTitle);
+        return PlaceOf(window) + ", " + PlaceOf(title) + " " +
+               std::to_string(GetWindowLongW(title, GWL_STYLE) & SS_TYPEMASK) + ", " +
+               PlaceOf(GetDlgItem(window, kButton));
+    };
     Lamp device(eKxShutterType_Epi);
-    for (const auto& each : cases) {
+    for (const auto& [left, inside, expected] : cases) {
         shutter->SetSize(90, 40);
-        shutter->SetTitlePosition(each.left, -1);
-        shutter->SetTitleInButton(each.inside);
+        shutter->SetTitlePosition(left, -1);
+        shutter->SetTitleInButton(inside);
         ASSERT_TRUE(shutter->Make(parent.Window()));
-        for (int i = 0; i < 2; ++i) {
-            EXPECT_EQ(PlaceOf(*shutter), "20 20 90 40");
-            EXPECT_EQ(PlaceOf(shutter->Title()), each.title);
-            EXPECT_EQ(PlaceOf(shutter->Button()), each.button);
-            EXPECT_EQ(GetWindowLongW(shutter->Title(), GWL_STYLE) & SS_TYPEMASK, each.left ? SS_RIGHT : SS_LEFT);
-            shutter->Update(&device, true, true, true);
-        }
+        EXPECT_EQ(places(*shutter), expected);
+        shutter->Update(&device, true, true, true);
+        EXPECT_EQ(places(*shutter), expected);
     }
     CKxDevUI_MechanicalShutter small;
     small.Create(parent.Window(), 5, 5, -1, -1);
-    EXPECT_EQ(PlaceOf(small), "5 5 30 30");
-    EXPECT_EQ(PlaceOf(small.GetButtonHandle()), "7 14 15 15");
-    EXPECT_EQ(PlaceOf(GetDlgItem(small, kTitle)), "0 0 30 14");
-}
-
-TEST_F(Shutter, FitsItsTitle) {
-    const Zoom zoom(1.5);
+    EXPECT_EQ(places(small), "5 5 30 30, 0 0 30 14 0, 7 14 15 15");
+    CKxGUILayoutManager::SetGuiZoom(1.5);
     shutter->SetAutomaticallyResizable(true, 64, 128);
-    shutter->SetTitleInButton(true);
-    shutter->SetSize(64, 24);
-    shutter->Make(parent.Window());
     shutter->SetTitle(std::wstring(10000, L'W').c_str());
-    EXPECT_EQ(PlaceOf(shutter->Button()), "0 0 192 36");
+    EXPECT_EQ(PlaceOf(shutter->Button()), "0 0 192 60") << "as wide as the widest is, zoomed";
 }
 
 TEST_F(Shutter, TakesOverADialogsControls) {
@@ -233,16 +201,15 @@ TEST_F(Shutter, TakesOverADialogsControls) {
         };
         const HWND before = add(L"EDIT", 1, 0, 0), title = titled ? add(L"STATIC", 2, 30, 42) : nullptr;
         const HWND button = add(L"BUTTON", 3, 100, 40);
+        add(L"EDIT", 4, 0, 80);
         Host taken(dialog.Record());
         EXPECT_FALSE(taken.Create(before, title)) << "no button";
         ASSERT_TRUE(taken.Create(button, title));
         EXPECT_FALSE(Host(dialog.Record()).Create(button, nullptr)) << "taken already";
-        EXPECT_EQ(GetDlgItem(dialog.Window(), 3), HWND{taken});
-        EXPECT_EQ(PlaceOf(taken), titled ? "30 40 130 22" : "100 40 60 20");
-        EXPECT_EQ(GetWindow(taken, GW_HWNDPREV), before);
-        EXPECT_EQ(PlaceOf(taken.Title()), titled ? "0 2 60 20" : "0 0 0 0");
-        EXPECT_EQ(PlaceOf(taken.Button()), titled ? "70 0 60 20" : "0 0 60 20");
-        EXPECT_EQ(taken.GetTitle(), titled ? L"Dia lamp" : L"EPI");
+        EXPECT_TRUE(GetDlgItem(dialog.Window(), 3) == taken && GetWindow(taken, GW_HWNDPREV) == before);
+        EXPECT_EQ(PlaceOf(taken) + ", " + PlaceOf(taken.Title()) + ", " + PlaceOf(taken.Button()) + ", " +
+                      Narrow(taken.GetTitle().str()),
+                  titled ? "30 40 130 22, 0 2 60 20, 70 0 60 20, Dia lamp" : "100 40 60 20, 0 0 0 0, 0 0 60 20, EPI");
     }
 }
 

@@ -1,7 +1,6 @@
 // The filter wheel panel: images of filters, the grid, clicks and their refusal.
 #include "panel_test.h"
 
-#include <kxbaseui/kx_bitmappool.h>
 #include <kxbaseui/kx_svgstring.h>
 #include <kxdevui/optics/devgui_filterwheel.h>
 #include <kxdevui/optics/filter_image.h>
@@ -28,21 +27,17 @@ struct Device : Registered<CKxSimFilterChanger> {
 using FilterWheel = PanelTest<Wheel>;
 
 TEST_F(FilterWheel, ColoursTheBandsInTheirOrder) {
-    const struct {
-        const wchar_t* name;
-        const wchar_t* image;
-        std::vector<unsigned long> colors;
-    } table[] = {{L"Empty", L"FILTER_EMPTY", {}},
-                 {L"no filter <&\"'>", L"FILTER_EMPTY", {}},
-                 {L"390/40 482/25", L"FILTER_2BAND", {KX_RGBFromWavelength(390), KX_RGBFromWavelength(482)}}};
-    for (const auto& row : table) {
+    const std::tuple<const wchar_t*, std::wstring, std::vector<unsigned long>> table[] = {
+        {L"Empty", L"FILTER_EMPTY", {}},
+        {L"no filter <&\"'>", L"FILTER_EMPTY", {}},
+        {L"390/40 482/25", L"FILTER_2BAND", {KX_RGBFromWavelength(390), KX_RGBFromWavelength(482)}}};
+    for (const auto& [filter, image, colors] : table) {
         for (const bool square : {false, true}) {
-            CKxStringA image;
-            CKxBitmapPool::LoadSVGBaseUI((row.image + std::wstring(square ? L"_SQUARE" : L"")).c_str(), image);
-            CKxStringW name(row.name);
+            CKxStringA svg;
+            CKxBitmapPool::LoadSVGBaseUI((image + (square ? L"_SQUARE" : L"")).c_str(), svg);
+            CKxStringW name(filter);
             EXPECT_STREQ(square ? panel.CreateFilterSVGStringSquare(name) : panel.CreateFilterSVGString(name),
-                         kx::ui::ColorBands(image, row.colors))
-                << Narrow(row.name);
+                         kx::ui::ColorBands(svg, colors));
         }
     }
 }
@@ -56,18 +51,14 @@ TEST(FilterImage, TakesNoColourForAPlaceholder) {
 TEST_F(FilterWheel, LaysOutItsGrid) {
     Open();
     EXPECT_EQ(Height(), 48) << "no filter";
-    const struct {
-        int count;
-        long height;
-        const char* last;  // button
-        int shown;
-    } table[] = {{1, 48, "16 16", 1}, {8, 48, "184 16", 8}, {40, 144, "184 40", 16}, {9, 72, "16 40", 9}};
-    for (const auto& row : table) {
-        Device device(row.count);
+    const std::tuple<int, long, const char*, int> table[] = {
+        {1, 48, "16 16", 1}, {8, 48, "184 16", 8}, {40, 144, "184 40", 16}, {9, 72, "16 40", 9}};
+    for (const auto& [count, height, last, shown] : table) {
+        Device device(count);
         ASSERT_TRUE(panel.Update(device.GetLogDevId(), true, true, true));
-        EXPECT_EQ(PlaceOf(Part(kButton + row.shown - 1)), std::string(row.last) + " 24 24");
-        EXPECT_EQ(Height(), row.height);
-        EXPECT_FALSE(Part(kButton + row.shown));
+        EXPECT_EQ(PlaceOf(Part(kButton + shown - 1)), std::string(last) + " 24 24");
+        EXPECT_EQ(Height(), height);
+        EXPECT_FALSE(Part(kButton + shown));
         EXPECT_EQ(PlaceOf(Part(kSetup)), "216 16 24 24");
     }
     const DialogKeys keys(parent.Window());
@@ -83,23 +74,20 @@ TEST_F(FilterWheel, LaysOutItsGrid) {
 }
 
 TEST_F(FilterWheel, SpringsBackWhenRefused) {
-    const struct {
-        bool intelligent, motorized, refuse;
-        long before, after;
-    } table[] = {
+    const std::tuple<bool, bool, bool, long, long> table[] = {
         {true, true, false, 0, 2},  {true, true, true, 0, 0},  {false, false, false, 0, 2}, {false, false, true, 0, 0},
         {true, false, false, 0, 0}, {true, false, true, 0, 0}, {true, true, true, -1, -1},
     };
-    for (const auto& row : table) {
-        Device device(4, {eKxFilterType_Emission, row.intelligent, row.motorized});
-        panel.answer = row.refuse;
+    for (const auto& [intelligent, motorized, refuse, before, after] : table) {
+        Device device(4, {eKxFilterType_Emission, intelligent, motorized});
+        panel.answer = refuse;
         Open();
         panel.Update(&device, true, true, true);
-        panel.SetPosition(row.before);
+        panel.SetPosition(before);
         DoubleClick(Part(kButton + 2), 5, 5);  // is one
         DoubleClick(Part(kSetup), 5, 5);
-        EXPECT_EQ(panel.GetPosition(), row.after) << row.intelligent << row.motorized << row.refuse << row.before;
-        EXPECT_EQ(Heard(), "position(2) setup()");
+        EXPECT_EQ(panel.GetPosition(), after) << intelligent << motorized << refuse << before;
+        EXPECT_EQ(Told(), "position(2) setup()");
     }
 }
 

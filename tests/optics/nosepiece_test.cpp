@@ -1,7 +1,6 @@
 // The nosepiece panel: who moves the selection, which image is shown, what the device tells.
 #include "panel_test.h"
 
-#include <kxbaseui/kx_bitmappool.h>
 #include <kxbaseui/kx_svgstring.h>
 #include <kxdevui/framework/ui_parts.h>
 #include <kxdevui/optics/devgui_nosepiece.h>
@@ -23,6 +22,9 @@ public:
 
 class Nosepiece : public PanelTest<Turret> {
 protected:
+    std::string See() override {
+        return std::to_string(panel.GetPosition()) + " " + Narrow(panel.GetTitle().str()) + " " + Told();
+    }
     bool IsBold(long position) {
         LOGFONTW font{};
         const LRESULT handle = SendMessageW(Part(kLabel + static_cast<int>(position)), WM_GETFONT, 0, 0);
@@ -40,63 +42,54 @@ std::vector<SKxSimObjective> Objectives(std::size_t count) {
 TEST(NextButtonRule, SkipsWhatCannotBeUsed) {
     const struct {
         int from, step;
-        std::vector<int> usable;
+        std::array<bool, 5> usable;
+        std::size_t count;
         int next;
-    } table[] = {{0, 1, {1, 0, 1}, 2}, {2, 1, {1, 0, 1}, 0},    {0, -1, {1, 1, 1}, 2},      {0, 1, {0, 0, 0}, 0},
-                 {0, 1, {1}, 0},       {0, 2, {1, 0, 0, 1}, 0}, {0, 2, {1, 0, 0, 0, 1}, 4}, {1, -2, {1, 1, 1}, 1}};
-    for (const auto& [from, step, usable, next] : table) {
-        std::array<bool, 8> flags{};
-        std::copy(usable.begin(), usable.end(), flags.begin());
-        EXPECT_EQ(kx::ui::NextButton(from, step, {flags.data(), usable.size()}), next) << from << " by " << step;
-    }
+    } table[] = {
+        {0, 1, {1, 0, 1}, 3, 2}, {2, 1, {1, 0, 1}, 3, 0},    {0, -1, {1, 1, 1}, 3, 2},      {0, 1, {}, 3, 0},
+        {0, 1, {1}, 1, 0},       {0, 2, {1, 0, 0, 1}, 4, 0}, {0, 2, {1, 0, 0, 0, 1}, 5, 4}, {1, -2, {1, 1, 1}, 3, 1}};
+    for (const auto& [from, step, usable, count, next] : table)
+        EXPECT_EQ(kx::ui::NextButton(from, step, {usable.data(), count}), next) << from << " by " << step;
 }
 
 TEST_F(Nosepiece, ChoosesTheImageByMagnification) {
     Open();
     const auto expect = [&](double magnification, const char* ring) {
         for (const bool selected : {false, true}) {
-            const std::wstring name = selected ? L"IDS_NOSEPIECE_1" : L"IDS_NOSEPIECE_0";
             CKxStringA wanted;
+            const std::wstring name = selected ? L"IDS_NOSEPIECE_1" : L"IDS_NOSEPIECE_0";
             CKxBitmapPool::LoadSVGBaseUI((name + (ring ? L"" : L"_EMPTY")).c_str(), wanted);
             if (ring) CKxSvgStringAPI::ReplaceString(wanted, "#FFE600", ring);
             EXPECT_STREQ(panel.GetObjectiveBitmap(magnification, selected), wanted) << magnification;
         }
     };
-    const struct {
-        double from, to;
-        const char* ring;
-    } table[] = {{100, 250, "#EEEEEE"}, {60, 63, "#3F77EB"}, {40, 50, "#77E0FF"},
-                 {25, 32, "#5EFFB7"},   {16, 20, "#8CEA6B"}, {10, 10, "#FFE600"},
-                 {4, 5, "#FF2020"},     {2, 2.5, "#9A3301"}, {0.01, 1.99, "#545454"}};
+    const std::tuple<double, double, const char*> table[] = {
+        {100, 250, "#EEEEEE"}, {60, 63, "#3F77EB"}, {40, 50, "#77E0FF"}, {25, 32, "#5EFFB7"},     {16, 20, "#8CEA6B"},
+        {10, 10, "#FFE600"},   {4, 5, "#FF2020"},   {2, 2.5, "#9A3301"}, {0.01, 1.99, "#545454"}, {-1, -1, nullptr}};
     for (const auto& [from, to, ring] : table) {
         expect(from, ring), expect(to, ring);
         // At 2 one meets the other.
         if (from != 2) expect(from - 0.01, nullptr);
         if (to != 1.99) expect(to + 0.01, nullptr);
     }
-    expect(-1, nullptr);
 }
 
 TEST_F(Nosepiece, MovesTheSelectionOnlyWhereItMay) {
-    const struct {
-        bool deviceDriven, localSelect, handled, enabled;
-        long position;
-    } table[] = {
-        {false, false, false, true, 2},  {false, true, false, true, 2}, {true, false, false, true, 0},
-        {true, true, false, true, 2},    {false, false, true, true, 0}, {true, true, true, true, 0},
-        {false, false, false, false, 0},
-    };
-    for (const auto& row : table) {
-        panel.Init(3, 0, row.deviceDriven, row.localSelect);
-        panel.answer = row.handled;
+    const std::tuple<bool, bool, bool, bool, long> table[] = {
+        {false, false, false, true, 2}, {false, true, false, true, 2}, {true, false, false, true, 0},
+        {true, true, false, true, 2},   {false, false, true, true, 0}, {true, true, true, true, 0},
+        {false, false, false, false, 0}};
+    for (const auto& [deviceDriven, localSelect, handled, enabled, position] : table) {
+        panel.Init(3, 0, deviceDriven, localSelect);
+        panel.answer = handled;
         Open();
-        panel.SetEnable(row.enabled, true);
+        panel.SetEnable(enabled, true);
         ClickPart(kButton + 2);
-        EXPECT_EQ(panel.GetPosition(), row.position);
-        EXPECT_TRUE(IsBold(row.position) && !IsBold(2 - row.position));
+        EXPECT_EQ(panel.GetPosition(), position);
+        EXPECT_TRUE(IsBold(position) && !IsBold(2 - position));
         // The current one is asked for like any other.
-        ClickPart(kButton + static_cast<int>(row.position));
-        EXPECT_EQ(Heard(), !row.enabled ? "" : row.position ? "position(2) position(2)" : "position(2) position(0)");
+        ClickPart(kButton + static_cast<int>(position));
+        EXPECT_EQ(Told(), !enabled ? "" : position ? "position(2) position(2)" : "position(2) position(0)");
     }
 }
 
@@ -111,9 +104,9 @@ TEST_F(Nosepiece, AsksForSetupAndModesApart) {
     EXPECT_TRUE(IsBold(1)) << "after the setup";
     Click(Part(kObservation + 1), 5, 5);
     EXPECT_EQ(panel.GetObservationMode(), 0) << "the host decides";
-    EXPECT_EQ(Heard(), "setup() mode(1)");
-    panel.SetObservationMode(1);
-    panel.SetObservationMode(2);
+    EXPECT_EQ(Told(), "setup() mode(1)");
+    for (const int mode : {1, 2})
+        panel.SetObservationMode(mode);
     EXPECT_EQ(panel.GetObservationMode(), 1);
 }
 
@@ -126,16 +119,12 @@ TEST_F(Nosepiece, IsWorkedByKeys) {
     panel.SetTabStop(true);
     const DialogKeys keys(parent.Window());
     SetFocus(parent.Window());
-    Key(VK_TAB);
-    ExpectFocus(kButton);  // the current position
-    Key(VK_RIGHT);
-    ExpectFocus(kButton + 2);  // the second is not available
-    Key(VK_SPACE);
-    Key(VK_LEFT);
-    Key(VK_LEFT);
-    ExpectFocus(kSetup);  // around the end
-    Key(VK_RETURN);
-    EXPECT_EQ(Heard(), "position(2) setup()");
+    // To the current position; the second is not available; around the end.
+    kx::test::Play({{[] { Key(VK_TAB); }, "0 "},
+                    {[] { Key(VK_RIGHT); }, "2 "},
+                    {[] { Key(VK_SPACE); }, "2 position(2)"},
+                    {[] { Key(VK_LEFT), Key(VK_LEFT), Key(VK_RETURN); }, "300 setup()"}},
+                   [this] { return std::to_string(GetDlgCtrlID(GetFocus()) - kButton) + " " + Told(); });
 }
 
 TEST_F(Nosepiece, TakesDevicesAtTheirWord) {
@@ -148,36 +137,29 @@ TEST_F(Nosepiece, TakesDevicesAtTheirWord) {
         bool fails = false;
     } device(L"Nosepiece", Objectives(2));
     Open();
-    EXPECT_TRUE(panel.Update(&device, true, true, true, true, false));
-    panel.SetTitle(L"held");
-    device.SetSpeed(0), device.MoveTo(1), device.Tick();
-    device.fails = true;
-    EXPECT_FALSE(panel.Update(&device, true, true, true, true, false));
+    device.SetSpeed(0);
+    const auto update = [&](bool fails) {
+        device.fails = fails;
+        EXPECT_EQ(panel.Update(&device, true, true, true, true, false), !fails);
+    };
     // The message 0x0500 brings the position alone; a device that throws, or is none, changes nothing.
     const bool position[5] = {false, false, true};
     const auto send = [&](unsigned id) { SendMessageW(panel, 0x0500, id, reinterpret_cast<LPARAM>(position)); };
-    for (const unsigned id : {device.GetLogDevId(), 0u, 4711u})
-        send(id);
-    EXPECT_EQ(panel.GetPosition(), 0);
-    device.fails = false;
-    send(device.GetLogDevId());
-    EXPECT_EQ(panel.GetPosition(), 1);
-    EXPECT_STREQ(panel.GetTitle(), L"held");
-    EXPECT_EQ(Heard(), "");
+    Play({{[&] { update(false), panel.SetTitle(L"held"); }, "0 held "},
+          {[&] { device.MoveTo(1), device.Tick(), update(true); }, "0 held "},
+          {[&] { send(device.GetLogDevId()), send(0), send(4711); }, "0 held "},
+          {[&] { device.fails = false, send(device.GetLogDevId()); }, "1 held "}});
 }
 
 TEST_F(Nosepiece, FollowsItsDevice) {
     CKxSimNosepiece two(L"Two", Objectives(2)), six(L"Six", Objectives(6)), many(L"Many", Objectives(40));
     Open(570);
-    const struct {
-        CKxSimNosepiece& device;
-        int count;
-        const char* first;
-    } table[] = {{many, 16, "8 40 24 30"}, {two, 2, "16 40 24 30"}, {six, 6, "16 40 24 30"}};
-    for (const auto& row : table) {
-        ASSERT_TRUE(panel.Update(&row.device, true, true, true, true, false));
-        EXPECT_EQ(PlaceOf(Part(kButton)), row.first);
-        EXPECT_TRUE(Part(kButton + row.count - 1) && !Part(kButton + row.count));
+    const std::tuple<CKxSimNosepiece&, int, const char*> table[] = {
+        {many, 16, "8 40 24 30"}, {two, 2, "16 40 24 30"}, {six, 6, "16 40 24 30"}};
+    for (const auto& [device, count, first] : table) {
+        ASSERT_TRUE(panel.Update(&device, true, true, true, true, false));
+        EXPECT_EQ(PlaceOf(Part(kButton)), first);
+        EXPECT_TRUE(Part(kButton + count - 1) && !Part(kButton + count));
     }
     EXPECT_STREQ(panel.GetMagnification(1), L"10x");
     EXPECT_STREQ(panel.GetName(0), L"Plan Apo 60x/1.40 Oil");

@@ -1,11 +1,8 @@
 // What the tests of position panels share.
 #pragma once
 
-#include <bench/asking.h>
-#include <bench/bench.h>
-#include <bench/window.h>
+#include <controls/control_test.h>
 #include <kxdevices/kx_simdevices.h>
-#include <kxdevui/framework/devgui.h>
 
 namespace kx::test {
 
@@ -30,17 +27,15 @@ struct Registered : Device {
 
 // A panel in a window.
 template <class Panel>
-class PanelTest : public testing::Test {
+class PanelTest : public ControlTest {
 protected:
     HWND Open(long width = -1) { return panel.Create(parent.Window(), 10, 10, width, -1, true, true); }
-    std::string Heard() { return parent.Record().Take(); }
     HWND Part(int id) { return GetDlgItem(panel, id); }
     bool IsUsable(int id) { return IsWindowEnabled(Part(id)) != FALSE; }
     void ClickPart(int id) { Click(Part(id), 8, 8); }
     void ExpectFocus(int id) { EXPECT_EQ(GetDlgCtrlID(GetFocus()), id); }
     long Height() { return RectInParent(panel).bottom - RectInParent(panel).top; }
 
-    RecordingParent parent;
     Panel panel{parent.Record()};
 };
 

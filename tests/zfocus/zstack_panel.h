@@ -1,9 +1,7 @@
 // A Z stack panel that writes down what its host is told, in one row with its message boxes.
 #pragma once
 
-#include <bench/bench.h>
-#include <bench/window.h>
-#include <kxbaseui/kx_messagebox.h>
+#include <controls/control_test.h>
 #include <kxdevui/zfocus/devgui_zstack.h>
 #include <kxdevui/zfocus/zstack_ids.h>
 
@@ -41,27 +39,29 @@ private:
     }
 };
 
-// Writes message boxes down.
-class Boxes {
-public:
-    explicit Boxes(Recorder& heard) : record(heard) { KX_SetMessageBoxHandler(Handler, this); }
-    ~Boxes() { KX_SetMessageBoxHandler(nullptr, nullptr); }
-    Boxes(const Boxes&) = delete;
-    Boxes& operator=(const Boxes&) = delete;
+// A panel, and message boxes that are written down.
+class PanelTest : public ControlTest {
+protected:
+    PanelTest() { KX_SetMessageBoxHandler(Handler, this); }
+    std::string See() override { return heard.Take(); }
+    HWND Item(int id) const { return panel.Item(id); }
+    std::string Shown(int id) const { return Narrow(TextOf(Item(id))); }
+    void Enter(int id, const wchar_t* text) { SetWindowTextW(Item(id), text); }
 
-    std::string last;  // owner, caption, style, time
+    std::string lastBox;  // owner, caption, style, time
     std::function<void()> whileOpen = [] {};
+    Recorder heard;
+    Panel panel{heard};
 
 private:
     static int Handler(HWND owner, const wchar_t* text, const wchar_t* caption, UINT style, int timeout, void* self) {
-        auto& boxes = *static_cast<Boxes*>(self);
-        boxes.record.Text(Narrow(text).substr(0, 7).append("!"));
-        boxes.last = CallText("Box", owner, caption, style, timeout);
-        const auto action = boxes.whileOpen;
+        auto& test = *static_cast<PanelTest*>(self);
+        test.heard.Text(Narrow(text).substr(0, 7).append("!"));
+        test.lastBox = CallText("Box", owner, caption, style, timeout);
+        const auto action = test.whileOpen;
         action();
         return IDOK;
     }
-    Recorder& record;
 };
 
 }  // namespace kx::test

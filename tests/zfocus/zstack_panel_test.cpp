@@ -1,11 +1,7 @@
 // The panel over the real record: what it shows, under the hands of users; its dialog.
 #include "zstack_panel.h"
 
-#include <kxbaseui/kx_colors.h>
-#include <kxbaseui/kx_layoutmanager.h>
-#include <kxdevui/framework/devgui.h>
 #include <kxdevui/framework/devgui_messages.h>
-#include <kxsystem/kx_locale.h>
 
 #include <optional>
 #include <set>
@@ -17,10 +13,8 @@ using namespace kx::test;
 constexpr WORD kLanguages[] = {0x409, 0x407, 0x40C, 0xC0A, 0x411};
 
 // A panel over a record that has a drive and a piezo, and a host that has it refreshed with every change.
-class ZStackPanel : public testing::Test {
+class ZStackPanel : public PanelTest {
 protected:
-    ~ZStackPanel() override { CKxLocale::SetModuleLangId(0); }
-
     // With a stack from 500 to 520, or with nothing set.
     void Make(bool stack) {
         record = CKxZStackData();
@@ -33,7 +27,7 @@ protected:
         if (stack) Set(0, std::nullopt, 500, 520), record.SetStep(2);
         panel.onChanged = [this] { panel.UpdateGUI(3); };
         panel.UpdateGUI(3);
-        EXPECT_EQ(heard.Take(), "Shown(0)") << "nothing else is asked of the host";
+        EXPECT_EQ(See(), "Shown(0)") << "nothing else is asked of the host";
         BringToFront(panel.GetHandle());
     }
     void Set(int type, std::optional<double> home, double bottom, double top) {
@@ -41,25 +35,12 @@ protected:
         home ? record.SetHome(*home) : record.ResetHome();
         record.SetBottom(bottom, true), record.SetTop(top, true);
     }
-    HWND Item(int id) const { return panel.Item(id); }
-    std::wstring Shown(int id) const { return TextOf(Item(id)); }
-    void Enter(int id, const wchar_t* text) { SetWindowTextW(Item(id), text); }
-
-    RecordingParent parent;
-    Recorder heard;
-    Panel panel{heard};
-    Boxes boxes{heard};
     CKxZStackData record;
 };
 
 TEST_F(ZStackPanel, ShowsItsRecord) {
     Make(false);
-    const struct {
-        int type;
-        std::optional<double> home;
-        double bottom, top;
-        const char* shown;
-    } table[] = {
+    const std::tuple<int, std::optional<double>, double, double, const char*> table[] = {
         {0, std::nullopt, 500, 520, "520.00 N/A 500.00 RESET Bottom: 500.00 Top: 520.00 "},
         {5, 510, 500, 520, "520.00 510.00 500.00 RESET Bottom: 500.00 Top: 520.00 "},
         {2, 510, 500, 520, "520.00 510.00 500.00 Relative Range: 20.00 <-10.00, +10.00> "},
@@ -67,43 +48,35 @@ TEST_F(ZStackPanel, ShowsItsRecord) {
         {3, 510, 500, 530, "530.00 510.00 500.00 Relative Below: -10.00 Above: +20.00 "},
         {3, std::nullopt, -5, 15.004, "+15.00 N/A -5.00 Relative Below: -5.00 Above: +15.00 "},
     };
-    for (const auto& row : table) {
-        Set(row.type, row.home, row.bottom, row.top);
+    for (const auto& [type, home, bottom, top, expected] : table) {
+        Set(type, home, bottom, top);
         panel.UpdateGUI(1);
         std::string shown;
         for (const int id : {IDC_ZS_EDIT_TOP, IDC_ZS_EDIT_MIDDLE, IDC_ZS_EDIT_BOTTOM, IDC_ZS_RELATIVE,
                              IDC_ZS_BELOW_LABEL, IDC_ZS_EDIT_BELOW, IDC_ZS_READOUT_LABEL, IDC_ZS_EDIT_ABOVE,
                              IDC_ZS_RANGE_LABEL, IDC_ZS_EDIT_RANGE, IDC_ZS_READOUT})
-            if (IsWindowVisible(Item(id))) shown += Narrow(Shown(id)) + ' ';
-        EXPECT_EQ(shown, row.shown);
+            if (IsWindowVisible(Item(id))) shown += Shown(id) + ' ';
+        EXPECT_EQ(shown, expected);
     }
 }
 
 TEST_F(ZStackPanel, ValidatesWhatTheFocusLeaves) {
     Make(false);
     const HWND step = Item(IDC_ZS_EDIT_STEP), above = Item(IDC_ZS_EDIT_ABOVE);
-    SetFocus(step);
-    EXPECT_EQ(TextOf(step), L"") << "nothing stands where nothing is set";
-    Type(L"2.5");
-    SetFocus(Item(IDC_ZS_DEVICE));
-    EXPECT_EQ(heard.Take(), "") << "the list of devices leaves it open";
-    SetFocus(step);
-    Type(L"2.5");
-    Click(Item(IDC_ZS_TOP), 9, 9);
-    EXPECT_EQ(heard.Take(), "Changed(3) Shown(0) Step(2.5, 1) Shown(0) Changed(2) Shown(0) Changed(3) Shown(0)")
-        << "the button acts by the rule, then by the mouse";
-
+    // Nothing stands where nothing is set. The list of devices leaves it open. The button acts by the rule, then by the
+    // mouse.
+    Play({{[&] { SetFocus(step), Type(L"2.5"), SetFocus(Item(IDC_ZS_DEVICE)); }, ""},
+          {[&] { SetFocus(step), Type(L"2.5"), Click(Item(IDC_ZS_TOP), 9, 9); },
+           "Changed(3) Shown(0) Step(2.5, 1) Shown(0) Changed(2) Shown(0) Changed(3) Shown(0)"}});
     SetFocus(above);
-    Enter(IDC_ZS_EDIT_ABOVE, L"up");
-    Enter(IDC_ZS_EDIT_STEP, L"down");
+    Enter(IDC_ZS_EDIT_ABOVE, L"up"), Enter(IDC_ZS_EDIT_STEP, L"down");
     panel.onChanged = [] {};
     SetFocus(step);
     EXPECT_EQ(GetFocus(), above) << "the first refused, of two";
-    EXPECT_EQ(heard.Take(), "Changed(3)") << "no box within the panel, and the step has not been left";
-    SetFocus(parent.Window());
-    EXPECT_EQ(heard.Take(), "Invalid! Changed(3)");
-    panel.Destroy();
-    EXPECT_EQ(heard.Take(), "") << "a panel on its way out has nothing to tell";
+    // No box within the panel, and the step has not been left; a panel on its way out has nothing to tell.
+    Play({{[] {}, "Changed(3)"},
+          {[&] { SetFocus(parent.Window()); }, "Invalid! Changed(3)"},
+          {[&] { panel.Destroy(); }, ""}});
 }
 
 // The host is told of the fields that it has made writable, and of no others.
@@ -112,33 +85,26 @@ TEST_F(ZStackPanel, LeavesPositionsToTheHost) {
     parent.Answer(WM_COMMAND, [this](WPARAM id, LPARAM) {
         return id == MAKEWPARAM(IDC_ZS_EDIT_TOP, EN_KILLFOCUS) ? panel.ValidateTop(true) : panel.ValidateBottom(true);
     });
-    const struct {
-        int edit;
-        bool writable;
-        const wchar_t* typed;
-        std::string expected;
-        unsigned asked;
-    } table[] = {{IDC_ZS_EDIT_TOP, false, L"600", "", 0},
-                 {IDC_ZS_EDIT_MIDDLE, true, L"600", "", 0},
-                 {IDC_ZS_EDIT_TOP, true, L"600", "Changed(3) Shown(0)", 1},
-                 // The user is sent back, and leaves it once more.
-                 {IDC_ZS_EDIT_BOTTOM, true, L"5x", "Invalid! Changed(3) Shown(0)", 2}};
+    const std::tuple<int, bool, const wchar_t*, std::string, unsigned> table[] = {
+        {IDC_ZS_EDIT_TOP, false, L"600", "", 0},
+        {IDC_ZS_EDIT_MIDDLE, true, L"600", "", 0},
+        {IDC_ZS_EDIT_TOP, true, L"600", "Changed(3) Shown(0)", 1},
+        // The user is sent back, and leaves it once more.
+        {IDC_ZS_EDIT_BOTTOM, true, L"5x", "Invalid! Changed(3) Shown(0)", 2}};
     for (const auto& [edit, writable, typed, expected, asked] : table) {
-        SCOPED_TRACE(CallText("leave", edit, typed));
         SendMessageW(Item(edit), EM_SETREADONLY, !writable, 0);
         SetFocus(Item(edit));
         Enter(edit, typed);
-        SetFocus(Item(IDC_ZS_EDIT_STEP));
-        SetFocus(panel.GetHandle());
-        EXPECT_EQ(heard.Take().substr(0, expected.size()), expected);
-        EXPECT_EQ(parent.Record().Entries().size(), asked);
-        parent.Record().Clear();
+        for (const HWND next : {Item(IDC_ZS_EDIT_STEP), panel.GetHandle()})
+            SetFocus(next);
+        EXPECT_EQ(See().substr(0, expected.size()), expected) << edit;
+        EXPECT_EQ(parent.Record().Entries().size(), asked) << edit;
+        Told();
     }
-    // A text that is being typed is not written over.
     SetFocus(Item(IDC_ZS_EDIT_TOP));
     Type(L"6 ");
     panel.UpdateGUI(3);
-    EXPECT_NE(Shown(IDC_ZS_EDIT_TOP), L"600.00");
+    EXPECT_NE(Shown(IDC_ZS_EDIT_TOP), "600.00") << "a text that is being typed is not written over";
 }
 
 TEST_F(ZStackPanel, SharesItsWindowAndTakesListsOfAnyKind) {
@@ -147,12 +113,11 @@ TEST_F(ZStackPanel, SharesItsWindowAndTakesListsOfAnyKind) {
     EXPECT_FALSE(Panel(heard).Create(parent.Window(), nullptr, 0, 0, 0, 0, true, true));
     for (const bool refresh : {false, true}) {
         SendMessageW(panel.GetHandle(), kx::ui::WM_KX_UPDATE_DEVICE_BAND, 1, reinterpret_cast<LPARAM>(&refresh));
-        EXPECT_EQ(heard.Take(), refresh ? "Shown(0)" : "");
+        EXPECT_EQ(See(), refresh ? "Shown(0)" : "");
     }
     const HWND list = Item(IDC_ZS_DEVICE);
     panel.ClearZDevices(true, true);
-    EXPECT_EQ(SendMessageW(list, CB_GETCOUNT, 0, 0), 0);
-    EXPECT_FALSE(IsWindowVisible(Item(IDC_ZS_PIEZO)));
+    EXPECT_FALSE(SendMessageW(list, CB_GETCOUNT, 0, 0) || IsWindowVisible(Item(IDC_ZS_PIEZO)));
     for (int i = 0; i < 3; ++i) {
         record.AddZDevice(0, 100, nullptr);
         EXPECT_EQ(panel.AppendZDevice(L"Twin", false, i, 0, 100, false, 0, false), i);
@@ -188,11 +153,11 @@ TEST_F(ZStackPanel, AsksInTheUsersLanguage) {
         });
         EXPECT_FALSE(panel.ValidateRangeMax(true));
         ASSERT_EQ(answer.Count(), 1u);
-        for (const int id : {IDC_YNK_YES, IDC_YNK_CANCEL, IDC_YNK_QUESTION, IDC_YNK_KEEP})
+        for (const int id : {IDC_YNK_YES, IDC_YNK_NO, IDC_YNK_CANCEL, IDC_YNK_QUESTION, IDC_YNK_KEEP})
             texts[id].insert(answer.Dialogs()[0].TextOf(id));
     }
     for (const auto& [id, all] : texts)
-        EXPECT_EQ(all.size(), std::size(kLanguages)) << id;
+        EXPECT_EQ(all.size(), std::size(kLanguages) - (id == IDC_YNK_NO)) << id << ": only No is the same in two";
 }
 
 // In every language, at every zoom: a label that is made wider still shows no more ink.
@@ -205,128 +170,106 @@ TEST_F(ZStackPanel, WidensLabelsThatDoNotFit) {
     for (const WORD language : kLanguages) {
         CKxLocale::SetModuleLangId(language);
         Make(true);
-        for (const double zoom : {1.25, 2.0, 1.0}) {
+        for (const auto& [type, zoom] : {std::pair{2, 1.25}, {3, 2.0}, {0, 1.25}, {2, 2.0}, {0, 1.0}, {3, 1.0}}) {
             CKxGUILayoutManager::SetGuiZoom(zoom);
-            for (const int type : {2, 3, 0}) {
-                record.SetType(type);
-                panel.UpdateGUI(3);
-                for (const int id : labels) {
-                    const HWND label = Item(id);
-                    if (!IsWindowVisible(label)) continue;
-                    SCOPED_TRACE(CallText("label", id, language, zoom, type, Shown(id)));
-                    const RECT at = RectInParent(label);
-                    const int shown = ink(label);
-                    const auto widen = [&](long more) {
-                        SetWindowPos(label, nullptr, at.left - more, at.top, at.right - at.left + 2 * more,
-                                     at.bottom - at.top, SWP_NOZORDER | SWP_NOACTIVATE);
-                    };
-                    widen(20);
-                    EXPECT_EQ(ink(label), shown);
-                    widen(0);
-                }
+            record.SetType(type);
+            panel.UpdateGUI(3);
+            for (const int id : labels) {
+                const HWND label = Item(id);
+                if (!IsWindowVisible(label)) continue;
+                const RECT at = RectInParent(label);
+                const int shown = ink(label);
+                const auto widen = [&](long more) {
+                    SetWindowPos(label, nullptr, at.left - more, at.top, at.right - at.left + 2 * more,
+                                 at.bottom - at.top, SWP_NOZORDER | SWP_NOACTIVATE);
+                };
+                widen(20);
+                EXPECT_EQ(ink(label), shown) << CallText("label", id, language, zoom, type, Shown(id));
+                widen(0);
             }
         }
     }
 }
 
 TEST_F(ZStackPanel, MovesOnByKeys) {
-    Make(true);
     // With the dialog keys of the host's message loop, and without.
     for (const bool dialog : {false, true}) {
         SCOPED_TRACE(dialog);
+        Make(true);
         std::optional<DialogKeys> keys;
         if (dialog) keys.emplace(parent.Window());
-        SetFocus(Item(IDC_ZS_EDIT_STEP));
-        Key(VK_END);
-        Type(L"\b\b\b\b\b5");
-        Key(VK_ESCAPE);
-        EXPECT_EQ(Shown(IDC_ZS_EDIT_STEP), L"2.00");
-        Type(L"4\t");
-        EXPECT_EQ(GetFocus(), Item(IDC_ZS_EDIT_STEPS)) << "there is no step to be suggested";
-        Type(L"11\n");
-        EXPECT_EQ(GetFocus(), Item(IDC_ZS_EDIT_BELOW));
-        Key(VK_TAB, MOD_SHIFT);
-        EXPECT_EQ(GetFocus(), Item(IDC_ZS_EDIT_STEPS));
-        EXPECT_EQ(heard.Take(), "Step(4, 1) Shown(0) Changed(2) Shown(0) Changed(3) Shown(0) Changed(3) Shown(0)");
-        Type(L"x\n");
-        EXPECT_EQ(GetFocus(), Item(IDC_ZS_EDIT_STEPS)) << "a refused entry does not let go";
-        EXPECT_EQ(heard.Take(), "Changed(3) Shown(0)") << "the next field is not left on the way back";
-        Set(0, std::nullopt, 500, 520), record.SetStep(2);
-        panel.UpdateGUI(3);
-        SetFocus(parent.Window());
-        heard.Clear();
+        const auto at = [this] { return " at " + std::to_string(GetDlgCtrlID(GetFocus())) + ": " + Shown(1263); };
+        // There is no step to be suggested; a refused entry does not let go, and the next field is not left on the way
+        // back.
+        kx::test::Play(
+            {{[&] { SetFocus(Item(1263)), Key(VK_END), Type(L"\b\b\b\b\b5"), Key(VK_ESCAPE); }, " at 1263: 2.00"},
+             {[] { Type(L"4\t"); }, "Step(4, 1) Shown(0) Changed(2) Shown(0) at 1266: 4.00"},
+             {[] { Type(L"11\n"); }, "Changed(3) Shown(0) at 1264: 2.00"},
+             {[] { Key(VK_TAB, MOD_SHIFT); }, "Changed(3) Shown(0) at 1266: 2.00"},
+             {[] { Type(L"x\n"); }, "Changed(3) Shown(0) at 1266: 2.00"}},
+            [&] { return See() + at(); });
     }
 }
 
 // "0.33" stands for 0.333 until it is typed.
 TEST_F(ZStackPanel, PassesThroughFieldsWithoutAChange) {
     Make(true);
-    const struct {
-        int type, edit;
-        int (CKxZStackData::*getter)(double*) const;
-        double typed;
-    } table[] = {{0, 1263, &CKxZStackData::GetStep, 0.33},
-                 {0, 1264, &CKxZStackData::GetBottom, 90.12},
-                 {3, 1267, &CKxZStackData::GetTop, 110.68},
-                 {2, 1265, &CKxZStackData::GetTop, 110.68}};
+    const std::tuple<int, int, int (CKxZStackData::*)(double*) const, double> table[] = {
+        {0, 1263, &CKxZStackData::GetStep, 0.33},
+        {0, 1264, &CKxZStackData::GetBottom, 90.12},
+        {3, 1267, &CKxZStackData::GetTop, 110.68},
+        {2, 1265, &CKxZStackData::GetTop, 110.68}};
     for (const auto& [type, edit, getter, typed] : table) {
-        SCOPED_TRACE(CallText("leave", edit, type));
         SetFocus(parent.Window());
         Set(type, type == 2 ? 100.1 : 100, type == 2 ? 89.522 : 90.123, 110.678);
         record.SetStep(0.333);
         panel.UpdateGUI(3);
-        double before = 0, now = 0;
+        double before = 0, passed = 0, now = 0;
         (record.*getter)(&before);
         SetFocus(Item(edit));
         Type(L"\t");
-        (record.*getter)(&now);
-        EXPECT_EQ(now, before);
+        (record.*getter)(&passed);
         SetFocus(Item(edit));
         SendMessageW(Item(edit), EM_SETSEL, 0, -1);
-        Type(Shown(edit) + L"\t");
+        Type(TextOf(Item(edit)) + L"\t");
         (record.*getter)(&now);
-        EXPECT_NEAR(now, typed, 0.0015) << "typing the same is typing";
-        EXPECT_NE(now, before);
+        EXPECT_EQ(passed, before) << edit;
+        EXPECT_TRUE(std::abs(now - typed) < 0.0015 && now != before) << edit << ": typing the same is typing";
     }
 }
 
 TEST_F(ZStackPanel, AsksForZ) {
     Make(true);
-    // Of the bar with the magnified stack, near its bottom.
-    const auto clickScale = [this] {
-        const RECT edit = RectInParent(Item(IDC_ZS_EDIT_BOTTOM));
-        Click(panel.GetHandle(), static_cast<int>(edit.right) + 40, static_cast<int>(edit.bottom) * 97 / 100);
-    };
     for (const int edit : {IDC_ZS_EDIT_TOP, IDC_ZS_EDIT_MIDDLE, IDC_ZS_EDIT_BOTTOM, IDC_ZS_EDIT_ABOVE})
         DoubleClick(Item(edit), 20, 8);
-    SetFocus(Item(IDC_ZS_EDIT_TOP));
-    EXPECT_EQ(heard.Take(), "Move(520) Move(500) Changed(3) Shown(0)") << "the last field is left";
-    Type(L" 7");
-    EXPECT_EQ(heard.Take(), "Move(520)");
-    EXPECT_EQ(Shown(IDC_ZS_EDIT_TOP), L"520.00") << "a field that nobody validates takes nothing";
-    clickScale();
-    EXPECT_TRUE(heard.Take().starts_with("Move(49"));
+    // The last field is left; one that nobody validates takes nothing. The bar with the magnified stack, near its
+    // bottom.
+    const RECT edit = RectInParent(Item(IDC_ZS_EDIT_BOTTOM));
+    Play({{[&] { SetFocus(Item(IDC_ZS_EDIT_TOP)); }, "Move(520) Move(500) Changed(3) Shown(0)"},
+          {[&] { Type(L" 7"), heard.Text(Shown(IDC_ZS_EDIT_TOP)); }, "Move(520) 520.00"}});
+    Click(panel.GetHandle(), static_cast<int>(edit.right) + 40, static_cast<int>(edit.bottom) * 97 / 100);
+    EXPECT_TRUE(See().starts_with("Move(49"));
 }
 
 TEST_F(ZStackPanel, SendsThePiezoHome) {
     Make(true);
     const HWND piezo = Item(IDC_ZS_PIEZO);
     const int arrow = 58;
-    SetFocus(Item(IDC_ZS_DEVICE));
-    Key(VK_DOWN);
-    Click(piezo, 10, 8);
-    EXPECT_EQ(heard.Take(), "Changed(3) Shown(1) Shown(1) GoHome(0)");
-    for (const WPARAM key : {WPARAM{VK_DOWN}, WPARAM{VK_DOWN}, WPARAM{VK_RETURN}})
-        PostMessageW(panel.GetHandle(), WM_KEYDOWN, key, 0);  // for the menu's loop
-    SendMessageW(piezo, WM_LBUTTONDOWN, 0, MAKELPARAM(arrow, 8));
-    Click(piezo, 10, 8);
-    panel.SetPiezoPickerMode(CKxDevUI_ZStack::PiezoHome, CKxDevUI_ZStack::PiezoPickerFixed);
-    Click(piezo, arrow, 8);
-    EXPECT_EQ(heard.Take(), "Changed(3) Shown(1) Picked(1, 0) GoHome(1) GoHome(1) GoHome(0)");
-    std::wstring command = L"GOHOMEKEEP", unknown = L"gohome";
-    for (wchar_t* const name : {command.data(), unknown.data(), static_cast<wchar_t*>(nullptr)})
-        EXPECT_EQ(panel.CustomCommand(CKxDevUI_ZStack::CommandByName, 0, name), name == command.data());
-    EXPECT_EQ(heard.Take(), "GoHome(1)");
+    // The keys are for the menu's loop.
+    const auto pick = [&] {
+        for (const WPARAM key : {WPARAM{VK_DOWN}, WPARAM{VK_DOWN}, WPARAM{VK_RETURN}})
+            PostMessageW(panel.GetHandle(), WM_KEYDOWN, key, 0);
+        SendMessageW(piezo, WM_LBUTTONDOWN, 0, MAKELPARAM(arrow, 8));
+    };
+    const auto fix = [&] { panel.SetPiezoPickerMode(CKxDevUI_ZStack::PiezoHome, CKxDevUI_ZStack::PiezoPickerFixed); };
+    const auto command = [&](std::wstring name) {
+        return panel.CustomCommand(CKxDevUI_ZStack::CommandByName, 0, name.empty() ? nullptr : name.data());
+    };
+    Play({{[&] { SetFocus(Item(IDC_ZS_DEVICE)), Key(VK_DOWN), Click(piezo, 10, 8); },
+           "Changed(3) Shown(1) Shown(1) GoHome(0)"},
+          {[&] { pick(), Click(piezo, 10, 8); }, "Changed(3) Shown(1) Picked(1, 0) GoHome(1) GoHome(1)"},
+          {[&] { fix(), Click(piezo, arrow, 8); }, "GoHome(0)"},
+          {[&] { EXPECT_TRUE(command(L"GOHOMEKEEP") && !command(L"gohome") && !command(L"")); }, "GoHome(1)"}});
 }
 
 }  // namespace

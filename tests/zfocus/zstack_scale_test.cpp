@@ -1,27 +1,19 @@
 // The Z scale's rules: where positions lie, which planes are told apart, what a click means; and where the question's
 // parts stand.
-#include <gtest/gtest.h>
-
+#include <controls/control_test.h>
 #include <kxdevui/zfocus/yesnokeep_layout.h>
 #include <kxdevui/zfocus/zstack_scale.h>
-
-#include <limits>
-#include <sstream>
 
 namespace {
 
 using namespace kx::zstack;
 
 TEST(ZScale, DrawsOneTickAPlaneAndFewerWhereTheyAreDense) {
-    const double infinity = std::numeric_limits<double>::infinity();
-    const struct {
-        double first, pitch;
-        unsigned planes;
-        std::vector<int> rows;
-    } table[] = {{0, 10, 3, {100, 90, 80}}, {0, 0.25, 81, {100, 95, 90, 85, 80}},
-                 {-20, 10, 4, {100, 90}},   {-1e9, 10, 4'000'000'000u, {100, 90, 80, 70, 60, 50, 40, 30, 20, 10, 0}},
-                 {50, 0, 1, {50}},          {0, infinity, 3, {}},
-                 {0, -10, 3, {100}}};
+    const std::tuple<double, double, unsigned, std::vector<int>> table[] = {
+        {0, 10, 3, {100, 90, 80}}, {0, 0.25, 81, {100, 95, 90, 85, 80}},
+        {-20, 10, 4, {100, 90}},   {-1e9, 10, 4'000'000'000u, {100, 90, 80, 70, 60, 50, 40, 30, 20, 10, 0}},
+        {50, 0, 1, {50}},          {0, kx::test::kInf, 3, {}},
+        {0, -10, 3, {100}}};
     for (const auto& [first, pitch, planes, rows] : table) {
         ScaleValues values;
         values.firstPlane = first, values.pitch = pitch, values.planes = planes;
@@ -33,25 +25,20 @@ TEST(ZScale, TakesAClickForTheMarkNearToIt) {
     const ScaleValues values{
         .rangeMin = 0, .rangeMax = 100, .top = 80.4, .bottom = 20, .home = {}, .z = {}, .firstPlane = {}};
     const Axis axis{{-10, 110}, 0, 1200};
-    for (const auto& [row, z] : {std::pair{296, 80.4},
-                                 {293, 80.4},
-                                 {292, 80.8},
-                                 {900, 20},
-                                 {500, 60},
-                                 {97, 100},
-                                 {20, 100},
-                                 {1190, 0},
-                                 {-50, 100},
-                                 {5000, 0}})
+    const std::pair<int, double> rows[] = {{296, 80.4}, {293, 80.4}, {292, 80.8}, {900, 20},  {500, 60},
+                                           {97, 100},   {20, 100},   {1190, 0},   {-50, 100}, {5000, 0}};
+    for (const auto& [row, z] : rows)
         EXPECT_EQ(ClickedZ(values, axis, row, 3), z) << row;
     EXPECT_EQ(ClickedZ({}, axis, 500, 3), std::nullopt) << "nobody knows where the device may go";
 }
 
 TEST(ZScale, KeepsLabelsApart) {
-    for (auto [tops, spread] : {std::pair<std::vector<int>, std::vector<int>>{{5, 50, 90}, {5, 50, 90}},
-                                {{-7, 0, 50}, {0, 10, 50}},
-                                {{40, 42, 45}, {40, 50, 60}},
-                                {{88, 95, 97}, {70, 80, 90}}}) {
+    using Tops = std::vector<int>;
+    const std::pair<Tops, Tops> rows[] = {{{5, 50, 90}, {5, 50, 90}},
+                                          {{-7, 0, 50}, {0, 10, 50}},
+                                          {{40, 42, 45}, {40, 50, 60}},
+                                          {{88, 95, 97}, {70, 80, 90}}};
+    for (auto [tops, spread] : rows) {
         SpreadLabels(tops, 10, 0, 100);
         EXPECT_EQ(tops, spread);
     }
