@@ -12,13 +12,7 @@ namespace kx::test {
 namespace {
 
 BITMAPINFOHEADER Header(LONG width, LONG height) {
-    BITMAPINFOHEADER header{};
-    header.biSize = sizeof(header);
-    header.biWidth = width;
-    header.biHeight = -height;
-    header.biPlanes = 1;
-    header.biBitCount = 32;
-    return header;
+    return {sizeof(BITMAPINFOHEADER), width, -height, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
 }
 
 // 0x00RRGGBB as a COLORREF, and the other way round.
@@ -37,8 +31,7 @@ bool IsLight(std::uint32_t color) {
 
 // WM_PRINT cannot be relied on to draw the children, so each window is asked by itself, the lowest first.
 void PrintTree(HWND window, HDC dc, POINT at) {
-    RECT client{};
-    GetClientRect(window, &client);
+    const RECT client = ClientOf(window);
     const kx::ui::SavedDC saved(dc);
     SetViewportOrgEx(dc, at.x, at.y, nullptr);
     IntersectClipRect(dc, 0, 0, client.right, client.bottom);
@@ -57,8 +50,7 @@ void PrintTree(HWND window, HDC dc, POINT at) {
 }  // namespace
 
 Picture::Picture(const RECT& area, const std::function<void(HDC)>& draw) {
-    BITMAPINFO info{};
-    info.bmiHeader = Header(area.right - area.left, area.bottom - area.top);
+    const BITMAPINFO info{Header(area.right - area.left, area.bottom - area.top), {}};
     void* bits = nullptr;
     const kx::ui::MemoryDC dc(CreateCompatibleDC(nullptr));
     const kx::ui::Bitmap bitmap(CreateDIBSection(dc.get(), &info, DIB_RGB_COLORS, &bits, nullptr, 0));
@@ -79,22 +71,13 @@ Picture Picture::Printed(HWND window) {
     return {ClientOf(window), [window](HDC dc) { PrintTree(window, dc, {0, 0}); }};
 }
 
-Picture Picture::OnScreen(HWND window) {
+Picture Picture::OnScreen(HWND window, bool withFrame) {
     RedrawWindow(window, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
-    return {ClientOf(window), [window](HDC dc) {
+    RECT area = ClientOf(window);
+    if (withFrame) GetWindowRect(window, &area);
+    return {area, [&](HDC dc) {
                 // The children's pixels are part of what is seen, whatever the window's own clipping.
-                const HDC screen = GetDCEx(window, nullptr, DCX_CACHE);
-                BitBlt(dc, 0, 0, 32767, 32767, screen, 0, 0, SRCCOPY);
-                ReleaseDC(window, screen);
-            }};
-}
-
-Picture Picture::WithFrame(HWND window) {
-    RedrawWindow(window, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
-    RECT area{};
-    GetWindowRect(window, &area);
-    return {area, [window](HDC dc) {
-                const HDC screen = GetDCEx(window, nullptr, DCX_CACHE | DCX_WINDOW);
+                const HDC screen = GetDCEx(window, nullptr, DCX_CACHE | (withFrame ? DCX_WINDOW : 0));
                 BitBlt(dc, 0, 0, 32767, 32767, screen, 0, 0, SRCCOPY);
                 ReleaseDC(window, screen);
             }};
@@ -102,8 +85,7 @@ Picture Picture::WithFrame(HWND window) {
 
 COLORREF Picture::Pixel(int x, int y) const {
     if (x < 0 || y < 0 || x >= width_ || y >= height_) return CLR_INVALID;
-    const std::uint32_t pixel = pixels_[static_cast<size_t>(y) * static_cast<size_t>(width_) + static_cast<size_t>(x)];
-    return Swapped(pixel);
+    return Swapped(pixels_[static_cast<size_t>(y) * static_cast<size_t>(width_) + static_cast<size_t>(x)]);
 }
 
 int Picture::Differences(const Picture& other) const {

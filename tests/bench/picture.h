@@ -19,10 +19,8 @@ public:
     // The client area as WM_PRINTCLIENT draws it, the visible children in it likewise.
     static Picture Printed(HWND window);
 
-    // The client area as it is on the screen, after painting what is due. Nothing may cover it.
-    static Picture OnScreen(HWND window);
-    // All of the window, frame and title too.
-    static Picture WithFrame(HWND window);
+    // The client area, or all of the window, as it is on the screen, after painting what is due. Nothing may cover it.
+    static Picture OnScreen(HWND window, bool withFrame = false);
 
     int Width() const { return width_; }
     int Height() const { return height_; }

@@ -3,16 +3,7 @@
 namespace kx::test {
 
 std::string NameOf(UINT message) {
-    // clang-format off
-    static constexpr struct { UINT message; const char* name; } names[] = {
-        {WM_COMMAND, "WM_COMMAND"}, {WM_NOTIFY, "WM_NOTIFY"}, {WM_HSCROLL, "WM_HSCROLL"}, {WM_VSCROLL, "WM_VSCROLL"},
-        {WM_DRAWITEM, "WM_DRAWITEM"}, {WM_SETTEXT, "WM_SETTEXT"}, {WM_SIZE, "WM_SIZE"}, {WM_SETFOCUS, "WM_SETFOCUS"},
-        {WM_MOUSEMOVE, "WM_MOUSEMOVE"}, {WM_LBUTTONDOWN, "WM_LBUTTONDOWN"}, {WM_LBUTTONUP, "WM_LBUTTONUP"},
-        {WM_MOUSEWHEEL, "WM_MOUSEWHEEL"}, {WM_PAINT, "WM_PAINT"}, {WM_SYSCOLORCHANGE, "WM_SYSCOLORCHANGE"},
-    };
-    // clang-format on
-    for (const auto& known : names)
-        if (known.message == message) return known.name;
+    if (message == WM_COMMAND) return "WM_COMMAND";
     std::ostringstream out;
     out << "0x" << std::hex << std::uppercase << message;
     return out.str();

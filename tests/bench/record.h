@@ -21,7 +21,7 @@ namespace kx::test {
 // UTF-16 as UTF-8, for reports.
 std::string Narrow(std::wstring_view text);
 
-// "WM_COMMAND", or the number of a message that has no well-known name.
+// "WM_COMMAND"; of any other message the number, "0x4E".
 std::string NameOf(UINT message);
 
 // One thing the host was told: a message or, when message is 0, a line of text.
@@ -30,7 +30,7 @@ struct Entry {
     WPARAM wParam = 0;
     LPARAM lParam = 0;  // as it came: what it points to is gone
     // How it reads: of WM_COMMAND and the scroll messages both halves, and the id of the window they come from, or what
-    // they tell instead (small numbers pass for windows), "7:768#7"; the name of any other message.
+    // they tell instead (small numbers pass for windows), "7:768#7"; the number of any other message.
     std::string text;
 };
 
