@@ -5,13 +5,8 @@
 #include <kxbaseui/kx_svgstring.h>
 #include <kxdevui/framework/ui_gdi.h>
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <cstdint>
-#include <string>
-#include <utility>
-#include <vector>
 
 namespace {
 

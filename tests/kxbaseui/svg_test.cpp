@@ -1,14 +1,11 @@
 // The renderer of images: areas known in closed form, what of XML and SVG is taken and what refused.
+#include <bench/bench.h>
 #include <kxbaseui/kx_path.h>
 #include <kxbaseui/kx_svg.h>
 #include <kxbaseui/kx_xml.h>
 
-#include <gtest/gtest.h>
-
 #include <cmath>
 #include <numbers>
-#include <string>
-#include <vector>
 
 namespace {
 
