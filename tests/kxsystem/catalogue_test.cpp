@@ -1,10 +1,5 @@
+#include <bench/bench.h>
 #include <kxsystem/kx_catalogue.h>
-
-#include <gtest/gtest.h>
-
-#include <string>
-#include <utility>
-#include <vector>
 
 using namespace std::string_literals;
 
