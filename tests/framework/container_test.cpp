@@ -1,7 +1,5 @@
 // The container: what it makes of windows and templates, and what its host hears.
 #include <bench/bench.h>
-#include <bench/script.h>
-#include <bench/window.h>
 #include <kxbaseui/kx_colors.h>
 #include <kxdevui/framework/devgui.h>
 #include <kxdevui/framework/devgui_container.h>
@@ -9,11 +7,7 @@
 
 #include <commctrl.h>
 
-#include <functional>
 #include <list>
-#include <memory>
-#include <string>
-#include <utility>
 
 namespace {
 
@@ -186,26 +180,12 @@ TEST_F(Container, WaitingEndsWithTheWindow) {
     EXPECT_TRUE(PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE));
 }
 
-// Counts what a window is told to paint.
-class PaintCount {
-public:
-    explicit PaintCount(HWND window) : m_window(window) {
-        SetWindowSubclass(window, Procedure, 1, reinterpret_cast<DWORD_PTR>(this));
-    }
-    ~PaintCount() { RemoveWindowSubclass(m_window, Procedure, 1); }
-    PaintCount(const PaintCount&) = delete;
-    PaintCount& operator=(const PaintCount&) = delete;
-    int paints = 0;
-
-private:
-    static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
-                                      DWORD_PTR own) {
-        auto& count = *reinterpret_cast<PaintCount*>(own);
-        count.paints += message == WM_PAINT;
-        return DefSubclassProc(window, message, wParam, lParam);
-    }
-    HWND m_window;
-};
+// How often windows of which it is a subclass are told to paint.
+int s_paints = 0;
+LRESULT CALLBACK CountPaints(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR, DWORD_PTR) {
+    s_paints += message == WM_PAINT;
+    return DefSubclassProc(window, message, wParam, lParam);
+}
 
 // A themed child asks for its background by the message that asks for a picture.
 TEST_F(Container, TellsAChildsQuestionFromAPicture) {
@@ -213,7 +193,7 @@ TEST_F(Container, TellsAChildsQuestionFromAPicture) {
     const HWND asking = AddChild(panel, L"STATIC", 1, {20, 30, 80, 90}),
                filling = AddChild(panel, L"STATIC", 2, {0, 0, 200, 200});
     Pump();
-    PaintCount count(filling);
+    SetWindowSubclass(filling, CountPaints, 1, 0);
     const kx::ui::WindowDC asked(asking), own(panel);
     const auto print = [&](HDC dc, POINT origin, LPARAM flags) {
         const kx::ui::Bitmap bitmap(CreateBitmap(120, 100, 1, 32, nullptr));
@@ -241,35 +221,27 @@ TEST_F(Container, TellsAChildsQuestionFromAPicture) {
         {"the window's own DC", own, {0, 0}, PRF_CLIENT, 1},
     };
     for (const auto& row : rows) {
-        count.paints = 0;
+        s_paints = 0;
         const COLORREF color = print(row.dc, row.origin, row.flags);
-        EXPECT_EQ(count.paints, row.painted) << row.what;
+        EXPECT_EQ(s_paints, row.painted) << row.what;
         EXPECT_EQ(color == KX_GetSysColor(COLOR_BTNFACE), !row.painted) << row.what;
     }
 }
 
-TEST_F(Container, HostsThePlatformsOwnDialogsWholeAndInParts) {
-    int hosted = 0;
-    ForEachPlatformDialog([&](const std::wstring& name, HMODULE module) {
+// The old form of a template has its style elsewhere, and with it the bits that no child can have.
+TEST_F(Container, HostsTemplatesOfBothForms) {
+    for (const wchar_t* name : {L"TEST_DIALOG", L"OLD_DIALOG"}) {
         CKxDevUI_Container whole, left, right;
-        if (!whole.CreateFromDlg(parent.Window(), 3, 4, name.c_str(), module, false)) return;
-        ++hosted;
-        SIZE size{};
-        whole.GetWindowSize(&size);
-        const long half = size.cx / 2;
-        ASSERT_TRUE(left.CreateFromDlgPart(parent.Window(), 0, 0, half, size.cy, name.c_str(), module));
-        ASSERT_TRUE(right.CreateFromDlgPart(parent.Window(), half, 0, half, size.cy, name.c_str(), module));
-        for (CKxDevUI_Container* const each : {&whole, &left, &right}) {
-            std::size_t children = 0;
-            for (HWND child = GetWindow(*each, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT))
-                ++children;
-            EXPECT_EQ(each->GetWindows().size(), children) << Narrow(name);
-        }
-        whole.InsertDialog(0, 0, name.c_str(), module);
+        whole.CreateFromDlg(parent.Window(), 3, 4, name, nullptr, false);
+        left.CreateFromDlgPart(parent.Window(), 0, 0, 110, 400, name, nullptr);
+        right.CreateFromDlgPart(parent.Window(), 110, 0, 400, 400, name, nullptr);
+        EXPECT_EQ(CallText("", whole.GetWindows().size(), left.GetWindows().size(), right.GetWindows().size()),
+                  "(4, 3, 1)");
+        whole.InsertDialog(0, 0, name, nullptr);
+        EXPECT_EQ(whole.GetWindows().size(), 8u);
         const auto font = SendMessageW(whole.GetWindows().back(), WM_GETFONT, 0, 0);
-        EXPECT_TRUE(font == 0 || GetObjectType(reinterpret_cast<HGDIOBJ>(font)) == OBJ_FONT);
-    });
-    EXPECT_GE(hosted, 15);
+        EXPECT_EQ(GetObjectType(reinterpret_cast<HGDIOBJ>(font)), DWORD{OBJ_FONT}) << "the dialog's goes with it";
+    }
 }
 
 TEST_F(Container, AnswersAMissingTemplateWithNull) {

@@ -1,17 +1,9 @@
 // Containers that are dialogs: what they hear, how they end, in which language they come.
 #include <bench/bench.h>
-#include <bench/script.h>
-#include <bench/window.h>
 #include <kxdevui/framework/devgui.h>
 #include <kxdevui/framework/devgui_container.h>
 #include <kxdevui/framework/ui_resources.h>
 #include <kxsystem/kx_locale.h>
-
-#include <functional>
-#include <memory>
-#include <string>
-#include <utility>
-#include <vector>
 
 namespace {
 
@@ -121,9 +113,7 @@ TEST_F(Dialogs, ComeInTheUsersLanguage) {
     for (const auto& [id, expected] : rows) {
         CKxLocale::SetModuleLangId(id);
         MakeModeless(dialog);
-        wchar_t caption[20] = L"";
-        GetWindowTextW(dialog, caption, 20);
-        EXPECT_STREQ(caption, expected);
+        EXPECT_EQ(TextOf(dialog), expected);
         EXPECT_EQ(MakeModeless(dialog, L"ONLY_JAPANESE"), nullptr);
     }
 }

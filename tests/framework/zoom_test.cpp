@@ -1,15 +1,10 @@
 // What a zoom leaves of windows that were not made for it: the platform's controls.
 #include <bench/bench.h>
-#include <bench/window.h>
 #include <commctrl.h>
 #include <kxbaseui/kx_fonts.h>
 #include <kxbaseui/kx_layoutmanager.h>
 #include <kxdevui/framework/devgui.h>
 #include <kxdevui/framework/devgui_container.h>
-
-#include <functional>
-#include <string>
-#include <vector>
 
 namespace {
 
