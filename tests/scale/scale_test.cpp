@@ -1,18 +1,11 @@
 // The host's pages at the scale of their monitor, where every window stands as at 96 dpi with that zoom.
-#include <windows.h>
+#include <bench/bench.h>
 
 #include <array>
 #include <cstdlib>
 #include <cstring>
 #include <fstream>
-#include <functional>
-#include <memory>
-#include <ostream>
-#include <string>
-#include <utility>
-#include <vector>
 
-#include <gtest/gtest.h>
 #include <host/gallery_devices.h>
 #include <host/host_microscope.h>
 #include <host/pages/pages.h>
@@ -21,8 +14,6 @@
 #include <kxbaseui/kx_layoutmanager.h>
 
 namespace {
-
-constexpr wchar_t kClass[] = L"KxScaleTest";
 
 // Inside of a host's callback as well.
 std::function<void()> s_onZoom;
@@ -36,25 +27,13 @@ LRESULT CALLBACK HostProc(HWND window, UINT message, WPARAM wParam, LPARAM lPara
 HWND MakeHost() {
     WNDCLASSW description{};
     description.lpfnWndProc = HostProc;
-    description.hInstance = GetModuleHandleW(nullptr);
-    description.lpszClassName = kClass;
+    description.lpszClassName = L"KxScaleTest";
     RegisterClassW(&description);
-    return CreateWindowW(kClass, L"", WS_OVERLAPPEDWINDOW, 0, 0, 1000, 800, nullptr, nullptr, description.hInstance,
-                         nullptr);
+    return CreateWindowW(L"KxScaleTest", L"", WS_OVERLAPPEDWINDOW, 0, 0, 1000, 800, nullptr, nullptr, nullptr, nullptr);
 }
 
 // A window of a page: class and id, then its place in its parent, its size and the height of its font.
-struct Place {
-    std::string name;
-    std::array<long, 5> measures;
-    friend bool operator==(const Place&, const Place&) = default;
-};
-std::ostream& operator<<(std::ostream& out, const Place& place) {
-    out << place.name;
-    for (const long each : place.measures)
-        out << ' ' << each;
-    return out << '\n';
-}
+using Place = std::pair<std::string, std::array<long, 5>>;
 
 class PagesAtScale : public testing::Test {
 protected:
@@ -187,9 +166,10 @@ TEST_F(PagesAtScale, DifferByRoundingWhereTheyAreMade) {
     const auto made = Places();
     ASSERT_EQ(made.size(), brought.size());
     for (std::size_t i = 0; i < made.size(); ++i) {
-        if (made[i].name == "KxDevUI_Shutter 1704" || made[i].name == "Button 10200") continue;
-        for (std::size_t k = 0; k < made[i].measures.size(); ++k)
-            EXPECT_NEAR(made[i].measures[k], brought[i].measures[k], 1) << made[i] << brought[i];
+        const auto& [name, measures] = made[i];
+        if (name == "KxDevUI_Shutter 1704" || name == "Button 10200") continue;
+        for (std::size_t k = 0; k < measures.size(); ++k)
+            EXPECT_NEAR(measures[k], brought[i].second[k], 1) << name;
     }
 }
 
@@ -203,7 +183,7 @@ TEST_F(PagesAtScale, AreTheSameWhateverTheSystemsScaleIs) {
     std::ofstream file(name ? name : "NUL");
     file << GetDpiForSystem() << '\n';
     for (const Place& place : places)
-        file << place;
+        file << testing::PrintToString(place) << '\n';
 }
 
 }  // namespace
