@@ -8,8 +8,6 @@
 #include <algorithm>
 #include <limits>
 #include <sstream>
-#include <string>
-#include <utility>
 
 namespace {
 
