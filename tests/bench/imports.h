@@ -55,8 +55,6 @@ class WithoutStyles {
 public:
     explicit WithoutStyles(HWND told) : told_(told) { Tell(told_); }
     ~WithoutStyles() { import_.reset(), Tell(told_); }
-    WithoutStyles(const WithoutStyles&) = delete;
-    WithoutStyles& operator=(const WithoutStyles&) = delete;
 
 private:
     static void Tell(HWND window) {

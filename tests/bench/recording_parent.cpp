@@ -28,16 +28,6 @@ RecordingParent::RecordingParent(SIZE client) {
     UpdateWindow(window_);
 }
 
-RecordingParent::~RecordingParent() {
-    if (window_) DestroyWindow(window_);
-}
-
-void RecordingParent::Answer(UINT message, LRESULT value) {
-    replies_[message] = [value](WPARAM, LPARAM) { return value; };
-}
-
-void RecordingParent::Answer(UINT message, Reply reply) { replies_[message] = std::move(reply); }
-
 bool RecordingParent::IsWatched(UINT message, LPARAM lParam) const {
     // Controls with a visual style ask with every paint whether their parent draws: no news.
     if (message == WM_NOTIFY && lParam && reinterpret_cast<const NMHDR*>(lParam)->code == NM_CUSTOMDRAW) return false;
