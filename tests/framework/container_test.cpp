@@ -1,9 +1,12 @@
-// The container: what it makes of windows and templates, and what its host hears.
+// Containers, of windows and of dialogs: what they make of them, what they hear, how they end, in which language
+// they come.
 #include <bench/bench.h>
 #include <kxbaseui/kx_colors.h>
 #include <kxdevui/framework/devgui.h>
 #include <kxdevui/framework/devgui_container.h>
 #include <kxdevui/framework/ui_gdi.h>
+#include <kxdevui/framework/ui_resources.h>
+#include <kxsystem/kx_locale.h>
 
 #include <commctrl.h>
 
@@ -15,7 +18,7 @@ using namespace kx::test;
 
 constexpr int kButton = 7, kEdit = 8;
 
-// Writes down what it hears; makes a button and an edit, or what `act` does in a command.
+// Writes down what it hears, and does what `act` says in a command.
 class Panel : public CKxDevUI_Container {
 public:
     explicit Panel(Recorder& record) : m_record(record) {}
@@ -26,12 +29,14 @@ public:
 
 protected:
     LRESULT OnInit(UINT message, WPARAM, LPARAM) override {
-        m_record.Call("OnInit", message, m_hWnd != nullptr, m_width);
+        m_record.Call("OnInit", message, m_hWnd && m_width > 0, GetWindows().size());
         return initResult;
     }
+    LRESULT OnDestroy(UINT, WPARAM, LPARAM) override { return m_record.Call("OnDestroy"), 1; }
     LRESULT OnCommand(UINT message, WPARAM wParam, LPARAM lParam) override {
-        m_record.Call("OnCommand", LOWORD(wParam), HIWORD(wParam));
-        if (const auto action = act) return action(), 0;  // it may delete this object
+        const bool isClick = HIWORD(wParam) == BN_CLICKED;
+        if (isClick) m_record.Call("OnCommand", LOWORD(wParam));
+        if (const auto action = act; action && isClick) return action(), 0;  // it may delete this object
         return CKxDevUI_Container::OnCommand(message, wParam, lParam);
     }
     LRESULT OnScroll(UINT message, WPARAM wParam, LPARAM lParam, bool horizontal) override {
@@ -60,7 +65,7 @@ struct Container : testing::Test {
 
 TEST_F(Container, TakesSizesUnlessNegative) {
     ASSERT_TRUE(Make(panel, -1, 70));
-    EXPECT_EQ(Told(), "OnInit(1, true, 100)");
+    EXPECT_EQ(Told(), "OnInit(1, true, 0)");
     EXPECT_EQ(PlaceOf(panel), "5 6 100 70");
     const HWND first = panel;
     ASSERT_TRUE(Make(panel, 0, 20));
@@ -148,10 +153,10 @@ TEST_F(Container, ForwardsUnlessToldNotTo) {
     const HWND button = Add(L"BUTTON", kButton, {10, 10, 90, 40}), edit = Add(L"EDIT", kEdit, {10, 50, 90, 70});
     const auto send = [this](UINT message, WPARAM wParam) { SendMessageW(panel, message, wParam, 0); };
     Told();
-    Play({{[&] { Click(button, 10, 10); }, "OnCommand(7, 0) 7:0#7"},
+    Play({{[&] { Click(button, 10, 10); }, "OnCommand(7) 7:0#7"},
           {[&] { send(WM_HSCROLL, 3), send(WM_VSCROLL, 4); }, "OnScroll(true) 3:0=0 OnScroll(false) 4:0=0"},
-          {[&] { panel.Init(false), Click(button, 10, 10), send(WM_HSCROLL, 3); }, "OnCommand(7, 0) OnScroll(true)"},
-          {[&] { panel.Init(true), Click(edit, 5, 5); }, "OnCommand(8, 256) 8:256#8"},
+          {[&] { panel.Init(false), Click(button, 10, 10), send(WM_HSCROLL, 3); }, "OnCommand(7) OnScroll(true)"},
+          {[&] { panel.Init(true), Click(edit, 5, 5); }, "8:256#8"},
           // The focus that is lost is not told of.
           {[&] { panel.Destroy(); }, ""}},
          [this] { return Told(); });
@@ -253,6 +258,112 @@ TEST_F(Container, AnswersAMissingTemplateWithNull) {
         panel.InsertDialog(0, 0, name, nullptr);
     }
     EXPECT_TRUE(before && panel == before && IsWindow(before)) << "the window of before stays";
+}
+
+// ---- Dialogs -------------------------------------------------------------------------------------------------------
+
+struct Dialogs : testing::Test {
+    Dialogs() { CKxLocale::SetModuleLangId(0x0409); }
+    ~Dialogs() override { CKxLocale::SetModuleLangId(0); }
+    HWND MakeModeless(CKxDevUI_Container& made, const wchar_t* name = L"TEST_DIALOG") {
+        return made.CreateFromDlg(parent.Window(), 30, 40, name, module, false);
+    }
+    // Presses a button in it.
+    INT_PTR RunModal(Panel& made) {
+        const ModalAnswer answer([](HWND window) { PressButton(window, 7); });
+        return reinterpret_cast<INT_PTR>(made.CreateFromDlg(parent.Window(), 0, 0, L"TEST_DIALOG", module, true));
+    }
+    std::string Told() { return parent.Record().Take(); }
+
+    const HMODULE module = GetModuleHandleW(nullptr);
+    RecordingParent parent;
+    Panel dialog{parent.Record()};
+};
+
+TEST_F(Dialogs, ModelessTakesItsControlsAndHandlesItsCommands) {
+    ASSERT_TRUE(MakeModeless(dialog));
+    EXPECT_EQ(Told(), "OnInit(272, true, 0)");
+    EXPECT_EQ(dialog.GetWindows().size(), 4u);
+    EXPECT_TRUE(GetWindowLongW(dialog, GWL_EXSTYLE) & WS_EX_CONTROLPARENT);
+    EXPECT_EQ(PlaceOf(dialog).substr(0, 6), "30 40 ");
+    ShowWindow(dialog, SW_SHOW);
+    Play({{[&] { Click(dialog.GetWindow(7), 5, 5); }, "OnCommand(7)"},
+          {[&] { dialog.Init(true), Click(dialog.GetWindow(7), 5, 5); }, "OnCommand(7) 7:0#7"},
+          {[&] { Click(dialog.GetWindow(8), 5, 5), dialog.Destroy(); }, "8:256#8 OnDestroy()"}},
+         [this] { return Told(); });
+}
+
+TEST_F(Dialogs, APartKeepsThePlaceOfItsControls) {
+    CKxDevUI_Container whole, placeholder, successor;
+    MakeModeless(whole);
+    const RECT button = RectInParent(whole.GetWindow(7));
+    dialog.SetId(55);
+    dialog.SetVisible(false);
+    ASSERT_TRUE(
+        dialog.CreateFromDlgPart(parent.Window(), button.left + 5, button.top - 2, 300, 299, L"TEST_DIALOG", module));
+    EXPECT_EQ(dialog.GetWindows().size(), 1u) << "the straddling button alone";
+    EXPECT_EQ(PlaceOf(dialog.GetWindow(7)).substr(0, 5), "-5 2 ");
+    EXPECT_EQ(GetDlgCtrlID(dialog), 55);
+    EXPECT_TRUE(PlaceOf(dialog).ends_with(" 300 299"));
+    EXPECT_TRUE(dialog.GetVisible() && IsWindowVisible(dialog));
+
+    // In the place of another one, which is directly behind it in the tab order.
+    placeholder.Create(parent.Window(), 0, 0, 40, 40, true, true);
+    ASSERT_TRUE(successor.CreateFromDlgPart(parent.Window(), &placeholder, L"TEST_DIALOG", module));
+    EXPECT_EQ(GetWindow(successor, GW_HWNDNEXT), placeholder);
+    EXPECT_EQ(PlaceOf(successor), "0 0 40 40");
+}
+
+TEST_F(Dialogs, ModalReturnsWhatEndedIt) {
+    for (const int result : {5, 0, -1, 7}) {
+        dialog.act = [&] {
+            dialog.Quit(result);
+            dialog.Quit(result);  // one end
+            dialog.SetTitle(L"late");
+        };
+        EXPECT_EQ(RunModal(dialog), result);
+        EXPECT_EQ(Told(), "OnInit(272, true, 4) OnCommand(7) OnDestroy()");
+        EXPECT_EQ(HWND{dialog}, nullptr);
+        dialog.Quit(3);
+    }
+}
+
+TEST_F(Dialogs, MayDeleteThemselves) {
+    for (const bool modal : {false, true}) {
+        auto mortal = std::make_unique<Panel>(parent.Record());
+        mortal->act = [&] { mortal.reset(); };
+        modal ? void(RunModal(*mortal)) : void(MakeModeless(*mortal));
+        if (mortal) SendMessageW(mortal->GetWindow(7), BM_CLICK, 0, 0);
+        EXPECT_FALSE(mortal);
+    }
+}
+
+TEST_F(Dialogs, ComeInTheUsersLanguage) {
+    const std::pair<WORD, const wchar_t*> rows[] = {{0x0407, L"Deutsch"}, {0x0C07, L"Deutsch"}, {0x040C, L"English"}};
+    for (const auto& [id, expected] : rows) {
+        CKxLocale::SetModuleLangId(id);
+        MakeModeless(dialog);
+        EXPECT_EQ(TextOf(dialog), expected);
+        EXPECT_EQ(MakeModeless(dialog, L"ONLY_JAPANESE"), nullptr);
+    }
+}
+
+TEST(TemplateLanguage, IsChosenByTheLibrary) {
+    const std::vector<LANGID> all{0x0409, 0x0407, 0x0C0A, 0x0000}, few{0x0411, 0x0407}, none;
+    const struct {
+        const std::vector<LANGID>& available;
+        LANGID current, fallback;
+        int expected;
+    } rows[] = {
+        {all, 0x040A, 0x0409, 2},   // another sort of Spanish
+        {all, 0x0411, 0x0409, 0},   // the fallback
+        {all, 0x0411, 0x0412, 3},   // neither: that of no language
+        {few, 0x0410, 0x0409, -1},  // a Japanese text is no answer to Italian
+        {few, 0x0410, 0x0807, 1},  {none, 0x0409, 0x0409, -1},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(kx::ui::ChooseLanguage(row.available, row.current, row.fallback), row.expected)
+            << "row " << &row - rows;
 }
 
 }  // namespace

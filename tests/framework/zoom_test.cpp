@@ -17,10 +17,6 @@ bool IsClass(HWND window, const wchar_t* name) {
     return _wcsicmp(own, name) == 0;
 }
 
-void SetFont(HWND window, double zoom) {
-    SendMessageW(window, WM_SETFONT, reinterpret_cast<WPARAM>(KX_GetDefaultGuiFontZoom(zoom)), FALSE);
-}
-
 bool IsDropDown(HWND window) {
     return (IsClass(window, WC_COMBOBOXW) || IsClass(window, WC_COMBOBOXEXW)) &&
            (GetWindowLongW(window, GWL_STYLE) & 3) != CBS_SIMPLE;
@@ -130,10 +126,10 @@ protected:
         m_panel.Create(m_parent.Window(), 0, 0, 700, 600, true, true);
     }
     ~PlatformZoom() override { Manager::SetGuiZoom(1); }
-    HWND Add(const Control& control, double zoom = 1) {
+    HWND Add(const Control& control) {
         const RECT place{Manager::Zoomed(11), Manager::Zoomed(13), Manager::Zoomed(154), Manager::Zoomed(114)};
         const HWND window = AddChild(m_panel, control.name, 0, place, control.style, L"text");
-        SetFont(window, zoom);
+        Say(window, WM_SETFONT, reinterpret_cast<WPARAM>(KX_GetDefaultGuiFont()), FALSE);
         if (control.prepare) control.prepare(window);
         m_panel.InsertWindow(window);
         return window;
