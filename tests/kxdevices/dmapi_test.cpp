@@ -112,27 +112,23 @@ TEST(SimulatedDevices, TakeTimeStopAndFail) {
                                                       SKxSimFilterChangerKind{});
     wheel.SetSpeed(100);
     listener.record.Clear();
-    const auto stand = [&] {
-        long position = -1;
-        const bool known = wheel.GetPosition(position);
-        EXPECT_EQ(known, position >= 0);
-        return position;
-    };
+    // State and position afterwards.
     const auto pass = [&](unsigned milliseconds) {
         clock.Pass(milliseconds);
         microscope.Tick();
-        return wheel.GetDeviceState();
+        long position = -1;
+        const bool known = wheel.GetPosition(position);
+        EXPECT_EQ(known, position >= 0);
+        return std::pair(wheel.GetDeviceState(), position);
     };
-    EXPECT_EQ(stand(), 0);
+    EXPECT_EQ(pass(0), std::pair(eKxDeviceState_Ready, 0L));
     EXPECT_FALSE(wheel.MoveTo(-1) || wheel.MoveTo(8));
     const auto told = CallText("told", wheel.GetLogDevId(), EKxDeviceChange::Position);
     // The shorter way round.
     for (const auto& [target, duration] : {std::pair{3L, 300u}, {7L, 400u}, {0L, 100u}, {0L, 100u}}) {
         EXPECT_TRUE(wheel.MoveTo(target));
-        EXPECT_EQ(pass(duration - 1), eKxDeviceState_Moving);
-        EXPECT_EQ(stand(), -1);
-        EXPECT_EQ(pass(1), eKxDeviceState_Ready);
-        EXPECT_EQ(stand(), target);
+        EXPECT_EQ(pass(duration - 1), std::pair(eKxDeviceState_Moving, -1L));
+        EXPECT_EQ(pass(1), std::pair(eKxDeviceState_Ready, target));
         microscope.Tick();
         EXPECT_EQ(listener.record.Take(), told + " " + told);
     }
@@ -145,11 +141,10 @@ TEST(SimulatedDevices, TakeTimeStopAndFail) {
     EXPECT_EQ(seen, eKxDeviceState_Unknown);
     CKxDeviceRegistry::RemoveListener(asking);
     EXPECT_EQ(listener.record.Take(), told + " " + told);
-    EXPECT_EQ(pass(1000), eKxDeviceState_Unknown);
-    EXPECT_EQ(stand(), -1);
+    EXPECT_EQ(pass(1000), std::pair(eKxDeviceState_Unknown, -1L));
     microscope.SetFails(true);
     wheel.MoveTo(5);
-    EXPECT_EQ(pass(1000), eKxDeviceState_Faulty);
+    EXPECT_EQ(pass(1000).first, eKxDeviceState_Faulty);
 }
 
 TEST(SimulatedDevices, DrivesGoOverADistanceWithinTheirRange) {
