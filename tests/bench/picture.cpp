@@ -103,34 +103,26 @@ int Picture::Count(COLORREF color) const {
 
 RECT Picture::Difference(const Picture& other) const {
     RECT box{};
-    for (int y = 0; y < height_; ++y) {
-        for (int x = 0; x < width_; ++x) {
-            const RECT pixel{x, y, x + 1, y + 1};
-            const auto at = static_cast<size_t>(y) * static_cast<size_t>(width_) + static_cast<size_t>(x);
-            if (pixels_[at] != other.pixels_[at]) UnionRect(&box, &box, &pixel);
-        }
+    for (size_t i = 0; i < pixels_.size(); ++i) {
+        const LONG x = static_cast<LONG>(i) % width_, y = static_cast<LONG>(i) / width_;
+        const RECT pixel{x, y, x + 1, y + 1};
+        if (pixels_[i] != other.pixels_[i]) UnionRect(&box, &box, &pixel);
     }
     return box;
 }
 
 std::string Picture::WhereLight(bool linesAreLight) const {
     for (const SIZE least : linesAreLight ? std::vector{SIZE{12, 12}} : std::vector{SIZE{6, 6}, {24, 1}, {1, 24}}) {
-        const RECT light = LightArea(least);
-        if (!IsRectEmpty(&light)) return "light at " + std::to_string(light.left) + "," + std::to_string(light.top);
-    }
-    return {};
-}
-
-// The first rectangle of at least this size in which everything is light; empty when there is none.
-RECT Picture::LightArea(SIZE least) const {
-    std::vector<int> above(static_cast<size_t>(width_));  // how many light pixels end here, downwards
-    for (int y = 0; y < height_; ++y) {
-        const auto row = pixels_.begin() + static_cast<std::ptrdiff_t>(y) * width_;
-        for (int x = 0, wide = 0; x < width_; ++x) {
-            int& high = above[static_cast<size_t>(x)];
-            high = IsLight(row[x]) ? high + 1 : 0;
-            wide = high >= least.cy ? wide + 1 : 0;
-            if (wide >= least.cx) return {x - wide + 1, y - least.cy + 1, x + 1, y + 1};
+        std::vector<int> above(static_cast<size_t>(width_));  // how many light pixels end here, downwards
+        for (int y = 0; y < height_; ++y) {
+            const auto row = pixels_.begin() + static_cast<std::ptrdiff_t>(y) * width_;
+            for (int x = 0, wide = 0; x < width_; ++x) {
+                int& high = above[static_cast<size_t>(x)];
+                high = IsLight(row[x]) ? high + 1 : 0;
+                wide = high >= least.cy ? wide + 1 : 0;
+                if (wide >= least.cx)
+                    return "light at " + std::to_string(x - wide + 1) + "," + std::to_string(y - least.cy + 1);
+            }
         }
     }
     return {};
@@ -156,10 +148,8 @@ void Picture::Save(const std::string& name) const {
 
     const BITMAPINFOHEADER info = Header(width_, height_);
     const auto bytes = static_cast<DWORD>(pixels_.size() * sizeof(pixels_[0]));
-    BITMAPFILEHEADER file{};
-    file.bfType = 0x4D42;
-    file.bfOffBits = sizeof(file) + sizeof(info);
-    file.bfSize = file.bfOffBits + bytes;
+    constexpr DWORD headers = sizeof(BITMAPFILEHEADER) + sizeof(BITMAPINFOHEADER);
+    const BITMAPFILEHEADER file{0x4D42, headers + bytes, 0, 0, headers};
     std::ofstream out(std::string(folder) + "/" + name + ".bmp", std::ios::binary);
     out.write(reinterpret_cast<const char*>(&file), sizeof(file));
     out.write(reinterpret_cast<const char*>(&info), sizeof(info));

@@ -47,8 +47,6 @@ private:
     // An area of this size as it is drawn into the DC of an empty bitmap; nothing where it is empty.
     Picture(const RECT& area, const std::function<void(HDC)>& draw);
 
-    RECT LightArea(SIZE least) const;
-
     int width_ = 0;
     int height_ = 0;
     std::vector<std::uint32_t> pixels_;  // 0x00RRGGBB, from the top

@@ -24,13 +24,13 @@ void Recorder::Message(UINT message, WPARAM wParam, LPARAM lParam) {
         text = std::to_string(LOWORD(wParam)) + ":" + std::to_string(HIWORD(wParam)) +
                (lParam > 0xFFFF && IsWindow(from) ? "#" + std::to_string(GetDlgCtrlID(from))
                                                   : "=" + std::to_string(lParam));
-    entries_.push_back({message, wParam, lParam, std::move(text)});
+    entries_.push_back(std::move(text));
 }
 
 std::string Recorder::Take() {
     std::string row;
-    for (const Entry& entry : std::exchange(entries_, {}))
-        row += (row.empty() ? "" : " ") + entry.text;
+    for (const std::string& entry : std::exchange(entries_, {}))
+        row += (row.empty() ? "" : " ") + entry;
     return row;
 }
 

@@ -103,7 +103,7 @@ private:
         Control().told = nullptr;
         Control().Destroy();
         const auto& told = Parent().Record().Entries();
-        if (!told.empty()) return "the parent was told while the control was being destroyed: " + told.front().text;
+        if (!told.empty()) return "the parent was told while the control was being destroyed: " + told.front();
         if (GetWindow(Parent().Window(), GW_CHILD)) return "a window is left in the parent";
         return Control().Check();
     }
