@@ -11,21 +11,17 @@ namespace {
 using namespace kx::test;
 using Manager = CKxGUILayoutManager;
 
-bool IsClass(HWND window, const wchar_t* name) {
-    wchar_t own[64] = L"";
-    GetClassNameW(window, own, 64);
-    return _wcsicmp(own, name) == 0;
-}
-
-bool IsDropDown(HWND window) {
-    return (IsClass(window, WC_COMBOBOXW) || IsClass(window, WC_COMBOBOXEXW)) &&
-           (GetWindowLongW(window, GWL_STYLE) & 3) != CBS_SIMPLE;
+std::wstring ClassOf(HWND window) {
+    wchar_t name[64] = L"";
+    GetClassNameW(window, name, 64);
+    return name;
 }
 
 // With its list open; 0 for what has none.
-long ListHeight(HWND combo) {
+long ListHeight(HWND window) {
     RECT list{};
-    if (IsDropDown(combo)) SendMessageW(combo, CB_GETDROPPEDCONTROLRECT, 0, reinterpret_cast<LPARAM>(&list));
+    if (ClassOf(window).starts_with(WC_COMBOBOXW) && (GetWindowLongW(window, GWL_STYLE) & 3) != CBS_SIMPLE)
+        SendMessageW(window, CB_GETDROPPEDCONTROLRECT, 0, reinterpret_cast<LPARAM>(&list));
     return list.bottom - list.top;
 }
 
@@ -41,11 +37,9 @@ std::string Measures(HWND window) {
                     {WC_EDITW, EM_GETMARGINS, 0},
                     {WC_LISTVIEWW, LVM_GETCOLUMNWIDTH, 0},
                     {WC_TREEVIEWW, TVM_GETITEMHEIGHT, 0}};
-    wchar_t name[64] = L"";
-    GetClassNameW(window, name, 64);
-    std::string all = Narrow(name) + ": " + PlaceOf(window);
+    std::string all = Narrow(ClassOf(window)) + ": " + PlaceOf(window);
     for (const auto& [of, message, wParam] : measures)
-        if (IsClass(window, of)) all += " | " + std::to_string(SendMessageW(window, message, wParam, 0));
+        if (ClassOf(window) == of) all += " | " + std::to_string(SendMessageW(window, message, wParam, 0));
     return all + " | " + std::to_string(ListHeight(window));
 }
 

@@ -13,10 +13,8 @@ namespace {
 using namespace kx::test;
 using Pool = CKxBitmapPool;
 
-CKxStringA Square(const char* color) {
-    CKxStringA svg("<svg viewBox='0 0 10 10'><rect width='10' height='10' fill='#FFE600'/></svg>");
-    EXPECT_EQ(CKxSvgStringAPI::ReplaceString(svg, "#FFE600", color), 1);
-    return svg;
+CKxStringA Square(const std::string& color) {
+    return CKxStringA("<svg viewBox='0 0 10 10'><rect width='10' height='10' fill='" + color + "'/></svg>");
 }
 
 // An empty pool and a white board to draw on.

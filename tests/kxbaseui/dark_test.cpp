@@ -205,16 +205,10 @@ INSTANTIATE_TEST_SUITE_P(Schemes, DarkWindows, testing::Values(eKxColorScheme_Da
 // ---- What the system asks for --------------------------------------------------------------------------------------
 
 TEST(SystemScheme, IsWhatTheSettingsAskFor) {
-    const struct {
-        SKxSystemColorSettings settings;
-        EKxColorScheme scheme;
-    } rows[] = {{{false, {}}, eKxColorScheme_Light},
-                {{false, true}, eKxColorScheme_Light},
-                {{false, false}, eKxColorScheme_Dark},
-                {{true, true}, eKxColorScheme_HighContrast},
-                {{true, false}, eKxColorScheme_HighContrast}};
-    for (const auto& row : rows)
-        EXPECT_EQ(KX_SchemeForSettings(row.settings), row.scheme);
+    for (const std::optional<bool> light : {std::optional<bool>{}, {true}, {false}}) {
+        EXPECT_EQ(KX_SchemeForSettings({true, light}), eKxColorScheme_HighContrast);
+        EXPECT_EQ(KX_SchemeForSettings({false, light}), light == false ? eKxColorScheme_Dark : eKxColorScheme_Light);
+    }
 }
 
 TEST(SystemScheme, IsFollowedUntilOneIsChosen) {

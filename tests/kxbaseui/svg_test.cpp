@@ -14,13 +14,11 @@ using namespace std::string_literals;
 
 constexpr double c_pi = std::numbers::pi;
 
-double Alpha(std::uint32_t pixel) { return (pixel >> 24) / 255.0; }
-
 // The covered area in pixels.
 double Area(const Image& image) {
     double area = 0;
     for (const std::uint32_t pixel : image.pixels)
-        area += Alpha(pixel);
+        area += (pixel >> 24) / 255.0;
     return area;
 }
 

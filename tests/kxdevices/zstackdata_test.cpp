@@ -174,17 +174,6 @@ TEST(ZStackData, CountsPlanesFromTheEndThatIsKept) {
     EXPECT_EQ(record.GetPlane(4, &plane), eKxZStack_NotSet);
 }
 
-TEST(ZStackData, LeavesOutputsAloneWhereThereIsNothing) {
-    CKxZStackData record;
-    unsigned device = 7;
-    double limit = 7;
-    EXPECT_EQ(record.GetZDevice(&device) + record.GetZRangeMin(&limit) + record.GetZPosition(&limit),
-              eKxZStack_NotSet + 2 * eKxZStack_NoDevice);
-    EXPECT_EQ(device + limit, 14) << "outputs are left alone";
-    for (const auto& [low, high] : {std::pair{5.0, 4.0}, {NaN, 4.0}, {0.0, None}})
-        EXPECT_EQ(record.AddZDevice(low, high, &device), eKxZStack_Invalid);
-}
-
 TEST(ZStackData, SuggestsTheNyquistStep) {
     struct Optics {
         double aperture, index, wavelength, step;  // a step of None: refused
@@ -203,7 +192,7 @@ TEST(ZStackData, SuggestsTheNyquistStep) {
     }
 }
 
-TEST(ZStackData, GivesItsStatusWithoutAnOutput) {
+TEST(ZStackData, LeavesOutputsAloneAndGivesItsStatusWithoutOne) {
     CKxZStackData empty, full;
     full.AddZDevice(0, 1000, nullptr);
     full.SetZDevice(0);
@@ -216,6 +205,13 @@ TEST(ZStackData, GivesItsStatusWithoutAnOutput) {
         EXPECT_TRUE((empty.*getter)(nullptr) != 0 && (full.*getter)(nullptr) == 0);
     EXPECT_EQ(empty.GetCount(nullptr) + empty.GetZDevice(nullptr), 2 * eKxZStack_NotSet);
     EXPECT_EQ(full.GetCount(nullptr) + full.GetZDevice(nullptr) + full.GetType(nullptr) + full.GetPlane(0, nullptr), 0);
+    unsigned device = 7;
+    double limit = 7;
+    EXPECT_EQ(empty.GetZDevice(&device) + empty.GetZRangeMin(&limit) + empty.GetZPosition(&limit),
+              eKxZStack_NotSet + 2 * eKxZStack_NoDevice);
+    EXPECT_EQ(device + limit, 14) << "outputs are left alone";
+    for (const auto& [low, high] : {std::pair{5.0, 4.0}, {NaN, 4.0}, {0.0, None}})
+        EXPECT_EQ(empty.AddZDevice(low, high, &device), eKxZStack_Invalid);
 }
 
 TEST(ZStackData, ComparesWhatMakesTheSeries) {

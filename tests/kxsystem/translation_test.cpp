@@ -79,7 +79,6 @@ TEST_F(Translation, FaultyCataloguesAreLogged) {
     EXPECT_FALSE(KX_AddCatalogue(LANG_DANISH, nullptr, 100));
     EXPECT_FALSE(Add(LANG_NEUTRAL, "msgid \"a\"\nmsgstr \"A\"\n"));
     ASSERT_EQ(m_log.size(), 5u);
-    EXPECT_TRUE(m_log[0].ends_with(L"0x06, line 4: a second entry for one text")) << testing::PrintToString(m_log[0]);
-    EXPECT_TRUE(m_log[1].ends_with(L"0x06 is refused, line 5: a text that is not closed"))
-        << testing::PrintToString(m_log[1]);
+    EXPECT_TRUE(m_log[0].ends_with(L"0x06, line 4: a second entry for one text")) << m_log[0];
+    EXPECT_TRUE(m_log[1].ends_with(L"0x06 is refused, line 5: a text that is not closed")) << m_log[1];
 }

@@ -15,6 +15,8 @@
 
 namespace {
 
+using kx::test::PlaceOf;
+
 // Inside of a host's callback as well.
 std::function<void()> s_onZoom;
 
@@ -109,10 +111,8 @@ TEST_F(PagesAtScale, FollowTheMonitorAndComeBack) {
     ASSERT_EQ(Places(), first);
 
     const RECT offered{30, 40, 1230, 1000};
-    RECT rect{};
     Send(144, &offered);
-    GetWindowRect(host_, &rect);
-    EXPECT_TRUE(EqualRect(&rect, &offered));
+    EXPECT_EQ(PlaceOf(host_), "30 40 1200 960");
     EXPECT_EQ(Places(), zoomed);
     EXPECT_EQ(CKxGUILayoutManager::GetGuiZoom(), 1.5);
     EXPECT_EQ(CKxGUILayoutManager::GetUserZoom(), 1.0);
@@ -130,12 +130,10 @@ TEST_F(PagesAtScale, FollowTheMonitorAndComeBack) {
 TEST_F(PagesAtScale, TakeNothingOfWhatIsNoScale) {
     const auto first = Places();
     const RECT offered{30, 40, 900, 700};
-    RECT before{}, after{};
-    GetWindowRect(host_, &before);
+    const std::string before = PlaceOf(host_);
     Send(0, &offered);
     Send(20000, &offered);
-    GetWindowRect(host_, &after);
-    EXPECT_TRUE(EqualRect(&before, &after));
+    EXPECT_EQ(PlaceOf(host_), before);
     EXPECT_EQ(Places(), first);
 
     Send(480, nullptr);
