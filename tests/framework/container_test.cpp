@@ -29,7 +29,8 @@ public:
 
 protected:
     LRESULT OnInit(UINT message, WPARAM, LPARAM) override {
-        m_record.Call("OnInit", message, m_hWnd && m_width > 0, GetWindows().size());
+        const RECT rect = RectInParent(m_hWnd);
+        m_record.Call("OnInit", message, m_width == rect.right - rect.left, GetWindows().size());
         return initResult;
     }
     LRESULT OnDestroy(UINT, WPARAM, LPARAM) override { return m_record.Call("OnDestroy"), 1; }
@@ -262,7 +263,7 @@ TEST_F(Container, AnswersAMissingTemplateWithNull) {
 
 // ---- Dialogs -------------------------------------------------------------------------------------------------------
 
-struct Dialogs : testing::Test {
+struct Dialogs : Container {
     Dialogs() { CKxLocale::SetModuleLangId(0x0409); }
     ~Dialogs() override { CKxLocale::SetModuleLangId(0); }
     HWND MakeModeless(CKxDevUI_Container& made, const wchar_t* name = L"TEST_DIALOG") {
@@ -273,11 +274,9 @@ struct Dialogs : testing::Test {
         const ModalAnswer answer([](HWND window) { PressButton(window, 7); });
         return reinterpret_cast<INT_PTR>(made.CreateFromDlg(parent.Window(), 0, 0, L"TEST_DIALOG", module, true));
     }
-    std::string Told() { return parent.Record().Take(); }
 
     const HMODULE module = GetModuleHandleW(nullptr);
-    RecordingParent parent;
-    Panel dialog{parent.Record()};
+    Panel& dialog = panel;
 };
 
 TEST_F(Dialogs, ModelessTakesItsControlsAndHandlesItsCommands) {

@@ -15,8 +15,6 @@
 
 namespace {
 
-using kx::test::PlaceOf;
-
 // Inside of a host's callback as well.
 std::function<void()> s_onZoom;
 
@@ -112,7 +110,7 @@ TEST_F(PagesAtScale, FollowTheMonitorAndComeBack) {
 
     const RECT offered{30, 40, 1230, 1000};
     Send(144, &offered);
-    EXPECT_EQ(PlaceOf(host_), "30 40 1200 960");
+    EXPECT_EQ(kx::test::PlaceOf(host_), "30 40 1200 960");
     EXPECT_EQ(Places(), zoomed);
     EXPECT_EQ(CKxGUILayoutManager::GetGuiZoom(), 1.5);
     EXPECT_EQ(CKxGUILayoutManager::GetUserZoom(), 1.0);
@@ -130,10 +128,10 @@ TEST_F(PagesAtScale, FollowTheMonitorAndComeBack) {
 TEST_F(PagesAtScale, TakeNothingOfWhatIsNoScale) {
     const auto first = Places();
     const RECT offered{30, 40, 900, 700};
-    const std::string before = PlaceOf(host_);
+    const std::string before = kx::test::PlaceOf(host_);
     Send(0, &offered);
     Send(20000, &offered);
-    EXPECT_EQ(PlaceOf(host_), before);
+    EXPECT_EQ(kx::test::PlaceOf(host_), before);
     EXPECT_EQ(Places(), first);
 
     Send(480, nullptr);
