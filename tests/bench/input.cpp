@@ -183,7 +183,7 @@ void Type(std::wstring_view text) {
             continue;
         }
         // As characters, not as keys: what a key types depends on the machine's keyboard.
-        for (const DWORD up : {0, KEYEVENTF_KEYUP})
+        for (const DWORD up : {DWORD{0}, DWORD{KEYEVENTF_KEYUP}})
             SendKey(0, static_cast<WORD>(character), KEYEVENTF_UNICODE | up);
     }
 }

@@ -248,6 +248,9 @@ TEST_F(Container, HostsTemplatesOfBothForms) {
         const auto font = SendMessageW(whole.GetWindows().back(), WM_GETFONT, 0, 0);
         EXPECT_EQ(GetObjectType(reinterpret_cast<HGDIOBJ>(font)), DWORD{OBJ_FONT}) << "the dialog's goes with it";
     }
+    const HMODULE other = GetModuleHandleW(L"kxdevui.dll");
+    EXPECT_TRUE(panel.CreateFromDlg(parent.Window(), 0, 0, L"YESNOKEEPDLG", other, false));
+    EXPECT_TRUE(panel.CreateFromDlgPart(parent.Window(), 0, 0, 9, 9, L"YESNOKEEPDLG", other));
 }
 
 TEST_F(Container, AnswersAMissingTemplateWithNull) {

@@ -65,7 +65,6 @@ number s/if (!fraction \&\& (c == L'\.' || c == L','))/if (c == L',' \&\& fracti
 number s/if (m_point + m_exponent > 0)/if (m_exponent > 0)/
 catalogue /void TakeString/,/^    }/s/if (m_rest.empty() || m_rest.front() == '\\n')/if (m_rest.empty()) return; else if (m_rest.front() == '\\n')/
 catalogue s/if (length == 0 || length > text.size())/if (length == 0)/
-catalogue s/m_rest\.remove_prefix(3);/m_rest.remove_prefix(4);/
 svg s/return std::clamp(at, 0\.0, static_cast<double>(m_width));/return m_width < 0 ? 0 : at;/
 svg s/255 - (above >> 24)/255/
 svg s/ || ++around\.depth > SvgLimits::Depth//

@@ -93,14 +93,12 @@ TEST_F(BitmapPool, KeepsWithinItsBounds) {
 TEST_F(BitmapPool, RefusesWhatCannotBeDrawn) {
     const std::vector<std::uint32_t> blank = Pixels();
     constexpr LONG end = 0x7FFFFFFF;
-    const RECT places[] = {{0, 0, 0, 9}, {0, 0, 9, 0}, {9, 0, 0, 9}, {0, 0, 1025, 9}, {-end, 0, end, 9}};
-    for (const RECT& place : places)
+    for (const RECT& place : {RECT{0, 0, 0, 9}, {0, 0, 9, 0}, {9, 0, 0, 9}, {0, 0, 1025, 9}, {-end, 0, end, 9}})
         EXPECT_FALSE(Draw(Square("red"), place));
     EXPECT_FALSE(Pool::DrawSVGImage(nullptr, Square("red"), c_all));
     for (const char* svg : {"", "<svg", "<svg><path d='M'/></svg>", "\xFF"})
         EXPECT_FALSE(Draw(svg));
-    const wchar_t* const names[] = {L"", L"NOSUCHIMAGE", nullptr, MAKEINTRESOURCEW(3)};
-    for (const wchar_t* name : names) {
+    for (const wchar_t* name : std::vector<const wchar_t*>{L"", L"NOSUCHIMAGE", nullptr, MAKEINTRESOURCEW(3)}) {
         CKxStringA svg("kept");
         EXPECT_EQ(Pool::AddImageBaseUI(name), Pool::NoImage);
         EXPECT_FALSE(Pool::LoadSVGBaseUI(name, svg));

@@ -239,9 +239,8 @@ TEST(Svg, MalformedDrawsNothing) {
                                "<g transform='turn(2)'/>", "<use id='u' href='#u'/>", "<g id='u'><use href='#u'/></g>"})
         refuses(Svg(whole + faulty));
     Image image;
-    const int sizes[][2] = {{0, 9}, {9, 0}, {-1, 9}, {1025, 9}, {9, 1'000'000}};
-    for (const auto& size : sizes)
-        EXPECT_FALSE(Render(Svg(whole), size[0], size[1], {}, nullptr, image));
+    for (const auto& [width, height] : {std::pair{0, 9}, {9, 0}, {-1, 9}, {1025, 9}, {9, 1'000'000}})
+        EXPECT_FALSE(Render(Svg(whole), width, height, {}, nullptr, image));
 }
 
 }  // namespace

@@ -9,6 +9,8 @@
 
 #include <cstring>
 
+#include "manifest.h"
+
 namespace {
 
 using namespace kx::test;
@@ -150,7 +152,7 @@ TEST_F(Buttons, AreClassicWhereTheStyleCannotBeDrawn) {
 TEST(PluginStyles, AreThoseOfItsFirstWindow) {
     ACTCTXW description{};
     description.cbSize = sizeof description;
-    description.lpSource = KX_STYLES_MANIFEST;
+    description.lpSource = kStylesManifest;
     const HANDLE manifest = CreateActCtxW(&description);
     ULONG_PTR cookie = 0;
     ASSERT_TRUE(ActivateActCtx(manifest, &cookie)) << GetLastError();
