@@ -9,7 +9,11 @@
 //         Click(button, 20, 10);
 //         EXPECT_EQ(parent.Record().Take(), "7:0#7");
 //     }
+//
+// With it come <functional>, <map>, <memory>, <string>, <utility> and <vector>.
 #pragma once
+
+#include <memory>
 
 #include <bench/record.h>            // what a host was told, compared with what was expected
 #include <bench/recording_parent.h>  // a window that records and answers messages
@@ -17,6 +21,8 @@
 #include <bench/modal_answer.h>      // answers dialogs and message boxes
 #include <bench/counters.h>          // growth of GDI objects, windows and heap
 #include <bench/picture.h>           // what a window looks like
+#include <bench/script.h>            // a test as a table of steps
+#include <bench/window.h>            // windows beside the control, and where windows stand
 
 namespace kx::test {
 

@@ -68,8 +68,6 @@ public:
         for (const Modifier& each : all)
             if (modifiers_ & each.flag) SendKey(each.key, true);
     }
-    Held(const Held&) = delete;
-    Held& operator=(const Held&) = delete;
 
 private:
     struct Modifier {
@@ -180,15 +178,13 @@ void Key(WORD virtualKey, UINT modifiers) {
 
 void Type(std::wstring_view text) {
     for (const wchar_t character : text) {
-        switch (character) {
-        case L'\n': Key(VK_RETURN); break;
-        case L'\t': Key(VK_TAB); break;
-        case L'\b': Key(VK_BACK); break;
-        default:
-            // As characters, not as keys: what a key types depends on the machine's keyboard.
-            SendKey(0, static_cast<WORD>(character), KEYEVENTF_UNICODE);
-            SendKey(0, static_cast<WORD>(character), KEYEVENTF_UNICODE | KEYEVENTF_KEYUP);
+        if (character == L'\n' || character == L'\t' || character == L'\b') {
+            Key(character == L'\n' ? VK_RETURN : static_cast<WORD>(character));  // which have the codes of their keys
+            continue;
         }
+        // As characters, not as keys: what a key types depends on the machine's keyboard.
+        for (const DWORD up : {DWORD{0}, DWORD{KEYEVENTF_KEYUP}})
+            SendKey(0, static_cast<WORD>(character), KEYEVENTF_UNICODE | up);
     }
 }
 

@@ -6,27 +6,24 @@
 //     EXPECT_EQ(answer.Dialogs()[0].TextOf(0xFFFF), L"Delete?");
 //
 // The answer runs inside the dialog's own message loop, once per dialog, also for a dialog that an answer opens in
-// turn. A dialog that is still open after its answer fails the test and is cancelled, so that the test ends. Of several
-// objects, the youngest answers.
+// turn. A dialog that is still open after its answer fails the test and is cancelled, so that the test ends. There is
+// one such object at a time.
 #pragma once
 
 #include <windows.h>
 
 #include <functional>
 #include <map>
-#include <set>
 #include <string>
 #include <vector>
 
 namespace kx::test {
 
-// What a dialog showed when it opened.
+// What a dialog showed when it opened, by the ids of its controls. A message box has its text at 0xFFFF.
 struct DialogTexts {
-    std::wstring title;
-    std::map<int, std::wstring> controls;  // by their ids
-
-    // The text of the control with this id; empty when there is none. A message box has its text at 0xFFFF.
-    std::wstring TextOf(int id) const;
+    std::map<int, std::wstring> controls;
+    // Empty when there is none with this id.
+    std::wstring TextOf(int id) const { return controls.contains(id) ? controls.at(id) : L""; }
 };
 
 class ModalAnswer {
@@ -44,17 +41,13 @@ public:
 
 private:
     static LRESULT CALLBACK Hook(int code, WPARAM wParam, LPARAM lParam);
-    static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
-                                      DWORD_PTR self);
-    void Activated(HWND dialog);
+    static LRESULT CALLBACK Procedure(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR, DWORD_PTR);
     void Answer(HWND dialog);
 
     Action action_;
-    ModalAnswer* older_;
     HHOOK hook_;
-    HWND window_;
-    std::set<HWND> seen_;
     std::vector<DialogTexts> dialogs_;
+    static inline ModalAnswer* s_only = nullptr;
 };
 
 // Presses a dialog's button as a user does. Fails the test when the dialog has no such button or it is disabled.

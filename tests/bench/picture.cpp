@@ -12,13 +12,7 @@ namespace kx::test {
 namespace {
 
 BITMAPINFOHEADER Header(LONG width, LONG height) {
-    BITMAPINFOHEADER header{};
-    header.biSize = sizeof(header);
-    header.biWidth = width;
-    header.biHeight = -height;
-    header.biPlanes = 1;
-    header.biBitCount = 32;
-    return header;
+    return {sizeof(BITMAPINFOHEADER), width, -height, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
 }
 
 // 0x00RRGGBB as a COLORREF, and the other way round.
@@ -37,8 +31,7 @@ bool IsLight(std::uint32_t color) {
 
 // WM_PRINT cannot be relied on to draw the children, so each window is asked by itself, the lowest first.
 void PrintTree(HWND window, HDC dc, POINT at) {
-    RECT client{};
-    GetClientRect(window, &client);
+    const RECT client = ClientOf(window);
     const kx::ui::SavedDC saved(dc);
     SetViewportOrgEx(dc, at.x, at.y, nullptr);
     IntersectClipRect(dc, 0, 0, client.right, client.bottom);
@@ -57,8 +50,7 @@ void PrintTree(HWND window, HDC dc, POINT at) {
 }  // namespace
 
 Picture::Picture(const RECT& area, const std::function<void(HDC)>& draw) {
-    BITMAPINFO info{};
-    info.bmiHeader = Header(area.right - area.left, area.bottom - area.top);
+    const BITMAPINFO info{Header(area.right - area.left, area.bottom - area.top), {}};
     void* bits = nullptr;
     const kx::ui::MemoryDC dc(CreateCompatibleDC(nullptr));
     const kx::ui::Bitmap bitmap(CreateDIBSection(dc.get(), &info, DIB_RGB_COLORS, &bits, nullptr, 0));
@@ -79,22 +71,13 @@ Picture Picture::Printed(HWND window) {
     return {ClientOf(window), [window](HDC dc) { PrintTree(window, dc, {0, 0}); }};
 }
 
-Picture Picture::OnScreen(HWND window) {
+Picture Picture::OnScreen(HWND window, bool withFrame) {
     RedrawWindow(window, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
-    return {ClientOf(window), [window](HDC dc) {
+    RECT area = ClientOf(window);
+    if (withFrame) GetWindowRect(window, &area);
+    return {area, [&](HDC dc) {
                 // The children's pixels are part of what is seen, whatever the window's own clipping.
-                const HDC screen = GetDCEx(window, nullptr, DCX_CACHE);
-                BitBlt(dc, 0, 0, 32767, 32767, screen, 0, 0, SRCCOPY);
-                ReleaseDC(window, screen);
-            }};
-}
-
-Picture Picture::WithFrame(HWND window) {
-    RedrawWindow(window, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
-    RECT area{};
-    GetWindowRect(window, &area);
-    return {area, [window](HDC dc) {
-                const HDC screen = GetDCEx(window, nullptr, DCX_CACHE | DCX_WINDOW);
+                const HDC screen = GetDCEx(window, nullptr, DCX_CACHE | (withFrame ? DCX_WINDOW : 0));
                 BitBlt(dc, 0, 0, 32767, 32767, screen, 0, 0, SRCCOPY);
                 ReleaseDC(window, screen);
             }};
@@ -102,8 +85,7 @@ Picture Picture::WithFrame(HWND window) {
 
 COLORREF Picture::Pixel(int x, int y) const {
     if (x < 0 || y < 0 || x >= width_ || y >= height_) return CLR_INVALID;
-    const std::uint32_t pixel = pixels_[static_cast<size_t>(y) * static_cast<size_t>(width_) + static_cast<size_t>(x)];
-    return Swapped(pixel);
+    return Swapped(pixels_[static_cast<size_t>(y) * static_cast<size_t>(width_) + static_cast<size_t>(x)]);
 }
 
 int Picture::Differences(const Picture& other) const {
@@ -121,34 +103,26 @@ int Picture::Count(COLORREF color) const {
 
 RECT Picture::Difference(const Picture& other) const {
     RECT box{};
-    for (int y = 0; y < height_; ++y) {
-        for (int x = 0; x < width_; ++x) {
-            const RECT pixel{x, y, x + 1, y + 1};
-            const auto at = static_cast<size_t>(y) * static_cast<size_t>(width_) + static_cast<size_t>(x);
-            if (pixels_[at] != other.pixels_[at]) UnionRect(&box, &box, &pixel);
-        }
+    for (size_t i = 0; i < pixels_.size(); ++i) {
+        const LONG x = static_cast<LONG>(i) % width_, y = static_cast<LONG>(i) / width_;
+        const RECT pixel{x, y, x + 1, y + 1};
+        if (pixels_[i] != other.pixels_[i]) UnionRect(&box, &box, &pixel);
     }
     return box;
 }
 
 std::string Picture::WhereLight(bool linesAreLight) const {
     for (const SIZE least : linesAreLight ? std::vector{SIZE{12, 12}} : std::vector{SIZE{6, 6}, {24, 1}, {1, 24}}) {
-        const RECT light = LightArea(least);
-        if (!IsRectEmpty(&light)) return "light at " + std::to_string(light.left) + "," + std::to_string(light.top);
-    }
-    return {};
-}
-
-// The first rectangle of at least this size in which everything is light; empty when there is none.
-RECT Picture::LightArea(SIZE least) const {
-    std::vector<int> above(static_cast<size_t>(width_));  // how many light pixels end here, downwards
-    for (int y = 0; y < height_; ++y) {
-        const auto row = pixels_.begin() + static_cast<std::ptrdiff_t>(y) * width_;
-        for (int x = 0, wide = 0; x < width_; ++x) {
-            int& high = above[static_cast<size_t>(x)];
-            high = IsLight(row[x]) ? high + 1 : 0;
-            wide = high >= least.cy ? wide + 1 : 0;
-            if (wide >= least.cx) return {x - wide + 1, y - least.cy + 1, x + 1, y + 1};
+        std::vector<int> above(static_cast<size_t>(width_));  // how many light pixels end here, downwards
+        for (int y = 0; y < height_; ++y) {
+            const auto row = pixels_.begin() + static_cast<std::ptrdiff_t>(y) * width_;
+            for (int x = 0, wide = 0; x < width_; ++x) {
+                int& high = above[static_cast<size_t>(x)];
+                high = IsLight(row[x]) ? high + 1 : 0;
+                wide = high >= least.cy ? wide + 1 : 0;
+                if (wide >= least.cx)
+                    return "light at " + std::to_string(x - wide + 1) + "," + std::to_string(y - least.cy + 1);
+            }
         }
     }
     return {};
@@ -174,10 +148,8 @@ void Picture::Save(const std::string& name) const {
 
     const BITMAPINFOHEADER info = Header(width_, height_);
     const auto bytes = static_cast<DWORD>(pixels_.size() * sizeof(pixels_[0]));
-    BITMAPFILEHEADER file{};
-    file.bfType = 0x4D42;
-    file.bfOffBits = sizeof(file) + sizeof(info);
-    file.bfSize = file.bfOffBits + bytes;
+    constexpr DWORD headers = sizeof(BITMAPFILEHEADER) + sizeof(BITMAPINFOHEADER);
+    const BITMAPFILEHEADER file{0x4D42, headers + bytes, 0, 0, headers};
     std::ofstream out(std::string(folder) + "/" + name + ".bmp", std::ios::binary);
     out.write(reinterpret_cast<const char*>(&file), sizeof(file));
     out.write(reinterpret_cast<const char*>(&info), sizeof(info));

@@ -19,10 +19,8 @@ public:
     // The client area as WM_PRINTCLIENT draws it, the visible children in it likewise.
     static Picture Printed(HWND window);
 
-    // The client area as it is on the screen, after painting what is due. Nothing may cover it.
-    static Picture OnScreen(HWND window);
-    // All of the window, frame and title too.
-    static Picture WithFrame(HWND window);
+    // The client area, or all of the window, as it is on the screen, after painting what is due. Nothing may cover it.
+    static Picture OnScreen(HWND window, bool withFrame = false);
 
     int Width() const { return width_; }
     int Height() const { return height_; }
@@ -48,8 +46,6 @@ private:
     Picture() = default;
     // An area of this size as it is drawn into the DC of an empty bitmap; nothing where it is empty.
     Picture(const RECT& area, const std::function<void(HDC)>& draw);
-
-    RECT LightArea(SIZE least) const;
 
     int width_ = 0;
     int height_ = 0;

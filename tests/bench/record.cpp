@@ -3,16 +3,7 @@
 namespace kx::test {
 
 std::string NameOf(UINT message) {
-    // clang-format off
-    static constexpr struct { UINT message; const char* name; } names[] = {
-        {WM_COMMAND, "WM_COMMAND"}, {WM_NOTIFY, "WM_NOTIFY"}, {WM_HSCROLL, "WM_HSCROLL"}, {WM_VSCROLL, "WM_VSCROLL"},
-        {WM_DRAWITEM, "WM_DRAWITEM"}, {WM_SETTEXT, "WM_SETTEXT"}, {WM_SIZE, "WM_SIZE"}, {WM_SETFOCUS, "WM_SETFOCUS"},
-        {WM_MOUSEMOVE, "WM_MOUSEMOVE"}, {WM_LBUTTONDOWN, "WM_LBUTTONDOWN"}, {WM_LBUTTONUP, "WM_LBUTTONUP"},
-        {WM_MOUSEWHEEL, "WM_MOUSEWHEEL"}, {WM_PAINT, "WM_PAINT"}, {WM_SYSCOLORCHANGE, "WM_SYSCOLORCHANGE"},
-    };
-    // clang-format on
-    for (const auto& known : names)
-        if (known.message == message) return known.name;
+    if (message == WM_COMMAND) return "WM_COMMAND";
     std::ostringstream out;
     out << "0x" << std::hex << std::uppercase << message;
     return out.str();
@@ -33,13 +24,13 @@ void Recorder::Message(UINT message, WPARAM wParam, LPARAM lParam) {
         text = std::to_string(LOWORD(wParam)) + ":" + std::to_string(HIWORD(wParam)) +
                (lParam > 0xFFFF && IsWindow(from) ? "#" + std::to_string(GetDlgCtrlID(from))
                                                   : "=" + std::to_string(lParam));
-    entries_.push_back({message, wParam, lParam, std::move(text)});
+    entries_.push_back(std::move(text));
 }
 
 std::string Recorder::Take() {
     std::string row;
-    for (const Entry& entry : std::exchange(entries_, {}))
-        row += (row.empty() ? "" : " ") + entry.text;
+    for (const std::string& entry : std::exchange(entries_, {}))
+        row += (row.empty() ? "" : " ") + entry;
     return row;
 }
 

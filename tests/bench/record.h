@@ -21,18 +21,8 @@ namespace kx::test {
 // UTF-16 as UTF-8, for reports.
 std::string Narrow(std::wstring_view text);
 
-// "WM_COMMAND", or the number of a message that has no well-known name.
+// "WM_COMMAND"; of any other message the number, "0x4E".
 std::string NameOf(UINT message);
-
-// One thing the host was told: a message or, when message is 0, a line of text.
-struct Entry {
-    UINT message = 0;
-    WPARAM wParam = 0;
-    LPARAM lParam = 0;  // as it came: what it points to is gone
-    // How it reads: of WM_COMMAND and the scroll messages both halves, and the id of the window they come from, or what
-    // they tell instead (small numbers pass for windows), "7:768#7"; the name of any other message.
-    std::string text;
-};
 
 // "Name(1, 2.5, true, "text")": how a callback is written down.
 template <class... Arguments>
@@ -62,8 +52,10 @@ public:
     Recorder(const Recorder&) = delete;
     Recorder& operator=(const Recorder&) = delete;
 
+    // Of WM_COMMAND and the scroll messages both halves, and the id of the window they come from, or what they tell
+    // instead (small numbers pass for windows), "7:768#7"; the number of any other message.
     void Message(UINT message, WPARAM wParam, LPARAM lParam);
-    void Text(std::string text) { entries_.push_back({0, 0, 0, std::move(text)}); }
+    void Text(std::string text) { entries_.push_back(std::move(text)); }
 
     // Writes down a callback: record.Call("OnCommand", id).
     template <class... Arguments>
@@ -71,13 +63,13 @@ public:
         Text(CallText(name, arguments...));
     }
 
-    const std::vector<Entry>& Entries() const { return entries_; }
+    const std::vector<std::string>& Entries() const { return entries_; }
     void Clear() { entries_.clear(); }
     // All of it in one row, which it empties: "SetTop(70, 0) Changed(3)".
     std::string Take();
 
 private:
-    std::vector<Entry> entries_;
+    std::vector<std::string> entries_;
 };
 
 }  // namespace kx::test

@@ -7,7 +7,6 @@ namespace kx::test {
 RecordingParent::RecordingParent(SIZE client) {
     WNDCLASSW windowClass{};
     windowClass.lpfnWndProc = Procedure;
-    windowClass.hInstance = GetModuleHandleW(nullptr);
     windowClass.hCursor = LoadCursorW(nullptr, IDC_ARROW);
     windowClass.hbrBackground = GetSysColorBrush(COLOR_BTNFACE);
     windowClass.lpszClassName = L"KxRecordingParent";
@@ -17,8 +16,7 @@ RecordingParent::RecordingParent(SIZE client) {
     RECT frame{0, 0, client.cx, client.cy};
     AdjustWindowRectEx(&frame, style, FALSE, WS_EX_CONTROLPARENT);
     window_ = CreateWindowExW(WS_EX_CONTROLPARENT, windowClass.lpszClassName, L"Test", style, 20, 20,
-                              frame.right - frame.left, frame.bottom - frame.top, nullptr, nullptr,
-                              windowClass.hInstance, this);
+                              frame.right - frame.left, frame.bottom - frame.top, nullptr, nullptr, nullptr, this);
     if (!window_) {
         ADD_FAILURE() << "the parent window could not be made: error " << GetLastError();
         return;
@@ -27,16 +25,6 @@ RecordingParent::RecordingParent(SIZE client) {
     SetForegroundWindow(window_);
     UpdateWindow(window_);
 }
-
-RecordingParent::~RecordingParent() {
-    if (window_) DestroyWindow(window_);
-}
-
-void RecordingParent::Answer(UINT message, LRESULT value) {
-    replies_[message] = [value](WPARAM, LPARAM) { return value; };
-}
-
-void RecordingParent::Answer(UINT message, Reply reply) { replies_[message] = std::move(reply); }
 
 bool RecordingParent::IsWatched(UINT message, LPARAM lParam) const {
     // Controls with a visual style ask with every paint whether their parent draws: no news.

@@ -22,16 +22,18 @@ public:
     using Reply = std::function<LRESULT(WPARAM wParam, LPARAM lParam)>;
 
     explicit RecordingParent(SIZE client = {640, 480});
-    ~RecordingParent();
-    RecordingParent(const RecordingParent&) = delete;
-    RecordingParent& operator=(const RecordingParent&) = delete;
+    ~RecordingParent() {
+        if (window_) DestroyWindow(window_);
+    }
 
     HWND Window() const { return window_; }
     Recorder& Record() { return record_; }
 
     // A message that has no answer goes to the default procedure.
-    void Answer(UINT message, LRESULT value);
-    void Answer(UINT message, Reply reply);
+    void Answer(UINT message, Reply reply) { replies_[message] = std::move(reply); }
+    void Answer(UINT message, LRESULT value) {
+        replies_[message] = [value](WPARAM, LPARAM) { return value; };
+    }
 
     // More or fewer messages to record.
     void Watch(UINT message) { watched_.insert(message); }

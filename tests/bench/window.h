@@ -4,7 +4,6 @@
 #include <windows.h>
 
 #include <string>
-#include <vector>
 
 namespace kx::test {
 
@@ -29,24 +28,6 @@ inline std::wstring TextOf(HWND window) {
     std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(window)), L'\0');
     GetWindowTextW(window, text.data(), static_cast<int>(text.size()) + 1);
     return text;
-}
-
-// Dialogs that nobody wrote for this library: calls with the name, "#12" for a numbered one, and the module of each.
-template <class Call>
-void ForEachPlatformDialog(Call call) {
-    const auto append = [](HMODULE, const wchar_t*, wchar_t* name, LONG_PTR list) -> BOOL {
-        reinterpret_cast<std::vector<std::wstring>*>(list)->push_back(
-            IS_INTRESOURCE(name) ? L"#" + std::to_wstring(reinterpret_cast<ULONG_PTR>(name)) : name);
-        return TRUE;
-    };
-    for (const wchar_t* file : {L"comdlg32.dll", L"shell32.dll", L"comctl32.dll", L"wininet.dll", L"cryptui.dll"}) {
-        const HMODULE module = LoadLibraryExW(file, nullptr, LOAD_LIBRARY_AS_DATAFILE);
-        std::vector<std::wstring> names;
-        if (module) EnumResourceNamesW(module, RT_DIALOG, append, reinterpret_cast<LONG_PTR>(&names));
-        for (const std::wstring& name : names)
-            call(name, module);
-        if (module) FreeLibrary(module);
-    }
 }
 
 }  // namespace kx::test

@@ -2,9 +2,6 @@
 #include <bench/bench.h>
 #include <bench/grave.h>
 
-#include <memory>
-#include <vector>
-
 namespace {
 
 using namespace kx::test;
@@ -40,6 +37,36 @@ TEST(Grave, SeesATouchAndTheProgramGoesOn) {
     EXPECT_EQ(*dead, 5);
     EXPECT_NE(TakeTouch().find("byte 0 of a dead object is read by"), std::string::npos);
     EXPECT_EQ(TakeTouch(), "");
+}
+
+// ---- Deliberate faults, by which scripts/heap-check sees that the platform's heap checks find them ----
+
+// Of the platform, not of the language: the compiler would see the fault and refuse it.
+volatile char* Block() { return static_cast<volatile char*>(HeapAlloc(GetProcessHeap(), 0, 21)); }
+void Free(volatile char* block) { HeapFree(GetProcessHeap(), 0, const_cast<char*>(block)); }
+
+// With its heap broken, the process would not come to its end by itself.
+class HeapProbe : public testing::Test {
+protected:
+    void TearDown() override { TerminateProcess(GetCurrentProcess(), 0); }
+    volatile char* const block = Block();
+};
+
+TEST_F(HeapProbe, DISABLED_Overrun) {
+    block[21] = 7;
+    Free(block);
+}
+
+TEST_F(HeapProbe, DISABLED_UseAfterFree) {
+    Free(block);
+    block[9] = 3;
+    for (int i = 0; i < 100; ++i)
+        Free(Block());
+}
+
+TEST_F(HeapProbe, DISABLED_DoubleFree) {
+    Free(block);
+    Free(block);
 }
 
 }  // namespace

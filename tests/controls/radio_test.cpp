@@ -90,6 +90,10 @@ TEST_F(Radio, AnswersByIndexAndText) {
     group.SetValueName(1, L"8x8");
     EXPECT_EQ(group.GetIndex(L"8x8"), 1);
     EXPECT_EQ(group.InsertValue(1.0, 0), -1);
+    // Somebody types in another window.
+    const RecordingParent other;
+    SetFocus(AddChild(other.Window(), L"EDIT", 9, {0, 0, 50, 20}));
+    Play({{[&] { group.SetSelection(0); }, "0 of 101, at 9: 40:1025#85"}});
 }
 
 TEST_F(Radio, SaysThatOneHasToBeChosen) {

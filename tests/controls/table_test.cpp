@@ -137,6 +137,7 @@ TEST_F(Table, StoresOnEnterAndDropsOtherwise) {
         ListView_EnsureVisible(List(), 0, FALSE);
         Open(3, 1);
         ASSERT_TRUE(Field()) << &drop - drops;
+        EXPECT_FALSE(GetMenu(GetAncestor(Field(), GA_ROOT))) << "a popup has no id";
         Type(L"99");
         drop();
         Pump();

@@ -1,7 +1,5 @@
 // The element base: sizes, places, states, reports; and the free helpers.
 #include <bench/bench.h>
-#include <bench/script.h>
-#include <bench/window.h>
 #include <kxbaseui/kx_fonts.h>
 #include <kxbaseui/kx_layoutmanager.h>
 #include <kxbaseui/kx_messagebox.h>
@@ -9,10 +7,7 @@
 #include <kxdevui/framework/devgui_base.h>
 
 #include <cmath>
-#include <functional>
-#include <string>
 #include <tuple>
-#include <utility>
 
 namespace {
 
@@ -67,10 +62,9 @@ TEST_F(Base, MovesAndSizes) {
           {[&] { control.ResizeWindow(-1, 31); }, "12 50 70 31, 70 31"},
           {[&] { control.ResizeWindowRelative(-20, 5); }, "12 50 50 36, 50 36"}},
          [this] { return PlaceOf(control) + ", " + Nominal(control); });
-    EXPECT_EQ(control.GetWidth(), 75) << "zoomed";
-    EXPECT_EQ(control.GetHeight(), 54);
-    EXPECT_EQ(control.GetPositionX(), 12);
-    EXPECT_EQ(control.GetPositionY(), 50);
+    EXPECT_EQ(
+        CallText("zoomed", control.GetPositionX(), control.GetPositionY(), control.GetWidth(), control.GetHeight()),
+        "zoomed(12, 50, 75, 54)");
     Plain unsized;
     unsized.ResizeWindowRelative(5, 7);
     EXPECT_EQ(Nominal(unsized), "4 6");

@@ -1,19 +1,16 @@
-// The container: what it makes of windows and templates, and what its host hears.
+// Containers, of windows and of dialogs: what they make of them, what they hear, how they end, in which language
+// they come.
 #include <bench/bench.h>
-#include <bench/script.h>
-#include <bench/window.h>
 #include <kxbaseui/kx_colors.h>
 #include <kxdevui/framework/devgui.h>
 #include <kxdevui/framework/devgui_container.h>
 #include <kxdevui/framework/ui_gdi.h>
+#include <kxdevui/framework/ui_resources.h>
+#include <kxsystem/kx_locale.h>
 
 #include <commctrl.h>
 
-#include <functional>
 #include <list>
-#include <memory>
-#include <string>
-#include <utility>
 
 namespace {
 
@@ -21,7 +18,7 @@ using namespace kx::test;
 
 constexpr int kButton = 7, kEdit = 8;
 
-// Writes down what it hears; makes a button and an edit, or what `act` does in a command.
+// Writes down what it hears, and does what `act` says in a command.
 class Panel : public CKxDevUI_Container {
 public:
     explicit Panel(Recorder& record) : m_record(record) {}
@@ -32,12 +29,15 @@ public:
 
 protected:
     LRESULT OnInit(UINT message, WPARAM, LPARAM) override {
-        m_record.Call("OnInit", message, m_hWnd != nullptr, m_width);
+        const RECT rect = RectInParent(m_hWnd);
+        m_record.Call("OnInit", message, m_width == rect.right - rect.left, GetWindows().size());
         return initResult;
     }
+    LRESULT OnDestroy(UINT, WPARAM, LPARAM) override { return m_record.Call("OnDestroy"), 1; }
     LRESULT OnCommand(UINT message, WPARAM wParam, LPARAM lParam) override {
-        m_record.Call("OnCommand", LOWORD(wParam), HIWORD(wParam));
-        if (const auto action = act) return action(), 0;  // it may delete this object
+        const bool isClick = HIWORD(wParam) == BN_CLICKED;
+        if (isClick) m_record.Call("OnCommand", LOWORD(wParam));
+        if (const auto action = act; action && isClick) return action(), 0;  // it may delete this object
         return CKxDevUI_Container::OnCommand(message, wParam, lParam);
     }
     LRESULT OnScroll(UINT message, WPARAM wParam, LPARAM lParam, bool horizontal) override {
@@ -66,7 +66,7 @@ struct Container : testing::Test {
 
 TEST_F(Container, TakesSizesUnlessNegative) {
     ASSERT_TRUE(Make(panel, -1, 70));
-    EXPECT_EQ(Told(), "OnInit(1, true, 100)");
+    EXPECT_EQ(Told(), "OnInit(1, true, 0)");
     EXPECT_EQ(PlaceOf(panel), "5 6 100 70");
     const HWND first = panel;
     ASSERT_TRUE(Make(panel, 0, 20));
@@ -154,10 +154,10 @@ TEST_F(Container, ForwardsUnlessToldNotTo) {
     const HWND button = Add(L"BUTTON", kButton, {10, 10, 90, 40}), edit = Add(L"EDIT", kEdit, {10, 50, 90, 70});
     const auto send = [this](UINT message, WPARAM wParam) { SendMessageW(panel, message, wParam, 0); };
     Told();
-    Play({{[&] { Click(button, 10, 10); }, "OnCommand(7, 0) 7:0#7"},
+    Play({{[&] { Click(button, 10, 10); }, "OnCommand(7) 7:0#7"},
           {[&] { send(WM_HSCROLL, 3), send(WM_VSCROLL, 4); }, "OnScroll(true) 3:0=0 OnScroll(false) 4:0=0"},
-          {[&] { panel.Init(false), Click(button, 10, 10), send(WM_HSCROLL, 3); }, "OnCommand(7, 0) OnScroll(true)"},
-          {[&] { panel.Init(true), Click(edit, 5, 5); }, "OnCommand(8, 256) 8:256#8"},
+          {[&] { panel.Init(false), Click(button, 10, 10), send(WM_HSCROLL, 3); }, "OnCommand(7) OnScroll(true)"},
+          {[&] { panel.Init(true), Click(edit, 5, 5); }, "8:256#8"},
           // The focus that is lost is not told of.
           {[&] { panel.Destroy(); }, ""}},
          [this] { return Told(); });
@@ -186,26 +186,12 @@ TEST_F(Container, WaitingEndsWithTheWindow) {
     EXPECT_TRUE(PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE));
 }
 
-// Counts what a window is told to paint.
-class PaintCount {
-public:
-    explicit PaintCount(HWND window) : m_window(window) {
-        SetWindowSubclass(window, Procedure, 1, reinterpret_cast<DWORD_PTR>(this));
-    }
-    ~PaintCount() { RemoveWindowSubclass(m_window, Procedure, 1); }
-    PaintCount(const PaintCount&) = delete;
-    PaintCount& operator=(const PaintCount&) = delete;
-    int paints = 0;
-
-private:
-    static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
-                                      DWORD_PTR own) {
-        auto& count = *reinterpret_cast<PaintCount*>(own);
-        count.paints += message == WM_PAINT;
-        return DefSubclassProc(window, message, wParam, lParam);
-    }
-    HWND m_window;
-};
+// How often windows of which it is a subclass are told to paint.
+int s_paints = 0;
+LRESULT CALLBACK CountPaints(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR, DWORD_PTR) {
+    s_paints += message == WM_PAINT;
+    return DefSubclassProc(window, message, wParam, lParam);
+}
 
 // A themed child asks for its background by the message that asks for a picture.
 TEST_F(Container, TellsAChildsQuestionFromAPicture) {
@@ -213,7 +199,7 @@ TEST_F(Container, TellsAChildsQuestionFromAPicture) {
     const HWND asking = AddChild(panel, L"STATIC", 1, {20, 30, 80, 90}),
                filling = AddChild(panel, L"STATIC", 2, {0, 0, 200, 200});
     Pump();
-    PaintCount count(filling);
+    SetWindowSubclass(filling, CountPaints, 1, 0);
     const kx::ui::WindowDC asked(asking), own(panel);
     const auto print = [&](HDC dc, POINT origin, LPARAM flags) {
         const kx::ui::Bitmap bitmap(CreateBitmap(120, 100, 1, 32, nullptr));
@@ -241,35 +227,30 @@ TEST_F(Container, TellsAChildsQuestionFromAPicture) {
         {"the window's own DC", own, {0, 0}, PRF_CLIENT, 1},
     };
     for (const auto& row : rows) {
-        count.paints = 0;
+        s_paints = 0;
         const COLORREF color = print(row.dc, row.origin, row.flags);
-        EXPECT_EQ(count.paints, row.painted) << row.what;
+        EXPECT_EQ(s_paints, row.painted) << row.what;
         EXPECT_EQ(color == KX_GetSysColor(COLOR_BTNFACE), !row.painted) << row.what;
     }
 }
 
-TEST_F(Container, HostsThePlatformsOwnDialogsWholeAndInParts) {
-    int hosted = 0;
-    ForEachPlatformDialog([&](const std::wstring& name, HMODULE module) {
+// The old form of a template has its style elsewhere, and with it the bits that no child can have.
+TEST_F(Container, HostsTemplatesOfBothForms) {
+    for (const wchar_t* name : {L"TEST_DIALOG", L"OLD_DIALOG"}) {
         CKxDevUI_Container whole, left, right;
-        if (!whole.CreateFromDlg(parent.Window(), 3, 4, name.c_str(), module, false)) return;
-        ++hosted;
-        SIZE size{};
-        whole.GetWindowSize(&size);
-        const long half = size.cx / 2;
-        ASSERT_TRUE(left.CreateFromDlgPart(parent.Window(), 0, 0, half, size.cy, name.c_str(), module));
-        ASSERT_TRUE(right.CreateFromDlgPart(parent.Window(), half, 0, half, size.cy, name.c_str(), module));
-        for (CKxDevUI_Container* const each : {&whole, &left, &right}) {
-            std::size_t children = 0;
-            for (HWND child = GetWindow(*each, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT))
-                ++children;
-            EXPECT_EQ(each->GetWindows().size(), children) << Narrow(name);
-        }
-        whole.InsertDialog(0, 0, name.c_str(), module);
+        whole.CreateFromDlg(parent.Window(), 3, 4, name, nullptr, false);
+        left.CreateFromDlgPart(parent.Window(), 0, 0, 110, 400, name, nullptr);
+        right.CreateFromDlgPart(parent.Window(), 110, 0, 400, 400, name, nullptr);
+        EXPECT_EQ(CallText("", whole.GetWindows().size(), left.GetWindows().size(), right.GetWindows().size()),
+                  "(4, 3, 1)");
+        whole.InsertDialog(0, 0, name, nullptr);
+        EXPECT_EQ(whole.GetWindows().size(), 8u);
         const auto font = SendMessageW(whole.GetWindows().back(), WM_GETFONT, 0, 0);
-        EXPECT_TRUE(font == 0 || GetObjectType(reinterpret_cast<HGDIOBJ>(font)) == OBJ_FONT);
-    });
-    EXPECT_GE(hosted, 15);
+        EXPECT_EQ(GetObjectType(reinterpret_cast<HGDIOBJ>(font)), DWORD{OBJ_FONT}) << "the dialog's goes with it";
+    }
+    const HMODULE other = GetModuleHandleW(L"kxdevui.dll");
+    EXPECT_TRUE(panel.CreateFromDlg(parent.Window(), 0, 0, L"YESNOKEEPDLG", other, false));
+    EXPECT_TRUE(panel.CreateFromDlgPart(parent.Window(), 0, 0, 9, 9, L"YESNOKEEPDLG", other));
 }
 
 TEST_F(Container, AnswersAMissingTemplateWithNull) {
@@ -281,6 +262,110 @@ TEST_F(Container, AnswersAMissingTemplateWithNull) {
         panel.InsertDialog(0, 0, name, nullptr);
     }
     EXPECT_TRUE(before && panel == before && IsWindow(before)) << "the window of before stays";
+}
+
+// ---- Dialogs -------------------------------------------------------------------------------------------------------
+
+struct Dialogs : Container {
+    Dialogs() { CKxLocale::SetModuleLangId(0x0409); }
+    ~Dialogs() override { CKxLocale::SetModuleLangId(0); }
+    HWND MakeModeless(CKxDevUI_Container& made, const wchar_t* name = L"TEST_DIALOG") {
+        return made.CreateFromDlg(parent.Window(), 30, 40, name, module, false);
+    }
+    // Presses a button in it.
+    INT_PTR RunModal(Panel& made) {
+        const ModalAnswer answer([](HWND window) { PressButton(window, 7); });
+        return reinterpret_cast<INT_PTR>(made.CreateFromDlg(parent.Window(), 0, 0, L"TEST_DIALOG", module, true));
+    }
+
+    const HMODULE module = GetModuleHandleW(nullptr);
+    Panel& dialog = panel;
+};
+
+TEST_F(Dialogs, ModelessTakesItsControlsAndHandlesItsCommands) {
+    ASSERT_TRUE(MakeModeless(dialog));
+    EXPECT_EQ(Told(), "OnInit(272, true, 0)");
+    EXPECT_EQ(dialog.GetWindows().size(), 4u);
+    EXPECT_TRUE(GetWindowLongW(dialog, GWL_EXSTYLE) & WS_EX_CONTROLPARENT);
+    EXPECT_EQ(PlaceOf(dialog).substr(0, 6), "30 40 ");
+    ShowWindow(dialog, SW_SHOW);
+    Play({{[&] { Click(dialog.GetWindow(7), 5, 5); }, "OnCommand(7)"},
+          {[&] { dialog.Init(true), Click(dialog.GetWindow(7), 5, 5); }, "OnCommand(7) 7:0#7"},
+          {[&] { Click(dialog.GetWindow(8), 5, 5), dialog.Destroy(); }, "8:256#8 OnDestroy()"}},
+         [this] { return Told(); });
+}
+
+TEST_F(Dialogs, APartKeepsThePlaceOfItsControls) {
+    CKxDevUI_Container whole, placeholder, successor;
+    MakeModeless(whole);
+    const RECT button = RectInParent(whole.GetWindow(7));
+    dialog.SetId(55);
+    dialog.SetVisible(false);
+    ASSERT_TRUE(
+        dialog.CreateFromDlgPart(parent.Window(), button.left + 5, button.top - 2, 300, 299, L"TEST_DIALOG", module));
+    EXPECT_EQ(dialog.GetWindows().size(), 1u) << "the straddling button alone";
+    EXPECT_EQ(PlaceOf(dialog.GetWindow(7)).substr(0, 5), "-5 2 ");
+    EXPECT_EQ(GetDlgCtrlID(dialog), 55);
+    EXPECT_TRUE(PlaceOf(dialog).ends_with(" 300 299"));
+    EXPECT_TRUE(dialog.GetVisible() && IsWindowVisible(dialog));
+
+    // In the place of another one, which is directly behind it in the tab order.
+    placeholder.Create(parent.Window(), 0, 0, 40, 40, true, true);
+    ASSERT_TRUE(successor.CreateFromDlgPart(parent.Window(), &placeholder, L"TEST_DIALOG", module));
+    EXPECT_EQ(GetWindow(successor, GW_HWNDNEXT), placeholder);
+    EXPECT_EQ(PlaceOf(successor), "0 0 40 40");
+}
+
+TEST_F(Dialogs, ModalReturnsWhatEndedIt) {
+    for (const int result : {5, 0, -1, 7}) {
+        dialog.act = [&] {
+            dialog.Quit(result);
+            dialog.Quit(result);  // one end
+            dialog.SetTitle(L"late");
+        };
+        EXPECT_EQ(RunModal(dialog), result);
+        EXPECT_EQ(Told(), "OnInit(272, true, 4) OnCommand(7) OnDestroy()");
+        EXPECT_EQ(HWND{dialog}, nullptr);
+        dialog.Quit(3);
+    }
+}
+
+TEST_F(Dialogs, MayDeleteThemselves) {
+    for (const bool modal : {false, true}) {
+        auto mortal = std::make_unique<Panel>(parent.Record());
+        mortal->act = [&] { mortal.reset(); };
+        modal ? void(RunModal(*mortal)) : void(MakeModeless(*mortal));
+        if (mortal) SendMessageW(mortal->GetWindow(7), BM_CLICK, 0, 0);
+        EXPECT_FALSE(mortal);
+    }
+}
+
+TEST_F(Dialogs, ComeInTheUsersLanguage) {
+    const std::pair<WORD, const wchar_t*> rows[] = {{0x0407, L"Deutsch"}, {0x0C07, L"Deutsch"}, {0x040C, L"English"}};
+    for (const auto& [id, expected] : rows) {
+        CKxLocale::SetModuleLangId(id);
+        MakeModeless(dialog);
+        EXPECT_EQ(TextOf(dialog), expected);
+        EXPECT_EQ(MakeModeless(dialog, L"ONLY_JAPANESE"), nullptr);
+    }
+}
+
+TEST(TemplateLanguage, IsChosenByTheLibrary) {
+    const std::vector<LANGID> all{0x0409, 0x0407, 0x0C0A, 0x0000}, few{0x0411, 0x0407}, none;
+    const struct {
+        const std::vector<LANGID>& available;
+        LANGID current, fallback;
+        int expected;
+    } rows[] = {
+        {all, 0x040A, 0x0409, 2},   // another sort of Spanish
+        {all, 0x0411, 0x0409, 0},   // the fallback
+        {all, 0x0411, 0x0412, 3},   // neither: that of no language
+        {few, 0x0410, 0x0409, -1},  // a Japanese text is no answer to Italian
+        {few, 0x0410, 0x0807, 1},  {none, 0x0409, 0x0409, -1},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(kx::ui::ChooseLanguage(row.available, row.current, row.fallback), row.expected)
+            << "row " << &row - rows;
 }
 
 }  // namespace

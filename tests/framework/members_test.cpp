@@ -3,8 +3,6 @@
 #include <kxdevui/controls/devgui_numberfield.h>
 #include <kxdevui/framework/ui_control.h>
 
-#include <functional>
-#include <memory>
 #include <optional>
 
 namespace {
@@ -89,7 +87,7 @@ TEST_F(Members, ARowIsOneStopOfTheTabKeyAndIsWorkedByArrowsAndEnter) {
     EXPECT_EQ(dial->clicked, 0);
     Click(dial->Button(1), 5, 5);
     EXPECT_EQ(dial->clicked, 1);
-    EXPECT_EQ(TextOf(dial->Button(1)).str(), L"A && B");
+    EXPECT_EQ(kx::test::TextOf(dial->Button(1)), L"A && B");
     for (const int shown : {2, -1}) {
         dial->Show(shown);
         for (int i = 0; i < 3; ++i)
@@ -105,7 +103,7 @@ TEST_F(Members, AFieldHandsOnWhatIsTypedAndGivesBackWhatWas) {
     for (const auto& row : rows) {
         Enter(row.typed);
         EXPECT_EQ(dial->typed, row.number) << row.typed;
-        EXPECT_EQ(TextOf(dial->Edit()).str(), L"1") << row.typed;
+        EXPECT_EQ(kx::test::TextOf(dial->Edit()), L"1") << row.typed;
     }
     Enter(L"7");
     EXPECT_EQ(dial->typed, std::nullopt) << "not entered yet";

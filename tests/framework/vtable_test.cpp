@@ -1,6 +1,5 @@
 // The order of virtual functions is part of the binary interface: hosts derive from the controls.
 #include <bench/bench.h>
-#include <bench/slot.h>
 #include <kxdevui/controls/devgui_editbox_multivalue.h>
 #include <kxdevui/controls/devgui_editbox_spin.h>
 #include <kxdevui/controls/devgui_hpot.h>
@@ -14,44 +13,77 @@
 #include <kxdevui/optics/devgui_switcher.h>
 #include <kxdevui/zfocus/devgui_zstack.h>
 
-#include <vector>
+#include <cstring>
 
 namespace {
 
-using kx::test::SlotsOf;
 using Slots = std::vector<long>;
 
+// The places of virtual functions in the table. A pointer to one holds 1 plus the byte offset of its entry; before the
+// first function stand the destructor's two entries, which together are slot 0.
+template <class... Functions>
+Slots SlotsOf(Functions... functions) {
+    const auto slot = [](auto function) {
+        long long words[sizeof(function) / sizeof(long long)];
+        std::memcpy(words, &function, sizeof function);
+        return static_cast<long>((words[0] - 1) / static_cast<long long>(sizeof(void*))) - 1;
+    };
+    return {slot(functions)...};
+}
+
 // Protected ones are named as those of a derived class.
-struct Container : CKxDevUI_Container {
-    using B = CKxDevUI_Base;
-    using S = Container;
-    static Slots All() {
-        return SlotsOf(&B::Create, &B::GetEnabled, &B::SetEnabled, &B::GetVisible, &B::SetVisible, &B::GetTitle,
-                       &B::SetTitle, &B::SetFocus, &B::SetRedraw, &B::GetWindowSize, &B::RefreshWindow,
-                       &B::GetWindowPosition, &B::GetWindowRectangle, &B::MoveWindow, &B::MoveWindowRelative,
-                       &B::ResizeWindow, &B::ResizeWindowRelative, &B::HandleMouseWheel, &S::OnInit, &S::OnDestroy,
-                       &S::OnCommand, &S::OnNotify, &S::OnScroll, &S::OnDrawItem, &S::OnCtlColorStatic,
-                       &S::OnMouseActivate, &S::OnUpdateDeviceBand, &S::OnMouseWheel);
-    }
+template <class Control>
+struct Open : Control {
+    static const Slots own;
 };
-struct EditBox : CKxDevUI_EditBox {
-    using S = EditBox;
-    static Slots Own() {
-        return SlotsOf(&S::SetRestriction, &S::SetMaxChars, &S::OnEnter, &S::OnSetFocus, &S::OnKillFocus, &S::OnChange,
-                       &S::OnChar);
-    }
-};
-struct Spin : CKxDevUI_EditBoxSpin {
-    static Slots Own() { return SlotsOf(&Spin::OnSpin); }
-};
-struct HPot : CKxDevUI_HPot {
-    using S = HPot;
-    static Slots Own() {
-        return SlotsOf(&S::OnHPotChange, &S::OnHPotDragDrop, &S::OnLeftButtonUp, &S::OnHoverForPad, &S::UnHoverForPad,
-                       &S::CreateLinearBitmap, &S::CreateNonlinearBitmap, &S::CreateLinearRegionsBitmap,
-                       &S::CreateColorSliderBitmap);
-    }
-};
+template <>
+const Slots Open<CKxDevUI_Container>::own =
+    SlotsOf(&Open::Create, &Open::GetEnabled, &Open::SetEnabled, &Open::GetVisible, &Open::SetVisible, &Open::GetTitle,
+            &Open::SetTitle, &Open::SetFocus, &Open::SetRedraw, &Open::GetWindowSize, &Open::RefreshWindow,
+            &Open::GetWindowPosition, &Open::GetWindowRectangle, &Open::MoveWindow, &Open::MoveWindowRelative,
+            &Open::ResizeWindow, &Open::ResizeWindowRelative, &Open::HandleMouseWheel, &Open::OnInit, &Open::OnDestroy,
+            &Open::OnCommand, &Open::OnNotify, &Open::OnScroll, &Open::OnDrawItem, &Open::OnCtlColorStatic,
+            &Open::OnMouseActivate, &Open::OnUpdateDeviceBand, &Open::OnMouseWheel);
+template <>
+const Slots Open<CKxDevUI_EditBox>::own = SlotsOf(&Open::SetRestriction, &Open::SetMaxChars, &Open::OnEnter,
+                                                  &Open::OnSetFocus, &Open::OnKillFocus, &Open::OnChange,
+                                                  &Open::OnChar);
+template <>
+const Slots Open<CKxDevUI_EditBoxSpin>::own = SlotsOf(&Open::OnSpin);
+template <>
+const Slots Open<CKxDevUI_HPot>::own = SlotsOf(&Open::OnHPotChange, &Open::OnHPotDragDrop, &Open::OnLeftButtonUp,
+                                               &Open::OnHoverForPad, &Open::UnHoverForPad, &Open::CreateLinearBitmap,
+                                               &Open::CreateNonlinearBitmap, &Open::CreateLinearRegionsBitmap,
+                                               &Open::CreateColorSliderBitmap);
+template <>
+const Slots Open<CKxDevUI_ColorSlider>::own = SlotsOf(&Open::OnPowerChanged, &Open::OnRangeChanged,
+                                                      &Open::OnLeftButtonUp, &Open::SetEnabled, &Open::HandleMouseWheel,
+                                                      &Open::OnInit, &Open::OnCommand, &Open::OnScroll,
+                                                      &Open::OnMouseWheel);
+using RangeSlider = CKxDevUI_ColorSlider::CKxDevUI_ColorSliderRangeHPot;
+template <>
+const Slots Open<RangeSlider>::own = SlotsOf(&Open::OnRangeChanged);
+template <>
+const Slots Open<CKxDevUI_Shutter>::own = SlotsOf(&Open::UpdateShutterIcon, &Open::OnStateChangeRequest,
+                                                  &Open::OnRenameDlgRequest);
+template <>
+const Slots Open<CKxDevUI_ModeShutter>::own = SlotsOf(&Open::OnApertureChangeRequest, &Open::OnStateChangeRequest,
+                                                      &Open::OnModeChangeRequest);
+template <>
+const Slots Open<CKxDevUI_Nosepiece>::own = SlotsOf(&Open::OnPositionChangeRequest, &Open::OnSetupRequest);
+template <>
+const Slots Open<CKxDevUI_FilterWheel>::own = SlotsOf(&Open::OnPositionChangeRequest, &Open::OnSetupRequest);
+template <>
+const Slots Open<CKxDevUI_Switcher>::own = SlotsOf(&Open::OnPositionChangeRequest, &Open::OnSetPortSingleRequest);
+template <>
+const Slots Open<CKxDevUI_ZStack>::own = SlotsOf(
+    &Open::SetHandler, &Open::GetHandler, &Open::CreateUI, &Open::DestroyUI, &Open::GetHandle, &Open::SetUIParent,
+    &Open::Show, &Open::IsVisible, &Open::Enable, &Open::IsEnabled, &Open::SetRedrawEx, &Open::Update,
+    &Open::IsResizable, &Open::GetCurSize, &Open::CalcOptimalSize, &Open::Move, &Open::GetInterface, &Open::GetInfo,
+    &Open::CustomCommand, &Open::SetOptimalSize, &Open::SetLayoutStyle, &Open::GetEnableGuiFlag,
+    &Open::SetEnableGuiFlag, &Open::IsResizableInSteps, &Open::OnGuiZoomChanged, &Open::AppendZDevice,
+    &Open::OnPiezoPickerChanged, &Open::OnStepChanged, &Open::OnMoveZRequest, &Open::OnGoHomeRequest,
+    &Open::OnHostRequest, &Open::OnZDeviceShown, &Open::OnZStackChanged, &Open::OnEraseBkGnd);
 Slots RadioSlots() {
     using R = CKxDevUI_Radio;
     using Text = const wchar_t*;
@@ -64,47 +96,6 @@ Slots RadioSlots() {
                    static_cast<void (R::*)(const double*, int, int)>(&R::InsertValues),
                    static_cast<void (R::*)(Text*, int, int)>(&R::InsertValues), &R::CheckRestriction);
 }
-struct ColorSlider : CKxDevUI_ColorSlider {
-    using S = ColorSlider;
-    static Slots Own() { return SlotsOf(&S::OnPowerChanged, &S::OnRangeChanged, &S::OnLeftButtonUp); }
-    static Slots Overridden() {
-        return SlotsOf(&S::SetEnabled, &S::HandleMouseWheel, &S::OnInit, &S::OnCommand, &S::OnScroll, &S::OnMouseWheel);
-    }
-};
-struct RangeSlider : CKxDevUI_ColorSlider::CKxDevUI_ColorSliderRangeHPot {
-    static Slots Own() { return SlotsOf(&RangeSlider::OnRangeChanged); }
-};
-struct Shutter : CKxDevUI_Shutter {
-    using S = Shutter;
-    static Slots Own() { return SlotsOf(&S::UpdateShutterIcon, &S::OnStateChangeRequest, &S::OnRenameDlgRequest); }
-};
-struct ModeShutter : CKxDevUI_ModeShutter {
-    using S = ModeShutter;
-    static Slots Own() {
-        return SlotsOf(&S::OnApertureChangeRequest, &S::OnStateChangeRequest, &S::OnModeChangeRequest);
-    }
-};
-struct Nosepiece : CKxDevUI_Nosepiece {
-    static Slots Own() { return SlotsOf(&Nosepiece::OnPositionChangeRequest, &Nosepiece::OnSetupRequest); }
-};
-struct FilterWheel : CKxDevUI_FilterWheel {
-    static Slots Own() { return SlotsOf(&FilterWheel::OnPositionChangeRequest, &FilterWheel::OnSetupRequest); }
-};
-struct Switcher : CKxDevUI_Switcher {
-    static Slots Own() { return SlotsOf(&Switcher::OnPositionChangeRequest, &Switcher::OnSetPortSingleRequest); }
-};
-struct ZStack : CKxDevUI_ZStack {
-    using S = ZStack;
-    static Slots All() {
-        return SlotsOf(&S::SetHandler, &S::GetHandler, &S::CreateUI, &S::DestroyUI, &S::GetHandle, &S::SetUIParent,
-                       &S::Show, &S::IsVisible, &S::Enable, &S::IsEnabled, &S::SetRedrawEx, &S::Update, &S::IsResizable,
-                       &S::GetCurSize, &S::CalcOptimalSize, &S::Move, &S::GetInterface, &S::GetInfo, &S::CustomCommand,
-                       &S::SetOptimalSize, &S::SetLayoutStyle, &S::GetEnableGuiFlag, &S::SetEnableGuiFlag,
-                       &S::IsResizableInSteps, &S::OnGuiZoomChanged, &S::AppendZDevice, &S::OnPiezoPickerChanged,
-                       &S::OnStepChanged, &S::OnMoveZRequest, &S::OnGoHomeRequest, &S::OnHostRequest,
-                       &S::OnZDeviceShown, &S::OnZStackChanged, &S::OnEraseBkGnd);
-    }
-};
 
 TEST(VirtualTables, HoldEachOperationAtItsPlace) {
     using MultiValue = CKxDevUI_EditBoxMultiValue;
@@ -113,27 +104,27 @@ TEST(VirtualTables, HoldEachOperationAtItsPlace) {
         long first;
         Slots slots;
     } rows[] = {
-        {"base and container", 1, Container::All()},
-        {"edit box", 19, EditBox::Own()},
-        {"edit box with arrows", 26, Spin::Own()},
+        {"base and container", 1, Open<CKxDevUI_Container>::own},
+        {"edit box", 19, Open<CKxDevUI_EditBox>::own},
+        {"edit box with arrows", 26, Open<CKxDevUI_EditBoxSpin>::own},
         {"edit box for a list", 26, SlotsOf(&MultiValue::CheckRestriction, &MultiValue::SetCountRestriction)},
-        {"slider", 19, HPot::Own()},
+        {"slider", 19, Open<CKxDevUI_HPot>::own},
         {"radio group", 19, RadioSlots()},
-        {"colour slider", 29, ColorSlider::Own()},
-        {"slider of a range", 19, RangeSlider::Own()},
-        {"shutter", 19, Shutter::Own()},
-        {"mode shutter", 19, ModeShutter::Own()},
-        {"nosepiece", 1, Nosepiece::Own()},
-        {"filter wheel", 1, FilterWheel::Own()},
-        {"switcher", 1, Switcher::Own()},
-        {"Z stack panel", 1, ZStack::All()},
+        {"slider of a range", 19, Open<RangeSlider>::own},
+        {"shutter", 19, Open<CKxDevUI_Shutter>::own},
+        {"mode shutter", 19, Open<CKxDevUI_ModeShutter>::own},
+        {"nosepiece", 1, Open<CKxDevUI_Nosepiece>::own},
+        {"filter wheel", 1, Open<CKxDevUI_FilterWheel>::own},
+        {"switcher", 1, Open<CKxDevUI_Switcher>::own},
+        {"Z stack panel", 1, Open<CKxDevUI_ZStack>::own},
     };
     for (const auto& row : rows) {
         long place = row.first;
         for (const long slot : row.slots)
             EXPECT_EQ(slot, place++) << row.name;
     }
-    EXPECT_EQ(ColorSlider::Overridden(), (Slots{3, 18, 19, 21, 23, 28}));
+    // With those that it overrides.
+    EXPECT_EQ(Open<CKxDevUI_ColorSlider>::own, (Slots{29, 30, 31, 3, 18, 19, 21, 23, 28}));
 }
 
 }  // namespace

@@ -1,40 +1,27 @@
 // What a zoom leaves of windows that were not made for it: the platform's controls.
 #include <bench/bench.h>
-#include <bench/window.h>
 #include <commctrl.h>
 #include <kxbaseui/kx_fonts.h>
 #include <kxbaseui/kx_layoutmanager.h>
 #include <kxdevui/framework/devgui.h>
 #include <kxdevui/framework/devgui_container.h>
 
-#include <functional>
-#include <string>
-#include <vector>
-
 namespace {
 
 using namespace kx::test;
 using Manager = CKxGUILayoutManager;
 
-bool IsClass(HWND window, const wchar_t* name) {
-    wchar_t own[64] = L"";
-    GetClassNameW(window, own, 64);
-    return _wcsicmp(own, name) == 0;
-}
-
-void SetFont(HWND window, double zoom) {
-    SendMessageW(window, WM_SETFONT, reinterpret_cast<WPARAM>(KX_GetDefaultGuiFontZoom(zoom)), FALSE);
-}
-
-bool IsDropDown(HWND window) {
-    return (IsClass(window, WC_COMBOBOXW) || IsClass(window, WC_COMBOBOXEXW)) &&
-           (GetWindowLongW(window, GWL_STYLE) & 3) != CBS_SIMPLE;
+std::wstring ClassOf(HWND window) {
+    wchar_t name[64] = L"";
+    GetClassNameW(window, name, 64);
+    return name;
 }
 
 // With its list open; 0 for what has none.
-long ListHeight(HWND combo) {
+long ListHeight(HWND window) {
     RECT list{};
-    if (IsDropDown(combo)) SendMessageW(combo, CB_GETDROPPEDCONTROLRECT, 0, reinterpret_cast<LPARAM>(&list));
+    if (ClassOf(window).starts_with(WC_COMBOBOXW) && (GetWindowLongW(window, GWL_STYLE) & 3) != CBS_SIMPLE)
+        SendMessageW(window, CB_GETDROPPEDCONTROLRECT, 0, reinterpret_cast<LPARAM>(&list));
     return list.bottom - list.top;
 }
 
@@ -50,11 +37,9 @@ std::string Measures(HWND window) {
                     {WC_EDITW, EM_GETMARGINS, 0},
                     {WC_LISTVIEWW, LVM_GETCOLUMNWIDTH, 0},
                     {WC_TREEVIEWW, TVM_GETITEMHEIGHT, 0}};
-    wchar_t name[64] = L"";
-    GetClassNameW(window, name, 64);
-    std::string all = Narrow(name) + ": " + PlaceOf(window);
+    std::string all = Narrow(ClassOf(window)) + ": " + PlaceOf(window);
     for (const auto& [of, message, wParam] : measures)
-        if (IsClass(window, of)) all += " | " + std::to_string(SendMessageW(window, message, wParam, 0));
+        if (ClassOf(window) == of) all += " | " + std::to_string(SendMessageW(window, message, wParam, 0));
     return all + " | " + std::to_string(ListHeight(window));
 }
 
@@ -135,10 +120,10 @@ protected:
         m_panel.Create(m_parent.Window(), 0, 0, 700, 600, true, true);
     }
     ~PlatformZoom() override { Manager::SetGuiZoom(1); }
-    HWND Add(const Control& control, double zoom = 1) {
+    HWND Add(const Control& control) {
         const RECT place{Manager::Zoomed(11), Manager::Zoomed(13), Manager::Zoomed(154), Manager::Zoomed(114)};
         const HWND window = AddChild(m_panel, control.name, 0, place, control.style, L"text");
-        SetFont(window, zoom);
+        Say(window, WM_SETFONT, reinterpret_cast<WPARAM>(KX_GetDefaultGuiFont()), FALSE);
         if (control.prepare) control.prepare(window);
         m_panel.InsertWindow(window);
         return window;

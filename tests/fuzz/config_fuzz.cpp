@@ -44,10 +44,7 @@ void CheckDevice(const Device& device) {
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    // A block of its own, so that a step beyond its end is seen.
-    const std::vector<char> block(data, data + size);
-    const std::string_view bytes(block.data(), block.size());
+void Fuzz(std::string_view bytes) {
     Remarks remarks;
     const ConfigFile file = ReadConfig(bytes, FromLatin, remarks);
     const Stand stand = InferStand(file, remarks);
@@ -70,5 +67,4 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         Require(each.line >= line && each.line <= lines && !each.text.empty());
         line = each.line;
     }
-    return 0;
 }

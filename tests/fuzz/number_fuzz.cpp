@@ -26,16 +26,17 @@ std::optional<double> Reference(const std::wstring& text) {
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+void Fuzz(std::string_view bytes) {
     std::wstring text;
-    for (std::size_t i = 0; i < size && i < c_longest && data[i]; ++i)
+    for (const char each : bytes.substr(0, std::min(bytes.find('\0'), c_longest))) {
         // A character, but for the blank beyond Latin-1 and a digit that is none of ours.
-        text += data[i] == 0x80 ? L'\u202F' : data[i] == 0x81 ? L'\u0661' : static_cast<wchar_t>(data[i]);
+        const auto byte = static_cast<unsigned char>(each);
+        text += byte == 0x80 ? L'\u202F' : byte == 0x81 ? L'\u0661' : static_cast<wchar_t>(byte);
+    }
     const std::optional<double> expected = Reference(text);
     constexpr double c_untouched = 12345.678;
     double value = c_untouched;
     const bool taken = KX_StringToDouble(text.c_str(), value);
     Require(taken == expected.has_value() && value == expected.value_or(c_untouched));
     Require(value != 0 || !std::signbit(value));
-    return 0;
 }

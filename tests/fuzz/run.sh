@@ -63,15 +63,11 @@ faults() {
   sed -n "s/^$1 //p" <<'FAULTS'
 number s/if (!fraction \&\& (c == L'\.' || c == L','))/if (c == L',' \&\& fraction) continue; else &/
 number s/if (m_point + m_exponent > 0)/if (m_exponent > 0)/
-number s/value = result + 0\.0/value = result/
 catalogue /void TakeString/,/^    }/s/if (m_rest.empty() || m_rest.front() == '\\n')/if (m_rest.empty()) return; else if (m_rest.front() == '\\n')/
 catalogue s/if (length == 0 || length > text.size())/if (length == 0)/
-catalogue s/m_rest\.remove_prefix(3);/m_rest.remove_prefix(4);/
-svg s/    return !m_rest\.empty();/    return true;/
 svg s/return std::clamp(at, 0\.0, static_cast<double>(m_width));/return m_width < 0 ? 0 : at;/
 svg s/255 - (above >> 24)/255/
 svg s/ || ++around\.depth > SvgLimits::Depth//
-svg s/std::min(position \* c_steps, c_steps - 1\.0)/position * c_steps/
 config s/fields\[2\], 0, Bounds::position)/fields[2], 0, Bounds::position + 1)/
 config s/if (same != m_file\.devices\.end())/if (false)/
 config s/if (limits->unit\.empty() || limits->unit == L"um") return;/return;/

@@ -8,8 +8,6 @@
 #include <fstream>
 #include <iterator>
 #include <sstream>
-#include <string>
-#include <utility>
 
 #include "samples.h"
 
@@ -225,11 +223,10 @@ TEST(ConfigMicroscope, DevicesStandAndMoveAsTheFileSays) {
     EXPECT_TRUE(turret->GetPosition(position) && position == 0) << "its delay is 0";
 
     const unsigned shutter = scope.shutters.at(0), laser = scope.lasers.at(0).id;
-    EXPECT_TRUE(DMApi::Shutter_GetState(shutter));
-    EXPECT_EQ(DMApi::Shutter_GetApertureSteps(shutter), 10);
+    EXPECT_TRUE(DMApi::Shutter_GetState(shutter) && DMApi::Shutter_GetApertureSteps(shutter) == 10);
     EXPECT_EQ(DMApi::Shutter_GetStepAperture(shutter, 9), 100);
-    EXPECT_EQ(DMApi::Shutter_GetShutterType(shutter), eKxShutterType_Aux1);
-    EXPECT_EQ(DMApi::Shutter_GetShutterType(scope.shutters.at(1)), eKxShutterType_Aux2);
+    EXPECT_TRUE(DMApi::Shutter_GetShutterType(shutter) == eKxShutterType_Aux1 &&
+                DMApi::Shutter_GetShutterType(scope.shutters.at(1)) == eKxShutterType_Aux2);
     EXPECT_TRUE(scope.zDrives.at(0).minimum == -1000 && scope.zDrives[0].maximum == 1000);
     EXPECT_TRUE(scope.lasers[0].wavelength == 561 && scope.lasers[0].unit == L"mW");
     EXPECT_EQ(Simulated<CKxSimLaserOutput>(laser)->GetPowerRange().maximum, 50);

@@ -4,7 +4,6 @@
 #include <host/rules/settings.h>
 
 #include <sstream>
-#include <string>
 
 using namespace kx::host;
 using namespace std::string_literals;

@@ -5,23 +5,16 @@
 #include <kxbaseui/kx_svgstring.h>
 #include <kxdevui/framework/ui_gdi.h>
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <cstdint>
-#include <string>
-#include <utility>
-#include <vector>
 
 namespace {
 
 using namespace kx::test;
 using Pool = CKxBitmapPool;
 
-CKxStringA Square(const char* color) {
-    CKxStringA svg("<svg viewBox='0 0 10 10'><rect width='10' height='10' fill='#FFE600'/></svg>");
-    EXPECT_EQ(CKxSvgStringAPI::ReplaceString(svg, "#FFE600", color), 1);
-    return svg;
+CKxStringA Square(const std::string& color) {
+    return CKxStringA("<svg viewBox='0 0 10 10'><rect width='10' height='10' fill='" + color + "'/></svg>");
 }
 
 // An empty pool and a white board to draw on.
@@ -100,14 +93,12 @@ TEST_F(BitmapPool, KeepsWithinItsBounds) {
 TEST_F(BitmapPool, RefusesWhatCannotBeDrawn) {
     const std::vector<std::uint32_t> blank = Pixels();
     constexpr LONG end = 0x7FFFFFFF;
-    const RECT places[] = {{0, 0, 0, 9}, {0, 0, 9, 0}, {9, 0, 0, 9}, {0, 0, 1025, 9}, {-end, 0, end, 9}};
-    for (const RECT& place : places)
+    for (const RECT& place : {RECT{0, 0, 0, 9}, {0, 0, 9, 0}, {9, 0, 0, 9}, {0, 0, 1025, 9}, {-end, 0, end, 9}})
         EXPECT_FALSE(Draw(Square("red"), place));
     EXPECT_FALSE(Pool::DrawSVGImage(nullptr, Square("red"), c_all));
     for (const char* svg : {"", "<svg", "<svg><path d='M'/></svg>", "\xFF"})
         EXPECT_FALSE(Draw(svg));
-    const wchar_t* const names[] = {L"", L"NOSUCHIMAGE", nullptr, MAKEINTRESOURCEW(3)};
-    for (const wchar_t* name : names) {
+    for (const wchar_t* name : std::vector<const wchar_t*>{L"", L"NOSUCHIMAGE", nullptr, MAKEINTRESOURCEW(3)}) {
         CKxStringA svg("kept");
         EXPECT_EQ(Pool::AddImageBaseUI(name), Pool::NoImage);
         EXPECT_FALSE(Pool::LoadSVGBaseUI(name, svg));

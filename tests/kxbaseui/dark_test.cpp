@@ -1,7 +1,6 @@
 // In our own schemes the platform's windows are in the scheme's colours, also where it has none to set: menus, lists
 // that drop down, tooltips, edges. And which scheme the system asks for.
 #include <bench/bench.h>
-#include <bench/window.h>
 #include <commctrl.h>
 #include <oleacc.h>
 #include <kxbaseui/kx_colors.h>
@@ -9,11 +8,6 @@
 #include <kxbaseui/kx_menu.h>
 #include <kxbaseui/kx_schemecontrols.h>
 #include <kxbaseui/kx_tooltip.h>
-
-#include <functional>
-#include <memory>
-#include <string>
-#include <vector>
 
 namespace {
 
@@ -26,8 +20,10 @@ Picture WithoutFrame(const Picture& picture) {
     return picture.Part({edge, edge + title + 1, picture.Width() - edge, picture.Height() - edge});
 }
 
-std::string LightIn(const Picture& picture) {
-    return picture.WhereLight(KX_GetColorScheme() == eKxColorScheme_HighContrast);
+void ExpectDark(const Picture& picture, const std::string& name) {
+    const bool isHighContrast = KX_GetColorScheme() == eKxColorScheme_HighContrast;
+    picture.Save(name + (isHighContrast ? " high contrast" : " dark"));
+    EXPECT_EQ(picture.WhereLight(isHighContrast), "") << name;
 }
 
 HWND OpenMenu() { return FindWindowW(MAKEINTRESOURCEW(32768), nullptr); }
@@ -69,9 +65,6 @@ protected:
         SetWindowPos(window, nullptr, 0, 0, 0, 0, SWP_FRAMECHANGED | SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER);
         return window;
     }
-    std::string Name(const char* what) const {
-        return std::string(what) + (GetParam() == eKxColorScheme_Dark ? " dark" : " high contrast");
-    }
 
     std::unique_ptr<RecordingParent> m_parent = std::make_unique<RecordingParent>(SIZE{400, 320});
 };
@@ -104,21 +97,17 @@ TEST_P(DarkWindows, OfEveryClassAreDark) {
     Add(L"SCROLLBAR", {180, 240, 330, 256});
     Add(L"SCROLLBAR", {300, 190, 316, 236}, SBS_VERT);
     const HWND tabs = Add(WC_TABCONTROLW, {10, 240, 170, 300});
-    for (int i = 0; i < 2; ++i) {
-        TCITEMW tab{};
-        tab.mask = TCIF_TEXT;
-        tab.pszText = const_cast<wchar_t*>(i == 0 ? L"First" : L"Second");
-        SendMessageW(tabs, TCM_INSERTITEMW, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(&tab));
-    }
+    TCITEMW tab{};
+    tab.mask = TCIF_TEXT, tab.pszText = column.pszText;
+    for (const WPARAM at : {0u, 1u})
+        SendMessageW(tabs, TCM_INSERTITEMW, at, reinterpret_cast<LPARAM>(&tab));
     KX_FollowColorScheme(Window());
     Pump();
     for (const BOOL enabled : {TRUE, FALSE}) {
         for (HWND child = GetWindow(Window(), GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT))
             EnableWindow(child, enabled);
         Pump();
-        const Picture picture = Picture::OnScreen(Window());
-        picture.Save(Name(enabled ? "classes" : "classes disabled"));
-        EXPECT_EQ(LightIn(picture), "") << enabled;
+        ExpectDark(Picture::OnScreen(Window()), enabled ? "classes" : "classes disabled");
     }
 }
 
@@ -137,16 +126,13 @@ TEST_P(DarkWindows, HaveDarkMenus) {
     for (const double zoom : {1.0, 1.5}) {
         CKxGUILayoutManager::SetGuiZoom(zoom);
         Pump();
-        const Picture frame = Picture::WithFrame(Window());
-        frame.Save(Name(zoom > 1 ? "menu bar 150" : "menu bar"));
-        EXPECT_EQ(LightIn(WithoutFrame(frame)), "");
+        ExpectDark(WithoutFrame(Picture::OnScreen(Window(), true)), zoom > 1 ? "menu bar 150" : "menu bar");
         // By its letter, which the platform asks for where it does not draw.
         const WhileOpen open([&] {
             const HWND menu = OpenMenu();
             if (!IsWindowVisible(menu)) return false;
-            const Picture picture = Picture::WithFrame(menu);
-            picture.Save(Name(zoom > 1 ? "menu 150" : "menu"));
-            EXPECT_EQ(LightIn(picture), "");
+            const Picture picture = Picture::OnScreen(menu, true);
+            ExpectDark(picture, zoom > 1 ? "menu 150" : "menu");
             EXPECT_GT(picture.Width(), width) << "it is measured anew";
             width = picture.Width();
             return true;
@@ -184,9 +170,7 @@ TEST_P(DarkWindows, OpenDarkMenusListsAndTips) {
     bool looked = false;
     const WhileOpen open([&] {
         if (!IsWindowVisible(OpenMenu())) return false;
-        const Picture picture = Picture::WithFrame(OpenMenu());
-        picture.Save(Name("context menu"));
-        EXPECT_EQ(LightIn(picture), "");
+        ExpectDark(Picture::OnScreen(OpenMenu(), true), "context menu");
         return looked = true;
     });
     EXPECT_EQ(menu.TrackContextMenu(eKxMenuTrack_ReturnCommand, 60, 60, Window()), 0);
@@ -202,9 +186,7 @@ TEST_P(DarkWindows, OpenDarkMenusListsAndTips) {
     info.cbSize = sizeof info;
     GetComboBoxInfo(combo, &info);
     ASSERT_TRUE(PumpUntil([&] { return IsWindowVisible(info.hwndList) != FALSE; }));
-    const Picture list = Picture::WithFrame(info.hwndList);
-    list.Save(Name("list"));
-    EXPECT_EQ(LightIn(list), "");
+    ExpectDark(Picture::OnScreen(info.hwndList, true), "list");
     SendMessageW(combo, CB_SHOWDROPDOWN, FALSE, 0);
 
     const HWND button = Add(L"BUTTON", {10, 60, 130, 84});
@@ -213,9 +195,8 @@ TEST_P(DarkWindows, OpenDarkMenusListsAndTips) {
     MoveTo(button, 5, 5);
     MoveTo(button, 9, 9);
     ASSERT_TRUE(PumpUntil([&] { return IsWindowVisible(tip) != FALSE; }));
-    const Picture picture = Picture::WithFrame(tip);
-    picture.Save(Name("tip"));
-    EXPECT_EQ(LightIn(picture), "");
+    const Picture picture = Picture::OnScreen(tip, true);
+    ExpectDark(picture, "tip");
     EXPECT_GT(picture.Count(KX_GetSysColor(COLOR_INFOBK)), 100);
 }
 
@@ -224,16 +205,10 @@ INSTANTIATE_TEST_SUITE_P(Schemes, DarkWindows, testing::Values(eKxColorScheme_Da
 // ---- What the system asks for --------------------------------------------------------------------------------------
 
 TEST(SystemScheme, IsWhatTheSettingsAskFor) {
-    const struct {
-        SKxSystemColorSettings settings;
-        EKxColorScheme scheme;
-    } rows[] = {{{false, {}}, eKxColorScheme_Light},
-                {{false, true}, eKxColorScheme_Light},
-                {{false, false}, eKxColorScheme_Dark},
-                {{true, true}, eKxColorScheme_HighContrast},
-                {{true, false}, eKxColorScheme_HighContrast}};
-    for (const auto& row : rows)
-        EXPECT_EQ(KX_SchemeForSettings(row.settings), row.scheme);
+    for (const std::optional<bool> light : {std::optional<bool>{}, {true}, {false}}) {
+        EXPECT_EQ(KX_SchemeForSettings({true, light}), eKxColorScheme_HighContrast);
+        EXPECT_EQ(KX_SchemeForSettings({false, light}), light == false ? eKxColorScheme_Dark : eKxColorScheme_Light);
+    }
 }
 
 TEST(SystemScheme, IsFollowedUntilOneIsChosen) {

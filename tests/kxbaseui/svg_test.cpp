@@ -1,14 +1,11 @@
 // The renderer of images: areas known in closed form, what of XML and SVG is taken and what refused.
+#include <bench/bench.h>
 #include <kxbaseui/kx_path.h>
 #include <kxbaseui/kx_svg.h>
 #include <kxbaseui/kx_xml.h>
 
-#include <gtest/gtest.h>
-
 #include <cmath>
 #include <numbers>
-#include <string>
-#include <vector>
 
 namespace {
 
@@ -17,13 +14,11 @@ using namespace std::string_literals;
 
 constexpr double c_pi = std::numbers::pi;
 
-double Alpha(std::uint32_t pixel) { return (pixel >> 24) / 255.0; }
-
 // The covered area in pixels.
 double Area(const Image& image) {
     double area = 0;
     for (const std::uint32_t pixel : image.pixels)
-        area += Alpha(pixel);
+        area += (pixel >> 24) / 255.0;
     return area;
 }
 
@@ -244,9 +239,8 @@ TEST(Svg, MalformedDrawsNothing) {
                                "<g transform='turn(2)'/>", "<use id='u' href='#u'/>", "<g id='u'><use href='#u'/></g>"})
         refuses(Svg(whole + faulty));
     Image image;
-    const int sizes[][2] = {{0, 9}, {9, 0}, {-1, 9}, {1025, 9}, {9, 1'000'000}};
-    for (const auto& size : sizes)
-        EXPECT_FALSE(Render(Svg(whole), size[0], size[1], {}, nullptr, image));
+    for (const auto& [width, height] : {std::pair{0, 9}, {9, 0}, {-1, 9}, {1025, 9}, {9, 1'000'000}})
+        EXPECT_FALSE(Render(Svg(whole), width, height, {}, nullptr, image));
 }
 
 }  // namespace

@@ -1,7 +1,6 @@
 // What the library draws beside the platform's controls, in a program with visual styles and in one without.
 #include <bench/bench.h>
 #include <bench/imports.h>
-#include <bench/window.h>
 #include <kxbaseui/kx_buttonbackground.h>
 #include <kxbaseui/kx_guiscale.h>
 #include <kxbaseui/kx_schemecontrols.h>
@@ -11,12 +10,8 @@
 #include <uxtheme.h>
 
 #include <cstring>
-#include <filesystem>
-#include <fstream>
-#include <functional>
-#include <string>
-#include <utility>
-#include <vector>
+
+#include "manifest.h"
 
 namespace {
 
@@ -92,53 +87,35 @@ TEST_F(Buttons, CannotBeToldFromThePlatforms) {
         // As it is drawn as a whole: a classic one has drawn its changes over itself.
         InvalidateRect(stock, nullptr, TRUE);
         Pump();
-        const Picture theirs = Picture::OnScreen(stock), ours = Ours(row.flags, GetFocus() == stock);
-        EXPECT_EQ(theirs.Differences(ours), 0) << row.name;
-        theirs.Save(std::string("button-") + row.name + "-theirs");
-        ours.Save(std::string("button-") + row.name + "-ours");
+        const Picture theirs = Picture::OnScreen(stock);
+        EXPECT_EQ(theirs.Differences(Ours(row.flags, GetFocus() == stock)), 0) << row.name;
         DestroyWindow(stock);
     }
 }
 
 // ---- What is asked of the platform ---------------------------------------------------------------------------------
 
-std::vector<std::string> s_asked;  // of what has been looked up, what is called
-const char* s_missing = nullptr;   // what is not to be found
+constexpr const char* kNoted[] = {"OpenThemeData", "CloseThemeData", "DrawThemeBackground", "OpenThemeDataForDpi"};
+std::string s_asked;              // of what has been looked up, what is called: "OCD", or "O144" for a scale
+const char* s_missing = nullptr;  // what is not to be found
 
-template <class Function>
-Function* Real(const char* name) {
-    const FARPROC real = GetProcAddress(GetModuleHandleW(L"uxtheme.dll"), name);
-    return reinterpret_cast<Function*>(reinterpret_cast<void*>(real));
-}
-
-HTHEME WINAPI Open(HWND window, const wchar_t* names) {
-    s_asked.push_back("open");
-    return Real<decltype(OpenThemeData)>("OpenThemeData")(window, names);
-}
-
-HTHEME WINAPI OpenForDpi(HWND window, const wchar_t* names, UINT dpi) {
-    s_asked.push_back("open at " + std::to_string(dpi));
-    return Real<decltype(OpenForDpi)>("OpenThemeDataForDpi")(window, names, dpi);
-}
-
-HRESULT WINAPI Close(HTHEME theme) {
-    s_asked.push_back("close");
-    return Real<decltype(CloseThemeData)>("CloseThemeData")(theme);
-}
-
-HRESULT WINAPI Draw(HTHEME theme, HDC dc, int part, int state, const RECT* rect, const RECT* clip) {
-    s_asked.push_back("draw");
-    return Real<decltype(DrawThemeBackground)>("DrawThemeBackground")(theme, dc, part, state, rect, clip);
+template <int N, class Result, class... Arguments>
+void* Noting(Result(WINAPI*)(Arguments...)) {
+    return reinterpret_cast<void*>(+[](Arguments... arguments) -> Result {
+        s_asked += *kNoted[N];
+        if constexpr (N == 3) s_asked += std::to_string(std::get<2>(std::tuple(arguments...)));
+        const FARPROC real = GetProcAddress(GetModuleHandleW(L"uxtheme.dll"), kNoted[N]);
+        return reinterpret_cast<Result(WINAPI*)(Arguments...)>(reinterpret_cast<void*>(real))(arguments...);
+    });
 }
 
 FARPROC WINAPI LookUp(HMODULE module, const char* name) {
-    const std::pair<const char*, void*> ours[] = {{"OpenThemeData", reinterpret_cast<void*>(&Open)},
-                                                  {"OpenThemeDataForDpi", reinterpret_cast<void*>(&OpenForDpi)},
-                                                  {"CloseThemeData", reinterpret_cast<void*>(&Close)},
-                                                  {"DrawThemeBackground", reinterpret_cast<void*>(&Draw)}};
+    void* const noting[] = {Noting<0>(decltype(&OpenThemeData){}), Noting<1>(decltype(&CloseThemeData){}),
+                            Noting<2>(decltype(&DrawThemeBackground){}),
+                            Noting<3>(static_cast<HTHEME(WINAPI*)(HWND, const wchar_t*, UINT)>(nullptr))};
     if (s_missing && std::strcmp(name, s_missing) == 0) return nullptr;
-    for (const auto& [each, function] : ours)
-        if (std::strcmp(name, each) == 0) return reinterpret_cast<FARPROC>(function);
+    for (int i = 0; i < 4; ++i)
+        if (std::strcmp(name, kNoted[i]) == 0) return reinterpret_cast<FARPROC>(noting[i]);
     return GetProcAddress(module, name);
 }
 
@@ -150,12 +127,10 @@ TEST_F(Buttons, AreDrawnOnceAStyle) {
     const Picture first = Ours(0);
     for (const int flags : {0, +eKxButtonLook_Pressed, 0, +eKxButtonLook_Pressed})
         Ours(flags);
-    const std::vector<std::string> once{"open", "draw", "draw"};
-    EXPECT_EQ(s_asked, styled ? once : std::vector<std::string>{});
-    s_asked.clear();
+    EXPECT_EQ(std::exchange(s_asked, {}), styled ? "ODD" : "");
     KX_VisualStylesChanged();
     EXPECT_EQ(first, Ours(0));
-    EXPECT_EQ(s_asked, (styled ? std::vector<std::string>{"close", "open", "draw"} : std::vector<std::string>{}));
+    EXPECT_EQ(s_asked, styled ? "COD" : "");
 }
 
 TEST_F(Buttons, AreDrawnAtTheMonitorsScale) {
@@ -167,16 +142,14 @@ TEST_F(Buttons, AreDrawnAtTheMonitorsScale) {
     const struct {
         UINT dpi;
         const char* missing;
-        std::vector<std::string> asked;
-    } rows[] = {{144, nullptr, {"close", "open at 144", "draw"}},
-                {144, nullptr, {}},
-                {192, "OpenThemeDataForDpi", {"close", "open", "draw"}}};
+        const char* asked;
+    } rows[] = {{144, nullptr, "CO144D"}, {144, nullptr, ""}, {192, "OpenThemeDataForDpi", "COD"}};
     for (const auto& row : rows) {
         s_asked.clear();
         if ((s_missing = row.missing)) KX_VisualStylesChanged();
         KX_RelayScale(m_parent.Window(), WM_DPICHANGED, MAKEWPARAM(row.dpi, row.dpi), 0);
         Ours(0);
-        EXPECT_EQ(s_asked, styled ? row.asked : std::vector<std::string>{}) << row.dpi;
+        EXPECT_EQ(s_asked, styled ? row.asked : "") << row.dpi;
     }
     s_missing = nullptr;
     KX_VisualStylesChanged();
@@ -185,9 +158,8 @@ TEST_F(Buttons, AreDrawnAtTheMonitorsScale) {
 
 TEST_F(Buttons, AreClassicWhereTheStyleCannotBeDrawn) {
     const Picture before = Ours(0);
-    std::vector<std::wstring> log;
-    CKxLogFile::SetSink(
-        [](const wchar_t* record, void* to) { static_cast<std::vector<std::wstring>*>(to)->push_back(record); }, &log);
+    int logged = 0;
+    CKxLogFile::SetSink([](const wchar_t*, void* count) { ++*static_cast<int*>(count); }, &logged);
     for (const char* missing : {"DrawThemeBackground", "GetWindowTheme"}) {
         s_missing = missing;
         const Import import(L"kxbaseui.dll", &GetProcAddress, &LookUp);
@@ -199,7 +171,7 @@ TEST_F(Buttons, AreClassicWhereTheStyleCannotBeDrawn) {
     KX_VisualStylesChanged();
     EXPECT_EQ(before, Ours(0)) << "it comes back with the style";
     CKxLogFile::SetSink(nullptr, nullptr);
-    EXPECT_EQ(log.size(), 1u);
+    EXPECT_EQ(logged, 1);
 }
 
 TEST(ChangedStyles, ReachTheEdges) {
@@ -220,18 +192,10 @@ TEST(ChangedStyles, ReachTheEdges) {
 // A plug-in activates a manifest of its own while it makes its windows, in a program that may have none. (Asked first
 // in its process.)
 TEST(PluginStyles, AreThoseOfItsFirstWindow) {
-    wchar_t folder[MAX_PATH] = L"", file[MAX_PATH] = L"";
-    GetTempPathW(MAX_PATH, folder);
-    GetTempFileNameW(folder, L"kx", 0, file);
-    std::ofstream(std::filesystem::path(file)) <<
-        R"(<assembly xmlns="urn:schemas-microsoft-com:asm.v1" manifestVersion="1.0"><dependency><dependentAssembly>
-           <assemblyIdentity type="win32" name="Microsoft.Windows.Common-Controls" version="6.0.0.0" language="*"
-             processorArchitecture="amd64" publicKeyToken="6595b64144ccf1df"/></dependentAssembly></dependency></assembly>)";
     ACTCTXW description{};
     description.cbSize = sizeof description;
-    description.lpSource = file;
+    description.lpSource = kStylesManifest;
     const HANDLE manifest = CreateActCtxW(&description);
-    DeleteFileW(file);
     ULONG_PTR cookie = 0;
     ASSERT_TRUE(ActivateActCtx(manifest, &cookie)) << GetLastError();
     EXPECT_TRUE(KX_HasVisualStyles());

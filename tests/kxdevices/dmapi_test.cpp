@@ -3,12 +3,8 @@
 #include <kxdevices/kx_simdevices.h>
 #include <kxsystem/kx_time.h>
 
-#include <cmath>
 #include <limits>
-#include <memory>
 #include <stdexcept>
-#include <utility>
-#include <vector>
 
 namespace {
 
@@ -62,16 +58,13 @@ TEST(DMApi, AnswersWhatItCannotKnowWithNothing) {
     CKxSimShutter shutter(L"Shutter", eKxShutterType_Aux1);
     for (const unsigned id : {0u, 4711u, CKxDeviceRegistry::Add(shutter)}) {
         bool enabled = true;
-        EXPECT_EQ(DMApi::FilterChanger_GetFilterCount(id), 0);
-        EXPECT_FALSE(DMApi::FilterChanger_GetMotorized(id));
-        EXPECT_FALSE(DMApi::LaserOutput_GetPortEnable(id, 0, &enabled));
-        EXPECT_TRUE(enabled);
-        EXPECT_EQ(DMApi::LaserOutput_GetPortName(id, 0), L"");
+        EXPECT_FALSE(DMApi::LaserOutput_GetPortEnable(id, 0, &enabled) || !enabled);
+        EXPECT_EQ(CallText("", DMApi::FilterChanger_GetFilterCount(id), DMApi::FilterChanger_GetMotorized(id),
+                           DMApi::LaserOutput_GetPortName(id, 0).str()),
+                  "(0, false, \"\")");
         if (id == shutter.GetLogDevId()) continue;
-        EXPECT_EQ(DMApi::LogDev_GetInstance(id), nullptr);
-        EXPECT_EQ(DMApi::LogDev_GetType(id), eKxDeviceType_Unknown);
-        EXPECT_EQ(DMApi::Shutter_GetApertureSteps(id), 0);
-        EXPECT_FALSE(DMApi::LogDev_GetCapability(id, 154));
+        EXPECT_TRUE(!DMApi::LogDev_GetInstance(id) && DMApi::LogDev_GetType(id) == eKxDeviceType_Unknown);
+        EXPECT_TRUE(DMApi::Shutter_GetApertureSteps(id) == 0 && !DMApi::LogDev_GetCapability(id, 154));
     }
     EXPECT_EQ(DMApi::Shutter_GetShutterType(shutter.GetLogDevId()), eKxShutterType_Aux1);
 }
@@ -90,15 +83,13 @@ TEST(DMApi, AsksNosepiecesDrivesAndLightPaths) {
     const unsigned n = nosepiece.GetLogDevId(), z = drive.GetLogDevId(), p = path.GetLogDevId();
     long position = -1;
     CKxStringW reason;
-    EXPECT_EQ(DMApi::Nosepiece_GetPositionCount(n), 2);
+    EXPECT_EQ(CallText("", DMApi::Nosepiece_GetPositionCount(n), DMApi::Nosepiece_GetDeviceDriven(n),
+                       DMApi::Nosepiece_GetLocalSelect(n), DMApi::Nosepiece_GetPositionAvailable(n, 0, nullptr),
+                       DMApi::Nosepiece_GetMagnification(n, DMApi::Nosepiece_GetObjectiveName(n, 0)).str(),
+                       DMApi::Nosepiece_GetObjectiveName(n, 7).str(), DMApi::Nosepiece_GetObjectiveKey(n, 0).str()),
+              "(2, true, false, true, \"10x\", \"\", \"key\")");
     EXPECT_TRUE(DMApi::Nosepiece_GetPosition(n, &position) && position == 0);
-    EXPECT_TRUE(DMApi::Nosepiece_GetDeviceDriven(n) && !DMApi::Nosepiece_GetLocalSelect(n));
-    EXPECT_TRUE(DMApi::Nosepiece_GetPositionAvailable(n, 0, nullptr));
-    EXPECT_TRUE(!DMApi::Nosepiece_GetPositionAvailable(n, 1, &reason) && !reason.IsEmpty());
-    EXPECT_EQ(DMApi::Nosepiece_GetMagnification(n, DMApi::Nosepiece_GetObjectiveName(n, 0)), L"10x");
-    EXPECT_EQ(DMApi::Nosepiece_GetObjectiveName(n, 7), L"");
-    EXPECT_FALSE(nosepiece.MoveTo(1));
-    EXPECT_EQ(DMApi::Nosepiece_GetObjectiveKey(n, 0), L"key");
+    EXPECT_TRUE(!DMApi::Nosepiece_GetPositionAvailable(n, 1, &reason) && !reason.IsEmpty() && !nosepiece.MoveTo(1));
     double low = 0, high = 0, at = 0;
     EXPECT_TRUE(DMApi::ZDrive_GetRange(z, &low, &high) && low == 10 && high == 2000);
     EXPECT_TRUE(DMApi::ZDrive_GetPosition(z, &at) && at == 10);
@@ -121,27 +112,23 @@ TEST(SimulatedDevices, TakeTimeStopAndFail) {
                                                       SKxSimFilterChangerKind{});
     wheel.SetSpeed(100);
     listener.record.Clear();
-    const auto stand = [&] {
-        long position = -1;
-        const bool known = wheel.GetPosition(position);
-        EXPECT_EQ(known, position >= 0);
-        return position;
-    };
+    // State and position afterwards.
     const auto pass = [&](unsigned milliseconds) {
         clock.Pass(milliseconds);
         microscope.Tick();
-        return wheel.GetDeviceState();
+        long position = -1;
+        const bool known = wheel.GetPosition(position);
+        EXPECT_EQ(known, position >= 0);
+        return std::pair(wheel.GetDeviceState(), position);
     };
-    EXPECT_EQ(stand(), 0);
+    EXPECT_EQ(pass(0), std::pair(eKxDeviceState_Ready, 0L));
     EXPECT_FALSE(wheel.MoveTo(-1) || wheel.MoveTo(8));
     const auto told = CallText("told", wheel.GetLogDevId(), EKxDeviceChange::Position);
     // The shorter way round.
     for (const auto& [target, duration] : {std::pair{3L, 300u}, {7L, 400u}, {0L, 100u}, {0L, 100u}}) {
         EXPECT_TRUE(wheel.MoveTo(target));
-        EXPECT_EQ(pass(duration - 1), eKxDeviceState_Moving);
-        EXPECT_EQ(stand(), -1);
-        EXPECT_EQ(pass(1), eKxDeviceState_Ready);
-        EXPECT_EQ(stand(), target);
+        EXPECT_EQ(pass(duration - 1), std::pair(eKxDeviceState_Moving, -1L));
+        EXPECT_EQ(pass(1), std::pair(eKxDeviceState_Ready, target));
         microscope.Tick();
         EXPECT_EQ(listener.record.Take(), told + " " + told);
     }
@@ -154,11 +141,10 @@ TEST(SimulatedDevices, TakeTimeStopAndFail) {
     EXPECT_EQ(seen, eKxDeviceState_Unknown);
     CKxDeviceRegistry::RemoveListener(asking);
     EXPECT_EQ(listener.record.Take(), told + " " + told);
-    EXPECT_EQ(pass(1000), eKxDeviceState_Unknown);
-    EXPECT_EQ(stand(), -1);
+    EXPECT_EQ(pass(1000), std::pair(eKxDeviceState_Unknown, -1L));
     microscope.SetFails(true);
     wheel.MoveTo(5);
-    EXPECT_EQ(pass(1000), eKxDeviceState_Faulty);
+    EXPECT_EQ(pass(1000).first, eKxDeviceState_Faulty);
 }
 
 TEST(SimulatedDevices, DrivesGoOverADistanceWithinTheirRange) {

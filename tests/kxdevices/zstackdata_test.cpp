@@ -1,10 +1,8 @@
 // The record of a Z series: what each setter moves and what it leaves.
+#include <bench/bench.h>
 #include <kxdevices/kx_zstackdata.h>
 
-#include <gtest/gtest.h>
-
 #include <cmath>
-#include <functional>
 #include <limits>
 #include <optional>
 
@@ -62,8 +60,15 @@ const auto Home = [](double value) { return [=](R& r) { return r.SetHome(value);
 const auto Step = [](double value) { return [=](R& r) { return r.SetStep(value); }; };
 const auto Count = [](unsigned value) { return [=](R& r) { return r.SetCount(value); }; };
 const auto Type = [](int value) { return [=](R& r) { return r.SetType(value); }; };
+// To the piezo from 0 to 200; where drive and piezo stand.
+const auto Piezo = [](double from, double to) {
+    return [=](R& r) {
+        EXPECT_EQ(r.SetZPosition(0, from), from == None ? eKxZStack_Invalid : 0);
+        return r.SetZPosition(1, to) + r.SetZDevice(1);
+    };
+};
 
-// On a device from 0 to 1000. What is refused leaves everything as it was, and has the status -17 only beyond the
+// On a drive from 0 to 1000. What is refused leaves everything as it was, and has the status -17 only beyond the
 // device.
 TEST(ZStackData, SettersMoveWhatTheyShould) {
     // clang-format off
@@ -129,13 +134,24 @@ TEST(ZStackData, SettersMoveWhatTheyShould) {
         {"distances are no positions", free, Type(0), State{0, None, None, None, 10, 5}},
         {"distances are made equal", free, Type(2), State{2, -20, None, 20, 10, 5}},
         {"reset", plain, [](R& r) { return r.ResetTop() + r.ResetBottom(); }, State{0, None, None, None, 3, 4}},
+
+        // The same place in the sample has other numbers on another device.
+        {"positions follow", {0, 140, 300, 160}, Piezo(150, 100), State{0, 90, None, 110}},
+        {"as far as the device goes", {3, 140, 150, 160}, Piezo(150, 195), State{3, 180, 190, 200}},
+        {"unknown: the numbers stay", {3, 140, 150, 160}, Piezo(None, 100), State{3, 140, 150, 160}},
+        {"and are moved into the range", {0, 940, None, 960}, Piezo(None, 100), State{0, 180, None, 200}},
+        {"too long", {3, 100, 150, 400, 10}, Piezo(150, 100), State{3, None, None, None, 10, 31}},
+        {"distances stay", {2, -50, None, 50}, Piezo(150, 100), State{2, -50, None, 50}},
+        {"unless they are too long", {2, -101, None, 101}, Piezo(150, 100), State{2}},
+        {"no such device", plain, [](R& r) { return r.SetZDevice(2); }, Refused, eKxZStack_NoDevice},
     };
     // clang-format on
     for (const Row& row : rows) {
         SCOPED_TRACE(row.what);
         CKxZStackData record;
-        record.AddZDevice(0, 1000, nullptr);
-        record.SetZDevice(0);
+        unsigned device = 9;
+        EXPECT_EQ(record.AddZDevice(0, 1000, nullptr) + record.AddZDevice(0, 200, &device) + record.SetZDevice(0), 0);
+        EXPECT_EQ(device, 1u);
         row.before.Enter(record);
         const State before = State::Of(record);
         EXPECT_EQ(row.change(record), row.status);
@@ -158,60 +174,14 @@ TEST(ZStackData, CountsPlanesFromTheEndThatIsKept) {
     EXPECT_EQ(record.GetPlane(4, &plane), eKxZStack_NotSet);
 }
 
-// The same place in the sample has other numbers on another device.
-TEST(ZStackData, KeepsItsPlaceOnAnotherDevice) {
-    struct Change {
-        const char* what;
-        State before;
-        double from, to;  // where the devices stand
-        State after;
-    };
-    // clang-format off
-    const Change changes[] = {
-        {"positions follow", {0, 140, 300, 160}, 150, 100, {0, 90, None, 110}},
-        {"as far as the device goes", {3, 140, 150, 160}, 150, 195, {3, 180, 190, 200}},
-        {"unknown: the numbers stay", {3, 140, 150, 160}, None, 100, {3, 140, 150, 160}},
-        {"and are moved into the range", {0, 940, None, 960}, None, 100, {0, 180, None, 200}},
-        {"too long", {3, 100, 150, 400, 10}, 150, 100, {3, None, None, None, 10, 31}},
-        {"distances stay", {2, -50, None, 50}, 150, 100, {2, -50, None, 50}},
-        {"unless they are too long", {2, -101, None, 101}, 150, 100, {2}},
-    };
-    // clang-format on
-    for (const Change& change : changes) {
-        SCOPED_TRACE(change.what);
-        CKxZStackData record;
-        unsigned drive = 9, piezo = 9;
-        record.AddZDevice(0, 1000, &drive);
-        record.AddZDevice(0, 200, &piezo);
-        EXPECT_EQ(record.SetZDevice(drive), 0);
-        EXPECT_EQ(record.SetZPosition(drive, change.from), change.from == None ? eKxZStack_Invalid : 0);
-        EXPECT_EQ(record.SetZPosition(piezo, change.to), 0);
-        change.before.Enter(record);
-        EXPECT_EQ(record.SetZDevice(2), eKxZStack_NoDevice);
-        EXPECT_EQ(record.SetZDevice(piezo), 0);
-        EXPECT_EQ(State::Of(record), change.after);
-    }
-    CKxZStackData record;
-    unsigned device = 7;
-    double limit = 7;
-    EXPECT_EQ(record.GetZDevice(&device) + record.GetZRangeMin(&limit) + record.GetZPosition(&limit),
-              eKxZStack_NotSet + 2 * eKxZStack_NoDevice);
-    EXPECT_EQ(device + limit, 14) << "outputs are left alone";
-    for (const auto& [low, high] : {std::pair{5.0, 4.0}, {NaN, 4.0}, {0.0, None}})
-        EXPECT_EQ(record.AddZDevice(low, high, &device), eKxZStack_Invalid);
-}
-
 TEST(ZStackData, SuggestsTheNyquistStep) {
     struct Optics {
         double aperture, index, wavelength, step;  // a step of None: refused
     };
     // By hand: sin a = 1.4 / 1.515, cos a = 0.38212, 520 / (2 * 1.515 * 0.61788) = 277.7.
-    const Optics table[] = {
-        // clang-format off
-        {1.4, 1.515, 520, 0.278}, {0.5, 1, 500, 1.866}, {1, 1, 500, 0.25}, {1.1, 1, 500, None}, {0, 1, 500, None},
-        {NaN, 1, 500, None}, {0.5, None, 500, None}, {0.5, 1, 0, None}, {0.5, 1, NaN, None},
-        // clang-format on
-    };
+    const Optics table[] = {{1.4, 1.515, 520, 0.278}, {0.5, 1, 500, 1.866}, {1, 1, 500, 0.25},
+                            {1.1, 1, 500, None},      {0, 1, 500, None},    {NaN, 1, 500, None},
+                            {0.5, None, 500, None},   {0.5, 1, 0, None},    {0.5, 1, NaN, None}};
     for (const auto& [aperture, index, wavelength, step] : table) {
         CKxZStackData record;
         const int status = record.SetObjective(aperture, index) + record.SetWavelength(wavelength);
@@ -222,7 +192,7 @@ TEST(ZStackData, SuggestsTheNyquistStep) {
     }
 }
 
-TEST(ZStackData, GivesItsStatusWithoutAnOutput) {
+TEST(ZStackData, LeavesOutputsAloneAndGivesItsStatusWithoutOne) {
     CKxZStackData empty, full;
     full.AddZDevice(0, 1000, nullptr);
     full.SetZDevice(0);
@@ -235,6 +205,13 @@ TEST(ZStackData, GivesItsStatusWithoutAnOutput) {
         EXPECT_TRUE((empty.*getter)(nullptr) != 0 && (full.*getter)(nullptr) == 0);
     EXPECT_EQ(empty.GetCount(nullptr) + empty.GetZDevice(nullptr), 2 * eKxZStack_NotSet);
     EXPECT_EQ(full.GetCount(nullptr) + full.GetZDevice(nullptr) + full.GetType(nullptr) + full.GetPlane(0, nullptr), 0);
+    unsigned device = 7;
+    double limit = 7;
+    EXPECT_EQ(empty.GetZDevice(&device) + empty.GetZRangeMin(&limit) + empty.GetZPosition(&limit),
+              eKxZStack_NotSet + 2 * eKxZStack_NoDevice);
+    EXPECT_EQ(device + limit, 14) << "outputs are left alone";
+    for (const auto& [low, high] : {std::pair{5.0, 4.0}, {NaN, 4.0}, {0.0, None}})
+        EXPECT_EQ(empty.AddZDevice(low, high, &device), eKxZStack_Invalid);
 }
 
 TEST(ZStackData, ComparesWhatMakesTheSeries) {

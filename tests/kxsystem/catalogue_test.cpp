@@ -1,10 +1,5 @@
+#include <bench/bench.h>
 #include <kxsystem/kx_catalogue.h>
-
-#include <gtest/gtest.h>
-
-#include <string>
-#include <utility>
-#include <vector>
 
 using namespace std::string_literals;
 
@@ -29,10 +24,9 @@ const std::string c_entry = "msgctxt \"c\"\nmsgid \"a\"\nmsgstr \"A\"\n";
 
 void ExpectRefusal(const std::string& po, int line, const char* reason) {
     const Result result(po);
-    const std::string shown = po.substr(0, 200);
-    EXPECT_FALSE(result.catalogue) << shown;
-    EXPECT_EQ(result.refusal.line, line) << shown;
-    EXPECT_STREQ(result.refusal.reason, reason) << shown;
+    EXPECT_FALSE(result.catalogue) << po.substr(0, 200);
+    EXPECT_EQ(result.refusal.line, line) << po.substr(0, 200);
+    EXPECT_STREQ(result.refusal.reason, reason) << po.substr(0, 200);
 }
 
 }  // namespace

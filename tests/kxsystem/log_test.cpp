@@ -1,12 +1,8 @@
+#include <bench/bench.h>
 #include <kxsystem/kx_log.h>
 
-#include <gtest/gtest.h>
-
 #include <stdexcept>
-#include <string>
 #include <thread>
-#include <utility>
-#include <vector>
 
 namespace {
 

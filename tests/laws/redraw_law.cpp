@@ -5,7 +5,7 @@
 #include <optional>
 #include <set>
 
-#include <bench/styles.h>
+#include <bench/imports.h>
 #include <kxbaseui/kx_layoutmanager.h>
 #include <subjects/redraw.h>
 

@@ -1,5 +1,5 @@
 // The host's pages at the scale of their monitor, where every window stands as at 96 dpi with that zoom.
-#include <windows.h>
+#include <bench/bench.h>
 
 #include <array>
 #include <cstddef>
@@ -7,16 +7,7 @@
 #include <cstring>
 #include <cwchar>
 #include <fstream>
-#include <functional>
-#include <memory>
-#include <ostream>
-#include <string>
-#include <utility>
-#include <vector>
 
-#include <bench/bench.h>
-#include <bench/picture.h>
-#include <gtest/gtest.h>
 #include <host/gallery_devices.h>
 #include <host/host_microscope.h>
 #include <host/pages/pages.h>
@@ -26,8 +17,6 @@
 #include <kxbaseui/kx_layoutmanager.h>
 
 namespace {
-
-constexpr wchar_t kClass[] = L"KxScaleTest";
 
 // Inside of a host's callback as well.
 std::function<void()> s_onZoom;
@@ -41,25 +30,13 @@ LRESULT CALLBACK HostProc(HWND window, UINT message, WPARAM wParam, LPARAM lPara
 HWND MakeHost() {
     WNDCLASSW description{};
     description.lpfnWndProc = HostProc;
-    description.hInstance = GetModuleHandleW(nullptr);
-    description.lpszClassName = kClass;
+    description.lpszClassName = L"KxScaleTest";
     RegisterClassW(&description);
-    return CreateWindowW(kClass, L"", WS_OVERLAPPEDWINDOW, 0, 0, 1000, 800, nullptr, nullptr, description.hInstance,
-                         nullptr);
+    return CreateWindowW(L"KxScaleTest", L"", WS_OVERLAPPEDWINDOW, 0, 0, 1000, 800, nullptr, nullptr, nullptr, nullptr);
 }
 
 // A window of a page: class and id, then its place in its parent, its size and the height of its font.
-struct Place {
-    std::string name;
-    std::array<long, 5> measures;
-    friend bool operator==(const Place&, const Place&) = default;
-};
-std::ostream& operator<<(std::ostream& out, const Place& place) {
-    out << place.name;
-    for (const long each : place.measures)
-        out << ' ' << each;
-    return out << '\n';
-}
+using Place = std::pair<std::string, std::array<long, 5>>;
 
 class PagesAtScale : public testing::Test {
 protected:
@@ -165,10 +142,8 @@ TEST_F(PagesAtScale, FollowTheMonitorAndComeBack) {
     ASSERT_EQ(Places(), first);
 
     const RECT offered{30, 40, 1230, 1000};
-    RECT rect{};
     Send(144, &offered);
-    GetWindowRect(host_, &rect);
-    EXPECT_TRUE(EqualRect(&rect, &offered));
+    EXPECT_EQ(kx::test::PlaceOf(host_), "30 40 1200 960");
     EXPECT_EQ(Places(), zoomed);
     EXPECT_EQ(CKxGUILayoutManager::GetGuiZoom(), 1.5);
     EXPECT_EQ(CKxGUILayoutManager::GetUserZoom(), 1.0);
@@ -186,12 +161,10 @@ TEST_F(PagesAtScale, FollowTheMonitorAndComeBack) {
 TEST_F(PagesAtScale, TakeNothingOfWhatIsNoScale) {
     const auto first = Places();
     const RECT offered{30, 40, 900, 700};
-    RECT before{}, after{};
-    GetWindowRect(host_, &before);
+    const std::string before = kx::test::PlaceOf(host_);
     Send(0, &offered);
     Send(20000, &offered);
-    GetWindowRect(host_, &after);
-    EXPECT_TRUE(EqualRect(&before, &after));
+    EXPECT_EQ(kx::test::PlaceOf(host_), before);
     EXPECT_EQ(Places(), first);
 
     Send(480, nullptr);
@@ -208,8 +181,7 @@ TEST_F(PagesAtScale, TakeNothingOfWhatIsNoScale) {
     // The user's zoom changes then: the monitor's scale is taken all the same.
     s_onZoom = [this] { Zoom(2.0); };
     Send(144, &offered);
-    GetWindowRect(host_, &after);
-    EXPECT_TRUE(EqualRect(&after, &offered));
+    EXPECT_EQ(kx::test::PlaceOf(host_), "30 40 870 660");
     EXPECT_EQ(CKxGUILayoutManager::GetGuiZoom(), 3.0);
     Send(96, nullptr);
     s_onZoom = nullptr;
@@ -229,9 +201,10 @@ TEST_F(PagesAtScale, DifferByRoundingWhereTheyAreMade) {
     const auto made = Places();
     ASSERT_EQ(made.size(), brought.size());
     for (std::size_t i = 0; i < made.size(); ++i) {
-        if (made[i].name == "KxDevUI_Shutter 1704" || made[i].name == "Button 10200") continue;
-        for (std::size_t k = 0; k < made[i].measures.size(); ++k)
-            EXPECT_NEAR(made[i].measures[k], brought[i].measures[k], 1) << made[i] << brought[i];
+        const auto& [name, measures] = made[i];
+        if (name == "KxDevUI_Shutter 1704" || name == "Button 10200") continue;
+        for (std::size_t k = 0; k < measures.size(); ++k)
+            EXPECT_NEAR(measures[k], brought[i].second[k], 1) << name;
     }
 }
 
@@ -245,7 +218,7 @@ TEST_F(PagesAtScale, AreTheSameWhateverTheSystemsScaleIs) {
     std::ofstream file(name ? name : "NUL");
     file << GetDpiForSystem() << '\n';
     for (const Place& place : places)
-        file << place;
+        file << testing::PrintToString(place) << '\n';
     for (const std::size_t look : Looks())
         file << "looks " << look << '\n';
 }

@@ -103,7 +103,7 @@ private:
         Control().told = nullptr;
         Control().Destroy();
         const auto& told = Parent().Record().Entries();
-        if (!told.empty()) return "the parent was told while the control was being destroyed: " + told.front().text;
+        if (!told.empty()) return "the parent was told while the control was being destroyed: " + told.front();
         if (GetWindow(Parent().Window(), GW_CHILD)) return "a window is left in the parent";
         return Control().Check();
     }
@@ -154,15 +154,9 @@ private:
             SetWindowPos(window, nullptr, x, y, random_.Length(), random_.Length(),
                          SWP_NOACTIVATE | random_.Of<UINT>({0, SWP_NOMOVE, SWP_NOSIZE, SWP_NOREDRAW}));
             return;
-        case 8:
-            if (control) control->SetVisible(y % 4 != 0), control->SetRedraw(x % 2 == 0);
-            return;
-        case 9:
-            if (control) control->MoveWindowRelative(x, y), control->ResizeWindow(x, y);
-            return;
-        case 10:
-            if (control) control->MoveWindow(x, y), control->ResizeWindowRelative(x, y);
-            return;
+        case 8: return control ? (control->SetVisible(y % 4 != 0), control->SetRedraw(x % 2 == 0)) : void();
+        case 9: return control ? (control->MoveWindowRelative(x, y), control->ResizeWindow(x, y)) : void();
+        case 10: return control ? (control->MoveWindow(x, y), control->ResizeWindowRelative(x, y)) : void();
         default: act.run();
         }
     }

@@ -109,9 +109,8 @@ void LawTest::Expect(bool holds, const std::string& where, const std::string& ot
 
 void LawTest::ExpectUnheard(const std::string& after) {
     ++checked_;
-    for (const Entry& entry : parent_->Record().Entries())
-        if (entry.message != WM_DRAWITEM && !IsExcepted(entry.text))
-            Expect(false, after, "the host hears " + entry.text);
+    for (const std::string& entry : parent_->Record().Entries())
+        if (entry != NameOf(WM_DRAWITEM) && !IsExcepted(entry)) Expect(false, after, "the host hears " + entry);
     parent_->Record().Clear();
 }
 

@@ -201,7 +201,7 @@ public:
         if (what == End::Object) control_.reset();
         Ended();
         const auto& heard = parent_->Record().Entries();
-        if (!heard.empty()) wrong_ = "the parent was told of a destruction: " + heard.front().text;
+        if (!heard.empty()) wrong_ = "the parent was told of a destruction: " + heard.front();
     }
     void Copy() final {
         if constexpr (std::is_copy_constructible_v<T>) const T copy(*control_);
