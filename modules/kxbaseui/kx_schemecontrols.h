@@ -11,8 +11,8 @@
 
 // Makes `window` and all windows below it follow the scheme: dialogs, push buttons, check boxes, radio buttons, group
 // boxes, static texts, lines and rectangles, edits, list boxes, combo boxes with their lists, list views, up-downs,
-// track bars, tab controls, tooltips, also those that such controls have themselves; their edges and, where the platform
-// has dark ones, their scroll bars.
+// track bars, tab controls, tooltips, also those that such controls have themselves; their edges and, where the
+// platform has dark ones, their scroll bars.
 //
 // Of a window with a title the title and the menus follow as well: for a host's main window one call is enough, when it
 // is made; menus set or filled later are found as they show. Their items are drawn in the font and the size of the
