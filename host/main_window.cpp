@@ -25,7 +25,7 @@ namespace {
 constexpr UINT kZoomed = WM_APP + 1;
 constexpr UINT_PTR kDeviceTimer = 1;
 constexpr UINT kDeviceMilliseconds = 40;
-constexpr int kLogHeight = 200, kStatusHeight = 20, kBarHeight = 30, kPageButtonWidth = 92;  // unzoomed pixels
+constexpr int kLogHeight = 200, kStatusHeight = 20, kBarHeight = 30, kPageButtonWidth = 108;  // unzoomed pixels
 // The first size: three columns of the microscope's page, all of the host's own in them.
 constexpr int kWidth = 1016, kHeight = kBarHeight + 472 + kStatusHeight + kLogHeight;
 

@@ -132,6 +132,8 @@ void Tour::TurnTo(const std::function<int()>& page) {
 }
 
 void Tour::Looks(const std::wstring& name, int language) {
+    // Away from the controls, whose tooltips come in their own time.
+    Do([] { SendMouse({2, 2}, 0); });
     Menu(MainWindow::cmdEnabled);
     Picture(name + L"-disabled");
     // Where visual styles are to be seen, and the lack of them.

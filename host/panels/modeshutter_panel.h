@@ -7,7 +7,7 @@
 
 class AskingModeShutter : public Asks<CKxDevUI_ModeShutter, CKxSimShutter> {
 public:
-    static constexpr ControlLayout kLayout{.size = {0, 36}};
+    static constexpr ControlLayout kLayout{.control = {3, 24}, .size = {0, 36}};
 
     using Asks::Asks;
     void Prepare();

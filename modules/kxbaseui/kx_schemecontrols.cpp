@@ -311,7 +311,10 @@ void Follow(HWND window) {
         kx::FollowColorSchemeInEdge(window);
     } else if (kx::IsClass(window, WC_LISTVIEWW)) {
         FollowColorSchemeInList(window);
+        // It is the parent of what a label is edited with.
+        kx::Subclass(window, ParentProc);
         kx::FollowColorSchemeInEdge(window);
+        kx::FollowColorSchemeInToolTip(ListView_GetToolTips(window));
     } else if (kx::IsClass(window, WC_SCROLLBARW)) {
         kx::FollowColorSchemeInScrollBar(window);
     } else if (kx::IsClass(window, TOOLTIPS_CLASSW)) {

@@ -12,6 +12,7 @@
 #include "kx_platformlook.h"
 #include "kx_schemecolors.h"
 #include "kx_schemepaint.h"
+#include "kx_schemetip.h"
 #include "kx_subclass.h"
 
 namespace kx {
@@ -186,8 +187,14 @@ LRESULT CALLBACK EdgeProc(HWND window, UINT message, WPARAM wParam, LPARAM lPara
 
 bool FollowColorSchemeInPart(HWND window) {
     if (IsClass(window, UPDOWN_CLASSW)) return Subclass(window, PartProc<PaintUpDown>);
-    if (IsClass(window, TRACKBAR_CLASSW)) return Subclass(window, PartProc<PaintTrackBar>);
-    if (IsClass(window, WC_TABCONTROLW)) return Subclass(window, PartProc<PaintTabControl>);
+    if (IsClass(window, TRACKBAR_CLASSW)) {
+        FollowColorSchemeInToolTip(reinterpret_cast<HWND>(SendMessageW(window, TBM_GETTOOLTIPS, 0, 0)));
+        return Subclass(window, PartProc<PaintTrackBar>);
+    }
+    if (IsClass(window, WC_TABCONTROLW)) {
+        FollowColorSchemeInToolTip(TabCtrl_GetToolTips(window));
+        return Subclass(window, PartProc<PaintTabControl>);
+    }
     return false;
 }
 

@@ -31,6 +31,8 @@ LRESULT CALLBACK TipProc(HWND tip, UINT message, WPARAM wParam, LPARAM lParam) {
 }  // namespace
 
 void FollowColorSchemeInToolTip(HWND tip) {
+    if (!IsWindow(tip)) return;
+
     Subclass(tip, TipProc);
     if (IsOwnScheme()) SetColors(tip);
 }

@@ -200,6 +200,36 @@ TEST_P(DarkWindows, OpenDarkMenusListsAndTips) {
     EXPECT_GT(picture.Count(KX_GetSysColor(COLOR_INFOBK)), 100);
 }
 
+// What the platform's controls bring with them: the editor of a label, tooltips.
+TEST_P(DarkWindows, BringDarkWindows) {
+    const HWND list = Add(WC_LISTVIEWW, {10, 50, 190, 140}, LVS_LIST | LVS_EDITLABELS);
+    // Here it has no tooltip unless it is given one.
+    SendMessageW(list, LVM_SETTOOLTIPS,
+                 reinterpret_cast<WPARAM>(
+                     CreateWindowW(TOOLTIPS_CLASSW, L"", WS_POPUP, 0, 0, 0, 0, Window(), nullptr, nullptr, nullptr)),
+                 0);
+    const std::pair<HWND, UINT> owners[] = {{list, LVM_GETTOOLTIPS},
+                                            {Add(WC_TABCONTROLW, {}, TCS_TOOLTIPS), TCM_GETTOOLTIPS},
+                                            {Add(TRACKBAR_CLASSW, {}, TBS_TOOLTIPS), TBM_GETTOOLTIPS}};
+    KX_FollowColorScheme(Window());
+    for (const auto& [owner, get] : owners) {
+        const HWND tip = reinterpret_cast<HWND>(SendMessageW(owner, get, 0, 0));
+        EXPECT_EQ(static_cast<COLORREF>(SendMessageW(tip, TTM_GETTIPBKCOLOR, 0, 0)), KX_GetSysColor(COLOR_INFOBK))
+            << get;
+    }
+
+    LVITEMW item{};
+    item.mask = LVIF_TEXT, item.pszText = const_cast<wchar_t*>(L"A long label");
+    SendMessageW(list, LVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&item));
+    SetFocus(list);
+    SendMessageW(list, LVM_EDITLABELW, 0, 0);
+    const HWND editor = reinterpret_cast<HWND>(SendMessageW(list, LVM_GETEDITCONTROL, 0, 0));
+    SendMessageW(editor, EM_SETSEL, 0, 0);
+    Pump();
+    Picture::OnScreen(Window()).Save(Name("editor"));
+    EXPECT_EQ(LightIn(Picture::OnScreen(editor)), "");
+}
+
 INSTANTIATE_TEST_SUITE_P(Schemes, DarkWindows, testing::Values(eKxColorScheme_Dark, eKxColorScheme_HighContrast));
 
 // ---- What the system asks for --------------------------------------------------------------------------------------
