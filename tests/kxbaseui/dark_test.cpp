@@ -226,8 +226,7 @@ TEST_P(DarkWindows, BringDarkWindows) {
     const HWND editor = reinterpret_cast<HWND>(SendMessageW(list, LVM_GETEDITCONTROL, 0, 0));
     SendMessageW(editor, EM_SETSEL, 0, 0);
     Pump();
-    Picture::OnScreen(Window()).Save(Name("editor"));
-    EXPECT_EQ(LightIn(Picture::OnScreen(editor)), "");
+    ExpectDark(Picture::OnScreen(editor), "editor");
 }
 
 INSTANTIATE_TEST_SUITE_P(Schemes, DarkWindows, testing::Values(eKxColorScheme_Dark, eKxColorScheme_HighContrast));
