@@ -124,10 +124,14 @@ TEST_F(ColorSlider, AsksAndTellsInEachWay) {
          "Range(30, 60, 30, 60) Range(30, 60, 30, 60) Up() = 30 60", nullptr},
         {[](Slider& s) {
              const DialogKeys keys(s);
+             s.SetTabStop(true);
              ::SetFocus(s.Thumb()), Key(VK_LEFT), Key(VK_TAB), Key(VK_END), Key(VK_END), Key(VK_NEXT);
              Key(VK_TAB, MOD_SHIFT), Key(VK_HOME);
+             // Out, and in again by the same way.
+             Key(VK_TAB), Key(VK_TAB), Key(VK_TAB, MOD_SHIFT), Key(VK_LEFT);
          },
-         "Range(20, 70, 20, 70) Range(20, 100, 20, 100) Range(20, 90, 20, 90) Range(0, 90, 0, 90) = 0 90", nullptr},
+         "Range(20, 70, 20, 70) Range(20, 100, 20, 100) Range(20, 90, 20, 90) Range(0, 90, 0, 90) "
+         "Range(0, 90, 0, 90) Range(0, 80, 0, 80) = 0 80", nullptr},
         {[](Slider& s) { TypeInto(s, 10005, L"93\n"); }, "Range(90, 90, 90, 90) = 90 90", nullptr},
     };
     // clang-format on
