@@ -508,7 +508,9 @@ kx::ui::Handled CKxDevUI_EditBox::HandleEdit(const kx::ui::Message& message) {
         if (message.wParam == VK_RETURN) return DLGC_WANTALLKEYS;
         return std::nullopt;
     case WM_CHAR:
+        m_charUsed = false;
         OnChar(static_cast<int>(message.wParam));
+        if (alive && std::exchange(m_charUsed, false)) return 0;
         if (message.wParam != VK_RETURN) return std::nullopt;
         if (alive && m_edit == message.window) OnEnter();
         return 1;

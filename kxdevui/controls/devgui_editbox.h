@@ -187,6 +187,8 @@ protected:
     };
     // See Rows.
     std::optional<Rows> m_textRows;
+    // Set by OnChar, for a character that the platform's edit is not to see.
+    bool m_charUsed = false;
 
     // From now on the window paints around its children: after the last of them has been made.
     void ClipChildren();

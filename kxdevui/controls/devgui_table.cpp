@@ -69,7 +69,11 @@ void CKxDevUI_Table_Edit::OnEnter() { Notify(m_table, GetId(), kEditEnter, reint
 void CKxDevUI_Table_Edit::OnSetFocus() {}
 void CKxDevUI_Table_Edit::OnKillFocus() { m_table.FinishEdit(false); }
 void CKxDevUI_Table_Edit::OnChange() {}
-void CKxDevUI_Table_Edit::OnChar(int character) { Notify(m_table, GetId(), kEditChar, character); }
+void CKxDevUI_Table_Edit::OnChar(int character) {
+    // The platform's edit beeps at what ends the cell, and has no use for what comes when the field is closed.
+    m_charUsed = character == VK_ESCAPE || character == VK_TAB || !IsWindowVisible(m_hWnd);
+    Notify(m_table, GetId(), kEditChar, character);
+}
 
 // ---- Life ----------------------------------------------------------------------------------------------------------
 

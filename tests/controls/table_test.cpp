@@ -164,6 +164,26 @@ TEST_F(Table, GoesByKeys) {
           {[] { Type(L"\t"); }, "8 edited(77, 29, 2, \"\", 0)"}});
 }
 
+// The platform's edit would beep.
+TEST_F(Table, KeepsToItselfWhatEndsACell) {
+    static std::string reached;
+    static WNDPROC edit;
+    const HWND any = AddChild(parent.Window(), L"EDIT", 9, {});
+    edit = reinterpret_cast<WNDPROC>(
+        SetClassLongPtrW(any, GCLP_WNDPROC, reinterpret_cast<LONG_PTR>(+[](HWND w, UINT id, WPARAM p, LPARAM l) {
+                             if (id == WM_CHAR) reached += static_cast<char>(p);
+                             return CallWindowProcW(edit, w, id, p, l);
+                         })));
+    Fill();
+    SetClassLongPtrW(any, GCLP_WNDPROC, reinterpret_cast<LONG_PTR>(edit));
+    Open(0, 1);
+    const HWND field = Field();
+    ASSERT_TRUE(field);
+    Type(L"7\t\x1b");
+    SendMessageW(field, WM_CHAR, L'x', 0);
+    EXPECT_EQ(reached, "7");
+}
+
 TEST_F(Table, EditsOnItsCell) {
     int orders[][3] = {{0, 1, 2}, {2, 0, 1}};
     ListView_SetColumnWidth(List(), 0, 100);  // as the user drags it
