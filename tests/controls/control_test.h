@@ -4,8 +4,6 @@
 
 #include <bench/asking.h>
 #include <bench/bench.h>
-#include <bench/script.h>
-#include <bench/window.h>
 #include <kxbaseui/kx_bitmappool.h>
 #include <kxbaseui/kx_colors.h>
 #include <kxbaseui/kx_layoutmanager.h>

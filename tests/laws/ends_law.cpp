@@ -2,7 +2,6 @@
 // touched afterwards. Objects that have been deleted lie in memory that nobody may read or write (bench/grave.h).
 #include <subjects/law.h>
 
-#include <map>
 #include <set>
 #include <tuple>
 

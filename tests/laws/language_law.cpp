@@ -11,7 +11,6 @@
 #include <sstream>
 
 #include <bench/imports.h>
-#include <bench/window.h>
 #include <kxbaseui/kx_menu.h>
 #include <kxbaseui/kx_messagebox.h>
 #include <kxsystem/kx_catalogue.h>

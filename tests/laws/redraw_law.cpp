@@ -1,7 +1,6 @@
 // What is on the screen after a change is what a full repaint draws: a missing redraw shows at once.
 #include <subjects/law.h>
 
-#include <map>
 #include <optional>
 #include <set>
 

@@ -5,9 +5,7 @@
 #include <commctrl.h>
 
 #include <cstdio>
-#include <utility>
 
-#include <bench/window.h>
 #include <kxbaseui/kx_layoutmanager.h>
 #include <kxbaseui/kx_schemecontrols.h>
 #include <kxdevui/framework/devgui_container.h>

@@ -3,7 +3,6 @@
 
 #include <sstream>
 
-#include <bench/window.h>
 #include <kxbaseui/kx_layoutmanager.h>
 #include <subjects/redraw.h>
 

@@ -4,7 +4,6 @@
 #include <controls/control_test.h>
 #include <kxdevices/kx_simdevices.h>
 
-#include <memory>
 #include <stdexcept>
 
 namespace kx::test {

@@ -2,9 +2,6 @@
 // states that cover every pair of colour scheme, zoom and enabling.
 #pragma once
 
-#include <string>
-#include <vector>
-
 #include <kxbaseui/kx_colors.h>
 #include <subjects/subject.h>
 #include <subjects/user.h>

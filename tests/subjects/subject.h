@@ -16,15 +16,8 @@
 // excepted, and fails when there was nothing to look at.
 #pragma once
 
-#include <windows.h>
-
-#include <functional>
-#include <memory>
-#include <string>
 #include <tuple>
 #include <type_traits>
-#include <utility>
-#include <vector>
 
 #include <bench/bench.h>
 #include <bench/grave.h>

@@ -5,9 +5,6 @@
 #include <kxdevui/zfocus/devgui_zstack.h>
 #include <kxdevui/zfocus/zstack_ids.h>
 
-#include <map>
-#include <memory>
-
 namespace kx::test {
 
 class Panel : public CKxDevUI_ZStack {
