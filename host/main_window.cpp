@@ -201,8 +201,11 @@ void MainWindow::FitToPages() {
     AdjustWindowRectExForDpi(&frame, static_cast<DWORD>(GetWindowLongW(m_window, GWL_STYLE)), TRUE, 0,
                              GetDpiForWindow(m_window));
     // On a small screen the log gives way first.
-    RECT work{}, own{};
-    SystemParametersInfoW(SPI_GETWORKAREA, 0, &work, 0);
+    RECT own{};
+    MONITORINFO monitor{};
+    monitor.cbSize = sizeof monitor;
+    GetMonitorInfoW(MonitorFromWindow(m_window, MONITOR_DEFAULTTONEAREST), &monitor);
+    const RECT& work = monitor.rcWork;
     GetWindowRect(m_window, &own);
     SetWindowPos(m_window, nullptr, 0, 0, std::min(frame.right - frame.left, work.right - own.left),
                  std::min(frame.bottom - frame.top, work.bottom - own.top), SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);

@@ -124,7 +124,7 @@ void BenchPage::Arrange() {
     GetWindowRect(m_hWnd, &window);
     // As if the scroll bar were always there: it must not come and go by what it does to the width.
     // At every scale as wide as at 96 dpi with that zoom, whose scroll bar does not grow.
-    const long bar = std::max<long>(GetSystemMetrics(SM_CXVSCROLL),
+    const long bar = std::max<long>(GetSystemMetricsForDpi(SM_CXVSCROLL, GetDpiForWindow(m_hWnd)),
                                     CKxGUILayoutManager::Zoomed(GetSystemMetricsForDpi(SM_CXVSCROLL, 96)));
     const long width = window.right - window.left - bar;
     const long height = window.bottom - window.top;

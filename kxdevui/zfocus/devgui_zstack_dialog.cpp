@@ -55,9 +55,10 @@ long ClientWidthOf(HWND window) {
 SIZE SizeOfCheckBox(HWND box, long width) {
     const CKxStringW text = TextOf(box);
     // The platform's own box, with the gap between it and the text.
-    const long mark = GetSystemMetrics(SM_CXMENUCHECK) + 2 * GetSystemMetrics(SM_CXEDGE);
+    const UINT dpi = GetDpiForWindow(box);
+    const long mark = GetSystemMetricsForDpi(SM_CXMENUCHECK, dpi) + 2 * GetSystemMetricsForDpi(SM_CXEDGE, dpi);
     const SIZE needed = Measure(box, text, FontOf(box), width - mark);
-    return {width, std::max(SizeOf(box).cy, needed.cy + 2 * GetSystemMetrics(SM_CYEDGE))};
+    return {width, std::max(SizeOf(box).cy, needed.cy + 2 * GetSystemMetricsForDpi(SM_CYEDGE, dpi))};
 }
 
 void Place(HWND window, const RECT& rect) {
@@ -99,9 +100,10 @@ void LayOut(HWND dialog, const wchar_t* question) {
     for (std::size_t i = 0; i < kButtons.size(); ++i)
         sizes.buttons[i] = SizeOf(GetDlgItem(dialog, kButtons[i]));
     sizes.check = SizeOfCheckBox(GetDlgItem(dialog, IDC_YNK_KEEP), YesNoKeepWidth(sizes));
-    sizes.edgeX = GetSystemMetrics(SM_CXEDGE);
-    sizes.edgeY = GetSystemMetrics(SM_CYEDGE);
-    sizes.captionHeight = GetSystemMetrics(SM_CYCAPTION);
+    const UINT dpi = GetDpiForWindow(dialog);
+    sizes.edgeX = GetSystemMetricsForDpi(SM_CXEDGE, dpi);
+    sizes.edgeY = GetSystemMetricsForDpi(SM_CYEDGE, dpi);
+    sizes.captionHeight = GetSystemMetricsForDpi(SM_CYCAPTION, dpi);
 
     const YesNoKeepLayout layout = PlaceYesNoKeep(sizes);
     Place(GetDlgItem(dialog, IDC_YNK_ICON), layout.icon);
