@@ -319,10 +319,11 @@ void PositionPanel::DrawSetup(const DRAWITEMSTRUCT& item) const {
     });
 }
 
-void PositionPanel::DrawCurrent(HDC dc, const RECT& area) {
+void PositionPanel::DrawCurrent(HDC dc, const RECT& area, bool enabled) {
     const Selection pen(dc, GetStockObject(DC_PEN)), brush(dc, GetStockObject(DC_BRUSH));
-    SetDCPenColor(dc, KX_GetSysColor(COLOR_HIGHLIGHT));
-    SetDCBrushColor(dc, KX_GetSysColor(COLOR_HIGHLIGHT));
+    const COLORREF color = KX_GetSysColor(enabled ? COLOR_HIGHLIGHT : COLOR_BTNSHADOW);
+    SetDCPenColor(dc, color);
+    SetDCBrushColor(dc, color);
     const int corner = static_cast<int>(CKxGUILayoutManager::Zoomed(6));
     RoundRect(dc, area.left, area.top, area.right, area.bottom, corner, corner);
 }

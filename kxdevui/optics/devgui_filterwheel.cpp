@@ -360,14 +360,14 @@ void CKxDevUI_FilterWheel::OnDrawItem(const DRAWITEMSTRUCT& item) {
     PaintItem(m_inside->Window(), item, KX_GetSysColorBrush(COLOR_BTNFACE), [&](HDC dc, const RECT& area) {
         RECT place = area;
         const long line = std::max(1L, CKxGUILayoutManager::Zoomed(1));
+        const bool enabled = m_inside->IsEnabled() && !(item.itemState & ODS_DISABLED);
         if (current)
-            PositionPanel::DrawCurrent(dc, area);
-        else if (m_inside->IsEnabled())
+            PositionPanel::DrawCurrent(dc, area, enabled);
+        else if (enabled)
             KX_DrawFlatButtonBackground(dc, area, ButtonLook(item), COLOR_BTNFACE);
         InflateRect(&place, -2 * line, -2 * line);
         if (item.itemState & ODS_SELECTED) OffsetRect(&place, 1, 1);
-        CKxBitmapPool::DrawSVGImage(dc, filter->image, place,
-                                    m_inside->IsEnabled() && !(item.itemState & ODS_DISABLED));
+        CKxBitmapPool::DrawSVGImage(dc, filter->image, place, enabled);
         PositionPanel::DrawFocus(dc, area, item);
     });
 }

@@ -44,15 +44,17 @@ void KX_DrawButtonBackground(HDC dc, const RECT& rect, int flags, int face) {
     if (!dc || IsRectEmpty(&rect)) return;
     const bool pressed = (flags & eKxButtonLook_Pressed) != 0;
     const long on = flags & eKxButtonLook_On ? CKxGUILayoutManager::Zoomed(2) : 0;
+    const bool disabled = (flags & eKxButtonLook_Disabled) != 0;
     if (KX_GetColorScheme() == eKxColorScheme_System) {
         if (!kx::theme::Draw(dc, PushButton(flags), rect, KX_GetSysColor(face))) DrawClassic(dc, rect, flags);
-        return DrawFrames(dc, rect, on, flags & eKxButtonLook_Disabled ? COLOR_BTNSHADOW : COLOR_HIGHLIGHT);
+        return DrawFrames(dc, rect, on, disabled ? COLOR_BTNSHADOW : COLOR_HIGHLIGHT);
     }
     // On black, a face in the highlight's white would need black letters.
     const bool onBlack = KX_GetColorScheme() == eKxColorScheme_HighContrast;
     FillRect(dc, &rect, KX_GetSysColorBrush(onBlack ? face : pressed ? COLOR_3DLIGHT : COLOR_BTNHIGHLIGHT));
     FrameRect(dc, &rect, KX_GetSysColorBrush(COLOR_BTNSHADOW));
-    DrawFrames(dc, rect, on ? on : pressed && onBlack ? 1 : 0, onBlack ? COLOR_BTNTEXT : COLOR_HIGHLIGHT);
+    const int ring = disabled ? COLOR_BTNSHADOW : onBlack ? COLOR_BTNTEXT : COLOR_HIGHLIGHT;
+    DrawFrames(dc, rect, on ? on : pressed && onBlack ? 1 : 0, ring);
 }
 
 void KX_DrawFlatButtonBackground(HDC dc, const RECT& rect, int flags, int face) {

@@ -47,8 +47,9 @@ void PaintPushButton(HDC dc, HWND button, RECT client) {
     const LRESULT state = SendMessageW(button, BM_GETSTATE, 0, 0);
     const bool pushed = (state & BST_PUSHED) != 0;
     // A check box or radio button made to look like a push button shows by its frame that it is checked.
-    KX_DrawButtonBackground(
-        dc, client, (pushed ? eKxButtonLook_Pressed : 0) | (state & BST_CHECKED ? eKxButtonLook_On : 0), COLOR_BTNFACE);
+    const int look = (pushed ? eKxButtonLook_Pressed : 0) | (state & BST_CHECKED ? eKxButtonLook_On : 0) |
+                     (IsWindowEnabled(button) ? 0 : eKxButtonLook_Disabled);
+    KX_DrawButtonBackground(dc, client, look, COLOR_BTNFACE);
     if (pushed) OffsetRect(&client, 1, 1);
     DrawLabel(dc, button, client, DT_CENTER | DT_VCENTER | DT_SINGLELINE);
     InflateRect(&client, -4, -4);
