@@ -105,6 +105,9 @@ TEST_P(RedrawLaw, HoldsAfterWhatAllHave) {
             after("MoveWindow", [&] { base->MoveWindow(30, 40); });
             after("SetVisible", [&] { base->SetVisible(false), base->SetVisible(true); });
         }
+        if (!Ready()) return;
+        Control().End(End::Windows);
+        ExpectNothing(NotRedrawn(Parent().Window()), "where it was, " + TextOf(state));
     }
 }
 

@@ -83,8 +83,7 @@ public:
 
     std::vector<std::wstring> OwnTexts() const override { return {L"Lamp", L"  Lamp", L"R&D <svg>", L"A name", L"nm"}; }
     std::vector<Exception> Exceptions() const override {
-        const bool hasPoint = layout_ == eColorSliderLayout_ColorPoint;
-        return {{Law::Zoom, hasPoint ? "half as large" : "-", "around the point four pixels are free at any zoom"},
+        return {{Law::Disabled, "by its window", "what is in a container follows SetEnabled"},
                 {Law::Zoom, "the column", "is given in pixels of the screen"},
                 {Law::Later, "the column", "moves parts over the name"},
                 {Law::Later, "a name", "is shown in the room of another"},
@@ -92,6 +91,9 @@ public:
                 {Law::Redraw, "a quiet power", "asks for no redraw"},
                 {Law::Redraw, "a power while disabled", "a line is drawn when it is enabled"}};
     }
+
+    // Around the point four pixels are free at any zoom.
+    int Coarseness() const override { return layout_ == eColorSliderLayout_ColorPoint ? 110 : 36; }
 
     void Change(int n) override {
         Random random(static_cast<std::uint64_t>(n));

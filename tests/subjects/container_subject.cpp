@@ -32,8 +32,8 @@ public:
     std::vector<Exception> Exceptions() const override {
         std::vector<Exception> exceptions{
             {Law::Silence, "2:", "the platform's edit tells of the focus by itself"},
+            {Law::Disabled, "by its window", "what is in a container follows SetEnabled"},
             {Law::Disabled, "inserting", "what is inserted is as it comes"},
-            {Law::Zoom, "half as large", "the platform's check marks do not grow"},
             {Law::Zoom, "inserting a window", "a host inserts at the places of the screen"},
             {Law::Focus, "inserting a container", "the host ends the one before"},
             {Law::Zoom, "inserting a container", "a host inserts at the places of the screen"}};
@@ -45,6 +45,8 @@ public:
         return exceptions;
     }
 
+    // The platform's check marks and arrows do not grow.
+    int Coarseness() const override { return 70; }
     // Not by a notification that comes from one of the platform's controls: its edit does not survive its own end
     // there.
     bool Provoke(int n) override {

@@ -90,6 +90,7 @@ public:
                 {Law::Disabled, "Button #10500", "the setup button works all the time"},
                 {Law::Disabled, "OnSetupRequest", "it asks the host all the time"}};
     }
+    int Coarseness() const override { return 28; }
     void Change(int n) override { Exchange(n % 10); }
     bool Rebuild() override { return Exchange(7), true; }
     // What only some hosts want: ports that can be used at once, modes of observation.

@@ -38,6 +38,7 @@ public:
     std::vector<Exception> Exceptions() const override {
         std::vector<Exception> exceptions{{Law::Zoom, "a title's place", "at any length, some beyond a window's most"},
                                           {Law::Zoom, "fitting to the title", "at any length, as above"},
+                                          {Law::Disabled, "by its window", "what is inside follows SetEnabled"},
                                           {Law::Disabled, "updating", "the device says whether it can be operated"}};
         for (const char* anew : {"updating", "making anew", "taking away"}) {
             if (made_ == Made::OfADialog)
@@ -57,6 +58,8 @@ public:
         return true;
     }
 
+    // Its image is one of the sizes that there are.
+    int Coarseness() const override { return 48; }
     bool Rebuild() override { return control_->DestroyControls(), control_->CreateControls(), true; }
 
 protected:

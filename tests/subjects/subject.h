@@ -96,6 +96,8 @@ public:
     // Where the focus goes: "the control", "the parent", or "nowhere", which is where the platform leaves it when a
     // window is disabled that nobody has taken it from.
     virtual std::string FocusGoes(FocusLoss loss) { return loss == FocusLoss::Disabled ? "nowhere" : "the control"; }
+    // By how much of 255 the mean of 8 x 8 pixels may differ from what stands there at 200 %.
+    virtual int Coarseness() const { return 36; }
     // The parts of the client area that have a look of their own, beside the windows inside.
     virtual std::vector<RECT> Parts() { return {}; }
     // Ends the windows inside and makes them anew, where the control can.

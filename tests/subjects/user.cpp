@@ -107,8 +107,8 @@ NobodyAnswers::NobodyAnswers(std::function<void(const char*)> opened)
     };
     KX_SetMessageBoxHandler([](HWND, auto, auto, UINT, int, void* self) { return hear(self, "a box"), IDOK; }, this);
     KX_SetMenuHandler(
-        [](HWND, const CKxMenu& menu, int x, int, void* self) {
-            const int command = x % 2 ? menu.GetCommand(0) : 0;
+        [](HWND, const CKxMenu& menu, int, int, void* self) {
+            const int command = menu.GetCommand(0);
             hear(self, "a menu");
             return command;
         },

@@ -17,6 +17,7 @@ protected:
     void OnStepChanged(double, bool) override { Tell("OnStepChanged"); }
     void OnMoveZRequest(double) override { Tell("OnMoveZRequest"); }
     void OnGoHomeRequest(bool) override { Tell("OnGoHomeRequest"); }
+    void OnPiezoPickerChanged(unsigned int, int) override { Tell("OnPiezoPickerChanged"); }
     void OnHostRequest() override {}
     void OnZDeviceShown(unsigned int) override { Tell("OnZDeviceShown"); }
     void OnZStackChanged(unsigned int flags) override {
@@ -51,9 +52,9 @@ protected:
             record_.AddZDevice(0, 1000 / (i + 1), nullptr);
             control_->AppendZDevice(L"drive", i == 1, i, 0, 1000, i == 1, i, i == 0);
         }
-        record_.SetZDevice(0);
+        record_.SetZDevice(1);
         record_.SetTop(60, true), record_.SetBottom(20, true), record_.SetStep(2);
-        record_.SetZPosition(0, 30);
+        record_.SetZPosition(0, 30), record_.SetZPosition(1, 30), record_.SetHome(30);
         record_.SetObjective(0.8, 1), record_.SetWavelength(500);
         control_->UpdateGUI(3);
     }
@@ -72,9 +73,14 @@ protected:
             {"the home", [=, this](Random& r) { r.OneIn(2) ? record_.SetHome(z(r)) : record_.ResetHome(); }},
             {"a refresh", Do(&Panel::UpdateGUI, Within(0, 4))},
             {"the type", [this](Random& r) { record_.SetType(r.Between(-1, 8)), control_->UpdateGUI(3); }},
-            {"where Z stands", [=, this](Random& r) { record_.SetZPosition(0, z(r)), control_->UpdateGUI(4); }},
+            {"where Z stands",
+             [=, this](Random& r) {
+                 record_.SetZPosition(static_cast<unsigned>(r.Below(2)), z(r)), control_->UpdateGUI(4);
+             }},
             {"the device",
-             [this](Random& r) { record_.SetZDevice(static_cast<unsigned>(r.OneIn(9) ? 2 : r.Between(0, 1))), control_->UpdateGUI(1); }},
+             [this](Random& r) {
+                 record_.SetZDevice(static_cast<unsigned>(r.OneIn(9) ? 2 : r.Between(0, 1))), control_->UpdateGUI(1);
+             }},
             {"the objective",
              [this](Random& r) { record_.SetObjective(r.OneIn(2) ? 0.8 : 0.3, 1), control_->UpdateGUI(3); }},
             {"the step", [=, this](Random& r) { record_.SetStep(z(r)), control_->UpdateGUI(2); }},
