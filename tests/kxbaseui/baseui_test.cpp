@@ -180,6 +180,10 @@ TEST_F(Windows, ShareTheToolTipOfTheirParent) {
     EXPECT_EQ(KX_CreateToolTipWindow(b, L"two"), tip);
     KX_UpdateToolTipWindow(a, L"three");
     EXPECT_EQ(SendMessageW(tip, TTM_GETTOOLCOUNT, 0, 0), 2);
+    CKxGUILayoutManager::SetGuiZoom(2);
+    const HFONT grown = reinterpret_cast<HFONT>(SendMessageW(tip, WM_GETFONT, 0, 0));
+    EXPECT_EQ(grown, KX_GetDefaultGuiFontZoom(2));
+    CKxGUILayoutManager::SetGuiZoom(1);
     KX_DeleteToolTip(b);
     EXPECT_EQ(SendMessageW(tip, TTM_GETTOOLCOUNT, 0, 0), 1);
     // A panel's goes with the panel, although it belongs in truth to the window around.

@@ -99,7 +99,10 @@ TEST_F(Switcher, AsksForPositionsAndPorts) {
     const DialogKeys keys(parent.Window());
     Play({{[&] { DoubleClick(Part(kButton + 1), 5, 5); }, "A+ B C port(1) port(1)"},
           {[] { Key(VK_RIGHT), Key(VK_SPACE); }, "A+ B C port(2)"},
-          {[&] { panel.SetPortSingle(1, true), panel.SetPortSingle(9, true); }, "A+ B+ C "}});
+          {[&] { panel.SetPortSingle(1, true), panel.SetPortSingle(9, true); }, "A+ B+ C "},
+          // The first port stands last then.
+          {[&] { panel.SetInvertOrder(true), panel.Update(&laser, true, true, false); }, "A+ B C "},
+          {[&] { SetFocus(Part(kButton + 1)), Key(VK_RIGHT), Key(VK_SPACE); }, "A+ B C port(0)"}});
 }
 
 TEST_F(Switcher, ReadsMirrorsAndRefusesTheUnknown) {
