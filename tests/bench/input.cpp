@@ -161,6 +161,8 @@ void Click(HWND window, int x, int y, Button button) {
 
 void DoubleClick(HWND window, int x, int y, Button button) {
     Click(window, x, y, button);
+    // The first click may have ended it, and then there is no point of it any more.
+    if (!IsWindow(window)) return;
     PressAt(window, x, y, button, pressTime + 1);
     Release(button);
 }
