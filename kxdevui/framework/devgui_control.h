@@ -64,6 +64,11 @@ protected:
     // A part by its id; null while there is none. Handles that a control keeps itself it has to forget at WM_DESTROY.
     HWND PartAt(int id) const { return GetDlgItem(m_hWnd, id); }
 
+    // Ends the parts, without a word to anybody, and has them made anew: there are others now. The window is as large
+    // as the size held again, and the focus stays in it. Nothing happens without a window. The parent, which is
+    // told of every window, may have ended the control afterwards.
+    void Remake();
+
     // The window that shows the title, where the control has made one.
     HWND m_label = nullptr;
 

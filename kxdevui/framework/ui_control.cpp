@@ -81,6 +81,28 @@ HWND Control::Create(HWND parent, long x, long y, long cx, long cy, bool, bool) 
 
 void Control::Destroy() { Binding::EndWindow(this); }
 
+void Control::Remake() {
+    const HWND window = m_hWnd, focus = GetFocus();
+    const Parts parts(window, this);
+    if (!parts) return;
+    const bool hadFocus = focus && IsChild(window, focus);
+    {
+        const Closing closing(window);
+        // What loses it by its end would leave it to nobody.
+        if (hadFocus) ::SetFocus(window);
+        m_label = nullptr;
+        // The parent is told of each, and may end the control.
+        while (const HWND part = parts ? GetWindow(window, GW_CHILD) : nullptr)
+            DestroySubclassed(part);
+    }
+    if (!parts) return;
+    // The parts stand unzoomed, and so has the window to.
+    SetWindowPos(window, nullptr, 0, 0, m_width, m_height, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+    if (!parts || !m_class->make(*this, parts)) return;
+    RegisterZoom(window);
+    if (const HWND part = hadFocus && GetFocus() == window ? PartForFocus(window) : nullptr) ::SetFocus(part);
+}
+
 void Control::SetEnabled(bool enable) {
     if (enable == m_enabled) return;
     m_enabled = enable;
