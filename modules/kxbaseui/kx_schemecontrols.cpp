@@ -315,7 +315,6 @@ void Follow(HWND window) {
         // It is the parent of what a label is edited with.
         kx::Subclass(window, ParentProc);
         kx::FollowColorSchemeInEdge(window);
-        kx::FollowColorSchemeInToolTip(ListView_GetToolTips(window));
     } else if (kx::IsClass(window, WC_SCROLLBARW)) {
         kx::FollowColorSchemeInScrollBar(window);
     } else if (kx::IsClass(window, TOOLTIPS_CLASSW)) {

@@ -1,6 +1,7 @@
 // List views in a colour scheme: the list's own colours, and its header, which has none to set.
 #include "kx_schemelist.h"
 
+#include "kx_schemetip.h"
 #include "kx_subclass.h"
 #include "kx_theme.h"
 
@@ -115,6 +116,9 @@ LRESULT DrawHeader(HWND list, const NMCUSTOMDRAW& draw) {
 }
 
 LRESULT CALLBACK ListProc(HWND list, UINT message, WPARAM wParam, LPARAM lParam) {
+    // Not sooner: under Wine a list that is asked for its tooltip makes one, and leaves it when it goes.
+    if (const auto* tip = reinterpret_cast<const NMHDR*>(lParam); message == WM_NOTIFY && tip->code == TTN_SHOW)
+        kx::FollowColorSchemeInToolTip(tip->hwndFrom);
     // The platform's own header looks the same in a disabled list.
     if (message == WM_NOTIFY && (KX_GetColorScheme() != eKxColorScheme_System || !IsWindowEnabled(list))) {
         const auto* header = reinterpret_cast<const NMHDR*>(lParam);

@@ -203,7 +203,12 @@ TEST_P(DarkWindows, OpenDarkMenusListsAndTips) {
 // What the platform's controls bring with them: the editor of a label, tooltips.
 TEST_P(DarkWindows, BringDarkWindows) {
     const HWND list = Add(WC_LISTVIEWW, {10, 50, 190, 140}, LVS_LIST | LVS_EDITLABELS);
-    // Here it has no tooltip unless it is given one.
+    EXPECT_TRUE(NoGrowth(3, [&] {
+        const HWND other = Add(WC_LISTVIEWW, {});
+        KX_FollowColorScheme(other);
+        DestroyWindow(other);
+    }));
+    // Here it shows no tooltip, and has none unless it is given one.
     SendMessageW(list, LVM_SETTOOLTIPS,
                  reinterpret_cast<WPARAM>(
                      CreateWindowW(TOOLTIPS_CLASSW, L"", WS_POPUP, 0, 0, 0, 0, Window(), nullptr, nullptr, nullptr)),
@@ -214,6 +219,8 @@ TEST_P(DarkWindows, BringDarkWindows) {
     KX_FollowColorScheme(Window());
     for (const auto& [owner, get] : owners) {
         const HWND tip = reinterpret_cast<HWND>(SendMessageW(owner, get, 0, 0));
+        NMHDR shown{tip, 0, TTN_SHOW};
+        SendMessageW(owner, WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&shown));
         EXPECT_EQ(static_cast<COLORREF>(SendMessageW(tip, TTM_GETTIPBKCOLOR, 0, 0)), KX_GetSysColor(COLOR_INFOBK))
             << get;
     }
