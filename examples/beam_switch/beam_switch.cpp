@@ -41,8 +41,5 @@ bool BeamSwitch::Update(CDMApi_LogDevId device) {
 void BeamSwitch::OnOpenRequest(bool, bool&) {}
 
 void BeamSwitch::Command(int id, int code) {
-    if (id != kButtonId || code != BN_CLICKED) return;
-    const bool wanted = !m_open;
-    const auto ask = [&](bool& veto) { OnOpenRequest(wanted, veto); };
-    if (AskHost(this, ask) == Answer::Agreed) SetOpen(wanted);
+    if (id == kButtonId && code == BN_CLICKED) AskHost(this, &BeamSwitch::OnOpenRequest, !m_open, &BeamSwitch::SetOpen);
 }

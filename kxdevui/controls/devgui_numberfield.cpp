@@ -1,6 +1,7 @@
 #include <kxdevui/controls/devgui_numberfield.h>
 
 #include <kxdevui/framework/devgui_messages.h>
+#include <kxdevui/framework/ui_parts.h>
 #include <kxsystem/kx_number.h>
 
 namespace kx::ui {
@@ -11,8 +12,20 @@ NumberField::NumberField(int id, double minimum, double maximum) {
     SetRestriction(minimum, maximum);
 }
 
+bool NumberField::Make(const Parts& parts, const RECT& place) {
+    if (!PartControl::Make(parts, place)) return false;
+    Write();
+    return static_cast<bool>(parts);
+}
+
 void NumberField::Show(std::optional<double> number) {
-    m_shown = number && Takes(*number) ? number : std::nullopt;
+    if (number && !Takes(*number)) number.reset();
+    if (number == m_shown) return;
+    m_shown = number;
+    Write();
+}
+
+void NumberField::Write() {
     if (m_shown)
         SetNumber(*m_shown);
     else
@@ -27,7 +40,7 @@ std::optional<double> NumberField::TypedBy(int id, int code) {
     double number = 0;
     const bool usable = KX_StringToDouble(GetText(), number) && Takes(number);
     // Before the control asks its host, who may take the focus and so bring this about again.
-    Show(m_shown);
+    Write();
     return usable && number != m_shown && IsWindowEnabled(m_hWnd) ? std::optional(number) : std::nullopt;
 }
 

@@ -15,14 +15,20 @@ public:
     // Without a label, for numbers of the interval.
     NumberField(int id, double minimum, double maximum);
 
-    // Empty where there is none, and for what is no number of the interval.
+    // See MakePart; shows what it held before.
+    bool Make(const Parts& parts, const RECT& place);
+    // Empty where there is none, and for what is no number of the interval. One that is shown already disturbs nobody
+    // who types.
     void Show(std::optional<double> number);
+    std::optional<double> Shown() const noexcept { return m_shown; }
+    // Whether it is a number of the interval.
+    bool Takes(double number) const noexcept { return number >= m_minimum && number <= m_maximum; }
     // The number that WM_COMMAND of the control tells to have been typed. Empty for everything else: what is no number
     // of the interval, is what is shown, or was typed in a field that is disabled now.
     std::optional<double> TypedBy(int id, int code);
 
 private:
-    bool Takes(double number) const { return number >= m_minimum && number <= m_maximum; }
+    void Write();
 
     std::optional<double> m_shown;
 };

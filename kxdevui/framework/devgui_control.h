@@ -3,6 +3,7 @@
 
 #include <windows.h>
 
+#include <cstring>
 #include <optional>
 #include <type_traits>
 
@@ -20,7 +21,8 @@ class Parts;
 //     class Switch : public kx::ui::Control {
 //     public:
 //         Switch() : Control(this, {.name = L"Switch", .size = {96, 44}, .title = L"Beam"}) {}
-//         bool Update(CDMApi_LogDevId device);    // if it shows a device: 0x0500 leads here
+//         bool Update(CDMApi_LogDevId device);    // if it shows a device: 0x0500 leads here, also, where it takes
+//                                                 // flags, with those: Update(CDMApi_LogDevId, const SwitchBand&)
 //     private:
 //         friend class kx::ui::Control;
 //         bool Make(const kx::ui::Parts& parts);  // makes the parts; false when one of them has ended the control
@@ -81,7 +83,7 @@ private:
         WNDPROC procedure;
         bool (*make)(Control&, const Parts&);
         void (*command)(Control&, int id, int code);
-        void (*update)(Control&, CDMApi_LogDevId);
+        void (*update)(Control&, CDMApi_LogDevId, const void* flags);
         std::optional<LRESULT> (*handle)(Control&, const Message&);
         ATOM atom;
     };
@@ -94,6 +96,8 @@ private:
     static LRESULT CALLBACK ProcedureOf(HWND window, UINT id, WPARAM wParam, LPARAM lParam) {
         return Answer(window, id, wParam, lParam);
     }
+    template <class T, class Result, class Flags>
+    static Flags FlagsOf(Result (T::*update)(CDMApi_LogDevId, const Flags&));
     template <class T>
     static Class& ClassOf(const Design& design) {
         static Class made{design.name, design.tabsInside, ProcedureOf<T>, nullptr, nullptr, nullptr, nullptr, 0};
@@ -101,7 +105,15 @@ private:
         if constexpr (requires { &T::Command; })
             made.command = [](Control& control, int id, int code) { static_cast<T&>(control).Command(id, code); };
         if constexpr (requires(T & control, CDMApi_LogDevId device) { control.Update(device); })
-            made.update = [](Control& control, CDMApi_LogDevId id) { static_cast<T&>(control).Update(id); };
+            made.update = [](Control& control, CDMApi_LogDevId id, const void*) {
+                static_cast<T&>(control).Update(id);
+            };
+        if constexpr (requires { FlagsOf(&T::Update); })
+            made.update = [](Control& control, CDMApi_LogDevId id, const void* flags) {
+                decltype(FlagsOf(&T::Update)) copy{};
+                // Also from a host that sends as many bools.
+                if (flags) std::memcpy(&copy, flags, sizeof copy), static_cast<T&>(control).Update(id, copy);
+            };
         if constexpr (!std::is_same_v<decltype(&T::Handle), decltype(&Control::Handle)>)
             made.handle = [](Control& control, const Message& message) {
                 return static_cast<T&>(control).Handle(message);

@@ -1,6 +1,7 @@
 #include <kxdevui/framework/devgui_members.h>
 
 #include <algorithm>
+#include <utility>
 
 #include <kxdevui/framework/ui_window.h>
 
@@ -37,34 +38,61 @@ LRESULT CALLBACK ButtonProc(HWND button, UINT id, WPARAM wParam, LPARAM lParam) 
 
 }  // namespace
 
-bool RadioRow::Make(const Parts& parts, int count, const std::function<CKxStringW(int)>& textOf, const RECT& place,
-                    long gap) {
-    m_count = std::clamp(count, 0, kMost);
+void RadioRow::Take(std::vector<CKxStringW> texts) {
+    m_texts = std::move(texts);
+    if (Count() > kMost) m_texts.resize(kMost);
+}
+
+bool RadioRow::Make(const Parts& parts, const RECT& place, long gap) {
+    const int count = Count();
     const long width = place.right + gap - place.left;
-    for (int i = 0; i < m_count; ++i) {
-        const RECT at{place.left + width * i / m_count, place.top, place.left + width * (i + 1) / m_count - gap,
+    for (int i = 0; i < count; ++i) {
+        const RECT at{place.left + width * i / count, place.top, place.left + width * (i + 1) / count - gap,
                       place.bottom};
         HWND button = nullptr;
-        if (!parts.PushRadio(button, m_first + i, textOf(i), at, false, ButtonProc)) return false;
-        SetWindowLongPtrW(button, GWLP_USERDATA, MAKELONG(m_first, m_count));
-        StopTab(button, i == 0);
+        // A copy: the parent, which is told of each, may set others.
+        const CKxStringW text = i < Count() ? m_texts[static_cast<std::size_t>(i)] : CKxStringW();
+        if (!parts.PushRadio(button, m_first + i, text, at, false, ButtonProc)) return false;
+        SetWindowLongPtrW(button, GWLP_USERDATA, MAKELONG(m_first, count));
+    }
+    Mark(parts.Window());
+    return true;
+}
+
+bool RadioRow::SetTexts(HWND control, const std::vector<CKxStringW>& texts) {
+    const std::vector<CKxStringW> before = m_texts;
+    Take(texts);
+    if (m_texts.size() != before.size()) {
+        m_index = -1;
+        return false;
+    }
+    for (int i = 0; i < Count(); ++i) {
+        const auto at = static_cast<std::size_t>(i);
+        if (m_texts[at] != before[at]) SetWindowTextW(GetDlgItem(control, m_first + i), AsButtonText(m_texts[at]));
     }
     return true;
 }
 
-void RadioRow::Show(HWND control, int index) const {
-    for (int i = 0; i < m_count; ++i) {
+void RadioRow::Show(HWND control, long index) {
+    if (index < 0 || index >= Count()) index = -1;
+    if (index == m_index) return;
+    m_index = static_cast<int>(index);
+    Mark(control);
+}
+
+void RadioRow::Mark(HWND control) const {
+    for (int i = 0; i < Count(); ++i) {
         const HWND button = GetDlgItem(control, m_first + i);
-        const LRESULT wanted = i == index ? BST_CHECKED : BST_UNCHECKED;
+        const LRESULT wanted = i == m_index ? BST_CHECKED : BST_UNCHECKED;
         if (SendMessageW(button, BM_GETCHECK, 0, 0) != wanted)
             SendMessageW(button, BM_SETCHECK, static_cast<WPARAM>(wanted), 0);
         // By itself the platform would leave a row in which none is down without a stop.
-        StopTab(button, i == std::max(index, 0));
+        StopTab(button, i == std::max(m_index, 0));
     }
 }
 
 int RadioRow::ClickedBy(int id, int code) const noexcept {
-    return code == BN_CLICKED && id >= m_first && id < m_first + m_count ? id - m_first : -1;
+    return code == BN_CLICKED && id >= m_first && id < m_first + Count() ? id - m_first : -1;
 }
 
 bool MakePart(CKxDevUI_Base& part, const Parts& parts, const RECT& place) {

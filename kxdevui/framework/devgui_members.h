@@ -4,7 +4,8 @@
 
 #include <windows.h>
 
-#include <functional>
+#include <utility>
+#include <vector>
 
 #include <kxdevui/framework/devgui_base.h>
 #include <kxdevui/framework/kxdevui_api.h>
@@ -22,20 +23,30 @@ public:
     // No row has more buttons.
     static constexpr int kMost = 16;
 
-    // The buttons have the ids from `first` on.
-    explicit RadioRow(int first) noexcept : m_first(first) {}
+    // The buttons have the ids from `first` on, and these texts; none is down.
+    explicit RadioRow(int first, std::vector<CKxStringW> texts = {}) : m_first(first) { Take(std::move(texts)); }
 
-    // Makes `count` buttons, or as many as a row may have, `gap` pixels apart, all in unzoomed pixels; none is down.
-    // False when the control has gone.
-    bool Make(const Parts& parts, int count, const std::function<CKxStringW(int)>& textOf, const RECT& place, long gap);
-    // Has one of them down in the control's window, or, with -1, none.
-    void Show(HWND control, int index) const;
+    // Makes the buttons, `gap` pixels apart, all in unzoomed pixels. False when the control has gone.
+    bool Make(const Parts& parts, const RECT& place, long gap);
+    // Gives the buttons in the control's window other texts; what is beyond kMost is left out. False when there are
+    // more or fewer than before: none is down then, and the control has its parts made anew (Control::Remake).
+    [[nodiscard]] bool SetTexts(HWND control, const std::vector<CKxStringW>& texts);
+    // How many there are.
+    int Count() const noexcept { return static_cast<int>(m_texts.size()); }
+    // Has one of them down in the control's window; none for an index that no button has. It is kept.
+    void Show(HWND control, long index);
+    // The one that is down; -1 for none.
+    int Shown() const noexcept { return m_index; }
     // The index of the button that WM_COMMAND tells to have been clicked; -1 for everything else.
     int ClickedBy(int id, int code) const noexcept;
 
 private:
+    void Take(std::vector<CKxStringW> texts);
+    void Mark(HWND control) const;
+
     int m_first;
-    int m_count = 0;
+    int m_index = -1;
+    std::vector<CKxStringW> m_texts;
 };
 
 // Makes a control in the window of another, in unzoomed pixels, and as enabled as that is; false when the outer one has

@@ -133,7 +133,9 @@ Handled Control::Handle(const Message& message) {
         if (m_class->command) m_class->command(*this, LOWORD(message.wParam), HIWORD(message.wParam));
         return 0;
     case WM_KX_UPDATE_DEVICE_BAND:
-        if (m_class->update) m_class->update(*this, static_cast<CDMApi_LogDevId>(message.wParam));
+        if (m_class->update)
+            m_class->update(*this, static_cast<CDMApi_LogDevId>(message.wParam),
+                            reinterpret_cast<const void*>(message.lParam));
         return 0;
     case WM_CTLCOLORSTATIC: return AnswerTextColor(message, IsWindowEnabled(message.window) != FALSE);
     case WM_ENABLE: EnableAll(message.window, message.wParam != FALSE); return std::nullopt;

@@ -1,6 +1,8 @@
 // For authors of controls, the one header to include: all that a control is built from, and what controls answer alike.
 #pragma once
 
+#include <functional>
+
 #include <kxdevui/framework/devgui_control.h>
 #include <kxdevui/framework/devgui_members.h>
 #include <kxdevui/framework/ui_paint.h>
@@ -32,6 +34,15 @@ Answer AskHost(T* control, Ask&& ask) noexcept {
     const Handled asked = Guarded([&]() -> Handled { return ask(refused), 0; });
     if (!alive) return Answer::Gone;
     return refused || !asked ? Answer::Refused : Answer::Agreed;
+}
+
+// Asks by a callback whether there may be this value, and shows that when it is agreed:
+// `AskHost(this, &Lamp::OnPowerRequest, power, &Lamp::SetPower)`.
+template <class T, class Request, class Value, class Set>
+Answer AskHost(T* control, Request request, const Value& value, Set set) {
+    const Answer answer = AskHost(control, [&](bool& veto) { std::invoke(request, control, value, veto); });
+    if (answer == Answer::Agreed) std::invoke(set, control, value);
+    return answer;
 }
 
 }  // namespace kx::ui

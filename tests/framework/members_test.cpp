@@ -1,6 +1,8 @@
 // What controls have as members: a row of buttons and a field for a number, in a control that has both.
 #include <bench/bench.h>
+#include <kxbaseui/kx_layoutmanager.h>
 #include <kxdevui/controls/devgui_numberfield.h>
+#include <kxdevui/framework/devgui_messages.h>
 #include <kxdevui/framework/ui_control.h>
 
 #include <optional>
@@ -16,9 +18,16 @@ class Dial : public Control {
 public:
     Dial() : Control(this, {.name = L"Dial", .size = {200, 20}, .title = L"", .tabsInside = true}) {}
     void Show(std::optional<double> number) {
-        m_row.Show(m_hWnd, number ? static_cast<int>(*number) : -1);
+        m_row.Show(m_hWnd, number ? static_cast<long>(*number) : -1);
         m_field.Show(number);
     }
+    void Name(const std::vector<CKxStringW>& texts) {
+        if (!m_row.SetTexts(m_hWnd, texts)) Remake();
+    }
+    struct Flags {
+        bool number;
+    };
+    bool Update(CDMApi_LogDevId device, const Flags& what) { return what.number && (Show(device), true); }
     HWND Button(int i) const { return PartAt(kButton + i); }
     HWND Edit() const { return m_field.GetEditWindow(); }
 
@@ -30,8 +39,7 @@ public:
 private:
     friend class kx::ui::Control;
     bool Make(const Parts& parts) {
-        const auto name = [](int i) { return i == 1 ? L"A & B" : L"C"; };
-        return m_row.Make(parts, 3, name, {0, 0, 148, 20}, 2) && m_field.Make(parts, {150, 0, 200, 20});
+        return m_row.Make(parts, {0, 0, 148, 20}, 2) && m_field.Make(parts, {150, 0, 200, 20});
     }
     void Command(int id, int code) {
         if (const int index = m_row.ClickedBy(id, code); index >= 0) clicked = index;
@@ -44,7 +52,7 @@ private:
         return std::nullopt;
     }
 
-    RadioRow m_row{kButton};
+    RadioRow m_row{kButton, {L"C", L"A & B", L"C"}};
     NumberField m_field{kField, 0, 100};
     static inline bool s_ending = false;
     // The first member to go.
@@ -113,6 +121,41 @@ TEST_F(Members, AFieldHandsOnWhatIsTypedAndGivesBackWhatWas) {
     EXPECT_EQ(dial->typed, std::nullopt) << "disabled";
     dial->SetEnabled(true), dial->Show(1.0 / 3), Enter(L"\n");
     EXPECT_EQ(dial->typed, std::nullopt) << "rounded as it is shown";
+}
+
+TEST_F(Members, AreMadeAnewWhereThereAreOthers) {
+    CKxGUILayoutManager::SetGuiZoom(1.5);
+    Dial fresh;
+    fresh.Name({L"In", L"Out"});
+    fresh.Create(parent.Window(), 10, 40, -1, -1, true, true);
+    ::SetFocus(dial->Edit());
+    dial->Name({L"In", L"Out"});
+    EXPECT_EQ(GetFocus(), dial->Button(0)) << "none is down";
+    EXPECT_EQ(kx::test::TextOf(dial->Edit()), L"1");
+    const auto width = [](HWND part) {
+        RECT client{};
+        return GetClientRect(part, &client), client.right;
+    };
+    for (int i = 0; i < 3; ++i)
+        EXPECT_EQ(width(dial->Button(i)), width(fresh.Button(i))) << i;
+    const HWND kept = dial->Button(0);
+    dial->Name({L"A & B", L"Off"});
+    EXPECT_EQ(kx::test::TextOf(kept), L"A && B") << "as many as before";
+    dial->asked = [this] { dial->Name(std::vector<CKxStringW>(20, L"x")); };
+    Enter(L"7\n");
+    EXPECT_EQ(dial->typed, 7);
+    EXPECT_TRUE(dial->Button(15) && !dial->Button(16));
+    CKxGUILayoutManager::SetGuiZoom(1.0);
+}
+
+TEST_F(Members, FollowTheFlagsOfADeviceBand) {
+    SendDeviceBand(*dial, 2, Dial::Flags{false});
+    SendMessageW(*dial, WM_KX_UPDATE_DEVICE_BAND, 2, 0);
+    EXPECT_EQ(kx::test::TextOf(dial->Edit()), L"1");
+    SendDeviceBand(*dial, 2, Dial::Flags{true});
+    EXPECT_EQ(kx::test::TextOf(dial->Edit()), L"2");
+    Enter(L"3"), dial->Show(2);
+    EXPECT_EQ(kx::test::TextOf(dial->Edit()), L"3") << "what is typed stays while nothing else is shown";
 }
 
 TEST_F(Members, EndWithTheirControlUnheard) {
