@@ -50,30 +50,6 @@ bool PointIn(HWND window, kx::Random& random, POINT& point) {
     return true;
 }
 
-// Asks a device for a place that it may not have.
-void Move(CKxSimDevice& device, int where) {
-    if (auto* const turret = dynamic_cast<CKxSimNosepiece*>(&device)) {
-        turret->MoveTo(where);
-    } else if (auto* const changer = dynamic_cast<CKxSimFilterChanger*>(&device)) {
-        if (!changer->MoveTo(where)) changer->TurnByHand(where);
-    } else if (auto* const path = dynamic_cast<CKxSimLightPath*>(&device)) {
-        path->MoveTo(where);
-    } else if (auto* const mirror = dynamic_cast<CKxSimTIRFMirror*>(&device)) {
-        mirror->MoveTo(where % 2 != 0);
-    } else if (auto* const laser = dynamic_cast<CKxSimLaserOutput*>(&device)) {
-        laser->SetPortUsed(where, !laser->IsPortUsed(where));
-        laser->SetPower(where * 10);
-    } else if (auto* const shutter = dynamic_cast<CKxSimShutter*>(&device)) {
-        shutter->SetAperture(where * 10);
-        shutter->SetMode(static_cast<EKxShutterMode>(where));
-        shutter->SetOpen(where % 2 != 0);
-    } else if (auto* const drive = dynamic_cast<CKxSimZDrive*>(&device)) {
-        drive->MoveTo(where * 100);
-    } else if (auto* const stage = dynamic_cast<CKxSimStage*>(&device)) {
-        stage->MoveTo(where * 100, where * -100);
-    }
-}
-
 // What asks for a file goes out of the host: a random key could write one.
 void LockFileDialogs(HWND window) {
     for (const HWND child : VisibleChildren(window))
@@ -240,7 +216,7 @@ std::wstring Soak::UseDevice(kx::Random& random) {
     case 0: device.Stop(); break;
     case 1: device.SetFails(true); break;
     case 2: device.SetFails(false); break;
-    default: Move(device, random.Between(-1, 9)); break;
+    default: device.TryPlace(random.Between(-1, 9)); break;
     }
     return L"device " + std::to_wstring(index) + L" " + std::to_wstring(what);
 }
@@ -306,7 +282,7 @@ bool Soak::DevicesRest() {
         const EKxDeviceState state = device->Device().GetDeviceState();
         if (state != eKxDeviceState_Ready) {
             m_obstacle = std::wstring(device->Device().GetKey()) + L" is in state " + std::to_wstring(state);
-            if (state != eKxDeviceState_Moving) Move(*device, 0);
+            if (state != eKxDeviceState_Moving) device->TryPlace(0);
             return false;
         }
     }

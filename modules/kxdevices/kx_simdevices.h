@@ -69,6 +69,9 @@ public:
     void SetFails(bool fails) noexcept { m_fails = fails; }
     bool Fails() const noexcept { return m_fails; }
 
+    // Asks for a place, -1 to 9, that the device may not have: for what keeps all devices busy, whatever they are.
+    virtual void TryPlace(int where) = 0;
+
 protected:
     // Whether the listeners are told at every tick of a movement, and not of its beginning and its end alone.
     virtual bool TellsOnTheWay() const noexcept { return false; }
@@ -124,6 +127,7 @@ public:
     void SetDeviceDriven(bool deviceDriven, bool localSelect) noexcept;
 
     // As the interface says.
+    void TryPlace(int where) override { MoveTo(where); }
     long GetPositionCount() const override { return static_cast<long>(m_objectives.size()); }
     bool GetPosition(long& position) const override { return m_motion.Read(position); }
     bool IsDeviceDriven() const override { return m_deviceDriven; }
@@ -161,6 +165,9 @@ public:
     bool SetFilter(long position, const wchar_t* name);
 
     // As the interface says.
+    void TryPlace(int where) override {
+        if (!MoveTo(where)) TurnByHand(where);
+    }
     long GetFilterCount() const override { return static_cast<long>(m_filters.size()); }
     bool IsIntelligent() const override { return m_kind.intelligent; }
     bool IsMotorized() const override { return m_kind.motorized; }
@@ -182,6 +189,7 @@ public:
     bool MoveTo(long position) { return Move(position, GetPositionCount()); }
 
     // As the interface says.
+    void TryPlace(int where) override { MoveTo(where); }
     long GetPositionCount() const override { return static_cast<long>(m_names.size()); }
     void GetPositionName(long position, CKxStringW& name) const override;
     bool GetPosition(long& position) const override { return m_motion.Read(position); }
@@ -198,6 +206,7 @@ public:
     bool MoveTo(bool tirf) { return Move(tirf ? 1 : 0, 2); }
 
     // As the interface says.
+    void TryPlace(int where) override { MoveTo(where % 2 != 0); }
     bool GetState(bool& tirf) const override;
 };
 
@@ -232,6 +241,7 @@ public:
     double GetPower() const noexcept { return m_power; }
 
     // As the interface says.
+    void TryPlace(int where) override { SetPortUsed(where, !IsPortUsed(where)), SetPower(where * 10); }
     long GetPortCount() const override { return static_cast<long>(m_ports.size()); }
     CKxStringW GetPortName(long port) const override;
     bool IsPortEnabled(long port) const override;
@@ -271,6 +281,9 @@ public:
     void SetTitle(const wchar_t* title);
 
     // As the interface says.
+    void TryPlace(int where) override {
+        SetAperture(where * 10), SetMode(static_cast<EKxShutterMode>(where)), SetOpen(where % 2 != 0);
+    }
     EKxShutterType GetShutterType() const override { return m_type; }
     bool GetState() const override { return m_motion.position == 1; }
     CKxStringW GetGUIText(int context) const override;
@@ -300,6 +313,7 @@ public:
     bool MoveTo(double position);
 
     // As the interface says; on its way it is somewhere between.
+    void TryPlace(int where) override { MoveTo(where * 100); }
     void GetRange(double& minimum, double& maximum) const override;
     bool GetPosition(double& position) const override;
 
@@ -327,6 +341,7 @@ public:
     bool GetPosition(double& x, double& y) const;
 
     // As the interface says.
+    void TryPlace(int where) override { MoveTo(where * 100, where * -100); }
     EKxDeviceType GetType() const override { return eKxDeviceType_Unknown; }
 
 private:
@@ -341,6 +356,7 @@ public:
     CKxSimOther(const wchar_t* key, const wchar_t* driver) : CKxSim(key), m_driver(driver) {}
 
     // As the interface says.
+    void TryPlace(int) override {}
     EKxDeviceType GetType() const override { return eKxDeviceType_Unknown; }
     CKxStringW GetPhysDevRTTIName() const override { return m_driver; }
 
