@@ -8,7 +8,7 @@
 //     protected:
 //         void OnPowerRequest(double power, bool& veto) override {
 //             Log().Add(m_panel.Name(), L"OnPowerRequest(%g)", power);
-//             veto = !m_panel.Grants([&] { return m_device.SetPower(power); }, L"", L"The lamp keeps its power");
+//             veto = !m_panel.Grants([&] { return m_device.SetPower(power); });
 //         }
 //     };
 //     using LampPanel = ControlPanel<AskingLamp>;
@@ -26,7 +26,8 @@
 struct ControlLayout {
     POINT control{6, 24};
     SIZE size{0, -1};
-    POINT caption{6, 4};  // of elements; what is no element has the caption for its title
+    POINT caption{6, 4};  // of elements; what is no element has the caption for its title,
+    bool titled = false;  // and an element that says so
     bool refusal = true;  // a switch that makes the host refuse
 };
 
@@ -57,7 +58,7 @@ public:
     void Fill() {
         const ControlLayout& layout = Asking::kLayout;
         m_control.Prepare();
-        if constexpr (kIsElement)
+        if constexpr (!kTitled)
             AddChild(L"STATIC", L"", SS_NOPREFIX, IDC_DEVICE_CAPTION, layout.caption.x, layout.caption.y,
                      m_width - layout.caption.x - 6, 16);
         // It sizes itself by the zoom, so it is placed by it too.
@@ -79,14 +80,15 @@ public:
 protected:
     void OnDevice(const Change& change) override { m_control.Show(change); }
     void ShowCaption(const wchar_t* caption) override {
-        if constexpr (kIsElement)
-            DevicePanel::ShowCaption(caption);
-        else
+        if constexpr (kTitled)
             m_control.SetTitle(caption);
+        else
+            DevicePanel::ShowCaption(caption);
     }
 
     Asking m_control;
 
 private:
     static constexpr bool kIsElement = std::is_base_of_v<CKxDevUI_Base, Asking>;
+    static constexpr bool kTitled = !kIsElement || Asking::kLayout.titled;
 };

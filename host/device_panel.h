@@ -38,6 +38,11 @@ public:
             Tell(Text(done).str());
         return granted;
     }
+    // The same where the name of the device says enough.
+    template <class Act>
+    bool Grants(Act&& act) {
+        return Grants(act, L"", m_device.GetKey());
+    }
     bool Refuses() const { return m_refuses || HostRefuses(); }
     // Tells the user that the device stays as it is ("The filter stays as it is"), and why.
     void TellRefused(const wchar_t* what);
