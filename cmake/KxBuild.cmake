@@ -58,22 +58,31 @@ endforeach()
 install(FILES ${kx_runtime_dlls} DESTINATION bin)
 
 find_program(KX_MSGFMT msgfmt REQUIRED)
+find_program(KX_MSGGREP msggrep REQUIRED)
 
-# kx_add_catalogues(TARGET RC): po/<language>.po go into the target through its resource script. A catalogue that msgfmt
-# finds fault with, such as a placeholder lost in translation, stops the build.
+# kx_add_catalogues(TARGET RC): po/<language>.po, each with what po/controls/*.po have in that language, go into the
+# target through its resource script. A catalogue that msgfmt finds fault with, such as a placeholder lost in
+# translation, stops the build.
 function(kx_add_catalogues target rc)
+    cmake_path(GET CMAKE_CURRENT_SOURCE_DIR FILENAME room)
+    set(whole ${CMAKE_CURRENT_BINARY_DIR}/whole)
+    # Before the sources, where the script would find what is not whole.
+    target_include_directories(${target} BEFORE PRIVATE ${whole})
+    file(GLOB controls CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/po/controls/*.po)
     file(GLOB catalogues CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/po/*.po)
     foreach(po IN LISTS catalogues)
         get_filename_component(language ${po} NAME_WE)
         set(checked ${CMAKE_CURRENT_BINARY_DIR}/${language}.checked)
         add_custom_command(OUTPUT ${checked}
-            COMMAND ${KX_MSGFMT} --check -o /dev/null ${po}
+            COMMAND ${CMAKE_COMMAND} -DPO=${po} -DMSGGREP=${KX_MSGGREP} -DOUT=${whole}/${room}/po/${language}.po
+                    -P ${CMAKE_SOURCE_DIR}/cmake/KxCatalogue.cmake
+            COMMAND ${KX_MSGFMT} --check -o /dev/null ${whole}/${room}/po/${language}.po
             COMMAND ${CMAKE_COMMAND} -E touch ${checked}
-            DEPENDS ${po}
+            DEPENDS ${po} ${controls} ${CMAKE_SOURCE_DIR}/cmake/KxCatalogue.cmake
             COMMENT "Checking ${language}.po"
             VERBATIM)
         target_sources(${target} PRIVATE ${checked})
-        set_property(SOURCE ${rc} APPEND PROPERTY OBJECT_DEPENDS ${po} ${checked})
+        set_property(SOURCE ${rc} APPEND PROPERTY OBJECT_DEPENDS ${checked})
     endforeach()
 endfunction()
 
