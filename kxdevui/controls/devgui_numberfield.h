@@ -20,6 +20,7 @@ public:
     // Empty where there is none, and for what is no number of the interval. One that is shown already disturbs nobody
     // who types.
     void Show(std::optional<double> number);
+    // The number that is shown, whatever is being typed.
     std::optional<double> Shown() const noexcept { return m_shown; }
     // Whether it is a number of the interval.
     bool Takes(double number) const noexcept { return number >= m_minimum && number <= m_maximum; }
