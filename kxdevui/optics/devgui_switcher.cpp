@@ -176,6 +176,7 @@ void CKxDevUI_Switcher::Show(const Reading& told) {
         CreateControls();
         if (!alive) return;
     }
+    const HWND focus = GetFocus();
     for (std::size_t i = 0; i < told.ports.size(); ++i) {
         Port& held = m_inside->ports[i];
         const Port& port = told.ports[i];
@@ -186,6 +187,8 @@ void CKxDevUI_Switcher::Show(const Reading& told) {
         SetPortSingle(port, used);
     for (const long position : told.positions)
         SetPosition(position);
+    // Last: whoever hears of it may end this panel.
+    m_inside->KeepFocusUsable(focus);
 }
 
 bool CKxDevUI_Switcher::Update(unsigned int device, bool structure, bool names, bool state) {

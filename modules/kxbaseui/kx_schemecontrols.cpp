@@ -136,8 +136,8 @@ LRESULT CALLBACK ButtonProc(HWND button, UINT message, WPARAM wParam, LPARAM lPa
     }
     if (message == WM_ERASEBKGND) return 1;
     const LRESULT result = kx::CallRest(ButtonProc, button, message, wParam, lParam);
-    // Over the system's colours, before anybody sees them. The host, which hears of the focus meanwhile, may have hidden
-    // the button.
+    // Over the system's colours, before anybody sees them. The host, which hears of the focus meanwhile, may have
+    // hidden the button.
     if (PaintsAtOnce(message) && IsWindowVisible(button))
         RedrawWindow(button, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
     return result;

@@ -45,7 +45,11 @@ TEST(DeviceRegistry, NumbersDevicesAndTells) {
         CKxDeviceRegistry::AddListener([](unsigned, EKxDeviceChange) { throw std::runtime_error("x"); });
     int once = 0;
     once = CKxDeviceRegistry::AddListener([&](unsigned, EKxDeviceChange) { CKxDeviceRegistry::RemoveListener(once); });
+    const int last = CKxDeviceRegistry::AddListener([&](unsigned told, EKxDeviceChange) {
+        EXPECT_EQ(DMApi::LogDev_GetInstance(told), nullptr) << "half of it is gone when its end is told";
+    });
     shutter.reset();
+    CKxDeviceRegistry::RemoveListener(last);
     CKxDeviceRegistry::RemoveListener(thrower);
     EXPECT_EQ(listener.record.Take(), CallText("told", id, EKxDeviceChange::Added) + " " +
                                           CallText("told", id, EKxDeviceChange::Names) + " " +

@@ -62,6 +62,7 @@ TEST(OpticalFilters, ShowTheColoursOfTheirBands) {
 TEST(WavelengthColours, EndWithTheSpectrumAndHaveNoSeams) {
     for (const double dark : {380.0, 780.0, 0.0, -1.0, 1e300, std::numeric_limits<double>::quiet_NaN()})
         EXPECT_EQ(KX_RGBFromWavelength(dark), 0u) << dark;
+    EXPECT_EQ(KX_RGBFromWavelength(740), 0xBCu) << "half of the way to the dark";
     // Without jumps: a rainbow drawn of it shows no seams.
     for (double nm = 380; nm < 780; nm += 0.5) {
         const unsigned long a = KX_RGBFromWavelength(nm), b = KX_RGBFromWavelength2(nm + 0.5);

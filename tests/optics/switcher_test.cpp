@@ -79,7 +79,9 @@ TEST_F(Switcher, ReadsLaserUnits) {
         panel.Update(&laser, false, true, false);
         EXPECT_EQ(Shown(), withoutFirst);
         laser.locked = true;
+        SetFocus(panel);
         panel.Update(&laser, false, true, false);
+        EXPECT_EQ(GetFocus(), panel) << "no port can have it";
         EXPECT_FALSE(IsUsable(kButton) || IsUsable(kButton + 1));
     }
 }
