@@ -401,8 +401,10 @@ void RangeThumbs::RenderLineDrawRangeRect(HDC dc, int x, int y, int w, int h) {
     const COLORREF inside = kx::colorslider::LineColor(m_inside->line[0], m_inside->lineOfScheme);
     const COLORREF outside = kx::colorslider::LineColor(m_inside->line[1], m_inside->lineOfScheme);
     const auto [left, right] = std::minmax(m_inside->minimumPos, m_inside->maximumPos);
-    kx::colorslider::DrawLine(dc, {x, y, x + w, y + h}, {{x, outside}, {x + left, inside}, {x + right, outside}},
-                              false);
+    // A thumb may stand beyond all pixels.
+    using kx::ui::Sum;
+    kx::colorslider::DrawLine(dc, {x, y, x + w, y + h},
+                              {{x, outside}, {Sum(x, left), inside}, {Sum(x, right), outside}}, false);
 }
 
 void RangeThumbs::OnPaint(const kx::ui::Message& message) {

@@ -181,8 +181,10 @@ TEST_F(Windows, ShareTheToolTipOfTheirParent) {
     KX_UpdateToolTipWindow(a, L"three");
     EXPECT_EQ(SendMessageW(tip, TTM_GETTOOLCOUNT, 0, 0), 2);
     CKxGUILayoutManager::SetGuiZoom(2);
-    const HFONT grown = reinterpret_cast<HFONT>(SendMessageW(tip, WM_GETFONT, 0, 0));
-    EXPECT_EQ(grown, KX_GetDefaultGuiFontZoom(2));
+    LOGFONTW grown{}, font{};
+    GetObjectW(reinterpret_cast<HFONT>(SendMessageW(tip, WM_GETFONT, 0, 0)), sizeof grown, &grown);
+    GetObjectW(KX_GetDefaultGuiFontZoom(2), sizeof font, &font);
+    EXPECT_EQ(grown.lfHeight, font.lfHeight);
     CKxGUILayoutManager::SetGuiZoom(1);
     KX_DeleteToolTip(b);
     EXPECT_EQ(SendMessageW(tip, TTM_GETTOOLCOUNT, 0, 0), 1);

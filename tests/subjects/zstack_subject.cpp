@@ -50,7 +50,7 @@ protected:
         record_.ClearZDevices();
         for (int i = 0; i < 2; ++i) {
             record_.AddZDevice(0, 1000 / (i + 1), nullptr);
-            control_->AppendZDevice(L"drive", i == 1, i, 0, 1000, i == 1, i, i == 0);
+            control_->AppendZDevice(L"drive", i == 1, i, 0, 1000, i == 1, 0, i == 0);
         }
         record_.SetZDevice(1);
         record_.SetTop(60, true), record_.SetBottom(20, true), record_.SetStep(2);
