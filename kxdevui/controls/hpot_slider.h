@@ -218,7 +218,9 @@ private:
         const int notches = KX_TakeWheelNotches(message.window, message.wParam);
         if (notches == 0) return 0;
         const WPARAM whole = MAKEWPARAM(LOWORD(message.wParam), notches * WHEEL_DELTA);
-        return Own().slider.HandleMouseWheel(whole, message.lParam) ? ui::Handled(0) : std::nullopt;
+        if (Own().slider.HandleMouseWheel(whole, message.lParam)) return 0;
+        // To the windows around goes what has been collected, not its last part.
+        return DefWindowProcW(message.window, message.id, whole, message.lParam);
     }
 
     void OnFocus(bool focused) {
