@@ -152,14 +152,12 @@ void RevertField(HWND edit) {
     SelectAll(edit);
 }
 
-void GoOnFrom(HWND edit, HWND group, bool around) {
-    if (GetFocus() != edit) return;
+bool GoOnFrom(HWND edit, HWND group, bool around) {
+    if (GetFocus() != edit) return false;
     const KxFieldHabits habits = KX_GetFieldHabits(edit);
-    if (const HWND next = habits.goOn ? NextField(edit, group, around) : nullptr) {
-        SetFocus(next);
-    } else if (habits.select) {
-        SelectAll(edit);
-    }
+    if (const HWND next = habits.goOn ? NextField(edit, group, around) : nullptr) return SetFocus(next), true;
+    if (habits.select) SelectAll(edit);
+    return false;
 }
 
 }  // namespace kx::ui

@@ -2,7 +2,6 @@
 #include <kxdevui/zfocus/devgui_zstack.h>
 
 #include <kxbaseui/kx_colors.h>
-#include <kxdevui/framework/devgui_habits.h>
 #include <kxdevui/framework/ui_answer.h>
 #include <kxdevui/framework/ui_field.h>
 #include <kxdevui/zfocus/zstack_ids.h>
@@ -95,13 +94,10 @@ Handled CKxDevUI_ZStack::EditOnChar(const Message& message) {
     const HWND edit = message.window;
     switch (static_cast<wchar_t>(message.wParam)) {
     case kTab: Focus(edit, GetKeyState(VK_SHIFT) < 0); return 0;
-    case kEnter: {
-        const Alive alive(this);
-        if (KX_GetFieldHabits(edit).goOn) GoOnFrom(edit, m_hWnd, true);
+    case kEnter:
         // Without a field to go to, what was typed is entered by leaving it all the same.
-        if (alive && m_hWnd && GetFocus() == edit) FocusNext(edit);
+        if (!GoOnFrom(edit, m_hWnd, true)) FocusNext(edit);
         return 0;
-    }
     case kEscape:
         HideAnswer(edit);
         if (TextOf(edit).str() != m_before) SetWindowTextW(edit, m_before.c_str());
