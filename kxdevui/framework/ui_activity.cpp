@@ -356,8 +356,9 @@ void Activity::DrawButton(HDC dc, const RECT& area, const RECT& picture, bool en
     if (!HasSign()) return;
     // On the face, to be told from the picture.
     const long side = std::min(CKxGUILayoutManager::Zoomed(kBadge), (picture.bottom - picture.top) * 3 / 5);
-    const RECT badge{picture.right - side, picture.bottom - side, picture.right, picture.bottom};
-    const long around = std::max(1L, side / 10);
+    const long around = std::max(1L, side / 10), inset = CKxGUILayoutManager::Zoomed(kStroke) + around;
+    const RECT badge{picture.right - inset - side, picture.bottom - inset - side, picture.right - inset,
+                     picture.bottom - inset};
     const RECT ground{badge.left - around, badge.top - around, badge.right + around, badge.bottom + around};
     const std::string disc =
         "<circle cx=\"8\" cy=\"8\" r=\"8\" fill=\"" + HexOf(KX_GetSysColor(COLOR_BTNFACE)) + "\"/>";

@@ -3,7 +3,9 @@
 
 #include <kxbaseui/kx_menu.h>
 #include <kxdevui/light/devgui_shutter.h>
+#include <kxdevui/framework/devgui_activity.h>
 #include <kxdevui/framework/devgui_messages.h>
+#include <kxdevui/framework/ui_answer.h>
 
 #include <commctrl.h>
 
@@ -63,6 +65,66 @@ TEST(ShutterRules, FitTheWidthToTheTitle) {
         const auto width = kx::shutter::FitWidth(text, minimum, maximum, zoom);
         EXPECT_EQ(std::pair(width.control, width.title), std::pair(control, title)) << text;
     }
+}
+
+TEST_F(Shutter, ShowsTheLifeOfARequest) {
+    CKxSimShutter device(L"Epi", eKxShutterType_Epi);
+    CKxDeviceRegistry::Add(device);
+    device.SetSpeed(0);
+    const ClientAnimation still(false);
+    const std::tuple<const char*, std::function<void()>, EKxActivity> table[] = {
+        {"rest", [] {}, EKxActivity::AtRest},
+        {"asked",
+         [&] {
+             KX_TellActivity(*shutter, {EKxActivity::Asked, 1, {}});
+         },
+         EKxActivity::Asked},
+        {"moving", [&] { device.SetOpen(true), shutter->Update(&device, false, false, true); }, EKxActivity::Moving},
+        {"unknown", [&] { device.Stop(), shutter->Update(&device, false, true, false); }, EKxActivity::Unknown},
+        {"failed",
+         [&] {
+             device.SetFails(true, L"stuck"), device.SetOpen(true), device.Tick();
+             shutter->Update(device.GetLogDevId(), false, false, true);
+         },
+         EKxActivity::Failed},
+        {"locked",
+         [&] {
+             device.SetFails(false), device.SetOpen(false), device.Tick(), device.SetLocked(true);
+             shutter->Update(&device, true, false, false);
+         },
+         EKxActivity::Locked}};
+    for (const double zoom : {1.0, 1.5, 2.0}) {
+        for (const auto scheme : {eKxColorScheme_Light, eKxColorScheme_Dark}) {
+            CKxGUILayoutManager::SetGuiZoom(zoom);
+            KX_SetColorScheme(scheme);
+            device.SetLocked(false), shutter->Update(&device, true, true, true);
+            std::vector<Picture> seen;
+            for (const auto& [name, become, activity] : table) {
+                become();
+                EXPECT_EQ(KX_GetActivity(*shutter).activity, activity) << name;
+                EXPECT_FALSE(shutter->GetState());
+                seen.push_back(Picture::OnScreen(*shutter));
+                seen.back().Save("shutter-" + std::to_string(scheme) + std::to_string(zoom).substr(0, 3) + name);
+                for (std::size_t i = 0; i + 1 < seen.size(); ++i)
+                    EXPECT_NE(seen[i], seen.back()) << name << " is like " << i;
+            }
+        }
+    }
+}
+
+TEST_F(Shutter, SaysWhyItIsRefused) {
+    shutter->answer = true;
+    for (const wchar_t* const reason : {L"", L"The door is open"}) {
+        shutter->meanwhile = [reason] { KX_SayWhyRefused(reason); };
+        Click(shutter->Button(), 12, 12);
+        EXPECT_EQ(TextOf(kx::ui::AnswerWindow()), *reason ? reason : L"The request was refused.");
+        EXPECT_EQ(KX_GetActivity(*shutter), (KxActivity{EKxActivity::Refused, 1, reason}));
+    }
+    kx::ui::HideAnswer(*shutter);
+    EXPECT_EQ(KX_GetActivity(*shutter), KxActivity{});
+    shutter->meanwhile = [this] { KX_SayWhyRefused(L"gone"), shutter.reset(); };
+    Click(shutter->Button(), 12, 12);
+    EXPECT_FALSE(kx::ui::AnswerWindow());
 }
 
 TEST_F(Shutter, AsksForTheOtherStateAndObeysTheAnswer) {
