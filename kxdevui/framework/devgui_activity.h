@@ -16,6 +16,8 @@
 #include <kxdevui/framework/kxdevui_api.h>
 #include <kxsystem/kx_string.h>
 
+class IKxDevice;
+
 // Where a request is in its life.
 enum class EKxActivity {
     AtRest,   // drawn as if nobody had told anything
@@ -41,6 +43,10 @@ struct KxActivity {
 // Tells a control's window. Refused ends what was asked and leaves a movement as it is. False, and logged, for a window
 // that is no control of a device.
 KXDEVUI_API bool KX_TellActivity(HWND control, const KxActivity& activity);
+
+// The same as a device tells of itself, for a control that does not ask it: a colour slider, the Z stack panel. False
+// as well, and nothing is changed, for a device that throws.
+KXDEVUI_API bool KX_TellActivity(HWND control, const IKxDevice& device);
 
 // What a control shows; Refused while the answer stands beside it. At rest for every other window.
 KXDEVUI_API KxActivity KX_GetActivity(HWND control);

@@ -13,7 +13,9 @@
 #include <kxbaseui/kx_colors.h>
 #include <kxbaseui/kx_layoutmanager.h>
 #include <kxdevui/framework/ui_answer.h>
+#include <kxdevui/framework/ui_device.h>
 #include <kxdevui/framework/ui_gdi.h>
+#include <kxdevui/framework/ui_parts.h>
 #include <kxsystem/kx_log.h>
 #include <kxsystem/kx_translation.h>
 
@@ -28,8 +30,9 @@ constexpr int kPhases = 6;
 constexpr UINT kStepMilliseconds = 100;
 
 // Unzoomed pixels: the width of rings and edges, their corners as those of a current position, a dash with its gap, a
+// sign, a
 // sign in the corner of a button.
-constexpr long kStroke = 2, kCorner = 3, kDash = 12, kBadge = 11;
+constexpr long kStroke = 2, kCorner = 3, kDash = 12, kSign = 12, kBadge = 11;
 
 std::map<HWND, Activity*>& All() {
     static std::map<HWND, Activity*> all;
@@ -62,7 +65,7 @@ CKxStringW WithReason(const wchar_t* text, const CKxStringW& reason) {
     return reason.IsEmpty() ? plain : plain + L": " + reason;
 }
 
-CKxStringW TextOf(const KxActivity& activity) {
+CKxStringW StateText(const KxActivity& activity) {
     switch (activity.activity) {
     case EKxActivity::Asked: return KX_GetTranslation(L"Asked for", kSource);
     case EKxActivity::Moving: {
@@ -228,13 +231,16 @@ Activity::~Activity() { Detach(m_window); }
 void Activity::Attach(HWND window) {
     Detach(m_window);
     m_window = window;
+    m_announced = false;
     All()[window] = this;
 }
 
 void Activity::Show() {
-    Turn();
     // Where nothing was ever told, the window keeps the text that it has.
-    if (HasSign()) Announce();
+    if (!HasSign()) return;
+    m_host.changed(m_window);
+    Turn();
+    Announce();
 }
 
 void Activity::Detach(HWND window) noexcept {
@@ -243,6 +249,10 @@ void Activity::Detach(HWND window) noexcept {
     m_turns = false;
     All().erase(m_window);
     m_window = nullptr;
+}
+
+void Activity::WindowGone(HWND window) noexcept {
+    if (Activity* const self = Of(window)) self->Detach(window);
 }
 
 void Activity::Tell(const KxActivity& now, CDMApi_LogDevId device) {
@@ -280,7 +290,7 @@ HWND Activity::TargetPlace() const {
     return m_now.activity == EKxActivity::Moving && m_now.target >= 0 ? m_host.place(m_window, m_now.target) : nullptr;
 }
 
-CKxStringW Activity::Remark() const { return IsUnderWay(m_now.activity) ? CKxStringW() : TextOf(m_now); }
+CKxStringW Activity::Remark() const { return IsUnderWay(m_now.activity) ? CKxStringW() : StateText(m_now); }
 
 // ---- Asking --------------------------------------------------------------------------------------------------------
 
@@ -299,6 +309,8 @@ void Activity::TakenOver(const Question& question, long position) {
 
 void Activity::Refuse(const KxActivity& refused) {
     if (m_now.activity == EKxActivity::Asked) Tell({});
+    // A thumb that is dragged is refused with every move: what is shown already stays.
+    if (m_answer && m_answer == AnswerWindow() && refused == m_refused) return;
     m_refused = refused;
     const CKxStringW plain = KX_GetTranslation(L"The request was refused.", kSource);
     ShowAnswer(m_window, (refused.reason.IsEmpty() ? plain : refused.reason).str());
@@ -308,16 +320,18 @@ void Activity::Refuse(const KxActivity& refused) {
 // ---- Telling -------------------------------------------------------------------------------------------------------
 
 // Last of all: whoever hears of it may end the control.
-void Activity::Announce() const {
+void Activity::Announce() {
     const HWND window = m_window;
-    const CKxStringW text = TextOf(m_now);
+    if (!std::exchange(m_announced, true)) m_ownText = TextOf(window);
+    const CKxStringW state = StateText(m_now);
     bool alert = m_now.activity == EKxActivity::Failed;
-    // A device in two panels fails once.
+    // A device in two panels fails once, and so does a control within another.
     for (const auto& [other, activity] : All()) {
-        if (activity != this && m_device != 0 && activity->m_device == m_device && activity->m_now == m_now)
-            alert = false;
+        const bool same = m_device != 0 ? activity->m_device == m_device : IsChild(other, window) != FALSE;
+        if (activity != this && same && activity->m_now == m_now) alert = false;
     }
-    SetWindowTextW(window, text.IsEmpty() ? text : m_host.title(window) + L": " + text);
+    const CKxStringW text = state.IsEmpty() ? m_ownText : m_host.title(window) + L": " + state;
+    SetWindowTextW(window, text);
     NotifyWinEvent(EVENT_OBJECT_NAMECHANGE, window, OBJID_CLIENT, CHILDID_SELF);
     if (alert) NotifyWinEvent(EVENT_SYSTEM_ALERT, window, OBJID_CLIENT, CHILDID_SELF);
 }
@@ -372,6 +386,17 @@ void Activity::DrawSign(HDC dc, const RECT& place) const {
     CKxBitmapPool::DrawSVGImage(dc, Svg(sign), place);
 }
 
+void Activity::DrawFace(HWND window, HDC dc, const RECT& area) {
+    const Activity* const self = Of(window);
+    if (!self || !self->HasSign()) return;
+    const RECT sign = self->m_host.sign ? self->m_host.sign(window) : RECT{};
+    if (IsRectEmpty(&sign)) return;
+    self->DrawEdge(dc, area);
+    self->DrawSign(dc, sign);
+}
+
+long Activity::SignSide() { return CKxGUILayoutManager::Zoomed(kSign); }
+
 void Activity::DrawEdge(HDC dc, const RECT& area) const {
     if (m_now.activity != EKxActivity::Failed) return;
     const Brush alert(CreateSolidBrush(KX_GetVorGuiColor(eKxVorGuiColor_Alert)));
@@ -386,6 +411,16 @@ bool KX_TellActivity(HWND control, const KxActivity& activity) {
     if (kx::ui::Activity* const told = kx::ui::Of(control)) return told->Tell(activity), true;
     KX_LOG(kx::ui::kSource, L"window %p is no control of a device", static_cast<void*>(control));
     return false;
+}
+
+bool KX_TellActivity(HWND control, const IKxDevice& device) {
+    KxActivity told;
+    const auto ask = [&] { told = kx::ui::ReadActivity(device); };
+    if (!kx::ui::AskDevice(kx::ui::kSource, device.GetLogDevId(), ask)) return false;
+    kx::ui::Activity* const activity = kx::ui::Of(control);
+    if (!activity) return KX_TellActivity(control, told);
+    activity->Tell(told, device.GetLogDevId());
+    return true;
 }
 
 KxActivity KX_GetActivity(HWND control) {

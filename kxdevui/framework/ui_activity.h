@@ -22,6 +22,7 @@ struct ActivityHost {
     std::function<HWND(HWND, long)> place;  // the window of a position; null for one that is not there
     std::function<CKxStringW(HWND)> title;  // what screen readers are to call the control
     std::function<void(HWND)> changed;      // all that shows it is to be drawn anew
+    std::function<RECT(HWND)> sign = {};    // where the face is free for the sign; empty where others draw it
 };
 
 // How a position is drawn.
@@ -39,6 +40,8 @@ public:
     void Attach(HWND window);
     void Show();
     void Detach(HWND window) noexcept;
+    // The same for whichever it belongs to; windows of controls call it by themselves.
+    static void WindowGone(HWND window) noexcept;
 
     // From now on it is this, until it is told otherwise; before the control holds another position. Nothing is drawn
     // when it is so already. `device` is who has told, 0 for the host.
@@ -63,6 +66,10 @@ public:
     void DrawPlace(HDC dc, const RECT& area, long position, bool enabled) const;
     void DrawSign(HDC dc, const RECT& place) const;
     void DrawEdge(HDC dc, const RECT& area) const;
+    // Edge and sign on the face of a window, if it has an Activity, before what is in it.
+    static void DrawFace(HWND window, HDC dc, const RECT& area);
+    // The side of the sign's square, in pixels of the screen.
+    static long SignSide();
     // All of it for a control that is one button for all its positions: the sign stands in the corner of `picture`.
     void DrawButton(HDC dc, const RECT& area, const RECT& picture, bool enabled) const;
 
@@ -90,7 +97,7 @@ public:
 private:
     HWND TargetPlace() const;
     void Refuse(const KxActivity& refused);
-    void Announce() const;
+    void Announce();
     void Turn();
     static void CALLBACK OnTimer(HWND window, UINT message, UINT_PTR id, DWORD time);
 
@@ -102,6 +109,8 @@ private:
     int m_phase = 0;
     bool m_turns = false;
     unsigned m_answers = 0;
+    bool m_announced = false;
+    CKxStringW m_ownText;     // of the window, before the first announcement
     HWND m_answer = nullptr;  // the window of the answer to the last refusal
     KxActivity m_refused;
 };

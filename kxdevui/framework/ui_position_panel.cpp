@@ -23,8 +23,8 @@ namespace {
 constexpr double kSetupImage = 16;
 constexpr double kFrameMargin = 7;
 
-// A sign in the caption, and the room before it.
-constexpr long kSign = 12, kSignGap = 4;
+// The room before a sign in the caption.
+constexpr long kSignGap = 4;
 
 bool IsOwnerDrawn(HWND button) { return (GetWindowLongW(button, GWL_STYLE) & BS_TYPEMASK) == BS_OWNERDRAW; }
 
@@ -36,12 +36,12 @@ bool PaintsAtOnce(UINT message) {
 
 // The sign beside a text that ends at `x`, in the middle of a line of that height.
 RECT SignAt(long x, long top, long height) {
-    const long side = CKxGUILayoutManager::Zoomed(kSign), left = x + CKxGUILayoutManager::Zoomed(kSignGap);
+    const long side = Activity::SignSide(), left = x + CKxGUILayoutManager::Zoomed(kSignGap);
     const long y = top + (height - side) / 2;
     return {left, y, left + side, y + side};
 }
 
-long SignRoom() { return CKxGUILayoutManager::Zoomed(kSign) + CKxGUILayoutManager::Zoomed(2 * kSignGap); }
+long SignRoom() { return Activity::SignSide() + CKxGUILayoutManager::Zoomed(2 * kSignGap); }
 
 }  // namespace
 
@@ -160,9 +160,7 @@ void PositionPanel::Finish(SIZE size, long frameHeight, bool boldTitles) {
     const HFONT font = boldTitles ? KX_GetDefaultGuiFontBold() : KX_GetDefaultGuiFont();
     SetFont(m_frame, font);
     SetFont(m_titleWindow, font);
-    m_remark = m_activity.Remark();
-    for (std::size_t i = 0; i < m_buttons.size() && !m_remark.IsEmpty(); ++i)
-        ShowTip(i);
+    m_remark.Empty();
     m_activity.Show();
     if (const int id = std::exchange(m_lostFocus, 0)) {
         const HWND successor = GetDlgItem(m_window, id);

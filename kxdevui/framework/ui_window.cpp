@@ -3,6 +3,7 @@
 #include <kxbaseui/kx_fonts.h>
 #include <kxbaseui/kx_layoutmanager.h>
 #include <kxdevui/framework/devgui.h>
+#include <kxdevui/framework/ui_activity.h>
 #include <kxdevui/framework/ui_parts.h>
 #include <kxsystem/kx_log.h>
 
@@ -160,6 +161,7 @@ void StylesChanged(HWND window) noexcept {
 }
 
 void WindowGone(HWND window, void* object, const Alive& alive, bool isControl) noexcept {
+    Activity::WindowGone(window);
     DropState(window);
     if (isControl && alive) Binding::WindowGone(static_cast<CKxDevUI_Base*>(object), window);
 }

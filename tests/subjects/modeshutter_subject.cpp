@@ -83,6 +83,7 @@ protected:
             {"forgetting", Do(&Row::Done)},
             {"taking away", Do(&Row::DestroyControls)},
             {"making anew", Do(&Row::CreateControls)},
+            {"a life of requests", [this](Random& r) { TellAnyActivity(*control_, r); }},
         };
     }
 
