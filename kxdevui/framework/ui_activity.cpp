@@ -391,7 +391,14 @@ void Activity::DrawFace(HWND window, HDC dc, const RECT& area) {
     if (!self || !self->HasSign()) return;
     const RECT sign = self->m_host.sign ? self->m_host.sign(window) : RECT{};
     if (IsRectEmpty(&sign)) return;
-    self->DrawEdge(dc, area);
+    if (self->m_host.underlined) {
+        const SavedDC saved(dc);
+        const long line = std::max(1L, CKxGUILayoutManager::Zoomed(kStroke));
+        IntersectClipRect(dc, area.left, area.bottom - line, area.right, area.bottom);
+        self->DrawEdge(dc, {area.left - line, area.top, area.right + line, area.bottom});
+    } else {
+        self->DrawEdge(dc, area);
+    }
     self->DrawSign(dc, sign);
 }
 

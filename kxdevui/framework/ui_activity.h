@@ -23,6 +23,7 @@ struct ActivityHost {
     std::function<CKxStringW(HWND)> title;  // what screen readers are to call the control
     std::function<void(HWND)> changed;      // all that shows it is to be drawn anew
     std::function<RECT(HWND)> sign = {};    // where the face is free for the sign; empty where others draw it
+    bool underlined = false;                // windows stand at its other edges: what has failed is underlined
 };
 
 // How a position is drawn.

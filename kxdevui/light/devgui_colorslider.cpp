@@ -27,7 +27,7 @@ CKxDevUI_ColorSlider::CKxDevUI_ColorSlider()
     : m_requests(std::make_unique<kx::ui::Activity>(
           kx::ui::ActivityHost{[](HWND) { return -1L; }, [](HWND, long) -> HWND { return nullptr; },
                                [this](HWND) { return m_name.IsEmpty() ? m_title : m_name; },
-                               [this](HWND) { ShowRequests(); }, [this](HWND) { return SignPlace(); }})),
+                               [this](HWND) { ShowRequests(); }, [this](HWND) { return SignPlace(); }, true})),
       m_rangeHPot(this) {
     m_hpot.m_owner = this;
     // One entry a message, whatever keys are held.

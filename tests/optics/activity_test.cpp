@@ -54,31 +54,6 @@ protected:
 using Panels = testing::Types<Turret, Wheel, Switch>;
 TYPED_TEST_SUITE(Life, Panels);
 
-TYPED_TEST(Life, IsDrawnOverWhatIsHeld) {
-    const ClientAnimation still(false);
-    for (const double zoom : {1.0, 1.5, 2.0}) {
-        for (const auto scheme : {eKxColorScheme_Light, eKxColorScheme_Dark}) {
-            CKxGUILayoutManager::SetGuiZoom(zoom);
-            KX_SetColorScheme(scheme);
-            this->Tell(A::AtRest);
-            const Picture rest = this->Seen();
-            std::vector<Picture> seen{rest};
-            for (const A each : {A::Asked, A::Moving, A::Unknown, A::Failed, A::Locked}) {
-                this->Tell(each, 1);
-                seen.push_back(this->Seen());
-                seen.back().Save(testing::UnitTest::GetInstance()->current_test_info()->type_param() +
-                                 std::to_string(scheme) + std::to_string(zoom).substr(0, 3) +
-                                 std::to_string(static_cast<int>(each)));
-                for (std::size_t i = 0; i + 1 < seen.size(); ++i)
-                    EXPECT_NE(seen[i], seen.back()) << i << " and " << seen.size() - 1;
-                EXPECT_EQ(this->panel.GetPosition(), 0);
-            }
-            this->Tell(A::AtRest);
-            EXPECT_EQ(this->Seen(), rest);
-        }
-    }
-}
-
 TYPED_TEST(Life, TurnsOneRingWhileItMoves) {
     // What is painted in a while, and whether it comes from a timer.
     std::set<HWND> painted;
@@ -153,9 +128,7 @@ TYPED_TEST(Life, SaysWhyItWasRefused) {
     for (const auto& [reason, answer, activity] : table) {
         this->panel.SetPosition(0);
         kx::ui::HideAnswer(this->panel);
-        this->panel.meanwhile = [why = reason] {
-            EXPECT_EQ(why && KX_SayWhyRefused(why), why != nullptr);
-        };
+        this->panel.meanwhile = [why = reason] { EXPECT_EQ(why && KX_SayWhyRefused(why), why != nullptr); };
         this->ClickPart(TypeParam::kFirst + 2);
         EXPECT_EQ(this->Answer(), answer);
         EXPECT_EQ(this->Now(), activity);
