@@ -457,6 +457,17 @@ void PositionPanel::DrawSetup(const DRAWITEMSTRUCT& item) const {
     });
 }
 
+void PositionPanel::DrawOver(HDC dc, const RECT& area, const DRAWITEMSTRUCT& item, long position, bool enabled) const {
+    m_activity.DrawPlace(dc, area, position, enabled);
+    RECT inner = area;
+    const PlaceLook look = m_activity.LookOf(position);
+    if (look == PlaceLook::Hollow || look == PlaceLook::Target) {
+        const auto inset = static_cast<int>(CKxGUILayoutManager::Zoomed(3));
+        InflateRect(&inner, -inset, -inset);
+    }
+    DrawFocus(dc, inner, item);
+}
+
 void PositionPanel::DrawCurrent(HDC dc, const RECT& area, bool enabled) {
     const Selection pen(dc, GetStockObject(DC_PEN)), brush(dc, GetStockObject(DC_BRUSH));
     const COLORREF color = KX_GetSysColor(enabled ? COLOR_HIGHLIGHT : COLOR_BTNSHADOW);

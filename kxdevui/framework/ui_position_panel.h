@@ -125,6 +125,8 @@ public:
 
     // ---- The life of a request ----
 
+    // Over the picture of a position's button: ring or hollow place, and the focus, which stays inside of them.
+    void DrawOver(HDC dc, const RECT& area, const DRAWITEMSTRUCT& item, long position, bool enabled) const;
     // What the device, or the host, tells. `changed` is called when it shows, beside what is repainted here.
     Activity& Requests() noexcept { return m_activity; }
     const Activity& Requests() const noexcept { return m_activity; }

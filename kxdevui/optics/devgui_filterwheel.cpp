@@ -371,7 +371,6 @@ void CKxDevUI_FilterWheel::OnDrawItem(const DRAWITEMSTRUCT& item) {
         InflateRect(&place, -2 * line, -2 * line);
         if (item.itemState & ODS_SELECTED) OffsetRect(&place, 1, 1);
         CKxBitmapPool::DrawSVGImage(dc, filter->image, place, enabled);
-        m_inside->Requests().DrawPlace(dc, area, position, enabled);
-        PositionPanel::DrawFocus(dc, area, item);
+        m_inside->DrawOver(dc, area, item, position, enabled);
     });
 }

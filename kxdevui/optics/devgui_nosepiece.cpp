@@ -645,8 +645,7 @@ void CKxDevUI_Nosepiece::OnDrawItem(const DRAWITEMSTRUCT& item) {
             KX_DrawFlatButtonBackground(dc, area, ButtonLook(item), COLOR_BTNFACE);
         if (item.itemState & ODS_SELECTED && answers) OffsetRect(&place, 1, 1);
         CKxBitmapPool::DrawSVGImage(dc, m_inside->ImageOf(position), place, m_inside->enabled && m_inside->IsEnabled());
-        m_inside->Requests().DrawPlace(dc, area, position, m_inside->enabled && m_inside->IsEnabled());
-        PositionPanel::DrawFocus(dc, area, item);
+        m_inside->DrawOver(dc, area, item, position, m_inside->enabled && m_inside->IsEnabled());
     });
 }
 
