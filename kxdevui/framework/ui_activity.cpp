@@ -324,13 +324,17 @@ void Activity::Announce() {
     const HWND window = m_window;
     if (!std::exchange(m_announced, true)) m_ownText = TextOf(window);
     const CKxStringW state = StateText(m_now);
+    const CKxStringW text = state.IsEmpty() ? m_ownText : m_host.title(window) + L": " + state;
+    // Parts made anew have nothing new to tell.
+    if (text == TextOf(window)) return;
     bool alert = m_now.activity == EKxActivity::Failed;
     // A device in two panels fails once, and so does a control within another.
     for (const auto& [other, activity] : All()) {
-        const bool same = m_device != 0 ? activity->m_device == m_device : IsChild(other, window) != FALSE;
-        if (activity != this && same && activity->m_now == m_now) alert = false;
+        const bool same =
+            (m_device != 0 && activity->m_device == m_device) || IsChild(other, window) || IsChild(window, other);
+        if (activity != this && same && activity->m_alerted && activity->m_now == m_now) alert = false;
     }
-    const CKxStringW text = state.IsEmpty() ? m_ownText : m_host.title(window) + L": " + state;
+    m_alerted = alert;
     SetWindowTextW(window, text);
     NotifyWinEvent(EVENT_OBJECT_NAMECHANGE, window, OBJID_CLIENT, CHILDID_SELF);
     if (alert) NotifyWinEvent(EVENT_SYSTEM_ALERT, window, OBJID_CLIENT, CHILDID_SELF);

@@ -111,6 +111,7 @@ private:
     bool m_turns = false;
     unsigned m_answers = 0;
     bool m_announced = false;
+    bool m_alerted = false;   // it has raised the alert of the failure that it is at
     CKxStringW m_ownText;     // of the window, before the first announcement
     HWND m_answer = nullptr;  // the window of the answer to the last refusal
     KxActivity m_refused;

@@ -18,18 +18,24 @@ using A = EKxActivity;
 
 struct Turret : AskingPanel<CKxDevUI_Nosepiece> {
     using AskingPanel::AskingPanel;
+    using Shown = CKxDevUI_Nosepiece;
+    using Band = kx::ui::NosepieceBand;
     static constexpr int kFirst = 10200;
     Registered<CKxSimNosepiece> device{L"Nosepiece", std::vector<SKxSimObjective>(6, {L"a", L"60x", L""})};
     bool Follow() { return Update(&device, true, true, true, true, true); }
 };
 struct Wheel : AskingPanel<CKxDevUI_FilterWheel> {
     using AskingPanel::AskingPanel;
+    using Shown = CKxDevUI_FilterWheel;
+    using Band = kx::ui::FilterWheelBand;
     static constexpr int kFirst = 10201;
     Registered<CKxSimFilterChanger> device{L"Emission", Names(6, L"525/50"), SKxSimFilterChangerKind{}};
     bool Follow() { return Update(&device, true, true, true); }
 };
 struct Switch : AskingPanel<CKxDevUI_Switcher> {
     using AskingPanel::AskingPanel;
+    using Shown = CKxDevUI_Switcher;
+    using Band = kx::ui::SwitcherBand;
     static constexpr int kFirst = 10201;
     Registered<CKxSimLightPath> device{L"Light path", Names(6, L"port")};
     bool Follow() { return Update(&device, true, true, true); }
@@ -62,6 +68,8 @@ TYPED_TEST(Life, TurnsOneRingWhileItMoves) {
         painted.clear(), ticks = false;
         const auto end = GetTickCount64() + 400;
         for (MSG message; GetTickCount64() < end;) {
+            // Told as often as a device may, it paints no more.
+            KX_TellActivity(this->panel, KX_GetActivity(this->panel));
             if (!PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
                 MsgWaitForMultipleObjects(0, nullptr, FALSE, 10, QS_ALLINPUT);
                 continue;
@@ -115,6 +123,25 @@ TYPED_TEST(Life, TellsWhatTheDeviceTells) {
     EXPECT_TRUE(NoGrowth(100, [&] { this->Tell(A::Moving, 2), this->Open(560), this->Tell(A::Failed), this->Seen(); }));
 }
 
+TYPED_TEST(Life, AlertsOnceToADeviceInTwoPanels) {
+    static int alerts, names;
+    alerts = names = 0;
+    const auto count = [](HWINEVENTHOOK, DWORD event, HWND, LONG, LONG, DWORD, DWORD) {
+        alerts += event == EVENT_SYSTEM_ALERT, names += event == EVENT_OBJECT_NAMECHANGE;
+    };
+    const HWINEVENTHOOK hook = SetWinEventHook(EVENT_SYSTEM_ALERT, EVENT_OBJECT_NAMECHANGE, nullptr, count,
+                                               GetCurrentProcessId(), 0, WINEVENT_OUTOFCONTEXT);
+    typename TypeParam::Shown other;
+    other.Create(this->parent.Window(), 10, 120, 560, -1, true, true);
+    auto& device = this->panel.device;
+    device.SetFails(true, L"stuck"), device.MoveTo(1), device.Tick();
+    for (int i = 0; i < 3; ++i)
+        this->panel.Follow(), kx::ui::SendDeviceBand(other, device.GetLogDevId(), typename TypeParam::Band{});
+    Pump();
+    EXPECT_EQ(std::pair(alerts, names), std::pair(1, 2));
+    UnhookWinEvent(hook);
+}
+
 TYPED_TEST(Life, SaysWhyItWasRefused) {
     constexpr bool wheel = std::is_same_v<TypeParam, Wheel>, turret = std::is_same_v<TypeParam, Turret>;
     const std::tuple<const wchar_t*, std::wstring, A> table[] = {
@@ -137,6 +164,9 @@ TYPED_TEST(Life, SaysWhyItWasRefused) {
     this->panel.SetPosition(0);
     kx::ui::HideAnswer(this->panel);
     EXPECT_EQ(this->Now(), A::AtRest) << "the host has answered";
+    this->Tell(A::Asked, 1), this->Tell(A::Refused, 1);
+    kx::ui::HideAnswer(this->panel);
+    EXPECT_EQ(this->Now(), A::AtRest) << "refused afterwards";
     this->Tell(A::Moving, 1), this->Tell(A::Refused, 2, L"busy");
     EXPECT_EQ(this->Answer(), L"busy");
     kx::ui::HideAnswer(this->panel);
