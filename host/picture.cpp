@@ -2,6 +2,13 @@
 
 #include <objidl.h>
 
+#include <algorithm>
+
+// The platform's header counts on the macros of these names, which nobody else wants.
+namespace Gdiplus {
+using std::max;
+using std::min;
+}  // namespace Gdiplus
 #include <gdiplus.h>
 
 #include <kxdevui/framework/ui_gdi.h>

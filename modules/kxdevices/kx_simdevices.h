@@ -367,6 +367,10 @@ private:
 // Owns simulated devices, registers them and lets time pass for them.
 class KXDEVICES_API CKxSimMicroscope {
 public:
+    CKxSimMicroscope() = default;
+    CKxSimMicroscope(const CKxSimMicroscope&) = delete;
+    CKxSimMicroscope& operator=(const CKxSimMicroscope&) = delete;
+
     // Makes a device of the class Device and registers it; it lives as long as the microscope.
     template <class Device, class... Arguments>
     Device& Add(Arguments&&... arguments) {
