@@ -64,7 +64,7 @@ public:
     // 150 at first.
     void SetSpeed(unsigned millisecondsPerPosition) noexcept { m_speed = millisecondsPerPosition; }
     // So many times as long, from the next movement on; 1 at first, and for 0.
-    void SetSlowness(unsigned times) noexcept { m_slowness = std::max(times, 1u); }
+    void SetSlowness(unsigned times) noexcept { m_slowness = (std::max)(times, 1u); }
     // While set, movements end as failures. Clearing it leaves a faulty device faulty until it moves again.
     void SetFails(bool fails) noexcept { m_fails = fails; }
     bool Fails() const noexcept { return m_fails; }
@@ -373,6 +373,10 @@ private:
 // Owns simulated devices, registers them and lets time pass for them.
 class KXDEVICES_API CKxSimMicroscope {
 public:
+    CKxSimMicroscope() = default;
+    CKxSimMicroscope(const CKxSimMicroscope&) = delete;
+    CKxSimMicroscope& operator=(const CKxSimMicroscope&) = delete;
+
     // Makes a device of the class Device and registers it; it lives as long as the microscope.
     template <class Device, class... Arguments>
     Device& Add(Arguments&&... arguments) {
