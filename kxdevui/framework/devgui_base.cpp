@@ -3,7 +3,6 @@
 #include <cwchar>
 
 #include <kxbaseui/kx_layoutmanager.h>
-#include <kxbaseui/kx_messagebox.h>
 #include <kxdevui/framework/devgui.h>
 #include <kxdevui/framework/ui_arithmetic.h>
 #include <kxdevui/framework/ui_life.h>
@@ -134,7 +133,8 @@ void CKxDevUI_Base::ReportError(const wchar_t* text, bool showMessageBox, HWND f
     std::wcsncat(message, text ? text : L"", kBufferSize - 1 - std::wcslen(message));
 
     if (showMessageBox) {
-        KX_MessageBox_(m_hWnd, message, KX_GetTranslation(L"Error!", L"devgui_base"), MB_ICONERROR, -1);
+        const CKxStringW caption = KX_GetTranslation(L"Error!", L"devgui_base");
+        if (!kx::ui::Complain(m_hWnd, focusAfter, message, caption, MB_ICONERROR)) return;
     } else {
         CKxLogFile::Location(L"devgui_base", 230);
         if (CKxLogFile::Detail()) CKxLogFile::Line(L"CKxDevUI_Base::ReportError - %ls", message);

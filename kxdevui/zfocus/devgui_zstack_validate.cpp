@@ -1,7 +1,7 @@
 // The validations of the Z stack panel: from a typed text to the record.
 #include <kxdevui/zfocus/devgui_zstack.h>
 
-#include <kxbaseui/kx_messagebox.h>
+#include <kxdevui/framework/ui_complaint.h>
 #include <kxdevui/zfocus/zstack_ids.h>
 #include <kxdevui/zfocus/zstack_rules.h>
 #include <kxdevui/zfocus/zstack_window.h>
@@ -55,7 +55,7 @@ int CKxDevUI_ZStack::iKeepRange = 0;
 // The message comes before the refresh, and both while further validations are held off: a box that opens takes the
 // focus from an edit, and a host that refreshes may move it.
 bool CKxDevUI_ZStack::Validate(int edit, Meaning meaning, bool showErrors, const Refresh& refresh, const Apply& apply) {
-    if (m_validating) return false;
+    if (m_validating || IsComplaining()) return false;
     const Alive alive(this);
     const Raised validating(m_validating, alive);
 
@@ -70,7 +70,7 @@ bool CKxDevUI_ZStack::Validate(int edit, Meaning meaning, bool showErrors, const
         if (value) kx::ui::Guarded([&]() -> kx::ui::Handled { return verdict = apply(*value), 0; });
     }
     if (alive) m_refused = verdict != Verdict::Taken;
-    if (alive) Complain(verdict, showErrors);
+    if (alive) Complain(edit, verdict, showErrors);
     if (alive) kx::ui::Guarded([&]() -> kx::ui::Handled { return refresh(), 0; });
     return verdict == Verdict::Taken;
 }
@@ -85,13 +85,15 @@ CKxDevUI_ZStack::Position CKxDevUI_ZStack::NumberBehind(int edit, Meaning meanin
     return entry.meaning == meaning && entry.text == text ? entry.value : std::nullopt;
 }
 
-void CKxDevUI_ZStack::Complain(Verdict verdict, bool showErrors) {
+void CKxDevUI_ZStack::Complain(int edit, Verdict verdict, bool showErrors) {
     if (verdict == Verdict::Taken || verdict == Verdict::Declined) return;
     if (!showErrors || !CKxGUIElement::IsVisible()) return;
     const wchar_t* text = verdict == Verdict::NotANumber ? L"Invalid value entered." : L"Value is out of range.";
-    KX_MessageBox(m_hWnd, KX_GetTranslation(text, kSource), KX_GetTranslation(L"Z Series", kSource), MB_ICONEXCLAMATION,
-                  -1);
+    kx::ui::Complain(m_hWnd, Item(edit), KX_GetTranslation(text, kSource), KX_GetTranslation(L"Z Series", kSource),
+                     MB_ICONEXCLAMATION);
 }
+
+bool CKxDevUI_ZStack::IsComplaining() const { return m_hWnd && kx::ui::WhoComplains(m_hWnd) == m_hWnd; }
 
 CKxDevUI_ZStack::Verdict CKxDevUI_ZStack::VerdictOf(int status) {
     return status == eKxZStack_Ok ? Verdict::Taken : Verdict::OutOfRange;
@@ -137,13 +139,13 @@ bool CKxDevUI_ZStack::ValidateSteps(bool showErrors) {
 
 // As guarded as the typed step: its message box may have the button pressed again.
 void CKxDevUI_ZStack::TakeSuggestedStep() {
-    if (m_validating) return;
+    if (m_validating || IsComplaining()) return;
     const Alive alive(this);
     const Raised validating(m_validating, alive);
     double step = 0;
     if (Ask([&] { return m_data->GetStepSuggested(&step); }) != eKxZStack_Ok) return OnZStackChanged(RefreshAll);
     if (Ask([&] { return m_data->SetStep(step); }) == eKxZStack_Ok) return TellStep(step, false);
-    Complain(Verdict::OutOfRange, true);
+    Complain(IDC_ZS_EDIT_STEP, Verdict::OutOfRange, true);
     if (alive) OnZStackChanged(RefreshStep);
 }
 
