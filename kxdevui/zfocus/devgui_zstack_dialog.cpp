@@ -1,6 +1,7 @@
 // The confirmation dialog of the Z stack panel.
 #include <kxdevui/zfocus/devgui_zstack.h>
 
+#include <kxbaseui/kx_fonts.h>
 #include <kxbaseui/kx_guiscale.h>
 #include <kxbaseui/kx_layoutmanager.h>
 #include <kxbaseui/kx_schemecontrols.h>
@@ -13,9 +14,8 @@
 
 #include <algorithm>
 #include <array>
-#include <cwchar>
+#include <cmath>
 #include <iterator>
-#include <vector>
 
 using namespace kx::zstack;
 
@@ -45,6 +45,18 @@ SIZE Measure(HWND label, const wchar_t* text, HFONT font, long width) {
     return {rect.right - rect.left, rect.bottom - rect.top};
 }
 
+// What a text needs in its window's own font, in unzoomed pixels: also at the zoom that follows, where lines may break
+// elsewhere.
+SIZE MeasureForZoom(HWND label, const wchar_t* text, long width) {
+    const HFONT font = FontOf(label);
+    const SIZE unzoomed = Measure(label, text, font, width);
+    const double zoom = CKxGUILayoutManager::GetGuiZoom();
+    const SIZE zoomed =
+        Measure(label, text, KX_GetFontAtZoom(font, 1, zoom), CKxGUILayoutManager::Zoomed(static_cast<double>(width)));
+    const auto back = [zoom](long length) { return std::lround(std::ceil(static_cast<double>(length) / zoom)); };
+    return {std::max(unzoomed.cx, back(zoomed.cx)), std::max(unzoomed.cy, back(zoomed.cy))};
+}
+
 long ClientWidthOf(HWND window) {
     RECT rect{};
     GetClientRect(window, &rect);
@@ -57,7 +69,7 @@ SIZE SizeOfCheckBox(HWND box, long width) {
     // The platform's own box, with the gap between it and the text.
     const UINT dpi = GetDpiForWindow(box);
     const long mark = GetSystemMetricsForDpi(SM_CXMENUCHECK, dpi) + 2 * GetSystemMetricsForDpi(SM_CXEDGE, dpi);
-    const SIZE needed = Measure(box, text, FontOf(box), width - mark);
+    const SIZE needed = MeasureForZoom(box, text, width - mark);
     return {width, std::max(SizeOf(box).cy, needed.cy + 2 * GetSystemMetricsForDpi(SM_CYEDGE, dpi))};
 }
 
@@ -76,27 +88,16 @@ void SetTexts(HWND dialog, const wchar_t* question) {
     SetDlgItemTextW(dialog, IDC_YNK_QUESTION, question);
 }
 
-bool HasGlyphs(HWND label, const wchar_t* text, HFONT font) {
-    const kx::ui::WindowDC dc(label);
-    const kx::ui::Selection selected(dc, font);
-    std::vector<WORD> glyphs(std::wcslen(text));
-    GetGlyphIndicesW(dc, text, static_cast<int>(glyphs.size()), glyphs.data(), GGI_MARK_NONEXISTING_GLYPHS);
-    return std::find(glyphs.begin(), glyphs.end(), WORD{0xFFFF}) == glyphs.end();
-}
-
 void LayOut(HWND dialog, const wchar_t* question) {
     const HWND label = GetDlgItem(dialog, IDC_YNK_QUESTION);
     YesNoKeepSizes sizes{};
     sizes.icon = SizeOf(GetDlgItem(dialog, IDC_YNK_ICON));
-    // The stock font sets the size, and shows the question where it has all its letters; it has no Japanese.
+    // The stock font gives the least size. The question stands in the dialog's own, which has every language's letters
+    // and comes in every size.
     const auto stock = static_cast<HFONT>(GetStockObject(ANSI_VAR_FONT));
-    sizes.question = Measure(label, question, stock, ClientWidthOf(label));
-    if (HasGlyphs(label, question, stock)) {
-        SendMessageW(label, WM_SETFONT, reinterpret_cast<WPARAM>(stock), FALSE);
-    } else {
-        const SIZE own = Measure(label, question, FontOf(label), ClientWidthOf(label));
-        sizes.question = {std::max(sizes.question.cx, own.cx), std::max(sizes.question.cy, own.cy)};
-    }
+    const SIZE least = Measure(label, question, stock, ClientWidthOf(label));
+    const SIZE own = MeasureForZoom(label, question, ClientWidthOf(label));
+    sizes.question = {std::max(least.cx, own.cx), std::max(least.cy, own.cy)};
     for (std::size_t i = 0; i < kButtons.size(); ++i)
         sizes.buttons[i] = SizeOf(GetDlgItem(dialog, kButtons[i]));
     sizes.check = SizeOfCheckBox(GetDlgItem(dialog, IDC_YNK_KEEP), YesNoKeepWidth(sizes));
