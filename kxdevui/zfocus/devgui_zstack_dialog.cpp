@@ -46,15 +46,16 @@ SIZE Measure(HWND label, const wchar_t* text, HFONT font, long width) {
 }
 
 // What a text needs in its window's own font, in unzoomed pixels: also at the zoom that follows, where lines may break
-// elsewhere.
+// elsewhere, and a line comes out longer than the font says, by up to a fiftieth under Wine.
 SIZE MeasureForZoom(HWND label, const wchar_t* text, long width) {
     const HFONT font = FontOf(label);
     const SIZE unzoomed = Measure(label, text, font, width);
     const double zoom = CKxGUILayoutManager::GetGuiZoom();
+    if (zoom == 1.0) return unzoomed;
     const SIZE zoomed =
         Measure(label, text, KX_GetFontAtZoom(font, 1, zoom), CKxGUILayoutManager::Zoomed(static_cast<double>(width)));
     const auto back = [zoom](long length) { return std::lround(std::ceil(static_cast<double>(length) / zoom)); };
-    return {std::max(unzoomed.cx, back(zoomed.cx)), std::max(unzoomed.cy, back(zoomed.cy))};
+    return {std::max(unzoomed.cx, back(zoomed.cx) * 33 / 32), std::max(unzoomed.cy, back(zoomed.cy))};
 }
 
 long ClientWidthOf(HWND window) {
