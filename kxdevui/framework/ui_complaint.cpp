@@ -97,6 +97,7 @@ bool Complain(HWND owner, HWND field, const wchar_t* text, const wchar_t* captio
 }
 
 HWND WhoComplains(HWND window) noexcept {
+    if (Complaints().empty()) return nullptr;
     const HWND top = TopOf(window);
     for (const Complaint& each : Complaints())
         if (top && each.stands && each.top == top) return each.owner;
