@@ -15,7 +15,9 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cwchar>
 #include <iterator>
+#include <vector>
 
 using namespace kx::zstack;
 
@@ -89,16 +91,33 @@ void SetTexts(HWND dialog, const wchar_t* question) {
     SetDlgItemTextW(dialog, IDC_YNK_QUESTION, question);
 }
 
+bool HasGlyphs(HWND label, const wchar_t* text, HFONT font) {
+    const kx::ui::WindowDC dc(label);
+    const kx::ui::Selection selected(dc, font);
+    std::vector<WORD> glyphs(std::wcslen(text));
+    GetGlyphIndicesW(dc, text, static_cast<int>(glyphs.size()), glyphs.data(), GGI_MARK_NONEXISTING_GLYPHS);
+    return std::find(glyphs.begin(), glyphs.end(), WORD{0xFFFF}) == glyphs.end();
+}
+
+// The stock font comes in the one size that a screen without scale has.
+bool IsScaled(HWND dialog) {
+    return CKxGUILayoutManager::GetGuiZoom() != 1.0 || GetDpiForWindow(dialog) != USER_DEFAULT_SCREEN_DPI;
+}
+
 void LayOut(HWND dialog, const wchar_t* question) {
     const HWND label = GetDlgItem(dialog, IDC_YNK_QUESTION);
     YesNoKeepSizes sizes{};
     sizes.icon = SizeOf(GetDlgItem(dialog, IDC_YNK_ICON));
-    // The stock font gives the least size. The question stands in the dialog's own, which has every language's letters
-    // and comes in every size.
+    // The stock font sets the size, and shows the question where it has all its letters, and the size; it has no
+    // Japanese. Else that is the dialog's own.
     const auto stock = static_cast<HFONT>(GetStockObject(ANSI_VAR_FONT));
-    const SIZE least = Measure(label, question, stock, ClientWidthOf(label));
-    const SIZE own = MeasureForZoom(label, question, ClientWidthOf(label));
-    sizes.question = {std::max(least.cx, own.cx), std::max(least.cy, own.cy)};
+    sizes.question = Measure(label, question, stock, ClientWidthOf(label));
+    if (!IsScaled(dialog) && HasGlyphs(label, question, stock)) {
+        SendMessageW(label, WM_SETFONT, reinterpret_cast<WPARAM>(stock), FALSE);
+    } else {
+        const SIZE own = MeasureForZoom(label, question, ClientWidthOf(label));
+        sizes.question = {std::max(sizes.question.cx, own.cx), std::max(sizes.question.cy, own.cy)};
+    }
     for (std::size_t i = 0; i < kButtons.size(); ++i)
         sizes.buttons[i] = SizeOf(GetDlgItem(dialog, kButtons[i]));
     sizes.check = SizeOfCheckBox(GetDlgItem(dialog, IDC_YNK_KEEP), YesNoKeepWidth(sizes));
