@@ -19,6 +19,7 @@
 #include <kxbaseui/kx_visualstyles.h>
 #include <kxdevui/framework/devgui_base.h>
 #include <kxdevui/framework/devgui_messages.h>
+#include <kxdevui/framework/ui_complaint.h>
 #include <kxdevui/framework/ui_life.h>
 #include <kxdevui/framework/ui_paint.h>
 #include <kxdevui/framework/ui_parts.h>
@@ -222,6 +223,7 @@ inline void* CreationParameter(const Message& message) noexcept {
 template <class T, class Lookup, Handled (T::*Handle)(const Message&)>
 Handled Dispatch(T* object, const Message& message) noexcept {
     if (Closing::Silences(message)) return std::nullopt;
+    const LosingFocus losing(message.id, message.wParam, message.lParam);
     if (message.id == WM_THEMECHANGED) StylesChanged(message.window);
     const Alive alive(static_cast<RootOf<T>*>(object));
     const Handled result = Guarded([&] { return (object->*Handle)(message); });
@@ -290,6 +292,7 @@ LRESULT SubclassEntry(const Message& message) noexcept {
         if (message.id == WM_PAINT) ValidateRect(message.window, nullptr);
         return Answer == Unbound::One ? 1 : 0;
     }
+    const LosingFocus losing(message.id, message.wParam, message.lParam);
     Handled result;
     if (object && !Closing::Silences(message)) result = Guarded([&] { return (object->*Handle)(message); });
     return result ? *result : CallPrevious(message);

@@ -44,7 +44,7 @@ TEST(EditBoxRules, ReadNumbersAsC) {
 TEST(EditBoxRules, SplitLists) {
     const std::tuple<const wchar_t*, wchar_t, std::vector<double>, const wchar_t*> rows[] = {
         {L" 1.5 ;;\t2\u00A0; ", L';', {1.5, 2}, L""},
-        {L"400 500  600", L' ', {400, 500, 600}, L""},
+        {L"400 500  \uFF1600", L' ', {400, 500, 600}, L""},
         {L"1;2a;x", L';', {}, L"2a"},
         {L"0x10", L';', {}, L"0x10"},
         {L"1,5;2", L';', {}, L"1,5"},
@@ -56,7 +56,7 @@ TEST(EditBoxRules, SplitLists) {
         EXPECT_EQ(list.values, values) << kx::test::Narrow(text);
         EXPECT_EQ(list.wrong, wrong);
     }
-    for (const wchar_t c : {L'0', L'.', L'-', L'e', L'\0', L';', L',', L' ', L'/'})
+    for (const wchar_t c : {L'0', L'\uFF10', L'.', L'-', L'e', L'\0', L';', L',', L' ', L'/'})
         EXPECT_EQ(IsSeparator(c), std::wstring(L";, /").find(c) != std::wstring::npos) << int{c};
 }
 

@@ -100,8 +100,12 @@ TEST_F(EditBox, NamesWhatIsWrong) {
 
 TEST_F(EditBox, SendsTheUserBackWithAWorkingCaret) {
     const HWND other = AddChild(parent.Window(), L"EDIT", 7, {200, 10, 260, 30});
+    bool ends = false;
     parent.Answer(WM_COMMAND, [&](WPARAM wParam, LPARAM) {
-        if (wParam == MAKEWPARAM(44, EN_KILLFOCUS)) box.CheckRestriction(true, false, 0);
+        if (wParam != MAKEWPARAM(44, EN_KILLFOCUS)) return 0;
+        EXPECT_FALSE(box.CheckRestriction(true, false, 0));
+        EXPECT_EQ(said, L"") << "while the focus is on its way";
+        if (ends) box.Destroy();
         return 0;
     });
     Play({{[&] { Click(Edit(), 5, 5), Type(L"500"), parent.Record().Clear(); }, "500 | "},
@@ -111,7 +115,18 @@ TEST_F(EditBox, SendsTheUserBackWithAWorkingCaret) {
     info.cbSize = sizeof info;
     GetGUIThreadInfo(GetCurrentThreadId(), &info);
     EXPECT_EQ(info.hwndCaret, Edit());
-    EXPECT_EQ(said, L"Label: Value must be in interval <0;100>");
+    EXPECT_EQ(Said(), L"Label: Value must be in interval <0;100>");
+
+    // A real box takes the focus from the field, which is no second mistake.
+    KX_SetMessageBoxHandler(nullptr, nullptr);
+    box.SetText(L"500");
+    ModalAnswer answer(IDOK);
+    SetFocus(other), Pump();
+    EXPECT_EQ(answer.Count(), 1u);
+    EXPECT_TRUE(box.IsFocused());
+    ends = true;
+    SetFocus(other), Pump();
+    EXPECT_EQ(answer.Count(), 1u) << "of a field that is gone";
 }
 
 TEST_F(EditBox, TakesAControlsPlaceInADialog) {

@@ -3,7 +3,9 @@
 
 #include <kxdevui/controls/devgui_table.h>
 
+#include <bench/imports.h>
 #include <commctrl.h>
+#include <imm.h>
 
 namespace {
 
@@ -206,7 +208,32 @@ TEST_F(Table, EditsOnItsCell) {
     }
 }
 
+// Where a number is typed, no input method holds it back; a field of a number never has one (the table's has the
+// note's).
+TEST_F(Table, OffersAnInputMethodForTexts) {
+    const auto offers = [] {
+        const HIMC context = ImmGetContext(GetFocus());
+        return ImmReleaseContext(GetFocus(), context), context != nullptr;
+    };
+    for (const int column : {2, 1, 2}) {
+        Open(1, column);
+        EXPECT_EQ(offers(), column == 2);
+    }
+    CKxDevUI_EditBox box;
+    box.Create(parent.Window(), 10, 180, 60, 20, true, true);
+    box.SetFocus();
+    EXPECT_FALSE(offers());
+}
+
 TEST_F(Table, ReplacesAListOfADialog) {
+    // Of several versions of the common controls the list's own makes its images.
+    static int elsewhere = 0;
+    const Import import(
+        L"kxbaseui.dll", &ImageList_Create, +[](int cx, int cy, UINT flags, int first, int more) {
+            return ++elsewhere, ImageList_Create(cx, cy, flags, first, more);
+        });
+    ListView_SetExtendedListViewStyle(List(), LVS_EX_CHECKBOXES);
+    EXPECT_TRUE(ListView_GetImageList(List(), LVSIL_STATE) && import.Count() > 0 && elsewhere == 0);
     table.Destroy();
     const auto add = [&](const wchar_t* name, int id, DWORD style) {
         return AddChild(parent.Window(), name, id, {10, 30 * id, 100, 30 * id + 25}, WS_TABSTOP | style);

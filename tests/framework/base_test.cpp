@@ -118,7 +118,7 @@ TEST_F(Helpers, FindTheNearestValueTheLaterOfTwo) {
 TEST_F(Helpers, ReadNumbers) {
     const HWND edit = Child(L"EDIT", L"");
     // 77: none.
-    const std::tuple<std::wstring, double, int> rows[] = {{L" -3 ", -3, -3},
+    const std::tuple<std::wstring, double, int> rows[] = {{L" \uFF0D3 ", -3, -3},
                                                           {L"1,5", 1.5, 77},
                                                           {L"12a", 77, 77},
                                                           {L"2147483648", 2147483648, 77},

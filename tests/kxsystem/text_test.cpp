@@ -13,6 +13,7 @@ TEST(StringToDouble, TakesNumbersAndRefusesTheRest) {
         {L"1.5", 1.5}, {L"1,5", 1.5}, {L"1,234", 1.234}, {L".5", .5}, {L",5", .5}, {L"5.", 5}, {L"-5,", -5},
         {L"0.1", .1}, {L"1e2", 100}, {L"1E+2", 100}, {L"1,5e-2", 0.015}, {L"5.e1", 50},
         {L" \t12\t ", 12}, {L"\u00A012\u00A0", 12}, {L"\u202F-12", -12},
+        {L"\uFF0D\uFF10\uFF19\uFF0E5", -9.5}, {L"\uFF0B1e\uFF12", 100},
         {L"1.7976931348623157e308", 1.7976931348623157e308}, {L"5e-324", 5e-324}, {L"1e-400", 0}, {L"-1e-400", 0},
         {L"0.00001e-330", 0}, {L"1e-99999999999999999999", 0}, {L"0e99999999999999999999", 0}, {L"-0", 0},
         // The exponent makes up for the digits: what is too large or too small is told by the whole, not by a part.
@@ -25,7 +26,7 @@ TEST(StringToDouble, TakesNumbersAndRefusesTheRest) {
         L"1,234.5", L"1.234,5", L"1.2.3", L"1,2,3", L"1..2", L"1 234", L"1\u00A0234", L"1'234", L"1\n", L"1\uFEFF",
         L"e5", L"1e", L"1e+", L"1e1.5", L"1e 5", L"1e5e5", L"1e309", L"-1e309", L"1e9999999999999999999",
         L"12 um", L"12um", L"0x10", L"1p3", L"1f", L"1d", L"inf", L"-inf", L"INFINITY", L"nan",
-        L"\u0661", L"\uFF11", L"\u0131", zeros(1000) + L"5",
+        L"\u0661", L"1\uFF0C5", L"\uFF1A", L"\u0131", zeros(1000) + L"5",
         // clang-format on
     };
     for (const auto& [text, expected] : taken) {
@@ -52,7 +53,8 @@ TEST(FormatNumber, WritesAndReadsAsInTheCLocale) {
             const wchar_t* text;
             double value;
             std::size_t length;
-        } rows[] = {{L" 2.5x", 2.5, 4}, {L"2,5x", 2, 1}, {L"x", 0, 0}, {L"1.5.2", 1.5, 3}, {nullptr, 0, 0}};
+        } rows[] = {{L" 2.5x", 2.5, 4},          {L"2,5x", 2, 1}, {L"x", 0, 0}, {L"1.5.2", 1.5, 3},
+                    {L"\uFF12\uFF0E5x", 2.5, 3}, {nullptr, 0, 0}};
         for (const auto& row : rows) {
             std::size_t length = 42;
             EXPECT_EQ(KX_LeadingNumber(row.text, &length), row.value) << locale;
@@ -60,6 +62,14 @@ TEST(FormatNumber, WritesAndReadsAsInTheCLocale) {
         }
     }
     std::setlocale(LC_ALL, "C");
+}
+
+TEST(DigitOf, KnowsAllScripts) {
+    const std::pair<wchar_t, int> rows[] = {{L'0', 0},    {L'9', 9},    {L'/', -1},  {L':', -1},   {0x0661, 1},
+                                            {0x096A, 4},  {0xABF9, 9},  {0xFF10, 0}, {0xFF19, 9},  {0xFF1A, -1},
+                                            {0x00B2, -1}, {0x2460, -1}, {0x0031, 1}, {0x4E94, -1}, {0, -1}};
+    for (const auto& [character, digit] : rows)
+        EXPECT_EQ(KX_DigitOf(character), digit) << int{character};
 }
 
 TEST(CKxString, NullCountsAsEmpty) {

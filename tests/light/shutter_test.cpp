@@ -181,6 +181,9 @@ TEST_F(Shutter, IsMadeOfTitleAndButton) {
         shutter->SetTitleInButton(inside);
         ASSERT_TRUE(shutter->Make(parent.Window()));
         EXPECT_EQ(places(*shutter), expected);
+        const Picture before = Picture::OnScreen(*shutter);
+        shutter->SetTitle(L"Lamp");
+        EXPECT_NE(Picture::OnScreen(*shutter).Differences(before), 0) << expected;
         shutter->Update(&device, true, true, true);
         EXPECT_EQ(places(*shutter), expected);
     }

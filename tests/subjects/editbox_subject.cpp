@@ -53,6 +53,7 @@ protected:
              [this](Random& r) {
                  control_->SetRestriction(5, 6);
                  control_->SetText(L"1;2");
+                 if (!control_) return;
                  if constexpr (std::is_base_of_v<CKxDevUI_EditBoxMultiValue, Box>)
                      control_->CheckRestriction(true);
                  else

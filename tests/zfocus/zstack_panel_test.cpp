@@ -97,7 +97,7 @@ TEST_F(ZStackPanel, ValidatesWhatTheFocusLeaves) {
     EXPECT_EQ(GetFocus(), above) << "the first refused, of two";
     // No box within the panel, and the step has not been left; a panel on its way out has nothing to tell.
     Play({{[] {}, "Changed(3)"},
-          {[&] { SetFocus(parent.Window()); }, "Invalid! Changed(3)"},
+          {[&] { SetFocus(parent.Window()); }, "Changed(3) Invalid!"},
           {[&] { panel.Destroy(); }, ""}});
 }
 
@@ -112,13 +112,14 @@ TEST_F(ZStackPanel, LeavesPositionsToTheHost) {
         {IDC_ZS_EDIT_MIDDLE, true, L"600", "", 0},
         {IDC_ZS_EDIT_TOP, true, L"600", "Changed(3) Shown(0)", 1},
         // The user is sent back, and leaves it once more.
-        {IDC_ZS_EDIT_BOTTOM, true, L"5x", "Invalid! Changed(3) Shown(0)", 2}};
+        {IDC_ZS_EDIT_BOTTOM, true, L"5x", "Changed(3) Shown(0) Changed(3) Shown(0) Invalid!", 2}};
     for (const auto& [edit, writable, typed, expected, asked] : table) {
         SendMessageW(Item(edit), EM_SETREADONLY, !writable, 0);
         SetFocus(Item(edit));
         Enter(edit, typed);
         for (const HWND next : {Item(IDC_ZS_EDIT_STEP), panel.GetHandle()})
             SetFocus(next);
+        Pump();
         EXPECT_EQ(See().substr(0, expected.size()), expected) << edit;
         EXPECT_EQ(parent.Record().Entries().size(), asked) << edit;
         Told();
@@ -158,18 +159,23 @@ TEST_F(ZStackPanel, SharesItsWindowAndTakesListsOfAnyKind) {
 TEST_F(ZStackPanel, AsksInTheUsersLanguage) {
     Make(true);
     std::map<int, std::set<std::wstring>> texts;
+    int n = 0;
     for (const WORD language : kLanguages) {
         CKxLocale::SetModuleLangId(language);
+        CKxGUILayoutManager::SetGuiZoom(n++ % 2 ? 1.25 : 1.5);
         Enter(IDC_ZS_EDIT_ABOVE, L"1501");
         ModalAnswer answer([&](HWND dialog) {
-            const HWND keep = GetDlgItem(dialog, IDC_YNK_KEEP);
-            const RECT at = RectInParent(keep);
-            RECT need{0, 0, at.right - at.left - 20, 0};
-            const HDC dc = GetDC(dialog);
-            SelectObject(dc, reinterpret_cast<HFONT>(SendMessageW(keep, WM_GETFONT, 0, 0)));
-            DrawTextW(dc, TextOf(keep).c_str(), -1, &need, DT_CALCRECT | DT_WORDBREAK);
-            ReleaseDC(dialog, dc);
-            EXPECT_GE(at.bottom - at.top, need.bottom);
+            for (const auto& [id, mark] : {std::pair{IDC_YNK_KEEP, 20}, {IDC_YNK_QUESTION, 0}}) {
+                const RECT at = RectInParent(GetDlgItem(dialog, id));
+                RECT need{0, 0, at.right - at.left - mark, 0};
+                const HDC dc = GetDC(dialog);
+                const LRESULT font = SendDlgItemMessageW(dialog, id, WM_GETFONT, 0, 0);
+                EXPECT_EQ(font, SendDlgItemMessageW(dialog, IDC_YNK_YES, WM_GETFONT, 0, 0)) << "zoomed with the rest";
+                SelectObject(dc, reinterpret_cast<HFONT>(font));
+                DrawTextW(dc, TextOf(GetDlgItem(dialog, id)).c_str(), -1, &need, DT_CALCRECT | DT_WORDBREAK);
+                ReleaseDC(dialog, dc);
+                EXPECT_GE(at.bottom - at.top, need.bottom) << id;
+            }
             EXPECT_EQ(GetFocus(), GetDlgItem(dialog, IDC_YNK_YES));
             PressButton(dialog, IDC_YNK_CANCEL);
         });
@@ -210,6 +216,28 @@ TEST_F(ZStackPanel, WidensLabelsThatDoNotFit) {
                 widen(0);
             }
         }
+    }
+}
+
+// The text is longer than the field.
+TEST_F(ZStackPanel, KeepsMarksClearOfTextAndEdges) {
+    KX_SetColorScheme(eKxColorScheme_Light);
+    for (const int zoom : {1, 2}) {
+        Make(true);
+        CKxGUILayoutManager::SetGuiZoom(zoom);
+        const HWND edit = Item(IDC_ZS_EDIT_BOTTOM), button = Item(IDC_ZS_TYPE_SYMMETRIC);
+        const RECT mark{0, 0, 6 * zoom, 14 * zoom};
+        const Picture marked = Picture::OnScreen(edit).Part(mark), plain = Picture::OnScreen(button);
+        EXPECT_NE(marked.Count(KX_GetSysColor(COLOR_BTNFACE)), 6 * zoom * 14 * zoom);
+        SendMessageW(edit, EM_SETREADONLY, FALSE, 0);
+        const Picture writable = Picture::OnScreen(edit).Part(mark);
+        SetFocus(edit);
+        Type(L"123456789012345678");
+        HideCaret(nullptr);
+        EXPECT_EQ(Picture::OnScreen(edit).Part(mark).Differences(writable), 0) << zoom;
+        SetFocus(button);
+        const RECT focus = Picture::OnScreen(button).Difference(plain);
+        EXPECT_EQ(std::tuple(focus.left, focus.right), std::tuple(3 * zoom, plain.Width() - 3 * zoom));
     }
 }
 

@@ -82,8 +82,8 @@ const struct Row {
     {"a getter that throws", Max, 1267, 3, L"5", {{"GetHome", Throws}}, false, "GetType GetHome Value i! Changed(3)"},
     {"an end beyond the other", Max, 1267, 0, L"5", {{"SetTop(5, 0)", eKxZStack_Reversed}}, false, "GetType GetHome SetTop(5, 0) Value i! Changed(3)"},
     {"the home keeps it from the host", Home, 1262, 0, L"12", {}, true, "SetHome(12) GetZDevice Shown(2)"},
-    {"a bottom", Bottom, 1262, 0, L"-3,5", {}, true, "SetBottom(-3.5, 1) Changed(3)"},
-    {"steps", Steps, 1266, 0, L" 12abc", {}, true, "SetCount(12) Changed(3)"},
+    {"a bottom", Bottom, 1262, 0, L"\uFF0D3,5", {}, true, "SetBottom(-3.5, 1) Changed(3)"},
+    {"steps", Steps, 1266, 0, L" 1\uFF12abc", {}, true, "SetCount(12) Changed(3)"},
     {"a step", Step, 1263, 0, L".25", {}, true, "SetStep(0.25) Step(0.25, 1) Changed(2)"},
 
     {"a range", Range, 1265, 2, L"30", {}, true, "GetType GetHome GetTop GetBottom SetBottom(35, 1) GetBottom SetTop(70, 1) Changed(3)"},
