@@ -84,19 +84,22 @@ bool IsChildsCorner(HWND window, POINT corner) {
 
 // A child with a visual style that is transparent somewhere asks for its background, while it paints itself, by the
 // message that asks for a picture of the window. Painting the children in answer would have them ask again, and so on.
-// The child hands its own DC on, moved to where the window's would be, or does so with the memory DC it paints to.
+// The child hands its own DC on, moved to where the window's would be, or does so with the memory DC it paints to. At
+// the window's own corner that DC is not moved; but a child asks to erase it first, and who takes a picture so says
+// more.
 bool IsBackgroundQuestion(const Message& message) {
     const auto dc = reinterpret_cast<HDC>(message.wParam);
     if (message.id != WM_PRINTCLIENT || !dc) return false;
     const auto state = FindState(message.window);
+    const bool wasErased = state && std::exchange(state->erased, nullptr) == dc;
     if (state && state->painting) return true;
     RECT clip{};
     if (GetClipBox(dc, &clip) == NULLREGION) return true;
     if (const HWND owner = WindowFromDC(dc)) return IsChild(message.window, owner) != FALSE;
+    if (message.lParam != PRF_CLIENT) return false;
     POINT origin{};
     GetViewportOrgEx(dc, &origin);
-    return message.lParam == PRF_CLIENT && (origin.x != 0 || origin.y != 0) &&
-           IsChildsCorner(message.window, {-origin.x, -origin.y});
+    return wasErased || ((origin.x != 0 || origin.y != 0) && IsChildsCorner(message.window, {-origin.x, -origin.y}));
 }
 
 // Says of a window that it is painting, until the end of the scope.
@@ -188,6 +191,12 @@ LRESULT Paint(const Message& message, PaintMode mode, HBRUSH background, DrawRef
         BitBlt(target, 0, 0, client.right, client.bottom, buffer, 0, 0, SRCCOPY);
     }
     return 0;
+}
+
+LRESULT Erase(const Message& message) {
+    const auto dc = reinterpret_cast<HDC>(message.wParam);
+    if (GetObjectType(dc) == OBJ_MEMDC) StateOf(message.window)->erased = dc;
+    return 1;
 }
 
 void PaintItem(HWND owner, const DRAWITEMSTRUCT& item, HBRUSH background, DrawRef draw) {

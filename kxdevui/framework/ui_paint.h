@@ -31,6 +31,7 @@ struct WindowState {
     BackBuffer client;           // of the whole client area
     BackBuffer item;             // of the largest owner-drawn item
     bool painting = false;       // it and its children are being painted
+    HDC erased = nullptr;        // the memory DC that it was last asked to erase
     bool hovered = false;        // a leave notice has been asked for
     WNDPROC previous = nullptr;  // of a subclassed child
     int running = 0;             // calls of that procedure that have not returned
@@ -77,6 +78,9 @@ struct PaintMode {
 // message, or to the window. A DC that was handed in gets the whole client area. Without a buffer, not wanted or not to
 // be had, everything is drawn straight to the target.
 KXDEVUI_API LRESULT Paint(const Message& message, PaintMode mode, HBRUSH background, DrawRef draw);
+
+// Answers WM_ERASEBKGND: nothing is erased, painting fills everything. With PaintMode::children it has to be this.
+KXDEVUI_API LRESULT Erase(const Message& message);
 
 // The same for an owner-drawn item of the control `owner`; `draw` gets the item's rectangle moved to (0, 0).
 KXDEVUI_API void PaintItem(HWND owner, const DRAWITEMSTRUCT& item, HBRUSH background, DrawRef draw);
