@@ -48,8 +48,11 @@ bool IsGroupBox(HWND window) {
     return lstrcmpiW(name, L"Button") == 0;
 }
 
+bool IsOfThisThread(HWND window) { return GetWindowThreadProcessId(window, nullptr) == GetCurrentThreadId(); }
+
 // Leaves out every visible child whose top-left corner lies inside, whether it needs painting or not: one that is not
 // left out would be painted over. With a background, the room in the group boxes that are to be painted gets it.
+// What another thread shows, a camera's live view, is the system's to paint: a message would wait for that thread.
 void PaintChildren(HWND window, HDC target, const RECT& client, HBRUSH groupBackground) {
     std::vector<std::pair<HWND, RECT>> groups;
     for (HWND child = GetWindow(window, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
@@ -58,12 +61,13 @@ void PaintChildren(HWND window, HDC target, const RECT& client, HBRUSH groupBack
         GetWindowRect(child, &rect);
         MapWindowPoints(HWND_DESKTOP, window, reinterpret_cast<POINT*>(&rect), 2);
         if (!PtInRect(&client, {rect.left, rect.top})) continue;
-        if (groupBackground && IsGroupBox(child) && GetUpdateRect(child, nullptr, FALSE)) {
+        const bool ours = IsOfThisThread(child);
+        if (ours && groupBackground && IsGroupBox(child) && GetUpdateRect(child, nullptr, FALSE)) {
             groups.emplace_back(child, rect);
             continue;
         }
         ExcludeClipRect(target, rect.left, rect.top, rect.right, rect.bottom);
-        if (!KX_IsWindowMarkedToSkipPaint(child)) SendMessageW(child, WM_PAINT, 0, 0);
+        if (ours && !KX_IsWindowMarkedToSkipPaint(child)) SendMessageW(child, WM_PAINT, 0, 0);
     }
     // Last: what stands in a group box is left out by then.
     for (const auto& [group, rect] : groups) {

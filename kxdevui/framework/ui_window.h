@@ -69,7 +69,8 @@ KXDEVUI_API HINSTANCE ModuleOf(WNDPROC procedure) noexcept;
 
 // Registers the class once, with the arrow cursor and for the module that holds the procedure, and keeps its atom. A
 // failure is logged when the log's detail is on, and creation goes on: windows are made by the atom, never by the name,
-// which may be that of another's class, and without one there is none. From then on that module stays loaded.
+// which may be that of another's class, and without one there is none. From then on that module stays loaded
+// (kx_module.h).
 KXDEVUI_API void EnsureClass(ATOM& atom, const ControlSpec& spec);
 
 // ---- From the window to the object ---------------------------------------------------------------------------------
@@ -108,7 +109,8 @@ public:
     explicit operator bool() const noexcept { return static_cast<bool>(m_alive); }
 
 private:
-    explicit Creation(const void* object) noexcept : m_alive(object) {}
+    // Says in the log, once, that another thread than the first makes controls.
+    explicit Creation(const void* object) noexcept;
 
     Alive m_alive;
 };

@@ -2,15 +2,21 @@
 // they come.
 #include <bench/bench.h>
 #include <kxbaseui/kx_colors.h>
+#include <kxbaseui/kx_schemecontrols.h>
+#include <kxdevui/controls/devgui_radio.h>
 #include <kxdevui/framework/devgui.h>
 #include <kxdevui/framework/devgui_container.h>
 #include <kxdevui/framework/ui_gdi.h>
 #include <kxdevui/framework/ui_resources.h>
+#include <kxdevui/light/devgui_shutter.h>
 #include <kxsystem/kx_locale.h>
+#include <kxsystem/kx_log.h>
 
 #include <commctrl.h>
 
+#include <atomic>
 #include <list>
+#include <thread>
 
 namespace {
 
@@ -232,6 +238,98 @@ TEST_F(Container, TellsAChildsQuestionFromAPicture) {
         EXPECT_EQ(s_paints, row.painted) << row.what;
         EXPECT_EQ(color == KX_GetSysColor(COLOR_BTNFACE), !row.painted) << row.what;
     }
+}
+
+// A themed child that fades asks in a memory DC, which at its parent's corner tells nothing.
+struct Fading {
+    LPARAM flags = PRF_CLIENT;
+    int depth = 0, deepest = 0;
+    COLORREF behind = 0;
+
+    static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
+                                      DWORD_PTR self) {
+        auto& it = *reinterpret_cast<Fading*>(self);
+        if (message != WM_PAINT && message != WM_PRINTCLIENT) return DefSubclassProc(window, message, wParam, lParam);
+        ValidateRect(window, nullptr);
+        const kx::ui::Bitmap bitmap(CreateBitmap(40, 40, 1, 32, nullptr));
+        const kx::ui::MemoryDC memory(CreateCompatibleDC(nullptr));
+        SelectObject(memory.get(), bitmap.get());
+        it.deepest = std::max(it.deepest, ++it.depth);
+        for (const UINT ask : {WM_ERASEBKGND, WM_PRINTCLIENT}) {
+            if (it.depth < 4) SendMessageW(GetParent(window), ask, reinterpret_cast<WPARAM>(memory.get()), it.flags);
+        }
+        it.behind = GetPixel(memory.get(), 5, 5);
+        --it.depth;
+        return 0;
+    }
+};
+
+TEST_F(Container, AnswersAChildThatFadesWithTheFace) {
+    Make(panel);
+    CKxDevUI_Radio radio;
+    radio.Create(AddChild(parent.Window(), L"BUTTON", 9, {0, 300, 90, 320}, BS_AUTORADIOBUTTON), 1, nullptr);
+    CKxDevUI_Shutter shutter;
+    shutter.Create(parent.Window(), 300, 0, 60, 60, true, true);
+    for (const HWND asked : {HWND{panel}, HWND{radio}, HWND{shutter}}) {
+        Fading fading;
+        const HWND child = AddChild(asked, L"STATIC", 99, {0, 0, 40, 40});
+        SetWindowSubclass(child, Fading::Procedure, 1, reinterpret_cast<DWORD_PTR>(&fading));
+        // By itself; as one that is told to paint while its parent does, whatever it says.
+        const std::pair<HWND, LPARAM> rows[] = {{child, PRF_CLIENT}, {asked, PRF_CLIENT | PRF_ERASEBKGND}};
+        for (const auto& [printed, flags] : rows) {
+            fading = {flags};
+            const kx::ui::MemoryDC memory(CreateCompatibleDC(nullptr));
+            SendMessageW(printed, WM_PRINTCLIENT, reinterpret_cast<WPARAM>(memory.get()), PRF_CLIENT | PRF_CHILDREN);
+            EXPECT_EQ(fading.behind, KX_GetSysColor(COLOR_BTNFACE)) << flags;
+            EXPECT_EQ(fading.deepest, 1) << flags;
+        }
+        DestroyWindow(child);
+    }
+}
+
+// A camera's live view, whose thread sleeps.
+TEST_F(Container, WaitsForNoChildOfAnotherThread) {
+    Make(panel);
+    const HANDLE wake = CreateEventW(nullptr, TRUE, FALSE, nullptr);
+    std::atomic<HWND> view = nullptr;
+    std::atomic<bool> ended = false;
+    bool awoken = false;
+    std::thread camera([&] {
+        view = CreateWindowExW(WS_EX_NOPARENTNOTIFY, L"STATIC", L"", WS_CHILD | WS_VISIBLE | SS_WHITERECT, 5, 5, 60, 60,
+                               panel, nullptr, nullptr, nullptr);
+        awoken = WaitForSingleObject(wake, 5000) == WAIT_OBJECT_0;
+        DestroyWindow(view);
+        ended = true;
+    });
+    EXPECT_TRUE(PumpUntil([&] { return view != nullptr; }));
+    const auto procedure = GetWindowLongPtrW(view, GWLP_WNDPROC);
+    KX_FollowColorScheme(panel);
+    for (const auto scheme : {eKxColorScheme_Dark, eKxColorScheme_System}) {
+        KX_SetColorScheme(scheme);
+        SendMessageW(panel, WM_PAINT, 0, 0);
+    }
+    EXPECT_EQ(GetWindowLongPtrW(view, GWLP_WNDPROC), procedure) << "our own would run over there";
+    SetEvent(wake);
+    EXPECT_TRUE(PumpUntil([&] { return ended.load(); }, std::chrono::seconds(10)));
+    camera.join();
+    CloseHandle(wake);
+    EXPECT_TRUE(awoken);
+}
+
+TEST_F(Container, OfASecondThreadIsToldOfOnce) {
+    Make(panel);
+    static int s_records = 0;
+    CKxLogFile::SetSink([](const wchar_t* record, void*) { s_records += wcsstr(record, L"second thread") != nullptr; },
+                        nullptr);
+    for (int expected : {1, 1}) {
+        std::thread([] {
+            const HWND top = CreateWindowW(L"STATIC", L"", WS_POPUP, 0, 0, 9, 9, nullptr, nullptr, nullptr, nullptr);
+            CKxDevUI_Container().Create(top, 0, 0, 9, 9, true, true);
+            DestroyWindow(top);
+        }).join();
+        EXPECT_EQ(s_records, expected);
+    }
+    CKxLogFile::SetSink(nullptr, nullptr);
 }
 
 // The old form of a template has its style elsewhere, and with it the bits that no child can have.
