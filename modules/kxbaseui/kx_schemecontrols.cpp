@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <utility>
 
 #include <kxbaseui/kx_buttonbackground.h>
 #include <kxbaseui/kx_colors.h>
@@ -180,7 +181,7 @@ void PaintCombo(HWND combo) {
     text.left += CKxGUILayoutManager::Zoomed(4);
     text.right = arrow.left;
     SetTextColor(dc, KX_GetSysColor(enabled ? COLOR_WINDOWTEXT : COLOR_GRAYTEXT));
-    DrawTextW(dc, Label(combo).text, -1, &text, DT_VCENTER | DT_SINGLELINE);
+    DrawTextW(dc, Label(combo).text, -1, &text, DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX);
 }
 
 LRESULT AnswerColor(HWND window, UINT message, HDC dc, HWND control) {
@@ -194,6 +195,26 @@ LRESULT AnswerColor(HWND window, UINT message, HDC dc, HWND control) {
 
 bool AsksForColor(UINT message) { return message >= WM_CTLCOLOREDIT && message <= WM_CTLCOLORSTATIC; }
 
+// What the platform shows of a closed one it draws without waiting for WM_PAINT: where the mouse is, that the arrow is
+// pressed, an entry that was typed to.
+bool ChangesCombo(HWND combo, UINT message) {
+    static HWND s_under = nullptr;  // the mouse; every move would be one to draw for
+    switch (message) {
+    case WM_MOUSEMOVE: return std::exchange(s_under, combo) != combo;
+    case WM_MOUSELEAVE: s_under = nullptr; return true;
+    case CB_SETCURSEL:
+    case CB_SHOWDROPDOWN:
+    case WM_SETFOCUS:
+    case WM_KILLFOCUS:
+    case WM_ENABLE:
+    case WM_COMMAND:
+    case WM_CAPTURECHANGED:
+    case WM_UPDATEUISTATE: return true;
+    default:
+        return (message > WM_MOUSEMOVE && message <= WM_MOUSELAST) || (message >= WM_KEYFIRST && message <= WM_KEYLAST);
+    }
+}
+
 LRESULT CALLBACK ComboProc(HWND combo, UINT message, WPARAM wParam, LPARAM lParam) {
     if (kx::IsOwnScheme()) {
         if (message == WM_PAINT && wParam == 0) {
@@ -203,8 +224,7 @@ LRESULT CALLBACK ComboProc(HWND combo, UINT message, WPARAM wParam, LPARAM lPara
         if (AsksForColor(message)) {
             return AnswerColor(combo, message, reinterpret_cast<HDC>(wParam), reinterpret_cast<HWND>(lParam));
         }
-        const bool changes = message == CB_SETCURSEL || message == WM_SETFOCUS || message == WM_KILLFOCUS ||
-                             message == WM_ENABLE || message == WM_COMMAND;
+        const bool changes = ChangesCombo(combo, message);
         const LRESULT result = kx::CallRest(ComboProc, combo, message, wParam, lParam);
         if (changes && IsWindow(combo)) InvalidateRect(combo, nullptr, FALSE);
         return result;

@@ -111,6 +111,30 @@ TEST_P(DarkWindows, OfEveryClassAreDark) {
     }
 }
 
+// Under a mouse or at a key the platform's drop-down draws what it shows then, without waiting.
+LRESULT CALLBACK DrawAtOnce(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR, DWORD_PTR) {
+    const LRESULT result = DefSubclassProc(window, message, wParam, lParam);
+    if ((message >= WM_MOUSEFIRST && message <= WM_MOUSELEAVE) || (message >= WM_KEYFIRST && message <= WM_KEYLAST)) {
+        RECT client{};
+        GetClientRect(window, &client);
+        const HDC dc = GetDC(window);
+        FillRect(dc, &client, static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH)));
+        ReleaseDC(window, dc);
+    }
+    return result;
+}
+
+TEST_P(DarkWindows, StayDarkWhereThePlatformDrawsAtOnce) {
+    const HWND combo = Add(WC_COMBOBOXW, {10, 10, 130, 200}, CBS_DROPDOWNLIST);
+    SetWindowSubclass(combo, DrawAtOnce, 1, 0);
+    KX_FollowColorScheme(Window());
+    for (const UINT message : {WM_MOUSEMOVE, WM_MOUSELEAVE, WM_MOUSEWHEEL, WM_RBUTTONDOWN, WM_LBUTTONUP, WM_KEYDOWN,
+                               WM_KEYUP, WM_CHAR, WM_MOUSEMOVE}) {
+        SendMessageW(combo, message, 0, 0);
+        ExpectDark(Picture::OnScreen(combo), "closed list after " + std::to_string(message));
+    }
+}
+
 TEST_P(DarkWindows, HaveDarkMenus) {
     const HMENU bar = CreateMenu(), popup = CreatePopupMenu(), below = CreatePopupMenu();
     AppendMenuW(popup, MF_STRING | MF_CHECKED, 1, L"&Checked\tCtrl+C");
