@@ -220,4 +220,6 @@ void CKxDevUI_HPot::Inside::OnPaint(const kx::ui::Message& message) {
         part->scale.CopyTo(dc);
         PaintThumb(dc);
     });
+    // Whoever was asked for the background has changed the look meanwhile.
+    if (onScreen && part->scale.stale) slider.Redraw();
 }
