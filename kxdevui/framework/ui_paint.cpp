@@ -7,6 +7,7 @@
 #include <vector>
 
 #include <kxbaseui/kx_buttonbackground.h>
+#include <kxbaseui/kx_cues.h>
 #include <kxbaseui/kx_uihelper.h>
 #include <kxdevui/framework/ui_window.h>
 
@@ -223,6 +224,11 @@ int ButtonLook(const DRAWITEMSTRUCT& item) {
            (item.itemState & ODS_DISABLED ? eKxButtonLook_Disabled : 0) |
            (item.itemState & ODS_DEFAULT ? eKxButtonLook_Default : 0) |
            (item.itemState & ODS_FOCUS ? eKxButtonLook_Focused : 0) | (state && state->hovered ? eKxButtonLook_Hot : 0);
+}
+
+// Wine's buttons do not pass on what they are asked to hide.
+bool ShowsFocus(const DRAWITEMSTRUCT& item) {
+    return (item.itemState & ODS_FOCUS) && !(item.itemState & ODS_NOFOCUSRECT) && KX_ShowsFocus(item.hwndItem);
 }
 
 }  // namespace kx::ui

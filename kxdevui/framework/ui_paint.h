@@ -65,8 +65,9 @@ private:
 // What Paint does beside filling and drawing.
 struct PaintMode {
     bool defaultFirst = false;  // the default procedure hears of it before the children and the control paint
-    // Visible children are kept out of the picture and told to paint themselves at once; where a group box stands, the
-    // background is filled before. A WM_PRINTCLIENT by which a child asks what is behind it gets the background alone.
+    // Visible children are kept out of the picture and told to paint themselves at once, but for those of other
+    // threads, which would be waited for and are painted by the system; where a group box stands, the background is
+    // filled before. A WM_PRINTCLIENT by which a child asks what is behind it gets the background alone.
     bool children = false;
     // Visible windows beside this one that stand on it, a frame around them, are kept out of the picture and are to
     // repaint.
@@ -87,5 +88,8 @@ KXDEVUI_API void PaintItem(HWND owner, const DRAWITEMSTRUCT& item, HBRUSH backgr
 
 // What an owner-drawn button is asked to look like, as EKxButtonLook; hot where TrackHover follows the mouse over it.
 KXDEVUI_API int ButtonLook(const DRAWITEMSTRUCT& item);
+
+// Whether an owner-drawn item has the focus and is to show it (kx_cues.h).
+KXDEVUI_API bool ShowsFocus(const DRAWITEMSTRUCT& item);
 
 }  // namespace kx::ui

@@ -197,6 +197,8 @@ LRESULT CallPrevious(const Message& message) noexcept {
     --s_running;
     --state->running;
     if (message.id == WM_NCDESTROY) DropState(message.window);
+    // Owner-drawn buttons are drawn anew by Windows; under Wine they are not.
+    if (message.id == WM_UPDATEUISTATE) InvalidateRect(message.window, nullptr, FALSE);
     if (state->orphaned && state->running == 0) {
         state->orphaned = false;
         DestroyWindow(message.window);

@@ -16,6 +16,7 @@
 #include <optional>
 #include <type_traits>
 
+#include <kxbaseui/kx_cues.h>
 #include <kxbaseui/kx_visualstyles.h>
 #include <kxdevui/framework/devgui_base.h>
 #include <kxdevui/framework/devgui_messages.h>
@@ -330,7 +331,8 @@ Handled HandleRowKeys(const Message& message, int columns, Move&& move) {
     }
     const int step = StepOf(message.wParam, columns);
     if (step == 0) return std::nullopt;
-    move(step);
+    KX_ShowFocusFromNowOn(message.window);
+    if (IsWindow(message.window)) move(step);
     return 0;
 }
 

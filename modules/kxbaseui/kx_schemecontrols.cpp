@@ -8,6 +8,7 @@
 
 #include <kxbaseui/kx_buttonbackground.h>
 #include <kxbaseui/kx_colors.h>
+#include <kxbaseui/kx_cues.h>
 #include <kxbaseui/kx_groupbox.h>
 #include <kxbaseui/kx_layoutmanager.h>
 #include <kxbaseui/kx_uihelper.h>
@@ -31,11 +32,11 @@ struct Label {
 
 void DrawLabel(HDC dc, HWND window, RECT area, UINT format) {
     SetTextColor(dc, KX_GetSysColor(IsWindowEnabled(window) ? COLOR_BTNTEXT : COLOR_GRAYTEXT));
-    DrawTextW(dc, Label(window).text, -1, &area, format);
+    DrawTextW(dc, Label(window).text, -1, &area, KX_ShowsMnemonics(window) ? format : format | DT_HIDEPREFIX);
 }
 
 void DrawFocus(HDC dc, HWND button, const RECT& rect) {
-    if (SendMessageW(button, BM_GETSTATE, 0, 0) & BST_FOCUS) {
+    if ((SendMessageW(button, BM_GETSTATE, 0, 0) & BST_FOCUS) && KX_ShowsFocus(button)) {
         SetTextColor(dc, KX_GetSysColor(COLOR_BTNTEXT));
         SetBkColor(dc, KX_GetSysColor(COLOR_BTNFACE));
         DrawFocusRect(dc, &rect);
@@ -91,7 +92,8 @@ void PaintGroupBox(HDC dc, HWND button, RECT client) {
     client.top = KX_GroupBoxTitleHeight(dc) / 2;
     SetTextColor(dc, KX_GetSysColor(IsWindowEnabled(button) ? COLOR_BTNTEXT : COLOR_GRAYTEXT));
     SetBkColor(dc, KX_GetSysColor(COLOR_BTNFACE));
-    KX_GroupBoxDraw(dc, {client, Label(button).text, CKxGUILayoutManager::Zoomed(8)}, eKxGroupBox_Mnemonic);
+    const unsigned flags = KX_ShowsMnemonics(button) ? eKxGroupBox_Mnemonic : eKxGroupBox_Mnemonic | eKxGroupBox_NoLine;
+    KX_GroupBoxDraw(dc, {client, Label(button).text, CKxGUILayoutManager::Zoomed(8)}, flags);
 }
 
 bool PaintsItself(LONG type) { return type == BS_OWNERDRAW || type == BS_USERBUTTON; }
@@ -123,6 +125,7 @@ bool PaintsAtOnce(UINT message) {
     case WM_SETFOCUS:
     case WM_KILLFOCUS:
     case WM_ENABLE:
+    case WM_UPDATEUISTATE:
     case WM_SETTEXT: return true;
     default: return false;
     }
