@@ -240,48 +240,39 @@ TEST_F(Container, TellsAChildsQuestionFromAPicture) {
     }
 }
 
-// A themed child that fades asks in a memory DC, which at its parent's corner tells nothing.
-struct Fading {
-    LPARAM flags = PRF_CLIENT;
-    int depth = 0, deepest = 0;
-    COLORREF behind = 0;
-
-    static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
-                                      DWORD_PTR self) {
-        auto& it = *reinterpret_cast<Fading*>(self);
-        if (message != WM_PAINT && message != WM_PRINTCLIENT) return DefSubclassProc(window, message, wParam, lParam);
-        ValidateRect(window, nullptr);
-        const kx::ui::Bitmap bitmap(CreateBitmap(40, 40, 1, 32, nullptr));
-        const kx::ui::MemoryDC memory(CreateCompatibleDC(nullptr));
-        SelectObject(memory.get(), bitmap.get());
-        it.deepest = std::max(it.deepest, ++it.depth);
-        for (const UINT ask : {WM_ERASEBKGND, WM_PRINTCLIENT}) {
-            if (it.depth < 4) SendMessageW(GetParent(window), ask, reinterpret_cast<WPARAM>(memory.get()), it.flags);
-        }
-        it.behind = GetPixel(memory.get(), 5, 5);
-        --it.depth;
-        return 0;
-    }
-};
+// A themed child that fades asks in a memory DC, which at its parent's corner tells nothing; with which flags, how
+// often while it is asked to paint itself, and what it gets.
+LPARAM s_flags = 0;
+int s_depth = 0, s_deepest = 0;
+COLORREF s_behind = 0;
+LRESULT CALLBACK Fade(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR, DWORD_PTR) {
+    if (message != WM_PAINT && message != WM_PRINTCLIENT) return DefSubclassProc(window, message, wParam, lParam);
+    ValidateRect(window, nullptr);
+    const kx::ui::Bitmap bitmap(CreateBitmap(40, 40, 1, 32, nullptr));
+    const kx::ui::MemoryDC memory(CreateCompatibleDC(nullptr));
+    SelectObject(memory.get(), bitmap.get());
+    s_deepest = std::max(s_deepest, ++s_depth);
+    for (const UINT ask : {WM_ERASEBKGND, WM_PRINTCLIENT})
+        if (s_depth < 4) SendMessageW(GetParent(window), ask, reinterpret_cast<WPARAM>(memory.get()), s_flags);
+    s_behind = GetPixel(memory.get(), 5, 5);
+    return --s_depth, 0;
+}
 
 TEST_F(Container, AnswersAChildThatFadesWithTheFace) {
     Make(panel);
     CKxDevUI_Radio radio;
-    radio.Create(AddChild(parent.Window(), L"BUTTON", 9, {0, 300, 90, 320}, BS_AUTORADIOBUTTON), 1, nullptr);
+    radio.Create(parent.Window(), 0, 300, 90, 60, true, true);
     CKxDevUI_Shutter shutter;
     shutter.Create(parent.Window(), 300, 0, 60, 60, true, true);
     for (const HWND asked : {HWND{panel}, HWND{radio}, HWND{shutter}}) {
-        Fading fading;
         const HWND child = AddChild(asked, L"STATIC", 99, {0, 0, 40, 40});
-        SetWindowSubclass(child, Fading::Procedure, 1, reinterpret_cast<DWORD_PTR>(&fading));
-        // By itself; as one that is told to paint while its parent does, whatever it says.
-        const std::pair<HWND, LPARAM> rows[] = {{child, PRF_CLIENT}, {asked, PRF_CLIENT | PRF_ERASEBKGND}};
-        for (const auto& [printed, flags] : rows) {
-            fading = {flags};
+        SetWindowSubclass(child, Fade, 1, 0);
+        // By itself; and as one that is told to paint while its parent does, whatever it says.
+        for (const auto& [printed, flags] : {std::pair{child, PRF_CLIENT}, {asked, PRF_CLIENT | PRF_ERASEBKGND}}) {
             const kx::ui::MemoryDC memory(CreateCompatibleDC(nullptr));
+            s_flags = flags, s_deepest = 0, s_behind = 0;
             SendMessageW(printed, WM_PRINTCLIENT, reinterpret_cast<WPARAM>(memory.get()), PRF_CLIENT | PRF_CHILDREN);
-            EXPECT_EQ(fading.behind, KX_GetSysColor(COLOR_BTNFACE)) << flags;
-            EXPECT_EQ(fading.deepest, 1) << flags;
+            EXPECT_TRUE(s_behind == KX_GetSysColor(COLOR_BTNFACE) && s_deepest == 1) << s_behind << ", " << s_deepest;
         }
         DestroyWindow(child);
     }
