@@ -252,7 +252,7 @@ LRESULT CALLBACK Fade(HWND window, UINT message, WPARAM wParam, LPARAM lParam, U
     const kx::ui::MemoryDC memory(CreateCompatibleDC(nullptr));
     SelectObject(memory.get(), bitmap.get());
     s_deepest = std::max(s_deepest, ++s_depth);
-    for (const UINT ask : {WM_ERASEBKGND, WM_PRINTCLIENT})
+    for (const UINT ask : std::initializer_list<UINT>{WM_ERASEBKGND, WM_PRINTCLIENT})
         if (s_depth < 4) SendMessageW(GetParent(window), ask, reinterpret_cast<WPARAM>(memory.get()), s_flags);
     s_behind = GetPixel(memory.get(), 5, 5);
     return --s_depth, 0;

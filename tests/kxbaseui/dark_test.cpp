@@ -129,8 +129,8 @@ TEST_P(DarkWindows, StayDarkWhereThePlatformDrawsAtOnce) {
     const HWND combo = Add(WC_COMBOBOXW, {10, 10, 130, 200}, CBS_DROPDOWNLIST);
     SetWindowSubclass(combo, DrawAtOnce, 1, 0);
     KX_FollowColorScheme(Window());
-    for (const UINT message : {WM_MOUSEMOVE, WM_MOUSELEAVE, WM_MOUSEWHEEL, WM_RBUTTONDOWN, WM_LBUTTONUP, WM_KEYDOWN,
-                               WM_KEYUP, WM_CHAR, WM_MOUSEMOVE}) {
+    for (const UINT message : std::initializer_list<UINT>{WM_MOUSEMOVE, WM_MOUSELEAVE, WM_MOUSEWHEEL, WM_RBUTTONDOWN,
+                                                          WM_LBUTTONUP, WM_KEYDOWN, WM_KEYUP, WM_CHAR, WM_MOUSEMOVE}) {
         SendMessageW(combo, message, 0, 0);
         ExpectDark(Picture::OnScreen(combo), "closed list after " + std::to_string(message));
     }

@@ -47,8 +47,8 @@ TEST_P(DarkLaw, AChangeAmidPaintingDoesNoHarm) {
     KX_FollowColorScheme(Parent().Window());
     std::vector<Target> windows = Control().Windows();
     windows.push_back({Parent().Window(), false});
-    for (const UINT at :
-         {WM_PAINT, WM_DRAWITEM, WM_CTLCOLORSTATIC, WM_CTLCOLOREDIT, WM_ERASEBKGND, WM_SYSCOLORCHANGE}) {
+    for (const UINT at : std::initializer_list<UINT>{WM_PAINT, WM_DRAWITEM, WM_CTLCOLORSTATIC, WM_CTLCOLOREDIT,
+                                                     WM_ERASEBKGND, WM_SYSCOLORCHANGE}) {
         for (const Target& each : windows) {
             SetWindowSubclass(each.window, Choose, 1, at);
             // What is kept drawn is drawn anew.
