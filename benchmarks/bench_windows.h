@@ -92,6 +92,17 @@ Ratio MeasureCreation(void (*open)(Control& control, HWND parent)) {
     return Measure(make, [&] { copies.MakeAndDestroy(frame); });
 }
 
+// The row that every control has. `open` makes a control that has something to be given before.
+template <class Control>
+void OpenInItsSize(Control& control, HWND parent) {
+    Require(control.Create(parent, 0, 0, -1, -1, true, true) != nullptr, "the control has no window");
+}
+template <class Control, void (*open)(Control&, HWND) = OpenInItsSize<Control>>
+Row CreationRow(const std::string& name) {
+    return {name + ", create and destroy", "the same windows made directly", 1.3,
+            [] { return MeasureCreation<Control>(open); }};
+}
+
 // Paints the whole window, and its children, at once.
 void Repaint(HWND window);
 

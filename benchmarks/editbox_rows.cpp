@@ -32,11 +32,6 @@ void Make(Box& box, HWND parent) {
     Require(box.Create(parent, 0, 0, -1, -1, true, true) != nullptr, "there is no edit box");
 }
 
-template <class Box>
-Ratio CreateBox() {
-    return MeasureCreation<Box>(Make<Box>);
-}
-
 Ratio RepaintBox() {
     const Frame frame;
     const BareWindow bare(frame, kSize);
@@ -50,8 +45,8 @@ Ratio RepaintBox() {
 // clang-format off
 const Rows s_rows{{
     {"edit box, full repaint", "label and edit in a bare window", 1.25, RepaintBox},
-    {"edit box, create and destroy", "the same windows made directly", 1.3, CreateBox<CKxDevUI_EditBox>},
-    {"edit box with arrows, create and destroy", "the same windows made directly", 1.3, CreateBox<CKxDevUI_EditBoxSpin>},
+    CreationRow<CKxDevUI_EditBox, Make>("edit box"),
+    CreationRow<CKxDevUI_EditBoxSpin, Make>("edit box with arrows"),
 }};
 // clang-format on
 

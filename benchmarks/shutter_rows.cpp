@@ -72,7 +72,7 @@ Ratio Toggle() {
 const Rows s_rows{{
     {"shutter, toggle", "redrawing a button that copies a bitmap", 1.25, Toggle},
     {"shutter, full repaint", "the same windows copying ready bitmaps", 1.25, RepaintShutter},
-    {"shutter, create and destroy", "the same windows made directly", 1.3, [] { return MeasureCreation<CKxDevUI_Shutter>(Make); }},
+    CreationRow<CKxDevUI_Shutter>("shutter"),
 }};
 // clang-format on
 

@@ -43,7 +43,8 @@ function(kx_add_module name)
         FILE_SET HEADERS DESTINATION include)
 endfunction()
 
-# The DLLs share one C++ runtime, because strings and lists cross their borders.
+# The DLLs share one C++ runtime, because strings and lists cross their borders. Without its debug information it is a
+# sixth of the size.
 set(kx_runtime_names libstdc++-6.dll libgcc_s_seh-1.dll libwinpthread-1.dll)
 set(kx_runtime_dlls)
 foreach(dll IN LISTS kx_runtime_names)
@@ -52,8 +53,12 @@ foreach(dll IN LISTS kx_runtime_names)
         find_file(kx_${dll} ${dll} PATHS /usr/x86_64-w64-mingw32/lib NO_DEFAULT_PATH NO_CMAKE_FIND_ROOT_PATH REQUIRED)
         set(path ${kx_${dll}})
     endif()
-    list(APPEND kx_runtime_dlls ${path})
-    configure_file(${path} ${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/${dll} COPYONLY)
+    set(stripped ${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/${dll})
+    if(NOT EXISTS ${stripped} OR ${path} IS_NEWER_THAN ${stripped})
+        file(MAKE_DIRECTORY ${CMAKE_RUNTIME_OUTPUT_DIRECTORY})
+        execute_process(COMMAND ${CMAKE_STRIP} --strip-debug -o ${stripped} ${path} COMMAND_ERROR_IS_FATAL ANY)
+    endif()
+    list(APPEND kx_runtime_dlls ${stripped})
 endforeach()
 install(FILES ${kx_runtime_dlls} DESTINATION bin)
 

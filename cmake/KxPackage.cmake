@@ -15,7 +15,7 @@ install(EXPORT KxDevUI NAMESPACE KxDevUI:: FILE KxDevUITargets.cmake DESTINATION
 # The pages and examples go along.
 install(FILES README.md CONTRIBUTING.md CHANGELOG.md DESTINATION share/kxdevui)
 install(DIRECTORY docs/ DESTINATION share/kxdevui/docs FILES_MATCHING PATTERN "*.md" PATTERN "*.png")
-install(DIRECTORY examples/minimal examples/beam_switch DESTINATION share/kxdevui/examples)
+install(DIRECTORY examples/minimal examples/beam_switch examples/dial DESTINATION share/kxdevui/examples)
 
 # cpack makes one ZIP of everything.
 set(CPACK_GENERATOR ZIP)

@@ -27,6 +27,14 @@ constexpr int kLabelWidth = 46;
 constexpr int kFilterWidth = 170;
 constexpr int kButtonWidth = 76;
 
+// Loaded when it is wanted: it brings the printers' modules with it, which would be a part of every start.
+bool AskWhere(OPENFILENAMEW& dialog) {
+    const HMODULE module = LoadLibraryW(L"comdlg32.dll");
+    const auto ask = reinterpret_cast<decltype(&GetSaveFileNameW)>(
+        reinterpret_cast<void*>(module ? GetProcAddress(module, "GetSaveFileNameW") : nullptr));
+    return ask && ask(&dialog);
+}
+
 }  // namespace
 
 LogPane::~LogPane() {
@@ -37,6 +45,7 @@ LogPane::~LogPane() {
 void LogPane::Build(HWND parent) {
     Log().SetViewer(nullptr);
     Destroy();
+    m_pending.clear();
     Create(parent, 0, 0, 100, 100, true, true);
     m_filter.SetId(IDC_LOG_FILTER);
     m_filter.Init({.showLabel = true});
@@ -84,14 +93,29 @@ void LogPane::PlaceAt(int x, int y, int width, int height) {
     SendMessageW(m_list, WM_SETFONT, reinterpret_cast<WPARAM>(KX_GetDefaultGuiFont()), TRUE);
 }
 
+// A drag brings many lines at a time, and with each the list box would draw its scroll bar at once.
 void LogPane::Show(const std::wstring& line) {
-    if (SendMessageW(m_list, LB_GETCOUNT, 0, 0) >= kMostShown) SendMessageW(m_list, LB_DELETESTRING, 0, 0);
-    const LRESULT index = SendMessageW(m_list, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(line.c_str()));
-    SendMessageW(m_list, LB_SETTOPINDEX, static_cast<WPARAM>(index), 0);
+    if (m_pending.empty()) PostMessageW(m_hWnd, WM_COMMAND, IDC_LOG_PENDING, 0);
+    m_pending.push_back(line);
+}
+
+void LogPane::ShowPending() {
+    if (m_pending.empty()) return;
+    SendMessageW(m_list, WM_SETREDRAW, FALSE, 0);
+    for (const std::wstring& line : m_pending)
+        SendMessageW(m_list, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(line.c_str()));
+    m_pending.clear();
+    LRESULT count = SendMessageW(m_list, LB_GETCOUNT, 0, 0);
+    for (; count > kMostShown; --count)
+        SendMessageW(m_list, LB_DELETESTRING, 0, 0);
+    SendMessageW(m_list, LB_SETTOPINDEX, static_cast<WPARAM>(count - 1), 0);
+    SendMessageW(m_list, WM_SETREDRAW, TRUE, 0);
+    InvalidateRect(m_list, nullptr, TRUE);
 }
 
 void LogPane::ShowAll() {
     const std::wstring filter = m_filter.GetText().str();
+    m_pending.clear();
     std::vector<const std::wstring*> shown;
     for (auto line = Log().Lines().rbegin(); line != Log().Lines().rend() && std::ssize(shown) < kMostShown; ++line) {
         if (PassesFilter(*line, filter)) shown.push_back(&*line);
@@ -140,7 +164,7 @@ void LogPane::Save() const {
     dialog.lpstrFile = path;
     dialog.nMaxFile = MAX_PATH;
     dialog.Flags = OFN_OVERWRITEPROMPT | OFN_PATHMUSTEXIST;
-    if (!GetSaveFileNameW(&dialog)) return;
+    if (!AskWhere(dialog)) return;
     std::ofstream file(std::filesystem::path(path), std::ios::binary);
     file << Utf8(Shown());
     if (!file.flush()) KX_MessageBox_(m_hWnd, Text(L"The file cannot be written."), Text(L"Log"), MB_ICONERROR, -1);
@@ -156,6 +180,7 @@ LRESULT LogPane::OnCommand(UINT message, WPARAM wParam, LPARAM lParam) {
         m_paused = IsDlgButtonChecked(*this, IDC_LOG_PAUSE) == BST_CHECKED;
         if (!m_paused) ShowAll();
         return 1;
+    case IDC_LOG_PENDING: ShowPending(); return 1;
     case IDC_LOG_COPY: Copy(); return 1;
     case IDC_LOG_SAVE: Save(); return 1;
     case IDC_LOG_CLEAR:

@@ -1,6 +1,9 @@
 // The log as a user sees it: the lines that pass a filter, held still on demand, to be copied and saved.
 #pragma once
 
+#include <string>
+#include <vector>
+
 #include <kxdevui/controls/devgui_editbox.h>
 #include <kxdevui/framework/devgui_container.h>
 
@@ -19,6 +22,7 @@ protected:
 private:
     HWND AddButton(const wchar_t* text, int id, DWORD style);
     void Show(const std::wstring& line);
+    void ShowPending();
     void ShowAll();
     std::wstring Shown() const;
     void Copy() const;
@@ -27,4 +31,5 @@ private:
     CKxDevUI_EditBox m_filter;
     HWND m_list = nullptr;
     bool m_paused = false;
+    std::vector<std::wstring> m_pending;  // lines that have come since the last message was handled
 };

@@ -9,6 +9,7 @@
 #include <kxbaseui/kx_guiscale.h>
 #include <kxbaseui/kx_layoutmanager.h>
 #include <kxbaseui/kx_schemecontrols.h>
+#include <kxdevui/framework/devgui_habits.h>
 #include <kxdevui/framework/devgui_host.h>
 #include <kxdevui/framework/devgui_messages.h>
 #include <kxsystem/kx_locale.h>
@@ -82,6 +83,7 @@ bool MainWindow::Create(HINSTANCE instance, const kx::host::Settings& settings) 
     if (!m_window) return false;
     KX_FollowScaleOf(m_window);
     KX_FollowColorScheme(m_window);
+    KX_SetFieldHabits(m_window, KxFieldHabits::All());
     m_status = CreateWindowExW(0, L"STATIC", nullptr, WS_CHILD | WS_VISIBLE | SS_SUNKEN | SS_CENTERIMAGE, 0, 0, 0, 0,
                                m_window, reinterpret_cast<HMENU>(static_cast<INT_PTR>(StatusId)), instance, nullptr);
     KX_FollowColorScheme(m_status);

@@ -6,6 +6,7 @@
 #include <kxbaseui/kx_colors.h>
 #include <kxbaseui/kx_layoutmanager.h>
 #include <kxdevui/framework/devgui.h>
+#include <kxdevui/framework/devgui_habits.h>
 #include <kxsystem/kx_color.h>
 
 #include "../event_log.h"
@@ -57,6 +58,7 @@ void PanelColorSlider::OnLeftButtonUp() { Log().Add(m_name, L"OnLeftButtonUp"); 
 
 void ColorPanel::Fill() {
     AddCaption(Text(L"Light sources"));
+    KX_SetFieldHabits(m_hWnd, KxFieldHabits::AllOfLight());
     FillColumn();
     FillLine();
     FillBand();

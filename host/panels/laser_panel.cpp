@@ -4,6 +4,7 @@
 #include <vector>
 
 #include <kxbaseui/kx_layoutmanager.h>
+#include <kxdevui/framework/devgui_habits.h>
 #include <kxsystem/kx_color.h>
 
 #include "../event_log.h"
@@ -43,6 +44,7 @@ void LaserPanel::Fill() {
     m_power.Create(m_hWnd, CKxGUILayoutManager::Zoomed(2), CKxGUILayoutManager::Zoomed(22), -1, -1, true, true);
     m_power.SetTabStop(true);
     InsertElement(&m_power);
+    KX_SetFieldHabits(m_power, KxFieldHabits::AllOfLight());
     OnDevice({true, true, true});
     ShowState();
 }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <limits>
 #include <string>
 #include <utility>
 
@@ -12,7 +13,10 @@
 #include <kxbaseui/kx_layoutmanager.h>
 #include <kxdevui/controls/editbox_rules.h>
 #include <kxdevui/framework/devgui.h>
+#include <kxdevui/framework/devgui_habits.h>
+#include <kxdevui/framework/ui_answer.h>
 #include <kxdevui/framework/ui_arithmetic.h>
+#include <kxdevui/framework/ui_field.h>
 #include <kxdevui/framework/ui_window.h>
 #include <kxsystem/kx_log.h>
 #include <kxsystem/kx_number.h>
@@ -27,6 +31,9 @@ constexpr wchar_t kSource[] = L"devgui_editbox";
 // Unzoomed pixels between the label and the field, and between the field's border and its text.
 constexpr long kLabelGap = 4;
 constexpr long kTextInset = 2;
+
+// Characters of a refused text that an answer repeats.
+constexpr std::size_t kMostQuoted = 30;
 
 long Scaled(long length, double scale) {
     constexpr double limit = 1e6;
@@ -275,6 +282,12 @@ void CKxDevUI_EditBox::SetNumber(double value, const wchar_t* format, bool once)
 
 void CKxDevUI_EditBox::SetNumberInt(int value) { SetText(std::to_wstring(value).c_str()); }
 
+bool CKxDevUI_EditBox::IsTyped() const { return m_edit && SendMessageW(m_edit, EM_GETMODIFY, 0, 0) != FALSE; }
+
+void CKxDevUI_EditBox::SetUnit(const wchar_t* unit) { m_unit = unit ? unit : L""; }
+
+void CKxDevUI_EditBox::SetOfSlider(bool ofSlider) { m_ofSlider = ofSlider; }
+
 bool CKxDevUI_EditBox::IsFocused() const { return m_edit && GetFocus() == m_edit; }
 
 void CKxDevUI_EditBox::SetRestriction(double minimum, double maximum) {
@@ -472,6 +485,35 @@ kx::ui::Handled CKxDevUI_EditBox::Handle(const kx::ui::Message& message) {
     }
 }
 
+// ---- Habits --------------------------------------------------------------------------------------------------------
+
+std::wstring CKxDevUI_EditBox::AllowedInWords() const {
+    const bool one = m_content == Content::Number;
+    const double none = std::numeric_limits<double>::infinity();
+    return kx::ui::AllowedText({one ? m_minimum : -none, one ? m_maximum : none, false, m_unit});
+}
+
+std::wstring CKxDevUI_EditBox::Fault() const {
+    if (m_content == Content::Text) return {};
+    if (m_findFault) return m_findFault(*this);
+    const double none = std::numeric_limits<double>::infinity();
+    const bool clamped = m_ofSlider && !KX_GetFieldHabits(m_edit).tableOnly;
+    const bool mayBeEmpty = !m_mustNotBeEmpty && !m_ofSlider;
+    const kx::ui::Allowed allowed{clamped ? -none : m_minimum, clamped ? none : m_maximum, mayBeEmpty, m_unit};
+    return kx::ui::MayBeEntered(GetText().str(), allowed) ? std::wstring() : AllowedInWords();
+}
+
+bool CKxDevUI_EditBox::AnswerFault() {
+    if (!KX_GetFieldHabits(m_edit).answer || !IsTyped()) return true;
+    const std::wstring fault = Fault();
+    if (fault.empty()) {
+        kx::ui::HideAnswer(m_edit);
+        return true;
+    }
+    kx::ui::ShowAnswer(m_edit, fault);
+    return false;
+}
+
 namespace {
 
 // After the host has been told that the focus goes. If it has sent the user back here, the edit must not believe
@@ -490,30 +532,61 @@ kx::ui::Handled CKxDevUI_EditBox::HandleEdit(const kx::ui::Message& message) {
     if (m_hook) {
         if (const auto answer = m_hook(*this, message)) return answer;
     }
-    const Alive alive(this);
+    kx::ui::NoteField(message);
     switch (message.id) {
     case WM_PAINT: return m_textRows ? kx::ui::Handled(PaintEdit(message)) : std::nullopt;
     case WM_SETFOCUS:
-    case WM_KILLFOCUS: {
-        const RECT field = FieldRect();
-        InvalidateRect(m_hWnd, &field, FALSE);
-        if (message.id == WM_SETFOCUS) {
-            OnSetFocus();
-            return std::nullopt;
-        }
-        OnKillFocus();
-        return LoseFocus(message);
-    }
+    case WM_KILLFOCUS: return HandleFocus(message);
     case WM_GETDLGCODE:
         if (message.wParam == VK_RETURN) return DLGC_WANTALLKEYS;
-        return std::nullopt;
+        return kx::ui::WantsEscape(message) ? kx::ui::Handled(kx::ui::CallPrevious(message) | DLGC_WANTMESSAGE)
+                                            : std::nullopt;
     case WM_CHAR:
+    case WM_PASTE: return HandleChar(message);
+    default: return std::nullopt;
+    }
+}
+
+kx::ui::Handled CKxDevUI_EditBox::HandleFocus(const kx::ui::Message& message) {
+    const Alive alive(this);
+    const RECT field = FieldRect();
+    InvalidateRect(m_hWnd, &field, FALSE);
+    if (message.id == WM_SETFOCUS) {
+        kx::ui::SelectOnFocus(message);
+        OnSetFocus();
+        return std::nullopt;
+    }
+    // The host finds what may be entered. What was typed is told of in the answer, which stays beside the field.
+    if (!AnswerFault()) {
+        const std::wstring answer = L"\"" + GetText().str().substr(0, kMostQuoted) + L"\": " + AllowedInWords();
+        kx::ui::RevertField(m_edit);
+        if (alive && m_edit == message.window) kx::ui::ShowAnswer(m_edit, answer);
+    }
+    if (!alive || m_edit != message.window) return std::nullopt;
+    OnKillFocus();
+    if (alive && m_edit == message.window) kx::ui::FieldEntered(m_edit);
+    return LoseFocus(message);
+}
+
+kx::ui::Handled CKxDevUI_EditBox::HandleChar(const kx::ui::Message& message) {
+    const Alive alive(this);
+    const auto stands = [&] { return alive && m_edit == message.window; };
+    if (message.id == WM_CHAR) {
         m_charUsed = false;
         OnChar(static_cast<int>(message.wParam));
         if (alive && std::exchange(m_charUsed, false)) return 0;
-        if (message.wParam != VK_RETURN) return std::nullopt;
-        if (alive && m_edit == message.window) OnEnter();
-        return 1;
-    default: return std::nullopt;
+        if (message.wParam == VK_RETURN) {
+            if (stands() && AnswerFault()) {
+                OnEnter();
+                if (stands()) kx::ui::FieldEntered(m_edit);
+                if (stands()) kx::ui::GoOnFrom(m_edit, kx::ui::ParentOf(m_hWnd), false);
+            }
+            return 1;
+        }
     }
+    if (!stands()) return std::nullopt;
+    return kx::ui::TypeInField(message, {.edit = m_edit,
+                                         .separator = m_content == Content::List ? m_separator : wchar_t{0},
+                                         .anyText = m_content == Content::Text,
+                                         .allowed = AllowedInWords()});
 }

@@ -4,6 +4,7 @@
 #include <windows.h>
 
 #include <optional>
+#include <string>
 
 #include <kxdevui/framework/devgui_base.h>
 
@@ -12,8 +13,9 @@ struct Message;
 }
 
 // An edit field for a number. A label stands to the left of it; a format says how a number is displayed, an interval
-// which numbers are allowed. Nothing that the user types is changed or refused by itself: the host asks
-// CheckRestriction when it wants to know, mostly on Enter and when the focus has gone.
+// which numbers are allowed. Nothing that the user types is changed or refused by itself, unless the host has given it
+// habits (devgui_habits.h): the host asks CheckRestriction when it wants to know, mostly on Enter and when the focus
+// has gone.
 //
 // The window holds the label (a "Static") and the edit (an "Edit"), which it lays out whenever its own size changes. It
 // is no tab stop, but a dialog finds the edit in it. It answers WM_GETTEXT, WM_SETTEXT and WM_GETTEXTLENGTH with the
@@ -107,6 +109,16 @@ public:
     // Displays a whole number, whatever the format.
     void SetNumberInt(int value);
 
+    // Whether the text has been typed by the user since it was last set or entered.
+    bool IsTyped() const;
+
+    // The unit, as the answers of KxFieldHabits name it: "0 to 100 mW". Null is none; it is not displayed otherwise.
+    void SetUnit(const wchar_t* unit);
+    // Whether the field shows the number of a slider: there always is one, and of one outside the interval the slider
+    // takes the nearer end. Then an empty text is not entered (KxFieldHabits::answer), and a number outside is, unless
+    // KxFieldHabits::tableOnly forbids it.
+    void SetOfSlider(bool ofSlider);
+
     // Whether the edit has the keyboard focus.
     bool IsFocused() const;
 
@@ -146,7 +158,8 @@ public:
 protected:
     // ---- Callbacks; see the table above ----
 
-    // The Enter key, which the edit itself never sees. OnChar has come before it.
+    // The Enter key, which the edit itself never sees. OnChar has come before it. With KxFieldHabits::answer it comes
+    // only for what may be entered.
     virtual void OnEnter();
     // The edit has got, or has lost, the focus. A host that sends the focus back from here finds a working caret.
     virtual void OnSetFocus();
@@ -179,6 +192,19 @@ protected:
     // left to the edit box, which may be gone. Null asks nobody.
     using Hook = std::optional<LRESULT> (*)(CKxDevUI_EditBox& box, const kx::ui::Message& message);
     Hook m_hook = nullptr;
+
+    // What the text is to the habits of number fields (devgui_habits.h): one number of the interval, a list of them
+    // with m_separator between, any text.
+    enum class Content { Number, List, Text };
+    Content m_content = Content::Number;
+    wchar_t m_separator = 0;
+    // What is wrong with the text, as the user is told; empty for nothing. Null: for a number, the interval decides.
+    using FindFault = std::wstring (*)(const CKxDevUI_EditBox& box);
+    FindFault m_findFault = nullptr;
+    // What is allowed, as an answer says it.
+    std::wstring AllowedInWords() const;
+    // Whether the habits let the text be entered; otherwise the user has been answered.
+    bool AnswerFault();
 
     // Rows of the window in whose middle the text stands; without them, in the middle of the field.
     struct Rows {
@@ -219,6 +245,8 @@ protected:
     double m_maximum = 100.0;
     int m_maxChars = 256;
     int m_maxListChars = 512;
+    CKxStringW m_unit;
+    bool m_ofSlider = false;
     bool m_mustNotBeEmpty = false;
     bool m_readOnly = false;
     bool m_showLabel = true;
@@ -239,6 +267,9 @@ private:
     RECT FieldRect() const;
     Places Arrange(HFONT font) const;
     void Layout();
+    std::wstring Fault() const;
+    std::optional<LRESULT> HandleChar(const kx::ui::Message& message);
+    std::optional<LRESULT> HandleFocus(const kx::ui::Message& message);
     LRESULT PaintField(const kx::ui::Message& message);
     LRESULT PaintEdit(const kx::ui::Message& message);
     void DrawFrame(HDC dc, const RECT& field) const;

@@ -15,7 +15,16 @@ constexpr wchar_t kSource[] = L"devgui_editbox";
 
 }  // namespace
 
-CKxDevUI_EditBoxMultiValue::CKxDevUI_EditBoxMultiValue() { m_maxChars = m_maxListChars; }
+CKxDevUI_EditBoxMultiValue::CKxDevUI_EditBoxMultiValue() {
+    m_maxChars = m_maxListChars;
+    m_content = Content::List;
+    m_separator = L';';
+    m_findFault = [](const CKxDevUI_EditBox& box) {
+        const auto& self = static_cast<const CKxDevUI_EditBoxMultiValue&>(box);
+        const std::wstring wrong = kx::ui::SplitValues(self.GetText().str(), self.m_separator).wrong;
+        return wrong.empty() ? self.FindFault().str() : L"\"" + wrong + L"\": " + self.AllowedInWords();
+    };
+}
 
 void CKxDevUI_EditBoxMultiValue::SetSeparator(wchar_t separator) {
     if (kx::ui::IsSeparator(separator)) {

@@ -40,8 +40,7 @@ public:
     virtual void SetCountRestriction(int minimum, int maximum);
 
 protected:
-    // The separator; the fewest and the most values, -1 for no limit.
-    wchar_t m_separator = L';';
+    // The fewest and the most values, -1 for no limit.
     int m_minimumCount = -1;
     int m_maximumCount = -1;
 

@@ -4,6 +4,7 @@
 #include <commctrl.h>
 
 #include <algorithm>
+#include <limits>
 #include <utility>
 #include <vector>
 
@@ -11,6 +12,7 @@
 #include <kxbaseui/kx_layoutmanager.h>
 #include <kxbaseui/kx_schemecontrols.h>
 #include <kxdevui/framework/devgui.h>
+#include <kxdevui/framework/devgui_habits.h>
 #include <kxdevui/framework/ui_arithmetic.h>
 #include <kxdevui/framework/ui_control.h>
 
@@ -31,6 +33,8 @@ WPARAM Index(int index) { return static_cast<WPARAM>(index); }
 CKxDevUI_Table_Edit::CKxDevUI_Table_Edit(CKxDevUI_Table& table) : m_table(table) {
     SetId(kEditorId);
     Init(false, false, false);
+    constexpr double none = std::numeric_limits<double>::infinity();
+    SetRestriction(-none, none);
 }
 
 void CKxDevUI_Table_Edit::Prepare(HWND table) {
@@ -45,7 +49,10 @@ void CKxDevUI_Table_Edit::Prepare(HWND table) {
     SetWindowLongPtrW(m_hWnd, GWL_EXSTYLE, GetWindowLongPtrW(m_hWnd, GWL_EXSTYLE) | WS_EX_TOOLWINDOW);
 }
 
-void CKxDevUI_Table_Edit::Open(const RECT& cell, const wchar_t* text) {
+void CKxDevUI_Table_Edit::Open(const RECT& cell, const wchar_t* text, bool number) {
+    // A window of its own has no way to the table's.
+    KX_SetFieldHabits(m_hWnd, KX_GetFieldHabits(m_table));
+    m_content = number ? Content::Number : Content::Text;
     // The frame that the table is in now carries it along, or it would end up behind that.
     SetWindowLongPtrW(m_hWnd, GWLP_HWNDPARENT, reinterpret_cast<LONG_PTR>(GetAncestor(m_table, GA_ROOT)));
     SetText(text);
@@ -60,6 +67,8 @@ void CKxDevUI_Table_Edit::Open(const RECT& cell, const wchar_t* text) {
 
 void CKxDevUI_Table_Edit::Close(HWND next) {
     const HWND window = m_hWnd;
+    // What was typed has been taken or dropped.
+    SendMessageW(m_edit, EM_SETMODIFY, FALSE, 0);
     // Before it is hidden, or the platform would choose a window to activate, which may be another program's.
     if (IsFocused()) ::SetFocus(next);
     ShowWindow(window, SW_HIDE);
@@ -72,6 +81,7 @@ void CKxDevUI_Table_Edit::OnChange() {}
 void CKxDevUI_Table_Edit::OnChar(int character) {
     // The platform's edit beeps at what ends the cell, and has no use for what comes when the field is closed.
     m_charUsed = character == VK_ESCAPE || character == VK_TAB || !IsWindowVisible(m_hWnd);
+    if (character == VK_TAB && !AnswerFault()) return;
     Notify(m_table, GetId(), kEditChar, character);
 }
 
@@ -365,7 +375,7 @@ void CKxDevUI_Table::StartEdit(int row, int column) {
     cell.right = std::max(cell.left + 1, std::min(cell.right, list.right));
     OffsetRect(&cell, kEditorOffset, kEditorOffset);
     cell.bottom += kEditorOffset;
-    m_editor.Open(cell, text);
+    m_editor.Open(cell, text, m_columns[column].format.has_value());
     // The field has the activation, but it is this window that the user works in.
     if (alive) SendMessageW(GetAncestor(m_hWnd, GA_ROOT), WM_NCACTIVATE, TRUE, 0);
 }

@@ -28,8 +28,9 @@ public:
 
     // Makes the field inside the table's window, hides it and takes it out of there.
     void Prepare(HWND table);
-    // Shows the text over `cell` (screen coordinates) and takes the focus.
-    void Open(const RECT& cell, const wchar_t* text);
+    // Shows the text over `cell` (screen coordinates) and takes the focus; with the table's habits, which refuse what
+    // is no number where `number` says that it is one.
+    void Open(const RECT& cell, const wchar_t* text, bool number);
     // Hides the field. The focus, if it is there, goes to `next`.
     void Close(HWND next);
 

@@ -5,6 +5,8 @@
 #include <kxbaseui/kx_layoutmanager.h>
 #include <kxbaseui/kx_messagebox.h>
 #include <kxdevui/framework/devgui.h>
+#include <kxdevui/framework/devgui_habits.h>
+#include <kxdevui/framework/ui_answer.h>
 #include <kxdevui/framework/ui_arithmetic.h>
 #include <kxdevui/framework/ui_life.h>
 #include <kxdevui/framework/ui_window.h>
@@ -133,7 +135,9 @@ void CKxDevUI_Base::ReportError(const wchar_t* text, bool showMessageBox, HWND f
     }
     std::wcsncat(message, text ? text : L"", kBufferSize - 1 - std::wcslen(message));
 
-    if (showMessageBox) {
+    if (showMessageBox && KX_GetFieldHabits(focusAfter).answer) {
+        kx::ui::ShowAnswer(focusAfter, message);
+    } else if (showMessageBox) {
         KX_MessageBox_(m_hWnd, message, KX_GetTranslation(L"Error!", L"devgui_base"), MB_ICONERROR, -1);
     } else {
         CKxLogFile::Location(L"devgui_base", 230);

@@ -8,6 +8,7 @@
 
 #include <kxbaseui/kx_colors.h>
 #include <kxdevui/framework/devgui.h>
+#include <kxdevui/framework/devgui_habits.h>
 #include <kxdevui/framework/ui_window.h>
 #include <kxsystem/kx_log.h>
 
@@ -202,6 +203,8 @@ LRESULT CKxDevUI_ColorSlider::OnCommand(UINT, WPARAM wParam, LPARAM) {
     const int id = LOWORD(wParam), code = HIWORD(wParam);
     if (id != eColorSliderId_Edit && id != eColorSliderId_MinimumEdit) return 0;
     if (code != kx::ui::kEditEnter && code != EN_KILLFOCUS) return 0;
+    const CKxDevUI_EditBox& left = id == eColorSliderId_Edit ? m_edit : m_minimumEdit;
+    if (code == EN_KILLFOCUS && !left.IsTyped() && KX_GetFieldHabits(left.GetEditWindow()).revert) return 1;
     if (IsRange()) {
         RangeTyped();
     } else {

@@ -133,6 +133,9 @@ void CKxDevUI_ColorSlider::ArrangeEdit(CKxDevUI_EditBox& edit, int id, const kx:
     Use(edit, id, place.IsWanted());
     if (!place.IsWanted()) return;
     edit.SetSize(0, place.cx, place.cy);
+    edit.SetUnit(m_unit);
+    edit.SetOfSlider(true);
+    if (!m_values.empty()) edit.SetRestriction(m_values.front(), m_values.back());
     if (edit) return PlaceAt(edit, place);
     edit.Init(false, false, false);
     edit.SetStyle(true);

@@ -259,7 +259,7 @@ protected:
     void OnMouseLeave();
 
     // The same for its edits, buttons and its list; `character` is that of WM_CHAR.
-    std::optional<LRESULT> EditOnChar(HWND edit, wchar_t character);
+    std::optional<LRESULT> EditOnChar(const kx::ui::Message& message);
     std::optional<LRESULT> EditOnLButtonDblClk(HWND edit);
     std::optional<LRESULT> EditOnPaint(const kx::ui::Message& message);
     std::optional<LRESULT> EditOnSetCursor(HWND edit);
@@ -294,7 +294,7 @@ private:
     bool ValidateEnd(bool above, bool showErrors);
     Refresh Telling(unsigned int flags);
     void TellStep(double step, bool typed);
-    void Complain(Verdict verdict, bool showErrors);
+    void Complain(int item, Verdict verdict, bool showErrors);
     Verdict SetRange(double range);
     Verdict SetEnd(bool above, double position);
     bool MayMoveOtherEnd(bool above);

@@ -2,16 +2,22 @@
 #include <kxdevui/zfocus/devgui_zstack.h>
 
 #include <kxbaseui/kx_colors.h>
+#include <kxdevui/framework/ui_answer.h>
+#include <kxdevui/framework/ui_field.h>
 #include <kxdevui/zfocus/zstack_ids.h>
 #include <kxdevui/zfocus/zstack_window.h>
 
 #include <algorithm>
 #include <iterator>
+#include <limits>
 
 using namespace kx::ui;
 using kx::zstack::ScaleValues;
 
 namespace {
+
+// What each field allows beyond that is the record's to say.
+constexpr Allowed kAnyNumber{-std::numeric_limits<double>::infinity(), std::numeric_limits<double>::infinity()};
 
 constexpr wchar_t kTab = L'\t', kEnter = L'\r', kEscape = 27, kSpace = L' ';
 
@@ -58,12 +64,14 @@ LRESULT CALLBACK CKxDevUI_ZStack::EdtWndProc(HWND edit, UINT message, WPARAM wPa
 }
 
 Handled CKxDevUI_ZStack::HandleEdit(const Message& message) {
+    NoteField(message);
     // The first Escape undoes, the second is the host's.
     if (AsksForKey(message, kEnter) || (AsksForKey(message, kEscape) && TextOf(message.window).str() != m_before)) {
         return CallPrevious(message) | DLGC_WANTMESSAGE;
     }
     switch (message.id) {
-    case WM_CHAR: return EditOnChar(message.window, static_cast<wchar_t>(message.wParam));
+    case WM_CHAR: return EditOnChar(message);
+    case WM_PASTE: return TypeInField(message, {.edit = message.window, .allowed = AllowedText(kAnyNumber)});
     // Their characters are handled; a single-line edit makes a click on the dialog's default button of the key.
     case WM_KEYDOWN: return message.wParam == VK_RETURN || message.wParam == VK_ESCAPE ? Handled(0) : std::nullopt;
     case WM_LBUTTONDBLCLK: return EditOnLButtonDblClk(message.window);
@@ -77,23 +85,31 @@ Handled CKxDevUI_ZStack::HandleEdit(const Message& message) {
         // Before the panel hears of it and empties what is not set.
         m_before = TextOf(message.window).str();
         m_beforeTyped = SendMessageW(message.window, EM_GETMODIFY, 0, 0) != FALSE;
+        SelectOnFocus(message);
         return std::nullopt;
     default: return std::nullopt;
     }
 }
 
-Handled CKxDevUI_ZStack::EditOnChar(HWND edit, wchar_t character) {
-    switch (character) {
+Handled CKxDevUI_ZStack::EditOnChar(const Message& message) {
+    const HWND edit = message.window;
+    switch (static_cast<wchar_t>(message.wParam)) {
     case kTab: Focus(edit, GetKeyState(VK_SHIFT) < 0); return 0;
-    case kEnter: FocusNext(edit); return 0;
+    case kEnter:
+        // Without a field to go to, what was typed is entered by leaving it all the same.
+        if (!GoOnFrom(edit, m_hWnd, true)) FocusNext(edit);
+        return 0;
     case kEscape:
+        HideAnswer(edit);
         if (TextOf(edit).str() != m_before) SetWindowTextW(edit, m_before.c_str());
         SendMessageW(edit, EM_SETMODIFY, m_beforeTyped, 0);
         SendMessageW(edit, EM_SETSEL, 0, -1);
         return 0;
     // Where numbers are typed, a key must not move anything.
-    case kSpace: return IsWritable(GetDlgCtrlID(edit)) ? std::nullopt : EditOnLButtonDblClk(edit);
-    default: return std::nullopt;
+    case kSpace:
+        if (!IsWritable(GetDlgCtrlID(edit))) return EditOnLButtonDblClk(edit);
+        [[fallthrough]];
+    default: return TypeInField(message, {.edit = edit, .allowed = AllowedText(kAnyNumber)});
     }
 }
 

@@ -2,6 +2,8 @@
 #include <kxdevui/zfocus/devgui_zstack.h>
 
 #include <kxbaseui/kx_messagebox.h>
+#include <kxdevui/framework/devgui_habits.h>
+#include <kxdevui/framework/ui_answer.h>
 #include <kxdevui/zfocus/zstack_ids.h>
 #include <kxdevui/zfocus/zstack_rules.h>
 #include <kxdevui/zfocus/zstack_window.h>
@@ -70,7 +72,7 @@ bool CKxDevUI_ZStack::Validate(int edit, Meaning meaning, bool showErrors, const
         if (value) kx::ui::Guarded([&]() -> kx::ui::Handled { return verdict = apply(*value), 0; });
     }
     if (alive) m_refused = verdict != Verdict::Taken;
-    if (alive) Complain(verdict, showErrors);
+    if (alive) Complain(edit, verdict, showErrors);
     if (alive) kx::ui::Guarded([&]() -> kx::ui::Handled { return refresh(), 0; });
     return verdict == Verdict::Taken;
 }
@@ -85,10 +87,14 @@ CKxDevUI_ZStack::Position CKxDevUI_ZStack::NumberBehind(int edit, Meaning meanin
     return entry.meaning == meaning && entry.text == text ? entry.value : std::nullopt;
 }
 
-void CKxDevUI_ZStack::Complain(Verdict verdict, bool showErrors) {
+void CKxDevUI_ZStack::Complain(int item, Verdict verdict, bool showErrors) {
     if (verdict == Verdict::Taken || verdict == Verdict::Declined) return;
-    if (!showErrors || !CKxGUIElement::IsVisible()) return;
     const wchar_t* text = verdict == Verdict::NotANumber ? L"Invalid value entered." : L"Value is out of range.";
+    // An answer is in nobody's way, so that it comes wherever the focus has gone.
+    if (KX_GetFieldHabits(Item(item)).answer) {
+        return kx::ui::ShowAnswer(Item(item), KX_GetTranslation(text, kSource).str());
+    }
+    if (!showErrors || !CKxGUIElement::IsVisible()) return;
     KX_MessageBox(m_hWnd, KX_GetTranslation(text, kSource), KX_GetTranslation(L"Z Series", kSource), MB_ICONEXCLAMATION,
                   -1);
 }
@@ -143,7 +149,7 @@ void CKxDevUI_ZStack::TakeSuggestedStep() {
     double step = 0;
     if (Ask([&] { return m_data->GetStepSuggested(&step); }) != eKxZStack_Ok) return OnZStackChanged(RefreshAll);
     if (Ask([&] { return m_data->SetStep(step); }) == eKxZStack_Ok) return TellStep(step, false);
-    Complain(Verdict::OutOfRange, true);
+    Complain(IDC_ZS_SUGGESTED, Verdict::OutOfRange, true);
     if (alive) OnZStackChanged(RefreshStep);
 }
 

@@ -167,6 +167,10 @@ COLORREF KX_GetVorGuiColor(int entry) {
     case eKxVorGuiColor_ScaleValue:
         return KX_GetSysColor(s_scheme == eKxColorScheme_Dark ? COLOR_HOTLIGHT : COLOR_HIGHLIGHT);
     case eKxVorGuiColor_ScaleRest: return KX_GetSysColor(COLOR_BTNSHADOW);
+    case eKxVorGuiColor_Alert:
+        return s_scheme == eKxColorScheme_HighContrast ? RGB(255, 255, 0)
+               : s_scheme == eKxColorScheme_Dark       ? RGB(255, 128, 112)
+                                                       : RGB(196, 32, 24);
     default: return KX_GetSysColor(entry);
     }
 }

@@ -52,6 +52,7 @@ KXBASEUI_API HBRUSH KX_GetSysColorBrush(int index);
 enum EKxVorGuiColor : int {
     eKxVorGuiColor_ScaleValue = 31,  // the part of a scale that is reached or chosen
     eKxVorGuiColor_ScaleRest = 37,   // the rest of it
+    eKxVorGuiColor_Alert = 64,       // what has failed or was refused
 };
 
 // The colour of an entry of the GUI colour scheme: up to COLOR_MENUBAR the system's indexes, then EKxVorGuiColor. An

@@ -80,6 +80,8 @@ page() { step "click Host/$1" 'Places: told'; }
 time_series() { step 'menu Devices "Time series..."' 'Time series: OnInit.*' 'Places: told'; }
 
 take() { import -silent -window root -crop "${w}x$h+$x+$y" +repage "$out/$1.png"; }
+# nothing LINE : there has been no such line.
+nothing() { ! find_line "$1" || give_up "'$1' came"; }
 # look NAME PLACE : keeps a picture of the place.
 look() { place "$2"; take "$1"; }
 differs() { take now; ! compare -metric AE "$out/$1.png" "$out/now.png" null: 2>/dev/null; }
@@ -113,6 +115,26 @@ step 'keys shift+Tab' 'Focus: Stand/Camera/1003'
 unchanged before Stand/Camera/1004
 keys Tab
 step 'keys Return' 'Camera: OnCommand id 1004 code 0x0000' 'Status: Image taken'
+
+say "Numbers that are safe"
+page 500
+power='Laser: OnPowerChanged.*' typed='Focus: Microscope/Laser/0'
+# away : the focus leaves the field for the log's filter.
+away() { step 'click Host/1701 80' 'Focus: Host/0'; }
+for typed_keys in '4 2 Escape' 'ctrl+a a b c' 'ctrl+a 5 0 0 Return'; do
+  step 'click Microscope/Laser/10001' "$typed"
+  keys $typed_keys
+  away
+done
+mark=0
+nothing "$power"
+step 'click Microscope/Laser/10001' "$typed"
+step 'keys ctrl+a 1 4 Return 6 Return' 'Laser: OnPowerChanged\(14\)' 'Laser: OnPowerChanged\(6\)'
+step 'keys 1 comma 9 e 1 Return' 'Laser: OnPowerChanged\(20\)'
+step 'click "Microscope/Z drive/1263"' 'Focus: Microscope/Z drive/1263'
+step 'keys ctrl+a 3 period 0 Return Return' 'Z drive: OnStepChanged\(3, 1\)'
+step 'click "Microscope/Z drive/1263"' 'Focus: Microscope/Z drive/1263'
+nothing 'Z drive: OnStepChanged.*'
 
 say "A modal dialog"
 changing Host time_series

@@ -22,7 +22,7 @@
 #include <bench/bench.h>
 #include <bench/grave.h>
 #include <diagnostics/random.h>
-#include <kxdevui/framework/devgui_base.h>
+#include <kxdevui/framework/devgui_control.h>
 
 namespace kx::test {
 
@@ -131,11 +131,14 @@ void WithDc(int width, int height, const std::function<void(HDC)>& run);
 // The window and what is in it; nothing for null.
 std::vector<Target> TreeOf(HWND window);
 
-// A control whose callbacks Tell the subject, which may end the control then.
+// A control whose callbacks Tell the subject, which may end the control then, or have a kx::ui::Control make its parts
+// anew.
 template <class T>
 class Telling : public T {
 public:
     std::function<void(const char*)> tell;
+    // Ends the parts and makes them anew, as for a device that has others.
+    void MakeAnew() requires std::is_base_of_v<kx::ui::Control, T> { this->Remake(); }
 
 protected:
     void Tell(const char* callback) const {
@@ -209,6 +212,15 @@ public:
         return nullptr;
     }
     void Destroy() final { control_.reset(); }
+    bool Rebuild() override {
+        if constexpr (requires { control_->MakeAnew(); }) return control_->MakeAnew(), true;
+        return false;
+    }
+    void Change(int n) override {
+        if constexpr (requires { control_->MakeAnew(); }) {
+            if (n % 2) control_->MakeAnew();
+        }
+    }
 
 protected:
     // Makes the window of `control_` and fills it.

@@ -1,7 +1,9 @@
 // The panel over the real record: what it shows, under the hands of users; its dialog.
 #include "zstack_panel.h"
 
+#include <kxdevui/framework/devgui_habits.h>
 #include <kxdevui/framework/devgui_messages.h>
+#include <kxdevui/framework/ui_answer.h>
 
 #include <optional>
 #include <set>
@@ -58,6 +60,26 @@ TEST_F(ZStackPanel, ShowsItsRecord) {
             if (IsWindowVisible(Item(id))) shown += Shown(id) + ' ';
         EXPECT_EQ(shown, expected);
     }
+}
+
+TEST_F(ZStackPanel, HasTheHabitsOfFields) {
+    Make(true);
+    KX_SetFieldHabits(panel.GetHandle(), KxFieldHabits::All());
+    const auto see = [this] {
+        return See() + " at " + std::to_string(GetDlgCtrlID(GetFocus())) + ": " + Shown(IDC_ZS_EDIT_STEP);
+    };
+    kx::test::Play(
+        {// From field to field, past the button of the suggestion.
+         {[&] { SetFocus(Item(IDC_ZS_EDIT_STEP)), Type(L"3,5\n"); },
+          "Step(3.5, 1) Shown(0) Changed(2) Shown(0) at 1266: 3.50"},
+         {[] { Type(L"\n"); }, "Changed(3) Shown(0) at 1264: 3.50"},
+         // Refused without a box, wherever the focus goes, and once.
+         {[&] { SetFocus(Item(IDC_ZS_EDIT_STEP)), Key('A', MOD_CONTROL), Type(L"-5x\n"); },
+          "Changed(3) Shown(0) Changed(2) Shown(0) at 1263: 3.50"}},
+        see);
+    wchar_t answer[100] = L"";
+    GetWindowTextW(kx::ui::AnswerWindow(), answer, 100);
+    EXPECT_STREQ(answer, L"Value is out of range.");
 }
 
 TEST_F(ZStackPanel, ValidatesWhatTheFocusLeaves) {

@@ -1,0 +1,46 @@
+// For authors of controls: the habits of number fields (devgui_habits.h) in the procedure of an edit. What is typed,
+// pasted, brought back and refused is the same in every field; what is told to whom stays with the control.
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+
+#include <kxdevui/framework/field_rules.h>
+#include <kxdevui/framework/ui_window.h>
+
+namespace kx::ui {
+
+// One field, as its control knows it.
+struct Field {
+    HWND edit;
+    wchar_t separator = 0;  // between values; 0 for one value
+    bool anyText = false;   // it takes more than numbers: no character is refused
+    std::wstring allowed;   // as an answer says it
+};
+
+// To be called first with every message of the edit: remembers a text that is set.
+KXDEVUI_API void NoteField(const Message& message);
+// What is in the edit has been entered, and is what Escape goes back to.
+KXDEVUI_API void FieldEntered(HWND edit);
+// The text that was last set or entered.
+KXDEVUI_API std::wstring HeldText(HWND edit);
+
+// For WM_SETFOCUS: selects all when the focus came by key.
+KXDEVUI_API void SelectOnFocus(const Message& message);
+// For WM_GETDLGCODE: whether the dialog manager is to leave this Escape to the field.
+KXDEVUI_API bool WantsEscape(const Message& message);
+
+// The message of a character or of a paste, after the control has told of it; not for Enter and Tab. An answer is the
+// message's result, empty leaves it to the platform's edit.
+KXDEVUI_API Handled TypeInField(const Message& message, const Field& field);
+
+// Brings back what is held, which the control hears of as a change like any other, and selects it.
+KXDEVUI_API void RevertField(HWND edit);
+
+// For Enter, after the control has taken the text: on to the next field of `group` that can be typed into, from the
+// last to the first where `around` says so; without one, and where the habit is, all is selected. Returns whether it
+// went on. The control may be gone afterwards: the field that is left tells of it, and may have had the focus sent back.
+KXDEVUI_API bool GoOnFrom(HWND edit, HWND group, bool around);
+
+}  // namespace kx::ui
