@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cwchar>
 #include <limits>
+#include <numeric>
 
 #include <kxsystem/kx_number.h>
 

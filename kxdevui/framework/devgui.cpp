@@ -4,6 +4,7 @@
 #include <cerrno>
 #include <climits>
 #include <cwchar>
+#include <cwctype>
 #include <utility>
 
 #include <kxbaseui/kx_fonts.h>

@@ -9,6 +9,8 @@
 #include <kxdevui/framework/ui_parts.h>
 #include <kxsystem/kx_log.h>
 
+#include <exception>
+
 namespace kx::ui {
 
 static_assert(WM_KX_ZOOM_CHANGED == CKxGUILayoutManager::ZoomChangedMessage);

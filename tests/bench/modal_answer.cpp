@@ -4,6 +4,8 @@
 #include <commctrl.h>
 #include <gtest/gtest.h>
 
+#include <utility>
+
 namespace kx::test {
 namespace {
 

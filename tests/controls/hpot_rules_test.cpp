@@ -3,6 +3,8 @@
 
 #include <kxdevui/controls/hpot_rules.h>
 
+#include <algorithm>
+
 namespace kx::hpot {
 namespace {
 

@@ -10,6 +10,7 @@
 #include <uxtheme.h>
 
 #include <cstring>
+#include <tuple>
 
 #include "manifest.h"
 

@@ -2,6 +2,7 @@
 // letters and lines lose on the way.
 #include <subjects/law.h>
 
+#include <algorithm>
 #include <array>
 #include <cstdlib>
 
