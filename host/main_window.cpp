@@ -96,6 +96,8 @@ bool MainWindow::Create(HINSTANCE instance, const kx::host::Settings& settings) 
     SetStatusSink([this](const std::wstring& text) { Say(text); });
     BuildPages();
     SetTimer(m_window, kDeviceTimer, kDeviceMilliseconds, nullptr);
+    // As a dialog does: whether the focus is shown from the beginning depends on what the user has last used.
+    SendMessageW(m_window, WM_CHANGEUISTATE, MAKEWPARAM(UIS_INITIALIZE, 0), 0);
     ShowWindow(m_window, SW_SHOW);
     return true;
 }

@@ -20,6 +20,9 @@ enum class EKxComplaint { Shown, Logged };
 // Sizes are nominal: unzoomed pixels, -1 while the control has none. Operations on the window pass the handle to the
 // platform as it is, so before Create they do nothing.
 //
+// Everything happens on the thread that made the first control; a second one is told of in the log. Once there is a
+// window, the library stays loaded until the process ends (kx_module.h).
+//
 // The order of the virtual operations is part of the binary interface: hosts derive from the concrete controls.
 class KXDEVUI_API CKxDevUI_Base {
 public:

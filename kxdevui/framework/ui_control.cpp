@@ -29,7 +29,7 @@ Handled HandleFace(const Message& message, PaintMode mode) {
         const auto nothing = [](HDC, const RECT&) {};
         return Paint(message, mode, KX_GetSysColorBrush(COLOR_BTNFACE), nothing);
     }
-    case WM_ERASEBKGND: return 1;
+    case WM_ERASEBKGND: return Erase(message);
     case WM_KX_ZOOM_CHANGED: ApplyZoom(message.window); return std::nullopt;
     default: return std::nullopt;
     }

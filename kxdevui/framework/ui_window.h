@@ -16,6 +16,7 @@
 #include <optional>
 #include <type_traits>
 
+#include <kxbaseui/kx_cues.h>
 #include <kxbaseui/kx_visualstyles.h>
 #include <kxdevui/framework/devgui_base.h>
 #include <kxdevui/framework/devgui_messages.h>
@@ -70,7 +71,8 @@ KXDEVUI_API HINSTANCE ModuleOf(WNDPROC procedure) noexcept;
 
 // Registers the class once, with the arrow cursor and for the module that holds the procedure, and keeps its atom. A
 // failure is logged when the log's detail is on, and creation goes on: windows are made by the atom, never by the name,
-// which may be that of another's class, and without one there is none. From then on that module stays loaded.
+// which may be that of another's class, and without one there is none. From then on that module stays loaded
+// (kx_module.h).
 KXDEVUI_API void EnsureClass(ATOM& atom, const ControlSpec& spec);
 
 // ---- From the window to the object ---------------------------------------------------------------------------------
@@ -109,7 +111,8 @@ public:
     explicit operator bool() const noexcept { return static_cast<bool>(m_alive); }
 
 private:
-    explicit Creation(const void* object) noexcept : m_alive(object) {}
+    // Says in the log, once, that another thread than the first makes controls.
+    explicit Creation(const void* object) noexcept;
 
     Alive m_alive;
 };
@@ -331,7 +334,8 @@ Handled HandleRowKeys(const Message& message, int columns, Move&& move) {
     }
     const int step = StepOf(message.wParam, columns);
     if (step == 0) return std::nullopt;
-    move(step);
+    KX_ShowFocusFromNowOn(message.window);
+    if (IsWindow(message.window)) move(step);
     return 0;
 }
 

@@ -492,7 +492,7 @@ void CKxDevUI_Shutter::DrawButton(const DRAWITEMSTRUCT& item) const {
         OffsetRect(&image, pressed, pressed);
         CKxBitmapPool::DrawOptimalImage(dc, m_state ? m_imageOn : m_imageOff, image, enabled);
         if (m_titleInButton) DrawTitle(dc, {pressed + area.bottom, area.top, area.right, area.bottom}, enabled);
-        if ((item.itemState & ODS_FOCUS) && !(item.itemState & ODS_NOFOCUSRECT)) KX_DrawButtonFocus(dc, area, look, 3);
+        if (ShowsFocus(item)) KX_DrawButtonFocus(dc, area, look, 3);
     });
 }
 

@@ -44,7 +44,8 @@ void CKxDevUI_ZStack::Focus(HWND from, bool backwards) {
     const HWND next = m_hWnd ? GetNextDlgTabItem(m_hWnd, from, backwards) : nullptr;
     if (!next) return;
     const Alive alive(this);
-    SetFocus(next);
+    KX_ShowFocusFromNowOn(m_hWnd);
+    if (alive && m_hWnd) SetFocus(next);
     if (alive && m_hWnd) SelectFocused();
 }
 

@@ -2,15 +2,21 @@
 // they come.
 #include <bench/bench.h>
 #include <kxbaseui/kx_colors.h>
+#include <kxbaseui/kx_schemecontrols.h>
+#include <kxdevui/controls/devgui_radio.h>
 #include <kxdevui/framework/devgui.h>
 #include <kxdevui/framework/devgui_container.h>
 #include <kxdevui/framework/ui_gdi.h>
 #include <kxdevui/framework/ui_resources.h>
+#include <kxdevui/light/devgui_shutter.h>
 #include <kxsystem/kx_locale.h>
+#include <kxsystem/kx_log.h>
 
 #include <commctrl.h>
 
+#include <atomic>
 #include <list>
+#include <thread>
 
 namespace {
 
@@ -232,6 +238,89 @@ TEST_F(Container, TellsAChildsQuestionFromAPicture) {
         EXPECT_EQ(s_paints, row.painted) << row.what;
         EXPECT_EQ(color == KX_GetSysColor(COLOR_BTNFACE), !row.painted) << row.what;
     }
+}
+
+// A themed child that fades asks in a memory DC, which at its parent's corner tells nothing; with which flags, how
+// often while it is asked to paint itself, and what it gets.
+LPARAM s_flags = 0;
+int s_depth = 0, s_deepest = 0;
+COLORREF s_behind = 0;
+LRESULT CALLBACK Fade(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR, DWORD_PTR) {
+    if (message != WM_PAINT && message != WM_PRINTCLIENT) return DefSubclassProc(window, message, wParam, lParam);
+    ValidateRect(window, nullptr);
+    const kx::ui::Bitmap bitmap(CreateBitmap(40, 40, 1, 32, nullptr));
+    const kx::ui::MemoryDC memory(CreateCompatibleDC(nullptr));
+    SelectObject(memory.get(), bitmap.get());
+    s_deepest = std::max(s_deepest, ++s_depth);
+    for (const UINT ask : std::initializer_list<UINT>{WM_ERASEBKGND, WM_PRINTCLIENT})
+        if (s_depth < 4) SendMessageW(GetParent(window), ask, reinterpret_cast<WPARAM>(memory.get()), s_flags);
+    s_behind = GetPixel(memory.get(), 5, 5);
+    return --s_depth, 0;
+}
+
+TEST_F(Container, AnswersAChildThatFadesWithTheFace) {
+    Make(panel);
+    CKxDevUI_Radio radio;
+    radio.Create(parent.Window(), 0, 300, 90, 60, true, true);
+    CKxDevUI_Shutter shutter;
+    shutter.Create(parent.Window(), 300, 0, 60, 60, true, true);
+    for (const HWND asked : {HWND{panel}, HWND{radio}, HWND{shutter}}) {
+        const HWND child = AddChild(asked, L"STATIC", 99, {0, 0, 40, 40});
+        SetWindowSubclass(child, Fade, 1, 0);
+        // By itself; and as one that is told to paint while its parent does, whatever it says.
+        for (const auto& [printed, flags] : {std::pair{child, PRF_CLIENT}, {asked, PRF_CLIENT | PRF_ERASEBKGND}}) {
+            const kx::ui::MemoryDC memory(CreateCompatibleDC(nullptr));
+            s_flags = flags, s_deepest = 0, s_behind = 0;
+            SendMessageW(printed, WM_PRINTCLIENT, reinterpret_cast<WPARAM>(memory.get()), PRF_CLIENT | PRF_CHILDREN);
+            EXPECT_TRUE(s_behind == KX_GetSysColor(COLOR_BTNFACE) && s_deepest == 1) << s_behind << ", " << s_deepest;
+        }
+        DestroyWindow(child);
+    }
+}
+
+// A camera's live view, whose thread sleeps.
+TEST_F(Container, WaitsForNoChildOfAnotherThread) {
+    Make(panel);
+    const HANDLE wake = CreateEventW(nullptr, TRUE, FALSE, nullptr);
+    std::atomic<HWND> view = nullptr;
+    std::atomic<bool> ended = false;
+    bool awoken = false;
+    std::thread camera([&] {
+        view = CreateWindowExW(WS_EX_NOPARENTNOTIFY, L"STATIC", L"", WS_CHILD | WS_VISIBLE | SS_WHITERECT, 5, 5, 60, 60,
+                               panel, nullptr, nullptr, nullptr);
+        awoken = WaitForSingleObject(wake, 5000) == WAIT_OBJECT_0;
+        DestroyWindow(view);
+        ended = true;
+    });
+    EXPECT_TRUE(PumpUntil([&] { return view != nullptr; }));
+    const auto procedure = GetWindowLongPtrW(view, GWLP_WNDPROC);
+    KX_FollowColorScheme(panel);
+    for (const auto scheme : {eKxColorScheme_Dark, eKxColorScheme_System}) {
+        KX_SetColorScheme(scheme);
+        SendMessageW(panel, WM_PAINT, 0, 0);
+    }
+    EXPECT_EQ(GetWindowLongPtrW(view, GWLP_WNDPROC), procedure) << "our own would run over there";
+    SetEvent(wake);
+    EXPECT_TRUE(PumpUntil([&] { return ended.load(); }, std::chrono::seconds(10)));
+    camera.join();
+    CloseHandle(wake);
+    EXPECT_TRUE(awoken);
+}
+
+TEST_F(Container, OfASecondThreadIsToldOfOnce) {
+    Make(panel);
+    static int s_records = 0;
+    CKxLogFile::SetSink([](const wchar_t* record, void*) { s_records += wcsstr(record, L"second thread") != nullptr; },
+                        nullptr);
+    for (int expected : {1, 1}) {
+        std::thread([] {
+            const HWND top = CreateWindowW(L"STATIC", L"", WS_POPUP, 0, 0, 9, 9, nullptr, nullptr, nullptr, nullptr);
+            CKxDevUI_Container().Create(top, 0, 0, 9, 9, true, true);
+            DestroyWindow(top);
+        }).join();
+        EXPECT_EQ(s_records, expected);
+    }
+    CKxLogFile::SetSink(nullptr, nullptr);
 }
 
 // The old form of a template has its style elsewhere, and with it the bits that no child can have.

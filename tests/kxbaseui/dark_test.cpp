@@ -1,6 +1,7 @@
 // In our own schemes the platform's windows are in the scheme's colours, also where it has none to set: menus, lists
 // that drop down, tooltips, edges. And which scheme the system asks for.
 #include <bench/bench.h>
+#include <bench/imports.h>
 #include <commctrl.h>
 #include <oleacc.h>
 #include <kxbaseui/kx_colors.h>
@@ -108,6 +109,54 @@ TEST_P(DarkWindows, OfEveryClassAreDark) {
             EnableWindow(child, enabled);
         Pump();
         ExpectDark(Picture::OnScreen(Window()), enabled ? "classes" : "classes disabled");
+    }
+}
+
+// Under a mouse or at a key the platform's drop-down draws what it shows then, without waiting.
+LRESULT CALLBACK DrawAtOnce(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR, DWORD_PTR) {
+    const LRESULT result = DefSubclassProc(window, message, wParam, lParam);
+    if ((message >= WM_MOUSEFIRST && message <= WM_MOUSELEAVE) || (message >= WM_KEYFIRST && message <= WM_KEYLAST)) {
+        RECT client{};
+        GetClientRect(window, &client);
+        const HDC dc = GetDC(window);
+        FillRect(dc, &client, static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH)));
+        ReleaseDC(window, dc);
+    }
+    return result;
+}
+
+TEST_P(DarkWindows, StayDarkWhereThePlatformDrawsAtOnce) {
+    const HWND combo = Add(WC_COMBOBOXW, {10, 10, 130, 200}, CBS_DROPDOWNLIST);
+    SetWindowSubclass(combo, DrawAtOnce, 1, 0);
+    KX_FollowColorScheme(Window());
+    for (const UINT message : std::initializer_list<UINT>{WM_MOUSEMOVE, WM_MOUSELEAVE, WM_MOUSEWHEEL, WM_RBUTTONDOWN,
+                                                          WM_LBUTTONUP, WM_KEYDOWN, WM_KEYUP, WM_CHAR, WM_MOUSEMOVE}) {
+        SendMessageW(combo, message, 0, 0);
+        ExpectDark(Picture::OnScreen(combo), "closed list after " + std::to_string(message));
+    }
+}
+
+// Wine hides nothing by itself, and its DrawText underlines the letter whatever it is asked.
+UINT s_format = 0;
+int WINAPI DrawAndTell(HDC dc, LPCWSTR text, int length, LPRECT rect, UINT format) {
+    if (!(format & DT_CALCRECT)) s_format = format;
+    return DrawTextW(dc, text, length, rect, format);
+}
+
+TEST_P(DarkWindows, UnderlineNoLetterBeforeAKey) {
+    const Import drawn(L"kxbaseui.dll", &DrawTextW, &DrawAndTell);
+    const auto answer = [](HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR, DWORD_PTR) -> LRESULT {
+        return message == WM_QUERYUISTATE ? UISF_HIDEACCEL : DefSubclassProc(window, message, wParam, lParam);
+    };
+    for (const long kind : {BS_PUSHBUTTON, BS_AUTOCHECKBOX, BS_AUTORADIOBUTTON, BS_GROUPBOX}) {
+        const HWND button = Add(L"BUTTON", {10, 10, 100, 40}, static_cast<DWORD>(kind));
+        KX_FollowColorScheme(Window());
+        Pump();
+        EXPECT_EQ(s_format & (DT_NOPREFIX | DT_HIDEPREFIX), 0u) << kind;
+        SetWindowSubclass(button, answer, 1, 0);
+        SendMessageW(button, WM_UPDATEUISTATE, MAKEWPARAM(UIS_SET, UISF_HIDEACCEL), 0);
+        EXPECT_EQ(s_format & (DT_NOPREFIX | DT_HIDEPREFIX), UINT{DT_HIDEPREFIX}) << kind;
+        DestroyWindow(button);
     }
 }
 

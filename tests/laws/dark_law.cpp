@@ -14,10 +14,10 @@ class DarkLaw : public LawTest {
 protected:
     DarkLaw() : LawTest({Law::Dark}) {}
 
-    // Chooses the other dark scheme once, when the window is told to paint.
-    static LRESULT CALLBACK Choose(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR, DWORD_PTR) {
+    // Chooses the other dark scheme once, when the window gets this message.
+    static LRESULT CALLBACK Choose(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR, DWORD_PTR at) {
         const LRESULT result = DefSubclassProc(window, message, wParam, lParam);
-        if (message == WM_PAINT && RemoveWindowSubclass(window, Choose, 1)) {
+        if (message == at && RemoveWindowSubclass(window, Choose, 1)) {
             KX_SetColorScheme(KX_GetColorScheme() == eKxColorScheme_Dark ? eKxColorScheme_HighContrast
                                                                          : eKxColorScheme_Dark);
         }
@@ -45,13 +45,18 @@ TEST_P(DarkLaw, NothingStaysLight) {
 TEST_P(DarkLaw, AChangeAmidPaintingDoesNoHarm) {
     Begin(States()[4]);
     KX_FollowColorScheme(Parent().Window());
-    for (const Target& each : Control().Windows()) {
-        if (!IsWindowVisible(each.window)) continue;
-        SetWindowSubclass(each.window, Choose, 1, 0);
-        RedrawWindow(Parent().Window(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
-        Pump();
-        ExpectNothing(NotRedrawn(Parent().Window()), "another scheme in " + NameOfWindow(each.window));
-        RemoveWindowSubclass(each.window, Choose, 1);
+    std::vector<Target> windows = Control().Windows();
+    windows.push_back({Parent().Window(), false});
+    for (const UINT at : std::initializer_list<UINT>{WM_PAINT, WM_DRAWITEM, WM_CTLCOLORSTATIC, WM_CTLCOLOREDIT,
+                                                     WM_ERASEBKGND, WM_SYSCOLORCHANGE}) {
+        for (const Target& each : windows) {
+            SetWindowSubclass(each.window, Choose, 1, at);
+            // What is kept drawn is drawn anew.
+            KX_SetColorScheme(KX_GetColorScheme() == eKxColorScheme_Dark ? eKxColorScheme_Light : eKxColorScheme_Dark);
+            Pump();
+            const bool isAsked = !RemoveWindowSubclass(each.window, Choose, 1);
+            if (isAsked) ExpectNothing(NotRedrawn(Parent().Window()), NameOf(at) + " in " + NameOfWindow(each.window));
+        }
     }
 }
 

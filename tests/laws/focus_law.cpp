@@ -2,6 +2,11 @@
 // window that cannot be used.
 #include <subjects/law.h>
 
+#include <commctrl.h>
+
+#include <kxbaseui/kx_schemecontrols.h>
+#include <subjects/redraw.h>
+
 namespace kx::test {
 namespace {
 
@@ -75,6 +80,50 @@ TEST_P(FocusLaw, GoesWhereTheControlSays) {
             const std::string wanted = Control().FocusGoes(loss), got = Focused();
             Expect(wanted == got, doing_, "the focus goes to " + got + ", not to " + wanted);
         }
+    }
+}
+
+// Wine hides nothing by itself.
+LRESULT s_hidden = 0;
+bool s_isToldOfKeys = false;
+LRESULT CALLBACK AnswerHidden(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR, DWORD_PTR) {
+    s_isToldOfKeys |= message == WM_CHANGEUISTATE;
+    return message == WM_QUERYUISTATE ? s_hidden : DefSubclassProc(window, message, wParam, lParam);
+}
+
+// Fields and lists show it in all that they are; what cannot be used by keys does not.
+TEST_P(FocusLaw, IsShownFromTheFirstKeyOn) {
+    Begin(States()[3]);
+    KX_FollowColorScheme(Parent().Window());
+    for (const Target& each : Control().Windows()) {
+        const HWND focused = Focus(each.window);
+        if (!focused) continue;
+        const std::string name = NameOfWindow(focused);
+        const bool isFrame = (GetWindowLongW(focused, GWL_STYLE) & BS_TYPEMASK) == BS_GROUPBOX;
+        const bool isMarked = (name.starts_with("Button ") && !isFrame) || name.find("HPot ") != std::string::npos;
+        const bool isField = name.starts_with("Edit ") || name.starts_with("Combo") || name.starts_with("SysList");
+        SetWindowSubclass(focused, AnswerHidden, 1, 0);
+        s_hidden = UISF_HIDEFOCUS;
+        SetFocus(Parent().Window());
+        const Picture without = SeenPicture(Parent().Window());
+        SetFocus(focused);
+        const Picture hidden = SeenPicture(Parent().Window());
+        s_hidden = 0;
+        SendMessageW(focused, WM_UPDATEUISTATE, MAKEWPARAM(UIS_CLEAR, UISF_HIDEFOCUS), 0);
+        const Picture shown = SeenPicture(Parent().Window());
+        Expect(isField || hidden == without, name, "the focus is shown before");
+        if (!IsExcepted(name))
+            Expect((shown == hidden) != isMarked, name,
+                   isMarked ? "the focus is not shown then" : "something else is shown");
+        shown.Save("focus " + GetParam().name + " " + name);
+        // Where the dialog manager does not get the key, it cannot say that one was used.
+        MSG key{focused, WM_KEYDOWN, VK_RIGHT, 0, 0, {}};
+        const LRESULT code = SendMessageW(focused, WM_GETDLGCODE, VK_RIGHT, reinterpret_cast<LPARAM>(&key));
+        s_hidden = UISF_HIDEFOCUS, s_isToldOfKeys = false;
+        SendMessageW(focused, WM_KEYDOWN, VK_RIGHT, 0);
+        const bool takes = isMarked && (code & DLGC_WANTARROWS);
+        if (!IsExcepted("a key in " + name))
+            Expect(s_isToldOfKeys == takes, name, "not told, or told in vain, of a key");
     }
 }
 

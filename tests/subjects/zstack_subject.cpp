@@ -40,7 +40,8 @@ public:
                 {Law::Silence, "a click", "is the user's"},
                 {Law::Silence, "typing", "is the user's"},
                 {Law::Disabled, "enabling", "is meant to"},
-                {Law::Disabled, "Static #-1", "is a line, which has no other look"}};
+                {Law::Disabled, "Static #-1", "is a line, which has no other look"},
+                {Law::Focus, "a key in Button #1259", "takes the arrow that opens its menu, and no other"}};
     }
     HWND Remake() override { return control_->Create(parent_->Window(), &record_, 10, 10, 0, 0, true, true); }
 
