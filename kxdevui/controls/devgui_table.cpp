@@ -257,6 +257,13 @@ bool MovesCells(const Message& message) {
 
 Handled CKxDevUI_Table::HandleList(const Message& message) {
     if (m_editRow >= 0 && MovesCells(message)) FinishEdit(false);
+    if (message.id == LVM_DELETEITEM) {
+        // Wine's list that has one row less than it was scrolled to scrolls back, and leaves what is on screen.
+        const auto top = [&message] { return SendMessageW(message.window, LVM_GETTOPINDEX, 0, 0); };
+        const LRESULT before = top(), result = CallPrevious(message);
+        if (IsWindow(message.window) && top() != before) InvalidateRect(message.window, nullptr, TRUE);
+        return result;
+    }
     if (message.id != WM_KEYDOWN) return std::nullopt;
     switch (message.wParam) {
     case VK_F2: EditFocused(); return 0;
