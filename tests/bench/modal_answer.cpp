@@ -1,10 +1,7 @@
 #include <bench/modal_answer.h>
 
 #include <bench/window.h>
-#include <commctrl.h>
 #include <gtest/gtest.h>
-
-#include <utility>
 
 namespace kx::test {
 namespace {

@@ -2,18 +2,10 @@
 // window that cannot be used.
 #include <subjects/law.h>
 
-#include <commctrl.h>
-
-#include <kxbaseui/kx_schemecontrols.h>
-#include <subjects/redraw.h>
-
 namespace kx::test {
 namespace {
 
-class FocusLaw : public LawTest {
-protected:
-    FocusLaw() : LawTest({Law::Focus}) {}
-
+struct FocusLaw : LawOf<Law::Focus> {
     std::string Focused() {
         const HWND focus = GetFocus();
         if (!focus) return "nowhere";
@@ -54,29 +46,22 @@ TEST_P(FocusLaw, IsNeverLeftWithWhatCannotBeUsed) {
 }
 
 TEST_P(FocusLaw, GoesWhereTheControlSays) {
-    const struct {
-        FocusLoss loss;
-        const char* name;
-        std::function<bool()> cause;
-    } losses[] = {
-        {FocusLoss::Disabled, "disabled", [this] { return Control().Enable(false), true; }},
-        {FocusLoss::Rebuilt, "made anew", [this] { return Control().Rebuild(); }},
-    };
-    for (const auto& [loss, name, cause] : losses) {
+    for (const FocusLoss loss : {FocusLoss::Disabled, FocusLoss::Rebuilt}) {
+        const bool disables = loss == FocusLoss::Disabled;
         Begin();
         for (std::size_t i = 0; i < Control().Windows().size(); ++i) {
             Begin();
             // Another round may have made fewer of them.
             const auto windows = Control().Windows();
             if (i >= windows.size()) break;
-            const HWND window = windows[i].window;
-            const HWND focused = Focus(window);
+            const HWND focused = Focus(windows[i].window);
             if (!focused) continue;
-            doing_ = NameOfWindow(focused) + " " + name;
-            if (!cause()) break;
+            doing_ = NameOfWindow(focused) + (disables ? " disabled" : " made anew");
+            if (disables) Control().Enable(false);
+            if (!disables && !Control().Rebuild()) break;
             Pump();
             // What is never disabled keeps it.
-            if (GetFocus() == focused && loss == FocusLoss::Disabled && IsWindowEnabled(focused)) continue;
+            if (GetFocus() == focused && disables && IsWindowEnabled(focused)) continue;
             const std::string wanted = Control().FocusGoes(loss), got = Focused();
             Expect(wanted == got, doing_, "the focus goes to " + got + ", not to " + wanted);
         }
