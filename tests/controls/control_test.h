@@ -19,8 +19,7 @@ namespace kx::test {
 
 inline constexpr double kInf = std::numeric_limits<double>::infinity(), kNaN = std::numeric_limits<double>::quiet_NaN();
 
-class ControlTest : public testing::Test {
-protected:
+struct ControlTest : testing::Test {
     ~ControlTest() override {
         CKxGUILayoutManager::SetGuiZoom(1);
         KX_SetColorScheme(eKxColorScheme_System);

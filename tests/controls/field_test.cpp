@@ -45,10 +45,8 @@ TEST(FieldRules, ReadWhatIsPasted) {
 struct Laser : CKxDevUI_ColorSlider {
     std::string Take() { return std::exchange(asked, ""); }
 
-protected:
     void OnPowerChanged(double& power, bool&) override { asked += " " + std::to_string(power).substr(0, 4); }
 
-private:
     std::string asked;
 };
 

@@ -11,8 +11,7 @@ namespace {
 // 220 pixels wide, a thumb of 20, so 10 wide: a track of 210 pixels from 5 on. With a range of 210, pixels are values.
 constexpr int kTrackLeft = 5, kTrack = 210, kMiddle = 8;
 
-class Slider : public CKxDevUI_HPot {
-public:
+struct Slider : CKxDevUI_HPot {
     Slider() { InitValues(0, kTrack, 10, 10, 0), SetId(7); }
 
     HWND Make(HWND parent) { return Create(parent, 10, 10, 220, 40, true, true); }
@@ -21,7 +20,6 @@ public:
 
     using CKxDevUI_HPot::m_thumbPos;
 
-protected:
     void OnHPotChange(double& value, bool& skip) override {
         if (!record) return CKxDevUI_HPot::OnHPotChange(value, skip);
         if (answer) answer(value, skip);
@@ -32,14 +30,12 @@ protected:
     void OnHoverForPad() override { Tell("Hover"); }
     void UnHoverForPad() override { Tell("UnHover"); }
 
-private:
     void Tell(const std::string& name) {
         if (record) record->Text(name);
     }
 };
 
-class HPot : public ControlTest {
-protected:
+struct HPot : ControlTest {
     HPot() { slider.Make(parent.Window()); }
     ~HPot() override { KX_SetTimeSource(nullptr); }
     void LeadAway() {

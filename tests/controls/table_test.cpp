@@ -12,8 +12,7 @@ namespace {
 using namespace kx::test;
 
 // Thirty rows "1" "0.000", "2" "0.500", ...; writes down what the table sends, texts included.
-class Table : public ControlTest {
-protected:
+struct Table : ControlTest {
     Table() {
         parent.Ignore(WM_NOTIFY);
         parent.Answer(WM_NOTIFY, [this](WPARAM id, LPARAM lParam) {

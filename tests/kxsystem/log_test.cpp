@@ -8,8 +8,7 @@ namespace {
 
 using Records = std::vector<std::wstring>;
 
-class Log : public testing::Test {
-protected:
+struct Log : testing::Test {
     void SetUp() override { CKxLogFile::SetSink(Keep, &m_records); }
     void TearDown() override { CKxLogFile::SetSink(nullptr, nullptr); }
     static void Keep(const wchar_t* record, void* context) { static_cast<Records*>(context)->push_back(record); }

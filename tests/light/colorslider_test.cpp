@@ -19,8 +19,7 @@ std::vector<double> Entries(int count, double step) {
     return values;
 }
 
-class Slider : public Asking<CKxDevUI_ColorSlider> {
-public:
+struct Slider : Asking<CKxDevUI_ColorSlider> {
     using Asking::Asking;
     void Fill(EColorSliderType type, EColorSliderLayoutType layout = eColorSliderLayout_OneRowSpin,
               const std::vector<double>& values = Entries(11, 10)) {
@@ -52,7 +51,6 @@ public:
 
     std::function<void(double&, bool&)> change = [](double&, bool&) {};  // what the host makes of a value
 
-protected:
     void OnPowerChanged(double& value, bool& veto) override {
         Asked(veto, m_editInProgress ? "Typed" : "Power", value, GetPower());
         change(value, veto);
@@ -81,8 +79,7 @@ void TypeInto(Slider& slider, int id, const wchar_t* text) {
 }
 void ClickArrow(Slider& slider, bool up) { Click(slider.Part(10004), 6, up ? 5 : 16); }
 
-class ColorSlider : public ControlTest {
-protected:
+struct ColorSlider : ControlTest {
     // Away from the pointer, which hovers what it moves over.
     Slider& Make(EColorSliderType type, double pointer = 50) {
         MoveTo(parent.Window(), 600, 400);

@@ -11,8 +11,7 @@ using namespace kx::test;
 
 constexpr int kLine = 10100, kTitle = 10101, kModes = 10201;
 
-class Row : public Asking<CKxDevUI_ModeShutter> {
-public:
+struct Row : Asking<CKxDevUI_ModeShutter> {
     using Asking::Asking;
     // For a device that holds the mode, in a window.
     Row(Recorder& record, IKxDeviceShutter& device, HWND parent) : Asking(record) {
@@ -37,7 +36,6 @@ public:
 
     using CKxDevUI_ModeShutter::m_apertureIndex, CKxDevUI_ModeShutter::m_apertures, CKxDevUI_ModeShutter::m_slider;
 
-protected:
     void OnApertureChangeRequest(double aperture, bool& veto) override { Asked(veto, "Aperture", aperture); }
     void OnModeChangeRequest(EKxShutterMode mode, bool& veto) override { Asked(veto, "Mode", mode); }
 };
@@ -59,8 +57,7 @@ struct Device : Lamp {
     long lie = 0;
 };
 
-class ModeShutter : public ControlTest {
-protected:
+struct ModeShutter : ControlTest {
     Recorder heard;
 };
 

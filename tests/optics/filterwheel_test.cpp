@@ -13,8 +13,7 @@ using namespace kx::test;
 
 constexpr int kButton = 10201, kSetup = 10500;
 
-class Wheel : public AskingPanel<CKxDevUI_FilterWheel> {
-public:
+struct Wheel : AskingPanel<CKxDevUI_FilterWheel> {
     using AskingPanel::AskingPanel;
     using CKxDevUI_FilterWheel::m_hasTitle, CKxDevUI_FilterWheel::m_heightFromTitle;
 };

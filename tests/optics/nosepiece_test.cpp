@@ -14,14 +14,12 @@ using namespace kx::test;
 
 constexpr int kLabel = 10100, kButton = 10200, kSetup = 10500, kObservation = 10600;
 
-class Turret : public AskingPanel<CKxDevUI_Nosepiece> {
-public:
+struct Turret : AskingPanel<CKxDevUI_Nosepiece> {
     using AskingPanel::AskingPanel;
     using CKxDevUI_Nosepiece::GetObjectiveBitmap;
 };
 
-class Nosepiece : public PanelTest<Turret> {
-protected:
+struct Nosepiece : PanelTest<Turret> {
     std::string See() override {
         return std::to_string(panel.GetPosition()) + " " + Narrow(panel.GetTitle().str()) + " " + Told();
     }

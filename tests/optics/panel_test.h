@@ -7,11 +7,9 @@
 namespace kx::test {
 
 template <class Panel>
-class AskingPanel : public Asking<Panel> {
-public:
+struct AskingPanel : Asking<Panel> {
     using Asking<Panel>::Asking;
 
-protected:
     void OnPositionChangeRequest(long position, bool& flag) { this->Asked(flag, "position", position); }
     // Not all panels have one to be overridden.
     virtual void OnSetupRequest() { this->Told("setup"); }
@@ -27,8 +25,7 @@ struct Registered : Device {
 
 // A panel in a window.
 template <class Panel>
-class PanelTest : public ControlTest {
-protected:
+struct PanelTest : ControlTest {
     HWND Open(long width = -1) { return panel.Create(parent.Window(), 10, 10, width, -1, true, true); }
     HWND Part(int id) { return GetDlgItem(panel, id); }
     bool IsUsable(int id) { return IsWindowEnabled(Part(id)) != FALSE; }

@@ -7,13 +7,11 @@
 namespace kx::test {
 namespace {
 
-class Beam : public Telling<BeamSwitch> {
-protected:
+struct Beam : Telling<BeamSwitch> {
     void OnOpenRequest(bool open, bool& veto) override { veto = open, Tell("OnOpenRequest"); }
 };
 
-class BeamSwitchSubject : public SubjectOf<Beam> {
-public:
+struct BeamSwitchSubject : SubjectOf<Beam> {
     BeamSwitchSubject() { CKxDeviceRegistry::Add(device_); }
 
     std::vector<std::wstring> OwnTexts() const override { return {L"Lamp"}; }
@@ -21,7 +19,6 @@ public:
         return {{Law::Language, "beam_switch", "its catalogue comes with the host that has it"}};
     }
 
-protected:
     void Make(HWND parent) override { control_->Create(parent, 10, 10, -1, -1, true, true); }
 
     std::vector<Operation> MakeOperations() override {
@@ -36,7 +33,6 @@ protected:
         };
     }
 
-private:
     CKxSimShutter device_{L"Subject", eKxShutterType_Dia};
 };
 

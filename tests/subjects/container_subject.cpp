@@ -14,8 +14,7 @@ enum class Made { Empty, FromTemplate, FromPart };
 
 constexpr int nestedId = 4;
 
-class Panel : public CKxDevUI_Container {
-public:
+struct Panel : CKxDevUI_Container {
     void SetTitleKept() { m_storeTitle = true; }
 };
 
@@ -24,8 +23,7 @@ HWND MakeChild(const wchar_t* className, DWORD style, int id, HWND parent) {
                            parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), nullptr, nullptr);
 }
 
-class ContainerSubject : public SubjectOf<Panel> {
-public:
+struct ContainerSubject : SubjectOf<Panel> {
     explicit ContainerSubject(Made made) : made_(made) {}
 
     std::vector<std::wstring> OwnTexts() const override { return {L"text", L"Caption", L"Button", L"Outside"}; }
@@ -62,7 +60,6 @@ public:
         return true;
     }
 
-protected:
     void Make(HWND parent) override {
         Hear({WM_COMMAND, WM_NOTIFY, WM_HSCROLL, WM_DRAWITEM});
         inserted_ = false;
@@ -106,7 +103,6 @@ protected:
 
     void Ended() override { inserted_ = false; }
 
-private:
     void Nest() {
         nested_ = std::make_unique<Panel>();
         nested_->SetId(nestedId);

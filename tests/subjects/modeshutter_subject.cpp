@@ -7,12 +7,10 @@
 namespace kx::test {
 namespace {
 
-class Row : public Telling<CKxDevUI_ModeShutter> {
-public:
+struct Row : Telling<CKxDevUI_ModeShutter> {
     using CKxDevUI_ModeShutter::m_modeList;
     using CKxDevUI_ModeShutter::m_slider;
 
-protected:
     void OnApertureChangeRequest(double aperture, bool& veto) override {
         veto = aperture > 50;
         Tell("OnApertureChangeRequest");
@@ -23,8 +21,7 @@ protected:
     }
 };
 
-class ModeShutterSubject : public SubjectOf<Row> {
-public:
+struct ModeShutterSubject : SubjectOf<Row> {
     ModeShutterSubject() {
         CKxDeviceRegistry::Add(device_);
         device_.SetMode(eKxShutterMode_Aperture);
@@ -56,7 +53,6 @@ public:
 
     bool Rebuild() override { return control_->DestroyControls(), control_->CreateControls(), true; }
 
-protected:
     void Make(HWND parent) override {
         control_->Destroy();
         const int n = made_++;
@@ -86,7 +82,6 @@ protected:
         };
     }
 
-private:
     void Update(unsigned id, int n) { control_->Update(id, n & 1, n & 2, n & 4, n & 8); }
 
     void ChangeDevice(int n, double aperture) {

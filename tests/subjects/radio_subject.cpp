@@ -7,8 +7,7 @@
 namespace kx::test {
 namespace {
 
-class RadioSubject : public SubjectOf<CKxDevUI_Radio> {
-protected:
+struct RadioSubject : SubjectOf<CKxDevUI_Radio> {
     void Make(HWND parent) override {
         Hear({WM_COMMAND});
         control_->Destroy();
@@ -39,7 +38,6 @@ protected:
         };
     }
 
-public:
     std::vector<std::wstring> OwnTexts() const override { return {L"title", L"other"}; }
     std::vector<Exception> Exceptions() const override {
         return {{Law::Silence, "0:1025", "a selection is told, whoever made it"},
@@ -48,7 +46,6 @@ public:
     }
     bool Provoke(int) override { return control_->SetSelection(0), true; }
 
-protected:
     std::string CheckOwn() override {
         const HWND window = Window();
         const int count = control_->GetValuesCount();

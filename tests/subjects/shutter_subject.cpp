@@ -8,11 +8,9 @@ namespace kx::test {
 namespace {
 
 template <class T>
-class Shutter : public Telling<T> {
-public:
+struct Shutter : Telling<T> {
     using T::m_locked;
 
-protected:
     void OnStateChangeRequest(bool state, bool& veto) override {
         veto = !state;
         this->Tell("OnStateChangeRequest");
@@ -23,8 +21,7 @@ protected:
 enum class Made { Alone, OfADialog };
 
 template <class T>
-class ShutterSubject : public SubjectOf<Shutter<T>> {
-public:
+struct ShutterSubject : SubjectOf<Shutter<T>> {
     explicit ShutterSubject(Made made) : made_(made) {
         CKxDeviceRegistry::Add(device_);
         device_.SetSpeed(0);
@@ -62,7 +59,6 @@ public:
     int Coarseness() const override { return 48; }
     bool Rebuild() override { return control_->DestroyControls(), control_->CreateControls(), true; }
 
-protected:
     using SubjectOf<Shutter<T>>::control_;
     using SubjectOf<Shutter<T>>::Do;
     using SubjectOf<Shutter<T>>::parent_;
@@ -114,7 +110,6 @@ protected:
         return agrees ? "" : "the button is not enabled so";
     }
 
-private:
     void ChangeDevice(int n) {
         device_.SetLocked(n % 2);
         device_.SetOpen(n & 2);

@@ -1,10 +1,10 @@
 // The subjects: one for every control, how it is made, filled and used. The laws (tests/laws) and the storm
 // (tests/storm) hold for all of them; a control joins both with one file in this folder.
 //
-//     class Wheel : public Telling<CKxDevUI_Wheel> {             // tells of its callbacks
+//     struct Wheel : Telling<CKxDevUI_Wheel> {                   // tells of its callbacks
 //         void OnTurned(double&, bool& veto) override { veto = true, Tell("OnTurned"); }
 //     };
-//     class WheelSubject : public SubjectOf<Wheel> {
+//     struct WheelSubject : SubjectOf<Wheel> {
 //         void Make(HWND parent) override { control_->Create(parent, 5, 5, 90, 40, true, true), control_->Set(3); }
 //         std::vector<Operation> MakeOperations() override {
 //             return {{"a value", Do(&Wheel::SetValue, AnyNumber)}};

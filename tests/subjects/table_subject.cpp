@@ -10,8 +10,7 @@
 namespace kx::test {
 namespace {
 
-class Table : public CKxDevUI_Table {
-public:
+struct Table : CKxDevUI_Table {
     using CKxDevUI_Table::FinishEdit;
     using CKxDevUI_Table::StartEdit;
 };
@@ -32,8 +31,7 @@ HWND ShownField() {
     return found;
 }
 
-class TableSubject : public SubjectOf<Table> {
-public:
+struct TableSubject : SubjectOf<Table> {
     std::vector<std::wstring> OwnTexts() const override { return {L"column", L"text"}; }
     std::vector<Exception> Exceptions() const override {
         return {{Law::Silence, "storing", "what is stored is told, as when the user stores it"}};
@@ -44,7 +42,6 @@ public:
         return windows;
     }
 
-protected:
     void Make(HWND parent) override {
         Hear({WM_NOTIFY});
         control_->Create(parent, 5, 5, 280, 160, true, true);
@@ -81,14 +78,12 @@ protected:
         if (ShownField()) wrong_ = "the field floats without a table";
     }
 
-public:
     bool Provoke(int) override {
         control_->StartEdit(0, 1);
         if (control_) control_->FinishEdit(true);
         return true;
     }
 
-private:
     void AddRows(int count) {
         for (int i = 0; i < count && ListView_GetItemCount(control_->GetListView()) < 60; ++i) {
             const double values[] = {double(i), i * 0.1, 1e300, -1};

@@ -9,11 +9,9 @@
 namespace kx::test {
 namespace {
 
-class Panel : public Telling<CKxDevUI_ZStack> {
-public:
+struct Panel : Telling<CKxDevUI_ZStack> {
     using CKxDevUI_ZStack::Item;
 
-protected:
     void OnStepChanged(double, bool) override { Tell("OnStepChanged"); }
     void OnMoveZRequest(double) override { Tell("OnMoveZRequest"); }
     void OnGoHomeRequest(bool) override { Tell("OnGoHomeRequest"); }
@@ -27,8 +25,7 @@ protected:
     }
 };
 
-class ZStackSubject : public SubjectOf<Panel> {
-public:
+struct ZStackSubject : SubjectOf<Panel> {
     // Nobody answers the question.
     ZStackSubject() { CKxDevUI_ZStack::iKeepRange = 1; }
     ~ZStackSubject() override { CKxDevUI_ZStack::iKeepRange = 0; }
@@ -45,7 +42,6 @@ public:
     }
     HWND Remake() override { return control_->Create(parent_->Window(), &record_, 10, 10, 0, 0, true, true); }
 
-protected:
     void Make(HWND parent) override {
         control_->Create(parent, &record_, 10, 10, 0, 0, true, true);
         record_.ClearZDevices();
@@ -101,7 +97,6 @@ protected:
         };
     }
 
-private:
     void Enter(int id, const wchar_t* text) {
         SetFocus(control_->Item(id));
         if (control_) SetWindowTextW(control_->Item(id), text);

@@ -15,8 +15,7 @@ using namespace kx::test;
 constexpr WORD kLanguages[] = {0x409, 0x407, 0x40C, 0xC0A, 0x411};
 
 // A panel over a record that has a drive and a piezo, and a host that has it refreshed with every change.
-class ZStackPanel : public PanelTest {
-protected:
+struct ZStackPanel : PanelTest {
     // With a stack from 500 to 520, or with nothing set.
     void Make(bool stack) {
         record = CKxZStackData();

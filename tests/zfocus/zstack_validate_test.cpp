@@ -13,8 +13,7 @@ using namespace kx::test;
 constexpr int Throws = 99;
 
 // Home 50, bottom 40, top 60 on a device from 0, Z at 5; every call succeeds but for those listed.
-class ScriptedRecord : public CKxZStackData {
-public:
+struct ScriptedRecord : CKxZStackData {
     explicit ScriptedRecord(Recorder& heard) : m_heard(heard) {}
     int type = 0;
     std::map<std::string, int> answers;
@@ -38,7 +37,6 @@ public:
     int ResetTop() override { return Answer("ResetTop"); }
     int ResetBottom() override { return Answer("ResetBottom"); }
 
-private:
     int Answer(const std::string& call, bool tells = true) const {
         if (tells) m_heard.Text(call);
         const auto found = answers.find(call);
@@ -109,8 +107,7 @@ const struct Row {
 };
 // clang-format on
 
-class ZStackValidation : public PanelTest {
-protected:
+struct ZStackValidation : PanelTest {
     ScriptedRecord record{heard};
 
     void SetUp() override { ASSERT_TRUE(panel.Create(parent.Window(), &record, 0, 0, 0, 0, true, true)); }
