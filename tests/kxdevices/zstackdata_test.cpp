@@ -2,6 +2,7 @@
 #include <bench/bench.h>
 #include <kxdevices/kx_zstackdata.h>
 
+#include <array>
 #include <cmath>
 #include <limits>
 #include <optional>
@@ -163,8 +164,7 @@ TEST(ZStackData, SettersMoveWhatTheyShould) {
 TEST(ZStackData, CountsPlanesFromTheEndThatIsKept) {
     CKxZStackData record;
     (State{0, 0, None, 10, 3}).Enter(record);
-    double plane = 0;
-    double remainder = 0;
+    double plane = 0, remainder = 0;
     EXPECT_TRUE(record.GetRemainder(&remainder) == 0 && remainder == 1);
     for (const auto& [preserved, type, first] : {std::tuple{false, 0, 0.0}, {true, 4, 1.0}, {true, 2, 0.0}}) {
         record.SetAbsoluteZStackTopPreserved(preserved);
@@ -176,13 +176,10 @@ TEST(ZStackData, CountsPlanesFromTheEndThatIsKept) {
 }
 
 TEST(ZStackData, SuggestsTheNyquistStep) {
-    struct Optics {
-        double aperture, index, wavelength, step;  // a step of None: refused
-    };
-    // By hand: sin a = 1.4 / 1.515, cos a = 0.38212, 520 / (2 * 1.515 * 0.61788) = 277.7.
-    const Optics table[] = {{1.4, 1.515, 520, 0.278}, {0.5, 1, 500, 1.866}, {1, 1, 500, 0.25},
-                            {1.1, 1, 500, None},      {0, 1, 500, None},    {NaN, 1, 500, None},
-                            {0.5, None, 500, None},   {0.5, 1, 0, None},    {0.5, 1, NaN, None}};
+    // By hand: sin a = 1.4 / 1.515, cos a = 0.38212, 520 / (2 * 1.515 * 0.61788) = 277.7. A step of None: refused.
+    const std::array<double, 4> table[] = {{1.4, 1.515, 520, 0.278}, {0.5, 1, 500, 1.866}, {1, 1, 500, 0.25},
+                                           {1.1, 1, 500, None},      {0, 1, 500, None},    {NaN, 1, 500, None},
+                                           {0.5, None, 500, None},   {0.5, 1, 0, None},    {0.5, 1, NaN, None}};
     for (const auto& [aperture, index, wavelength, step] : table) {
         CKxZStackData record;
         const int status = record.SetObjective(aperture, index) + record.SetWavelength(wavelength);

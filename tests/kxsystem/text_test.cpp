@@ -4,6 +4,7 @@
 
 #include <clocale>
 #include <cmath>
+#include <tuple>
 
 TEST(StringToDouble, TakesNumbersAndRefusesTheRest) {
     const auto zeros = [](std::size_t count) { return std::wstring(count, L'0'); };
@@ -49,16 +50,13 @@ TEST(FormatNumber, WritesAndReadsAsInTheCLocale) {
         EXPECT_EQ(local[1], *locale == 'C' ? L'.' : L',') << "the C runtime's own";
         EXPECT_EQ(KX_FormatNumber(L"<%0.2f, %+g>, %d", 0.5, 1.25, 3), L"<0.50, +1.25>, 3") << locale;
         EXPECT_TRUE(KX_FormatNumber(nullptr).IsEmpty());
-        const struct {
-            const wchar_t* text;
-            double value;
-            std::size_t length;
-        } rows[] = {{L" 2.5x", 2.5, 4},          {L"2,5x", 2, 1}, {L"x", 0, 0}, {L"1.5.2", 1.5, 3},
-                    {L"\uFF12\uFF0E5x", 2.5, 3}, {nullptr, 0, 0}};
-        for (const auto& row : rows) {
-            std::size_t length = 42;
-            EXPECT_EQ(KX_LeadingNumber(row.text, &length), row.value) << locale;
-            EXPECT_EQ(length, row.length) << locale;
+        const std::tuple<const wchar_t*, double, std::size_t> rows[] = {
+            {L" 2.5x", 2.5, 4},          {L"2,5x", 2, 1}, {L"x", 0, 0}, {L"1.5.2", 1.5, 3},
+            {L"\uFF12\uFF0E5x", 2.5, 3}, {nullptr, 0, 0}};
+        for (const auto& [text, value, length] : rows) {
+            std::size_t taken = 42;
+            EXPECT_EQ(KX_LeadingNumber(text, &taken), value) << locale;
+            EXPECT_EQ(taken, length) << locale;
         }
     }
     std::setlocale(LC_ALL, "C");

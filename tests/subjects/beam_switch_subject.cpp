@@ -26,10 +26,7 @@ struct BeamSwitchSubject : SubjectOf<Beam> {
             {"a state", Do(&Beam::SetOpen, Flag)},
             {"a title", Do(&Beam::SetTitle, OneOf({L"Lamp", L"Lamp 2"}))},
             {"an update",
-             [this](Random& r) {
-                 device_.SetOpen(r.OneIn(2));
-                 control_->Update(device_.GetLogDevId() + (r.OneIn(8) ? 1 : 0));
-             }},
+             [this](Random& r) { device_.SetOpen(r.OneIn(2)), control_->Update(device_.GetLogDevId() + r.OneIn(8)); }},
         };
     }
 

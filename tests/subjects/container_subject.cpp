@@ -19,8 +19,7 @@ struct Panel : CKxDevUI_Container {
 };
 
 HWND MakeChild(const wchar_t* className, DWORD style, int id, HWND parent) {
-    return CreateWindowExW(0, className, L"text", WS_CHILD | WS_VISIBLE | WS_TABSTOP | style, 10 + 60 * id, 10, 50, 24,
-                           parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), nullptr, nullptr);
+    return AddChild(parent, className, id, {10 + 60 * id, 10, 60 + 60 * id, 34}, WS_TABSTOP | style, L"text");
 }
 
 struct ContainerSubject : SubjectOf<Panel> {
@@ -46,8 +45,7 @@ struct ContainerSubject : SubjectOf<Panel> {
 
     // The platform's check marks and arrows do not grow.
     int Coarseness() const override { return 70; }
-    // Not by a notification that comes from one of the platform's controls: its edit does not survive its own end
-    // there.
+    // Not by a notification of one of the platform's controls: its edit does not survive its own end there.
     bool Provoke(int n) override {
         NMHDR header{Window(), 1, NM_CLICK};
         switch (n % 4) {

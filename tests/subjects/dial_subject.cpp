@@ -35,7 +35,7 @@ struct DialSubject : SubjectOf<Turned> {
             {"an update",
              [this](Random& r) {
                  device_.TryPlace(r.Between(-1, 9)), device_.Tick();
-                 control_->Update(device_.GetLogDevId() + (r.OneIn(8) ? 1 : 0));
+                 control_->Update(device_.GetLogDevId() + r.OneIn(8));
              }},
         };
     }

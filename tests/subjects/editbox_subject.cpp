@@ -83,8 +83,7 @@ struct EditBoxSubject : SubjectOf<Box> {
     }
 
     void TakePlace() {
-        const HWND label = CreateWindowExW(0, L"STATIC", L"", WS_CHILD | WS_VISIBLE, 30, 40, 90, 20, parent_->Window(),
-                                           nullptr, nullptr, nullptr);
+        const HWND label = AddChild(parent_->Window(), L"STATIC", 0, {30, 40, 120, 60});
         control_->Create(parent_->Window(), label);
         if (IsWindow(label)) DestroyWindow(label);
     }

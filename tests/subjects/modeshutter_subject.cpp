@@ -51,14 +51,10 @@ struct ModeShutterSubject : SubjectOf<Row> {
         return true;
     }
 
-    bool Rebuild() override { return control_->DestroyControls(), control_->CreateControls(), true; }
-
     void Make(HWND parent) override {
         control_->Destroy();
         const int n = made_++;
-        control_->SetSeparator(!(n & 1));
-        control_->SetShowTitle(!(n & 2));
-        control_->SetShowModes(n % 5 != 4);
+        control_->SetSeparator(!(n & 1)), control_->SetShowTitle(!(n & 2)), control_->SetShowModes(n % 5 != 4);
         control_->SetTitle(L"Shutter");
         control_->Init(device_.GetLogDevId());
         control_->Create(parent, 20, 20, 300, 40, true, true);
@@ -85,10 +81,8 @@ struct ModeShutterSubject : SubjectOf<Row> {
     void Update(unsigned id, int n) { control_->Update(id, n & 1, n & 2, n & 4, n & 8); }
 
     void ChangeDevice(int n, double aperture) {
-        device_.SetMode(static_cast<EKxShutterMode>(n % 4));
-        device_.SetAperture(aperture);
-        device_.SetOpen(n & 4);
-        device_.Tick();
+        device_.SetMode(static_cast<EKxShutterMode>(n % 4)), device_.SetAperture(aperture);
+        device_.SetOpen(n & 4), device_.Tick();
     }
 
     CKxSimShutter device_{L"Subject", eKxShutterType_Epi, {5, 10, 20, 40, 80, 100}};

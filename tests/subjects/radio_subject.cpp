@@ -13,8 +13,7 @@ struct RadioSubject : SubjectOf<CKxDevUI_Radio> {
         control_->Destroy();
         HWND last = nullptr;
         for (int i = 3; i >= 0; --i) {
-            last = CreateWindowExW(0, L"STATIC", i == 0 ? L"title" : L"1.5", WS_CHILD | WS_VISIBLE, 20, 10 + 25 * i, 90,
-                                   20, parent, nullptr, nullptr, nullptr);
+            last = AddChild(parent, L"STATIC", 0, {20, 10 + 25 * i, 110, 30 + 25 * i}, 0, i == 0 ? L"title" : L"1.5");
             SendMessageW(last, WM_SETFONT, reinterpret_cast<WPARAM>(KX_GetDefaultGuiFont()), FALSE);
             SetWindowPos(last, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE);
         }
@@ -29,8 +28,7 @@ struct RadioSubject : SubjectOf<CKxDevUI_Radio> {
             {"selecting by name", [this](Random&) { control_->SetSelection(L"2.5"); }},
             {"asking",
              [this](Random& r) {
-                 control_->SetUserData(r.Between(-1, 4), 5);
-                 control_->GetUserData(r.Between(-1, 4));
+                 control_->SetUserData(r.Between(-1, 4), 5), control_->GetUserData(r.Between(-1, 4));
                  control_->CheckRestriction(false);
              }},
             {"enabling a value", Do(&CKxDevUI_Radio::SetValueEnabled, Within(-1, 4), Flag)},

@@ -57,7 +57,6 @@ struct ShutterSubject : SubjectOf<Shutter<T>> {
 
     // Its image is one of the sizes that there are.
     int Coarseness() const override { return 48; }
-    bool Rebuild() override { return control_->DestroyControls(), control_->CreateControls(), true; }
 
     using SubjectOf<Shutter<T>>::control_;
     using SubjectOf<Shutter<T>>::Do;
@@ -72,8 +71,7 @@ struct ShutterSubject : SubjectOf<Shutter<T>> {
             control_->CKxDevUI_Shutter::Create(parent, 20, 20, 90, 40, true, true);
         } else {
             const auto add = [&](const wchar_t* windowClass, int y) {
-                return CreateWindowExW(0, windowClass, L"Dia & epi", WS_CHILD | WS_VISIBLE, 20, y, 70, 20, parent,
-                                       nullptr, nullptr, nullptr);
+                return AddChild(parent, windowClass, 0, {20, y, 90, y + 20}, 0, L"Dia & epi");
             };
             control_->Create(add(L"BUTTON", 40), add(L"STATIC", 20));
         }
@@ -111,9 +109,7 @@ struct ShutterSubject : SubjectOf<Shutter<T>> {
     }
 
     void ChangeDevice(int n) {
-        device_.SetLocked(n % 2);
-        device_.SetOpen(n & 2);
-        device_.Tick();
+        device_.SetLocked(n % 2), device_.SetOpen(n & 2), device_.Tick();
         device_.SetTitle(n & 4 ? std::wstring(10000, L'W').c_str() : nullptr);
         CKxDeviceRegistry::SetGrabberActive(n & 8);
     }

@@ -214,6 +214,8 @@ public:
     void Destroy() final { control_.reset(); }
     bool Rebuild() override {
         if constexpr (requires { control_->MakeAnew(); }) return control_->MakeAnew(), true;
+        if constexpr (requires { control_->CreateControls(); })
+            return control_->DestroyControls(), control_->CreateControls(), true;
         return false;
     }
     void Change(int n) override {

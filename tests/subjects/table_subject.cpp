@@ -15,20 +15,13 @@ struct Table : CKxDevUI_Table {
     using CKxDevUI_Table::StartEdit;
 };
 
-// The floating field of this thread, while it shows.
+// The floating field, while it shows.
 HWND ShownField() {
-    HWND found = nullptr;
-    EnumThreadWindows(
-        GetCurrentThreadId(),
-        [](HWND window, LPARAM result) -> BOOL {
-            wchar_t name[32] = L"";
-            GetClassNameW(window, name, 32);
-            if (lstrcmpW(name, L"KxDevUI_EditBox") != 0 || !IsWindowVisible(window)) return TRUE;
-            *reinterpret_cast<HWND*>(result) = window;
-            return FALSE;
-        },
-        reinterpret_cast<LPARAM>(&found));
-    return found;
+    HWND field = nullptr;
+    do {
+        field = FindWindowExW(nullptr, field, L"KxDevUI_EditBox", nullptr);
+    } while (field && !IsWindowVisible(field));
+    return field;
 }
 
 struct TableSubject : SubjectOf<Table> {

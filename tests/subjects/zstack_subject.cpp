@@ -71,13 +71,9 @@ struct ZStackSubject : SubjectOf<Panel> {
             {"a refresh", Do(&Panel::UpdateGUI, Within(0, 4))},
             {"the type", [this](Random& r) { record_.SetType(r.Between(-1, 8)), control_->UpdateGUI(3); }},
             {"where Z stands",
-             [=, this](Random& r) {
-                 record_.SetZPosition(static_cast<unsigned>(r.Below(2)), z(r)), control_->UpdateGUI(4);
-             }},
+             [=, this](Random& r) { record_.SetZPosition(unsigned(r.Below(2)), z(r)), control_->UpdateGUI(4); }},
             {"the device",
-             [this](Random& r) {
-                 record_.SetZDevice(static_cast<unsigned>(r.OneIn(9) ? 2 : r.Between(0, 1))), control_->UpdateGUI(1);
-             }},
+             [this](Random& r) { record_.SetZDevice(r.OneIn(9) ? 2u : r.OneIn(2)), control_->UpdateGUI(1); }},
             {"the objective",
              [this](Random& r) { record_.SetObjective(r.OneIn(2) ? 0.8 : 0.3, 1), control_->UpdateGUI(3); }},
             {"the step", [=, this](Random& r) { record_.SetStep(z(r)), control_->UpdateGUI(2); }},

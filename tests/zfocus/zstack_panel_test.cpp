@@ -76,9 +76,7 @@ TEST_F(ZStackPanel, HasTheHabitsOfFields) {
          {[&] { SetFocus(Item(IDC_ZS_EDIT_STEP)), Key('A', MOD_CONTROL), Type(L"-5x\n"); },
           "Changed(3) Shown(0) Changed(2) Shown(0) at 1263: 3.50"}},
         see);
-    wchar_t answer[100] = L"";
-    GetWindowTextW(kx::ui::AnswerWindow(), answer, 100);
-    EXPECT_STREQ(answer, L"Value is out of range.");
+    EXPECT_EQ(TextOf(kx::ui::AnswerWindow()), L"Value is out of range.");
 }
 
 TEST_F(ZStackPanel, ValidatesWhatTheFocusLeaves) {
