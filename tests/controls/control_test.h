@@ -1,5 +1,4 @@
-// What the tests of all controls share: a parent that records, steps over what is to be seen then, and everything as it
-// was before when a test has ended.
+// What the tests of all controls share: a parent that records, steps over what is to be seen, everything put back.
 #pragma once
 
 #include <bench/asking.h>
@@ -26,7 +25,6 @@ struct ControlTest : testing::Test {
         CKxLocale::SetModuleLangId(0);
         KX_SetMessageBoxHandler(nullptr, nullptr);
     }
-    // What the host has been told.
     std::string Told() { return parent.Record().Take(); }
     virtual std::string See() { return Told(); }
     void Play(const std::vector<Step>& steps) {

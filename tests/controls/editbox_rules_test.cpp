@@ -1,4 +1,3 @@
-// The rules of the edit boxes, as tables.
 #include "control_test.h"
 
 #include <kxdevui/controls/editbox_rules.h>

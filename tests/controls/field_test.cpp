@@ -31,7 +31,6 @@ TEST(FieldRules, ReadWhatIsPasted) {
         EXPECT_FALSE(kx::ui::MayBeEntered(wrong, {0, 100})) << Narrow(wrong);
 }
 
-// Tells what it is asked for by a typed power.
 struct Laser : CKxDevUI_ColorSlider {
     std::string Take() { return std::exchange(asked, ""); }
 

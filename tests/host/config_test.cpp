@@ -1,5 +1,4 @@
-// Device configuration files: what each line is answered with, what devices are taken for, and the microscope made of
-// it.
+// Device configuration files: the answers to lines, what devices are taken for, the microscope made of it.
 #include <bench/bench.h>
 #include <host/config/config_microscope.h>
 #include <kxfilters/kx_objectives.h>

@@ -21,12 +21,8 @@ struct State {
 
     static State Of(const CKxZStackData& record) {
         State state;
-        record.GetType(&state.type);
-        record.GetBottom(&state.bottom);
-        record.GetHome(&state.home);
-        record.GetTop(&state.top);
-        record.GetStep(&state.step);
-        record.GetCount(&state.count);
+        record.GetType(&state.type), record.GetStep(&state.step), record.GetCount(&state.count);
+        record.GetBottom(&state.bottom), record.GetHome(&state.home), record.GetTop(&state.top);
         return state;
     }
     void Enter(CKxZStackData& record) const {
@@ -70,8 +66,7 @@ const auto Piezo = [](double from, double to) {
     };
 };
 
-// On a drive from 0 to 1000. What is refused leaves everything as it was, and has the status -17 only beyond the
-// device.
+// On a drive from 0 to 1000. What is refused leaves everything as it was; the status is -17 only beyond the device.
 TEST(ZStackData, SettersMoveWhatTheyShould) {
     // clang-format off
     const State plain{0, 100, None, 110, 3, 4};
@@ -193,10 +188,7 @@ TEST(ZStackData, SuggestsTheNyquistStep) {
 TEST(ZStackData, LeavesOutputsAloneAndGivesItsStatusWithoutOne) {
     CKxZStackData empty, full;
     full.AddZDevice(0, 1000, nullptr);
-    full.SetZDevice(0);
-    full.SetZPosition(0, 5);
-    full.SetObjective(0.5, 1);
-    full.SetWavelength(500);
+    full.SetZDevice(0), full.SetZPosition(0, 5), full.SetObjective(0.5, 1), full.SetWavelength(500);
     (State{3, 90, 100, 130, 10}).Enter(full);
     for (const auto getter : {&R::GetTop, &R::GetBottom, &R::GetHome, &R::GetStep, &R::GetStepSuggested,
                               &R::GetRemainder, &R::GetZRangeMin, &R::GetZRangeMax, &R::GetZPosition})

@@ -91,8 +91,7 @@ TEST(Catalogue, RefusesWithTheLine) {
         {"not UTF-8", {
             {5, b + "\nmsgstr \"\xE4\"\n"}, {4, "msgid \"\xC3\"\n\"\xA4\""}, {4, "# \xE2\x82"}, {4, "# \xC0\xAF"},
             {4, "# \xE0\x80\xAF"}, {4, "# \xF0\x80\x80\xAF"}, {4, "# \xED\xA0\x80"}, {4, "# \xF4\x90\x80\x80"}}},
-        {"a zero byte", {{4, "msgid \"b\0\""s}}},
-        {"a carriage return without a line feed", {{4, "# a\rmsgid"}}},
+        {"a zero byte", {{4, "msgid \"b\0\""s}}}, {"a carriage return without a line feed", {{4, "# a\rmsgid"}}},
     };
     // clang-format on
     for (const auto& [reason, cases] : table)

@@ -12,13 +12,6 @@ namespace {
 constexpr int kSlider = 210, kTrackLeft = 5, kMiddle = 8;
 constexpr auto kPower = eColorSliderType_LineDraw, kRange = eColorSliderType_Range;
 
-std::vector<double> Entries(int count, double step) {
-    std::vector<double> values;
-    for (int i = 0; i < count; ++i)
-        values.push_back(i * step);
-    return values;
-}
-
 struct Slider : Asking<CKxDevUI_ColorSlider> {
     using Asking::Asking;
     void Fill(EColorSliderType type, EColorSliderLayoutType layout = eColorSliderLayout_OneRowSpin,
@@ -39,7 +32,6 @@ struct Slider : Asking<CKxDevUI_ColorSlider> {
     }
     HWND Part(int id) const { return GetDlgItem(m_hWnd, id); }
     HWND Thumb() const { return Part(10000); }
-    // The edit inside of an edit box.
     HWND Edit(int id = 10001) const { return ::GetWindow(Part(id), GW_CHILD); }
     long Left(int id) const { return RectInParent(Part(id)).left; }
     LRESULT Arrows() const { return SendMessageW(Part(10004), UDM_GETPOS32, 0, 0); }

@@ -63,7 +63,7 @@ TEST_F(FilterWheel, LaysOutItsGrid) {
     const DialogKeys keys(parent.Window());
     SetFocus(Part(kButton));
     Key(VK_DOWN);
-    ExpectFocus(kButton + 8);
+    EXPECT_EQ(GetFocus(), Part(kButton + 8));
     Device one(1);
     panel.Update(&one, true, true, true);
     panel.m_hasTitle = panel.m_heightFromTitle = true;

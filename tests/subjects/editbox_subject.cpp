@@ -59,8 +59,7 @@ struct EditBoxSubject : SubjectOf<Box> {
              }},
             {"Init",
              [this](Random& r) {
-                 const bool label = r.OneIn(2), filled = r.OneIn(2);
-                 control_->Init(label, filled, r.OneIn(4));
+                 control_->Init({r.OneIn(2), r.OneIn(2), r.OneIn(4)});
              }},
             {"a border", Do(&Box::SetStyle, Flag)},
             {"a label", Do(&Box::SetTitle, OneOf({L"", L"R&D", L"Length:"}))},
@@ -98,7 +97,6 @@ struct EditBoxSubject : SubjectOf<Box> {
             if (control_->CheckRestriction(false) || !control_) return;
             control_->SetValues(&values);
         } else {
-            // An arrow key, or the wheel.
             const HWND edit = control_->GetEditWindow();
             SendMessageW(edit, WM_KEYDOWN, number % 2 ? VK_UP : VK_NEXT, 0);
             SendMessageW(edit, WM_MOUSEWHEEL, MAKEWPARAM(0, number * 10), 0);

@@ -1,4 +1,3 @@
-// The slider: every type, any values.
 #include "subject.h"
 
 #include <cmath>

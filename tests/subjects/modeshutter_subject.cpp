@@ -1,4 +1,3 @@
-// The mode shutter.
 #include "subject.h"
 
 #include <kxdevices/kx_simdevices.h>
@@ -8,8 +7,7 @@ namespace kx::test {
 namespace {
 
 struct Row : Telling<CKxDevUI_ModeShutter> {
-    using CKxDevUI_ModeShutter::m_modeList;
-    using CKxDevUI_ModeShutter::m_slider;
+    using CKxDevUI_ModeShutter::m_modeList, CKxDevUI_ModeShutter::m_slider;
 
     void OnApertureChangeRequest(double aperture, bool& veto) override {
         veto = aperture > 50;

@@ -9,7 +9,6 @@
 namespace kx::test {
 namespace {
 
-// What differs from panel to panel.
 struct Nosepiece {
     using Panel = CKxDevUI_Nosepiece;
     using Device = CKxSimNosepiece;

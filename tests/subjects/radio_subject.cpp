@@ -1,4 +1,3 @@
-// The radio group.
 #include "subject.h"
 
 #include <kxbaseui/kx_fonts.h>

@@ -270,7 +270,7 @@ struct Kind {
 };
 
 // All that are registered, by name.
-const std::vector<Kind>& Kinds();
+std::vector<Kind>& Kinds();
 // For a test of all kinds: INSTANTIATE_TEST_SUITE_P(All, Suite, testing::ValuesIn(Kinds()), NameOfKind).
 std::string NameOfKind(const testing::TestParamInfo<Kind>& info);
 void PrintTo(const Kind& kind, std::ostream* out);

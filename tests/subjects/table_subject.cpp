@@ -11,8 +11,7 @@ namespace kx::test {
 namespace {
 
 struct Table : CKxDevUI_Table {
-    using CKxDevUI_Table::FinishEdit;
-    using CKxDevUI_Table::StartEdit;
+    using CKxDevUI_Table::FinishEdit, CKxDevUI_Table::StartEdit;
 };
 
 // The floating field, while it shows.

@@ -1,4 +1,3 @@
-// The Z stack panel.
 #include "subject.h"
 
 #include <limits>

@@ -33,7 +33,6 @@ struct Panel : CKxDevUI_ZStack {
     }
 };
 
-// A panel, and message boxes that are written down.
 struct PanelTest : ControlTest {
     PanelTest() { KX_SetMessageBoxHandler(Handler, this); }
     std::string See() override { return heard.Take(); }

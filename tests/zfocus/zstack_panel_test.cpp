@@ -82,8 +82,7 @@ TEST_F(ZStackPanel, HasTheHabitsOfFields) {
 TEST_F(ZStackPanel, ValidatesWhatTheFocusLeaves) {
     Make(false);
     const HWND step = Item(IDC_ZS_EDIT_STEP), above = Item(IDC_ZS_EDIT_ABOVE);
-    // Nothing stands where nothing is set. The list of devices leaves it open. The button acts by the rule, then by the
-    // mouse.
+    // Nothing stands where nothing is set. The list of devices leaves it open. The button acts by rule, then by mouse.
     Play({{[&] { SetFocus(step), Type(L"2.5"), SetFocus(Item(IDC_ZS_DEVICE)); }, ""},
           {[&] { SetFocus(step), Type(L"2.5"), Click(Item(IDC_ZS_TOP), 9, 9); },
            "Changed(3) Shown(0) Step(2.5, 1) Shown(0) Changed(2) Shown(0) Changed(3) Shown(0)"}});
@@ -246,8 +245,7 @@ TEST_F(ZStackPanel, MovesOnByKeys) {
         std::optional<DialogKeys> keys;
         if (dialog) keys.emplace(parent.Window());
         const auto at = [this] { return " at " + std::to_string(GetDlgCtrlID(GetFocus())) + ": " + Shown(1263); };
-        // There is no step to be suggested; a refused entry does not let go, and the next field is not left on the way
-        // back.
+        // There is no step to be suggested; a refused entry does not let go, and going back leaves no other field.
         kx::test::Play(
             {{[&] { SetFocus(Item(1263)), Key(VK_END), Type(L"\b\b\b\b\b5"), Key(VK_ESCAPE); }, " at 1263: 2.00"},
              {[] { Type(L"4\t"); }, "Step(4, 1) Shown(0) Changed(2) Shown(0) at 1266: 4.00"},
@@ -289,8 +287,7 @@ TEST_F(ZStackPanel, AsksForZ) {
     Make(true);
     for (const int edit : {IDC_ZS_EDIT_TOP, IDC_ZS_EDIT_MIDDLE, IDC_ZS_EDIT_BOTTOM, IDC_ZS_EDIT_ABOVE})
         DoubleClick(Item(edit), 20, 8);
-    // The last field is left; one that nobody validates takes nothing. The bar with the magnified stack, near its
-    // bottom.
+    // The last field is left; one that nobody validates takes nothing. Near its bottom is the magnified stack's bar.
     const RECT edit = RectInParent(Item(IDC_ZS_EDIT_BOTTOM));
     Play({{[&] { SetFocus(Item(IDC_ZS_EDIT_TOP)); }, "Move(520) Move(500) Changed(3) Shown(0)"},
           {[&] { Type(L" 7"), heard.Text(Shown(IDC_ZS_EDIT_TOP)); }, "Move(520) 520.00"}});

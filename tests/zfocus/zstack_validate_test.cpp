@@ -169,18 +169,16 @@ TEST_F(ZStackValidation, IsNotEnteredTwice) {
 
 // Buttons leave a record that fails alone, and tell the host all the same.
 TEST_F(ZStackValidation, TakesWhatButtonsSay) {
+    // clang-format off
     const std::tuple<int, int, const char*, const char*> table[] = {
-        {IDC_ZS_TOP, 0, "", "SetTop(5, 1) Changed(3)"},
-        {IDC_ZS_TOP, 0, "GetZPosition", "Changed(3)"},
-        {IDC_ZS_HOME, 0, "", "SetHome(5) Changed(3)"},
-        {IDC_ZS_BOTTOM, 0, "", "SetBottom(5, 1) Changed(3)"},
+        {IDC_ZS_TOP, 0, "", "SetTop(5, 1) Changed(3)"}, {IDC_ZS_TOP, 0, "GetZPosition", "Changed(3)"},
+        {IDC_ZS_HOME, 0, "", "SetHome(5) Changed(3)"}, {IDC_ZS_BOTTOM, 0, "", "SetBottom(5, 1) Changed(3)"},
         {IDC_ZS_RELATIVE, 0, "", "ResetTop ResetBottom Changed(3)"},
         {IDC_ZS_SUGGESTED, 0, "", "SetStep(0.25) Step(0.25, 0) Changed(2)"},
         {IDC_ZS_SUGGESTED, 0, "SetStep(0.25)", "SetStep(0.25) Value i! Changed(2)"},
-        {IDC_ZS_TYPE_SYMMETRIC, 4, "GetZDevice", "SetType(6) Changed(3)"},
-        {IDC_ZS_TYPE_ASYMMETRIC, 2, "", "SetType(3) Changed(3) Shown(2)"},
-        {IDC_ZS_TYPE_ASYMMETRIC, 2, "GetType", ""},
-    };
+        {IDC_ZS_TYPE_SYMMETRIC, 4, "GetZDevice", "SetType(6) Changed(3)"}, {IDC_ZS_TYPE_ASYMMETRIC, 2, "GetType", ""},
+        {IDC_ZS_TYPE_ASYMMETRIC, 2, "", "SetType(3) Changed(3) Shown(2)"}};
+    // clang-format on
     record.tellsReads = false;
     for (const auto& [button, type, fails, expected] : table) {
         SCOPED_TRACE(CallText("button", button, type, fails));
@@ -202,8 +200,7 @@ TEST_F(ZStackValidation, KeepsWhatItShowsWhenTheRecordThrows) {
     }
 }
 
-// While the question is open: nothing of a panel that has ended is touched, and one without its window still tells of
-// what has become of the record.
+// While the question is open: nothing that has ended is touched; without its window, the panel tells of the record.
 TEST_F(ZStackValidation, SurvivesTheEndOfItsPanel) {
     record.answers = {{"SetTop(5, 0)", -17}};
     for (const bool deleted : {false, true}) {
