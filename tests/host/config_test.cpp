@@ -112,10 +112,9 @@ TEST(ConfigFile, BoundsAndMarks) {
     EXPECT_EQ(crowded.remarks.All().back().kind, RemarkKind::Skipped);
 }
 
-// Labels are separated by bars.
 TEST(ConfigInfer, TakesDevicesForWhatTheyReadLike) {
     // clang-format off
-    // Detail: FilterKind or ShutterKind.
+    // Labels between bars; detail: FilterKind or ShutterKind.
     const struct { const char *label, *name, *labels, *line; DeviceKind kind; int detail = -1; } rows[] = {
         {"A", "B", "10X 0.3|1.25x|Empty", "", DeviceKind::Turret},
         {"A", "Camera binning", "1x1|2x2", "", DeviceKind::LightPath},

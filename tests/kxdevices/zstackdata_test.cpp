@@ -41,14 +41,6 @@ struct State {
     }
 };
 
-struct Row {
-    const char* what;
-    State before;
-    std::function<int(CKxZStackData&)> change;
-    std::optional<State> after = {};  // none: refused
-    int status = after ? 0 : eKxZStack_OutOfRange;
-};
-
 constexpr std::nullopt_t Refused = std::nullopt;
 
 using R = CKxZStackData;
@@ -69,10 +61,12 @@ const auto Piezo = [](double from, double to) {
 // On a drive from 0 to 1000. What is refused leaves everything as it was; the status is -17 only beyond the device.
 TEST(ZStackData, SettersMoveWhatTheyShould) {
     // clang-format off
-    const State plain{0, 100, None, 110, 3, 4};
-    const State around{2, 90, 100, 110, 5, 5};
-    const State above{3, 90, 100, 130, 10, 5};
-    const State free{3, -10, None, 30, 10, 5};
+    const State plain{0, 100, None, 110, 3, 4}, around{2, 90, 100, 110, 5, 5};
+    const State above{3, 90, 100, 130, 10, 5}, free{3, -10, None, 30, 10, 5};
+    struct Row {
+        const char* what; State before; std::function<int(R&)> change; std::optional<State> after = {};
+        int status = after ? 0 : eKxZStack_OutOfRange;  // nothing after it: refused
+    };
     const Row rows[] = {
         {"a value is rounded, halves away from zero", {}, Top(1.0005, false), State{0, None, None, 1.001}},
         {"also what a sum has left of one", {}, Top(4.4995 - 1e-12, false), State{0, None, None, 4.5}},

@@ -86,8 +86,7 @@ TEST(Objectives, AreFoundByKey) {
 TEST(UserRights, AreAllOrNone) {
     EXPECT_TRUE(CKxUserManager::GetCurrentUserRights(1024));
     CKxUserManager::SetCurrentUserRights(1024 | 1);
-    EXPECT_TRUE(CKxUserManager::GetCurrentUserRights(1025));
-    EXPECT_FALSE(CKxUserManager::GetCurrentUserRights(1026));
+    EXPECT_TRUE(CKxUserManager::GetCurrentUserRights(1025) && !CKxUserManager::GetCurrentUserRights(1026));
     CKxUserManager::SetCurrentUserRights(~0u);
 }
 

@@ -88,7 +88,6 @@ struct ColorSlider : ControlTest {
     std::unique_ptr<Slider> slider;
 };
 
-// What the slider's own tests do not say: what the host is asked, what is shown and held then.
 TEST_F(ColorSlider, AsksAndTellsInEachWay) {
     // clang-format off
     const struct {

@@ -35,7 +35,6 @@ struct Host : Asking<CKxDevUI_Shutter> {
     void OnRenameDlgRequest() override { Told("Rename"); }
 };
 
-// A shutter in a window; the record holds what comes after that.
 struct Shutter : ControlTest {
     void SetUp() override { Make(); }
     Host& Make() {

@@ -70,10 +70,8 @@ struct ShutterSubject : SubjectOf<Shutter<T>> {
             control_->SetTitleInButton(++times_ % 4 == 3);
             control_->CKxDevUI_Shutter::Create(parent, 20, 20, 90, 40, true, true);
         } else {
-            const auto add = [&](const wchar_t* windowClass, int y) {
-                return AddChild(parent, windowClass, 0, {20, y, 90, y + 20}, 0, L"Dia & epi");
-            };
-            control_->Create(add(L"BUTTON", 40), add(L"STATIC", 20));
+            const HWND title = AddChild(parent, L"STATIC", 0, {20, 20, 90, 40}, 0, L"Dia & epi");
+            control_->Create(AddChild(parent, L"BUTTON", 0, {20, 40, 90, 60}, 0, L"Dia & epi"), title);
         }
         if (control_) control_->Update(&device_, true, true, true);
     }

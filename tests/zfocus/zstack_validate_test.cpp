@@ -66,8 +66,6 @@ const auto Top = &Panel::ValidateTop, Bottom = &Panel::ValidateBottom, Home = &P
            Range = &Panel::ValidateRange, Max = &Panel::ValidateRangeMax, Min = &Panel::ValidateRangeMin,
            Step = &Panel::ValidateStep, Steps = &Panel::ValidateSteps;
 
-const std::map<std::string, int> noPositions{{"GetTop", 1}, {"GetBottom", 1}, {"GetHome", 1}};
-
 // clang-format off
 const struct Row {
     const char* what; bool (Panel::*validate)(bool); int edit, type; const wchar_t* text;
@@ -86,7 +84,8 @@ const struct Row {
 
     {"a range", Range, 1265, 2, L"30", {}, true, "GetType GetHome GetTop GetBottom SetBottom(35, 1) GetBottom SetTop(70, 1) Changed(3)"},
     {"no type", Range, 1265, 2, L"30", {{"GetType", 1}}, false, "GetType"},
-    {"without a home", Range, 1265, 2, L"30", noPositions, true, "GetType GetHome GetTop GetBottom SetBottom(-15, 1) GetBottom SetTop(30, 1) Changed(3)"},
+    {"without a home", Range, 1265, 2, L"30", {{"GetTop", 1}, {"GetBottom", 1}, {"GetHome", 1}}, true,
+        "GetType GetHome GetTop GetBottom SetBottom(-15, 1) GetBottom SetTop(30, 1) Changed(3)"},
     {"refused without a home", Range, 1265, 2, L"30", {{"GetHome", 1}, {"GetTop", 1}, {"SetBottom(-15, 1)", -17}}, false,
         "GetType GetHome GetTop GetBottom SetBottom(-15, 1) GetBottom SetBottom(40, 1) ResetTop Value i! Changed(3)"},
     {"at the lower end of the device", Range, 1265, 2, L"120", {{"SetBottom(-10, 1)", -17}}, true,
