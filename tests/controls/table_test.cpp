@@ -12,8 +12,7 @@ namespace {
 using namespace kx::test;
 
 // Thirty rows "1" "0.000", "2" "0.500", ...; writes down what the table sends, texts included.
-class Table : public ControlTest {
-protected:
+struct Table : ControlTest {
     Table() {
         parent.Ignore(WM_NOTIFY);
         parent.Answer(WM_NOTIFY, [this](WPARAM id, LPARAM lParam) {
@@ -57,7 +56,6 @@ protected:
         MapWindowPoints(header, List(), reinterpret_cast<POINT*>(&head), 2);
         return {head.left, cell.top, head.right, cell.bottom};
     }
-    // Opens the field in a cell.
     void Open(int row, int column) const {
         const RECT cell = CellOf(row, column);
         DoubleClick(List(), (cell.left + cell.right) / 2, (cell.top + cell.bottom) / 2);
@@ -154,8 +152,7 @@ TEST_F(Table, GoesByKeys) {
     EXPECT_EQ(GetFocus(), List());
     const auto focus = [&](int row) { ListView_SetItemState(List(), row, LVIS_FOCUSED, LVIS_FOCUSED); };
     focus(1);
-    // To the note of the same row, the next row's Z; back over the row's end there is nothing, after the last row
-    // neither.
+    // To the note of the same row, the next row's Z; there is nothing back over the row's end, nor after the last row.
     Play({{[] { Key(VK_F2); }, "1.000 open "},
           {[] { Type(L"\t"); }, "1.000 open edited(77, 1, 1, \"0.500\", 0)"},
           {[] { Type(L"here\t"); }, "1.000 open edited(77, 1, 2, \"here\", 0)"},
@@ -208,8 +205,7 @@ TEST_F(Table, EditsOnItsCell) {
     }
 }
 
-// Where a number is typed, no input method holds it back; a field of a number never has one (the table's has the
-// note's).
+// Where a number is typed, no input method holds it back, and a field of a number has none.
 TEST_F(Table, OffersAnInputMethodForTexts) {
     const auto offers = [] {
         const HIMC context = ImmGetContext(GetFocus());

@@ -7,8 +7,7 @@
 
 namespace kx::test {
 
-class Panel : public CKxDevUI_ZStack {
-public:
+struct Panel : CKxDevUI_ZStack {
     explicit Panel(Recorder& heard) : record(heard) {}
 
     using CKxDevUI_ZStack::Item, CKxDevUI_ZStack::ValidateBottom, CKxDevUI_ZStack::ValidateHome,
@@ -19,7 +18,6 @@ public:
     Recorder& record;
     std::function<void()> onChanged = [] {};  // or the step
 
-protected:
     void OnStepChanged(double step, bool typed) override { Changed(CallText("Step", step, int{typed})); }
     void OnMoveZRequest(double z) override { record.Call("Move", z); }
     void OnGoHomeRequest(bool keepZ) override { record.Call("GoHome", int{keepZ}); }
@@ -28,7 +26,6 @@ protected:
     void OnZDeviceShown(unsigned int device) override { record.Call("Shown", device); }
     void OnZStackChanged(unsigned int flags) override { Changed(CallText("Changed", flags)); }
 
-private:
     void Changed(const std::string& text) {
         record.Text(text);
         const auto action = onChanged;
@@ -36,9 +33,7 @@ private:
     }
 };
 
-// A panel, and message boxes that are written down.
-class PanelTest : public ControlTest {
-protected:
+struct PanelTest : ControlTest {
     PanelTest() { KX_SetMessageBoxHandler(Handler, this); }
     std::string See() override { return heard.Take(); }
     HWND Item(int id) const { return panel.Item(id); }
@@ -50,7 +45,6 @@ protected:
     Recorder heard;
     Panel panel{heard};
 
-private:
     static int Handler(HWND owner, const wchar_t* text, const wchar_t* caption, UINT style, int timeout, void* self) {
         auto& test = *static_cast<PanelTest*>(self);
         test.heard.Text(Narrow(text).substr(0, 7).append("!"));

@@ -15,8 +15,7 @@ using namespace kx::test;
 constexpr WORD kLanguages[] = {0x409, 0x407, 0x40C, 0xC0A, 0x411};
 
 // A panel over a record that has a drive and a piezo, and a host that has it refreshed with every change.
-class ZStackPanel : public PanelTest {
-protected:
+struct ZStackPanel : PanelTest {
     // With a stack from 500 to 520, or with nothing set.
     void Make(bool stack) {
         record = CKxZStackData();
@@ -77,16 +76,13 @@ TEST_F(ZStackPanel, HasTheHabitsOfFields) {
          {[&] { SetFocus(Item(IDC_ZS_EDIT_STEP)), Key('A', MOD_CONTROL), Type(L"-5x\n"); },
           "Changed(3) Shown(0) Changed(2) Shown(0) at 1263: 3.50"}},
         see);
-    wchar_t answer[100] = L"";
-    GetWindowTextW(kx::ui::AnswerWindow(), answer, 100);
-    EXPECT_STREQ(answer, L"Value is out of range.");
+    EXPECT_EQ(TextOf(kx::ui::AnswerWindow()), L"Value is out of range.");
 }
 
 TEST_F(ZStackPanel, ValidatesWhatTheFocusLeaves) {
     Make(false);
     const HWND step = Item(IDC_ZS_EDIT_STEP), above = Item(IDC_ZS_EDIT_ABOVE);
-    // Nothing stands where nothing is set. The list of devices leaves it open. The button acts by the rule, then by the
-    // mouse.
+    // Nothing stands where nothing is set. The list of devices leaves it open. The button acts by rule, then by mouse.
     Play({{[&] { SetFocus(step), Type(L"2.5"), SetFocus(Item(IDC_ZS_DEVICE)); }, ""},
           {[&] { SetFocus(step), Type(L"2.5"), Click(Item(IDC_ZS_TOP), 9, 9); },
            "Changed(3) Shown(0) Step(2.5, 1) Shown(0) Changed(2) Shown(0) Changed(3) Shown(0)"}});
@@ -249,8 +245,7 @@ TEST_F(ZStackPanel, MovesOnByKeys) {
         std::optional<DialogKeys> keys;
         if (dialog) keys.emplace(parent.Window());
         const auto at = [this] { return " at " + std::to_string(GetDlgCtrlID(GetFocus())) + ": " + Shown(1263); };
-        // There is no step to be suggested; a refused entry does not let go, and the next field is not left on the way
-        // back.
+        // There is no step to be suggested; a refused entry does not let go, and going back leaves no other field.
         kx::test::Play(
             {{[&] { SetFocus(Item(1263)), Key(VK_END), Type(L"\b\b\b\b\b5"), Key(VK_ESCAPE); }, " at 1263: 2.00"},
              {[] { Type(L"4\t"); }, "Step(4, 1) Shown(0) Changed(2) Shown(0) at 1266: 4.00"},
@@ -292,8 +287,7 @@ TEST_F(ZStackPanel, AsksForZ) {
     Make(true);
     for (const int edit : {IDC_ZS_EDIT_TOP, IDC_ZS_EDIT_MIDDLE, IDC_ZS_EDIT_BOTTOM, IDC_ZS_EDIT_ABOVE})
         DoubleClick(Item(edit), 20, 8);
-    // The last field is left; one that nobody validates takes nothing. The bar with the magnified stack, near its
-    // bottom.
+    // The last field is left; one that nobody validates takes nothing. Near its bottom is the magnified stack's bar.
     const RECT edit = RectInParent(Item(IDC_ZS_EDIT_BOTTOM));
     Play({{[&] { SetFocus(Item(IDC_ZS_EDIT_TOP)); }, "Move(520) Move(500) Changed(3) Shown(0)"},
           {[&] { Type(L" 7"), heard.Text(Shown(IDC_ZS_EDIT_TOP)); }, "Move(520) 520.00"}});
