@@ -1,5 +1,7 @@
 # What find_package(KxDevUI) reads. The targets themselves are installed where they are made.
 include(CMakePackageConfigHelpers)
+include(${CMAKE_CURRENT_LIST_DIR}/KxRuntime.cmake)
+kx_runtime(kx_package_runtime)
 
 set(kx_package_dir lib/cmake/KxDevUI)
 set(kx_package_bin bin)
@@ -8,7 +10,8 @@ configure_package_config_file(${CMAKE_CURRENT_LIST_DIR}/KxDevUIConfig.cmake.in
     ${CMAKE_CURRENT_BINARY_DIR}/KxDevUIConfig.cmake
     INSTALL_DESTINATION ${kx_package_dir} PATH_VARS kx_package_bin)
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/KxDevUIConfig.cmake ${CMAKE_CURRENT_BINARY_DIR}/KxDevUIConfigVersion.cmake
-    ${CMAKE_CURRENT_LIST_DIR}/KxDeploy.cmake ${CMAKE_CURRENT_LIST_DIR}/KxStyles.cmake ${CMAKE_CURRENT_LIST_DIR}/KxStyles.manifest
+    ${CMAKE_CURRENT_LIST_DIR}/KxDeploy.cmake ${CMAKE_CURRENT_LIST_DIR}/KxRuntime.cmake
+    ${CMAKE_CURRENT_LIST_DIR}/KxStyles.cmake ${CMAKE_CURRENT_LIST_DIR}/KxStyles.manifest
     DESTINATION ${kx_package_dir})
 install(EXPORT KxDevUI NAMESPACE KxDevUI:: FILE KxDevUITargets.cmake DESTINATION ${kx_package_dir})
 

@@ -3,7 +3,7 @@
 
 A block of // lines becomes ///, the first block of a file its \\file comment, a comment behind a declaration ///<. A
 comment that stands above a run of declarations without a blank line between them speaks for all of them, so it is
-repeated before each; lines such as "// ---- Life ----" are headings and no documentation.
+repeated before each; lines such as "// ---- Life ----" are headings and no documentation. A pair of overloads is shown as its two functions.
 """
 import re
 import sys
@@ -12,7 +12,9 @@ if '--help' in sys.argv or '-h' in sys.argv:
     print(__doc__)
     sys.exit()
 
-lines = open(sys.argv[1], encoding='utf-8').read().split('\n')
+text = open(sys.argv[1], encoding='utf-8').read()
+text = re.sub(r'KXDEVUI_OVERLOADS\((virtual [^;]*?\)),\s+(virtual [^;]*)\);', r'\1;\n    \2;', text)
+lines = text.split('\n')
 out, block, carried, first, depth = [], [], [], True, 0
 
 def is_heading(text):

@@ -16,6 +16,9 @@ public:
 
     const wchar_t* Name() const { return m_name; }
 
+    // Turns off the light that the panel alone has in hand. Devices are turned off by themselves.
+    virtual void TurnLightOff() {}
+
 protected:
     // The panel's own reaction to a command of the user. True when the command was meant for it.
     virtual bool OnUser(int id, int code, HWND from) = 0;

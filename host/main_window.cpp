@@ -48,6 +48,9 @@ void Append(HMENU menu, int command, const wchar_t* text, bool checked) {
     AppendMenuW(menu, MF_STRING | (checked ? MF_CHECKED : 0u), static_cast<UINT_PTR>(command), text);
 }
 
+// The one that the key belongs to.
+MainWindow* s_window = nullptr;
+
 // Per cent.
 int UserZoom() { return static_cast<int>(std::lround(CKxGUILayoutManager::GetUserZoom() * 100)); }
 
@@ -87,9 +90,14 @@ bool MainWindow::Create(HINSTANCE instance, const kx::host::Settings& settings) 
     m_status = CreateWindowExW(0, L"STATIC", nullptr, WS_CHILD | WS_VISIBLE | SS_SUNKEN | SS_CENTERIMAGE, 0, 0, 0, 0,
                                m_window, reinterpret_cast<HMENU>(static_cast<INT_PTR>(StatusId)), instance, nullptr);
     KX_FollowColorScheme(m_status);
+    // Dialogs and menus have loops of their own, which ask this hook.
+    s_window = this;
+    SetWindowsHookExW(WH_MSGFILTER, FilterProc, nullptr, GetCurrentThreadId());
     SetStatusSink([this](const std::wstring& text) { Say(text); });
     BuildPages();
     SetTimer(m_window, kDeviceTimer, kDeviceMilliseconds, nullptr);
+    // As a dialog does: whether the focus is shown from the beginning depends on what the user has last used.
+    SendMessageW(m_window, WM_CHANGEUISTATE, MAKEWPARAM(UIS_INITIALIZE, 0), 0);
     ShowWindow(m_window, SW_SHOW);
     return true;
 }
@@ -114,6 +122,7 @@ void MainWindow::BuildPageButtons() {
     for (const HWND button : m_pageButtons)
         DestroyWindow(button);
     m_pageButtons.clear();
+    if (m_lightOff) DestroyWindow(m_lightOff);
     for (const auto& page : m_pages) {
         const std::size_t i = m_pageButtons.size();
         const DWORD first = i == 0 ? WS_GROUP | WS_TABSTOP : 0;
@@ -122,6 +131,20 @@ void MainWindow::BuildPageButtons() {
             0, m_window, reinterpret_cast<HMENU>(cmdPage + i), nullptr, nullptr));
         KX_FollowColorScheme(m_pageButtons.back());
     }
+    m_lightOff = CreateWindowExW(0, L"BUTTON", Text(L"All light off"), WS_CHILD | WS_VISIBLE | WS_TABSTOP, 0, 0, 0, 0,
+                                 m_window, reinterpret_cast<HMENU>(INT_PTR{cmdLightOff}), nullptr, nullptr);
+    KX_FollowColorScheme(m_lightOff);
+}
+
+LRESULT CALLBACK MainWindow::FilterProc(int code, WPARAM wParam, LPARAM lParam) {
+    if (code >= 0 && s_window && s_window->TakesKey(*reinterpret_cast<const MSG*>(lParam))) return 1;
+    return CallNextHookEx(nullptr, code, wParam, lParam);
+}
+
+bool MainWindow::TakesKey(const MSG& message) {
+    if (message.message != WM_KEYDOWN || message.wParam != LightOffKey) return false;
+    TurnLightOff();
+    return true;
 }
 
 // A page is built when it is first turned to: all of them together take a second.
@@ -157,6 +180,7 @@ void MainWindow::BuildMenu() {
     const HMENU menu = CreateMenu(), devices = CreatePopupMenu(), zoom = CreatePopupMenu(),
                 language = CreatePopupMenu(), scheme = CreatePopupMenu();
     Append(devices, cmdSeries, Text(L"Time series..."), false);
+    Append(devices, cmdLightOff, (Text(L"All light off").str() + L"\tF12").c_str(), false);
     Append(devices, cmdEnabled, Text(L"Enabled"), m_enabled);
     Append(devices, cmdExit, Text(L"Exit"), false);
     for (const int percent : kZooms) {
@@ -225,12 +249,14 @@ void MainWindow::Layout() {
     // All of them are to be seen in a narrow window too.
     const int pages = static_cast<int>(m_pages.size()), gap = zoomed(4);
     const int button =
-        std::clamp((static_cast<int>(client.right) - 2 * gap) / pages - gap, 0, zoomed(kPageButtonWidth));
+        std::clamp((static_cast<int>(client.right) - 5 * gap) / (pages + 1) - gap, 0, zoomed(kPageButtonWidth));
     for (int i = 0; i < pages; ++i) {
         MoveWindow(m_pageButtons[static_cast<std::size_t>(i)], zoomed(8) + i * (button + gap), zoomed(4), button,
                    zoomed(kBarHeight - 6), TRUE);
         if (Page& each = *m_pages[static_cast<std::size_t>(i)]; each.IsBuilt()) each.FitTo(m_pagePlace);
     }
+    MoveWindow(m_lightOff, static_cast<int>(client.right) - zoomed(8) - button, zoomed(4), button,
+               zoomed(kBarHeight - 6), TRUE);
     m_log.PlaceAt(0, top + page, client.right, room - page);
     MoveWindow(m_status, 0, top + room, client.right, status, TRUE);
 }
@@ -240,6 +266,7 @@ void MainWindow::Restyle() {
     SendMessageW(m_status, WM_SETFONT, font, TRUE);
     for (const HWND button : m_pageButtons)
         SendMessageW(button, WM_SETFONT, font, TRUE);
+    SendMessageW(m_lightOff, WM_SETFONT, font, TRUE);
 }
 
 void MainWindow::Say(const std::wstring& text) { SetWindowTextW(m_status, (L" " + text).c_str()); }
@@ -279,7 +306,8 @@ LRESULT MainWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
         return reinterpret_cast<LRESULT>(KX_GetSysColorBrush(COLOR_BTNFACE));
     case WM_COMMAND:
         // The page buttons send what the menu would.
-        if (const int id = LOWORD(wParam); lParam == 0 || (id >= cmdPage && id < cmdPage + std::ssize(m_pages))) {
+        if (const int id = LOWORD(wParam);
+            lParam == 0 || id == cmdLightOff || (id >= cmdPage && id < cmdPage + std::ssize(m_pages))) {
             OnCommand(id);
         } else {
             Log().Add(L"Host", L"WM_COMMAND id %d code 0x%04X", static_cast<int>(LOWORD(wParam)),
@@ -312,6 +340,7 @@ LRESULT MainWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
         return 0;
     }
     case WM_DESTROY:
+        s_window = nullptr;
         m_settings.zoom = UserZoom();
         m_settings.scheme =
             KX_IsFollowingSystemColorScheme() ? kx::host::Settings::Automatic : static_cast<int>(KX_GetColorScheme());
@@ -345,6 +374,8 @@ void MainWindow::OnCommand(int command) {
         }
         KeepFocusUsable();
         BuildMenu();
+    } else if (command == cmdLightOff) {
+        TurnLightOff();
     } else if (command == cmdExit) {
         DestroyWindow(m_window);
     } else if (command >= cmdSimulation) {
@@ -379,6 +410,18 @@ void MainWindow::NoteSettings() {
 
 std::array<CKxSimMicroscope*, 3> MainWindow::Microscopes() {
     return {&m_microscope.Devices(), &m_gallery.Devices(), &TheLight().Devices()};
+}
+
+void MainWindow::TurnLightOff() {
+    for (CKxSimMicroscope* each : Microscopes())
+        each->TurnLightOff();
+    for (const auto& page : m_pages) {
+        for (CKxDevUI_Container* each : page->Panels()) {
+            if (auto* const panel = dynamic_cast<HostPanel*>(each)) panel->TurnLightOff();
+        }
+    }
+    Say(Text(L"All light is off").str());
+    Log().Add(L"Host", L"All light is off");
 }
 
 void MainWindow::Simulate(int entry) {

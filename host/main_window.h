@@ -23,6 +23,7 @@ public:
     static constexpr int cmdSeries = 100;
     static constexpr int cmdEnabled = 101;
     static constexpr int cmdExit = 102;
+    static constexpr int cmdLightOff = 103;
     static constexpr int cmdZoom = 200;        // + percent / 25
     static constexpr int cmdLanguage = 300;    // + primary language
     static constexpr int cmdScheme = 400;      // + EKxColorScheme
@@ -30,8 +31,10 @@ public:
     static constexpr int cmdPage = 500;        // + index of the page
     static constexpr int cmdSimulation = 600;  // + Simulation
 
-    // The child that is the status line.
+    // The child that is the status line; the key that turns all light off, whatever has the focus, dialogs and open
+    // menus too.
     static constexpr int StatusId = 1;
+    static constexpr WPARAM LightOffKey = VK_F12;
 
     // The entries of the menu that says how all simulated devices behave.
     enum Simulation { simRefuse, simDeviceDecides, simSlow, simFail, simStop };
@@ -44,6 +47,8 @@ public:
     // The settings that the window has now, or had when it was closed.
     const kx::host::Settings& CurrentSettings() const { return m_settings; }
     HWND Handle() const { return m_window; }
+    // For the message loop, first of all: true when it was the key that turns all light off.
+    bool TakesKey(const MSG& message);
 
     // The page of the class P, and the menu command that turns to it; every page of pages/pages.cpp is there once.
     template <class P>
@@ -63,6 +68,7 @@ public:
     std::array<CKxSimMicroscope*, 3> Microscopes();
 
 private:
+    static LRESULT CALLBACK FilterProc(int code, WPARAM wParam, LPARAM lParam);
     static LRESULT CALLBACK WndProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     LRESULT Handle(UINT message, WPARAM wParam, LPARAM lParam);
     template <class P>
@@ -77,6 +83,7 @@ private:
     void BuildMenu();
     HMENU SimulationMenu() const;
     void Simulate(int entry);
+    void TurnLightOff();
     void DecideByDevice(bool decides);
     void NoteSettings();
     void BuildPages();
@@ -91,6 +98,7 @@ private:
     HWND m_window = nullptr;
     LogPane m_log;
     HWND m_status = nullptr;
+    HWND m_lightOff = nullptr;
     HostMicroscope& m_microscope;
     GalleryDevices m_gallery;
     std::vector<std::unique_ptr<Page>> m_pages;

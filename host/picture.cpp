@@ -2,6 +2,15 @@
 
 #include <objidl.h>
 
+#if defined(_MSC_VER)
+#include <algorithm>
+
+// Its header of GDI+ counts on macros of these names, which nobody else wants.
+namespace Gdiplus {
+using std::max;
+using std::min;
+}  // namespace Gdiplus
+#endif
 #include <gdiplus.h>
 
 #include <kxdevui/framework/ui_gdi.h>

@@ -1,6 +1,7 @@
 #include "tour.h"
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 #include "event_log.h"

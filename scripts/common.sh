@@ -34,6 +34,14 @@ need_packages() {
 build_packages=(g++-mingw-w64-x86-64-posix cmake ninja-build gettext googletest)
 runtime_packages=(wine wine64 xvfb xauth fonts-wine fonts-liberation fonts-ipafont-gothic)
 
+# clang's front end with g++'s library: for MinGW, and with the tables, the records and the extensions of Visual C++, whose own
+# headers are not to be had here.
+kx_gcc=/usr/lib/gcc/x86_64-w64-mingw32/12-posix/include/c++
+clang_library=(-isystem $kx_gcc -isystem $kx_gcc/x86_64-w64-mingw32)
+clang_mingw=(clang++ --target=x86_64-w64-mingw32 "${clang_library[@]}")
+clang_other=(clang++ --target=x86_64-pc-windows-msvc -nostdlibinc "${clang_library[@]}" -idirafter /usr/x86_64-w64-mingw32/include
+  -fms-extensions -fno-ms-compatibility -D__MINGW32__ -D__MINGW64__ '-D__declspec(a)=__attribute__((a))')
+
 # build PRESET [TARGET...] : configures once, then builds.
 build() {
   local preset=$1; shift

@@ -192,6 +192,7 @@ void Builder::BuildLaser(const Device& device) {
     auto& laser = m_devices.Add<CKxSimLaserOutput>(device.label.c_str(), std::move(ports), single, device.name.c_str());
     if (device.start) laser.SetPortUsed(*device.start, true);
     Finish(laser, device);
+    laser.TurnLightOff();
     const int own = ReadWavelength(device.label);
     const Limits* const power = device.LimitsOf(L"Power");
     if (power) laser.SetPowerRange({power->minimum, power->maximum});

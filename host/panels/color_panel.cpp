@@ -87,7 +87,6 @@ void ColorPanel::FillColumn() {
                     eColorSliderLayout_OneRow, 40);
         slider.SetGradient(RGB(0, 0, 0), KX_RGBFromWavelength(line));
         Add(slider, 6, kTop + kRow * row);
-        slider.SetPower(15.0 * (row + 1), false);
         ++row;
     }
     PanelColorSlider &lamp = Slider(row), &wavelength = Slider(row + 1);
@@ -96,7 +95,6 @@ void ColorPanel::FillColumn() {
               eColorSliderType_LineDraw, eColorSliderLayout_OneRowSpin, 57);
     lamp.SetLineDrawSliderVorColors({.low = eKxVorGuiColor_ScaleValue, .high = eKxVorGuiColor_ScaleRest});
     Add(lamp, 6, kTop + kRow * row);
-    lamp.SetPower(60, false);
 
     Table visible = Whole(400, 720, 5, 20, 80);
     wavelength.Belong(*this, L"Wavelength", L"Wavelength %g nm");
@@ -118,7 +116,6 @@ void ColorPanel::FillLine() {
     line.SetLineDrawSlider(KX_RGBFromWavelength(532), RGB(128, 128, 128));
     line.SetPointColor(static_cast<int>(KX_RGBFromWavelength(532)));
     Add(line, 6, kTop + kRow * 6 + 6);
-    line.SetPower(35, false);
 }
 
 void ColorPanel::FillBand() {
@@ -145,6 +142,11 @@ void ColorPanel::Align() {
         SetWindowPos(m_sliders[i], nullptr, 0, 0, at.right - at.left + moved, at.bottom - at.top,
                      SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
     }
+}
+
+void ColorPanel::TurnLightOff() {
+    for (const int lit : {0, 1, 2, 3, 4, 6})
+        Slider(lit).SetPower(0, true);
 }
 
 bool ColorPanel::Agrees(const CKxStringW& told) {

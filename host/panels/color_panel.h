@@ -35,6 +35,8 @@ public:
     void Align();
     PanelColorSlider& Slider(int index) { return m_sliders[static_cast<std::size_t>(index)]; }
 
+    void TurnLightOff() override;
+
     // Whether the host agrees to a value, which is then told.
     bool Agrees(const CKxStringW& told);
 

@@ -152,6 +152,7 @@ void CKxDevUI_EditBox::MakeEdit(const RECT& place, HFONT font) {
     if (!alive || !m_hWnd) return;
     m_edit = edit;
     LoseMargins(m_edit);
+    kx::ui::UseInputMethod(m_edit, false);
     SendMessageW(m_edit, EM_LIMITTEXT, static_cast<WPARAM>(m_maxChars), 0);
     kx::ui::Subclass(m_edit, WndProc_EditBox, static_cast<CKxDevUI_Base*>(this));
 }

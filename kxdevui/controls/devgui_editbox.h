@@ -15,7 +15,8 @@ struct Message;
 // An edit field for a number. A label stands to the left of it; a format says how a number is displayed, an interval
 // which numbers are allowed. Nothing that the user types is changed or refused by itself, unless the host has given it
 // habits (devgui_habits.h): the host asks CheckRestriction when it wants to know, mostly on Enter and when the focus
-// has gone.
+// has gone. Full-width digits, point and sign count as the usual ones, wherever they come from; an input method is not
+// offered.
 //
 // The window holds the label (a "Static") and the edit (an "Edit"), which it lays out whenever its own size changes. It
 // is no tab stop, but a dialog finds the edit in it. It answers WM_GETTEXT, WM_SETTEXT and WM_GETTEXTLENGTH with the
@@ -128,7 +129,9 @@ public:
     //
     // With `correct`, a number outside becomes the violated bound, an empty text becomes `value`, and nothing is said.
     // Otherwise the message, translated and with the label's text before it, goes to a message box or, without
-    // `showMessage`, to the log, and the edit gets the focus. Where the format cannot display a bound without leaving
+    // `showMessage`, to the log, and the edit gets the focus. The box comes at once, but in OnKillFocus, where a box
+    // could hang the program: there it is posted, and comes after the callback, with the edit having the focus back;
+    // the OnKillFocus that comes of it shows no further one. Where the format cannot display a bound without leaving
     // the interval, the bound is displayed with as many digits as it takes.
     bool CheckRestriction(bool showMessage, bool correct, double value);
     // The same by name: whether the text is allowed, and the text made allowed, an empty one by `whenEmpty`.

@@ -161,7 +161,7 @@ int CKxDevUI_HPot::Inside::ThumbLook() const {
     const WindowPart* part = Part();
     if (!part || !IsWindowEnabled(slider.m_hWnd)) return kLookDisabled;
     const int look = part->drag.active ? kLookDragged : slider.GetHovered() ? kLookHovered : kLookNormal;
-    return part->focused ? look + kLookFocused : look;
+    return ShowsFocus() ? look + kLookFocused : look;
 }
 
 void CKxDevUI_HPot::Inside::PaintThumb(HDC dc) const {
@@ -220,4 +220,6 @@ void CKxDevUI_HPot::Inside::OnPaint(const kx::ui::Message& message) {
         part->scale.CopyTo(dc);
         PaintThumb(dc);
     });
+    // Whoever was asked for the background has changed the look meanwhile.
+    if (onScreen && part->scale.stale) slider.Redraw();
 }

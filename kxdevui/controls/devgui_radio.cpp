@@ -64,6 +64,8 @@ LRESULT CALLBACK ButtonProc(HWND button, UINT id, WPARAM wParam, LPARAM lParam) 
     const LRESULT arrows = id == WM_GETDLGCODE && lParam != 0 ? DLGC_WANTARROWS : 0;
     if (id == BM_SETCHECK && wParam == BST_CHECKED) ReleaseOthers(button);
     if (const int step = id == WM_KEYDOWN ? StepOf(wParam) : 0) {
+        KX_ShowFocusFromNowOn(button);
+        if (!IsWindow(button)) return 0;
         const HWND next = Neighbour(button, step);
         SetFocus(next);
         if (next != button) SendMessageW(next, BM_CLICK, 0, 0);

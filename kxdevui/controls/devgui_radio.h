@@ -65,17 +65,16 @@ public:
 
     // Selects the value with this text, as a click on its button would, but takes the focus in the active window alone;
     // false when there is none.
-    virtual bool SetSelection(const wchar_t* text);
-    virtual void SetSelection(int index);
+    KXDEVUI_OVERLOADS(virtual bool SetSelection(const wchar_t* text), virtual void SetSelection(int index));
 
     // The first selected value; -1 when none is.
     virtual int GetSelectionIndex();
 
     // The selected text, cut to `size` - 1 characters; returns the length copied. -1, and nothing is copied, when
     // `size` is smaller than the length of the text, for null, or when nothing is selected.
-    virtual int GetSelection(wchar_t* buffer, int size);
-    // The number that the selected text (its first 99 characters) begins with, in C's notation; 0 when there is none.
-    virtual double GetSelection();
+    // Without a buffer, the number that the selected text (its first 99 characters) begins with, in C's notation; 0
+    // when there is none.
+    KXDEVUI_OVERLOADS(virtual int GetSelection(wchar_t* buffer, int size), virtual double GetSelection());
 
     // The value with exactly this text, upper and lower case told apart, of the first 254 characters; -1 when there is
     // none.
@@ -95,10 +94,10 @@ public:
 
     // Not supported, values come from the dialog: -1 always. InsertValues calls InsertValue for each value, with
     // start, start + 1, ... or always -1, so that a control that overrides it can insert.
-    virtual int InsertValue(double value, int index);
-    virtual int InsertValue(const wchar_t* value, int index);
-    virtual void InsertValues(const double* values, int count, int start);
-    virtual void InsertValues(const wchar_t** values, int count, int start);
+    KXDEVUI_OVERLOADS(virtual int InsertValue(double value, int index),
+                      virtual int InsertValue(const wchar_t* value, int index));
+    KXDEVUI_OVERLOADS(virtual void InsertValues(const double* values, int count, int start),
+                      virtual void InsertValues(const wchar_t** values, int count, int start));
 
     // Whether a value is selected. If not, "You have to choose value." is told, translated and after the title's text,
     // in a message box or, without `show`, in the log, and the first button gets the focus.

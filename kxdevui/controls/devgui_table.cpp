@@ -49,10 +49,11 @@ void CKxDevUI_Table_Edit::Prepare(HWND table) {
     SetWindowLongPtrW(m_hWnd, GWL_EXSTYLE, GetWindowLongPtrW(m_hWnd, GWL_EXSTYLE) | WS_EX_TOOLWINDOW);
 }
 
-void CKxDevUI_Table_Edit::Open(const RECT& cell, const wchar_t* text, bool number) {
+void CKxDevUI_Table_Edit::Open(const RECT& cell, const wchar_t* text, bool isNumber) {
     // A window of its own has no way to the table's.
     KX_SetFieldHabits(m_hWnd, KX_GetFieldHabits(m_table));
-    m_content = number ? Content::Number : Content::Text;
+    m_content = isNumber ? Content::Number : Content::Text;
+    UseInputMethod(m_edit, !isNumber);
     // The frame that the table is in now carries it along, or it would end up behind that.
     SetWindowLongPtrW(m_hWnd, GWLP_HWNDPARENT, reinterpret_cast<LONG_PTR>(GetAncestor(m_table, GA_ROOT)));
     SetText(text);
@@ -256,6 +257,13 @@ bool MovesCells(const Message& message) {
 
 Handled CKxDevUI_Table::HandleList(const Message& message) {
     if (m_editRow >= 0 && MovesCells(message)) FinishEdit(false);
+    if (message.id == LVM_DELETEITEM) {
+        // Wine's list that has one row less than it was scrolled to scrolls back, and leaves what is on screen.
+        const auto top = [&message] { return SendMessageW(message.window, LVM_GETTOPINDEX, 0, 0); };
+        const LRESULT before = top(), result = CallPrevious(message);
+        if (IsWindow(message.window) && top() != before) InvalidateRect(message.window, nullptr, TRUE);
+        return result;
+    }
     if (message.id != WM_KEYDOWN) return std::nullopt;
     switch (message.wParam) {
     case VK_F2: EditFocused(); return 0;
@@ -375,7 +383,8 @@ void CKxDevUI_Table::StartEdit(int row, int column) {
     cell.right = std::max(cell.left + 1, std::min(cell.right, list.right));
     OffsetRect(&cell, kEditorOffset, kEditorOffset);
     cell.bottom += kEditorOffset;
-    m_editor.Open(cell, text, m_columns[column].format.has_value());
+    const auto known = m_columns.find(column);
+    m_editor.Open(cell, text, known != m_columns.end() && known->second.format.has_value());
     // The field has the activation, but it is this window that the user works in.
     if (alive) SendMessageW(GetAncestor(m_hWnd, GA_ROOT), WM_NCACTIVATE, TRUE, 0);
 }

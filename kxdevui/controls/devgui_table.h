@@ -29,8 +29,8 @@ public:
     // Makes the field inside the table's window, hides it and takes it out of there.
     void Prepare(HWND table);
     // Shows the text over `cell` (screen coordinates) and takes the focus; with the table's habits, which refuse what
-    // is no number where `number` says that it is one.
-    void Open(const RECT& cell, const wchar_t* text, bool number);
+    // is no number where it is one. Only a text has use for an input method.
+    void Open(const RECT& cell, const wchar_t* text, bool isNumber);
     // Hides the field. The focus, if it is there, goes to `next`.
     void Close(HWND next);
 
@@ -54,7 +54,7 @@ private:
 // The user starts editing with a double click or with F2, which takes the cell clicked last in the focused row, or the
 // next editable one. Enter stores the text, Tab stores it and goes on to the next editable cell (with Shift to the one
 // before). Escape, a click on the list, the loss of the focus, scrolling, resizing and a change of rows or columns drop
-// it. Programs edit through SetCell.
+// it. Programs edit through SetCell. In columns with a number format the field has no input method.
 //
 // The notification window (the parent given to Create) gets WM_NOTIFY, from the table's window and id:
 //  - LVN_ENDLABELEDITW (NMLVDISPINFOW) when a cell has been edited: row, column, its text and the row's user data.

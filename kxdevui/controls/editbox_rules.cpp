@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cwchar>
 #include <limits>
+#include <numeric>
 
 #include <kxsystem/kx_number.h>
 
@@ -132,7 +133,10 @@ double ReadNumber(std::wstring_view text) noexcept {
     return std::isnan(value) ? 0.0 : value;
 }
 
-bool IsSeparator(wchar_t character) noexcept { return character != L'\0' && !IsOneOf(character, kNumberParts); }
+bool IsSeparator(wchar_t character) noexcept {
+    const wchar_t text[] = {character, L'\0'};
+    return character != L'\0' && !IsOneOf(KX_HalfWidth(text).str().front(), kNumberParts);
+}
 
 ValueList SplitValues(std::wstring_view text, wchar_t separator) {
     ValueList list;
@@ -144,7 +148,8 @@ ValueList SplitValues(std::wstring_view text, wchar_t separator) {
         // Of what the C runtime takes beside digits (nan, inf, hexadecimal), nothing is meant by a user.
         std::size_t taken = 0;
         const double value = KX_LeadingNumber(piece.c_str(), &taken);
-        if (piece.find_first_not_of(kNumberParts) != std::wstring::npos || taken != piece.size()) {
+        if (KX_HalfWidth(piece.c_str()).str().find_first_not_of(kNumberParts) != std::wstring::npos ||
+            taken != piece.size()) {
             return {{}, piece};
         }
         list.values.push_back(value);

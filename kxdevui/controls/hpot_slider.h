@@ -9,6 +9,7 @@
 #include <map>
 #include <memory>
 
+#include <kxbaseui/kx_cues.h>
 #include <kxdevui/controls/hpot_common.h>
 #include <kxdevui/framework/devgui_base.h>
 #include <kxdevui/framework/devgui_host.h>
@@ -137,6 +138,12 @@ public:
         case WM_SYSCOLORCHANGE: Own().LookChanged(); return std::nullopt;
         case WM_SETFOCUS:
         case WM_KILLFOCUS: OnFocus(id == WM_SETFOCUS); return std::nullopt;
+        case WM_UPDATEUISTATE: {
+            // What the window knows of it is with the default procedure.
+            const LRESULT result = message.Default();
+            Own().ShowThumbs();
+            return result;
+        }
         case WM_PAINT:
         case WM_PRINTCLIENT: Own().OnPaint(message); return 0;
         case WM_ERASEBKGND: return 1;
@@ -197,8 +204,15 @@ public:
     ui::Handled MoveByKey(WPARAM key) {
         const auto move = Own().IsUsable() ? MoveOf(key) : std::nullopt;
         if (!move) return std::nullopt;
-        Own().MoveBy(*move);
+        const Watch watch(&Own().slider);
+        KX_ShowFocusFromNowOn(Own().slider);
+        if (watch) Own().MoveBy(*move);
         return 0;
+    }
+
+    bool ShowsFocus() const {
+        const SliderPart* part = Own().Part();
+        return part && part->focused && KX_ShowsFocus(Own().slider);
     }
 
     void ScaleChanged() {
@@ -212,6 +226,7 @@ public:
 
 private:
     Self& Own() noexcept { return static_cast<Self&>(*this); }
+    const Self& Own() const noexcept { return static_cast<const Self&>(*this); }
 
     // A step is a request to a device, however fine the wheel.
     ui::Handled OnWheel(const ui::Message& message) {

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <numeric>
 #include <optional>
+#include <utility>
 
 #include <kxdevui/controls/hpot_rules.h>
 

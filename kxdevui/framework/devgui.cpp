@@ -4,6 +4,7 @@
 #include <cerrno>
 #include <climits>
 #include <cwchar>
+#include <cwctype>
 #include <utility>
 
 #include <kxbaseui/kx_fonts.h>
@@ -27,10 +28,11 @@ bool ReadNumberText(HWND edit, NumberText& text) {
 
 // A whole number with nothing but blanks around it.
 bool ReadInt(const wchar_t* text, int& value) {
+    const CKxStringW plain = KX_HalfWidth(text);
     wchar_t* end = nullptr;
     errno = 0;
-    const long number = std::wcstol(text, &end, 10);
-    const bool any = end != text;
+    const long number = std::wcstol(plain, &end, 10);
+    const bool any = end != plain.c_str();
     while (std::iswspace(static_cast<wint_t>(*end)))
         ++end;
     if (!any || *end != L'\0' || errno == ERANGE || number < INT_MIN || number > INT_MAX) return false;

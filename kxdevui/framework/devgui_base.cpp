@@ -3,10 +3,7 @@
 #include <cwchar>
 
 #include <kxbaseui/kx_layoutmanager.h>
-#include <kxbaseui/kx_messagebox.h>
 #include <kxdevui/framework/devgui.h>
-#include <kxdevui/framework/devgui_habits.h>
-#include <kxdevui/framework/ui_answer.h>
 #include <kxdevui/framework/ui_arithmetic.h>
 #include <kxdevui/framework/ui_life.h>
 #include <kxdevui/framework/ui_window.h>
@@ -135,10 +132,9 @@ void CKxDevUI_Base::ReportError(const wchar_t* text, bool showMessageBox, HWND f
     }
     std::wcsncat(message, text ? text : L"", kBufferSize - 1 - std::wcslen(message));
 
-    if (showMessageBox && KX_GetFieldHabits(focusAfter).answer) {
-        kx::ui::ShowAnswer(focusAfter, message);
-    } else if (showMessageBox) {
-        KX_MessageBox_(m_hWnd, message, KX_GetTranslation(L"Error!", L"devgui_base"), MB_ICONERROR, -1);
+    if (showMessageBox) {
+        const CKxStringW caption = KX_GetTranslation(L"Error!", L"devgui_base");
+        if (!kx::ui::Complain(m_hWnd, focusAfter, message, caption, MB_ICONERROR)) return;
     } else {
         CKxLogFile::Location(L"devgui_base", 230);
         if (CKxLogFile::Detail()) CKxLogFile::Line(L"CKxDevUI_Base::ReportError - %ls", message);

@@ -20,6 +20,9 @@ enum class EKxComplaint { Shown, Logged };
 // Sizes are nominal: unzoomed pixels, -1 while the control has none. Operations on the window pass the handle to the
 // platform as it is, so before Create they do nothing.
 //
+// Everything happens on the thread that made the first control; a second one is told of in the log. Once there is a
+// window, the library stays loaded until the process ends (kx_module.h).
+//
 // The order of the virtual operations is part of the binary interface: hosts derive from the concrete controls.
 class KXDEVUI_API CKxDevUI_Base {
 public:
@@ -109,6 +112,10 @@ protected:
     // Tells the user, or the log, that something was wrong. The text of `labelWindow`, with a colon, opens the message,
     // which is cut to 999 characters. With `showMessageBox` an error box owned by the control shows it, otherwise the
     // log gets it when its detail is on. In the end `focusAfter` gets the keyboard focus. Every window may be null.
+    //
+    // Where a window is just losing the focus, the box is posted: it comes when that is over, after this has returned,
+    // if the control's window and `focusAfter` are still there. While one stands or waits there is no second one for a
+    // focus that is lost, and `focusAfter` does not get it: the box itself takes the focus.
     void ReportError(const wchar_t* text, bool showMessageBox, HWND focusAfter, HWND labelWindow);
 
     // The window, null before Create and after its end; the nominal size in unzoomed pixels; the logical states; the

@@ -282,7 +282,7 @@ kx::ui::Handled CKxDevUI_Container::Handle(const kx::ui::Message& message) {
         return kx::ui::Paint(message, {.defaultFirst = true, .children = true, .buffered = false},
                              KX_GetSysColorBrush(COLOR_BTNFACE), draw);
     }
-    case WM_ERASEBKGND: return 1;
+    case WM_ERASEBKGND: return kx::ui::Erase(message);
     case WM_COMMAND: return UnlessZero(OnCommand(id, wParam, lParam));
     case WM_NOTIFY: return UnlessZero(OnNotify(id, wParam, lParam));
     case WM_DRAWITEM: return UnlessZero(OnDrawItem(id, wParam, lParam));

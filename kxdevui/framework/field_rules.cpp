@@ -1,7 +1,5 @@
 #include <kxdevui/framework/field_rules.h>
 
-#include <windows.h>
-
 #include <algorithm>
 #include <cmath>
 
@@ -22,8 +20,7 @@ bool IsOneOf(wchar_t character, std::wstring_view set) { return set.find(charact
 
 wchar_t AsciiOf(wchar_t typed) noexcept {
     if (typed < 0x80) return typed;
-    wchar_t digit = 0;
-    if (FoldStringW(MAP_FOLDDIGITS, &typed, 1, &digit, 1) == 1 && digit >= L'0' && digit <= L'9') return digit;
+    if (const int digit = KX_DigitOf(typed); digit >= 0) return static_cast<wchar_t>(L'0' + digit);
     switch (typed) {
     case L'\u2212':
     case L'\uFF0D': return L'-';

@@ -19,3 +19,15 @@
 #else
 #define KXDEVUI_API __declspec(dllimport)
 #endif
+
+// Declares two virtual functions of one name, so that they take their places in the table in this order. Visual C++
+// places the overloads of a name in the reverse order of their declarations, where the first of them stands.
+#if defined(_MSC_VER)
+#define KXDEVUI_OVERLOADS(first, second)                                                                               \
+    second;                                                                                                            \
+    first
+#else
+#define KXDEVUI_OVERLOADS(first, second)                                                                               \
+    first;                                                                                                             \
+    second
+#endif

@@ -13,14 +13,14 @@ namespace kx::ui {
 constexpr long Sum(long a, long b) {
     const long long sum = static_cast<long long>(a) + b;
     return static_cast<long>(
-        std::clamp<long long>(sum, std::numeric_limits<long>::min(), std::numeric_limits<long>::max()));
+        std::clamp<long long>(sum, (std::numeric_limits<long>::min)(), (std::numeric_limits<long>::max)()));
 }
 
 // a - b.
 constexpr long Difference(long a, long b) {
     const long long difference = static_cast<long long>(a) - b;
     return static_cast<long>(
-        std::clamp<long long>(difference, std::numeric_limits<long>::min(), std::numeric_limits<long>::max()));
+        std::clamp<long long>(difference, (std::numeric_limits<long>::min)(), (std::numeric_limits<long>::max)()));
 }
 
 // The rectangle with its corner at (x, y), cx by cy large.

@@ -30,7 +30,7 @@ Handled HandleFace(const Message& message, PaintMode mode) {
         const auto draw = [&](HDC dc, const RECT& area) { Activity::DrawFace(message.window, dc, area); };
         return Paint(message, mode, KX_GetSysColorBrush(COLOR_BTNFACE), draw);
     }
-    case WM_ERASEBKGND: return 1;
+    case WM_ERASEBKGND: return Erase(message);
     case WM_KX_ZOOM_CHANGED: ApplyZoom(message.window); return std::nullopt;
     default: return std::nullopt;
     }

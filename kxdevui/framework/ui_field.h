@@ -40,7 +40,8 @@ KXDEVUI_API void RevertField(HWND edit);
 
 // For Enter, after the control has taken the text: on to the next field of `group` that can be typed into, from the
 // last to the first where `around` says so; without one, and where the habit is, all is selected. Returns whether it
-// went on. The control may be gone afterwards: the field that is left tells of it, and may have had the focus sent back.
+// went on. The control may be gone afterwards: the field that is left tells of it, and may have had the focus sent
+// back.
 KXDEVUI_API bool GoOnFrom(HWND edit, HWND group, bool around);
 
 }  // namespace kx::ui

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include <kxbaseui/kx_buttonbackground.h>
+#include <kxbaseui/kx_cues.h>
 #include <kxbaseui/kx_uihelper.h>
 #include <kxdevui/framework/ui_window.h>
 
@@ -48,8 +49,11 @@ bool IsGroupBox(HWND window) {
     return lstrcmpiW(name, L"Button") == 0;
 }
 
+bool IsOfThisThread(HWND window) { return GetWindowThreadProcessId(window, nullptr) == GetCurrentThreadId(); }
+
 // Leaves out every visible child whose top-left corner lies inside, whether it needs painting or not: one that is not
 // left out would be painted over. With a background, the room in the group boxes that are to be painted gets it.
+// What another thread shows, a camera's live view, is the system's to paint: a message would wait for that thread.
 void PaintChildren(HWND window, HDC target, const RECT& client, HBRUSH groupBackground) {
     std::vector<std::pair<HWND, RECT>> groups;
     for (HWND child = GetWindow(window, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
@@ -58,12 +62,13 @@ void PaintChildren(HWND window, HDC target, const RECT& client, HBRUSH groupBack
         GetWindowRect(child, &rect);
         MapWindowPoints(HWND_DESKTOP, window, reinterpret_cast<POINT*>(&rect), 2);
         if (!PtInRect(&client, {rect.left, rect.top})) continue;
-        if (groupBackground && IsGroupBox(child) && GetUpdateRect(child, nullptr, FALSE)) {
+        const bool ours = IsOfThisThread(child);
+        if (ours && groupBackground && IsGroupBox(child) && GetUpdateRect(child, nullptr, FALSE)) {
             groups.emplace_back(child, rect);
             continue;
         }
         ExcludeClipRect(target, rect.left, rect.top, rect.right, rect.bottom);
-        if (!KX_IsWindowMarkedToSkipPaint(child)) SendMessageW(child, WM_PAINT, 0, 0);
+        if (ours && !KX_IsWindowMarkedToSkipPaint(child)) SendMessageW(child, WM_PAINT, 0, 0);
     }
     // Last: what stands in a group box is left out by then.
     for (const auto& [group, rect] : groups) {
@@ -84,19 +89,22 @@ bool IsChildsCorner(HWND window, POINT corner) {
 
 // A child with a visual style that is transparent somewhere asks for its background, while it paints itself, by the
 // message that asks for a picture of the window. Painting the children in answer would have them ask again, and so on.
-// The child hands its own DC on, moved to where the window's would be, or does so with the memory DC it paints to.
+// The child hands its own DC on, moved to where the window's would be, or does so with the memory DC it paints to. At
+// the window's own corner that DC is not moved; but a child asks to erase it first, and who takes a picture so says
+// more.
 bool IsBackgroundQuestion(const Message& message) {
     const auto dc = reinterpret_cast<HDC>(message.wParam);
     if (message.id != WM_PRINTCLIENT || !dc) return false;
     const auto state = FindState(message.window);
+    const bool wasErased = state && std::exchange(state->erased, nullptr) == dc;
     if (state && state->painting) return true;
     RECT clip{};
     if (GetClipBox(dc, &clip) == NULLREGION) return true;
     if (const HWND owner = WindowFromDC(dc)) return IsChild(message.window, owner) != FALSE;
+    if (message.lParam != PRF_CLIENT) return false;
     POINT origin{};
     GetViewportOrgEx(dc, &origin);
-    return message.lParam == PRF_CLIENT && (origin.x != 0 || origin.y != 0) &&
-           IsChildsCorner(message.window, {-origin.x, -origin.y});
+    return wasErased || ((origin.x != 0 || origin.y != 0) && IsChildsCorner(message.window, {-origin.x, -origin.y}));
 }
 
 // Says of a window that it is painting, until the end of the scope.
@@ -190,6 +198,12 @@ LRESULT Paint(const Message& message, PaintMode mode, HBRUSH background, DrawRef
     return 0;
 }
 
+LRESULT Erase(const Message& message) {
+    const auto dc = reinterpret_cast<HDC>(message.wParam);
+    if (GetObjectType(dc) == OBJ_MEMDC) StateOf(message.window)->erased = dc;
+    return 1;
+}
+
 void PaintItem(HWND owner, const DRAWITEMSTRUCT& item, HBRUSH background, DrawRef draw) {
     const RECT& place = item.rcItem;
     const RECT area{0, 0, place.right - place.left, place.bottom - place.top};
@@ -210,6 +224,11 @@ int ButtonLook(const DRAWITEMSTRUCT& item) {
            (item.itemState & ODS_DISABLED ? eKxButtonLook_Disabled : 0) |
            (item.itemState & ODS_DEFAULT ? eKxButtonLook_Default : 0) |
            (item.itemState & ODS_FOCUS ? eKxButtonLook_Focused : 0) | (state && state->hovered ? eKxButtonLook_Hot : 0);
+}
+
+// Wine's buttons do not pass on what they are asked to hide.
+bool ShowsFocus(const DRAWITEMSTRUCT& item) {
+    return (item.itemState & ODS_FOCUS) && !(item.itemState & ODS_NOFOCUSRECT) && KX_ShowsFocus(item.hwndItem);
 }
 
 }  // namespace kx::ui

@@ -31,6 +31,7 @@ struct WindowState {
     BackBuffer client;           // of the whole client area
     BackBuffer item;             // of the largest owner-drawn item
     bool painting = false;       // it and its children are being painted
+    HDC erased = nullptr;        // the memory DC that it was last asked to erase
     bool hovered = false;        // a leave notice has been asked for
     WNDPROC previous = nullptr;  // of a subclassed child
     int running = 0;             // calls of that procedure that have not returned
@@ -64,8 +65,9 @@ private:
 // What Paint does beside filling and drawing.
 struct PaintMode {
     bool defaultFirst = false;  // the default procedure hears of it before the children and the control paint
-    // Visible children are kept out of the picture and told to paint themselves at once; where a group box stands, the
-    // background is filled before. A WM_PRINTCLIENT by which a child asks what is behind it gets the background alone.
+    // Visible children are kept out of the picture and told to paint themselves at once, but for those of other
+    // threads, which would be waited for and are painted by the system; where a group box stands, the background is
+    // filled before. A WM_PRINTCLIENT by which a child asks what is behind it gets the background alone.
     bool children = false;
     // Visible windows beside this one that stand on it, a frame around them, are kept out of the picture and are to
     // repaint.
@@ -78,10 +80,16 @@ struct PaintMode {
 // be had, everything is drawn straight to the target.
 KXDEVUI_API LRESULT Paint(const Message& message, PaintMode mode, HBRUSH background, DrawRef draw);
 
+// Answers WM_ERASEBKGND: nothing is erased, painting fills everything. With PaintMode::children it has to be this.
+KXDEVUI_API LRESULT Erase(const Message& message);
+
 // The same for an owner-drawn item of the control `owner`; `draw` gets the item's rectangle moved to (0, 0).
 KXDEVUI_API void PaintItem(HWND owner, const DRAWITEMSTRUCT& item, HBRUSH background, DrawRef draw);
 
 // What an owner-drawn button is asked to look like, as EKxButtonLook; hot where TrackHover follows the mouse over it.
 KXDEVUI_API int ButtonLook(const DRAWITEMSTRUCT& item);
+
+// Whether an owner-drawn item has the focus and is to show it (kx_cues.h).
+KXDEVUI_API bool ShowsFocus(const DRAWITEMSTRUCT& item);
 
 }  // namespace kx::ui

@@ -2,6 +2,8 @@
 
 #include <string>
 
+#include <imm.h>
+
 #include <kxbaseui/kx_fonts.h>
 #include <kxbaseui/kx_schemecontrols.h>
 #include <kxdevui/framework/ui_window.h>
@@ -91,6 +93,10 @@ void SetFont(HWND window, HFONT font, bool redraw) noexcept {
 
 void Enable(HWND window, bool enable) noexcept {
     if (window && (IsWindowEnabled(window) != FALSE) != enable) EnableWindow(window, enable);
+}
+
+void UseInputMethod(HWND edit, bool use) noexcept {
+    if (edit) ImmAssociateContextEx(edit, nullptr, use ? IACE_DEFAULT : 0);
 }
 
 void PutAbove(HWND window, HWND below) noexcept {

@@ -72,6 +72,10 @@ void BoldifyCaptionsAt(HWND window, double zoom);
 // Enables or disables where that changes anything; a null window is ignored.
 KXDEVUI_API void Enable(HWND window, bool enable) noexcept;
 
+// Whether what is typed into an edit goes through the user's input method, as it does at first: not where a number is
+// asked for, which such a method would hold back until it is converted.
+KXDEVUI_API void UseInputMethod(HWND edit, bool use) noexcept;
+
 // Has `window` never painted over by `below`, a sibling whose place reaches under it.
 KXDEVUI_API void PutAbove(HWND window, HWND below) noexcept;
 

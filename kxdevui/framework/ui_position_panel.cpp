@@ -478,7 +478,7 @@ void PositionPanel::DrawCurrent(HDC dc, const RECT& area, bool enabled) {
 }
 
 void PositionPanel::DrawFocus(HDC dc, const RECT& area, const DRAWITEMSTRUCT& item) {
-    if (!(item.itemState & ODS_FOCUS)) return;
+    if (!ShowsFocus(item)) return;
     SetTextColor(dc, KX_GetSysColor(COLOR_BTNTEXT));
     SetBkColor(dc, KX_GetSysColor(COLOR_BTNFACE));
     DrawFocusRect(dc, &area);

@@ -154,7 +154,7 @@ public:
 
     // Paints the setup button as WM_DRAWITEM asks.
     void DrawSetup(const DRAWITEMSTRUCT& item) const;
-    // The mark of the current position, to be drawn first; of the button with the focus, to be drawn last.
+    // The mark of the current position, to be drawn first; of the button that shows the focus, to be drawn last.
     static void DrawCurrent(HDC dc, const RECT& area, bool enabled);
     static void DrawFocus(HDC dc, const RECT& area, const DRAWITEMSTRUCT& item);
 

@@ -1,11 +1,16 @@
 #include <kxdevui/framework/ui_window.h>
 
+#include <atomic>
+
 #include <kxbaseui/kx_fonts.h>
 #include <kxbaseui/kx_layoutmanager.h>
+#include <kxbaseui/kx_module.h>
 #include <kxdevui/framework/devgui.h>
 #include <kxdevui/framework/ui_activity.h>
 #include <kxdevui/framework/ui_parts.h>
 #include <kxsystem/kx_log.h>
+
+#include <exception>
 
 namespace kx::ui {
 
@@ -39,11 +44,7 @@ void EnsureClass(ATOM& atom, const ControlSpec& spec) {
     description.hInstance = ModuleOf(spec.procedure);
     if (spec.ownLayout) CKxGUILayoutManager::AddClassWithOwnLayout(spec.name);
     atom = RegisterClassExW(&description);
-    // A module that is unloaded and comes back elsewhere would leave a class whose procedure is nowhere.
-    HMODULE stays = nullptr;
-    if (atom)
-        GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_PIN,
-                           reinterpret_cast<const wchar_t*>(spec.procedure), &stays);
+    if (atom) KX_KeepLoaded(spec.procedure);
     if (!atom && CKxLogFile::Detail()) {
         KX_LOG(spec.object, L"%ls::Create - RegisterClass failed - lasterror = %d", spec.object,
                static_cast<int>(GetLastError()));
@@ -76,6 +77,13 @@ HWND MakeWindow(ATOM& atom, const ControlSpec& spec, HWND parent, POINT at, SIZE
 }
 
 }  // namespace
+
+Creation::Creation(const void* object) noexcept : m_alive(object) {
+    static const DWORD s_thread = GetCurrentThreadId();
+    static std::atomic_flag s_told;
+    if (GetCurrentThreadId() != s_thread && !s_told.test_and_set())
+        KX_LOG(L"ui_window", L"a second thread makes controls; they share what belongs to the first");
+}
 
 HWND Creation::Window(CKxDevUI_Base* control, ATOM& atom, const ControlSpec& spec, HWND parent, POINT at,
                       SIZE size) const {
@@ -170,6 +178,7 @@ bool Subclass(HWND child, WNDPROC procedure, void* object) {
     if (!IsWindow(child)) return false;
     const auto state = StateOf(child);
     if (state->previous) return false;
+    KX_KeepLoaded(procedure);
     SetWindowLongPtrW(child, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(object));
     state->previous =
         reinterpret_cast<WNDPROC>(SetWindowLongPtrW(child, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(procedure)));
@@ -192,6 +201,8 @@ LRESULT CallPrevious(const Message& message) noexcept {
     --s_running;
     --state->running;
     if (message.id == WM_NCDESTROY) DropState(message.window);
+    // Owner-drawn buttons are drawn anew by Windows; under Wine they are not.
+    if (message.id == WM_UPDATEUISTATE) InvalidateRect(message.window, nullptr, FALSE);
     if (state->orphaned && state->running == 0) {
         state->orphaned = false;
         DestroyWindow(message.window);

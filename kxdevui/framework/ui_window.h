@@ -16,9 +16,11 @@
 #include <optional>
 #include <type_traits>
 
+#include <kxbaseui/kx_cues.h>
 #include <kxbaseui/kx_visualstyles.h>
 #include <kxdevui/framework/devgui_base.h>
 #include <kxdevui/framework/devgui_messages.h>
+#include <kxdevui/framework/ui_complaint.h>
 #include <kxdevui/framework/ui_life.h>
 #include <kxdevui/framework/ui_paint.h>
 #include <kxdevui/framework/ui_parts.h>
@@ -69,7 +71,8 @@ KXDEVUI_API HINSTANCE ModuleOf(WNDPROC procedure) noexcept;
 
 // Registers the class once, with the arrow cursor and for the module that holds the procedure, and keeps its atom. A
 // failure is logged when the log's detail is on, and creation goes on: windows are made by the atom, never by the name,
-// which may be that of another's class, and without one there is none. From then on that module stays loaded.
+// which may be that of another's class, and without one there is none. From then on that module stays loaded
+// (kx_module.h).
 KXDEVUI_API void EnsureClass(ATOM& atom, const ControlSpec& spec);
 
 // ---- From the window to the object ---------------------------------------------------------------------------------
@@ -108,7 +111,8 @@ public:
     explicit operator bool() const noexcept { return static_cast<bool>(m_alive); }
 
 private:
-    explicit Creation(const void* object) noexcept : m_alive(object) {}
+    // Says in the log, once, that another thread than the first makes controls.
+    explicit Creation(const void* object) noexcept;
 
     Alive m_alive;
 };
@@ -222,6 +226,7 @@ inline void* CreationParameter(const Message& message) noexcept {
 template <class T, class Lookup, Handled (T::*Handle)(const Message&)>
 Handled Dispatch(T* object, const Message& message) noexcept {
     if (Closing::Silences(message)) return std::nullopt;
+    const LosingFocus losing(message.id, message.wParam, message.lParam);
     if (message.id == WM_THEMECHANGED) StylesChanged(message.window);
     const Alive alive(static_cast<RootOf<T>*>(object));
     const Handled result = Guarded([&] { return (object->*Handle)(message); });
@@ -290,6 +295,7 @@ LRESULT SubclassEntry(const Message& message) noexcept {
         if (message.id == WM_PAINT) ValidateRect(message.window, nullptr);
         return Answer == Unbound::One ? 1 : 0;
     }
+    const LosingFocus losing(message.id, message.wParam, message.lParam);
     Handled result;
     if (object && !Closing::Silences(message)) result = Guarded([&] { return (object->*Handle)(message); });
     return result ? *result : CallPrevious(message);
@@ -328,7 +334,8 @@ Handled HandleRowKeys(const Message& message, int columns, Move&& move) {
     }
     const int step = StepOf(message.wParam, columns);
     if (step == 0) return std::nullopt;
-    move(step);
+    KX_ShowFocusFromNowOn(message.window);
+    if (IsWindow(message.window)) move(step);
     return 0;
 }
 

@@ -236,8 +236,10 @@ kx::ui::Handled CKxDevUI_ColorSlider::HandleName(const kx::ui::Message& message)
     case WM_PRINTCLIENT:
         kx::ui::Paint(message, {}, KX_GetSysColorBrush(COLOR_3DFACE),
                       [this](HDC dc, const RECT& area) { PaintName(dc, area); });
-        // Nothing is left to paint for the procedure that gets it then, unless it has a DC to do so.
-        return message.wParam == 0 ? std::nullopt : kx::ui::Handled(0);
+        // Nothing is left to paint for the procedure that gets it then, unless it has a DC to do so, or the look has
+        // changed meanwhile.
+        return message.wParam == 0 && !GetUpdateRect(message.window, nullptr, FALSE) ? std::nullopt
+                                                                                     : kx::ui::Handled(0);
     case WM_ERASEBKGND: return 1;
     case WM_ENABLE:
     case WM_SETFONT:

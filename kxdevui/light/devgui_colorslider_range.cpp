@@ -289,6 +289,7 @@ kx::ui::Handled RangeThumbs::Inside::OnKey(WPARAM key) {
     if (key != VK_TAB) return MoveByKey(key);
     thumb = thumb == Thumb::Minimum ? Thumb::Maximum : Thumb::Minimum;
     slider.Redraw();
+    KX_ShowFocusFromNowOn(slider);
     return 0;
 }
 
@@ -422,7 +423,7 @@ void RangeThumbs::OnPaint(const kx::ui::Message& message) {
                                                                    : kLookNormal;
         const RECT at = in.ThumbRect(in.PositionOf(thumb));
         DrawThumb(dc, {at.left, at.top},
-                  StyleOf(in.track.image, look, part->focused && thumb == in.thumb,
+                  StyleOf(in.track.image, look, thumb == in.thumb && in.ShowsFocus(),
                           CKxDevUI_ColorSliderHPot::m_pDefaultColors));
     };
     kx::ui::Paint(message, {}, KX_GetSysColorBrush(COLOR_BTNFACE), [&](HDC dc, const RECT&) {

@@ -532,7 +532,7 @@ void CKxDevUI_Shutter::DrawButton(const DRAWITEMSTRUCT& item) const {
         if (m_titleInButton) DrawTitle(dc, {pressed + area.bottom, area.top, area.right, area.bottom}, enabled);
         const RECT picture{0, 0, m_titleInButton ? area.bottom : area.right, area.bottom};
         m_requests->DrawButton(dc, area, picture, enabled);
-        if ((item.itemState & ODS_FOCUS) && !(item.itemState & ODS_NOFOCUSRECT)) KX_DrawButtonFocus(dc, area, look, 3);
+        if (ShowsFocus(item)) KX_DrawButtonFocus(dc, area, look, 3);
     });
 }
 

@@ -173,8 +173,11 @@ void CKxDevUI_ZStack::CollectControls() {
 }
 
 void CKxDevUI_ZStack::SubclassControls() {
-    for (int id = IDC_ZS_EDIT_TOP; id <= IDC_ZS_EDIT_ABOVE; ++id)
+    for (int id = IDC_ZS_EDIT_TOP; id <= IDC_ZS_EDIT_ABOVE; ++id) {
         Subclass(Item(id), EdtWndProc, this);
+        UseInputMethod(Item(id), false);
+        if (id <= IDC_ZS_EDIT_BOTTOM) MakeRoomForMark(Item(id));
+    }
     for (const int id : {IDC_ZS_TYPE_ENDS, IDC_ZS_TYPE_SYMMETRIC, IDC_ZS_TYPE_ASYMMETRIC, IDC_ZS_TOP, IDC_ZS_HOME,
                          IDC_ZS_BOTTOM, IDC_ZS_RELATIVE, IDC_ZS_SUGGESTED, IDC_ZS_PIEZO})
         Subclass(Item(id), BtnWndProc, this);

@@ -187,7 +187,8 @@ protected:
     //
     // True when the text was taken or asks for nothing. False for a text that is no number ("Invalid value entered.")
     // or a value that the record refuses ("Value is out of range."); the message boxes come up only with `showErrors`
-    // and over a panel that is visible by itself. False also, with nothing done and nobody told, when another
+    // and over a panel that is visible by itself, and where a field is just losing the focus they are posted: they come
+    // when that is over, after the refresh. False also, with nothing done and nobody told, when another
     // validation of this panel is under way, or the type is not right: ValidateRange works for types 2 and 6, and it,
     // ValidateRangeMax and ValidateRangeMin need a record that tells its type.
     //
@@ -291,6 +292,7 @@ private:
     void OnEnabled(bool enabled);
     void Focus(HWND from, bool backwards);
     void SelectFocused();
+    static void MakeRoomForMark(HWND edit);
 
     static Verdict VerdictOf(int status);
     bool Validate(int edit, kx::zstack::Meaning meaning, bool showErrors, const Refresh& refresh, const Apply& apply);
@@ -298,7 +300,8 @@ private:
     bool ValidateEnd(bool above, bool showErrors);
     Refresh Telling(unsigned int flags);
     void TellStep(double step, bool typed);
-    void Complain(int item, Verdict verdict, bool showErrors);
+    void Complain(int edit, Verdict verdict, bool showErrors);
+    bool IsComplaining() const;
     Verdict SetRange(double range);
     Verdict SetEnd(bool above, double position);
     bool MayMoveOtherEnd(bool above);

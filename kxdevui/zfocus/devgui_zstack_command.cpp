@@ -117,6 +117,8 @@ Handled CKxDevUI_ZStack::OnEditFocus(int id) {
 
 Handled CKxDevUI_ZStack::OnEditLeft(int id) {
     if (!IsValidated(id) && !(IsPosition(id) && IsWritable(id))) return std::nullopt;
+    // The panel's message box takes the focus, and gives it back.
+    if (IsComplaining()) return 0;
     // The focus was on its way to this field, which is not left by the user.
     if (s_displaced == Item(id)) {
         s_displaced = nullptr;
@@ -159,6 +161,8 @@ Handled CKxDevUI_ZStack::OnPositionLeft(int id) {
 // The field that the focus was to have loses it again and would be validated in its turn, and two that are refused
 // would pass the focus to and fro.
 void CKxDevUI_ZStack::GiveBackFocus(HWND edit) {
+    // Another's message box may have taken the focus, and keeps it.
+    if (kx::ui::WhoComplains(m_hWnd)) return;
     // A field that has been hidden or disabled meanwhile is none to go back to.
     if ((GetWindowLongW(edit, GWL_STYLE) & (WS_VISIBLE | WS_DISABLED)) != WS_VISIBLE) return;
     const HWND outer = std::exchange(s_displaced, GetFocus());

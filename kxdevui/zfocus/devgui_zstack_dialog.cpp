@@ -1,6 +1,7 @@
 // The confirmation dialog of the Z stack panel.
 #include <kxdevui/zfocus/devgui_zstack.h>
 
+#include <kxbaseui/kx_fonts.h>
 #include <kxbaseui/kx_guiscale.h>
 #include <kxbaseui/kx_layoutmanager.h>
 #include <kxbaseui/kx_schemecontrols.h>
@@ -13,6 +14,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cwchar>
 #include <iterator>
 #include <vector>
@@ -45,6 +47,19 @@ SIZE Measure(HWND label, const wchar_t* text, HFONT font, long width) {
     return {rect.right - rect.left, rect.bottom - rect.top};
 }
 
+// What a text needs in its window's own font, in unzoomed pixels: also at the zoom that follows, where lines may break
+// elsewhere, and a line comes out longer than the font says, by up to a fiftieth under Wine.
+SIZE MeasureForZoom(HWND label, const wchar_t* text, long width) {
+    const HFONT font = FontOf(label);
+    const SIZE unzoomed = Measure(label, text, font, width);
+    const double zoom = CKxGUILayoutManager::GetGuiZoom();
+    if (zoom == 1.0) return unzoomed;
+    const SIZE zoomed =
+        Measure(label, text, KX_GetFontAtZoom(font, 1, zoom), CKxGUILayoutManager::Zoomed(static_cast<double>(width)));
+    const auto back = [zoom](long length) { return std::lround(std::ceil(static_cast<double>(length) / zoom)); };
+    return {std::max(unzoomed.cx, back(zoomed.cx) * 33 / 32), std::max(unzoomed.cy, back(zoomed.cy))};
+}
+
 long ClientWidthOf(HWND window) {
     RECT rect{};
     GetClientRect(window, &rect);
@@ -57,7 +72,7 @@ SIZE SizeOfCheckBox(HWND box, long width) {
     // The platform's own box, with the gap between it and the text.
     const UINT dpi = GetDpiForWindow(box);
     const long mark = GetSystemMetricsForDpi(SM_CXMENUCHECK, dpi) + 2 * GetSystemMetricsForDpi(SM_CXEDGE, dpi);
-    const SIZE needed = Measure(box, text, FontOf(box), width - mark);
+    const SIZE needed = MeasureForZoom(box, text, width - mark);
     return {width, std::max(SizeOf(box).cy, needed.cy + 2 * GetSystemMetricsForDpi(SM_CYEDGE, dpi))};
 }
 
@@ -84,17 +99,23 @@ bool HasGlyphs(HWND label, const wchar_t* text, HFONT font) {
     return std::find(glyphs.begin(), glyphs.end(), WORD{0xFFFF}) == glyphs.end();
 }
 
+// The stock font comes in the one size that a screen without scale has.
+bool IsScaled(HWND dialog) {
+    return CKxGUILayoutManager::GetGuiZoom() != 1.0 || GetDpiForWindow(dialog) != USER_DEFAULT_SCREEN_DPI;
+}
+
 void LayOut(HWND dialog, const wchar_t* question) {
     const HWND label = GetDlgItem(dialog, IDC_YNK_QUESTION);
     YesNoKeepSizes sizes{};
     sizes.icon = SizeOf(GetDlgItem(dialog, IDC_YNK_ICON));
-    // The stock font sets the size, and shows the question where it has all its letters; it has no Japanese.
+    // The stock font sets the size, and shows the question where it has all its letters, and the size; it has no
+    // Japanese. Else that is the dialog's own.
     const auto stock = static_cast<HFONT>(GetStockObject(ANSI_VAR_FONT));
     sizes.question = Measure(label, question, stock, ClientWidthOf(label));
-    if (HasGlyphs(label, question, stock)) {
+    if (!IsScaled(dialog) && HasGlyphs(label, question, stock)) {
         SendMessageW(label, WM_SETFONT, reinterpret_cast<WPARAM>(stock), FALSE);
     } else {
-        const SIZE own = Measure(label, question, FontOf(label), ClientWidthOf(label));
+        const SIZE own = MeasureForZoom(label, question, ClientWidthOf(label));
         sizes.question = {std::max(sizes.question.cx, own.cx), std::max(sizes.question.cy, own.cy)};
     }
     for (std::size_t i = 0; i < kButtons.size(); ++i)

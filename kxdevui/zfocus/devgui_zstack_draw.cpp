@@ -4,6 +4,7 @@
 #include <kxbaseui/kx_bitmappool.h>
 #include <kxbaseui/kx_buttonbackground.h>
 #include <kxbaseui/kx_colors.h>
+#include <kxbaseui/kx_cues.h>
 #include <kxbaseui/kx_layoutmanager.h>
 #include <kxdevui/zfocus/zstack_ids.h>
 #include <kxdevui/zfocus/zstack_window.h>
@@ -50,7 +51,8 @@ void DrawLabel(HDC dc, HWND button, RECT area, const Look& look) {
     const Selection font(dc, reinterpret_cast<HFONT>(SendMessageW(button, WM_GETFONT, 0, 0)));
     SetBkMode(dc, TRANSPARENT);
     SetTextColor(dc, KX_GetButtonTextColor(look.flags));
-    DrawTextW(dc, text, -1, &area, DT_CENTER | DT_VCENTER | DT_SINGLELINE);
+    constexpr UINT format = DT_CENTER | DT_VCENTER | DT_SINGLELINE;
+    DrawTextW(dc, text, -1, &area, KX_ShowsMnemonics(button) ? format : format | DT_HIDEPREFIX);
 }
 
 void DrawArrow(HDC dc, const RECT& area, const Look& look) {
@@ -90,7 +92,7 @@ Handled CKxDevUI_ZStack::OnDrawItem(const DRAWITEMSTRUCT& item) {
     const bool isPiezo = item.CtlID == IDC_ZS_PIEZO;
     if (!isType && !isPiezo && item.CtlID != IDC_ZS_RELATIVE) return std::nullopt;
     const bool selected = isType && IsTypeSelected(item.CtlID, *kx::zstack::ShownOf(m_hWnd));
-    const Look look{(item.itemState & ODS_FOCUS) != 0, selected, ButtonLook(item) | (selected ? eKxButtonLook_On : 0)};
+    const Look look{ShowsFocus(item), selected, ButtonLook(item) | (selected ? eKxButtonLook_On : 0)};
     PaintItem(m_hWnd, item, KX_GetSysColorBrush(COLOR_BTNFACE), [&](HDC dc, const RECT& area) {
         DrawFace(dc, area, look);
         RECT inside = area;

@@ -19,6 +19,7 @@ namespace {
 // What each field allows beyond that is the record's to say.
 constexpr Allowed kAnyNumber{-std::numeric_limits<double>::infinity(), std::numeric_limits<double>::infinity()};
 
+constexpr long kMarkGap = 2;  // pixels before the mark in a field
 constexpr wchar_t kTab = L'\t', kEnter = L'\r', kEscape = 27, kSpace = L' ';
 
 // The dialog manager of the host asks for every key whether the control wants it itself.
@@ -43,7 +44,8 @@ void CKxDevUI_ZStack::Focus(HWND from, bool backwards) {
     const HWND next = m_hWnd ? GetNextDlgTabItem(m_hWnd, from, backwards) : nullptr;
     if (!next) return;
     const Alive alive(this);
-    SetFocus(next);
+    KX_ShowFocusFromNowOn(m_hWnd);
+    if (alive && m_hWnd) SetFocus(next);
     if (alive && m_hWnd) SelectFocused();
 }
 
@@ -75,10 +77,6 @@ Handled CKxDevUI_ZStack::HandleEdit(const Message& message) {
     case WM_KEYDOWN: return message.wParam == VK_RETURN || message.wParam == VK_ESCAPE ? Handled(0) : std::nullopt;
     case WM_LBUTTONDBLCLK: return EditOnLButtonDblClk(message.window);
     case WM_PAINT: return EditOnPaint(message);
-    case WM_LBUTTONDOWN:
-        // What is selected anew the platform's edit draws at once, over the mark.
-        InvalidateRect(message.window, nullptr, FALSE);
-        return std::nullopt;
     case WM_SETCURSOR: return LOWORD(message.lParam) == HTCLIENT ? EditOnSetCursor(message.window) : std::nullopt;
     case WM_SETFOCUS:
         // Before the panel hears of it and empties what is not set.
@@ -119,7 +117,14 @@ Handled CKxDevUI_ZStack::EditOnLButtonDblClk(HWND edit) {
     return 0;
 }
 
-// A mark at the position where Z stands.
+// The platform's edit draws text without a WM_PAINT as well, but never in its margins.
+void CKxDevUI_ZStack::MakeRoomForMark(HWND edit) {
+    RECT client{};
+    GetClientRect(edit, &client);
+    SendMessageW(edit, EM_SETMARGINS, EC_LEFTMARGIN, client.bottom / 4 + 2 * kMarkGap);
+}
+
+// A mark at the position where Z stands, beside the text.
 Handled CKxDevUI_ZStack::EditOnPaint(const Message& message) {
     const int id = GetDlgCtrlID(message.window);
     if (!IsPositionEdit(id) || message.wParam) return std::nullopt;
@@ -132,8 +137,9 @@ Handled CKxDevUI_ZStack::EditOnPaint(const Message& message) {
     const WindowDC dc(message.window);
     const Selection brush(dc, GetStockObject(DC_BRUSH)), pen(dc, GetStockObject(NULL_PEN));
     SetDCBrushColor(dc, IsWindowEnabled(message.window) ? kx::zstack::MarkColor() : KX_GetSysColor(COLOR_GRAYTEXT));
-    const long half = std::max(3L, client.bottom / 4), middle = client.bottom / 2;
-    const POINT corners[] = {{2, middle - half}, {2 + half, middle}, {2, middle + half}};
+    const long room = LOWORD(SendMessageW(message.window, EM_GETMARGINS, 0, 0));
+    const long half = std::min(client.bottom / 4, room - kMarkGap), middle = client.bottom / 2;
+    const POINT corners[] = {{kMarkGap, middle - half}, {kMarkGap + half, middle}, {kMarkGap, middle + half}};
     Polygon(dc, corners, 3);
     return result;
 }

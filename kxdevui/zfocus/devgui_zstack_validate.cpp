@@ -1,9 +1,8 @@
 // The validations of the Z stack panel: from a typed text to the record.
 #include <kxdevui/zfocus/devgui_zstack.h>
 
-#include <kxbaseui/kx_messagebox.h>
 #include <kxdevui/framework/devgui_habits.h>
-#include <kxdevui/framework/ui_answer.h>
+#include <kxdevui/framework/ui_complaint.h>
 #include <kxdevui/zfocus/zstack_ids.h>
 #include <kxdevui/zfocus/zstack_rules.h>
 #include <kxdevui/zfocus/zstack_window.h>
@@ -57,7 +56,7 @@ int CKxDevUI_ZStack::iKeepRange = 0;
 // The message comes before the refresh, and both while further validations are held off: a box that opens takes the
 // focus from an edit, and a host that refreshes may move it.
 bool CKxDevUI_ZStack::Validate(int edit, Meaning meaning, bool showErrors, const Refresh& refresh, const Apply& apply) {
-    if (m_validating) return false;
+    if (m_validating || IsComplaining()) return false;
     const Alive alive(this);
     const Raised validating(m_validating, alive);
 
@@ -87,17 +86,17 @@ CKxDevUI_ZStack::Position CKxDevUI_ZStack::NumberBehind(int edit, Meaning meanin
     return entry.meaning == meaning && entry.text == text ? entry.value : std::nullopt;
 }
 
-void CKxDevUI_ZStack::Complain(int item, Verdict verdict, bool showErrors) {
+void CKxDevUI_ZStack::Complain(int edit, Verdict verdict, bool showErrors) {
     if (verdict == Verdict::Taken || verdict == Verdict::Declined) return;
     const wchar_t* text = verdict == Verdict::NotANumber ? L"Invalid value entered." : L"Value is out of range.";
-    // An answer is in nobody's way, so that it comes wherever the focus has gone.
-    if (KX_GetFieldHabits(Item(item)).answer) {
-        return kx::ui::ShowAnswer(Item(item), KX_GetTranslation(text, kSource).str());
-    }
-    if (!showErrors || !CKxGUIElement::IsVisible()) return;
-    KX_MessageBox(m_hWnd, KX_GetTranslation(text, kSource), KX_GetTranslation(L"Z Series", kSource), MB_ICONEXCLAMATION,
-                  -1);
+    // An answer beside the field is in nobody's way, so that it comes wherever the focus has gone.
+    const bool shown = (showErrors && CKxGUIElement::IsVisible()) || KX_GetFieldHabits(Item(edit)).answer;
+    if (!shown) return;
+    kx::ui::Complain(m_hWnd, Item(edit), KX_GetTranslation(text, kSource), KX_GetTranslation(L"Z Series", kSource),
+                     MB_ICONEXCLAMATION);
 }
+
+bool CKxDevUI_ZStack::IsComplaining() const { return m_hWnd && kx::ui::WhoComplains(m_hWnd) == m_hWnd; }
 
 CKxDevUI_ZStack::Verdict CKxDevUI_ZStack::VerdictOf(int status) {
     return status == eKxZStack_Ok ? Verdict::Taken : Verdict::OutOfRange;
@@ -143,13 +142,13 @@ bool CKxDevUI_ZStack::ValidateSteps(bool showErrors) {
 
 // As guarded as the typed step: its message box may have the button pressed again.
 void CKxDevUI_ZStack::TakeSuggestedStep() {
-    if (m_validating) return;
+    if (m_validating || IsComplaining()) return;
     const Alive alive(this);
     const Raised validating(m_validating, alive);
     double step = 0;
     if (Ask([&] { return m_data->GetStepSuggested(&step); }) != eKxZStack_Ok) return OnZStackChanged(RefreshAll);
     if (Ask([&] { return m_data->SetStep(step); }) == eKxZStack_Ok) return TellStep(step, false);
-    Complain(IDC_ZS_SUGGESTED, Verdict::OutOfRange, true);
+    Complain(IDC_ZS_EDIT_STEP, Verdict::OutOfRange, true);
     if (alive) OnZStackChanged(RefreshStep);
 }
 

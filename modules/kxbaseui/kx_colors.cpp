@@ -129,7 +129,8 @@ void Choose(EKxColorScheme scheme) {
     for (const HWND window : kx::ThreadWindows()) {
         if (s_scheme != scheme) break;  // a window chose another one, and told everybody
         if (!IsWindow(window)) continue;
-        SendMessageW(window, WM_SYSCOLORCHANGE, 0, 0);
+        // As SendMessage, but for windows of other threads, which would be waited for.
+        SendNotifyMessageW(window, WM_SYSCOLORCHANGE, 0, 0);
         RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME);
     }
     s_isTelling = before;

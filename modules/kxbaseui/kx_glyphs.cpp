@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstring>
 #include <string_view>
+#include <utility>
 
 namespace kx::svg {
 
@@ -16,9 +17,12 @@ constexpr int c_size = 1024;
 // No letter of a common font comes near it.
 constexpr DWORD c_largestOutline = 1 << 20;
 
-// The first family of the list by its name for the platform.
-void FaceName(std::string_view families, wchar_t (&face)[LF_FACESIZE]) {
-    std::string_view family = Trim(families.substr(0, families.find(',')));
+// Asked for a letter that the families of a drawing have not: together they have those of most scripts, and symbols.
+constexpr std::string_view c_last = "sans-serif,Segoe UI,Segoe UI Symbol,MS UI Gothic,Arial Unicode MS";
+
+// A family by its name for the platform.
+void FaceName(std::string_view family, wchar_t (&face)[LF_FACESIZE]) {
+    family = Trim(family);
     if (family.size() > 1 && (family.front() == '"' || family.front() == '\''))
         family = family.substr(1, family.size() - 2);
     static constexpr std::pair<std::string_view, std::string_view> c_generic[] = {{"", "MS Shell Dlg 2"},
@@ -30,6 +34,17 @@ void FaceName(std::string_view families, wchar_t (&face)[LF_FACESIZE]) {
     const int length = MultiByteToWideChar(
         CP_UTF8, 0, family.data(), static_cast<int>(std::min<std::size_t>(family.size(), 31)), face, LF_FACESIZE - 1);
     face[length] = L'\0';
+}
+
+// Calls `choose` for one family of a list after the other, until it is content.
+template <class Choose>
+bool ForEachFamily(std::string_view families, const Choose& choose) {
+    for (;;) {
+        const auto end = std::min(families.find(','), families.size());
+        if (choose(families.substr(0, end))) return true;
+        if (end == families.size()) return false;
+        families.remove_prefix(end + 1);
+    }
 }
 
 Point ToPoint(const POINTFX& point) {
@@ -89,9 +104,20 @@ bool GdiGlyphs::Choose(const Font& font) {
     return true;
 }
 
+// The platform draws a box for a letter that a font lacks, and takes none from another font for outlines.
+bool GdiGlyphs::ChooseFor(const Font& font, char32_t character) {
+    const auto hasLetter = [&](std::string_view family) {
+        const auto letter = static_cast<wchar_t>(character);
+        WORD glyph = 0xFFFF;
+        return Choose({std::string(family), font.bold, font.italic}) &&
+               GetGlyphIndicesW(m_dc.get(), &letter, 1, &glyph, GGI_MARK_NONEXISTING_GLYPHS) == 1 && glyph != 0xFFFF;
+    };
+    return ForEachFamily(font.family, hasLetter) || ForEachFamily(c_last, hasLetter);
+}
+
 bool GdiGlyphs::Outline(const Font& font, char32_t character, Path& outline, double& advance) {
     // The platform's function takes one UTF-16 unit.
-    if (character > 0xFFFF || !Choose(font)) return false;
+    if (character > 0xFFFF || !ChooseFor(font, character)) return false;
     static constexpr MAT2 c_identity{{0, 1}, {0, 0}, {0, 0}, {0, 1}};
     GLYPHMETRICS metrics{};
     const auto ask = [&](DWORD size, void* buffer) {

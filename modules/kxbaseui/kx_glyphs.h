@@ -11,7 +11,8 @@
 
 namespace kx::svg {
 
-// Holds one font, the last that was asked for.
+// Holds one font, the last that was asked for. A letter that no family of the list has comes from one of the platform's
+// usual ones; one that none of these has is left out.
 class GdiGlyphs : public GlyphSource {
 public:
     bool Outline(const Font& font, char32_t character, Path& outline, double& advance) override;
@@ -25,6 +26,7 @@ private:
     };
 
     bool Choose(const Font& font);
+    bool ChooseFor(const Font& font, char32_t character);
 
     // The font outlives the DC that it is selected into.
     std::unique_ptr<std::remove_pointer_t<HFONT>, ObjectDeleter> m_handle;

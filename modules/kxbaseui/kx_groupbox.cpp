@@ -34,7 +34,8 @@ void KX_GroupBoxDraw(HDC dc, const SKxGroupBox& box, unsigned flags) {
 
     const long left = box.frame.left + box.titleOffset, top = box.frame.top - KX_GroupBoxTitleHeight(dc) / 2;
     RECT text{left, top, left, top};
-    const UINT format = flags & eKxGroupBox_Mnemonic ? DT_SINGLELINE : DT_SINGLELINE | DT_NOPREFIX;
+    const UINT format = DT_SINGLELINE | (flags & eKxGroupBox_Mnemonic ? 0u : UINT{DT_NOPREFIX}) |
+                        (flags & eKxGroupBox_NoLine ? UINT{DT_HIDEPREFIX} : 0u);
     DrawTextW(dc, box.title, static_cast<int>(box.title.Length()), &text, format | DT_CALCRECT);
     text.right = std::min(text.right, box.frame.right - 2 * kGap);
     if (box.titleEnd > 0) text.right = std::min(text.right, box.frame.left + box.titleEnd);

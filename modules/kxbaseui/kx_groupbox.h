@@ -22,6 +22,7 @@ struct SKxGroupBox {
 enum EKxGroupBoxFlags : unsigned {
     eKxGroupBox_Mnemonic = 1,  // '&' underlines the letter after it
     eKxGroupBox_Disabled = 2,  // where the platform has another frame for it
+    eKxGroupBox_NoLine = 4,    // with the first: not now (KX_ShowsMnemonics)
 };
 
 // The height of a title in the font selected into the DC, half of which is where the line of a frame belongs.

@@ -4,9 +4,11 @@
 
 #include <algorithm>
 #include <iterator>
+#include <utility>
 
 #include <kxbaseui/kx_buttonbackground.h>
 #include <kxbaseui/kx_colors.h>
+#include <kxbaseui/kx_cues.h>
 #include <kxbaseui/kx_groupbox.h>
 #include <kxbaseui/kx_layoutmanager.h>
 #include <kxbaseui/kx_uihelper.h>
@@ -30,11 +32,11 @@ struct Label {
 
 void DrawLabel(HDC dc, HWND window, RECT area, UINT format) {
     SetTextColor(dc, KX_GetSysColor(IsWindowEnabled(window) ? COLOR_BTNTEXT : COLOR_GRAYTEXT));
-    DrawTextW(dc, Label(window).text, -1, &area, format);
+    DrawTextW(dc, Label(window).text, -1, &area, KX_ShowsMnemonics(window) ? format : format | DT_HIDEPREFIX);
 }
 
 void DrawFocus(HDC dc, HWND button, const RECT& rect) {
-    if (SendMessageW(button, BM_GETSTATE, 0, 0) & BST_FOCUS) {
+    if ((SendMessageW(button, BM_GETSTATE, 0, 0) & BST_FOCUS) && KX_ShowsFocus(button)) {
         SetTextColor(dc, KX_GetSysColor(COLOR_BTNTEXT));
         SetBkColor(dc, KX_GetSysColor(COLOR_BTNFACE));
         DrawFocusRect(dc, &rect);
@@ -90,7 +92,8 @@ void PaintGroupBox(HDC dc, HWND button, RECT client) {
     client.top = KX_GroupBoxTitleHeight(dc) / 2;
     SetTextColor(dc, KX_GetSysColor(IsWindowEnabled(button) ? COLOR_BTNTEXT : COLOR_GRAYTEXT));
     SetBkColor(dc, KX_GetSysColor(COLOR_BTNFACE));
-    KX_GroupBoxDraw(dc, {client, Label(button).text, CKxGUILayoutManager::Zoomed(8)}, eKxGroupBox_Mnemonic);
+    const unsigned flags = KX_ShowsMnemonics(button) ? eKxGroupBox_Mnemonic : eKxGroupBox_Mnemonic | eKxGroupBox_NoLine;
+    KX_GroupBoxDraw(dc, {client, Label(button).text, CKxGUILayoutManager::Zoomed(8)}, flags);
 }
 
 bool PaintsItself(LONG type) { return type == BS_OWNERDRAW || type == BS_USERBUTTON; }
@@ -122,6 +125,7 @@ bool PaintsAtOnce(UINT message) {
     case WM_SETFOCUS:
     case WM_KILLFOCUS:
     case WM_ENABLE:
+    case WM_UPDATEUISTATE:
     case WM_SETTEXT: return true;
     default: return false;
     }
@@ -180,7 +184,7 @@ void PaintCombo(HWND combo) {
     text.left += CKxGUILayoutManager::Zoomed(4);
     text.right = arrow.left;
     SetTextColor(dc, KX_GetSysColor(enabled ? COLOR_WINDOWTEXT : COLOR_GRAYTEXT));
-    DrawTextW(dc, Label(combo).text, -1, &text, DT_VCENTER | DT_SINGLELINE);
+    DrawTextW(dc, Label(combo).text, -1, &text, DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX);
 }
 
 LRESULT AnswerColor(HWND window, UINT message, HDC dc, HWND control) {
@@ -194,6 +198,26 @@ LRESULT AnswerColor(HWND window, UINT message, HDC dc, HWND control) {
 
 bool AsksForColor(UINT message) { return message >= WM_CTLCOLOREDIT && message <= WM_CTLCOLORSTATIC; }
 
+// What the platform shows of a closed one it draws without waiting for WM_PAINT: where the mouse is, that the arrow is
+// pressed, an entry that was typed to.
+bool ChangesCombo(HWND combo, UINT message) {
+    static HWND s_under = nullptr;  // the mouse; every move would be one to draw for
+    switch (message) {
+    case WM_MOUSEMOVE: return std::exchange(s_under, combo) != combo;
+    case WM_MOUSELEAVE: s_under = nullptr; return true;
+    case CB_SETCURSEL:
+    case CB_SHOWDROPDOWN:
+    case WM_SETFOCUS:
+    case WM_KILLFOCUS:
+    case WM_ENABLE:
+    case WM_COMMAND:
+    case WM_CAPTURECHANGED:
+    case WM_UPDATEUISTATE: return true;
+    default:
+        return (message > WM_MOUSEMOVE && message <= WM_MOUSELAST) || (message >= WM_KEYFIRST && message <= WM_KEYLAST);
+    }
+}
+
 LRESULT CALLBACK ComboProc(HWND combo, UINT message, WPARAM wParam, LPARAM lParam) {
     if (kx::IsOwnScheme()) {
         if (message == WM_PAINT && wParam == 0) {
@@ -203,8 +227,7 @@ LRESULT CALLBACK ComboProc(HWND combo, UINT message, WPARAM wParam, LPARAM lPara
         if (AsksForColor(message)) {
             return AnswerColor(combo, message, reinterpret_cast<HDC>(wParam), reinterpret_cast<HWND>(lParam));
         }
-        const bool changes = message == CB_SETCURSEL || message == WM_SETFOCUS || message == WM_KILLFOCUS ||
-                             message == WM_ENABLE || message == WM_COMMAND;
+        const bool changes = ChangesCombo(combo, message);
         const LRESULT result = kx::CallRest(ComboProc, combo, message, wParam, lParam);
         if (changes && IsWindow(combo)) InvalidateRect(combo, nullptr, FALSE);
         return result;

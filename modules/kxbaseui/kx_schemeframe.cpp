@@ -31,7 +31,7 @@ void OnZoom(HWND window) {
 void TellBelow(HWND window) {
     if (IsTellingOfScheme()) return;
     for (const HWND each : WindowsBelow(window))
-        if (IsWindow(each)) SendMessageW(each, WM_SYSCOLORCHANGE, 0, 0);
+        if (IsWindow(each)) SendNotifyMessageW(each, WM_SYSCOLORCHANGE, 0, 0);
 }
 
 bool IsAboutColors(WPARAM what, LPARAM area) {

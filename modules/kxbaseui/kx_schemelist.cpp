@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <type_traits>
 
 #include <kxbaseui/kx_colors.h>
 #include <kxbaseui/kx_layoutmanager.h>
@@ -39,11 +40,42 @@ void DrawListCheckBox(HDC dc, const RECT& box, bool checked, bool enabled) {
         DrawCheckBox(dc, box, checked, enabled);
 }
 
+// What makes image lists. Styles 6 bring a comctl32 of their own beside the one that this module was linked to, and
+// neither knows the lists of the other: they are asked of that which the list view belongs to.
+struct Images {
+    decltype(&ImageList_Create) create = ImageList_Create;
+    decltype(&ImageList_Add) add = ImageList_Add;
+    decltype(&ImageList_Destroy) destroy = ImageList_Destroy;
+
+    explicit Images(HWND list) {
+        // The class names the module as Windows registers it, and the program under Wine.
+        HMODULE owner = nullptr;
+        const auto procedure = reinterpret_cast<const wchar_t*>(GetClassLongPtrW(list, GCLP_WNDPROC));
+        if (!GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+                                procedure, &owner))
+            return;
+        Images found(owner);
+        if (found.create && found.add && found.destroy) *this = found;
+    }
+
+private:
+    explicit Images(HMODULE owner) {
+        const auto get = [owner](auto& function, const char* name) {
+            function = reinterpret_cast<std::remove_reference_t<decltype(function)>>(
+                reinterpret_cast<void*>(GetProcAddress(owner, name)));
+        };
+        get(create, "ImageList_Create");
+        get(add, "ImageList_Add");
+        get(destroy, "ImageList_Destroy");
+    }
+};
+
 // The state images of a list with check boxes: empty and checked. The platform's own have one size and one colour.
 void SetCheckBoxes(HWND list) {
     if (!(SendMessageW(list, LVM_GETEXTENDEDLISTVIEWSTYLE, 0, 0) & LVS_EX_CHECKBOXES)) return;
     const int size = CKxGUILayoutManager::Zoomed(13), cell = size + CKxGUILayoutManager::Zoomed(3);
-    const HIMAGELIST images = ImageList_Create(cell, cell, ILC_COLOR24, 2, 0);
+    const Images make(list);
+    const HIMAGELIST images = make.create(cell, cell, ILC_COLOR24, 2, 0);
     const HDC screen = GetDC(nullptr), dc = CreateCompatibleDC(screen);
     for (const bool checked : {false, true}) {
         const HBITMAP bitmap = CreateCompatibleBitmap(screen, cell, cell);
@@ -52,14 +84,14 @@ void SetCheckBoxes(HWND list) {
         FillRect(dc, &area, KX_GetSysColorBrush(IsWindowEnabled(list) ? COLOR_WINDOW : COLOR_BTNFACE));
         DrawListCheckBox(dc, box, checked, IsWindowEnabled(list) != FALSE);
         SelectObject(dc, old);
-        ImageList_Add(images, bitmap, nullptr);
+        make.add(images, bitmap, nullptr);
         DeleteObject(bitmap);
     }
     DeleteDC(dc);
     ReleaseDC(nullptr, screen);
     // The list owns the images it has; those it gives back are ours.
     const LRESULT previous = SendMessageW(list, LVM_SETIMAGELIST, LVSIL_STATE, reinterpret_cast<LPARAM>(images));
-    ImageList_Destroy(reinterpret_cast<HIMAGELIST>(previous));
+    make.destroy(reinterpret_cast<HIMAGELIST>(previous));
 }
 
 // Part 0 is the row behind the cells.

@@ -7,6 +7,7 @@
 
 #include <kxbaseui/kx_buttonbackground.h>
 #include <kxbaseui/kx_colors.h>
+#include <kxbaseui/kx_cues.h>
 #include <kxbaseui/kx_layoutmanager.h>
 
 #include "kx_platformlook.h"
@@ -20,6 +21,8 @@ namespace kx {
 namespace {
 
 LONG StyleOf(HWND window) { return GetWindowLongW(window, GWL_STYLE); }
+
+bool ShowsItsFocus(HWND window) { return GetFocus() == window && KX_ShowsFocus(window); }
 
 void Ground(HDC dc, const RECT& client) { FillRect(dc, &client, KX_GetSysColorBrush(COLOR_BTNFACE)); }
 
@@ -89,7 +92,7 @@ void PaintTrackBar(HDC dc, HWND control, const RECT& client) {
         KX_DrawButtonBackground(dc, thumb, GetCapture() == control ? eKxButtonLook_Pressed : 0, COLOR_BTNFACE);
         FrameInScheme(dc, thumb, IsWindowEnabled(control) ? COLOR_BTNTEXT : COLOR_GRAYTEXT);
     }
-    if (GetFocus() == control) {
+    if (ShowsItsFocus(control)) {
         SetTextColor(dc, KX_GetSysColor(COLOR_BTNTEXT));
         SetBkColor(dc, KX_GetSysColor(COLOR_BTNFACE));
         DrawFocusRect(dc, &client);
@@ -112,8 +115,9 @@ void PaintTab(HDC dc, HWND control, int index, bool chosen) {
     SetTextColor(dc, KX_GetSysColor(!IsWindowEnabled(control) ? COLOR_GRAYTEXT
                                     : chosen                  ? COLOR_WINDOWTEXT
                                                               : COLOR_BTNTEXT));
-    DrawTextW(dc, text, -1, &rect, DT_CENTER | DT_VCENTER | DT_SINGLELINE);
-    if (chosen && GetFocus() == control) {
+    constexpr UINT format = DT_CENTER | DT_VCENTER | DT_SINGLELINE;
+    DrawTextW(dc, text, -1, &rect, KX_ShowsMnemonics(control) ? format : format | DT_HIDEPREFIX);
+    if (chosen && ShowsItsFocus(control)) {
         InflateRect(&rect, -3, -3);
         SetBkColor(dc, KX_GetSysColor(COLOR_WINDOW));
         DrawFocusRect(dc, &rect);
@@ -149,7 +153,8 @@ LRESULT CALLBACK PartProc(HWND control, UINT message, WPARAM wParam, LPARAM lPar
     if (message == WM_ERASEBKGND) return 1;
     const LRESULT result = CallRest(PartProc<paint>, control, message, wParam, lParam);
     const bool changes = message == WM_SETFOCUS || message == WM_KILLFOCUS || message == WM_ENABLE ||
-                         message == WM_LBUTTONDOWN || message == WM_LBUTTONUP || message == WM_CAPTURECHANGED;
+                         message == WM_LBUTTONDOWN || message == WM_LBUTTONUP || message == WM_CAPTURECHANGED ||
+                         message == WM_UPDATEUISTATE;
     if (changes && IsWindow(control)) InvalidateRect(control, nullptr, FALSE);
     return result;
 }

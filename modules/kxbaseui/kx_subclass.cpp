@@ -1,5 +1,7 @@
 #include "kx_subclass.h"
 
+#include <kxbaseui/kx_module.h>
+
 #include <map>
 #include <utility>
 
@@ -17,12 +19,9 @@ std::map<std::pair<HWND, WNDPROC>, WNDPROC>& Previous() {
 }  // namespace
 
 bool Subclass(HWND window, WNDPROC procedure) {
-    if (!IsWindow(window)) return false;
-    // The window may outlive every other use of this module, and its procedure must not go.
-    static HMODULE stays = nullptr;
-    if (!stays)
-        GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_PIN,
-                           reinterpret_cast<const wchar_t*>(procedure), &stays);
+    // A window of another thread would come here on that one.
+    if (GetWindowThreadProcessId(window, nullptr) != GetCurrentThreadId()) return false;
+    KX_KeepLoaded(procedure);
     const auto [entry, isNew] = Previous().try_emplace({window, procedure}, nullptr);
     if (!isNew) return true;
     // Before the exchange: the first message may come with it.
@@ -40,3 +39,9 @@ LRESULT CallRest(WNDPROC procedure, HWND window, UINT message, WPARAM wParam, LP
 }
 
 }  // namespace kx
+
+void KX_KeepLoaded(WNDPROC procedure) noexcept {
+    HMODULE stays = nullptr;
+    GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_PIN,
+                       reinterpret_cast<const wchar_t*>(procedure), &stays);
+}

@@ -8,7 +8,8 @@
 
 namespace kx {
 
-// Puts `procedure` before the window's own, once: a second time changes nothing. False when the window is none.
+// Puts `procedure` before the window's own, once: a second time changes nothing. False when the window is none, or
+// another thread's. The module stays loaded from then on.
 bool Subclass(HWND window, WNDPROC procedure);
 
 // What the window would have done without `procedure`. Forgets the window with its last message.

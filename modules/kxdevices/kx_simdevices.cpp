@@ -213,6 +213,14 @@ bool CKxSimLaserOutput::SetPower(double power) {
     return true;
 }
 
+void CKxSimLaserOutput::TurnLightOff() {
+    m_power = m_powers.minimum;
+    // Of several ports one is in use, light or not.
+    for (Port& each : m_ports)
+        each.used = each.used && !m_several;
+    CKxDeviceRegistry::Notify(GetLogDevId(), EKxDeviceChange::Position);
+}
+
 const CKxSimLaserOutput::Port* CKxSimLaserOutput::PortAt(long port) const { return At(m_ports, port); }
 
 CKxStringW CKxSimLaserOutput::GetPortName(long port) const {
@@ -239,6 +247,11 @@ bool CKxSimLaserOutput::GetCapability(int capability) const {
 CKxSimShutter::CKxSimShutter(const wchar_t* key, EKxShutterType type, std::vector<double> apertures)
     : CKxSim(key), m_type(type), m_apertures(std::move(apertures)) {
     if (!m_apertures.empty()) m_aperture = m_apertures.back();
+}
+
+void CKxSimShutter::TurnLightOff() {
+    m_motion = {};
+    CKxDeviceRegistry::Notify(GetLogDevId(), EKxDeviceChange::Position);
 }
 
 bool CKxSimShutter::SetAperture(double percent) {
@@ -361,4 +374,9 @@ void CKxSimMicroscope::SetSlowness(unsigned times) {
 void CKxSimMicroscope::SetFails(bool fails, const CKxStringW& why) {
     for (const auto& device : m_devices)
         device->SetFails(fails, why);
+}
+
+void CKxSimMicroscope::TurnLightOff() {
+    for (const auto& device : m_devices)
+        device->TurnLightOff();
 }

@@ -64,7 +64,7 @@ public:
     // 150 at first.
     void SetSpeed(unsigned millisecondsPerPosition) noexcept { m_speed = millisecondsPerPosition; }
     // So many times as long, from the next movement on; 1 at first, and for 0.
-    void SetSlowness(unsigned times) noexcept { m_slowness = std::max(times, 1u); }
+    void SetSlowness(unsigned times) noexcept { m_slowness = (std::max)(times, 1u); }
     // While set, movements end as failures. Clearing it leaves a faulty device faulty until it moves again.
     // `why` is what a faulty device gives as the reason.
     void SetFails(bool fails, const CKxStringW& why = {}) {
@@ -72,6 +72,10 @@ public:
         if (fails) m_why = why;
     }
     bool Fails() const noexcept { return m_fails; }
+
+    // Turns off the light that the device makes or lets through: a laser's power is its least and its only port off, a
+    // shutter is closed. At once, also while it moves, and when everything else fails.
+    virtual void TurnLightOff() {}
 
     // Asks for a place, -1 to 9, that the device may not have: for what keeps all devices busy, whatever they are.
     virtual void TryPlace(int where) = 0;
@@ -257,6 +261,7 @@ public:
     double GetPower() const noexcept { return m_power; }
 
     // As the interface says.
+    void TurnLightOff() override;
     void TryPlace(int where) override { SetPortUsed(where, !IsPortUsed(where)), SetPower(where * 10); }
     long GetPortCount() const override { return static_cast<long>(m_ports.size()); }
     CKxStringW GetPortName(long port) const override;
@@ -297,6 +302,7 @@ public:
     void SetTitle(const wchar_t* title);
 
     // As the interface says.
+    void TurnLightOff() override;
     void TryPlace(int where) override {
         SetAperture(where * 10), SetMode(static_cast<EKxShutterMode>(where)), SetOpen(where % 2 != 0);
     }
@@ -387,6 +393,10 @@ private:
 // Owns simulated devices, registers them and lets time pass for them.
 class KXDEVICES_API CKxSimMicroscope {
 public:
+    CKxSimMicroscope() = default;
+    CKxSimMicroscope(const CKxSimMicroscope&) = delete;
+    CKxSimMicroscope& operator=(const CKxSimMicroscope&) = delete;
+
     // Makes a device of the class Device and registers it; it lives as long as the microscope.
     template <class Device, class... Arguments>
     Device& Add(Arguments&&... arguments) {
@@ -404,6 +414,7 @@ public:
     void SetSpeed(unsigned millisecondsPerPosition);
     void SetSlowness(unsigned times);
     void SetFails(bool fails, const CKxStringW& why = {});
+    void TurnLightOff();
 
     // In the order in which they were made; owned by the microscope.
     std::vector<CKxSimDevice*> Devices() const;

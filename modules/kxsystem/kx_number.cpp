@@ -5,6 +5,8 @@
 #include <charconv>
 #include <cstdarg>
 #include <cwchar>
+#include <iterator>
+#include <string>
 #include <string_view>
 #include <system_error>
 
@@ -118,7 +120,8 @@ wchar_t LocalPoint() {
 }  // namespace
 
 bool KX_StringToDouble(const wchar_t* text, double& value) {
-    const std::wstring_view trimmed = Trim(text ? text : L"");
+    const CKxStringW plain = KX_HalfWidth(text);
+    const std::wstring_view trimmed = Trim(plain.str());
     Number number;
     return trimmed.size() <= c_maxLength && number.Read(trimmed) && number.Value(value);
 }
@@ -141,7 +144,7 @@ CKxStringW KX_FormatNumber(const wchar_t* format, ...) {
 }
 
 double KX_LeadingNumber(const wchar_t* text, std::size_t* length) {
-    std::wstring local(text ? text : L"");
+    std::wstring local = KX_HalfWidth(text).str();
     if (const wchar_t point = LocalPoint(); point != L'.') {
         local.resize(std::min(local.size(), local.find(point)));
         std::replace(local.begin(), local.end(), L'.', point);
@@ -150,4 +153,28 @@ double KX_LeadingNumber(const wchar_t* text, std::size_t* length) {
     const double value = std::wcstod(local.c_str(), &end);
     if (length) *length = static_cast<std::size_t>(end - local.c_str());
     return value;
+}
+
+int KX_DigitOf(wchar_t character) noexcept {
+    // Where the ten digits of each script begin that Unicode has within its first 65,536 characters.
+    static constexpr wchar_t c_zeros[] = {
+        0x0030, 0x0660, 0x06F0, 0x07C0, 0x0966, 0x09E6, 0x0A66, 0x0AE6, 0x0B66, 0x0BE6, 0x0C66, 0x0CE6, 0x0D66,
+        0x0DE6, 0x0E50, 0x0ED0, 0x0F20, 0x1040, 0x1090, 0x17E0, 0x1810, 0x1946, 0x19D0, 0x1A80, 0x1A90, 0x1B50,
+        0x1BB0, 0x1C40, 0x1C50, 0xA620, 0xA8D0, 0xA900, 0xA9D0, 0xA9F0, 0xAA50, 0xABF0, 0xFF10};
+    const auto beyond = std::upper_bound(std::begin(c_zeros), std::end(c_zeros), character);
+    if (beyond == std::begin(c_zeros)) return -1;
+    const int digit = character - *std::prev(beyond);
+    return digit < 10 ? digit : -1;
+}
+
+CKxStringW KX_HalfWidth(const wchar_t* text) {
+    CKxStringW plain(text);
+    for (wchar_t& each : plain.str()) {
+        constexpr wchar_t c_zero = 0xFF10;
+        const bool isDigit = each >= c_zero && KX_DigitOf(each) >= 0;
+        // The full-width forms stand in the order of the usual ones.
+        if (isDigit || each == 0xFF0E || each == 0xFF0D || each == 0xFF0B)
+            each = static_cast<wchar_t>(each - c_zero + L'0');
+    }
+    return plain;
 }

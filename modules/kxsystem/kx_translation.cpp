@@ -6,6 +6,7 @@
 #include <windows.h>
 
 #include <map>
+#include <new>
 
 namespace {
 

@@ -12,3 +12,13 @@
 #else
 #define KXSYSTEM_API __declspec(dllimport)
 #endif
+
+// The package says by which of its runtimes Visual C++ has built the library; strings are laid out differently in the
+// other.
+#if defined(KXSYSTEM_DEBUG_RUNTIME)
+#if KXSYSTEM_DEBUG_RUNTIME && !defined(_DEBUG)
+#error "The device UI library was built with the runtime /MDd: a host built with /MD needs a library built so."
+#elif !KXSYSTEM_DEBUG_RUNTIME && defined(_DEBUG)
+#error "The device UI library was built with the runtime /MD: a host built with /MDd needs a library built so."
+#endif
+#endif

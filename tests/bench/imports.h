@@ -34,7 +34,6 @@ public:
     Import(const Import&) = delete;
     Import& operator=(const Import&) = delete;
 
-    // In how many places.
     std::size_t Count() const { return places_.size(); }
 
 private:

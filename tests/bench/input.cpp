@@ -61,20 +61,17 @@ public:
         // When the mouse or the focus has come to a window, the display tells somewhat later which keys are down, and
         // so lets go the injected ones: once, so that pressing again lasts.
         for (int attempt = 0; attempt < 3; ++attempt)
-            for (const Modifier& each : all)
-                if ((modifiers_ & each.flag) && GetKeyState(each.key) >= 0) SendKey(each.key, false);
+            for (const auto& [flag, key] : all)
+                if ((modifiers_ & flag) && GetKeyState(key) >= 0) SendKey(key, false);
     }
     ~Held() {
-        for (const Modifier& each : all)
-            if (modifiers_ & each.flag) SendKey(each.key, true);
+        for (const auto& [flag, key] : all)
+            if (modifiers_ & flag) SendKey(key, true);
     }
 
 private:
-    struct Modifier {
-        UINT flag;
-        WORD key;
-    };
-    static constexpr Modifier all[] = {{MOD_CONTROL, VK_CONTROL}, {MOD_SHIFT, VK_SHIFT}, {MOD_ALT, VK_MENU}};
+    static constexpr std::pair<UINT, WORD> all[] = {
+        {MOD_CONTROL, VK_CONTROL}, {MOD_SHIFT, VK_SHIFT}, {MOD_ALT, VK_MENU}};
 
     UINT modifiers_;
 };
@@ -180,13 +177,12 @@ void Key(WORD virtualKey, UINT modifiers) {
 
 void Type(std::wstring_view text) {
     for (const wchar_t character : text) {
-        if (character == L'\n' || character == L'\t' || character == L'\b') {
+        // Others as characters, not as keys: what a key types depends on the machine's keyboard.
+        if (character == L'\n' || character == L'\t' || character == L'\b')
             Key(character == L'\n' ? VK_RETURN : static_cast<WORD>(character));  // which have the codes of their keys
-            continue;
-        }
-        // As characters, not as keys: what a key types depends on the machine's keyboard.
-        for (const DWORD up : {DWORD{0}, DWORD{KEYEVENTF_KEYUP}})
-            SendKey(0, static_cast<WORD>(character), KEYEVENTF_UNICODE | up);
+        else
+            for (const DWORD up : {DWORD{0}, DWORD{KEYEVENTF_KEYUP}})
+                SendKey(0, static_cast<WORD>(character), KEYEVENTF_UNICODE | up);
     }
 }
 

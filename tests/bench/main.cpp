@@ -1,8 +1,6 @@
 // The main of every test program: googletest's options, and --suites=A,B,C, the suites that ctest knows of.
 #include <bench/bench.h>
 
-#include <commctrl.h>
-
 #include <cstdio>
 
 std::function<std::string()> kx::test::crashNote;

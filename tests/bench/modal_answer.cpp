@@ -1,7 +1,6 @@
 #include <bench/modal_answer.h>
 
 #include <bench/window.h>
-#include <commctrl.h>
 #include <gtest/gtest.h>
 
 namespace kx::test {

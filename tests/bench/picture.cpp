@@ -58,8 +58,7 @@ Picture::Picture(const RECT& area, const std::function<void(HDC)>& draw) {
     const kx::ui::Selection selection(dc.get(), bitmap.get());
     draw(dc.get());
     GdiFlush();
-    width_ = area.right - area.left;
-    height_ = area.bottom - area.top;
+    width_ = area.right - area.left, height_ = area.bottom - area.top;
     const auto* first = static_cast<const std::uint32_t*>(bits);
     pixels_.assign(first, first + static_cast<std::ptrdiff_t>(width_) * height_);
     // GDI leaves the fourth byte undefined.
@@ -133,8 +132,7 @@ Picture Picture::Part(const RECT& part) const {
     const RECT all{0, 0, width_, height_};
     IntersectRect(&inside, &part, &all);
     Picture result;
-    result.width_ = inside.right - inside.left;
-    result.height_ = inside.bottom - inside.top;
+    result.width_ = inside.right - inside.left, result.height_ = inside.bottom - inside.top;
     for (int y = inside.top; y < inside.bottom; ++y) {
         const auto row = pixels_.begin() + static_cast<std::ptrdiff_t>(y) * width_;
         result.pixels_.insert(result.pixels_.end(), row + inside.left, row + inside.right);

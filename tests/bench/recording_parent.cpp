@@ -49,12 +49,10 @@ LRESULT RecordingParent::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
         window_ = nullptr;
     }
     if (IsWatched(message, lParam)) record_.Message(message, wParam, lParam);
-    if (const auto found = replies_.find(message); found != replies_.end()) {
-        // A copy: the reply may set another answer to the same message.
-        const Reply reply = found->second;
-        return reply(wParam, lParam);
-    }
-    return DefWindowProcW(window, message, wParam, lParam);
+    const auto found = replies_.find(message);
+    if (found == replies_.end()) return DefWindowProcW(window, message, wParam, lParam);
+    // A copy: the reply may set another answer to the same message.
+    return Reply(found->second)(wParam, lParam);
 }
 
 }  // namespace kx::test

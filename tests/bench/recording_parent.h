@@ -22,9 +22,7 @@ public:
     using Reply = std::function<LRESULT(WPARAM wParam, LPARAM lParam)>;
 
     explicit RecordingParent(SIZE client = {640, 480});
-    ~RecordingParent() {
-        if (window_) DestroyWindow(window_);
-    }
+    ~RecordingParent() { DestroyWindow(window_); }
 
     HWND Window() const { return window_; }
     Recorder& Record() { return record_; }

@@ -3,6 +3,8 @@
 
 #include <windows.h>
 
+#include <commctrl.h>
+
 #include <string>
 
 namespace kx::test {
@@ -13,6 +15,13 @@ inline HWND AddChild(HWND parent, const wchar_t* className, int id, const RECT& 
     return CreateWindowExW(0, className, text, WS_CHILD | WS_VISIBLE | style, place.left, place.top,
                            place.right - place.left, place.bottom - place.top, parent,
                            reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), nullptr, nullptr);
+}
+
+// A column of a list view.
+inline void AddColumn(HWND list, int width) {
+    LVCOLUMNW column{};
+    column.mask = LVCF_TEXT | LVCF_WIDTH, column.cx = width, column.pszText = const_cast<wchar_t*>(L"Column");
+    SendMessageW(list, LVM_INSERTCOLUMNW, 0, reinterpret_cast<LPARAM>(&column));
 }
 
 // "left top width height" in the parent's client area.

@@ -46,8 +46,7 @@ volatile char* Block() { return static_cast<volatile char*>(HeapAlloc(GetProcess
 void Free(volatile char* block) { HeapFree(GetProcessHeap(), 0, const_cast<char*>(block)); }
 
 // With its heap broken, the process would not come to its end by itself.
-class HeapProbe : public testing::Test {
-protected:
+struct HeapProbe : testing::Test {
     void TearDown() override { TerminateProcess(GetCurrentProcess(), 0); }
     volatile char* const block = Block();
 };

@@ -28,6 +28,13 @@ make() {
     cmake --build "$work/$2" >>"$work/build.log" 2>&1 || { cat "$work/build.log"; exit 1; }
 }
 make "$work/source" consumer
+# A host of another compiler is told so, before a linker or a crash does.
+printf '%s\n' 'set(MSVC TRUE)' 'find_package(KxDevUI CONFIG REQUIRED)' >"$work/other.cmake"
+if told=$(cmake -DKxDevUI_DIR="$work/moved/lib/cmake/KxDevUI" -P "$work/other.cmake" 2>&1) ||
+   ! grep -qF 'built by another compiler than the host' <<<"$(tr -s ' \n' ' ' <<<"$told")"; then
+  echo "another compiler is not refused: $told"
+  exit 1
+fi
 make "$work/moved/share/kxdevui/examples/minimal" minimal
 
 "$root/scripts/wine-run" "$work/consumer/consumer.exe" "$work/minimal/minimal.exe"

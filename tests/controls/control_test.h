@@ -1,5 +1,4 @@
-// What the tests of all controls share: a parent that records, steps over what is to be seen then, and everything as it
-// was before when a test has ended.
+// What the tests of all controls share: a parent that records, steps over what is to be seen, everything put back.
 #pragma once
 
 #include <bench/asking.h>
@@ -19,15 +18,13 @@ namespace kx::test {
 
 inline constexpr double kInf = std::numeric_limits<double>::infinity(), kNaN = std::numeric_limits<double>::quiet_NaN();
 
-class ControlTest : public testing::Test {
-protected:
+struct ControlTest : testing::Test {
     ~ControlTest() override {
         CKxGUILayoutManager::SetGuiZoom(1);
         KX_SetColorScheme(eKxColorScheme_System);
         CKxLocale::SetModuleLangId(0);
         KX_SetMessageBoxHandler(nullptr, nullptr);
     }
-    // What the host has been told.
     std::string Told() { return parent.Record().Take(); }
     virtual std::string See() { return Told(); }
     void Play(const std::vector<Step>& steps) {

@@ -68,10 +68,8 @@ TEST_F(EditBox, NamesWhatIsWrong) {
     // Filled: it must be. An empty message: allowed. Corrected with 7 as the value for an empty text.
     // clang-format off
     const struct { const wchar_t* text; double low, high; bool filled; const wchar_t *message, *corrected; } rows[] = {
-        {L"", 0, 100, false, L"", L""},
-        {L"", 0, 100, true, L"Exposure: Field can not be empty.", L"7"},
-        {L"", 5, 100, true, L"Exposure: Value must be in interval <5;100>", L"5"},
-        {L"100", 0, 100, true, L"", L"100"},
+        {L"", 0, 100, false, L"", L""}, {L"", 0, 100, true, L"Exposure: Field can not be empty.", L"7"},
+        {L"", 5, 100, true, L"Exposure: Value must be in interval <5;100>", L"5"}, {L"100", 0, 100, true, L"", L"100"},
         {L"101", 100, 0, false, L"Exposure: Value must be in interval <0;100>", L"100"},
         {L"-1e999", -2.5, 100, false, L"Exposure: Value must be in interval <-2.5;100>", L"-2.5"},
         // Rounded to 6 digits the bound would lie outside.
@@ -92,16 +90,16 @@ TEST_F(EditBox, NamesWhatIsWrong) {
         EXPECT_EQ(box.GetText(), row.corrected);
     }
     EXPECT_EQ(Said(), L"") << "what is corrected is not talked about";
-    box.Init(false, false, false);
-    box.SetText(L"1e3");
-    box.CheckRestriction(true, false, 0);
-    EXPECT_EQ(Said(), L"Value must be in interval <0;100>") << "no label, no name";
 }
 
 TEST_F(EditBox, SendsTheUserBackWithAWorkingCaret) {
     const HWND other = AddChild(parent.Window(), L"EDIT", 7, {200, 10, 260, 30});
+    bool ends = false;
     parent.Answer(WM_COMMAND, [&](WPARAM wParam, LPARAM) {
-        if (wParam == MAKEWPARAM(44, EN_KILLFOCUS)) box.CheckRestriction(true, false, 0);
+        if (wParam != MAKEWPARAM(44, EN_KILLFOCUS)) return 0;
+        EXPECT_FALSE(box.CheckRestriction(true, false, 0));
+        EXPECT_EQ(said, L"") << "while the focus is on its way";
+        if (ends) box.Destroy();
         return 0;
     });
     Play({{[&] { Click(Edit(), 5, 5), Type(L"500"), parent.Record().Clear(); }, "500 | "},
@@ -111,7 +109,18 @@ TEST_F(EditBox, SendsTheUserBackWithAWorkingCaret) {
     info.cbSize = sizeof info;
     GetGUIThreadInfo(GetCurrentThreadId(), &info);
     EXPECT_EQ(info.hwndCaret, Edit());
-    EXPECT_EQ(said, L"Label: Value must be in interval <0;100>");
+    EXPECT_EQ(Said(), L"Label: Value must be in interval <0;100>");
+
+    // A real box takes the focus from the field, which is no second mistake.
+    KX_SetMessageBoxHandler(nullptr, nullptr);
+    box.SetText(L"500");
+    ModalAnswer answer(IDOK);
+    SetFocus(other), Pump();
+    EXPECT_EQ(answer.Count(), 1u);
+    EXPECT_TRUE(box.IsFocused());
+    ends = true;
+    SetFocus(other), Pump();
+    EXPECT_EQ(answer.Count(), 1u) << "of a field that is gone";
 }
 
 TEST_F(EditBox, TakesAControlsPlaceInADialog) {

@@ -3,6 +3,8 @@
 
 #include <kxdevui/controls/hpot_rules.h>
 
+#include <algorithm>
+
 namespace kx::hpot {
 namespace {
 
@@ -129,6 +131,8 @@ TEST(HPotRules, LayOutTicks) {
         {List({1, 2, 4, 8, 16, 32, 64, 128}), 254, L" 0:1 .. 30:16  62:32  126:64  254:128 "},
         {kEmpty, 100, L""}, {List({3}), 100, L" 0:3 "}, {kRegions, 150, L" 0:0  50:10  100:100  150:1000 "},
         {OfType(-1), 100, L""},
+        // Seven characters are readable, eight are not.
+        {List({0, 1e6}), 100, L" 0:0  100:1000000 "}, {List({0, 1e7}), 100, L" 0:0  100:1e7 "},
     };
     // clang-format on
     for (const auto& row : rows)

@@ -3,15 +3,16 @@
 
 #include <kxdevui/controls/devgui_table.h>
 
+#include <bench/imports.h>
 #include <commctrl.h>
+#include <imm.h>
 
 namespace {
 
 using namespace kx::test;
 
 // Thirty rows "1" "0.000", "2" "0.500", ...; writes down what the table sends, texts included.
-class Table : public ControlTest {
-protected:
+struct Table : ControlTest {
     Table() {
         parent.Ignore(WM_NOTIFY);
         parent.Answer(WM_NOTIFY, [this](WPARAM id, LPARAM lParam) {
@@ -55,7 +56,6 @@ protected:
         MapWindowPoints(header, List(), reinterpret_cast<POINT*>(&head), 2);
         return {head.left, cell.top, head.right, cell.bottom};
     }
-    // Opens the field in a cell.
     void Open(int row, int column) const {
         const RECT cell = CellOf(row, column);
         DoubleClick(List(), (cell.left + cell.right) / 2, (cell.top + cell.bottom) / 2);
@@ -152,8 +152,7 @@ TEST_F(Table, GoesByKeys) {
     EXPECT_EQ(GetFocus(), List());
     const auto focus = [&](int row) { ListView_SetItemState(List(), row, LVIS_FOCUSED, LVIS_FOCUSED); };
     focus(1);
-    // To the note of the same row, the next row's Z; back over the row's end there is nothing, after the last row
-    // neither.
+    // To the note of the same row, the next row's Z; there is nothing back over the row's end, nor after the last row.
     Play({{[] { Key(VK_F2); }, "1.000 open "},
           {[] { Type(L"\t"); }, "1.000 open edited(77, 1, 1, \"0.500\", 0)"},
           {[] { Type(L"here\t"); }, "1.000 open edited(77, 1, 2, \"here\", 0)"},
@@ -206,7 +205,31 @@ TEST_F(Table, EditsOnItsCell) {
     }
 }
 
+// Where a number is typed, no input method holds it back, and a field of a number has none.
+TEST_F(Table, OffersAnInputMethodForTexts) {
+    const auto offers = [] {
+        const HIMC context = ImmGetContext(GetFocus());
+        return ImmReleaseContext(GetFocus(), context), context != nullptr;
+    };
+    for (const int column : {2, 1, 2}) {
+        Open(1, column);
+        EXPECT_EQ(offers(), column == 2);
+    }
+    CKxDevUI_EditBox box;
+    box.Create(parent.Window(), 10, 180, 60, 20, true, true);
+    box.SetFocus();
+    EXPECT_FALSE(offers());
+}
+
 TEST_F(Table, ReplacesAListOfADialog) {
+    // Of several versions of the common controls the list's own makes its images.
+    static int elsewhere = 0;
+    const Import import(
+        L"kxbaseui.dll", &ImageList_Create, +[](int cx, int cy, UINT flags, int first, int more) {
+            return ++elsewhere, ImageList_Create(cx, cy, flags, first, more);
+        });
+    ListView_SetExtendedListViewStyle(List(), LVS_EX_CHECKBOXES);
+    EXPECT_TRUE(ListView_GetImageList(List(), LVSIL_STATE) && import.Count() > 0 && elsewhere == 0);
     table.Destroy();
     const auto add = [&](const wchar_t* name, int id, DWORD style) {
         return AddChild(parent.Window(), name, id, {10, 30 * id, 100, 30 * id + 25}, WS_TABSTOP | style);

@@ -131,6 +131,8 @@ nothing "$power"
 step 'click Microscope/Laser/10001' "$typed"
 step 'keys ctrl+a 1 4 Return 6 Return' 'Laser: OnPowerChanged\(14\)' 'Laser: OnPowerChanged\(6\)'
 step 'keys 1 comma 9 e 1 Return' 'Laser: OnPowerChanged\(20\)'
+# Whatever has the focus.
+changing Microscope/Laser/10000 'keys F12' 'Host: All light is off'
 step 'click "Microscope/Z drive/1263"' 'Focus: Microscope/Z drive/1263'
 step 'keys ctrl+a 3 period 0 Return Return' 'Z drive: OnStepChanged\(3, 1\)'
 step 'click "Microscope/Z drive/1263"' 'Focus: Microscope/Z drive/1263'
@@ -143,6 +145,7 @@ step 'keys End 2' 'Time series: OnCommand id 1301 code 0x0300'
 step 'click Dialog/1' 'Time series: OnCommand id 1 code 0x0000' 'Time series: OnDestroy' \
   "Status: Series of ${KX_E2E_BREAK:+9}102 images every 5 s planned"
 time_series
+step 'keys F12' 'Host: All light is off'
 step 'keys Escape' 'Time series: OnCommand id 2 code 0x0000' 'Time series: OnDestroy' 'Status: Series cancelled'
 
 say "Wheel and drag on the page of the controls"

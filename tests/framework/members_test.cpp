@@ -62,8 +62,7 @@ private:
     } m_ending;
 };
 
-class Members : public testing::Test {
-protected:
+struct Members : testing::Test {
     void SetUp() override {
         dial->Create(parent.Window(), 10, 10, -1, -1, true, true);
         dial->Show(1);
@@ -81,16 +80,13 @@ TEST_F(Members, ARowIsOneStopOfTheTabKeyAndIsWorkedByArrowsAndEnter) {
     const DialogKeys keys(parent.Window());
     ::SetFocus(parent.Window());
     EnableWindow(dial->Button(2), FALSE);
-    const struct {
-        WORD key;
-        HWND focus;
-    } steps[] = {{VK_TAB, dial->Button(1)},   {VK_RIGHT, dial->Button(0)}, {VK_TAB, dial->Edit()},
-                 {VK_TAB, dial->Button(0)},   {VK_LEFT, dial->Button(1)},  {VK_UP, dial->Button(0)},
-                 {VK_RETURN, dial->Button(0)}};
-    for (const auto& step : steps) {
+    const std::pair<WORD, HWND> steps[] = {
+        {VK_TAB, dial->Button(1)},  {VK_RIGHT, dial->Button(0)}, {VK_TAB, dial->Edit()},      {VK_TAB, dial->Button(0)},
+        {VK_LEFT, dial->Button(1)}, {VK_UP, dial->Button(0)},    {VK_RETURN, dial->Button(0)}};
+    for (const auto& [key, focus] : steps) {
         EXPECT_EQ(dial->clicked, -1) << "the focus is no click";
-        Key(step.key);
-        EXPECT_EQ(GetFocus(), step.focus) << "step " << &step - steps;
+        Key(key);
+        EXPECT_EQ(GetFocus(), focus) << "after " << key;
     }
     EXPECT_EQ(dial->clicked, 0);
     Click(dial->Button(1), 5, 5);
@@ -104,14 +100,12 @@ TEST_F(Members, ARowIsOneStopOfTheTabKeyAndIsWorkedByArrowsAndEnter) {
 }
 
 TEST_F(Members, AFieldHandsOnWhatIsTypedAndGivesBackWhatWas) {
-    const struct {
-        const wchar_t* typed;
-        std::optional<double> number;
-    } rows[] = {{L"12,5\n", 12.5}, {L"0\n", 0}, {L"1.0\n", {}}, {L"100.1\n", {}}, {L"5 %\n", {}}, {L"\b\n", {}}};
-    for (const auto& row : rows) {
-        Enter(row.typed);
-        EXPECT_EQ(dial->typed, row.number) << row.typed;
-        EXPECT_EQ(kx::test::TextOf(dial->Edit()), L"1") << row.typed;
+    const std::pair<const wchar_t*, std::optional<double>> rows[] = {{L"12,5\n", 12.5}, {L"0\n", 0},    {L"1.0\n", {}},
+                                                                     {L"100.1\n", {}},  {L"5 %\n", {}}, {L"\b\n", {}}};
+    for (const auto& [text, number] : rows) {
+        Enter(text);
+        EXPECT_EQ(dial->typed, number) << text;
+        EXPECT_EQ(kx::test::TextOf(dial->Edit()), L"1") << text;
     }
     Enter(L"7");
     EXPECT_EQ(dial->typed, std::nullopt) << "not entered yet";

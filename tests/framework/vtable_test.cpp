@@ -13,22 +13,39 @@
 #include <kxdevui/optics/devgui_switcher.h>
 #include <kxdevui/zfocus/devgui_zstack.h>
 
+#include <array>
 #include <cstring>
+#include <utility>
 
 namespace {
 
 using Slots = std::vector<long>;
 
-// The places of virtual functions in the table. A pointer to one holds 1 plus the byte offset of its entry; before the
-// first function stand the destructor's two entries, which together are slot 0.
+// Before the first function stands the destructor, slot 0, with one entry or two.
+#if defined(_MSC_VER)
+constexpr long kDestructors = 1;
+#else
+constexpr long kDestructors = 2;
+#endif
+
+template <long... Entries>
+std::array<long (*)(void*), sizeof...(Entries)> MakeTable(std::integer_sequence<long, Entries...>) {
+    return {[](void*) { return Entries; }...};
+}
+
+// The place of a virtual function: it is called on an object whose table's entries answer with their places.
+template <class Class, class Function>
+long SlotOf(Function Class::*function) {
+    static const auto table = MakeTable(std::make_integer_sequence<long, 64>());
+    const auto* object = table.data();
+    long (Class::*plain)();
+    static_assert(sizeof plain == sizeof function);
+    std::memcpy(&plain, &function, sizeof plain);
+    return (reinterpret_cast<Class*>(&object)->*plain)() - kDestructors + 1;
+}
 template <class... Functions>
 Slots SlotsOf(Functions... functions) {
-    const auto slot = [](auto function) {
-        long long words[sizeof(function) / sizeof(long long)];
-        std::memcpy(words, &function, sizeof function);
-        return static_cast<long>((words[0] - 1) / static_cast<long long>(sizeof(void*))) - 1;
-    };
-    return {slot(functions)...};
+    return {SlotOf(functions)...};
 }
 
 // Protected ones are named as those of a derived class.

@@ -11,15 +11,10 @@ using namespace kx::test;
 TEST(Wheel, CollectsNotches) {
     KxWheelNotches notches;
     const HWND here = GetDesktopWindow(), there = nullptr;
-    const struct {
-        HWND over;
-        int delta;
-        DWORD time;
-        int complete;
-    } rows[] = {{here, 120, 0, 1},      {here, 60, 10, 0},     {here, 60, 510, 1},   {here, 119, 520, 0},
-                {here, 1, 1021, 0},     {here, 119, 1030, 1},  {here, 100, 1040, 0}, {here, -119, 1050, 0},
-                {here, -1, 1060, -1},   {here, 119, 1070, 0},  {there, 1, 1080, 0},  {here, 119, 1090, 0},
-                {here, -300, 1100, -2}, {here, -60, 1110, -1}, {here, 0, 1120, 0}};
+    const std::tuple<HWND, int, DWORD, int> rows[] = {
+        {here, 120, 0, 1},    {here, 60, 10, 0},    {here, 60, 510, 1},     {here, 119, 520, 0},   {here, 1, 1021, 0},
+        {here, 119, 1030, 1}, {here, 100, 1040, 0}, {here, -119, 1050, 0},  {here, -1, 1060, -1},  {here, 119, 1070, 0},
+        {there, 1, 1080, 0},  {here, 119, 1090, 0}, {here, -300, 1100, -2}, {here, -60, 1110, -1}, {here, 0, 1120, 0}};
     for (const auto& [over, delta, time, complete] : rows)
         EXPECT_EQ(notches.Take(over, delta, time), complete) << delta << " at " << time;
 }

@@ -1,6 +1,5 @@
 // What a zoom leaves of windows that were not made for it: the platform's controls.
 #include <bench/bench.h>
-#include <commctrl.h>
 #include <kxbaseui/kx_fonts.h>
 #include <kxbaseui/kx_layoutmanager.h>
 #include <kxdevui/framework/devgui.h>
@@ -27,16 +26,12 @@ long ListHeight(HWND window) {
 
 // Where a window stands, and the measures in it that a font or a size may change.
 std::string Measures(HWND window) {
-    static constexpr struct {
-        const wchar_t* of;
-        UINT message;
-        WPARAM wParam;
-    } measures[] = {{WC_COMBOBOXW, CB_GETITEMHEIGHT, static_cast<WPARAM>(-1)},
-                    {WC_COMBOBOXW, CB_GETITEMHEIGHT, 0},
-                    {WC_LISTBOXW, LB_GETITEMHEIGHT, 0},
-                    {WC_EDITW, EM_GETMARGINS, 0},
-                    {WC_LISTVIEWW, LVM_GETCOLUMNWIDTH, 0},
-                    {WC_TREEVIEWW, TVM_GETITEMHEIGHT, 0}};
+    static constexpr std::tuple<const wchar_t*, UINT, WPARAM> measures[] = {
+        // clang-format off
+        {WC_COMBOBOXW, CB_GETITEMHEIGHT, WPARAM(-1)}, {WC_COMBOBOXW, CB_GETITEMHEIGHT, 0}, {WC_EDITW, EM_GETMARGINS, 0},
+        {WC_LISTBOXW, LB_GETITEMHEIGHT, 0}, {WC_LISTVIEWW, LVM_GETCOLUMNWIDTH, 0}, {WC_TREEVIEWW, TVM_GETITEMHEIGHT, 0},
+        // clang-format on
+    };
     std::string all = Narrow(ClassOf(window)) + ": " + PlaceOf(window);
     for (const auto& [of, message, wParam] : measures)
         if (ClassOf(window) == of) all += " | " + std::to_string(SendMessageW(window, message, wParam, 0));
@@ -47,8 +42,7 @@ std::string Measures(HWND window) {
 std::vector<HWND> Family(HWND window) {
     std::vector<HWND> all{window};
     const auto append = [](HWND child, LPARAM list) -> BOOL {
-        reinterpret_cast<std::vector<HWND>*>(list)->push_back(child);
-        return TRUE;
+        return reinterpret_cast<std::vector<HWND>*>(list)->push_back(child), TRUE;
     };
     EnumChildWindows(window, append, reinterpret_cast<LPARAM>(&all));
     return all;
@@ -88,32 +82,23 @@ struct Control {
 };
 
 const Control kControls[] = {
-    {"list of whole rows, border", WC_LISTBOXW, WS_BORDER},
-    {"list of columns", WC_LISTBOXW, LBS_MULTICOLUMN},
+    // clang-format off
+    {"list of whole rows, border", WC_LISTBOXW, WS_BORDER}, {"list of columns", WC_LISTBOXW, LBS_MULTICOLUMN},
     {"list, scrolled", WC_LISTBOXW, WS_VSCROLL | WS_HSCROLL | LBS_DISABLENOSCROLL},
     {"list, its owner's rows", WC_LISTBOXW, LBS_OWNERDRAWFIXED, [](HWND w) { Say(w, LB_SETITEMHEIGHT, 0, 19); }},
     {"edit, margins", WC_EDITW, 0, [](HWND w) { Say(w, EM_SETMARGINS, 3, MAKELPARAM(7, 9)); }},
     {"edit, no margins", WC_EDITW, ES_MULTILINE, [](HWND w) { Say(w, EM_SETMARGINS, 3, 0); }},
-    {"drop-down list", WC_COMBOBOXW, CBS_DROPDOWNLIST},
-    {"drop-down", WC_COMBOBOXW, CBS_DROPDOWN},
-    {"drop-down, given heights", WC_COMBOBOXW, CBS_DROPDOWNLIST | CBS_OWNERDRAWFIXED,
-     [](HWND w) {
-         Say(w, CB_SETITEMHEIGHT, 0, Manager::Zoomed(19)), Say(w, CB_SETITEMHEIGHT, WPARAM(-1), Manager::Zoomed(23));
-     }},
+    {"drop-down list", WC_COMBOBOXW, CBS_DROPDOWNLIST}, {"drop-down", WC_COMBOBOXW, CBS_DROPDOWN},
+    {"drop-down, given heights", WC_COMBOBOXW, CBS_DROPDOWNLIST | CBS_OWNERDRAWFIXED, [](HWND w) {
+        Say(w, CB_SETITEMHEIGHT, 0, Manager::Zoomed(19)), Say(w, CB_SETITEMHEIGHT, WPARAM(-1), Manager::Zoomed(23)); }},
     {"drop-down with images", WC_COMBOBOXEXW, CBS_DROPDOWN},
-    {"list view", WC_LISTVIEWW, LVS_REPORT,
-     [](HWND w) {
-         LVCOLUMNW column{};
-         column.mask = LVCF_WIDTH;
-         column.cx = 55;
-         Say(w, LVM_INSERTCOLUMNW, 0, reinterpret_cast<LPARAM>(&column));
-     }},
+    {"list view", WC_LISTVIEWW, LVS_REPORT, [](HWND w) { AddColumn(w, 55); }},
     {"tree view", WC_TREEVIEWW, 0, [](HWND w) { Say(w, TVM_SETITEMHEIGHT, 22, 0); }},
     {"rebar", REBARCLASSNAMEW, CCS_NOPARENTALIGN | CCS_NORESIZE},
+    // clang-format on
 };
 
-class PlatformZoom : public testing::Test {
-protected:
+struct PlatformZoom : testing::Test {
     PlatformZoom() {
         const INITCOMMONCONTROLSEX all{sizeof all, 0xFFFF};
         InitCommonControlsEx(&all);
@@ -158,13 +143,10 @@ TEST_F(PlatformZoom, GoesIntoWhatDoesNotPlaceItsChildren) {
         description.lpszClassName = name, RegisterClassW(&description);
     Manager::AddClassWithOwnLayout(L"KxTestOwnLayout");
     Manager::AddClassWithOwnLayout(nullptr);
-    const struct {
-        const wchar_t* name;
-        DWORD style;
-        bool goesIn;
-    } rows[] = {{WC_BUTTONW, BS_GROUPBOX, true}, {WC_STATICW, 0, true},      {WC_TABCONTROLW, 0, true},
-                {L"KxTestPanel", 0, true},       {WC_LISTVIEWW, 0, false},   {WC_COMBOBOXW, CBS_SIMPLE, false},
-                {L"KxTestOwnLayout", 0, false},  {REBARCLASSNAMEW, 0, false}};
+    const std::tuple<const wchar_t*, DWORD, bool> rows[] = {
+        {WC_BUTTONW, BS_GROUPBOX, true}, {WC_STATICW, 0, true},      {WC_TABCONTROLW, 0, true},
+        {L"KxTestPanel", 0, true},       {WC_LISTVIEWW, 0, false},   {WC_COMBOBOXW, CBS_SIMPLE, false},
+        {L"KxTestOwnLayout", 0, false},  {REBARCLASSNAMEW, 0, false}};
     for (const auto& [name, style, goesIn] : rows) {
         const HWND outer = Add({"", name, style});
         const HWND inner = AddChild(outer, WC_EDITW, 0, {10, 20, 50, 40});

@@ -3,6 +3,7 @@
 
 #include <kxsystem/kx_number.h>
 
+#include <algorithm>
 #include <optional>
 #include <regex>
 
@@ -11,7 +12,8 @@ namespace {
 // std::regex recurses for each character.
 constexpr std::size_t c_longest = 1200;
 
-std::optional<double> Reference(const std::wstring& text) {
+std::optional<double> Reference(std::wstring text) {
+    std::replace(text.begin(), text.end(), L'\uFF15', L'5');
     static const std::wregex c_grammar(L"[ \t\u00A0\u202F]*([+-]?([0-9]+[.,]?[0-9]*|[.,][0-9]+)([eE][+-]?[0-9]+)?)"
                                        L"[ \t\u00A0\u202F]*");
     std::wsmatch match;
@@ -29,9 +31,12 @@ std::optional<double> Reference(const std::wstring& text) {
 void Fuzz(std::string_view bytes) {
     std::wstring text;
     for (const char each : bytes.substr(0, std::min(bytes.find('\0'), c_longest))) {
-        // A character, but for the blank beyond Latin-1 and a digit that is none of ours.
+        // A character, but for the blank beyond Latin-1, a digit that is none of ours and one that is.
         const auto byte = static_cast<unsigned char>(each);
-        text += byte == 0x80 ? L'\u202F' : byte == 0x81 ? L'\u0661' : static_cast<wchar_t>(byte);
+        text += byte == 0x80   ? L'\u202F'
+                : byte == 0x81 ? L'\u0661'
+                : byte == 0x82 ? L'\uFF15'
+                               : static_cast<wchar_t>(byte);
     }
     const std::optional<double> expected = Reference(text);
     constexpr double c_untouched = 12345.678;

@@ -50,8 +50,7 @@ run() {
     if fuzz "$target" "$program" "$1"; then
       echo "$target: $(awk '/number_of_executed_units/ { print $2 }' "$program.log") inputs in $1 s, no finding"
     else
-      tail -40 "$program.log" >&2
-      echo "$target: a finding" >&2
+      { tail -40 "$program.log"; echo "$target: a finding"; } >&2
       failed=1
     fi
   done
@@ -88,14 +87,12 @@ prove() {
         sed "$fault" "$root/$source" >"$program.sources/$source"
         cmp -s "$root/$source" "$program.sources/$source" || changed=yes
       done
+      [ -z "$changed" ] || compile "$target" "$program" "$program.sources"
+      # A finding leaves its input behind; a program that could not even start does not.
       if [ -z "$changed" ]; then
         echo "$target: the source has changed, fault $number has no place any more" >&2
         failed=1
-        continue
-      fi
-      compile "$target" "$program" "$program.sources"
-      # A finding leaves its input behind; a program that could not even start does not.
-      if ! fuzz "$target" "$program" 60 && compgen -G "$program-*" >/dev/null; then
+      elif ! fuzz "$target" "$program" 60 && compgen -G "$program-*" >/dev/null; then
         echo "$target: fault $number found"
       else
         echo "$target: fault $number was not found" >&2

@@ -1,5 +1,4 @@
-// Device configuration files: what each line is answered with, what devices are taken for, and the microscope made of
-// it.
+// Device configuration files: the answers to lines, what devices are taken for, the microscope made of it.
 #include <bench/bench.h>
 #include <host/config/config_microscope.h>
 #include <kxfilters/kx_objectives.h>
@@ -113,14 +112,10 @@ TEST(ConfigFile, BoundsAndMarks) {
     EXPECT_EQ(crowded.remarks.All().back().kind, RemarkKind::Skipped);
 }
 
-// Labels are separated by bars.
 TEST(ConfigInfer, TakesDevicesForWhatTheyReadLike) {
-    const struct {
-        const char *label, *name, *labels, *line;
-        DeviceKind kind;
-        int detail = -1;  // FilterKind or ShutterKind
-    } rows[] = {
-        // clang-format off
+    // clang-format off
+    // Labels between bars; detail: FilterKind or ShutterKind.
+    const struct { const char *label, *name, *labels, *line; DeviceKind kind; int detail = -1; } rows[] = {
         {"A", "B", "10X 0.3|1.25x|Empty", "", DeviceKind::Turret},
         {"A", "Camera binning", "1x1|2x2", "", DeviceKind::LightPath},
         {"A", "B", "460/50|LP 515|Open", "", DeviceKind::FilterWheel, int(FilterKind::Emission)},
@@ -141,8 +136,8 @@ TEST(ConfigInfer, TakesDevicesForWhatTheyReadLike) {
         {"A", "B", "", "Property,Core,Focus,A", DeviceKind::ZDrive}, {"A", "ZDrive", "", "", DeviceKind::ZDrive},
         {"AutoFocus", "B", "", "", DeviceKind::Other}, {"A", "XYStage", "", "", DeviceKind::Stage},
         {"A", "B", "", "Property,Core,XYStage,A", DeviceKind::Stage}, {"A", "Wheel", "", "", DeviceKind::Other},
-        // clang-format on
     };
+    // clang-format on
     for (const auto& row : rows) {
         SCOPED_TRACE(std::string(row.label) + ", " + row.name + ", " + row.labels + ", " + row.line);
         std::ostringstream text;
@@ -173,22 +168,20 @@ std::string Sample(const char* name) {
 }
 
 TEST(ConfigMicroscope, BuildsEverySample) {
-    const struct {
-        std::string text;
-        std::vector<std::size_t> sizes;  // as below
-    } rows[] = {{Sample("teaching.cfg"), {1, 1, 0, 0, 1, 0, 1, 0, 2}},
-                {Sample("widefield.cfg"), {1, 3, 1, 0, 2, 0, 2, 1, 3}},
-                {Sample("tirf.cfg"), {1, 2, 1, 1, 1, 5, 1, 1, 2}},
-                {std::string(DefaultConfig()), {1, 2, 1, 1, 2, 4, 1, 0, 2}}};
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.text.substr(0, 60));
-        const Read read(row.text);
+    const std::pair<std::string, std::vector<std::size_t>> rows[] = {
+        {Sample("teaching.cfg"), {1, 1, 0, 0, 1, 0, 1, 0, 2}},
+        {Sample("widefield.cfg"), {1, 3, 1, 0, 2, 0, 2, 1, 3}},
+        {Sample("tirf.cfg"), {1, 2, 1, 1, 1, 5, 1, 1, 2}},
+        {std::string(DefaultConfig()), {1, 2, 1, 1, 2, 4, 1, 0, 2}}};
+    for (const auto& [text, sizes] : rows) {
+        SCOPED_TRACE(text.substr(0, 60));
+        const Read read(text);
         CKxSimMicroscope devices;
         const Microscope scope = BuildMicroscope(read.stand, devices);
         EXPECT_EQ((std::vector{scope.turrets.size(), scope.wheels.size(), scope.lightPaths.size(),
                                scope.tirfMirrors.size(), scope.shutters.size(), scope.lasers.size(),
                                scope.zDrives.size(), scope.stages.size(), scope.others.size()}),
-                  row.sizes);
+                  sizes);
         for (const Remark& each : read.remarks.All())
             EXPECT_NE(each.kind, RemarkKind::Error) << each.line;
         EXPECT_EQ(DMApi::LogDev_GetType(scope.shutter), eKxDeviceType_Shutter);

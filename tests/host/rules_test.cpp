@@ -4,6 +4,7 @@
 #include <host/rules/settings.h>
 
 #include <sstream>
+#include <tuple>
 
 using namespace kx::host;
 using namespace std::string_literals;
@@ -23,27 +24,20 @@ std::string Places(const std::vector<Size>& sizes, long width) {
 }  // namespace
 
 TEST(HostRules, PanelsFlowIntoTheShortestColumn) {
-    const struct {
-        std::vector<Size> sizes;
-        long width;
-        const char* places;
-    } rows[] = {
-        // clang-format off
-        {{},                                               500,  ": 8"},
-        {{{100, 50}},                                      500,  "8,8 : 66"},
+    // clang-format off
+    const std::tuple<std::vector<Size>, long, const char*> rows[] = {
+        {{}, 500, ": 8"}, {{{100, 50}}, 500, "8,8 : 66"},
         // Exactly wide enough for two columns, and a pixel less.
-        {{{100, 50}, {100, 30}, {100, 20}, {100, 10}},     224,  "8,8 116,8 116,46 8,66 : 84"},
-        {{{100, 50}, {100, 30}, {100, 20}},                223,  "8,8 8,66 8,104 : 132"},
+        {{{100, 50}, {100, 30}, {100, 20}, {100, 10}}, 224, "8,8 116,8 116,46 8,66 : 84"},
+        {{{100, 50}, {100, 30}, {100, 20}}, 223, "8,8 8,66 8,104 : 132"},
         // The widest makes the columns; equal heights begin at the left again.
-        {{{40, 50}, {100, 50}, {60, 50}},                  240,  "8,8 116,8 8,66 : 124"},
+        {{{40, 50}, {100, 50}, {60, 50}}, 240, "8,8 116,8 8,66 : 124"},
         // No more columns than panels; too narrow, or no width at all, is still one.
-        {{{100, 50}, {100, 50}},                           9999, "8,8 116,8 : 66"},
-        {{{100, 50}, {100, 50}},                           -5,   "8,8 8,66 : 124"},
-        {{{0, 0}, {100, 50}, {0, 0}},                      100,  "8,8 8,8 8,66 : 66"},
-        // clang-format on
-    };
-    for (const auto& row : rows)
-        EXPECT_EQ(Places(row.sizes, row.width), row.places) << row.width;
+        {{{100, 50}, {100, 50}}, 9999, "8,8 116,8 : 66"}, {{{100, 50}, {100, 50}}, -5, "8,8 8,66 : 124"},
+        {{{0, 0}, {100, 50}, {0, 0}}, 100, "8,8 8,8 8,66 : 66"}};
+    // clang-format on
+    for (const auto& [sizes, width, places] : rows)
+        EXPECT_EQ(Places(sizes, width), places) << width;
 }
 
 TEST(HostRules, ScrollingEndsWithTheContent) {

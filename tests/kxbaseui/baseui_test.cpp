@@ -1,6 +1,5 @@
 // Fonts, colours, message boxes, alignment, tooltips, the zoom's rules.
 #include <bench/bench.h>
-#include <commctrl.h>
 #include <kxbaseui/kx_colors.h>
 #include <kxbaseui/kx_fonts.h>
 #include <kxbaseui/kx_layoutmanager.h>
@@ -19,8 +18,7 @@ using namespace kx::test;
 
 using Manager = CKxGUILayoutManager;
 
-class Windows : public testing::Test {
-protected:
+struct Windows : testing::Test {
     ~Windows() override { Manager::SetGuiZoom(1.0); }
     HWND Add(const wchar_t* windowClass, const RECT& place, DWORD style = 0) {
         return AddChild(m_parent.Window(), windowClass, 0, place, style, L"text");
@@ -61,10 +59,10 @@ TEST(Colors, FollowTheSchemeAndKeepTextLegible) {
         const COLORREF color = KX_GetSysColor(index);
         return (299 * GetRValue(color) + 587 * GetGValue(color) + 114 * GetBValue(color)) / 1000;
     };
-    const std::tuple<int, int, int> legible[] = {{COLOR_BTNTEXT, COLOR_BTNFACE, 180},
-                                                 {COLOR_WINDOWTEXT, COLOR_WINDOW, 180},
-                                                 {COLOR_HIGHLIGHTTEXT, COLOR_HIGHLIGHT, 140},
-                                                 {COLOR_GRAYTEXT, COLOR_BTNFACE, 90}};
+    constexpr int legible[][3] = {{COLOR_BTNTEXT, COLOR_BTNFACE, 180},
+                                  {COLOR_WINDOWTEXT, COLOR_WINDOW, 180},
+                                  {COLOR_HIGHLIGHTTEXT, COLOR_HIGHLIGHT, 140},
+                                  {COLOR_GRAYTEXT, COLOR_BTNFACE, 90}};
     for (const auto scheme : {eKxColorScheme_Light, eKxColorScheme_Dark, eKxColorScheme_HighContrast}) {
         KX_SetColorScheme(scheme);
         for (const auto& [text, back, least] : legible)
@@ -198,7 +196,6 @@ TEST_F(Windows, ShareTheToolTipOfTheirParent) {
 // ---- The zoom ------------------------------------------------------------------------------------------------------
 
 TEST_F(Windows, HearOfAnotherZoomOnce) {
-    // Parents before their children.
     std::string told;
     m_parent.Answer(0x83FA, [&](WPARAM, LPARAM) { return told += "parent ", 0; });
     RecordingParent child;
@@ -206,7 +203,7 @@ TEST_F(Windows, HearOfAnotherZoomOnce) {
     child.Answer(0x83FA, [&](WPARAM, LPARAM) { return told += "child ", 0; });
     EXPECT_TRUE(Manager::SetGuiZoom(1.5));
     EXPECT_TRUE(Manager::SetGuiZoom(1.5));
-    EXPECT_EQ(std::exchange(told, {}), "parent child ");
+    EXPECT_EQ(std::exchange(told, {}), "parent child ") << "parents before their children";
     EXPECT_EQ(Manager::GetPreviousGuiZoom(), 1.0);
     for (const double bad : {0.0, -2.0, 100.0, std::numeric_limits<double>::infinity(), std::nan("")})
         EXPECT_FALSE(Manager::SetGuiZoom(bad));

@@ -71,6 +71,20 @@ TEST_F(BitmapPool, RasterizesOncePerImageSizeAndColors) {
     EXPECT_EQ(rasterized(!Draw("<svg>") && !Draw("<svg>")), 1U) << "a malformed text is not read twice either";
 }
 
+// A letter that the first family lacks is the second's; one that no font has is no box.
+TEST_F(BitmapPool, LooksForLettersInOtherFonts) {
+    const auto drawn = [this](const char* families, const char* letter) {
+        Blank();
+        EXPECT_TRUE(Draw(std::string("<svg viewBox='0 0 30 20'><text x='2' y='16' font-size='16' font-family='") +
+                         families + "'>" + letter + "</text></svg>"));
+        return Pixels();
+    };
+    const auto blank = drawn("Tahoma", " ");
+    EXPECT_NE(drawn("Tahoma", "A"), blank);
+    EXPECT_EQ(drawn("Tahoma", "&#xE123;"), blank);
+    EXPECT_EQ(drawn("Liberation Sans, IPAGothic", "&#x9855;"), drawn("IPAGothic", "&#x9855;"));
+}
+
 TEST_F(BitmapPool, KeepsWithinItsBounds) {
     const CKxStringA red = Square("red"), blue = Square("blue");
     for (int i = 1; i <= 3 * Pool::MaxImages; ++i) {

@@ -1,7 +1,6 @@
 // In our own schemes the platform's windows are in the scheme's colours, also where it has none to set: menus, lists
 // that drop down, tooltips, edges. And which scheme the system asks for.
 #include <bench/bench.h>
-#include <commctrl.h>
 #include <oleacc.h>
 #include <kxbaseui/kx_colors.h>
 #include <kxbaseui/kx_layoutmanager.h>
@@ -44,8 +43,7 @@ private:
     static inline std::function<bool()> s_look;
 };
 
-class DarkWindows : public testing::TestWithParam<EKxColorScheme> {
-protected:
+struct DarkWindows : testing::TestWithParam<EKxColorScheme> {
     DarkWindows() {
         KX_SetColorScheme(GetParam());
         m_parent->Answer(WM_ERASEBKGND, [this](WPARAM dc, LPARAM) {
@@ -71,10 +69,7 @@ protected:
 
 TEST_P(DarkWindows, OfEveryClassAreDark) {
     const HWND list = Add(WC_LISTVIEWW, {10, 10, 190, 70}, LVS_REPORT, WS_EX_CLIENTEDGE);
-    LVCOLUMNW column{};
-    column.mask = LVCF_TEXT | LVCF_WIDTH, column.cx = 90;
-    column.pszText = const_cast<wchar_t*>(L"Column");
-    SendMessageW(list, LVM_INSERTCOLUMNW, 0, reinterpret_cast<LPARAM>(&column));
+    AddColumn(list, 90);
     Add(L"BUTTON", {200, 10, 290, 34});
     Add(L"BUTTON", {300, 10, 390, 34}, BS_AUTOCHECKBOX);
     Add(L"BUTTON", {200, 40, 290, 64}, BS_AUTORADIOBUTTON);
@@ -98,7 +93,7 @@ TEST_P(DarkWindows, OfEveryClassAreDark) {
     Add(L"SCROLLBAR", {300, 190, 316, 236}, SBS_VERT);
     const HWND tabs = Add(WC_TABCONTROLW, {10, 240, 170, 300});
     TCITEMW tab{};
-    tab.mask = TCIF_TEXT, tab.pszText = column.pszText;
+    tab.mask = TCIF_TEXT, tab.pszText = const_cast<wchar_t*>(L"Tab");
     for (const WPARAM at : {0u, 1u})
         SendMessageW(tabs, TCM_INSERTITEMW, at, reinterpret_cast<LPARAM>(&tab));
     KX_FollowColorScheme(Window());
@@ -108,6 +103,54 @@ TEST_P(DarkWindows, OfEveryClassAreDark) {
             EnableWindow(child, enabled);
         Pump();
         ExpectDark(Picture::OnScreen(Window()), enabled ? "classes" : "classes disabled");
+    }
+}
+
+// Under a mouse or at a key the platform's drop-down draws what it shows then, without waiting.
+LRESULT CALLBACK DrawAtOnce(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR, DWORD_PTR) {
+    const LRESULT result = DefSubclassProc(window, message, wParam, lParam);
+    if ((message >= WM_MOUSEFIRST && message <= WM_MOUSELEAVE) || (message >= WM_KEYFIRST && message <= WM_KEYLAST)) {
+        RECT client{};
+        GetClientRect(window, &client);
+        const HDC dc = GetDC(window);
+        FillRect(dc, &client, static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH)));
+        ReleaseDC(window, dc);
+    }
+    return result;
+}
+
+TEST_P(DarkWindows, StayDarkWhereThePlatformDrawsAtOnce) {
+    const HWND combo = Add(WC_COMBOBOXW, {10, 10, 130, 200}, CBS_DROPDOWNLIST);
+    SetWindowSubclass(combo, DrawAtOnce, 1, 0);
+    KX_FollowColorScheme(Window());
+    for (const UINT message : std::initializer_list<UINT>{WM_MOUSEMOVE, WM_MOUSELEAVE, WM_MOUSEWHEEL, WM_RBUTTONDOWN,
+                                                          WM_LBUTTONUP, WM_KEYDOWN, WM_KEYUP, WM_CHAR, WM_MOUSEMOVE}) {
+        SendMessageW(combo, message, 0, 0);
+        ExpectDark(Picture::OnScreen(combo), "closed list after " + std::to_string(message));
+    }
+}
+
+// Wine hides nothing by itself, and its DrawText underlines the letter whatever it is asked.
+UINT s_format = 0;
+int WINAPI DrawAndTell(HDC dc, LPCWSTR text, int length, LPRECT rect, UINT format) {
+    if (!(format & DT_CALCRECT)) s_format = format;
+    return DrawTextW(dc, text, length, rect, format);
+}
+
+TEST_P(DarkWindows, UnderlineNoLetterBeforeAKey) {
+    const Import drawn(L"kxbaseui.dll", &DrawTextW, &DrawAndTell);
+    const auto answer = [](HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR, DWORD_PTR) -> LRESULT {
+        return message == WM_QUERYUISTATE ? UISF_HIDEACCEL : DefSubclassProc(window, message, wParam, lParam);
+    };
+    for (const long kind : {BS_PUSHBUTTON, BS_AUTOCHECKBOX, BS_AUTORADIOBUTTON, BS_GROUPBOX}) {
+        const HWND button = Add(L"BUTTON", {10, 10, 100, 40}, static_cast<DWORD>(kind));
+        KX_FollowColorScheme(Window());
+        Pump();
+        EXPECT_EQ(s_format & (DT_NOPREFIX | DT_HIDEPREFIX), 0u) << kind;
+        SetWindowSubclass(button, answer, 1, 0);
+        SendMessageW(button, WM_UPDATEUISTATE, MAKEWPARAM(UIS_SET, UISF_HIDEACCEL), 0);
+        EXPECT_EQ(s_format & (DT_NOPREFIX | DT_HIDEPREFIX), UINT{DT_HIDEPREFIX}) << kind;
+        DestroyWindow(button);
     }
 }
 
@@ -240,11 +283,9 @@ INSTANTIATE_TEST_SUITE_P(Schemes, DarkWindows, testing::Values(eKxColorScheme_Da
 
 // ---- What the system asks for --------------------------------------------------------------------------------------
 
-TEST(SystemScheme, IsWhatTheSettingsAskFor) {
-    for (const std::optional<bool> light : {std::optional<bool>{}, {true}, {false}}) {
+TEST(SystemScheme, IsOfHighContrastBeforeAnything) {
+    for (const std::optional<bool> light : {std::optional<bool>{}, {true}, {false}})
         EXPECT_EQ(KX_SchemeForSettings({true, light}), eKxColorScheme_HighContrast);
-        EXPECT_EQ(KX_SchemeForSettings({false, light}), light == false ? eKxColorScheme_Dark : eKxColorScheme_Light);
-    }
 }
 
 TEST(SystemScheme, IsFollowedUntilOneIsChosen) {

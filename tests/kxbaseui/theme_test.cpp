@@ -1,6 +1,5 @@
 // What the library draws beside the platform's controls, in a program with visual styles and in one without.
 #include <bench/bench.h>
-#include <bench/imports.h>
 #include <kxbaseui/kx_buttonbackground.h>
 #include <kxbaseui/kx_guiscale.h>
 #include <kxbaseui/kx_schemecontrols.h>
@@ -20,8 +19,7 @@ using namespace kx::test;
 constexpr SIZE kSize{80, 24};
 
 // A button of the platform's with a blank, and beside it one that we draw.
-class Buttons : public testing::Test {
-protected:
+struct Buttons : testing::Test {
     Buttons() {
         m_parent.Answer(WM_DRAWITEM, [this](WPARAM, LPARAM lParam) {
             const auto& item = *reinterpret_cast<const DRAWITEMSTRUCT*>(lParam);
@@ -139,17 +137,14 @@ TEST_F(Buttons, AreDrawnAtTheMonitorsScale) {
     KX_VisualStylesChanged();
     KX_FollowScaleOf(m_parent.Window());
     Ours(0);
-    const struct {
-        UINT dpi;
-        const char* missing;
-        const char* asked;
-    } rows[] = {{144, nullptr, "CO144D"}, {144, nullptr, ""}, {192, "OpenThemeDataForDpi", "COD"}};
-    for (const auto& row : rows) {
+    const std::tuple<UINT, const char*, const char*> rows[] = {
+        {144, nullptr, "CO144D"}, {144, nullptr, ""}, {192, "OpenThemeDataForDpi", "COD"}};
+    for (const auto& [dpi, missing, asked] : rows) {
         s_asked.clear();
-        if ((s_missing = row.missing)) KX_VisualStylesChanged();
-        KX_RelayScale(m_parent.Window(), WM_DPICHANGED, MAKEWPARAM(row.dpi, row.dpi), 0);
+        if ((s_missing = missing)) KX_VisualStylesChanged();
+        KX_RelayScale(m_parent.Window(), WM_DPICHANGED, MAKEWPARAM(dpi, dpi), 0);
         Ours(0);
-        EXPECT_EQ(s_asked, styled ? row.asked : "") << row.dpi;
+        EXPECT_EQ(s_asked, styled ? asked : "") << dpi;
     }
     s_missing = nullptr;
     KX_VisualStylesChanged();

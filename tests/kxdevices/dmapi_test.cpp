@@ -10,19 +10,15 @@ namespace {
 
 using namespace kx::test;
 
-// The time counter in the test's hand.
 struct Clock {
     explicit Clock(unsigned start) {
         now = start;
         KX_SetTimeSource([] { return now; });
     }
     ~Clock() { KX_SetTimeSource(nullptr); }
-    void Pass(unsigned milliseconds) { now += milliseconds; }
-
     static inline unsigned now = 0;
 };
 
-// Writes down what the registry tells.
 struct Listener {
     ~Listener() { CKxDeviceRegistry::RemoveListener(number); }
 
@@ -118,7 +114,7 @@ TEST(SimulatedDevices, TakeTimeStopAndFail) {
     listener.record.Clear();
     // State and position afterwards.
     const auto pass = [&](unsigned milliseconds) {
-        clock.Pass(milliseconds);
+        Clock::now += milliseconds;
         microscope.Tick();
         long position = -1;
         const bool known = wheel.GetPosition(position);
@@ -163,18 +159,18 @@ TEST(SimulatedDevices, DrivesGoOverADistanceWithinTheirRange) {
     for (const double wrong : {9.9, 2000.1, std::numeric_limits<double>::quiet_NaN()})
         EXPECT_FALSE(drive.MoveTo(wrong) || stage.MoveTo(0, wrong));
     EXPECT_TRUE(drive.MoveTo(260) && stage.MoveTo(100, -305));
-    clock.Pass(29);
+    Clock::now += 29;
     microscope.Tick();
     EXPECT_TRUE(!stage.GetPosition(x = -1, y) && x == -1);
     EXPECT_TRUE(drive.GetPosition(x));
     EXPECT_NEAR(x, 10 + 250 * 29 / 30.0, 0.01) << "on its way it is somewhere between";
-    clock.Pass(1);
+    Clock::now += 1;
     microscope.Tick();
     EXPECT_TRUE(drive.GetPosition(x) && x == 260);
     EXPECT_TRUE(stage.GetPosition(x, y) && x == 100 && y == -305);
     EXPECT_FALSE(CKxSimZDrive(L"None", SKxSimRange{5, 1}).MoveTo(3));
     EXPECT_TRUE(drive.MoveTo(560));
-    clock.Pass(15);  // the counter wraps around meanwhile
+    Clock::now += 15;  // the counter wraps around meanwhile
     EXPECT_TRUE(drive.MoveTo(10) && drive.GetPosition(x) && x == 410) << "turned round half way";
 }
 

@@ -2,9 +2,11 @@
 #include <bench/bench.h>
 #include <kxdevices/kx_zstackdata.h>
 
+#include <array>
 #include <cmath>
 #include <limits>
 #include <optional>
+#include <tuple>
 
 namespace {
 
@@ -19,12 +21,8 @@ struct State {
 
     static State Of(const CKxZStackData& record) {
         State state;
-        record.GetType(&state.type);
-        record.GetBottom(&state.bottom);
-        record.GetHome(&state.home);
-        record.GetTop(&state.top);
-        record.GetStep(&state.step);
-        record.GetCount(&state.count);
+        record.GetType(&state.type), record.GetStep(&state.step), record.GetCount(&state.count);
+        record.GetBottom(&state.bottom), record.GetHome(&state.home), record.GetTop(&state.top);
         return state;
     }
     void Enter(CKxZStackData& record) const {
@@ -41,14 +39,6 @@ struct State {
         return out << "type " << state.type << ", " << state.bottom << " | " << state.home << " | " << state.top
                    << ", step " << state.step << ", count " << state.count;
     }
-};
-
-struct Row {
-    const char* what;
-    State before;
-    std::function<int(CKxZStackData&)> change;
-    std::optional<State> after = {};  // none: refused
-    int status = after ? 0 : eKxZStack_OutOfRange;
 };
 
 constexpr std::nullopt_t Refused = std::nullopt;
@@ -68,14 +58,15 @@ const auto Piezo = [](double from, double to) {
     };
 };
 
-// On a drive from 0 to 1000. What is refused leaves everything as it was, and has the status -17 only beyond the
-// device.
+// On a drive from 0 to 1000. What is refused leaves everything as it was; the status is -17 only beyond the device.
 TEST(ZStackData, SettersMoveWhatTheyShould) {
     // clang-format off
-    const State plain{0, 100, None, 110, 3, 4};
-    const State around{2, 90, 100, 110, 5, 5};
-    const State above{3, 90, 100, 130, 10, 5};
-    const State free{3, -10, None, 30, 10, 5};
+    const State plain{0, 100, None, 110, 3, 4}, around{2, 90, 100, 110, 5, 5};
+    const State above{3, 90, 100, 130, 10, 5}, free{3, -10, None, 30, 10, 5};
+    struct Row {
+        const char* what; State before; std::function<int(R&)> change; std::optional<State> after = {};
+        int status = after ? 0 : eKxZStack_OutOfRange;  // nothing after it: refused
+    };
     const Row rows[] = {
         {"a value is rounded, halves away from zero", {}, Top(1.0005, false), State{0, None, None, 1.001}},
         {"also what a sum has left of one", {}, Top(4.4995 - 1e-12, false), State{0, None, None, 4.5}},
@@ -162,8 +153,7 @@ TEST(ZStackData, SettersMoveWhatTheyShould) {
 TEST(ZStackData, CountsPlanesFromTheEndThatIsKept) {
     CKxZStackData record;
     (State{0, 0, None, 10, 3}).Enter(record);
-    double plane = 0;
-    double remainder = 0;
+    double plane = 0, remainder = 0;
     EXPECT_TRUE(record.GetRemainder(&remainder) == 0 && remainder == 1);
     for (const auto& [preserved, type, first] : {std::tuple{false, 0, 0.0}, {true, 4, 1.0}, {true, 2, 0.0}}) {
         record.SetAbsoluteZStackTopPreserved(preserved);
@@ -175,13 +165,10 @@ TEST(ZStackData, CountsPlanesFromTheEndThatIsKept) {
 }
 
 TEST(ZStackData, SuggestsTheNyquistStep) {
-    struct Optics {
-        double aperture, index, wavelength, step;  // a step of None: refused
-    };
-    // By hand: sin a = 1.4 / 1.515, cos a = 0.38212, 520 / (2 * 1.515 * 0.61788) = 277.7.
-    const Optics table[] = {{1.4, 1.515, 520, 0.278}, {0.5, 1, 500, 1.866}, {1, 1, 500, 0.25},
-                            {1.1, 1, 500, None},      {0, 1, 500, None},    {NaN, 1, 500, None},
-                            {0.5, None, 500, None},   {0.5, 1, 0, None},    {0.5, 1, NaN, None}};
+    // By hand: sin a = 1.4 / 1.515, cos a = 0.38212, 520 / (2 * 1.515 * 0.61788) = 277.7. A step of None: refused.
+    const std::array<double, 4> table[] = {{1.4, 1.515, 520, 0.278}, {0.5, 1, 500, 1.866}, {1, 1, 500, 0.25},
+                                           {1.1, 1, 500, None},      {0, 1, 500, None},    {NaN, 1, 500, None},
+                                           {0.5, None, 500, None},   {0.5, 1, 0, None},    {0.5, 1, NaN, None}};
     for (const auto& [aperture, index, wavelength, step] : table) {
         CKxZStackData record;
         const int status = record.SetObjective(aperture, index) + record.SetWavelength(wavelength);
@@ -195,10 +182,7 @@ TEST(ZStackData, SuggestsTheNyquistStep) {
 TEST(ZStackData, LeavesOutputsAloneAndGivesItsStatusWithoutOne) {
     CKxZStackData empty, full;
     full.AddZDevice(0, 1000, nullptr);
-    full.SetZDevice(0);
-    full.SetZPosition(0, 5);
-    full.SetObjective(0.5, 1);
-    full.SetWavelength(500);
+    full.SetZDevice(0), full.SetZPosition(0, 5), full.SetObjective(0.5, 1), full.SetWavelength(500);
     (State{3, 90, 100, 130, 10}).Enter(full);
     for (const auto getter : {&R::GetTop, &R::GetBottom, &R::GetHome, &R::GetStep, &R::GetStepSuggested,
                               &R::GetRemainder, &R::GetZRangeMin, &R::GetZRangeMax, &R::GetZPosition})

@@ -25,21 +25,18 @@ std::string BandsOf(const wchar_t* name) {
 }
 
 TEST(OpticalFilters, AreReadOffTheirNames) {
-    const struct {
-        const wchar_t* name;
-        const char* bands;
-    } cases[] = {
-        // clang-format off
+    // clang-format off
+    const std::pair<const wchar_t*, const char*> cases[] = {
         {L"390/40 482/25 587/45", "390/40 482/25 587/45 "}, {L"BP525/50,605/70", "525/50 605/70 "},
         {L"Quad 440/40 521/21 607/34 700/45 900/10 1000/5", "440/40 521/21 607/34 700/45 900/10 1000/5 "},
         {L"LP 515", "647.5/265 "}, {L"515 LP 600", "647.5/265 "}, {L"sp650", "515/270 "}, {L"LP", ""}, {L"LP 790", ""},
         {L"dapi", "460/50 "}, {L"GFP narrow", "525/50 "}, {L"GFP 510/20", "510/20 "}, {L"Cy5", "690/50 "},
         {L"<svg>&525/50", "525/50 "}, {L"", ""}, {L"Empty", ""}, {L"ND 16", ""},
         {L"525/0", ""}, {L"525/", ""}, {L"/50", ""}, {L"5/50", ""}, {L"99999999999999999999/50", ""},
-        // clang-format on
     };
-    for (const auto& each : cases)
-        EXPECT_EQ(BandsOf(each.name), each.bands) << Narrow(each.name);
+    // clang-format on
+    for (const auto& [name, bands] : cases)
+        EXPECT_EQ(BandsOf(name), bands) << Narrow(name);
     EXPECT_EQ(BandsOf(std::wstring(10000, L'7').c_str()), "");
     EXPECT_FALSE(CKxFilterDialog::GetFilterInfo(L"525/50", nullptr));
 }
@@ -89,8 +86,7 @@ TEST(Objectives, AreFoundByKey) {
 TEST(UserRights, AreAllOrNone) {
     EXPECT_TRUE(CKxUserManager::GetCurrentUserRights(1024));
     CKxUserManager::SetCurrentUserRights(1024 | 1);
-    EXPECT_TRUE(CKxUserManager::GetCurrentUserRights(1025));
-    EXPECT_FALSE(CKxUserManager::GetCurrentUserRights(1026));
+    EXPECT_TRUE(CKxUserManager::GetCurrentUserRights(1025) && !CKxUserManager::GetCurrentUserRights(1026));
     CKxUserManager::SetCurrentUserRights(~0u);
 }
 

@@ -33,12 +33,8 @@ void ExpectRefusal(const std::string& po, int line, const char* reason) {
 
 TEST(Catalogue, Takes) {
     const std::string a = "msgctxt \"c\"\nmsgid \"a\"\nmsgstr ";
-    const struct {
-        const char* name;
-        std::string po;
-        const wchar_t* expected;
-    } cases[] = {
-        // clang-format off
+    // clang-format off
+    const struct { const char* name; std::string po; const wchar_t* expected; } cases[] = {
         {"plain", c_header + c_entry, L"A"}, {"byte order mark", "\xEF\xBB\xBF" + c_header + c_entry, L"A"},
         {"no charset", "msgid \"\"\nmsgstr \"Language: de\\n\"\n" + c_entry, L"A"},
         {"charset in capitals", "msgid \"\"\nmsgstr \"X: y\\ncontent-TYPE: x; CHARSET=utf-8 \\n\"" + c_entry, L"A"},
@@ -59,8 +55,8 @@ TEST(Catalogue, Takes) {
         {"after a plural", "msgid \"a\"\nmsgid_plural \"b\"\nmsgstr[0] \"X\"\nmsgstr[1] \"B\"\n" + c_entry, L"A"},
         {"other context", "msgctxt \"d\"\nmsgid \"a\"\nmsgstr \"A\"\n", L"-"},
         {"no context", "msgid \"a\"\nmsgstr \"A\"\n", L"-"},
-        // clang-format on
     };
+    // clang-format on
     for (const auto& c : cases) {
         const Result result(c.po);
         EXPECT_TRUE(result.catalogue) << c.name << ": line " << result.refusal.line << ", " << result.refusal.reason;
@@ -72,11 +68,9 @@ TEST(Catalogue, Takes) {
 TEST(Catalogue, RefusesWithTheLine) {
     const std::string charset = "msgid \"\"\nmsgstr \"Content-Type: text/plain; charset=";
     const std::string b = "msgid \"b\"", bs = b + "\nmsgid_plural \"bs\"", after = b + "\nmsgstr \"B\"\n";
-    const struct {
-        const char* reason;
-        std::vector<std::pair<int, std::string>> cases;  // the line, and what is on line 4 and after it
-    } table[] = {
-        // clang-format off
+    // The line, and what is on line 4 and after it.
+    // clang-format off
+    const std::pair<const char*, std::vector<std::pair<int, std::string>>> table[] = {
         {"a text that is not closed", {{5, b + "\nmsgstr \"B"}, {5, b + "\nmsgstr \"B\n\"\n" + after},
                                        {5, b + "\nmsgstr \"B\\"}, {5, b + "\nmsgstr \"B\\\n\""}}},
         {"an entry that is not complete", {
@@ -97,13 +91,12 @@ TEST(Catalogue, RefusesWithTheLine) {
         {"not UTF-8", {
             {5, b + "\nmsgstr \"\xE4\"\n"}, {4, "msgid \"\xC3\"\n\"\xA4\""}, {4, "# \xE2\x82"}, {4, "# \xC0\xAF"},
             {4, "# \xE0\x80\xAF"}, {4, "# \xF0\x80\x80\xAF"}, {4, "# \xED\xA0\x80"}, {4, "# \xF4\x90\x80\x80"}}},
-        {"a zero byte", {{4, "msgid \"b\0\""s}}},
-        {"a carriage return without a line feed", {{4, "# a\rmsgid"}}},
-        // clang-format on
+        {"a zero byte", {{4, "msgid \"b\0\""s}}}, {"a carriage return without a line feed", {{4, "# a\rmsgid"}}},
     };
-    for (const auto& row : table)
-        for (const auto& [line, rest] : row.cases)
-            ExpectRefusal(c_entry + rest, line, row.reason);
+    // clang-format on
+    for (const auto& [reason, cases] : table)
+        for (const auto& [line, rest] : cases)
+            ExpectRefusal(c_entry + rest, line, reason);
     ExpectRefusal("", 1, "without any entry");
     ExpectRefusal("# nothing\n", 2, "without any entry");
     ExpectRefusal("\"stray\"\n" + after, 1, "a text without a keyword");

@@ -8,8 +8,7 @@ namespace {
 
 using Records = std::vector<std::wstring>;
 
-class Log : public testing::Test {
-protected:
+struct Log : testing::Test {
     void SetUp() override { CKxLogFile::SetSink(Keep, &m_records); }
     void TearDown() override { CKxLogFile::SetSink(nullptr, nullptr); }
     static void Keep(const wchar_t* record, void* context) { static_cast<Records*>(context)->push_back(record); }
@@ -53,10 +52,7 @@ TEST_F(Log, CutsAt1100Characters) {
 }
 
 TEST_F(Log, SinksMayThrowLogAndReplaceThemselves) {
-    const struct {
-        CKxLogFile::Sink sink;
-        Records records;
-    } cases[] = {
+    const std::pair<CKxLogFile::Sink, Records> cases[] = {
         {[](const wchar_t*, void*) { throw std::runtime_error("full disk"); }, {}},
         // What it logs itself is dropped; else it would call itself without end, and stops after a few times.
         {[](const wchar_t* record, void* context) {
@@ -66,11 +62,11 @@ TEST_F(Log, SinksMayThrowLogAndReplaceThemselves) {
          {L"?(0): first", L"?(0): second"}},
         {[](const wchar_t*, void* context) { CKxLogFile::SetSink(Keep, context); }, {L"?(0): second"}},
     };
-    for (const auto& c : cases) {
+    for (const auto& [sink, records] : cases) {
         m_records.clear();
-        CKxLogFile::SetSink(c.sink, &m_records);
+        CKxLogFile::SetSink(sink, &m_records);
         for (const wchar_t* const text : {L"first", L"second"})
             EXPECT_NO_THROW(CKxLogFile::Line(text));
-        EXPECT_EQ(m_records, c.records);
+        EXPECT_EQ(m_records, records);
     }
 }

@@ -4,15 +4,15 @@
 
 #include <clocale>
 #include <cmath>
+#include <tuple>
 
 TEST(StringToDouble, TakesNumbersAndRefusesTheRest) {
     const auto zeros = [](std::size_t count) { return std::wstring(count, L'0'); };
     const std::pair<std::wstring, double> taken[] = {
         // clang-format off
-        {L"0", 0}, {L"007", 7}, {L"-7", -7}, {L"+7", 7}, {L"9007199254740993", 9007199254740992.0},
-        {L"1.5", 1.5}, {L"1,5", 1.5}, {L"1,234", 1.234}, {L".5", .5}, {L",5", .5}, {L"5.", 5}, {L"-5,", -5},
-        {L"0.1", .1}, {L"1e2", 100}, {L"1E+2", 100}, {L"1,5e-2", 0.015}, {L"5.e1", 50},
-        {L" \t12\t ", 12}, {L"\u00A012\u00A0", 12}, {L"\u202F-12", -12},
+        {L"007", 7}, {L"+7", 7}, {L"9007199254740993", 9007199254740992.0}, {L"1,234", 1.234}, {L".5", .5}, {L",5", .5},
+        {L"5.", 5}, {L"-5,", -5}, {L"1E+2", 100}, {L"1,5e-2", 0.015}, {L"5.e1", 50}, {L" \t12\t ", 12},
+        {L"\u00A012\u00A0", 12}, {L"\u202F-12", -12}, {L"\uFF0D\uFF10\uFF19\uFF0E5", -9.5}, {L"\uFF0B1e\uFF12", 100},
         {L"1.7976931348623157e308", 1.7976931348623157e308}, {L"5e-324", 5e-324}, {L"1e-400", 0}, {L"-1e-400", 0},
         {L"0.00001e-330", 0}, {L"1e-99999999999999999999", 0}, {L"0e99999999999999999999", 0}, {L"-0", 0},
         // The exponent makes up for the digits: what is too large or too small is told by the whole, not by a part.
@@ -21,11 +21,10 @@ TEST(StringToDouble, TakesNumbersAndRefusesTheRest) {
     };
     const std::wstring refused[] = {
         // clang-format off
-        L"", L" ", L"\u00A0", L".", L",", L"-", L"+", L"-.", L"--1", L"+-1", L"- 1", L"1\u2212",
-        L"1,234.5", L"1.234,5", L"1.2.3", L"1,2,3", L"1..2", L"1 234", L"1\u00A0234", L"1'234", L"1\n", L"1\uFEFF",
-        L"e5", L"1e", L"1e+", L"1e1.5", L"1e 5", L"1e5e5", L"1e309", L"-1e309", L"1e9999999999999999999",
-        L"12 um", L"12um", L"0x10", L"1p3", L"1f", L"1d", L"inf", L"-inf", L"INFINITY", L"nan",
-        L"\u0661", L"\uFF11", L"\u0131", zeros(1000) + L"5",
+        L"", L" ", L"\u00A0", L".", L"-", L"-.", L"--1", L"+-1", L"- 1", L"1\u2212", L"1,234.5", L"1.2.3", L"1..2",
+        L"1 234", L"1\u00A0234", L"1'234", L"1\n", L"1\uFEFF", L"e5", L"1e", L"1e+", L"1e1.5", L"1e 5", L"1e309",
+        L"-1e309", L"1e9999999999999999999", L"12um", L"0x10", L"1p3", L"1f", L"1d", L"inf", L"nan",
+        L"\u0661", L"1\uFF0C5", L"\uFF1A", L"\u0131", zeros(1000) + L"5",
         // clang-format on
     };
     for (const auto& [text, expected] : taken) {
@@ -48,28 +47,31 @@ TEST(FormatNumber, WritesAndReadsAsInTheCLocale) {
         EXPECT_EQ(local[1], *locale == 'C' ? L'.' : L',') << "the C runtime's own";
         EXPECT_EQ(KX_FormatNumber(L"<%0.2f, %+g>, %d", 0.5, 1.25, 3), L"<0.50, +1.25>, 3") << locale;
         EXPECT_TRUE(KX_FormatNumber(nullptr).IsEmpty());
-        const struct {
-            const wchar_t* text;
-            double value;
-            std::size_t length;
-        } rows[] = {{L" 2.5x", 2.5, 4}, {L"2,5x", 2, 1}, {L"x", 0, 0}, {L"1.5.2", 1.5, 3}, {nullptr, 0, 0}};
-        for (const auto& row : rows) {
-            std::size_t length = 42;
-            EXPECT_EQ(KX_LeadingNumber(row.text, &length), row.value) << locale;
-            EXPECT_EQ(length, row.length) << locale;
+        const std::tuple<const wchar_t*, double, std::size_t> rows[] = {
+            {L" 2.5x", 2.5, 4},          {L"2,5x", 2, 1}, {L"x", 0, 0}, {L"1.5.2", 1.5, 3},
+            {L"\uFF12\uFF0E5x", 2.5, 3}, {nullptr, 0, 0}};
+        for (const auto& [text, value, length] : rows) {
+            std::size_t taken = 42;
+            EXPECT_EQ(KX_LeadingNumber(text, &taken), value) << locale;
+            EXPECT_EQ(taken, length) << locale;
         }
     }
     std::setlocale(LC_ALL, "C");
 }
 
+TEST(DigitOf, KnowsAllScripts) {
+    const std::pair<wchar_t, int> rows[] = {{L'0', 0},    {L'9', 9},    {L'/', -1},  {L':', -1},   {0x0661, 1},
+                                            {0x096A, 4},  {0xABF9, 9},  {0xFF10, 0}, {0xFF19, 9},  {0xFF1A, -1},
+                                            {0x00B2, -1}, {0x2460, -1}, {0x0031, 1}, {0x4E94, -1}, {0, -1}};
+    for (const auto& [character, digit] : rows)
+        EXPECT_EQ(KX_DigitOf(character), digit) << int{character};
+}
+
 TEST(CKxString, NullCountsAsEmpty) {
     const wchar_t* const null = nullptr;
     CKxStringW text(null);
-    EXPECT_TRUE(text.IsEmpty());
-    EXPECT_TRUE(text == null);
-    EXPECT_FALSE(CKxStringW(L"a") == null);
-    text += null;
-    text += L"b";
+    EXPECT_TRUE(text.IsEmpty() && text == null && !(CKxStringW(L"a") == null));
+    text += null, text += L"b";
     EXPECT_STREQ(text, L"b");
     text.Format(10, null);
     EXPECT_TRUE(text.IsEmpty());
@@ -85,9 +87,7 @@ TEST(CKxString, FormatCuts) {
         narrow.Format(length, "<%d;%s>", 12, "ab");
         EXPECT_EQ(std::wstring(narrow.str().begin(), narrow.str().end()), expected);
     }
-}
-
-TEST(CKxString, FormatsItselfIntoItself) {
+    // Itself into itself.
     CKxStringW text(L"a text that is longer than what fits into the object itself");
     const std::wstring before = text.str();
     text.Format(200, L"[%ls]", text.c_str());

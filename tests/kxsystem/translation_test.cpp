@@ -5,8 +5,7 @@
 
 namespace {
 
-class Translation : public testing::Test {
-protected:
+struct Translation : testing::Test {
     Translation() {
         CKxLogFile::SetSink(
             [](const wchar_t* record, void* log) { static_cast<decltype(m_log)*>(log)->push_back(record); }, &m_log);

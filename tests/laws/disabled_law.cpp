@@ -6,10 +6,7 @@
 namespace kx::test {
 namespace {
 
-class DisabledLaw : public LawTest {
-protected:
-    DisabledLaw() : LawTest({Law::Disabled}) {}
-
+struct DisabledLaw : LawOf<Law::Disabled> {
     Picture Look() {
         SetFocus(Parent().Window());
         MoveAway(Parent().Window());
@@ -100,21 +97,19 @@ TEST_P(DisabledLaw, NoActReachesTheHost) {
 // Whatever the host does meanwhile, but for what the rules leave enabled.
 TEST_P(DisabledLaw, StaysSo) {
     Begin();
-    std::set<std::string> left;
-    const auto usable = [&](const std::function<void(const std::string&)>& found) {
-        const auto windows = Control().Windows();
-        for (const Target& each : windows)
-            if (IsWindowEnabled(each.window)) found(NameOfWindow(each.window));
+    const auto usable = [this] {
+        std::set<std::string> names;
+        for (const Target& each : Control().Windows())
+            if (IsWindowEnabled(each.window)) names.insert(NameOfWindow(each.window));
+        return names;
     };
     ForEachOperation([&](const Operation& operation, Random& random) {
         Control().Enable(false);
-        left.clear();
-        usable([&](const std::string& name) { left.insert(name); });
+        const auto left = usable();
         if (!IsExcepted(operation.name)) operation.run(random);
         if (!Control().Window()) return;
-        usable([&](const std::string& name) {
+        for (const std::string& name : usable())
             Expect(left.contains(name), operation.name, name + " can be used in a control that is disabled");
-        });
         Expect(true, "", "");
     });
 }

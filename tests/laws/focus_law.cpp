@@ -5,10 +5,7 @@
 namespace kx::test {
 namespace {
 
-class FocusLaw : public LawTest {
-protected:
-    FocusLaw() : LawTest({Law::Focus}) {}
-
+struct FocusLaw : LawOf<Law::Focus> {
     std::string Focused() {
         const HWND focus = GetFocus();
         if (!focus) return "nowhere";
@@ -49,32 +46,69 @@ TEST_P(FocusLaw, IsNeverLeftWithWhatCannotBeUsed) {
 }
 
 TEST_P(FocusLaw, GoesWhereTheControlSays) {
-    const struct {
-        FocusLoss loss;
-        const char* name;
-        std::function<bool()> cause;
-    } losses[] = {
-        {FocusLoss::Disabled, "disabled", [this] { return Control().Enable(false), true; }},
-        {FocusLoss::Rebuilt, "made anew", [this] { return Control().Rebuild(); }},
-    };
-    for (const auto& [loss, name, cause] : losses) {
+    for (const FocusLoss loss : {FocusLoss::Disabled, FocusLoss::Rebuilt}) {
+        const bool disables = loss == FocusLoss::Disabled;
         Begin();
         for (std::size_t i = 0; i < Control().Windows().size(); ++i) {
             Begin();
             // Another round may have made fewer of them.
             const auto windows = Control().Windows();
             if (i >= windows.size()) break;
-            const HWND window = windows[i].window;
-            const HWND focused = Focus(window);
+            const HWND focused = Focus(windows[i].window);
             if (!focused) continue;
-            doing_ = NameOfWindow(focused) + " " + name;
-            if (!cause()) break;
+            doing_ = NameOfWindow(focused) + (disables ? " disabled" : " made anew");
+            if (disables) Control().Enable(false);
+            if (!disables && !Control().Rebuild()) break;
             Pump();
             // What is never disabled keeps it.
-            if (GetFocus() == focused && loss == FocusLoss::Disabled && IsWindowEnabled(focused)) continue;
+            if (GetFocus() == focused && disables && IsWindowEnabled(focused)) continue;
             const std::string wanted = Control().FocusGoes(loss), got = Focused();
             Expect(wanted == got, doing_, "the focus goes to " + got + ", not to " + wanted);
         }
+    }
+}
+
+// Wine hides nothing by itself.
+LRESULT s_hidden = 0;
+bool s_isToldOfKeys = false;
+LRESULT CALLBACK AnswerHidden(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR, DWORD_PTR) {
+    s_isToldOfKeys |= message == WM_CHANGEUISTATE;
+    return message == WM_QUERYUISTATE ? s_hidden : DefSubclassProc(window, message, wParam, lParam);
+}
+
+// Fields and lists show it in all that they are; what cannot be used by keys does not.
+TEST_P(FocusLaw, IsShownFromTheFirstKeyOn) {
+    Begin(States()[3]);
+    KX_FollowColorScheme(Parent().Window());
+    for (const Target& each : Control().Windows()) {
+        const HWND focused = Focus(each.window);
+        if (!focused) continue;
+        const std::string name = NameOfWindow(focused);
+        const bool isFrame = (GetWindowLongW(focused, GWL_STYLE) & BS_TYPEMASK) == BS_GROUPBOX;
+        const bool isMarked = (name.starts_with("Button ") && !isFrame) || name.find("HPot ") != std::string::npos;
+        const bool isField = name.starts_with("Edit ") || name.starts_with("Combo") || name.starts_with("SysList");
+        SetWindowSubclass(focused, AnswerHidden, 1, 0);
+        s_hidden = UISF_HIDEFOCUS;
+        SetFocus(Parent().Window());
+        const Picture without = SeenPicture(Parent().Window());
+        SetFocus(focused);
+        const Picture hidden = SeenPicture(Parent().Window());
+        s_hidden = 0;
+        SendMessageW(focused, WM_UPDATEUISTATE, MAKEWPARAM(UIS_CLEAR, UISF_HIDEFOCUS), 0);
+        const Picture shown = SeenPicture(Parent().Window());
+        Expect(isField || hidden == without, name, "the focus is shown before");
+        if (!IsExcepted(name))
+            Expect((shown == hidden) != isMarked, name,
+                   isMarked ? "the focus is not shown then" : "something else is shown");
+        shown.Save("focus " + GetParam().name + " " + name);
+        // Where the dialog manager does not get the key, it cannot say that one was used.
+        MSG key{focused, WM_KEYDOWN, VK_RIGHT, 0, 0, {}};
+        const LRESULT code = SendMessageW(focused, WM_GETDLGCODE, VK_RIGHT, reinterpret_cast<LPARAM>(&key));
+        s_hidden = UISF_HIDEFOCUS, s_isToldOfKeys = false;
+        SendMessageW(focused, WM_KEYDOWN, VK_RIGHT, 0);
+        const bool takes = isMarked && (code & DLGC_WANTARROWS);
+        if (!IsExcepted("a key in " + name))
+            Expect(s_isToldOfKeys == takes, name, "not told, or told in vain, of a key");
     }
 }
 

@@ -2,15 +2,12 @@
 // for is in every catalogue.
 #include <subjects/law.h>
 
-#include <commctrl.h>
-
 #include <algorithm>
 #include <cwctype>
 #include <optional>
 #include <set>
 #include <sstream>
 
-#include <bench/imports.h>
 #include <kxbaseui/kx_menu.h>
 #include <kxbaseui/kx_messagebox.h>
 #include <kxsystem/kx_catalogue.h>
@@ -136,9 +133,7 @@ std::optional<CKxCatalogue> CatalogueOf(WORD language) {
         refusal, duplicates);
 }
 
-class LanguageLaw : public LawTest {
-protected:
-    LanguageLaw() : LawTest({Law::Language}) {}
+struct LanguageLaw : LawOf<Law::Language> {
     ~LanguageLaw() override { CKxLocale::SetModuleLangId(0); }
 
     bool IsOwn(const std::wstring& text) {

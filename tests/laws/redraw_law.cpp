@@ -4,17 +4,12 @@
 #include <optional>
 #include <set>
 
-#include <bench/imports.h>
-#include <kxbaseui/kx_layoutmanager.h>
-#include <subjects/redraw.h>
+#include <kxdevui/framework/devgui.h>
 
 namespace kx::test {
 namespace {
 
-class RedrawLaw : public LawTest {
-protected:
-    RedrawLaw() : LawTest({Law::Redraw}) {}
-
+struct RedrawLaw : LawOf<Law::Redraw> {
     // Whether there is something else to be seen than the last time.
     bool Look(const std::string& after, const State& state) {
         if (!Control().Window()) return false;
@@ -112,25 +107,69 @@ TEST_P(RedrawLaw, HoldsAfterWhatAllHave) {
 }
 
 TEST_P(RedrawLaw, HoldsWhileTheUserActs) {
-    for (const State& state : {States()[0]}) {
+    Begin();
+    // Of many windows of one class, three.
+    std::map<std::string, int> seen;
+    for (std::size_t i = 0; i < Control().Windows().size(); ++i) {
+        const auto windows = Control().Windows();
+        const std::string name = NameOfWindow(windows[i].window);
+        if (++seen[name.substr(0, name.find(' '))] > 3) continue;
+        for (const Act& act : ActsAt(windows[i].window)) {
+            if (!Ready()) return;
+            doing_ = act.name;
+            Do(act);
+            Look(act.name, States()[0]);
+        }
+    }
+}
+
+// In a scheme on dark ground nothing stays light: no area larger than the strokes of text, and where lines are dark
+// too, no line.
+struct DarkLaw : LawOf<Law::Dark> {
+    // Chooses the other dark scheme once, when the window gets this message.
+    static LRESULT CALLBACK Choose(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR, DWORD_PTR at) {
+        const LRESULT result = DefSubclassProc(window, message, wParam, lParam);
+        if (message == at && RemoveWindowSubclass(window, Choose, 1))
+            KX_SetColorScheme(KX_GetColorScheme() == eKxColorScheme_Dark ? eKxColorScheme_HighContrast
+                                                                         : eKxColorScheme_Dark);
+        return result;
+    }
+};
+
+TEST_P(DarkLaw, NothingStaysLight) {
+    for (const State& state : States()) {
+        if (state.scheme != eKxColorScheme_Dark && state.scheme != eKxColorScheme_HighContrast) continue;
         Begin(state);
-        // Of many windows of one class, three.
-        std::map<std::string, int> seen;
-        for (std::size_t i = 0; i < Control().Windows().size(); ++i) {
-            const auto windows = Control().Windows();
-            const std::string name = NameOfWindow(windows[i].window);
-            if (++seen[name.substr(0, name.find(' '))] > 3) continue;
-            for (const Act& act : ActsAt(windows[i].window)) {
-                if (!Ready()) return;
-                doing_ = act.name;
-                Do(act);
-                Look(act.name, state);
-            }
+        KX_FollowColorScheme(Parent().Window());
+        Pump();
+        const Picture picture = Picture::OnScreen(Parent().Window()).Part(RectInParent(Control().Window()));
+        picture.Save("dark " + GetParam().name + " " + TextOf(state));
+        if (!IsExcepted(TextOf(state)))
+            ExpectNothing(picture.WhereLight(state.scheme == eKxColorScheme_HighContrast), TextOf(state));
+    }
+}
+
+// What is around it is in the middle of painting then.
+TEST_P(DarkLaw, AChangeAmidPaintingDoesNoHarm) {
+    Begin(States()[4]);
+    KX_FollowColorScheme(Parent().Window());
+    std::vector<Target> windows = Control().Windows();
+    windows.push_back({Parent().Window(), false});
+    for (const UINT at : std::initializer_list<UINT>{WM_PAINT, WM_DRAWITEM, WM_CTLCOLORSTATIC, WM_CTLCOLOREDIT,
+                                                     WM_ERASEBKGND, WM_SYSCOLORCHANGE}) {
+        for (const Target& each : windows) {
+            SetWindowSubclass(each.window, Choose, 1, at);
+            // What is kept drawn is drawn anew.
+            KX_SetColorScheme(KX_GetColorScheme() == eKxColorScheme_Dark ? eKxColorScheme_Light : eKxColorScheme_Dark);
+            Pump();
+            const bool isAsked = !RemoveWindowSubclass(each.window, Choose, 1);
+            if (isAsked) ExpectNothing(NotRedrawn(Parent().Window()), NameOf(at) + " in " + NameOfWindow(each.window));
         }
     }
 }
 
 INSTANTIATE_TEST_SUITE_P(All, RedrawLaw, testing::ValuesIn(Kinds()), NameOfKind);
+INSTANTIATE_TEST_SUITE_P(All, DarkLaw, testing::ValuesIn(Kinds()), NameOfKind);
 
 }  // namespace
 }  // namespace kx::test

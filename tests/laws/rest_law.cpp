@@ -2,21 +2,14 @@
 // nothing; gone, it leaves nothing.
 #include <subjects/law.h>
 
-#include <commctrl.h>
-
 #include <cstdio>
 
-#include <kxbaseui/kx_layoutmanager.h>
-#include <kxbaseui/kx_schemecontrols.h>
 #include <kxdevui/framework/devgui_container.h>
 
 namespace kx::test {
 namespace {
 
-class SilenceLaw : public LawTest {
-protected:
-    SilenceLaw() : LawTest({Law::Silence}) {}
-};
+using SilenceLaw = LawOf<Law::Silence>;
 
 TEST_P(SilenceLaw, TheHostIsAskedForNothing) {
     for (const State& state : {States()[0], States()[5]}) {
@@ -97,9 +90,7 @@ private:
 // One of each scheme.
 std::vector<State> AllSchemes() { return {States()[0], States()[3], States()[4], States()[7]}; }
 
-class RestLaw : public LawTest {
-protected:
-    RestLaw() : LawTest({Law::Rest}) {}
+struct RestLaw : LawOf<Law::Rest> {
     Deadline deadline_;
 };
 
@@ -125,21 +116,14 @@ TEST_P(RestLaw, NothingIsPainted) {
 
 // A container with each class of the platform's controls: those with a visual style ask it for their background.
 TEST(PlatformRestLaw, NothingIsPainted) {
-    static constexpr std::pair<const wchar_t*, DWORD> kinds[] = {{L"Button", BS_PUSHBUTTON},
-                                                                 {L"Button", BS_AUTOCHECKBOX},
-                                                                 {L"Button", BS_AUTORADIOBUTTON},
-                                                                 {L"Button", BS_GROUPBOX},
-                                                                 {L"Edit", WS_BORDER},
-                                                                 {L"ComboBox", CBS_DROPDOWNLIST},
-                                                                 {L"ComboBox", CBS_DROPDOWN},
-                                                                 {L"ListBox", WS_BORDER},
-                                                                 {WC_LISTVIEWW, LVS_REPORT},
-                                                                 {UPDOWN_CLASSW, 0},
-                                                                 {TRACKBAR_CLASSW, 0},
-                                                                 {WC_TABCONTROLW, 0},
-                                                                 {L"Static", 0},
-                                                                 {L"ScrollBar", SBS_HORZ},
-                                                                 {PROGRESS_CLASSW, 0}};
+    static constexpr std::pair<const wchar_t*, DWORD> kinds[] = {
+        // clang-format off
+        {L"Button", BS_PUSHBUTTON}, {L"Button", BS_AUTOCHECKBOX}, {L"Button", BS_AUTORADIOBUTTON}, {L"Button", BS_GROUPBOX},
+        {L"Edit", WS_BORDER}, {L"ComboBox", CBS_DROPDOWNLIST}, {L"ComboBox", CBS_DROPDOWN}, {L"ListBox", WS_BORDER},
+        {WC_LISTVIEWW, LVS_REPORT}, {UPDOWN_CLASSW, 0}, {TRACKBAR_CLASSW, 0}, {WC_TABCONTROLW, 0}, {L"Static", 0},
+        {L"ScrollBar", SBS_HORZ}, {PROGRESS_CLASSW, 0},
+        // clang-format on
+    };
     const Deadline deadline;
     for (const State& state : AllSchemes()) {
         KX_SetColorScheme(state.scheme);
@@ -150,17 +134,11 @@ TEST(PlatformRestLaw, NothingIsPainted) {
         long at = 0;
         for (const auto& [name, style] : kinds) {
             const RECT place{10 + at % 5 * 110, 10 + at / 5 * 75, 110 + at % 5 * 110, 75 + at / 5 * 75};
-            ++at;
-            panel.InsertWindow(AddChild(panel, name, static_cast<int>(at), place, style, L"text"));
+            panel.InsertWindow(AddChild(panel, name, static_cast<int>(++at), place, style, L"text"));
         }
-        LVCOLUMNW column{};
-        column.mask = LVCF_TEXT | LVCF_WIDTH;
-        column.cx = 60;
-        column.pszText = const_cast<wchar_t*>(L"head");
-        SendMessageW(GetDlgItem(panel, 9), LVM_INSERTCOLUMNW, 0, reinterpret_cast<LPARAM>(&column));
+        AddColumn(GetDlgItem(panel, 9), 60);
         TCITEMW tab{};
-        tab.mask = TCIF_TEXT;
-        tab.pszText = column.pszText;
+        tab.mask = TCIF_TEXT, tab.pszText = const_cast<wchar_t*>(L"tab");
         SendMessageW(GetDlgItem(panel, 12), TCM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&tab));
         KX_FollowColorScheme(panel);
         EnableWindow(GetDlgItem(panel, 2), FALSE);
@@ -172,10 +150,7 @@ TEST(PlatformRestLaw, NothingIsPainted) {
     CKxGUILayoutManager::SetGuiZoom(1);
 }
 
-class GrowthLaw : public LawTest {
-protected:
-    GrowthLaw() : LawTest({Law::Rest}) {}
-};
+using GrowthLaw = LawOf<Law::Rest>;
 
 TEST_P(GrowthLaw, NothingIsLeft) {
     Begin();

@@ -17,8 +17,7 @@ int Farthest(COLORREF a, COLORREF b) {
 // A slider in a window. Its track has 202 pixels from 4 on, the strip's rows begin at 2.
 constexpr int kTrackLeft = 4, kTrack = 202, kTop = 2, kRow = 5;
 
-class ColorSliderLooks : public ControlTest {
-protected:
+struct ColorSliderLooks : ControlTest {
     void Show(EColorSliderType type, EColorSliderLayoutType layout = eColorSliderLayout_TwoRows,
               const wchar_t* name = L"Channel") {
         std::vector<SColorSliderValue> table;

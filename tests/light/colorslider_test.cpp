@@ -14,15 +14,7 @@ namespace {
 constexpr int kSlider = 210, kTrackLeft = 5, kMiddle = 8;
 constexpr auto kPower = eColorSliderType_LineDraw, kRange = eColorSliderType_Range;
 
-std::vector<double> Entries(int count, double step) {
-    std::vector<double> values;
-    for (int i = 0; i < count; ++i)
-        values.push_back(i * step);
-    return values;
-}
-
-class Slider : public Asking<CKxDevUI_ColorSlider> {
-public:
+struct Slider : Asking<CKxDevUI_ColorSlider> {
     using Asking::Asking;
     void Fill(EColorSliderType type, EColorSliderLayoutType layout = eColorSliderLayout_OneRowSpin,
               const std::vector<double>& values = Entries(11, 10)) {
@@ -42,7 +34,6 @@ public:
     }
     HWND Part(int id) const { return GetDlgItem(m_hWnd, id); }
     HWND Thumb() const { return Part(10000); }
-    // The edit inside of an edit box.
     HWND Edit(int id = 10001) const { return ::GetWindow(Part(id), GW_CHILD); }
     long Left(int id) const { return RectInParent(Part(id)).left; }
     LRESULT Arrows() const { return SendMessageW(Part(10004), UDM_GETPOS32, 0, 0); }
@@ -54,7 +45,6 @@ public:
 
     std::function<void(double&, bool&)> change = [](double&, bool&) {};  // what the host makes of a value
 
-protected:
     void OnPowerChanged(double& value, bool& veto) override {
         Asked(veto, m_editInProgress ? "Typed" : "Power", value, GetPower());
         change(value, veto);
@@ -83,8 +73,7 @@ void TypeInto(Slider& slider, int id, const wchar_t* text) {
 }
 void ClickArrow(Slider& slider, bool up) { Click(slider.Part(10004), 6, up ? 5 : 16); }
 
-class ColorSlider : public ControlTest {
-protected:
+struct ColorSlider : ControlTest {
     // Away from the pointer, which hovers what it moves over.
     Slider& Make(EColorSliderType type, double pointer = 50) {
         MoveTo(parent.Window(), 600, 400);
@@ -101,7 +90,6 @@ protected:
     std::unique_ptr<Slider> slider;
 };
 
-// What the slider's own tests do not say: what the host is asked, what is shown and held then.
 TEST_F(ColorSlider, AsksAndTellsInEachWay) {
     // clang-format off
     const struct {

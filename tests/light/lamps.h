@@ -1,4 +1,3 @@
-// What the tests of lights share.
 #pragma once
 
 #include <controls/control_test.h>
@@ -7,6 +6,14 @@
 #include <stdexcept>
 
 namespace kx::test {
+
+// 0, step, 2 * step ...
+inline std::vector<double> Entries(int count, double step) {
+    std::vector<double> values;
+    for (int i = 0; i < count; ++i)
+        values.push_back(i * step);
+    return values;
+}
 
 // A registered lamp that opens and closes at once, and may fail.
 struct Lamp : CKxSimShutter {

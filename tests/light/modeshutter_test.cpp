@@ -12,14 +12,12 @@ using namespace kx::test;
 
 constexpr int kLine = 10100, kTitle = 10101, kModes = 10201;
 
-class Row : public Asking<CKxDevUI_ModeShutter> {
-public:
+struct Row : Asking<CKxDevUI_ModeShutter> {
     using Asking::Asking;
     // For a device that holds the mode, in a window.
-    Row(Recorder& record, IKxDeviceShutter& device, HWND parent) : Asking(record) {
-        EXPECT_TRUE(Init(device.GetLogDevId()));
-        EXPECT_TRUE(Make(parent));
-        record.Clear();
+    Row(RecordingParent& parent, IKxDeviceShutter& device) : Asking(parent.Record()) {
+        EXPECT_TRUE(Init(device.GetLogDevId()) && Make(parent.Window()));
+        parent.Record().Clear();
     }
     HWND Make(HWND parent) { return Create(parent, 10, 10, 300, 36, true, true); }
     HWND Part(int id) const { return GetDlgItem(m_hWnd, id); }
@@ -38,7 +36,6 @@ public:
 
     using CKxDevUI_ModeShutter::m_apertureIndex, CKxDevUI_ModeShutter::m_apertures, CKxDevUI_ModeShutter::m_slider;
 
-protected:
     void OnApertureChangeRequest(double aperture, bool& veto) override { Asked(veto, "Aperture", aperture); }
     void OnModeChangeRequest(EKxShutterMode mode, bool& veto) override { Asked(veto, "Mode", mode); }
 };
@@ -60,10 +57,7 @@ struct Device : Lamp {
     long lie = 0;
 };
 
-class ModeShutter : public ControlTest {
-protected:
-    Recorder heard;
-};
+using ModeShutter = ControlTest;
 
 TEST_F(ModeShutter, MarksTheSteps) {
     for (const std::string marks : {"", "L", "LL", "LTTL", "LT.T.TL", "L.T.T.TL", "L.T.T.T.L"}) {
@@ -75,7 +69,7 @@ TEST_F(ModeShutter, MarksTheSteps) {
 
 TEST_F(ModeShutter, SaysWhyItIsRefused) {
     Device device(eKxShutterMode_Aperture);
-    Row row(heard, device, parent.Window());
+    Row row(parent, device);
     row.answer = true;
     row.meanwhile = [] { KX_SayWhyRefused(L"The door is open"); };
     SendMessageW(row.Part(kModes), CB_SETCURSEL, 0, 0);
@@ -92,7 +86,7 @@ TEST_F(ModeShutter, ShowsWhatIsAskedForAndNothingElse) {
         Device before(eKxShutterMode_Fast, {1, 2}), device(eKxShutterMode_Aperture);
         device.SetAperture(30);
         device.Open(true);
-        Row row(heard, before, parent.Window());
+        Row row(parent, before);
         const HWND list = row.Part(kModes);
         const bool f[4] = {(flags & 1) != 0, (flags & 2) != 0, (flags & 4) != 0, (flags & 8) != 0};
         const bool byMessage = flags & 16;
@@ -105,14 +99,14 @@ TEST_F(ModeShutter, ShowsWhatIsAskedForAndNothingElse) {
                            row.m_slider.GetPower(), row.m_apertureIndex),
                   CallText("", f[0] ? 8 : 2, f[0], f[1] ? 30 : 2, power, index))
             << flags;
-        EXPECT_EQ(CallText("", row.GetState(), row.List(), row.m_slider.GetEnabled(), heard.Take()),
+        EXPECT_EQ(CallText("", row.GetState(), row.List(), row.m_slider.GetEnabled(), Told()),
                   CallText("", f[2], f[3] ? L"FastSoft[Aperture]" : L"[Fast]SoftAperture", f[3], ""))
             << flags;
     }
 }
 
 TEST_F(ModeShutter, BearsOddDevices) {
-    Row row(heard);
+    Row row(parent.Record());
     EXPECT_FALSE(row.Init(0) || row.Update(0u, true, true, true, true));
     row.Make(parent.Window());
     Device device(eKxShutterMode_Fast, {10, 20});
@@ -136,7 +130,7 @@ TEST_F(ModeShutter, AsksForAModeAndShowsWhatIsHeld) {
         {false, true, "Mode(2) Mode(1)", L"Fast[Soft]Aperture"}};
     for (const auto& [veto, throws, asked, list] : cases) {
         Device device(eKxShutterMode_Soft);
-        Row row(heard, device, parent.Window());
+        Row row(parent, device);
         row.answer = veto;
         if (throws) row.meanwhile = [] { throw std::runtime_error("host"); };
         BringToFront(row);
@@ -144,7 +138,7 @@ TEST_F(ModeShutter, AsksForAModeAndShowsWhatIsHeld) {
         Key(VK_DOWN);
         // The mode held, chosen again.
         SendMessageW(row, WM_COMMAND, MAKEWPARAM(kModes, CBN_SELCHANGE), 0);
-        EXPECT_EQ(CallText("", heard.Take(), row.List()), CallText("", asked, list));
+        EXPECT_EQ(CallText("", Told(), row.List()), CallText("", asked, list));
         EXPECT_EQ(row.m_slider.GetEnabled(), row.GetMode() == 2);
     }
 }
@@ -152,11 +146,11 @@ TEST_F(ModeShutter, AsksForAModeAndShowsWhatIsHeld) {
 TEST_F(ModeShutter, AsksForAnAperture) {
     for (const bool veto : {false, true}) {
         Device device(eKxShutterMode_Aperture);
-        Row row(heard, device, parent.Window());
+        Row row(parent, device);
         row.answer = veto;
         const HWND slider = GetDlgItem(row.m_slider, 10000);
         Click(slider, (RectInParent(slider).right - RectInParent(slider).left) * 2 / 5, 5);
-        EXPECT_TRUE(heard.Take().starts_with("Aperture(40)"));
+        EXPECT_TRUE(Told().starts_with("Aperture(40)"));
         const std::string held = CallText("", row.GetAperture(), row.m_apertureIndex, row.m_slider.GetPower());
         EXPECT_EQ(held, veto ? "(100, 7, 100)" : "(40, 4, 40)");
         Click(row.Edit(), 5, 5);
@@ -173,7 +167,7 @@ TEST_F(ModeShutter, IsMadeOfItsParts) {
                                                                {false, true, false, "no 0 8 no 40 2 "},
                                                                {true, true, true, "0 0 0 8 40 4 120 2 "}};
     Device device;
-    Row row(heard, device, parent.Window());
+    Row row(parent, device);
     for (const auto& [line, title, modes, expected] : cases) {
         row.SetSeparator(line), row.SetShowTitle(title), row.SetShowModes(modes);
         row.Make(parent.Window());
@@ -189,7 +183,7 @@ TEST_F(ModeShutter, IsMadeOfItsParts) {
 // With its window alone; the held state is the host's, and the slider goes by the mode as well.
 TEST_F(ModeShutter, LooksDisabledWithItsWindow) {
     Device device;
-    Row row(heard, device, parent.Window());
+    Row row(parent, device);
     const auto expect = [&](const char* usable) {
         const bool list = IsWindowEnabled(row.Part(kModes)), edit = IsWindowEnabled(row.Edit());
         EXPECT_EQ(std::string(list ? "+" : "-") + (edit ? '+' : '-'), usable);

@@ -17,8 +17,7 @@ using namespace kx::test;
 
 constexpr int kId = 7, kTitle = 10100, kButton = 10200, kRelease = 0x202;
 
-class Host : public Asking<CKxDevUI_Shutter> {
-public:
+struct Host : Asking<CKxDevUI_Shutter> {
     using Asking::Asking;
 
     HWND Make(HWND parent) { return Create(parent, 20, 20, -1, -1, true, true); }
@@ -28,7 +27,6 @@ public:
     bool derived = true;  // or the parent is asked, as by the base
     using CKxDevUI_Shutter::m_imageOff, CKxDevUI_Shutter::m_imageOn;
 
-protected:
     bool UpdateShutterIcon(unsigned id, int grabber) override {
         Told("Icon", id != 0, grabber);
         return CKxDevUI_Shutter::UpdateShutterIcon(id, grabber);
@@ -39,9 +37,7 @@ protected:
     void OnRenameDlgRequest() override { Told("Rename"); }
 };
 
-// A shutter in a window; the record holds what comes after that.
-class Shutter : public ControlTest {
-protected:
+struct Shutter : ControlTest {
     void SetUp() override { Make(); }
     Host& Make() {
         shutter = std::make_unique<Host>(parent.Record());
@@ -224,6 +220,9 @@ TEST_F(Shutter, IsMadeOfTitleAndButton) {
         shutter->SetTitleInButton(inside);
         ASSERT_TRUE(shutter->Make(parent.Window()));
         EXPECT_EQ(places(*shutter), expected);
+        const Picture before = Picture::OnScreen(*shutter);
+        shutter->SetTitle(L"Lamp");
+        EXPECT_NE(Picture::OnScreen(*shutter).Differences(before), 0) << expected;
         shutter->Update(&device, true, true, true);
         EXPECT_EQ(places(*shutter), expected);
     }

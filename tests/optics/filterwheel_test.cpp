@@ -13,8 +13,7 @@ using namespace kx::test;
 
 constexpr int kButton = 10201, kSetup = 10500;
 
-class Wheel : public AskingPanel<CKxDevUI_FilterWheel> {
-public:
+struct Wheel : AskingPanel<CKxDevUI_FilterWheel> {
     using AskingPanel::AskingPanel;
     using CKxDevUI_FilterWheel::m_hasTitle, CKxDevUI_FilterWheel::m_heightFromTitle;
 };
@@ -64,7 +63,7 @@ TEST_F(FilterWheel, LaysOutItsGrid) {
     const DialogKeys keys(parent.Window());
     SetFocus(Part(kButton));
     Key(VK_DOWN);
-    ExpectFocus(kButton + 8);
+    EXPECT_EQ(GetFocus(), Part(kButton + 8));
     Device one(1);
     panel.Update(&one, true, true, true);
     panel.m_hasTitle = panel.m_heightFromTitle = true;

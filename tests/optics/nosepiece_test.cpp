@@ -14,14 +14,12 @@ using namespace kx::test;
 
 constexpr int kLabel = 10100, kButton = 10200, kSetup = 10500, kObservation = 10600;
 
-class Turret : public AskingPanel<CKxDevUI_Nosepiece> {
-public:
+struct Turret : AskingPanel<CKxDevUI_Nosepiece> {
     using AskingPanel::AskingPanel;
     using CKxDevUI_Nosepiece::GetObjectiveBitmap;
 };
 
-class Nosepiece : public PanelTest<Turret> {
-protected:
+struct Nosepiece : PanelTest<Turret> {
     std::string See() override {
         return std::to_string(panel.GetPosition()) + " " + Narrow(panel.GetTitle().str()) + " " + Told();
     }
@@ -40,12 +38,7 @@ std::vector<SKxSimObjective> Objectives(std::size_t count) {
 }
 
 TEST(NextButtonRule, SkipsWhatCannotBeUsed) {
-    const struct {
-        int from, step;
-        std::array<bool, 5> usable;
-        std::size_t count;
-        int next;
-    } table[] = {
+    const std::tuple<int, int, std::array<bool, 5>, std::size_t, int> table[] = {
         {0, 1, {1, 0, 1}, 3, 2}, {2, 1, {1, 0, 1}, 3, 0},    {0, -1, {1, 1, 1}, 3, 2},      {0, 1, {}, 3, 0},
         {0, 1, {1}, 1, 0},       {0, 2, {1, 0, 0, 1}, 4, 0}, {0, 2, {1, 0, 0, 0, 1}, 5, 4}, {1, -2, {1, 1, 1}, 3, 1}};
     for (const auto& [from, step, usable, count, next] : table)

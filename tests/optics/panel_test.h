@@ -1,4 +1,3 @@
-// What the tests of position panels share.
 #pragma once
 
 #include <controls/control_test.h>
@@ -7,11 +6,9 @@
 namespace kx::test {
 
 template <class Panel>
-class AskingPanel : public Asking<Panel> {
-public:
+struct AskingPanel : Asking<Panel> {
     using Asking<Panel>::Asking;
 
-protected:
     void OnPositionChangeRequest(long position, bool& flag) { this->Asked(flag, "position", position); }
     // Not all panels have one to be overridden.
     virtual void OnSetupRequest() { this->Told("setup"); }
@@ -25,15 +22,12 @@ struct Registered : Device {
     }
 };
 
-// A panel in a window.
 template <class Panel>
-class PanelTest : public ControlTest {
-protected:
+struct PanelTest : ControlTest {
     HWND Open(long width = -1) { return panel.Create(parent.Window(), 10, 10, width, -1, true, true); }
     HWND Part(int id) { return GetDlgItem(panel, id); }
     bool IsUsable(int id) { return IsWindowEnabled(Part(id)) != FALSE; }
     void ClickPart(int id) { Click(Part(id), 8, 8); }
-    void ExpectFocus(int id) { EXPECT_EQ(GetDlgCtrlID(GetFocus()), id); }
     long Height() { return RectInParent(panel).bottom - RectInParent(panel).top; }
 
     Panel panel{parent.Record()};

@@ -9,16 +9,13 @@ using namespace kx::test;
 
 constexpr int kButton = 10201;
 
-class Switch : public AskingPanel<CKxDevUI_Switcher> {
-public:
+struct Switch : AskingPanel<CKxDevUI_Switcher> {
     using AskingPanel::AskingPanel;
 
-protected:
     void OnSetPortSingleRequest(long port) override { Told("port", port); }
 };
 
-class Switcher : public PanelTest<Switch> {
-protected:
+struct Switcher : PanelTest<Switch> {
     std::string See() override { return Shown() + Told(); }
     // The buttons by position: their names in a row, "+" where they are down, "x" where they cannot be used.
     std::string Shown() {

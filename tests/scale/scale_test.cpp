@@ -15,8 +15,11 @@
 #include <kxbaseui/kx_fonts.h>
 #include <kxbaseui/kx_guiscale.h>
 #include <kxbaseui/kx_layoutmanager.h>
+#include <kxdevui/framework/devgui.h>
 
 namespace {
+
+using namespace kx::test;
 
 // Inside of a host's callback as well.
 std::function<void()> s_onZoom;
@@ -38,8 +41,7 @@ HWND MakeHost() {
 // A window of a page: class and id, then its place in its parent, its size and the height of its font.
 using Place = std::pair<std::string, std::array<long, 5>>;
 
-class PagesAtScale : public testing::Test {
-protected:
+struct PagesAtScale : testing::Test {
     PagesAtScale() : host_(MakeHost()) {
         KX_FollowScaleOf(host_);
         Build();
@@ -88,8 +90,8 @@ protected:
             page->SetVisible(true);
             SetWindowPos(*page, HWND_TOP, 0, 0, 0, 0, SWP_NOSIZE);
             EnumChildWindows(*page, hide, 0);
-            kx::test::Pump();
-            const kx::test::Picture picture = kx::test::Picture::OnScreen(*page).Part({0, 0, 1240, 900});
+            Pump();
+            const Picture picture = Picture::OnScreen(*page).Part({0, 0, 1240, 900});
             page->SetVisible(false);
             picture.Save("page " + std::to_string(looks.size()) + " at " + std::to_string(GetDpiForSystem()));
             std::size_t sum = 0;
@@ -115,7 +117,6 @@ protected:
     GalleryDevices gallery_;
     std::vector<std::unique_ptr<Page>> pages_;
 
-private:
     static BOOL CALLBACK Tell(HWND window, LPARAM list) {
         char name[80] = "";
         GetClassNameA(window, name, sizeof name);
@@ -124,9 +125,7 @@ private:
         LOGFONTW font{};
         if (!GetWindow(window, GW_CHILD))
             GetObjectW(reinterpret_cast<HFONT>(SendMessageW(window, WM_GETFONT, 0, 0)), sizeof font, &font);
-        RECT rect{};
-        GetWindowRect(window, &rect);
-        MapWindowPoints(nullptr, GetAncestor(window, GA_PARENT), reinterpret_cast<POINT*>(&rect), 2);
+        const RECT rect = RectInParent(window);
         const std::string id = std::to_string(GetDlgCtrlID(window));
         reinterpret_cast<std::vector<Place>*>(list)->push_back(
             {name + (' ' + id), {rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top, font.lfHeight}});
@@ -143,7 +142,7 @@ TEST_F(PagesAtScale, FollowTheMonitorAndComeBack) {
 
     const RECT offered{30, 40, 1230, 1000};
     Send(144, &offered);
-    EXPECT_EQ(kx::test::PlaceOf(host_), "30 40 1200 960");
+    EXPECT_EQ(PlaceOf(host_), "30 40 1200 960");
     EXPECT_EQ(Places(), zoomed);
     EXPECT_EQ(CKxGUILayoutManager::GetGuiZoom(), 1.5);
     EXPECT_EQ(CKxGUILayoutManager::GetUserZoom(), 1.0);
@@ -161,10 +160,10 @@ TEST_F(PagesAtScale, FollowTheMonitorAndComeBack) {
 TEST_F(PagesAtScale, TakeNothingOfWhatIsNoScale) {
     const auto first = Places();
     const RECT offered{30, 40, 900, 700};
-    const std::string before = kx::test::PlaceOf(host_);
+    const std::string before = PlaceOf(host_);
     Send(0, &offered);
     Send(20000, &offered);
-    EXPECT_EQ(kx::test::PlaceOf(host_), before);
+    EXPECT_EQ(PlaceOf(host_), before);
     EXPECT_EQ(Places(), first);
 
     Send(480, nullptr);
@@ -181,7 +180,7 @@ TEST_F(PagesAtScale, TakeNothingOfWhatIsNoScale) {
     // The user's zoom changes then: the monitor's scale is taken all the same.
     s_onZoom = [this] { Zoom(2.0); };
     Send(144, &offered);
-    EXPECT_EQ(kx::test::PlaceOf(host_), "30 40 870 660");
+    EXPECT_EQ(PlaceOf(host_), "30 40 870 660");
     EXPECT_EQ(CKxGUILayoutManager::GetGuiZoom(), 3.0);
     Send(96, nullptr);
     s_onZoom = nullptr;

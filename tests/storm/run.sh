@@ -14,28 +14,24 @@ storm() {
 }
 
 run() {
-  local preset=${KX_STORM_PRESET:-mingw-release} log
+  local preset=${KX_STORM_PRESET:-mingw-release}
+  local log=$build_root/$preset/storm.log
   export KX_STORM_STEPS=$1 KX_STORM_SEED=${KX_STORM_SEED:-$(date +%Y%m%d)}
   build "$preset" storm_test
   use_wine
-  log=$build_root/$preset/storm.log
   say "Storm of $KX_STORM_STEPS steps for every control from seed $KX_STORM_SEED on"
   storm "$preset" "$log" || { tail -40 "$log" >&2; die "the storm has found something, seed $KX_STORM_SEED on"; }
   grep ' steps from seed ' "$log"
 }
 
 prove() {
-  local preset=mingw-fault log
+  local preset=mingw-fault
+  local log=$build_root/$preset/storm.log
   export KX_STORM_STEPS=1000 KX_STORM_SEED=1
-  if [ ! -f "$build_root/$preset/build.ninja" ]; then
-    say "Configuring $preset"
-    mkdir -p "$build_root/$preset"
-    (cd "$root" && cmake --preset mingw-release -B "$build_root/$preset" -DKXDEVUI_PLANT_FAULT=ON) \
-      >"$build_root/$preset/build.log" 2>&1 || { cat "$build_root/$preset/build.log" >&2; die "configuring failed"; }
-  fi
+  [ -f "$build_root/$preset/build.ninja" ] ||
+    (cd "$root" && cmake --preset mingw-release -B "$build_root/$preset" -DKXDEVUI_PLANT_FAULT=ON) || die "configuring failed"
   build "$preset" storm_test kxdevhost
   use_wine
-  log=$build_root/$preset/storm.log
   if storm "$preset" "$log"; then die "the storm has not found the planted fault"; fi
   grep 'seed [0-9]*, step [0-9]* .* GDI objects' "$log" ||
     { cat "$log" >&2; die "the storm has failed, but without naming the fault, seed and step"; }

@@ -12,10 +12,8 @@
 
 #include <kxbaseui/kx_bitmappool.h>
 #include <kxbaseui/kx_fonts.h>
-#include <kxbaseui/kx_layoutmanager.h>
 #include <kxsystem/kx_locale.h>
 #include <subjects/law.h>
-#include <subjects/redraw.h>
 
 namespace kx::test {
 namespace {
@@ -27,9 +25,7 @@ int FromEnvironment(const char* name, int otherwise) {
     return value && *value ? std::atoi(value) : otherwise;
 }
 
-class Storm : public LawTest {
-protected:
-    Storm() : LawTest({Law::Redraw, Law::Later}) {}
+struct Storm : LawOf<Law::Redraw, Law::Later> {
     ~Storm() override { CKxLocale::SetModuleLangId(0); }
 
     // What is wrong after one round or, when something was left behind, after three: fonts, brushes and DCs are cached,

@@ -7,13 +7,11 @@
 namespace kx::test {
 namespace {
 
-class Beam : public Telling<BeamSwitch> {
-protected:
+struct Beam : Telling<BeamSwitch> {
     void OnOpenRequest(bool open, bool& veto) override { veto = open, Tell("OnOpenRequest"); }
 };
 
-class BeamSwitchSubject : public SubjectOf<Beam> {
-public:
+struct BeamSwitchSubject : SubjectOf<Beam> {
     BeamSwitchSubject() { CKxDeviceRegistry::Add(device_); }
 
     std::vector<std::wstring> OwnTexts() const override { return {L"Lamp"}; }
@@ -21,7 +19,6 @@ public:
         return {{Law::Language, "beam_switch", "its catalogue comes with the host that has it"}};
     }
 
-protected:
     void Make(HWND parent) override { control_->Create(parent, 10, 10, -1, -1, true, true); }
 
     std::vector<Operation> MakeOperations() override {
@@ -29,14 +26,10 @@ protected:
             {"a state", Do(&Beam::SetOpen, Flag)},
             {"a title", Do(&Beam::SetTitle, OneOf({L"Lamp", L"Lamp 2"}))},
             {"an update",
-             [this](Random& r) {
-                 device_.SetOpen(r.OneIn(2));
-                 control_->Update(device_.GetLogDevId() + (r.OneIn(8) ? 1 : 0));
-             }},
+             [this](Random& r) { device_.SetOpen(r.OneIn(2)), control_->Update(device_.GetLogDevId() + r.OneIn(8)); }},
         };
     }
 
-private:
     CKxSimShutter device_{L"Subject", eKxShutterType_Dia};
 };
 

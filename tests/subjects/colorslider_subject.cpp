@@ -18,8 +18,7 @@ struct Filling {
     const wchar_t *name = L"Lamp", *unit = L"%";
 };
 
-class Slider : public Telling<CKxDevUI_ColorSlider> {
-public:
+struct Slider : Telling<CKxDevUI_ColorSlider> {
     std::vector<double> table;  // what Init was given, without what is no number
 
     // A copy: what is filled in may tell the host, who fills in something else.
@@ -42,7 +41,6 @@ public:
         return "";
     }
 
-protected:
     void OnPowerChanged(double& value, bool& veto) override {
         veto = std::fmod(value, 3) == 0;
         Spoil(value);
@@ -51,7 +49,6 @@ protected:
     void OnRangeChanged(double& minimum, double&) override { Spoil(minimum), Tell("OnRangeChanged"); }
     void OnLeftButtonUp() override { Tell("OnLeftButtonUp"); }
 
-private:
     static void Spoil(double& value) {
         if (std::fmod(value, 7) == 0) value *= 1e305;
     }
@@ -77,8 +74,7 @@ Filling AnyFilling(Random& random) {
     return f;
 }
 
-class ColorSliderSubject : public SubjectOf<Slider> {
-public:
+struct ColorSliderSubject : SubjectOf<Slider> {
     ColorSliderSubject(EColorSliderType type, EColorSliderLayoutType layout) : type_(type), layout_(layout) {}
 
     std::vector<std::wstring> OwnTexts() const override { return {L"Lamp", L"  Lamp", L"R&D <svg>", L"A name", L"nm"}; }
@@ -104,7 +100,6 @@ public:
         }
     }
 
-protected:
     void Make(HWND parent) override {
         if (!filled_) {
             Filling filling;
@@ -141,7 +136,6 @@ protected:
 
     std::string CheckOwn() override { return control_->Wrong(); }
 
-private:
     EColorSliderType type_;
     EColorSliderLayoutType layout_;
     bool filled_ = false;

@@ -14,18 +14,15 @@ enum class Made { Empty, FromTemplate, FromPart };
 
 constexpr int nestedId = 4;
 
-class Panel : public CKxDevUI_Container {
-public:
+struct Panel : CKxDevUI_Container {
     void SetTitleKept() { m_storeTitle = true; }
 };
 
 HWND MakeChild(const wchar_t* className, DWORD style, int id, HWND parent) {
-    return CreateWindowExW(0, className, L"text", WS_CHILD | WS_VISIBLE | WS_TABSTOP | style, 10 + 60 * id, 10, 50, 24,
-                           parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), nullptr, nullptr);
+    return AddChild(parent, className, id, {10 + 60 * id, 10, 60 + 60 * id, 34}, WS_TABSTOP | style, L"text");
 }
 
-class ContainerSubject : public SubjectOf<Panel> {
-public:
+struct ContainerSubject : SubjectOf<Panel> {
     explicit ContainerSubject(Made made) : made_(made) {}
 
     std::vector<std::wstring> OwnTexts() const override { return {L"text", L"Caption", L"Button", L"Outside"}; }
@@ -36,6 +33,7 @@ public:
             {Law::Disabled, "inserting", "what is inserted is as it comes"},
             {Law::Zoom, "inserting a window", "a host inserts at the places of the screen"},
             {Law::Focus, "inserting a container", "the host ends the one before"},
+            {Law::Focus, "Button #6", "nothing is to be seen of it beyond the edge of the nested container"},
             {Law::Zoom, "inserting a container", "a host inserts at the places of the screen"}};
         for (const char* code : {"1", "2", "3", "4", "5", "6", "7", "8", "9"})
             exceptions.push_back({Law::Ends, std::string("WM_COMMAND ") + code,
@@ -47,8 +45,7 @@ public:
 
     // The platform's check marks and arrows do not grow.
     int Coarseness() const override { return 70; }
-    // Not by a notification that comes from one of the platform's controls: its edit does not survive its own end
-    // there.
+    // Not by a notification of one of the platform's controls: its edit does not survive its own end there.
     bool Provoke(int n) override {
         NMHDR header{Window(), 1, NM_CLICK};
         switch (n % 4) {
@@ -61,7 +58,6 @@ public:
         return true;
     }
 
-protected:
     void Make(HWND parent) override {
         Hear({WM_COMMAND, WM_NOTIFY, WM_HSCROLL, WM_DRAWITEM});
         inserted_ = false;
@@ -105,7 +101,6 @@ protected:
 
     void Ended() override { inserted_ = false; }
 
-private:
     void Nest() {
         nested_ = std::make_unique<Panel>();
         nested_->SetId(nestedId);

@@ -7,14 +7,12 @@
 namespace kx::test {
 namespace {
 
-class Turned : public Telling<Dial> {
-protected:
+struct Turned : Telling<Dial> {
     void OnPositionRequest(long position, bool& veto) override { veto = position == 1, Tell("OnPositionRequest"); }
     void OnAngleRequest(double angle, bool& veto) override { veto = angle > 50, Tell("OnAngleRequest"); }
 };
 
-class DialSubject : public SubjectOf<Turned> {
-public:
+struct DialSubject : SubjectOf<Turned> {
     DialSubject() { CKxDeviceRegistry::Add(device_); }
 
     std::vector<std::wstring> OwnTexts() const override { return {L"Lamp", L"Place"}; }
@@ -24,7 +22,6 @@ public:
     }
     void Change(int n) override { SetPositions(n % 5); }
 
-protected:
     void Make(HWND parent) override {
         control_->Create(parent, 10, 10, -1, -1, true, true);
         if (control_) control_->Update(device_.GetLogDevId());
@@ -38,12 +35,11 @@ protected:
             {"an update",
              [this](Random& r) {
                  device_.TryPlace(r.Between(-1, 9)), device_.Tick();
-                 control_->Update(device_.GetLogDevId() + (r.OneIn(8) ? 1 : 0));
+                 control_->Update(device_.GetLogDevId() + r.OneIn(8));
              }},
         };
     }
 
-private:
     void SetPositions(int count) {
         control_->SetPositions(std::vector<CKxStringW>(static_cast<std::size_t>(count), L"Place"), count / 2);
     }

@@ -12,8 +12,7 @@ namespace kx::test {
 namespace {
 
 template <class Box>
-class EditBoxSubject : public SubjectOf<Box> {
-public:
+struct EditBoxSubject : SubjectOf<Box> {
     std::vector<std::wstring> OwnTexts() const override { return {L"Length:", L"R&D"}; }
     std::vector<Exception> Exceptions() const override {
         return {{Law::Silence, "7:768", "EN_CHANGE comes for every change of the text, whoever made it"},
@@ -26,7 +25,6 @@ public:
                 {Law::Zoom, "a placeholder", "stands at a place of the screen"}};
     }
 
-protected:
     using SubjectOf<Box>::control_;
     using SubjectOf<Box>::Do;
     using SubjectOf<Box>::parent_;
@@ -53,6 +51,7 @@ protected:
              [this](Random& r) {
                  control_->SetRestriction(5, 6);
                  control_->SetText(L"1;2");
+                 if (!control_) return;
                  if constexpr (std::is_base_of_v<CKxDevUI_EditBoxMultiValue, Box>)
                      control_->CheckRestriction(true);
                  else
@@ -60,8 +59,7 @@ protected:
              }},
             {"Init",
              [this](Random& r) {
-                 const bool label = r.OneIn(2), filled = r.OneIn(2);
-                 control_->Init(label, filled, r.OneIn(4));
+                 control_->Init({r.OneIn(2), r.OneIn(2), r.OneIn(4)});
              }},
             {"a border", Do(&Box::SetStyle, Flag)},
             {"a label", Do(&Box::SetTitle, OneOf({L"", L"R&D", L"Length:"}))},
@@ -83,10 +81,8 @@ protected:
         return {};
     }
 
-private:
     void TakePlace() {
-        const HWND label = CreateWindowExW(0, L"STATIC", L"", WS_CHILD | WS_VISIBLE, 30, 40, 90, 20, parent_->Window(),
-                                           nullptr, nullptr, nullptr);
+        const HWND label = AddChild(parent_->Window(), L"STATIC", 0, {30, 40, 120, 60});
         control_->Create(parent_->Window(), label);
         if (IsWindow(label)) DestroyWindow(label);
     }
@@ -101,7 +97,6 @@ private:
             if (control_->CheckRestriction(false) || !control_) return;
             control_->SetValues(&values);
         } else {
-            // An arrow key, or the wheel.
             const HWND edit = control_->GetEditWindow();
             SendMessageW(edit, WM_KEYDOWN, number % 2 ? VK_UP : VK_NEXT, 0);
             SendMessageW(edit, WM_MOUSEWHEEL, MAKEWPARAM(0, number * 10), 0);
@@ -110,7 +105,7 @@ private:
 };
 
 const Registered<EditBoxSubject<CKxDevUI_EditBox>> plain("edit box");
-class Spinning : public Telling<CKxDevUI_EditBoxSpin> {
+struct Spinning : Telling<CKxDevUI_EditBoxSpin> {
     void OnSpin(int steps) override {
         const kx::ui::Alive alive(this);
         Tell("OnSpin");
@@ -121,8 +116,7 @@ class Spinning : public Telling<CKxDevUI_EditBoxSpin> {
 const Registered<EditBoxSubject<Spinning>> withArrows("edit box with arrows");
 const Registered<EditBoxSubject<CKxDevUI_EditBoxMultiValue>> forAList("edit box for a list");
 
-class SpinSubject : public SubjectOf<CKxDevUI_SpinBox> {
-public:
+struct SpinSubject : SubjectOf<CKxDevUI_SpinBox> {
     std::vector<Exception> Exceptions() const override {
         return {{Law::Zoom, "by itself", "the platform's up-down is zoomed by what it stands in"}};
     }
@@ -133,7 +127,6 @@ public:
         return {{0, 0, client.right, half}, {0, half, client.right, client.bottom}};
     }
 
-protected:
     void Make(HWND parent) override {
         Hear({WM_NOTIFY, WM_VSCROLL});
         control_->Create(parent, 5, 5, 20, 24, true, true);

@@ -1,4 +1,3 @@
-// The slider: every type, any values.
 #include "subject.h"
 
 #include <cmath>
@@ -8,8 +7,7 @@
 namespace kx::test {
 namespace {
 
-class Slider : public Telling<CKxDevUI_HPot> {
-public:
+struct Slider : Telling<CKxDevUI_HPot> {
     using CKxDevUI_HPot::ThumbRect;
 
     std::string Wrong() const {
@@ -23,7 +21,6 @@ public:
         return m_hWnd && !inside ? "the thumb lies outside of the window" : "";
     }
 
-protected:
     void OnLeftButtonUp() override { Tell("OnLeftButtonUp"); }
     void OnHoverForPad() override { Tell("OnHoverForPad"); }
     void UnHoverForPad() override { Tell("UnHoverForPad"); }
@@ -44,8 +41,7 @@ std::vector<double> AnyList(Random& random) {
     return list;
 }
 
-class SliderSubject : public SubjectOf<Slider> {
-public:
+struct SliderSubject : SubjectOf<Slider> {
     std::vector<Exception> Exceptions() const override {
         return {{Law::Silence, "updating", "Update asks where it is told to notify"},
                 {Law::Zoom, "a size", "gives the window that many pixels, whatever the zoom"},
@@ -59,7 +55,6 @@ public:
         return {thumb, scale};
     }
 
-protected:
     void Make(HWND parent) override {
         Hear({WM_HSCROLL});
         control_->Create(parent, 5, 5, 220, 40, true, true);

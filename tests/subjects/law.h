@@ -3,6 +3,9 @@
 #pragma once
 
 #include <kxbaseui/kx_colors.h>
+#include <kxbaseui/kx_layoutmanager.h>
+#include <kxbaseui/kx_schemecontrols.h>
+#include <subjects/redraw.h>
 #include <subjects/subject.h>
 #include <subjects/user.h>
 
@@ -63,6 +66,11 @@ private:
     int checked_ = 0;
     int excepted_ = 0;
     int failed_ = 0;
+};
+
+template <Law... laws>
+struct LawOf : LawTest {
+    LawOf() : LawTest({laws...}) {}
 };
 
 }  // namespace kx::test

@@ -1,4 +1,3 @@
-// The mode shutter.
 #include "subject.h"
 
 #include <kxdevices/kx_simdevices.h>
@@ -7,12 +6,9 @@
 namespace kx::test {
 namespace {
 
-class Row : public Telling<CKxDevUI_ModeShutter> {
-public:
-    using CKxDevUI_ModeShutter::m_modeList;
-    using CKxDevUI_ModeShutter::m_slider;
+struct Row : Telling<CKxDevUI_ModeShutter> {
+    using CKxDevUI_ModeShutter::m_modeList, CKxDevUI_ModeShutter::m_slider;
 
-protected:
     void OnApertureChangeRequest(double aperture, bool& veto) override {
         veto = aperture > 50;
         Tell("OnApertureChangeRequest");
@@ -23,8 +19,7 @@ protected:
     }
 };
 
-class ModeShutterSubject : public SubjectOf<Row> {
-public:
+struct ModeShutterSubject : SubjectOf<Row> {
     ModeShutterSubject() {
         CKxDeviceRegistry::Add(device_);
         device_.SetMode(eKxShutterMode_Aperture);
@@ -54,15 +49,10 @@ public:
         return true;
     }
 
-    bool Rebuild() override { return control_->DestroyControls(), control_->CreateControls(), true; }
-
-protected:
     void Make(HWND parent) override {
         control_->Destroy();
         const int n = made_++;
-        control_->SetSeparator(!(n & 1));
-        control_->SetShowTitle(!(n & 2));
-        control_->SetShowModes(n % 5 != 4);
+        control_->SetSeparator(!(n & 1)), control_->SetShowTitle(!(n & 2)), control_->SetShowModes(n % 5 != 4);
         control_->SetTitle(L"Shutter");
         control_->Init(device_.GetLogDevId());
         control_->Create(parent, 20, 20, 300, 40, true, true);
@@ -87,14 +77,11 @@ protected:
         };
     }
 
-private:
     void Update(unsigned id, int n) { control_->Update(id, n & 1, n & 2, n & 4, n & 8); }
 
     void ChangeDevice(int n, double aperture) {
-        device_.SetMode(static_cast<EKxShutterMode>(n % 4));
-        device_.SetAperture(aperture);
-        device_.SetOpen(n & 4);
-        device_.Tick();
+        device_.SetMode(static_cast<EKxShutterMode>(n % 4)), device_.SetAperture(aperture);
+        device_.SetOpen(n & 4), device_.Tick();
     }
 
     CKxSimShutter device_{L"Subject", eKxShutterType_Epi, {5, 10, 20, 40, 80, 100}};

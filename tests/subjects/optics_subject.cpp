@@ -9,7 +9,6 @@
 namespace kx::test {
 namespace {
 
-// What differs from panel to panel.
 struct Nosepiece {
     using Panel = CKxDevUI_Nosepiece;
     using Device = CKxSimNosepiece;
@@ -40,8 +39,7 @@ struct Switcher {
 };
 
 template <class Sort>
-class Panel : public Telling<typename Sort::Panel> {
-protected:
+struct Panel : Telling<typename Sort::Panel> {
     void OnPositionChangeRequest(long position, bool& flag) override {
         flag = position % 2 != 0;
         this->Tell("OnPositionChangeRequest");
@@ -50,25 +48,21 @@ protected:
 
 // The setup button of those that have one; ports that can be used at once.
 template <class Sort>
-class Complete : public Panel<Sort> {
-public:
+struct Complete : Panel<Sort> {
     Complete() {
         if constexpr (std::is_same_v<Sort, Nosepiece>)
             this->SetObservationRequest([this](int) { this->Tell("the observation's request"); });
     }
 
-protected:
     void OnSetupRequest() override { this->Tell("OnSetupRequest"); }
 };
 template <>
-class Complete<Switcher> : public Panel<Switcher> {
-protected:
+struct Complete<Switcher> : Panel<Switcher> {
     void OnSetPortSingleRequest(long) override { this->Tell("OnSetPortSingleRequest"); }
 };
 
 template <class Sort>
-class PanelSubject : public SubjectOf<Complete<Sort>> {
-public:
+struct PanelSubject : SubjectOf<Complete<Sort>> {
     PanelSubject() { Exchange(6); }
 
     // NA and WD are so called in all languages.
@@ -100,7 +94,6 @@ public:
         return true;
     }
 
-protected:
     using SubjectOf<Complete<Sort>>::control_;
     using SubjectOf<Complete<Sort>>::Do;
 
@@ -161,7 +154,6 @@ protected:
         }
     }
 
-private:
     void Update(typename Sort::Device* device, bool a, bool b, bool c) {
         if constexpr (std::is_same_v<Sort, Nosepiece>) {
             control_->Update(device, a, b, c, a, b);

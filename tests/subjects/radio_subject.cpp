@@ -1,4 +1,3 @@
-// The radio group.
 #include "subject.h"
 
 #include <kxbaseui/kx_fonts.h>
@@ -7,15 +6,13 @@
 namespace kx::test {
 namespace {
 
-class RadioSubject : public SubjectOf<CKxDevUI_Radio> {
-protected:
+struct RadioSubject : SubjectOf<CKxDevUI_Radio> {
     void Make(HWND parent) override {
         Hear({WM_COMMAND});
         control_->Destroy();
         HWND last = nullptr;
         for (int i = 3; i >= 0; --i) {
-            last = CreateWindowExW(0, L"STATIC", i == 0 ? L"title" : L"1.5", WS_CHILD | WS_VISIBLE, 20, 10 + 25 * i, 90,
-                                   20, parent, nullptr, nullptr, nullptr);
+            last = AddChild(parent, L"STATIC", 0, {20, 10 + 25 * i, 110, 30 + 25 * i}, 0, i == 0 ? L"title" : L"1.5");
             SendMessageW(last, WM_SETFONT, reinterpret_cast<WPARAM>(KX_GetDefaultGuiFont()), FALSE);
             SetWindowPos(last, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE);
         }
@@ -30,8 +27,7 @@ protected:
             {"selecting by name", [this](Random&) { control_->SetSelection(L"2.5"); }},
             {"asking",
              [this](Random& r) {
-                 control_->SetUserData(r.Between(-1, 4), 5);
-                 control_->GetUserData(r.Between(-1, 4));
+                 control_->SetUserData(r.Between(-1, 4), 5), control_->GetUserData(r.Between(-1, 4));
                  control_->CheckRestriction(false);
              }},
             {"enabling a value", Do(&CKxDevUI_Radio::SetValueEnabled, Within(-1, 4), Flag)},
@@ -39,7 +35,6 @@ protected:
         };
     }
 
-public:
     std::vector<std::wstring> OwnTexts() const override { return {L"title", L"other"}; }
     std::vector<Exception> Exceptions() const override {
         return {{Law::Silence, "0:1025", "a selection is told, whoever made it"},
@@ -48,7 +43,6 @@ public:
     }
     bool Provoke(int) override { return control_->SetSelection(0), true; }
 
-protected:
     std::string CheckOwn() override {
         const HWND window = Window();
         const int count = control_->GetValuesCount();

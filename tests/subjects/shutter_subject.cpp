@@ -8,11 +8,9 @@ namespace kx::test {
 namespace {
 
 template <class T>
-class Shutter : public Telling<T> {
-public:
+struct Shutter : Telling<T> {
     using T::m_locked;
 
-protected:
     void OnStateChangeRequest(bool state, bool& veto) override {
         veto = !state;
         this->Tell("OnStateChangeRequest");
@@ -23,8 +21,7 @@ protected:
 enum class Made { Alone, OfADialog };
 
 template <class T>
-class ShutterSubject : public SubjectOf<Shutter<T>> {
-public:
+struct ShutterSubject : SubjectOf<Shutter<T>> {
     explicit ShutterSubject(Made made) : made_(made) {
         CKxDeviceRegistry::Add(device_);
         device_.SetSpeed(0);
@@ -60,9 +57,7 @@ public:
 
     // Its image is one of the sizes that there are.
     int Coarseness() const override { return 48; }
-    bool Rebuild() override { return control_->DestroyControls(), control_->CreateControls(), true; }
 
-protected:
     using SubjectOf<Shutter<T>>::control_;
     using SubjectOf<Shutter<T>>::Do;
     using SubjectOf<Shutter<T>>::parent_;
@@ -75,11 +70,8 @@ protected:
             control_->SetTitleInButton(++times_ % 4 == 3);
             control_->CKxDevUI_Shutter::Create(parent, 20, 20, 90, 40, true, true);
         } else {
-            const auto add = [&](const wchar_t* windowClass, int y) {
-                return CreateWindowExW(0, windowClass, L"Dia & epi", WS_CHILD | WS_VISIBLE, 20, y, 70, 20, parent,
-                                       nullptr, nullptr, nullptr);
-            };
-            control_->Create(add(L"BUTTON", 40), add(L"STATIC", 20));
+            const HWND title = AddChild(parent, L"STATIC", 0, {20, 20, 90, 40}, 0, L"Dia & epi");
+            control_->Create(AddChild(parent, L"BUTTON", 0, {20, 40, 90, 60}, 0, L"Dia & epi"), title);
         }
         if (control_) control_->Update(&device_, true, true, true);
     }
@@ -115,11 +107,8 @@ protected:
         return agrees ? "" : "the button is not enabled so";
     }
 
-private:
     void ChangeDevice(int n) {
-        device_.SetLocked(n % 2);
-        device_.SetOpen(n & 2);
-        device_.Tick();
+        device_.SetLocked(n % 2), device_.SetOpen(n & 2), device_.Tick();
         device_.SetTitle(n & 4 ? std::wstring(10000, L'W').c_str() : nullptr);
         CKxDeviceRegistry::SetGrabberActive(n & 8);
     }

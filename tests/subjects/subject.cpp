@@ -11,15 +11,6 @@
 #include <kxdevui/framework/ui_gdi.h>
 
 namespace kx::test {
-namespace {
-
-std::vector<Kind>& Registry() {
-    static std::vector<Kind> kinds;
-    return kinds;
-}
-
-}  // namespace
-
 const std::vector<Operation>& Subject::Operations() {
     if (operations_.empty()) operations_ = MakeOperations();
     return operations_;
@@ -28,16 +19,19 @@ const std::vector<Operation>& Subject::Operations() {
 // In an order that does not depend on that of the objects on the linker's command line.
 void Register(Kind kind) {
     const auto at =
-        std::find_if(Registry().begin(), Registry().end(), [&](const Kind& each) { return each.name > kind.name; });
-    Registry().insert(at, std::move(kind));
+        std::find_if(Kinds().begin(), Kinds().end(), [&](const Kind& each) { return each.name > kind.name; });
+    Kinds().insert(at, std::move(kind));
 }
 
-const std::vector<Kind>& Kinds() { return Registry(); }
+std::vector<Kind>& Kinds() {
+    static std::vector<Kind> kinds;
+    return kinds;
+}
 
 std::string NameOfKind(const testing::TestParamInfo<Kind>& info) {
     std::string name = info.param.name;
-    std::replace_if(
-        name.begin(), name.end(), [](unsigned char c) { return !std::isalnum(c); }, '_');
+    for (char& c : name)
+        if (!std::isalnum(static_cast<unsigned char>(c))) c = '_';
     return name;
 }
 

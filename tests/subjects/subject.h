@@ -1,10 +1,10 @@
 // The subjects: one for every control, how it is made, filled and used. The laws (tests/laws) and the storm
 // (tests/storm) hold for all of them; a control joins both with one file in this folder.
 //
-//     class Wheel : public Telling<CKxDevUI_Wheel> {             // tells of its callbacks
+//     struct Wheel : Telling<CKxDevUI_Wheel> {                   // tells of its callbacks
 //         void OnTurned(double&, bool& veto) override { veto = true, Tell("OnTurned"); }
 //     };
-//     class WheelSubject : public SubjectOf<Wheel> {
+//     struct WheelSubject : SubjectOf<Wheel> {
 //         void Make(HWND parent) override { control_->Create(parent, 5, 5, 90, 40, true, true), control_->Set(3); }
 //         std::vector<Operation> MakeOperations() override {
 //             return {{"a value", Do(&Wheel::SetValue, AnyNumber)}};
@@ -217,6 +217,8 @@ public:
     void Destroy() final { control_.reset(); }
     bool Rebuild() override {
         if constexpr (requires { control_->MakeAnew(); }) return control_->MakeAnew(), true;
+        if constexpr (requires { control_->CreateControls(); })
+            return control_->DestroyControls(), control_->CreateControls(), true;
         return false;
     }
     void Change(int n) override {
@@ -271,7 +273,7 @@ struct Kind {
 };
 
 // All that are registered, by name.
-const std::vector<Kind>& Kinds();
+std::vector<Kind>& Kinds();
 // For a test of all kinds: INSTANTIATE_TEST_SUITE_P(All, Suite, testing::ValuesIn(Kinds()), NameOfKind).
 std::string NameOfKind(const testing::TestParamInfo<Kind>& info);
 void PrintTo(const Kind& kind, std::ostream* out);

@@ -10,30 +10,20 @@
 namespace kx::test {
 namespace {
 
-class Table : public CKxDevUI_Table {
-public:
-    using CKxDevUI_Table::FinishEdit;
-    using CKxDevUI_Table::StartEdit;
+struct Table : CKxDevUI_Table {
+    using CKxDevUI_Table::FinishEdit, CKxDevUI_Table::StartEdit;
 };
 
-// The floating field of this thread, while it shows.
+// The floating field, while it shows.
 HWND ShownField() {
-    HWND found = nullptr;
-    EnumThreadWindows(
-        GetCurrentThreadId(),
-        [](HWND window, LPARAM result) -> BOOL {
-            wchar_t name[32] = L"";
-            GetClassNameW(window, name, 32);
-            if (lstrcmpW(name, L"KxDevUI_EditBox") != 0 || !IsWindowVisible(window)) return TRUE;
-            *reinterpret_cast<HWND*>(result) = window;
-            return FALSE;
-        },
-        reinterpret_cast<LPARAM>(&found));
-    return found;
+    HWND field = nullptr;
+    do {
+        field = FindWindowExW(nullptr, field, L"KxDevUI_EditBox", nullptr);
+    } while (field && !IsWindowVisible(field));
+    return field;
 }
 
-class TableSubject : public SubjectOf<Table> {
-public:
+struct TableSubject : SubjectOf<Table> {
     std::vector<std::wstring> OwnTexts() const override { return {L"column", L"text"}; }
     std::vector<Exception> Exceptions() const override {
         return {{Law::Silence, "storing", "what is stored is told, as when the user stores it"}};
@@ -44,7 +34,6 @@ public:
         return windows;
     }
 
-protected:
     void Make(HWND parent) override {
         Hear({WM_NOTIFY});
         control_->Create(parent, 5, 5, 280, 160, true, true);
@@ -81,14 +70,12 @@ protected:
         if (ShownField()) wrong_ = "the field floats without a table";
     }
 
-public:
     bool Provoke(int) override {
         control_->StartEdit(0, 1);
         if (control_) control_->FinishEdit(true);
         return true;
     }
 
-private:
     void AddRows(int count) {
         for (int i = 0; i < count && ListView_GetItemCount(control_->GetListView()) < 60; ++i) {
             const double values[] = {double(i), i * 0.1, 1e300, -1};

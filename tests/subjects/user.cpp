@@ -3,7 +3,6 @@
 #include <bench/bench.h>
 
 #include <algorithm>
-#include <string_view>
 
 #include <kxbaseui/kx_menu.h>
 #include <kxbaseui/kx_messagebox.h>
@@ -33,9 +32,7 @@ POINT At(HWND window, int eighths) {
 // The platform's menus close again; and a list view, which keeps a press in a loop of its own, hears of the release.
 void CALLBACK EndLoops(HWND, UINT, UINT_PTR, DWORD) {
     EndMenu();
-    wchar_t name[64] = L"";
-    GetClassNameW(GetCapture(), name, 64);
-    if (std::wstring_view(name) == L"SysListView32") PostMessageW(GetCapture(), WM_LBUTTONUP, 0, 0);
+    if (NameOfWindow(GetCapture()).starts_with("SysListView32 ")) PostMessageW(GetCapture(), WM_LBUTTONUP, 0, 0);
 }
 
 }  // namespace
@@ -48,39 +45,24 @@ std::string NameOfWindow(HWND window) {
 
 std::vector<Act> ActsAt(HWND window) {
     std::vector<Act> acts;
-    const auto add = [&](const std::string& what, const std::function<void()>& run) {
+    const auto add = [&](const std::string& what, int eighths, const std::function<void(POINT)>& run) {
         acts.push_back({what + " " + NameOfWindow(window), [=] {
-                            if (IsSeen(window)) run();
+                            if (IsSeen(window)) run(At(window, eighths));
                         }});
     };
-    for (const int eighths : {1, 4, 7}) {
-        const std::string at = " at " + std::to_string(eighths) + "/8 of";
-        add("click" + at, [=] {
-            const POINT p = At(window, eighths);
-            Click(window, p.x, p.y);
-        });
-    }
-    add("drag of", [=] {
-        const POINT from = At(window, 4), to = At(window, 6);
+    for (const int eighths : {1, 4, 7})
+        add("click at " + std::to_string(eighths) + "/8 of", eighths, [=](POINT p) { Click(window, p.x, p.y); });
+    add("drag of", 4, [=](POINT from) {
+        const POINT to = At(window, 6);
         Press(window, from.x, from.y);
         if (IsSeen(window)) MoveTo(window, to.x, to.y);
         Release();
     });
-    add("double click on", [=] {
-        const POINT p = At(window, 4);
-        DoubleClick(window, p.x, p.y);
-    });
-    add("right click on", [=] {
-        const POINT p = At(window, 4);
-        Click(window, p.x, p.y, Button::Right);
-    });
-    for (const int delta : {120, -120}) {
-        add(delta > 0 ? "wheel up over" : "wheel down over", [=] {
-            const POINT p = At(window, 4);
-            MoveTo(window, p.x, p.y);
-            Wheel(delta);
-        });
-    }
+    add("double click on", 4, [=](POINT p) { DoubleClick(window, p.x, p.y); });
+    add("right click on", 4, [=](POINT p) { Click(window, p.x, p.y, Button::Right); });
+    for (const int delta : {120, -120})
+        add(delta > 0 ? "wheel up over" : "wheel down over", 4,
+            [=](POINT p) { MoveTo(window, p.x, p.y), Wheel(delta); });
     // A label has no use for keys, and is in nobody's way to them.
     if (NameOfWindow(window).starts_with("Static")) return acts;
     static constexpr struct {
@@ -90,7 +72,7 @@ std::vector<Act> ActsAt(HWND window) {
                 {"Next", VK_NEXT},   {"Home", VK_HOME}, {"Space", VK_SPACE},  {"F2", VK_F2},
                 {"5", '5'},          {"Back", VK_BACK}, {"Enter", VK_RETURN}, {"Escape", VK_ESCAPE}};
     for (const auto& [name, key] : keys)
-        add(std::string(name) + " in", [key = key] { key == '5' ? Type(L"5") : Key(key); });
+        add(std::string(name) + " in", 4, [key = key](POINT) { key == '5' ? Type(L"5") : Key(key); });
     return acts;
 }
 

@@ -1,4 +1,3 @@
-// The Z stack panel.
 #include "subject.h"
 
 #include <limits>
@@ -9,11 +8,9 @@
 namespace kx::test {
 namespace {
 
-class Panel : public Telling<CKxDevUI_ZStack> {
-public:
+struct Panel : Telling<CKxDevUI_ZStack> {
     using CKxDevUI_ZStack::Item;
 
-protected:
     void OnStepChanged(double, bool) override { Tell("OnStepChanged"); }
     void OnMoveZRequest(double) override { Tell("OnMoveZRequest"); }
     void OnGoHomeRequest(bool) override { Tell("OnGoHomeRequest"); }
@@ -27,8 +24,7 @@ protected:
     }
 };
 
-class ZStackSubject : public SubjectOf<Panel> {
-public:
+struct ZStackSubject : SubjectOf<Panel> {
     // Nobody answers the question.
     ZStackSubject() { CKxDevUI_ZStack::iKeepRange = 1; }
     ~ZStackSubject() override { CKxDevUI_ZStack::iKeepRange = 0; }
@@ -40,11 +36,11 @@ public:
                 {Law::Silence, "a click", "is the user's"},
                 {Law::Silence, "typing", "is the user's"},
                 {Law::Disabled, "enabling", "is meant to"},
-                {Law::Disabled, "Static #-1", "is a line, which has no other look"}};
+                {Law::Disabled, "Static #-1", "is a line, which has no other look"},
+                {Law::Focus, "a key in Button #1259", "takes the arrow that opens its menu, and no other"}};
     }
     HWND Remake() override { return control_->Create(parent_->Window(), &record_, 10, 10, 0, 0, true, true); }
 
-protected:
     void Make(HWND parent) override {
         control_->Create(parent, &record_, 10, 10, 0, 0, true, true);
         record_.ClearZDevices();
@@ -75,13 +71,9 @@ protected:
             {"a refresh", Do(&Panel::UpdateGUI, Within(0, 4))},
             {"the type", [this](Random& r) { record_.SetType(r.Between(-1, 8)), control_->UpdateGUI(3); }},
             {"where Z stands",
-             [=, this](Random& r) {
-                 record_.SetZPosition(static_cast<unsigned>(r.Below(2)), z(r)), control_->UpdateGUI(4);
-             }},
+             [=, this](Random& r) { record_.SetZPosition(unsigned(r.Below(2)), z(r)), control_->UpdateGUI(4); }},
             {"the device",
-             [this](Random& r) {
-                 record_.SetZDevice(static_cast<unsigned>(r.OneIn(9) ? 2 : r.Between(0, 1))), control_->UpdateGUI(1);
-             }},
+             [this](Random& r) { record_.SetZDevice(r.OneIn(9) ? 2u : r.OneIn(2)), control_->UpdateGUI(1); }},
             {"the objective",
              [this](Random& r) { record_.SetObjective(r.OneIn(2) ? 0.8 : 0.3, 1), control_->UpdateGUI(3); }},
             {"the step", [=, this](Random& r) { record_.SetStep(z(r)), control_->UpdateGUI(2); }},
@@ -101,7 +93,6 @@ protected:
         };
     }
 
-private:
     void Enter(int id, const wchar_t* text) {
         SetFocus(control_->Item(id));
         if (control_) SetWindowTextW(control_->Item(id), text);

@@ -8,8 +8,7 @@
 
 namespace kx::test {
 
-class Panel : public CKxDevUI_ZStack {
-public:
+struct Panel : CKxDevUI_ZStack {
     explicit Panel(Recorder& heard) : record(heard) {}
 
     using CKxDevUI_ZStack::Item, CKxDevUI_ZStack::ValidateBottom, CKxDevUI_ZStack::ValidateHome,
@@ -21,7 +20,6 @@ public:
     std::function<void()> onChanged = [] {};  // or the step
     const wchar_t* refusal = nullptr;         // of where Z is to go
 
-protected:
     void OnStepChanged(double step, bool typed) override { Changed(CallText("Step", step, int{typed})); }
     void OnMoveZRequest(double z) override {
         record.Call("Move", z);
@@ -33,7 +31,6 @@ protected:
     void OnZDeviceShown(unsigned int device) override { record.Call("Shown", device); }
     void OnZStackChanged(unsigned int flags) override { Changed(CallText("Changed", flags)); }
 
-private:
     void Changed(const std::string& text) {
         record.Text(text);
         const auto action = onChanged;
@@ -41,9 +38,7 @@ private:
     }
 };
 
-// A panel, and message boxes that are written down.
-class PanelTest : public ControlTest {
-protected:
+struct PanelTest : ControlTest {
     PanelTest() { KX_SetMessageBoxHandler(Handler, this); }
     std::string See() override { return heard.Take(); }
     HWND Item(int id) const { return panel.Item(id); }
@@ -55,7 +50,6 @@ protected:
     Recorder heard;
     Panel panel{heard};
 
-private:
     static int Handler(HWND owner, const wchar_t* text, const wchar_t* caption, UINT style, int timeout, void* self) {
         auto& test = *static_cast<PanelTest*>(self);
         test.heard.Text(Narrow(text).substr(0, 7).append("!"));

@@ -16,8 +16,7 @@ using namespace kx::test;
 constexpr WORD kLanguages[] = {0x409, 0x407, 0x40C, 0xC0A, 0x411};
 
 // A panel over a record that has a drive and a piezo, and a host that has it refreshed with every change.
-class ZStackPanel : public PanelTest {
-protected:
+struct ZStackPanel : PanelTest {
     // With a stack from 500 to 520, or with nothing set.
     void Make(bool stack) {
         record = CKxZStackData();
@@ -78,9 +77,7 @@ TEST_F(ZStackPanel, HasTheHabitsOfFields) {
          {[&] { SetFocus(Item(IDC_ZS_EDIT_STEP)), Key('A', MOD_CONTROL), Type(L"-5x\n"); },
           "Changed(3) Shown(0) Changed(2) Shown(0) at 1263: 3.50"}},
         see);
-    wchar_t answer[100] = L"";
-    GetWindowTextW(kx::ui::AnswerWindow(), answer, 100);
-    EXPECT_STREQ(answer, L"Value is out of range.");
+    EXPECT_EQ(TextOf(kx::ui::AnswerWindow()), L"Value is out of range.");
 }
 
 TEST_F(ZStackPanel, SaysWhyZStaysWhereItIs) {
@@ -95,8 +92,7 @@ TEST_F(ZStackPanel, SaysWhyZStaysWhereItIs) {
 TEST_F(ZStackPanel, ValidatesWhatTheFocusLeaves) {
     Make(false);
     const HWND step = Item(IDC_ZS_EDIT_STEP), above = Item(IDC_ZS_EDIT_ABOVE);
-    // Nothing stands where nothing is set. The list of devices leaves it open. The button acts by the rule, then by the
-    // mouse.
+    // Nothing stands where nothing is set. The list of devices leaves it open. The button acts by rule, then by mouse.
     Play({{[&] { SetFocus(step), Type(L"2.5"), SetFocus(Item(IDC_ZS_DEVICE)); }, ""},
           {[&] { SetFocus(step), Type(L"2.5"), Click(Item(IDC_ZS_TOP), 9, 9); },
            "Changed(3) Shown(0) Step(2.5, 1) Shown(0) Changed(2) Shown(0) Changed(3) Shown(0)"}});
@@ -107,7 +103,7 @@ TEST_F(ZStackPanel, ValidatesWhatTheFocusLeaves) {
     EXPECT_EQ(GetFocus(), above) << "the first refused, of two";
     // No box within the panel, and the step has not been left; a panel on its way out has nothing to tell.
     Play({{[] {}, "Changed(3)"},
-          {[&] { SetFocus(parent.Window()); }, "Invalid! Changed(3)"},
+          {[&] { SetFocus(parent.Window()); }, "Changed(3) Invalid!"},
           {[&] { panel.Destroy(); }, ""}});
 }
 
@@ -122,13 +118,14 @@ TEST_F(ZStackPanel, LeavesPositionsToTheHost) {
         {IDC_ZS_EDIT_MIDDLE, true, L"600", "", 0},
         {IDC_ZS_EDIT_TOP, true, L"600", "Changed(3) Shown(0)", 1},
         // The user is sent back, and leaves it once more.
-        {IDC_ZS_EDIT_BOTTOM, true, L"5x", "Invalid! Changed(3) Shown(0)", 2}};
+        {IDC_ZS_EDIT_BOTTOM, true, L"5x", "Changed(3) Shown(0) Changed(3) Shown(0) Invalid!", 2}};
     for (const auto& [edit, writable, typed, expected, asked] : table) {
         SendMessageW(Item(edit), EM_SETREADONLY, !writable, 0);
         SetFocus(Item(edit));
         Enter(edit, typed);
         for (const HWND next : {Item(IDC_ZS_EDIT_STEP), panel.GetHandle()})
             SetFocus(next);
+        Pump();
         EXPECT_EQ(See().substr(0, expected.size()), expected) << edit;
         EXPECT_EQ(parent.Record().Entries().size(), asked) << edit;
         Told();
@@ -168,18 +165,23 @@ TEST_F(ZStackPanel, SharesItsWindowAndTakesListsOfAnyKind) {
 TEST_F(ZStackPanel, AsksInTheUsersLanguage) {
     Make(true);
     std::map<int, std::set<std::wstring>> texts;
+    int n = 0;
     for (const WORD language : kLanguages) {
         CKxLocale::SetModuleLangId(language);
+        CKxGUILayoutManager::SetGuiZoom(n++ % 2 ? 1.25 : 1.5);
         Enter(IDC_ZS_EDIT_ABOVE, L"1501");
         ModalAnswer answer([&](HWND dialog) {
-            const HWND keep = GetDlgItem(dialog, IDC_YNK_KEEP);
-            const RECT at = RectInParent(keep);
-            RECT need{0, 0, at.right - at.left - 20, 0};
-            const HDC dc = GetDC(dialog);
-            SelectObject(dc, reinterpret_cast<HFONT>(SendMessageW(keep, WM_GETFONT, 0, 0)));
-            DrawTextW(dc, TextOf(keep).c_str(), -1, &need, DT_CALCRECT | DT_WORDBREAK);
-            ReleaseDC(dialog, dc);
-            EXPECT_GE(at.bottom - at.top, need.bottom);
+            for (const auto& [id, mark] : {std::pair{IDC_YNK_KEEP, 20}, {IDC_YNK_QUESTION, 0}}) {
+                const RECT at = RectInParent(GetDlgItem(dialog, id));
+                RECT need{0, 0, at.right - at.left - mark, 0};
+                const HDC dc = GetDC(dialog);
+                const LRESULT font = SendDlgItemMessageW(dialog, id, WM_GETFONT, 0, 0);
+                EXPECT_EQ(font, SendDlgItemMessageW(dialog, IDC_YNK_YES, WM_GETFONT, 0, 0)) << "zoomed with the rest";
+                SelectObject(dc, reinterpret_cast<HFONT>(font));
+                DrawTextW(dc, TextOf(GetDlgItem(dialog, id)).c_str(), -1, &need, DT_CALCRECT | DT_WORDBREAK);
+                ReleaseDC(dialog, dc);
+                EXPECT_GE(at.bottom - at.top, need.bottom) << id;
+            }
             EXPECT_EQ(GetFocus(), GetDlgItem(dialog, IDC_YNK_YES));
             PressButton(dialog, IDC_YNK_CANCEL);
         });
@@ -223,6 +225,28 @@ TEST_F(ZStackPanel, WidensLabelsThatDoNotFit) {
     }
 }
 
+// The text is longer than the field.
+TEST_F(ZStackPanel, KeepsMarksClearOfTextAndEdges) {
+    KX_SetColorScheme(eKxColorScheme_Light);
+    for (const int zoom : {1, 2}) {
+        Make(true);
+        CKxGUILayoutManager::SetGuiZoom(zoom);
+        const HWND edit = Item(IDC_ZS_EDIT_BOTTOM), button = Item(IDC_ZS_TYPE_SYMMETRIC);
+        const RECT mark{0, 0, 6 * zoom, 14 * zoom};
+        const Picture marked = Picture::OnScreen(edit).Part(mark), plain = Picture::OnScreen(button);
+        EXPECT_NE(marked.Count(KX_GetSysColor(COLOR_BTNFACE)), 6 * zoom * 14 * zoom);
+        SendMessageW(edit, EM_SETREADONLY, FALSE, 0);
+        const Picture writable = Picture::OnScreen(edit).Part(mark);
+        SetFocus(edit);
+        Type(L"123456789012345678");
+        HideCaret(nullptr);
+        EXPECT_EQ(Picture::OnScreen(edit).Part(mark).Differences(writable), 0) << zoom;
+        SetFocus(button);
+        const RECT focus = Picture::OnScreen(button).Difference(plain);
+        EXPECT_EQ(std::tuple(focus.left, focus.right), std::tuple(3 * zoom, plain.Width() - 3 * zoom));
+    }
+}
+
 TEST_F(ZStackPanel, MovesOnByKeys) {
     // With the dialog keys of the host's message loop, and without.
     for (const bool dialog : {false, true}) {
@@ -231,8 +255,7 @@ TEST_F(ZStackPanel, MovesOnByKeys) {
         std::optional<DialogKeys> keys;
         if (dialog) keys.emplace(parent.Window());
         const auto at = [this] { return " at " + std::to_string(GetDlgCtrlID(GetFocus())) + ": " + Shown(1263); };
-        // There is no step to be suggested; a refused entry does not let go, and the next field is not left on the way
-        // back.
+        // There is no step to be suggested; a refused entry does not let go, and going back leaves no other field.
         kx::test::Play(
             {{[&] { SetFocus(Item(1263)), Key(VK_END), Type(L"\b\b\b\b\b5"), Key(VK_ESCAPE); }, " at 1263: 2.00"},
              {[] { Type(L"4\t"); }, "Step(4, 1) Shown(0) Changed(2) Shown(0) at 1266: 4.00"},
@@ -274,8 +297,7 @@ TEST_F(ZStackPanel, AsksForZ) {
     Make(true);
     for (const int edit : {IDC_ZS_EDIT_TOP, IDC_ZS_EDIT_MIDDLE, IDC_ZS_EDIT_BOTTOM, IDC_ZS_EDIT_ABOVE})
         DoubleClick(Item(edit), 20, 8);
-    // The last field is left; one that nobody validates takes nothing. The bar with the magnified stack, near its
-    // bottom.
+    // The last field is left; one that nobody validates takes nothing. Near its bottom is the magnified stack's bar.
     const RECT edit = RectInParent(Item(IDC_ZS_EDIT_BOTTOM));
     Play({{[&] { SetFocus(Item(IDC_ZS_EDIT_TOP)); }, "Move(520) Move(500) Changed(3) Shown(0)"},
           {[&] { Type(L" 7"), heard.Text(Shown(IDC_ZS_EDIT_TOP)); }, "Move(520) 520.00"}});

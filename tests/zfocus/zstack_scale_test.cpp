@@ -1,5 +1,4 @@
-// The Z scale's rules: where positions lie, which planes are told apart, what a click means; and where the question's
-// parts stand.
+// The Z scale's rules: where positions and planes lie, what a click means; and where the question's parts stand.
 #include <controls/control_test.h>
 #include <kxdevui/zfocus/yesnokeep_layout.h>
 #include <kxdevui/zfocus/zstack_scale.h>

@@ -13,8 +13,7 @@ using namespace kx::test;
 constexpr int Throws = 99;
 
 // Home 50, bottom 40, top 60 on a device from 0, Z at 5; every call succeeds but for those listed.
-class ScriptedRecord : public CKxZStackData {
-public:
+struct ScriptedRecord : CKxZStackData {
     explicit ScriptedRecord(Recorder& heard) : m_heard(heard) {}
     int type = 0;
     std::map<std::string, int> answers;
@@ -38,7 +37,6 @@ public:
     int ResetTop() override { return Answer("ResetTop"); }
     int ResetBottom() override { return Answer("ResetBottom"); }
 
-private:
     int Answer(const std::string& call, bool tells = true) const {
         if (tells) m_heard.Text(call);
         const auto found = answers.find(call);
@@ -68,8 +66,6 @@ const auto Top = &Panel::ValidateTop, Bottom = &Panel::ValidateBottom, Home = &P
            Range = &Panel::ValidateRange, Max = &Panel::ValidateRangeMax, Min = &Panel::ValidateRangeMin,
            Step = &Panel::ValidateStep, Steps = &Panel::ValidateSteps;
 
-const std::map<std::string, int> noPositions{{"GetTop", 1}, {"GetBottom", 1}, {"GetHome", 1}};
-
 // clang-format off
 const struct Row {
     const char* what; bool (Panel::*validate)(bool); int edit, type; const wchar_t* text;
@@ -82,13 +78,14 @@ const struct Row {
     {"a getter that throws", Max, 1267, 3, L"5", {{"GetHome", Throws}}, false, "GetType GetHome Value i! Changed(3)"},
     {"an end beyond the other", Max, 1267, 0, L"5", {{"SetTop(5, 0)", eKxZStack_Reversed}}, false, "GetType GetHome SetTop(5, 0) Value i! Changed(3)"},
     {"the home keeps it from the host", Home, 1262, 0, L"12", {}, true, "SetHome(12) GetZDevice Shown(2)"},
-    {"a bottom", Bottom, 1262, 0, L"-3,5", {}, true, "SetBottom(-3.5, 1) Changed(3)"},
-    {"steps", Steps, 1266, 0, L" 12abc", {}, true, "SetCount(12) Changed(3)"},
+    {"a bottom", Bottom, 1262, 0, L"\uFF0D3,5", {}, true, "SetBottom(-3.5, 1) Changed(3)"},
+    {"steps", Steps, 1266, 0, L" 1\uFF12abc", {}, true, "SetCount(12) Changed(3)"},
     {"a step", Step, 1263, 0, L".25", {}, true, "SetStep(0.25) Step(0.25, 1) Changed(2)"},
 
     {"a range", Range, 1265, 2, L"30", {}, true, "GetType GetHome GetTop GetBottom SetBottom(35, 1) GetBottom SetTop(70, 1) Changed(3)"},
     {"no type", Range, 1265, 2, L"30", {{"GetType", 1}}, false, "GetType"},
-    {"without a home", Range, 1265, 2, L"30", noPositions, true, "GetType GetHome GetTop GetBottom SetBottom(-15, 1) GetBottom SetTop(30, 1) Changed(3)"},
+    {"without a home", Range, 1265, 2, L"30", {{"GetTop", 1}, {"GetBottom", 1}, {"GetHome", 1}}, true,
+        "GetType GetHome GetTop GetBottom SetBottom(-15, 1) GetBottom SetTop(30, 1) Changed(3)"},
     {"refused without a home", Range, 1265, 2, L"30", {{"GetHome", 1}, {"GetTop", 1}, {"SetBottom(-15, 1)", -17}}, false,
         "GetType GetHome GetTop GetBottom SetBottom(-15, 1) GetBottom SetBottom(40, 1) ResetTop Value i! Changed(3)"},
     {"at the lower end of the device", Range, 1265, 2, L"120", {{"SetBottom(-10, 1)", -17}}, true,
@@ -109,8 +106,7 @@ const struct Row {
 };
 // clang-format on
 
-class ZStackValidation : public PanelTest {
-protected:
+struct ZStackValidation : PanelTest {
     ScriptedRecord record{heard};
 
     void SetUp() override { ASSERT_TRUE(panel.Create(parent.Window(), &record, 0, 0, 0, 0, true, true)); }
@@ -172,18 +168,16 @@ TEST_F(ZStackValidation, IsNotEnteredTwice) {
 
 // Buttons leave a record that fails alone, and tell the host all the same.
 TEST_F(ZStackValidation, TakesWhatButtonsSay) {
+    // clang-format off
     const std::tuple<int, int, const char*, const char*> table[] = {
-        {IDC_ZS_TOP, 0, "", "SetTop(5, 1) Changed(3)"},
-        {IDC_ZS_TOP, 0, "GetZPosition", "Changed(3)"},
-        {IDC_ZS_HOME, 0, "", "SetHome(5) Changed(3)"},
-        {IDC_ZS_BOTTOM, 0, "", "SetBottom(5, 1) Changed(3)"},
+        {IDC_ZS_TOP, 0, "", "SetTop(5, 1) Changed(3)"}, {IDC_ZS_TOP, 0, "GetZPosition", "Changed(3)"},
+        {IDC_ZS_HOME, 0, "", "SetHome(5) Changed(3)"}, {IDC_ZS_BOTTOM, 0, "", "SetBottom(5, 1) Changed(3)"},
         {IDC_ZS_RELATIVE, 0, "", "ResetTop ResetBottom Changed(3)"},
         {IDC_ZS_SUGGESTED, 0, "", "SetStep(0.25) Step(0.25, 0) Changed(2)"},
         {IDC_ZS_SUGGESTED, 0, "SetStep(0.25)", "SetStep(0.25) Value i! Changed(2)"},
-        {IDC_ZS_TYPE_SYMMETRIC, 4, "GetZDevice", "SetType(6) Changed(3)"},
-        {IDC_ZS_TYPE_ASYMMETRIC, 2, "", "SetType(3) Changed(3) Shown(2)"},
-        {IDC_ZS_TYPE_ASYMMETRIC, 2, "GetType", ""},
-    };
+        {IDC_ZS_TYPE_SYMMETRIC, 4, "GetZDevice", "SetType(6) Changed(3)"}, {IDC_ZS_TYPE_ASYMMETRIC, 2, "GetType", ""},
+        {IDC_ZS_TYPE_ASYMMETRIC, 2, "", "SetType(3) Changed(3) Shown(2)"}};
+    // clang-format on
     record.tellsReads = false;
     for (const auto& [button, type, fails, expected] : table) {
         SCOPED_TRACE(CallText("button", button, type, fails));
@@ -205,8 +199,7 @@ TEST_F(ZStackValidation, KeepsWhatItShowsWhenTheRecordThrows) {
     }
 }
 
-// While the question is open: nothing of a panel that has ended is touched, and one without its window still tells of
-// what has become of the record.
+// While the question is open: nothing that has ended is touched; without its window, the panel tells of the record.
 TEST_F(ZStackValidation, SurvivesTheEndOfItsPanel) {
     record.answers = {{"SetTop(5, 0)", -17}};
     for (const bool deleted : {false, true}) {
