@@ -8,6 +8,7 @@
 #include <kxbaseui/kx_fonts.h>
 #include <kxbaseui/kx_tooltip.h>
 #include <kxdevices/kx_simdevices.h>
+#include <kxdevui/framework/devgui_activity.h>
 #include <kxdevui/framework/ui_gdi.h>
 #include <kxdevui/optics/devgui_filterwheel.h>
 #include <kxdevui/optics/devgui_nosepiece.h>
@@ -147,6 +148,24 @@ Ratio UpdateNothing() {
     return Measure(update, [&] { Repaint(panel); });
 }
 
+// A tick of the timer, and the repaint that it asks for.
+Ratio StepOfRing() {
+    const Frame frame;
+    CKxDevUI_Nosepiece panel;
+    Open(panel, frame);
+    KX_TellActivity(panel, {EKxActivity::Moving, kPositions - 1, {}});
+    MSG tick{};
+    const auto end = GetTickCount64() + 2000;
+    while (tick.message != WM_TIMER && GetTickCount64() < end)
+        PeekMessageW(&tick, panel, WM_TIMER, WM_TIMER, PM_REMOVE);
+    Require(tick.message == WM_TIMER, "no ring turns");
+    const auto update = [&] { RedrawWindow(panel, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN); };
+    update();
+    const HWND button = GetDlgItem(panel, 10200);
+    const auto repaint = [&] { InvalidateRect(button, nullptr, FALSE), update(); };
+    return Measure([&] { DispatchMessageW(&tick), update(); }, repaint);
+}
+
 template <class Panel>
 Ratio CreatePanel() {
     const Frame frame;
@@ -163,6 +182,7 @@ const Rows s_rows{{
     {"nosepiece of 16, full repaint, images cold", "the same, images warm", 10, RepaintCold},
     {"nosepiece of 16, another position", "repaint of owner-drawn buttons and labels", 1.0, ChangePosition},
     {"nosepiece of 16, update that finds nothing new", "its repaint", 0.05, UpdateNothing},
+    {"nosepiece of 16 moving, a step of its ring", "repaint of one of its buttons", 1.5, StepOfRing},
     {"nosepiece of 16, create and destroy", "the same windows made directly", 1.3, CreatePanel<CKxDevUI_Nosepiece>},
     {"filter wheel of 16, full repaint", "owner-drawn buttons", 1.3, RepaintWarm<CKxDevUI_FilterWheel>},
     {"filter wheel of 16, create and destroy", "the same windows made directly", 1.3, CreatePanel<CKxDevUI_FilterWheel>},

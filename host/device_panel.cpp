@@ -1,5 +1,6 @@
 #include "device_panel.h"
 
+#include <kxdevui/framework/devgui_activity.h>
 #include <kxdevui/framework/devgui_messages.h>
 
 #include "resources/resource.h"
@@ -53,6 +54,8 @@ void DevicePanel::TellRefused(const wchar_t* what) {
     text.Format(200, L"%ls: %ls", Text(what).c_str(),
                 Text(Refuses() ? L"the host refuses" : L"the device refuses").c_str());
     Tell(text.str());
+    // Beside the control, too, if it is one that asks.
+    KX_SayWhyRefused(text);
 }
 
 void DevicePanel::AddRefusal() {

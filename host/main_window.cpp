@@ -430,7 +430,7 @@ void MainWindow::Simulate(int entry) {
     if (entry < simStop) on() = !on();
     for (CKxSimMicroscope* each : Microscopes()) {
         if (entry == simSlow) each->SetSlowness(on() ? kSlowness : 1);
-        if (entry == simFail) each->SetFails(on());
+        if (entry == simFail) each->SetFails(on(), Text(L"No answer from the device"));
         if (entry == simStop) each->Stop();
     }
     if (entry == simRefuse) DevicePanel::SetHostRefuses(on());

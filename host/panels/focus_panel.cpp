@@ -1,6 +1,7 @@
 #include "focus_panel.h"
 
 #include <kxbaseui/kx_layoutmanager.h>
+#include <kxdevui/framework/devgui_activity.h>
 
 #include <algorithm>
 
@@ -71,6 +72,7 @@ bool FocusPanel::OnUser(int id, int code, HWND from) {
 
 void FocusPanel::OnDevice(const Change&) {
     ShowZ();
+    KX_TellActivity(m_stack.GetHandle(), m_device);
     m_stack.UpdateGUI(CKxDevUI_ZStack::RefreshZ);
 }
 

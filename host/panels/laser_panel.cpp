@@ -4,6 +4,7 @@
 #include <vector>
 
 #include <kxbaseui/kx_layoutmanager.h>
+#include <kxdevui/framework/devgui_activity.h>
 #include <kxdevui/framework/devgui_habits.h>
 #include <kxsystem/kx_color.h>
 
@@ -66,6 +67,7 @@ void LaserPanel::ShowCaption(const wchar_t* caption) {
 void LaserPanel::OnDevice(const Change&) {
     CheckDlgButton(m_hWnd, IDC_LASER_ON, m_device.IsPortUsed(0) ? BST_CHECKED : BST_UNCHECKED);
     m_power.SetPower(m_device.GetPower(), true);
+    KX_TellActivity(m_power, m_device);
 }
 
 bool LaserPanel::OnUser(int id, int code, HWND from) {

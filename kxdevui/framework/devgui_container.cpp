@@ -8,6 +8,7 @@
 #include <kxbaseui/kx_guiscale.h>
 #include <kxbaseui/kx_uihelper.h>
 #include <kxdevui/framework/devgui.h>
+#include <kxdevui/framework/ui_activity.h>
 #include <kxdevui/framework/ui_parts.h>
 #include <kxdevui/framework/ui_window.h>
 #include <kxsystem/kx_log.h>
@@ -277,9 +278,9 @@ kx::ui::Handled CKxDevUI_Container::Handle(const kx::ui::Message& message) {
     }
     case WM_PAINT:
     case WM_PRINTCLIENT: {
-        const auto nothing = [](HDC, const RECT&) {};
+        const auto draw = [&](HDC dc, const RECT& area) { kx::ui::Activity::DrawFace(window, dc, area); };
         return kx::ui::Paint(message, {.defaultFirst = true, .children = true, .buffered = false},
-                             KX_GetSysColorBrush(COLOR_BTNFACE), nothing);
+                             KX_GetSysColorBrush(COLOR_BTNFACE), draw);
     }
     case WM_ERASEBKGND: return kx::ui::Erase(message);
     case WM_COMMAND: return UnlessZero(OnCommand(id, wParam, lParam));

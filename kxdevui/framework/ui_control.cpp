@@ -1,6 +1,7 @@
 #include <kxdevui/framework/ui_control.h>
 
 #include <kxbaseui/kx_colors.h>
+#include <kxdevui/framework/ui_activity.h>
 
 namespace kx::ui {
 
@@ -26,8 +27,8 @@ Handled HandleFace(const Message& message, PaintMode mode) {
     switch (message.id) {
     case WM_PAINT:
     case WM_PRINTCLIENT: {
-        const auto nothing = [](HDC, const RECT&) {};
-        return Paint(message, mode, KX_GetSysColorBrush(COLOR_BTNFACE), nothing);
+        const auto draw = [&](HDC dc, const RECT& area) { Activity::DrawFace(message.window, dc, area); };
+        return Paint(message, mode, KX_GetSysColorBrush(COLOR_BTNFACE), draw);
     }
     case WM_ERASEBKGND: return Erase(message);
     case WM_KX_ZOOM_CHANGED: ApplyZoom(message.window); return std::nullopt;

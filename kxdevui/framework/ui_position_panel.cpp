@@ -10,6 +10,7 @@
 #include <kxbaseui/kx_fonts.h>
 #include <kxbaseui/kx_groupbox.h>
 #include <kxbaseui/kx_layoutmanager.h>
+#include <kxbaseui/kx_schemecontrols.h>
 #include <kxbaseui/kx_tooltip.h>
 #include <kxbaseui/kx_uihelper.h>
 #include <kxdevui/framework/devgui.h>
@@ -22,9 +23,32 @@ namespace {
 constexpr double kSetupImage = 16;
 constexpr double kFrameMargin = 7;
 
+// The room before a sign in the caption.
+constexpr long kSignGap = 4;
+
 bool IsOwnerDrawn(HWND button) { return (GetWindowLongW(button, GWL_STYLE) & BS_TYPEMASK) == BS_OWNERDRAW; }
 
+// Messages at which a stock button paints without waiting for WM_PAINT.
+bool PaintsAtOnce(UINT message) {
+    return message == BM_SETSTATE || message == BM_SETCHECK || message == WM_SETFOCUS || message == WM_KILLFOCUS ||
+           message == WM_ENABLE || message == WM_SETTEXT;
+}
+
+// The sign beside a text that ends at `x`, in the middle of a line of that height.
+RECT SignAt(long x, long top, long height) {
+    const long side = Activity::SignSide(), left = x + CKxGUILayoutManager::Zoomed(kSignGap);
+    const long y = top + (height - side) / 2;
+    return {left, y, left + side, y + side};
+}
+
+long SignRoom() { return Activity::SignSide() + CKxGUILayoutManager::Zoomed(2 * kSignGap); }
+
 }  // namespace
+
+PositionPanel::PositionPanel(const PanelSpec& spec, ATOM& atom, void* object, const CKxStringW& title)
+    : m_spec(spec), m_atom(atom), m_object(object), m_title(title),
+      m_activity({[this](HWND) { return m_position; }, [this](HWND, long position) { return ButtonAt(position); },
+                  [this](HWND) { return m_title; }, [this](HWND) { ShowRequests(); }}) {}
 
 // ---- The window ----------------------------------------------------------------------------------------------------
 
@@ -60,6 +84,7 @@ void PositionPanel::RemoveParts() {
         children.push_back(child);
     m_frame = m_titleWindow = m_setup = nullptr;
     m_buttons.clear();
+    m_tips.clear();
     m_setupHovered = false;
     const Closing closing(m_window);
     for (const HWND child : children) {
@@ -90,7 +115,9 @@ void PositionPanel::AddFrame(SIZE size, bool oversize) {
 void PositionPanel::AddTitle(const RECT& place, bool left) {
     const HWND title = AddChild(L"STATIC", kTitleId, m_title, place,
                                 SS_NOPREFIX | (m_titlesEnabled ? 0u : WS_DISABLED) | (left ? SS_LEFT : SS_CENTER));
-    if (title) m_titleWindow = title;
+    if (!title) return;
+    m_titleWindow = title;
+    Subclass(m_titleWindow, m_spec.frame, m_object);
 }
 
 HWND PositionPanel::AddButton(int id, const wchar_t* text, const RECT& place, DWORD style) {
@@ -98,6 +125,8 @@ HWND PositionPanel::AddButton(int id, const wchar_t* text, const RECT& place, DW
     const HWND button = AddChild(L"BUTTON", id, text, place, style);
     // One that could not be made keeps its place all the same.
     if (!parts) return nullptr;
+    // First, so that a ring is drawn over what the scheme draws.
+    if (!IsOwnerDrawn(button)) KX_FollowColorScheme(button);
     Subclass(button, m_spec.button, m_object);
     m_buttons.insert(m_reversed ? m_buttons.begin() : m_buttons.end(), button);
     return button;
@@ -131,6 +160,8 @@ void PositionPanel::Finish(SIZE size, long frameHeight, bool boldTitles) {
     const HFONT font = boldTitles ? KX_GetDefaultGuiFontBold() : KX_GetDefaultGuiFont();
     SetFont(m_frame, font);
     SetFont(m_titleWindow, font);
+    m_remark.Empty();
+    m_activity.Show();
     if (const int id = std::exchange(m_lostFocus, 0)) {
         const HWND successor = GetDlgItem(m_window, id);
         SetFocus(successor && IsWindowEnabled(successor) ? successor : m_window);
@@ -206,23 +237,54 @@ void PositionPanel::MoveFocus(HWND from, int step) const {
     SetFocus(ring[static_cast<std::size_t>(next)]);
 }
 
+// ---- The life of a request -----------------------------------------------------------------------------------------
+
+void PositionPanel::SetTip(long position, const CKxStringW& tip) {
+    const auto at = static_cast<std::size_t>(position);
+    if (!ButtonAt(position)) return;
+    m_tips.resize(std::max(m_tips.size(), m_buttons.size()));
+    m_tips[at] = tip;
+    ShowTip(at);
+}
+
+void PositionPanel::ShowTip(std::size_t position) const {
+    if (!m_buttons[position]) return;
+    CKxStringW tip = position < m_tips.size() ? m_tips[position] : CKxStringW();
+    if (!tip.IsEmpty() && !m_remark.IsEmpty()) tip += L"\r\n";
+    KX_UpdateToolTipWindow(m_buttons[position], tip + m_remark);
+}
+
+void PositionPanel::ShowRequests() {
+    if (m_requestsChanged) m_requestsChanged();
+    RedrawButtons();
+    // The sign in the caption, and the edge.
+    for (const HWND caption : {m_frame, m_titleWindow}) {
+        if (caption) InvalidateRect(caption, nullptr, FALSE);
+    }
+    if (!m_frame) InvalidateRect(m_window, nullptr, TRUE);
+    CKxStringW remark = m_activity.Remark();
+    if (remark == m_remark) return;
+    m_remark = std::move(remark);
+    for (std::size_t i = 0; i < m_buttons.size(); ++i)
+        ShowTip(i);
+}
+
 // ---- Messages ------------------------------------------------------------------------------------------------------
 
 Handled PositionPanel::HandleWindow(const Message& message) {
     switch (message.id) {
-    case WM_NCCREATE: m_window = message.window; return std::nullopt;
+    case WM_NCCREATE:
+        m_window = message.window;
+        m_activity.Attach(m_window);
+        return std::nullopt;
     case WM_NCDESTROY:
+        m_activity.Detach(message.window);
         m_window = m_frame = m_titleWindow = m_setup = nullptr;
         m_buttons.clear();
         m_setupHovered = false;
         return std::nullopt;
     case WM_ERASEBKGND:
-    case WM_PRINTCLIENT: {
-        RECT client{};
-        GetClientRect(message.window, &client);
-        FillRect(reinterpret_cast<HDC>(message.wParam), &client, KX_GetSysColorBrush(COLOR_BTNFACE));
-        return 1;
-    }
+    case WM_PRINTCLIENT: FillFace(reinterpret_cast<HDC>(message.wParam)); return 1;
     case WM_SETFOCUS:
         if (const HWND button = FocusButton()) SetFocus(button);
         return 0;
@@ -240,6 +302,9 @@ Handled PositionPanel::HandleWindow(const Message& message) {
 
 Handled PositionPanel::HandleButton(const Message& message, int columns) {
     const HWND button = message.window;
+    if (!IsOwnerDrawn(button)) {
+        if (const Handled painted = HandleStockButton(message)) return painted;
+    }
     switch (message.id) {
     case WM_MOUSEMOVE:
     case WM_MOUSELEAVE:
@@ -255,7 +320,35 @@ Handled PositionPanel::HandleButton(const Message& message, int columns) {
     }
 }
 
+// Over the platform's picture, which it draws at once here and there.
+Handled PositionPanel::HandleStockButton(const Message& message) const {
+    const HWND button = message.window;
+    if (message.id != WM_PAINT && message.id != WM_PRINTCLIENT && !PaintsAtOnce(message.id)) return std::nullopt;
+    const long position = static_cast<long>(std::find(m_buttons.begin(), m_buttons.end(), button) - m_buttons.begin());
+    const PlaceLook look = m_activity.LookOf(position);
+    if (look != PlaceLook::Hollow && look != PlaceLook::Target) return std::nullopt;
+    RECT client{};
+    GetClientRect(button, &client);
+    if (PaintsAtOnce(message.id)) {
+        // Whoever hears of it may end the panel.
+        const LRESULT result = CallPrevious(message);
+        InvalidateRect(button, nullptr, FALSE);
+        return result;
+    }
+    const auto given = reinterpret_cast<HDC>(message.wParam);
+    // All of it, or what stays would be drawn over twice.
+    if (!given) InvalidateRect(button, nullptr, FALSE);
+    const LRESULT result = CallPrevious(message);
+    const WindowDC own(given ? nullptr : button);
+    m_activity.DrawPlace(given ? given : HDC{own}, client, position, IsEnabled() && IsWindowEnabled(button));
+    return result;
+}
+
 Handled PositionPanel::HandleFrame(const Message& message) {
+    if (message.window == m_titleWindow) {
+        const bool paints = message.id == WM_PAINT || message.id == WM_PRINTCLIENT;
+        return paints && m_activity.HasSign() ? Handled(PaintTitle(message)) : std::nullopt;
+    }
     switch (message.id) {
     case WM_ERASEBKGND: return 1;
     case WM_PAINT:
@@ -299,11 +392,56 @@ LRESULT PositionPanel::PaintFrame(const Message& message) const {
             box.frame.bottom = std::min(area.bottom, std::max(last.bottom - own.top + margin, box.frame.top + 1));
         }
         wchar_t title[257] = L"";
-        GetWindowTextW(frame, title, 257);
+        const int length = GetWindowTextW(frame, title, 257);
         box.title = title;
+        if (!m_activity.HasSign()) return KX_GroupBoxDraw(dc, box, enabled ? 0 : unsigned{eKxGroupBox_Disabled});
+        const long height = KX_GroupBoxTitleHeight(dc), end = box.titleEnd > 0 ? box.titleEnd : area.right;
+        box.titleEnd = std::max(box.titleOffset + 1, end - SignRoom());
+        SIZE text{};
+        GetTextExtentPoint32W(dc, title, length, &text);
+        const long textEnd = std::min(box.titleOffset + text.cx, box.titleEnd);
+        const RECT sign = SignAt(textEnd, 0, height);
         KX_GroupBoxDraw(dc, box, enabled ? 0 : unsigned{eKxGroupBox_Disabled});
+        {
+            const SavedDC saved(dc);
+            ExcludeClipRect(dc, box.titleOffset - 2, 0, sign.right + 2, height);
+            m_activity.DrawEdge(dc, box.frame);
+        }
+        const RECT line{textEnd, 0, sign.right + 2, height};
+        FillRect(dc, &line, KX_GetSysColorBrush(COLOR_BTNFACE));
+        m_activity.DrawSign(dc, sign);
     };
     return Paint(message, {.siblings = true}, KX_GetSysColorBrush(COLOR_BTNFACE), draw);
+}
+
+// The title with the sign behind it; without one, the platform draws it.
+LRESULT PositionPanel::PaintTitle(const Message& message) const {
+    const HWND title = message.window;
+    return Paint(message, {}, KX_GetSysColorBrush(COLOR_BTNFACE), [&](HDC dc, const RECT& area) {
+        const Selection font(dc, reinterpret_cast<HFONT>(SendMessageW(title, WM_GETFONT, 0, 0)));
+        SetTextColor(dc, KX_GetSysColor(IsEnabled() && IsWindowEnabled(title) ? COLOR_BTNTEXT : COLOR_GRAYTEXT));
+        SetBkMode(dc, TRANSPARENT);
+        RECT text{0, 0, std::max(1L, area.right - SignRoom()), area.bottom};
+        const UINT format = DT_WORDBREAK | DT_NOPREFIX;
+        const auto length = static_cast<int>(m_title.Length());
+        RECT needed = text;
+        DrawTextW(dc, m_title, length, &needed, format | DT_CALCRECT);
+        text.right = std::min(text.right, needed.right);
+        const bool centred = (GetWindowLongW(title, GWL_STYLE) & SS_TYPEMASK) == SS_CENTER;
+        if (centred) OffsetRect(&text, (area.right - text.right - SignRoom()) / 2, 0);
+        DrawTextW(dc, m_title, length, &text, format | (centred ? DT_CENTER : DT_LEFT));
+        m_activity.DrawSign(dc, SignAt(text.right, 0, KX_GroupBoxTitleHeight(dc)));
+    });
+}
+
+// Without a frame the panel's own edge is that of what has failed, and without a title its corner has the sign.
+void PositionPanel::FillFace(HDC dc) const {
+    RECT client{};
+    GetClientRect(m_window, &client);
+    FillRect(dc, &client, KX_GetSysColorBrush(COLOR_BTNFACE));
+    if (m_frame || !m_activity.HasSign()) return;
+    m_activity.DrawEdge(dc, client);
+    if (!m_titleWindow) m_activity.DrawSign(dc, SignAt(client.right - SignRoom(), 0, SignRoom()));
 }
 
 void PositionPanel::DrawSetup(const DRAWITEMSTRUCT& item) const {
@@ -317,6 +455,17 @@ void PositionPanel::DrawSetup(const DRAWITEMSTRUCT& item) const {
                                         IsEnabled() && !(item.itemState & ODS_DISABLED));
         DrawFocus(dc, area, item);
     });
+}
+
+void PositionPanel::DrawOver(HDC dc, const RECT& area, const DRAWITEMSTRUCT& item, long position, bool enabled) const {
+    m_activity.DrawPlace(dc, area, position, enabled);
+    RECT inner = area;
+    const PlaceLook look = m_activity.LookOf(position);
+    if (look == PlaceLook::Hollow || look == PlaceLook::Target) {
+        const auto inset = static_cast<int>(CKxGUILayoutManager::Zoomed(3));
+        InflateRect(&inner, -inset, -inset);
+    }
+    DrawFocus(dc, inner, item);
 }
 
 void PositionPanel::DrawCurrent(HDC dc, const RECT& area, bool enabled) {

@@ -7,9 +7,12 @@
 
 #include <windows.h>
 
+#include <functional>
 #include <span>
+#include <utility>
 #include <vector>
 
+#include <kxdevui/framework/ui_activity.h>
 #include <kxdevui/framework/ui_control.h>
 #include <kxsystem/kx_string.h>
 
@@ -36,8 +39,7 @@ struct PanelSpec {
 class KXDEVUI_API PositionPanel {
 public:
     // No window yet. `object` is the panel, which Life knows; the atom is its class's.
-    PositionPanel(const PanelSpec& spec, ATOM& atom, void* object, const CKxStringW& title)
-        : m_spec(spec), m_atom(atom), m_object(object), m_title(title) {}
+    PositionPanel(const PanelSpec& spec, ATOM& atom, void* object, const CKxStringW& title);
     PositionPanel(const PositionPanel&) = delete;
     PositionPanel& operator=(const PositionPanel&) = delete;
     ~PositionPanel() = default;
@@ -113,10 +115,28 @@ public:
     // Where a button had the focus and has been disabled, one that can be used gets it, or else the panel: its owner
     // may end it then. The platform gives it to nobody.
     void KeepFocusUsable(HWND before) const;
+    // The text of a position's tooltip, to which what is wrong with the device is added. Where it is empty and nothing
+    // is wrong there is none.
+    void SetTip(long position, const CKxStringW& tip);
     // Repaints the buttons of the positions.
     void RedrawButtons() const;
     // Enables or disables frame and title, also those that are made later.
     void EnableTitles(bool enable);
+
+    // ---- The life of a request ----
+
+    // Over the picture of a position's button: ring or hollow place, and the focus, which stays inside of them.
+    void DrawOver(HDC dc, const RECT& area, const DRAWITEMSTRUCT& item, long position, bool enabled) const;
+    // What the device, or the host, tells. `changed` is called when it shows, beside what is repainted here.
+    Activity& Requests() noexcept { return m_activity; }
+    const Activity& Requests() const noexcept { return m_activity; }
+    void SetRequestsChanged(std::function<void()> changed) { m_requestsChanged = std::move(changed); }
+    // Whether a position is drawn as the current one.
+    bool IsMarked(long position) const { return m_activity.LookOf(position) == PlaceLook::Current; }
+    // After a callback without a flag that refuses: a reason refuses all the same.
+    void Answered(const Activity::Question& question, long position) {
+        if (question.HasReason()) m_activity.Refused(question, position);
+    }
 
     // ---- Messages ----
 
@@ -141,6 +161,11 @@ public:
 private:
     HWND Open(const Creation& creation, HWND parent, POINT at, SIZE size);
     LRESULT PaintFrame(const Message& message) const;
+    LRESULT PaintTitle(const Message& message) const;
+    Handled HandleStockButton(const Message& message) const;
+    void FillFace(HDC dc) const;
+    void ShowRequests();
+    void ShowTip(std::size_t position) const;
     void MoveFocus(HWND from, int step) const;
     HWND FocusButton() const;
 
@@ -153,6 +178,10 @@ private:
     HWND m_titleWindow = nullptr;
     HWND m_setup = nullptr;
     std::vector<HWND> m_buttons;
+    std::vector<CKxStringW> m_tips;
+    CKxStringW m_remark;  // that is added to them
+    std::function<void()> m_requestsChanged;
+    Activity m_activity;
     long m_position = -1;
     bool m_setupHovered = false;
     bool m_tabStop = false;

@@ -6,6 +6,7 @@
 #include <kxbaseui/kx_layoutmanager.h>
 #include <kxbaseui/kx_module.h>
 #include <kxdevui/framework/devgui.h>
+#include <kxdevui/framework/ui_activity.h>
 #include <kxdevui/framework/ui_parts.h>
 #include <kxsystem/kx_log.h>
 
@@ -168,6 +169,7 @@ void StylesChanged(HWND window) noexcept {
 }
 
 void WindowGone(HWND window, void* object, const Alive& alive, bool isControl) noexcept {
+    Activity::WindowGone(window);
     DropState(window);
     if (isControl && alive) Binding::WindowGone(static_cast<CKxDevUI_Base*>(object), window);
 }

@@ -9,6 +9,7 @@
 #include <kxbaseui/kx_colors.h>
 #include <kxdevui/framework/devgui.h>
 #include <kxdevui/framework/devgui_habits.h>
+#include <kxdevui/framework/ui_activity.h>
 #include <kxdevui/framework/ui_window.h>
 #include <kxsystem/kx_log.h>
 
@@ -22,7 +23,12 @@ const CKxDevUI_Base* RootOf(const CKxDevUI_ColorSlider* slider) { return slider;
 
 }  // namespace
 
-CKxDevUI_ColorSlider::CKxDevUI_ColorSlider() : m_rangeHPot(this) {
+CKxDevUI_ColorSlider::CKxDevUI_ColorSlider()
+    : m_requests(std::make_unique<kx::ui::Activity>(
+          kx::ui::ActivityHost{[](HWND) { return -1L; }, [](HWND, long) -> HWND { return nullptr; },
+                               [this](HWND) { return m_name.IsEmpty() ? m_title : m_name; },
+                               [this](HWND) { ShowRequests(); }, [this](HWND) { return SignPlace(); }, true})),
+      m_rangeHPot(this) {
     m_hpot.m_owner = this;
     // One entry a message, whatever keys are held.
     m_hpot.SetMouseWheelGranularity(1, 1, 1);
@@ -165,9 +171,11 @@ double CKxDevUI_ColorSlider::CalculateMove(int steps) {
 // is gone.
 std::optional<double> CKxDevUI_ColorSlider::AskPower(double value) {
     const Alive alive(RootOf(this));
+    const kx::ui::Activity::Question question(*m_requests);
     bool veto = false;
     OnPowerChanged(value, veto);
     if (!alive) return std::nullopt;
+    if (veto) m_requests->Refused(question, -1);
     return veto ? m_power : value;
 }
 
@@ -238,10 +246,12 @@ LRESULT CKxDevUI_ColorSlider::OnScroll(UINT message, WPARAM wParam, LPARAM lPara
     const Alive alive(RootOf(this));
     const HWND arrows = m_spin;
     if (arrows && reinterpret_cast<HWND>(lParam) == arrows && LOWORD(wParam) == SB_THUMBPOSITION && !m_values.empty()) {
+        const kx::ui::Activity::Question question(*m_requests);
         double value = m_spin.ValueOf(HIWORD(wParam));
         bool veto = false;
         OnPowerChanged(value, veto);
         if (!alive) return 0;
+        if (veto) m_requests->Refused(question, -1);
         if (!veto && std::isfinite(value)) {
             // The arrows stay where they are: on an uneven table several of their steps may lie between two entries.
             SetPower(value, true);

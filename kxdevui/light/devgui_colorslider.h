@@ -15,6 +15,10 @@
 #include <kxdevui/framework/devgui_container.h>
 #include <kxdevui/light/colorslider_rules.h>
 
+namespace kx::ui {
+class Activity;
+}
+
 // One value (a power) or a pair of values (a range) out of a table, over a rainbow of wavelengths, a gradient or a
 // line. A name, an edit box, a unit and arrows stand around the slider. colorslider_rules.h has its rules as functions.
 //
@@ -335,6 +339,9 @@ protected:
     static LRESULT CALLBACK HPotProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     static LRESULT CALLBACK NameWndProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
+    // The life of its requests.
+    const std::unique_ptr<kx::ui::Activity> m_requests;
+
 private:
     bool IsRange() const noexcept { return m_type == eColorSliderType_Range; }
     bool HasPoint() const noexcept { return m_layoutType == eColorSliderLayout_ColorPoint && !IsRange(); }
@@ -359,6 +366,8 @@ private:
     std::optional<LRESULT> HandleHPot(const kx::ui::Message& message);
     std::optional<LRESULT> HandleName(const kx::ui::Message& message);
     void PaintName(HDC dc, const RECT& area) const;
+    void ShowRequests();
+    RECT SignPlace() const;
 
     std::optional<double> AskPower(double value);
     void ShowRange(const kx::colorslider::Range& range);

@@ -8,7 +8,9 @@
 #include <kxbaseui/kx_colors.h>
 #include <kxbaseui/kx_fonts.h>
 #include <kxbaseui/kx_layoutmanager.h>
+#include <kxbaseui/kx_tooltip.h>
 #include <kxdevui/framework/devgui.h>
+#include <kxdevui/framework/ui_activity.h>
 #include <kxdevui/framework/ui_arithmetic.h>
 #include <kxdevui/framework/ui_gdi.h>
 #include <kxdevui/framework/ui_window.h>
@@ -55,8 +57,11 @@ void CKxDevUI_ColorSlider::LayOut() {
 
 LRESULT CKxDevUI_ColorSlider::OnInit(UINT message, WPARAM wParam, LPARAM lParam) {
     m_nameLabel = m_unitLabel = nullptr;
+    m_requests->Attach(m_hWnd);
     LayOut();
+    const kx::ui::Alive alive(static_cast<CKxDevUI_Base*>(this));
     Arrange();
+    if (alive && m_hWnd) m_requests->Show();
     return CKxDevUI_Container::OnInit(message, wParam, lParam);
 }
 
@@ -264,6 +269,28 @@ void CKxDevUI_ColorSlider::PaintName(HDC dc, const RECT& area) const {
                  "fill=\"#%s\" /> </svg>",
                  color.c_str());
     CKxBitmapPool::DrawSVGImage(dc, point, {left, top, left + size, top + size}, enabled);
+}
+
+// ---- The life of requests ------------------------------------------------------------------------------------------
+
+void CKxDevUI_ColorSlider::ShowRequests() {
+    const HWND thumb = IsRange() ? HWND{m_rangeHPot} : HWND{m_hpot};
+    const CKxStringW remark = m_requests->Remark();
+    if (thumb && (!remark.IsEmpty() || KX_GetToolTipWindow(thumb))) KX_UpdateToolTipWindow(thumb, remark);
+    InvalidateRect(m_hWnd, nullptr, TRUE);
+}
+
+// Under the edit box, beside which the thumb control ends, or else in the corner that it leaves free.
+RECT CKxDevUI_ColorSlider::SignPlace() const {
+    RECT client{};
+    GetClientRect(m_hWnd, &client);
+    const long side = kx::ui::Activity::SignSide(), gap = CKxGUILayoutManager::Zoomed(1);
+    if (m_layout.nameColumn >= 0 && HWND{m_edit} && m_layout.edit.IsWanted()) {
+        const RECT edit = RectInParent(m_edit);
+        return {edit.right - side, edit.bottom + gap, edit.right, edit.bottom + gap + side};
+    }
+    return {client.right - 2 * gap - side, client.bottom - 2 * gap - side, client.right - 2 * gap,
+            client.bottom - 2 * gap};
 }
 
 // ---- The thumb control in the row ----------------------------------------------------------------------------------

@@ -9,6 +9,7 @@
 #include <kxbaseui/kx_layoutmanager.h>
 #include <kxbaseui/kx_schemecontrols.h>
 #include <kxdevui/framework/devgui.h>
+#include <kxdevui/framework/ui_activity.h>
 #include <kxdevui/framework/ui_control.h>
 #include <kxdevui/framework/ui_device.h>
 #include <kxdevui/light/shutter_device.h>
@@ -28,7 +29,10 @@ constexpr long kMostSteps = 10000;  // no aperture has more, whatever its driver
 ATOM CKxDevUI_ModeShutter::m_Atom = 0;
 std::map<HWND, CKxDevUI_ModeShutter*> CKxDevUI_ModeShutter::m_Instances;
 
-CKxDevUI_ModeShutter::CKxDevUI_ModeShutter() {
+CKxDevUI_ModeShutter::CKxDevUI_ModeShutter()
+    : m_requests(std::make_unique<Activity>(ActivityHost{
+          [](HWND) { return -1L; }, [](HWND, long) -> HWND { return nullptr; }, [this](HWND) { return m_title; },
+          [this](HWND) { ShowRequests(); }, [this](HWND) { return SignPlace(); }})) {
     m_width = 256;
     m_height = 32;
 }
@@ -43,8 +47,9 @@ struct CKxDevUI_ModeShutter::Reading {
     double aperture = 0;
     bool open = false;
     EKxShutterMode mode = eKxShutterMode_Fast;
+    KxActivity activity;
 
-    // Asks for what is wanted, and for nothing else. In the order of Update's parameters: steps, aperture, state, mode.
+    // Asks for what is wanted. In the order of Update's parameters: steps, aperture, state, mode.
     template <class Shutter>
     static Reading Of(const Shutter& shutter, std::array<bool, 4> flags) {
         Reading told;
@@ -94,11 +99,16 @@ template <class Shutter>
 bool CKxDevUI_ModeShutter::Show(unsigned id, const Shutter& shutter, std::array<bool, 4> flags) {
     const Alive alive(this);
     Reading told;
-    if (!AskDevice(kSource, id, [&] { told = Reading::Of(shutter, flags); })) return false;
+    const auto ask = [&] {
+        told = Reading::Of(shutter, flags);
+        if (const IKxDevice* device = DMApi::LogDev_GetInstance(id)) told.activity = ReadActivity(*device);
+    };
+    if (!AskDevice(kSource, id, ask)) return false;
     if (flags[0] && alive) {
         Load(id, told.apertures);
         CreateControls();
     }
+    if (alive) m_requests->Tell(told.activity, id);
     if (flags[3] && alive) SetMode(told.mode);
     if (flags[2] && alive) SetState(told.open);
     if (flags[1] && alive) SetAperture(told.aperture);
@@ -161,8 +171,11 @@ HWND CKxDevUI_ModeShutter::Create(HWND parent, long x, long y, long width, long 
                                             parent, {x, y}, {m_width, m_height});
         if (!creation.Done(this, window)) return nullptr;
         m_visible = true;
+        m_requests->Attach(window);
         CreateControls();
-        return creation.Done(this, window);
+        if (!creation.Done(this, window)) return nullptr;
+        m_requests->Show();
+        return window;
     });
 }
 
@@ -262,6 +275,7 @@ void CKxDevUI_ModeShutter::MakeSlider(long x) {
                                         CKxGUILayoutManager::Zoomed(2), -1, -1, true, true);
     if (!slider || !alive) return;
     m_slider.SetPower(m_aperture, true);
+    ShowRequests();
     EnableSlider();
 }
 
@@ -325,11 +339,30 @@ LRESULT CKxDevUI_ModeShutter::OnCommand(WPARAM wParam, LPARAM) {
     if (item < 0) return 1;
     const auto mode =
         static_cast<EKxShutterMode>(SendMessageW(m_modeList, CB_GETITEMDATA, static_cast<WPARAM>(item), 0));
+    const Activity::Question question(*m_requests);
     const Answer answer = AskHost(this, [&](bool& veto) { OnModeChangeRequest(mode, veto); });
     if (answer == Answer::Agreed) SetMode(mode);
+    if (answer != Answer::Refused) return 1;
     // The list has shown the user's choice since before the host was asked.
-    if (answer == Answer::Refused) SelectMode();
+    SelectMode();
+    m_requests->Refused(question, mode);
     return 1;
+}
+
+// ---- The life of requests ------------------------------------------------------------------------------------------
+
+void CKxDevUI_ModeShutter::ShowRequests() {
+    if (HWND{m_slider}) m_slider.m_requests->Tell(m_requests->Now(), m_shutterId);
+    InvalidateRect(m_hWnd, nullptr, TRUE);
+}
+
+// Without a slider its place is free.
+RECT CKxDevUI_ModeShutter::SignPlace() const {
+    if (HWND{m_slider}) return {};
+    RECT client{};
+    GetClientRect(m_hWnd, &client);
+    const long side = Activity::SignSide(), right = client.right - side / 2, top = (client.bottom - side) / 2;
+    return {right - side, top, right, top + side};
 }
 
 // ---- Messages ------------------------------------------------------------------------------------------------------

@@ -5,6 +5,7 @@
 
 #include <array>
 #include <map>
+#include <memory>
 #include <optional>
 #include <vector>
 
@@ -15,8 +16,9 @@
 #include <kxdevui/light/modeshutter_rules.h>
 
 namespace kx::ui {
+class Activity;
 struct Message;
-}
+}  // namespace kx::ui
 
 // From left to right: a title, if wanted, a drop-down list of the modes that the device offers, and a slider with an
 // edit box for the aperture, which can be moved in the mode "Aperture" alone. A line above may part the row from
@@ -131,6 +133,7 @@ protected:
     public:
         // Whom it belongs to; set before it is created.
         CKxDevUI_ModeShutter* m_owner = nullptr;
+        using CKxDevUI_ColorSlider::m_requests;
 
     protected:
         // See OnApertureChangeRequest of the row.
@@ -167,4 +170,9 @@ private:
     void EnableSlider();
     void FollowWindow(bool enabled);
     void OnAperture(double aperture, bool& veto);
+    void ShowRequests();
+    RECT SignPlace() const;
+
+    // The life of its requests, which the slider draws where there is one.
+    const std::unique_ptr<kx::ui::Activity> m_requests;
 };

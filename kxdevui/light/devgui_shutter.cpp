@@ -12,6 +12,7 @@
 #include <kxbaseui/kx_menu.h>
 #include <kxbaseui/kx_tooltip.h>
 #include <kxdevui/framework/devgui.h>
+#include <kxdevui/framework/ui_activity.h>
 #include <kxdevui/framework/ui_arithmetic.h>
 #include <kxdevui/framework/ui_control.h>
 #include <kxdevui/framework/ui_device.h>
@@ -56,8 +57,9 @@ struct CKxDevUI_Shutter::Reading {
     EKxShutterType type = eKxShutterType_Epi;
     int grabberActive = 0;
     bool open = false;
+    KxActivity activity;
 
-    // Asks for what is wanted, and for nothing else.
+    // Asks for what is wanted, and how it is with the device.
     template <class Shutter>
     static Reading Of(const Shutter& shutter, bool a, bool b, bool c) {
         Reading reading;
@@ -84,6 +86,18 @@ CKxDevUI_Shutter::CKxDevUI_Shutter() {
     m_width = 40;
     m_height = 40;
     m_title = KX_GetTranslation(L"EPI", kSource);
+    // By the window, which belongs to the object that made it: copies come and go.
+    constexpr auto of = &ByInstances<CKxDevUI_Shutter, m_Instances>::Find;
+    m_requests = std::make_shared<Activity>(ActivityHost{
+        [](HWND window) { return of(window) && of(window)->m_state ? 1L : 0L; },
+        [](HWND window, long target) { return of(window) && target <= 1 ? of(window)->m_button : nullptr; },
+        [](HWND window) { return of(window) ? of(window)->m_title : CKxStringW(); },
+        [](HWND window) {
+            const CKxDevUI_Shutter* const shutter = of(window);
+            if (!shutter || !shutter->m_button) return;
+            shutter->ShowTip();
+            InvalidateRect(shutter->m_button, nullptr, FALSE);
+        }});
 }
 
 CKxDevUI_Shutter::~CKxDevUI_Shutter() { Binding::EndOwnWindow(this); }
@@ -180,8 +194,9 @@ HWND CKxDevUI_Shutter::Create(HWND button, HWND title) {
 
 // Last of all: a window that clips its children while they come works out anew what is to be seen of it with each,
 // which takes as long as making it.
-HWND CKxDevUI_Shutter::Finish(HWND window) {
+HWND CKxDevUI_Shutter::Finish(HWND window) const {
     SetWindowLongW(window, GWL_STYLE, GetWindowLongW(window, GWL_STYLE) | WS_CLIPCHILDREN);
+    m_requests->Show();
     return window;
 }
 
@@ -195,7 +210,7 @@ HWND CKxDevUI_Shutter::MakeWindow(const Creation& creation, HWND parent, POINT a
                                          .classStyle = CS_VREDRAW | CS_HREDRAW | CS_PARENTDC,
                                          .background = static_cast<HBRUSH>(GetStockObject(NULL_BRUSH))},
                                         parent, at, {-1, -1});
-    if (window) UpdateShutterIcon(0, 0);
+    if (window) m_requests->Attach(window), UpdateShutterIcon(0, 0);
     return creation.Done(this, window);
 }
 
@@ -241,7 +256,15 @@ void CKxDevUI_Shutter::DressChildren() {
     SetFonts(false);
     // A title may be wider than the room above or beside the button.
     PutAbove(m_button, m_titleWindow);
-    if (!m_toolTip.IsEmpty()) KX_CreateToolTipWindow(m_button, m_toolTip);
+    ShowTip();
+}
+
+// With what is wrong; where there is nothing to be told there is none.
+void CKxDevUI_Shutter::ShowTip() const {
+    const CKxStringW remark = m_requests->Remark();
+    const bool both = !m_toolTip.IsEmpty() && !remark.IsEmpty();
+    const CKxStringW tip = both ? m_toolTip + L"\r\n" + remark : m_toolTip + remark;
+    if (!tip.IsEmpty() || KX_GetToolTipWindow(m_button)) KX_UpdateToolTipWindow(m_button, tip);
 }
 
 void CKxDevUI_Shutter::SetFonts(bool redraw) {
@@ -336,7 +359,10 @@ void CKxDevUI_Shutter::RedrawButton() {
 bool CKxDevUI_Shutter::Update(unsigned shutterId, bool a, bool b, bool c) {
     const Alive alive(this);
     Reading reading;
-    const auto ask = [&] { reading = Reading::Of(kx::shutter::Managed{shutterId}, a, b, c); };
+    const auto ask = [&] {
+        reading = Reading::Of(kx::shutter::Managed{shutterId}, a, b, c);
+        if (const IKxDevice* device = DMApi::LogDev_GetInstance(shutterId)) reading.activity = ReadActivity(*device);
+    };
     if (shutterId == 0 || !AskDevice(kSource, shutterId, ask)) return false;
     if (alive) Show(shutterId, reading, a, b, c);
     return true;
@@ -347,7 +373,11 @@ bool CKxDevUI_Shutter::Update(IKxDeviceShutter* device, bool a, bool b, bool c) 
     const Alive alive(this);
     const unsigned id = device->GetLogDevId();
     Reading reading;
-    if (!AskDevice(kSource, id, [&] { reading = Reading::Of(*device, a, b, c); })) return false;
+    const auto ask = [&] {
+        reading = Reading::Of(*device, a, b, c);
+        reading.activity = ReadActivity(*device);
+    };
+    if (!AskDevice(kSource, id, ask)) return false;
     if (a && alive) CreateControls();
     if (alive) Show(id, reading, a, b, c);
     return true;
@@ -362,7 +392,8 @@ void CKxDevUI_Shutter::Show(unsigned shutterId, const Reading& reading, bool a, 
     }
     if (b && alive) SetType(reading.type, reading.title.IsEmpty());
     if (b && alive && !reading.title.IsEmpty()) SetTitle(reading.title);
-    if (b && alive) KX_UpdateToolTipWindow(m_button, m_toolTip);
+    if (b && alive) ShowTip();
+    if (alive) m_requests->Tell(reading.activity, shutterId);
     if (c && alive) UpdateShutterIcon(shutterId, reading.grabberActive);
     if (c && alive) SetState(reading.open);
 }
@@ -398,8 +429,10 @@ void CKxDevUI_Shutter::OnRenameDlgRequest() {}
 LRESULT CKxDevUI_Shutter::OnCommand(WPARAM wParam, LPARAM) {
     if (LOWORD(wParam) != kButtonId || HIWORD(wParam) != kClick) return 0;
     const bool wanted = !m_state;
-    const auto ask = [&](bool& veto) { OnStateChangeRequest(wanted, veto); };
-    if (AskHost(this, ask) == Answer::Agreed) SetState(wanted);
+    const Activity::Question question(*m_requests);
+    const Answer answer = AskHost(this, [&](bool& veto) { OnStateChangeRequest(wanted, veto); });
+    if (answer == Answer::Agreed) SetState(wanted);
+    if (answer == Answer::Refused) m_requests->Refused(question, wanted ? 1 : 0);
     return 1;
 }
 
@@ -442,6 +475,7 @@ Handled CKxDevUI_Shutter::Handle(const Message& message) {
         if (m_button) SetFonts(true);
         return 0;
     case WM_DESTROY:
+        m_requests->Detach(message.window);
         m_titleWindow = nullptr;
         m_button = nullptr;
         return std::nullopt;
@@ -484,14 +518,20 @@ void CKxDevUI_Shutter::Click() {
 
 void CKxDevUI_Shutter::DrawButton(const DRAWITEMSTRUCT& item) const {
     const bool selected = (item.itemState & ODS_SELECTED) != 0, enabled = (item.itemState & ODS_DISABLED) == 0;
-    const int look = ButtonLook(item) | (m_state ? eKxButtonLook_On : 0);
+    // On its way it stands out no more; a state that nobody knows is shown as none.
+    const EKxActivity activity = m_requests->Now().activity;
+    const bool known = activity != EKxActivity::Unknown && activity != EKxActivity::Failed;
+    const bool open = m_state && known, on = open && m_requests->ShowsHeld();
+    const int look = ButtonLook(item) | (on ? eKxButtonLook_On : 0);
     PaintItem(m_hWnd, item, KX_GetSysColorBrush(COLOR_3DFACE), [&](HDC dc, const RECT& area) {
         KX_DrawButtonBackground(dc, area, look, COLOR_BTNFACE);
-        const int pressed = selected || m_state ? 1 : 0;
+        const int pressed = selected || on ? 1 : 0;
         RECT image{4, 4, (m_titleInButton ? area.bottom : area.right) - 4, area.bottom - 4};
         OffsetRect(&image, pressed, pressed);
-        CKxBitmapPool::DrawOptimalImage(dc, m_state ? m_imageOn : m_imageOff, image, enabled);
+        CKxBitmapPool::DrawOptimalImage(dc, open ? m_imageOn : m_imageOff, image, enabled && known);
         if (m_titleInButton) DrawTitle(dc, {pressed + area.bottom, area.top, area.right, area.bottom}, enabled);
+        const RECT picture{0, 0, m_titleInButton ? area.bottom : area.right, area.bottom};
+        m_requests->DrawButton(dc, area, picture, enabled);
         if (ShowsFocus(item)) KX_DrawButtonFocus(dc, area, look, 3);
     });
 }

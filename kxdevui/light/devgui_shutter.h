@@ -4,6 +4,7 @@
 #include <windows.h>
 
 #include <map>
+#include <memory>
 #include <optional>
 
 #include <kxdevices/kx_device.h>
@@ -12,6 +13,7 @@
 #include <kxdevui/light/shutter_rules.h>
 
 namespace kx::ui {
+class Activity;
 class Creation;
 struct Message;
 }  // namespace kx::ui
@@ -188,7 +190,7 @@ private:
     std::optional<LRESULT> Handle(const kx::ui::Message& message);
     std::optional<LRESULT> HandleButton(const kx::ui::Message& message);
     HWND MakeWindow(const kx::ui::Creation& creation, HWND parent, POINT at, bool visible, bool enabled);
-    static HWND Finish(HWND window);
+    HWND Finish(HWND window) const;
     void TakeOver(HWND child, const RECT& place, const RECT& control, int id);
     void DressChildren();
     void SetFonts(bool redraw);
@@ -197,6 +199,10 @@ private:
     void Show(unsigned shutterId, const Reading& reading, bool a, bool b, bool c);
     void DrawButton(const DRAWITEMSTRUCT& item) const;
     void DrawTitle(HDC dc, RECT area, bool enabled) const;
+    void ShowTip() const;
+
+    // The life of its requests, shared with copies as the window is.
+    std::shared_ptr<kx::ui::Activity> m_requests;
 };
 
 // A shutter of 30 by 30 with a button of 15 by 15.

@@ -10,7 +10,6 @@
 #include <kxbaseui/kx_colors.h>
 #include <kxbaseui/kx_fonts.h>
 #include <kxbaseui/kx_layoutmanager.h>
-#include <kxbaseui/kx_tooltip.h>
 #include <kxdevices/kx_dmapi.h>
 #include <kxdevui/framework/ui_device.h>
 #include <kxdevui/framework/ui_position_panel.h>
@@ -97,7 +96,7 @@ struct CKxDevUI_FilterWheel::Inside : PositionPanel {
         return position >= 0 && position < Shown() ? &filters[static_cast<std::size_t>(position)] : nullptr;
     }
     void ShowStructure(const Structure& structure);
-    void SetTip(long position) const;
+    void ShowName(long position);
 
     long count = 0;
     bool intelligent = false;
@@ -174,7 +173,7 @@ void CKxDevUI_FilterWheel::CreateControls() {
     if (parts) m_inside->Finish({m_width, m_height}, 0, m_boldTitle);
     // Last: with a tooltip, each message to a button costs more.
     for (long i = 0; parts && i < m_inside->Shown(); ++i)
-        m_inside->SetTip(i);
+        m_inside->ShowName(i);
 }
 
 // ---- Content -------------------------------------------------------------------------------------------------------
@@ -189,11 +188,13 @@ bool CKxDevUI_FilterWheel::Update(IKxDeviceFilterChanger* device, bool structure
     std::optional<Structure> told;
     std::vector<CKxStringW> filters;
     long current = -1, count = m_inside->count;
+    KxActivity activity;
     const auto ask = [&] {
         if (structure) count = told.emplace(Structure::Of(*device)).count;
         for (long i = 0; names && i < std::min(count, long{kMaxPositions}); ++i)
             device->GetFilterName(i, filters.emplace_back());
         if (position) device->GetPosition(current);
+        activity = ReadActivity(*device);
     };
     if (!AskDevice(kSource, device->GetLogDevId(), ask) || !alive) return false;
     if (told) {
@@ -203,6 +204,7 @@ bool CKxDevUI_FilterWheel::Update(IKxDeviceFilterChanger* device, bool structure
     }
     for (std::size_t i = 0; i < filters.size(); ++i)
         SetFilterName(static_cast<long>(i), filters[i]);
+    m_inside->Requests().Tell(activity, device->GetLogDevId());
     if (position) SetPosition(current);
     return true;
 }
@@ -230,15 +232,13 @@ void CKxDevUI_FilterWheel::SetFilterName(long position, const wchar_t* name) {
     if (!filter) return;
     filter->name = name;
     filter->image = m_inside->square ? CreateFilterSVGStringSquare(filter->name) : CreateFilterSVGString(filter->name);
-    m_inside->SetTip(position);
+    m_inside->ShowName(position);
     m_inside->RedrawButtons();
 }
 
-void CKxDevUI_FilterWheel::Inside::SetTip(long position) const {
-    const HWND button = ButtonAt(position);
-    if (!button) return;
+void CKxDevUI_FilterWheel::Inside::ShowName(long position) {
     const CKxStringW& name = filters[static_cast<std::size_t>(position)].name;
-    KX_UpdateToolTipWindow(button, name.IsEmpty() ? KX_GetTranslation(L"Empty", kSource) : name);
+    PositionPanel::SetTip(position, name.IsEmpty() ? KX_GetTranslation(L"Empty", kSource) : name);
 }
 
 CKxStringW CKxDevUI_FilterWheel::GetFilterName(long position) const {
@@ -334,6 +334,7 @@ LRESULT CKxDevUI_FilterWheel::OnCommand(WPARAM wParam, LPARAM) {
 
 void CKxDevUI_FilterWheel::Click(long position) {
     const Alive alive(this);
+    const Activity::Question question(m_inside->Requests());
     const long old = m_inside->Position();
     bool refuse = false;
     OnPositionChangeRequest(position, refuse);
@@ -346,7 +347,9 @@ void CKxDevUI_FilterWheel::Click(long position) {
         if (refuse && m_inside->Window())
             RedrawWindow(m_inside->Window(), nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
     }
-    if (refuse && alive) SetPosition(old);
+    if (!refuse || !alive) return;
+    SetPosition(old);
+    m_inside->Requests().Refused(question, position);
 }
 
 // ---- Painting ------------------------------------------------------------------------------------------------------
@@ -356,7 +359,7 @@ void CKxDevUI_FilterWheel::OnDrawItem(const DRAWITEMSTRUCT& item) {
     const long position = static_cast<long>(item.CtlID) - kFirstButton;
     const Filter* filter = m_inside->At(position);
     if (!filter) return;
-    const bool current = position == m_inside->Position();
+    const bool current = m_inside->IsMarked(position);
     PaintItem(m_inside->Window(), item, KX_GetSysColorBrush(COLOR_BTNFACE), [&](HDC dc, const RECT& area) {
         RECT place = area;
         const long line = std::max(1L, CKxGUILayoutManager::Zoomed(1));
@@ -368,6 +371,6 @@ void CKxDevUI_FilterWheel::OnDrawItem(const DRAWITEMSTRUCT& item) {
         InflateRect(&place, -2 * line, -2 * line);
         if (item.itemState & ODS_SELECTED) OffsetRect(&place, 1, 1);
         CKxBitmapPool::DrawSVGImage(dc, filter->image, place, enabled);
-        PositionPanel::DrawFocus(dc, area, item);
+        m_inside->DrawOver(dc, area, item, position, enabled);
     });
 }

@@ -11,7 +11,6 @@
 #include <kxbaseui/kx_fonts.h>
 #include <kxbaseui/kx_layoutmanager.h>
 #include <kxbaseui/kx_svgstring.h>
-#include <kxbaseui/kx_tooltip.h>
 #include <kxdevices/kx_device.h>
 #include <kxdevui/framework/ui_device.h>
 #include <kxdevui/framework/ui_position_panel.h>
@@ -94,6 +93,7 @@ struct Reading {
     std::vector<Objective> objectives;
     std::optional<long> position;
     std::vector<CKxStringW> keys;
+    KxActivity activity;
 };
 
 // What is held of a position.
@@ -125,7 +125,9 @@ using Templates = std::array<CKxStringA, 2>;
 struct CKxDevUI_Nosepiece::Inside : PositionPanel {
     explicit Inside(CKxDevUI_Nosepiece* panel)
         : PositionPanel({L"KxDevGUI_Nosepiece", L"CKxDevUI_Nosepiece", WndProc, BtnWndProc, GroupWndProc}, m_Atom,
-                        panel, KX_GetTranslation(L"Nosepiece", kSource)) {}
+                        panel, KX_GetTranslation(L"Nosepiece", kSource)) {
+        SetRequestsChanged([this] { ShowLabelFonts(); });
+    }
 
     // Null for one that is not there.
     Held* At(long position) {
@@ -138,7 +140,8 @@ struct CKxDevUI_Nosepiece::Inside : PositionPanel {
     void ShowParameters(const std::vector<CKxStringW>& keys);
     void EnableLabels(bool enable) const;
     void UpdateTip(long position);
-    void SetLabelFont(long position, bool bold) const;
+    void ShowLabelFont(long position) const;
+    void ShowLabelFonts() const;
     HFONT LabelFont(bool bold) const;
 
     std::vector<HWND> labels;
@@ -250,8 +253,7 @@ void CKxDevUI_Nosepiece::CreateControls() {
         m_inside->observation.push_back(button);
     }
     m_inside->SetButtonFonts(m_inside->normalFont.get());
-    for (long i = 0; i < m_inside->count; ++i)
-        m_inside->SetLabelFont(i, i == m_inside->Position());
+    m_inside->ShowLabelFonts();
     m_inside->Finish({m_width, m_height}, 0, m_boldTitle);
     // Last: with a tooltip, each message to a button costs more.
     for (long i = 0; parts && i < m_inside->count; ++i) {
@@ -326,6 +328,7 @@ bool CKxDevUI_Nosepiece::Update(IKxDeviceNosepiece* device, bool structure, bool
         if (position) device->GetPosition(told.position.emplace(-1));
         for (long i = 0; parameters && i < count; ++i)
             device->GetObjectiveKey(i, told.keys.emplace_back());
+        told.activity = ReadActivity(*device);
     };
     if (!AskDevice(kSource, device->GetLogDevId(), ask) || !alive) return false;
     if (told.structure) {
@@ -339,20 +342,23 @@ bool CKxDevUI_Nosepiece::Update(IKxDeviceNosepiece* device, bool structure, bool
         SetMagnification(i, magnification);
         SetName(i, name);
     }
+    m_inside->Requests().Tell(told.activity, device->GetLogDevId());
     if (told.position) SetPosition(*told.position);
     const HWND focus = GetFocus();
     m_inside->ShowParameters(told.keys);
-    m_inside->SetLabelFont(m_inside->Position(), true);
+    m_inside->ShowLabelFont(m_inside->Position());
     // Last: whoever hears of it may end this panel.
     m_inside->KeepFocusUsable(focus);
     return true;
 }
 
 void CKxDevUI_Nosepiece::SetPosition(long position) {
+    m_inside->Requests().Answer();
     if (position == m_inside->Position() || !m_inside->At(position)) return;
-    m_inside->SetLabelFont(m_inside->Position(), false);
+    const long old = m_inside->Position();
     m_inside->SetPosition(position);
-    m_inside->SetLabelFont(m_inside->Position(), true);
+    m_inside->ShowLabelFont(old);
+    m_inside->ShowLabelFont(position);
     m_inside->RedrawButtons();
 }
 
@@ -441,7 +447,7 @@ void CKxDevUI_Nosepiece::Inside::UpdateTip(long position) {
     CKxStringW tip = TipOf(*held);
     if (tip == held->tip) return;
     held->tip = std::move(tip);
-    KX_UpdateToolTipWindow(button, held->tip);
+    SetTip(position, held->tip);
 }
 
 // The fonts are the panel's own, so the zoom has to be applied here.
@@ -451,10 +457,17 @@ HFONT CKxDevUI_Nosepiece::Inside::LabelFont(bool bold) const {
     return zoom == 1.0 ? font : KX_GetFontAtZoom(font, 1.0, zoom);
 }
 
-void CKxDevUI_Nosepiece::Inside::SetLabelFont(long position, bool bold) const {
+void CKxDevUI_Nosepiece::Inside::ShowLabelFonts() const {
+    for (long i = 0; i < count; ++i)
+        ShowLabelFont(i);
+}
+
+void CKxDevUI_Nosepiece::Inside::ShowLabelFont(long position) const {
     if (!ButtonAt(position)) return;
     const HWND label = labels[static_cast<std::size_t>(position)];
-    const auto font = reinterpret_cast<WPARAM>(LabelFont(bold));
+    // A place that is being left stays the one that was known last.
+    const bool known = Requests().LookOf(position) != PlaceLook::Plain;
+    const auto font = reinterpret_cast<WPARAM>(LabelFont(position == Position() && known));
     if (static_cast<WPARAM>(SendMessageW(label, WM_GETFONT, 0, 0)) == font) return;
     SendMessageW(label, WM_SETFONT, font, FALSE);
     InvalidateRect(label, nullptr, TRUE);
@@ -568,7 +581,7 @@ LRESULT CKxDevUI_Nosepiece::OnCommand(WPARAM wParam, LPARAM) {
     if (id == kSetupId) {
         const Alive alive(this);
         OnSetupRequest();
-        if (alive) m_inside->SetLabelFont(m_inside->Position(), true);
+        if (alive) m_inside->ShowLabelFont(m_inside->Position());
         return 1;
     }
     if (observation >= 0 && observation < static_cast<int>(m_inside->observationTexts.size()) &&
@@ -582,9 +595,15 @@ LRESULT CKxDevUI_Nosepiece::OnCommand(WPARAM wParam, LPARAM) {
 
 void CKxDevUI_Nosepiece::Click(long position) {
     const Alive alive(this);
+    const Activity::Question question(m_inside->Requests());
     bool handled = false;
     OnPositionChangeRequest(position, handled);
-    if (!alive || handled) return;
+    if (!alive) return;
+    if (question.HasReason())
+        m_inside->Requests().Refused(question, position);
+    else if (handled)
+        m_inside->Requests().TakenOver(question, position);
+    if (handled) return;
     if (m_inside->localSelect || !m_inside->deviceDriven) SetPosition(position);
 }
 
@@ -606,7 +625,7 @@ CKxStringA CKxDevUI_Nosepiece::Inside::ObjectiveOf(double magnification, bool se
 CKxStringA CKxDevUI_Nosepiece::Inside::ImageOf(long position) {
     const Held& held = *At(position);
     const double magnification = KX_LeadingNumber(held.magnification);
-    CKxStringA svg = held.available ? ObjectiveOf(magnification, position == Position()) : motorImage;
+    CKxStringA svg = held.available ? ObjectiveOf(magnification, IsMarked(position)) : motorImage;
     CKxStringA number;
     number.Format(32, "%d</text>", held.number.value_or(static_cast<int>(position) + 1));
     CKxSvgStringAPI::ReplaceString(svg, "X</text>", number);
@@ -626,7 +645,7 @@ void CKxDevUI_Nosepiece::OnDrawItem(const DRAWITEMSTRUCT& item) {
             KX_DrawFlatButtonBackground(dc, area, ButtonLook(item), COLOR_BTNFACE);
         if (item.itemState & ODS_SELECTED && answers) OffsetRect(&place, 1, 1);
         CKxBitmapPool::DrawSVGImage(dc, m_inside->ImageOf(position), place, m_inside->enabled && m_inside->IsEnabled());
-        PositionPanel::DrawFocus(dc, area, item);
+        m_inside->DrawOver(dc, area, item, position, m_inside->enabled && m_inside->IsEnabled());
     });
 }
 

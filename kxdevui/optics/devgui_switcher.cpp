@@ -7,7 +7,6 @@
 #include <vector>
 
 #include <kxbaseui/kx_fonts.h>
-#include <kxbaseui/kx_schemecontrols.h>
 #include <kxdevices/kx_dmapi.h>
 #include <kxdevui/framework/ui_device.h>
 #include <kxdevui/framework/ui_position_panel.h>
@@ -52,6 +51,7 @@ struct CKxDevUI_Switcher::Reading {
     std::vector<Port> ports;                    // with their names
     std::vector<std::pair<long, bool>> single;  // ports that are to be shown as used or not
     std::vector<long> positions;                // to be selected one after the other
+    KxActivity activity;
 
     // How many positions there are going to be.
     long Begin(long count, const CKxStringW& title) {
@@ -78,7 +78,9 @@ struct CKxDevUI_Switcher::Reading {
 struct CKxDevUI_Switcher::Inside : PositionPanel {
     explicit Inside(CKxDevUI_Switcher* panel)
         : PositionPanel({L"KxDevGUI_Switcher", L"CKxDevUI_Switcher", WndProc, BtnWndProc, GroupWndProc}, m_Atom, panel,
-                        KX_GetTranslation(L"Switcher", kSource)) {}
+                        KX_GetTranslation(L"Switcher", kSource)) {
+        SetRequestsChanged([this] { ShowPorts(); });
+    }
 
     void SetName(long position, const CKxStringW& name);
     void EnableButton(long position) const;
@@ -147,7 +149,6 @@ void CKxDevUI_Switcher::CreateControls() {
         SetFont(button, KX_GetDefaultGuiFont());
         // Otherwise Windows reports a click for a button that only gets the focus.
         SendMessageW(button, BM_SETDONTCLICK, TRUE, 0);
-        KX_FollowColorScheme(button);
     }
     m_inside->EnableButtons();
     m_inside->ShowPorts();
@@ -161,12 +162,16 @@ template <class Ask>
 bool CKxDevUI_Switcher::AskAndShow(CDMApi_LogDevId device, const Ask& ask) {
     const Alive alive(this);
     Reading told;
-    if (!AskDevice(kSource, device, [&] { ask(told); }) || !alive) return false;
-    Show(told);
+    const auto askAll = [&] {
+        ask(told);
+        if (const IKxDevice* instance = DMApi::LogDev_GetInstance(device)) told.activity = ReadActivity(*instance);
+    };
+    if (!AskDevice(kSource, device, askAll) || !alive) return false;
+    Show(told, device);
     return true;
 }
 
-void CKxDevUI_Switcher::Show(const Reading& told) {
+void CKxDevUI_Switcher::Show(const Reading& told, unsigned int device) {
     if (told.structure) {
         const Alive alive(this);
         m_inside->count = told.structure->count;
@@ -183,6 +188,7 @@ void CKxDevUI_Switcher::Show(const Reading& told) {
         held.usable = port.usable, held.locked = port.locked, held.exclusive = port.exclusive;
         m_inside->SetName(static_cast<long>(i), port.name);
     }
+    m_inside->Requests().Tell(told.activity, device);
     for (const auto& [port, used] : told.single)
         SetPortSingle(port, used);
     for (const long position : told.positions)
@@ -275,7 +281,8 @@ void CKxDevUI_Switcher::SetPortSingle(long port, bool on) {
 void CKxDevUI_Switcher::Inside::ShowPorts() const {
     for (long i = 0; i < count; ++i) {
         const HWND button = ButtonAt(i);
-        const WPARAM wanted = ports[static_cast<std::size_t>(i)].on ? BST_CHECKED : BST_UNCHECKED;
+        const bool down = ports[static_cast<std::size_t>(i)].on && Requests().ShowsHeld();
+        const WPARAM wanted = down ? BST_CHECKED : BST_UNCHECKED;
         if (button && static_cast<WPARAM>(SendMessageW(button, BM_GETCHECK, 0, 0)) != wanted)
             SendMessageW(button, BM_SETCHECK, wanted, 0);
     }
@@ -334,8 +341,10 @@ LRESULT CKxDevUI_Switcher::OnCommand(WPARAM wParam, LPARAM) {
     const long position = long{LOWORD(wParam)} - kFirstButton;
     if (HIWORD(wParam) != BN_CLICKED || position < 0 || position >= m_inside->count) return 0;
     const Alive alive(this);
+    const Activity::Question question(m_inside->Requests());
     if (m_inside->several) {
         OnSetPortSingleRequest(position);
+        if (alive) m_inside->Answered(question, position);
         return 1;
     }
     // Every button is a group of its own, so the platform has not let go of the one that was down.
@@ -348,5 +357,6 @@ LRESULT CKxDevUI_Switcher::OnCommand(WPARAM wParam, LPARAM) {
     SetPosition(position);
     // The host may have had another one selected meanwhile, and the click has pressed this one.
     m_inside->ShowPorts();
+    m_inside->Answered(question, position);
     return 1;
 }

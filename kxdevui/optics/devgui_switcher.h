@@ -150,7 +150,7 @@ private:
     struct Reading;
     template <class Ask>
     bool AskAndShow(CDMApi_LogDevId device, const Ask& ask);
-    void Show(const Reading& told);
+    void Show(const Reading& told, unsigned int device);
 
     const std::unique_ptr<Inside> m_inside;
 };

@@ -5,6 +5,7 @@
 #include <kxbaseui/kx_layoutmanager.h>
 #include <kxbaseui/kx_schemecontrols.h>
 #include <kxdevui/framework/devgui.h>
+#include <kxdevui/framework/ui_activity.h>
 #include <kxdevui/framework/ui_resources.h>
 #include <kxdevui/zfocus/zstack_ids.h>
 #include <kxdevui/zfocus/zstack_window.h>
@@ -23,13 +24,26 @@ std::map<HWND, CKxDevUI_ZStack*> CKxDevUI_ZStack::m_Instances;
 
 // ---- Life ----------------------------------------------------------------------------------------------------------
 
-CKxDevUI_ZStack::CKxDevUI_ZStack() { Life::Begin(this); }
+CKxDevUI_ZStack::CKxDevUI_ZStack() {
+    Life::Begin(this);
+    m_requests = std::make_shared<Activity>(
+        ActivityHost{[](HWND) { return -1L; }, [](HWND, long) -> HWND { return nullptr; },
+                     [](HWND) { return KX_GetTranslation(L"Z-Stack", L"devgui_zstack"); },
+                     [](HWND window) { InvalidateRect(window, nullptr, FALSE); },
+                     // In the corner, above the labels of the scale.
+                     [](HWND window) {
+                         RECT client{};
+                         GetClientRect(window, &client);
+                         const long side = Activity::SignSide(), gap = side / 4;
+                         return RECT{client.right - side - gap, gap, client.right - gap, gap + side};
+                     }});
+}
 
 // Whether a validation is under way is no state of the panel: a copy that took it over would refuse all for ever.
 CKxDevUI_ZStack::CKxDevUI_ZStack(const CKxDevUI_ZStack& other)
     : CKxGUIControlElement(other), m_data(other.m_data), m_devices(other.m_devices), m_controls(other.m_controls),
       m_dirty(other.m_dirty), m_before(other.m_before), m_beforeTyped(other.m_beforeTyped), m_piezo(other.m_piezo),
-      m_cube(other.m_cube) {
+      m_cube(other.m_cube), m_requests(other.m_requests) {
     Life::Begin(this);
 }
 
@@ -47,6 +61,7 @@ CKxDevUI_ZStack& CKxDevUI_ZStack::operator=(const CKxDevUI_ZStack& other) {
     m_beforeTyped = other.m_beforeTyped;
     m_piezo = other.m_piezo;
     m_cube = other.m_cube;
+    m_requests = other.m_requests;
     return *this;
 }
 
@@ -106,6 +121,8 @@ HWND CKxDevUI_ZStack::Create(HWND parent, CKxZStackData* data, long x, long y, l
         FitLabels();
         KX_FollowColorScheme(window);
         if (!enabled) EnableWindow(window, FALSE);
+        m_requests->Attach(window);
+        m_requests->Show();
         if (visible) ShowQuietly(window);
         return window;
     });
@@ -212,6 +229,7 @@ Handled CKxDevUI_ZStack::Handle(const Message& message) {
     case WM_DESTROY:
         // The edits are still there, and one may have the focus: it is nobody's wish any more.
         ByInstances<CKxDevUI_ZStack, m_Instances>::Unbind(message.window);
+        Activity::WindowGone(message.window);
         m_hWnd = nullptr;
         return std::nullopt;
     default: return std::nullopt;
@@ -311,10 +329,20 @@ void CKxDevUI_ZStack::PickPiezo(unsigned int entry) {
 
 void CKxDevUI_ZStack::OnPiezoPickerChanged(unsigned int, int) {}
 
+void CKxDevUI_ZStack::RequestZ(double z) {
+    const Alive alive(this);
+    const Activity::Question question(*m_requests);
+    OnMoveZRequest(z);
+    if (alive && question.HasReason()) m_requests->Refused(question, -1);
+}
+
 bool CKxDevUI_ZStack::DoCommand(const wchar_t* name) {
     const bool keep = std::wcscmp(name, L"GOHOMEKEEP") == 0;
     if (!keep && std::wcscmp(name, L"GOHOME") != 0) return false;
+    const Alive alive(this);
+    const Activity::Question question(*m_requests);
     OnGoHomeRequest(keep);
+    if (alive && question.HasReason()) m_requests->Refused(question, -1);
     return true;
 }
 

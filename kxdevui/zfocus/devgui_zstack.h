@@ -6,6 +6,7 @@
 #include <array>
 #include <functional>
 #include <map>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -16,8 +17,9 @@
 #include <kxdevui/framework/kxdevui_api.h>
 
 namespace kx::ui {
+class Activity;
 struct Message;
-}
+}  // namespace kx::ui
 namespace kx::zstack {
 struct ScaleValues;
 enum class Meaning;
@@ -269,6 +271,8 @@ protected:
     std::optional<LRESULT> ComboOnChar(HWND list, wchar_t character);
 
 private:
+    // Asks the host to move there; a reason given meanwhile refuses.
+    void RequestZ(double z);
     enum class Verdict { Taken, NotANumber, OutOfRange, Declined };
     using Apply = std::function<Verdict(double)>;
     using Refresh = std::function<void()>;
@@ -348,6 +352,8 @@ private:
     bool m_beforeTyped = false;
     CKxMenuPicker m_piezo;
     bool m_cube = false;
+    // The life of its requests, shared with copies as the window is.
+    std::shared_ptr<kx::ui::Activity> m_requests;
     bool m_validating = false;
     bool m_refused = false;  // by the last validation
 };

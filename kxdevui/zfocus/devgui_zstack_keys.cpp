@@ -113,7 +113,7 @@ Handled CKxDevUI_ZStack::EditOnChar(const Message& message) {
 Handled CKxDevUI_ZStack::EditOnLButtonDblClk(HWND edit) {
     const int id = GetDlgCtrlID(edit);
     if (!IsPositionEdit(id) || !m_data) return std::nullopt;
-    if (const Position z = PositionOf(ReadScale(), id)) OnMoveZRequest(*z);
+    if (const Position z = PositionOf(ReadScale(), id)) RequestZ(*z);
     return 0;
 }
 

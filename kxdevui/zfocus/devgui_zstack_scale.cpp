@@ -6,6 +6,7 @@
 #include <kxbaseui/kx_fonts.h>
 #include <kxbaseui/kx_layoutmanager.h>
 #include <kxdevui/framework/devgui.h>
+#include <kxdevui/framework/ui_activity.h>
 #include <kxdevui/zfocus/zstack_ids.h>
 #include <kxdevui/zfocus/zstack_window.h>
 #include <kxsystem/kx_number.h>
@@ -250,7 +251,8 @@ void CKxDevUI_ZStack::EnableCube(bool enable) {
 
 Handled CKxDevUI_ZStack::OnPaint(const Message& message) {
     const auto shown = ShownOf(m_hWnd);
-    return Paint(message, {}, KX_GetSysColorBrush(COLOR_BTNFACE), [&](HDC dc, const RECT&) {
+    return Paint(message, {}, KX_GetSysColorBrush(COLOR_BTNFACE), [&](HDC dc, const RECT& client) {
+        Activity::DrawFace(m_hWnd, dc, client);
         const bool enabled = IsWindowEnabled(m_hWnd) != FALSE;
         if (m_cube) {
             const wchar_t* name = shown->inverted.value_or(false) ? L"ZSTACK_CUBE_INVERTED" : L"ZSTACK_CUBE";
@@ -317,7 +319,7 @@ Handled CKxDevUI_ZStack::HandleMouse(const Message& message) {
 Handled CKxDevUI_ZStack::OnLButtonDown(POINT point) {
     const auto z = PointedZ(ShownOf(m_hWnd)->scale, ScaleArea(), point);
     if (!z) return std::nullopt;
-    OnMoveZRequest(*z);
+    RequestZ(*z);
     return 0;
 }
 

@@ -63,6 +63,10 @@ public:
     // One of EKxDeviceCapability, or a number of the host's own.
     virtual bool GetCapability(int) const { return false; }
     virtual EKxDeviceState GetDeviceState() const { return eKxDeviceState_Ready; }
+    // Where it goes while it moves, counted as its positions are, a shutter's open as 1. False when it cannot tell.
+    virtual bool GetTargetPosition(long&) const { return false; }
+    // Why it is in its state (faulty), or cannot be operated, to be shown to the user; empty when nothing is known.
+    virtual CKxStringW GetStateReason() const { return {}; }
 
 private:
     friend class CKxDeviceRegistry;

@@ -371,9 +371,9 @@ void CKxSimMicroscope::SetSlowness(unsigned times) {
         device->SetSlowness(times);
 }
 
-void CKxSimMicroscope::SetFails(bool fails) {
+void CKxSimMicroscope::SetFails(bool fails, const CKxStringW& why) {
     for (const auto& device : m_devices)
-        device->SetFails(fails);
+        device->SetFails(fails, why);
 }
 
 void CKxSimMicroscope::TurnLightOff() {

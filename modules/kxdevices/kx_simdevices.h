@@ -66,7 +66,11 @@ public:
     // So many times as long, from the next movement on; 1 at first, and for 0.
     void SetSlowness(unsigned times) noexcept { m_slowness = (std::max)(times, 1u); }
     // While set, movements end as failures. Clearing it leaves a faulty device faulty until it moves again.
-    void SetFails(bool fails) noexcept { m_fails = fails; }
+    // `why` is what a faulty device gives as the reason.
+    void SetFails(bool fails, const CKxStringW& why = {}) {
+        m_fails = fails;
+        if (fails) m_why = why;
+    }
     bool Fails() const noexcept { return m_fails; }
 
     // Turns off the light that the device makes or lets through: a laser's power is its least and its only port off, a
@@ -84,8 +88,12 @@ protected:
     // The same over a distance in micrometres, to a target that the device knows.
     void MoveOver(double distance);
 
+    // Whether a movement has a target that can be told, and not a place on a scale.
+    virtual bool TellsTarget() const noexcept { return true; }
+
     // For the interface's answers.
     SKxSimMotion m_motion;
+    CKxStringW m_why;
 
 private:
     void Start(long target, long steps);
@@ -106,6 +114,14 @@ public:
     IKxDevice& Device() noexcept override { return *this; }
     CKxStringW GetKey() const override { return m_key; }
     EKxDeviceState GetDeviceState() const override { return m_motion.state; }
+    bool GetTargetPosition(long& target) const override {
+        if (m_motion.state != eKxDeviceState_Moving || !TellsTarget()) return false;
+        target = m_motion.target;
+        return true;
+    }
+    CKxStringW GetStateReason() const override {
+        return m_motion.state == eKxDeviceState_Faulty ? m_why : CKxStringW();
+    }
 
 private:
     CKxStringW m_key;
@@ -326,6 +342,7 @@ public:
 protected:
     // Where it is changes all the way.
     bool TellsOnTheWay() const noexcept override { return true; }
+    bool TellsTarget() const noexcept override { return false; }
 
 private:
     double Where() const noexcept;
@@ -349,6 +366,9 @@ public:
     // As the interface says.
     void TryPlace(int where) override { MoveTo(where * 100, where * -100); }
     EKxDeviceType GetType() const override { return eKxDeviceType_Unknown; }
+
+protected:
+    bool TellsTarget() const noexcept override { return false; }
 
 private:
     SKxSimRange m_rangeX, m_rangeY;
@@ -393,7 +413,7 @@ public:
     void Stop();
     void SetSpeed(unsigned millisecondsPerPosition);
     void SetSlowness(unsigned times);
-    void SetFails(bool fails);
+    void SetFails(bool fails, const CKxStringW& why = {});
     void TurnLightOff();
 
     // In the order in which they were made; owned by the microscope.

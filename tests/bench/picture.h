@@ -52,4 +52,16 @@ private:
     std::vector<std::uint32_t> pixels_;  // 0x00RRGGBB, from the top
 };
 
+// While it lives, the system wants windows to stand still, or to move.
+class ClientAnimation {
+public:
+    explicit ClientAnimation(bool moves) { Set(moves); }
+    ~ClientAnimation() { Set(true); }
+    ClientAnimation(const ClientAnimation&) = delete;
+    ClientAnimation& operator=(const ClientAnimation&) = delete;
+    static void Set(bool moves) {
+        SystemParametersInfoW(SPI_SETCLIENTAREAANIMATION, 0, reinterpret_cast<void*>(ULONG_PTR{moves}), 0);
+    }
+};
+
 }  // namespace kx::test

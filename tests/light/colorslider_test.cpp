@@ -2,6 +2,8 @@
 #include "lamps.h"
 
 #include <commctrl.h>
+#include <kxdevui/framework/devgui_activity.h>
+#include <kxdevui/framework/ui_answer.h>
 #include <kxdevui/light/devgui_colorslider.h>
 
 using namespace kx::test;
@@ -148,6 +150,22 @@ TEST_F(ColorSlider, HoldsWhatTheHostMakesOfAValue) {
             EXPECT_TRUE(type == kPower || slider->Both() == range) << made;
         }
     }
+}
+
+TEST_F(ColorSlider, SaysThatAMoveIsRefused) {
+    Slider& power = Make(kPower);
+    power.answer = true;
+    const auto answer = [&] { return KX_GetActivity(power).activity == EKxActivity::Refused; };
+    // What is typed holds already.
+    ::SetFocus(power.Edit()), Type(L"20\n");
+    EXPECT_FALSE(answer());
+    const double held = power.GetPower();
+    PressAt(power.Thumb(), 20), MoveToValue(power.Thumb(), 80);
+    const HWND shown = kx::ui::AnswerWindow();
+    EXPECT_TRUE(answer());
+    MoveToValue(power.Thumb(), 90), Release();
+    EXPECT_EQ(kx::ui::AnswerWindow(), shown) << "one answer to the whole drag";
+    EXPECT_EQ(power.GetPower(), held);
 }
 
 TEST_F(ColorSlider, GoesByItsTable) {

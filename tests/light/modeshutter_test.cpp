@@ -1,6 +1,7 @@
 // The mode shutter: what it shows of a device, what its list and its slider ask, and what it bears from its host.
 #include "lamps.h"
 
+#include <kxdevui/framework/devgui_activity.h>
 #include <kxdevui/light/devgui_modeshutter.h>
 
 #include <climits>
@@ -64,6 +65,20 @@ TEST_F(ModeShutter, MarksTheSteps) {
         for (int i = -1; i < count; ++i)
             EXPECT_EQ(".TL"[int(kx::modeshutter::MarkOf(i, count))], i < 0 ? '.' : marks[std::size_t(i)]) << marks << i;
     }
+}
+
+TEST_F(ModeShutter, SaysWhyItIsRefused) {
+    Device device(eKxShutterMode_Aperture);
+    Row row(parent, device);
+    row.answer = true;
+    row.meanwhile = [] { KX_SayWhyRefused(L"The door is open"); };
+    SendMessageW(row.Part(kModes), CB_SETCURSEL, 0, 0);
+    SendMessageW(row, WM_COMMAND, MAKEWPARAM(kModes, CBN_SELCHANGE), 0);
+    EXPECT_EQ(KX_GetActivity(row), (KxActivity{EKxActivity::Refused, 0, L"The door is open"}));
+    // The slider's requests are its own, and it draws those of the row.
+    device.SetFails(true, L"stuck"), device.SetOpen(true), device.Tick();
+    row.Update(&device, false, false, true, false);
+    EXPECT_EQ(KX_GetActivity(row.m_slider), (KxActivity{EKxActivity::Failed, -1, L"stuck"}));
 }
 
 TEST_F(ModeShutter, ShowsWhatIsAskedForAndNothingElse) {

@@ -3,7 +3,9 @@
 
 #include <kxbaseui/kx_menu.h>
 #include <kxdevui/light/devgui_shutter.h>
+#include <kxdevui/framework/devgui_activity.h>
 #include <kxdevui/framework/devgui_messages.h>
+#include <kxdevui/framework/ui_answer.h>
 
 #include <commctrl.h>
 
@@ -59,6 +61,47 @@ TEST(ShutterRules, FitTheWidthToTheTitle) {
         const auto width = kx::shutter::FitWidth(text, minimum, maximum, zoom);
         EXPECT_EQ(std::pair(width.control, width.title), std::pair(control, title)) << text;
     }
+}
+
+TEST_F(Shutter, TellsTheLifeOfARequest) {
+    CKxSimShutter device(L"Epi", eKxShutterType_Epi);
+    CKxDeviceRegistry::Add(device);
+    device.SetSpeed(0);
+    const std::tuple<const char*, std::function<void()>, EKxActivity> table[] = {
+        {"moving", [&] { device.SetOpen(true), shutter->Update(&device, false, false, true); }, EKxActivity::Moving},
+        {"unknown", [&] { device.Stop(), shutter->Update(&device, false, true, false); }, EKxActivity::Unknown},
+        {"failed",
+         [&] {
+             device.SetFails(true, L"stuck"), device.SetOpen(true), device.Tick();
+             shutter->Update(device.GetLogDevId(), false, false, true);
+         },
+         EKxActivity::Failed},
+        {"locked",
+         [&] {
+             device.SetFails(false), device.SetOpen(false), device.Tick(), device.SetLocked(true);
+             shutter->Update(&device, true, false, false);
+         },
+         EKxActivity::Locked}};
+    for (const auto& [name, become, activity] : table) {
+        become();
+        EXPECT_EQ(KX_GetActivity(*shutter).activity, activity) << name;
+        EXPECT_FALSE(shutter->GetState());
+    }
+}
+
+TEST_F(Shutter, SaysWhyItIsRefused) {
+    shutter->answer = true;
+    for (const wchar_t* const reason : {L"", L"The door is open"}) {
+        shutter->meanwhile = [reason] { KX_SayWhyRefused(reason); };
+        Click(shutter->Button(), 12, 12);
+        EXPECT_EQ(TextOf(kx::ui::AnswerWindow()), *reason ? reason : L"The request was refused.");
+        EXPECT_EQ(KX_GetActivity(*shutter), (KxActivity{EKxActivity::Refused, 1, reason}));
+    }
+    kx::ui::HideAnswer(*shutter);
+    EXPECT_EQ(KX_GetActivity(*shutter), KxActivity{});
+    shutter->meanwhile = [this] { KX_SayWhyRefused(L"gone"), shutter.reset(); };
+    Click(shutter->Button(), 12, 12);
+    EXPECT_FALSE(kx::ui::AnswerWindow());
 }
 
 TEST_F(Shutter, AsksForTheOtherStateAndObeysTheAnswer) {

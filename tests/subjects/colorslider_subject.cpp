@@ -116,6 +116,7 @@ struct ColorSliderSubject : SubjectOf<Slider> {
         const auto number = [](Random& r) { return r.OneIn(5) ? r.AnyInt() : r.Between(-3, 45); };
         const auto fill = [this](Random& r) { filled_ = true, control_->Fill(AnyFilling(r)); };
         return {
+            {"a life of requests", [this](Random& r) { TellAnyActivity(*control_, r); }},
             {"a filling", fill},
             {"another filling", fill},
             {"a rainbow", Do(&Slider::SetHorizontalRainbow, AnyNumber, AnyNumber)},

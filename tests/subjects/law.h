@@ -54,6 +54,7 @@ protected:
 
 private:
     State state_{};
+    ClientAnimation still_{false};
     std::unique_ptr<RecordingParent> parent_;
     std::unique_ptr<Subject> subject_;
     // What ends a control may come while one of its boxes or menus is open, too.

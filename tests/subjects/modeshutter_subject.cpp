@@ -73,6 +73,7 @@ struct ModeShutterSubject : SubjectOf<Row> {
             {"forgetting", Do(&Row::Done)},
             {"taking away", Do(&Row::DestroyControls)},
             {"making anew", Do(&Row::CreateControls)},
+            {"a life of requests", [this](Random& r) { TellAnyActivity(*control_, r); }},
         };
     }
 

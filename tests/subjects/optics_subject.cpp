@@ -115,6 +115,7 @@ struct PanelSubject : SubjectOf<Complete<Sort>> {
                  Update(c ? device_.get() : nullptr, a, b, c);
              }},
             {"a position", Do(&Sort::Panel::SetPosition, OneOf({-1, 0, 1, 2, 5, 6, 15, 29}))},
+            {"a life of requests", [this](Random& r) { TellAnyActivity(*control_, r); }},
             {"a title", Do(&Sort::Panel::SetTitle, OneOf({L"R&D", L"Title"}))},
         };
         for (Operation& each : OwnOperations())

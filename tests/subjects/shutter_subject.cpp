@@ -85,6 +85,7 @@ struct ShutterSubject : SubjectOf<Shutter<T>> {
             {"updating", [this](Random& r) { control_->Update(&device_, r.OneIn(2), r.OneIn(2), r.OneIn(2)); }},
             {"changing the device", [this](Random& r) { ChangeDevice(r.Between(0, 15)); }},
             {"a state", Do(&T::SetState, Flag)},
+            {"a life of requests", [this](Random& r) { TellAnyActivity(*control_, r); }},
             {"a title", Do(&T::SetTitle, OneOf({L"Lamp & house", L"Epi"}))},
             {"a type", Do(&T::SetType, Within(-1, 4), Flag)},
             {"fitting to the title", Do(&T::SetAutomaticallyResizable, Flag, Length, Within(100, 100))},

@@ -7,6 +7,7 @@
 #include <limits>
 #include <string_view>
 
+#include <kxdevui/framework/devgui_activity.h>
 #include <kxdevui/framework/ui_gdi.h>
 
 namespace kx::test {
@@ -40,6 +41,11 @@ double AnyNumber(Random& random) {
     if (!random.OneIn(8)) return random.Between(-40, 240) / 2.0;
     constexpr double infinite = std::numeric_limits<double>::infinity();
     return random.Of({0.0, 1e-300, -1e300, DBL_MAX, -DBL_MAX, infinite, -infinite, std::nan("")});
+}
+
+void TellAnyActivity(HWND control, Random& random) {
+    const auto activity = static_cast<EKxActivity>(random.Between(0, static_cast<int>(EKxActivity::Locked)));
+    KX_TellActivity(control, {activity, random.Between(-1, 17), random.Of({L"", L"No answer from the motor"})});
 }
 
 void WithDc(int width, int height, const std::function<void(HDC)>& run) {

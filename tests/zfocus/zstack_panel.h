@@ -2,6 +2,7 @@
 #pragma once
 
 #include <controls/control_test.h>
+#include <kxdevui/framework/devgui_activity.h>
 #include <kxdevui/zfocus/devgui_zstack.h>
 #include <kxdevui/zfocus/zstack_ids.h>
 
@@ -17,9 +18,13 @@ struct Panel : CKxDevUI_ZStack {
 
     Recorder& record;
     std::function<void()> onChanged = [] {};  // or the step
+    const wchar_t* refusal = nullptr;         // of where Z is to go
 
     void OnStepChanged(double step, bool typed) override { Changed(CallText("Step", step, int{typed})); }
-    void OnMoveZRequest(double z) override { record.Call("Move", z); }
+    void OnMoveZRequest(double z) override {
+        record.Call("Move", z);
+        if (refusal) KX_SayWhyRefused(refusal);
+    }
     void OnGoHomeRequest(bool keepZ) override { record.Call("GoHome", int{keepZ}); }
     void OnPiezoPickerChanged(unsigned entry, int mode) override { record.Call("Picked", entry, mode); }
     void OnHostRequest() override { record.Call("HostRequest"); }

@@ -4,6 +4,7 @@
 #include <kxdevui/framework/devgui_habits.h>
 #include <kxdevui/framework/devgui_messages.h>
 #include <kxdevui/framework/ui_answer.h>
+#include <kxdevui/framework/ui_parts.h>
 
 #include <optional>
 #include <set>
@@ -77,6 +78,15 @@ TEST_F(ZStackPanel, HasTheHabitsOfFields) {
           "Changed(3) Shown(0) Changed(2) Shown(0) at 1263: 3.50"}},
         see);
     EXPECT_EQ(TextOf(kx::ui::AnswerWindow()), L"Value is out of range.");
+}
+
+TEST_F(ZStackPanel, SaysWhyZStaysWhereItIs) {
+    Make(true);
+    panel.refusal = L"The stage is in the way";
+    SendMessageW(Item(IDC_ZS_EDIT_TOP), WM_LBUTTONDBLCLK, 0, 0);
+    EXPECT_EQ(KX_GetActivity(panel.GetHandle()), (KxActivity{EKxActivity::Refused, -1, panel.refusal}));
+    KX_TellActivity(panel.GetHandle(), {EKxActivity::Failed, -1, L"stuck"}), KX_TellActivity(panel.GetHandle(), {});
+    EXPECT_EQ(kx::ui::TextOf(panel.GetHandle()), L"Z-Stack") << "called by its own name again";
 }
 
 TEST_F(ZStackPanel, ValidatesWhatTheFocusLeaves) {

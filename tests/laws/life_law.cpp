@@ -1,0 +1,44 @@
+// The life of a request is drawn over what a control of a device holds: each state looks different, and at rest all is
+// as it was. Other controls know of none.
+#include <subjects/law.h>
+
+#include <kxdevui/framework/devgui_activity.h>
+
+namespace kx::test {
+namespace {
+
+class LifeLaw : public LawTest {
+protected:
+    LifeLaw() : LawTest({}) {}
+};
+
+TEST_P(LifeLaw, EachStateIsSeen) {
+    static constexpr const char* names[] = {"rest", "asked", "moving", "unknown", "failed", "refused", "locked"};
+    for (const EKxColorScheme scheme : {eKxColorScheme_Light, eKxColorScheme_Dark}) {
+        for (const double zoom : {1.0, 1.5, 2.0}) {
+            const State state{scheme, zoom, true};
+            Begin(state);
+            const HWND control = Control().Window();
+            if (!KX_TellActivity(control, {})) return Expect(KX_GetActivity(control) == KxActivity{}, "", "it has one");
+            std::vector<Picture> seen{Picture::OnScreen(control)};
+            for (const auto each : {EKxActivity::Asked, EKxActivity::Moving, EKxActivity::Unknown, EKxActivity::Failed,
+                                    EKxActivity::Locked}) {
+                KX_TellActivity(control, {each, 1, L"No answer"});
+                seen.push_back(Picture::OnScreen(control));
+                const std::string name = names[static_cast<int>(each)];
+                seen.back().Save(GetParam().name + ", " + TextOf(state) + ", " + name);
+                // Where a target has no place of its own, to move looks as to be asked.
+                for (std::size_t i = 0; i + 1 < seen.size(); ++i)
+                    Expect((each == EKxActivity::Moving && i == 1) || seen[i] != seen.back(), TextOf(state),
+                           name + " looks like another state");
+            }
+            KX_TellActivity(control, {});
+            Expect(Picture::OnScreen(control) == seen.front(), TextOf(state), "at rest it looks otherwise than before");
+        }
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(All, LifeLaw, testing::ValuesIn(Kinds()), NameOfKind);
+
+}  // namespace
+}  // namespace kx::test
