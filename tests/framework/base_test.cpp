@@ -12,8 +12,7 @@ namespace {
 
 using namespace kx::test;
 
-class Plain : public CKxDevUI_Base {
-public:
+struct Plain : CKxDevUI_Base {
     using CKxDevUI_Base::CKxDevUI_Base;
     using CKxDevUI_Base::ReportError;
     HWND Create(HWND parent, long x, long y, long cx, long cy, bool, bool) override {

@@ -23,15 +23,13 @@ using namespace kx::test;
 constexpr int kButton = 7, kEdit = 8;
 
 // Writes down what it hears, and does what `act` says in a command.
-class Panel : public CKxDevUI_Container {
-public:
+struct Panel : CKxDevUI_Container {
     explicit Panel(Recorder& record) : m_record(record) {}
     ~Panel() override { Destroy(); }
 
     LRESULT initResult = 1;
     std::function<void()> act;
 
-protected:
     LRESULT OnInit(UINT message, WPARAM, LPARAM) override {
         const RECT rect = RectInParent(m_hWnd);
         m_record.Call("OnInit", message, m_width == rect.right - rect.left, GetWindows().size());
@@ -49,7 +47,6 @@ protected:
         return CKxDevUI_Container::OnScroll(message, wParam, lParam, horizontal);
     }
 
-private:
     Recorder& m_record;
 };
 

@@ -14,8 +14,7 @@ using namespace kx::ui;
 
 constexpr int kButton = 10300, kField = 10200;
 
-class Dial : public Control {
-public:
+struct Dial : Control {
     Dial() : Control(this, {.name = L"Dial", .size = {200, 20}, .title = L"", .tabsInside = true}) {}
     void Show(std::optional<double> number) {
         m_row.Show(m_hWnd, number ? static_cast<long>(*number) : -1);
@@ -36,7 +35,6 @@ public:
     std::function<void()> asked;
     static inline int s_late = 0;  // messages that come to an object that is half gone
 
-private:
     friend class kx::ui::Control;
     bool Make(const Parts& parts) {
         return m_row.Make(parts, {0, 0, 148, 20}, 2) && m_field.Make(parts, {150, 0, 200, 20});

@@ -53,54 +53,44 @@ template <class Control>
 struct Open : Control {
     static const Slots own;
 };
-template <>
-const Slots Open<CKxDevUI_Container>::own =
-    SlotsOf(&Open::Create, &Open::GetEnabled, &Open::SetEnabled, &Open::GetVisible, &Open::SetVisible, &Open::GetTitle,
-            &Open::SetTitle, &Open::SetFocus, &Open::SetRedraw, &Open::GetWindowSize, &Open::RefreshWindow,
-            &Open::GetWindowPosition, &Open::GetWindowRectangle, &Open::MoveWindow, &Open::MoveWindowRelative,
-            &Open::ResizeWindow, &Open::ResizeWindowRelative, &Open::HandleMouseWheel, &Open::OnInit, &Open::OnDestroy,
-            &Open::OnCommand, &Open::OnNotify, &Open::OnScroll, &Open::OnDrawItem, &Open::OnCtlColorStatic,
-            &Open::OnMouseActivate, &Open::OnUpdateDeviceBand, &Open::OnMouseWheel);
-template <>
-const Slots Open<CKxDevUI_EditBox>::own = SlotsOf(&Open::SetRestriction, &Open::SetMaxChars, &Open::OnEnter,
-                                                  &Open::OnSetFocus, &Open::OnKillFocus, &Open::OnChange,
-                                                  &Open::OnChar);
-template <>
-const Slots Open<CKxDevUI_EditBoxSpin>::own = SlotsOf(&Open::OnSpin);
-template <>
-const Slots Open<CKxDevUI_HPot>::own = SlotsOf(&Open::OnHPotChange, &Open::OnHPotDragDrop, &Open::OnLeftButtonUp,
-                                               &Open::OnHoverForPad, &Open::UnHoverForPad, &Open::CreateLinearBitmap,
-                                               &Open::CreateNonlinearBitmap, &Open::CreateLinearRegionsBitmap,
-                                               &Open::CreateColorSliderBitmap);
-template <>
-const Slots Open<CKxDevUI_ColorSlider>::own = SlotsOf(&Open::OnPowerChanged, &Open::OnRangeChanged,
-                                                      &Open::OnLeftButtonUp, &Open::SetEnabled, &Open::HandleMouseWheel,
-                                                      &Open::OnInit, &Open::OnCommand, &Open::OnScroll,
-                                                      &Open::OnMouseWheel);
+// clang-format off
+template <> const Slots Open<CKxDevUI_Container>::own = SlotsOf(&Open::Create, &Open::GetEnabled, &Open::SetEnabled,
+    &Open::GetVisible, &Open::SetVisible, &Open::GetTitle, &Open::SetTitle, &Open::SetFocus, &Open::SetRedraw,
+    &Open::GetWindowSize, &Open::RefreshWindow, &Open::GetWindowPosition, &Open::GetWindowRectangle,
+    &Open::MoveWindow, &Open::MoveWindowRelative, &Open::ResizeWindow, &Open::ResizeWindowRelative,
+    &Open::HandleMouseWheel, &Open::OnInit, &Open::OnDestroy, &Open::OnCommand, &Open::OnNotify, &Open::OnScroll,
+    &Open::OnDrawItem, &Open::OnCtlColorStatic, &Open::OnMouseActivate, &Open::OnUpdateDeviceBand,
+    &Open::OnMouseWheel);
+template <> const Slots Open<CKxDevUI_EditBox>::own = SlotsOf(&Open::SetRestriction, &Open::SetMaxChars,
+    &Open::OnEnter, &Open::OnSetFocus, &Open::OnKillFocus, &Open::OnChange, &Open::OnChar);
+template <> const Slots Open<CKxDevUI_EditBoxSpin>::own = SlotsOf(&Open::OnSpin);
+template <> const Slots Open<CKxDevUI_HPot>::own = SlotsOf(&Open::OnHPotChange, &Open::OnHPotDragDrop,
+    &Open::OnLeftButtonUp, &Open::OnHoverForPad, &Open::UnHoverForPad, &Open::CreateLinearBitmap,
+    &Open::CreateNonlinearBitmap, &Open::CreateLinearRegionsBitmap, &Open::CreateColorSliderBitmap);
+template <> const Slots Open<CKxDevUI_ColorSlider>::own = SlotsOf(&Open::OnPowerChanged, &Open::OnRangeChanged,
+    &Open::OnLeftButtonUp, &Open::SetEnabled, &Open::HandleMouseWheel, &Open::OnInit, &Open::OnCommand,
+    &Open::OnScroll, &Open::OnMouseWheel);
 using RangeSlider = CKxDevUI_ColorSlider::CKxDevUI_ColorSliderRangeHPot;
-template <>
-const Slots Open<RangeSlider>::own = SlotsOf(&Open::OnRangeChanged);
-template <>
-const Slots Open<CKxDevUI_Shutter>::own = SlotsOf(&Open::UpdateShutterIcon, &Open::OnStateChangeRequest,
-                                                  &Open::OnRenameDlgRequest);
-template <>
-const Slots Open<CKxDevUI_ModeShutter>::own = SlotsOf(&Open::OnApertureChangeRequest, &Open::OnStateChangeRequest,
-                                                      &Open::OnModeChangeRequest);
-template <>
-const Slots Open<CKxDevUI_Nosepiece>::own = SlotsOf(&Open::OnPositionChangeRequest, &Open::OnSetupRequest);
-template <>
-const Slots Open<CKxDevUI_FilterWheel>::own = SlotsOf(&Open::OnPositionChangeRequest, &Open::OnSetupRequest);
-template <>
-const Slots Open<CKxDevUI_Switcher>::own = SlotsOf(&Open::OnPositionChangeRequest, &Open::OnSetPortSingleRequest);
-template <>
-const Slots Open<CKxDevUI_ZStack>::own = SlotsOf(
-    &Open::SetHandler, &Open::GetHandler, &Open::CreateUI, &Open::DestroyUI, &Open::GetHandle, &Open::SetUIParent,
-    &Open::Show, &Open::IsVisible, &Open::Enable, &Open::IsEnabled, &Open::SetRedrawEx, &Open::Update,
-    &Open::IsResizable, &Open::GetCurSize, &Open::CalcOptimalSize, &Open::Move, &Open::GetInterface, &Open::GetInfo,
-    &Open::CustomCommand, &Open::SetOptimalSize, &Open::SetLayoutStyle, &Open::GetEnableGuiFlag,
-    &Open::SetEnableGuiFlag, &Open::IsResizableInSteps, &Open::OnGuiZoomChanged, &Open::AppendZDevice,
-    &Open::OnPiezoPickerChanged, &Open::OnStepChanged, &Open::OnMoveZRequest, &Open::OnGoHomeRequest,
-    &Open::OnHostRequest, &Open::OnZDeviceShown, &Open::OnZStackChanged, &Open::OnEraseBkGnd);
+template <> const Slots Open<RangeSlider>::own = SlotsOf(&Open::OnRangeChanged);
+template <> const Slots Open<CKxDevUI_Shutter>::own = SlotsOf(&Open::UpdateShutterIcon, &Open::OnStateChangeRequest,
+    &Open::OnRenameDlgRequest);
+template <> const Slots Open<CKxDevUI_ModeShutter>::own = SlotsOf(&Open::OnApertureChangeRequest,
+    &Open::OnStateChangeRequest, &Open::OnModeChangeRequest);
+template <> const Slots Open<CKxDevUI_Nosepiece>::own = SlotsOf(&Open::OnPositionChangeRequest,
+    &Open::OnSetupRequest);
+template <> const Slots Open<CKxDevUI_FilterWheel>::own = SlotsOf(&Open::OnPositionChangeRequest,
+    &Open::OnSetupRequest);
+template <> const Slots Open<CKxDevUI_Switcher>::own = SlotsOf(&Open::OnPositionChangeRequest,
+    &Open::OnSetPortSingleRequest);
+template <> const Slots Open<CKxDevUI_ZStack>::own = SlotsOf( &Open::SetHandler, &Open::GetHandler, &Open::CreateUI,
+    &Open::DestroyUI, &Open::GetHandle, &Open::SetUIParent, &Open::Show, &Open::IsVisible, &Open::Enable,
+    &Open::IsEnabled, &Open::SetRedrawEx, &Open::Update, &Open::IsResizable, &Open::GetCurSize,
+    &Open::CalcOptimalSize, &Open::Move, &Open::GetInterface, &Open::GetInfo, &Open::CustomCommand,
+    &Open::SetOptimalSize, &Open::SetLayoutStyle, &Open::GetEnableGuiFlag, &Open::SetEnableGuiFlag,
+    &Open::IsResizableInSteps, &Open::OnGuiZoomChanged, &Open::AppendZDevice, &Open::OnPiezoPickerChanged,
+    &Open::OnStepChanged, &Open::OnMoveZRequest, &Open::OnGoHomeRequest, &Open::OnHostRequest,
+    &Open::OnZDeviceShown, &Open::OnZStackChanged, &Open::OnEraseBkGnd);
+// clang-format on
 Slots RadioSlots() {
     using R = CKxDevUI_Radio;
     using Text = const wchar_t*;

@@ -18,8 +18,7 @@ CKxStringA Square(const std::string& color) {
 }
 
 // An empty pool and a white board to draw on.
-class BitmapPool : public testing::Test {
-protected:
+struct BitmapPool : testing::Test {
     static constexpr RECT c_all{0, 0, 30, 20};
 
     BitmapPool() {
@@ -42,7 +41,6 @@ protected:
         return {bits, bits + c_all.right * c_all.bottom};
     }
 
-private:
     void* m_bits = nullptr;
     kx::ui::Bitmap m_bitmap;
     kx::ui::MemoryDC m_dc{CreateCompatibleDC(nullptr)};

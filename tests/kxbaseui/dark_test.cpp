@@ -28,8 +28,7 @@ void ExpectDark(const Picture& picture, const std::string& name) {
 HWND OpenMenu() { return FindWindowW(MAKEINTRESOURCEW(32768), nullptr); }
 
 // Looks at what a modal loop shows, as soon as it does, and ends the loop.
-class WhileOpen {
-public:
+struct WhileOpen {
     explicit WhileOpen(std::function<bool()> look) {
         s_look = std::move(look);
         SetTimer(nullptr, 0, 10, [](HWND, UINT, UINT_PTR timer, DWORD) {
@@ -39,7 +38,6 @@ public:
         });
     }
 
-private:
     static inline std::function<bool()> s_look;
 };
 

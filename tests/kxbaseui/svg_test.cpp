@@ -183,8 +183,7 @@ TEST(Svg, FitsItsBoxIntoTheImage) {
 }
 
 // Every letter is a square of 0.5, standing on the line, 0.6 wide.
-class Squares : public GlyphSource {
-public:
+struct Squares : GlyphSource {
     bool Outline(const Font&, char32_t character, Path& outline, double& advance) override {
         if (character != U' ') outline.Rectangle(0, -0.5, 0.5, 0.5, 0, 0);
         advance = 0.6;

@@ -48,8 +48,7 @@ BOOL WINAPI Out(HDC dc, int x, int y, UINT options, const RECT* rect, LPCWSTR te
 }
 
 // The functions that the library asks, and those by which it paints.
-class Heard {
-public:
+struct Heard {
     Heard() {
         using Plain = CKxStringW(const wchar_t*, const wchar_t*);
         using Remarked = CKxStringW(const wchar_t*, const wchar_t*, const wchar_t*);
@@ -78,7 +77,6 @@ public:
             nullptr);
     }
 
-private:
     std::vector<std::unique_ptr<Import>> imports_;
 };
 

@@ -7,8 +7,7 @@
 namespace kx::test {
 namespace {
 
-class LifeLaw : public LawTest {
-protected:
+struct LifeLaw : LawTest {
     LifeLaw() : LawTest({}) {}
 };
 

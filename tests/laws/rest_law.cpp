@@ -70,14 +70,12 @@ bool ComesToRest() {
 
 // Painting that has no end never comes back to say so: a container that paints its children in answer to their question
 // has each ask again. So the process ends with a failure while it lives too long.
-class Deadline {
-public:
+struct Deadline {
     Deadline() { CreateTimerQueueTimer(&timer_, nullptr, Miss, nullptr, 60000, 0, WT_EXECUTEONLYONCE); }
     ~Deadline() { DeleteTimerQueueTimer(nullptr, timer_, INVALID_HANDLE_VALUE); }
     Deadline(const Deadline&) = delete;
     Deadline& operator=(const Deadline&) = delete;
 
-private:
     static void CALLBACK Miss(void*, BOOLEAN) {
         std::puts("[  FAILED  ] the painting does not come to an end");
         std::fflush(stdout);

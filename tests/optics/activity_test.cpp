@@ -42,8 +42,7 @@ struct Switch : AskingPanel<CKxDevUI_Switcher> {
 };
 
 template <class Panel>
-class Life : public PanelTest<Panel> {
-protected:
+struct Life : PanelTest<Panel> {
     Life() {
         this->Open(560);
         this->panel.device.SetSpeed(0);

@@ -45,7 +45,7 @@ double AnyNumber(Random& random) {
 
 void TellAnyActivity(HWND control, Random& random) {
     const auto activity = static_cast<EKxActivity>(random.Between(0, static_cast<int>(EKxActivity::Locked)));
-    KX_TellActivity(control, {activity, random.Between(-1, 17), random.Of({L"", L"No answer from the motor"})});
+    KX_TellActivity(control, {activity, random.Between(-1, 17), random.Of({L"", L"17"})});
 }
 
 void WithDc(int width, int height, const std::function<void(HDC)>& run) {
