@@ -31,12 +31,14 @@ enum class EKxActivity {
 
 // The same with what belongs to it.
 struct KxActivity {
+    // What the control knows of its last request.
     EKxActivity activity = EKxActivity::AtRest;
     // Where it is going, counted as the control counts; -1, and one that the control has not, when nobody knows.
     long target = -1;
     // Why it has failed, was refused or is locked; empty leaves a plain text in its place.
     CKxStringW reason;
 
+    // The same state, target and reason.
     bool operator==(const KxActivity&) const = default;
 };
 

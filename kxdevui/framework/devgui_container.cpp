@@ -278,7 +278,9 @@ kx::ui::Handled CKxDevUI_Container::Handle(const kx::ui::Message& message) {
     }
     case WM_PAINT:
     case WM_PRINTCLIENT: {
-        const auto draw = [&](HDC dc, const RECT& area) { kx::ui::Activity::DrawFace(window, dc, area); };
+        const auto draw = [&message](HDC dc, const RECT& area) {
+            kx::ui::Activity::DrawFace(message.window, dc, area);
+        };
         return kx::ui::Paint(message, {.defaultFirst = true, .children = true, .buffered = false},
                              KX_GetSysColorBrush(COLOR_BTNFACE), draw);
     }

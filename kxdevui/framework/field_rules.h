@@ -24,8 +24,11 @@ KXDEVUI_API std::optional<std::wstring> NumberPasted(std::wstring_view pasted, w
 
 // A text, and what is selected in it: from `first` up to `last`, which is the caret's place.
 struct FieldText {
+    // In characters.
     std::wstring text;
-    std::size_t first = 0, last = 0;
+    std::size_t first = 0;
+    std::size_t last = 0;
+    // The same text with the same selection.
     bool operator==(const FieldText&) const = default;
 };
 

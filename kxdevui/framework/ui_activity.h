@@ -29,6 +29,7 @@ struct ActivityHost {
 // How a position is drawn.
 enum class PlaceLook { Plain, Current, Hollow, Target };
 
+// What one control knows of its last request, and how it shows that.
 class KXDEVUI_API Activity {
 public:
     // At rest, without a window.
@@ -50,6 +51,7 @@ public:
     // The control was given a position: an answer to what was asked.
     void Answer();
 
+    // As it was told last.
     const KxActivity& Now() const noexcept { return m_now; }
     // As KX_GetActivity tells it.
     KxActivity Shown() const;
@@ -77,6 +79,7 @@ public:
     // One question to the host, for the length of the callback; nested in another, it has a reason of its own.
     class KXDEVUI_API Question {
     public:
+        // From here to the end of the scope.
         explicit Question(const Activity& activity) noexcept;
         ~Question();
         Question(const Question&) = delete;

@@ -13,7 +13,7 @@ namespace kx::ui {
 
 // One field, as its control knows it.
 struct Field {
-    HWND edit;
+    HWND edit;              // the platform's
     wchar_t separator = 0;  // between values; 0 for one value
     bool anyText = false;   // it takes more than numbers: no character is refused
     std::wstring allowed;   // as an answer says it

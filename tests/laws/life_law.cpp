@@ -18,7 +18,8 @@ TEST_P(LifeLaw, EachStateIsSeen) {
             const State state{scheme, zoom, true};
             Begin(state);
             const HWND control = Control().Window();
-            if (!KX_TellActivity(control, {})) return Expect(KX_GetActivity(control) == KxActivity{}, "", "it has one");
+            if (!KX_TellActivity(control, KxActivity{}))
+                return Expect(KX_GetActivity(control) == KxActivity{}, "", "it has one");
             std::vector<Picture> seen{Picture::OnScreen(control)};
             for (const auto each : {EKxActivity::Asked, EKxActivity::Moving, EKxActivity::Unknown, EKxActivity::Failed,
                                     EKxActivity::Locked}) {
@@ -31,7 +32,7 @@ TEST_P(LifeLaw, EachStateIsSeen) {
                     Expect((each == EKxActivity::Moving && i == 1) || seen[i] != seen.back(), TextOf(state),
                            name + " looks like another state");
             }
-            KX_TellActivity(control, {});
+            KX_TellActivity(control, KxActivity{});
             Expect(Picture::OnScreen(control) == seen.front(), TextOf(state), "at rest it looks otherwise than before");
         }
     }

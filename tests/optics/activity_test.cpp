@@ -118,7 +118,7 @@ TYPED_TEST(Life, TellsWhatTheDeviceTells) {
     this->Open(560);
     EXPECT_EQ(this->Now(), A::Failed);
     EXPECT_NE(kx::ui::TextOf(this->panel).str().find(L"Fehler: overheated"), std::wstring::npos);
-    EXPECT_FALSE(KX_TellActivity(this->parent.Window(), {}));
+    EXPECT_FALSE(KX_TellActivity(this->parent.Window(), KxActivity{}));
     EXPECT_TRUE(NoGrowth(100, [&] { this->Tell(A::Moving, 2), this->Open(560), this->Tell(A::Failed), this->Seen(); }));
 }
 

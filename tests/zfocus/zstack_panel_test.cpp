@@ -85,7 +85,8 @@ TEST_F(ZStackPanel, SaysWhyZStaysWhereItIs) {
     panel.refusal = L"The stage is in the way";
     SendMessageW(Item(IDC_ZS_EDIT_TOP), WM_LBUTTONDBLCLK, 0, 0);
     EXPECT_EQ(KX_GetActivity(panel.GetHandle()), (KxActivity{EKxActivity::Refused, -1, panel.refusal}));
-    KX_TellActivity(panel.GetHandle(), {EKxActivity::Failed, -1, L"stuck"}), KX_TellActivity(panel.GetHandle(), {});
+    KX_TellActivity(panel.GetHandle(), {EKxActivity::Failed, -1, L"stuck"}),
+        KX_TellActivity(panel.GetHandle(), KxActivity{});
     EXPECT_EQ(kx::ui::TextOf(panel.GetHandle()), L"Z-Stack") << "called by its own name again";
 }
 
