@@ -1,6 +1,8 @@
 // The stand's page: containers, and the modal dialog.
 #include "../tour.h"
 
+#include <kxdevui/framework/ui_answer.h>
+
 #include "../main_window.h"
 #include "../pages/stand_page.h"
 #include "../resources/resource.h"
@@ -54,9 +56,7 @@ void Tour::PlanDialog() {
     Click(inDialog(IDC_SERIES_INTERVAL));
     Type(L"x");
     Key(VK_RETURN);
-    Await([] { return GetDlgItem(GetActiveWindow(), IDC_SERIES_COUNT) ? HWND{} : GetActiveWindow(); });
+    Await([] { return kx::ui::AnswerWindow(); });
     Picture(L"06-series-refused");
-    Key(VK_RETURN);
-    Await(inDialog(IDC_SERIES_COUNT));
     Key(VK_ESCAPE);
 }
