@@ -559,7 +559,7 @@ kx::ui::Handled CKxDevUI_EditBox::HandleFocus(const kx::ui::Message& message) {
     }
     // The host finds what may be entered. What was typed is told of in the answer, which stays beside the field.
     if (!AnswerFault()) {
-        const std::wstring answer = L"\"" + GetText().str().substr(0, kMostQuoted) + L"\": " + AllowedInWords();
+        const std::wstring answer = L"\"" + GetText().str().substr(0, kMostQuoted) + L"\": " + Fault();
         kx::ui::RevertField(m_edit);
         if (alive && m_edit == message.window) kx::ui::ShowAnswer(m_edit, answer);
     }
@@ -586,8 +586,7 @@ kx::ui::Handled CKxDevUI_EditBox::HandleChar(const kx::ui::Message& message) {
         }
     }
     if (!stands()) return std::nullopt;
-    return kx::ui::TypeInField(message, {.edit = m_edit,
-                                         .separator = m_content == Content::List ? m_separator : wchar_t{0},
+    return kx::ui::TypeInField(message, {.separator = m_content == Content::List ? m_separator : wchar_t{0},
                                          .anyText = m_content == Content::Text,
-                                         .allowed = AllowedInWords()});
+                                         .allowed = [this] { return AllowedInWords(); }});
 }

@@ -6,6 +6,7 @@
 #include <limits>
 #include <numeric>
 
+#include <kxdevui/framework/field_rules.h>
 #include <kxsystem/kx_number.h>
 
 namespace kx::ui {
@@ -13,7 +14,6 @@ namespace kx::ui {
 namespace {
 
 constexpr std::wstring_view kBlanks = L" \t\r\n\u00A0\u202F";
-constexpr std::wstring_view kNumberParts = L"0123456789+-.eE";
 
 // More would only cost time: the text is cut long before.
 constexpr std::size_t kMostDigits = 4;

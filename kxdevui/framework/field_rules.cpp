@@ -11,7 +11,6 @@ namespace kx::ui {
 namespace {
 
 constexpr wchar_t kSource[] = L"devgui_editbox";
-constexpr std::wstring_view kNumberParts = L"0123456789+-.eE";
 // Spreadsheets and web pages send them along.
 constexpr std::wstring_view kAround = L" \t\r\n\u00A0\u2007\u2009\u202F\u3000\u200B\u200E\u200F\u061C\uFEFF";
 constexpr std::wstring_view kBlanks = L" \u00A0\u202F";

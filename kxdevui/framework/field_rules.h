@@ -11,6 +11,9 @@
 
 namespace kx::ui {
 
+// All characters that a number may have.
+inline constexpr std::wstring_view kNumberParts = L"0123456789+-.eE";
+
 // The character that is written for a typed one, in a field whose values are separated by `separator` (0: one value):
 // digits of every script become 0 to 9, a comma and a full-width point become the point unless they separate, the
 // typographic minus becomes the hyphen. Empty for what no number has; a list has blanks and its separator as well.

@@ -58,7 +58,7 @@ Handled Paste(HWND edit, const Field& field) {
     const FieldText before = TextIn(edit);
     const auto most = static_cast<std::size_t>(SendMessageW(edit, EM_GETLIMITTEXT, 0, 0));
     if (!text || (!text->empty() && Written(before, *text, most) == before)) {
-        ShowAnswer(edit, field.allowed);
+        ShowAnswer(edit, field.allowed());
         return 0;
     }
     HideAnswer(edit);
@@ -103,8 +103,6 @@ void FieldEntered(HWND edit) {
     SendMessageW(edit, EM_SETMODIFY, FALSE, 0);
 }
 
-std::wstring HeldText(HWND edit) { return Held(edit); }
-
 void SelectOnFocus(const Message& message) {
     if (message.id != WM_SETFOCUS || !KX_GetFieldHabits(message.window).select) return;
     // The pointer places the caret itself; a program that comes to the front finds its field as it was.
@@ -138,7 +136,7 @@ Handled TypeInField(const Message& message, const Field& field) {
         return std::nullopt;
     }
     const auto written = NumberCharacter(typed, field.separator);
-    if (!written) return ShowAnswer(edit, field.allowed), 0;
+    if (!written) return ShowAnswer(edit, field.allowed()), 0;
     HideAnswer(edit);
     return CallPrevious({edit, WM_CHAR, *written, message.lParam});
 }

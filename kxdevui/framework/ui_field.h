@@ -4,6 +4,7 @@
 
 #include <windows.h>
 
+#include <functional>
 #include <string>
 
 #include <kxdevui/framework/field_rules.h>
@@ -13,18 +14,15 @@ namespace kx::ui {
 
 // One field, as its control knows it.
 struct Field {
-    HWND edit;              // the platform's
-    wchar_t separator = 0;  // between values; 0 for one value
-    bool anyText = false;   // it takes more than numbers: no character is refused
-    std::wstring allowed;   // as an answer says it
+    wchar_t separator = 0;                  // between values; 0 for one value
+    bool anyText = false;                   // it takes more than numbers: no character is refused
+    std::function<std::wstring()> allowed;  // what an answer says, asked for when there is one
 };
 
 // To be called first with every message of the edit: remembers a text that is set.
 KXDEVUI_API void NoteField(const Message& message);
 // What is in the edit has been entered, and is what Escape goes back to.
 KXDEVUI_API void FieldEntered(HWND edit);
-// The text that was last set or entered.
-KXDEVUI_API std::wstring HeldText(HWND edit);
 
 // For WM_SETFOCUS: selects all when the focus came by key.
 KXDEVUI_API void SelectOnFocus(const Message& message);

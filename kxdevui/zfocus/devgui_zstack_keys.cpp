@@ -18,6 +18,7 @@ namespace {
 
 // What each field allows beyond that is the record's to say.
 constexpr Allowed kAnyNumber{-std::numeric_limits<double>::infinity(), std::numeric_limits<double>::infinity()};
+std::wstring AnyNumber() { return AllowedText(kAnyNumber); }
 
 constexpr long kMarkGap = 2;  // pixels before the mark in a field
 constexpr wchar_t kTab = L'\t', kEnter = L'\r', kEscape = 27, kSpace = L' ';
@@ -72,7 +73,7 @@ Handled CKxDevUI_ZStack::HandleEdit(const Message& message) {
     }
     switch (message.id) {
     case WM_CHAR: return EditOnChar(message);
-    case WM_PASTE: return TypeInField(message, {.edit = message.window, .allowed = AllowedText(kAnyNumber)});
+    case WM_PASTE: return TypeInField(message, {.allowed = AnyNumber});
     // Their characters are handled; a single-line edit makes a click on the dialog's default button of the key.
     case WM_KEYDOWN: return message.wParam == VK_RETURN || message.wParam == VK_ESCAPE ? Handled(0) : std::nullopt;
     case WM_LBUTTONDBLCLK: return EditOnLButtonDblClk(message.window);
@@ -106,7 +107,7 @@ Handled CKxDevUI_ZStack::EditOnChar(const Message& message) {
     case kSpace:
         if (!IsWritable(GetDlgCtrlID(edit))) return EditOnLButtonDblClk(edit);
         [[fallthrough]];
-    default: return TypeInField(message, {.edit = edit, .allowed = AllowedText(kAnyNumber)});
+    default: return TypeInField(message, {.allowed = AnyNumber});
     }
 }
 
