@@ -58,6 +58,8 @@ protected:
         CKxStringW title;     // in the language of the user interface
         // Tab stops at its parts, each by itself, and not at the control.
         bool tabsInside = false;
+        // Places its parts by itself when it is sized, and gives them its font: the layout manager leaves them alone.
+        bool ownLayout = false;
     };
     // For the control T that is being made.
     template <class T>
@@ -86,6 +88,7 @@ private:
         void (*update)(Control&, CDMApi_LogDevId, const void* flags);
         std::optional<LRESULT> (*handle)(Control&, const Message&);
         ATOM atom;
+        bool ownLayout;
     };
     Control(Class& own, const Design& design);
     static LRESULT Answer(HWND window, UINT id, WPARAM wParam, LPARAM lParam) noexcept;
@@ -100,7 +103,8 @@ private:
     static Flags FlagsOf(Result (T::*update)(CDMApi_LogDevId, const Flags&));
     template <class T>
     static Class& ClassOf(const Design& design) {
-        static Class made{design.name, design.tabsInside, ProcedureOf<T>, nullptr, nullptr, nullptr, nullptr, 0};
+        static Class made{design.name, design.tabsInside, ProcedureOf<T>, nullptr, nullptr, nullptr, nullptr,
+                          0,           design.ownLayout};
         made.make = [](Control& control, const Parts& parts) { return static_cast<T&>(control).Make(parts); };
         if constexpr (requires { &T::Command; })
             made.command = [](Control& control, int id, int code) { static_cast<T&>(control).Command(id, code); };

@@ -70,6 +70,7 @@ HWND Control::Create(HWND parent, long x, long y, long cx, long cy, bool, bool) 
                                             {.name = m_class->name,
                                              .object = m_class->name,
                                              .procedure = m_class->procedure,
+                                             .ownLayout = m_class->ownLayout,
                                              .style = m_class->tabsInside ? DWORD{0} : DWORD{WS_TABSTOP},
                                              .extendedStyle = m_class->tabsInside ? DWORD{WS_EX_CONTROLPARENT} : 0},
                                             parent, {x, y}, {cx, cy});
