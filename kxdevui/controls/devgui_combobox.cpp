@@ -62,10 +62,10 @@ CKxDevUI_ComboBox::~CKxDevUI_ComboBox() { Binding::EndOwnWindow(this); }
 
 // ---- Creation ------------------------------------------------------------------------------------------------------
 
-HWND CKxDevUI_ComboBox::Create(HWND parent, HWND placeholder) {
+void CKxDevUI_ComboBox::Adopt(HWND placeholder) {
     COMBOBOXINFO info{};
     info.cbSize = sizeof info;
-    if (!m_hWnd && GetComboBoxInfo(placeholder, &info)) {
+    if (GetComboBoxInfo(placeholder, &info)) {
         if ((GetWindowLongW(placeholder, GWL_STYLE) & 3) != CBS_DROPDOWNLIST && !m_typing)
             m_typing = Typing{.anyText = true};
         RECT open{};
@@ -74,7 +74,7 @@ HWND CKxDevUI_ComboBox::Create(HWND parent, HWND placeholder) {
         const long rows = row > 0 ? (open.bottom - open.top - HeightOf(placeholder)) / row : 0;
         if (rows > 1) m_shownRows = static_cast<int>(rows);
     }
-    return ListControl::Create(parent, placeholder);
+    ListControl::Adopt(placeholder);
 }
 
 long CKxDevUI_ComboBox::DropHeight() const { return m_shownRows * RowHeight() + kEdge; }

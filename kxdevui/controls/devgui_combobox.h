@@ -9,7 +9,8 @@
 
 #include <kxdevui/controls/devgui_listcontrol.h>
 
-// One of a list of values (devgui_listcontrol.h says what such a list is), shown in a field whose list drops down.
+// One of a list of values (devgui_listcontrol.h says what such a list is), shown in a field whose list drops down. Of a
+// combo box whose place is taken it also takes whether text can be typed, and how far the list drops down.
 //
 // While the list is open, keys and the mouse only lead to a value; it is chosen with Enter, a click, or as the list
 // closes by F4 or Alt+Up. Escape leaves things as they are. While it is closed, the arrow keys, Page Up and Down, Home,
@@ -25,10 +26,6 @@ public:
     CKxDevUI_ComboBox();
     // Destroys the window.
     ~CKxDevUI_ComboBox() override;
-
-    // Takes also from a combo box whether text can be typed, and how far its list drops down.
-    using ListControl::Create;
-    HWND Create(HWND parent, HWND placeholder);
 
     // How many rows the list shows at once; less than 1 is 1.
     void SetRows(int rows);
@@ -60,6 +57,7 @@ private:
     friend class kx::ui::Control;
     static const Kind kKind;
     bool Make(const kx::ui::Parts& parts);
+    void Adopt(HWND placeholder);
     void Command(int id, int code);
     std::optional<LRESULT> Handle(const kx::ui::Message& message);
 

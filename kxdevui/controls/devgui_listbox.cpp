@@ -34,12 +34,12 @@ CKxDevUI_ListBox::CKxDevUI_ListBox()
 
 CKxDevUI_ListBox::~CKxDevUI_ListBox() { Binding::EndOwnWindow(this); }
 
-HWND CKxDevUI_ListBox::Create(HWND parent, HWND placeholder) {
+void CKxDevUI_ListBox::Adopt(HWND placeholder) {
     wchar_t name[16] = L"";
     GetClassNameW(placeholder, name, 16);
     const LONG style = GetWindowLongW(placeholder, GWL_STYLE);
-    if (!m_hWnd && lstrcmpiW(name, L"ListBox") == 0 && (style & (LBS_MULTIPLESEL | LBS_EXTENDEDSEL))) m_multiple = true;
-    return ListControl::Create(parent, placeholder);
+    if (lstrcmpiW(name, L"ListBox") == 0 && (style & (LBS_MULTIPLESEL | LBS_EXTENDEDSEL))) m_multiple = true;
+    ListControl::Adopt(placeholder);
 }
 
 bool CKxDevUI_ListBox::Make(const Parts& parts) {
@@ -87,9 +87,11 @@ void CKxDevUI_ListBox::ShowValue(int index) {
 
 void CKxDevUI_ListBox::Show() {
     if (!m_multiple) {
-        if (Ask(m_inner, LB_GETCURSEL) != m_values.First())
-            Ask(m_inner, LB_SETCURSEL, static_cast<WPARAM>(m_values.First()));
-        return;
+        if (Ask(m_inner, LB_GETCURSEL) == m_values.First()) return;
+        Ask(m_inner, LB_SETCURSEL, static_cast<WPARAM>(m_values.First()));
+        // Under Wine half a row is enough for it to be seen, and the line of the focus is left behind.
+        if (GetFocus() == m_inner) InvalidateRect(m_inner, nullptr, FALSE);
+        return ShowValue(m_values.First());
     }
     const std::vector<int> marked = Marked(), chosen = m_values.Chosen().indexes;
     for (const int index : marked)
@@ -190,6 +192,12 @@ void CKxDevUI_ListBox::Command(int, int code) {
 }
 
 Handled CKxDevUI_ListBox::Handle(const Message& message) {
+    if (message.id == WM_SETFONT) {
+        const Handled answer = HandleList(message);
+        // Sized before its rows are, it may have scrolled.
+        ShowValue(m_values.First());
+        return answer;
+    }
     if (message.id != WM_SIZE) return HandleList(message);
     RECT client{};
     if (m_inner && GetClientRect(m_hWnd, &client))

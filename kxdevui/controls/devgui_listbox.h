@@ -21,10 +21,6 @@ public:
     // Destroys the window.
     ~CKxDevUI_ListBox() override;
 
-    // Takes also from a list box whether several can be chosen.
-    using ListControl::Create;
-    HWND Create(HWND parent, HWND placeholder);
-
     // Whether several values can be chosen. Only the first of those that are stays when that ends. The platform's
     // control is made anew for it.
     void SetMultiple(bool multiple);
@@ -47,6 +43,7 @@ private:
     friend class kx::ui::Control;
     static const Kind kKind;
     bool Make(const kx::ui::Parts& parts);
+    void Adopt(HWND placeholder);
     void Command(int id, int code);
     std::optional<LRESULT> Handle(const kx::ui::Message& message);
 

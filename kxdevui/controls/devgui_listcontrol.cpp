@@ -1,5 +1,6 @@
 #include <kxdevui/controls/devgui_listcontrol.h>
 
+#include <algorithm>
 #include <utility>
 
 #include <kxbaseui/kx_bitmappool.h>
@@ -8,7 +9,6 @@
 #include <kxbaseui/kx_layoutmanager.h>
 #include <kxbaseui/kx_schemecontrols.h>
 #include <kxdevui/framework/ui_control.h>
-#include <kxdevui/framework/ui_placeholder.h>
 #include <kxsystem/kx_log.h>
 
 namespace kx::ui {
@@ -52,25 +52,8 @@ private:
 
 // ---- Creation ------------------------------------------------------------------------------------------------------
 
-HWND ListControl::Create(HWND parent, HWND placeholder) {
-    const auto old = Placeholder::Of(parent, placeholder);
-    if (!old) return nullptr;
-    if (m_id == 0) m_id = old->id;
-    m_enabled = old->enabled;
-    m_visible = old->visible;
-    Take(placeholder);
-    // Its size is one of the zoom.
-    const long width = CKxGUILayoutManager::Unzoomed(old->place.right - old->place.left);
-    const long height = CKxGUILayoutManager::Unzoomed(old->place.bottom - old->place.top);
-    const Alive alive(this);
-    const HWND window = Create(old->parent, old->place.left, old->place.top, width, height, true, true);
-    if (!window || !alive || !IsWindow(placeholder)) return nullptr;
-    old->GiveTo(window);
-    return alive ? m_hWnd : nullptr;
-}
-
 // What the platform's two lists have under different numbers.
-void ListControl::Take(HWND placeholder) {
+void ListControl::Adopt(HWND placeholder) {
     const bool isCombo = IsOfClass(placeholder, L"ComboBox");
     if (!isCombo && !IsOfClass(placeholder, L"ListBox")) return;
     const auto ask = [=](UINT ofCombo, UINT ofList, WPARAM wParam = 0, LPARAM lParam = 0) {
@@ -332,13 +315,23 @@ std::optional<int> ListControl::TypedTo(wchar_t character, int from) {
 
 // ---- Looks ---------------------------------------------------------------------------------------------------------
 
-long ListControl::RowHeight() const {
-    const WindowDC dc(m_hWnd);
-    // It is asked for before there is a control with a font.
-    const Selection font(dc, m_inner ? FontOf(m_inner) : KX_GetDefaultGuiFontZoom(1.0));
+namespace {
+
+long TextHeight(HDC dc, HFONT font) {
+    const Selection selection(dc, font);
     TEXTMETRICW metrics{};
     GetTextMetricsW(dc, &metrics);
-    return metrics.tmHeight + (m_inner ? CKxGUILayoutManager::Zoomed(kLeading) : kLeading);
+    return metrics.tmHeight;
+}
+
+}  // namespace
+
+// In proportion to the zoom, where the font allows it. The platform asks before there is a control with a font.
+long ListControl::RowHeight() const {
+    const WindowDC dc(m_hWnd);
+    const long unzoomed = TextHeight(dc, KX_GetDefaultGuiFontZoom(1.0)) + kLeading;
+    if (!m_inner) return unzoomed;
+    return std::max(CKxGUILayoutManager::Zoomed(unzoomed), TextHeight(dc, FontOf(m_inner)));
 }
 
 void ListControl::Redraw() const {

@@ -27,13 +27,13 @@ namespace kx::ui {
 class KXDEVUI_API ListControl : public Control {
 public:
     using Control::Create;
-    // In the place of a control of somebody's dialog, in its size, its place in the tab order, its state, and with its
-    // id unless SetId has given one (other than 0). The values of a combo box or a list box are taken, with what is
-    // chosen of them and their item data as user data; any other control gives its place. It is destroyed.
+    // In the place of a control of somebody's dialog, which is destroyed: at its place in the tab order, in its size,
+    // font and state, and with its id unless SetId has given one (other than 0). The values of a combo box or a list
+    // box are taken, with what is chosen of them and their item data as user data; any other control gives its place.
     //
     // Null, and logged, when there is no such control of `parent` (null: of any), and for one of the library's; null
     // too when somebody ends the control meanwhile.
-    HWND Create(HWND parent, HWND placeholder);
+    HWND Create(HWND parent, HWND placeholder) { return CreateInPlaceOf(parent, placeholder); }
 
     // ---- Values ----
 
@@ -114,6 +114,8 @@ protected:
     template <class T>
     ListControl(T* control, const Design& design, const Kind& kind) : Control(control, design), m_kind(kind) {}
 
+    // Takes the values of a control whose place is taken.
+    void Adopt(HWND placeholder);
     // Sends what OnSelectionChangeRequest sends.
     void TellParent();
     // What the user wants: asks the host, unless it is so already.
@@ -148,7 +150,6 @@ private:
     friend class Control;
     static LRESULT CALLBACK InnerProc(HWND window, UINT id, WPARAM wParam, LPARAM lParam);
     std::optional<LRESULT> HandleInner(const Message& message);
-    void Take(HWND placeholder);
     void Fill();
     void Redraw() const;
     void Draw(const DRAWITEMSTRUCT& item) const;

@@ -57,7 +57,9 @@ std::wstring NothingChosen() { return KX_GetTranslation(L"You have to choose val
 int ValueList::Insert(std::wstring text, int index) {
     if (index == -1) index = Count();
     if (index < 0 || index > Count()) return -1;
-    m_values.insert(m_values.begin() + index, ListValue{std::move(text), 0, true, 0, std::nullopt});
+    auto value = std::make_unique<ListValue>();
+    value->text = std::move(text);
+    m_values.insert(m_values.begin() + index, std::move(value));
     MakeRoom(m_chosen, index);
     MakeRoom(m_before, index);
     return index;
@@ -112,6 +114,7 @@ int TypeAhead::Type(wchar_t letter, std::uint32_t time, const ValueList& list, i
         const int at = (std::max(first, 0) + i) % count;
         if (list.IsUsable(at) && BeginsWith(list.At(at).text, looked)) return at;
     }
+    m_typed.pop_back();
     return -1;
 }
 

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -67,11 +68,15 @@ struct ListChoice {
 // values when others come and go.
 class KXDEVUI_API ValueList {
 public:
+    ValueList() = default;
+    ValueList(const ValueList&) = delete;
+    ValueList& operator=(const ValueList&) = delete;
+
     int Count() const noexcept { return static_cast<int>(m_values.size()); }
     bool Has(int index) const noexcept { return index >= 0 && index < Count(); }
     // Of a value that is there.
-    ListValue& At(int index) { return m_values[static_cast<std::size_t>(index)]; }
-    const ListValue& At(int index) const { return m_values[static_cast<std::size_t>(index)]; }
+    ListValue& At(int index) { return *m_values[static_cast<std::size_t>(index)]; }
+    const ListValue& At(int index) const { return *m_values[static_cast<std::size_t>(index)]; }
     // Whether the user can choose it.
     bool IsUsable(int index) const { return Has(index) && At(index).enabled; }
     // Whether there is room for a picture before the texts.
@@ -99,13 +104,15 @@ public:
     int Reach(int from, int by) const;
 
 private:
-    std::vector<ListValue> m_values;
+    // Pointers: of thousands, those that move up for a new one are moved at once.
+    std::vector<std::unique_ptr<ListValue>> m_values;
     ListChoice m_chosen, m_before;
     bool m_hasPictures = false;
 };
 
 // Letters that are typed one after the other lead to the next value that begins with them; the same one again leads
-// on. Upper and lower case count alike, and what cannot be used is passed over.
+// on, and one that leads nowhere is forgotten. Upper and lower case count alike, and what cannot be used is passed
+// over.
 class KXDEVUI_API TypeAhead {
 public:
     // So long after the last a letter begins anew, in milliseconds.

@@ -31,7 +31,7 @@ struct ListSubject : SubjectOf<Control> {
         control_->SetId(7);
         if constexpr (special && kIsCombo) control_->SetEditable({.minimum = 0, .maximum = 100, .unit = L"ms"});
         if constexpr (!kIsCombo) control_->SetMultiple(special);
-        control_->Create(parent, 5, 5, 100, kIsCombo ? 22 : 66, true, true);
+        control_->Create(parent, 5, 5, 100, kIsCombo ? 22 : 88, true, true);
         control_->RemoveAllValues();
         for (const wchar_t* text : {L"10 ms", L"20 ms", L"50 ms", L"100 ms", L"gain"})
             control_->InsertValue(text, -1);
@@ -55,7 +55,8 @@ struct ListSubject : SubjectOf<Control> {
             {"removing all", [this](Random& r) { r.OneIn(4) ? control_->RemoveAllValues() : void(); }},
             {"a colour",
              [=, this](Random& r) { control_->SetValueColor(index(r), r.OneIn(4) ? CLR_INVALID : RGB(200, 0, 0)); }},
-            {"an image", Do(&Control::SetValueImage, index, OneOf<const wchar_t*>({L"IMG_SETUP", L"none", nullptr}))},
+            {"an image",
+             Do(&Control::SetValueImage, index, OneOf<const wchar_t*>({L"SHUTTER_OPEN", L"none", nullptr}))},
             {"asking",
              [=, this](Random& r) {
                  control_->SetUserData(index(r), 5), control_->GetUserData(index(r));
@@ -78,7 +79,12 @@ struct ListSubject : SubjectOf<Control> {
         return true;
     }
     std::vector<std::wstring> OwnTexts() const override { return {L"1", L"2", L"5", L"g"}; }
-    std::vector<Exception> Exceptions() const override { return {{Law::Silence, "the wheel", "is the user's"}}; }
+    std::vector<Exception> Exceptions() const override {
+        return {{Law::Silence, "the wheel", "is the user's"},
+                {Law::Zoom, "inserting", "another zoom scrolls to what is chosen, values that come do not"}};
+    }
+    // The platform's frame is a line at every zoom.
+    int Coarseness() const override { return 60; }
     std::string CheckOwn() override {
         const HWND inner = GetDlgItem(this->Window(), 10000);
         if (!inner) return this->Window() ? "the platform's control is missing" : "";
