@@ -22,7 +22,7 @@ struct Combo {
     using Control = CKxDevUI_ComboBox;
     static constexpr const wchar_t* kClass = L"COMBOBOX";
     static constexpr DWORD kStyle = CBS_DROPDOWNLIST | WS_VSCROLL;
-    static constexpr SIZE kSize{120, 22}, kInner{120, 222};
+    static constexpr SIZE kSize{120, 21}, kInner{120, 203};
     static constexpr UINT kInsert = CB_INSERTSTRING, kSelect = CB_SETCURSEL;
 };
 struct List {

@@ -16,8 +16,8 @@ namespace {
 constexpr int kEdge = 2;  // of the list, both lines
 constexpr std::size_t kMostQuoted = 30;
 
-// What a closed box is higher than its field: the platform's choice, which it does not tell.
-long s_frame = 6;
+// What the platform gives a field beyond what it is told to: two pixels under Wine.
+long s_more = 0;
 
 long HeightOf(HWND window) {
     RECT rect{};
@@ -44,7 +44,6 @@ int StepOfKey(WPARAM key, int page, bool inText) {
 }  // namespace
 
 const ListControl::Kind CKxDevUI_ComboBox::kKind{
-    .insert = CB_INSERTSTRING,
     .remove = CB_DELETESTRING,
     .clear = CB_RESETCONTENT,
     .rowHeight = CB_SETITEMHEIGHT,
@@ -56,7 +55,7 @@ const ListControl::Kind CKxDevUI_ComboBox::kKind{
 };
 
 CKxDevUI_ComboBox::CKxDevUI_ComboBox()
-    : ListControl(this, {.name = L"KxDevUI_ComboBox", .size = {120, 22}, .title = {}, .ownLayout = true}, kKind) {}
+    : ListControl(this, {.name = L"KxDevUI_ComboBox", .size = {120, 21}, .title = {}, .ownLayout = true}, kKind) {}
 
 CKxDevUI_ComboBox::~CKxDevUI_ComboBox() { Binding::EndOwnWindow(this); }
 
@@ -80,6 +79,7 @@ void CKxDevUI_ComboBox::Adopt(HWND placeholder) {
 long CKxDevUI_ComboBox::DropHeight() const { return m_shownRows * RowHeight() + kEdge; }
 
 bool CKxDevUI_ComboBox::Make(const Parts& parts) {
+    Begin();
     m_edit = nullptr;
     m_picked = false;
     const DWORD kind = m_typing ? DWORD{CBS_DROPDOWN} : DWORD{CBS_DROPDOWNLIST};
@@ -96,16 +96,16 @@ bool CKxDevUI_ComboBox::Make(const Parts& parts) {
         m_edit = info.hwndItem;
         UseInputMethod(m_edit, m_typing->anyText);
         Watch(m_edit);
-        Show();
     }
-    s_frame += HeightOf(m_inner) - m_height;
-    Layout();
+    Fill();
+    if (m_edit) Show();
+    Layout(false);
     return static_cast<bool>(parts);
 }
 
 void CKxDevUI_ComboBox::SetRows(int rows) {
     m_shownRows = std::clamp(rows, 1, 1000);
-    Layout();
+    Layout(true);
 }
 
 void CKxDevUI_ComboBox::SetEditable(const Typing& typing) {
@@ -121,18 +121,18 @@ void CKxDevUI_ComboBox::SetNotEditable() {
 }
 
 // The box sizes itself by its field: what it is given is the height of its list.
-void CKxDevUI_ComboBox::Layout() {
+void CKxDevUI_ComboBox::Layout(bool anew) {
     RECT client{}, box{};
     if (!m_inner || !GetClientRect(m_hWnd, &client)) return;
-    // Twice: under Wine the field gets two pixels more than it is given.
-    long given = 0;
     for (int i = 0; i < 2 && HeightOf(m_inner) != client.bottom; ++i) {
-        if (i == 0) given = static_cast<long>(SendMessageW(m_inner, CB_GETITEMHEIGHT, static_cast<WPARAM>(-1), 0));
-        given = std::max(1L, given - HeightOf(m_inner) + client.bottom);
-        SendMessageW(m_inner, CB_SETITEMHEIGHT, static_cast<WPARAM>(-1), given);
+        const auto field = static_cast<long>(SendMessageW(m_inner, CB_GETITEMHEIGHT, static_cast<WPARAM>(-1), 0));
+        const long wanted = std::max(1L, field + client.bottom - HeightOf(m_inner));
+        SendMessageW(m_inner, CB_SETITEMHEIGHT, static_cast<WPARAM>(-1), std::max(1L, wanted - s_more));
+        s_more += static_cast<long>(SendMessageW(m_inner, CB_GETITEMHEIGHT, static_cast<WPARAM>(-1), 0)) - wanted;
+        s_more = std::clamp(s_more, 0L, 10L);
     }
     GetWindowRect(m_inner, &box);
-    if (box.right - box.left == client.right && given == 0) return;
+    if (!anew && box.right - box.left == client.right) return;
     SetWindowPos(m_inner, nullptr, 0, 0, client.right, client.bottom + DropHeight(), SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
@@ -141,7 +141,7 @@ void CKxDevUI_ComboBox::Layout() {
 void CKxDevUI_ComboBox::Show() {
     const int index = m_values.First();
     const HWND edit = m_edit;
-    if (SendMessageW(m_inner, CB_GETCURSEL, 0, 0) != index || edit)
+    if (CallPrevious({m_rows, LB_GETCURSEL, 0, 0}) != index || edit)
         SendMessageW(m_inner, CB_SETCURSEL, static_cast<WPARAM>(index), 0);
     if (!edit) return;
     if (index < 0) SetWindowTextW(edit, m_values.Chosen().typed.c_str());
@@ -326,18 +326,10 @@ Handled CKxDevUI_ComboBox::Before(const Message& message) {
 Handled CKxDevUI_ComboBox::Handle(const Message& message) {
     switch (message.id) {
     case WM_DESTROY: m_edit = nullptr; break;
-    case WM_SIZE: Layout(); return 0;
-    case WM_MEASUREITEM: {
-        auto& item = *reinterpret_cast<MEASUREITEMSTRUCT*>(message.lParam);
-        if (static_cast<int>(item.itemID) != -1) break;
-        RECT client{};
-        GetClientRect(m_hWnd, &client);
-        item.itemHeight = static_cast<UINT>(std::max(1L, client.bottom - s_frame));
-        return TRUE;
-    }
+    case WM_SIZE: Layout(true); return 0;
     case WM_SETFONT: {
         const Handled answer = HandleList(message);
-        Layout();
+        Layout(true);
         return answer;
     }
     default: break;

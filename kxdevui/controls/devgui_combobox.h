@@ -22,7 +22,7 @@
 // (OnValueChangeRequest); what is not allowed goes, and what was shown comes back.
 class KXDEVUI_API CKxDevUI_ComboBox : public kx::ui::ListControl {
 public:
-    // Nominal size 120 by 22, no values; the list shows up to 12 rows.
+    // Nominal size 120 by 21, the platform's own height, no values; the list shows up to 12 rows.
     CKxDevUI_ComboBox();
     // Destroys the window.
     ~CKxDevUI_ComboBox() override;
@@ -77,7 +77,7 @@ private:
     void LeaveEdit();
     std::optional<int> MeantByTyped(const std::wstring& text) const;
     std::wstring AllowedInWords() const;
-    void Layout();
+    void Layout(bool anew);
     long DropHeight() const;
 
     HWND m_edit = nullptr;

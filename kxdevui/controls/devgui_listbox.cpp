@@ -9,8 +9,9 @@ using namespace kx::ui;
 
 namespace {
 
+// The platform's procedure alone; nobody before it has to do with messages of lists.
 int Ask(HWND list, UINT message, WPARAM wParam = 0, LPARAM lParam = 0) {
-    return static_cast<int>(SendMessageW(list, message, wParam, lParam));
+    return static_cast<int>(CallPrevious({list, message, wParam, lParam}));
 }
 
 bool IsHeld(int key) { return GetKeyState(key) < 0; }
@@ -18,7 +19,6 @@ bool IsHeld(int key) { return GetKeyState(key) < 0; }
 }  // namespace
 
 const ListControl::Kind CKxDevUI_ListBox::kKind{
-    .insert = LB_INSERTSTRING,
     .remove = LB_DELETESTRING,
     .clear = LB_RESETCONTENT,
     .rowHeight = LB_SETITEMHEIGHT,
@@ -43,11 +43,13 @@ void CKxDevUI_ListBox::Adopt(HWND placeholder) {
 }
 
 bool CKxDevUI_ListBox::Make(const Parts& parts) {
+    Begin();
     // Of any height, so that it stands in exactly the place that it is given.
     const DWORD style =
         WS_BORDER | WS_VSCROLL | LBS_NOTIFY | LBS_OWNERDRAWFIXED | LBS_HASSTRINGS | LBS_NOINTEGRALHEIGHT;
     const RECT place{0, 0, m_width, m_height};
     if (!MakeInner(parts, L"LISTBOX", place, m_multiple ? style | LBS_EXTENDEDSEL : style)) return false;
+    Fill();
     return static_cast<bool>(parts);
 }
 

@@ -1,6 +1,7 @@
 #include <kxdevui/controls/devgui_listcontrol.h>
 
 #include <algorithm>
+#include <cstring>
 #include <utility>
 
 #include <kxbaseui/kx_bitmappool.h>
@@ -18,6 +19,7 @@ namespace {
 constexpr int kInnerId = 10000;
 constexpr int kSelectionChanged = 0x0401;
 constexpr wchar_t kFirstLetter = 32;
+constexpr std::size_t kMostDrawn = 1000;  // characters of a text
 
 // Unzoomed pixels: beside a text, and what a row has more than the text's height.
 constexpr int kBeside = 3, kLeading = 2;
@@ -76,26 +78,36 @@ void ListControl::Adopt(HWND placeholder) {
     m_values.Choose(std::move(choice));
 }
 
-bool ListControl::MakeInner(const Parts& parts, const wchar_t* windowClass, const RECT& place, DWORD style) {
+void ListControl::Begin() {
     m_inner = m_rows = nullptr;
     m_depth = 0;
     m_acted = false;
+    MeasureRows();
+}
+
+bool ListControl::MakeInner(const Parts& parts, const wchar_t* windowClass, const RECT& place, DWORD style) {
     HWND inner = nullptr;
     if (!parts.Add(inner, windowClass, kInnerId, nullptr, place, style)) return false;
     if (!inner) return true;
     m_inner = m_rows = inner;
     Watch(inner);
     KX_FollowColorScheme(inner);
-    if (m_values.Count() > 0) Fill();
     return static_cast<bool>(parts);
 }
 
 void ListControl::Fill() {
+    if (!m_rows || m_values.Count() == 0) return;
     const Quietly quietly(m_inner);
     for (int i = 0; i < m_values.Count(); ++i)
-        SendMessageW(m_inner, m_kind.insert, static_cast<WPARAM>(i),
-                     reinterpret_cast<LPARAM>(m_values.At(i).text.c_str()));
+        InsertRow(i);
     ShowChoice();
+}
+
+// Straight to the platform's procedure of the rows, which has the texts of a combo box too: of thousands of values, the
+// way through all that stands before it takes longer than they do.
+void ListControl::InsertRow(int index) const {
+    CallPrevious({m_rows, LB_INSERTSTRING, static_cast<WPARAM>(index),
+                  reinterpret_cast<LPARAM>(m_values.At(index).text.c_str())});
 }
 
 void ListControl::Watch(HWND window) { Subclass(window, InnerProc, static_cast<CKxDevUI_Base*>(this)); }
@@ -146,7 +158,7 @@ void ListControl::SetValueName(int index, const wchar_t* name) {
     // The platform cannot change a text.
     const Quietly quietly(m_inner);
     SendMessageW(m_inner, m_kind.remove, static_cast<WPARAM>(index), 0);
-    SendMessageW(m_inner, m_kind.insert, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(name));
+    InsertRow(index);
     ShowChoice();
 }
 
@@ -166,8 +178,8 @@ int ListControl::InsertValue(double value, int index) {
 int ListControl::InsertValue(const wchar_t* value, int index) {
     if (!value) value = L"";
     const int at = m_values.Insert(value, index);
-    if (at < 0 || !m_inner) return at;
-    SendMessageW(m_inner, m_kind.insert, static_cast<WPARAM>(at), reinterpret_cast<LPARAM>(value));
+    if (at < 0 || !m_rows) return at;
+    InsertRow(at);
     if (m_values.First() >= at) ShowChoice();
     return at;
 }
@@ -262,6 +274,9 @@ void ListControl::HasActed() {
 }
 
 LRESULT CALLBACK ListControl::InnerProc(HWND window, UINT id, WPARAM wParam, LPARAM lParam) {
+    // Of thousands of values each is a message or two.
+    const bool isOfLists = (id >= CB_GETEDITSEL && id < CB_MSGMAX) || (id >= LB_ADDSTRING && id < LB_MSGMAX);
+    if (isOfLists && id != CB_SHOWDROPDOWN) return CallPrevious({window, id, wParam, lParam});
     return SubclassEntry<ListControl, &ListControl::HandleInner>({window, id, wParam, lParam});
 }
 
@@ -279,8 +294,7 @@ Handled ListControl::HandleInner(const Message& message) {
     if (!stands()) return result;
     // Under Wine the arrows of a scroll bar stay as they were.
     if (message.id == WM_ENABLE) RedrawWindow(message.window, nullptr, nullptr, RDW_INVALIDATE | RDW_FRAME);
-    const bool isDragged = GetCapture() == m_inner;
-    if (--m_depth == 0 && m_acted && !isDragged) m_acted = false, m_kind.settle(*this);
+    if (--m_depth == 0 && m_acted && GetCapture() != m_inner) m_acted = false, m_kind.settle(*this);
     return result;
 }
 
@@ -317,21 +331,27 @@ std::optional<int> ListControl::TypedTo(wchar_t character, int from) {
 
 namespace {
 
-long TextHeight(HDC dc, HFONT font) {
-    const Selection selection(dc, font);
+// The last one asked for is kept: to choose a font into a DC takes long, and mostly there is one.
+long TextHeight(HFONT font) {
+    static LOGFONTW s_font{};
+    static long s_height = 0;
+    LOGFONTW own{};
+    GetObjectW(font, sizeof own, &own);
+    if (s_height > 0 && std::memcmp(&own, &s_font, sizeof own) == 0) return s_height;
+    const MemoryDC dc(CreateCompatibleDC(nullptr));
+    const Selection selection(dc.get(), font);
     TEXTMETRICW metrics{};
-    GetTextMetricsW(dc, &metrics);
-    return metrics.tmHeight;
+    GetTextMetricsW(dc.get(), &metrics);
+    s_font = own;
+    return s_height = metrics.tmHeight;
 }
 
 }  // namespace
 
 // In proportion to the zoom, where the font allows it. The platform asks before there is a control with a font.
-long ListControl::RowHeight() const {
-    const WindowDC dc(m_hWnd);
-    const long unzoomed = TextHeight(dc, KX_GetDefaultGuiFontZoom(1.0)) + kLeading;
-    if (!m_inner) return unzoomed;
-    return std::max(CKxGUILayoutManager::Zoomed(unzoomed), TextHeight(dc, FontOf(m_inner)));
+void ListControl::MeasureRows() {
+    const long unzoomed = TextHeight(KX_GetDefaultGuiFontZoom(1.0)) + kLeading;
+    m_rowHeight = m_inner ? std::max(CKxGUILayoutManager::Zoomed(unzoomed), TextHeight(FontOf(m_inner))) : unzoomed;
 }
 
 void ListControl::Redraw() const {
@@ -356,27 +376,26 @@ void ListControl::Draw(const DRAWITEMSTRUCT& item) const {
     const bool selected = isThere && (item.itemState & ODS_SELECTED);
     const int back = !selected ? COLOR_WINDOW : usable ? COLOR_HIGHLIGHT : COLOR_BTNFACE;
     const int color = !usable ? COLOR_GRAYTEXT : selected ? COLOR_HIGHLIGHTTEXT : COLOR_WINDOWTEXT;
-    PaintItem(item.hwndItem, item, KX_GetSysColorBrush(back), [&](HDC dc, const RECT& area) {
-        const Selection font(dc, FontOf(m_inner));
-        SetBkMode(dc, TRANSPARENT);
-        SetTextColor(dc, KX_GetSysColor(color));
-        RECT text = area;
-        const long beside = CKxGUILayoutManager::Zoomed(kBeside);
-        InflateRect(&text, -beside, 0);
-        if (isThere && m_values.HasPictures()) {
-            const long inset = CKxGUILayoutManager::Zoomed(1), side = area.bottom - 2 * inset;
-            DrawPicture(dc, {text.left, inset, text.left + side, inset + side}, m_values.At(index), usable, color);
-            text.left += side + beside;
-        }
-        if (isThere)
-            DrawTextW(dc, m_values.At(index).text.c_str(), static_cast<int>(m_values.At(index).text.size()), &text,
-                      DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | DT_END_ELLIPSIS);
-        if (ShowsFocus(item)) {
-            SetTextColor(dc, KX_GetSysColor(COLOR_WINDOWTEXT));
-            SetBkColor(dc, KX_GetSysColor(back));
-            DrawFocusRect(dc, &area);
-        }
-    });
+    // Straight to the screen, in the font that is chosen already, as the platform draws its own.
+    const HDC dc = item.hDC;
+    const RECT& area = item.rcItem;
+    const COLORREF textBefore = SetTextColor(dc, KX_GetSysColor(color));
+    const COLORREF backBefore = SetBkColor(dc, KX_GetSysColor(back));
+    const long beside = CKxGUILayoutManager::Zoomed(kBeside), height = area.bottom - area.top;
+    const bool hasPicture = isThere && m_values.HasPictures();
+    const long inset = CKxGUILayoutManager::Zoomed(1), side = hasPicture ? height - 2 * inset : 0;
+    const long left = area.left + beside, top = area.top + inset;
+    const std::wstring_view text = isThere ? std::wstring_view(m_values.At(index).text) : L"";
+    ExtTextOutW(dc, hasPicture ? left + side + beside : left, area.top + (height - m_textHeight) / 2,
+                ETO_CLIPPED | ETO_OPAQUE, &area, text.data(), static_cast<UINT>(std::min(text.size(), kMostDrawn)),
+                nullptr);
+    if (hasPicture) DrawPicture(dc, {left, top, left + side, top + side}, m_values.At(index), usable, color);
+    if (ShowsFocus(item)) {
+        SetTextColor(dc, KX_GetSysColor(COLOR_WINDOWTEXT));
+        DrawFocusRect(dc, &area);
+    }
+    SetTextColor(dc, textBefore);
+    SetBkColor(dc, backBefore);
 }
 
 Handled ListControl::HandleList(const Message& message) {
@@ -401,6 +420,7 @@ Handled ListControl::HandleList(const Message& message) {
     case WM_SETFONT:
         if (!m_inner) return std::nullopt;
         SendMessageW(m_inner, WM_SETFONT, message.wParam, message.lParam);
+        MeasureRows();
         SendMessageW(m_inner, m_kind.rowHeight, 0, RowHeight());
         return 0;
     default: return std::nullopt;

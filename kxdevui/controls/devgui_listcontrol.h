@@ -103,7 +103,7 @@ protected:
 
     // The platform's control of one kind: its messages, and what a control does with it.
     struct Kind {
-        UINT insert, remove, clear, rowHeight;
+        UINT remove, clear, rowHeight;
         // The platform shows what is chosen; the host is asked about it; a message of a window inside comes, before
         // that acts on it; the user has done something inside, and it is over.
         void (*show)(ListControl&);
@@ -125,14 +125,17 @@ protected:
     // The user has done something in the platform's control; it is looked at when that is done with it.
     void HasActed();
 
-    // Makes the platform's control, in unzoomed pixels, with all values.
+    // There is no control of the platform's, before one is made: it is as good as gone, and rows have their heights.
+    void Begin();
+    // Makes the platform's control, in unzoomed pixels, after Begin; gives it all values, when m_rows is known.
     bool MakeInner(const Parts& parts, const wchar_t* windowClass, const RECT& place, DWORD style);
+    void Fill();
     // Has the messages of a window inside come to Kind::before.
     void Watch(HWND window);
     // Of the control's own window, what both kinds do; asked after a kind's own.
     std::optional<LRESULT> HandleList(const Message& message);
     // The rows of the control in its font.
-    long RowHeight() const;
+    long RowHeight() const noexcept { return m_rowHeight; }
     // Whether the focus is inside.
     bool HasFocus() const;
     // A turn of the wheel somewhere in the control: what it comes to in whole notches, empty without the focus, where
@@ -150,7 +153,8 @@ private:
     friend class Control;
     static LRESULT CALLBACK InnerProc(HWND window, UINT id, WPARAM wParam, LPARAM lParam);
     std::optional<LRESULT> HandleInner(const Message& message);
-    void Fill();
+    void InsertRow(int index) const;
+    void MeasureRows();
     void Redraw() const;
     void Draw(const DRAWITEMSTRUCT& item) const;
     void DrawPicture(HDC dc, const RECT& place, const ListValue& value, bool usable, int color) const;
@@ -158,6 +162,7 @@ private:
 
     Kind m_kind;
     TypeAhead m_typed;
+    long m_rowHeight = 1, m_textHeight = 1;
     int m_depth = 0;    // procedures of the platform that have not returned
     int m_notches = 0;  // of the wheel, in its units
     bool m_acted = false;
