@@ -138,11 +138,17 @@ void CKxDevUI_ComboBox::Layout(bool anew) {
 
 // ---- What is chosen ------------------------------------------------------------------------------------------------
 
+// Past what paints it in a scheme, which therefore has to be told.
+void CKxDevUI_ComboBox::Select(int index) const {
+    CallPrevious({m_inner, CB_SETCURSEL, static_cast<WPARAM>(index), 0});
+    if (KX_GetColorScheme() != eKxColorScheme_System) InvalidateRect(m_inner, nullptr, FALSE);
+}
+
 void CKxDevUI_ComboBox::Show() {
     const int index = m_values.First();
     const HWND edit = m_edit;
     if (CallPrevious({m_rows, LB_GETCURSEL, 0, 0}) != index || edit)
-        SendMessageW(m_inner, CB_SETCURSEL, static_cast<WPARAM>(index), 0);
+        Select(index);
     if (!edit) return;
     if (index < 0) SetWindowTextW(edit, m_values.Chosen().typed.c_str());
     SendMessageW(edit, EM_SETMODIFY, FALSE, 0);

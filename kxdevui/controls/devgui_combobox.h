@@ -62,6 +62,7 @@ private:
     std::optional<LRESULT> Handle(const kx::ui::Message& message);
 
     void Show();
+    void Select(int index) const;
     void Request(bool& veto);
     std::optional<LRESULT> Before(const kx::ui::Message& message);
     std::optional<LRESULT> BeforeRows(const kx::ui::Message& message) const;

@@ -44,6 +44,7 @@ void CKxDevUI_ListBox::Adopt(HWND placeholder) {
 
 bool CKxDevUI_ListBox::Make(const Parts& parts) {
     Begin();
+    m_hasFocus = false;
     // Of any height, so that it stands in exactly the place that it is given.
     const DWORD style =
         WS_BORDER | WS_VSCROLL | LBS_NOTIFY | LBS_OWNERDRAWFIXED | LBS_HASSTRINGS | LBS_NOINTEGRALHEIGHT;
@@ -92,7 +93,7 @@ void CKxDevUI_ListBox::Show() {
         if (Ask(m_inner, LB_GETCURSEL) == m_values.First()) return;
         Ask(m_inner, LB_SETCURSEL, static_cast<WPARAM>(m_values.First()));
         // Under Wine half a row is enough for it to be seen, and the line of the focus is left behind.
-        if (GetFocus() == m_inner) InvalidateRect(m_inner, nullptr, FALSE);
+        if (m_hasFocus) InvalidateRect(m_inner, nullptr, FALSE);
         return ShowValue(m_values.First());
     }
     const std::vector<int> marked = Marked(), chosen = m_values.Chosen().indexes;
@@ -176,6 +177,8 @@ Handled CKxDevUI_ListBox::OnMouse(const Message& message) {
 
 Handled CKxDevUI_ListBox::Before(const Message& message) {
     switch (message.id) {
+    case WM_SETFOCUS:
+    case WM_KILLFOCUS: m_hasFocus = message.id == WM_SETFOCUS; return std::nullopt;
     case WM_KEYDOWN: return OnKey(message.wParam);
     case WM_CHAR:
         if (const auto index = TypedTo(static_cast<wchar_t>(message.wParam), Here())) return Go(*index), 0;

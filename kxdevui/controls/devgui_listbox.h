@@ -58,4 +58,5 @@ private:
     void Settle();
 
     bool m_multiple = false;
+    bool m_hasFocus = false;  // which to ask the platform takes longer than to choose a value
 };
