@@ -192,6 +192,7 @@ void CKxDevUI_ComboBox::Command(int, int code) {
     case CBN_SELENDOK: m_picked = true; return HasActed();
     case CBN_SELENDCANCEL: m_picked = false; return HasActed();
     case CBN_SELCHANGE: m_picked = m_picked || !IsOpen(); return HasActed();
+    case CBN_CLOSEUP: return HasActed();
     default: return;
     }
 }

@@ -180,7 +180,7 @@ int ListControl::InsertValue(const wchar_t* value, int index) {
     const int at = m_values.Insert(value, index);
     if (at < 0 || !m_rows) return at;
     InsertRow(at);
-    if (m_values.First() >= at) ShowChoice();
+    if (m_values.First() >= at) ShowChoice(), Redraw();
     return at;
 }
 
@@ -294,7 +294,9 @@ Handled ListControl::HandleInner(const Message& message) {
     if (!stands()) return result;
     // Under Wine the arrows of a scroll bar stay as they were.
     if (message.id == WM_ENABLE) RedrawWindow(message.window, nullptr, nullptr, RDW_INVALIDATE | RDW_FRAME);
-    if (--m_depth == 0 && m_acted && GetCapture() != m_inner) m_acted = false, m_kind.settle(*this);
+    // What is drawn over the rows of a list box goes on.
+    if (--m_depth == 0 && m_acted && (m_rows != m_inner || GetCapture() != m_inner))
+        m_acted = false, m_kind.settle(*this);
     return result;
 }
 
@@ -351,7 +353,8 @@ long TextHeight(HFONT font) {
 // In proportion to the zoom, where the font allows it. The platform asks before there is a control with a font.
 void ListControl::MeasureRows() {
     const long unzoomed = TextHeight(KX_GetDefaultGuiFontZoom(1.0)) + kLeading;
-    m_rowHeight = m_inner ? std::max(CKxGUILayoutManager::Zoomed(unzoomed), TextHeight(FontOf(m_inner))) : unzoomed;
+    m_textHeight = m_inner ? TextHeight(FontOf(m_inner)) : unzoomed - kLeading;
+    m_rowHeight = m_inner ? std::max(CKxGUILayoutManager::Zoomed(unzoomed), m_textHeight) : unzoomed;
 }
 
 void ListControl::Redraw() const {

@@ -241,6 +241,8 @@ TEST_F(Lists, LookAsTheirStateIs) {
         picture.Part({0, 0, 362, 172}).Save(Narrow(name));
         const Picture field = Picture::OnScreen(InnerOf(combo));
         EXPECT_GT(field.Count(RGB(60, 120, 140)), 100) << "the patch of the value in the field";
+        // The last line of a row has nothing of its text.
+        EXPECT_EQ(Picture::OnScreen(InnerOf(list)).Part({20, 29, 100, 30}).Count(KX_GetSysColor(COLOR_WINDOWTEXT)), 0);
         EXPECT_EQ(Picture::OnScreen(InnerOf(off)).Count(KX_GetSysColor(COLOR_WINDOWTEXT)), 0);
         // Grey, although the list is not.
         RECT row{};

@@ -92,8 +92,9 @@ struct ListSubject : SubjectOf<Control> {
         const LRESULT shown = SendMessageW(inner, kIsCombo ? CB_GETCOUNT : LB_GETCOUNT, 0, 0);
         if (shown != count) return "the platform has " + std::to_string(shown) + " of " + std::to_string(count);
         if (chosen >= count) return "what is chosen is not there";
-        const bool open = kIsCombo && SendMessageW(inner, CB_GETDROPPEDSTATE, 0, 0);
-        if (kIsCombo && !open && SendMessageW(inner, CB_GETCURSEL, 0, 0) != chosen) return "another value is shown";
+        // What is typed leads the platform to values that are not chosen.
+        const bool settled = kIsCombo && !special && !SendMessageW(inner, CB_GETDROPPEDSTATE, 0, 0);
+        if (settled && SendMessageW(inner, CB_GETCURSEL, 0, 0) != chosen) return "another value is shown";
         return "";
     }
 };
