@@ -309,7 +309,11 @@ Handled CKxDevUI_ComboBox::OnKey(WPARAM key) {
 }
 
 Handled CKxDevUI_ComboBox::Before(const Message& message) {
-    if (message.window == m_rows) return BeforeRows(message);
+    if (message.window == m_rows) {
+        // Under Wine a box that gets another size or font closes its list without a word.
+        if (message.id == WM_SHOWWINDOW && !message.wParam && !m_picked) HasActed();
+        return BeforeRows(message);
+    }
     switch (message.id) {
     case WM_KEYDOWN:
         if (const Handled answer = OnKey(message.wParam)) return answer;
