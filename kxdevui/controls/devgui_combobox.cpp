@@ -147,8 +147,7 @@ void CKxDevUI_ComboBox::Select(int index) const {
 void CKxDevUI_ComboBox::Show() {
     const int index = m_values.First();
     const HWND edit = m_edit;
-    if (CallPrevious({m_rows, LB_GETCURSEL, 0, 0}) != index || edit)
-        Select(index);
+    if (CallPrevious({m_rows, LB_GETCURSEL, 0, 0}) != index || edit) Select(index);
     if (!edit) return;
     if (index < 0) SetWindowTextW(edit, m_values.Chosen().typed.c_str());
     SendMessageW(edit, EM_SETMODIFY, FALSE, 0);
@@ -216,10 +215,13 @@ std::wstring CKxDevUI_ComboBox::AllowedInWords() const {
 // The value of the list that a typed text means; -1 for a text that may be entered, empty for one that may not.
 std::optional<int> CKxDevUI_ComboBox::MeantByTyped(const std::wstring& text) const {
     int index = m_values.Find(text.c_str());
-    double typed = 0, own = 0;
+    double typed = 0;
     const bool isNumber = !m_typing->anyText && KX_StringToDouble(text.c_str(), typed);
-    for (int i = 0; isNumber && index < 0 && i < m_values.Count(); ++i)
-        if (KX_StringToDouble(m_values.At(i).text.c_str(), own) && own == typed) index = i;
+    for (int i = 0; isNumber && index < 0 && i < m_values.Count(); ++i) {
+        // "20" means "20 ms".
+        std::size_t length = 0;
+        if (KX_LeadingNumber(m_values.At(i).text.c_str(), &length) == typed && length > 0) index = i;
+    }
     if (index >= 0) return m_values.IsUsable(index) ? std::optional(index) : std::nullopt;
     const bool allowed =
         m_typing->anyText || MayBeEntered(text, {m_typing->minimum, m_typing->maximum, false, m_unit.c_str()});
