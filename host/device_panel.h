@@ -43,7 +43,7 @@ public:
     bool Grants(Act&& act) {
         return Grants(act, L"", m_device.GetKey());
     }
-    bool Refuses() const { return m_refuses || HostRefuses(); }
+    bool Refuses() const { return HostPanel::Refuses() || HostRefuses(); }
     // Tells the user that the device stays as it is ("The filter stays as it is"), and why.
     void TellRefused(const wchar_t* what);
     using HostPanel::Tell;
@@ -57,16 +57,15 @@ protected:
 
     // Shows the caption that belongs to the state that the device is in: to be called when the panel has been filled.
     void ShowState();
-    // The switch that makes the host refuse, at the panel's lower edge.
+    // The switch that makes the host refuse, if it is to have one.
     void AddRefusal();
 
-    bool OnUser(int id, int code, HWND from) override;
+    bool OnUser(int, int, HWND) override { return false; }
     void OnUpdateDeviceBand(WPARAM wParam, LPARAM lParam) override;
 
 private:
     IKxDevice& m_device;
     CKxStringW m_caption;  // as shown
     int m_listener;
-    bool m_refuses = false;
     bool m_ownRefusal = true;
 };

@@ -23,6 +23,11 @@ protected:
     // The panel's own reaction to a command of the user. True when the command was meant for it.
     virtual bool OnUser(int id, int code, HWND from) = 0;
 
+    // A switch with this id, at the panel's lower edge, that makes the host refuse what is asked for here; what it says
+    // outlives the panel. Without one it says no.
+    void AddRefusal(int id);
+    bool Refuses() const;
+
     // Tells the user, in the status line, what was asked of the microscope.
     void Tell(const std::wstring& text);
 
@@ -45,6 +50,7 @@ protected:
 
 private:
     const wchar_t* m_name;
+    int m_refusal = 0;  // the id of its switch
 };
 
 // Where Tell's texts go.

@@ -105,8 +105,10 @@ bool MainWindow::Create(HINSTANCE instance, const kx::host::Settings& settings) 
 // ---- Building ------------------------------------------------------------------------------------------------------
 
 void MainWindow::BuildPages() {
+    if (!m_pages.empty()) m_kept.Take(m_window);
     m_pages = MakePages(m_microscope, m_gallery);
     if (m_page >= std::ssize(m_pages)) m_page = 0;
+    m_left.assign(m_pages.size(), nullptr);
     BuildPageButtons();
     m_log.Build(m_window);
     KX_FollowColorScheme(m_log);
@@ -149,9 +151,15 @@ bool MainWindow::TakesKey(const MSG& message) {
 
 // A page is built when it is first turned to: all of them together take a second.
 void MainWindow::TurnTo(int page) {
+    if (const HWND focus = GetFocus(); IsChild(CurrentPage(), focus)) m_left[static_cast<std::size_t>(m_page)] = focus;
     m_page = page;
     if (Page& current = *m_pages[static_cast<std::size_t>(page)]; !current.IsBuilt()) {
+        // What is kept for a page finds it by this number.
+        current.SetId(cmdPage + static_cast<int>(m_pages.size()) + page);
+        // The dialogs in it take the focus while they are made.
+        const HWND focus = GetFocus();
         current.Build(m_window);
+        if (GetFocus() != focus && IsWindow(focus)) SetFocus(focus);
         current.SetEnabled(m_enabled);
         current.FitTo(m_pagePlace);
     }
@@ -161,7 +169,14 @@ void MainWindow::TurnTo(int page) {
         if (m_pages[static_cast<std::size_t>(i)]->IsBuilt())
             m_pages[static_cast<std::size_t>(i)]->SetVisible(i == page);
     }
+    m_kept.GiveBack(m_window);
     KeepFocusUsable();
+    FocusAsLeft(std::exchange(m_left[static_cast<std::size_t>(page)], nullptr));
+}
+
+// Unless the user has chosen another place meanwhile.
+void MainWindow::FocusAsLeft(HWND left) {
+    if (m_putAside && GetFocus() == m_putAside && IsChild(CurrentPage(), left) && IsWindowEnabled(left)) SetFocus(left);
 }
 
 // IsDialogMessage looks for the window with the focus among those that can be used, and would look for ever.
@@ -171,7 +186,8 @@ void MainWindow::KeepFocusUsable() {
     for (HWND each = focus; each != m_window; each = GetParent(each)) {
         const LONG style = GetWindowLongW(each, GWL_STYLE);
         if ((style & WS_VISIBLE) && !(style & WS_DISABLED)) continue;
-        SetFocus(m_pageButtons[static_cast<std::size_t>(m_page)]);
+        m_putAside = m_pageButtons[static_cast<std::size_t>(m_page)];
+        SetFocus(m_putAside);
         return;
     }
 }

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include <kxbaseui/kx_colors.h>
+#include <kxdevui/framework/devgui_keep.h>
 
 #include "log_pane.h"
 #include "gallery_devices.h"
@@ -90,6 +91,7 @@ private:
     void BuildPageButtons();
     void TurnTo(int page);
     void KeepFocusUsable();
+    void FocusAsLeft(HWND left);
     void FitToPages();
     void Layout();
     void Restyle();
@@ -104,6 +106,11 @@ private:
     std::vector<std::unique_ptr<Page>> m_pages;
     std::vector<HWND> m_pageButtons;
     int m_page = 0;
+    // What waits for pages that have not been made anew yet; for each page, which window had the focus when it was
+    // turned away; and where the focus was put then.
+    KxKeptInput m_kept;
+    std::vector<HWND> m_left;
+    HWND m_putAside = nullptr;
     RECT m_pagePlace{};
     bool m_enabled = true;
     std::array<bool, simStop> m_simulation{false, true, false, false};

@@ -1,7 +1,9 @@
 #include "bench_page.h"
 
 #include <algorithm>
+#include <cmath>
 #include <type_traits>
+#include <utility>
 
 #include <kxbaseui/kx_layoutmanager.h>
 
@@ -130,6 +132,9 @@ void BenchPage::Arrange() {
     const long height = window.bottom - window.top;
     const kx::host::Flow flow = kx::host::FlowIntoColumns(sizes, width, CKxGUILayoutManager::Zoomed(kGap));
     m_content = flow.height;
+    // The same panels stay in sight.
+    const double zoom = CKxGUILayoutManager::GetGuiZoom();
+    m_scrolled = std::lround(static_cast<double>(m_scrolled) * zoom / std::exchange(m_zoom, zoom));
     m_scrolled = kx::host::ScrollPosition(m_scrolled, m_content, height);
     SCROLLINFO info{sizeof info,
                     SIF_ALL,

@@ -10,6 +10,7 @@
 #include <kxsystem/kx_color.h>
 
 #include "../event_log.h"
+#include "../held_values.h"
 #include "../resources/resource.h"
 
 namespace {
@@ -41,7 +42,7 @@ void PanelColorSlider::OnPowerChanged(double& value, bool& veto) {
     Log().Add(m_name, L"OnPowerChanged(%g)", value);
     CKxStringW told;
     told.Format(80, Text(m_told), value);
-    veto = !m_panel->Agrees(told);
+    veto = !m_panel->Agrees(*this, value, told);
     // A typed value holds already; a host that minds sets the old one again.
 }
 
@@ -49,7 +50,7 @@ void PanelColorSlider::OnRangeChanged(double& minimum, double& maximum) {
     Log().Add(m_name, L"OnRangeChanged(%g, %g)", minimum, maximum);
     CKxStringW told;
     told.Format(80, Text(m_told), minimum, maximum);
-    m_panel->Agrees(told);
+    m_panel->AgreesToBand(minimum, maximum, told);
 }
 
 void PanelColorSlider::OnLeftButtonUp() { Log().Add(m_name, L"OnLeftButtonUp"); }
@@ -62,7 +63,9 @@ void ColorPanel::Fill() {
     FillColumn();
     FillLine();
     FillBand();
-    AddCheckBox(Text(L"The host refuses"), IDC_LIGHT_REFUSE, 6, m_height - 22);
+    AddRefusal(IDC_LIGHT_REFUSE);
+    for (std::size_t i = 0; i < Held().powers.size(); ++i)
+        m_sliders[i].SetPower(Held().powers[i], false);
 }
 
 // The place is on the screen, the slider's own size it finds by itself.
@@ -102,7 +105,6 @@ void ColorPanel::FillColumn() {
                     L"nm", L"%.0f", true, eColorSliderType_HorizontalRainbow, eColorSliderLayout_OneRowSpin, 57);
     wavelength.SetHorizontalRainbow(400, 720);
     Add(wavelength, 6, kTop + kRow * (row + 1));
-    wavelength.SetPower(550, false);
 }
 
 void ColorPanel::FillLine() {
@@ -125,7 +127,7 @@ void ColorPanel::FillBand() {
     band.Init(270, kStrip, visible.data(), static_cast<int>(visible.size()), Text(L"Detector band"), false, L"nm",
               L"%.0f", true, eColorSliderType_Range, eColorSliderLayout_TwoRows, 40);
     Add(band, 258, kTop + kRow * 6 + 6);
-    band.SetRange(500, 600);
+    band.SetRange(Held().bandFrom, Held().bandTo);
 }
 
 // The sliders of the column begin where the longest name lets them, and each grows by what it was moved.
@@ -146,18 +148,28 @@ void ColorPanel::Align() {
 
 void ColorPanel::TurnLightOff() {
     for (const int lit : {0, 1, 2, 3, 4, 6})
-        Slider(lit).SetPower(0, true);
+        Slider(lit).SetPower(Power(Slider(lit)) = 0, true);
+}
+
+double& ColorPanel::Power(const PanelColorSlider& slider) const {
+    return Held().powers[static_cast<std::size_t>(&slider - m_sliders.data())];
+}
+
+bool ColorPanel::Agrees(const PanelColorSlider& slider, double power, const CKxStringW& told) {
+    if (!Agrees(told)) return false;
+    Power(slider) = power;
+    return true;
+}
+
+bool ColorPanel::AgreesToBand(double from, double to, const CKxStringW& told) {
+    if (!Agrees(told)) return false;
+    Held().bandFrom = from, Held().bandTo = to;
+    return true;
 }
 
 bool ColorPanel::Agrees(const CKxStringW& told) {
-    Tell(m_refuses ? Text(L"The slider stays where it is").str() : told.str());
-    return !m_refuses;
-}
-
-bool ColorPanel::OnUser(int id, int code, HWND from) {
-    if (id != IDC_LIGHT_REFUSE || code != BN_CLICKED) return false;
-    m_refuses = SendMessageW(from, BM_GETCHECK, 0, 0) == BST_CHECKED;
-    return true;
+    Tell(Refuses() ? Text(L"The slider stays where it is").str() : told.str());
+    return !Refuses();
 }
 
 LRESULT ColorPanel::OnMouseWheel(WPARAM wParam, LPARAM lParam) {

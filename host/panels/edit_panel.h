@@ -28,10 +28,4 @@ private:
     CKxDevUI_EditBoxSpin m_gain;
     CKxDevUI_EditBoxMultiValue m_wavelengths;
     CKxDevUI_EditBox m_delay;
-    // What the devices do: milliseconds, a factor, nanometres, seconds.
-    double m_heldExposure = 20;
-    double m_heldGain = 2;
-    std::list<double> m_heldWavelengths{450, 525, 600};
-    double m_heldDelay = 0.5;
-    bool m_refuses = false;
 };

@@ -19,6 +19,4 @@ private:
     void ShowPixel();
 
     CKxDevUI_Radio m_group;
-    int m_held = 0;  // what the camera does
-    bool m_refuses = false;
 };

@@ -5,6 +5,7 @@
 #include <kxsystem/kx_translation.h>
 
 #include "../event_log.h"
+#include "../held_values.h"
 #include "../resources/resource.h"
 
 namespace {
@@ -50,11 +51,11 @@ void SliderPanel::Fill() {
     m_sliders[1].InitValues(gains, static_cast<int>(std::size(gains)), 0);
     m_sliders[2].Init(*this, L"Interval", L"%g s");
     m_sliders[2].InitValues(regions, regionSteps, static_cast<int>(std::size(regions)), 1);
-    // Cooling rises to the right, so the temperature falls.
+    // Cooling rises to the right, so the temperature falls, and with it the grid: of a rising one values would be
+    // rounded up.
     m_sliders[3].Init(*this, L"Sensor", L"%g °C");
-    m_sliders[3].InitValues(20, -40, 1, 1, 0);
+    m_sliders[3].InitValues(20, -40, -1, 1, 0);
     m_sliders[3].SetMarker(-25, COLOR_HIGHLIGHT, true);
-    const double values[] = {20, 2, 30, -20};
 
     for (int i = 0; i < static_cast<int>(m_sliders.size()); ++i) {
         PanelSlider& slider = Slider(i);
@@ -62,33 +63,28 @@ void SliderPanel::Fill() {
         AddChild(L"STATIC", L"", 0, IDC_SLIDER_TEXT + i, 6, kTop + kRow * i + 2, kLabelWidth, kRow - 4);
         slider.Create(m_hWnd, 6 + kLabelWidth, kTop + kRow * i, m_width - 12 - kLabelWidth, kRow, true, true);
         slider.SetTabStop(true);
-        slider.SetValue(values[i], false);
+        slider.SetValue(Held().sliders[static_cast<std::size_t>(i)], false);
         InsertElement(&slider);
-        Show(slider, slider.GetValue());
+        Hold(slider, slider.GetValue());
     }
-    AddCheckBox(KX_GetTranslation(L"The host refuses", L"host"), IDC_SLIDER_REFUSE, 6, m_height - 20);
+    AddRefusal(IDC_SLIDER_REFUSE);
 }
 
-void SliderPanel::Show(const PanelSlider& slider, double value) {
+void SliderPanel::Hold(const PanelSlider& slider, double value) {
+    Held().sliders[static_cast<std::size_t>(&slider - m_sliders.data())] = value;
     SetDlgItemTextW(m_hWnd, IDC_SLIDER_TEXT + slider.GetId() - IDC_SLIDER, slider.Text(value));
 }
 
 bool SliderPanel::Agrees(const PanelSlider& slider, double value) {
-    if (m_refuses) {
+    if (Refuses()) {
         Tell(KX_GetTranslation(L"The slider stays where it is", L"host").str());
         return false;
     }
-    Show(slider, value);
+    Hold(slider, value);
     return true;
 }
 
-void SliderPanel::Dropped(const PanelSlider& slider) { Show(slider, slider.GetValue()); }
-
-bool SliderPanel::OnUser(int id, int code, HWND from) {
-    if (id != IDC_SLIDER_REFUSE || code != BN_CLICKED) return false;
-    m_refuses = SendMessageW(from, BM_GETCHECK, 0, 0) == BST_CHECKED;
-    return true;
-}
+void SliderPanel::Dropped(const PanelSlider& slider) { Hold(slider, slider.GetValue()); }
 
 LRESULT SliderPanel::OnMouseWheel(WPARAM wParam, LPARAM lParam) {
     HostPanel::OnMouseWheel(wParam, lParam);

@@ -37,12 +37,11 @@ public:
     void Dropped(const PanelSlider& slider);
 
 protected:
-    bool OnUser(int id, int code, HWND from) override;
+    bool OnUser(int, int, HWND) override { return false; }
     LRESULT OnMouseWheel(WPARAM wParam, LPARAM lParam) override;
 
 private:
-    void Show(const PanelSlider& slider, double value);
+    void Hold(const PanelSlider& slider, double value);
 
     std::array<PanelSlider, 4> m_sliders;
-    bool m_refuses = false;
 };

@@ -5,6 +5,7 @@
 
 #include <kxsystem/kx_translation.h>
 
+#include "../held_values.h"
 #include "../resources/resource.h"
 
 namespace {
@@ -15,7 +16,7 @@ constexpr std::array kSteps{1, 2, 5, 10, 20, 50, 100, 200, 500, 1000};
 
 // ---- The step ------------------------------------------------------------------------------------------------------
 
-int StageStep::Step() const { return kSteps[static_cast<std::size_t>(m_index)]; }
+int StageStep::Step() const { return kSteps[static_cast<std::size_t>(Held().stageStep)]; }
 
 LRESULT StageStep::OnInit(UINT message, WPARAM wParam, LPARAM lParam) {
     AddChild(L"STATIC", L"", SS_CENTER | SS_CENTERIMAGE | SS_SUNKEN, IDC_STEP_TEXT, 0, 0, 110, 22);
@@ -32,7 +33,7 @@ void StageStep::Show() {
 bool StageStep::HandleMouseWheel(WPARAM wParam, LPARAM) {
     const int delta = GET_WHEEL_DELTA_WPARAM(wParam);
     if (delta == 0) return false;
-    m_index = std::clamp(m_index + (delta > 0 ? 1 : -1), 0, static_cast<int>(kSteps.size()) - 1);
+    Held().stageStep = std::clamp(Held().stageStep + (delta > 0 ? 1 : -1), 0, static_cast<int>(kSteps.size()) - 1);
     Show();
     return true;
 }
@@ -53,7 +54,7 @@ void StagePanel::Fill() {
 
 void StagePanel::ShowPosition() {
     CKxStringW text;
-    text.Format(60, L"X %d µm\nY %d µm", m_x, m_y);
+    text.Format(60, L"X %d µm\nY %d µm", Held().stageX, Held().stageY);
     SetDlgItemTextW(m_hWnd, IDC_STAGE_POSITION, text);
 }
 
@@ -61,15 +62,15 @@ bool StagePanel::OnUser(int id, int code, HWND) {
     if (code != BN_CLICKED) return false;
     const int step = m_step.Step();
     switch (id) {
-    case IDC_STAGE_LEFT: m_x -= step; break;
-    case IDC_STAGE_RIGHT: m_x += step; break;
-    case IDC_STAGE_UP: m_y += step; break;
-    case IDC_STAGE_DOWN: m_y -= step; break;
+    case IDC_STAGE_LEFT: Held().stageX -= step; break;
+    case IDC_STAGE_RIGHT: Held().stageX += step; break;
+    case IDC_STAGE_UP: Held().stageY += step; break;
+    case IDC_STAGE_DOWN: Held().stageY -= step; break;
     default: return false;
     }
     ShowPosition();
     CKxStringW text;
-    text.Format(100, KX_GetTranslation(L"Stage moves to X %d µm, Y %d µm", L"host"), m_x, m_y);
+    text.Format(100, KX_GetTranslation(L"Stage moves to X %d µm, Y %d µm", L"host"), Held().stageX, Held().stageY);
     Tell(text.str());
     return true;
 }

@@ -19,7 +19,6 @@ protected:
 
 private:
     void Show();
-    int m_index = 3;
 };
 
 class StagePanel : public HostPanel {
@@ -35,6 +34,4 @@ private:
     void ShowPosition();
 
     StageStep m_step;
-    int m_x = 0;  // micrometres
-    int m_y = 0;
 };
