@@ -49,6 +49,15 @@ void DevicePanel::ShowState() {
     ShowCaption(caption);
 }
 
+bool DevicePanel::Grants(const Wish& wish, double value, const wchar_t* done, const wchar_t* refused) {
+    const bool granted = Asks(wish, value);
+    if (!granted)
+        TellRefused(refused);
+    else if (*done)
+        Tell(Text(done).str());
+    return granted;
+}
+
 void DevicePanel::TellRefused(const wchar_t* what) {
     CKxStringW text;
     text.Format(200, L"%ls: %ls", Text(what).c_str(),

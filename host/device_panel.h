@@ -27,22 +27,11 @@ public:
         bool position;
     };
 
-    // The user asks for something: `act` has the device do it, unless the host refuses. The user is told `refused`, or
-    // `done`, if that says anything. Whether it is done.
-    template <class Act>
-    bool Grants(Act&& act, const wchar_t* done, const wchar_t* refused) {
-        const bool granted = !Refuses() && act();
-        if (!granted)
-            TellRefused(refused);
-        else if (*done)
-            Tell(Text(done).str());
-        return granted;
-    }
+    // The user asks for something: the device does it, unless the host refuses, and it can be taken back. The user is
+    // told `refused`, or `done`, if that says anything. Whether it is done.
+    bool Grants(const Wish& wish, double value, const wchar_t* done, const wchar_t* refused);
     // The same where the name of the device says enough.
-    template <class Act>
-    bool Grants(Act&& act) {
-        return Grants(act, L"", m_device.GetKey());
-    }
+    bool Grants(const Wish& wish, double value) { return Grants(wish, value, L"", m_device.GetKey()); }
     bool Refuses() const { return HostPanel::Refuses() || HostRefuses(); }
     // Tells the user that the device stays as it is ("The filter stays as it is"), and why.
     void TellRefused(const wchar_t* what);

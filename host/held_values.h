@@ -14,7 +14,7 @@
 struct HeldValues {
     struct Lamp {
         bool on = false;
-        int level = 40;  // percent
+        double level = 40;  // percent
     };
     struct Plane {
         double z;         // micrometres
@@ -24,7 +24,8 @@ struct HeldValues {
     };
 
     // The stand: micrometres, and the index of the step.
-    int stageX = 0, stageY = 0, stageStep = 3;
+    double stageX = 0, stageY = 0;
+    int stageStep = 3;
     std::wstring exposure = L"20";  // of the camera, as it was entered
     int cameraBinning = 0;
     bool live = false;

@@ -100,6 +100,11 @@ void HostPanel::AddRefusal(int id) {
 
 bool HostPanel::Refuses() const { return m_refusal != 0 && Held().refusing.contains(m_name); }
 
+bool HostPanel::Asks(Wish wish, double value) const {
+    if (m_refusal != 0) wish.panel = m_name;
+    return TheRequests().Ask(wish, value);
+}
+
 int HostPanel::FollowScrollBar(WPARAM wParam, HWND bar) {
     SCROLLINFO info{};
     info.cbSize = sizeof info;

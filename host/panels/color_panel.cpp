@@ -15,6 +15,7 @@
 
 namespace {
 
+constexpr int kWavelength = 5;  // the slider that is no light
 constexpr int kTop = 30, kRow = 40;  // unzoomed pixels
 constexpr int kSlider = 230, kStrip = 9;
 
@@ -64,8 +65,7 @@ void ColorPanel::Fill() {
     FillLine();
     FillBand();
     AddRefusal(IDC_LIGHT_REFUSE);
-    for (std::size_t i = 0; i < Held().powers.size(); ++i)
-        m_sliders[i].SetPower(Held().powers[i], false);
+    ShowValues();
 }
 
 // The place is on the screen, the slider's own size it finds by itself.
@@ -127,7 +127,6 @@ void ColorPanel::FillBand() {
     band.Init(270, kStrip, visible.data(), static_cast<int>(visible.size()), Text(L"Detector band"), false, L"nm",
               L"%.0f", true, eColorSliderType_Range, eColorSliderLayout_TwoRows, 40);
     Add(band, 258, kTop + kRow * 6 + 6);
-    band.SetRange(Held().bandFrom, Held().bandTo);
 }
 
 // The sliders of the column begin where the longest name lets them, and each grows by what it was moved.
@@ -146,6 +145,12 @@ void ColorPanel::Align() {
     }
 }
 
+void ColorPanel::ShowValues() {
+    for (std::size_t i = 0; i < Held().powers.size(); ++i)
+        m_sliders[i].SetPower(Held().powers[i], false);
+    m_sliders.back().SetRange(Held().bandFrom, Held().bandTo);
+}
+
 void ColorPanel::TurnLightOff() {
     for (const int lit : {0, 1, 2, 3, 4, 6})
         Slider(lit).SetPower(Power(Slider(lit)) = 0, true);
@@ -155,21 +160,26 @@ double& ColorPanel::Power(const PanelColorSlider& slider) const {
     return Held().powers[static_cast<std::size_t>(&slider - m_sliders.data())];
 }
 
-bool ColorPanel::Agrees(const PanelColorSlider& slider, double power, const CKxStringW& told) {
-    if (!Agrees(told)) return false;
-    Power(slider) = power;
-    return true;
+bool ColorPanel::Agrees(PanelColorSlider& slider, double power, const CKxStringW& told) {
+    const auto index = &slider - m_sliders.data();
+    const bool lights = index != kWavelength;
+    const std::wstring what = L"light " + std::to_wstring(index);
+    return Grants({ValueOf(what.c_str(), slider.GetTitle().str(), Power(slider), lights ? L"%g %%" : L"%g nm",
+                           lights ? kx::host::Light::More : kx::host::Light::None),
+                   power},
+                  told);
 }
 
 bool ColorPanel::AgreesToBand(double from, double to, const CKxStringW& told) {
-    if (!Agrees(told)) return false;
-    Held().bandFrom = from, Held().bandTo = to;
-    return true;
+    const std::wstring name = m_sliders.back().GetTitle().str();
+    return Grants({ValueOf(L"band from", name, Held().bandFrom, L"%g nm"), from}, told) &&
+           Grants({ValueOf(L"band to", name, Held().bandTo, L"%g nm"), to}, told);
 }
 
-bool ColorPanel::Agrees(const CKxStringW& told) {
-    Tell(Refuses() ? Text(L"The slider stays where it is").str() : told.str());
-    return !Refuses();
+bool ColorPanel::Grants(const Asked& asked, const CKxStringW& told) {
+    const bool granted = Asks(asked.wish, asked.value);
+    Tell(granted ? told.str() : Text(L"The slider stays where it is").str());
+    return granted;
 }
 
 LRESULT ColorPanel::OnMouseWheel(WPARAM wParam, LPARAM lParam) {

@@ -36,9 +36,10 @@ public:
     PanelColorSlider& Slider(int index) { return m_sliders[static_cast<std::size_t>(index)]; }
 
     void TurnLightOff() override;
+    void ShowValues() override;
 
     // Whether the host agrees to a power, or to a band, which is then held and told.
-    bool Agrees(const PanelColorSlider& slider, double power, const CKxStringW& told);
+    bool Agrees(PanelColorSlider& slider, double power, const CKxStringW& told);
     bool AgreesToBand(double from, double to, const CKxStringW& told);
 
 protected:
@@ -51,7 +52,7 @@ private:
     void FillBand();
     void Add(PanelColorSlider& slider, int x, int y);
     double& Power(const PanelColorSlider& slider) const;
-    bool Agrees(const CKxStringW& told);
+    bool Grants(const Asked& asked, const CKxStringW& told);
 
     // Six in the column, then the line and the band.
     static constexpr std::size_t Column = 6;

@@ -59,14 +59,14 @@ void ShutterPanel::Refresh(CDMApi_LogDevId device) {
 
 bool ShutterPanel::Agrees(int index, bool open) {
     Log().Add(Shutter(index).GetTitle(), L"OnStateChangeRequest(%ls)", open ? L"open" : L"closed");
-    if (Refuses() || DevicePanel::HostRefuses()) {
+    if (!Asks(OpeningOf(TheLight().Shutter(index)), open)) {
         Tell(Text(L"The shutter stays as it is").str());
         return false;
     }
     CKxStringW text;
     text.Format(120, Text(open ? L"%ls opens" : L"%ls closes"), TheLight().Shutter(index).GetKey().c_str());
     Tell(text.str());
-    return TheLight().Shutter(index).SetOpen(open);
+    return true;
 }
 
 void ShutterPanel::ShowParameters(int index) {

@@ -49,28 +49,29 @@ void StagePanel::Fill() {
     AddChild(L"STATIC", L"", 0, IDC_STAGE_POSITION, 136, 40, 124, 36);
     m_step.Create(m_hWnd, 134, 86, 110, 22, true, true);
     InsertElement(&m_step);
-    ShowPosition();
+    ShowValues();
 }
 
-void StagePanel::ShowPosition() {
+void StagePanel::ShowValues() {
     CKxStringW text;
-    text.Format(60, L"X %d µm\nY %d µm", Held().stageX, Held().stageY);
+    text.Format(60, L"X %.0f µm\nY %.0f µm", Held().stageX, Held().stageY);
     SetDlgItemTextW(m_hWnd, IDC_STAGE_POSITION, text);
 }
 
 bool StagePanel::OnUser(int id, int code, HWND) {
     if (code != BN_CLICKED) return false;
-    const int step = m_step.Step();
-    switch (id) {
-    case IDC_STAGE_LEFT: Held().stageX -= step; break;
-    case IDC_STAGE_RIGHT: Held().stageX += step; break;
-    case IDC_STAGE_UP: Held().stageY += step; break;
-    case IDC_STAGE_DOWN: Held().stageY -= step; break;
-    default: return false;
+    const double step = m_step.Step();
+    const bool isX = id == IDC_STAGE_LEFT || id == IDC_STAGE_RIGHT, up = id == IDC_STAGE_UP || id == IDC_STAGE_RIGHT;
+    if (!isX && !up && id != IDC_STAGE_DOWN) return false;
+    double& at = isX ? Held().stageX : Held().stageY;
+    if (!Asks(ValueOf(isX ? L"stage X" : L"stage Y", isX ? L"X" : L"Y", at, L"%.0f µm"), at + (up ? step : -step))) {
+        Tell(Text(L"The stage stays where it is").str());
+        return true;
     }
-    ShowPosition();
+    ShowValues();
     CKxStringW text;
-    text.Format(100, KX_GetTranslation(L"Stage moves to X %d µm, Y %d µm", L"host"), Held().stageX, Held().stageY);
+    text.Format(100, Text(L"Stage moves to X %d µm, Y %d µm"), static_cast<int>(Held().stageX),
+                static_cast<int>(Held().stageY));
     Tell(text.str());
     return true;
 }

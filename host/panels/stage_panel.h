@@ -25,13 +25,13 @@ class StagePanel : public HostPanel {
 public:
     StagePanel() : HostPanel(L"Stage") {}
     void Fill();
+    void ShowValues() override;
 
 protected:
     bool OnUser(int id, int code, HWND from) override;
     LRESULT OnMouseWheel(WPARAM wParam, LPARAM lParam) override;
 
 private:
-    void ShowPosition();
 
     StageStep m_step;
 };

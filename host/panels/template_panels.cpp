@@ -61,26 +61,33 @@ void LampPanel::ShowState() {
     info.cbSize = sizeof info;
     info.fMask = SIF_RANGE | SIF_PAGE | SIF_POS;
     info.nMax = 100;
-    info.nPos = m_lamp.level;
+    info.nPos = static_cast<int>(m_lamp.level);
     const HWND bar = GetDlgItem(m_hWnd, m_levelId);
     SetScrollInfo(bar, SB_CTL, &info, TRUE);
 }
 
 bool LampPanel::OnUser(int id, int code, HWND from) {
     if (id != m_switchId || code != BN_CLICKED) return false;
-    m_lamp.on = SendMessageW(from, BM_GETCHECK, 0, 0) == BST_CHECKED;
+    const bool on = SendMessageW(from, BM_GETCHECK, 0, 0) == BST_CHECKED;
     CKxStringW text;
-    text.Format(100, Text(m_lamp.on ? L"%ls lamp on" : L"%ls lamp off"), Text(Name()).c_str());
-    Tell(text.str());
+    text.Format(100, Text(on ? L"%ls lamp on" : L"%ls lamp off"), Text(Name()).c_str());
+    const std::wstring what = Name() + std::wstring(L" switch");
+    Ask({SwitchOf(what.c_str(), Name(), m_lamp.on, kx::host::Light::More), on ? 1.0 : 0.0}, text);
     return true;
 }
 
 LRESULT LampPanel::OnScroll(UINT message, WPARAM wParam, LPARAM lParam, bool horizontal) {
-    m_lamp.level = FollowScrollBar(wParam, reinterpret_cast<HWND>(lParam));
+    const int level = FollowScrollBar(wParam, reinterpret_cast<HWND>(lParam));
     CKxStringW text;
-    text.Format(100, L"%ls: %d %%", Text(Name()).c_str(), m_lamp.level);
-    Tell(text.str());
+    text.Format(100, L"%ls: %d %%", Text(Name()).c_str(), level);
+    Ask({ValueOf(Name(), Name(), m_lamp.level, L"%g %%", kx::host::Light::More), static_cast<double>(level)}, text);
     return HostPanel::OnScroll(message, wParam, lParam, horizontal);
+}
+
+void LampPanel::Ask(const Asked& asked, const CKxStringW& told) {
+    const bool granted = Asks(asked.wish, asked.value);
+    if (!granted) ShowState();
+    Tell(granted ? told.str() : Text(L"The lamp stays as it is").str());
 }
 
 // ---- Stand and condenser -------------------------------------------------------------------------------------------

@@ -21,12 +21,15 @@ public:
     LampPanel(const wchar_t* name, HeldValues::Lamp& lamp, int switchId, int levelId)
         : HostPanel(name), m_lamp(lamp), m_switchId(switchId), m_levelId(levelId) {}
     void ShowState();
+    void ShowValues() override { ShowState(); }
 
 protected:
     bool OnUser(int id, int code, HWND from) override;
     LRESULT OnScroll(UINT message, WPARAM wParam, LPARAM lParam, bool horizontal) override;
 
 private:
+    void Ask(const Asked& asked, const CKxStringW& told);
+
     HeldValues::Lamp& m_lamp;
     int m_switchId;
     int m_levelId;
