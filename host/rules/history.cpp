@@ -29,11 +29,27 @@ void History::Record(const Change& change) {
 }
 
 void History::ForgetUndo() {
-    --m_done;
-    ForgetRedo();
+    const Change forgotten = m_changes[--m_done];
+    m_changes.erase(m_changes.begin() + static_cast<std::ptrdiff_t>(m_done));
+    for (std::size_t i = m_done; i-- > 0;) {
+        if (m_changes[i].what != forgotten.what) continue;
+        m_changes[i].to = forgotten.to;
+        if (m_changes[i].from == m_changes[i].to)
+            --m_done, m_changes.erase(m_changes.begin() + static_cast<std::ptrdiff_t>(i));
+        return;
+    }
 }
 
-void History::ForgetRedo() { m_changes.erase(m_changes.begin() + static_cast<std::ptrdiff_t>(m_done)); }
+void History::ForgetRedo() {
+    const Change forgotten = m_changes[m_done];
+    m_changes.erase(m_changes.begin() + static_cast<std::ptrdiff_t>(m_done));
+    for (std::size_t i = m_done; i < m_changes.size(); ++i) {
+        if (m_changes[i].what != forgotten.what) continue;
+        m_changes[i].from = forgotten.from;
+        if (m_changes[i].from == m_changes[i].to) m_changes.erase(m_changes.begin() + static_cast<std::ptrdiff_t>(i));
+        return;
+    }
+}
 
 std::vector<Change> History::Done() const {
     std::vector<Change> done(m_changes.begin(), m_changes.begin() + static_cast<std::ptrdiff_t>(m_done));

@@ -40,7 +40,8 @@ public:
     // It has been.
     void Undone() { --m_done; }
     void Redone() { ++m_done; }
-    // It never can be, and is forgotten.
+    // It never can be, and is forgotten: its thing stays where it has come to, and the change of it before, or after,
+    // begins or ends there.
     void ForgetUndo();
     void ForgetRedo();
     // What can be taken back, the latest first.

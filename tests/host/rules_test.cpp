@@ -109,6 +109,9 @@ TEST(HostRules, WhatWasAskedForCanBeTakenBack) {
         {"a121 b012 - a233", "a12 a23 | "},
         {"a121 b011 - a231", "a12 a23 | "},
         {"a121 b012 x", "a12 | "},
+        {"a121 b012 a233 x", "a13 b01 | "},
+        {"a121 a212 x", "| "},
+        {"a121 a232 - - y", "| a13 "},
         {"a121 b012 - y", "a12 | "},
         {"a121 b012 - x", "| b01 "}};
     for (const auto& [script, left] : rows)
