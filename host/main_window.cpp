@@ -252,7 +252,8 @@ void MainWindow::FillEditMenu() const {
         const std::wstring text = Text(verb).str() + (name.empty() ? L"" : L": " + literal(name)) + key;
         AppendMenuW(m_edit, MF_STRING | (name.empty() ? MF_GRAYED : 0u), static_cast<UINT_PTR>(command), text.c_str());
     };
-    while (DeleteMenu(m_edit, 0, MF_BYPOSITION)) continue;
+    while (DeleteMenu(m_edit, 0, MF_BYPOSITION))
+        continue;
     append(cmdUndo, L"Undo", TheRequests().NameToUndo(), L"\tCtrl+Z");
     append(cmdRedo, L"Redo", TheRequests().NameToRedo(), L"\tCtrl+Y");
     AppendMenuW(m_edit, MF_SEPARATOR, 0, nullptr);

@@ -43,8 +43,7 @@ void Requests::Note(const MSG& message) {
         break;
     case WM_LBUTTONDOWN:
     case WM_LBUTTONDBLCLK:
-    case WM_RBUTTONDOWN:
-    case WM_COMMAND: m_gestures.Press(); break;
+    case WM_RBUTTONDOWN: m_gestures.Press(); break;
     default: break;
     }
 }
@@ -76,7 +75,9 @@ Requests::Replayed Requests::Replay(const kx::host::Change& change, const std::w
     m_replays = true;
     const bool hostRefuses = Refuses(wish), done = !hostRefuses && wish.ask(change.to);
     m_replays = false;
-    if (!done) told = Filled(hostRefuses ? L"Left as it is, the host refuses: %ls" : L"Left as it is, the device refuses: %ls", name);
+    if (!done)
+        told = Filled(hostRefuses ? L"Left as it is, the host refuses: %ls" : L"Left as it is, the device refuses: %ls",
+                      name);
     return done ? Replayed::Done : Replayed::Refused;
 }
 

@@ -33,8 +33,8 @@ public:
     void Note(const MSG& message);
 
     // Takes the last change back, or does it again, by asking for it as the user does: it may be refused, and then
-    // stays where it is; what would raise the light, and what has changed since, is left and forgotten. What came of it,
-    // for the user; whether it was done.
+    // stays where it is; what would raise the light, and what has changed since, is left and forgotten. What came of
+    // it, for the user; whether it was done.
     struct Outcome {
         std::wstring told;
         bool done;

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 
+#include <kxsystem/kx_time.h>
+
 #include "text.h"
 
 namespace {
@@ -88,6 +90,12 @@ Wish PlaceOf(CKxSimZDrive& drive) {
     };
     wish.ask = [&drive](double to) { return drive.MoveTo(to); };
     wish.text = [](double at) { return Formatted(L"%.2f µm", at); };
+    return wish;
+}
+
+Wish PlaceOf(SKxSimZDrive& drive, const wchar_t* name) {
+    Wish wish = ValueOf(name, name, drive.to, L"%.2f µm");
+    wish.ask = [&drive](double to) { return drive.Start(to, KX_GetTimeCounter()), true; };
     return wish;
 }
 

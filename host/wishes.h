@@ -44,7 +44,9 @@ Wish PortOf(CKxSimLaserOutput& laser);
 Wish UseOf(CKxSimLaserOutput& laser, long port);
 Wish PowerOf(CKxSimLaserOutput& laser, const CKxStringW& unit);
 
-// Something that is no device of the registry: its value is there, and `shown` is called when it has changed.
+// Where a drive that is a value is to go.
+Wish PlaceOf(SKxSimZDrive& drive, const wchar_t* name);
+// Something that is no device of the registry: its value is there; on or off.
 Wish ValueOf(const wchar_t* what, const std::wstring& name, double& value, const wchar_t* format,
              kx::host::Light light = kx::host::Light::None);
 Wish SwitchOf(const wchar_t* what, const std::wstring& name, bool& on, kx::host::Light light = kx::host::Light::None);

@@ -63,13 +63,19 @@ void BenchPage::PutSwitches() {
     for (const CDMApi_LogDevId id : m_microscope.Roles().lightPaths) {
         auto& path = *Simulated<CKxSimLightPath>(id);
         Put(SwitchHeight(path.GetPositionCount()),
-            std::make_unique<SwitcherPanel>(L"Light path", path, [&path](long i) -> Asked { return {PlaceOf(path), static_cast<double>(i)}; }), false);
+            std::make_unique<SwitcherPanel>(L"Light path", path,
+                                            [&path](long i) -> Asked {
+                                                return {PlaceOf(path), static_cast<double>(i)};
+                                            }),
+            false);
     }
     for (const CDMApi_LogDevId id : m_microscope.Roles().tirfMirrors) {
         auto& mirror = *Simulated<CKxSimTIRFMirror>(id);
         Put(SwitchHeight(2),
             std::make_unique<SwitcherPanel>(L"TIRF mirror", mirror,
-                                            [&mirror](long i) -> Asked { return {PlaceOf(mirror), static_cast<double>(i)}; }),
+                                            [&mirror](long i) -> Asked {
+                                                return {PlaceOf(mirror), static_cast<double>(i)};
+                                            }),
             false);
     }
     for (const auto& each : m_microscope.Roles().lasers) {
@@ -77,7 +83,9 @@ void BenchPage::PutSwitches() {
         if (laser.GetPortCount() < 2) continue;
         Put(SwitchHeight(laser.GetPortCount()),
             std::make_unique<SwitcherPanel>(L"Laser ports", laser,
-                                            [&laser](long i) -> Asked { return {PortOf(laser), static_cast<double>(i)}; }),
+                                            [&laser](long i) -> Asked {
+                                                return {PortOf(laser), static_cast<double>(i)};
+                                            }),
             false);
     }
 }

@@ -15,7 +15,7 @@
 
 namespace {
 
-constexpr int kWavelength = 5;  // the slider that is no light
+constexpr int kWavelength = 5;       // the slider that is no light
 constexpr int kTop = 30, kRow = 40;  // unzoomed pixels
 constexpr int kSlider = 230, kStrip = 9;
 
@@ -147,8 +147,10 @@ void ColorPanel::Align() {
 
 void ColorPanel::ShowValues() {
     for (std::size_t i = 0; i < Held().powers.size(); ++i)
-        m_sliders[i].SetPower(Held().powers[i], false);
-    m_sliders.back().SetRange(Held().bandFrom, Held().bandTo);
+        if (m_sliders[i].GetPower() != Held().powers[i]) m_sliders[i].SetPower(Held().powers[i], false);
+    double from = 0, to = 0;
+    m_sliders.back().GetRange(&from, &to);
+    if (from != Held().bandFrom || to != Held().bandTo) m_sliders.back().SetRange(Held().bandFrom, Held().bandTo);
 }
 
 void ColorPanel::TurnLightOff() {

@@ -43,6 +43,13 @@ void EditPanel::AddField(CKxDevUI_EditBox& field, int id, const wchar_t* label, 
     InsertElement(&field);
 }
 
+// But for those in which the user is typing.
+void EditPanel::ShowValues() {
+    if (!m_exposure.IsTyped()) m_exposure.SetNumber(Held().fieldExposure, L"%.2f");
+    if (!m_gain.IsTyped()) m_gain.SetNumber(Held().fieldGain, L"%.1f");
+    if (!m_delay.IsTyped()) m_delay.SetNumber(Held().fieldDelay, L"%g");
+}
+
 void EditPanel::ShowHeld() {
     m_exposure.SetNumber(Held().fieldExposure, L"%.2f");
     m_gain.SetNumber(Held().fieldGain, L"%.1f");
@@ -81,12 +88,9 @@ void EditPanel::Check(int id, bool show) {
 }
 
 void EditPanel::Accept(double& held, CKxDevUI_EditBox& field, const wchar_t* told) {
-    const double wanted = field.GetNumber();
-    CKxStringW text = Text(L"The field keeps its value");
-    if (!Refuses()) {
-        held = wanted;
-        text.Format(60, Text(told), held);
-    }
+    CKxStringW name = field.GetTitle(), text = Text(L"The field keeps its value");
+    const std::wstring what = L"field " + std::to_wstring(field.GetId());
+    if (Asks(ValueOf(what.c_str(), name.str(), held, L"%g"), field.GetNumber())) text.Format(60, Text(told), held);
     ShowHeld();
     Tell(text.str());
 }

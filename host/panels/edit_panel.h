@@ -10,6 +10,7 @@ class EditPanel : public HostPanel {
 public:
     EditPanel() : HostPanel(L"Fields") {}
     void Fill();
+    void ShowValues() override;
     CKxDevUI_EditBox& Exposure() { return m_exposure; }
     CKxDevUI_EditBoxSpin& Gain() { return m_gain; }
     CKxDevUI_EditBoxMultiValue& Wavelengths() { return m_wavelengths; }

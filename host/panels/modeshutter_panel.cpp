@@ -28,6 +28,5 @@ void AskingModeShutter::OnApertureChangeRequest(double aperture, bool& veto) {
 void AskingModeShutter::OnModeChangeRequest(EKxShutterMode mode, bool& veto) {
     Log().Add(m_panel.Name(), L"OnModeChangeRequest(%d)", static_cast<int>(mode));
     const auto [wish, value] = ModeOf(m_device, mode);
-    veto = !m_panel.Grants(wish, value, L"The shutter works in another mode",
-                           L"The shutter stays as it is");
+    veto = !m_panel.Grants(wish, value, L"The shutter works in another mode", L"The shutter stays as it is");
 }

@@ -18,11 +18,12 @@ void RadioPanel::Fill() {
     InsertWindow(m_group);
     AddChild(L"STATIC", L"", 0, IDC_BINNING_PIXEL, 12, 136, m_width - 24, 18);
     AddRefusal(IDC_BINNING_REFUSE);
-    m_group.SetSelection(Held().binning);
-    ShowPixel();
+    ShowValues();
 }
 
-void RadioPanel::ShowPixel() {
+void RadioPanel::ShowValues() {
+    // It takes the focus.
+    if (m_group.GetSelectionIndex() != Held().binning) m_group.SetSelection(Held().binning);
     CKxStringW text;
     text.Format(60, Text(L"Pixel %g µm"), kPixel * (1 << Held().binning));
     SetDlgItemTextW(m_hWnd, IDC_BINNING_PIXEL, text);
@@ -37,13 +38,17 @@ bool RadioPanel::OnUser(int id, int code, HWND) {
 // A refused choice springs back, which the group tells again; by then it is the held one.
 void RadioPanel::Choose(int index) {
     if (index == Held().binning) return;
-    if (Refuses()) {
+    Wish wish;
+    wish.what = L"binning", wish.name = L"Camera binning";
+    wish.read = [] { return std::optional<double>(Held().binning); };
+    wish.ask = [](double to) { return Held().binning = static_cast<int>(to), true; };
+    wish.text = [](double at) { return std::to_wstring(1 << static_cast<int>(at)); };
+    if (!Asks(wish, index)) {
         m_group.SetSelection(Held().binning);
         Tell(Text(L"The binning stays as it is").str());
         return;
     }
-    Held().binning = index;
-    ShowPixel();
+    ShowValues();
     CKxStringW text;
     text.Format(60, Text(L"Binning %d"), 1 << Held().binning);
     Tell(text.str());

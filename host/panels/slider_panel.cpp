@@ -63,28 +63,41 @@ void SliderPanel::Fill() {
         AddChild(L"STATIC", L"", 0, IDC_SLIDER_TEXT + i, 6, kTop + kRow * i + 2, kLabelWidth, kRow - 4);
         slider.Create(m_hWnd, 6 + kLabelWidth, kTop + kRow * i, m_width - 12 - kLabelWidth, kRow, true, true);
         slider.SetTabStop(true);
-        slider.SetValue(Held().sliders[static_cast<std::size_t>(i)], false);
         InsertElement(&slider);
-        Hold(slider, slider.GetValue());
     }
     AddRefusal(IDC_SLIDER_REFUSE);
+    ShowValues();
 }
 
-void SliderPanel::Hold(const PanelSlider& slider, double value) {
-    Held().sliders[static_cast<std::size_t>(&slider - m_sliders.data())] = value;
+void SliderPanel::ShowValues() {
+    for (PanelSlider& slider : m_sliders) {
+        slider.SetValue(Value(slider), false);
+        Show(slider, slider.GetValue());
+    }
+}
+
+double& SliderPanel::Value(const PanelSlider& slider) const {
+    return Held().sliders[static_cast<std::size_t>(&slider - m_sliders.data())];
+}
+
+void SliderPanel::Show(const PanelSlider& slider, double value) {
     SetDlgItemTextW(m_hWnd, IDC_SLIDER_TEXT + slider.GetId() - IDC_SLIDER, slider.Text(value));
 }
 
 bool SliderPanel::Agrees(const PanelSlider& slider, double value) {
-    if (Refuses()) {
+    if (!Asks(slider.WishFor(Value(slider)), value)) {
         Tell(KX_GetTranslation(L"The slider stays where it is", L"host").str());
         return false;
     }
-    Hold(slider, value);
+    Show(slider, value);
     return true;
 }
 
-void SliderPanel::Dropped(const PanelSlider& slider) { Hold(slider, slider.GetValue()); }
+// Keys and the wheel only tell of this.
+void SliderPanel::Dropped(PanelSlider& slider) {
+    if (!Agrees(slider, slider.GetValue())) slider.SetValue(Value(slider), false);
+    Show(slider, slider.GetValue());
+}
 
 LRESULT SliderPanel::OnMouseWheel(WPARAM wParam, LPARAM lParam) {
     HostPanel::OnMouseWheel(wParam, lParam);

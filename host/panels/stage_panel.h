@@ -32,6 +32,5 @@ protected:
     LRESULT OnMouseWheel(WPARAM wParam, LPARAM lParam) override;
 
 private:
-
     StageStep m_step;
 };

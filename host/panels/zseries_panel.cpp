@@ -13,6 +13,7 @@ namespace {
 
 constexpr UINT kTick = 40;              // milliseconds
 constexpr unsigned kMostPlanes = 1000;  // in the list
+constexpr const wchar_t* kNames[] = {L"Focus drive", L"Piezo stage"};
 
 template <class... Values>
 std::wstring Formatted(const wchar_t* english, Values... values) {
@@ -52,8 +53,8 @@ void ZSeriesPanel::Fill() {
                    true);
     m_stack.EnableCube(true);
     m_stack.MakePositionsWritable();
-    m_stack.AddZDevice({.name = Text(L"Focus drive"), .id = 1, .rangeMax = 10000, .select = true});
-    m_stack.AddZDevice({.name = Text(L"Piezo stage"), .piezo = true, .id = 2, .rangeMax = 300, .inverted = true});
+    m_stack.AddZDevice({.name = Text(kNames[kFocus]), .id = 1, .rangeMax = 10000, .select = true});
+    m_stack.AddZDevice({.name = Text(kNames[kPiezo]), .piezo = true, .id = 2, .rangeMax = 300, .inverted = true});
     if (Held().series.GetZDevice(nullptr) != eKxZStack_Ok) PlanFirstSeries();
     m_record = Held().series;
     InsertWindow(m_stack.GetHandle());
@@ -124,8 +125,8 @@ void ZSeriesPanel::Changed(unsigned int flags) {
 void ZSeriesPanel::MoveZ(double z) {
     unsigned device = kFocus;
     m_record.GetZDevice(&device);
-    if (!Refuses()) Held().drives[device].Start(z, KX_GetTimeCounter());
-    Tell(Refuses() ? Text(L"Z stays where it is").str() : Formatted(L"Z moves to %.2f µm", z));
+    const bool moves = Asks(PlaceOf(Held().drives[device], kNames[device]), z);
+    Tell(moves ? Formatted(L"Z moves to %.2f µm", z) : Text(L"Z stays where it is").str());
 }
 
 // With Z kept, the focus drive makes up for what the piezo travels.
@@ -133,9 +134,8 @@ void ZSeriesPanel::GoHome(bool keepZ) {
     const unsigned now = KX_GetTimeCounter();
     SKxSimZDrive &piezo = Held().drives[kPiezo], &focus = Held().drives[kFocus];
     const double middle = (piezo.rangeMin + piezo.rangeMax) / 2;
-    if (!Refuses()) {
-        if (keepZ) focus.Start(focus.Position(now) + piezo.Position(now) - middle, now);
-        piezo.Start(middle, now);
-    }
-    Tell(Text(Refuses() ? L"The piezo stays where it is" : L"The piezo goes home").str());
+    const double kept = focus.Position(now) + piezo.Position(now) - middle;
+    const bool goes =
+        (!keepZ || Asks(PlaceOf(focus, kNames[kFocus]), kept)) && Asks(PlaceOf(piezo, kNames[kPiezo]), middle);
+    Tell(Text(goes ? L"The piezo goes home" : L"The piezo stays where it is").str());
 }

@@ -17,9 +17,9 @@ enum class Light {
 
 // One change of one thing.
 struct Change {
-    std::wstring what;            // which thing
+    std::wstring what;  // which thing
     double from = 0, to = 0;
-    unsigned gesture = 0;         // see Gestures
+    unsigned gesture = 0;  // see Gestures
 
     bool operator==(const Change&) const = default;
 };

@@ -171,8 +171,12 @@ step 'keys Escape' 'Time series: OnCommand id 2 code 0x0000' 'Time series: OnDes
 say "Wheel and drag on the page of the controls"
 page 502
 changing Controls/Sliders/1520 'wheel_up Controls/Sliders/1520' 'Exposure: OnHPotDragDrop'
+look interval Controls/Sliders/1527
 changing Controls/Sliders/1522 'drag Controls/Sliders/1522 30 80' \
   'Interval: OnHPotChange\(.*\)' 'Interval: OnHPotDragDrop'
+# A drag is undone as a whole.
+step 'keys ctrl+z' 'Host: Undone: Interval 30 s .*'
+unchanged interval Controls/Sliders/1527
 look gain Controls/Sliders/1521
 changing Controls/Sliders/1527 'keys Right' 'Interval: OnHPotDragDrop'
 unchanged gain Controls/Sliders/1521
