@@ -244,7 +244,7 @@ void MainWindow::BuildMenu() {
 
 void MainWindow::FillEditMenu() const {
     const auto literal = [](std::wstring text) {
-        for (std::size_t i = 0; (i = text.find(L'&', i)) != text.npos; i += 2)
+        for (std::size_t i = 0; (i = text.find(L'&', i)) != std::wstring::npos; i += 2)
             text.insert(i, 1, L'&');
         return text;
     };

@@ -83,7 +83,7 @@ void CKxDevUI_Table::ShowFirstRow() {
     RECT row{};
     row.left = LVIR_BOUNDS;
     if (first < 0 || first == now || !SendMessageW(m_list, LVM_GETITEMRECT, 0, reinterpret_cast<LPARAM>(&row))) return;
-    SendMessageW(m_list, LVM_SCROLL, 0, (first - now) * (row.bottom - row.top));
+    SendMessageW(m_list, LVM_SCROLL, 0, LPARAM{first - now} * (row.bottom - row.top));
 }
 
 // ---- Rows ----------------------------------------------------------------------------------------------------------

@@ -107,6 +107,7 @@ KxKeptInput::Kept KxKeptInput::KeptOf(HWND window, const wchar_t* windowClass, H
 }
 
 void KxKeptInput::Take(HWND top) {
+    if (!IsWindow(top)) return;
     for (auto& [way, kept] : m_kept)
         kept.focus = false;
     const HWND focus = GetFocus();
@@ -160,7 +161,7 @@ void KxKeptInput::Give(HWND window, const wchar_t* windowClass, const Kept& kept
 }
 
 void KxKeptInput::GiveBack(HWND top) {
-    if (m_kept.empty()) return;
+    if (m_kept.empty() || !IsWindow(top)) return;
     for (const auto& [window, windowClass, way] : PlacesBelow(top)) {
         const auto found = m_kept.find(way);
         if (found == m_kept.end()) continue;

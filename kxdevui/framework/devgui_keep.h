@@ -24,8 +24,9 @@
 // gets nothing.
 class KXDEVUI_API KxKeptInput {
 public:
-    // Takes from all windows below this one. What was taken before and not given back stays, unless the window it
-    // belongs to is there and has something else by now; so a page that is made later gets its own then.
+    // Takes from all windows below this one, and nothing for what is no window. What was taken before and not given
+    // back stays, unless the window it belongs to is there and has something else by now; so a page that is made later
+    // gets its own then.
     void Take(HWND top);
     // Gives back to the windows that are there, and forgets it. Only what was typed since a field was set or entered is
     // written into it, as typing that Ctrl+Z and Escape take back to what is set now; a list gets its rows back if it

@@ -79,7 +79,10 @@ std::string Left(const std::string& script) {
         case 'x': history.ForgetUndo(); break;
         case 'y': history.ForgetRedo(); break;
         default:
-            history.Record({{static_cast<wchar_t>(word[0])}, word[1] - '0' + 0.0, word[2] - '0' + 0.0, word[3] - 0u});
+            history.Record({{static_cast<wchar_t>(word[0])},
+                            word[1] - '0' + 0.0,
+                            word[2] - '0' + 0.0,
+                            static_cast<unsigned>(word[3])});
         }
     }
     std::ostringstream text;
