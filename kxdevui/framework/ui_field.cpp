@@ -108,6 +108,7 @@ void FieldEntered(HWND edit) {
 }
 
 void ShowAsTyped(HWND edit, const std::function<void()>& show) {
+    // Without the habit, what is shown is set.
     if (!KX_GetFieldHabits(edit).revert) return show();
     const std::wstring held = Held(edit);
     show();

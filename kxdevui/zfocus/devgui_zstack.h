@@ -294,6 +294,7 @@ private:
     void OnEnabled(bool enabled);
     void Focus(HWND from, bool backwards);
     void SelectFocused();
+    void EnterEdit(HWND edit);
     static void MakeRoomForMark(HWND edit);
 
     static Verdict VerdictOf(int status);

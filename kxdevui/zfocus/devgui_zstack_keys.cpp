@@ -2,6 +2,7 @@
 #include <kxdevui/zfocus/devgui_zstack.h>
 
 #include <kxbaseui/kx_colors.h>
+#include <kxdevui/framework/devgui_habits.h>
 #include <kxdevui/framework/ui_answer.h>
 #include <kxdevui/framework/ui_field.h>
 #include <kxdevui/zfocus/zstack_ids.h>
@@ -85,11 +86,7 @@ Handled CKxDevUI_ZStack::EditOnChar(const Message& message) {
     const HWND edit = message.window;
     switch (static_cast<wchar_t>(message.wParam)) {
     case kTab: Focus(edit, GetKeyState(VK_SHIFT) < 0); return 0;
-    case kEnter:
-        if (!CanBeRead(edit)) return ShowAnswer(edit, FieldOf(edit).allowed()), 0;
-        // Without a field to go to, what was typed is entered by leaving it all the same.
-        if (!GoOnFrom(edit, m_hWnd, true)) FocusNext(edit);
-        return 0;
+    case kEnter: EnterEdit(edit); return 0;
     case kEscape: RevertField(edit); return 0;
     // Where numbers are typed, a key must not move anything.
     case kSpace:
@@ -97,6 +94,19 @@ Handled CKxDevUI_ZStack::EditOnChar(const Message& message) {
         [[fallthrough]];
     default: return TypeInField(message, FieldOf(edit));
     }
+}
+
+void CKxDevUI_ZStack::EnterEdit(HWND edit) {
+    if (!CanBeRead(edit)) return ShowAnswer(edit, FieldOf(edit).allowed());
+    const Alive alive(this);
+    const std::wstring typed = TextOf(edit).str();
+    m_refused = false;
+    // Without a field to go to, what was typed is entered by leaving it all the same.
+    if (!GoOnFrom(edit, m_hWnd, true)) FocusNext(edit);
+    // Enter has not left it: the user goes on with what the record has refused.
+    if (!alive || !m_hWnd || !m_refused || GetFocus() != edit || !KX_GetFieldHabits(edit).answer) return;
+    ShowAsTyped(edit, [&] { SetWindowTextW(edit, typed.c_str()); });
+    if (alive && m_hWnd) SendMessageW(edit, EM_SETSEL, typed.size(), static_cast<LPARAM>(typed.size()));
 }
 
 Handled CKxDevUI_ZStack::EditOnLButtonDblClk(HWND edit) {

@@ -97,7 +97,7 @@ TEST_F(ZStackPanel, SaysWhatItsFieldsAllow) {
     // clang-format on
     for (const auto& [type, home, bottom, top, edit, allowed] : rows) {
         double least = 0, most = kInf;
-        const bool bounded = std::swscanf(allowed.c_str(), L"%lf to %lf", &least, &most) == 2;
+        std::swscanf(allowed.c_str(), L"%lf to %lf", &least, &most);
         const double beyond = edit == 1266 ? 1 : edit == 1265 ? 0.01 : 0.001;
         // A sign means nothing to a distance.
         for (const auto& [value, taken] :
