@@ -288,6 +288,8 @@ TEST_F(Fields, TellAsBeforeAndGoOnToFields) {
     Play({{[&] { Type(L"4"); }, "44:768#44 44:256#44 44:258=52 44:768#44"},
           {[&] { Key(VK_ESCAPE); }, "44:258=27 44:768#44"},
           {[&] { Key(VK_ESCAPE); }, "44:258=27"},
+          // What the host sets meanwhile is set, also if it is what has been typed.
+          {[&] { Type(L"7"), box.SetNumber(7), parent.Record().Clear(), Key(VK_ESCAPE); }, "44:258=27"},
           {[&] { Type(L"7"), parent.Record().Clear(), Type(L"\n"); }, "44:258=13 44:1025#44 44:512#44 45:256#45"}});
     EXPECT_EQ(GetFocus(), spin.GetEditWindow());
     Type(L"\n");
@@ -525,6 +527,11 @@ TEST_F(Fields, TakeAPastedTextWholeOrNotAtAll) {
         Key('V', MOD_CONTROL);
         EXPECT_EQ(TextAndSelection(edit), shown);
     }
+    // The host would read 0.
+    box.SetMaxChars(200);
+    PutOnClipboard(std::wstring(101, L'0') + L"7");
+    SetFocus(other), SetFocus(edit), Key('V', MOD_CONTROL), Type(L"\n");
+    EXPECT_EQ(heard.record.Take().find("Enter("), std::string::npos);
 }
 
 }  // namespace

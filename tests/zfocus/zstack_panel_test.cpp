@@ -118,7 +118,9 @@ TEST_F(ZStackPanel, SaysWhatItsFieldsAllow) {
     SetFocus(Item(1266)), Type(L"1x");
     EXPECT_NE(TextOf(kx::ui::AnswerWindow()).find(L"whole numbers"), std::wstring::npos);
     Type(L"2.5\n");
-    EXPECT_EQ(Shown(1266) + " at " + std::to_string(GetDlgCtrlID(GetFocus())), "12.5 at 1266");
+    EXPECT_EQ(GetFocus(), Item(1266)) << "12 is a part of it";
+    Key(VK_ESCAPE), SetFocus(Item(1263)), Type(L"4.2000000000000001e1\n");
+    EXPECT_EQ(Shown(1263) + " at " + std::to_string(GetDlgCtrlID(GetFocus())), "4.2000000000000001e1 at 1263");
 }
 
 TEST_F(ZStackPanel, SaysWhyZStaysWhereItIs) {
