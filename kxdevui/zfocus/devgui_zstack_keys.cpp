@@ -49,7 +49,9 @@ void CKxDevUI_ZStack::Focus(HWND from, bool backwards) {
 void CKxDevUI_ZStack::SelectFocused() {
     const HWND focus = GetFocus();
     const int id = IsMyWindow(focus) ? GetDlgCtrlID(focus) : 0;
-    if (id >= IDC_ZS_EDIT_TOP && id <= IDC_ZS_EDIT_ABOVE) SendMessageW(focus, EM_SETSEL, 0, -1);
+    if (id < IDC_ZS_EDIT_TOP || id > IDC_ZS_EDIT_ABOVE) return;
+    // With the habit, a click places the caret.
+    if (GetKeyState(VK_LBUTTON) >= 0 || !KX_GetFieldHabits(focus).select) SendMessageW(focus, EM_SETSEL, 0, -1);
 }
 
 void CKxDevUI_ZStack::FocusNext(HWND from) { Focus(from, false); }

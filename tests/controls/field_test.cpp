@@ -372,7 +372,7 @@ struct FieldsUnderAnyKeys : Fields {
     // What `written` makes of the text.
     void Write(const std::wstring& written) {
         expected = kx::ui::Written(before, written, SendMessageW(edit, EM_GETLIMITTEXT, 0, 0));
-        isTouched |= true;
+        isTouched = true;
     }
     void Erase(int back, int on) {
         expected = before;
@@ -454,8 +454,6 @@ struct FieldsUnderAnyKeys : Fields {
         case 4:
             said = "Escape", Key(VK_ESCAPE);
             Open(kind);
-            Must(TextOf(edit) == held, "Escape brings back something else");
-            isTouched = false;
             break;
         case 5: Paste(kind); break;
         case 6:

@@ -80,6 +80,8 @@ TEST_F(ZStackPanel, HasTheHabitsOfFields) {
           "Step(2.5, 1) Shown(0) Changed(2) Shown(0) Shown(0) at 1263: 2.50"},
          {[&] { SetFocus(parent.Window()); }, "Shown(0) at 0: 2.50"}},
         see);
+    SetFocus(Item(IDC_ZS_EDIT_STEP)), Type(L"4"), Click(Item(IDC_ZS_EDIT_STEPS), 3, 5);
+    EXPECT_EQ(SendMessageW(Item(IDC_ZS_EDIT_STEPS), EM_GETSEL, 0, 0), 0) << "a click places the caret";
 }
 
 // What a field says that it allows is taken, and no more is.
