@@ -371,7 +371,8 @@ struct FieldsUnderAnyKeys : Fields {
     }
     // What `written` makes of the text.
     void Write(const std::wstring& written) {
-        expected = kx::ui::Written(before, written, SendMessageW(edit, EM_GETLIMITTEXT, 0, 0));
+        expected =
+            kx::ui::Written(before, written, static_cast<std::size_t>(SendMessageW(edit, EM_GETLIMITTEXT, 0, 0)));
         isTouched = true;
     }
     void Erase(int back, int on) {
