@@ -65,6 +65,7 @@ bool CKxDevUI_ZStack::Validate(int edit, Meaning meaning, bool showErrors, const
     GetWindowTextW(Item(edit), text, kTextRoom);
     const std::wstring typed = kx::ui::TextOf(Item(edit)).str();
     auto value = NumberBehind(edit, meaning);
+    // With the habit, what nobody has typed is not entered.
     if (value && KX_GetFieldHabits(Item(edit)).revert) {
         m_refused = false;
         return UpdateGUI(RefreshAll), true;
