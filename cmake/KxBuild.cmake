@@ -130,3 +130,8 @@ function(kx_add_plain program)
     get_target_property(libraries ${program} LINK_LIBRARIES)
     target_link_libraries(${program}_plain PRIVATE ${libraries})
 endfunction()
+
+# Sections that lie in the file as they do in memory are mapped by Wine, others read and copied at every start of a program.
+if(MINGW AND NOT KXDEVUI_TRAPS)
+    add_link_options(-s -Wl,--file-alignment,4096)
+endif()

@@ -113,12 +113,13 @@ void MainWindow::BuildPages() {
     BuildPageButtons();
     m_log.Build(m_window);
     KX_FollowColorScheme(m_log);
-    TurnTo(m_page);
     BuildMenu();
     SetWindowTextW(m_window, Text(L"Microscope panels"));
     Say(Text(L"Ready").str());
     Restyle();
+    // Before the page, which is then placed once.
     FitToPages();
+    TurnTo(m_page);
 }
 
 void MainWindow::BuildPageButtons() {
@@ -288,9 +289,11 @@ void MainWindow::FitToPages() {
     GetMonitorInfoW(MonitorFromWindow(m_window, MONITOR_DEFAULTTONEAREST), &monitor);
     const RECT& work = monitor.rcWork;
     GetWindowRect(m_window, &own);
-    SetWindowPos(m_window, nullptr, 0, 0, std::min(frame.right - frame.left, work.right - own.left),
-                 std::min(frame.bottom - frame.top, work.bottom - own.top), SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
-    Layout();
+    const SIZE size{std::min(frame.right - frame.left, work.right - own.left),
+                    std::min(frame.bottom - frame.top, work.bottom - own.top)};
+    // A new size brings the layout with it.
+    if (size.cx == own.right - own.left && size.cy == own.bottom - own.top) return Layout();
+    SetWindowPos(m_window, nullptr, 0, 0, size.cx, size.cy, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 void MainWindow::Layout() {

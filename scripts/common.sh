@@ -104,6 +104,8 @@ use_display() {
 # whenever its last client has gone drops the client that comes just then, and that program could make no window.
 kx_servers=()
 start_display() {
+  # A desktop has resources; without any, Xlib looks for files of them again with every font that Wine selects.
+  export XENVIRONMENT=$root/scripts/display.resources
   local number_file; number_file=$(mktemp)
   Xvfb -displayfd 3 -screen 0 1280x1024x24 -nolisten tcp -noreset 3>"$number_file" >/dev/null 2>&1 &
   kx_servers+=($!)

@@ -42,8 +42,7 @@ CKxDevUI_ZStack::CKxDevUI_ZStack() {
 // Whether a validation is under way is no state of the panel: a copy that took it over would refuse all for ever.
 CKxDevUI_ZStack::CKxDevUI_ZStack(const CKxDevUI_ZStack& other)
     : CKxGUIControlElement(other), m_data(other.m_data), m_devices(other.m_devices), m_controls(other.m_controls),
-      m_dirty(other.m_dirty), m_before(other.m_before), m_beforeTyped(other.m_beforeTyped), m_piezo(other.m_piezo),
-      m_cube(other.m_cube), m_requests(other.m_requests) {
+      m_dirty(other.m_dirty), m_piezo(other.m_piezo), m_cube(other.m_cube), m_requests(other.m_requests) {
     Life::Begin(this);
 }
 
@@ -57,8 +56,6 @@ CKxDevUI_ZStack& CKxDevUI_ZStack::operator=(const CKxDevUI_ZStack& other) {
     m_devices = other.m_devices;
     m_controls = other.m_controls;
     m_dirty = other.m_dirty;
-    m_before = other.m_before;
-    m_beforeTyped = other.m_beforeTyped;
     m_piezo = other.m_piezo;
     m_cube = other.m_cube;
     m_requests = other.m_requests;
@@ -140,7 +137,6 @@ void CKxDevUI_ZStack::Destroy() {
     m_data = nullptr;
     m_devices.clear();
     m_dirty = {};
-    m_before.clear();
 }
 
 void CKxDevUI_ZStack::DestroyGDIObjects() {

@@ -16,6 +16,9 @@
 #include <kxbaseui/kx_guiscale.h>
 #include <kxbaseui/kx_layoutmanager.h>
 #include <kxdevui/framework/devgui.h>
+#include <kxdevui/framework/ui_gdi.h>
+#include <kxsystem/kx_locale.h>
+#include <kxsystem/kx_translation.h>
 
 namespace {
 
@@ -117,6 +120,20 @@ struct PagesAtScale : testing::Test {
     GalleryDevices gallery_;
     std::vector<std::unique_ptr<Page>> pages_;
 
+    // From the left edge of a window to what stands beside it.
+    static long RoomBeside(HWND window) {
+        const RECT own = RectInParent(window);
+        RECT parent{};
+        GetClientRect(GetParent(window), &parent);
+        long right = parent.right;
+        for (HWND each = GetWindow(window, GW_HWNDFIRST); each; each = GetWindow(each, GW_HWNDNEXT)) {
+            const RECT other = RectInParent(each);
+            const bool beside = other.left >= own.right && other.top < own.bottom && other.bottom > own.top;
+            if (beside && (GetWindowLongW(each, GWL_STYLE) & WS_VISIBLE)) right = std::min(right, other.left);
+        }
+        return right - own.left;
+    }
+
     static BOOL CALLBACK Tell(HWND window, LPARAM list) {
         char name[80] = "";
         GetClassNameA(window, name, sizeof name);
@@ -205,6 +222,44 @@ TEST_F(PagesAtScale, DifferByRoundingWhereTheyAreMade) {
         for (std::size_t k = 0; k < measures.size(); ++k)
             EXPECT_NEAR(measures[k], brought[i].second[k], 1) << name;
     }
+}
+
+// A bold face is not a normal one made bolder, as it is under Wine: it can be a fifth wider.
+TEST_F(PagesAtScale, LeaveAFifthOfTheirRoomToBoldTexts) {
+    const HMODULE host = LoadLibraryExW(L"kxdevhost.exe", nullptr, LOAD_LIBRARY_AS_DATAFILE);
+    ASSERT_TRUE(host);
+    for (const WORD language :
+         std::initializer_list<WORD>{LANG_ENGLISH, LANG_GERMAN, LANG_FRENCH, LANG_SPANISH, LANG_JAPANESE}) {
+        if (const HRSRC texts = FindResourceW(host, MAKEINTRESOURCEW(language), RT_RCDATA))
+            KX_AddCatalogue(language, static_cast<const char*>(LockResource(LoadResource(host, texts))),
+                            SizeofResource(host, texts));
+        CKxLocale::SetModuleLangId(MAKELANGID(language, SUBLANG_NEUTRAL));
+        Build();
+        long bold = 0;
+        const auto measure = [](HWND window, LPARAM count) -> BOOL {
+            const auto font = reinterpret_cast<HFONT>(SendMessageW(window, WM_GETFONT, 0, 0));
+            LOGFONTW type{};
+            const std::wstring text = TextOf(window);
+            if (!GetObjectW(font, sizeof type, &type) || type.lfWeight < FW_BOLD || text.empty()) return TRUE;
+            const kx::ui::WindowDC dc(window);
+            const kx::ui::Selection selected(dc, font);
+            SIZE size{};
+            GetTextExtentPoint32W(dc, text.c_str(), static_cast<int>(text.size()), &size);
+            // Captions have the size of their text, and may become as wide as there is nothing beside them.
+            RECT room{};
+            GetClientRect(window, &room);
+            if (GetWindowLongW(window, GWL_EXSTYLE) & WS_EX_TRANSPARENT) room.right = RoomBeside(window);
+            EXPECT_LE(size.cx * 6 / 5, room.right)
+                << Narrow(text) << ' ' << PlaceOf(window) << std::hex << ' ' << GetWindowLongW(window, GWL_STYLE);
+            ++*reinterpret_cast<long*>(count);
+            return TRUE;
+        };
+        for (const auto& page : pages_)
+            EnumChildWindows(*page, measure, reinterpret_cast<LPARAM>(&bold));
+        EXPECT_GT(bold, 10);
+    }
+    FreeLibrary(host);
+    CKxLocale::SetModuleLangId(MAKELANGID(LANG_ENGLISH, SUBLANG_NEUTRAL));
 }
 
 // system.sh compares what this writes at both scales of the system.
