@@ -82,7 +82,7 @@ void FocusPanel::Asking::OnStepChanged(double step, bool typed) {
 
 void FocusPanel::Asking::OnMoveZRequest(double z) {
     Log().Add(m_owner.Name(), L"OnMoveZRequest(%g)", z);
-    if (m_owner.Refuses() || !m_owner.m_device.MoveTo(z)) {
+    if (!m_owner.Asks(PlaceOf(m_owner.m_device), z)) {
         m_owner.TellRefused(L"Z stays where it is");
         return;
     }

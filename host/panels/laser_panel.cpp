@@ -73,7 +73,7 @@ void LaserPanel::OnDevice(const Change&) {
 bool LaserPanel::OnUser(int id, int code, HWND from) {
     if (id == IDC_LASER_ON && code == BN_CLICKED) {
         // The box follows the device.
-        if (Refuses() || !m_device.SetPortUsed(0, !m_device.IsPortUsed(0))) TellRefused(L"The laser stays as it is");
+        Grants(UseOf(m_device, 0), !m_device.IsPortUsed(0), L"", L"The laser stays as it is");
         return true;
     }
     return DevicePanel::OnUser(id, code, from);
@@ -85,7 +85,7 @@ LRESULT LaserPanel::OnMouseWheel(WPARAM wParam, LPARAM lParam) {
 }
 
 bool LaserPanel::Agrees(double power) {
-    if (Refuses() || !m_device.SetPower(power)) {
+    if (!Asks(PowerOf(m_device, m_unit), power)) {
         TellRefused(L"The laser keeps its power");
         return false;
     }

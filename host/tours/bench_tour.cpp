@@ -61,6 +61,20 @@ void Tour::PlanBench() {
     if (wheel) Click([=] { return GetDlgItem(page().First<FilterPanel>()->Panel(), 10500); });
     rest();
     Picture(L"60-bench");
+    // The menu is opened by its letter, and closed again.
+    Do([this] { PostMessageW(m_window.Handle(), WM_SYSCOMMAND, SC_KEYMENU, L'e'); });
+    Await([] { return FindWindowW(L"#32768", nullptr); });
+    Key(VK_UP);
+    Key(VK_RIGHT);
+    Do([] {});
+    Picture(L"60-bench-undo");
+    Key(VK_ESCAPE);
+    Key(VK_ESCAPE);
+    Key(VK_ESCAPE);
+    Menu(MainWindow::cmdUndo);
+    Menu(MainWindow::cmdUndo);
+    Menu(MainWindow::cmdRedo);
+    rest();
     simulate(MainWindow::simSlow);
     clickObjective(0);
     clickFilter(4);
