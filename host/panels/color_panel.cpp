@@ -7,6 +7,7 @@
 #include <kxbaseui/kx_layoutmanager.h>
 #include <kxdevui/framework/devgui.h>
 #include <kxdevui/framework/devgui_habits.h>
+#include <kxdevui/framework/devgui_readings.h>
 #include <kxsystem/kx_color.h>
 
 #include "../event_log.h"
@@ -37,12 +38,16 @@ void PanelColorSlider::Belong(ColorPanel& panel, const wchar_t* name, const wcha
     m_told = told;
 }
 
+// Without a switch of its own a light is on as soon as it has power.
+void PanelColorSlider::Shine(double power) { KX_TellLight(*this, power > 0 ? EKxLight::On : EKxLight::Off); }
+
 void PanelColorSlider::OnPowerChanged(double& value, bool& veto) {
     Log().Add(m_name, L"OnPowerChanged(%g)", value);
     CKxStringW told;
     told.Format(80, Text(m_told), value);
     veto = !m_panel->Agrees(told);
     // A typed value holds already; a host that minds sets the old one again.
+    if (KX_GetLight(*this) != EKxLight::None) Shine(veto ? GetPower() : value);
 }
 
 void PanelColorSlider::OnRangeChanged(double& minimum, double& maximum) {
@@ -62,6 +67,7 @@ void ColorPanel::Fill() {
     FillColumn();
     FillLine();
     FillBand();
+    TurnLightOff();
     AddCheckBox(Text(L"The host refuses"), IDC_LIGHT_REFUSE, 6, m_height - 22);
 }
 
@@ -146,7 +152,7 @@ void ColorPanel::Align() {
 
 void ColorPanel::TurnLightOff() {
     for (const int lit : {0, 1, 2, 3, 4, 6})
-        Slider(lit).SetPower(0, true);
+        Slider(lit).SetPower(0, true), Slider(lit).Shine(0);
 }
 
 bool ColorPanel::Agrees(const CKxStringW& told) {

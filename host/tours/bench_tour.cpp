@@ -33,9 +33,14 @@ void Tour::PlanBench() {
     const auto clickShutter = [=, this] {
         if (hasShutter) Click([=] { return page().First<SingleShutterPanel>()->Panel().GetButtonHandle(); });
     };
-    const auto dragPower = [=, this] {
+    const auto dragPower = [=, this](int from, int to) {
         if (page().First<LaserPanel>())
-            Drag([=] { return GetDlgItem(page().First<LaserPanel>()->Power(), 10000); }, 10, 60);
+            Drag([=] { return GetDlgItem(page().First<LaserPanel>()->Power(), 10000); }, from, to);
+    };
+    const auto sendZToTop = [=, this] {
+        if (!page().First<FocusPanel>()) return;
+        Click([=] { return GetDlgItem(page().First<FocusPanel>()->Panel().GetHandle(), CKxDevUI_ZStack::EditTop); });
+        Key(VK_SPACE);
     };
     // Nothing of the microscope is on its way any more.
     const auto rest = [this] {
@@ -56,14 +61,16 @@ void Tour::PlanBench() {
     clickFilter(2);
     clickPath(1);
     clickShutter();
-    dragPower();
+    dragPower(10, 60);
     if (turret) Click([=] { return GetDlgItem(page().First<NosepiecePanel>()->Panel(), 10500); });
     if (wheel) Click([=] { return GetDlgItem(page().First<FilterPanel>()->Panel(), 10500); });
     rest();
     Picture(L"60-bench");
     simulate(MainWindow::simSlow);
+    dragPower(60, 90);
     clickObjective(0);
     clickFilter(4);
+    sendZToTop();
     Picture(L"61-bench-moving");
     simulate(MainWindow::simStop);
     Picture(L"62-bench-stopped");

@@ -4,6 +4,7 @@
 #include <kxbaseui/kx_guiscale.h>
 #include <kxbaseui/kx_layoutmanager.h>
 #include <kxbaseui/kx_schemecontrols.h>
+#include <kxbaseui/kx_tooltip.h>
 #include <kxdevui/framework/devgui.h>
 #include <kxdevui/framework/ui_activity.h>
 #include <kxdevui/framework/ui_resources.h>
@@ -29,7 +30,12 @@ CKxDevUI_ZStack::CKxDevUI_ZStack() {
     m_requests = std::make_shared<Activity>(
         ActivityHost{[](HWND) { return -1L; }, [](HWND, long) -> HWND { return nullptr; },
                      [](HWND) { return KX_GetTranslation(L"Z-Stack", L"devgui_zstack"); },
-                     [](HWND window) { InvalidateRect(window, nullptr, FALSE); },
+                     [](HWND window) {
+                         const auto* const panel = ByInstances<CKxDevUI_ZStack, m_Instances>::Find(window);
+                         const CKxStringW remark = panel ? panel->m_requests->Remark() : CKxStringW();
+                         if (!remark.IsEmpty() || KX_GetToolTipWindow(window)) KX_UpdateToolTipWindow(window, remark);
+                         InvalidateRect(window, nullptr, FALSE);
+                     },
                      // In the corner, above the labels of the scale.
                      [](HWND window) {
                          RECT client{};
@@ -226,10 +232,12 @@ Handled CKxDevUI_ZStack::Handle(const Message& message) {
     case WM_KX_UPDATE_DEVICE_BAND:
         if (const auto band = ReadDeviceBand<ZStackBand>(message); band && band->flags.refresh) UpdateGUI(RefreshAll);
         return 0;
+    case WM_KX_READINGS: ShowScale(ShownOf(m_hWnd)->scale); return kShowsReadings;
     case WM_DESTROY:
         // The edits are still there, and one may have the focus: it is nobody's wish any more.
         ByInstances<CKxDevUI_ZStack, m_Instances>::Unbind(message.window);
         Activity::WindowGone(message.window);
+        KX_DeleteToolTip(message.window);
         m_hWnd = nullptr;
         return std::nullopt;
     default: return std::nullopt;

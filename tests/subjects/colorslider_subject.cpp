@@ -117,6 +117,7 @@ struct ColorSliderSubject : SubjectOf<Slider> {
         const auto fill = [this](Random& r) { filled_ = true, control_->Fill(AnyFilling(r)); };
         return {
             {"a life of requests", [this](Random& r) { TellAnyActivity(*control_, r); }},
+            {"readings", [this](Random& r) { TellAnyReadings(*control_, r); }},
             {"a filling", fill},
             {"another filling", fill},
             {"a rainbow", Do(&Slider::SetHorizontalRainbow, AnyNumber, AnyNumber)},
