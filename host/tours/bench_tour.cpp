@@ -38,9 +38,10 @@ void Tour::PlanBench() {
             Drag([=] { return GetDlgItem(page().First<LaserPanel>()->Power(), 10000); }, from, to);
     };
     const auto sendZToTop = [=, this] {
-        if (!page().First<FocusPanel>()) return;
-        Click([=] { return GetDlgItem(page().First<FocusPanel>()->Panel().GetHandle(), CKxDevUI_ZStack::EditTop); });
-        Key(VK_SPACE);
+        // A double click.
+        for (int i = 0; page().First<FocusPanel>() && i < 2; ++i)
+            Click(
+                [=] { return GetDlgItem(page().First<FocusPanel>()->Panel().GetHandle(), CKxDevUI_ZStack::EditTop); });
     };
     // Nothing of the microscope is on its way any more.
     const auto rest = [this] {
@@ -62,6 +63,7 @@ void Tour::PlanBench() {
     clickPath(1);
     clickShutter();
     dragPower(10, 60);
+    if (page().First<LaserPanel>()) Click([=] { return GetDlgItem(*page().First<LaserPanel>(), IDC_LASER_ON); });
     if (turret) Click([=] { return GetDlgItem(page().First<NosepiecePanel>()->Panel(), 10500); });
     if (wheel) Click([=] { return GetDlgItem(page().First<FilterPanel>()->Panel(), 10500); });
     rest();

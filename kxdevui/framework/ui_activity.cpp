@@ -424,8 +424,10 @@ void Activity::DrawFace(HWND window, HDC dc, const RECT& area) {
     if (self->m_host.underlined) {
         const SavedDC saved(dc);
         const long line = std::max(1L, CKxGUILayoutManager::Zoomed(kStroke)), bottom = SeenBottom(window, area);
-        IntersectClipRect(dc, area.left, bottom - line, area.right, bottom);
-        self->DrawEdge(dc, {area.left - line, area.top, area.right + line, bottom});
+        IntersectClipRect(dc, area.left, area.top, area.right, bottom);
+        // In a low row its parts cover the most of its lower edge, and not the right one.
+        const long right = bottom < area.bottom ? area.right : area.right + line;
+        self->DrawEdge(dc, {area.left - line, area.top - line, right, bottom});
     } else {
         self->DrawEdge(dc, area);
     }

@@ -26,10 +26,10 @@ const CKxDevUI_Base* RootOf(const CKxDevUI_ColorSlider* slider) { return slider;
 
 CKxDevUI_ColorSlider::CKxDevUI_ColorSlider()
     : m_requests(std::make_unique<kx::ui::Activity>(
-          kx::ui::ActivityHost{[](HWND) { return -1L; }, [this](HWND, long) { return Lamp(); },
+          kx::ui::ActivityHost{[](HWND) { return -1L; }, [this](HWND, long) { return ThumbWindow(); },
                                [this](HWND) { return m_name.IsEmpty() ? m_title : m_name; },
                                [this](HWND) { ShowRequests(); }, [this](HWND) { return SignPlace(); }, true,
-                               [this](HWND) { return Lamp(); }, [this](HWND) { return m_hpot.ThumbArea(); }})),
+                               [this](HWND) { return ThumbWindow(); }, [this](HWND) { return m_hpot.ThumbArea(); }})),
       m_rangeHPot(this) {
     m_hpot.m_owner = this;
     // One entry a message, whatever keys are held.

@@ -368,7 +368,7 @@ private:
     void ShowRequests();
     RECT SignPlace() const;
     // The single thumb, null for a range.
-    HWND Lamp() const { return IsRange() ? nullptr : HWND{m_hpot}; }
+    HWND ThumbWindow() const { return IsRange() ? nullptr : HWND{m_hpot}; }
 
     std::optional<double> AskPower(double value);
     void ShowRange(const kx::colorslider::Range& range);

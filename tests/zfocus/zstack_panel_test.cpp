@@ -1,8 +1,10 @@
 // The panel over the real record: what it shows, under the hands of users; its dialog.
 #include "zstack_panel.h"
 
+#include <kxbaseui/kx_tooltip.h>
 #include <kxdevui/framework/devgui_habits.h>
 #include <kxdevui/framework/devgui_messages.h>
+#include <kxdevui/framework/devgui_readings.h>
 #include <kxdevui/framework/ui_answer.h>
 #include <kxdevui/framework/ui_parts.h>
 
@@ -85,9 +87,32 @@ TEST_F(ZStackPanel, SaysWhyZStaysWhereItIs) {
     panel.refusal = L"The stage is in the way";
     SendMessageW(Item(IDC_ZS_EDIT_TOP), WM_LBUTTONDBLCLK, 0, 0);
     EXPECT_EQ(KX_GetActivity(panel.GetHandle()), (KxActivity{EKxActivity::Refused, -1, panel.refusal}));
-    KX_TellActivity(panel.GetHandle(), {EKxActivity::Failed, -1, L"stuck"}),
-        KX_TellActivity(panel.GetHandle(), KxActivity{});
+    KX_TellActivity(panel.GetHandle(), {EKxActivity::Failed, -1, L"stuck"});
+    wchar_t tip[80]{};
+    TOOLINFOW tool{
+        TTTOOLINFOW_V1_SIZE, 0, parent.Window(), reinterpret_cast<UINT_PTR>(panel.GetHandle()), {}, {}, tip, 0, {}};
+    SendMessageW(KX_GetToolTipWindow(panel.GetHandle()), TTM_GETTEXTW, 80, reinterpret_cast<LPARAM>(&tool));
+    EXPECT_STREQ(tip, L"Failed: stuck");
+    KX_TellActivity(panel.GetHandle(), KxActivity{});
     EXPECT_EQ(kx::ui::TextOf(panel.GetHandle()), L"Z-Stack") << "called by its own name again";
+}
+
+TEST_F(ZStackPanel, ShowsWhereZWasSent) {
+    Make(true);
+    const Picture there = Picture::OnScreen(panel.GetHandle());
+    EXPECT_TRUE(KX_TellMeasured(panel.GetHandle(), {.asked = 500, .measured = 3}));
+    EXPECT_EQ(Picture::OnScreen(panel.GetHandle()), there) << "where it stands";
+    EXPECT_TRUE(KX_TellMeasured(panel.GetHandle(), {.asked = 520}));
+    RECT told{}, scale = RectInParent(Item(IDC_ZS_EDIT_TOP));
+    GetUpdateRect(panel.GetHandle(), &told, FALSE);
+    EXPECT_FALSE(IsRectEmpty(&told)) << "nothing is drawn";
+    EXPECT_GT(told.left, scale.right) << "the scale alone";
+    const Picture sent = Picture::OnScreen(panel.GetHandle());
+    EXPECT_NE(sent, there);
+    record.SetZPosition(0, 520), panel.UpdateGUI(4);
+    const Picture arrived = Picture::OnScreen(panel.GetHandle());
+    KX_TellMeasured(panel.GetHandle(), {});
+    EXPECT_EQ(Picture::OnScreen(panel.GetHandle()), arrived);
 }
 
 TEST_F(ZStackPanel, ValidatesWhatTheFocusLeaves) {
