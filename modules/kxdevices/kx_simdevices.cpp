@@ -98,7 +98,7 @@ void CKxSimDevice::Tick() {
 
 void CKxSimDevice::Stop() {
     if (m_motion.state != eKxDeviceState_Moving) return;
-    m_motion.Stop();
+    if (!StandsStill()) m_motion.Stop();
     CKxDeviceRegistry::Notify(Device().GetLogDevId(), EKxDeviceChange::Position);
 }
 
@@ -233,12 +233,11 @@ bool CKxSimLaserOutput::GetMeasuredPower(double& power) const {
     return true;
 }
 
-void CKxSimLaserOutput::Stop() {
-    double power = 0;
-    if (m_motion.state != eKxDeviceState_Moving || !GetMeasuredPower(power)) return;
+bool CKxSimLaserOutput::StandsStill() {
+    const double power = m_power.At(m_motion, KX_GetTimeCounter());
     m_power = {power, power, 0};
     m_motion = {};
-    CKxDeviceRegistry::Notify(GetLogDevId(), EKxDeviceChange::Position);
+    return true;
 }
 
 void CKxSimLaserOutput::TurnLightOff() {

@@ -72,7 +72,7 @@ public:
     void Tick();
     // Breaks a movement off; the position is unknown then, until the next movement has ended. A laser keeps the power
     // that it has.
-    virtual void Stop();
+    void Stop();
 
     // How long a movement takes, in milliseconds for each position on the way, or each 100 um of a drive or a stage;
     // 150 at first.
@@ -105,6 +105,8 @@ protected:
 
     // Whether a movement has a target that can be told, and not a place on a scale.
     virtual bool TellsTarget() const noexcept { return true; }
+    // A movement is broken off: true when the device knows where it stands all the same.
+    virtual bool StandsStill() { return false; }
 
     // For the interface's answers.
     SKxSimMotion m_motion;
@@ -278,7 +280,6 @@ public:
 
     // As the interface says.
     void TurnLightOff() override;
-    void Stop() override;
     void TryPlace(int where) override { SetPortUsed(where, !IsPortUsed(where)), SetPower(where * 10); }
     long GetPortCount() const override { return static_cast<long>(m_ports.size()); }
     CKxStringW GetPortName(long port) const override;
@@ -291,6 +292,7 @@ public:
 protected:
     bool TellsOnTheWay() const noexcept override { return true; }
     bool TellsTarget() const noexcept override { return false; }
+    bool StandsStill() override;
 
 private:
     struct Port {
