@@ -1,6 +1,7 @@
 #include <kxdevui/framework/devgui_readings.h>
 
 #include <cmath>
+#include <type_traits>
 #include <utility>
 
 #include <kxdevices/kx_device.h>
@@ -27,7 +28,8 @@ bool Tell(HWND control, T kx::ui::WindowState::*reading, const T& now) {
     const HWND window = ShownIn(control);
     if (const auto state = kx::ui::FindState(window)) {
         const T before = std::exchange((*state).*reading, now);
-        if (SendMessageW(window, kx::ui::WM_KX_READINGS, 0, 0) == kx::ui::kShowsReadings) return true;
+        constexpr WPARAM what = std::is_same_v<T, KxMeasured> ? 1 : 0;
+        if (SendMessageW(window, kx::ui::WM_KX_READINGS, what, 0) == kx::ui::kShowsReadings) return true;
         (*state).*reading = before;
     }
     KX_LOG(kSource, L"window %p shows nothing of the kind", static_cast<void*>(control));

@@ -59,6 +59,10 @@ public:
     const KxActivity& Now() const noexcept { return m_now; }
     // As KX_GetActivity tells it.
     KxActivity Shown() const;
+    // Whether nobody knows where it stands.
+    bool IsLost() const noexcept {
+        return m_now.activity == EKxActivity::Unknown || m_now.activity == EKxActivity::Failed;
+    }
     // Whether what is held is drawn as current; how a position is drawn.
     bool ShowsHeld() const noexcept;
     PlaceLook LookOf(long position) const;

@@ -31,10 +31,12 @@ CKxDevUI_ZStack::CKxDevUI_ZStack() {
         ActivityHost{[](HWND) { return -1L; }, [](HWND, long) -> HWND { return nullptr; },
                      [](HWND) { return KX_GetTranslation(L"Z-Stack", L"devgui_zstack"); },
                      [](HWND window) {
-                         const auto* const panel = ByInstances<CKxDevUI_ZStack, m_Instances>::Find(window);
-                         const CKxStringW remark = panel ? panel->m_requests->Remark() : CKxStringW();
-                         if (!remark.IsEmpty() || KX_GetToolTipWindow(window)) KX_UpdateToolTipWindow(window, remark);
                          InvalidateRect(window, nullptr, FALSE);
+                         auto* const panel = ByInstances<CKxDevUI_ZStack, m_Instances>::Find(window);
+                         if (!panel || !panel->m_data) return;
+                         const CKxStringW remark = panel->m_requests->Remark();
+                         if (!remark.IsEmpty() || KX_GetToolTipWindow(window)) KX_UpdateToolTipWindow(window, remark);
+                         Guarded([&]() -> Handled { return panel->ShowScale(panel->ReadScale()), 0; });
                      },
                      // In the corner, above the labels of the scale.
                      [](HWND window) {
@@ -232,7 +234,10 @@ Handled CKxDevUI_ZStack::Handle(const Message& message) {
     case WM_KX_UPDATE_DEVICE_BAND:
         if (const auto band = ReadDeviceBand<ZStackBand>(message); band && band->flags.refresh) UpdateGUI(RefreshAll);
         return 0;
-    case WM_KX_READINGS: ShowScale(ShownOf(m_hWnd)->scale); return kShowsReadings;
+    case WM_KX_READINGS:
+        if (message.wParam == 0) return std::nullopt;
+        ShowScale(ShownOf(m_hWnd)->scale);
+        return kShowsReadings;
     case WM_DESTROY:
         // The edits are still there, and one may have the focus: it is nobody's wish any more.
         ByInstances<CKxDevUI_ZStack, m_Instances>::Unbind(message.window);

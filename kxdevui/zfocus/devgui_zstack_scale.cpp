@@ -213,6 +213,8 @@ ScaleValues CKxDevUI_ZStack::ReadScale() const {
 void CKxDevUI_ZStack::ShowScale(ScaleValues values) {
     const auto shown = ShownOf(m_hWnd);
     values.asked = KX_GetMeasured(m_hWnd).asked;
+    // Where it stood before it was lost is no mark.
+    if (m_requests->IsLost()) values.z.reset();
     if (values == shown->scale) return;
     const ScaleValues before = std::exchange(shown->scale, values);
     // The marks of Z reach beyond the bars.

@@ -113,6 +113,14 @@ TEST_F(ZStackPanel, ShowsWhereZWasSent) {
     const Picture arrived = Picture::OnScreen(panel.GetHandle());
     KX_TellMeasured(panel.GetHandle(), {});
     EXPECT_EQ(Picture::OnScreen(panel.GetHandle()), arrived);
+    EXPECT_FALSE(KX_TellLight(panel.GetHandle(), EKxLight::On));
+    // The mark's number has that colour alone.
+    const auto marked = [&] { return Picture::OnScreen(panel.GetHandle()).Count(RGB(200, 70, 0)) > 0; };
+    EXPECT_TRUE(marked());
+    KX_TellActivity(panel.GetHandle(), {EKxActivity::Unknown, -1, {}});
+    EXPECT_FALSE(marked()) << "where it is lost it stands nowhere";
+    KX_TellActivity(panel.GetHandle(), KxActivity{});
+    EXPECT_EQ(Picture::OnScreen(panel.GetHandle()), arrived);
 }
 
 TEST_F(ZStackPanel, ValidatesWhatTheFocusLeaves) {
