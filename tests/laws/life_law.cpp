@@ -63,7 +63,7 @@ TEST_P(LifeLaw, EachReadingIsSeen) {
         KX_TellLight(control, EKxLight::None);
         const bool told = KX_TellMeasured(control, {.asked = 50, .measured = 80});
         Expect(told == (look(told, "measured") != rest), TextOf(state), "what was measured is not seen");
-        KX_TellMeasured(control, {});
+        KX_TellMeasured(control, KxMeasured{});
         Expect(Picture::OnScreen(control) == rest, TextOf(state), "untold it looks otherwise than before");
     }
 }

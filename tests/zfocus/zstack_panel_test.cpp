@@ -89,8 +89,9 @@ TEST_F(ZStackPanel, SaysWhyZStaysWhereItIs) {
     EXPECT_EQ(KX_GetActivity(panel.GetHandle()), (KxActivity{EKxActivity::Refused, -1, panel.refusal}));
     KX_TellActivity(panel.GetHandle(), {EKxActivity::Failed, -1, L"stuck"});
     wchar_t tip[80]{};
-    TOOLINFOW tool{
-        TTTOOLINFOW_V1_SIZE, 0, parent.Window(), reinterpret_cast<UINT_PTR>(panel.GetHandle()), {}, {}, tip, 0, {}};
+    TOOLINFOW tool{};
+    tool.cbSize = TTTOOLINFOW_V1_SIZE, tool.hwnd = parent.Window(), tool.lpszText = tip;
+    tool.uId = reinterpret_cast<UINT_PTR>(panel.GetHandle());
     SendMessageW(KX_GetToolTipWindow(panel.GetHandle()), TTM_GETTEXTW, 80, reinterpret_cast<LPARAM>(&tool));
     EXPECT_STREQ(tip, L"Failed: stuck");
     KX_TellActivity(panel.GetHandle(), KxActivity{});
@@ -111,7 +112,7 @@ TEST_F(ZStackPanel, ShowsWhereZWasSent) {
     EXPECT_NE(sent, there);
     record.SetZPosition(0, 520), panel.UpdateGUI(4);
     const Picture arrived = Picture::OnScreen(panel.GetHandle());
-    KX_TellMeasured(panel.GetHandle(), {});
+    KX_TellMeasured(panel.GetHandle(), KxMeasured{});
     EXPECT_EQ(Picture::OnScreen(panel.GetHandle()), arrived);
     EXPECT_FALSE(KX_TellLight(panel.GetHandle(), EKxLight::On));
     // The mark's number has that colour alone.
