@@ -85,6 +85,7 @@ void Tour::PlanBench() {
     simulate(MainWindow::simFail);
     clickObjective(2);
     clickFilter(2);
+    sendZToTop();
     rest();
     simulate(MainWindow::simRefuse);
     clickObjective(1);

@@ -1,6 +1,7 @@
 #include <kxdevui/controls/hpot_light.h>
 
 #include <algorithm>
+#include <cstdlib>
 
 #include <kxbaseui/kx_bitmappool.h>
 #include <kxbaseui/kx_colors.h>
@@ -61,7 +62,7 @@ RECT MeasuredMark(const Scale& scale, double thumb, std::optional<double> measur
         return std::clamp<long>(ValueToThumbPos(scale, value, static_cast<int>(length)), 0, std::max(length, 0L));
     };
     const long position = at(*measured), line = ZoomedLine(1);
-    if (position == at(thumb)) return {};
+    if (std::abs(position - at(thumb)) <= line) return {};
     const long left = strip.left + position - line / 2 - line, out = 2 * line;
     return {left, strip.top - out, left + 3 * line, strip.bottom + out};
 }

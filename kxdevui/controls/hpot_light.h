@@ -30,8 +30,8 @@ RECT BadgeOn(const RECT& thumb, long width);
 void DrawLight(HDC dc, const RECT& strip, long at, const LightColors& colors);
 void DrawBadge(HDC dc, const RECT& place, bool on, const LightColors& colors);
 
-// The mark of a measured value on a strip, beside a thumb at this value; empty where it is not known, and where both
-// are the same pixel of the strip.
+// The mark of a measured value on a strip, beside a thumb at this value; empty where it is not known, and where the two
+// are no more than a line apart: a thumb goes by its table.
 RECT MeasuredMark(const Scale& scale, double thumb, std::optional<double> measured, const RECT& strip);
 // A thin line, to be told from every colour of a strip.
 void DrawMeasured(HDC dc, const RECT& mark, bool enabled);

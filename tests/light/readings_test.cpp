@@ -104,7 +104,7 @@ TEST_F(Readings, MarkWhatWasMeasured) {
     plain.SetValue(5, false);
     for (const auto& [control, slider, left] : {std::tuple{HWND{line}, line.Thumb(), 4L}, {plain, plain, 5L}}) {
         const Picture bare = Picture::OnScreen(slider);
-        const std::tuple<std::optional<double>, long> rows[] = {{5, -1},   {5.2, -1},  {std::nullopt, -1}, {kNaN, -1},
+        const std::tuple<std::optional<double>, long> rows[] = {{5, -1},   {5.5, -1},  {std::nullopt, -1}, {kNaN, -1},
                                                                 {50, 101}, {1e9, 202}, {-1e9, 0},          {kInf, -1}};
         for (const auto& [measured, column] : rows) {
             KX_TellMeasured(control, {.measured = 30});
