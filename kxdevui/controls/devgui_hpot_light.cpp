@@ -1,7 +1,6 @@
 // What a slider shows of its device beside what was asked of it: whether its light is on, and the measured value.
 #include <kxdevui/controls/devgui_hpot.h>
 
-#include <algorithm>
 #include <utility>
 
 #include <kxbaseui/kx_colors.h>

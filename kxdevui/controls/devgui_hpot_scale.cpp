@@ -194,8 +194,9 @@ void CKxDevUI_HPot::Inside::PaintThumb(HDC dc) const {
 RECT CKxDevUI_HPot::Inside::TraceRect() const {
     RECT rect = slider.ThumbArea();
     if (LeavesTrace()) {
+        const auto onTrack = [&](long at) { return std::clamp(at, 0L, std::max(slider.m_trackLength, 0L)); };
         const long held = slider.ValueToThumbPos(slider.m_held.value);
-        OffsetRect(&rect, static_cast<int>(held - slider.m_thumbPos), 0);
+        OffsetRect(&rect, static_cast<int>(onTrack(held) - onTrack(slider.m_thumbPos)), 0);
     }
     return rect;
 }

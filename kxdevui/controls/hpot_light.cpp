@@ -35,7 +35,7 @@ void DrawLight(HDC dc, const RECT& strip, long at, const LightColors& colors) {
     RECT frame = strip, filled = strip;
     InflateRect(&frame, 1, 1);
     FrameRect(dc, &frame, KX_GetSysColorBrush(COLOR_BTNSHADOW));
-    filled.right = std::clamp(strip.left + at, strip.left, strip.right);
+    filled.right = strip.left + std::clamp(at, 0L, std::max(strip.right - strip.left, 0L));
     const RECT rest{filled.right, strip.top, strip.right, strip.bottom};
     const ui::Brush brush(CreateSolidBrush(colors.rest));
     FillRect(dc, &rest, brush.get());
