@@ -100,28 +100,20 @@ TEST_F(ZStackPanel, SaysWhyZStaysWhereItIs) {
 
 TEST_F(ZStackPanel, ShowsWhereZWasSent) {
     Make(true);
-    const Picture there = Picture::OnScreen(panel.GetHandle());
-    EXPECT_TRUE(KX_TellMeasured(panel.GetHandle(), {.asked = 500, .measured = 3}));
-    EXPECT_EQ(Picture::OnScreen(panel.GetHandle()), there) << "where it stands";
-    EXPECT_TRUE(KX_TellMeasured(panel.GetHandle(), {.asked = 520}));
-    RECT told{}, scale = RectInParent(Item(IDC_ZS_EDIT_TOP));
-    GetUpdateRect(panel.GetHandle(), &told, FALSE);
-    EXPECT_FALSE(IsRectEmpty(&told)) << "nothing is drawn";
-    EXPECT_GT(told.left, scale.right) << "the scale alone";
-    const Picture sent = Picture::OnScreen(panel.GetHandle());
-    EXPECT_NE(sent, there);
-    record.SetZPosition(0, 520), panel.UpdateGUI(4);
-    const Picture arrived = Picture::OnScreen(panel.GetHandle());
-    KX_TellMeasured(panel.GetHandle(), KxMeasured{});
-    EXPECT_EQ(Picture::OnScreen(panel.GetHandle()), arrived);
-    EXPECT_FALSE(KX_TellLight(panel.GetHandle(), EKxLight::On));
+    const HWND window = panel.GetHandle();
+    const Picture there = Picture::OnScreen(window);
+    KX_TellMeasured(window, {.asked = 500, .measured = 3});
+    EXPECT_EQ(Picture::OnScreen(window), there) << "where it stands";
+    EXPECT_TRUE(KX_TellMeasured(window, {.asked = 520}) && !KX_TellLight(window, EKxLight::On));
+    RECT told{};
+    EXPECT_TRUE(GetUpdateRect(window, &told, FALSE));
+    EXPECT_GT(told.left, RectInParent(Item(IDC_ZS_EDIT_TOP)).right) << "the scale alone";
+    EXPECT_NE(Picture::OnScreen(window), there);
     // The mark's number has that colour alone.
-    const auto marked = [&] { return Picture::OnScreen(panel.GetHandle()).Count(RGB(200, 70, 0)) > 0; };
-    EXPECT_TRUE(marked());
-    KX_TellActivity(panel.GetHandle(), {EKxActivity::Unknown, -1, {}});
-    EXPECT_FALSE(marked()) << "where it is lost it stands nowhere";
-    KX_TellActivity(panel.GetHandle(), KxActivity{});
-    EXPECT_EQ(Picture::OnScreen(panel.GetHandle()), arrived);
+    KX_TellActivity(window, {EKxActivity::Unknown, -1, {}});
+    EXPECT_EQ(Picture::OnScreen(window).Count(RGB(200, 70, 0)), 0) << "where it is lost it stands nowhere";
+    KX_TellActivity(window, KxActivity{}), KX_TellMeasured(window, KxMeasured{});
+    EXPECT_EQ(Picture::OnScreen(window), there);
 }
 
 TEST_F(ZStackPanel, ValidatesWhatTheFocusLeaves) {
