@@ -198,6 +198,8 @@ void CKxDevUI_ModeShutter::DestroyControls() {
     const HWND window = m_hWnd, focus = GetFocus();
     const bool hadFocus = focus && IsChild(m_slider, focus);
     m_slider.Destroy();
+    // The row has the sign from now on.
+    if (alive && m_hWnd && m_requests->HasSign()) InvalidateRect(m_hWnd, nullptr, TRUE);
     // Whatever had the focus has taken it along; the user's keys shall not go nowhere.
     if (alive && hadFocus && window && m_hWnd == window && !GetFocus()) ::SetFocus(window);
 }
