@@ -219,9 +219,12 @@ void CKxDevUI_HPot::Inside::InvalidateThumb(UINT flags) const {
         CombineRgn(places.get(), places.get(), place.get(), RGN_OR);
     };
     if (thumb && LeavesTrace()) {
-        RECT way{};
-        for (const RECT& each : {now.thumb, was.thumb, now.trace, was.trace})
-            UnionRect(&way, &way, &each);
+        // By hand: a thumb without size moves its trace all the same.
+        RECT way = Strip();
+        way.left = std::min({now.thumb.left, was.thumb.left, now.trace.left, was.trace.left});
+        way.right = std::max({now.thumb.right, was.thumb.right, now.trace.right, was.trace.right});
+        way.top = std::min({way.top, now.thumb.top, was.thumb.top});
+        way.bottom = std::max({way.bottom, now.thumb.bottom, was.thumb.bottom});
         add(way);
     } else if (thumb) {
         add(now.thumb), add(was.thumb);
