@@ -7,6 +7,7 @@
 #include <kxbaseui/kx_layoutmanager.h>
 #include <kxdevui/framework/devgui.h>
 #include <kxdevui/framework/devgui_habits.h>
+#include <kxdevui/framework/devgui_readings.h>
 #include <kxsystem/kx_color.h>
 
 #include "../event_log.h"
@@ -39,12 +40,16 @@ void PanelColorSlider::Belong(ColorPanel& panel, const wchar_t* name, const wcha
     m_told = told;
 }
 
+// Without a switch of its own a light is on as soon as it has power.
+void PanelColorSlider::Shine(double power) { KX_TellLight(*this, power > 0 ? EKxLight::On : EKxLight::Off); }
+
 void PanelColorSlider::OnPowerChanged(double& value, bool& veto) {
     Log().Add(m_name, L"OnPowerChanged(%g)", value);
     CKxStringW told;
     told.Format(80, Text(m_told), value);
     veto = !m_panel->Agrees(*this, value, told);
     // A typed value holds already; a host that minds sets the old one again.
+    if (KX_GetLight(*this) != EKxLight::None) Shine(veto ? GetPower() : value);
 }
 
 void PanelColorSlider::OnRangeChanged(double& minimum, double& maximum) {
@@ -146,8 +151,10 @@ void ColorPanel::Align() {
 }
 
 void ColorPanel::ShowValues() {
-    for (std::size_t i = 0; i < Held().powers.size(); ++i)
+    for (std::size_t i = 0; i < Held().powers.size(); ++i) {
         if (m_sliders[i].GetPower() != Held().powers[i]) m_sliders[i].SetPower(Held().powers[i], false);
+        if (i != kWavelength) m_sliders[i].Shine(Held().powers[i]);
+    }
     double from = 0, to = 0;
     m_sliders.back().GetRange(&from, &to);
     if (from != Held().bandFrom || to != Held().bandTo) m_sliders.back().SetRange(Held().bandFrom, Held().bandTo);
@@ -155,7 +162,7 @@ void ColorPanel::ShowValues() {
 
 void ColorPanel::TurnLightOff() {
     for (const int lit : {0, 1, 2, 3, 4, 6})
-        Slider(lit).SetPower(Power(Slider(lit)) = 0, true);
+        Slider(lit).SetPower(Power(Slider(lit)) = 0, true), Slider(lit).Shine(0);
 }
 
 double& ColorPanel::Power(const PanelColorSlider& slider) const {

@@ -15,6 +15,8 @@ class PanelColorSlider : public CKxDevUI_ColorSlider {
 public:
     // `told` says with a %g what the status line tells of a value, or with two of a range.
     void Belong(ColorPanel& panel, const wchar_t* name, const wchar_t* told);
+    // The light of a lamp or a line, which shows it.
+    void Shine(double power);
 
 protected:
     void OnPowerChanged(double& value, bool& veto) override;

@@ -2,6 +2,7 @@
 
 #include <kxbaseui/kx_layoutmanager.h>
 #include <kxdevui/framework/devgui_activity.h>
+#include <kxdevui/framework/devgui_readings.h>
 
 #include <algorithm>
 
@@ -73,6 +74,7 @@ bool FocusPanel::OnUser(int id, int code, HWND from) {
 void FocusPanel::OnDevice(const Change&) {
     ShowZ();
     KX_TellActivity(m_stack.GetHandle(), m_device);
+    KX_TellMeasured(m_stack.GetHandle(), m_device);
     m_stack.UpdateGUI(CKxDevUI_ZStack::RefreshZ);
 }
 

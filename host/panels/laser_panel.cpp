@@ -6,6 +6,7 @@
 #include <kxbaseui/kx_layoutmanager.h>
 #include <kxdevui/framework/devgui_activity.h>
 #include <kxdevui/framework/devgui_habits.h>
+#include <kxdevui/framework/devgui_readings.h>
 #include <kxsystem/kx_color.h>
 
 #include "../event_log.h"
@@ -68,6 +69,8 @@ void LaserPanel::OnDevice(const Change&) {
     CheckDlgButton(m_hWnd, IDC_LASER_ON, m_device.IsPortUsed(0) ? BST_CHECKED : BST_UNCHECKED);
     m_power.SetPower(m_device.GetPower(), true);
     KX_TellActivity(m_power, m_device);
+    KX_TellLight(m_power, m_device);
+    KX_TellMeasured(m_power, m_device);
 }
 
 bool LaserPanel::OnUser(int id, int code, HWND from) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include <kxbaseui/kx_layoutmanager.h>
+#include <kxdevui/framework/devgui_readings.h>
 #include <kxsystem/kx_time.h>
 
 #include "../event_log.h"
@@ -87,6 +88,9 @@ void CALLBACK ZSeriesPanel::OnTimer(HWND, UINT, UINT_PTR panel, DWORD) {
 void ZSeriesPanel::ShowZ() {
     for (unsigned i = 0; i < Held().drives.size(); ++i)
         m_record.SetZPosition(i, Held().drives[i].Position(KX_GetTimeCounter()));
+    unsigned device = kFocus;
+    m_record.GetZDevice(&device);
+    KX_TellMeasured(m_stack.GetHandle(), {.asked = Held().drives[device].to});
 }
 
 void ZSeriesPanel::ShowPlanes() {

@@ -280,6 +280,7 @@ void CKxDevUI_ColorSlider::ShowRequests() {
     const CKxStringW remark = m_requests->Remark();
     if (thumb && (!remark.IsEmpty() || KX_GetToolTipWindow(thumb))) KX_UpdateToolTipWindow(thumb, remark);
     InvalidateRect(m_hWnd, nullptr, TRUE);
+    m_hpot.Redraw();
 }
 
 // Under the edit box, beside which the thumb control ends, or else in the corner that it leaves free.

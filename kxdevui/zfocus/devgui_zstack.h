@@ -328,7 +328,7 @@ private:
 
     RECT ScaleArea() const;
     RECT CubeArea() const;
-    void ShowScale();
+    void ShowScale(kx::zstack::ScaleValues values);
 
     Position Known(int (CKxZStackData::*getter)(double*) const) const;
     kx::zstack::ScaleValues ReadScale() const;

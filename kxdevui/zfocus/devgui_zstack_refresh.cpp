@@ -62,7 +62,7 @@ void CKxDevUI_ZStack::UpdateGUI(unsigned int flags) {
         const bool typing = m_dirty.step || m_dirty.below || m_dirty.range || m_dirty.count || m_dirty.above;
         ShownOf(m_hWnd)->typed = typing;
     }
-    show([this] { ShowScale(); });
+    show([this] { ShowScale(ReadScale()); });
 }
 
 // ---- One control ---------------------------------------------------------------------------------------------------

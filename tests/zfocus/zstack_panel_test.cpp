@@ -1,8 +1,10 @@
 // The panel over the real record: what it shows, under the hands of users; its dialog.
 #include "zstack_panel.h"
 
+#include <kxbaseui/kx_tooltip.h>
 #include <kxdevui/framework/devgui_habits.h>
 #include <kxdevui/framework/devgui_messages.h>
+#include <kxdevui/framework/devgui_readings.h>
 #include <kxdevui/framework/ui_answer.h>
 #include <kxdevui/framework/ui_parts.h>
 
@@ -130,9 +132,33 @@ TEST_F(ZStackPanel, SaysWhyZStaysWhereItIs) {
     panel.refusal = L"The stage is in the way";
     SendMessageW(Item(IDC_ZS_EDIT_TOP), WM_LBUTTONDBLCLK, 0, 0);
     EXPECT_EQ(KX_GetActivity(panel.GetHandle()), (KxActivity{EKxActivity::Refused, -1, panel.refusal}));
-    KX_TellActivity(panel.GetHandle(), {EKxActivity::Failed, -1, L"stuck"}),
-        KX_TellActivity(panel.GetHandle(), KxActivity{});
+    KX_TellActivity(panel.GetHandle(), {EKxActivity::Failed, -1, L"stuck"});
+    wchar_t tip[80]{};
+    TOOLINFOW tool{};
+    tool.cbSize = TTTOOLINFOW_V1_SIZE, tool.hwnd = parent.Window(), tool.lpszText = tip;
+    tool.uId = reinterpret_cast<UINT_PTR>(panel.GetHandle());
+    SendMessageW(KX_GetToolTipWindow(panel.GetHandle()), TTM_GETTEXTW, 80, reinterpret_cast<LPARAM>(&tool));
+    EXPECT_STREQ(tip, L"Failed: stuck");
+    KX_TellActivity(panel.GetHandle(), KxActivity{});
     EXPECT_EQ(kx::ui::TextOf(panel.GetHandle()), L"Z-Stack") << "called by its own name again";
+}
+
+TEST_F(ZStackPanel, ShowsWhereZWasSent) {
+    Make(true);
+    const HWND window = panel.GetHandle();
+    const Picture there = Picture::OnScreen(window);
+    KX_TellMeasured(window, {.asked = 500, .measured = 3});
+    EXPECT_EQ(Picture::OnScreen(window), there) << "where it stands";
+    EXPECT_TRUE(KX_TellMeasured(window, {.asked = 520}) && !KX_TellLight(window, EKxLight::On));
+    RECT told{};
+    EXPECT_TRUE(GetUpdateRect(window, &told, FALSE));
+    EXPECT_GT(told.left, RectInParent(Item(IDC_ZS_EDIT_TOP)).right) << "the scale alone";
+    EXPECT_NE(Picture::OnScreen(window), there);
+    // The mark's number has that colour alone.
+    KX_TellActivity(window, {EKxActivity::Unknown, -1, {}});
+    EXPECT_EQ(Picture::OnScreen(window).Count(RGB(200, 70, 0)), 0) << "where it is lost it stands nowhere";
+    KX_TellActivity(window, KxActivity{}), KX_TellMeasured(window, KxMeasured{});
+    EXPECT_EQ(Picture::OnScreen(window), there);
 }
 
 TEST_F(ZStackPanel, ValidatesWhatTheFocusLeaves) {
