@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include <kxbaseui/kx_colors.h>
 #include <kxbaseui/kx_layoutmanager.h>
 #include <kxbaseui/kx_schemecontrols.h>
 #include <kxbaseui/kx_tooltip.h>
@@ -41,14 +42,20 @@ void ButtonControl::Adopt(HWND placeholder) { m_title = TextOf(placeholder); }
 
 bool ButtonControl::MakeButton(const Parts& parts, DWORD style, WNDPROC procedure) {
     m_button = nullptr;
+    m_hasTip = false;
     m_requests->Attach(parts.Window());
     if (!parts.Add(m_button, L"BUTTON", kButtonId, m_title, {0, 0, m_width, m_height}, style)) return false;
     Subclass(m_button, procedure, static_cast<CKxDevUI_Base*>(this));
-    if (m_drawn == Drawn::ByPlatform) KX_FollowColorScheme(m_button);
+    FollowScheme();
     if (!m_toolTip.IsEmpty()) ShowTip();
     if (m_state != 0) ShowState();
     m_requests->Show();
     return static_cast<bool>(parts);
+}
+
+// As late as can be: it costs as much as all the rest that is done for the button.
+void ButtonControl::FollowScheme() const {
+    if (m_drawn == Drawn::ByPlatform && KX_GetColorScheme() != eKxColorScheme_System) KX_FollowColorScheme(m_button);
 }
 
 void ButtonControl::SetTitle(const wchar_t* title) {
@@ -65,12 +72,14 @@ void ButtonControl::SetToolTip(const wchar_t* text) {
 }
 
 // With what is wrong; where there is nothing to be told there is none.
-void ButtonControl::ShowTip() const {
+void ButtonControl::ShowTip() {
     if (!m_button) return;
     const CKxStringW remark = m_requests->Remark();
     const bool both = !m_toolTip.IsEmpty() && !remark.IsEmpty();
     const CKxStringW tip = both ? m_toolTip + L"\r\n" + remark : m_toolTip + remark;
-    if (!tip.IsEmpty() || KX_GetToolTipWindow(m_button)) KX_UpdateToolTipWindow(m_button, tip);
+    if (tip.IsEmpty() && !m_hasTip) return;
+    m_hasTip = true;
+    KX_UpdateToolTipWindow(m_button, tip);
 }
 
 // ---- State ---------------------------------------------------------------------------------------------------------
@@ -126,6 +135,16 @@ void ButtonControl::Layout() const {
     SetWindowPos(m_button, nullptr, 0, 0, client.right, client.bottom, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
+LRESULT CALLBACK ButtonControl::ButtonProc(HWND window, UINT id, WPARAM wParam, LPARAM lParam) {
+    return SubclassEntry<ButtonControl, &ButtonControl::HandleButton>({window, id, wParam, lParam});
+}
+
+Handled ButtonControl::HandleButton(const Message& message) {
+    // Made anew in the same window, it would leave a tool behind.
+    if (message.id == WM_DESTROY && message.window == m_button && m_hasTip) KX_DeleteToolTip(m_button);
+    return std::nullopt;
+}
+
 Handled ButtonControl::HandleWindow(const Message& message) {
     if (message.id == WM_DESTROY) {
         m_requests->Detach(message.window);
@@ -137,6 +156,7 @@ Handled ButtonControl::HandleWindow(const Message& message) {
     const auto ofButton = [&] { return SendMessageW(m_button, message.id, message.wParam, message.lParam); };
     switch (message.id) {
     case WM_SIZE: Layout(); return std::nullopt;
+    case WM_SYSCOLORCHANGE: FollowScheme(); return std::nullopt;
     case WM_GETFONT:
     case WM_SETFONT:
     case BM_CLICK:

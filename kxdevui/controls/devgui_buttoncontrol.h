@@ -48,10 +48,11 @@ protected:
         Begin();
     }
 
-    // Makes the button, with `procedure` before its own; false when the control has gone.
-    bool MakeButton(const Parts& parts, DWORD style, WNDPROC procedure);
-    // The messages of the window, those of the button that a derived control leaves to this.
+    // Makes the button, with `procedure` before its own, or ours; false when the control has gone.
+    bool MakeButton(const Parts& parts, DWORD style, WNDPROC procedure = ButtonProc);
+    // The messages of the window, and those of the button, that a derived control leaves to this.
     std::optional<LRESULT> HandleWindow(const Message& message);
+    std::optional<LRESULT> HandleButton(const Message& message);
 
     // Holds a state; true when it is another one, which is shown then.
     bool Hold(int state);
@@ -73,14 +74,17 @@ protected:
     std::unique_ptr<Activity> m_requests;
 
 private:
+    static LRESULT CALLBACK ButtonProc(HWND window, UINT id, WPARAM wParam, LPARAM lParam);
     void Begin();
     void Layout() const;
     RECT SignPlace() const;
-    void ShowTip() const;
+    void ShowTip();
+    void FollowScheme() const;
 
     Drawn m_drawn;
     unsigned m_sets = 0;  // how often a state was set
     CKxStringW m_toolTip;
+    bool m_hasTip = false;  // the button is a tool, maybe of an empty text
 };
 
 }  // namespace kx::ui

@@ -11,11 +11,6 @@ namespace {
 // What of a placeholder's style is about how the text stands.
 constexpr DWORD kAlignment = BS_LEFTTEXT | BS_LEFT | BS_RIGHT | BS_TOP | BS_BOTTOM | BS_PUSHLIKE | BS_MULTILINE;
 
-// Goes before the button's own, so that a host may end it out of its click.
-LRESULT CALLBACK ButtonProc(HWND window, UINT id, WPARAM wParam, LPARAM lParam) {
-    return CallPrevious({window, id, wParam, lParam});
-}
-
 }  // namespace
 
 CKxDevUI_CheckBox::CKxDevUI_CheckBox()
@@ -29,7 +24,7 @@ DWORD CKxDevUI_CheckBox::Style() const noexcept {
     return m_alignment | (m_threeState ? DWORD{BS_3STATE} : DWORD{BS_CHECKBOX});
 }
 
-bool CKxDevUI_CheckBox::Make(const Parts& parts) { return MakeButton(parts, Style(), ButtonProc); }
+bool CKxDevUI_CheckBox::Make(const Parts& parts) { return MakeButton(parts, Style()); }
 
 void CKxDevUI_CheckBox::Adopt(HWND placeholder) {
     ButtonControl::Adopt(placeholder);

@@ -228,7 +228,7 @@ Handled CKxDevUI_ImageButton::HandleButton(const Message& message) {
     case WM_KEYDOWN:
     case WM_KEYUP:
     case WM_SYSKEYDOWN: return HandleKey(message);
-    default: return std::nullopt;
+    default: return ButtonControl::HandleButton(message);
     }
 }
 

@@ -78,8 +78,9 @@ void PaintCheck(HDC dc, HWND button, const RECT& client, bool radio) {
     } else {
         DrawCheckBox(dc, box, checked, enabled);
         if (state == BST_INDETERMINATE) {
-            RECT mixed = box;
-            InflateRect(&mixed, -size * 3 / 10, -size * 3 / 10);
+            const long inset = size / 4, half = std::max(1L, size / 13);
+            const long middle = (box.top + box.bottom) / 2;
+            const RECT mixed{box.left + inset, middle - half, box.right - inset, middle + half};
             FillRect(dc, &mixed, KX_GetSysColorBrush(enabled ? COLOR_WINDOWTEXT : COLOR_GRAYTEXT));
         }
     }

@@ -27,11 +27,11 @@ enum class Kind { Push, Repeating, Toggle, WithMenu };
 struct ButtonSubject : SubjectOf<Button> {
     explicit ButtonSubject(Kind kind) : kind_(kind) {}
 
-    std::vector<std::wstring> OwnTexts() const override { return {L"Home", L"Live"}; }
+    std::vector<std::wstring> OwnTexts() const override { return {L"Home", L"Live", L"&Live"}; }
     int Coarseness() const override { return 48; }
 
     void Make(HWND parent) override {
-        control_->SetImages({.normal = L"SHUTTER_OPEN", .hovered = L"WINDOWOPEN_HOVER", .checked = L"SHUTTER_CLOSED"});
+        control_->SetImages({.normal = L"LIGHTPATH", .hovered = L"WINDOWOPEN_HOVER", .checked = L"WINDOWOPEN"});
         control_->SetTextPlace(kind_ == Kind::Push ? EKxButtonText::Below : EKxButtonText::Beside);
         control_->SetTitle(L"&Live");
         control_->SetToolTip(L"Home");
@@ -83,7 +83,7 @@ enum class Made { Alone, OfADialog };
 struct CheckSubject : SubjectOf<Check> {
     explicit CheckSubject(Made made) : made_(made) {}
 
-    std::vector<std::wstring> OwnTexts() const override { return {L"Live", L"Other"}; }
+    std::vector<std::wstring> OwnTexts() const override { return {L"Live", L"&Live", L"Other"}; }
 
     void Make(HWND parent) override {
         control_->SetTitle(L"&Live image");
@@ -118,8 +118,8 @@ struct CheckSubject : SubjectOf<Check> {
         if (!button != !Window()) return "window and button are not there together";
         const int state = control_->GetState();
         if (state < 0 || state > (control_->IsThreeState() ? 2 : 1)) return "a state that there is not";
-        const bool known = KX_GetActivity(Window()).activity != EKxActivity::Unknown &&
-                           KX_GetActivity(Window()).activity != EKxActivity::Failed;
+        // Others may hide it, and so may what was refused meanwhile.
+        const bool known = KX_GetActivity(Window()).activity == EKxActivity::AtRest;
         return button && known && SendMessageW(button, BM_GETCHECK, 0, 0) != state ? "another state is shown" : "";
     }
 
