@@ -241,9 +241,9 @@ TEST_F(CheckBox, LooksLikeItsState) {
         for (const double zoom : {1.0, 1.5, 2.0}) {
             KX_SetColorScheme(scheme);
             CKxGUILayoutManager::SetGuiZoom(zoom);
-            RecordingParent window({CKxGUILayoutManager::Zoomed(280), CKxGUILayoutManager::Zoomed(172)});
+            RecordingParent window({CKxGUILayoutManager::Zoomed(280), CKxGUILayoutManager::Zoomed(140)});
             CKxDevUI_Container face;
-            face.Create(window.Window(), 0, 0, CKxGUILayoutManager::Zoomed(280), CKxGUILayoutManager::Zoomed(172), true,
+            face.Create(window.Window(), 0, 0, CKxGUILayoutManager::Zoomed(280), CKxGUILayoutManager::Zoomed(140), true,
                         true);
             const auto at = [](long x) { return CKxGUILayoutManager::Zoomed(static_cast<double>(x)); };
             CKxMenu menu;
@@ -254,19 +254,19 @@ TEST_F(CheckBox, LooksLikeItsState) {
                 CKxDevUI_ImageButton& each = buttons[i];
                 each.SetTitle(L"&Live");
                 each.SetImages({.normal = L"LIGHTPATH", .checked = L"SHUTTER_OPEN"});
-                each.SetTextPlace(i < 2 ? EKxButtonText::None : i < 5 ? EKxButtonText::Beside : EKxButtonText::Below);
+                each.SetTextPlace(i < 3 ? EKxButtonText::None : i == 3 ? EKxButtonText::Beside : EKxButtonText::Below);
                 each.SetToggle(i % 3 == 1);
                 each.SetState(i % 3 == 1);
                 each.SetEnabled(i != 3 && i != 6);
                 if (i == 4 || i == 2) each.SetMenu(menu);
-                each.Create(face, at(8 + 68 * (i % 4)), at(8 + 52 * (i / 4)), 64, i < 4 ? 28 : 44, true, true);
+                each.Create(face, at(8 + 68 * (i % 4)), at(8 + 36 * (i / 4)), 64, i < 4 ? 28 : 44, true, true);
             }
             for (int i = 0; i < 6; ++i) {
                 boxes[i].SetThreeState(true);
                 boxes[i].SetTitle(L"&Live image");
                 boxes[i].SetState(i % 3);
                 boxes[i].SetEnabled(i < 3);
-                boxes[i].Create(face, at(8 + 88 * (i % 3)), at(112 + 20 * (i / 3)), 84, 16, true, true);
+                boxes[i].Create(face, at(8 + 88 * (i % 3)), at(96 + 20 * (i / 3)), 84, 16, true, true);
             }
             KX_TellActivity(boxes[1], {EKxActivity::Locked, -1, {}});
             KX_TellActivity(buttons[7], {EKxActivity::Failed, -1, {}});
