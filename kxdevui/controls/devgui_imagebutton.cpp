@@ -281,13 +281,13 @@ void CKxDevUI_ImageButton::Draw(const DRAWITEMSTRUCT& item) const {
         m_images, {.enabled = enabled, .pressed = pressed, .on = checked, .hovered = (asked & eKxButtonLook_Hot) != 0});
     const bool hasText = m_textPlace != EKxButtonText::None && !m_title.IsEmpty();
     PaintItem(m_hWnd, item, KX_GetSysColorBrush(COLOR_BTNFACE), [&](HDC dc, const RECT& area) {
-        Places places = kx::imagebutton::Arrange(
-            {area.right, area.bottom},
-            {.text = hasText ? m_textPlace : EKxButtonText::None,
-             .hasImage = m_images.normal != CKxBitmapPool::NoImage,
-             .hasMenu = hasMenu,
-             .textHeight = m_textPlace == EKxButtonText::Below ? TextHeight(item.hwndItem) : 0},
-            CKxGUILayoutManager::GetGuiZoom());
+        Places places =
+            kx::imagebutton::Arrange({area.right, area.bottom},
+                                     {.text = hasText ? m_textPlace : EKxButtonText::None,
+                                      .textHeight = m_textPlace == EKxButtonText::Below ? TextHeight(item.hwndItem) : 0,
+                                      .hasImage = m_images.normal != CKxBitmapPool::NoImage,
+                                      .hasMenu = hasMenu},
+                                     CKxGUILayoutManager::GetGuiZoom());
         KX_DrawButtonBackground(dc, places.body, look, COLOR_BTNFACE);
         if (hasMenu) {
             const int shared = asked & ~(eKxButtonLook_Pressed | eKxButtonLook_Focused);

@@ -10,18 +10,22 @@ namespace kx::imagebutton {
 
 // What stands in a button; all empty but `body` where there is no room.
 struct Places {
-    RECT body;   // what a click on presses
-    RECT arrow;  // what opens the menu, right of it
+    // What a click presses, and right of it what opens the menu.
+    RECT body;
+    RECT arrow;
+    // Within the body.
     RECT image;
     RECT text;
 };
 
 // What of it there is.
 struct Contents {
-    EKxButtonText text = EKxButtonText::None;  // where it stands
+    // Where the text stands, and the pixels of a line of it.
+    EKxButtonText text = EKxButtonText::None;
+    long textHeight = 0;
+    // The rest.
     bool hasImage = true;
     bool hasMenu = false;
-    long textHeight = 0;  // pixels of a line
 };
 
 // Where that stands in a button of this size, in pixels. An image is square, and alone in the middle; text without an
@@ -30,6 +34,7 @@ KXDEVUI_API Places Arrange(SIZE client, const Contents& contents, double zoom);
 
 // How a button is asked to look, and which of its images shows that.
 struct Look {
+    // Each on its own.
     bool enabled = true;
     bool pressed = false;
     bool on = false;
