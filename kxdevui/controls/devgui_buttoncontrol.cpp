@@ -45,7 +45,8 @@ bool ButtonControl::MakeButton(const Parts& parts, DWORD style, WNDPROC procedur
     m_hasTip = false;
     m_requests->Attach(parts.Window());
     if (!parts.Add(m_button, L"BUTTON", kButtonId, m_title, {0, 0, m_width, m_height}, style)) return false;
-    Subclass(m_button, procedure, static_cast<CKxDevUI_Base*>(this));
+    // The platform's own tells the object of its end alone, and that only where it has a tooltip.
+    Subclass(m_button, procedure, m_drawn == Drawn::ByControl ? static_cast<CKxDevUI_Base*>(this) : nullptr);
     FollowScheme();
     if (!m_toolTip.IsEmpty()) ShowTip();
     if (m_state != 0) ShowState();
@@ -79,6 +80,7 @@ void ButtonControl::ShowTip() {
     const CKxStringW tip = both ? m_toolTip + L"\r\n" + remark : m_toolTip + remark;
     if (tip.IsEmpty() && !m_hasTip) return;
     m_hasTip = true;
+    ByUserData<ButtonControl>::Bind(m_button, this);
     KX_UpdateToolTipWindow(m_button, tip);
 }
 
