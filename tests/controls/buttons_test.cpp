@@ -214,6 +214,8 @@ TEST_F(CheckBox, IsTakenOverWholeFromAForeignDialog) {
     CKxDevUI_CheckBox other;
     for (const HWND taken : {HWND{boxes[0]}, boxes[0].GetButtonHandle(), parent.Window(), HWND{nullptr}})
         EXPECT_EQ(other.Create(nullptr, taken), nullptr);
+    EXPECT_TRUE(other.Create(nullptr, GetDlgItem(dialog, 26)));
+    EXPECT_EQ(CallText("", other.GetState(), other.GetTitle().c_str()), "(0, \"Push\")") << "of another class";
 
     // A handler of the dialog's finds what it found before: the new state, and the last word.
     dialog.Init(true);
