@@ -27,6 +27,7 @@ class Parts;
 //         friend class kx::ui::Control;
 //         bool Make(const kx::ui::Parts& parts);  // makes the parts; false when one of them has ended the control
 //         void Command(int id, int code);         // WM_COMMAND of a part, if there is any
+//         void Adopt(HWND placeholder);           // what it keeps of a control whose place it takes, before the parts
 //         std::optional<LRESULT> Handle(const kx::ui::Message& message);  // asked before all that is here, if need be
 //     };
 //
@@ -58,10 +59,19 @@ protected:
         CKxStringW title;     // in the language of the user interface
         // Tab stops at its parts, each by itself, and not at the control.
         bool tabsInside = false;
+        // Places its parts itself whenever it is sized (WM_SIZE), and hands them the font that its window is given.
+        bool ownLayout = false;
     };
     // For the control T that is being made.
     template <class T>
     Control(T*, const Design& design) : Control(ClassOf<T>(design), design) {}
+
+    // Makes the window in the place of a control of a dialog, which is destroyed: at the same place in the tab order,
+    // in the same pixels of the screen and the same font, with its id unless SetId has given one (other than 0), and as
+    // shown, enabled and focused as that is. Null for what is no control of another window, belongs to a control of the
+    // library already, or is not in `parent`, if that is given; then nothing is touched. Null too when a host ends the
+    // control meanwhile.
+    HWND CreateInPlaceOf(HWND parent, HWND placeholder);
 
     // A part by its id; null while there is none. Handles that a control keeps itself it has to forget at WM_DESTROY.
     HWND PartAt(int id) const { return GetDlgItem(m_hWnd, id); }
@@ -80,16 +90,19 @@ private:
     struct Class {
         const wchar_t* name;
         bool tabsInside;
+        bool ownLayout;
         WNDPROC procedure;
         bool (*make)(Control&, const Parts&);
         void (*command)(Control&, int id, int code);
         void (*update)(Control&, CDMApi_LogDevId, const void* flags);
         std::optional<LRESULT> (*handle)(Control&, const Message&);
+        void (*adopt)(Control&, HWND placeholder);
         ATOM atom;
     };
     Control(Class& own, const Design& design);
     static LRESULT Answer(HWND window, UINT id, WPARAM wParam, LPARAM lParam) noexcept;
     std::optional<LRESULT> Handle(const Message& message);
+    HWND MakeAt(const Creation& creation, HWND parent, POINT at, SIZE size);
 
     // The window class belongs to the module that holds its procedure, so each class of controls has one of its own.
     template <class T>
@@ -100,7 +113,8 @@ private:
     static Flags FlagsOf(Result (T::*update)(CDMApi_LogDevId, const Flags&));
     template <class T>
     static Class& ClassOf(const Design& design) {
-        static Class made{design.name, design.tabsInside, ProcedureOf<T>, nullptr, nullptr, nullptr, nullptr, 0};
+        static Class made{design.name, design.tabsInside, design.ownLayout, ProcedureOf<T>, nullptr,
+                          nullptr,     nullptr,           nullptr,          nullptr,        0};
         made.make = [](Control& control, const Parts& parts) { return static_cast<T&>(control).Make(parts); };
         if constexpr (requires { &T::Command; })
             made.command = [](Control& control, int id, int code) { static_cast<T&>(control).Command(id, code); };
@@ -114,6 +128,8 @@ private:
                 // Also from a host that sends as many bools.
                 if (flags) std::memcpy(&copy, flags, sizeof copy), static_cast<T&>(control).Update(id, copy);
             };
+        if constexpr (requires { &T::Adopt; })
+            made.adopt = [](Control& control, HWND placeholder) { static_cast<T&>(control).Adopt(placeholder); };
         if constexpr (!std::is_same_v<decltype(&T::Handle), decltype(&Control::Handle)>)
             made.handle = [](Control& control, const Message& message) {
                 return static_cast<T&>(control).Handle(message);

@@ -1,7 +1,9 @@
 #include <kxdevui/framework/ui_control.h>
 
 #include <kxbaseui/kx_colors.h>
+#include <kxdevui/framework/devgui.h>
 #include <kxdevui/framework/ui_activity.h>
+#include <kxsystem/kx_log.h>
 
 namespace kx::ui {
 
@@ -64,18 +66,59 @@ Control::~Control() {
     Binding::EndOwnWindow(this);
 }
 
+HWND Control::MakeAt(const Creation& creation, HWND parent, POINT at, SIZE size) {
+    const HWND window = creation.Window(this, m_class->atom,
+                                        {.name = m_class->name,
+                                         .object = m_class->name,
+                                         .procedure = m_class->procedure,
+                                         .ownLayout = m_class->ownLayout,
+                                         .style = m_class->tabsInside ? DWORD{0} : DWORD{WS_TABSTOP},
+                                         .extendedStyle = m_class->tabsInside ? DWORD{WS_EX_CONTROLPARENT} : 0,
+                                         .font = !m_class->ownLayout},
+                                        parent, at, size);
+    const Parts parts(window, this);
+    return parts && m_class->make(*this, parts) ? window : nullptr;
+}
+
 HWND Control::Create(HWND parent, long x, long y, long cx, long cy, bool, bool) {
     return Creation::Of(this, [&](const Creation& creation) -> HWND {
-        const HWND window = creation.Window(this, m_class->atom,
-                                            {.name = m_class->name,
-                                             .object = m_class->name,
-                                             .procedure = m_class->procedure,
-                                             .style = m_class->tabsInside ? DWORD{0} : DWORD{WS_TABSTOP},
-                                             .extendedStyle = m_class->tabsInside ? DWORD{WS_EX_CONTROLPARENT} : 0},
-                                            parent, {x, y}, {cx, cy});
-        const Parts parts(window, this);
-        if (!parts || !m_class->make(*this, parts)) return nullptr;
+        const HWND window = MakeAt(creation, parent, {x, y}, {cx, cy});
+        if (!window) return nullptr;
         RegisterZoom(window);
+        return creation.Done(this, window);
+    });
+}
+
+// It stands among controls that have their sizes and fonts, whether those are zoomed already or will be: so no zoom of
+// its own.
+HWND Control::CreateInPlaceOf(HWND parent, HWND placeholder) {
+    const HWND own = ParentOf(placeholder);
+    const auto state = FindState(placeholder);
+    const bool taken = ControlOf(placeholder) || (state && state->previous) || IsChild(m_hWnd, placeholder);
+    if (!own || taken || (parent && parent != own)) {
+        KX_LOG(L"devgui_control", L"window %p is no control of window %p that could be replaced",
+               static_cast<void*>(placeholder), static_cast<void*>(parent));
+        return nullptr;
+    }
+    return Creation::Of(this, [&](const Creation& creation) -> HWND {
+        if (!IsWindow(placeholder)) return nullptr;
+        constexpr LONG kept = WS_TABSTOP | WS_GROUP;
+        const LONG style = GetWindowLongW(placeholder, GWL_STYLE);
+        const RECT place = RectInParent(placeholder);
+        const bool focused = GetFocus() == placeholder;
+        if (m_id == 0) m_id = GetDlgCtrlID(placeholder);
+        m_visible = (style & WS_VISIBLE) != 0;
+        m_enabled = (style & WS_DISABLED) == 0;
+        if (m_class->adopt) m_class->adopt(*this, placeholder);
+        const HWND window =
+            MakeAt(creation, own, {place.left, place.top}, {place.right - place.left, place.bottom - place.top});
+        if (!window) return nullptr;
+        SetWindowLongW(window, GWL_STYLE, (GetWindowLongW(window, GWL_STYLE) & ~kept) | (style & kept));
+        SetFont(window, reinterpret_cast<HFONT>(SendMessageW(placeholder, WM_GETFONT, 0, 0)));
+        CorrectZOrder(placeholder);
+        if (focused) ::SetFocus(window);
+        // The end of an edit that is typed into, say, is told to the parent.
+        DestroyWindow(placeholder);
         return creation.Done(this, window);
     });
 }
