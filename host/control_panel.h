@@ -8,7 +8,7 @@
 //     protected:
 //         void OnPowerRequest(double power, bool& veto) override {
 //             Log().Add(m_panel.Name(), L"OnPowerRequest(%g)", power);
-//             veto = !m_panel.Grants([&] { return m_device.SetPower(power); });
+//             veto = !m_panel.Grants(PowerOf(m_device, L"%"), power);
 //         }
 //     };
 //     using LampPanel = ControlPanel<AskingLamp>;

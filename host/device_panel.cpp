@@ -49,6 +49,15 @@ void DevicePanel::ShowState() {
     ShowCaption(caption);
 }
 
+bool DevicePanel::Grants(const Wish& wish, double value, const wchar_t* done, const wchar_t* refused) {
+    const bool granted = Asks(wish, value);
+    if (!granted)
+        TellRefused(refused);
+    else if (*done)
+        Tell(Text(done).str());
+    return granted;
+}
+
 void DevicePanel::TellRefused(const wchar_t* what) {
     CKxStringW text;
     text.Format(200, L"%ls: %ls", Text(what).c_str(),
@@ -59,15 +68,7 @@ void DevicePanel::TellRefused(const wchar_t* what) {
 }
 
 void DevicePanel::AddRefusal() {
-    if (!m_ownRefusal) return;
-    AddChild(L"BUTTON", Text(L"The host refuses"), WS_TABSTOP | BS_AUTOCHECKBOX, IDC_DEVICE_REFUSE, 6, m_height - 22,
-             140, 18);
-}
-
-bool DevicePanel::OnUser(int id, int code, HWND from) {
-    if (id != IDC_DEVICE_REFUSE || code != BN_CLICKED) return false;
-    m_refuses = SendMessageW(from, BM_GETCHECK, 0, 0) == BST_CHECKED;
-    return true;
+    if (m_ownRefusal) HostPanel::AddRefusal(IDC_DEVICE_REFUSE);
 }
 
 void DevicePanel::OnUpdateDeviceBand(WPARAM wParam, LPARAM lParam) {

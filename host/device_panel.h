@@ -27,23 +27,12 @@ public:
         bool position;
     };
 
-    // The user asks for something: `act` has the device do it, unless the host refuses. The user is told `refused`, or
-    // `done`, if that says anything. Whether it is done.
-    template <class Act>
-    bool Grants(Act&& act, const wchar_t* done, const wchar_t* refused) {
-        const bool granted = !Refuses() && act();
-        if (!granted)
-            TellRefused(refused);
-        else if (*done)
-            Tell(Text(done).str());
-        return granted;
-    }
+    // The user asks for something: the device does it, unless the host refuses, and it can be taken back. The user is
+    // told `refused`, or `done`, if that says anything. Whether it is done.
+    bool Grants(const Wish& wish, double value, const wchar_t* done, const wchar_t* refused);
     // The same where the name of the device says enough.
-    template <class Act>
-    bool Grants(Act&& act) {
-        return Grants(act, L"", m_device.GetKey());
-    }
-    bool Refuses() const { return m_refuses || HostRefuses(); }
+    bool Grants(const Wish& wish, double value) { return Grants(wish, value, L"", m_device.GetKey()); }
+    bool Refuses() const { return HostPanel::Refuses() || HostRefuses(); }
     // Tells the user that the device stays as it is ("The filter stays as it is"), and why.
     void TellRefused(const wchar_t* what);
     using HostPanel::Tell;
@@ -57,16 +46,15 @@ protected:
 
     // Shows the caption that belongs to the state that the device is in: to be called when the panel has been filled.
     void ShowState();
-    // The switch that makes the host refuse, at the panel's lower edge.
+    // The switch that makes the host refuse, if it is to have one.
     void AddRefusal();
 
-    bool OnUser(int id, int code, HWND from) override;
+    bool OnUser(int, int, HWND) override { return false; }
     void OnUpdateDeviceBand(WPARAM wParam, LPARAM lParam) override;
 
 private:
     IKxDevice& m_device;
     CKxStringW m_caption;  // as shown
     int m_listener;
-    bool m_refuses = false;
     bool m_ownRefusal = true;
 };

@@ -9,6 +9,7 @@
 #include <kxbaseui/kx_fonts.h>
 
 #include "event_log.h"
+#include "held_values.h"
 
 namespace {
 
@@ -38,6 +39,13 @@ LRESULT HostPanel::OnDestroy(UINT message, WPARAM wParam, LPARAM lParam) {
 LRESULT HostPanel::OnCommand(UINT message, WPARAM wParam, LPARAM lParam) {
     const int id = LOWORD(wParam), code = HIWORD(wParam);
     Log().Add(m_name, L"OnCommand id %d code 0x%04X", id, static_cast<unsigned>(code));
+    if (id == m_refusal && id != 0 && code == BN_CLICKED) {
+        if (IsDlgButtonChecked(m_hWnd, id) == BST_CHECKED)
+            Held().refusing.insert(m_name);
+        else
+            Held().refusing.erase(m_name);
+        return 1;
+    }
     if (OnUser(id, code, reinterpret_cast<HWND>(lParam))) return 1;
     return CKxDevUI_Container::OnCommand(message, wParam, lParam);
 }
@@ -82,6 +90,19 @@ void HostPanel::AddCaption(const wchar_t* text) {
 
 HWND HostPanel::AddCheckBox(const wchar_t* text, int id, int x, int y) {
     return AddChild(L"BUTTON", text, WS_TABSTOP | BS_AUTOCHECKBOX, id, x, y, m_width - x - 6, 18);
+}
+
+void HostPanel::AddRefusal(int id) {
+    m_refusal = id;
+    AddChild(L"BUTTON", Text(L"The host refuses"), WS_TABSTOP | BS_AUTOCHECKBOX, id, 6, m_height - 22, 140, 18);
+    CheckDlgButton(m_hWnd, id, Refuses() ? BST_CHECKED : BST_UNCHECKED);
+}
+
+bool HostPanel::Refuses() const { return m_refusal != 0 && Held().refusing.contains(m_name); }
+
+bool HostPanel::Asks(Wish wish, double value) const {
+    if (m_refusal != 0) wish.panel = m_name;
+    return TheRequests().Ask(wish, value);
 }
 
 int HostPanel::FollowScrollBar(WPARAM wParam, HWND bar) {

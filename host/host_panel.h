@@ -7,6 +7,7 @@
 #include <kxdevui/framework/devgui_container.h>
 
 #include "text.h"
+#include "wishes.h"
 
 class HostPanel : public CKxDevUI_Container {
 public:
@@ -18,10 +19,19 @@ public:
 
     // Turns off the light that the panel alone has in hand. Devices are turned off by themselves.
     virtual void TurnLightOff() {}
+    // What no device of the registry holds may have changed.
+    virtual void ShowValues() {}
 
 protected:
     // The panel's own reaction to a command of the user. True when the command was meant for it.
     virtual bool OnUser(int id, int code, HWND from) = 0;
+
+    // A switch with this id, at the panel's lower edge, that makes the host refuse what is asked for here; what it says
+    // outlives the panel. Without one it says no.
+    void AddRefusal(int id);
+    bool Refuses() const;
+    // The user asks for something here: whether the host and the device agree.
+    bool Asks(Wish wish, double value) const;
 
     // Tells the user, in the status line, what was asked of the microscope.
     void Tell(const std::wstring& text);
@@ -45,6 +55,7 @@ protected:
 
 private:
     const wchar_t* m_name;
+    int m_refusal = 0;  // the id of its switch
 };
 
 // Where Tell's texts go.

@@ -52,6 +52,7 @@ void LogPane::Build(HWND parent) {
     m_filter.SetTitle(Text(L"Filter:"));
     m_filter.SetSize(kLabelWidth, kFilterWidth, 20);
     m_filter.Create(*this, 4, 4, -1, -1, true, true);
+    m_filter.SetText(m_filterText);
     InsertElement(&m_filter);
     SendMessageW(AddButton(Text(L"Pause"), IDC_LOG_PAUSE, BS_AUTOCHECKBOX | BS_PUSHLIKE), BM_SETCHECK,
                  m_paused ? BST_CHECKED : BST_UNCHECKED, 0);
@@ -174,7 +175,7 @@ LRESULT LogPane::OnCommand(UINT message, WPARAM wParam, LPARAM lParam) {
     const int code = HIWORD(wParam);
     switch (LOWORD(wParam)) {
     case IDC_LOG_FILTER:
-        if (code == EN_CHANGE && m_list) ShowAll();
+        if (code == EN_CHANGE && m_list) m_filterText = m_filter.GetText(), ShowAll();
         return 1;
     case IDC_LOG_PAUSE:
         m_paused = IsDlgButtonChecked(*this, IDC_LOG_PAUSE) == BST_CHECKED;

@@ -29,6 +29,7 @@ private:
     void Save() const;
 
     CKxDevUI_EditBox m_filter;
+    CKxStringW m_filterText;
     HWND m_list = nullptr;
     bool m_paused = false;
     std::vector<std::wstring> m_pending;  // lines that have come since the last message was handled

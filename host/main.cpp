@@ -110,7 +110,7 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, wchar_t*, int) {
 
     MSG message;
     while (GetMessageW(&message, nullptr, 0, 0) > 0) {
-        if (window.TakesKey(message)) continue;
+        if (window.TakesKey(message) || window.TakesEditKey(message)) continue;
         if (KX_IsPanelMessage(window.Handle(), &message)) continue;
         TranslateMessage(&message);
         DispatchMessageW(&message);

@@ -19,6 +19,7 @@
 #include "light_devices.h"
 #include "pages/pages.h"
 #include "pages/stand_page.h"
+#include "requests.h"
 #include "text.h"
 
 namespace {
@@ -105,8 +106,10 @@ bool MainWindow::Create(HINSTANCE instance, const kx::host::Settings& settings) 
 // ---- Building ------------------------------------------------------------------------------------------------------
 
 void MainWindow::BuildPages() {
+    if (!m_pages.empty()) m_kept.Take(m_window);
     m_pages = MakePages(m_microscope, m_gallery);
     if (m_page >= std::ssize(m_pages)) m_page = 0;
+    m_left.assign(m_pages.size(), nullptr);
     BuildPageButtons();
     m_log.Build(m_window);
     KX_FollowColorScheme(m_log);
@@ -148,11 +151,28 @@ bool MainWindow::TakesKey(const MSG& message) {
     return true;
 }
 
+bool MainWindow::TakesEditKey(const MSG& message) {
+    TheRequests().Note(message);
+    const bool undo = message.wParam == 'Z', redo = message.wParam == 'Y';
+    if (message.message != WM_KEYDOWN || (!undo && !redo) || GetKeyState(VK_CONTROL) >= 0) return false;
+    // AltGr is Ctrl and Alt.
+    if (GetKeyState(VK_MENU) < 0 || GetKeyState(VK_SHIFT) < 0) return false;
+    if (SendMessageW(message.hwnd, WM_GETDLGCODE, 0, 0) & DLGC_HASSETSEL) return false;
+    OnCommand(undo ? cmdUndo : cmdRedo);
+    return true;
+}
+
 // A page is built when it is first turned to: all of them together take a second.
 void MainWindow::TurnTo(int page) {
+    if (const HWND focus = GetFocus(); IsChild(CurrentPage(), focus)) m_left[static_cast<std::size_t>(m_page)] = focus;
     m_page = page;
     if (Page& current = *m_pages[static_cast<std::size_t>(page)]; !current.IsBuilt()) {
+        // What is kept for a page finds it by this number.
+        current.SetId(cmdPage + static_cast<int>(m_pages.size()) + page);
+        // The dialogs in it take the focus while they are made.
+        const HWND focus = GetFocus();
         current.Build(m_window);
+        if (GetFocus() != focus && IsWindow(focus)) SetFocus(focus);
         current.SetEnabled(m_enabled);
         current.FitTo(m_pagePlace);
     }
@@ -162,7 +182,14 @@ void MainWindow::TurnTo(int page) {
         if (m_pages[static_cast<std::size_t>(i)]->IsBuilt())
             m_pages[static_cast<std::size_t>(i)]->SetVisible(i == page);
     }
+    m_kept.GiveBack(m_window);
     KeepFocusUsable();
+    FocusAsLeft(std::exchange(m_left[static_cast<std::size_t>(page)], nullptr));
+}
+
+// Unless the user has chosen another place meanwhile.
+void MainWindow::FocusAsLeft(HWND left) {
+    if (m_putAside && GetFocus() == m_putAside && IsChild(CurrentPage(), left) && IsWindowEnabled(left)) SetFocus(left);
 }
 
 // IsDialogMessage looks for the window with the focus among those that can be used, and would look for ever.
@@ -172,7 +199,8 @@ void MainWindow::KeepFocusUsable() {
     for (HWND each = focus; each != m_window; each = GetParent(each)) {
         const LONG style = GetWindowLongW(each, GWL_STYLE);
         if ((style & WS_VISIBLE) && !(style & WS_DISABLED)) continue;
-        SetFocus(m_pageButtons[static_cast<std::size_t>(m_page)]);
+        m_putAside = m_pageButtons[static_cast<std::size_t>(m_page)];
+        SetFocus(m_putAside);
         return;
     }
 }
@@ -199,7 +227,11 @@ void MainWindow::BuildMenu() {
     for (int i = 0; i < static_cast<int>(names.size()); ++i) {
         Append(scheme, cmdScheme + i, Text(names[static_cast<std::size_t>(i)]), !automatic && i == KX_GetColorScheme());
     }
+    // Filled when it opens.
+    m_edit = CreatePopupMenu();
+    Append(m_edit, cmdUndo, Text(L"Undo"), false);
     AppendPopup(menu, devices, Text(L"Devices"));
+    AppendPopup(menu, m_edit, Text(L"Edit"));
     AppendPopup(menu, SimulationMenu(), Text(L"Simulation"));
     AppendPopup(menu, zoom, Text(L"Zoom"));
     AppendPopup(menu, language, Text(L"Language"));
@@ -209,6 +241,29 @@ void MainWindow::BuildMenu() {
     // Where the bar stays as high as it was, the platform draws the new items alone, and before they follow the scheme.
     RedrawWindow(m_window, nullptr, nullptr, RDW_FRAME | RDW_INVALIDATE);
     if (old) DestroyMenu(old);
+}
+
+void MainWindow::FillEditMenu() const {
+    const auto literal = [](std::wstring text) {
+        for (std::size_t i = 0; (i = text.find(L'&', i)) != std::wstring::npos; i += 2)
+            text.insert(i, 1, L'&');
+        return text;
+    };
+    const auto append = [&](int command, const wchar_t* verb, const std::wstring& name, const wchar_t* key) {
+        const std::wstring text = Text(verb).str() + (name.empty() ? L"" : L": " + literal(name)) + key;
+        AppendMenuW(m_edit, MF_STRING | (name.empty() ? MF_GRAYED : 0u), static_cast<UINT_PTR>(command), text.c_str());
+    };
+    while (DeleteMenu(m_edit, 0, MF_BYPOSITION))
+        continue;
+    append(cmdUndo, L"Undo", TheRequests().NameToUndo(), L"\tCtrl+Z");
+    append(cmdRedo, L"Redo", TheRequests().NameToRedo(), L"\tCtrl+Y");
+    AppendMenuW(m_edit, MF_SEPARATOR, 0, nullptr);
+    const std::vector<std::wstring> names = TheRequests().Names();
+    const HMENU all = CreatePopupMenu();
+    for (const std::wstring& each : names)
+        Append(all, cmdUndoTo + GetMenuItemCount(all), literal(each).c_str(), false);
+    AppendMenuW(m_edit, MF_POPUP | (names.empty() ? MF_GRAYED : 0u), reinterpret_cast<UINT_PTR>(all),
+                Text(L"Undo back to"));
 }
 
 HMENU MainWindow::SimulationMenu() const {
@@ -317,6 +372,9 @@ LRESULT MainWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
                       static_cast<unsigned>(HIWORD(wParam)));
         }
         return 0;
+    case WM_INITMENUPOPUP:
+        if (reinterpret_cast<HMENU>(wParam) == m_edit) FillEditMenu();
+        return 0;
     case WM_HSCROLL:
     case WM_VSCROLL:
         Log().Add(L"Host", L"%ls code %d", message == WM_HSCROLL ? L"WM_HSCROLL" : L"WM_VSCROLL",
@@ -351,6 +409,7 @@ LRESULT MainWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
         DevicePanel::SetHostRefuses(false);
         KillTimer(m_window, kDeviceTimer);
         m_pages.clear();
+        TheRequests().Clear();
         m_log.Destroy();
         SetStatusSink(nullptr);
         PostQuitMessage(0);
@@ -381,6 +440,12 @@ void MainWindow::OnCommand(int command) {
         TurnLightOff();
     } else if (command == cmdExit) {
         DestroyWindow(m_window);
+    } else if (command == cmdUndo) {
+        Undo(1);
+    } else if (command == cmdRedo) {
+        Redo();
+    } else if (command >= cmdUndoTo) {
+        Undo(command - cmdUndoTo + 1);
     } else if (command >= cmdSimulation) {
         Simulate(command - cmdSimulation);
     } else if (command >= cmdPage) {
@@ -413,6 +478,25 @@ void MainWindow::NoteSettings() {
 
 std::array<CKxSimMicroscope*, 3> MainWindow::Microscopes() {
     return {&m_microscope.Devices(), &m_gallery.Devices(), &TheLight().Devices()};
+}
+
+// Back to one of those listed, and no further than the first that cannot be.
+void MainWindow::Undo(int count) {
+    Requests::Outcome outcome{{}, true};
+    for (int i = 0; i < count && outcome.done; ++i)
+        ShowOutcome((outcome = TheRequests().Undo()).told);
+}
+
+void MainWindow::Redo() { ShowOutcome(TheRequests().Redo().told); }
+
+void MainWindow::ShowOutcome(const std::wstring& told) {
+    for (const auto& page : m_pages) {
+        for (CKxDevUI_Container* each : page->Panels()) {
+            if (auto* const panel = dynamic_cast<HostPanel*>(each); panel && *panel) panel->ShowValues();
+        }
+    }
+    Say(told);
+    Log().Add(L"Host", L"%ls", told.c_str());
 }
 
 void MainWindow::TurnLightOff() {

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include <kxbaseui/kx_colors.h>
+#include <kxdevui/framework/devgui_keep.h>
 
 #include "log_pane.h"
 #include "gallery_devices.h"
@@ -24,12 +25,15 @@ public:
     static constexpr int cmdEnabled = 101;
     static constexpr int cmdExit = 102;
     static constexpr int cmdLightOff = 103;
+    static constexpr int cmdUndo = 104;
+    static constexpr int cmdRedo = 105;
     static constexpr int cmdZoom = 200;        // + percent / 25
     static constexpr int cmdLanguage = 300;    // + primary language
     static constexpr int cmdScheme = 400;      // + EKxColorScheme
     static constexpr int cmdAutoScheme = 450;  // light or dark, as the system asks
     static constexpr int cmdPage = 500;        // + index of the page
     static constexpr int cmdSimulation = 600;  // + Simulation
+    static constexpr int cmdUndoTo = 700;      // + index among what can be undone, the latest first
 
     // The child that is the status line; the key that turns all light off, whatever has the focus, dialogs and open
     // menus too.
@@ -49,6 +53,9 @@ public:
     HWND Handle() const { return m_window; }
     // For the message loop, first of all: true when it was the key that turns all light off.
     bool TakesKey(const MSG& message);
+    // For the message loop: true when it was one of the keys that undo and redo requests. In a field they are the
+    // field's, also when it has nothing to undo.
+    bool TakesEditKey(const MSG& message);
 
     // The page of the class P, and the menu command that turns to it; every page of pages/pages.cpp is there once.
     template <class P>
@@ -81,6 +88,10 @@ private:
     void OnCommand(int command);
     void OnMouseWheel(WPARAM wParam, LPARAM lParam);
     void BuildMenu();
+    void FillEditMenu() const;
+    void Undo(int count);
+    void Redo();
+    void ShowOutcome(const std::wstring& told);
     HMENU SimulationMenu() const;
     void Simulate(int entry);
     void TurnLightOff();
@@ -90,6 +101,7 @@ private:
     void BuildPageButtons();
     void TurnTo(int page);
     void KeepFocusUsable();
+    void FocusAsLeft(HWND left);
     void FitToPages();
     void Layout();
     void Restyle();
@@ -99,11 +111,17 @@ private:
     LogPane m_log;
     HWND m_status = nullptr;
     HWND m_lightOff = nullptr;
+    HMENU m_edit = nullptr;
     HostMicroscope& m_microscope;
     GalleryDevices m_gallery;
     std::vector<std::unique_ptr<Page>> m_pages;
     std::vector<HWND> m_pageButtons;
     int m_page = 0;
+    // What waits for pages that have not been made anew yet; for each page, which window had the focus when it was
+    // turned away; and where the focus was put then.
+    KxKeptInput m_kept;
+    std::vector<HWND> m_left;
+    HWND m_putAside = nullptr;
     RECT m_pagePlace{};
     bool m_enabled = true;
     std::array<bool, simStop> m_simulation{false, true, false, false};

@@ -13,6 +13,7 @@
 #include "input.h"
 #include "main_window.h"
 #include "pages/bench_page.h"
+#include "requests.h"
 #include "resources/resource.h"
 
 namespace {
@@ -189,7 +190,7 @@ std::wstring Soak::UseKeys(kx::Random& random) {
 
 std::wstring Soak::UseMenu(kx::Random& random) {
     int command = MainWindow::cmdPage + random.Below(static_cast<int>(m_window.Pages().size()));
-    switch (random.Below(15)) {
+    switch (random.Below(17)) {
     case 0:
     case 1: command = MainWindow::cmdZoom + random.Of({4, 5, 6, 8}); break;
     case 2:
@@ -200,6 +201,8 @@ std::wstring Soak::UseMenu(kx::Random& random) {
     case 7: command = MainWindow::cmdSeries; break;
     case 8:
     case 9: command = MainWindow::cmdSimulation + random.Below(MainWindow::simStop + 1); break;
+    case 11: command = MainWindow::cmdUndo; break;
+    case 12: command = MainWindow::cmdRedo; break;
     // The whole microscope is what a user has open most.
     case 10: command = m_window.CommandOf<BenchPage>(); break;
     default: break;
@@ -312,6 +315,7 @@ bool Soak::ComeHome() {
         Switch(MainWindow::cmdSimulation + MainWindow::simDeviceDecides, true);
         Switch(MainWindow::cmdSimulation + MainWindow::simSlow, false);
         Switch(MainWindow::cmdSimulation + MainWindow::simFail, false);
+        TheRequests().Clear();
         Command(MainWindow::cmdAutoScheme);
         Command(MainWindow::cmdZoom + 4);
         Switch(MainWindow::cmdEnabled, true);

@@ -45,6 +45,7 @@ private:
     void PlanColors();
     void PlanShutters();
     void PlanModeShutter();
+    void PlanField();
     void PlanBench();
 
     void Do(std::function<void()> step);

@@ -1,7 +1,9 @@
 #include "bench_page.h"
 
 #include <algorithm>
+#include <cmath>
 #include <type_traits>
+#include <utility>
 
 #include <kxbaseui/kx_layoutmanager.h>
 
@@ -61,13 +63,19 @@ void BenchPage::PutSwitches() {
     for (const CDMApi_LogDevId id : m_microscope.Roles().lightPaths) {
         auto& path = *Simulated<CKxSimLightPath>(id);
         Put(SwitchHeight(path.GetPositionCount()),
-            std::make_unique<SwitcherPanel>(L"Light path", path, [&path](long i) { return path.MoveTo(i); }), false);
+            std::make_unique<SwitcherPanel>(L"Light path", path,
+                                            [&path](long i) -> Asked {
+                                                return {PlaceOf(path), static_cast<double>(i)};
+                                            }),
+            false);
     }
     for (const CDMApi_LogDevId id : m_microscope.Roles().tirfMirrors) {
         auto& mirror = *Simulated<CKxSimTIRFMirror>(id);
         Put(SwitchHeight(2),
             std::make_unique<SwitcherPanel>(L"TIRF mirror", mirror,
-                                            [&mirror](long i) { return mirror.MoveTo(i == 1); }),
+                                            [&mirror](long i) -> Asked {
+                                                return {PlaceOf(mirror), static_cast<double>(i)};
+                                            }),
             false);
     }
     for (const auto& each : m_microscope.Roles().lasers) {
@@ -75,7 +83,9 @@ void BenchPage::PutSwitches() {
         if (laser.GetPortCount() < 2) continue;
         Put(SwitchHeight(laser.GetPortCount()),
             std::make_unique<SwitcherPanel>(L"Laser ports", laser,
-                                            [&laser](long i) { return laser.SetPortUsed(i, true); }),
+                                            [&laser](long i) -> Asked {
+                                                return {PortOf(laser), static_cast<double>(i)};
+                                            }),
             false);
     }
 }
@@ -130,6 +140,9 @@ void BenchPage::Arrange() {
     const long height = window.bottom - window.top;
     const kx::host::Flow flow = kx::host::FlowIntoColumns(sizes, width, CKxGUILayoutManager::Zoomed(kGap));
     m_content = flow.height;
+    // The same panels stay in sight.
+    const double zoom = CKxGUILayoutManager::GetGuiZoom();
+    m_scrolled = std::lround(static_cast<double>(m_scrolled) * zoom / std::exchange(m_zoom, zoom));
     m_scrolled = kx::host::ScrollPosition(m_scrolled, m_content, height);
     SCROLLINFO info{sizeof info,
                     SIF_ALL,

@@ -45,4 +45,5 @@ private:
     std::vector<std::unique_ptr<HostPanel>> m_panels;
     long m_content = 0;  // the height of all panels, and how far they are scrolled; pixels of the screen
     long m_scrolled = 0;
+    double m_zoom = 1;  // of the pixels that they are
 };

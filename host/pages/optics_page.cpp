@@ -2,12 +2,17 @@
 
 OpticsPage::OpticsPage(GalleryDevices& devices)
     : Page(L"Optical path"), m_nosepiece(devices.Nosepiece()), m_emission(L"Emission wheel", devices.Emission()),
-      m_cubes(L"Cube turret", devices.Cubes()),
-      m_path(L"Light path", devices.Path(), [&path = devices.Path()](long i) { return path.MoveTo(i); }),
+      m_cubes(L"Cube turret", devices.Cubes()), m_path(L"Light path", devices.Path(),
+                                                       [&path = devices.Path()](long i) -> Asked {
+                                                           return {PlaceOf(path), static_cast<double>(i)};
+                                                       }),
       m_mirror(L"TIRF mirror", devices.Mirror(),
-               [&mirror = devices.Mirror()](long i) { return mirror.MoveTo(i == 1); }),
-      m_lasers(L"Laser ports", devices.Lasers(),
-               [&lasers = devices.Lasers()](long i) { return lasers.SetPortUsed(i, !lasers.IsPortUsed(i)); }) {}
+               [&mirror = devices.Mirror()](long i) -> Asked {
+                   return {PlaceOf(mirror), static_cast<double>(i)};
+               }),
+      m_lasers(L"Laser ports", devices.Lasers(), [&lasers = devices.Lasers()](long i) -> Asked {
+          return {UseOf(lasers, i), lasers.IsPortUsed(i) ? 0.0 : 1.0};
+      }) {}
 
 void OpticsPage::Fill() {
     Place(m_nosepiece, {8, 8, 268, 108});

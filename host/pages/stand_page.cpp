@@ -5,8 +5,8 @@
 #include "../resources/resource.h"
 
 StandPage::StandPage()
-    : Page(L"Stand"), m_transmitted(L"Transmitted light", IDC_TRANSMITTED, IDC_TRANSMITTED_LEVEL),
-      m_reflected(L"Reflected light", IDC_REFLECTED, IDC_REFLECTED_LEVEL) {}
+    : Page(L"Stand"), m_transmitted(L"Transmitted light", Held().transmitted, IDC_TRANSMITTED, IDC_TRANSMITTED_LEVEL),
+      m_reflected(L"Reflected light", Held().reflected, IDC_REFLECTED, IDC_REFLECTED_LEVEL) {}
 
 void StandPage::Fill() {
     const HINSTANCE module = GetModuleHandleW(nullptr);
@@ -37,8 +37,8 @@ void StandPage::AskForSeries(HWND owner) {
         reinterpret_cast<INT_PTR>(m_series.CreateFromDlg(owner, 0, 0, IDD_SERIES, GetModuleHandleW(nullptr), true));
     CKxStringW text;
     if (result == IDOK) {
-        text.Format(100, KX_GetTranslation(L"Series of %d images every %g s planned", L"host"), m_series.Count(),
-                    m_series.Interval());
+        text.Format(100, KX_GetTranslation(L"Series of %d images every %g s planned", L"host"), Held().seriesCount,
+                    Held().seriesInterval);
     } else {
         text = KX_GetTranslation(L"Series cancelled", L"host");
     }

@@ -7,13 +7,16 @@
 #include <kxbaseui/kx_layoutmanager.h>
 #include <kxdevui/framework/devgui.h>
 #include <kxdevui/framework/devgui_habits.h>
+#include <kxdevui/framework/devgui_readings.h>
 #include <kxsystem/kx_color.h>
 
 #include "../event_log.h"
+#include "../held_values.h"
 #include "../resources/resource.h"
 
 namespace {
 
+constexpr int kWavelength = 5;       // the slider that is no light
 constexpr int kTop = 30, kRow = 40;  // unzoomed pixels
 constexpr int kSlider = 230, kStrip = 9;
 
@@ -37,19 +40,23 @@ void PanelColorSlider::Belong(ColorPanel& panel, const wchar_t* name, const wcha
     m_told = told;
 }
 
+// Without a switch of its own a light is on as soon as it has power.
+void PanelColorSlider::Shine(double power) { KX_TellLight(*this, power > 0 ? EKxLight::On : EKxLight::Off); }
+
 void PanelColorSlider::OnPowerChanged(double& value, bool& veto) {
     Log().Add(m_name, L"OnPowerChanged(%g)", value);
     CKxStringW told;
     told.Format(80, Text(m_told), value);
-    veto = !m_panel->Agrees(told);
+    veto = !m_panel->Agrees(*this, value, told);
     // A typed value holds already; a host that minds sets the old one again.
+    if (KX_GetLight(*this) != EKxLight::None) Shine(veto ? GetPower() : value);
 }
 
 void PanelColorSlider::OnRangeChanged(double& minimum, double& maximum) {
     Log().Add(m_name, L"OnRangeChanged(%g, %g)", minimum, maximum);
     CKxStringW told;
     told.Format(80, Text(m_told), minimum, maximum);
-    m_panel->Agrees(told);
+    m_panel->AgreesToBand(minimum, maximum, told);
 }
 
 void PanelColorSlider::OnLeftButtonUp() { Log().Add(m_name, L"OnLeftButtonUp"); }
@@ -62,7 +69,8 @@ void ColorPanel::Fill() {
     FillColumn();
     FillLine();
     FillBand();
-    AddCheckBox(Text(L"The host refuses"), IDC_LIGHT_REFUSE, 6, m_height - 22);
+    AddRefusal(IDC_LIGHT_REFUSE);
+    ShowValues();
 }
 
 // The place is on the screen, the slider's own size it finds by itself.
@@ -102,7 +110,6 @@ void ColorPanel::FillColumn() {
                     L"nm", L"%.0f", true, eColorSliderType_HorizontalRainbow, eColorSliderLayout_OneRowSpin, 57);
     wavelength.SetHorizontalRainbow(400, 720);
     Add(wavelength, 6, kTop + kRow * (row + 1));
-    wavelength.SetPower(550, false);
 }
 
 void ColorPanel::FillLine() {
@@ -125,7 +132,6 @@ void ColorPanel::FillBand() {
     band.Init(270, kStrip, visible.data(), static_cast<int>(visible.size()), Text(L"Detector band"), false, L"nm",
               L"%.0f", true, eColorSliderType_Range, eColorSliderLayout_TwoRows, 40);
     Add(band, 258, kTop + kRow * 6 + 6);
-    band.SetRange(500, 600);
 }
 
 // The sliders of the column begin where the longest name lets them, and each grows by what it was moved.
@@ -144,20 +150,45 @@ void ColorPanel::Align() {
     }
 }
 
+void ColorPanel::ShowValues() {
+    for (std::size_t i = 0; i < Held().powers.size(); ++i) {
+        if (m_sliders[i].GetPower() != Held().powers[i]) m_sliders[i].SetPower(Held().powers[i], false);
+        if (i != kWavelength) m_sliders[i].Shine(Held().powers[i]);
+    }
+    double from = 0, to = 0;
+    m_sliders.back().GetRange(&from, &to);
+    if (from != Held().bandFrom || to != Held().bandTo) m_sliders.back().SetRange(Held().bandFrom, Held().bandTo);
+}
+
 void ColorPanel::TurnLightOff() {
     for (const int lit : {0, 1, 2, 3, 4, 6})
-        Slider(lit).SetPower(0, true);
+        Slider(lit).SetPower(Power(Slider(lit)) = 0, true), Slider(lit).Shine(0);
 }
 
-bool ColorPanel::Agrees(const CKxStringW& told) {
-    Tell(m_refuses ? Text(L"The slider stays where it is").str() : told.str());
-    return !m_refuses;
+double& ColorPanel::Power(const PanelColorSlider& slider) const {
+    return Held().powers[static_cast<std::size_t>(&slider - m_sliders.data())];
 }
 
-bool ColorPanel::OnUser(int id, int code, HWND from) {
-    if (id != IDC_LIGHT_REFUSE || code != BN_CLICKED) return false;
-    m_refuses = SendMessageW(from, BM_GETCHECK, 0, 0) == BST_CHECKED;
-    return true;
+bool ColorPanel::Agrees(PanelColorSlider& slider, double power, const CKxStringW& told) {
+    const auto index = &slider - m_sliders.data();
+    const bool lights = index != kWavelength;
+    const std::wstring what = L"light " + std::to_wstring(index);
+    return Grants({ValueOf(what.c_str(), slider.GetTitle().str(), Power(slider), lights ? L"%g %%" : L"%g nm",
+                           lights ? kx::host::Light::More : kx::host::Light::None),
+                   power},
+                  told);
+}
+
+bool ColorPanel::AgreesToBand(double from, double to, const CKxStringW& told) {
+    const std::wstring name = m_sliders.back().GetTitle().str();
+    return Grants({ValueOf(L"band from", name, Held().bandFrom, L"%g nm"), from}, told) &&
+           Grants({ValueOf(L"band to", name, Held().bandTo, L"%g nm"), to}, told);
+}
+
+bool ColorPanel::Grants(const Asked& asked, const CKxStringW& told) {
+    const bool granted = Asks(asked.wish, asked.value);
+    Tell(granted ? told.str() : Text(L"The slider stays where it is").str());
+    return granted;
 }
 
 LRESULT ColorPanel::OnMouseWheel(WPARAM wParam, LPARAM lParam) {

@@ -15,6 +15,8 @@ class PanelColorSlider : public CKxDevUI_ColorSlider {
 public:
     // `told` says with a %g what the status line tells of a value, or with two of a range.
     void Belong(ColorPanel& panel, const wchar_t* name, const wchar_t* told);
+    // The light of a lamp or a line, which shows it.
+    void Shine(double power);
 
 protected:
     void OnPowerChanged(double& value, bool& veto) override;
@@ -36,12 +38,14 @@ public:
     PanelColorSlider& Slider(int index) { return m_sliders[static_cast<std::size_t>(index)]; }
 
     void TurnLightOff() override;
+    void ShowValues() override;
 
-    // Whether the host agrees to a value, which is then told.
-    bool Agrees(const CKxStringW& told);
+    // Whether the host agrees to a power, or to a band, which is then held and told.
+    bool Agrees(PanelColorSlider& slider, double power, const CKxStringW& told);
+    bool AgreesToBand(double from, double to, const CKxStringW& told);
 
 protected:
-    bool OnUser(int id, int code, HWND from) override;
+    bool OnUser(int, int, HWND) override { return false; }
     LRESULT OnMouseWheel(WPARAM wParam, LPARAM lParam) override;
 
 private:
@@ -49,9 +53,10 @@ private:
     void FillLine();
     void FillBand();
     void Add(PanelColorSlider& slider, int x, int y);
+    double& Power(const PanelColorSlider& slider) const;
+    bool Grants(const Asked& asked, const CKxStringW& told);
 
     // Six in the column, then the line and the band.
     static constexpr std::size_t Column = 6;
     std::array<PanelColorSlider, 8> m_sliders;
-    bool m_refuses = false;
 };

@@ -2,6 +2,7 @@
 
 #include <kxdevui/framework/devgui_messages.h>
 
+#include "../held_values.h"
 #include "../resources/resource.h"
 
 namespace {
@@ -30,7 +31,7 @@ void EditPanel::Fill() {
     m_delay.Create(m_hWnd, placeholder);
     m_delay.SetSize(kLabel, kField, kHeight);
     InsertElement(&m_delay);
-    AddCheckBox(Text(L"The host refuses"), IDC_FIELD_REFUSE, 6, m_height - 22);
+    AddRefusal(IDC_FIELD_REFUSE);
     ShowHeld();
 }
 
@@ -42,18 +43,21 @@ void EditPanel::AddField(CKxDevUI_EditBox& field, int id, const wchar_t* label, 
     InsertElement(&field);
 }
 
-void EditPanel::ShowHeld() {
-    m_exposure.SetNumber(m_heldExposure, L"%.2f");
-    m_gain.SetNumber(m_heldGain, L"%.1f");
-    m_wavelengths.SetValues(&m_heldWavelengths);
-    m_delay.SetNumber(m_heldDelay, L"%g");
+// But for those in which the user is typing.
+void EditPanel::ShowValues() {
+    if (!m_exposure.IsTyped()) m_exposure.SetNumber(Held().fieldExposure, L"%.2f");
+    if (!m_gain.IsTyped()) m_gain.SetNumber(Held().fieldGain, L"%.1f");
+    if (!m_delay.IsTyped()) m_delay.SetNumber(Held().fieldDelay, L"%g");
 }
 
-bool EditPanel::OnUser(int id, int code, HWND from) {
-    if (id == IDC_FIELD_REFUSE && code == BN_CLICKED) {
-        m_refuses = SendMessageW(from, BM_GETCHECK, 0, 0) == BST_CHECKED;
-        return true;
-    }
+void EditPanel::ShowHeld() {
+    m_exposure.SetNumber(Held().fieldExposure, L"%.2f");
+    m_gain.SetNumber(Held().fieldGain, L"%.1f");
+    m_wavelengths.SetValues(&Held().fieldWavelengths);
+    m_delay.SetNumber(Held().fieldDelay, L"%g");
+}
+
+bool EditPanel::OnUser(int id, int code, HWND) {
     if (id < IDC_FIELD_EXPOSURE || id > IDC_FIELD_DELAY) return false;
     // Enter asks with a message box; leaving the field corrects or restores quietly.
     if (code == kx::ui::kEditEnter) Check(id, true);
@@ -69,13 +73,13 @@ void EditPanel::Check(int id, bool show) {
     };
     switch (id) {
     case IDC_FIELD_EXPOSURE:
-        if (allowed(m_exposure, m_heldExposure)) Accept(m_heldExposure, m_exposure, L"Exposure time %g ms");
+        if (allowed(m_exposure, Held().fieldExposure)) Accept(Held().fieldExposure, m_exposure, L"Exposure time %g ms");
         break;
     case IDC_FIELD_GAIN:
-        if (allowed(m_gain, m_heldGain)) Accept(m_heldGain, m_gain, L"Gain %g");
+        if (allowed(m_gain, Held().fieldGain)) Accept(Held().fieldGain, m_gain, L"Gain %g");
         break;
     case IDC_FIELD_DELAY:
-        if (allowed(m_delay, m_heldDelay)) Accept(m_heldDelay, m_delay, L"Delay %g s");
+        if (allowed(m_delay, Held().fieldDelay)) Accept(Held().fieldDelay, m_delay, L"Delay %g s");
         break;
     default:
         if (!show || m_wavelengths.IsAllowed(EKxComplaint::Shown)) AcceptWavelengths();
@@ -84,12 +88,9 @@ void EditPanel::Check(int id, bool show) {
 }
 
 void EditPanel::Accept(double& held, CKxDevUI_EditBox& field, const wchar_t* told) {
-    const double wanted = field.GetNumber();
-    CKxStringW text = Text(L"The field keeps its value");
-    if (!m_refuses) {
-        held = wanted;
-        text.Format(60, Text(told), held);
-    }
+    CKxStringW name = field.GetTitle(), text = Text(L"The field keeps its value");
+    const std::wstring what = L"field " + std::to_wstring(field.GetId());
+    if (Asks(ValueOf(what.c_str(), name.str(), held, L"%g"), field.GetNumber())) text.Format(60, Text(told), held);
     ShowHeld();
     Tell(text.str());
 }
@@ -97,7 +98,7 @@ void EditPanel::Accept(double& held, CKxDevUI_EditBox& field, const wchar_t* tol
 void EditPanel::AcceptWavelengths() {
     std::list<double> wanted;
     const bool valid = m_wavelengths.GetValues(&wanted) && m_wavelengths.IsAllowed(EKxComplaint::Logged);
-    if (valid && !m_refuses) m_heldWavelengths = wanted;
+    if (valid && !Refuses()) Held().fieldWavelengths = wanted;
     ShowHeld();
-    Tell(Text(valid && !m_refuses ? L"Lines changed" : L"The field keeps its value").str());
+    Tell(Text(valid && !Refuses() ? L"Lines changed" : L"The field keeps its value").str());
 }

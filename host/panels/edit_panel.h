@@ -10,6 +10,7 @@ class EditPanel : public HostPanel {
 public:
     EditPanel() : HostPanel(L"Fields") {}
     void Fill();
+    void ShowValues() override;
     CKxDevUI_EditBox& Exposure() { return m_exposure; }
     CKxDevUI_EditBoxSpin& Gain() { return m_gain; }
     CKxDevUI_EditBoxMultiValue& Wavelengths() { return m_wavelengths; }
@@ -28,10 +29,4 @@ private:
     CKxDevUI_EditBoxSpin m_gain;
     CKxDevUI_EditBoxMultiValue m_wavelengths;
     CKxDevUI_EditBox m_delay;
-    // What the devices do: milliseconds, a factor, nanometres, seconds.
-    double m_heldExposure = 20;
-    double m_heldGain = 2;
-    std::list<double> m_heldWavelengths{450, 525, 600};
-    double m_heldDelay = 0.5;
-    bool m_refuses = false;
 };

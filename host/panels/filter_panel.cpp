@@ -29,8 +29,7 @@ void AskingWheel::OnPositionChangeRequest(long position, bool& refuse) {
         m_panel.Tell(Text(L"This turret is turned by hand").str());
         return;
     }
-    refuse =
-        !m_panel.Grants([&] { return m_device.MoveTo(position); }, L"The wheel turns", L"The filter stays as it is");
+    refuse = !m_panel.Grants(PlaceOf(m_device), position, L"The wheel turns", L"The filter stays as it is");
 }
 
 void AskingWheel::OnSetupRequest() { Log().Add(m_panel.Name(), L"OnSetupRequest()"); }

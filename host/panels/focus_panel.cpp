@@ -2,6 +2,7 @@
 
 #include <kxbaseui/kx_layoutmanager.h>
 #include <kxdevui/framework/devgui_activity.h>
+#include <kxdevui/framework/devgui_readings.h>
 
 #include <algorithm>
 
@@ -73,6 +74,7 @@ bool FocusPanel::OnUser(int id, int code, HWND from) {
 void FocusPanel::OnDevice(const Change&) {
     ShowZ();
     KX_TellActivity(m_stack.GetHandle(), m_device);
+    KX_TellMeasured(m_stack.GetHandle(), m_device);
     m_stack.UpdateGUI(CKxDevUI_ZStack::RefreshZ);
 }
 
@@ -82,7 +84,7 @@ void FocusPanel::Asking::OnStepChanged(double step, bool typed) {
 
 void FocusPanel::Asking::OnMoveZRequest(double z) {
     Log().Add(m_owner.Name(), L"OnMoveZRequest(%g)", z);
-    if (m_owner.Refuses() || !m_owner.m_device.MoveTo(z)) {
+    if (!m_owner.Asks(PlaceOf(m_owner.m_device), z)) {
         m_owner.TellRefused(L"Z stays where it is");
         return;
     }

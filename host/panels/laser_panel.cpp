@@ -6,6 +6,7 @@
 #include <kxbaseui/kx_layoutmanager.h>
 #include <kxdevui/framework/devgui_activity.h>
 #include <kxdevui/framework/devgui_habits.h>
+#include <kxdevui/framework/devgui_readings.h>
 #include <kxsystem/kx_color.h>
 
 #include "../event_log.h"
@@ -68,12 +69,14 @@ void LaserPanel::OnDevice(const Change&) {
     CheckDlgButton(m_hWnd, IDC_LASER_ON, m_device.IsPortUsed(0) ? BST_CHECKED : BST_UNCHECKED);
     m_power.SetPower(m_device.GetPower(), true);
     KX_TellActivity(m_power, m_device);
+    KX_TellLight(m_power, m_device);
+    KX_TellMeasured(m_power, m_device);
 }
 
 bool LaserPanel::OnUser(int id, int code, HWND from) {
     if (id == IDC_LASER_ON && code == BN_CLICKED) {
         // The box follows the device.
-        if (Refuses() || !m_device.SetPortUsed(0, !m_device.IsPortUsed(0))) TellRefused(L"The laser stays as it is");
+        Grants(UseOf(m_device, 0), !m_device.IsPortUsed(0), L"", L"The laser stays as it is");
         return true;
     }
     return DevicePanel::OnUser(id, code, from);
@@ -85,7 +88,7 @@ LRESULT LaserPanel::OnMouseWheel(WPARAM wParam, LPARAM lParam) {
 }
 
 bool LaserPanel::Agrees(double power) {
-    if (Refuses() || !m_device.SetPower(power)) {
+    if (!Asks(PowerOf(m_device, m_unit), power)) {
         TellRefused(L"The laser keeps its power");
         return false;
     }

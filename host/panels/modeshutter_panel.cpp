@@ -18,7 +18,7 @@ void AskingModeShutter::Prepare() {
 
 void AskingModeShutter::OnApertureChangeRequest(double aperture, bool& veto) {
     Log().Add(m_panel.Name(), L"OnApertureChangeRequest(%g)", aperture);
-    veto = !m_panel.Grants([&] { return m_device.SetAperture(aperture); }, L"", L"The shutter stays as it is");
+    veto = !m_panel.Grants(ApertureOf(m_device), aperture, L"", L"The shutter stays as it is");
     if (veto) return;
     CKxStringW text;
     text.Format(60, Text(L"Aperture %g %%"), aperture);
@@ -27,6 +27,6 @@ void AskingModeShutter::OnApertureChangeRequest(double aperture, bool& veto) {
 
 void AskingModeShutter::OnModeChangeRequest(EKxShutterMode mode, bool& veto) {
     Log().Add(m_panel.Name(), L"OnModeChangeRequest(%d)", static_cast<int>(mode));
-    veto = !m_panel.Grants([&] { return m_device.SetMode(mode); }, L"The shutter works in another mode",
-                           L"The shutter stays as it is");
+    const auto [wish, value] = ModeOf(m_device, mode);
+    veto = !m_panel.Grants(wish, value, L"The shutter works in another mode", L"The shutter stays as it is");
 }

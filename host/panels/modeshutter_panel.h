@@ -1,6 +1,7 @@
 // A smart shutter: its mode and its aperture.
 #pragma once
 
+#include <kxdevui/framework/devgui_readings.h>
 #include <kxdevui/light/devgui_modeshutter.h>
 
 #include "../control_panel.h"
@@ -18,6 +19,7 @@ public:
     }
     void Show(const DevicePanel::Change& change) {
         Update(&m_device, {.steps = change.structure, .aperture = true, .state = true, .mode = true});
+        KX_TellLight(m_hWnd, m_device);
     }
 
 protected:

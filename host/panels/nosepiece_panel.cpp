@@ -27,8 +27,8 @@ void NosepiecePanel::OnDevice(const Change& change) {
 
 void AskingNosepiece::OnPositionChangeRequest(long position, bool& handled) {
     Log().Add(m_panel.Name(), L"OnPositionChangeRequest(%d)", static_cast<int>(position));
-    const bool turns = m_panel.Grants([&] { return m_device.MoveTo(position); }, L"The nosepiece turns",
-                                      L"The nosepiece stays where it is");
+    const bool turns =
+        m_panel.Grants(PlaceOf(m_device), position, L"The nosepiece turns", L"The nosepiece stays where it is");
     // The selection follows the turret, not the click; unless the turret leaves it to the panel.
     handled = !turns || m_device.IsDeviceDriven();
 }

@@ -9,6 +9,7 @@ class RadioPanel : public HostPanel {
 public:
     RadioPanel() : HostPanel(L"Camera binning") {}
     void Fill();
+    void ShowValues() override;
     CKxDevUI_Radio& Group() { return m_group; }
 
 protected:
@@ -16,9 +17,6 @@ protected:
 
 private:
     void Choose(int index);
-    void ShowPixel();
 
     CKxDevUI_Radio m_group;
-    int m_held = 0;  // what the camera does
-    bool m_refuses = false;
 };

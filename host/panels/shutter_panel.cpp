@@ -34,7 +34,7 @@ void ShutterPanel::Fill() {
     AddShutter(m_plain[3], 4, 8, 80);
     AddCheckBox(Text(L"Laser safety: transmitted light locked"), IDC_SHUTTER_LOCK, 6, m_height - 60);
     AddCheckBox(Text(L"The camera acquires"), IDC_SHUTTER_GRABBER, 6, m_height - 40);
-    AddCheckBox(Text(L"The host refuses"), IDC_SHUTTER_REFUSE, 6, m_height - 20);
+    AddRefusal(IDC_SHUTTER_REFUSE);
     CheckDlgButton(m_hWnd, IDC_SHUTTER_LOCK,
                    TheLight().Shutter(1).GetCapability(eKxCapability_NotOperable) ? BST_CHECKED : BST_UNCHECKED);
     CheckDlgButton(m_hWnd, IDC_SHUTTER_GRABBER, CKxDeviceRegistry::IsGrabberActive() ? BST_CHECKED : BST_UNCHECKED);
@@ -59,14 +59,14 @@ void ShutterPanel::Refresh(CDMApi_LogDevId device) {
 
 bool ShutterPanel::Agrees(int index, bool open) {
     Log().Add(Shutter(index).GetTitle(), L"OnStateChangeRequest(%ls)", open ? L"open" : L"closed");
-    if (m_refuses || DevicePanel::HostRefuses()) {
+    if (!Asks(OpeningOf(TheLight().Shutter(index)), open)) {
         Tell(Text(L"The shutter stays as it is").str());
         return false;
     }
     CKxStringW text;
     text.Format(120, Text(open ? L"%ls opens" : L"%ls closes"), TheLight().Shutter(index).GetKey().c_str());
     Tell(text.str());
-    return TheLight().Shutter(index).SetOpen(open);
+    return true;
 }
 
 void ShutterPanel::ShowParameters(int index) {
@@ -86,7 +86,6 @@ bool ShutterPanel::OnUser(int id, int code, HWND from) {
         for (int i = 0; i < LightDevices::Shutters; ++i)
             Shutter(i).Update(TheLight().Shutter(i).GetLogDevId(), {.state = true});
         return true;
-    case IDC_SHUTTER_REFUSE: m_refuses = checked; return true;
     default: return false;
     }
 }

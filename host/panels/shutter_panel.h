@@ -50,7 +50,6 @@ private:
     PanelShutter<CKxDevUI_MechanicalShutter> m_mechanical;
     std::array<CKxDevUI_Shutter*, LightDevices::Shutters> m_all{};
     std::unique_ptr<DeviceListener> m_listener;
-    bool m_refuses = false;
 };
 
 template <class Shutter>

@@ -10,7 +10,7 @@ void AskingShutter::OnStateChangeRequest(bool newState, bool& veto) {
     Log().Add(m_panel.Name(), L"OnStateChangeRequest(%ls)", newState ? L"open" : L"closed");
     // The device tells when it has arrived, so the click never shows its state by itself.
     veto = true;
-    if (!m_panel.Grants([&] { return m_device.SetOpen(newState); }, L"", L"The shutter stays as it is")) return;
+    if (!m_panel.Grants(OpeningOf(m_device), newState, L"", L"The shutter stays as it is")) return;
     CKxStringW text;
     text.Format(120, Text(newState ? L"%ls opens" : L"%ls closes"), m_device.GetKey().c_str());
     m_panel.Tell(text.str());

@@ -5,6 +5,7 @@
 #include <kxsystem/kx_translation.h>
 
 #include "../event_log.h"
+#include "../held_values.h"
 #include "../resources/resource.h"
 
 namespace {
@@ -50,11 +51,11 @@ void SliderPanel::Fill() {
     m_sliders[1].InitValues(gains, static_cast<int>(std::size(gains)), 0);
     m_sliders[2].Init(*this, L"Interval", L"%g s");
     m_sliders[2].InitValues(regions, regionSteps, static_cast<int>(std::size(regions)), 1);
-    // Cooling rises to the right, so the temperature falls.
+    // Cooling rises to the right, so the temperature falls, and with it the grid: of a rising one values would be
+    // rounded up.
     m_sliders[3].Init(*this, L"Sensor", L"%g °C");
-    m_sliders[3].InitValues(20, -40, 1, 1, 0);
+    m_sliders[3].InitValues(20, -40, -1, 1, 0);
     m_sliders[3].SetMarker(-25, COLOR_HIGHLIGHT, true);
-    const double values[] = {20, 2, 30, -20};
 
     for (int i = 0; i < static_cast<int>(m_sliders.size()); ++i) {
         PanelSlider& slider = Slider(i);
@@ -62,11 +63,21 @@ void SliderPanel::Fill() {
         AddChild(L"STATIC", L"", 0, IDC_SLIDER_TEXT + i, 6, kTop + kRow * i + 2, kLabelWidth, kRow - 4);
         slider.Create(m_hWnd, 6 + kLabelWidth, kTop + kRow * i, m_width - 12 - kLabelWidth, kRow, true, true);
         slider.SetTabStop(true);
-        slider.SetValue(values[i], false);
         InsertElement(&slider);
+    }
+    AddRefusal(IDC_SLIDER_REFUSE);
+    ShowValues();
+}
+
+void SliderPanel::ShowValues() {
+    for (PanelSlider& slider : m_sliders) {
+        slider.SetValue(Value(slider), false);
         Show(slider, slider.GetValue());
     }
-    AddCheckBox(KX_GetTranslation(L"The host refuses", L"host"), IDC_SLIDER_REFUSE, 6, m_height - 20);
+}
+
+double& SliderPanel::Value(const PanelSlider& slider) const {
+    return Held().sliders[static_cast<std::size_t>(&slider - m_sliders.data())];
 }
 
 void SliderPanel::Show(const PanelSlider& slider, double value) {
@@ -74,7 +85,7 @@ void SliderPanel::Show(const PanelSlider& slider, double value) {
 }
 
 bool SliderPanel::Agrees(const PanelSlider& slider, double value) {
-    if (m_refuses) {
+    if (!Asks(slider.WishFor(Value(slider)), value)) {
         Tell(KX_GetTranslation(L"The slider stays where it is", L"host").str());
         return false;
     }
@@ -82,12 +93,10 @@ bool SliderPanel::Agrees(const PanelSlider& slider, double value) {
     return true;
 }
 
-void SliderPanel::Dropped(const PanelSlider& slider) { Show(slider, slider.GetValue()); }
-
-bool SliderPanel::OnUser(int id, int code, HWND from) {
-    if (id != IDC_SLIDER_REFUSE || code != BN_CLICKED) return false;
-    m_refuses = SendMessageW(from, BM_GETCHECK, 0, 0) == BST_CHECKED;
-    return true;
+// Keys and the wheel only tell of this.
+void SliderPanel::Dropped(PanelSlider& slider) {
+    if (!Agrees(slider, slider.GetValue())) slider.SetValue(Value(slider), false);
+    Show(slider, slider.GetValue());
 }
 
 LRESULT SliderPanel::OnMouseWheel(WPARAM wParam, LPARAM lParam) {

@@ -5,6 +5,7 @@
 
 #include <kxsystem/kx_translation.h>
 
+#include "../held_values.h"
 #include "../resources/resource.h"
 
 namespace {
@@ -15,7 +16,7 @@ constexpr std::array kSteps{1, 2, 5, 10, 20, 50, 100, 200, 500, 1000};
 
 // ---- The step ------------------------------------------------------------------------------------------------------
 
-int StageStep::Step() const { return kSteps[static_cast<std::size_t>(m_index)]; }
+int StageStep::Step() const { return kSteps[static_cast<std::size_t>(Held().stageStep)]; }
 
 LRESULT StageStep::OnInit(UINT message, WPARAM wParam, LPARAM lParam) {
     AddChild(L"STATIC", L"", SS_CENTER | SS_CENTERIMAGE | SS_SUNKEN, IDC_STEP_TEXT, 0, 0, 110, 22);
@@ -32,7 +33,7 @@ void StageStep::Show() {
 bool StageStep::HandleMouseWheel(WPARAM wParam, LPARAM) {
     const int delta = GET_WHEEL_DELTA_WPARAM(wParam);
     if (delta == 0) return false;
-    m_index = std::clamp(m_index + (delta > 0 ? 1 : -1), 0, static_cast<int>(kSteps.size()) - 1);
+    Held().stageStep = std::clamp(Held().stageStep + (delta > 0 ? 1 : -1), 0, static_cast<int>(kSteps.size()) - 1);
     Show();
     return true;
 }
@@ -48,28 +49,29 @@ void StagePanel::Fill() {
     AddChild(L"STATIC", L"", 0, IDC_STAGE_POSITION, 136, 40, 124, 36);
     m_step.Create(m_hWnd, 134, 86, 110, 22, true, true);
     InsertElement(&m_step);
-    ShowPosition();
+    ShowValues();
 }
 
-void StagePanel::ShowPosition() {
+void StagePanel::ShowValues() {
     CKxStringW text;
-    text.Format(60, L"X %d µm\nY %d µm", m_x, m_y);
+    text.Format(60, L"X %.0f µm\nY %.0f µm", Held().stageX, Held().stageY);
     SetDlgItemTextW(m_hWnd, IDC_STAGE_POSITION, text);
 }
 
 bool StagePanel::OnUser(int id, int code, HWND) {
     if (code != BN_CLICKED) return false;
-    const int step = m_step.Step();
-    switch (id) {
-    case IDC_STAGE_LEFT: m_x -= step; break;
-    case IDC_STAGE_RIGHT: m_x += step; break;
-    case IDC_STAGE_UP: m_y += step; break;
-    case IDC_STAGE_DOWN: m_y -= step; break;
-    default: return false;
+    const double step = m_step.Step();
+    const bool isX = id == IDC_STAGE_LEFT || id == IDC_STAGE_RIGHT, up = id == IDC_STAGE_UP || id == IDC_STAGE_RIGHT;
+    if (!isX && !up && id != IDC_STAGE_DOWN) return false;
+    double& at = isX ? Held().stageX : Held().stageY;
+    if (!Asks(ValueOf(isX ? L"stage X" : L"stage Y", isX ? L"X" : L"Y", at, L"%.0f µm"), at + (up ? step : -step))) {
+        Tell(Text(L"The stage stays where it is").str());
+        return true;
     }
-    ShowPosition();
+    ShowValues();
     CKxStringW text;
-    text.Format(100, KX_GetTranslation(L"Stage moves to X %d µm, Y %d µm", L"host"), m_x, m_y);
+    text.Format(100, Text(L"Stage moves to X %d µm, Y %d µm"), static_cast<int>(Held().stageX),
+                static_cast<int>(Held().stageY));
     Tell(text.str());
     return true;
 }

@@ -19,22 +19,18 @@ protected:
 
 private:
     void Show();
-    int m_index = 3;
 };
 
 class StagePanel : public HostPanel {
 public:
     StagePanel() : HostPanel(L"Stage") {}
     void Fill();
+    void ShowValues() override;
 
 protected:
     bool OnUser(int id, int code, HWND from) override;
     LRESULT OnMouseWheel(WPARAM wParam, LPARAM lParam) override;
 
 private:
-    void ShowPosition();
-
     StageStep m_step;
-    int m_x = 0;  // micrometres
-    int m_y = 0;
 };

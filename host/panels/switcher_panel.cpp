@@ -7,7 +7,8 @@ void AskingSwitcher::Show(const DevicePanel::Change& change) {
 }
 
 bool AskingSwitcher::Ask(long position) {
-    return m_panel.Grants([&] { return move(position); }, L"The light path changes", L"The light path stays as it is");
+    const auto [wish, value] = wanted(position);
+    return m_panel.Grants(wish, value, L"The light path changes", L"The light path stays as it is");
 }
 
 void AskingSwitcher::OnPositionChangeRequest(long position, bool&) {

@@ -14,8 +14,8 @@ public:
     AskingSwitcher(DevicePanel& panel, IKxDevice& device) : Asks(panel, device) { m_firstX = 8; }
     void Show(const DevicePanel::Change& change);
 
-    // Moves the device to a position, or turns a port over; false when the device refuses.
-    std::function<bool(long)> move;
+    // What a click on a position asks for.
+    std::function<Asked(long)> wanted;
 
 protected:
     void OnPositionChangeRequest(long position, bool& flag) override;
@@ -27,8 +27,9 @@ private:
 
 class SwitcherPanel : public ControlPanel<AskingSwitcher> {
 public:
-    SwitcherPanel(const wchar_t* name, IKxDevice& device, std::function<bool(long)> move) : ControlPanel(name, device) {
-        m_control.move = std::move(move);
+    SwitcherPanel(const wchar_t* name, IKxDevice& device, std::function<Asked(long)> wanted)
+        : ControlPanel(name, device) {
+        m_control.wanted = std::move(wanted);
     }
     // `several` ports can be active at once.
     void Fill(bool several) {

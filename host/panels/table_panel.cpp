@@ -7,13 +7,23 @@
 #include <kxbaseui/kx_fonts.h>
 #include <kxsystem/kx_number.h>
 
+#include "../held_values.h"
 #include "../resources/resource.h"
 
 namespace {
 
 enum Column { kPlane, kZ, kExposure, kNote };
 
+HeldValues::Plane& PlaneOf(int row) { return Held().planes[static_cast<std::size_t>(row)]; }
+
 }  // namespace
+
+// Of check marks a table tells nobody.
+TablePanel::~TablePanel() {
+    if (!m_table.GetListView()) return;
+    for (int i = 0; i < std::ssize(Held().planes); ++i)
+        PlaneOf(i).taken = m_table.GetChecked(i);
+}
 
 void TablePanel::Fill() {
     AddCaption(Text(L"Planned planes"));
@@ -25,28 +35,24 @@ void TablePanel::Fill() {
     m_table.InsertColumn(Text(L"Z (µm)"), 70, L"%.2f", true);
     m_table.InsertColumn(Text(L"Exposure (ms)"), 90, L"%.0f", true);
     m_table.InsertColumn(Text(L"Note"), 100, nullptr, true);
-    for (int i = 0; i < 12; ++i) {
-        m_planes.push_back({0.3 * i, i < 6 ? 50.0 : 80.0, i == 6 ? Text(L"cover slip").str() : std::wstring()});
+    auto& planes = Held().planes;
+    for (int i = 0; planes.size() < 12; ++i)
+        planes.push_back({0.3 * i, i < 6 ? 50.0 : 80.0, i == 6 ? Text(L"cover slip").str() : std::wstring()});
+    for (int i = 0; i < std::ssize(planes); ++i) {
         const double number = i + 1;
         m_table.InsertRow(&number, 1, -1);
-        m_table.SetChecked(i, true);
+        m_table.SetChecked(i, PlaneOf(i).taken);
         Show(i);
     }
     InsertElement(&m_table);
-    AddCheckBox(Text(L"The host refuses"), IDC_PLANES_REFUSE, 6, m_height - 22);
+    AddRefusal(IDC_PLANES_REFUSE);
 }
 
 void TablePanel::Show(int row) {
-    const Plane& plane = m_planes[static_cast<std::size_t>(row)];
+    const HeldValues::Plane& plane = PlaneOf(row);
     m_table.SetCell(row, kZ, plane.z);
     m_table.SetCell(row, kExposure, plane.exposure);
     m_table.SetCell(row, kNote, plane.note.c_str());
-}
-
-bool TablePanel::OnUser(int id, int code, HWND from) {
-    if (id != IDC_PLANES_REFUSE || code != BN_CLICKED) return false;
-    m_refuses = SendMessageW(from, BM_GETCHECK, 0, 0) == BST_CHECKED;
-    return true;
 }
 
 LRESULT TablePanel::OnNotify(UINT message, WPARAM wParam, LPARAM lParam) {
@@ -60,12 +66,12 @@ LRESULT TablePanel::OnNotify(UINT message, WPARAM wParam, LPARAM lParam) {
 
 // The table has taken the text already; a refusal puts the old one back.
 void TablePanel::OnEdited(int row, int column) {
-    Plane& plane = m_planes[static_cast<std::size_t>(row)];
+    HeldValues::Plane& plane = PlaneOf(row);
     wchar_t text[100] = L"";
     m_table.GetCell(row, column, text, 100);
     double number = 0;
     const bool understood = column == kNote || (KX_StringToDouble(text, number) && (column == kZ || number > 0));
-    if (understood && !m_refuses) {
+    if (understood && !Refuses()) {
         switch (column) {
         case kZ: plane.z = number; break;
         case kExposure: plane.exposure = number; break;
@@ -75,7 +81,7 @@ void TablePanel::OnEdited(int row, int column) {
     Show(row);
     CKxStringW told;
     told.Format(100,
-                Text(m_refuses    ? L"Plane %d stays as it is"
+                Text(Refuses()    ? L"Plane %d stays as it is"
                      : understood ? L"Plane %d changed"
                                   : L"This is no number."),
                 row + 1);

@@ -1,9 +1,6 @@
 // The planned planes of a Z series, in a table whose cells can be edited.
 #pragma once
 
-#include <string>
-#include <vector>
-
 #include <kxdevui/controls/devgui_table.h>
 
 #include "../host_panel.h"
@@ -11,23 +8,19 @@
 class TablePanel : public HostPanel {
 public:
     TablePanel() : HostPanel(L"Planes") {}
+    ~TablePanel() override;
+    TablePanel(const TablePanel&) = delete;
+    TablePanel& operator=(const TablePanel&) = delete;
     void Fill();
     CKxDevUI_Table& Table() { return m_table; }
 
 protected:
-    bool OnUser(int id, int code, HWND from) override;
+    bool OnUser(int, int, HWND) override { return false; }
     LRESULT OnNotify(UINT message, WPARAM wParam, LPARAM lParam) override;
 
 private:
-    struct Plane {
-        double z;         // micrometres
-        double exposure;  // milliseconds
-        std::wstring note;
-    };
     void Show(int row);
     void OnEdited(int row, int column);
 
     CKxDevUI_Table m_table;
-    std::vector<Plane> m_planes;
-    bool m_refuses = false;
 };

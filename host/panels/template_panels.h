@@ -2,6 +2,7 @@
 // modal one.
 #pragma once
 
+#include "../held_values.h"
 #include "../host_panel.h"
 
 // A whole template.
@@ -17,19 +18,21 @@ protected:
 // One of the two parts of the lamps' template.
 class LampPanel : public HostPanel {
 public:
-    LampPanel(const wchar_t* name, int switchId, int levelId)
-        : HostPanel(name), m_switchId(switchId), m_levelId(levelId) {}
+    LampPanel(const wchar_t* name, HeldValues::Lamp& lamp, int switchId, int levelId)
+        : HostPanel(name), m_lamp(lamp), m_switchId(switchId), m_levelId(levelId) {}
     void ShowState();
+    void ShowValues() override { ShowState(); }
 
 protected:
     bool OnUser(int id, int code, HWND from) override;
     LRESULT OnScroll(UINT message, WPARAM wParam, LPARAM lParam, bool horizontal) override;
 
 private:
+    void Ask(const Asked& asked, const CKxStringW& told);
+
+    HeldValues::Lamp& m_lamp;
     int m_switchId;
     int m_levelId;
-    bool m_on = false;
-    int m_level = 40;  // percent
 };
 
 // Adopts the condenser controls of the stand's dialog.
@@ -58,8 +61,6 @@ private:
 class SeriesDialog : public HostPanel {
 public:
     SeriesDialog() : HostPanel(L"Time series") {}
-    int Count() const { return m_count; }
-    double Interval() const { return m_interval; }
 
 protected:
     LRESULT OnInit(UINT message, WPARAM wParam, LPARAM lParam) override;
@@ -67,6 +68,4 @@ protected:
 
 private:
     bool Accept();
-    int m_count = 10;
-    double m_interval = 5.0;  // seconds
 };

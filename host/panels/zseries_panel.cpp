@@ -3,15 +3,18 @@
 #include <algorithm>
 
 #include <kxbaseui/kx_layoutmanager.h>
+#include <kxdevui/framework/devgui_readings.h>
 #include <kxsystem/kx_time.h>
 
 #include "../event_log.h"
+#include "../held_values.h"
 #include "../resources/resource.h"
 
 namespace {
 
 constexpr UINT kTick = 40;              // milliseconds
 constexpr unsigned kMostPlanes = 1000;  // in the list
+constexpr const wchar_t* kNames[] = {L"Focus drive", L"Piezo stage"};
 
 template <class... Values>
 std::wstring Formatted(const wchar_t* english, Values... values) {
@@ -47,22 +50,16 @@ void HostZStack::OnZStackChanged(unsigned int flags) {
 
 void ZSeriesPanel::Fill() {
     AddCaption(Text(L"Z series"));
-    m_drives[kFocus] = {.rangeMin = 0, .rangeMax = 10000, .speed = 20, .from = 4000, .to = 4000};
-    m_drives[kPiezo] = {.rangeMin = 0, .rangeMax = 300, .speed = 60, .from = 150, .to = 150};
     m_stack.Create(m_hWnd, &m_record, CKxGUILayoutManager::Zoomed(8), CKxGUILayoutManager::Zoomed(30), 0, 0, true,
                    true);
     m_stack.EnableCube(true);
     m_stack.MakePositionsWritable();
-    m_stack.AddZDevice({.name = Text(L"Focus drive"), .id = 1, .rangeMax = 10000, .select = true});
-    m_stack.AddZDevice({.name = Text(L"Piezo stage"), .piezo = true, .id = 2, .rangeMax = 300, .inverted = true});
-    m_record.SetObjective(1.2, 1.33);
-    m_record.SetWavelength(525);
-    m_record.SetTop(4012, true);
-    m_record.SetBottom(3988, true);
-    m_record.SetStep(1.5);
-    m_held = m_record;
+    m_stack.AddZDevice({.name = Text(kNames[kFocus]), .id = 1, .rangeMax = 10000, .select = true});
+    m_stack.AddZDevice({.name = Text(kNames[kPiezo]), .piezo = true, .id = 2, .rangeMax = 300, .inverted = true});
+    if (Held().series.GetZDevice(nullptr) != eKxZStack_Ok) PlanFirstSeries();
+    m_record = Held().series;
     InsertWindow(m_stack.GetHandle());
-    AddCheckBox(Text(L"The host refuses"), IDC_ZSERIES_REFUSE, 6, m_height - 22);
+    AddRefusal(IDC_ZSERIES_REFUSE);
     AddChild(L"STATIC", L"", 0, IDC_ZSERIES_SUMMARY, 330, 30, m_width - 336, 32);
     AddChild(L"LISTBOX", L"", WS_TABSTOP | WS_VSCROLL | WS_BORDER | LBS_NOINTEGRALHEIGHT, IDC_ZSERIES_PLANES, 330, 66,
              m_width - 342, m_height - 96);
@@ -70,6 +67,15 @@ void ZSeriesPanel::Fill() {
     m_stack.UpdateGUI(CKxDevUI_ZStack::RefreshAll);
     ShowPlanes();
     SetTimer(m_hWnd, reinterpret_cast<UINT_PTR>(this), kTick, OnTimer);
+}
+
+void ZSeriesPanel::PlanFirstSeries() {
+    m_record.SetObjective(1.2, 1.33);
+    m_record.SetWavelength(525);
+    m_record.SetTop(4012, true);
+    m_record.SetBottom(3988, true);
+    m_record.SetStep(1.5);
+    Held().series = m_record;
 }
 
 // The timer goes with the window, and the window with this object.
@@ -80,21 +86,24 @@ void CALLBACK ZSeriesPanel::OnTimer(HWND, UINT, UINT_PTR panel, DWORD) {
 }
 
 void ZSeriesPanel::ShowZ() {
-    for (unsigned i = 0; i < m_drives.size(); ++i)
-        m_record.SetZPosition(i, m_drives[i].Position(KX_GetTimeCounter()));
+    for (unsigned i = 0; i < Held().drives.size(); ++i)
+        m_record.SetZPosition(i, Held().drives[i].Position(KX_GetTimeCounter()));
+    unsigned device = kFocus;
+    m_record.GetZDevice(&device);
+    KX_TellMeasured(m_stack.GetHandle(), {.asked = Held().drives[device].to});
 }
 
 void ZSeriesPanel::ShowPlanes() {
     const HWND list = GetDlgItem(m_hWnd, IDC_ZSERIES_PLANES);
     unsigned count = 0;
     double remainder = 0, z = 0;
-    const bool known = m_held.GetCount(&count) == 0 && m_held.GetRemainder(&remainder) == 0;
+    const bool known = Held().series.GetCount(&count) == 0 && Held().series.GetRemainder(&remainder) == 0;
     SetDlgItemTextW(m_hWnd, IDC_ZSERIES_SUMMARY,
                     known ? Formatted(L"%u planes, %.2f µm left over", count, remainder).c_str()
                           : Text(L"No series yet").c_str());
     SendMessageW(list, WM_SETREDRAW, FALSE, 0);
     SendMessageW(list, LB_RESETCONTENT, 0, 0);
-    for (unsigned i = 0; known && i < std::min(count, kMostPlanes) && m_held.GetPlane(i, &z) == 0; ++i) {
+    for (unsigned i = 0; known && i < std::min(count, kMostPlanes) && Held().series.GetPlane(i, &z) == 0; ++i) {
         const std::wstring line = Formatted(L"Plane %u:  %.3f µm", i + 1, z);
         SendMessageW(list, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(line.c_str()));
     }
@@ -102,23 +111,16 @@ void ZSeriesPanel::ShowPlanes() {
     InvalidateRect(list, nullptr, TRUE);
 }
 
-bool ZSeriesPanel::OnUser(int id, int code, HWND from) {
-    if (m_stack.OnPositionLeft(id, code)) return true;
-    if (id != IDC_ZSERIES_REFUSE || code != BN_CLICKED) return false;
-    m_refuses = SendMessageW(from, BM_GETCHECK, 0, 0) == BST_CHECKED;
-    return true;
-}
-
 // A refusal puts the record back to what is held; where Z stands is nobody's choice.
 void ZSeriesPanel::Changed(unsigned int flags) {
-    if (m_refuses) {
-        m_record = m_held;
+    if (Refuses()) {
+        m_record = Held().series;
         ShowZ();
         Tell(Text(L"The series stays as it is").str());
         m_stack.UpdateGUI(CKxDevUI_ZStack::RefreshAll);
         return;
     }
-    m_held = m_record;
+    Held().series = m_record;
     m_stack.UpdateGUI(flags);
     ShowPlanes();
     Tell(Text(L"Series changed").str());
@@ -127,18 +129,17 @@ void ZSeriesPanel::Changed(unsigned int flags) {
 void ZSeriesPanel::MoveZ(double z) {
     unsigned device = kFocus;
     m_record.GetZDevice(&device);
-    if (!m_refuses) m_drives[device].Start(z, KX_GetTimeCounter());
-    Tell(m_refuses ? Text(L"Z stays where it is").str() : Formatted(L"Z moves to %.2f µm", z));
+    const bool moves = Asks(PlaceOf(Held().drives[device], kNames[device]), z);
+    Tell(moves ? Formatted(L"Z moves to %.2f µm", z) : Text(L"Z stays where it is").str());
 }
 
 // With Z kept, the focus drive makes up for what the piezo travels.
 void ZSeriesPanel::GoHome(bool keepZ) {
     const unsigned now = KX_GetTimeCounter();
-    SKxSimZDrive &piezo = m_drives[kPiezo], &focus = m_drives[kFocus];
+    SKxSimZDrive &piezo = Held().drives[kPiezo], &focus = Held().drives[kFocus];
     const double middle = (piezo.rangeMin + piezo.rangeMax) / 2;
-    if (!m_refuses) {
-        if (keepZ) focus.Start(focus.Position(now) + piezo.Position(now) - middle, now);
-        piezo.Start(middle, now);
-    }
-    Tell(Text(m_refuses ? L"The piezo stays where it is" : L"The piezo goes home").str());
+    const double kept = focus.Position(now) + piezo.Position(now) - middle;
+    const bool goes =
+        (!keepZ || Asks(PlaceOf(focus, kNames[kFocus]), kept)) && Asks(PlaceOf(piezo, kNames[kPiezo]), middle);
+    Tell(Text(goes ? L"The piezo goes home" : L"The piezo stays where it is").str());
 }

@@ -1,9 +1,6 @@
 // A Z series on a simulated focus drive with a piezo: the Z stack panel, and the planes that the series would take.
 #pragma once
 
-#include <array>
-
-#include <kxdevices/kx_simdevices.h>
 #include <kxdevices/kx_zstackdata.h>
 
 #include "../host_panel.h"
@@ -41,18 +38,15 @@ public:
     void GoHome(bool keepZ);
 
 protected:
-    bool OnUser(int id, int code, HWND from) override;
+    bool OnUser(int id, int code, HWND) override { return m_stack.OnPositionLeft(id, code); }
 
 private:
     static constexpr unsigned kFocus = 0, kPiezo = 1;
     static void CALLBACK OnTimer(HWND, UINT, UINT_PTR panel, DWORD);
-    void AddDevices();
+    void PlanFirstSeries();
     void ShowZ();
     void ShowPlanes();
 
     HostZStack m_stack{*this};
-    std::array<SKxSimZDrive, 2> m_drives;
-    CKxZStackData m_record;
-    CKxZStackData m_held;  // what the microscope would do
-    bool m_refuses = false;
+    CKxZStackData m_record;  // what the panel edits
 };

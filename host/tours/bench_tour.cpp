@@ -33,9 +33,15 @@ void Tour::PlanBench() {
     const auto clickShutter = [=, this] {
         if (hasShutter) Click([=] { return page().First<SingleShutterPanel>()->Panel().GetButtonHandle(); });
     };
-    const auto dragPower = [=, this] {
+    const auto dragPower = [=, this](int from, int to) {
         if (page().First<LaserPanel>())
-            Drag([=] { return GetDlgItem(page().First<LaserPanel>()->Power(), 10000); }, 10, 60);
+            Drag([=] { return GetDlgItem(page().First<LaserPanel>()->Power(), 10000); }, from, to);
+    };
+    const auto sendZToTop = [=, this] {
+        // A double click.
+        for (int i = 0; page().First<FocusPanel>() && i < 2; ++i)
+            Click(
+                [=] { return GetDlgItem(page().First<FocusPanel>()->Panel().GetHandle(), CKxDevUI_ZStack::EditTop); });
     };
     // Nothing of the microscope is on its way any more.
     const auto rest = [this] {
@@ -56,14 +62,31 @@ void Tour::PlanBench() {
     clickFilter(2);
     clickPath(1);
     clickShutter();
-    dragPower();
+    dragPower(10, 60);
+    if (page().First<LaserPanel>()) Click([=] { return GetDlgItem(*page().First<LaserPanel>(), IDC_LASER_ON); });
     if (turret) Click([=] { return GetDlgItem(page().First<NosepiecePanel>()->Panel(), 10500); });
     if (wheel) Click([=] { return GetDlgItem(page().First<FilterPanel>()->Panel(), 10500); });
     rest();
     Picture(L"60-bench");
+    // The menu is opened by its letter, and closed again.
+    Do([this] { PostMessageW(m_window.Handle(), WM_SYSCOMMAND, SC_KEYMENU, L'e'); });
+    Await([] { return FindWindowW(L"#32768", nullptr); });
+    Key(VK_UP);
+    Key(VK_RIGHT);
+    Do([] {});
+    Picture(L"60-bench-undo");
+    Key(VK_ESCAPE);
+    Key(VK_ESCAPE);
+    Key(VK_ESCAPE);
+    Menu(MainWindow::cmdUndo);
+    Menu(MainWindow::cmdUndo);
+    Menu(MainWindow::cmdRedo);
+    rest();
     simulate(MainWindow::simSlow);
+    dragPower(60, 90);
     clickObjective(0);
     clickFilter(4);
+    sendZToTop();
     Picture(L"61-bench-moving");
     simulate(MainWindow::simStop);
     Picture(L"62-bench-stopped");
@@ -76,6 +99,7 @@ void Tour::PlanBench() {
     simulate(MainWindow::simFail);
     clickObjective(2);
     clickFilter(2);
+    sendZToTop();
     rest();
     simulate(MainWindow::simRefuse);
     clickObjective(1);

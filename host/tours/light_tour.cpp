@@ -3,6 +3,7 @@
 
 #include "../main_window.h"
 #include "../pages/light_page.h"
+#include "../panels/field_panel.h"
 #include "../panels/modeshutter_panel.h"
 #include "../panels/shutter_panel.h"
 #include "../resources/resource.h"
@@ -12,6 +13,7 @@ void Tour::PlanLight() {
     Await([this] { return HWND{m_window.PageOf<LightPage>()}; });
     PlanShutters();
     PlanModeShutter();
+    PlanField();
     Looks(L"53-light", LANG_GERMAN);
 }
 
@@ -66,4 +68,28 @@ void Tour::PlanModeShutter() {
     Key(VK_RETURN);
     Picture(L"32-smart-shutter-refused");
     Click(refuses);
+}
+
+void Tour::PlanField() {
+    const auto panel = [this]() -> FieldPanel& { return *m_window.PageOf<LightPage>().First<FieldPanel>(); };
+    const auto button = [panel](int index) -> Find {
+        return [panel, index] { return panel().Button(index).GetButtonHandle(); };
+    };
+    const auto box = [panel](int index) -> Find {
+        return [panel, index] { return panel().Box(index).GetButtonHandle(); };
+    };
+    Click(button(0));
+    Click(button(1));
+    Click(button(2));
+    Key(VK_DOWN);
+    Key(VK_DOWN);
+    Picture(L"54-field-menu");
+    Key(VK_RETURN);
+    Click(button(3));
+    Click(box(0));
+    Picture(L"54-field");
+    Click(box(1));
+    Click(button(1));
+    Picture(L"54-field-refused");
+    Click(box(1));
 }

@@ -32,9 +32,6 @@ constexpr wchar_t kSource[] = L"devgui_editbox";
 constexpr long kLabelGap = 4;
 constexpr long kTextInset = 2;
 
-// Characters of a refused text that an answer repeats.
-constexpr std::size_t kMostQuoted = 30;
-
 long Scaled(long length, double scale) {
     constexpr double limit = 1e6;
     return std::lround(std::clamp(static_cast<double>(length) * scale, 0.0, limit));
@@ -257,7 +254,12 @@ void CKxDevUI_EditBox::Layout() {
 
 void CKxDevUI_EditBox::SetText(const wchar_t* text) {
     if (!text) text = L"";
-    if (!m_edit || GetText() == text) return;
+    if (!m_edit) return;
+    if (GetText() == text) {
+        // From now on it is the host's.
+        if (IsTyped()) kx::ui::FieldEntered(m_edit);
+        return;
+    }
     m_textChanged = true;
     SetWindowTextW(m_edit, text);
 }
@@ -489,9 +491,7 @@ kx::ui::Handled CKxDevUI_EditBox::Handle(const kx::ui::Message& message) {
 // ---- Habits --------------------------------------------------------------------------------------------------------
 
 std::wstring CKxDevUI_EditBox::AllowedInWords() const {
-    const bool one = m_content == Content::Number;
-    const double none = std::numeric_limits<double>::infinity();
-    return kx::ui::AllowedText({one ? m_minimum : -none, one ? m_maximum : none, false, m_unit});
+    return kx::ui::AllowedText({m_minimum, m_maximum, false, m_unit});
 }
 
 std::wstring CKxDevUI_EditBox::Fault() const {
@@ -499,9 +499,16 @@ std::wstring CKxDevUI_EditBox::Fault() const {
     if (m_findFault) return m_findFault(*this);
     const double none = std::numeric_limits<double>::infinity();
     const bool clamped = m_ofSlider && !KX_GetFieldHabits(m_edit).tableOnly;
-    const bool mayBeEmpty = !m_mustNotBeEmpty && !m_ofSlider;
+    const double read = GetNumber();
+    // Empty, it reads as 0.
+    const bool mayBeEmpty = !m_mustNotBeEmpty && !m_ofSlider && m_minimum <= 0 && m_maximum >= 0;
     const kx::ui::Allowed allowed{clamped ? -none : m_minimum, clamped ? none : m_maximum, mayBeEmpty, m_unit};
-    return kx::ui::MayBeEntered(GetText().str(), allowed) ? std::wstring() : AllowedInWords();
+    const std::wstring text = GetText().str();
+    // The host reads a beginning of the text, which may be another number: of "12,5", or of one of many digits.
+    double value = read;
+    KX_StringToDouble(text.c_str(), value);
+    const bool isReadAlike = std::abs(value - read) <= std::abs(value) * 1e-12;
+    return kx::ui::MayBeEntered(text, allowed) && isReadAlike ? std::wstring() : AllowedInWords();
 }
 
 bool CKxDevUI_EditBox::AnswerFault() {
@@ -559,7 +566,7 @@ kx::ui::Handled CKxDevUI_EditBox::HandleFocus(const kx::ui::Message& message) {
     }
     // The host finds what may be entered. What was typed is told of in the answer, which stays beside the field.
     if (!AnswerFault()) {
-        const std::wstring answer = L"\"" + GetText().str().substr(0, kMostQuoted) + L"\": " + Fault();
+        const std::wstring answer = kx::ui::RefusedText(GetText().str(), Fault());
         kx::ui::RevertField(m_edit);
         if (alive && m_edit == message.window) kx::ui::ShowAnswer(m_edit, answer);
     }

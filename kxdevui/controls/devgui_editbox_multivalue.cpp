@@ -2,9 +2,11 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <utility>
 
 #include <kxdevui/controls/editbox_rules.h>
+#include <kxdevui/framework/field_rules.h>
 #include <kxsystem/kx_log.h>
 #include <kxsystem/kx_number.h>
 #include <kxsystem/kx_translation.h>
@@ -21,8 +23,15 @@ CKxDevUI_EditBoxMultiValue::CKxDevUI_EditBoxMultiValue() {
     m_separator = L';';
     m_findFault = [](const CKxDevUI_EditBox& box) {
         const auto& self = static_cast<const CKxDevUI_EditBoxMultiValue&>(box);
-        const std::wstring wrong = kx::ui::SplitValues(self.GetText().str(), self.m_separator).wrong;
-        return wrong.empty() ? self.FindFault().str() : L"\"" + wrong + L"\": " + self.AllowedInWords();
+        const kx::ui::ValueList list = kx::ui::SplitValues(self.GetText().str(), self.m_separator);
+        if (!list.wrong.empty()) return kx::ui::RefusedText(list.wrong, self.AllowedInWords());
+        const std::wstring fault = self.FindFault().str();
+        const double none = std::numeric_limits<double>::infinity(), least = self.m_minimumCount,
+                     most = self.m_maximumCount;
+        const kx::ui::Allowed counts{least < 0 ? -none : least, most < 0 ? none : most};
+        const auto count = static_cast<double>(list.values.size());
+        const bool isOfCount = count > 0 && (count < counts.minimum || count > counts.maximum);
+        return isOfCount ? fault + L" " + kx::ui::AllowedText(counts) : fault;
     };
 }
 

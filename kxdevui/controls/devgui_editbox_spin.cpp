@@ -10,6 +10,7 @@
 #include <kxdevui/controls/editbox_rules.h>
 #include <kxdevui/framework/devgui_host.h>
 #include <kxdevui/framework/ui_arithmetic.h>
+#include <kxdevui/framework/ui_field.h>
 #include <kxdevui/framework/ui_window.h>
 #include <kxsystem/kx_log.h>
 
@@ -227,7 +228,7 @@ void CKxDevUI_EditBoxSpin::Spin(int steps) {
     const Alive alive(this);
     const HWND window = m_hWnd;
     if (!IsFocused()) SetFocus();
-    if (alive && m_hWnd == window) OnSpin(steps);
+    if (alive && m_hWnd == window) kx::ui::ShowAsTyped(m_edit, [this, steps] { OnSpin(steps); });
 }
 
 kx::ui::Handled CKxDevUI_EditBoxSpin::HandleSpin(const kx::ui::Message& message) {

@@ -284,4 +284,6 @@ LRESULT CALLBACK CKxDevUI_HPot::WndProc(HWND window, UINT message, WPARAM wParam
                  &CKxDevUI_HPot::Handle>({window, message, wParam, lParam});
 }
 
-kx::ui::Handled CKxDevUI_HPot::Handle(const kx::ui::Message& message) { return Inside(this).Handle(message); }
+kx::ui::Handled CKxDevUI_HPot::Handle(const kx::ui::Message& message) {
+    return message.id == kx::ui::WM_KX_READINGS ? Inside(this).OnReadings() : Inside(this).Handle(message);
+}

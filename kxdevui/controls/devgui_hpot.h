@@ -166,8 +166,10 @@ protected:
     // What the scale is drawn on. The brush is the parent's or the module's; null when the parent, asked for it, has
     // destroyed the slider.
     HBRUSH BackgroundBrush(HDC dc);
-    // Where the thumb is drawn, at its position moved onto the track: its bitmap in client coordinates.
+    // Where the thumb is drawn, at its position moved onto the track: its bitmap in client coordinates. The same with
+    // what is drawn around it, a light's badge and the ring of a movement.
     RECT ThumbRect() const;
+    RECT ThumbArea();
 
     // The window procedure, also of sliders derived from this one.
     static LRESULT CALLBACK WndProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
@@ -200,6 +202,19 @@ protected:
     // The scale changes between where the thumb was and where it is.
     bool m_thumbLeavesTrace = false;
     SKxDevUI_HPotMarker m_marker;
+    // What of the scale is filled when a host names the slider a light (devgui_readings.h), and where a measured value
+    // is marked. A slider that draws its own scale says so.
+    struct Lamp {
+        // The strip of colours of the scale that was drawn last; whether it can be a light's.
+        RECT strip{};
+        bool isOne = true;
+        // The colours of the lowest and the highest power: COLORREFs or, with `ofScheme`, entries of the GUI colour
+        // scheme.
+        unsigned long low = 31;
+        unsigned long high = 31;
+        bool ofScheme = true;
+    };
+    Lamp m_lamp;
     kx::hpot::Granularity m_granularity;
 
 private:

@@ -7,6 +7,7 @@
 #include <kxdevui/controls/devgui_hpot.h>
 #include <kxdevui/controls/hpot_window.h>
 #include <kxdevui/framework/devgui.h>
+#include <kxdevui/framework/ui_activity.h>
 
 using namespace kx::hpot;
 
@@ -112,6 +113,7 @@ HBITMAP CKxDevUI_HPot::CreateScaleBitmap(bool enabled) {
     const auto color = [enabled](Piece piece) { return m_pDefaultColors[piece][enabled ? kEnabled : kDisabled]; };
     const long half = ZoomedLine(2);
     Rows rows = RowsOf(ThumbRect(), m_trackLeft, m_trackLength, 2 * half, canvas.Client().bottom, canvas.Font());
+    m_lamp.strip = rows.track;
     InflateRect(&rows.track, half, 0);
     DrawTrack(canvas, rows.track, color(kTrack), color(kTrackBorder));
     const TickSpace space = SpaceIn(canvas, m_trackLeft, m_trackLength, canvas.Client().right);
@@ -152,6 +154,22 @@ RECT CKxDevUI_HPot::ThumbRect() const {
     return ThumbPlace({m_trackLeft - m_hotSpot, m_thumbTop}, m_thumbPos, m_trackLength, m_thumbImage);
 }
 
+RECT CKxDevUI_HPot::ThumbArea() {
+    const RECT thumb = ThumbRect();
+    const bool isLight = Inside(this).Light() != EKxLight::None, isTarget = kx::ui::Activity::IsTarget(m_hWnd);
+    if (!isLight && !isTarget) return thumb;
+    RECT client{}, area = thumb;
+    GetClientRect(m_hWnd, &client);
+    if (isLight) {
+        const RECT badge = BadgeOn(thumb, client.right);
+        UnionRect(&area, &thumb, &badge);
+    }
+    if (isTarget) InflateRect(&area, static_cast<int>(ZoomedLine(3)), static_cast<int>(ZoomedLine(1)));
+    const RECT around = area;
+    IntersectRect(&area, &around, &client);
+    return area;
+}
+
 void CKxDevUI_HPot::Redraw() {
     // Without a window this would invalidate the desktop.
     if (Inside(this).Part()) InvalidateRect(m_hWnd, nullptr, FALSE);
@@ -174,31 +192,44 @@ void CKxDevUI_HPot::Inside::PaintThumb(HDC dc) const {
 
 // A pressed thumb is ahead of the value, to which its trace leads: the host has not been asked yet.
 RECT CKxDevUI_HPot::Inside::TraceRect() const {
-    RECT rect = ThumbRect();
-    if (slider.m_thumbLeavesTrace) {
+    RECT rect = slider.ThumbArea();
+    if (LeavesTrace()) {
+        const auto onTrack = [&](long at) { return std::clamp(at, 0L, std::max(slider.m_trackLength, 0L)); };
         const long held = slider.ValueToThumbPos(slider.m_held.value);
-        OffsetRect(&rect, static_cast<int>(held - slider.m_thumbPos), 0);
+        OffsetRect(&rect, static_cast<int>(onTrack(held) - onTrack(slider.m_thumbPos)), 0);
     }
     return rect;
 }
 
-// Only where the thumb was and where it is, in one call: each is a way to the window manager and back.
+CKxDevUI_HPot::Inside::Shown CKxDevUI_HPot::Inside::Showing() const {
+    return {slider.ThumbArea(), TraceRect(), Mark(), ThumbLook()};
+}
+
+// Only where the thumb was and where it is, and the mark, in one call: each is a way to the window manager and back.
 void CKxDevUI_HPot::Inside::InvalidateThumb(UINT flags) const {
     const WindowPart* part = Part();
     if (!part) return;
-    const RECT rect = ThumbRect();
-    const RECT trace = TraceRect();
-    if (EqualRect(&rect, &part->shownRect) && EqualRect(&trace, &part->shownTrace) && ThumbLook() == part->shownLook)
-        return;
-    if (slider.m_thumbLeavesTrace) {
-        RECT way{};
-        for (const RECT& each : {rect, part->shownRect, trace, part->shownTrace})
-            UnionRect(&way, &way, &each);
-        RedrawWindow(slider.m_hWnd, &way, nullptr, RDW_INVALIDATE | flags);
-        return;
+    const Shown now = Showing(), &was = part->shown;
+    const bool thumb = !EqualRect(&now.thumb, &was.thumb) || !EqualRect(&now.trace, &was.trace) || now.look != was.look;
+    const bool mark = !EqualRect(&now.mark, &was.mark);
+    if (!thumb && !mark) return;
+    const kx::ui::Region places(CreateRectRgn(0, 0, 0, 0));
+    const auto add = [&](const RECT& rect) {
+        const kx::ui::Region place(CreateRectRgnIndirect(&rect));
+        CombineRgn(places.get(), places.get(), place.get(), RGN_OR);
+    };
+    if (thumb && LeavesTrace()) {
+        // By hand: a thumb without size moves its trace all the same.
+        RECT way = Strip();
+        way.left = std::min({now.thumb.left, was.thumb.left, now.trace.left, was.trace.left});
+        way.right = std::max({now.thumb.right, was.thumb.right, now.trace.right, was.trace.right});
+        way.top = std::min({way.top, now.thumb.top, was.thumb.top});
+        way.bottom = std::max({way.bottom, now.thumb.bottom, was.thumb.bottom});
+        add(way);
+    } else if (thumb) {
+        add(now.thumb), add(was.thumb);
     }
-    const kx::ui::Region places(CreateRectRgnIndirect(&rect)), before(CreateRectRgnIndirect(&part->shownRect));
-    CombineRgn(places.get(), places.get(), before.get(), RGN_OR);
+    if (mark) add(now.mark), add(was.mark);
     RedrawWindow(slider.m_hWnd, nullptr, places.get(), RDW_INVALIDATE | flags);
 }
 
@@ -215,10 +246,10 @@ void CKxDevUI_HPot::Inside::OnPaint(const kx::ui::Message& message) {
     // A thumb that was moved without being redrawn is to be painted whole or not at all.
     if (onScreen) InvalidateThumb(0);
     WindowPart* part = Part();
-    if (onScreen) part->shownRect = ThumbRect(), part->shownTrace = TraceRect(), part->shownLook = ThumbLook();
+    if (onScreen) part->shown = Showing();
     kx::ui::Paint(message, {}, KX_GetSysColorBrush(COLOR_BTNFACE), [&](HDC dc, const RECT&) {
         part->scale.CopyTo(dc);
-        PaintThumb(dc);
+        PaintReadings(dc);
     });
     // Whoever was asked for the background has changed the look meanwhile.
     if (onScreen && part->scale.stale) slider.Redraw();

@@ -155,6 +155,7 @@ bool CKxDevUI_Table::MakeList(DWORD style, DWORD extendedStyle) {
     Subclass(m_list, ListProc, static_cast<CKxDevUI_Base*>(this));
     SendMessageW(m_list, WM_SETFONT, reinterpret_cast<WPARAM>(KX_GetDefaultGuiFont()), FALSE);
     KX_FollowColorScheme(m_list);
+    m_shownAt = CKxGUILayoutManager::GetGuiZoom();
     if (!m_enabled) EnableWindow(m_list, FALSE);
     return true;
 }
@@ -201,7 +202,7 @@ Handled CKxDevUI_Table::Handle(const Message& message) {
     case WM_NOTIFY: return OnNotify(message.wParam, message.lParam);
     case WM_COMMAND: return OnCommand(message.wParam, message.lParam);
     case WM_SETFOCUS: ::SetFocus(m_list); return 0;
-    case WM_SETFONT:
+    case WM_SETFONT: KeepFirstRow(); [[fallthrough]];
     case WM_GETFONT: return SendMessageW(m_list, message.id, message.wParam, message.lParam);
     case WM_SIZE:
         SetWindowPos(m_list, nullptr, 0, 0, LOWORD(message.lParam), HIWORD(message.lParam),
@@ -211,7 +212,7 @@ Handled CKxDevUI_Table::Handle(const Message& message) {
         const Alive alive(this);
         FinishEdit(false);
         if (alive) ApplyZoom(message.window);
-        if (alive && m_hWnd) ZoomColumns();
+        if (alive && m_hWnd) ZoomColumns(), ShowFirstRow();
         return std::nullopt;
     }
     case WM_DESTROY:

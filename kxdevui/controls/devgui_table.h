@@ -172,6 +172,8 @@ private:
     bool MakeList(DWORD style, DWORD extendedStyle);
     LRESULT Ask(UINT message, WPARAM wParam, LPARAM lParam) const;
     void ZoomColumns();
+    void KeepFirstRow();
+    void ShowFirstRow();
     bool IsEditable(int column) const;
     bool FindEditable(Cell& cell, int step) const;
     int FocusedRow() const;
@@ -191,5 +193,8 @@ private:
     int m_editRow = -1;  // -1: nothing is edited
     int m_clickedColumn = 0;
     bool m_byEnter = false;  // while the list is at the Enter key
+    // The row that is to be the first again when a zoom has come to its end, -1 for none, and the zoom before.
+    int m_firstRow = -1;
+    double m_shownAt = 1.0;
     HWND m_notify = nullptr;
 };

@@ -6,6 +6,7 @@
 #include <cmath>
 #include <cwchar>
 #include <iterator>
+#include <utility>
 
 #include <kxbaseui/kx_layoutmanager.h>
 #include <kxdevui/controls/editbox_rules.h>
@@ -67,6 +68,22 @@ void CKxDevUI_Table::ZoomColumns() {
         column.placed = CKxGUILayoutManager::Zoomed(static_cast<double>(column.unzoomed));
         SendMessageW(m_list, LVM_SETCOLUMNWIDTH, Index(index), column.placed);
     }
+}
+
+// A zoom brings smaller rows before the smaller list: for a moment there is room for more, and it scrolls back.
+void CKxDevUI_Table::KeepFirstRow() {
+    if (m_list && m_firstRow < 0 && m_shownAt != CKxGUILayoutManager::GetGuiZoom())
+        m_firstRow = static_cast<int>(SendMessageW(m_list, LVM_GETTOPINDEX, 0, 0));
+}
+
+void CKxDevUI_Table::ShowFirstRow() {
+    m_shownAt = CKxGUILayoutManager::GetGuiZoom();
+    const int first = std::exchange(m_firstRow, -1),
+              now = static_cast<int>(SendMessageW(m_list, LVM_GETTOPINDEX, 0, 0));
+    RECT row{};
+    row.left = LVIR_BOUNDS;
+    if (first < 0 || first == now || !SendMessageW(m_list, LVM_GETITEMRECT, 0, reinterpret_cast<LPARAM>(&row))) return;
+    SendMessageW(m_list, LVM_SCROLL, 0, LPARAM{first - now} * (row.bottom - row.top));
 }
 
 // ---- Rows ----------------------------------------------------------------------------------------------------------

@@ -13,8 +13,6 @@ namespace kx::ui {
 
 namespace {
 
-constexpr std::wstring_view kBlanks = L" \t\r\n\u00A0\u202F";
-
 // More would only cost time: the text is cut long before.
 constexpr std::size_t kMostDigits = 4;
 
@@ -90,12 +88,6 @@ double RoundStep(double limit) {
         if (power * factor <= room) return power * factor;
     }
     return power / 2;
-}
-
-std::wstring_view Trimmed(std::wstring_view text) {
-    const auto first = text.find_first_not_of(kBlanks);
-    if (first == std::wstring_view::npos) return {};
-    return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
 }
 
 }  // namespace

@@ -45,7 +45,21 @@ COLORREF Mixed(COLORREF a, COLORREF b, int percent) {
     return RGB(mix(GetRValue(a), GetRValue(b)), mix(GetGValue(a), GetGValue(b)), mix(GetBValue(a), GetBValue(b)));
 }
 
+COLORREF NamedColor(unsigned long color, bool ofScheme) {
+    return ofScheme ? KX_GetVorGuiColor(static_cast<int>(color)) : color & 0xFFFFFF;
+}
+
 void Fill(HDC dc, const RECT& rect, int color) { FillRect(dc, &rect, KX_GetSysColorBrush(color)); }
+
+void FillGradient(HDC dc, const RECT& rect, COLORREF from, COLORREF to) {
+    const auto corner = [](long left, long top, COLORREF color) {
+        const auto wide = [](BYTE part) { return static_cast<COLOR16>(part << 8); };
+        return TRIVERTEX{left, top, wide(GetRValue(color)), wide(GetGValue(color)), wide(GetBValue(color)), 0};
+    };
+    TRIVERTEX corners[] = {corner(rect.left, rect.top, from), corner(rect.right, rect.bottom, to)};
+    GRADIENT_RECT both{0, 1};
+    GradientFill(dc, corners, 2, &both, 1, GRADIENT_FILL_RECT_H);
+}
 
 long ZoomedLine(double pixels) { return std::max(1L, CKxGUILayoutManager::Zoomed(pixels)); }
 

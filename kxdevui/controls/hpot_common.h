@@ -43,8 +43,14 @@ using ColorTable = int[6][3];
 // `percent` of the way from one colour to another.
 COLORREF Mixed(COLORREF a, COLORREF b, int percent);
 
+// The colour that a host has named: a COLORREF, or an entry of the GUI colour scheme.
+COLORREF NamedColor(unsigned long color, bool ofScheme);
+
 // With a colour index.
 void Fill(HDC dc, const RECT& rect, int color);
+
+// From the left end to the right one.
+void FillGradient(HDC dc, const RECT& rect, COLORREF from, COLORREF to);
 
 // Zoomed pixels, at least one.
 long ZoomedLine(double pixels);

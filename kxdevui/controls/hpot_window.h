@@ -2,15 +2,20 @@
 #pragma once
 
 #include <kxdevui/controls/devgui_hpot.h>
+#include <kxdevui/controls/hpot_light.h>
 #include <kxdevui/controls/hpot_slider.h>
 
 // All of the slider that has no name for hosts; a view of it, made where it is wanted.
 struct CKxDevUI_HPot::Inside : kx::hpot::Slider<Inside> {
+    // The thumb with what is around it, where its trace ends, and the mark of what was measured.
+    struct Shown {
+        RECT thumb{}, trace{}, mark{};
+        int look = -1;
+    };
     struct WindowPart : kx::hpot::SliderPart {
-        // The thumb as the window shows it, and where its trace ends.
-        RECT shownRect{};
-        RECT shownTrace{};
-        int shownLook = -1;
+        // As the window shows it.
+        Shown shown;
+        EKxLight shownLight = EKxLight::None;
     };
 
     explicit Inside(CKxDevUI_HPot* of) noexcept : slider(*of) {}
@@ -68,6 +73,17 @@ struct CKxDevUI_HPot::Inside : kx::hpot::Slider<Inside> {
 
     int ThumbLook() const;
     RECT TraceRect() const;
+    Shown Showing() const;
+    bool LeavesTrace() const { return slider.m_thumbLeavesTrace || Light() != EKxLight::None; }
     void InvalidateThumb(UINT flags) const;
     void PaintThumb(HDC dc) const;
+
+    // ---- What its device reports: devgui_hpot_light.cpp ----
+
+    EKxLight Light() const;
+    kx::hpot::LightColors LightColors() const;
+    RECT Strip() const;
+    RECT Mark() const;
+    void PaintReadings(HDC dc) const;
+    kx::ui::Handled OnReadings();
 };

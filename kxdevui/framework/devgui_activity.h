@@ -5,7 +5,7 @@
 //
 //     KX_TellActivity(turret, {EKxActivity::Moving, 2});
 //     KX_TellActivity(turret, {EKxActivity::Failed, -1, L"No answer from the motor"});
-//     KX_TellActivity(turret, {});                                   // at rest again
+//     KX_TellActivity(turret, KxActivity{});                         // at rest again
 //
 // The last word counts: what was told stays until the next Update, or until something else is told. What a control
 // holds, and what its getters answer, is not changed by it.

@@ -13,8 +13,8 @@ struct KxFieldHabits {
     // not go on. A click places the caret, and a window that comes back to the front leaves it where it was.
     bool select = false;
     // Escape brings back the text that was last set or entered: the control hears of the character and of the change,
-    // once, and nothing is entered. An Escape that finds nothing to bring back is the host's. A slider's field that is
-    // left as it was set enters nothing either.
+    // once, and nothing is entered. An Escape that finds nothing to bring back is the host's. A field of a slider or of
+    // the Z stack panel that is left as it was set enters nothing either.
     bool revert = false;
     // Digits of every script become 0 to 9 and a comma that separates no values becomes the point, as they are typed;
     // a character that no number has is refused, and so is a pasted text that has one, whole.
@@ -22,8 +22,9 @@ struct KxFieldHabits {
     // Enter goes on to the next field that can be typed into, beside the field or in the same panel; never to a button.
     bool goOn = false;
     // A text that is no number, or lies outside the bounds, is not entered: Enter stays in the field, and a field that
-    // is left brings back what was set. What is allowed is told beside the field, and to screen readers; what a control
-    // would tell in a message box (CheckRestriction, the Z stack panel's validations) is told there too.
+    // is left brings back what was set; the Z stack panel then takes the focus back as ever. What is allowed is told
+    // beside the field, and to screen readers; what a control would tell in a message box (CheckRestriction, the Z
+    // stack panel's validations) is told there too.
     bool answer = false;
     // Ctrl+A selects all, Ctrl+Z takes back the last typing; neither goes anywhere else, also with nothing to take
     // back.

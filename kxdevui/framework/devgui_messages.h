@@ -68,6 +68,11 @@ inline constexpr UINT WM_KX_MOUSE_WHEEL = WM_APP + 0x3ED;  // 0x83ED
 // Layout manager to every window: the GUI zoom has changed.
 inline constexpr UINT WM_KX_ZOOM_CHANGED = WM_APP + 0x3FA;  // 0x83FA
 
+// To a control's window: what was told of its light (wParam 0) or its values (1) may be another (devgui_readings.h).
+// One that shows such a thing answers with the number below.
+inline constexpr UINT WM_KX_READINGS = WM_APP + 0x3FB;  // 0x83FB
+inline constexpr LRESULT kShowsReadings = 0x3FB;
+
 // Notification codes of the edit boxes beside the platform's EN_...: the Enter key, and a character, whose code is the
 // lParam.
 inline constexpr int kEditEnter = 0x0401;

@@ -11,9 +11,12 @@ namespace kx::ui {
 namespace {
 
 constexpr wchar_t kSource[] = L"devgui_editbox";
-// Spreadsheets and web pages send them along.
 constexpr std::wstring_view kAround = L" \t\r\n\u00A0\u2007\u2009\u202F\u3000\u200B\u200E\u200F\u061C\uFEFF";
+// Between the values of a list.
 constexpr std::wstring_view kBlanks = L" \u00A0\u202F";
+
+// Characters of a refused text that an answer repeats.
+constexpr std::size_t kMostQuoted = 30;
 
 bool IsOneOf(wchar_t character, std::wstring_view set) { return set.find(character) != std::wstring_view::npos; }
 
@@ -31,13 +34,13 @@ wchar_t AsciiOf(wchar_t typed) noexcept {
     }
 }
 
-std::wstring_view Trimmed(std::wstring_view text) {
+}  // namespace
+
+std::wstring_view Trimmed(std::wstring_view text) noexcept {
     const auto first = text.find_first_not_of(kAround);
     if (first == std::wstring_view::npos) return {};
     return text.substr(first, text.find_last_not_of(kAround) - first + 1);
 }
-
-}  // namespace
 
 std::optional<wchar_t> NumberCharacter(wchar_t typed, wchar_t separator) noexcept {
     if (separator != 0 && (typed == separator || IsOneOf(typed, kBlanks))) return typed;
@@ -75,9 +78,11 @@ bool MayBeEntered(std::wstring_view text, const Allowed& allowed) {
 
 std::wstring AllowedText(const Allowed& allowed) {
     const bool from = std::isfinite(allowed.minimum), to = std::isfinite(allowed.maximum);
-    const wchar_t* text = from && to ? L"%1 to %2" : from ? L"%1 or more" : to ? L"%2 or less" : L"a number";
+    const wchar_t* both = allowed.whole ? L"%1 to %2, whole numbers" : L"%1 to %2";
+    const wchar_t* text = from && to ? both : from ? L"%1 or more" : to ? L"%2 or less" : L"a number";
     const std::wstring unit = *allowed.unit ? L" " + std::wstring(allowed.unit) : std::wstring();
-    const auto bound = [](double value) { return KX_FormatNumber(L"%g", value).str(); };
+    // With so many digits that who types them is within, and not so many that a sum shows what it lacks.
+    const auto bound = [](double value) { return KX_FormatNumber(L"%.12g", value).str(); };
     std::wstring result = KX_GetTranslation(text, kSource).str();
     const auto fill = [&result](std::wstring_view place, const std::wstring& with) {
         if (const auto at = result.find(place); at != std::wstring::npos) result.replace(at, place.size(), with);
@@ -86,6 +91,10 @@ std::wstring AllowedText(const Allowed& allowed) {
     fill(L"%1", bound(allowed.minimum) + (to ? L"" : unit));
     fill(L"%2", bound(allowed.maximum) + unit);
     return result;
+}
+
+std::wstring RefusedText(std::wstring_view text, std::wstring_view why) {
+    return std::wstring(L"\"").append(text.substr(0, kMostQuoted)).append(L"\": ").append(why);
 }
 
 }  // namespace kx::ui

@@ -19,9 +19,9 @@ inline constexpr std::wstring_view kNumberParts = L"0123456789+-.eE";
 // typographic minus becomes the hyphen. Empty for what no number has; a list has blanks and its separator as well.
 KXDEVUI_API std::optional<wchar_t> NumberCharacter(wchar_t typed, wchar_t separator) noexcept;
 
-// A pasted text as it is written: as above for each character, without blanks, line ends and marks of direction around
-// it. Empty when one of its characters is in no number, and, in a field for one value, when a second point says that
-// points or commas group: of a pasted text everything is taken or nothing.
+// A pasted text as it is written: as above for each character, and trimmed. Empty when one of its characters is in no
+// number, and, in a field for one value, when a second point says that points or commas group: of a pasted text
+// everything is taken or nothing.
 inline constexpr std::size_t kMostPasted = 1000;  // characters
 KXDEVUI_API std::optional<std::wstring> NumberPasted(std::wstring_view pasted, wchar_t separator);
 
@@ -35,6 +35,10 @@ struct FieldText {
     bool operator==(const FieldText&) const = default;
 };
 
+// The text without what spreadsheets and web pages put around a number: blanks of all kinds, line ends, marks of
+// direction.
+KXDEVUI_API std::wstring_view Trimmed(std::wstring_view text) noexcept;
+
 // The same with `written` in the place of what is selected; unchanged when it would become longer than `most`
 // characters. A selection beyond the text ends with it.
 KXDEVUI_API FieldText Written(const FieldText& field, std::wstring_view written, std::size_t most);
@@ -45,12 +49,17 @@ struct Allowed {
     double maximum;             // may be infinite
     bool mayBeEmpty = true;     // an empty text says nothing, and is no fault
     const wchar_t* unit = L"";  // as shown behind the bounds
+    bool whole = false;         // for AllowedText alone; of an interval with both ends
 };
 
 // Whether a text may be entered: nothing but one number in digits, blanks around it apart, that lies in the interval.
 KXDEVUI_API bool MayBeEntered(std::wstring_view text, const Allowed& allowed);
 
-// What is allowed, in the user's language: "0 to 100 mW", "0 mW or more", "100 mW or less", "a number".
+// What is allowed, in the user's language: "0 to 100 mW", "0 mW or more", "100 mW or less", "a number", "1 to 9, whole
+// numbers".
 KXDEVUI_API std::wstring AllowedText(const Allowed& allowed);
+
+// The answer to a text that its field shows no more: "500": 0 to 100 mW. A long text is cut.
+KXDEVUI_API std::wstring RefusedText(std::wstring_view text, std::wstring_view why);
 
 }  // namespace kx::ui

@@ -178,6 +178,15 @@ CKxStringA Svg(const std::string& shapes) {
     return ("<svg xmlns=\"http://www.w3.org/2000/svg\" viewBox=\"0 0 16 16\">" + shapes + "</svg>").c_str();
 }
 
+// Of what is in a row that is lower than it is.
+long SeenBottom(HWND window, const RECT& area) {
+    RECT row{};
+    const HWND parent = GetAncestor(window, GA_PARENT);
+    GetClientRect(parent, &row);
+    MapWindowPoints(parent, window, reinterpret_cast<POINT*>(&row), 2);
+    return row.bottom > area.top ? std::min(area.bottom, row.bottom) : area.bottom;
+}
+
 std::string SignOf(EKxActivity activity) {
     const std::string text = HexOf(KX_GetSysColor(COLOR_BTNTEXT)), face = HexOf(KX_GetSysColor(COLOR_BTNFACE));
     const std::string strong = HexOf(LineColor(true));
@@ -287,7 +296,9 @@ PlaceLook Activity::LookOf(long position) const {
 }
 
 HWND Activity::TargetPlace() const {
-    return m_now.activity == EKxActivity::Moving && m_now.target >= 0 ? m_host.place(m_window, m_now.target) : nullptr;
+    // A slider goes to where its thumb is, and counts no positions.
+    const bool known = m_now.activity == EKxActivity::Moving && (m_now.target >= 0 || m_host.thumb);
+    return known ? m_host.place(m_window, m_now.target) : nullptr;
 }
 
 CKxStringW Activity::Remark() const { return IsUnderWay(m_now.activity) ? CKxStringW() : StateText(m_now); }
@@ -355,7 +366,22 @@ void CALLBACK Activity::OnTimer(HWND window, UINT, UINT_PTR id, DWORD) {
     self->Turn();
     if (!self->m_turns) return;
     self->m_phase = (self->m_phase + 1) % kPhases;
-    InvalidateRect(self->TargetPlace(), nullptr, FALSE);
+    const RECT ring = self->m_host.thumb ? self->m_host.thumb(window) : RECT{};
+    InvalidateRect(self->TargetPlace(), self->m_host.thumb ? &ring : nullptr, FALSE);
+}
+
+bool Activity::IsTarget(HWND place) {
+    const Activity* const self = Of(GetAncestor(place, GA_PARENT));
+    return self && self->TargetPlace() == place;
+}
+
+HWND Activity::SliderIn(HWND control) {
+    const Activity* const self = Of(control);
+    return self && self->m_host.slider ? self->m_host.slider(control) : nullptr;
+}
+
+void Activity::DrawTarget(HWND place, HDC dc, const RECT& area, bool enabled) {
+    if (IsTarget(place)) DrawRing(dc, area, Of(GetAncestor(place, GA_PARENT))->m_phase, LineColor(enabled));
 }
 
 void Activity::DrawPlace(HDC dc, const RECT& area, long position, bool enabled) const {
@@ -397,9 +423,11 @@ void Activity::DrawFace(HWND window, HDC dc, const RECT& area) {
     if (IsRectEmpty(&sign)) return;
     if (self->m_host.underlined) {
         const SavedDC saved(dc);
-        const long line = std::max(1L, CKxGUILayoutManager::Zoomed(kStroke));
-        IntersectClipRect(dc, area.left, area.bottom - line, area.right, area.bottom);
-        self->DrawEdge(dc, {area.left - line, area.top, area.right + line, area.bottom});
+        const long line = std::max(1L, CKxGUILayoutManager::Zoomed(kStroke)), bottom = SeenBottom(window, area);
+        IntersectClipRect(dc, area.left, area.top, area.right, bottom);
+        // In a low row its parts cover the most of its lower edge, and not the right one.
+        const long right = bottom < area.bottom ? area.right : area.right + line;
+        self->DrawEdge(dc, {area.left - line, area.top - line, right, bottom});
     } else {
         self->DrawEdge(dc, area);
     }

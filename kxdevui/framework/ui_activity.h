@@ -24,6 +24,10 @@ struct ActivityHost {
     std::function<void(HWND)> changed;      // all that shows it is to be drawn anew
     std::function<RECT(HWND)> sign = {};    // where the face is free for the sign; empty where others draw it
     bool underlined = false;                // windows stand at its other edges: what has failed is underlined
+    // Of a control with a slider inside: its window, which shows light and measured values; where in `place`, which is
+    // that of every target then, the ring turns. Empty for others.
+    std::function<HWND(HWND)> slider = {};
+    std::function<RECT(HWND)> thumb = {};
 };
 
 // How a position is drawn.
@@ -55,6 +59,10 @@ public:
     const KxActivity& Now() const noexcept { return m_now; }
     // As KX_GetActivity tells it.
     KxActivity Shown() const;
+    // Whether nobody knows where it stands.
+    bool IsLost() const noexcept {
+        return m_now.activity == EKxActivity::Unknown || m_now.activity == EKxActivity::Failed;
+    }
     // Whether what is held is drawn as current; how a position is drawn.
     bool ShowsHeld() const noexcept;
     PlaceLook LookOf(long position) const;
@@ -71,6 +79,12 @@ public:
     void DrawEdge(HDC dc, const RECT& area) const;
     // Edge and sign on the face of a window, if it has an Activity, before what is in it.
     static void DrawFace(HWND window, HDC dc, const RECT& area);
+    // The ring on a window inside of such a control, around `area`, which is free for it; nothing unless it turns
+    // there.
+    static void DrawTarget(HWND place, HDC dc, const RECT& area, bool enabled);
+    // Whether it does; the slider in a control, null for every other window.
+    static bool IsTarget(HWND place);
+    static HWND SliderIn(HWND control);
     // The side of the sign's square, in pixels of the screen.
     static long SignSide();
     // All of it for a control that is one button for all its positions: the sign stands in the corner of `picture`.

@@ -73,7 +73,8 @@ HWND Control::MakeAt(const Creation& creation, HWND parent, POINT at, SIZE size)
                                          .procedure = m_class->procedure,
                                          .ownLayout = m_class->ownLayout,
                                          .style = m_class->tabsInside ? DWORD{0} : DWORD{WS_TABSTOP},
-                                         .extendedStyle = m_class->tabsInside ? DWORD{WS_EX_CONTROLPARENT} : 0},
+                                         .extendedStyle = m_class->tabsInside ? DWORD{WS_EX_CONTROLPARENT} : 0,
+                                         .font = !m_class->ownLayout},
                                         parent, at, size);
     const Parts parts(window, this);
     return parts && m_class->make(*this, parts) ? window : nullptr;

@@ -52,8 +52,9 @@ std::optional<std::wstring> Clipboard(HWND owner) {
 }
 
 Handled Paste(HWND edit, const Field& field) {
+    // Also where it cannot be read: the platform, which might succeed a moment later, would take anything.
     const auto pasted = Clipboard(edit);
-    if (!pasted) return std::nullopt;
+    if (!pasted) return 0;
     const auto text = NumberPasted(*pasted, field.separator);
     const FieldText before = TextIn(edit);
     const auto most = static_cast<std::size_t>(SendMessageW(edit, EM_GETLIMITTEXT, 0, 0));
@@ -96,11 +97,24 @@ void NoteField(const Message& message) {
     }
 }
 
-void FieldEntered(HWND edit) {
-    const KxFieldHabits habits = KX_GetFieldHabits(edit);
-    if (!habits.revert && !habits.answer) return;
+void HoldField(HWND edit) {
     Held(edit) = TextOf(edit).str();
     SendMessageW(edit, EM_SETMODIFY, FALSE, 0);
+}
+
+void FieldEntered(HWND edit) {
+    const KxFieldHabits habits = KX_GetFieldHabits(edit);
+    if (habits.revert || habits.answer) HoldField(edit);
+}
+
+void ShowAsTyped(HWND edit, const std::function<void()>& show) {
+    // Without the habit, what is shown is set.
+    if (!KX_GetFieldHabits(edit).revert) return show();
+    const std::wstring held = Held(edit);
+    show();
+    if (!IsWindow(edit)) return;
+    Held(edit) = held;
+    SendMessageW(edit, EM_SETMODIFY, TRUE, 0);
 }
 
 void SelectOnFocus(const Message& message) {
@@ -111,10 +125,10 @@ void SelectOnFocus(const Message& message) {
     if (inside && GetKeyState(VK_LBUTTON) >= 0) SelectAll(message.window);
 }
 
-bool WantsEscape(const Message& message) {
+bool WantsEscape(const Message& message, bool always) {
     const auto* asked = reinterpret_cast<const MSG*>(message.lParam);
     return message.id == WM_GETDLGCODE && asked && asked->wParam == VK_ESCAPE &&
-           KX_GetFieldHabits(message.window).revert && TextOf(message.window).str() != Held(message.window);
+           TextOf(message.window).str() != Held(message.window) && (always || KX_GetFieldHabits(message.window).revert);
 }
 
 Handled TypeInField(const Message& message, const Field& field) {

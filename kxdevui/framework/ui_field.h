@@ -21,13 +21,19 @@ struct Field {
 
 // To be called first with every message of the edit: remembers a text that is set.
 KXDEVUI_API void NoteField(const Message& message);
-// What is in the edit has been entered, and is what Escape goes back to.
+// What is in the edit has been set or entered, and is what Escape goes back to.
+KXDEVUI_API void HoldField(HWND edit);
+// The same where there are habits that ask for it.
 KXDEVUI_API void FieldEntered(HWND edit);
+// A text that the user has brought about by other keys than characters is as good as typed: with the habit, Escape goes
+// back to what was held before `show` ran, which may be the end of the edit.
+KXDEVUI_API void ShowAsTyped(HWND edit, const std::function<void()>& show);
 
 // For WM_SETFOCUS: selects all when the focus came by key.
 KXDEVUI_API void SelectOnFocus(const Message& message);
-// For WM_GETDLGCODE: whether the dialog manager is to leave this Escape to the field.
-KXDEVUI_API bool WantsEscape(const Message& message);
+// For WM_GETDLGCODE: whether the dialog manager is to leave this Escape to the field. One that brings the text back
+// without the habit as well says `always`.
+KXDEVUI_API bool WantsEscape(const Message& message, bool always = false);
 
 // The message of a character or of a paste, after the control has told of it; not for Enter and Tab. An answer is the
 // message's result, empty leaves it to the platform's edit.

@@ -5,6 +5,7 @@
 
 #include <memory>
 
+#include <kxdevui/framework/devgui_readings.h>
 #include <kxdevui/framework/kxdevui_api.h>
 #include <kxdevui/framework/ui_gdi.h>
 
@@ -36,6 +37,8 @@ struct WindowState {
     WNDPROC previous = nullptr;  // of a subclassed child
     int running = 0;             // calls of that procedure that have not returned
     bool orphaned = false;       // its parent has gone meanwhile
+    EKxLight light{};            // what a host has named it
+    KxMeasured measured;         // what a host has told of its values
     std::shared_ptr<void> own;   // what else the control of this window keeps with it
 };
 // The state of a window, made when there is none.

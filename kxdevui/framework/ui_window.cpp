@@ -179,7 +179,9 @@ bool Subclass(HWND child, WNDPROC procedure, void* object) {
     const auto state = StateOf(child);
     if (state->previous) return false;
     KX_KeepLoaded(procedure);
-    SetWindowLongPtrW(child, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(object));
+    // Nothing is there at first, and each of these takes as long as a hundredth of a button under Wine.
+    if (object || GetWindowLongPtrW(child, GWLP_USERDATA) != 0)
+        SetWindowLongPtrW(child, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(object));
     state->previous =
         reinterpret_cast<WNDPROC>(SetWindowLongPtrW(child, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(procedure)));
     return state->previous != nullptr;

@@ -151,6 +151,8 @@ struct ByUserData {
         SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(static_cast<RootOf<T>*>(object)));
     }
     static void Unbind(HWND window) noexcept { SetWindowLongPtrW(window, GWLP_USERDATA, 0); }
+    // Nobody finds anything by a window after its last message: a write saved, which takes a round trip under Wine.
+    static void WindowGone(HWND) noexcept {}
 };
 
 // The object in the class's map of instances; in the window's user data as well, like any other.
@@ -170,6 +172,8 @@ struct ByInstances {
         Instances.erase(window);
         ByUserData<T>::Unbind(window);
     }
+    // What outlives the window's last message.
+    static void WindowGone(HWND window) noexcept { Instances.erase(window); }
 };
 
 // ---- Windows on their way out --------------------------------------------------------------------------------------
@@ -231,7 +235,7 @@ Handled Dispatch(T* object, const Message& message) noexcept {
     const Alive alive(static_cast<RootOf<T>*>(object));
     const Handled result = Guarded([&] { return (object->*Handle)(message); });
     if (message.id == WM_NCDESTROY) {
-        Lookup::Unbind(message.window);
+        Lookup::WindowGone(message.window);
         WindowGone(message.window, static_cast<RootOf<T>*>(object), alive, std::is_base_of_v<CKxDevUI_Base, T>);
     }
     return result;

@@ -24,10 +24,6 @@ void DrawLine(HDC dc, const RECT& strip, const std::vector<LinePart>& parts, boo
     }
 }
 
-COLORREF LineColor(unsigned long color, bool ofScheme) {
-    return ofScheme ? KX_GetVorGuiColor(static_cast<int>(color)) : color & 0xFFFFFF;
-}
-
 void Fade(HDC dc, const RECT& strip) {
     const long cx = strip.right - strip.left, cy = strip.bottom - strip.top;
     if (cx <= 0 || cy <= 0) return;

@@ -18,9 +18,6 @@ struct LinePart {
 };
 void DrawLine(HDC dc, const RECT& strip, const std::vector<LinePart>& parts, bool framed);
 
-// The colour that a host has named: a COLORREF, or an entry of the GUI colour scheme.
-COLORREF LineColor(unsigned long color, bool ofScheme);
-
 // Makes the strip pale, as what is disabled is.
 void Fade(HDC dc, const RECT& strip);
 

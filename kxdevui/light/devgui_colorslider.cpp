@@ -9,6 +9,7 @@
 #include <kxbaseui/kx_colors.h>
 #include <kxdevui/framework/devgui.h>
 #include <kxdevui/framework/devgui_habits.h>
+#include <kxdevui/framework/devgui_readings.h>
 #include <kxdevui/framework/ui_activity.h>
 #include <kxdevui/framework/ui_window.h>
 #include <kxsystem/kx_log.h>
@@ -25,9 +26,10 @@ const CKxDevUI_Base* RootOf(const CKxDevUI_ColorSlider* slider) { return slider;
 
 CKxDevUI_ColorSlider::CKxDevUI_ColorSlider()
     : m_requests(std::make_unique<kx::ui::Activity>(
-          kx::ui::ActivityHost{[](HWND) { return -1L; }, [](HWND, long) -> HWND { return nullptr; },
+          kx::ui::ActivityHost{[](HWND) { return -1L; }, [this](HWND, long) { return ThumbWindow(); },
                                [this](HWND) { return m_name.IsEmpty() ? m_title : m_name; },
-                               [this](HWND) { ShowRequests(); }, [this](HWND) { return SignPlace(); }, true})),
+                               [this](HWND) { ShowRequests(); }, [this](HWND) { return SignPlace(); }, true,
+                               [this](HWND) { return ThumbWindow(); }, [this](HWND) { return m_hpot.ThumbArea(); }})),
       m_rangeHPot(this) {
     m_hpot.m_owner = this;
     // One entry a message, whatever keys are held.
@@ -143,8 +145,9 @@ double CKxDevUI_ColorSlider::SetPower(double value, bool redraw) {
     const Alive alive(RootOf(this));
     // Whatever Init was given: a setter may have chosen another scale.
     const bool isLine = m_hpot.m_look == eColorSliderType_LineDraw;
+    const bool isLamp = KX_GetLight(m_hWnd) != EKxLight::None;
     m_power = snapped;
-    m_hpot.Show(snapped, !isLine);
+    m_hpot.Show(snapped, !isLine || isLamp);
     // The edit's change of text is heard by OnCommand, which a host may have overridden.
     m_edit.SetNumber(snapped, m_numberFormat, false);
     if (!alive) return snapped;

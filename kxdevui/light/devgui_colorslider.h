@@ -105,7 +105,6 @@ public:
         unsigned long m_line[2];
         bool m_lineOfScheme = true;
         bool m_lineFramed = false;
-        RECT m_strip{};  // of the scale that was drawn last
     };
 
     // ---- The two thumbs of the range type ----
@@ -368,6 +367,8 @@ private:
     void PaintName(HDC dc, const RECT& area) const;
     void ShowRequests();
     RECT SignPlace() const;
+    // The single thumb, null for a range.
+    HWND ThumbWindow() const { return IsRange() ? nullptr : HWND{m_hpot}; }
 
     std::optional<double> AskPower(double value);
     void ShowRange(const kx::colorslider::Range& range);

@@ -26,6 +26,11 @@ void Thumb::Look(EColorSliderType type, CKxDevUI_ColorSlider* owner) {
     m_owner = owner;
     m_look = type;
     m_thumbLeavesTrace = type == eColorSliderType_LineDraw;
+    const bool isLine = type == eColorSliderType_LineDraw, isGradient = type == eColorSliderType_Gradient;
+    m_lamp.isOne = isLine || isGradient;
+    m_lamp.low = isGradient ? m_gradient[0] : m_line[0];
+    m_lamp.high = isGradient ? m_gradient[1] : m_line[0];
+    m_lamp.ofScheme = isLine && m_lineOfScheme;
     // Also repaints.
     SetType(eHPotType_ColorSlider);
 }
@@ -78,7 +83,7 @@ void Thumb::Show(double value, bool redraw) {
 void Thumb::LineChanged() {
     const HDC scale = m_look == eColorSliderType_LineDraw ? ScaleDC() : nullptr;
     if (!scale || !m_enabled) return ScaleChanged();
-    RenderStrip(scale, nullptr, m_strip);
+    RenderStrip(scale, nullptr, m_lamp.strip);
 }
 
 void Thumb::MoveBy(int steps) {
@@ -140,7 +145,7 @@ HBITMAP Thumb::CreateColorSliderBitmap(bool enabled) {
     const Rows rows = RowsOf(ThumbRect(), m_trackLeft, m_trackLength, height, canvas.Client().bottom, canvas.Font());
 
     using namespace kx::colorslider;
-    RECT strip = m_strip = rows.track;
+    RECT strip = m_lamp.strip = rows.track;
     if (m_look == eColorSliderType_VerticalRainbow && m_rows[2] != m_rows[3] && std::isfinite(m_rows[2] + m_rows[3])) {
         const auto at = [&](double value) {
             return m_trackLeft + std::clamp(ValueToThumbPos(value), 0L, m_trackLength);
@@ -171,14 +176,7 @@ void Thumb::RenderStrip(HDC dc, HBITMAP bitmap, const RECT& strip) {
     const kx::ui::SavedDC whole(dc);
     IntersectClipRect(dc, strip.left, strip.top, strip.right, strip.bottom);
     if (m_look == eColorSliderType_Gradient) {
-        const auto corner = [](long left, long top, unsigned long color) {
-            const auto wide = [](BYTE part) { return static_cast<COLOR16>(part << 8); };
-            return TRIVERTEX{left, top, wide(GetRValue(color)), wide(GetGValue(color)), wide(GetBValue(color)), 0};
-        };
-        TRIVERTEX corners[] = {corner(strip.left, strip.top, m_gradient[0]),
-                               corner(strip.right, strip.bottom, m_gradient[1])};
-        GRADIENT_RECT both{0, 1};
-        GradientFill(dc, corners, 2, &both, 1, GRADIENT_FILL_RECT_H);
+        kx::hpot::FillGradient(dc, strip, m_gradient[0], m_gradient[1]);
     } else if (m_look == eColorSliderType_VerticalRainbow) {
         RenderVerticalRainbowRect(dc, bitmap, x, y, w, h, m_rows[0], m_rows[1]);
     } else {
@@ -223,7 +221,7 @@ void Thumb::RenderVerticalRainbowRect(HDC dc, HBITMAP bitmap, int x, int y, int 
 
 void Thumb::RenderLineDrawRect(HDC dc, int x, int y, int w, int h, int at) {
     kx::colorslider::DrawLine(dc, {x, y, x + w, y + h},
-                              {{x, kx::colorslider::LineColor(m_line[0], m_lineOfScheme)},
-                               {x + at, kx::colorslider::LineColor(m_line[1], m_lineOfScheme)}},
+                              {{x, kx::hpot::NamedColor(m_line[0], m_lineOfScheme)},
+                               {x + at, kx::hpot::NamedColor(m_line[1], m_lineOfScheme)}},
                               m_lineFramed);
 }

@@ -140,7 +140,9 @@ void CKxDevUI_ColorSlider::ArrangeEdit(CKxDevUI_EditBox& edit, int id, const kx:
     edit.SetSize(0, place.cx, place.cy);
     edit.SetUnit(m_unit);
     edit.SetOfSlider(true);
-    if (!m_values.empty()) edit.SetRestriction(m_values.front(), m_values.back());
+    // A table may be in any order.
+    const auto [least, most] = std::minmax_element(m_values.begin(), m_values.end());
+    if (!m_values.empty()) edit.SetRestriction(*least, *most);
     if (edit) return PlaceAt(edit, place);
     edit.Init(false, false, false);
     edit.SetStyle(true);
@@ -278,6 +280,7 @@ void CKxDevUI_ColorSlider::ShowRequests() {
     const CKxStringW remark = m_requests->Remark();
     if (thumb && (!remark.IsEmpty() || KX_GetToolTipWindow(thumb))) KX_UpdateToolTipWindow(thumb, remark);
     InvalidateRect(m_hWnd, nullptr, TRUE);
+    m_hpot.Redraw();
 }
 
 // Under the edit box, beside which the thumb control ends, or else in the corner that it leaves free.

@@ -399,8 +399,8 @@ HBITMAP RangeThumbs::CreateColorSliderRangeBitmap() {
 }
 
 void RangeThumbs::RenderLineDrawRangeRect(HDC dc, int x, int y, int w, int h) {
-    const COLORREF inside = kx::colorslider::LineColor(m_inside->line[0], m_inside->lineOfScheme);
-    const COLORREF outside = kx::colorslider::LineColor(m_inside->line[1], m_inside->lineOfScheme);
+    const COLORREF inside = kx::hpot::NamedColor(m_inside->line[0], m_inside->lineOfScheme);
+    const COLORREF outside = kx::hpot::NamedColor(m_inside->line[1], m_inside->lineOfScheme);
     const auto [left, right] = std::minmax(m_inside->minimumPos, m_inside->maximumPos);
     // A thumb may stand beyond all pixels.
     using kx::ui::Sum;

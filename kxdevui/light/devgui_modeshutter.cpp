@@ -9,6 +9,7 @@
 #include <kxbaseui/kx_layoutmanager.h>
 #include <kxbaseui/kx_schemecontrols.h>
 #include <kxdevui/framework/devgui.h>
+#include <kxdevui/framework/devgui_readings.h>
 #include <kxdevui/framework/ui_activity.h>
 #include <kxdevui/framework/ui_control.h>
 #include <kxdevui/framework/ui_device.h>
@@ -30,9 +31,10 @@ ATOM CKxDevUI_ModeShutter::m_Atom = 0;
 std::map<HWND, CKxDevUI_ModeShutter*> CKxDevUI_ModeShutter::m_Instances;
 
 CKxDevUI_ModeShutter::CKxDevUI_ModeShutter()
-    : m_requests(std::make_unique<Activity>(ActivityHost{
-          [](HWND) { return -1L; }, [](HWND, long) -> HWND { return nullptr; }, [this](HWND) { return m_title; },
-          [this](HWND) { ShowRequests(); }, [this](HWND) { return SignPlace(); }})) {
+    : m_requests(std::make_unique<Activity>(
+          ActivityHost{[](HWND) { return -1L; }, [](HWND, long) -> HWND { return nullptr; },
+                       [this](HWND) { return m_title; }, [this](HWND) { ShowRequests(); },
+                       [this](HWND) { return SignPlace(); }, false, [this](HWND) { return HWND{m_slider}; }})) {
     m_width = 256;
     m_height = 32;
 }
@@ -146,7 +148,11 @@ void CKxDevUI_ModeShutter::SetAperture(double aperture) {
 }
 
 double CKxDevUI_ModeShutter::GetAperture() const { return m_aperture; }
-void CKxDevUI_ModeShutter::SetState(bool open) { m_state = open; }
+void CKxDevUI_ModeShutter::SetState(bool open) {
+    m_state = open;
+    if (KX_GetLight(m_hWnd) != EKxLight::None) KX_TellLight(m_hWnd, open ? EKxLight::On : EKxLight::Off);
+}
+
 bool CKxDevUI_ModeShutter::GetState() const { return m_state; }
 
 long CKxDevUI_ModeShutter::FindApertureIndex(double aperture) const {
@@ -192,6 +198,8 @@ void CKxDevUI_ModeShutter::DestroyControls() {
     const HWND window = m_hWnd, focus = GetFocus();
     const bool hadFocus = focus && IsChild(m_slider, focus);
     m_slider.Destroy();
+    // The row has the sign from now on.
+    if (alive && m_hWnd && m_requests->HasSign()) InvalidateRect(m_hWnd, nullptr, TRUE);
     // Whatever had the focus has taken it along; the user's keys shall not go nowhere.
     if (alive && hadFocus && window && m_hWnd == window && !GetFocus()) ::SetFocus(window);
 }
@@ -200,6 +208,8 @@ void CKxDevUI_ModeShutter::DestroyControls() {
 void CKxDevUI_ModeShutter::CreateControls() {
     const HWND window = m_hWnd;
     const Parts parts(window, this);
+    const EKxLight light = KX_GetLight(window);
+    const KxMeasured measured = KX_GetMeasured(window);
     DestroyControls();
     if (!parts || m_hWnd != window) return;
     if (m_separator && !parts.Add(m_separatorWindow, L"STATIC", kSeparatorId, nullptr, {0, 0, 256, 1}, SS_GRAYRECT)) {
@@ -225,6 +235,7 @@ void CKxDevUI_ModeShutter::CreateControls() {
     }
     RegisterZoom(window);
     if (!m_apertures.empty()) MakeSlider(x);
+    if (parts && HWND{m_slider}) KX_TellLight(window, light), KX_TellMeasured(window, measured);
     if (parts && !IsWindowEnabled(window)) FollowWindow(false);
     if (parts) KX_FollowColorScheme(window);
 }

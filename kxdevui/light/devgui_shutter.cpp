@@ -519,8 +519,7 @@ void CKxDevUI_Shutter::Click() {
 void CKxDevUI_Shutter::DrawButton(const DRAWITEMSTRUCT& item) const {
     const bool selected = (item.itemState & ODS_SELECTED) != 0, enabled = (item.itemState & ODS_DISABLED) == 0;
     // On its way it stands out no more; a state that nobody knows is shown as none.
-    const EKxActivity activity = m_requests->Now().activity;
-    const bool known = activity != EKxActivity::Unknown && activity != EKxActivity::Failed;
+    const bool known = !m_requests->IsLost();
     const bool open = m_state && known, on = open && m_requests->ShowsHeld();
     const int look = ButtonLook(item) | (on ? eKxButtonLook_On : 0);
     PaintItem(m_hWnd, item, KX_GetSysColorBrush(COLOR_3DFACE), [&](HDC dc, const RECT& area) {

@@ -4,6 +4,7 @@
 #include <kxbaseui/kx_guiscale.h>
 #include <kxbaseui/kx_layoutmanager.h>
 #include <kxbaseui/kx_schemecontrols.h>
+#include <kxbaseui/kx_tooltip.h>
 #include <kxdevui/framework/devgui.h>
 #include <kxdevui/framework/ui_activity.h>
 #include <kxdevui/framework/ui_resources.h>
@@ -29,7 +30,14 @@ CKxDevUI_ZStack::CKxDevUI_ZStack() {
     m_requests = std::make_shared<Activity>(
         ActivityHost{[](HWND) { return -1L; }, [](HWND, long) -> HWND { return nullptr; },
                      [](HWND) { return KX_GetTranslation(L"Z-Stack", L"devgui_zstack"); },
-                     [](HWND window) { InvalidateRect(window, nullptr, FALSE); },
+                     [](HWND window) {
+                         InvalidateRect(window, nullptr, FALSE);
+                         auto* const panel = ByInstances<CKxDevUI_ZStack, m_Instances>::Find(window);
+                         if (!panel || !panel->m_data) return;
+                         const CKxStringW remark = panel->m_requests->Remark();
+                         if (!remark.IsEmpty() || KX_GetToolTipWindow(window)) KX_UpdateToolTipWindow(window, remark);
+                         Guarded([&]() -> Handled { return panel->ShowScale(panel->ReadScale()), 0; });
+                     },
                      // In the corner, above the labels of the scale.
                      [](HWND window) {
                          RECT client{};
@@ -42,8 +50,7 @@ CKxDevUI_ZStack::CKxDevUI_ZStack() {
 // Whether a validation is under way is no state of the panel: a copy that took it over would refuse all for ever.
 CKxDevUI_ZStack::CKxDevUI_ZStack(const CKxDevUI_ZStack& other)
     : CKxGUIControlElement(other), m_data(other.m_data), m_devices(other.m_devices), m_controls(other.m_controls),
-      m_dirty(other.m_dirty), m_before(other.m_before), m_beforeTyped(other.m_beforeTyped), m_piezo(other.m_piezo),
-      m_cube(other.m_cube), m_requests(other.m_requests) {
+      m_dirty(other.m_dirty), m_piezo(other.m_piezo), m_cube(other.m_cube), m_requests(other.m_requests) {
     Life::Begin(this);
 }
 
@@ -57,8 +64,6 @@ CKxDevUI_ZStack& CKxDevUI_ZStack::operator=(const CKxDevUI_ZStack& other) {
     m_devices = other.m_devices;
     m_controls = other.m_controls;
     m_dirty = other.m_dirty;
-    m_before = other.m_before;
-    m_beforeTyped = other.m_beforeTyped;
     m_piezo = other.m_piezo;
     m_cube = other.m_cube;
     m_requests = other.m_requests;
@@ -140,7 +145,6 @@ void CKxDevUI_ZStack::Destroy() {
     m_data = nullptr;
     m_devices.clear();
     m_dirty = {};
-    m_before.clear();
 }
 
 void CKxDevUI_ZStack::DestroyGDIObjects() {
@@ -226,10 +230,15 @@ Handled CKxDevUI_ZStack::Handle(const Message& message) {
     case WM_KX_UPDATE_DEVICE_BAND:
         if (const auto band = ReadDeviceBand<ZStackBand>(message); band && band->flags.refresh) UpdateGUI(RefreshAll);
         return 0;
+    case WM_KX_READINGS:
+        if (message.wParam == 0) return std::nullopt;
+        ShowScale(ShownOf(m_hWnd)->scale);
+        return kShowsReadings;
     case WM_DESTROY:
         // The edits are still there, and one may have the focus: it is nobody's wish any more.
         ByInstances<CKxDevUI_ZStack, m_Instances>::Unbind(message.window);
         Activity::WindowGone(message.window);
+        KX_DeleteToolTip(message.window);
         m_hWnd = nullptr;
         return std::nullopt;
     default: return std::nullopt;

@@ -18,6 +18,8 @@
 
 namespace kx::ui {
 class Activity;
+struct Allowed;
+struct Field;
 struct Message;
 }  // namespace kx::ui
 namespace kx::zstack {
@@ -35,7 +37,7 @@ enum class Meaning;
 // UpdateGUI with the flags it was given. A callback may destroy the panel, window and object.
 //
 // The fields of step, range and number of planes are validated when the focus leaves them; Tab, Shift+Tab and Enter
-// move on, Escape puts back what the field showed when it got the focus. The fields beside Top, Home and Bottom show
+// move on, Escape puts back what was last set. The fields beside Top, Home and Bottom show
 // positions; a double click there, or the space bar, asks for Z to go there, and so does a click on the Z scale.
 //
 // A host may make the fields beside Top (EditTop) and Bottom (EditBottom) writable, with EM_SETREADONLY. When one of
@@ -292,6 +294,7 @@ private:
     void OnEnabled(bool enabled);
     void Focus(HWND from, bool backwards);
     void SelectFocused();
+    void EnterEdit(HWND edit);
     static void MakeRoomForMark(HWND edit);
 
     static Verdict VerdictOf(int status);
@@ -300,7 +303,10 @@ private:
     bool ValidateEnd(bool above, bool showErrors);
     Refresh Telling(unsigned int flags);
     void TellStep(double step, bool typed);
-    void Complain(int edit, Verdict verdict, bool showErrors);
+    bool CanBeRead(HWND edit) const;
+    kx::ui::Allowed AllowedIn(int edit) const;
+    kx::ui::Field FieldOf(HWND edit) const;
+    void Complain(int edit, Verdict verdict, bool showErrors, const std::wstring& refused);
     bool IsComplaining() const;
     Verdict SetRange(double range);
     Verdict SetEnd(bool above, double position);
@@ -322,7 +328,7 @@ private:
 
     RECT ScaleArea() const;
     RECT CubeArea() const;
-    void ShowScale();
+    void ShowScale(kx::zstack::ScaleValues values);
 
     Position Known(int (CKxZStackData::*getter)(double*) const) const;
     kx::zstack::ScaleValues ReadScale() const;
@@ -343,13 +349,11 @@ private:
     static constexpr int kFirstControl = 1196;
     std::array<HWND, 76> m_controls{};
 
-    // An edit that has the focus is the user's: a refresh leaves it alone. What it showed comes back with Escape.
+    // An edit that has the focus is the user's: a refresh leaves it alone.
     struct {
         bool step, below, range, count, above;
     } m_dirty{};
     int m_hidden = 0;  // the field that a refresh takes the focus from
-    std::wstring m_before;
-    bool m_beforeTyped = false;
     CKxMenuPicker m_piezo;
     bool m_cube = false;
     // The life of its requests, shared with copies as the window is.

@@ -2,6 +2,7 @@
 #include <kxdevui/zfocus/devgui_zstack.h>
 
 #include <kxbaseui/kx_colors.h>
+#include <kxdevui/framework/devgui_habits.h>
 #include <kxdevui/framework/ui_answer.h>
 #include <kxdevui/framework/ui_field.h>
 #include <kxdevui/zfocus/zstack_ids.h>
@@ -9,16 +10,11 @@
 
 #include <algorithm>
 #include <iterator>
-#include <limits>
 
 using namespace kx::ui;
 using kx::zstack::ScaleValues;
 
 namespace {
-
-// What each field allows beyond that is the record's to say.
-constexpr Allowed kAnyNumber{-std::numeric_limits<double>::infinity(), std::numeric_limits<double>::infinity()};
-std::wstring AnyNumber() { return AllowedText(kAnyNumber); }
 
 constexpr long kMarkGap = 2;  // pixels before the mark in a field
 constexpr wchar_t kTab = L'\t', kEnter = L'\r', kEscape = 27, kSpace = L' ';
@@ -53,7 +49,9 @@ void CKxDevUI_ZStack::Focus(HWND from, bool backwards) {
 void CKxDevUI_ZStack::SelectFocused() {
     const HWND focus = GetFocus();
     const int id = IsMyWindow(focus) ? GetDlgCtrlID(focus) : 0;
-    if (id >= IDC_ZS_EDIT_TOP && id <= IDC_ZS_EDIT_ABOVE) SendMessageW(focus, EM_SETSEL, 0, -1);
+    if (id < IDC_ZS_EDIT_TOP || id > IDC_ZS_EDIT_ABOVE) return;
+    // With the habit, a click places the caret.
+    if (GetKeyState(VK_LBUTTON) >= 0 || !KX_GetFieldHabits(focus).select) SendMessageW(focus, EM_SETSEL, 0, -1);
 }
 
 void CKxDevUI_ZStack::FocusNext(HWND from) { Focus(from, false); }
@@ -68,47 +66,49 @@ LRESULT CALLBACK CKxDevUI_ZStack::EdtWndProc(HWND edit, UINT message, WPARAM wPa
 Handled CKxDevUI_ZStack::HandleEdit(const Message& message) {
     NoteField(message);
     // The first Escape undoes, the second is the host's.
-    if (AsksForKey(message, kEnter) || (AsksForKey(message, kEscape) && TextOf(message.window).str() != m_before)) {
-        return CallPrevious(message) | DLGC_WANTMESSAGE;
-    }
+    if (AsksForKey(message, kEnter) || WantsEscape(message, true)) return CallPrevious(message) | DLGC_WANTMESSAGE;
     switch (message.id) {
     case WM_CHAR: return EditOnChar(message);
-    case WM_PASTE: return TypeInField(message, {.allowed = AnyNumber});
+    case WM_PASTE: return TypeInField(message, FieldOf(message.window));
     // Their characters are handled; a single-line edit makes a click on the dialog's default button of the key.
     case WM_KEYDOWN: return message.wParam == VK_RETURN || message.wParam == VK_ESCAPE ? Handled(0) : std::nullopt;
     case WM_LBUTTONDBLCLK: return EditOnLButtonDblClk(message.window);
     case WM_PAINT: return EditOnPaint(message);
     case WM_SETCURSOR: return LOWORD(message.lParam) == HTCLIENT ? EditOnSetCursor(message.window) : std::nullopt;
-    case WM_SETFOCUS:
-        // Before the panel hears of it and empties what is not set.
-        m_before = TextOf(message.window).str();
-        m_beforeTyped = SendMessageW(message.window, EM_GETMODIFY, 0, 0) != FALSE;
-        SelectOnFocus(message);
-        return std::nullopt;
+    case WM_SETFOCUS: SelectOnFocus(message); return std::nullopt;
     default: return std::nullopt;
     }
+}
+
+Field CKxDevUI_ZStack::FieldOf(HWND edit) const {
+    return {.allowed = [this, id = GetDlgCtrlID(edit)] { return AllowedText(AllowedIn(id)); }};
 }
 
 Handled CKxDevUI_ZStack::EditOnChar(const Message& message) {
     const HWND edit = message.window;
     switch (static_cast<wchar_t>(message.wParam)) {
     case kTab: Focus(edit, GetKeyState(VK_SHIFT) < 0); return 0;
-    case kEnter:
-        // Without a field to go to, what was typed is entered by leaving it all the same.
-        if (!GoOnFrom(edit, m_hWnd, true)) FocusNext(edit);
-        return 0;
-    case kEscape:
-        HideAnswer(edit);
-        if (TextOf(edit).str() != m_before) SetWindowTextW(edit, m_before.c_str());
-        SendMessageW(edit, EM_SETMODIFY, m_beforeTyped, 0);
-        SendMessageW(edit, EM_SETSEL, 0, -1);
-        return 0;
+    case kEnter: EnterEdit(edit); return 0;
+    case kEscape: RevertField(edit); return 0;
     // Where numbers are typed, a key must not move anything.
     case kSpace:
         if (!IsWritable(GetDlgCtrlID(edit))) return EditOnLButtonDblClk(edit);
         [[fallthrough]];
-    default: return TypeInField(message, {.allowed = AnyNumber});
+    default: return TypeInField(message, FieldOf(edit));
     }
+}
+
+void CKxDevUI_ZStack::EnterEdit(HWND edit) {
+    if (!CanBeRead(edit)) return ShowAnswer(edit, FieldOf(edit).allowed());
+    const Alive alive(this);
+    const std::wstring typed = TextOf(edit).str();
+    m_refused = false;
+    // Without a field to go to, what was typed is entered by leaving it all the same.
+    if (!GoOnFrom(edit, m_hWnd, true)) FocusNext(edit);
+    // Enter has not left it: the user goes on with what the record has refused.
+    if (!alive || !m_hWnd || !m_refused || GetFocus() != edit || !KX_GetFieldHabits(edit).answer) return;
+    ShowAsTyped(edit, [&] { SetWindowTextW(edit, typed.c_str()); });
+    if (alive && m_hWnd) SendMessageW(edit, EM_SETSEL, typed.size(), static_cast<LPARAM>(typed.size()));
 }
 
 Handled CKxDevUI_ZStack::EditOnLButtonDblClk(HWND edit) {

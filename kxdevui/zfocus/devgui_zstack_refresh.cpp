@@ -2,6 +2,7 @@
 #include <kxdevui/zfocus/devgui_zstack.h>
 
 #include <kxbaseui/kx_tooltip.h>
+#include <kxdevui/framework/ui_field.h>
 #include <kxdevui/zfocus/zstack_ids.h>
 #include <kxdevui/zfocus/zstack_rules.h>
 #include <kxdevui/zfocus/zstack_window.h>
@@ -61,7 +62,7 @@ void CKxDevUI_ZStack::UpdateGUI(unsigned int flags) {
         const bool typing = m_dirty.step || m_dirty.below || m_dirty.range || m_dirty.count || m_dirty.above;
         ShownOf(m_hWnd)->typed = typing;
     }
-    show([this] { ShowScale(); });
+    show([this] { ShowScale(ReadScale()); });
 }
 
 // ---- One control ---------------------------------------------------------------------------------------------------
@@ -84,7 +85,7 @@ void CKxDevUI_ZStack::ShowEntry(int id, Meaning meaning, const wchar_t* text, co
     }
     ShowText(id, text);
     // The same text may have been typed, and be left as it is.
-    if (SendMessageW(Item(id), EM_GETMODIFY, 0, 0)) SendMessageW(Item(id), EM_SETMODIFY, FALSE, 0);
+    if (SendMessageW(Item(id), EM_GETMODIFY, 0, 0)) kx::ui::HoldField(Item(id));
     entry = {text, meaning, value};
 }
 

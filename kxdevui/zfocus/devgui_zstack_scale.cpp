@@ -6,6 +6,7 @@
 #include <kxbaseui/kx_fonts.h>
 #include <kxbaseui/kx_layoutmanager.h>
 #include <kxdevui/framework/devgui.h>
+#include <kxdevui/framework/devgui_readings.h>
 #include <kxdevui/framework/ui_activity.h>
 #include <kxdevui/zfocus/zstack_ids.h>
 #include <kxdevui/zfocus/zstack_window.h>
@@ -150,16 +151,19 @@ private:
                  KX_GetSysColor(m_enabled ? COLOR_WINDOWTEXT : COLOR_GRAYTEXT));
     }
 
-    // A line over the bar with an arrowhead beside it; beyond the stretch, the head alone, at its end.
+    // A line over the bar with an arrowhead beside it; beyond the stretch, the head alone, at its end. On its way the
+    // head is hollow and points to where it goes.
     void DrawZ(const RECT& bar, const Axis& axis, bool head) const {
-        const int row = axis.RowOf(*m_values.z);
+        const int at = axis.RowOf(*m_values.z), row = *AskedRow(m_values, axis);
         if (axis.Holds(*m_values.z)) {
-            const long out = head ? 0 : Zoomed(2);
-            Fill(m_dc, {bar.left - out, row, bar.right + out, row + std::max(1L, Zoomed(1))}, m_mark);
+            const long out = head && row == at ? 0 : Zoomed(2);
+            Fill(m_dc, {bar.left - out, at, bar.right + out, at + std::max(1L, Zoomed(1))}, m_mark);
         }
         if (!head) return;
-        const Selection brush(m_dc, GetStockObject(DC_BRUSH)), pen(m_dc, GetStockObject(NULL_PEN));
-        SetDCBrushColor(m_dc, m_mark);
+        const Selection brush(m_dc, GetStockObject(DC_BRUSH));
+        const Selection pen(m_dc, GetStockObject(row == at ? NULL_PEN : DC_PEN));
+        SetDCBrushColor(m_dc, row == at ? m_mark : KX_GetSysColor(COLOR_BTNFACE));
+        SetDCPenColor(m_dc, m_mark);
         const long size = Zoomed(kMark), x = bar.right;
         const POINT corners[] = {{x, row}, {x + size, row - size * 2 / 3}, {x + size, row + size * 2 / 3 + 1}};
         Polygon(m_dc, corners, 3);
@@ -206,9 +210,11 @@ ScaleValues CKxDevUI_ZStack::ReadScale() const {
     return values;
 }
 
-void CKxDevUI_ZStack::ShowScale() {
+void CKxDevUI_ZStack::ShowScale(ScaleValues values) {
     const auto shown = ShownOf(m_hWnd);
-    const ScaleValues values = ReadScale();
+    values.asked = KX_GetMeasured(m_hWnd).asked;
+    // Where it stood before it was lost is no mark.
+    if (m_requests->IsLost()) values.z.reset();
     if (values == shown->scale) return;
     const ScaleValues before = std::exchange(shown->scale, values);
     // The marks of Z reach beyond the bars.

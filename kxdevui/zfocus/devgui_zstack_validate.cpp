@@ -2,6 +2,7 @@
 #include <kxdevui/zfocus/devgui_zstack.h>
 
 #include <kxdevui/framework/devgui_habits.h>
+#include <kxdevui/framework/ui_answer.h>
 #include <kxdevui/framework/ui_complaint.h>
 #include <kxdevui/zfocus/zstack_ids.h>
 #include <kxdevui/zfocus/zstack_rules.h>
@@ -62,16 +63,22 @@ bool CKxDevUI_ZStack::Validate(int edit, Meaning meaning, bool showErrors, const
 
     wchar_t text[kTextRoom] = L"";
     GetWindowTextW(Item(edit), text, kTextRoom);
+    const std::wstring typed = kx::ui::TextOf(Item(edit)).str();
+    auto value = NumberBehind(edit, meaning);
+    // With the habit, what nobody has typed is not entered.
+    if (value && KX_GetFieldHabits(Item(edit)).revert) {
+        m_refused = false;
+        return UpdateGUI(RefreshAll), true;
+    }
     Verdict verdict = Verdict::Taken;
     if (!kx::zstack::IsNoEntry(text)) {
-        auto value = NumberBehind(edit, meaning);
-        if (!value) value = NumberIn(text, meaning);
+        if (!value && CanBeRead(Item(edit))) value = NumberIn(text, meaning);
         verdict = value ? Verdict::OutOfRange : Verdict::NotANumber;
         // A getter that throws says nothing of what may be asked for next.
         if (value) kx::ui::Guarded([&]() -> kx::ui::Handled { return verdict = apply(*value), 0; });
     }
     if (alive) m_refused = verdict != Verdict::Taken;
-    if (alive) Complain(edit, verdict, showErrors);
+    if (alive) Complain(edit, verdict, showErrors, typed);
     if (alive) kx::ui::Guarded([&]() -> kx::ui::Handled { return refresh(), 0; });
     return verdict == Verdict::Taken;
 }
@@ -86,14 +93,46 @@ CKxDevUI_ZStack::Position CKxDevUI_ZStack::NumberBehind(int edit, Meaning meanin
     return entry.meaning == meaning && entry.text == text ? entry.value : std::nullopt;
 }
 
-void CKxDevUI_ZStack::Complain(int edit, Verdict verdict, bool showErrors) {
-    if (verdict == Verdict::Taken || verdict == Verdict::Declined) return;
-    const wchar_t* text = verdict == Verdict::NotANumber ? L"Invalid value entered." : L"Value is out of range.";
-    // An answer beside the field is in nobody's way, so that it comes wherever the focus has gone.
-    const bool shown = (showErrors && CKxGUIElement::IsVisible()) || KX_GetFieldHabits(Item(edit)).answer;
-    if (!shown) return;
-    kx::ui::Complain(m_hWnd, Item(edit), KX_GetTranslation(text, kSource), KX_GetTranslation(L"Z Series", kSource),
-                     MB_ICONEXCLAMATION);
+// With the habit of answers: whether what is read of the text is all of it.
+bool CKxDevUI_ZStack::CanBeRead(HWND edit) const {
+    const std::wstring text = kx::ui::TextOf(edit).str();
+    if (!KX_GetFieldHabits(edit).answer || !SendMessageW(edit, EM_GETMODIFY, 0, 0)) return true;
+    if (kx::zstack::IsNoEntry(text.c_str())) return true;
+    const Meaning meaning = GetDlgCtrlID(edit) == IDC_ZS_EDIT_STEPS ? Meaning::Count : Meaning::Position;
+    double whole = 0;
+    return KX_StringToDouble(text.c_str(), whole) && NumberIn(text.substr(0, kTextRoom - 1).c_str(), meaning) == whole;
+}
+
+kx::ui::Allowed CKxDevUI_ZStack::AllowedIn(int edit) const {
+    kx::zstack::Bounds known;
+    const auto ask = [&]() -> kx::ui::Handled {
+        m_data->GetType(&known.type);
+        known.top = Known(&CKxZStackData::GetTop);
+        known.bottom = Known(&CKxZStackData::GetBottom);
+        known.home = Known(&CKxZStackData::GetHome);
+        m_data->GetZRangeMin(&known.lowest);
+        m_data->GetZRangeMax(&known.highest);
+        return 0;
+    };
+    if (m_data) kx::ui::Guarded(ask);
+    return kx::zstack::AllowedIn(edit, known);
+}
+
+void CKxDevUI_ZStack::Complain(int edit, Verdict verdict, bool showErrors, const std::wstring& refused) {
+    if (verdict == Verdict::Taken) return;
+    const bool isNumber = verdict != Verdict::NotANumber;
+    const CKxStringW text =
+        KX_GetTranslation(isNumber ? L"Value is out of range." : L"Invalid value entered.", kSource);
+    if (KX_GetFieldHabits(Item(edit)).answer) {
+        // In nobody's way, so that it comes wherever the focus has gone, and also when the other end is not to move.
+        const kx::ui::Allowed allowed = AllowedIn(edit);
+        const bool isRecordAlone = isNumber && kx::ui::MayBeEntered(refused, allowed);
+        kx::ui::ShowAnswer(Item(edit),
+                           kx::ui::RefusedText(refused, isRecordAlone ? text.str() : kx::ui::AllowedText(allowed)));
+        return;
+    }
+    if (verdict == Verdict::Declined || !showErrors || !CKxGUIElement::IsVisible()) return;
+    kx::ui::Complain(m_hWnd, Item(edit), text, KX_GetTranslation(L"Z Series", kSource), MB_ICONEXCLAMATION);
 }
 
 bool CKxDevUI_ZStack::IsComplaining() const { return m_hWnd && kx::ui::WhoComplains(m_hWnd) == m_hWnd; }
@@ -148,7 +187,7 @@ void CKxDevUI_ZStack::TakeSuggestedStep() {
     double step = 0;
     if (Ask([&] { return m_data->GetStepSuggested(&step); }) != eKxZStack_Ok) return OnZStackChanged(RefreshAll);
     if (Ask([&] { return m_data->SetStep(step); }) == eKxZStack_Ok) return TellStep(step, false);
-    Complain(IDC_ZS_EDIT_STEP, Verdict::OutOfRange, true);
+    Complain(IDC_ZS_EDIT_STEP, Verdict::OutOfRange, true, KX_FormatNumber(L"%g", step).str());
     if (alive) OnZStackChanged(RefreshStep);
 }
 

@@ -62,6 +62,11 @@ double Axis::ZAt(int row) const {
     return stretch.high - share * (stretch.high - stretch.low);
 }
 
+std::optional<int> AskedRow(const ScaleValues& values, const Axis& axis) {
+    const Position& z = values.asked ? values.asked : values.z;
+    return z ? std::optional(axis.RowOf(*z)) : std::nullopt;
+}
+
 std::vector<int> PlaneRows(const ScaleValues& values, const Axis& axis, int least) {
     std::vector<int> rows;
     if (!values.firstPlane || values.planes == 0) return rows;

@@ -22,6 +22,8 @@ struct ScaleValues {
     std::optional<double> firstPlane;
     double pitch = 0;
     unsigned planes = 0;
+    // Where it was sent, if anybody has said so.
+    std::optional<double> asked = std::nullopt;
     // Member by member.
     friend bool operator==(const ScaleValues&, const ScaleValues&) = default;
 };
@@ -51,6 +53,9 @@ struct KXDEVUI_API Axis {
     // Whether the position is drawn.
     bool Holds(double z) const { return z >= stretch.low && z <= stretch.high; }
 };
+
+// The row of the arrowhead: of where the device was sent, else of where it stands; empty without either.
+KXDEVUI_API std::optional<int> AskedRow(const ScaleValues& values, const Axis& axis);
 
 // The rows of the planes: of every plane, or, where they lie closer than `least` rows, of every second, fifth, tenth...
 // None outside the axis.

@@ -62,8 +62,8 @@ void PaintCheck(HDC dc, HWND button, const RECT& client, bool radio) {
     FillRect(dc, &client, KX_GetSysColorBrush(COLOR_BTNFACE));
     const long size = CKxGUILayoutManager::Zoomed(13), top = (client.bottom - size) / 2;
     const RECT box{0, top, size, top + size};
-    const bool checked = SendMessageW(button, BM_GETCHECK, 0, 0) == BST_CHECKED;
-    const bool enabled = IsWindowEnabled(button) != FALSE;
+    const LRESULT state = SendMessageW(button, BM_GETCHECK, 0, 0);
+    const bool checked = state == BST_CHECKED, enabled = IsWindowEnabled(button) != FALSE;
     if (radio) {
         SelectObject(dc, KX_GetSysColorBrush(enabled ? COLOR_WINDOW : COLOR_BTNFACE));
         SelectObject(dc, GetStockObject(DC_PEN));
@@ -77,6 +77,12 @@ void PaintCheck(HDC dc, HWND button, const RECT& client, bool radio) {
         }
     } else {
         DrawCheckBox(dc, box, checked, enabled);
+        if (state == BST_INDETERMINATE) {
+            const long inset = size / 4, half = std::max(1L, size / 13);
+            const long middle = (box.top + box.bottom) / 2;
+            const RECT mixed{box.left + inset, middle - half, box.right - inset, middle + half};
+            FillRect(dc, &mixed, KX_GetSysColorBrush(enabled ? COLOR_WINDOWTEXT : COLOR_GRAYTEXT));
+        }
     }
     RECT text = client;
     text.left = size + CKxGUILayoutManager::Zoomed(4);

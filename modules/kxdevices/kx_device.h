@@ -165,6 +165,9 @@ public:
     // Whether the port may be used, and whether it is in use now.
     virtual bool IsPortEnabled(long port) const = 0;
     virtual bool IsPortUsed(long port) const = 0;
+
+    // The power that leaves it, on the scale that panels ask on. False when it does not measure.
+    virtual bool GetMeasuredPower(double&) const { return false; }
 };
 
 // What a shutter shuts; panels have a title for each.
@@ -221,4 +224,6 @@ public:
     virtual void GetRange(double& minimum, double& maximum) const = 0;
     // In micrometres. Leaves `position` as it is, and returns false, while it is not known.
     virtual bool GetPosition(double& position) const = 0;
+    // Where it was sent, which is where it stands once it is there. False when it cannot tell.
+    virtual bool GetTarget(double&) const { return false; }
 };

@@ -47,6 +47,12 @@ bool SKxSimMotion::Read(long& out) const noexcept {
     return true;
 }
 
+double SKxSimWay::At(const SKxSimMotion& motion, unsigned now) const noexcept {
+    const unsigned duration = motion.arrival - start;
+    if (motion.state != eKxDeviceState_Moving || now - start >= duration) return to;
+    return from + (to - from) * (now - start) / duration;
+}
+
 void SKxSimZDrive::Start(double position, unsigned now) noexcept {
     if (std::isnan(position)) return;
     from = Position(now);
@@ -72,6 +78,12 @@ void CKxSimDevice::MoveOver(double distance) {
     Start(0, static_cast<long>(std::min(std::ceil(std::fabs(distance) / kStep), kMostSteps)));
 }
 
+void CKxSimDevice::MoveAlong(SKxSimWay& way, double to, double distance) {
+    const unsigned now = KX_GetTimeCounter();
+    way = {way.At(m_motion, now), to, now};
+    MoveOver(distance);
+}
+
 void CKxSimDevice::Start(long target, long steps) {
     m_motion.Start(target, KX_GetTimeCounter(), static_cast<unsigned>(steps) * m_speed * m_slowness);
     CKxDeviceRegistry::Notify(Device().GetLogDevId(), EKxDeviceChange::Position);
@@ -86,7 +98,7 @@ void CKxSimDevice::Tick() {
 
 void CKxSimDevice::Stop() {
     if (m_motion.state != eKxDeviceState_Moving) return;
-    m_motion.Stop();
+    if (!StandsStill()) m_motion.Stop();
     CKxDeviceRegistry::Notify(Device().GetLogDevId(), EKxDeviceChange::Position);
 }
 
@@ -202,19 +214,35 @@ void CKxSimLaserOutput::SetPortEnabled(long port, bool enable) {
 void CKxSimLaserOutput::SetPowerRange(SKxSimRange range) {
     if (!(range.minimum < range.maximum)) return;
     m_powers = range;
-    m_power = range.minimum;
+    m_power = {range.minimum, range.minimum, 0};
     CKxDeviceRegistry::Notify(GetLogDevId(), EKxDeviceChange::Structure);
 }
 
 bool CKxSimLaserOutput::SetPower(double power) {
     if (!m_powers.Has(power) || Fails()) return false;
-    m_power = power;
-    CKxDeviceRegistry::Notify(GetLogDevId(), EKxDeviceChange::Position);
+    // All of the range takes as long as so many micrometres.
+    constexpr double kSettling = 400;
+    const double way = (power - GetPower()) / (m_powers.maximum - m_powers.minimum);
+    if (way != 0 || !m_motion.IsKnown()) MoveAlong(m_power, power, kSettling * way);
+    return true;
+}
+
+bool CKxSimLaserOutput::GetMeasuredPower(double& power) const {
+    if (!m_motion.IsKnown()) return false;
+    power = m_power.At(m_motion, KX_GetTimeCounter());
+    return true;
+}
+
+bool CKxSimLaserOutput::StandsStill() {
+    const double power = m_power.At(m_motion, KX_GetTimeCounter());
+    m_power = {power, power, 0};
+    m_motion = {};
     return true;
 }
 
 void CKxSimLaserOutput::TurnLightOff() {
-    m_power = m_powers.minimum;
+    m_power = {m_powers.minimum, m_powers.minimum, 0};
+    m_motion = {};
     // Of several ports one is in use, light or not.
     for (Port& each : m_ports)
         each.used = each.used && !m_several;
@@ -302,17 +330,8 @@ double SKxSimRange::NearestToZero() const noexcept { return std::max(minimum, st
 
 bool CKxSimZDrive::MoveTo(double position) {
     if (!m_range.Has(position)) return false;
-    m_from = Where();
-    m_to = position;
-    m_start = KX_GetTimeCounter();
-    MoveOver(m_to - m_from);
+    MoveAlong(m_way, position, position - m_way.At(m_motion, KX_GetTimeCounter()));
     return true;
-}
-
-double CKxSimZDrive::Where() const noexcept {
-    const unsigned now = KX_GetTimeCounter(), duration = m_motion.arrival - m_start;
-    if (m_motion.state != eKxDeviceState_Moving || now - m_start >= duration) return m_to;
-    return m_from + (m_to - m_from) * (now - m_start) / duration;
 }
 
 void CKxSimZDrive::GetRange(double& minimum, double& maximum) const {
@@ -320,9 +339,9 @@ void CKxSimZDrive::GetRange(double& minimum, double& maximum) const {
     maximum = m_range.maximum;
 }
 
-bool CKxSimZDrive::GetPosition(double& position) const {
-    if (m_motion.state != eKxDeviceState_Ready && m_motion.state != eKxDeviceState_Moving) return false;
-    position = Where();
+bool CKxSimZDrive::Tell(double& position, bool target) const {
+    if (!m_motion.IsKnown()) return false;
+    position = target ? m_way.to : m_way.At(m_motion, KX_GetTimeCounter());
     return true;
 }
 

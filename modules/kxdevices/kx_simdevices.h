@@ -28,6 +28,19 @@ struct KXDEVICES_API SKxSimMotion {
     bool Tick(unsigned now, bool fails) noexcept;
     // Empty while the position is not known.
     bool Read(long& out) const noexcept;
+    // Whether it stands or is on its way, as it should.
+    bool IsKnown() const noexcept { return state == eKxDeviceState_Ready || state == eKxDeviceState_Moving; }
+};
+
+// A value that goes evenly to another one while a movement lasts: a value as well.
+struct KXDEVICES_API SKxSimWay {
+    // Where it came from and where it goes; when it set out, in milliseconds of the time counter.
+    double from = 0;
+    double to = 0;
+    unsigned start = 0;
+
+    // Where it stands.
+    double At(const SKxSimMotion& motion, unsigned now) const noexcept;
 };
 
 // A Z drive, which travels evenly and is somewhere on its way at any time; a value as well.
@@ -57,7 +70,8 @@ public:
     virtual IKxDevice& Device() noexcept = 0;
     // Called by the microscope: lets a movement arrive, and tells the listeners.
     void Tick();
-    // Breaks a movement off; the position is unknown then, until the next movement has ended.
+    // Breaks a movement off; the position is unknown then, until the next movement has ended. A laser keeps the power
+    // that it has.
     void Stop();
 
     // How long a movement takes, in milliseconds for each position on the way, or each 100 um of a drive or a stage;
@@ -85,11 +99,14 @@ protected:
     virtual bool TellsOnTheWay() const noexcept { return false; }
     // Starts to move, and tells. False, and nothing happens, when the target is not among `count` positions.
     bool Move(long target, long count);
-    // The same over a distance in micrometres, to a target that the device knows.
+    // The same over a distance in micrometres, to a target that the device knows; along a way, from where it stands.
     void MoveOver(double distance);
+    void MoveAlong(SKxSimWay& way, double to, double distance);
 
     // Whether a movement has a target that can be told, and not a place on a scale.
     virtual bool TellsTarget() const noexcept { return true; }
+    // A movement is broken off: true when the device knows where it stands all the same.
+    virtual bool StandsStill() { return false; }
 
     // For the interface's answers.
     SKxSimMotion m_motion;
@@ -256,9 +273,10 @@ public:
     // Powers that it can give, 0 to 100 at first; it gives the least then. What is no range is ignored.
     void SetPowerRange(SKxSimRange range);
     SKxSimRange GetPowerRange() const noexcept { return m_powers; }
-    // False outside of the range, and while it fails.
+    // False outside of the range, and while it fails. What leaves the laser settles, and it moves until then.
     bool SetPower(double power);
-    double GetPower() const noexcept { return m_power; }
+    // As it was set; GetMeasuredPower is what there is of it.
+    double GetPower() const noexcept { return m_power.to; }
 
     // As the interface says.
     void TurnLightOff() override;
@@ -269,6 +287,12 @@ public:
     bool IsPortUsed(long port) const override;
     CKxStringW GetPhysDevRTTIName() const override { return m_driver; }
     bool GetCapability(int capability) const override;
+    bool GetMeasuredPower(double& power) const override;
+
+protected:
+    bool TellsOnTheWay() const noexcept override { return true; }
+    bool TellsTarget() const noexcept override { return false; }
+    bool StandsStill() override;
 
 private:
     struct Port {
@@ -282,7 +306,7 @@ private:
     bool m_several;
     CKxStringW m_driver;
     SKxSimRange m_powers{0, 100};
-    double m_power = 0;
+    SKxSimWay m_power;
 };
 
 // A shutter, or a smart one with modes and an aperture.
@@ -330,14 +354,15 @@ class KXDEVICES_API CKxSimZDrive : public CKxSim<IKxDeviceZDrive> {
 public:
     // Stands as near to 0 as its range lets it.
     CKxSimZDrive(const wchar_t* key, SKxSimRange range)
-        : CKxSim(key), m_range(range), m_from(range.NearestToZero()), m_to(m_from) {}
+        : CKxSim(key), m_range(range), m_way{range.NearestToZero(), range.NearestToZero(), 0} {}
     // Goes to a position in micrometres; false outside of the range.
     bool MoveTo(double position);
 
     // As the interface says; on its way it is somewhere between.
     void TryPlace(int where) override { MoveTo(where * 100); }
     void GetRange(double& minimum, double& maximum) const override;
-    bool GetPosition(double& position) const override;
+    bool GetPosition(double& position) const override { return Tell(position, false); }
+    bool GetTarget(double& position) const override { return Tell(position, true); }
 
 protected:
     // Where it is changes all the way.
@@ -345,11 +370,10 @@ protected:
     bool TellsTarget() const noexcept override { return false; }
 
 private:
-    double Where() const noexcept;
+    bool Tell(double& position, bool target) const;
 
     SKxSimRange m_range;
-    double m_from, m_to;
-    unsigned m_start = 0;  // of the way, in milliseconds of the time counter
+    SKxSimWay m_way;
 };
 
 // A stage in X and Y. The library has no panel for one, so no kind either.

@@ -1,12 +1,28 @@
 // Fields that take a number, and what hands expect of them: the same keys in every kind of field.
 #include "control_test.h"
 
+#include <kxdevices/kx_simdevices.h>
 #include <kxdevui/controls/devgui_editbox_multivalue.h>
 #include <kxdevui/controls/devgui_editbox_spin.h>
 #include <kxdevui/framework/devgui_habits.h>
 #include <kxdevui/framework/field_rules.h>
 #include <kxdevui/framework/ui_answer.h>
+#include <kxdevui/controls/devgui_table.h>
 #include <kxdevui/light/devgui_colorslider.h>
+#include <kxdevui/light/devgui_modeshutter.h>
+#include <kxdevui/zfocus/devgui_zstack.h>
+
+#include <diagnostics/random.h>
+
+#include <commctrl.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <list>
+#include <numeric>
+#include <optional>
+#include <set>
+#include <sstream>
 
 namespace {
 
@@ -31,39 +47,151 @@ TEST(FieldRules, ReadWhatIsPasted) {
         EXPECT_FALSE(kx::ui::MayBeEntered(wrong, {0, 100})) << Narrow(wrong);
 }
 
-struct Laser : CKxDevUI_ColorSlider {
-    std::string Take() { return std::exchange(asked, ""); }
-
-    void OnPowerChanged(double& power, bool&) override { asked += " " + std::to_string(power).substr(0, 4); }
-    std::string asked;
+// What the hosts of all kinds of fields are told, and of that what has been entered.
+struct Heard {
+    template <class... Values>
+    void Entered(const char* how, double first, Values... more) {
+        record.Call(how, first, more...);
+        entered.push_back({first, more...});
+    }
+    Recorder record;
+    std::vector<std::vector<double>> entered;
 };
 
-// A field of each kind with 10 in it, what its host is told, and the number that has come out of it.
+template <class Box>
+struct HeardBox : Box {
+    explicit HeardBox(Heard& all) : heard(all) {}
+    void OnEnter() override { Enter("Enter"), Box::OnEnter(); }
+    void OnKillFocus() override { Enter("Left"), Box::OnKillFocus(); }
+    void OnChange() override { heard.record.Text("Change"), Box::OnChange(); }
+    void OnChar(int character) override { heard.record.Call("Char", character), Box::OnChar(character); }
+    void Enter(const char* how) {
+        std::list<double> values{this->GetNumber()};
+        if constexpr (std::is_same_v<Box, CKxDevUI_EditBoxMultiValue>) this->GetValues(&values);
+        heard.record.Call(how, Narrow(this->GetText().str()));
+        heard.entered.emplace_back(values.begin(), values.end());
+    }
+    Heard& heard;
+};
+
+struct Laser : CKxDevUI_ColorSlider {
+    Laser(Heard& all, EColorSliderType kind) : heard(all), type(kind) {}
+    void Make(HWND parent, int y) {
+        std::vector<SColorSliderValue> powers;
+        for (int power = 0; power <= 100; ++power)
+            powers.push_back({static_cast<double>(power), false, false});
+        Init(96, 9, powers.data(), 101, L"", false, L"mW", L"%g", true, type, eColorSliderLayout_OneRow, 40);
+        Create(parent, 10, y, -1, -1, true, true);
+        SetPower(10, true), SetRange(0, 10);
+    }
+    HWND Edit() { return ::GetWindow(GetDlgItem(m_hWnd, 10001), GW_CHILD); }
+    void OnPowerChanged(double& power, bool&) override { heard.Entered("Power", power); }
+    void OnRangeChanged(double&, double& maximum) override { heard.Entered("Range", maximum); }
+    Heard& heard;
+    EColorSliderType type;
+};
+
+struct Iris : CKxDevUI_ModeShutter {
+    Iris(Heard& all, HWND parent) : heard(all) {
+        CKxDeviceRegistry::Add(device);
+        device.SetSpeed(0), device.SetMode(eKxShutterMode_Aperture), device.SetAperture(10), device.Tick();
+        Init(device.GetLogDevId());
+        Create(parent, 10, 220, 260, 36, true, true);
+    }
+    HWND Edit() { return GetWindow(GetDlgItem(m_slider, 10001), GW_CHILD); }
+    void OnApertureChangeRequest(double aperture, bool&) override { heard.Entered("Aperture", aperture); }
+    static std::vector<double> Apertures() {
+        std::vector<double> apertures(101);
+        std::iota(apertures.begin(), apertures.end(), 0.0);
+        return apertures;
+    }
+    Heard& heard;
+    CKxSimShutter device{L"Iris", eKxShutterType_Epi, Apertures()};
+};
+
+struct Cells : CKxDevUI_Table {
+    Cells(Heard& all, RecordingParent& parent) : heard(all) {
+        Create(parent.Window(), 10, 270, 200, 90, true, true);
+        InsertColumn(L"Dose", 90, L"%g", true);
+        const double dose = 10;
+        InsertRow(&dose, 1, -1);
+        parent.Answer(WM_NOTIFY, [this](WPARAM, LPARAM header) {
+            if (reinterpret_cast<NMHDR*>(header)->code == LVN_ENDLABELEDITW) heard.Entered("Cell", GetCell(0, 0));
+            return 0;
+        });
+    }
+    HWND Open() { return StartEdit(0, 0), edit = GetFocus(); }
+    HWND Edit() const { return edit; }
+    HWND edit = nullptr;
+    Heard& heard;
+};
+
+struct Series : CKxDevUI_ZStack {
+    Series(Heard& all, HWND parent) : heard(all) {
+        Create(parent, &record, 300, 60, 0, 0, true, true);
+        record.SetStep(10), record.SetObjective(0.8, 1), record.SetWavelength(500), UpdateGUI(RefreshAll);
+    }
+    using CKxDevUI_ZStack::Item;
+    void OnStepChanged(double step, bool) override { heard.Entered("Step", step); }
+    void OnMoveZRequest(double) override {}
+    void OnGoHomeRequest(bool) override {}
+    void OnHostRequest() override {}
+    void OnZDeviceShown(unsigned int) override {}
+    void OnZStackChanged(unsigned int flags) override { heard.record.Call("Changed", flags), UpdateGUI(flags); }
+    Heard& heard;
+    CKxZStackData record;
+};
+
+// A kind of field, and what is known of it without asking it.
+struct Kind {
+    const char* name;
+    std::function<HWND()> open;  // by key
+    std::string allowed;
+    double least = 0, most = 100, coarseness = 0;
+    wchar_t separator = 0;
+    bool tellsOnlyNews = true, readsEmpty = false;
+    std::size_t read = 100;  // characters
+    const wchar_t* leavingKeys = L"";
+};
+
+// A field of each kind with 10 in it.
 struct Fields : ControlTest {
     Fields() {
+        const auto note = [](HWND, const wchar_t* text, const wchar_t*, UINT, int, void* all) -> int {
+            return static_cast<Heard*>(all)->record.Call("Box", text), IDOK;
+        };
+        KX_SetMessageBoxHandler(note, &heard);
         KX_SetFieldHabits(parent.Window(), KxFieldHabits::AllOfLight());
         box.Create(Frame(10), 0, 0, 60, 20, true, true);
         spin.Create(Frame(50), 0, 0, 60, 20, true, true);
         list.Create(Frame(90), 0, 0, 60, 20, true, true);
-        std::vector<SColorSliderValue> powers;
-        for (int power = 0; power <= 100; ++power)
-            powers.push_back({static_cast<double>(power), false, false});
-        slider.Init(96, 9, powers.data(), 101, L"", false, L"mW", L"%g", true, eColorSliderType_Gradient,
-                    eColorSliderLayout_OneRow, 40);
-        slider.Create(parent.Window(), 10, 130, -1, -1, true, true);
+        slider.Make(parent.Window(), 130), range.Make(parent.Window(), 170);
         other = AddChild(parent.Window(), L"BUTTON", 7, {300, 10, 340, 30});
-        slider.SetPower(10, true);
         box.SetNumber(10), spin.SetNumber(10), list.SetText(L"10");
         Pump();
+        heard.record.Clear(), heard.entered.clear();
     }
-    HWND SliderEdit() {
-        return FindWindowExW(FindWindowExW(slider, nullptr, L"KxDevUI_EditBox", nullptr), nullptr, L"EDIT", nullptr);
+    std::vector<Kind> Kinds() {
+        const auto focus = [](HWND edit) { return [edit] { return SetFocus(edit), edit; }; };
+        return {
+            {"box", focus(box.GetEditWindow()), "0 to 100", 0, 100, 0, 0, false, true},
+            {"spin", focus(spin.GetEditWindow()), "0 to 100", 0, 100, 0, 0, false, true},
+            {"list", focus(list.GetEditWindow()), "0 to 100", 0, 100, 0, L';', false},
+            {"slider", focus(slider.Edit()), "0 to 100 mW", 0, 100, 0.5},
+            {"range", focus(range.Edit()), "0 to 100 mW", 0, 100, 0.5},
+            {"mode shutter", focus(iris.Edit()), "0 to 100", 0, 100, 0.5},
+            {"table", [this] { return cells.Open(); }, "a number", -kInf, kInf, 0, 0, true, true, 100, L"\n^"},
+            {"Z panel", focus(series.Item(1263)), "0.001 \u00B5m or more", 0.0005, 1e9, 0, 0, true, false, 15, L"\n"}};
     }
-    std::string TextAndSelection(HWND edit) {
+    static kx::ui::FieldText Look(HWND edit) {
         DWORD first = 0, last = 0;
         SendMessageW(edit, EM_GETSEL, reinterpret_cast<WPARAM>(&first), reinterpret_cast<LPARAM>(&last));
-        return Narrow(TextOf(edit)).insert(last, "]").insert(first, "[");
+        return {TextOf(edit), first, last};
     }
+    static std::string Shown(const kx::ui::FieldText& field) {
+        return Narrow(field.text).insert(field.last, "]").insert(field.first, "[");
+    }
+    std::string TextAndSelection(HWND edit) { return Shown(Look(edit)); }
     std::string Answer() { return Narrow(TextOf(kx::ui::AnswerWindow())); }
     // ^ stands for Escape, @ for Ctrl+A, ~ for Ctrl+Z.
     void TypeKeys(HWND edit, const std::wstring& keys) {
@@ -76,13 +204,23 @@ struct Fields : ControlTest {
             }
         }
     }
+    void PutOnClipboard(const std::wstring& text) {
+        const HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, (text.size() + 1) * sizeof(wchar_t));
+        lstrcpyW(static_cast<wchar_t*>(GlobalLock(memory)), text.c_str());
+        GlobalUnlock(memory);
+        OpenClipboard(parent.Window()), EmptyClipboard(), SetClipboardData(CF_UNICODETEXT, memory), CloseClipboard();
+    }
     // Alone, so that Enter finds no field beside it.
     HWND Frame(int y) { return AddChild(parent.Window(), L"STATIC", 100 + y, {10, y, 250, y + 40}); }
 
-    CKxDevUI_EditBox box;
-    CKxDevUI_EditBoxSpin spin;
-    CKxDevUI_EditBoxMultiValue list;
-    Laser slider;
+    Heard heard;
+    HeardBox<CKxDevUI_EditBox> box{heard};
+    HeardBox<CKxDevUI_EditBoxSpin> spin{heard};
+    HeardBox<CKxDevUI_EditBoxMultiValue> list{heard};
+    Laser slider{heard, eColorSliderType_Gradient}, range{heard, eColorSliderType_Range};
+    Iris iris{heard, parent.Window()};
+    Cells cells{heard, parent};
+    Series series{heard, parent.Window()};
     HWND other;
 };
 
@@ -95,21 +233,19 @@ TEST_F(Fields, AnswerTheSameKeysAlike) {
         {L"42@", "[42]", false}, {L"42~", "[10]", false}, {L"~~~", "[10]", false}, {L"13\n5\n", "[5]", false},
         {L"42\n^", "[42]", false}, {L"1.2.3\n", "1.2.3[]", true}, {L"101\n", "101[]", true}, {L"101\n^", "[10]", false}};
     // clang-format on
-    const std::pair<HWND, std::string> fields[] = {{box.GetEditWindow(), "0 to 100"},
-                                                   {spin.GetEditWindow(), "0 to 100"},
-                                                   {list.GetEditWindow(), ""},
-                                                   {SliderEdit(), "0 to 100 mW"}};
-    for (const auto& [edit, allowed] : fields) {
+    for (const Kind& kind : Kinds()) {
         for (const auto& [keys, shown, answered] : rows) {
+            if (std::wstring_view(keys).find_first_of(kind.leavingKeys) != std::wstring_view::npos) continue;
             SetFocus(other), Pump();
-            SetWindowTextW(edit, L"10");
-            kx::ui::HideAnswer(edit);
-            SetFocus(edit), Pump();
+            const HWND edit = kind.open();
+            SetFocus(other), SetWindowTextW(edit, L"10");
+            kx::ui::ShowAnswer(edit, L"");
+            kind.open(), Pump();
             TypeKeys(edit, keys);
-            EXPECT_EQ(TextAndSelection(edit), shown) << Narrow(keys);
+            EXPECT_EQ(TextAndSelection(edit), shown) << kind.name << Narrow(keys);
             const std::string answer = Answer();
-            EXPECT_TRUE(answered ? !answer.empty() && (allowed.empty() || answer == allowed) : answer.empty())
-                << Narrow(keys) << answer;
+            const bool isSaid = answer.ends_with(kind.allowed) || answer.ends_with("<0;100>");
+            EXPECT_TRUE(answered ? isSaid : answer.empty()) << kind.name << Narrow(keys) << answer;
         }
     }
 }
@@ -118,26 +254,26 @@ TEST_F(Fields, EnterNothingThatWasNotTyped) {
     // What a laser at 10 mW is asked for, by the keys and by leaving the field then; what the field shows and says.
     // clang-format off
     const std::tuple<const wchar_t*, std::string> rows[] = {
-        {L"", ", , 10, "}, {L"42^", ", , 10, "}, {L"13\n5\n", " 13.0 5.00, , 5, "}, {L"42", ",  42.0, 42, "},
-        {L"abc", ", , 10, "}, {L"1.2.3", ", , 10, \"1.2.3\": 0 to 100 mW"}, {L"1e1\n", " 10.0, , 10, "},
+        {L"", ", , 10, "}, {L"42^", ", , 10, "}, {L"13\n5\n", "Power(13) Power(5), , 5, "}, {L"42", ", Power(42), 42, "},
+        {L"abc", ", , 10, "}, {L"1.2.3", ", , 10, \"1.2.3\": 0 to 100 mW"}, {L"1e1\n", "Power(10), , 10, "},
         {L"1000\n", ", , 10, \"1000\": 0 to 100 mW"}, {L"\b", ", , 10, \"\": 0 to 100 mW"}};
     // clang-format on
     for (const auto& [keys, expected] : rows) {
         slider.SetPower(10, true);
-        SetFocus(SliderEdit()), Pump();
-        TypeKeys(SliderEdit(), keys);
-        const std::string entered = slider.Take();
-        kx::ui::HideAnswer(SliderEdit());
+        SetFocus(slider.Edit()), Pump();
+        TypeKeys(slider.Edit(), keys);
+        const std::string entered = heard.record.Take();
+        kx::ui::HideAnswer(slider.Edit());
         SetFocus(other), Pump();
-        const std::string left = slider.Take(), shown = Narrow(TextOf(SliderEdit()));
+        const std::string left = heard.record.Take(), shown = Narrow(TextOf(slider.Edit()));
         EXPECT_EQ(entered + ", " + left + ", " + shown + ", " + Answer(), expected) << Narrow(keys);
-        kx::ui::HideAnswer(SliderEdit());
+        kx::ui::HideAnswer(slider.Edit());
     }
     // A slider alone takes the strongest for what is beyond it, without the further habit.
     KX_SetFieldHabits(slider, KxFieldHabits::All());
-    SetFocus(SliderEdit()), Pump();
-    TypeKeys(SliderEdit(), L"1000\n");
-    EXPECT_EQ(slider.Take(), " 100.");
+    SetFocus(slider.Edit()), Pump();
+    TypeKeys(slider.Edit(), L"1000\n");
+    EXPECT_EQ(heard.record.Take(), "Power(100)");
 }
 
 TEST_F(Fields, TellAsBeforeAndGoOnToFields) {
@@ -152,6 +288,8 @@ TEST_F(Fields, TellAsBeforeAndGoOnToFields) {
     Play({{[&] { Type(L"4"); }, "44:768#44 44:256#44 44:258=52 44:768#44"},
           {[&] { Key(VK_ESCAPE); }, "44:258=27 44:768#44"},
           {[&] { Key(VK_ESCAPE); }, "44:258=27"},
+          // What the host sets meanwhile is set, also if it is what has been typed.
+          {[&] { Type(L"7"), box.SetNumber(7), parent.Record().Clear(), Key(VK_ESCAPE); }, "44:258=27"},
           {[&] { Type(L"7"), parent.Record().Clear(), Type(L"\n"); }, "44:258=13 44:1025#44 44:512#44 45:256#45"}});
     EXPECT_EQ(GetFocus(), spin.GetEditWindow());
     Type(L"\n");
@@ -160,6 +298,201 @@ TEST_F(Fields, TellAsBeforeAndGoOnToFields) {
     EXPECT_TRUE(KX_SetFieldHabits(box, {.select = true}));
     EXPECT_EQ(KX_GetFieldHabits(box.GetEditWindow()).tableOnly, false) << "the nearest decides";
     EXPECT_FALSE(KX_SetFieldHabits(nullptr, {}));
+}
+
+// The same keys without the habits and with them: 42, Escape, left; 7,5 and Enter; x, left.
+TEST_F(Fields, TellTheirHostsInTheGivenOrder) {
+    const std::pair<std::string, std::string>
+        boxes =
+            {"Char(52) Change Char(50) Change Char(27) Left(\"4210\") Char(55) Change Char(44) Change Char(53) Change "
+             "Char(13) Enter(\"427,510\") Left(\"427,510\") Char(120) Change Left(\"427,5x10\")",
+             "Char(52) Change Char(50) Change Char(27) Change Left(\"10\") Char(55) Change Char(44) Change Char(53) "
+             "Change Char(13) Enter(\"7.5\") Left(\"7.5\") Char(120) Left(\"7.5\")"},
+        rows[] = {boxes,
+                  boxes,
+                  boxes,
+                  {"Power(100) Power(7) Power(7) Power(0)", "Power(8)"},
+                  {"Range(100) Range(7) Range(7) Range(0)", "Range(8)"},
+                  {"Aperture(100) Aperture(7) Aperture(7) Aperture(0)", "Aperture(8)"},
+                  {"Cell(7)", "Cell(7.5)"},
+                  {"Step(10) Changed(2) Step(7.5) Changed(2) Changed(2) Box(\"Invalid value entered.\")",
+                   "Step(7.5) Changed(2) Changed(3)"}};
+    const std::vector<Kind> kinds = Kinds();
+    for (std::size_t i = 0; i < kinds.size(); ++i) {
+        for (const bool habits : {false, true}) {
+            KX_SetFieldHabits(parent.Window(), habits ? KxFieldHabits::AllOfLight() : KxFieldHabits{});
+            for (const wchar_t* keys : {L"42^", L"7,5\n", L"x"})
+                SetFocus(other), kinds[i].open(), TypeKeys(GetFocus(), keys), SetFocus(other), Pump();
+            EXPECT_EQ(heard.record.Take(), habits ? rows[i].second : rows[i].first) << kinds[i].name;
+        }
+    }
+}
+
+// The number that all of a text is, in the only way to write one; of a list, its numbers.
+std::vector<double> NumbersIn(const std::wstring& text, wchar_t separator) {
+    std::vector<double> numbers;
+    std::wistringstream pieces(text);
+    for (std::wstring piece; std::getline(pieces, piece, separator ? separator : L'\n');) {
+        wchar_t* end = nullptr;
+        if (separator) piece = kx::ui::Trimmed(piece);
+        if (separator && piece.empty()) continue;
+        numbers.push_back(std::wcstod(piece.c_str(), &end));
+        if (piece.find_first_not_of(L"0123456789+-.eE") != piece.npos || !end || *end || piece.empty()) return {};
+    }
+    return numbers;
+}
+
+// Any keys, pasted texts and ways out of a field: its text is always what the keys have made of it, and whatever the
+// host is told as entered is all that the field has shown then, and allowed. KX_FIELD_KEYS and KX_FIELD_SEED choose.
+struct FieldsUnderAnyKeys : Fields {
+    explicit FieldsUnderAnyKeys() : seed(Number("KX_FIELD_SEED", 1)), random(static_cast<std::uint64_t>(seed)) {}
+    static int Number(const char* name, int otherwise) {
+        const char* value = std::getenv(name);
+        return value ? std::atoi(value) : otherwise;
+    }
+    void Must(bool holds, const std::string& otherwise) {
+        if (!holds && wrong.empty()) wrong = otherwise;
+    }
+    kx::ui::FieldText Look() const { return Fields::Look(edit); }
+    bool IsAllowed(const Kind& kind, const std::wstring& text) const {
+        if (text.empty()) return kind.readsEmpty;
+        const auto numbers = NumbersIn(text, kind.separator);
+        return !numbers.empty() && (kind.separator || NumbersIn(text.substr(0, kind.read), 0) == numbers) &&
+               std::ranges::all_of(numbers,
+                                   [&](double n) { return std::isfinite(n) && n >= kind.least && n <= kind.most; });
+    }
+    void Open(const Kind& kind) {
+        if (GetFocus() != edit) SetFocus(other), edit = kind.open(), Pump();
+        const auto now = Look();
+        Must(now.first == 0 && now.last == now.text.size(), "the focus does not select all");
+        Must(!isHeld || now.text == held, "what is held is not brought back");
+        held = now.text, isHeld = true, isTouched = false;
+        seen.insert(held);
+    }
+    // What `written` makes of the text.
+    void Write(const std::wstring& written) {
+        expected =
+            kx::ui::Written(before, written, static_cast<std::size_t>(SendMessageW(edit, EM_GETLIMITTEXT, 0, 0)));
+        isTouched = true;
+    }
+    void Erase(int back, int on) {
+        expected = before;
+        if (before.first == before.last) {
+            expected->first -= before.first > 0 && back;
+            expected->last += before.last < before.text.size() && on;
+        }
+        expected = kx::ui::Written(*expected, L"", 1000);
+        isTouched = true;
+    }
+    void Paste(const Kind& kind) {
+        const std::wstring text = random.Of<std::wstring>({L"7,5", L" 12\r\n", L"1e400", L"--5", L"1.2.3", L"", L"  ",
+                                                           L"\u202E12", L"\u0663\u0664", L"1\a2", L"50 mW", L"1,234.5",
+                                                           L"3;4", std::wstring(2'000'000, L'1'),
+                                                           std::wstring(110, L'0') + L"7", L"4.2000000000000001e1"});
+        PutOnClipboard(text);
+        said = "paste " + Narrow(text.substr(0, 30));
+        const auto written = kx::ui::NumberPasted(text, kind.separator);
+        written ? Write(*written) : void(expected = before);
+        Key('V', MOD_CONTROL);
+    }
+    void Letter(const Kind& kind) {
+        const wchar_t letter = random.Of(std::vector<wchar_t>(letters.begin(), letters.end()));
+        said = "key " + Narrow({&letter, 1});
+        const auto written = kx::ui::NumberCharacter(letter, kind.separator);
+        written ? Write({*written}) : void(expected = before);
+        TypeKeys(edit, {letter});
+    }
+    void OtherKey() {
+        const WORD key =
+            random.Of<WORD>({VK_BACK, VK_DELETE, VK_LEFT, VK_RIGHT, VK_HOME, VK_END, VK_UP, 'A', 'Z', 'X'});
+        said = "key code " + std::to_string(key);
+        const bool control = key >= 'A', shift = random.OneIn(3) && key >= VK_END && key <= VK_RIGHT;
+        if (key == VK_BACK || key == VK_DELETE) Erase(key == VK_BACK, key == VK_DELETE);
+        if (key == 'X') before.first == before.last ? void(expected = before) : Erase(0, 0);
+        if (key == 'A') expected = {before.text, 0, before.text.size()};
+        if (key == 'Z' || key == VK_UP) isTouched = true;
+        Key(key, control ? MOD_CONTROL : shift ? MOD_SHIFT : 0);
+        const auto now = Look();
+        const bool isMove = key >= VK_END && key <= VK_RIGHT && (key != VK_UP || edit != spin.GetEditWindow());
+        Must(!isMove || now.text == before.text, "the text changes");
+        Must(key != 'Z' || seen.contains(now.text), Narrow(now.text) + " has not been shown");
+    }
+    // Enter, or the focus goes.
+    void Leave(const Kind& kind, bool byEnter) {
+        said = byEnter ? "Enter" : "left";
+        const bool isFit = IsAllowed(kind, before.text), isNew = isTouched && before.text != held;
+        byEnter ? Key(VK_RETURN) : void(SetFocus(other));
+        Pump();
+        const std::wstring& meant = isFit || !isTouched ? before.text : held;
+        for (const auto& told : heard.entered) {
+            std::vector<double> numbers = NumbersIn(meant, kind.separator);
+            if (meant.empty()) numbers = {0};
+            Must(std::ranges::equal(
+                     told, numbers,
+                     [&](double a, double b) { return std::abs(a - b) <= kind.coarseness + std::abs(b) * 1e-9; }),
+                 std::to_string(told.empty() ? 0 : told.front()) + " is entered");
+        }
+        const bool isCell = edit == cells.Edit();
+        Must(!byEnter || isCell || (SendMessageW(GetFocus(), WM_GETDLGCODE, 0, 0) & DLGC_HASSETSEL),
+             "Enter goes to no field");
+        Must(!isNew || !isFit || (isCell && !byEnter) || !heard.entered.empty(), "nothing is entered");
+        const bool isQuiet = byEnter ? isTouched && !isFit : kind.tellsOnlyNews && (!isTouched || !isFit || isCell);
+        Must(!isQuiet || heard.entered.empty(), "something is entered");
+        const bool stays = GetFocus() == edit && Look().text == before.text;
+        // Nothing is nothing to enter in the Z panel.
+        Must(!byEnter || !isTouched || isFit || stays || before.text.empty(), "Enter does not stay with it");
+        if (byEnter && isTouched && !isFit && stays) return;
+        if (isNew && isFit && !(isCell && !byEnter)) isHeld = false;
+        Open(kind);
+    }
+    void Step(const Kind& kind) {
+        before = Look(), expected.reset(), heard.entered.clear();
+        switch (random.Below(20)) {
+        case 0:
+        case 1: Leave(kind, true); return;
+        case 2:
+        case 3: Leave(kind, false); return;
+        case 4:
+            said = "Escape", Key(VK_ESCAPE);
+            Open(kind);
+            break;
+        case 5: Paste(kind); break;
+        case 6:
+        case 7:
+        case 8:
+        case 9: OtherKey(); break;
+        default: Letter(kind);
+        }
+        const auto now = Look();
+        seen.insert(now.text);
+        Must(heard.entered.empty(), "something is entered");
+        Must(!expected || now == *expected, "not " + (expected ? Shown(*expected) : std::string()));
+    }
+
+    static constexpr std::wstring_view letters = L"01234567890123456789..,,--eEx; +\u0663\uFF15";
+    int seed;
+    kx::Random random;
+    HWND edit = nullptr;
+    std::wstring held;  // what Escape brings back, if that is known
+    bool isHeld = false, isTouched = false;
+    std::set<std::wstring> seen;
+    std::string said, wrong;
+    kx::ui::FieldText before;
+    std::optional<kx::ui::FieldText> expected;
+};
+
+TEST_F(FieldsUnderAnyKeys, EnterWhatWasTypedAndShown) {
+    const int keys = Number("KX_FIELD_KEYS", 100);
+    for (const Kind& kind : Kinds()) {
+        std::string trace;
+        isHeld = false, edit = nullptr, seen.clear(), Open(kind);
+        for (int i = 0; i < keys && wrong.empty(); ++i) {
+            Step(kind);
+            trace += said + " -> " + TextAndSelection(edit) + "\n";
+        }
+        ASSERT_EQ(wrong, "") << kind.name << " from seed " << seed << "\n"
+                             << trace.substr(trace.size() > 900 ? trace.size() - 900 : 0);
+    }
 }
 
 TEST_F(Fields, AnswerBesideTheField) {
@@ -189,13 +522,15 @@ TEST_F(Fields, TakeAPastedTextWholeOrNotAtAll) {
          {std::pair(L"7,5", "7.5[]"), std::pair(L"7 apples", "[10]"), std::pair(L"123456", "[10]")}) {
         box.SetText(L"10");
         SetFocus(other), SetFocus(edit);
-        const HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, 100);
-        lstrcpyW(static_cast<wchar_t*>(GlobalLock(memory)), text);
-        GlobalUnlock(memory);
-        OpenClipboard(edit), EmptyClipboard(), SetClipboardData(CF_UNICODETEXT, memory), CloseClipboard();
+        PutOnClipboard(text);
         Key('V', MOD_CONTROL);
         EXPECT_EQ(TextAndSelection(edit), shown);
     }
+    // The host would read 0.
+    box.SetMaxChars(200);
+    PutOnClipboard(std::wstring(101, L'0') + L"7");
+    SetFocus(other), SetFocus(edit), Key('V', MOD_CONTROL), Type(L"\n");
+    EXPECT_EQ(heard.record.Take().find("Enter("), std::string::npos);
 }
 
 }  // namespace

@@ -138,6 +138,26 @@ step 'keys ctrl+a 3 period 0 Return Return' 'Z drive: OnStepChanged\(3, 1\)'
 step 'click "Microscope/Z drive/1263"' 'Focus: Microscope/Z drive/1263'
 nothing 'Z drive: OnStepChanged.*'
 
+say "Undo and redo"
+objective='Microscope/Nosepiece/10204'
+step "click $objective" 'Nosepiece: OnPositionChangeRequest\(4\)' 'Status: Plan Apo 60x/1.40 Oil'
+step 'keys ctrl+z' 'Host: Undone: Objective 20x .* 60x' 'Status: Plan Apo 20x/0.75'
+step 'keys ctrl+y' 'Host: Done again: Objective 20x .* 60x' 'Status: Plan Apo 60x/1.40 Oil'
+# In a field they are its own.
+step 'click Microscope/Laser/10001' "$typed"
+step 'keys ctrl+a 1 4 Return 6 Return' 'Laser: OnPowerChanged\(14\)' 'Laser: OnPowerChanged\(6\)'
+keys ctrl+z ctrl+z ctrl+y
+before_keys=$mark
+step 'click Host/500' 'Focus: Host/500'
+mark=$before_keys
+nothing 'Host: .*'
+# Never more light: of what went up and down again the way up is undone.
+step 'keys ctrl+z' 'Host: Left as it is, the light would rise: Laser 640 14 mW .* 6 mW'
+step 'keys ctrl+z' 'Host: Undone: Laser 640 0 mW .* 6 mW'
+step 'keys ctrl+y' 'Host: Left as it is, the light would rise: .*'
+step 'menu Edit' 'Place: Menu/Undo: Objective 20x .* 60x.*'
+keys Escape Escape
+
 say "A modal dialog"
 changing Host time_series
 click Dialog/1301 80
@@ -151,8 +171,12 @@ step 'keys Escape' 'Time series: OnCommand id 2 code 0x0000' 'Time series: OnDes
 say "Wheel and drag on the page of the controls"
 page 502
 changing Controls/Sliders/1520 'wheel_up Controls/Sliders/1520' 'Exposure: OnHPotDragDrop'
+look interval Controls/Sliders/1527
 changing Controls/Sliders/1522 'drag Controls/Sliders/1522 30 80' \
   'Interval: OnHPotChange\(.*\)' 'Interval: OnHPotDragDrop'
+# A drag is undone as a whole.
+step 'keys ctrl+z' 'Host: Undone: Interval 30 s .*'
+unchanged interval Controls/Sliders/1527
 look gain Controls/Sliders/1521
 changing Controls/Sliders/1527 'keys Right' 'Interval: OnHPotDragDrop'
 unchanged gain Controls/Sliders/1521

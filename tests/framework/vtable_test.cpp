@@ -1,9 +1,11 @@
 // The order of virtual functions is part of the binary interface: hosts derive from the controls.
 #include <bench/bench.h>
+#include <kxdevui/controls/devgui_checkbox.h>
 #include <kxdevui/controls/devgui_combobox.h>
 #include <kxdevui/controls/devgui_editbox_multivalue.h>
 #include <kxdevui/controls/devgui_editbox_spin.h>
 #include <kxdevui/controls/devgui_hpot.h>
+#include <kxdevui/controls/devgui_imagebutton.h>
 #include <kxdevui/controls/devgui_listbox.h>
 #include <kxdevui/controls/devgui_radio.h>
 #include <kxdevui/framework/devgui_container.h>
@@ -74,6 +76,9 @@ template <> const Slots Open<CKxDevUI_ColorSlider>::own = SlotsOf(&Open::OnPower
     &Open::OnScroll, &Open::OnMouseWheel);
 using RangeSlider = CKxDevUI_ColorSlider::CKxDevUI_ColorSliderRangeHPot;
 template <> const Slots Open<RangeSlider>::own = SlotsOf(&Open::OnRangeChanged);
+template <> const Slots Open<CKxDevUI_ImageButton>::own = SlotsOf(&Open::OnClickRequest, &Open::OnStateChangeRequest,
+    &Open::OnMenuRequest);
+template <> const Slots Open<CKxDevUI_CheckBox>::own = SlotsOf(&Open::OnStateChangeRequest);
 template <> const Slots Open<CKxDevUI_Shutter>::own = SlotsOf(&Open::UpdateShutterIcon, &Open::OnStateChangeRequest,
     &Open::OnRenameDlgRequest);
 template <> const Slots Open<CKxDevUI_ModeShutter>::own = SlotsOf(&Open::OnApertureChangeRequest,
@@ -127,6 +132,8 @@ TEST(VirtualTables, HoldEachOperationAtItsPlace) {
         {"combo box", 35, Open<CKxDevUI_ComboBox>::own},
         {"values of a list box", 19, ValueSlots<CKxDevUI_ListBox>()},
         {"list box", 35, Open<CKxDevUI_ListBox>::own},
+        {"image button", 19, Open<CKxDevUI_ImageButton>::own},
+        {"check box", 19, Open<CKxDevUI_CheckBox>::own},
         {"slider of a range", 19, Open<RangeSlider>::own},
         {"shutter", 19, Open<CKxDevUI_Shutter>::own},
         {"mode shutter", 19, Open<CKxDevUI_ModeShutter>::own},

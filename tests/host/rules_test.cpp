@@ -1,6 +1,7 @@
-// Where panels stand on a page, and what the file with the settings is answered with.
+// Where panels stand on a page, what the file with the settings is answered with, and what can be undone.
 #include <bench/bench.h>
 #include <host/rules/flow.h>
+#include <host/rules/history.h>
 #include <host/rules/settings.h>
 
 #include <sstream>
@@ -62,4 +63,91 @@ TEST(HostRules, SettingsAreReadWholeOrNotAtAll) {
     // Cut anywhere before its last line's text is whole.
     for (std::size_t i = 0; i + 2 < text.size(); ++i)
         EXPECT_EQ(ReadSettings(text.substr(0, i)), none) << i;
+}
+
+namespace {
+
+// "a121" is a change of a from 1 to 2 by gesture 1; - undoes, + does again, x and y forget the next of each. What is
+// left: "a12 b01 | a34", the last after the line having been undone.
+std::string Left(const std::string& script) {
+    History history;
+    std::istringstream words(script);
+    for (std::string word; words >> word;) {
+        switch (word[0]) {
+        case '-': history.Undone(); break;
+        case '+': history.Redone(); break;
+        case 'x': history.ForgetUndo(); break;
+        case 'y': history.ForgetRedo(); break;
+        default:
+            history.Record({{static_cast<wchar_t>(word[0])},
+                            word[1] - '0' + 0.0,
+                            word[2] - '0' + 0.0,
+                            static_cast<unsigned>(word[3])});
+        }
+    }
+    std::ostringstream text;
+    const auto tell = [&](const Change& each) {
+        text << static_cast<char>(each.what[0]) << each.from << each.to << ' ';
+    };
+    for (const auto done = history.Done(); const Change& each : std::vector(done.rbegin(), done.rend()))
+        tell(each);
+    for (text << "| "; history.ToRedo(); history.Redone())
+        tell(*history.ToRedo());
+    return text.str();
+}
+
+}  // namespace
+
+TEST(HostRules, WhatWasAskedForCanBeTakenBack) {
+    const std::pair<const char*, const char*> rows[] = {
+        {"a121 b012", "a12 b01 | "},
+        // A drag is one change, and none when it comes back; another thing between makes two of it.
+        {"a121 a231 a341", "a14 | "},
+        {"a121 a231 a311", "| "},
+        {"a121 b011 a231", "a12 b01 a23 | "},
+        {"a111", "| "},
+        {"a121 b012 -", "a12 | b01 "},
+        {"a121 b012 - - +", "a12 | b01 "},
+        // What comes new goes on from where the undoing has led to.
+        {"a121 b012 - a233", "a12 a23 | "},
+        {"a121 b011 - a231", "a12 a23 | "},
+        {"a121 b012 x", "a12 | "},
+        {"a121 b012 a233 x", "a13 b01 | "},
+        {"a121 a212 x", "| "},
+        {"a121 a232 - - y", "| a13 "},
+        {"a121 b012 - y", "a12 | "},
+        {"a121 b012 - x", "| b01 "}};
+    for (const auto& [script, left] : rows)
+        EXPECT_EQ(Left(script), left) << script;
+    History many;
+    for (int i = 0; i < 60; ++i)
+        many.Record({L"a", i + 0.0, i + 1.0, static_cast<unsigned>(i)});
+    EXPECT_EQ(many.Done().size(), History::Most);
+    EXPECT_EQ(many.Done().back().from, 10);
+    EXPECT_EQ(many.LastOf(L"a"), 60);
+    EXPECT_EQ(many.LastOf(L"b"), std::nullopt);
+}
+
+TEST(HostRules, UndoNeitherRaisesLightNorMovesWhatHasMovedSince) {
+    constexpr std::optional<double> unknown;
+    const std::tuple<double, double, std::optional<double>, Light, Verdict> rows[] = {
+        {2, 1, 2, Light::None, Verdict::Ask},          {2, 1, unknown, Light::None, Verdict::Ask},
+        {2, 1, 3, Light::None, Verdict::HasChanged},   {0.3, 0.1, 0.1 + 0.2, Light::None, Verdict::Ask},
+        {2, 5, 2, Light::More, Verdict::Raises},       {5, 2, 5, Light::More, Verdict::Ask},
+        {5, 2, 1, Light::More, Verdict::Raises},       {5, 2, 7, Light::More, Verdict::HasChanged},
+        {5, 2, unknown, Light::More, Verdict::Raises}, {1, 0, unknown, Light::More, Verdict::Ask},
+        {1, 0, 1, Light::Moves, Verdict::Raises}};
+    for (const auto& [from, to, now, light, verdict] : rows)
+        EXPECT_EQ(Judge({L"a", from, to}, now, light), verdict) << from << ' ' << to;
+}
+
+TEST(HostRules, AGestureLastsUntilTheNextPressOrAPauseOfTheWheel) {
+    Gestures gestures;
+    std::string numbers;
+    const auto note = [&] { numbers += std::to_string(gestures.Now()); };
+    for (const int time : {-1, -200, 300, 801, -1, 802}) {
+        time == -1 ? gestures.Press() : gestures.Turn(static_cast<unsigned>(time));
+        note();
+    }
+    EXPECT_EQ(numbers, "122345");
 }

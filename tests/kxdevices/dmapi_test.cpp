@@ -172,6 +172,16 @@ TEST(SimulatedDevices, DrivesGoOverADistanceWithinTheirRange) {
     EXPECT_TRUE(drive.MoveTo(560));
     Clock::now += 15;  // the counter wraps around meanwhile
     EXPECT_TRUE(drive.MoveTo(10) && drive.GetPosition(x) && x == 410) << "turned round half way";
+    EXPECT_TRUE(drive.GetTarget(x) && x == 10);
+    auto& laser = microscope.Add<CKxSimLaserOutput>(L"Laser", std::vector<std::wstring>{L"A"}, true);
+    laser.SetSpeed(10);
+    EXPECT_TRUE(laser.SetPower(50) && laser.GetPower() == 50);
+    Clock::now += 10;
+    EXPECT_TRUE(laser.GetMeasuredPower(x) && x == 25) << "it settles";
+    laser.Stop();
+    EXPECT_TRUE(laser.GetPower() == 25 && laser.GetDeviceState() == eKxDeviceState_Ready);
+    laser.SetPower(80), laser.TurnLightOff();
+    EXPECT_TRUE(laser.GetMeasuredPower(x) && x == 0) << "at once";
 }
 
 TEST(SimulatedDevices, KeepTheirRules) {

@@ -81,6 +81,18 @@ TEST_F(ModeShutter, SaysWhyItIsRefused) {
     EXPECT_EQ(KX_GetActivity(row.m_slider), (KxActivity{EKxActivity::Failed, -1, L"stuck"}));
 }
 
+// Its slider is higher than the row.
+TEST_F(ModeShutter, ShowsAFailureInALowRow) {
+    for (const double zoom : {1.0, 1.5, 2.0}) {
+        CKxGUILayoutManager::SetGuiZoom(zoom);
+        Device device;
+        Row row(parent, device);
+        row.Create(parent.Window(), 10, 10, 256, 32, true, true);
+        KX_TellActivity(row, {EKxActivity::Failed, -1, {}});
+        EXPECT_GT(Picture::OnScreen(row).Count(KX_GetVorGuiColor(eKxVorGuiColor_Alert)), 120 * zoom * zoom);
+    }
+}
+
 TEST_F(ModeShutter, ShowsWhatIsAskedForAndNothingElse) {
     for (int flags = 0; flags < 32; ++flags) {
         Device before(eKxShutterMode_Fast, {1, 2}), device(eKxShutterMode_Aperture);

@@ -77,7 +77,9 @@ Filling AnyFilling(Random& random) {
 struct ColorSliderSubject : SubjectOf<Slider> {
     ColorSliderSubject(EColorSliderType type, EColorSliderLayoutType layout) : type_(type), layout_(layout) {}
 
-    std::vector<std::wstring> OwnTexts() const override { return {L"Lamp", L"  Lamp", L"R&D <svg>", L"A name", L"nm"}; }
+    std::vector<std::wstring> OwnTexts() const override {
+        return {L"Lamp", L"  Lamp", L"R&D <svg>", L"  R&D <svg>", L"A name", L"  A name", L"nm"};
+    }
     std::vector<Exception> Exceptions() const override {
         return {{Law::Disabled, "by its window", "what is in a container follows SetEnabled"},
                 {Law::Zoom, "the column", "is given in pixels of the screen"},
@@ -117,6 +119,7 @@ struct ColorSliderSubject : SubjectOf<Slider> {
         const auto fill = [this](Random& r) { filled_ = true, control_->Fill(AnyFilling(r)); };
         return {
             {"a life of requests", [this](Random& r) { TellAnyActivity(*control_, r); }},
+            {"readings", [this](Random& r) { TellAnyReadings(*control_, r); }},
             {"a filling", fill},
             {"another filling", fill},
             {"a rainbow", Do(&Slider::SetHorizontalRainbow, AnyNumber, AnyNumber)},

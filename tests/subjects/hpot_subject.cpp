@@ -86,6 +86,7 @@ struct SliderSubject : SubjectOf<Slider> {
             {"a size", Do(&Slider::SetSize, Length, Within(40, 40), Within(-3, 12))},
             {"updating", [this](Random& r) { control_->Update(r.OneIn(2), r.OneIn(2), true); }},
             {"looks", [this](Random& r) { control_->SetTransparent(r.OneIn(2)), control_->SetHover(r.OneIn(2)); }},
+            {"readings", [this](Random& r) { TellAnyReadings(*control_, r); }},
             {"the filter's mode", Do(&Slider::SetbAOTF, Flag)},
         };
     }

@@ -74,6 +74,7 @@ struct ModeShutterSubject : SubjectOf<Row> {
             {"taking away", Do(&Row::DestroyControls)},
             {"making anew", Do(&Row::CreateControls)},
             {"a life of requests", [this](Random& r) { TellAnyActivity(*control_, r); }},
+            {"readings", [this](Random& r) { TellAnyReadings(*control_, r); }},
         };
     }
 

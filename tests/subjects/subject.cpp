@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include <kxdevui/framework/devgui_activity.h>
+#include <kxdevui/framework/devgui_readings.h>
 #include <kxdevui/framework/ui_gdi.h>
 
 namespace kx::test {
@@ -46,6 +47,11 @@ double AnyNumber(Random& random) {
 void TellAnyActivity(HWND control, Random& random) {
     const auto activity = static_cast<EKxActivity>(random.Between(0, static_cast<int>(EKxActivity::Locked)));
     KX_TellActivity(control, {activity, random.Between(-1, 17), random.Of({L"", L"17"})});
+}
+
+void TellAnyReadings(HWND control, Random& random) {
+    KX_TellLight(control, static_cast<EKxLight>(random.Between(0, 2)));
+    KX_TellMeasured(control, {.asked = AnyNumber(random), .measured = AnyNumber(random)});
 }
 
 void WithDc(int width, int height, const std::function<void(HDC)>& run) {

@@ -125,8 +125,9 @@ auto OneOf(std::initializer_list<T> values) {
     return [all = std::vector<T>(values)](Random& random) { return random.Of(all); };
 }
 
-// Tells a control of a device how it is with its requests.
+// Tells a control of a device how it is with its requests; any what was reported of its light and its values.
 void TellAnyActivity(HWND control, Random& random);
+void TellAnyReadings(HWND control, Random& random);
 
 // Runs with a DC that draws into a bitmap of this size.
 void WithDc(int width, int height, const std::function<void(HDC)>& run);

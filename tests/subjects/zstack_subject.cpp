@@ -62,6 +62,7 @@ struct ZStackSubject : SubjectOf<Panel> {
         const auto id = [](Random& r) { return r.Between(1251, 1270); };
         return {
             {"a life of requests", [this](Random& r) { TellAnyActivity(Window(), r); }},
+            {"readings", [this](Random& r) { TellAnyReadings(Window(), r); }},
             {"the ends",
              [=, this](Random& r) {
                  r.OneIn(2) ? record_.SetTop(z(r), true) : record_.SetBottom(z(r), true);

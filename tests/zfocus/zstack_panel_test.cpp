@@ -1,8 +1,10 @@
 // The panel over the real record: what it shows, under the hands of users; its dialog.
 #include "zstack_panel.h"
 
+#include <kxbaseui/kx_tooltip.h>
 #include <kxdevui/framework/devgui_habits.h>
 #include <kxdevui/framework/devgui_messages.h>
+#include <kxdevui/framework/devgui_readings.h>
 #include <kxdevui/framework/ui_answer.h>
 #include <kxdevui/framework/ui_parts.h>
 
@@ -72,12 +74,57 @@ TEST_F(ZStackPanel, HasTheHabitsOfFields) {
         {// From field to field, past the button of the suggestion.
          {[&] { SetFocus(Item(IDC_ZS_EDIT_STEP)), Type(L"3,5\n"); },
           "Step(3.5, 1) Shown(0) Changed(2) Shown(0) at 1266: 3.50"},
-         {[] { Type(L"\n"); }, "Changed(3) Shown(0) at 1264: 3.50"},
+         {[&] { Type(L"\n"), SetFocus(Item(IDC_ZS_EDIT_STEP)); }, "Shown(0) Shown(0) at 1263: 3.50"},
          // Refused without a box, wherever the focus goes, and once.
-         {[&] { SetFocus(Item(IDC_ZS_EDIT_STEP)), Key('A', MOD_CONTROL), Type(L"-5x\n"); },
-          "Changed(3) Shown(0) Changed(2) Shown(0) at 1263: 3.50"}},
+         {[] { Type(L"-5x\n"); }, "Changed(2) Shown(0) at 1263: -5"},
+         // As it was entered, in the same words as the panel's; what was typed before has gone.
+         {[] { Key(VK_ESCAPE), Type(L"2.50\n"), Key(VK_TAB, MOD_SHIFT), Type(L"7"), Key(VK_ESCAPE), Key(VK_ESCAPE); },
+          "Step(2.5, 1) Shown(0) Changed(2) Shown(0) Shown(0) at 1263: 2.50"},
+         {[&] { SetFocus(parent.Window()); }, "Shown(0) at 0: 2.50"}},
         see);
-    EXPECT_EQ(TextOf(kx::ui::AnswerWindow()), L"Value is out of range.");
+    SetFocus(Item(IDC_ZS_EDIT_STEP)), Type(L"4"), Click(Item(IDC_ZS_EDIT_STEPS), 3, 5);
+    EXPECT_EQ(SendMessageW(Item(IDC_ZS_EDIT_STEPS), EM_GETSEL, 0, 0), 0) << "a click places the caret";
+}
+
+// What a field says that it allows is taken, and no more is.
+TEST_F(ZStackPanel, SaysWhatItsFieldsAllow) {
+    Make(true);
+    KX_SetFieldHabits(panel.GetHandle(), KxFieldHabits::All());
+    CKxDevUI_ZStack::iKeepRange = -1;
+    const std::tuple<int, std::optional<double>, double, double, int, std::wstring> rows[] = {
+        // clang-format off
+        {0, std::nullopt, 500, 520, 1263, L"0.001 \u00B5m or more"}, {0, std::nullopt, 0, 1000, 1263, L"0.002 \u00B5m or more"},
+        {0, std::nullopt, 500, 500.005, 1266, L"1 to 6, whole numbers"}, {0, std::nullopt, 500, 520, 1264, L"0 to 520 \u00B5m"},
+        {0, std::nullopt, 500, 520, 1267, L"500 to 1000 \u00B5m"}, {2, 510, 500, 520, 1265, L"0 to 1000 \u00B5m"},
+        {3, 510, 500, 520, 1264, L"0 to 510 \u00B5m"}, {3, 510, 500, 520, 1267, L"0 to 490 \u00B5m"},
+        {3, std::nullopt, -5, 15, 1264, L"0 to 985 \u00B5m"}, {3, std::nullopt, -5, 15, 1267, L"0 to 995 \u00B5m"}};
+    // clang-format on
+    for (const auto& [type, home, bottom, top, edit, allowed] : rows) {
+        double least = 0, most = kInf;
+        std::swscanf(allowed.c_str(), L"%lf to %lf", &least, &most);
+        const double beyond = edit == 1266 ? 1 : edit == 1265 ? 0.01 : 0.001;
+        // A sign means nothing to a distance.
+        for (const auto& [value, taken] :
+             {std::pair(least, true), {least - beyond, type == 3}, {most, true}, {most + beyond, false}}) {
+            if (value == kInf) break;
+            record.SetStep(2), Set(type, home, bottom, top), panel.UpdateGUI(3);
+            SetFocus(Item(edit));
+            kx::ui::ShowAnswer(Item(edit), L"");
+            CKxStringW text;
+            text.Format(20, L"%.10g", value);
+            Type(text.str() + L"\n");
+            const std::wstring refused = L"\"" + text.str() + L"\": " + allowed;
+            EXPECT_EQ(TextOf(kx::ui::AnswerWindow()), taken ? L"" : refused) << edit << Narrow(text.str());
+            SetFocus(parent.Window());
+        }
+    }
+    CKxDevUI_ZStack::iKeepRange = 0;
+    SetFocus(Item(1266)), Type(L"1x");
+    EXPECT_NE(TextOf(kx::ui::AnswerWindow()).find(L"whole numbers"), std::wstring::npos);
+    Type(L"2.5\n");
+    EXPECT_EQ(GetFocus(), Item(1266)) << "12 is a part of it";
+    Key(VK_ESCAPE), SetFocus(Item(1263)), Type(L"4.2000000000000001e1\n");
+    EXPECT_EQ(Shown(1263) + " at " + std::to_string(GetDlgCtrlID(GetFocus())), "4.2000000000000001e1 at 1263");
 }
 
 TEST_F(ZStackPanel, SaysWhyZStaysWhereItIs) {
@@ -85,9 +132,33 @@ TEST_F(ZStackPanel, SaysWhyZStaysWhereItIs) {
     panel.refusal = L"The stage is in the way";
     SendMessageW(Item(IDC_ZS_EDIT_TOP), WM_LBUTTONDBLCLK, 0, 0);
     EXPECT_EQ(KX_GetActivity(panel.GetHandle()), (KxActivity{EKxActivity::Refused, -1, panel.refusal}));
-    KX_TellActivity(panel.GetHandle(), {EKxActivity::Failed, -1, L"stuck"}),
-        KX_TellActivity(panel.GetHandle(), KxActivity{});
+    KX_TellActivity(panel.GetHandle(), {EKxActivity::Failed, -1, L"stuck"});
+    wchar_t tip[80]{};
+    TOOLINFOW tool{};
+    tool.cbSize = TTTOOLINFOW_V1_SIZE, tool.hwnd = parent.Window(), tool.lpszText = tip;
+    tool.uId = reinterpret_cast<UINT_PTR>(panel.GetHandle());
+    SendMessageW(KX_GetToolTipWindow(panel.GetHandle()), TTM_GETTEXTW, 80, reinterpret_cast<LPARAM>(&tool));
+    EXPECT_STREQ(tip, L"Failed: stuck");
+    KX_TellActivity(panel.GetHandle(), KxActivity{});
     EXPECT_EQ(kx::ui::TextOf(panel.GetHandle()), L"Z-Stack") << "called by its own name again";
+}
+
+TEST_F(ZStackPanel, ShowsWhereZWasSent) {
+    Make(true);
+    const HWND window = panel.GetHandle();
+    const Picture there = Picture::OnScreen(window);
+    KX_TellMeasured(window, {.asked = 500, .measured = 3});
+    EXPECT_EQ(Picture::OnScreen(window), there) << "where it stands";
+    EXPECT_TRUE(KX_TellMeasured(window, {.asked = 520}) && !KX_TellLight(window, EKxLight::On));
+    RECT told{};
+    EXPECT_TRUE(GetUpdateRect(window, &told, FALSE));
+    EXPECT_GT(told.left, RectInParent(Item(IDC_ZS_EDIT_TOP)).right) << "the scale alone";
+    EXPECT_NE(Picture::OnScreen(window), there);
+    // The mark's number has that colour alone.
+    KX_TellActivity(window, {EKxActivity::Unknown, -1, {}});
+    EXPECT_EQ(Picture::OnScreen(window).Count(RGB(200, 70, 0)), 0) << "where it is lost it stands nowhere";
+    KX_TellActivity(window, KxActivity{}), KX_TellMeasured(window, KxMeasured{});
+    EXPECT_EQ(Picture::OnScreen(window), there);
 }
 
 TEST_F(ZStackPanel, ValidatesWhatTheFocusLeaves) {

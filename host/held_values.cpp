@@ -1,0 +1,6 @@
+#include "held_values.h"
+
+HeldValues& Held() {
+    static HeldValues values;
+    return values;
+}

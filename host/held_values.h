@@ -1,0 +1,59 @@
+// What is set on the microscope where no device of the registry holds it: the stage, the lamps, the camera, the light
+// sources, the drives of the Z series. Kept while the panels that show and change it come and go.
+#pragma once
+
+#include <array>
+#include <list>
+#include <set>
+#include <string>
+#include <vector>
+
+#include <kxdevices/kx_simdevices.h>
+#include <kxdevices/kx_zstackdata.h>
+
+struct HeldValues {
+    struct Lamp {
+        bool on = false;
+        double level = 40;  // percent
+    };
+    struct Plane {
+        double z;         // micrometres
+        double exposure;  // milliseconds
+        std::wstring note;
+        bool taken = true;
+    };
+
+    // The stand: micrometres, and the index of the step.
+    double stageX = 0, stageY = 0;
+    int stageStep = 3;
+    std::wstring exposure = L"20";  // of the camera, as it was entered
+    int cameraBinning = 0;
+    bool live = false;
+    Lamp transmitted, reflected;
+    bool tube = false, condenserOut = false;
+    int seriesCount = 10;
+    double seriesInterval = 5.0;  // seconds
+
+    // The generic controls: milliseconds, a factor, seconds, degrees; then milliseconds, a factor, nanometres, seconds.
+    std::array<double, 4> sliders{20, 2, 30, -20};
+    double fieldExposure = 20, fieldGain = 2;
+    std::list<double> fieldWavelengths{450, 525, 600};
+    double fieldDelay = 0.5;
+    int binning = 0;
+    std::vector<Plane> planes;  // empty until a panel has planned the first ones
+
+    // Light sources, in the order of their sliders; nanometres for the wavelength and the band.
+    std::array<double, 7> powers{0, 0, 0, 0, 0, 550, 0};
+    double bandFrom = 500, bandTo = 600;
+
+    // The Z series and its drives: focus and piezo.
+    std::array<SKxSimZDrive, 2> drives{{{.rangeMin = 0, .rangeMax = 10000, .speed = 20, .from = 4000, .to = 4000},
+                                        {.rangeMin = 0, .rangeMax = 300, .speed = 60, .from = 150, .to = 150}}};
+    CKxZStackData series;  // empty until a panel has planned the first one
+
+    // The panels, by their names, that the user has told to refuse what is asked for.
+    std::set<std::wstring> refusing;
+};
+
+// The host has one microscope; panels are told no way to these.
+HeldValues& Held();

@@ -1,0 +1,127 @@
+#include "field_panel.h"
+
+#include <algorithm>
+
+#include <kxbaseui/kx_bitmappool.h>
+#include <kxbaseui/kx_layoutmanager.h>
+#include <kxbaseui/kx_svgstring.h>
+#include <kxdevui/framework/devgui_activity.h>
+
+#include "../event_log.h"
+#include "../pages/page.h"
+#include "../resources/resource.h"
+
+namespace {
+
+const OnPage<FieldPanel> s_field(L"Illumination", {268, 128});
+
+constexpr int kRefuse = 1720, kOpening = 1721;
+constexpr int kLeast = 5, kMost = 100;  // percent
+
+// What the diaphragm does; the panel is made anew with each language.
+int s_opening = 40;
+bool s_follows = false, s_refuses = false, s_centres = false;
+
+// A diaphragm with an opening of this radius, of 10.
+CKxStringA Diaphragm(const char* radius) {
+    CKxStringA svg = "<svg xmlns=\"http://www.w3.org/2000/svg\" viewBox=\"0 0 24 24\">"
+                     "<circle cx=\"12\" cy=\"12\" r=\"10\" fill=\"none\" stroke=\"currentColor\" stroke-width=\"2\"/>"
+                     "<circle cx=\"12\" cy=\"12\" r=\"RADIUS\" fill=\"#F5A800\"/></svg>";
+    CKxSvgStringAPI::ReplaceString(svg, "RADIUS", radius);
+    return svg;
+}
+
+}  // namespace
+
+void FieldPanel::Fill() {
+    AddCaption(Text(L"Field diaphragm"));
+    CKxBitmapPool::ReplaceImage(L"FIELD_SMALLER", Diaphragm("3"));
+    CKxBitmapPool::ReplaceImage(L"FIELD_LARGER", Diaphragm("7"));
+    CKxBitmapPool::ReplaceImage(L"FIELD_CENTRE", "<svg xmlns=\"http://www.w3.org/2000/svg\" viewBox=\"0 0 24 24\">"
+                                                 "<path d=\"M12 1V23M1 12H23\" stroke=\"currentColor\" "
+                                                 "stroke-width=\"2\"/><circle cx=\"12\" cy=\"12\" r=\"6\" "
+                                                 "fill=\"none\" stroke=\"#F5A800\" stroke-width=\"2\"/></svg>");
+    const struct {
+        const wchar_t *image, *title;
+        int step;
+        RECT place;
+    } buttons[] = {{L"FIELD_SMALLER", L"Smaller", -1, {8, 30, 28, 28}},
+                   {L"FIELD_LARGER", L"Larger", 1, {40, 30, 28, 28}},
+                   {L"FIELD_LARGER", L"Open", kMost, {76, 30, 92, 28}},
+                   {L"FIELD_CENTRE", L"Centre", 0, {172, 30, 90, 28}}};
+    const auto at = [](long unzoomed) { return CKxGUILayoutManager::Zoomed(static_cast<double>(unzoomed)); };
+    for (std::size_t i = 0; i < m_buttons.size(); ++i) {
+        AskingButton& each = m_buttons[i];
+        each.Init(*this, buttons[i].step);
+        each.SetTitle(Text(buttons[i].title));
+        each.SetImages({.normal = buttons[i].image});
+        if (i < 2) {
+            each.SetToolTip(Text(buttons[i].title));
+            each.SetAutoRepeat(400, 40);
+        } else {
+            each.SetTextPlace(EKxButtonText::Beside);
+        }
+        const RECT& place = buttons[i].place;
+        each.Create(m_hWnd, at(place.left), at(place.top), place.right, place.bottom, true, true);
+        InsertElement(&each);
+    }
+    CKxMenu menu;
+    for (const int opening : {25, 50, 75}) {
+        CKxStringW text;
+        text.Format(20, L"%d %%", opening);
+        menu.AppendMenuItem(opening, text);
+    }
+    m_buttons[2].SetMenu(menu);
+    m_buttons[3].SetToggle(true);
+    m_buttons[3].SetState(s_centres);
+    AddChild(L"STATIC", L"", 0, kOpening, 8, 64, m_width - 16, 16);
+    m_boxes[0].Init(*this, s_follows);
+    m_boxes[0].SetTitle(Text(L"Follows the objective"));
+    m_boxes[0].Create(m_hWnd, at(6), at(84), m_width - 12, 18, true, true);
+    // In the place of the platform's own.
+    m_boxes[1].Init(*this, s_refuses);
+    m_boxes[1].Create(m_hWnd, AddCheckBox(Text(L"The host refuses"), kRefuse, 6, m_height - 22));
+    m_boxes[0].SetState(s_follows);
+    m_boxes[1].SetState(s_refuses);
+    for (AskingBox& each : m_boxes)
+        InsertElement(&each);
+    ShowOpening();
+}
+
+void FieldPanel::ShowOpening() {
+    CKxStringW text;
+    text.Format(60, Text(L"Opening %d %%"), s_opening);
+    SetDlgItemTextW(m_hWnd, kOpening, text);
+}
+
+bool FieldPanel::Open(int opening) {
+    if (s_refuses) {
+        KX_SayWhyRefused(Text(L"The diaphragm stays as it is"));
+        return false;
+    }
+    s_opening = std::clamp(opening, kLeast, kMost);
+    ShowOpening();
+    return true;
+}
+
+void FieldPanel::AskingButton::OnClickRequest(bool& veto) {
+    Log().Add(m_panel->Name(), L"OnClickRequest %ls", GetTitle().c_str());
+    veto = !m_panel->Open(s_opening + m_step);
+}
+
+void FieldPanel::AskingButton::OnStateChangeRequest(bool on, bool& veto) {
+    Log().Add(m_panel->Name(), L"OnStateChangeRequest(%ls)", on ? L"on" : L"off");
+    veto = s_refuses;
+    if (!veto) s_centres = on;
+}
+
+void FieldPanel::AskingButton::OnMenuRequest(int opening) {
+    Log().Add(m_panel->Name(), L"OnMenuRequest(%d)", opening);
+    if (!s_refuses) m_panel->Open(opening);
+}
+
+void FieldPanel::AskingBox::OnStateChangeRequest(int state, bool& veto) {
+    Log().Add(m_panel->Name(), L"OnStateChangeRequest(%d) %ls", state, GetTitle().c_str());
+    veto = s_refuses && m_held != &s_refuses;
+    if (!veto) *m_held = state == eKxCheckState_On;
+}

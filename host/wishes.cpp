@@ -1,0 +1,187 @@
+#include "wishes.h"
+
+#include <algorithm>
+#include <array>
+
+#include <kxsystem/kx_time.h>
+
+#include "text.h"
+
+namespace {
+
+using kx::host::Light;
+
+template <class... Values>
+std::wstring Formatted(const wchar_t* format, Values... values) {
+    CKxStringW text;
+    text.Format(60, format, values...);
+    return text.str();
+}
+
+std::optional<double> Target(const IKxDevice& device) {
+    long target = 0;
+    return device.GetTargetPosition(target) ? std::optional<double>(target) : std::nullopt;
+}
+
+template <class Device, class NameOf>
+Wish ByPlaces(Device& device, NameOf nameOf) {
+    Wish wish = PlaceOf<Device>(device);
+    wish.text = [nameOf](double at) {
+        CKxStringW name;
+        nameOf(static_cast<long>(at), name);
+        return name.Length() > 0 ? name.str() : Formatted(L"%g", at + 1);
+    };
+    return wish;
+}
+
+std::wstring OnOrOff(double on) { return Text(on != 0 ? L"on" : L"off").str(); }
+
+// By the light that they let through.
+constexpr std::array kModes{eKxShutterMode_Aperture, eKxShutterMode_Soft, eKxShutterMode_Fast};
+constexpr std::array kModeNames{L"aperture", L"soft", L"fast"};
+
+}  // namespace
+
+Wish WishOf(const IKxDevice& device, const wchar_t* property) {
+    Wish wish;
+    wish.what = std::to_wstring(device.GetLogDevId()) + L' ' + property;
+    wish.name = device.GetKey().str();
+    return wish;
+}
+
+Wish PlaceOf(CKxSimNosepiece& turret) {
+    Wish wish = ByPlaces(turret, [&turret](long at, CKxStringW& name) {
+        CKxStringW objective;
+        turret.GetObjectiveName(at, objective);
+        turret.GetMagnification(objective, name);
+        if (name.Length() == 0) name = objective;
+    });
+    wish.name = L"Objective";
+    return wish;
+}
+
+Wish PlaceOf(CKxSimFilterChanger& wheel) {
+    return ByPlaces(wheel, [&wheel](long at, CKxStringW& name) { wheel.GetFilterName(at, name); });
+}
+
+Wish PlaceOf(CKxSimLightPath& path) {
+    return ByPlaces(path, [&path](long at, CKxStringW& name) { path.GetPositionName(at, name); });
+}
+
+Wish PlaceOf(CKxSimTIRFMirror& mirror) {
+    Wish wish = WishOf(mirror, L"place");
+    wish.read = [&mirror]() -> std::optional<double> {
+        bool tirf = false;
+        if (mirror.GetDeviceState() == eKxDeviceState_Moving) return Target(mirror);
+        return mirror.GetState(tirf) ? std::optional<double>(tirf) : std::nullopt;
+    };
+    wish.ask = [&mirror](double to) { return mirror.MoveTo(to != 0); };
+    wish.text = [](double at) { return at != 0 ? L"TIRF" : L"EPI"; };
+    return wish;
+}
+
+Wish PlaceOf(CKxSimZDrive& drive) {
+    Wish wish = WishOf(drive, L"place");
+    // On its way it tells no target.
+    wish.read = [&drive]() -> std::optional<double> {
+        double z = 0;
+        const bool known = drive.GetDeviceState() == eKxDeviceState_Ready && drive.GetPosition(z);
+        return known ? std::optional(z) : std::nullopt;
+    };
+    wish.ask = [&drive](double to) { return drive.MoveTo(to); };
+    wish.text = [](double at) { return Formatted(L"%.2f µm", at); };
+    return wish;
+}
+
+Wish PlaceOf(SKxSimZDrive& drive, const wchar_t* name) {
+    Wish wish = ValueOf(name, name, drive.to, L"%.2f µm");
+    wish.ask = [&drive](double to) { return drive.Start(to, KX_GetTimeCounter()), true; };
+    return wish;
+}
+
+Wish OpeningOf(CKxSimShutter& shutter) {
+    Wish wish = WishOf(shutter, L"open");
+    wish.read = [&shutter]() -> std::optional<double> {
+        switch (shutter.GetDeviceState()) {
+        case eKxDeviceState_Moving: return Target(shutter);
+        case eKxDeviceState_Ready: return shutter.GetState();
+        default: return std::nullopt;
+        }
+    };
+    wish.ask = [&shutter](double open) { return shutter.SetOpen(open != 0); };
+    wish.text = [](double open) { return Text(open != 0 ? L"open" : L"closed").str(); };
+    wish.light = Light::More;
+    return wish;
+}
+
+Wish ApertureOf(CKxSimShutter& shutter) {
+    Wish wish = WishOf(shutter, L"aperture");
+    wish.read = [&shutter] { return std::optional(shutter.GetAperture()); };
+    wish.ask = [&shutter](double percent) { return shutter.SetAperture(percent); };
+    wish.text = [](double percent) { return Formatted(L"%g %%", percent); };
+    wish.light = Light::More;
+    return wish;
+}
+
+Asked ModeOf(CKxSimShutter& shutter, EKxShutterMode mode) {
+    const auto indexOf = [](EKxShutterMode of) {
+        return static_cast<double>(std::find(kModes.begin(), kModes.end(), of) - kModes.begin());
+    };
+    Wish wish = WishOf(shutter, L"mode");
+    wish.read = [&shutter, indexOf] { return std::optional(indexOf(shutter.GetMode())); };
+    wish.ask = [&shutter](double index) { return shutter.SetMode(kModes.at(static_cast<std::size_t>(index))); };
+    wish.text = [](double index) { return Text(kModeNames.at(static_cast<std::size_t>(index))).str(); };
+    wish.light = Light::More;
+    return {wish, indexOf(mode)};
+}
+
+Wish PortOf(CKxSimLaserOutput& laser) {
+    Wish wish = WishOf(laser, L"port");
+    wish.read = [&laser]() -> std::optional<double> {
+        for (long i = 0; i < laser.GetPortCount(); ++i) {
+            if (laser.IsPortUsed(i)) return i;
+        }
+        return std::nullopt;
+    };
+    wish.ask = [&laser](double port) { return laser.SetPortUsed(static_cast<long>(port), true); };
+    wish.text = [&laser](double port) { return laser.GetPortName(static_cast<long>(port)).str(); };
+    wish.light = Light::Moves;
+    return wish;
+}
+
+Wish UseOf(CKxSimLaserOutput& laser, long port) {
+    Wish wish = WishOf(laser, (L"port " + std::to_wstring(port)).c_str());
+    if (laser.GetPortCount() > 1) wish.name += L", " + laser.GetPortName(port).str();
+    wish.read = [&laser, port] { return std::optional<double>(laser.IsPortUsed(port)); };
+    wish.ask = [&laser, port](double use) { return laser.SetPortUsed(port, use != 0); };
+    wish.text = OnOrOff;
+    wish.light = Light::More;
+    return wish;
+}
+
+Wish PowerOf(CKxSimLaserOutput& laser, const CKxStringW& unit) {
+    Wish wish = WishOf(laser, L"power");
+    wish.read = [&laser] { return std::optional(laser.GetPower()); };
+    wish.ask = [&laser](double power) { return laser.SetPower(power); };
+    wish.text = [unit](double power) { return Formatted(L"%.4g %ls", power, unit.c_str()); };
+    wish.light = Light::More;
+    return wish;
+}
+
+Wish ValueOf(const wchar_t* what, const std::wstring& name, double& value, const wchar_t* format, Light light) {
+    Wish wish;
+    wish.what = what, wish.name = name, wish.light = light;
+    wish.read = [&value] { return std::optional(value); };
+    wish.ask = [&value](double to) { return value = to, true; };
+    wish.text = [format](double of) { return Formatted(format, of); };
+    return wish;
+}
+
+Wish SwitchOf(const wchar_t* what, const std::wstring& name, bool& on, Light light) {
+    Wish wish;
+    wish.what = what, wish.name = name, wish.light = light;
+    wish.read = [&on] { return std::optional<double>(on); };
+    wish.ask = [&on](double to) { return on = to != 0, true; };
+    wish.text = OnOrOff;
+    return wish;
+}

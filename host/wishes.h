@@ -1,0 +1,52 @@
+// What can be asked of the simulated devices. They have to live until Requests::Clear.
+#pragma once
+
+#include <kxdevices/kx_simdevices.h>
+
+#include "requests.h"
+
+// A wish with the value that is asked for.
+struct Asked {
+    Wish wish;
+    double value;
+};
+
+// A property of a device, to be filled: the number in the registry is its own, while two may have the same name.
+Wish WishOf(const IKxDevice& device, const wchar_t* property);
+
+// The place of any device that has positions, MoveTo and GetPosition; places are called by their numbers.
+template <class Device>
+Wish PlaceOf(Device& device) {
+    Wish wish = WishOf(device, L"place");
+    wish.read = [&device]() -> std::optional<double> {
+        long place = 0;
+        const bool moves = device.GetDeviceState() == eKxDeviceState_Moving;
+        if (moves ? !device.GetTargetPosition(place) : !device.GetPosition(place)) return std::nullopt;
+        return place;
+    };
+    wish.ask = [&device](double to) { return device.MoveTo(static_cast<long>(to)); };
+    wish.text = [](double at) { return std::to_wstring(static_cast<long>(at) + 1); };
+    return wish;
+}
+
+// The same by the names of the positions; by micrometres.
+Wish PlaceOf(CKxSimNosepiece& turret);
+Wish PlaceOf(CKxSimFilterChanger& wheel);
+Wish PlaceOf(CKxSimLightPath& path);
+Wish PlaceOf(CKxSimTIRFMirror& mirror);
+Wish PlaceOf(CKxSimZDrive& drive);
+// A shutter: open or closed, as far as it opens in percent, and how.
+Wish OpeningOf(CKxSimShutter& shutter);
+Wish ApertureOf(CKxSimShutter& shutter);
+Asked ModeOf(CKxSimShutter& shutter, EKxShutterMode mode);
+// A laser unit: the port that it uses, if it is one at a time; whether it uses a port; its power.
+Wish PortOf(CKxSimLaserOutput& laser);
+Wish UseOf(CKxSimLaserOutput& laser, long port);
+Wish PowerOf(CKxSimLaserOutput& laser, const CKxStringW& unit);
+
+// Where a drive that is a value is to go.
+Wish PlaceOf(SKxSimZDrive& drive, const wchar_t* name);
+// Something that is no device of the registry: its value is there; on or off.
+Wish ValueOf(const wchar_t* what, const std::wstring& name, double& value, const wchar_t* format,
+             kx::host::Light light = kx::host::Light::None);
+Wish SwitchOf(const wchar_t* what, const std::wstring& name, bool& on, kx::host::Light light = kx::host::Light::None);
