@@ -1,18 +1,14 @@
 #include <kxdevui/controls/devgui_radio.h>
 
 #include <algorithm>
-#include <cwchar>
-#include <iterator>
 #include <memory>
 #include <string>
 
 #include <kxbaseui/kx_fonts.h>
 #include <kxbaseui/kx_schemecontrols.h>
+#include <kxdevui/controls/valuelist_rules.h>
 #include <kxdevui/framework/devgui.h>
-#include <kxdevui/framework/ui_arithmetic.h>
 #include <kxdevui/framework/ui_control.h>
-#include <kxsystem/kx_number.h>
-#include <kxsystem/kx_translation.h>
 
 using namespace kx::ui;
 
@@ -20,16 +16,12 @@ namespace {
 
 constexpr int kFirstButton = 85;  // id of the first button
 constexpr int kSelectionChanged = 0x0401;
-constexpr std::size_t kTextSize = 255;  // of a buffer for a button's text
 
 RECT Union(const RECT& a, const RECT& b) {
     RECT both{};
     UnionRect(&both, &a, &b);
     return both;
 }
-
-// As much of a button's text as its buffer holds.
-std::wstring ButtonText(HWND button) { return TextOf(button).str().substr(0, kTextSize - 1); }
 
 bool IsRadioButton(HWND window) { return (SendMessageW(window, WM_GETDLGCODE, 0, 0) & DLGC_RADIOBUTTON) != 0; }
 
@@ -147,7 +139,8 @@ HWND CKxDevUI_Radio::Create(HWND first, int count, HWND title) {
         m_taken = 0;
         for (const HWND each : sources) {
             if (!IsWindow(each)) continue;
-            const HWND button = MakeButton(ButtonText(each).c_str(), RectInParent(each), group);
+            const HWND button =
+                MakeButton(TextOf(each).str().substr(0, kComparedCharacters).c_str(), RectInParent(each), group);
             if (!stands()) return nullptr;
             m_buttons.push_back(button);
             DestroyWindow(each);
@@ -265,20 +258,13 @@ int CKxDevUI_Radio::GetSelectionIndex() {
 
 int CKxDevUI_Radio::GetSelection(wchar_t* buffer, int size) {
     const HWND button = SelectedButton();
-    if (!button || !buffer || size < 1 || size < GetWindowTextLengthW(button)) return -1;
-    return GetWindowTextW(button, buffer, size);
+    return button ? CopyText(TextOf(button).str(), buffer, size) : -1;
 }
 
-double CKxDevUI_Radio::GetSelection() {
-    wchar_t text[100] = L"";
-    if (const HWND button = SelectedButton()) GetWindowTextW(button, text, static_cast<int>(std::size(text)));
-    return KX_LeadingNumber(text);
-}
+double CKxDevUI_Radio::GetSelection() { return NumberIn(TextOf(SelectedButton()).str()); }
 
 int CKxDevUI_Radio::GetIndex(const wchar_t* text) {
-    const auto found = std::find_if(m_buttons.begin(), m_buttons.end(),
-                                    [text](HWND button) { return ButtonText(button) == (text ? text : L""); });
-    return found == m_buttons.end() ? -1 : static_cast<int>(found - m_buttons.begin());
+    return FindText(static_cast<int>(m_buttons.size()), text, [this](int i) { return TextOf(ButtonAt(i)).str(); });
 }
 
 int CKxDevUI_Radio::GetValuesCount() { return static_cast<int>(m_buttons.size()); }
@@ -306,18 +292,16 @@ int CKxDevUI_Radio::InsertValue(double, int) { return -1; }
 int CKxDevUI_Radio::InsertValue(const wchar_t*, int) { return -1; }
 
 void CKxDevUI_Radio::InsertValues(const double* values, int count, int start) {
-    for (int i = 0; values && i < count; ++i)
-        InsertValue(values[i], start == -1 ? -1 : Sum(start, i));
+    InsertEach(values, count, start, [this](double value, int index) { InsertValue(value, index); });
 }
 
 void CKxDevUI_Radio::InsertValues(const wchar_t** values, int count, int start) {
-    for (int i = 0; values && i < count; ++i)
-        InsertValue(values[i], start == -1 ? -1 : Sum(start, i));
+    InsertEach(values, count, start, [this](const wchar_t* value, int index) { InsertValue(value, index); });
 }
 
 bool CKxDevUI_Radio::CheckRestriction(bool show) {
     if (SelectedButton()) return true;
-    ReportError(KX_GetTranslation(L"You have to choose value.", L"devgui_radio"), show, ButtonAt(0), m_titleWindow);
+    ReportError(NothingChosen().c_str(), show, ButtonAt(0), m_titleWindow);
     return false;
 }
 

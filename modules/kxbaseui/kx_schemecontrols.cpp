@@ -165,6 +165,25 @@ RECT FieldOf(HWND combo, const COMBOBOXINFO& info) {
     return field;
 }
 
+bool IsDrawnByOwner(HWND combo) {
+    return (GetWindowLongW(combo, GWL_STYLE) & (CBS_OWNERDRAWFIXED | CBS_OWNERDRAWVARIABLE)) != 0;
+}
+
+// The owner draws what is in the field. The focus is shown around it.
+void AskOwner(HWND combo, HDC dc, const RECT& place, bool enabled) {
+    DRAWITEMSTRUCT item{};
+    item.CtlType = ODT_COMBOBOX;
+    item.CtlID = static_cast<UINT>(GetDlgCtrlID(combo));
+    item.itemID = static_cast<UINT>(SendMessageW(combo, CB_GETCURSEL, 0, 0));
+    item.itemAction = ODA_DRAWENTIRE;
+    item.itemState = ODS_COMBOBOXEDIT | ODS_NOFOCUSRECT | (enabled ? 0u : UINT{ODS_DISABLED});
+    item.hwndItem = combo;
+    item.hDC = dc;
+    item.rcItem = place;
+    item.itemData = static_cast<ULONG_PTR>(SendMessageW(combo, CB_GETITEMDATA, item.itemID, 0));
+    SendMessageW(GetParent(combo), WM_DRAWITEM, item.CtlID, reinterpret_cast<LPARAM>(&item));
+}
+
 void PaintCombo(HWND combo) {
     const kx::SchemePaintDC dc(combo);
     COMBOBOXINFO info{};
@@ -187,8 +206,12 @@ void PaintCombo(HWND combo) {
     kx::DrawSchemeArrow(dc, arrow, kx::Toward::Down, enabled ? COLOR_WINDOWTEXT : COLOR_GRAYTEXT);
     if (kind == CBS_DROPDOWN) return;
     RECT text = field;
-    text.left += CKxGUILayoutManager::Zoomed(4);
     text.right = arrow.left;
+    if (IsDrawnByOwner(combo)) {
+        InflateRect(&text, -1, -1);
+        return AskOwner(combo, dc, text, enabled);
+    }
+    text.left += CKxGUILayoutManager::Zoomed(4);
     SetTextColor(dc, KX_GetSysColor(enabled ? COLOR_WINDOWTEXT : COLOR_GRAYTEXT));
     DrawTextW(dc, Label(combo).text, -1, &text, DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX);
 }

@@ -1,10 +1,12 @@
 // The order of virtual functions is part of the binary interface: hosts derive from the controls.
 #include <bench/bench.h>
 #include <kxdevui/controls/devgui_checkbox.h>
+#include <kxdevui/controls/devgui_combobox.h>
 #include <kxdevui/controls/devgui_editbox_multivalue.h>
 #include <kxdevui/controls/devgui_editbox_spin.h>
 #include <kxdevui/controls/devgui_hpot.h>
 #include <kxdevui/controls/devgui_imagebutton.h>
+#include <kxdevui/controls/devgui_listbox.h>
 #include <kxdevui/controls/devgui_radio.h>
 #include <kxdevui/framework/devgui_container.h>
 #include <kxdevui/light/devgui_colorslider.h>
@@ -95,9 +97,13 @@ template <> const Slots Open<CKxDevUI_ZStack>::own = SlotsOf( &Open::SetHandler,
     &Open::IsResizableInSteps, &Open::OnGuiZoomChanged, &Open::AppendZDevice, &Open::OnPiezoPickerChanged,
     &Open::OnStepChanged, &Open::OnMoveZRequest, &Open::OnGoHomeRequest, &Open::OnHostRequest,
     &Open::OnZDeviceShown, &Open::OnZStackChanged, &Open::OnEraseBkGnd);
+template <> const Slots Open<CKxDevUI_ComboBox>::own = SlotsOf(&Open::OnSelectionChangeRequest,
+    &Open::OnValueChangeRequest);
+template <> const Slots Open<CKxDevUI_ListBox>::own = SlotsOf(&Open::OnSelectionChangeRequest,
+    &Open::OnSelectionsChangeRequest);
 // clang-format on
-Slots RadioSlots() {
-    using R = CKxDevUI_Radio;
+template <class R>
+Slots ValueSlots() {
     using Text = const wchar_t*;
     return SlotsOf(static_cast<bool (R::*)(Text)>(&R::SetSelection), static_cast<void (R::*)(int)>(&R::SetSelection),
                    &R::GetSelectionIndex, static_cast<int (R::*)(wchar_t*, int)>(&R::GetSelection),
@@ -121,7 +127,11 @@ TEST(VirtualTables, HoldEachOperationAtItsPlace) {
         {"edit box with arrows", 26, Open<CKxDevUI_EditBoxSpin>::own},
         {"edit box for a list", 26, SlotsOf(&MultiValue::CheckRestriction, &MultiValue::SetCountRestriction)},
         {"slider", 19, Open<CKxDevUI_HPot>::own},
-        {"radio group", 19, RadioSlots()},
+        {"radio group", 19, ValueSlots<CKxDevUI_Radio>()},
+        {"values of a combo box", 19, ValueSlots<CKxDevUI_ComboBox>()},
+        {"combo box", 35, Open<CKxDevUI_ComboBox>::own},
+        {"values of a list box", 19, ValueSlots<CKxDevUI_ListBox>()},
+        {"list box", 35, Open<CKxDevUI_ListBox>::own},
         {"image button", 19, Open<CKxDevUI_ImageButton>::own},
         {"check box", 19, Open<CKxDevUI_CheckBox>::own},
         {"slider of a range", 19, Open<RangeSlider>::own},

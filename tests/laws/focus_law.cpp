@@ -85,7 +85,8 @@ TEST_P(FocusLaw, IsShownFromTheFirstKeyOn) {
         if (!focused) continue;
         const std::string name = NameOfWindow(focused);
         const bool isFrame = (GetWindowLongW(focused, GWL_STYLE) & BS_TYPEMASK) == BS_GROUPBOX;
-        const bool isMarked = (name.starts_with("Button ") && !isFrame) || name.find("HPot ") != std::string::npos;
+        const bool isMarked = (name.starts_with("Button ") && !isFrame) || name.starts_with("ListBox ") ||
+                              name.find("HPot ") != std::string::npos;
         const bool isField = name.starts_with("Edit ") || name.starts_with("Combo") || name.starts_with("SysList");
         SetWindowSubclass(focused, AnswerHidden, 1, 0);
         s_hidden = UISF_HIDEFOCUS;

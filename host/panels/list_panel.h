@@ -1,0 +1,47 @@
+// What a camera takes and how: a combo box, one to type in, and list boxes of one value and of several.
+#pragma once
+
+#include <kxdevui/controls/devgui_combobox.h>
+#include <kxdevui/controls/devgui_listbox.h>
+
+#include "../host_panel.h"
+
+class ListPanel : public HostPanel {
+public:
+    ListPanel() : HostPanel(L"Lists") {}
+    void Fill();
+
+protected:
+    bool OnUser(int id, int code, HWND from) override;
+
+private:
+    // Tells the log what the user wants; true when the host refuses it.
+    bool Refuses(const wchar_t* request, const wchar_t* value);
+
+    template <class List>
+    struct Of : List {
+        explicit Of(ListPanel& panel) : m_panel(panel) {}
+
+    protected:
+        void OnSelectionChangeRequest(int index, bool& veto) override {
+            veto = m_panel.Refuses(L"OnSelectionChangeRequest", this->GetValueName(index));
+        }
+        ListPanel& m_panel;
+    };
+    struct Combo : Of<CKxDevUI_ComboBox> {
+        using Of::Of;
+
+    protected:
+        void OnValueChangeRequest(const wchar_t* value, bool& veto) override;
+    };
+    struct List : Of<CKxDevUI_ListBox> {
+        using Of::Of;
+
+    protected:
+        void OnSelectionsChangeRequest(const std::vector<int>& indexes, bool& veto) override;
+    };
+
+    Combo m_dye{*this}, m_exposure{*this};
+    List m_mode{*this}, m_channels{*this};
+    bool m_refuses = false;
+};

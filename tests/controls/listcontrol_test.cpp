@@ -1,0 +1,254 @@
+// Combo box and list box: what is chosen by mouse, keys, letters and wheel, what is refused, what is typed, and a
+// foreign dialog whose controls they take the places of.
+#include "control_test.h"
+
+#include <kxbaseui/kx_schemecontrols.h>
+#include <kxdevui/controls/devgui_combobox.h>
+#include <kxdevui/controls/devgui_listbox.h>
+#include <kxdevui/framework/devgui_habits.h>
+
+namespace {
+
+using namespace kx::test;
+using kx::ui::ListControl;
+
+template <class List>
+struct HostOf : Asking<List> {
+    using Asking<List>::Asking;
+    void OnSelectionChangeRequest(int index, bool& veto) override { this->Asked(veto, "Choose", index); }
+};
+struct ComboHost : HostOf<CKxDevUI_ComboBox> {
+    using HostOf::HostOf;
+    void OnValueChangeRequest(const wchar_t* value, bool& veto) override { Asked(veto, "Value", value); }
+};
+struct ListHost : HostOf<CKxDevUI_ListBox> {
+    using HostOf::HostOf;
+    void OnSelectionsChangeRequest(const std::vector<int>& indexes, bool& veto) override {
+        std::string all;
+        for (const int index : indexes)
+            all += std::to_string(index);
+        Asked(veto, "Choose", all);
+    }
+};
+
+// Five values, of which the third cannot be chosen.
+void Fill(ListControl& list) {
+    const wchar_t* values[] = {L"10", L"20", L"50", L"100", L"gain"};
+    list.InsertValues(values, 5, -1);
+    list.SetValueEnabled(2, false);
+    list.SetSelection(0);
+}
+HWND InnerOf(ListControl& list) { return GetDlgItem(list, 10000); }
+HWND RowsOf(ListControl& combo) {
+    COMBOBOXINFO info{};
+    info.cbSize = sizeof info;
+    GetComboBoxInfo(InnerOf(combo), &info);
+    return info.hwndList;
+}
+// As the wheel comes where the focus is, or, on Windows, wherever the mouse is.
+void Turn(HWND window, int notches) { SendMessageW(window, WM_MOUSEWHEEL, MAKEWPARAM(0, notches * 120), 0); }
+
+struct Lists : ControlTest {
+    Lists() {
+        combo.SetId(7), list.SetId(8);
+        combo.Create(parent.Window(), 10, 10, 120, 22, true, true);
+        list.Create(parent.Window(), 10, 40, 120, 120, true, true);
+        Fill(combo), Fill(list);
+        SetFocus(parent.Window());
+        Pump();
+        Told();
+    }
+    // What is chosen in both, as the platform shows it too, and what was asked.
+    std::string See() override {
+        const auto shown = [](ListControl& each, UINT ask) {
+            const auto index = static_cast<int>(SendMessageW(InnerOf(each), ask, 0, 0));
+            return std::to_string(each.GetSelectionIndex()) + (index == each.GetSelectionIndex() ? "" : "!");
+        };
+        return shown(combo, CB_GETCURSEL) + " " + (list.IsMultiple() ? "" : shown(list, LB_GETCURSEL)) + ": " + Told();
+    }
+
+    ComboHost combo{parent.Record()};
+    ListHost list{parent.Record()};
+};
+
+TEST_F(Lists, AnswerByIndexAndText) {
+    for (ListControl* each : {static_cast<ListControl*>(&combo), static_cast<ListControl*>(&list)}) {
+        EXPECT_EQ(each->InsertValue(L"Gain", 6), -1);
+        EXPECT_EQ(each->InsertValue(L"Gain", -2), -1);
+        EXPECT_EQ(each->InsertValue(kNaN, 0), -1);
+        EXPECT_EQ(each->InsertValue(0.1, 0), 0);
+        EXPECT_EQ(each->GetSelectionIndex(), 1) << "moved on with its value";
+        EXPECT_EQ(each->InsertValue(static_cast<const wchar_t*>(nullptr), 6), 6);
+        EXPECT_TRUE(each->GetIndex(L"Gain") == -1 && each->GetIndex(L"gain ") == -1 && each->GetIndex(nullptr) == 6);
+        EXPECT_TRUE(each->SetSelection(L"0.1") && !each->SetSelection(L"GAIN"));
+        wchar_t text[4] = L"";
+        EXPECT_EQ(each->GetSelection(text, 2), -1);
+        EXPECT_EQ(CallText("", each->GetSelection(text, 4), text, each->GetSelection()), "(3, \"0.1\", 0.1)");
+        each->SetUserData(5, 42);
+        EXPECT_TRUE(each->RemoveValue(0) && !each->RemoveValue(6));
+        EXPECT_EQ(CallText("", each->GetUserData(4), each->GetUserData(5), each->GetSelectionIndex()), "(42, 0, -1)");
+        EXPECT_FALSE(each->IsAllowed(EKxComplaint::Logged));
+        each->SetSelection(2);
+        EXPECT_TRUE(each->IsAllowed(EKxComplaint::Shown));
+    }
+    EXPECT_EQ(Told(), "");
+}
+
+TEST_F(Lists, ComboFollowsKeysLettersAndWheel) {
+    Play({{[&] { Turn(InnerOf(combo), -1); }, "0 0: "},
+          {[&] { combo.SetFocus(), Turn(InnerOf(combo), -1); }, "1 0: Choose(1)"},
+          // Over the one that cannot be chosen, which its letters do not find either.
+          {[] { Key(VK_DOWN); }, "3 0: Choose(3)"},
+          {[] { Type(L"5"); }, "3 0: "},
+          {[] { Type(L"G"); }, "4 0: Choose(4)"},
+          {[&] { combo.answer = true, Key(VK_UP); }, "4 0: Choose(3)"},
+          {[&] { combo.answer = false, Key(VK_F4), Key(VK_HOME), Key(VK_DOWN), Key(VK_DOWN); }, "4! 0: "},
+          {[] { Key(VK_ESCAPE); }, "4 0: "},
+          {[] { Key(VK_F4), Key(VK_UP), Key(VK_UP), Key(VK_RETURN); }, "1 0: Choose(1)"}});
+}
+
+TEST_F(Lists, ComboFollowsTheMouseInItsList) {
+    const auto open = [&] { Click(InnerOf(combo), 110, 10); };
+    const auto row = [&](int index) {
+        RECT place{};
+        SendMessageW(RowsOf(combo), LB_GETITEMRECT, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&place));
+        Click(RowsOf(combo), place.left + 5, (place.top + place.bottom) / 2);
+    };
+    Play({{[&] { open(), row(2); }, "0 0: "},
+          {[&] { row(3); }, "3 0: Choose(3)"},
+          {[&] { combo.answer = true, open(), row(1); }, "3 0: Choose(1)"},
+          // The host takes the list away in the midst of it, or the control.
+          {[&] { combo.meanwhile = [&] { combo.RemoveValue(0); }, open(), row(1); }, "2 0: Choose(1)"},
+          {[&] { combo.meanwhile = [&] { combo.RemoveAllValues(), combo.SetText(L"x"); }, open(), row(0); },
+           "-1 0: Choose(0)"}});
+    Fill(combo);
+    combo.meanwhile = [&] { combo.Destroy(); };
+    open(), row(3);
+    EXPECT_TRUE(!combo && combo.GetValuesCount() == 5);
+}
+
+TEST_F(Lists, ListBoxFollowsMouseAndKeys) {
+    const auto click = [&](int index, WORD held = 0) {
+        RECT place{};
+        SendMessageW(InnerOf(list), LB_GETITEMRECT, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&place));
+        if (held) keybd_event(static_cast<BYTE>(held), 0, 0, 0), Pump();
+        Click(InnerOf(list), 20, (place.top + place.bottom) / 2);
+        if (held) keybd_event(static_cast<BYTE>(held), 0, KEYEVENTF_KEYUP, 0), Pump();
+    };
+    Play({{[&] { click(1); }, "0 1: Choose(1)"},
+          {[&] { click(2), Key(VK_DOWN), Type(L"1"); }, "0 0: Choose(3) Choose(0)"},
+          {[&] { list.answer = true, click(3); }, "0 0: Choose(3)"},
+          {[&] { list.answer = false, list.SetMultiple(true); }, "0 : "},
+          {[&] { click(3, VK_CONTROL); }, "0 : Choose(\"03\")"},
+          {[&] { click(0), click(4, VK_SHIFT); }, "0 : Choose(\"0\") Choose(\"0134\")"},
+          {[&] { list.answer = true, Key(VK_HOME); }, "0 : Choose(\"0\")"},
+          {[&] {
+               list.SetSelections({9, 3, 1, 3}), list.RemoveValue(0), list.SetMultiple(false);
+           },
+           "0 0: "}});
+}
+
+TEST_F(Lists, DefaultTellsTheParentAlone) {
+    CKxDevUI_ComboBox plain;
+    plain.SetId(30);
+    plain.Create(parent.Window(), 10, 200, 120, 22, true, true);
+    Fill(plain);
+    parent.Answer(WM_COMMAND, [&](WPARAM, LPARAM) { return plain.GetSelectionIndex(); });
+    plain.SetFocus(), Told(), Key(VK_END);
+    EXPECT_EQ(Told() + std::to_string(plain.GetSelectionIndex()), "30:1025#304");
+}
+
+TEST_F(Lists, TypedValuesHaveTheHabitsOfFields) {
+    combo.SetEditable({.minimum = 0, .maximum = 1000, .unit = L"ms"});
+    const HWND edit = GetWindow(InnerOf(combo), GW_CHILD);
+    const auto type = [&](const wchar_t* text) {
+        SetFocus(edit), SendMessageW(edit, EM_SETSEL, 0, -1), Type(text), Pump();
+        parent.Record().Text(Narrow(TextOf(edit)) + "," + Narrow(combo.GetText().str()));
+    };
+    Play({{[&] { type(L"15\n"); }, "-1 0: Value(\"15\") 15,15"},
+          {[&] { type(L"20.0\n"); }, "1 0: Choose(1) 20,20"},
+          // Not allowed, or not to be chosen.
+          {[&] { type(L"5000\n"), type(L"x\n"), type(L"50\n"); }, "1 0: 20,20 20,20 20,20"},
+          {[&] { combo.answer = true, type(L"30"), SetFocus(parent.Window()); }, "1 0: 30,20 Value(\"30\")"},
+          {[&] { KX_SetFieldHabits(combo, KxFieldHabits::All()), combo.answer = false, type(L"7,5x\n"); },
+           "-1 0: Value(\"7.5\") 7.5,7.5"},
+          {[&] { type(L"9\x1b"), type(L"5000\n"); }, "-1 0: 7.5,7.5 5000,7.5"},
+          {[&] { SetFocus(parent.Window()), combo.SetText(L"gain"); }, "4 0: "}});
+}
+
+TEST(ListsOfADialog, AreTakenOverWhole) {
+    RecordingParent parent;
+    const HWND dialog = CreateDialogParamW(GetModuleHandleW(nullptr), L"LIST_DIALOG", parent.Window(), nullptr, 0);
+    const auto at = [&](int id) { return GetDlgItem(dialog, id); };
+    for (const int id : {10, 11, 12, 13}) {
+        const bool isCombo = id < 12;
+        for (const wchar_t* text : {L"c", L"b", L"b"})
+            SendMessageW(at(id), isCombo ? CB_ADDSTRING : LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text));
+        SendMessageW(at(id), isCombo ? CB_SETITEMDATA : LB_SETITEMDATA, 2, 70 + id);
+        SendMessageW(at(id), isCombo ? CB_SETCURSEL : id == 13 ? LB_SETSEL : LB_SETCURSEL, 1, 1);
+    }
+    const auto order = [&] {
+        std::string text;
+        for (HWND each = GetWindow(dialog, GW_CHILD); each; each = GetWindow(each, GW_HWNDNEXT))
+            text += PlaceOf(each) + (IsWindowEnabled(each) ? ", " : " disabled, ");
+        HWND stop = at(10);
+        for (int i = 0; i < 5; ++i)
+            text += std::to_string(GetDlgCtrlID(stop)) + " ", stop = GetNextDlgTabItem(dialog, stop, FALSE);
+        return text;
+    };
+    const std::string before = order();
+    CKxDevUI_ComboBox plain, typed, other;
+    CKxDevUI_ListBox one, several;
+    EXPECT_FALSE(plain.Create(parent.Window(), at(10)) || plain.Create(dialog, nullptr));
+    EXPECT_TRUE(plain.Create(dialog, at(10)) && typed.Create(nullptr, at(11)) && one.Create(dialog, at(12)));
+    EXPECT_TRUE(several.Create(dialog, at(13)) && other.Create(dialog, at(14)));
+    EXPECT_FALSE(other.Create(dialog, at(10)) || other.Create(plain, InnerOf(plain))) << "taken already";
+    EXPECT_EQ(order(), before);
+    const auto read = [](ListControl& list) {
+        return CallText("", list.GetId(), list.GetValuesCount(), list.GetValueName(0).str(), list.GetUserData(2),
+                        list.GetSelectionIndex());
+    };
+    EXPECT_EQ(
+        read(plain) + read(typed) + read(one) + read(several) + read(other),
+        "(10, 3, \"c\", 80, 1)(11, 3, \"b\", 81, 1)(12, 3, \"c\", 82, 1)(13, 3, \"c\", 83, 1)(14, 0, \"\", 0, -1)");
+    EXPECT_TRUE(typed.IsEditable() && !plain.IsEditable() && several.IsMultiple() && !one.IsMultiple());
+}
+
+// The picture of the page, and what stands in the system's scheme and in a dark one.
+TEST_F(Lists, LookAsTheirStateIs) {
+    CKxDevUI_ComboBox typed, off;
+    CKxDevUI_ListBox several;
+    typed.SetEditable({.minimum = 0, .maximum = 1000, .unit = L"ms"});
+    several.SetMultiple(true);
+    typed.Create(parent.Window(), 150, 10, 90, 22, true, true);
+    off.Create(parent.Window(), 260, 10, 90, 22, true, true);
+    several.Create(parent.Window(), 150, 40, 200, 120, true, true);
+    Fill(typed), Fill(off), Fill(several);
+    off.SetEnabled(false);
+    several.SetSelections({1, 3});
+    several.SetValueImage(0, L"SHUTTER_OPEN");
+    combo.SetSelection(1);
+    for (const int i : {0, 1, 2, 3}) {
+        combo.SetValueColor(i, RGB(60 * i, 160 - 40 * i, 200 - 60 * i));
+        list.SetValueColor(i, RGB(60 * i, 160 - 40 * i, 200 - 60 * i));
+    }
+    KX_FollowColorScheme(parent.Window());
+    for (const auto& [scheme, name] :
+         {std::pair(eKxColorScheme_Light, L"lists"), std::pair(eKxColorScheme_Dark, L"lists dark")}) {
+        KX_SetColorScheme(scheme);
+        Pump();
+        const Picture picture = Picture::OnScreen(parent.Window());
+        picture.Part({0, 0, 362, 172}).Save(Narrow(name));
+        const Picture field = Picture::OnScreen(InnerOf(combo));
+        EXPECT_GT(field.Count(RGB(60, 120, 140)), 100) << "the patch of the value in the field";
+        // The last line of a row has nothing of its text.
+        EXPECT_EQ(Picture::OnScreen(InnerOf(list)).Part({20, 29, 100, 30}).Count(KX_GetSysColor(COLOR_WINDOWTEXT)), 0);
+        EXPECT_EQ(Picture::OnScreen(InnerOf(off)).Count(KX_GetSysColor(COLOR_WINDOWTEXT)), 0);
+        // Grey, although the list is not.
+        RECT row{};
+        SendMessageW(InnerOf(list), LB_GETITEMRECT, 2, reinterpret_cast<LPARAM>(&row));
+        EXPECT_EQ(Picture::OnScreen(InnerOf(list)).Part(row).Count(KX_GetSysColor(COLOR_WINDOWTEXT)), 0);
+    }
+}
+
+}  // namespace
