@@ -64,29 +64,22 @@ TEST(ShutterRules, FitTheWidthToTheTitle) {
 }
 
 TEST_F(Shutter, TellsTheLifeOfARequest) {
-    CKxSimShutter device(L"Epi", eKxShutterType_Epi);
-    CKxDeviceRegistry::Add(device);
-    device.SetSpeed(0);
-    const std::tuple<const char*, std::function<void()>, EKxActivity> table[] = {
-        {"moving", [&] { device.SetOpen(true), shutter->Update(&device, false, false, true); }, EKxActivity::Moving},
-        {"unknown", [&] { device.Stop(), shutter->Update(&device, false, true, false); }, EKxActivity::Unknown},
-        {"failed",
-         [&] {
-             device.SetFails(true, L"stuck"), device.SetOpen(true), device.Tick();
-             shutter->Update(device.GetLogDevId(), false, false, true);
-         },
-         EKxActivity::Failed},
-        {"locked",
-         [&] {
-             device.SetFails(false), device.SetOpen(false), device.Tick(), device.SetLocked(true);
-             shutter->Update(&device, true, false, false);
-         },
-         EKxActivity::Locked}};
-    for (const auto& [name, become, activity] : table) {
-        become();
-        EXPECT_EQ(KX_GetActivity(*shutter).activity, activity) << name;
-        EXPECT_FALSE(shutter->GetState());
-    }
+    Lamp device(eKxShutterType_Epi);
+    const auto update = [&](bool a, bool b, bool c) { shutter->Update(&device, a, b, c); };
+    kx::test::Play({{[&] { device.SetOpen(true), update(false, false, true); }, CallText("", EKxActivity::Moving)},
+                    {[&] { device.Stop(), update(false, true, false); }, CallText("", EKxActivity::Unknown)},
+                    {[&] {
+                         device.SetFails(true, L"stuck"), device.SetOpen(true), device.Tick();
+                         shutter->Update(device.GetLogDevId(), false, false, true);
+                     },
+                     CallText("", EKxActivity::Failed)},
+                    {[&] {
+                         device.SetFails(false), device.SetOpen(false), device.Tick(), device.SetLocked(true);
+                         update(true, false, false);
+                     },
+                     CallText("", EKxActivity::Locked)}},
+                   [&] { return CallText("", KX_GetActivity(*shutter).activity); });
+    EXPECT_FALSE(shutter->GetState());
 }
 
 TEST_F(Shutter, SaysWhyItIsRefused) {
