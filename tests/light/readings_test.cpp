@@ -33,10 +33,7 @@ int SeenFromAfar(const Picture& a, const Picture& b) {
 
 struct Line : CKxDevUI_ColorSlider {
     Line(HWND parent, long y, EColorSliderType type, COLORREF color = RGB(97, 0, 205)) {
-        std::vector<SColorSliderValue> table;
-        for (int i = 0; i <= 100; ++i)
-            table.push_back({double(i), i % 10 == 0, i % 50 == 0});
-        Init(200, 9, table.data(), 101, L"Line", false, L"mW", L"%.0f", true, type, eColorSliderLayout_OneRow, 44);
+        Fill(*this, Entries(101, 1), L"Line", 25, type);
         if (type == eColorSliderType_Gradient) SetGradient(RGB(0, 0, 0), color);
         Create(parent, 10, y, -1, -1, true, true);
         SetPower(5, true);
