@@ -169,21 +169,21 @@ TEST_F(CheckBox, AsksForTheNextState) {
                    see);
 }
 
-// What a dialog knows of a control.
-std::string KnownOf(HWND dialog, int id) {
-    const HWND control = GetDlgItem(dialog, id);
-    wchar_t text[40] = L"";
-    GetDlgItemTextW(dialog, id, text, 40);
-    const LONG style = GetWindowLongW(control, GWL_STYLE) & (WS_TABSTOP | WS_GROUP | WS_VISIBLE | WS_DISABLED);
-    return PlaceOf(control) + CallText(" ", text, IsDlgButtonChecked(dialog, id), style) +
-           std::to_string(SendMessageW(control, WM_GETFONT, 0, 0));
-}
+constexpr int kTaken[] = {20, 21, 23, 24, 25};
 
-std::string TabOrder(HWND dialog) {
-    std::string order;
-    for (HWND stop = GetDlgItem(dialog, 26); order.size() < 21; order += std::to_string(GetDlgCtrlID(stop)) + " ")
-        stop = GetNextDlgTabItem(dialog, stop, FALSE);
-    return order;
+// What a dialog knows of its controls, and the order of Tab.
+std::string KnownOf(HWND dialog) {
+    std::string known;
+    for (const int id : kTaken) {
+        const HWND control = GetDlgItem(dialog, id);
+        const LONG style = GetWindowLongW(control, GWL_STYLE) & (WS_TABSTOP | WS_GROUP | WS_VISIBLE | WS_DISABLED);
+        const LRESULT font = SendMessageW(control, WM_GETFONT, 0, 0);
+        known += PlaceOf(control) + CallText(" ", TextOf(control), IsDlgButtonChecked(dialog, id), style, font) + "\n";
+    }
+    HWND stop = GetDlgItem(dialog, 26);
+    for (int i = 0; i < 7; ++i)
+        known += std::to_string(GetDlgCtrlID(stop = GetNextDlgTabItem(dialog, stop, FALSE))) + " ";
+    return known;
 }
 
 TEST_F(CheckBox, IsTakenOverWholeFromAForeignDialog) {
@@ -192,20 +192,15 @@ TEST_F(CheckBox, IsTakenOverWholeFromAForeignDialog) {
     ShowWindow(dialog, SW_SHOW);
     CheckDlgButton(dialog, 20, BST_CHECKED);
     CheckDlgButton(dialog, 21, BST_INDETERMINATE);
-    const int ids[] = {20, 21, 23, 24, 25};
-    std::map<int, std::string> known;
-    for (const int id : ids)
-        known[id] = KnownOf(dialog, id);
-    const std::string order = TabOrder(dialog);
+    const std::string known = KnownOf(dialog);
     SetFocus(GetDlgItem(dialog, 21));
     CKxDevUI_CheckBox boxes[5];
     for (int i = 0; i < 5; ++i) {
-        EXPECT_EQ(boxes[i].Create(parent.Window(), GetDlgItem(dialog, ids[i])), nullptr) << "not its parent";
-        ASSERT_TRUE(boxes[i].Create(dialog, GetDlgItem(dialog, ids[i])));
-        EXPECT_EQ(KnownOf(dialog, ids[i]), known[ids[i]]);
-        EXPECT_EQ(GetDlgItem(dialog, ids[i]), boxes[i]);
+        EXPECT_EQ(boxes[i].Create(parent.Window(), GetDlgItem(dialog, kTaken[i])), nullptr) << "not its parent";
+        ASSERT_TRUE(boxes[i].Create(dialog, GetDlgItem(dialog, kTaken[i])));
+        EXPECT_EQ(GetDlgItem(dialog, kTaken[i]), boxes[i]);
     }
-    EXPECT_EQ(TabOrder(dialog), order);
+    EXPECT_EQ(KnownOf(dialog), known);
     EXPECT_EQ(GetFocus(), boxes[1].GetButtonHandle());
     CKxDevUI_CheckBox other;
     EXPECT_TRUE(other.Create(nullptr, GetDlgItem(dialog, 26)));

@@ -65,20 +65,14 @@ TEST(ShutterRules, FitTheWidthToTheTitle) {
 
 TEST_F(Shutter, TellsTheLifeOfARequest) {
     Lamp device(eKxShutterType_Epi);
-    const auto update = [&](bool a, bool b, bool c) { shutter->Update(&device, a, b, c); };
-    kx::test::Play({{[&] { device.SetOpen(true), update(false, false, true); }, CallText("", EKxActivity::Moving)},
-                    {[&] { device.Stop(), update(false, true, false); }, CallText("", EKxActivity::Unknown)},
-                    {[&] {
-                         device.SetFails(true, L"stuck"), device.SetOpen(true), device.Tick();
-                         shutter->Update(device.GetLogDevId(), false, false, true);
-                     },
-                     CallText("", EKxActivity::Failed)},
-                    {[&] {
-                         device.SetFails(false), device.SetOpen(false), device.Tick(), device.SetLocked(true);
-                         update(true, false, false);
-                     },
-                     CallText("", EKxActivity::Locked)}},
-                   [&] { return CallText("", KX_GetActivity(*shutter).activity); });
+    const auto now = [this] { return KX_GetActivity(*shutter).activity; };
+    device.SetOpen(true), shutter->Update(&device, false, false, true);
+    EXPECT_EQ(now(), EKxActivity::Moving);
+    device.SetFails(true, L"stuck"), device.Tick(), shutter->Update(device.GetLogDevId(), false, true, false);
+    EXPECT_EQ(now(), EKxActivity::Failed);
+    device.SetFails(false), device.SetOpen(false), device.Tick(), device.SetLocked(true);
+    shutter->Update(&device, true, false, false);
+    EXPECT_EQ(now(), EKxActivity::Locked);
     EXPECT_FALSE(shutter->GetState());
 }
 
