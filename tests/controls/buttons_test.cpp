@@ -13,11 +13,8 @@ using namespace kx::test;
 
 // ---- The image button ----------------------------------------------------------------------------------------------
 
-class AskedButton : public Asking<CKxDevUI_ImageButton> {
-public:
+struct AskedButton : Asking<CKxDevUI_ImageButton> {
     using Asking::Asking;
-
-protected:
     void OnClickRequest(bool& veto) override { Asked(veto, "Click"); }
     void OnStateChangeRequest(bool state, bool& veto) override { Asked(veto, "State", state); }
     void OnMenuRequest(int command) override { Told("Menu", command); }
@@ -133,11 +130,8 @@ TEST(ImageButtonRules, PlaceAndChoose) {
 
 // ---- The check box -------------------------------------------------------------------------------------------------
 
-class AskedCheck : public Asking<CKxDevUI_CheckBox> {
-public:
+struct AskedCheck : Asking<CKxDevUI_CheckBox> {
     using Asking::Asking;
-
-protected:
     void OnStateChangeRequest(int state, bool& veto) override { Asked(veto, "State", state); }
 };
 

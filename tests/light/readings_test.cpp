@@ -41,14 +41,13 @@ struct Line : CKxDevUI_ColorSlider {
     HWND Thumb() const { return GetDlgItem(m_hWnd, 10000); }
 };
 
-struct Readings : ControlTest {
-    Readings() { SetWindowPos(parent.Window(), nullptr, 0, 0, 640, 480, SWP_NOMOVE | SWP_NOZORDER); }
-    static RECT Invalid(HWND window) {
-        RECT rect{};
-        GetUpdateRect(window, &rect, FALSE);
-        return rect;
-    }
-};
+RECT Invalid(HWND window) {
+    RECT rect{};
+    GetUpdateRect(window, &rect, FALSE);
+    return rect;
+}
+
+using Readings = ControlTest;
 
 TEST_F(Readings, AreSeenFromAcrossARoom) {
     Line violet(parent.Window(), 10, eColorSliderType_Gradient), lamp(parent.Window(), 90, eColorSliderType_LineDraw),
