@@ -226,7 +226,8 @@ TEST_F(CheckBox, LooksMixed) {
                 KX_SetColorScheme(scheme), CKxGUILayoutManager::SetGuiZoom(zoom), box.SetEnabled(enabled);
                 const auto look = [&](int state) { return box.SetState(state), Picture::OnScreen(box); };
                 const Picture mixed = look(2);
-                EXPECT_TRUE(mixed != look(0) && mixed != look(1)) << scheme << zoom << enabled;
+                // Without styles the platform's own, disabled, looks as if it were on.
+                EXPECT_TRUE(mixed != look(0) && (!enabled || mixed != look(1))) << scheme << zoom << enabled;
             }
         }
     }
