@@ -43,6 +43,8 @@ TEST_F(EditBox, ShowsAndTells) {
     Play({{[] {}, " | "},
          {[&] { Click(Edit(), 5, 5); }, " | 44:256#44"},
          {[&] { Type(L"7\n"); }, "7 | 44:258=55 44:768#44 44:258=13 44:1025#44"},
+         // Without habits they are keys like others.
+         {[] { Key(VK_ESCAPE), Type(L"x\b"); }, "7 | 44:258=27 44:258=120 44:768#44 44:258=8 44:768#44"},
          {[&] { SetFocus(parent.Window()); }, "7 | 44:512#44"},
          {[&] { box.SetText(L"7"); }, "7 | "},
          {[&] { box.SetNumber(8.25); }, "8.25 | 44:768#44"},

@@ -4,7 +4,6 @@
 #include <commctrl.h>
 #include <kxdevui/framework/devgui_activity.h>
 #include <kxdevui/framework/ui_answer.h>
-#include <kxdevui/light/devgui_colorslider.h>
 
 using namespace kx::test;
 
@@ -18,11 +17,7 @@ struct Slider : Asking<CKxDevUI_ColorSlider> {
     using Asking::Asking;
     void Fill(EColorSliderType type, EColorSliderLayoutType layout = eColorSliderLayout_OneRowSpin,
               const std::vector<double>& values = Entries(11, 10)) {
-        std::vector<SColorSliderValue> table;
-        for (const double value : values)
-            table.push_back({value, true, false});
-        const auto count = static_cast<int>(table.size());
-        Init(kSlider, 15, table.data(), count, L"R&D", false, L"%", L"%g", true, type, layout, 40);
+        kx::test::Fill(*this, values, L"R&D", 10, type, layout, kSlider);
     }
     // At 50, or from 30 to 70.
     HWND Make(HWND parent, EColorSliderType type) {

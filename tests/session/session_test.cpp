@@ -4,15 +4,12 @@
 
 #include <commctrl.h>
 
-#include <algorithm>
 #include <cwchar>
 
 #include <host/event_log.h>
 #include <host/main_window.h>
 #include <host/resources/resource.h>
 #include <kxbaseui/kx_layoutmanager.h>
-#include <kxdevui/framework/devgui.h>
-#include <kxdevui/framework/ui_parts.h>
 
 namespace {
 
@@ -36,50 +33,48 @@ std::vector<HWND> WindowsIn(HWND top) {
 
 // Of a window, as a user would tell it. What is typed over, Ctrl+Z brings back.
 std::string StateOf(HWND window) {
-    const auto ask = [window](UINT message, WPARAM wParam = 0, LPARAM lParam = 0) {
-        return std::to_string(SendMessageW(window, message, wParam, lParam)) + ' ';
+    const std::pair<const wchar_t*, std::vector<UINT>> asked[] = {{L"BUTTON", {BM_GETCHECK}},
+                                                                  {L"COMBOBOX", {CB_GETCURSEL}},
+                                                                  {L"SCROLLBAR", {SBM_GETPOS}},
+                                                                  {L"LISTBOX", {LB_GETCURSEL, LB_GETTOPINDEX}},
+                                                                  {WC_LISTVIEWW, {LVM_GETTOPINDEX}}};
+    const bool hasFocus = GetFocus() == window;
+    std::string state = PlaceOf(window) + (hasFocus ? " focus " : " ") + Narrow(TextOf(window)) + ' ';
+    const auto add = [&](LRESULT value) { state += std::to_string(value) + ' '; };
+    const auto ask = [&](UINT message, int item, LPARAM lParam) {
+        add(SendMessageW(window, message, static_cast<WPARAM>(item), lParam));
     };
-    const RECT place = RectInParent(window);
-    std::string state = std::to_string(place.left) + ',' + std::to_string(place.top) + ' ' +
-                        (GetFocus() == window ? "focus " : "") + Narrow(kx::ui::TextOf(window).str()) + ' ';
-    for (const int bar : {SB_HORZ, SB_VERT, SB_CTL})
-        if (bar != SB_CTL || IsOf(window, L"SCROLLBAR")) state += std::to_string(GetScrollPos(window, bar)) + ' ';
-    if (IsOf(window, L"EDIT")) {
-        const LRESULT selection = SendMessageW(window, EM_GETSEL, 0, 0);
-        if (GetFocus() == window) state += std::to_string(selection);
-        if (!SendMessageW(window, EM_GETMODIFY, 0, 0)) return state;
-        SendMessageW(window, EM_UNDO, 0, 0);
-        state += " over " + Narrow(kx::ui::TextOf(window).str());
-        SendMessageW(window, EM_UNDO, 0, 0);
-        SendMessageW(window, EM_SETSEL, LOWORD(selection), HIWORD(selection));
-    } else if (IsOf(window, L"BUTTON")) {
-        state += ask(BM_GETCHECK);
-    } else if (IsOf(window, L"COMBOBOX")) {
-        state += ask(CB_GETCURSEL);
-    } else if (IsOf(window, L"LISTBOX")) {
-        state += ask(LB_GETCURSEL) + ask(LB_GETTOPINDEX);
-    } else if (IsOf(window, WC_LISTVIEWW)) {
-        state += ask(LVM_GETTOPINDEX) + ask(LVM_GETCOLUMNWIDTH, 1);
+    add(GetScrollPos(window, SB_HORZ)), add(GetScrollPos(window, SB_VERT));
+    for (const auto& [name, messages] : asked)
+        for (const UINT message : messages)
+            if (IsOf(window, name)) ask(message, 0, 0);
+    if (IsOf(window, WC_LISTVIEWW)) {
+        ask(LVM_GETCOLUMNWIDTH, 1, 0);
         for (int i = 0; i < ListView_GetItemCount(window); ++i)
-            state += ask(LVM_GETITEMSTATE, static_cast<WPARAM>(i), LVIS_SELECTED | LVIS_FOCUSED | LVIS_STATEIMAGEMASK);
+            ask(LVM_GETITEMSTATE, i, LVIS_SELECTED | LVIS_FOCUSED | LVIS_STATEIMAGEMASK);
     }
+    if (!IsOf(window, L"EDIT")) return state;
+    const LRESULT selection = SendMessageW(window, EM_GETSEL, 0, 0);
+    if (hasFocus) add(selection);
+    if (!SendMessageW(window, EM_GETMODIFY, 0, 0)) return state;
+    SendMessageW(window, EM_UNDO, 0, 0);
+    state += " over " + Narrow(TextOf(window));
+    SendMessageW(window, EM_UNDO, 0, 0);
+    SendMessageW(window, EM_SETSEL, LOWORD(selection), HIWORD(selection));
     return state;
 }
 
 // Sets, selects and scrolls what a window lets a user set.
 void Use(HWND window) {
     const HWND parent = GetParent(window);
-    const auto tell = [&](int code) {
-        SendMessageW(parent, WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(window), code), reinterpret_cast<LPARAM>(window));
-    };
     const LONG style = GetWindowLongW(window, GWL_STYLE);
     if (IsOf(window, L"BUTTON")) {
         const LONG type = style & BS_TYPEMASK;
-        const bool last = type == BS_AUTORADIOBUTTON && !(GetWindowLongW(window, GWL_STYLE) & WS_GROUP);
+        const bool last = type == BS_AUTORADIOBUTTON && !(style & WS_GROUP);
         if (type == BS_AUTOCHECKBOX || type == BS_CHECKBOX || last) SendMessageW(window, BM_CLICK, 0, 0);
     } else if (IsOf(window, L"COMBOBOX")) {
         SendMessageW(window, CB_SETCURSEL, 1, 0);
-        tell(CBN_SELCHANGE);
+        SendMessageW(parent, WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(window), CBN_SELCHANGE), LPARAM(window));
     } else if (IsOf(window, L"SCROLLBAR")) {
         SendMessageW(parent, WM_HSCROLL, SB_PAGERIGHT, reinterpret_cast<LPARAM>(window));
     } else if (IsOf(window, L"LISTBOX")) {
@@ -93,7 +88,7 @@ void Use(HWND window) {
         ListView_EnsureVisible(window, ListView_GetItemCount(window) - 3, FALSE);
     } else if (style & WS_VSCROLL) {
         SendMessageW(window, WM_VSCROLL, SB_LINEDOWN, 0);
-    } else if (GetWindowLongW(window, GWL_STYLE) & WS_TABSTOP) {
+    } else if (style & WS_TABSTOP) {
         SendMessageW(window, WM_KEYDOWN, VK_RIGHT, 0);
     }
 }
@@ -127,10 +122,12 @@ struct Session : testing::Test {
             state.push_back(std::to_string(GetDlgCtrlID(each)) + ": " + StateOf(each));
         return state;
     }
-    HWND FirstField() const {
-        const auto windows = WindowsIn(window.CurrentPage());
-        const auto first = std::find_if(windows.begin(), windows.end(), IsField);
-        return first == windows.end() ? nullptr : *first;
+    // What moves would come to rest amid the changes.
+    bool IsAtRest() {
+        for (CKxSimMicroscope* const each : window.Microscopes())
+            for (CKxSimDevice* const device : each->Devices())
+                if (device->SetSpeed(0), device->Device().GetDeviceState() == eKxDeviceState_Moving) return false;
+        return true;
     }
     void Scale(WPARAM dpi) const {
         SendMessageW(window.Handle(), WM_DPICHANGED, MAKEWPARAM(dpi, dpi), 0);
@@ -145,32 +142,32 @@ TEST_F(Session, NothingIsLostThatIsSetSelectedScrolledOrHalfTyped) {
     const int pages = static_cast<int>(window.Pages().size());
     for (int page = 0; page < pages; ++page) {
         const int here = MainWindow::cmdPage + page, there = MainWindow::cmdPage + (page + 1) % pages;
+        using W = MainWindow;
         // By a command the page is turned under the user's hands; who clicks its button has left the field before.
         const std::tuple<const char*, Hand, std::vector<int>> changes[] = {
             {"turned", Focused, {there, here}},
-            {"made anew later",
-             Left,
-             {there, MainWindow::cmdLanguage + LANG_JAPANESE, MainWindow::cmdLanguage + LANG_ENGLISH, here}},
-            {"language", Typed, {MainWindow::cmdLanguage + LANG_GERMAN, MainWindow::cmdLanguage + LANG_ENGLISH}},
-            {"scheme", Typed, {MainWindow::cmdScheme + eKxColorScheme_Dark, MainWindow::cmdScheme}},
-            {"zoom", Typed, {MainWindow::cmdZoom + 6, MainWindow::cmdZoom + 4}},
+            {"made anew later", Left, {there, W::cmdLanguage + LANG_JAPANESE, W::cmdLanguage + LANG_ENGLISH, here}},
+            {"language", Typed, {W::cmdLanguage + LANG_GERMAN, W::cmdLanguage + LANG_ENGLISH}},
+            {"scheme", Typed, {W::cmdScheme + eKxColorScheme_Dark, W::cmdScheme}},
+            {"zoom", Typed, {W::cmdZoom + 6, W::cmdZoom + 4}},
             {"scale", Typed, {-144, -96}}};
         Do(here);
         for (const HWND each : WindowsIn(window.CurrentPage()))
             Use(each);
         SendMessageW(window.CurrentPage(), WM_VSCROLL, SB_LINEDOWN, 0);
-        Pump();
+        EXPECT_TRUE(PumpUntil([this] { return IsAtRest(); }));
         for (const auto& [what, field, commands] : changes) {
             SetFocus(GetDlgItem(window.Handle(), here));
+            HWND first = nullptr;
             for (const HWND each : WindowsIn(window.CurrentPage())) {
-                if (field != Typed || !IsField(each)) continue;
+                if (field == Left || !IsField(each)) continue;
+                if (!first) first = each;
+                if (field != Typed) continue;
                 SendMessageW(each, EM_SETSEL, 0, -1);
                 SendMessageW(each, EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(L"12"));
             }
-            if (const HWND first = FirstField(); first && field != Left) {
-                SetFocus(first);
-                if (field == Typed) SendMessageW(first, EM_SETSEL, 1, 2);
-            }
+            if (first) SetFocus(first);
+            if (first && field == Typed) SendMessageW(first, EM_SETSEL, 1, 2);
             const auto before = State();
             Log().Clear();
             for (const int command : commands)

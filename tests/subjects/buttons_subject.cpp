@@ -22,36 +22,29 @@ CKxMenu MenuOf(int items) {
     return menu;
 }
 
-enum class Kind { Push, Repeating, Toggle, WithMenu };
-
 struct ButtonSubject : SubjectOf<Button> {
-    explicit ButtonSubject(Kind kind) : kind_(kind) {}
+    explicit ButtonSubject(void (*become)(Button&)) : become_(become) {}
 
     std::vector<std::wstring> OwnTexts() const override { return {L"Home", L"Live", L"&Live"}; }
     int Coarseness() const override { return 48; }
 
     void Make(HWND parent) override {
         control_->SetImages({.normal = L"LIGHTPATH", .hovered = L"WINDOWOPEN_HOVER", .checked = L"WINDOWOPEN"});
-        control_->SetTextPlace(kind_ == Kind::Push ? EKxButtonText::Below : EKxButtonText::Beside);
+        control_->SetTextPlace(EKxButtonText::Beside);
         control_->SetTitle(L"&Live");
         control_->SetToolTip(L"Home");
-        control_->SetToggle(kind_ == Kind::Toggle);
-        control_->SetAutoRepeat(kind_ == Kind::Repeating ? 5 : 0, 10);
-        control_->SetMenu(MenuOf(kind_ == Kind::WithMenu ? 3 : 0));
+        become_(*control_);
         control_->Create(parent, 20, 20, 90, 44, true, true);
     }
 
     std::vector<Operation> MakeOperations() override {
+        const auto name = OneOf<const wchar_t*>({nullptr, L"LIGHTPATH", L"WINDOWOPEN"});
         return {
             {"a state", Do(&Button::SetState, Flag)},
             {"a title", Do(&Button::SetTitle, OneOf({L"Live", L"Home", L""}))},
             {"a tooltip", Do(&Button::SetToolTip, OneOf<const wchar_t*>({L"Live", nullptr}))},
-            {"a text's place",
-             [this](Random& r) { control_->SetTextPlace(static_cast<EKxButtonText>(r.Between(0, 2))); }},
-            {"images",
-             [this](Random& r) {
-                 control_->SetImages({.normal = r.OneIn(3) ? nullptr : L"LIGHTPATH", .hovered = L"?"});
-             }},
+            {"a text's place", Do(&Button::SetTextPlace, Within(0, 2))},
+            {"images", [=, this](Random& r) { control_->SetImages({.normal = name(r), .hovered = L"?"}); }},
             {"a toggle", Do(&Button::SetToggle, Flag)},
             {"a repetition", Do(&Button::SetAutoRepeat, Within(-1, 5), AnyInt)},
             {"a menu", [this](Random& r) { control_->SetMenu(MenuOf(r.Between(0, 2))); }},
@@ -64,13 +57,13 @@ struct ButtonSubject : SubjectOf<Button> {
         return control_->IsRepeating() && !Window() ? "it repeats without a window" : "";
     }
 
-    Kind kind_;
+    void (*become_)(Button&);
 };
 
-const Registered<ButtonSubject> push("image button", Kind::Push);
-const Registered<ButtonSubject> repeating("image button that repeats", Kind::Repeating);
-const Registered<ButtonSubject> toggle("image button that stays down", Kind::Toggle);
-const Registered<ButtonSubject> menu("image button with a menu", Kind::WithMenu);
+const Registered<ButtonSubject> push("image button", [](Button& b) { b.SetTextPlace(EKxButtonText::Below); });
+const Registered<ButtonSubject> repeating("image button that repeats", [](Button& b) { b.SetAutoRepeat(5, 10); });
+const Registered<ButtonSubject> toggle("image button that stays down", [](Button& b) { b.SetToggle(true); });
+const Registered<ButtonSubject> menu("image button with a menu", [](Button& b) { b.SetMenu(MenuOf(3)); });
 
 // ---- The check box -------------------------------------------------------------------------------------------------
 
