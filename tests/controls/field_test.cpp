@@ -44,18 +44,23 @@ TEST(FieldRules, ReadWhatIsPasted) {
         EXPECT_FALSE(kx::ui::MayBeEntered(wrong, {0, 100})) << Narrow(wrong);
 }
 
-// What the hosts of all kinds of fields are told as entered; of a list, its values.
-using Heard = std::vector<std::vector<double>>;
+// What the hosts of all kinds of fields are told, and of that what has been entered.
+struct Heard {
+    void Entered(const char* how, double value) { record.Call(how, value), entered.push_back({value}); }
+    Recorder record;
+    std::vector<std::vector<double>> entered;
+};
 
 template <class Box>
 struct HeardBox : Box {
     explicit HeardBox(Heard& all) : heard(all) {}
-    void OnEnter() override { Enter(), Box::OnEnter(); }
-    void OnKillFocus() override { Enter(), Box::OnKillFocus(); }
-    void Enter() {
+    void OnEnter() override { Enter("Enter"), Box::OnEnter(); }
+    void OnKillFocus() override { Enter("Left"), Box::OnKillFocus(); }
+    void Enter(const char* how) {
         std::list<double> values{this->GetNumber()};
         if constexpr (std::is_same_v<Box, CKxDevUI_EditBoxMultiValue>) this->GetValues(&values);
-        heard.emplace_back(values.begin(), values.end());
+        heard.record.Call(how, Narrow(this->GetText().str()));
+        heard.entered.emplace_back(values.begin(), values.end());
     }
     Heard& heard;
 };
@@ -67,8 +72,8 @@ struct Laser : CKxDevUI_ColorSlider {
         SetPower(10, true), SetRange(0, 10);
     }
     HWND Edit() { return ::GetWindow(GetDlgItem(m_hWnd, 10001), GW_CHILD); }
-    void OnPowerChanged(double& power, bool&) override { heard.push_back({power}); }
-    void OnRangeChanged(double&, double& maximum) override { heard.push_back({maximum}); }
+    void OnPowerChanged(double& power, bool&) override { heard.Entered("Power", power); }
+    void OnRangeChanged(double&, double& maximum) override { heard.Entered("Range", maximum); }
     Heard& heard;
 };
 
@@ -79,7 +84,7 @@ struct Iris : CKxDevUI_ModeShutter {
         Create(parent, 10, 220, 260, 36, true, true);
     }
     HWND Edit() { return GetWindow(GetDlgItem(m_slider, 10001), GW_CHILD); }
-    void OnApertureChangeRequest(double aperture, bool&) override { heard.push_back({aperture}); }
+    void OnApertureChangeRequest(double aperture, bool&) override { heard.Entered("Aperture", aperture); }
     Heard& heard;
     Lamp device{eKxShutterType_Epi, Entries(101, 1)};
 };
@@ -91,7 +96,7 @@ struct Cells : CKxDevUI_Table {
         const double dose = 10;
         InsertRow(&dose, 1, -1);
         parent.Answer(WM_NOTIFY, [this](WPARAM, LPARAM header) {
-            if (reinterpret_cast<NMHDR*>(header)->code == LVN_ENDLABELEDITW) heard.push_back({GetCell(0, 0)});
+            if (reinterpret_cast<NMHDR*>(header)->code == LVN_ENDLABELEDITW) heard.Entered("Cell", GetCell(0, 0));
             return 0;
         });
     }
@@ -102,11 +107,11 @@ struct Cells : CKxDevUI_Table {
 };
 
 struct Series : Panel {
-    Series(Heard& all, RecordingParent& parent) : Panel(parent.Record()), heard(all) {
-        Create(parent.Window(), &data, 300, 60, 0, 0, true, true);
+    Series(Heard& all, HWND parent) : Panel(all.record), heard(all) {
+        Create(parent, &data, 300, 60, 0, 0, true, true);
         data.SetStep(10), data.SetObjective(0.8, 1), data.SetWavelength(500), UpdateGUI(RefreshAll);
     }
-    void OnStepChanged(double step, bool) override { heard.push_back({step}); }
+    void OnStepChanged(double step, bool) override { heard.Entered("Step", step); }
     void OnZStackChanged(unsigned int flags) override { Panel::OnZStackChanged(flags), UpdateGUI(flags); }
     Heard& heard;
     CKxZStackData data;
@@ -127,10 +132,10 @@ struct Kind {
 // A field of each kind with 10 in it.
 struct Fields : ControlTest {
     Fields() {
-        const auto never = [](HWND, const wchar_t*, const wchar_t*, UINT, int, void*) -> int {
-            return ADD_FAILURE(), IDOK;
+        const auto note = [](HWND, const wchar_t* text, const wchar_t*, UINT, int, void* all) -> int {
+            return static_cast<Heard*>(all)->record.Call("Box", text), IDOK;
         };
-        KX_SetMessageBoxHandler(never, nullptr);
+        KX_SetMessageBoxHandler(note, &heard);
         KX_SetFieldHabits(parent.Window(), KxFieldHabits::AllOfLight());
         box.Create(Frame(10), 0, 0, 60, 20, true, true);
         spin.Create(Frame(50), 0, 0, 60, 20, true, true);
@@ -138,7 +143,7 @@ struct Fields : ControlTest {
         other = AddChild(parent.Window(), L"BUTTON", 7, {300, 10, 340, 30});
         box.SetNumber(10), spin.SetNumber(10), list.SetText(L"10");
         Pump();
-        heard.clear();
+        heard.record.Clear(), heard.entered.clear();
     }
     std::vector<Kind> Kinds() {
         const auto focus = [](HWND edit) { return [edit] { return SetFocus(edit), edit; }; };
@@ -190,7 +195,7 @@ struct Fields : ControlTest {
     Laser range{heard, parent.Window(), 170, eColorSliderType_Range};
     Iris iris{heard, parent.Window()};
     Cells cells{heard, parent};
-    Series series{heard, parent};
+    Series series{heard, parent.Window()};
     HWND other;
 };
 
@@ -220,14 +225,30 @@ TEST_F(Fields, AnswerTheSameKeysAlike) {
     }
 }
 
-TEST_F(Fields, OfASliderSayWhatWasRefusedAndTakeWhatIsNearest) {
-    SetFocus(slider.Edit()), Type(L"1.2.3"), SetFocus(other), Pump();
-    EXPECT_EQ(Answer(), "\"1.2.3\": 0 to 100 mW");
-    EXPECT_EQ(heard, Heard());
-    // Without the further habit the strongest is what is beyond it.
+TEST_F(Fields, EnterNothingThatWasNotTyped) {
+    // What a laser at 10 mW is asked for, by the keys and by leaving the field then; what the field shows and says.
+    // clang-format off
+    const std::tuple<const wchar_t*, std::string> rows[] = {
+        {L"", ", , 10, "}, {L"42^", ", , 10, "}, {L"13\n5\n", "Power(13) Power(5), , 5, "}, {L"42", ", Power(42), 42, "},
+        {L"abc", ", , 10, "}, {L"1.2.3", ", , 10, \"1.2.3\": 0 to 100 mW"}, {L"1e1\n", "Power(10), , 10, "},
+        {L"1000\n", ", , 10, \"1000\": 0 to 100 mW"}, {L"\b", ", , 10, \"\": 0 to 100 mW"}};
+    // clang-format on
+    for (const auto& [keys, expected] : rows) {
+        slider.SetPower(10, true);
+        SetFocus(slider.Edit()), Pump();
+        TypeKeys(slider.Edit(), keys);
+        const std::string entered = heard.record.Take();
+        kx::ui::HideAnswer(slider.Edit());
+        SetFocus(other), Pump();
+        const std::string left = heard.record.Take(), shown = Narrow(TextOf(slider.Edit()));
+        EXPECT_EQ(entered + ", " + left + ", " + shown + ", " + Answer(), expected) << Narrow(keys);
+        kx::ui::HideAnswer(slider.Edit());
+    }
+    // A slider alone takes the strongest for what is beyond it, without the further habit.
     KX_SetFieldHabits(slider, KxFieldHabits::All());
-    SetFocus(slider.Edit()), Type(L"1000\n");
-    EXPECT_EQ(heard, Heard{{100}});
+    SetFocus(slider.Edit()), Pump();
+    TypeKeys(slider.Edit(), L"1000\n");
+    EXPECT_EQ(heard.record.Take(), "Power(100)");
 }
 
 TEST_F(Fields, TellAsBeforeAndGoOnToFields) {
@@ -251,6 +272,32 @@ TEST_F(Fields, TellAsBeforeAndGoOnToFields) {
     EXPECT_TRUE(KX_SetFieldHabits(box, {.select = true}));
     EXPECT_EQ(KX_GetFieldHabits(box.GetEditWindow()).tableOnly, false) << "the nearest decides";
     EXPECT_FALSE(KX_SetFieldHabits(nullptr, {}));
+}
+
+// The same keys without the habits and with them: 42, Escape, left; 7,5 and Enter; x, left.
+TEST_F(Fields, TellTheirHostsInTheGivenOrder) {
+    const std::pair<const char*, const char*> boxes = {
+        "Left(\"4210\") Enter(\"427,510\") Left(\"427,510\") Left(\"427,5x10\")",
+        "Left(\"10\") Enter(\"7.5\") Left(\"7.5\") Left(\"7.5\")"};
+    const std::pair<const char*, const char*> rows[] = {
+        boxes,
+        boxes,
+        boxes,
+        {"Power(100) Power(7) Power(7) Power(0)", "Power(8)"},
+        {"Range(100) Range(7) Range(7) Range(0)", "Range(8)"},
+        {"Aperture(100) Aperture(7) Aperture(7) Aperture(0)", "Aperture(8)"},
+        {"Cell(7)", "Cell(7.5)"},
+        {"Step(10) Changed(2) Step(7.5) Changed(2) Changed(2) Box(\"Invalid value entered.\")",
+         "Step(7.5) Changed(2) Changed(3)"}};
+    const std::vector<Kind> kinds = Kinds();
+    for (std::size_t i = 0; i < kinds.size(); ++i) {
+        for (const bool habits : {false, true}) {
+            KX_SetFieldHabits(parent.Window(), habits ? KxFieldHabits::AllOfLight() : KxFieldHabits{});
+            for (const wchar_t* keys : {L"42^", L"7,5\n", L"x"})
+                SetFocus(other), kinds[i].open(), TypeKeys(GetFocus(), keys), SetFocus(other), Pump();
+            EXPECT_EQ(heard.record.Take(), habits ? rows[i].second : rows[i].first) << kinds[i].name;
+        }
+    }
 }
 
 // Of a list, its numbers; none when something is none.
@@ -328,12 +375,12 @@ struct FieldsUnderAnyKeys : Fields {
         std::vector<double> numbers = NumbersIn(meant, kind.separator);
         if (meant.empty()) numbers = {0};
         const auto isNear = [&](double a, double b) { return std::abs(a - b) <= kind.coarseness + std::abs(b) * 1e-9; };
-        for (const auto& told : heard)
+        for (const auto& told : heard.entered)
             Must(std::ranges::equal(told, numbers, isNear), testing::PrintToString(told) + " is entered");
         const bool isCell = edit == cells.Edit();
-        Must(!isNew || !isFit || (isCell && !byEnter) || !heard.empty(), "nothing is entered");
+        Must(!isNew || !isFit || (isCell && !byEnter) || !heard.entered.empty(), "nothing is entered");
         const bool isQuiet = byEnter ? isTouched && !isFit : kind.tellsOnlyNews && (!isTouched || !isFit || isCell);
-        Must(!isQuiet || heard.empty(), "something is entered");
+        Must(!isQuiet || heard.entered.empty(), "something is entered");
         const bool stays = GetFocus() == edit && Look().text == before.text;
         // Nothing is nothing to enter in the Z panel.
         Must(!byEnter || !isTouched || isFit || stays || before.text.empty(), "Enter does not stay with it");
@@ -342,7 +389,7 @@ struct FieldsUnderAnyKeys : Fields {
         Open(kind);
     }
     void Step(const Kind& kind) {
-        before = Look(), heard.clear();
+        before = Look(), heard.entered.clear();
         const int way = random.Below(20);
         if (way < 4) return Leave(kind, way < 2);
         if (way == 4)
@@ -354,7 +401,7 @@ struct FieldsUnderAnyKeys : Fields {
         else
             Put(kind, {random.Of(std::vector<wchar_t>(letters.begin(), letters.end()))}, false);
         seen.insert(Look().text);
-        Must(heard.empty(), "something is entered");
+        Must(heard.entered.empty(), "something is entered");
     }
 
     static constexpr std::wstring_view letters = L"01234567890123456789..,,--eEx; +\u0663\uFF15";
@@ -394,18 +441,20 @@ TEST_F(Fields, AnswerBesideTheField) {
     EXPECT_EQ(GetFocus(), edit);
     // The call of a message box goes there as well.
     box.SetText(L"200");
+    KX_SetMessageBoxHandler(
+        [](HWND, const wchar_t*, const wchar_t*, UINT, int, void*) -> int { return ADD_FAILURE(), IDOK; }, nullptr);
     EXPECT_FALSE(box.CheckRestriction(true, false, 0));
     EXPECT_NE(Answer().find("interval <0;100>"), std::string::npos);
     ShowWindow(frame, SW_HIDE);
     EXPECT_TRUE(PumpUntil([] { return !kx::ui::AnswerWindow(); }));
 }
 
-TEST_F(Fields, TakeNothingThatIsTooLong) {
+// The host would read 0.
+TEST_F(Fields, EnterNothingThatIsTooLongToRead) {
+    box.SetFocus();
     PutOnClipboard(std::wstring(101, L'0') + L"7");
-    box.SetFocus(), Key('V', MOD_CONTROL), Type(L"\n");
-    EXPECT_EQ(heard, Heard()) << "the host would read 0";
-    box.SetMaxChars(5), box.SetNumber(10), Key('V', MOD_CONTROL);
-    EXPECT_EQ(box.GetText(), L"10");
+    Key('V', MOD_CONTROL), Type(L"\n");
+    EXPECT_EQ(heard.record.Take().find("Enter("), std::string::npos);
 }
 
 }  // namespace
