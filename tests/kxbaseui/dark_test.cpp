@@ -55,11 +55,8 @@ struct DarkWindows : testing::TestWithParam<EKxColorScheme> {
         KX_SetColorScheme(eKxColorScheme_System);
     }
     HWND Window() const { return m_parent->Window(); }
-    HWND Add(const wchar_t* name, const RECT& place, DWORD style = 0, DWORD extended = 0) {
-        const HWND window = AddChild(Window(), name, 0, place, style, L"Text");
-        SetWindowLongW(window, GWL_EXSTYLE, static_cast<LONG>(extended));
-        SetWindowPos(window, nullptr, 0, 0, 0, 0, SWP_FRAMECHANGED | SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER);
-        return window;
+    HWND Add(const wchar_t* name, const RECT& place, DWORD style = 0) {
+        return AddChild(Window(), name, 0, place, style, L"Text");
     }
 
     std::unique_ptr<RecordingParent> m_parent = std::make_unique<RecordingParent>(SIZE{400, 320});
