@@ -239,12 +239,9 @@ INSTANTIATE_TEST_SUITE_P(Schemes, DarkWindows, testing::Values(eKxColorScheme_Da
 
 // ---- What the system asks for --------------------------------------------------------------------------------------
 
-TEST(SystemScheme, IsOfHighContrastBeforeAnything) {
-    for (const std::optional<bool> light : {std::optional<bool>{}, {true}, {false}})
-        EXPECT_EQ(KX_SchemeForSettings({true, light}), eKxColorScheme_HighContrast);
-}
-
 TEST(SystemScheme, IsFollowedUntilOneIsChosen) {
+    for (const bool light : {false, true})
+        EXPECT_EQ(KX_SchemeForSettings({true, light}), eKxColorScheme_HighContrast);
     constexpr const wchar_t* key = L"Software\\Microsoft\\Windows\\CurrentVersion\\Themes\\Personalize";
     const auto set = [&](DWORD light, HWND window) {
         RegSetKeyValueW(HKEY_CURRENT_USER, key, L"AppsUseLightTheme", REG_DWORD, &light, sizeof light);
