@@ -115,7 +115,9 @@ TEST_F(Members, AFieldHandsOnWhatIsTypedAndGivesBackWhatWas) {
 }
 
 TEST_F(Members, AreMadeAnewWhereThereAreOthers) {
+    ::SetFocus(dial->Edit());
     dial->Name({L"In", L"Out"});
+    EXPECT_EQ(GetFocus(), dial->Button(0)) << "none is down";
     EXPECT_EQ(kx::test::TextOf(dial->Edit()), L"1");
     const HWND kept = dial->Button(0);
     dial->Name({L"A & B", L"Off"});
