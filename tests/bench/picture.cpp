@@ -29,24 +29,6 @@ bool IsLight(std::uint32_t color) {
     return (color & 0xFF) >= least && (color >> 8 & 0xFF) >= least && (color >> 16 & 0xFF) >= least;
 }
 
-// WM_PRINT cannot be relied on to draw the children, so each window is asked by itself, the lowest first.
-void PrintTree(HWND window, HDC dc, POINT at) {
-    const RECT client = ClientOf(window);
-    const kx::ui::SavedDC saved(dc);
-    SetViewportOrgEx(dc, at.x, at.y, nullptr);
-    IntersectClipRect(dc, 0, 0, client.right, client.bottom);
-    SendMessageW(window, WM_ERASEBKGND, reinterpret_cast<WPARAM>(dc), 0);
-    SendMessageW(window, WM_PRINTCLIENT, reinterpret_cast<WPARAM>(dc), PRF_CLIENT | PRF_ERASEBKGND);
-    HWND child = GetWindow(window, GW_CHILD);
-    if (child) child = GetWindow(child, GW_HWNDLAST);
-    for (; child; child = GetWindow(child, GW_HWNDPREV)) {
-        if (!(GetWindowLongW(child, GWL_STYLE) & WS_VISIBLE)) continue;
-        POINT corner{};
-        MapWindowPoints(child, window, &corner, 1);
-        PrintTree(child, dc, {at.x + corner.x, at.y + corner.y});
-    }
-}
-
 }  // namespace
 
 Picture::Picture(const RECT& area, const std::function<void(HDC)>& draw) {
@@ -67,7 +49,11 @@ Picture::Picture(const RECT& area, const std::function<void(HDC)>& draw) {
 }
 
 Picture Picture::Printed(HWND window) {
-    return {ClientOf(window), [window](HDC dc) { PrintTree(window, dc, {0, 0}); }};
+    return {ClientOf(window), [window](HDC dc) {
+                const auto wParam = reinterpret_cast<WPARAM>(dc);
+                SendMessageW(window, WM_ERASEBKGND, wParam, 0);
+                SendMessageW(window, WM_PRINTCLIENT, wParam, PRF_CLIENT | PRF_ERASEBKGND);
+            }};
 }
 
 Picture Picture::OnScreen(HWND window, bool withFrame) {

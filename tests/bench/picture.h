@@ -16,7 +16,7 @@ namespace kx::test {
 
 class Picture {
 public:
-    // The client area as WM_PRINTCLIENT draws it, the visible children in it likewise.
+    // The client area as WM_PRINTCLIENT draws it.
     static Picture Printed(HWND window);
 
     // The client area, or all of the window, as it is on the screen, after painting what is due. Nothing may cover it.

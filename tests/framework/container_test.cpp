@@ -54,11 +54,6 @@ struct Container : testing::Test {
     HWND Make(Panel& made, long cx = 200, long cy = 200) {
         return made.Create(parent.Window(), 5, 6, cx, cy, true, true);
     }
-    HWND Add(const wchar_t* name, int id, const RECT& place, DWORD style = 0) {
-        const HWND child = AddChild(panel, name, id, place, style);
-        panel.InsertWindow(child);
-        return child;
-    }
     std::string Told() { return parent.Record().Take(); }
 
     RecordingParent parent;
@@ -94,12 +89,19 @@ TEST_F(Container, AdoptsARegionAndItsPlaceInTheTabOrder) {
 }
 
 TEST_F(Container, TellsControlsFromWindows) {
-    Panel inner(parent.Record());
+    auto made = std::make_unique<Panel>(parent.Record());
+    Panel& inner = *made;
     inner.SetId(77);
     Make(panel), Make(inner);
-    const HWND plain = AddChild(parent.Window(), L"STATIC", 5, {20, 30, 40, 60});
-    panel.InsertWindow(plain);
-    panel.InsertWindow(inner);
+    // A foreign window with 16 extra bytes, whatever stands in them.
+    WNDCLASSW foreign{};
+    foreign.lpfnWndProc = DefWindowProcW, foreign.cbWndExtra = 16, foreign.lpszClassName = L"ForeignTest";
+    RegisterClassW(&foreign);
+    const HWND plain = AddChild(parent.Window(), L"ForeignTest", 5, {20, 30, 40, 60});
+    SetWindowLongPtrW(plain, 0, 5015);
+    SetWindowLongPtrW(plain, 8, 0x1234567890);
+    for (const HWND each : {plain, HWND{inner}, HWND{inner}, HWND{nullptr}, HWND{panel}, parent.Window()})
+        panel.InsertWindow(each);
     EXPECT_EQ(panel.GetWindows(), std::list<HWND>{plain});
     EXPECT_EQ(panel.GetElement(77), &inner);
     EXPECT_EQ(panel.GetWindow(5), plain);
@@ -119,37 +121,15 @@ TEST_F(Container, TellsControlsFromWindows) {
     EXPECT_EQ(panel.UnionArea(5, &area, true), &area);
     EXPECT_EQ(CallText("", area.left, area.top, area.right, area.bottom), "(20, 30, 40, 60)");
     EXPECT_EQ(panel.UnionArea(5, nullptr, true), nullptr);
-}
-
-TEST_F(Container, SurvivesWhatHostsDoToIt) {
-    Make(panel);
-    {
-        Panel gone(parent.Record());
-        gone.SetId(3);
-        gone.Create(panel, 0, 0, 10, 10, true, true);
-        panel.InsertElement(&gone);
-        panel.InsertElement(&gone);
-    }
-    EXPECT_EQ(panel.GetElement(3), nullptr);
-    panel.InsertElement(nullptr), panel.InsertElement(&panel);
-    for (const HWND wrong : {HWND{nullptr}, HWND{panel}, parent.Window()})
-        panel.InsertWindow(wrong);
-    EXPECT_TRUE(panel.GetWindows().empty());
-
-    // A foreign window with 16 extra bytes, whatever stands in them, is a plain window.
-    WNDCLASSW hostile{};
-    hostile.lpfnWndProc = DefWindowProcW, hostile.cbWndExtra = 16, hostile.lpszClassName = L"HostileTest";
-    RegisterClassW(&hostile);
-    const HWND window = AddChild(parent.Window(), L"HostileTest", 1, {0, 0, 5, 5});
-    SetWindowLongPtrW(window, 0, 5015);
-    SetWindowLongPtrW(window, 8, 0x1234567890);
-    panel.InsertWindow(window);
-    EXPECT_EQ(panel.GetWindows().back(), window);
+    made.reset();
+    EXPECT_EQ(panel.GetElement(78), nullptr);
 }
 
 TEST_F(Container, ForwardsUnlessToldNotTo) {
     Make(panel);
-    const HWND button = Add(L"BUTTON", kButton, {10, 10, 90, 40}), edit = Add(L"EDIT", kEdit, {10, 50, 90, 70});
+    const HWND button = AddChild(panel, L"BUTTON", kButton, {10, 10, 90, 40}),
+               edit = AddChild(panel, L"EDIT", kEdit, {10, 50, 90, 70});
+    panel.InsertWindow(button), panel.InsertWindow(edit);
     const auto send = [this](UINT message, WPARAM wParam) { SendMessageW(panel, message, wParam, 0); };
     Told();
     Play({{[&] { Click(button, 10, 10); }, "OnCommand(7) 7:0#7"},
@@ -184,20 +164,11 @@ TEST_F(Container, WaitingEndsWithTheWindow) {
     EXPECT_TRUE(PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE));
 }
 
-// How often windows of which it is a subclass are told to paint.
-int s_paints = 0;
-LRESULT CALLBACK CountPaints(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR, DWORD_PTR) {
-    s_paints += message == WM_PAINT;
-    return DefSubclassProc(window, message, wParam, lParam);
-}
-
 // A themed child asks for its background by the message that asks for a picture.
 TEST_F(Container, TellsAChildsQuestionFromAPicture) {
     Make(panel);
-    const HWND asking = AddChild(panel, L"STATIC", 1, {20, 30, 80, 90}),
-               filling = AddChild(panel, L"STATIC", 2, {0, 0, 200, 200});
-    Pump();
-    SetWindowSubclass(filling, CountPaints, 1, 0);
+    const HWND asking = AddChild(panel, L"STATIC", 1, {20, 30, 80, 90});
+    AddChild(panel, L"STATIC", 2, {0, 0, 200, 200});  // a picture leaves its place to it
     const kx::ui::WindowDC asked(asking), own(panel);
     const auto print = [&](HDC dc, POINT origin, LPARAM flags) {
         const kx::ui::Bitmap bitmap(CreateBitmap(120, 100, 1, 32, nullptr));
@@ -210,25 +181,21 @@ TEST_F(Container, TellsAChildsQuestionFromAPicture) {
         SendMessageW(panel, WM_PRINTCLIENT, reinterpret_cast<WPARAM>(target), flags);
         return GetPixel(target, 25, 35);
     };
-    const std::tuple<const char*, HDC, POINT, LPARAM, int> rows[] = {
-        {"a child's own DC, whatever it says", asked, {0, 0}, PRF_CLIENT | PRF_ERASEBKGND, 0},
-        {"a child's memory DC", nullptr, {-20, -30}, PRF_CLIENT, 0},
-        {"a picture", nullptr, {0, 0}, PRF_CLIENT, 1},
-        {"a picture where a child would be", nullptr, {-20, -30}, PRF_CLIENT | PRF_ERASEBKGND, 1},
-        {"a picture in the host's page", nullptr, {20, 30}, PRF_CLIENT, 1},
-        {"the window's own DC", own, {0, 0}, PRF_CLIENT, 1},
+    const std::tuple<const char*, HDC, POINT, LPARAM, bool> rows[] = {
+        {"a child's own DC, whatever it says", asked, {0, 0}, PRF_CLIENT | PRF_ERASEBKGND, true},
+        {"a child's memory DC", nullptr, {-20, -30}, PRF_CLIENT, true},
+        {"a picture", nullptr, {0, 0}, PRF_CLIENT, false},
+        {"a picture where a child would be", nullptr, {-20, -30}, PRF_CLIENT | PRF_ERASEBKGND, false},
+        {"a picture in the host's page", nullptr, {20, 30}, PRF_CLIENT, false},
+        {"the window's own DC", own, {0, 0}, PRF_CLIENT, false},
     };
-    for (const auto& [what, dc, origin, flags, painted] : rows) {
-        s_paints = 0;
-        EXPECT_EQ(print(dc, origin, flags) == KX_GetSysColor(COLOR_BTNFACE), !painted) << what;
-        EXPECT_EQ(s_paints, painted) << what;
-    }
+    for (const auto& [what, dc, origin, flags, question] : rows)
+        EXPECT_EQ(print(dc, origin, flags) == KX_GetSysColor(COLOR_BTNFACE), question) << what;
 }
 
-// A themed child that fades asks in a memory DC, which at its parent's corner tells nothing; with which flags, how
-// often while it is asked to paint itself, and what it gets.
+// A themed child that fades asks in a memory DC, which at its parent's corner tells nothing; with which flags, and what
+// it gets.
 LPARAM s_flags = 0;
-int s_depth = 0, s_deepest = 0;
 COLORREF s_behind = 0;
 LRESULT CALLBACK Fade(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR, DWORD_PTR) {
     if (message != WM_PAINT && message != WM_PRINTCLIENT) return DefSubclassProc(window, message, wParam, lParam);
@@ -236,11 +203,10 @@ LRESULT CALLBACK Fade(HWND window, UINT message, WPARAM wParam, LPARAM lParam, U
     const kx::ui::Bitmap bitmap(CreateBitmap(40, 40, 1, 32, nullptr));
     const kx::ui::MemoryDC memory(CreateCompatibleDC(nullptr));
     SelectObject(memory.get(), bitmap.get());
-    s_deepest = std::max(s_deepest, ++s_depth);
     for (const UINT ask : std::initializer_list<UINT>{WM_ERASEBKGND, WM_PRINTCLIENT})
-        if (s_depth < 4) SendMessageW(GetParent(window), ask, reinterpret_cast<WPARAM>(memory.get()), s_flags);
+        SendMessageW(GetParent(window), ask, reinterpret_cast<WPARAM>(memory.get()), s_flags);
     s_behind = GetPixel(memory.get(), 5, 5);
-    return --s_depth, 0;
+    return 0;
 }
 
 TEST_F(Container, AnswersAChildThatFadesWithTheFace) {
@@ -255,9 +221,9 @@ TEST_F(Container, AnswersAChildThatFadesWithTheFace) {
         // By itself; and as one that is told to paint while its parent does, whatever it says.
         for (const auto& [printed, flags] : {std::pair{child, PRF_CLIENT}, {asked, PRF_CLIENT | PRF_ERASEBKGND}}) {
             const kx::ui::MemoryDC memory(CreateCompatibleDC(nullptr));
-            s_flags = flags, s_deepest = 0, s_behind = 0;
+            s_flags = flags, s_behind = 0;
             SendMessageW(printed, WM_PRINTCLIENT, reinterpret_cast<WPARAM>(memory.get()), PRF_CLIENT | PRF_CHILDREN);
-            EXPECT_TRUE(s_behind == KX_GetSysColor(COLOR_BTNFACE) && s_deepest == 1) << s_behind << ", " << s_deepest;
+            EXPECT_EQ(s_behind, KX_GetSysColor(COLOR_BTNFACE));
         }
         DestroyWindow(child);
     }
@@ -343,12 +309,12 @@ TEST_F(Container, AnswersAMissingTemplateWithNull) {
 struct Dialogs : Container {
     Dialogs() { CKxLocale::SetModuleLangId(0x0409); }
     ~Dialogs() override { CKxLocale::SetModuleLangId(0); }
-    HWND MakeModeless(CKxDevUI_Container& made, const wchar_t* name = L"TEST_DIALOG") {
-        return made.CreateFromDlg(parent.Window(), 30, 40, name, module, false);
+    HWND MakeModeless(CKxDevUI_Container& made) {
+        return made.CreateFromDlg(parent.Window(), 30, 40, L"TEST_DIALOG", module, false);
     }
     // Presses a button in it.
     INT_PTR RunModal(Panel& made) {
-        const ModalAnswer answer([](HWND window) { PressButton(window, 7); });
+        const ModalAnswer answer(7);
         return reinterpret_cast<INT_PTR>(made.CreateFromDlg(parent.Window(), 0, 0, L"TEST_DIALOG", module, true));
     }
 
@@ -401,16 +367,10 @@ TEST_F(Dialogs, ModalReturnsWhatEndedIt) {
         EXPECT_EQ(HWND{dialog}, nullptr);
         dialog.Quit(3);
     }
-}
-
-TEST_F(Dialogs, MayDeleteThemselves) {
-    for (const bool modal : {false, true}) {
-        auto mortal = std::make_unique<Panel>(parent.Record());
-        mortal->act = [&] { mortal.reset(); };
-        modal ? void(RunModal(*mortal)) : void(MakeModeless(*mortal));
-        if (mortal) SendMessageW(mortal->GetWindow(7), BM_CLICK, 0, 0);
-        EXPECT_FALSE(mortal);
-    }
+    auto mortal = std::make_unique<Panel>(parent.Record());
+    mortal->act = [&] { mortal.reset(); };
+    RunModal(*mortal);
+    EXPECT_FALSE(mortal);
 }
 
 TEST_F(Dialogs, ComeInTheUsersLanguage) {
@@ -419,7 +379,6 @@ TEST_F(Dialogs, ComeInTheUsersLanguage) {
         CKxLocale::SetModuleLangId(id);
         MakeModeless(dialog);
         EXPECT_EQ(TextOf(dialog), expected);
-        EXPECT_EQ(MakeModeless(dialog, L"ONLY_JAPANESE"), nullptr);
     }
 }
 
@@ -427,6 +386,7 @@ TEST(TemplateLanguage, MayBeAnotherSortOfTheFallbacksOrNone) {
     const std::vector<LANGID> all{0x0409, 0x0407, 0x0000};
     EXPECT_EQ(kx::ui::ChooseLanguage(all, 0x0410, 0x0807), 1);
     EXPECT_EQ(kx::ui::ChooseLanguage(all, 0x0411, 0x0412), 2);
+    EXPECT_EQ(kx::ui::ChooseLanguage(std::vector<LANGID>{0x0411}, 0x0407, 0x0409), -1);
 }
 
 }  // namespace

