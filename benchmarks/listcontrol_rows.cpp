@@ -67,6 +67,7 @@ void MakeControl(typename Kind::Control& control, HWND parent) {
 
 std::vector<std::wstring> Texts(int count) {
     std::vector<std::wstring> texts;
+    texts.reserve(static_cast<std::size_t>(count));
     for (int i = 0; i < count; ++i)
         texts.push_back(std::to_wstring(10 * i) + L" ms");
     return texts;
@@ -82,6 +83,7 @@ void Fill(HWND inner, const std::vector<std::wstring>& texts) {
 template <class Kind>
 void Fill(typename Kind::Control& control, const std::vector<std::wstring>& texts) {
     std::vector<const wchar_t*> values;
+    values.reserve(texts.size());
     for (const std::wstring& text : texts)
         values.push_back(text.c_str());
     control.InsertValues(values.data(), static_cast<int>(values.size()), -1);

@@ -46,6 +46,11 @@ struct HeldValues {
     std::array<double, 7> powers{0, 0, 0, 0, 0, 550, 0};
     double bandFrom = 500, bandTo = 600;
 
+    // The lists: places in them, and what is chosen or typed.
+    int dye = 1, mode = 1;
+    std::vector<int> channels{1};
+    CKxStringW listExposure = L"20 ms";
+
     // The Z series and its drives: focus and piezo.
     std::array<SKxSimZDrive, 2> drives{{{.rangeMin = 0, .rangeMax = 10000, .speed = 20, .from = 4000, .to = 4000},
                                         {.rangeMin = 0, .rangeMax = 300, .speed = 60, .from = 150, .to = 150}}};

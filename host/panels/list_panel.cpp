@@ -6,6 +6,7 @@
 #include <kxdevui/framework/devgui_habits.h>
 
 #include "../event_log.h"
+#include "../held_values.h"
 #include "../pages/page.h"
 
 namespace {
@@ -54,34 +55,38 @@ void ListPanel::Fill() {
     for (const auto& [list, label, place] : rows) {
         AddChild(L"STATIC", Text(label), SS_NOPREFIX, -1, place.left, place.top - 16, place.right, 16);
         list.SetId(id++);
-        list.SetSelection(1);
         list.Create(m_hWnd, CKxGUILayoutManager::Zoomed(place.left), CKxGUILayoutManager::Zoomed(place.top),
                     place.right, place.bottom, true, true);
         InsertElement(&list);
     }
+    m_dye.SetSelection(Held().dye);
+    m_exposure.SetText(Held().listExposure);
+    m_mode.SetSelection(Held().mode);
+    m_channels.SetSelections(Held().channels);
     KX_SetFieldHabits(m_exposure, KxFieldHabits::All());
-    AddCheckBox(Text(L"The host refuses"), kRefuse, 6, m_height - 22);
+    AddRefusal(kRefuse);
 }
 
-bool ListPanel::Refuses(const wchar_t* request, const wchar_t* value) {
+bool ListPanel::Declines(const wchar_t* request, const wchar_t* value) {
     Log().Add(Name(), L"%ls(%ls)", request, value);
-    Tell(m_refuses ? Text(L"It stays as it is").str() : value);
-    return m_refuses;
+    const bool declines = Refuses();
+    Tell(declines ? Text(L"It stays as it is").str() : value);
+    if (!declines) {
+        Held().dye = m_dye.GetSelectionIndex();
+        Held().listExposure = m_exposure.GetText();
+        Held().mode = m_mode.GetSelectionIndex();
+        Held().channels = m_channels.GetSelections();
+    }
+    return declines;
 }
 
 void ListPanel::Combo::OnValueChangeRequest(const wchar_t* value, bool& veto) {
-    veto = m_panel.Refuses(L"OnValueChangeRequest", value);
+    veto = m_panel.Declines(L"OnValueChangeRequest", value);
 }
 
 void ListPanel::List::OnSelectionsChangeRequest(const std::vector<int>& indexes, bool& veto) {
     std::wstring all;
     for (const int index : indexes)
         all += (all.empty() ? L"" : L", ") + GetValueName(index).str();
-    veto = m_panel.Refuses(L"OnSelectionsChangeRequest", all.c_str());
-}
-
-bool ListPanel::OnUser(int id, int code, HWND from) {
-    if (id != kRefuse || code != BN_CLICKED) return false;
-    m_refuses = SendMessageW(from, BM_GETCHECK, 0, 0) == BST_CHECKED;
-    return true;
+    veto = m_panel.Declines(L"OnSelectionsChangeRequest", all.c_str());
 }

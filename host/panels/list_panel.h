@@ -12,11 +12,11 @@ public:
     void Fill();
 
 protected:
-    bool OnUser(int id, int code, HWND from) override;
+    bool OnUser(int, int, HWND) override { return false; }
 
 private:
-    // Tells the log what the user wants; true when the host refuses it.
-    bool Refuses(const wchar_t* request, const wchar_t* value);
+    // Tells the log what the user wants; true when the host refuses it, else it is held.
+    bool Declines(const wchar_t* request, const wchar_t* value);
 
     template <class List>
     struct Of : List {
@@ -24,7 +24,7 @@ private:
 
     protected:
         void OnSelectionChangeRequest(int index, bool& veto) override {
-            veto = m_panel.Refuses(L"OnSelectionChangeRequest", this->GetValueName(index));
+            veto = m_panel.Declines(L"OnSelectionChangeRequest", this->GetValueName(index));
         }
         ListPanel& m_panel;
     };
@@ -43,5 +43,4 @@ private:
 
     Combo m_dye{*this}, m_exposure{*this};
     List m_mode{*this}, m_channels{*this};
-    bool m_refuses = false;
 };

@@ -32,10 +32,10 @@ public:
 
     // What can be typed.
     struct Typing {
-        double minimum = -std::numeric_limits<double>::infinity();
-        double maximum = std::numeric_limits<double>::infinity();
-        const wchar_t* unit = L"";  // as answers name it: "0 to 100 ms"
-        bool anyText = false;       // not only numbers
+        double minimum = -std::numeric_limits<double>::infinity();  // the least value
+        double maximum = std::numeric_limits<double>::infinity();   // the greatest
+        const wchar_t* unit = L"";                                  // as answers name it: "0 to 100 ms"
+        bool anyText = false;                                       // not only numbers
     };
     // Lets values be typed, or no longer. The platform's control is made anew for it.
     void SetEditable(const Typing& typing);

@@ -9,6 +9,7 @@
 #include <kxbaseui/kx_fonts.h>
 #include <kxbaseui/kx_layoutmanager.h>
 #include <kxbaseui/kx_schemecontrols.h>
+#include <kxdevui/framework/ui_arithmetic.h>
 #include <kxdevui/framework/ui_control.h>
 #include <kxsystem/kx_log.h>
 
@@ -384,15 +385,15 @@ void ListControl::Draw(const DRAWITEMSTRUCT& item) const {
     const RECT& area = item.rcItem;
     const COLORREF textBefore = SetTextColor(dc, KX_GetSysColor(color));
     const COLORREF backBefore = SetBkColor(dc, KX_GetSysColor(back));
-    const long beside = CKxGUILayoutManager::Zoomed(kBeside), height = area.bottom - area.top;
+    const long beside = CKxGUILayoutManager::Zoomed(kBeside), height = Difference(area.bottom, area.top);
     const bool hasPicture = isThere && m_values.HasPictures();
-    const long inset = CKxGUILayoutManager::Zoomed(1), side = hasPicture ? height - 2 * inset : 0;
-    const long left = area.left + beside, top = area.top + inset;
+    const long inset = CKxGUILayoutManager::Zoomed(1), side = hasPicture ? Difference(height, 2 * inset) : 0;
+    const long left = Sum(area.left, beside), top = Sum(area.top, inset);
     const std::wstring_view text = isThere ? std::wstring_view(m_values.At(index).text) : L"";
-    ExtTextOutW(dc, hasPicture ? left + side + beside : left, area.top + (height - m_textHeight) / 2,
-                ETO_CLIPPED | ETO_OPAQUE, &area, text.data(), static_cast<UINT>(std::min(text.size(), kMostDrawn)),
-                nullptr);
-    if (hasPicture) DrawPicture(dc, {left, top, left + side, top + side}, m_values.At(index), usable, color);
+    ExtTextOutW(dc, hasPicture ? Sum(Sum(left, side), beside) : left,
+                Sum(area.top, Difference(height, m_textHeight) / 2), ETO_CLIPPED | ETO_OPAQUE, &area, text.data(),
+                static_cast<UINT>(std::min(text.size(), kMostDrawn)), nullptr);
+    if (hasPicture) DrawPicture(dc, RectAt(left, top, side, side), m_values.At(index), usable, color);
     if (ShowsFocus(item)) {
         SetTextColor(dc, KX_GetSysColor(COLOR_WINDOWTEXT));
         DrawFocusRect(dc, &area);

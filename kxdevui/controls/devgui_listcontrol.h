@@ -103,7 +103,9 @@ protected:
 
     // The platform's control of one kind: its messages, and what a control does with it.
     struct Kind {
-        UINT remove, clear, rowHeight;
+        UINT remove;     // the message by which a value goes
+        UINT clear;      // all go
+        UINT rowHeight;  // rows get their height
         // The platform shows what is chosen; the host is asked about it; a message of a window inside comes, before
         // that acts on it; the user has done something inside, and it is over.
         void (*show)(ListControl&);

@@ -15,8 +15,10 @@
 
 namespace kx::ui {
 
-// Characters of a value's text that are compared, and that a number is read from.
-inline constexpr std::size_t kComparedCharacters = 254, kNumberText = 99;
+// Characters of a value's text that are compared.
+inline constexpr std::size_t kComparedCharacters = 254;
+// Those that a number is read from.
+inline constexpr std::size_t kNumberText = 99;
 
 // Whether a value's text is the one looked for, upper and lower case and every blank told apart; null is the empty one.
 KXDEVUI_API bool IsText(std::wstring_view value, const wchar_t* wanted);
@@ -50,17 +52,18 @@ KXDEVUI_API std::wstring NothingChosen();
 
 // One value of a list.
 struct ListValue {
-    std::wstring text;
-    std::int64_t userData = 0;
-    bool enabled = true;
+    std::wstring text;                   // as it stands in the list
+    std::int64_t userData = 0;           // the host's own
+    bool enabled = true;                 // whether the user can choose it
     int image = 0;                       // as the bitmap pool numbers them; 0 for none
     std::optional<std::uint32_t> color;  // of a patch before the text
 };
 
 // What is chosen: values by their indexes, in order; where text can be typed, also one that is no value's.
 struct ListChoice {
-    std::vector<int> indexes;
-    std::wstring typed;
+    std::vector<int> indexes;  // in order
+    std::wstring typed;        // no value's text; empty for none
+    // The same choice.
     bool operator==(const ListChoice&) const = default;
 };
 
@@ -72,7 +75,9 @@ public:
     ValueList(const ValueList&) = delete;
     ValueList& operator=(const ValueList&) = delete;
 
+    // How many there are.
     int Count() const noexcept { return static_cast<int>(m_values.size()); }
+    // Whether one with this index is among them.
     bool Has(int index) const noexcept { return index >= 0 && index < Count(); }
     // Of a value that is there.
     ListValue& At(int index) { return *m_values[static_cast<std::size_t>(index)]; }
@@ -90,7 +95,9 @@ public:
     void Clear();
     int Find(const wchar_t* text) const;
 
+    // What is chosen.
     const ListChoice& Chosen() const noexcept { return m_chosen; }
+    // Chooses, without a way back.
     void Choose(ListChoice choice) { m_chosen = std::move(choice); }
     // The first that is chosen; -1 for none.
     int First() const noexcept { return m_chosen.indexes.empty() ? -1 : m_chosen.indexes.front(); }
