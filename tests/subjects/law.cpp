@@ -62,6 +62,8 @@ void LawTest::Begin(const State& state) {
     KX_SetColorScheme(state.scheme);
     CKxGUILayoutManager::SetGuiZoom(state.zoom);
     parent_ = std::make_unique<RecordingParent>(kRoom);
+    // What is made under the mouse is hovered, and Wine notices late that it no longer is.
+    MoveAway(parent_->Window());
     subject_ = GetParam().make();
     doing_ = "creation, " + TextOf(state);
     if (!Ready()) return;
