@@ -137,8 +137,11 @@ struct PagesAtScale : testing::Test {
     static BOOL CALLBACK Tell(HWND window, LPARAM list) {
         char name[80] = "";
         GetClassNameA(window, name, sizeof name);
-        // The platform's own measures: a header ends at its list's scroll bar, and a dialog shows nothing in its font.
-        if (std::strcmp(name, "SysHeader32") == 0) return TRUE;
+        // The platform's own measures: a header ends at its list's scroll bar, a field at its combo box's arrow, and a
+        // dialog shows nothing in its font.
+        char parent[80] = "";
+        GetClassNameA(GetParent(window), parent, sizeof parent);
+        if (std::strcmp(name, "SysHeader32") == 0 || std::strcmp(parent, "ComboBox") == 0) return TRUE;
         LOGFONTW font{};
         if (!GetWindow(window, GW_CHILD))
             GetObjectW(reinterpret_cast<HFONT>(SendMessageW(window, WM_GETFONT, 0, 0)), sizeof font, &font);
