@@ -51,6 +51,13 @@ struct HeldValues {
     std::vector<int> channels{1};
     CKxStringW listExposure = L"20 ms";
 
+    // The field diaphragm: percent, whether it follows the objective, whether it is being centred, whether it refuses.
+    struct Diaphragm {
+        int opening = 40;
+        bool follows = false, centres = false, refuses = false;
+    };
+    Diaphragm diaphragm;
+
     // The Z series and its drives: focus and piezo.
     std::array<SKxSimZDrive, 2> drives{{{.rangeMin = 0, .rangeMax = 10000, .speed = 20, .from = 4000, .to = 4000},
                                         {.rangeMin = 0, .rangeMax = 300, .speed = 60, .from = 150, .to = 150}}};

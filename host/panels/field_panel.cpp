@@ -8,6 +8,7 @@
 #include <kxdevui/framework/devgui_activity.h>
 
 #include "../event_log.h"
+#include "../held_values.h"
 #include "../pages/page.h"
 #include "../resources/resource.h"
 
@@ -17,10 +18,6 @@ const OnPage<FieldPanel> s_field(L"Illumination", {268, 128});
 
 constexpr int kRefuse = 1720, kOpening = 1721;
 constexpr int kLeast = 5, kMost = 100;  // percent
-
-// What the diaphragm does; the panel is made anew with each language.
-int s_opening = 40;
-bool s_follows = false, s_refuses = false, s_centres = false;
 
 // A diaphragm with an opening of this radius, of 10.
 CKxStringA Diaphragm(const char* radius) {
@@ -73,16 +70,16 @@ void FieldPanel::Fill() {
     }
     m_buttons[2].SetMenu(menu);
     m_buttons[3].SetToggle(true);
-    m_buttons[3].SetState(s_centres);
+    m_buttons[3].SetState(Held().diaphragm.centres);
     AddChild(L"STATIC", L"", 0, kOpening, 8, 64, m_width - 16, 16);
-    m_boxes[0].Init(*this, s_follows);
+    m_boxes[0].Init(*this, Held().diaphragm.follows);
     m_boxes[0].SetTitle(Text(L"Follows the objective"));
     m_boxes[0].Create(m_hWnd, at(6), at(84), m_width - 12, 18, true, true);
     // In the place of the platform's own.
-    m_boxes[1].Init(*this, s_refuses);
+    m_boxes[1].Init(*this, Held().diaphragm.refuses);
     m_boxes[1].Create(m_hWnd, AddCheckBox(Text(L"The host refuses"), kRefuse, 6, m_height - 22));
-    m_boxes[0].SetState(s_follows);
-    m_boxes[1].SetState(s_refuses);
+    m_boxes[0].SetState(Held().diaphragm.follows);
+    m_boxes[1].SetState(Held().diaphragm.refuses);
     for (AskingBox& each : m_boxes)
         InsertElement(&each);
     ShowOpening();
@@ -90,38 +87,38 @@ void FieldPanel::Fill() {
 
 void FieldPanel::ShowOpening() {
     CKxStringW text;
-    text.Format(60, Text(L"Opening %d %%"), s_opening);
+    text.Format(60, Text(L"Opening %d %%"), Held().diaphragm.opening);
     SetDlgItemTextW(m_hWnd, kOpening, text);
 }
 
 bool FieldPanel::Open(int opening) {
-    if (s_refuses) {
+    if (Held().diaphragm.refuses) {
         KX_SayWhyRefused(Text(L"The diaphragm stays as it is"));
         return false;
     }
-    s_opening = std::clamp(opening, kLeast, kMost);
+    Held().diaphragm.opening = std::clamp(opening, kLeast, kMost);
     ShowOpening();
     return true;
 }
 
 void FieldPanel::AskingButton::OnClickRequest(bool& veto) {
     Log().Add(m_panel->Name(), L"OnClickRequest %ls", GetTitle().c_str());
-    veto = !m_panel->Open(s_opening + m_step);
+    veto = !m_panel->Open(Held().diaphragm.opening + m_step);
 }
 
 void FieldPanel::AskingButton::OnStateChangeRequest(bool on, bool& veto) {
     Log().Add(m_panel->Name(), L"OnStateChangeRequest(%ls)", on ? L"on" : L"off");
-    veto = s_refuses;
-    if (!veto) s_centres = on;
+    veto = Held().diaphragm.refuses;
+    if (!veto) Held().diaphragm.centres = on;
 }
 
 void FieldPanel::AskingButton::OnMenuRequest(int opening) {
     Log().Add(m_panel->Name(), L"OnMenuRequest(%d)", opening);
-    if (!s_refuses) m_panel->Open(opening);
+    if (!Held().diaphragm.refuses) m_panel->Open(opening);
 }
 
 void FieldPanel::AskingBox::OnStateChangeRequest(int state, bool& veto) {
     Log().Add(m_panel->Name(), L"OnStateChangeRequest(%d) %ls", state, GetTitle().c_str());
-    veto = s_refuses && m_held != &s_refuses;
+    veto = Held().diaphragm.refuses && m_held != &Held().diaphragm.refuses;
     if (!veto) *m_held = state == eKxCheckState_On;
 }

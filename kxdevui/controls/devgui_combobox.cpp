@@ -43,16 +43,8 @@ int StepOfKey(WPARAM key, int page, bool inText) {
 
 }  // namespace
 
-const ListControl::Kind CKxDevUI_ComboBox::kKind{
-    .remove = CB_DELETESTRING,
-    .clear = CB_RESETCONTENT,
-    .rowHeight = CB_SETITEMHEIGHT,
-    .show = [](ListControl& control) { static_cast<CKxDevUI_ComboBox&>(control).Show(); },
-    .request = [](ListControl& control, bool& veto) { static_cast<CKxDevUI_ComboBox&>(control).Request(veto); },
-    .before = [](ListControl& control,
-                 const Message& message) { return static_cast<CKxDevUI_ComboBox&>(control).Before(message); },
-    .settle = [](ListControl& control) { static_cast<CKxDevUI_ComboBox&>(control).Settle(); },
-};
+const ListControl::Kind CKxDevUI_ComboBox::kKind =
+    KindOf<CKxDevUI_ComboBox>(CB_DELETESTRING, CB_RESETCONTENT, CB_SETITEMHEIGHT);
 
 CKxDevUI_ComboBox::CKxDevUI_ComboBox()
     : ListControl(this, {.name = L"KxDevUI_ComboBox", .size = {120, 21}, .title = {}, .ownLayout = true}, kKind) {}

@@ -55,6 +55,7 @@ protected:
 
 private:
     friend class kx::ui::Control;
+    friend class kx::ui::ListControl;
     static const Kind kKind;
     bool Make(const kx::ui::Parts& parts);
     void Adopt(HWND placeholder);

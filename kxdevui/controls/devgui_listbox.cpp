@@ -18,16 +18,8 @@ bool IsHeld(int key) { return GetKeyState(key) < 0; }
 
 }  // namespace
 
-const ListControl::Kind CKxDevUI_ListBox::kKind{
-    .remove = LB_DELETESTRING,
-    .clear = LB_RESETCONTENT,
-    .rowHeight = LB_SETITEMHEIGHT,
-    .show = [](ListControl& control) { static_cast<CKxDevUI_ListBox&>(control).Show(); },
-    .request = [](ListControl& control, bool& veto) { static_cast<CKxDevUI_ListBox&>(control).Request(veto); },
-    .before = [](ListControl& control,
-                 const Message& message) { return static_cast<CKxDevUI_ListBox&>(control).Before(message); },
-    .settle = [](ListControl& control) { static_cast<CKxDevUI_ListBox&>(control).Settle(); },
-};
+const ListControl::Kind CKxDevUI_ListBox::kKind =
+    KindOf<CKxDevUI_ListBox>(LB_DELETESTRING, LB_RESETCONTENT, LB_SETITEMHEIGHT);
 
 CKxDevUI_ListBox::CKxDevUI_ListBox()
     : ListControl(this, {.name = L"KxDevUI_ListBox", .size = {120, 80}, .title = {}, .ownLayout = true}, kKind) {}

@@ -113,6 +113,17 @@ protected:
         std::optional<LRESULT> (*before)(ListControl&, const Message&);
         void (*settle)(ListControl&);
     };
+    // That of the control T, which befriends this class, with its messages.
+    template <class T>
+    static constexpr Kind KindOf(UINT remove, UINT clear, UINT rowHeight) {
+        return {remove,
+                clear,
+                rowHeight,
+                [](ListControl& control) { static_cast<T&>(control).Show(); },
+                [](ListControl& control, bool& veto) { static_cast<T&>(control).Request(veto); },
+                [](ListControl& control, const Message& message) { return static_cast<T&>(control).Before(message); },
+                [](ListControl& control) { static_cast<T&>(control).Settle(); }};
+    }
     template <class T>
     ListControl(T* control, const Design& design, const Kind& kind) : Control(control, design), m_kind(kind) {}
 
