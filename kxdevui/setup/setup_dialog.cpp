@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include <kxbaseui/kx_colors.h>
 #include <kxbaseui/kx_layoutmanager.h>
 #include <kxbaseui/kx_schemecontrols.h>
 #include <kxdevui/framework/ui_parts.h>
@@ -125,11 +126,32 @@ void SetupDialog::NameForReaders() const {
     name(::GetWindow(m_list, GW_CHILD), IDC_SETUP_LIST_LABEL);
 }
 
+namespace {
+
+// The row that is filled has to be seen while the list or the search has the focus, in every scheme: the platform's
+// shade for that is faint, and the system's.
+LRESULT DrawRow(NMLVCUSTOMDRAW& draw) {
+    if (draw.nmcd.dwDrawStage == CDDS_PREPAINT)
+        return GetFocus() == draw.nmcd.hdr.hwndFrom ? CDRF_DODEFAULT : CDRF_NOTIFYITEMDRAW;
+    if (draw.nmcd.dwDrawStage != CDDS_ITEMPREPAINT) return CDRF_DODEFAULT;
+    const int row = static_cast<int>(draw.nmcd.dwItemSpec);
+    if (ListView_GetItemState(draw.nmcd.hdr.hwndFrom, row, LVIS_SELECTED) == 0) return CDRF_DODEFAULT;
+    draw.nmcd.uItemState &= ~static_cast<UINT>(CDIS_SELECTED);
+    draw.clrTextBk = KX_GetSysColor(COLOR_HIGHLIGHT);
+    draw.clrText = KX_GetSysColor(COLOR_HIGHLIGHTTEXT);
+    return CDRF_DODEFAULT;
+}
+
+}  // namespace
+
 LRESULT CALLBACK SetupDialog::TableProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
                                         DWORD_PTR dialog) {
     const LRESULT result = DefSubclassProc(window, message, wParam, lParam);
     if (message != WM_NOTIFY) return result;
     const auto& changed = *reinterpret_cast<const NMLISTVIEW*>(lParam);
+    // Not of its header.
+    if (changed.hdr.hwndFrom != reinterpret_cast<SetupDialog*>(dialog)->m_table.GetListView()) return result;
+    if (changed.hdr.code == NM_CUSTOMDRAW) return DrawRow(*reinterpret_cast<NMLVCUSTOMDRAW*>(lParam));
     if (changed.hdr.code == LVN_ITEMCHANGED && (changed.uNewState & ~changed.uOldState & LVIS_SELECTED) != 0) {
         ui::Guarded([&]() -> ui::Handled { return reinterpret_cast<SetupDialog*>(dialog)->OnRow(), 0; });
     }

@@ -107,9 +107,11 @@ TEST_F(Setup, IsWorkedByKeysAlone) {
         EXPECT_EQ(TextOf(dialog), L"Nosepiece & Objectives");
         EXPECT_EQ(GetFocus(), Inner(dialog, IDC_SETUP_TABLE));
         Key(VK_DOWN), Key(VK_DOWN);
+        Key('I', MOD_ALT), Key(VK_DOWN), Key(VK_DOWN);
+        EXPECT_EQ(SendMessageW(Inner(dialog, IDC_SETUP_LIST), LB_GETCOUNT, 0, 0), 3) << "nothing, and water";
         Key('F', MOD_ALT);
         EXPECT_EQ(GetFocus(), GetDlgItem(dialog, IDC_SETUP_FIND));
-        Type(L"water 60");
+        Type(L"60 apo");
         Key(VK_DOWN);
         EXPECT_EQ(GetFocus(), Inner(dialog, IDC_SETUP_LIST));
         Key(VK_END);
