@@ -81,7 +81,8 @@ void SetupDialog::MakeTable() {
     const HWND list = m_table.GetListView();
     RECT client{};
     GetClientRect(list, &client);
-    int width = static_cast<int>(client.right) - kNumberWidth - GetSystemMetrics(SM_CXVSCROLL);
+    int width =
+        static_cast<int>(client.right) - kNumberWidth - GetSystemMetricsForDpi(SM_CXVSCROLL, USER_DEFAULT_SCREEN_DPI);
     m_table.InsertColumn(Translated(L"Position"), kNumberWidth, nullptr, false);
     for (const Design::Column& each : m_design.columns) {
         m_table.InsertColumn(Translated(each.title), each.width, nullptr, false);

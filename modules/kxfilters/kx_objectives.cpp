@@ -66,6 +66,7 @@ std::map<std::wstring, SKxDDBCondenserItem>& Condensers() {
 template <class Item, class Rank>
 std::vector<Item> Sorted(const std::map<std::wstring, Item>& items, Rank rank) {
     std::vector<Item> all;
+    all.reserve(items.size());
     for (const auto& [key, item] : items)
         all.push_back(item);
     std::stable_sort(all.begin(), all.end(), [rank](const Item& a, const Item& b) { return rank(a) < rank(b); });
@@ -99,7 +100,8 @@ bool CKxDeviceDatabase::DBSetObjective(const SKxDDBObjectiveItem& item) {
 }
 
 std::vector<SKxDDBObjectiveItem> CKxDeviceDatabase::DBGetObjectives() {
-    return Sorted(Objectives(), [](const SKxDDBObjectiveItem& item) { return std::tuple(item.magnification, item.NA); });
+    return Sorted(Objectives(),
+                  [](const SKxDDBObjectiveItem& item) { return std::tuple(item.magnification, item.NA); });
 }
 
 bool CKxDeviceDatabase::DBGetCondenserParam(const CKxStringW& key, SKxDDBCondenserItem* item) {
