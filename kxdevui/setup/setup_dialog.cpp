@@ -147,6 +147,8 @@ LRESULT DrawRow(NMLVCUSTOMDRAW& draw) {
 
 LRESULT CALLBACK SetupDialog::TableProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
                                         DWORD_PTR dialog) {
+    // Wine does not free what is not taken away.
+    if (message == WM_NCDESTROY) RemoveWindowSubclass(window, TableProc, 1);
     const LRESULT result = DefSubclassProc(window, message, wParam, lParam);
     if (message != WM_NOTIFY) return result;
     const auto& changed = *reinterpret_cast<const NMLISTVIEW*>(lParam);
@@ -170,6 +172,7 @@ LRESULT CALLBACK SetupDialog::FindProc(HWND window, UINT message, WPARAM wParam,
         ::SetFocus(::GetWindow(reinterpret_cast<SetupDialog*>(dialog)->m_list, GW_CHILD));
         return 0;
     }
+    if (message == WM_NCDESTROY) RemoveWindowSubclass(window, FindProc, 1);
     return DefSubclassProc(window, message, wParam, lParam);
 }
 

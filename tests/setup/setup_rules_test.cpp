@@ -62,7 +62,7 @@ TEST(SetupRules, RemarkOnPositions) {
         {{water, dry}, 1, {}},
     };
     for (const auto& [positions, at, remarks] : cases)
-        EXPECT_EQ(RemarksOn(positions, at), remarks) << "case " << (&remarks - &std::get<2>(cases[0]));
+        EXPECT_EQ(RemarksOn(positions, at), remarks) << at << " of " << positions.size();
     EXPECT_EQ(TextOf({R::Duplicate, 2}), L"Also in position 3");
     EXPECT_EQ(DetailsOf(oil), L"Working distance: 130 µm\nCover glass: 0.17 mm\nParfocal distance: 60 mm");
     EXPECT_EQ(DetailsOf(other) + WorkingDistance(15700), L"15.7 mm");
