@@ -94,6 +94,12 @@ bool Show(HWND owner, Design design, std::vector<Entry> positions, Setup setup, 
         KX_LOG(L"devgui_setup", L"nobody accepts a setup");
         return false;
     }
+    // What stands there can be put back, whoever knows it.
+    for (const Entry& each : positions) {
+        const bool listed = std::any_of(design.choices.begin(), design.choices.end(),
+                                        [&each](const Entry& choice) { return choice.Is(each); });
+        if (!listed && !each.IsEmpty()) design.choices.push_back(each);
+    }
     const auto before = positions;
     SetupDialog dialog(
         std::move(design), std::move(positions),
@@ -149,9 +155,6 @@ bool ShowSetupDialog_Filter(HWND owner, CDMApi_LogDevId filterChanger, const KxF
             CKxStringW name;
             device->GetFilterName(i, name);
             positions.push_back(name.IsEmpty() ? Entry() : FilterNamed(name.str()));
-            const bool listed = std::any_of(choices.begin(), choices.end(),
-                                            [&](const Entry& each) { return each.Is(positions.back()); });
-            if (!listed && !name.IsEmpty()) choices.push_back(positions.back());
         }
         return Show<CKxStringW>(owner,
                                 {.templateName = L"IDD_FILTER_SETUP",

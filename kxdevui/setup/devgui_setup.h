@@ -41,7 +41,7 @@ struct SKxSetupChange {
 };
 
 // Objectives in the positions of a nosepiece. Where nothing stands, key and name are empty. Of an objective that the
-// database does not have, which can only be a `before`, name and key are the device's.
+// database does not have, name and key are the device's.
 struct SKxObjectiveSetup {
     CDMApi_LogDevId device = 0;
     std::vector<SKxSetupChange<SKxDDBObjectiveItem>> changes = {};  // by position

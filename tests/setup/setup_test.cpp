@@ -180,6 +180,9 @@ TEST_F(Setup, AnswersWhatIsOdd) {
         OpenCondenser(std::vector<CKxStringW>(positions), use(positions));
     OpenObjectives([](HWND dialog) {
         EXPECT_EQ(Cell(dialog, 3, 1) + Cell(dialog, 3, 5), L"Old 10xNothing is known of it");
+        ClickRow(dialog, 4);
+        ClickChoice(dialog, L"Old 10x");
+        EXPECT_EQ(Cell(dialog, 4, 5), L"Nothing is known of it; Also in position 4");
         PressButton(dialog, IDCANCEL);
     });
     {
