@@ -15,6 +15,7 @@
 #include <kxdevui/framework/devgui_habits.h>
 #include <kxdevui/framework/ui_arithmetic.h>
 #include <kxdevui/framework/ui_control.h>
+#include <kxdevui/framework/ui_field.h>
 
 using namespace kx::ui;
 
@@ -208,13 +209,7 @@ Handled CKxDevUI_Table::Handle(const Message& message) {
         SetWindowPos(m_list, nullptr, 0, 0, LOWORD(message.lParam), HIWORD(message.lParam),
                      SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
         return std::nullopt;
-    case WM_KX_ZOOM_CHANGED: {
-        const Alive alive(this);
-        FinishEdit(false);
-        if (alive) ApplyZoom(message.window);
-        if (alive && m_hWnd) ZoomColumns(), ShowFirstRow();
-        return std::nullopt;
-    }
+    case WM_KX_ZOOM_CHANGED: OnZoom(); return std::nullopt;
     case WM_DESTROY:
         // The field is no child, so nobody else would end it.
         m_editRow = m_editColumn = -1;
@@ -223,6 +218,21 @@ Handled CKxDevUI_Table::Handle(const Message& message) {
         return std::nullopt;
     default: return std::nullopt;
     }
+}
+
+// Cells move away from under the field: it is opened again where its cell is then, with what is half typed.
+void CKxDevUI_Table::OnZoom() {
+    const Alive alive(this);
+    const Cell open{m_editRow, m_editColumn};
+    const FieldText typed = TextIn(m_editor.GetEditWindow());
+    FinishEdit(false);
+    if (alive) ApplyZoom(m_hWnd);
+    if (!alive || !m_hWnd) return;
+    ZoomColumns();
+    ShowFirstRow();
+    if (open.row < 0) return;
+    StartEdit(open.row, open.column);
+    if (alive && m_editRow >= 0) TypeAgain(m_editor.GetEditWindow(), typed);
 }
 
 namespace {

@@ -19,6 +19,11 @@ struct Field {
     std::function<std::wstring()> allowed;  // what an answer says, asked for when there is one
 };
 
+// What stands in an edit, with its selection; and the same again in one that shows something else by now, as typing that
+// the platform's undo takes back.
+KXDEVUI_API FieldText TextIn(HWND edit);
+KXDEVUI_API void TypeAgain(HWND edit, const FieldText& typed);
+
 // To be called first with every message of the edit: remembers a text that is set.
 KXDEVUI_API void NoteField(const Message& message);
 // What is in the edit has been set or entered, and is what Escape goes back to.
