@@ -13,6 +13,7 @@
 
 namespace kx::ui {
 struct Message;
+struct OpenCell;
 }
 
 class CKxDevUI_Table;
@@ -172,6 +173,8 @@ private:
     bool MakeList(DWORD style, DWORD extendedStyle);
     LRESULT Ask(UINT message, WPARAM wParam, LPARAM lParam) const;
     void OnZoom();
+    bool TellOpenCell(kx::ui::OpenCell& cell) const;
+    bool OpenAgain(const kx::ui::OpenCell& cell);
     void ZoomColumns();
     void KeepFirstRow();
     void ShowFirstRow();

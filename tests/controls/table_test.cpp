@@ -2,6 +2,7 @@
 #include "control_test.h"
 
 #include <kxdevui/controls/devgui_table.h>
+#include <kxdevui/framework/devgui_keep.h>
 
 #include <bench/imports.h>
 #include <commctrl.h>
@@ -121,6 +122,11 @@ TEST_F(Table, StoresOnEnterAndDropsOtherwise) {
     EXPECT_EQ(See(), "1.000 open activated(2)");
     Key('A', MOD_CONTROL), Type(L"75"), Key(VK_LEFT);
     CKxGUILayoutManager::SetGuiZoom(1.5), CKxGUILayoutManager::SetGuiZoom(1.0);
+    KxKeptInput kept;
+    kept.Take(parent.Window());
+    Fill();
+    kept.GiveBack(parent.Window());
+    table.SetUserData(2, 0, 5);
     Type(L".\n");
     EXPECT_EQ(See(), "7.5 edited(77, 2, 1, \"7.5\", 5)");
     EXPECT_EQ(GetFocus(), List());
