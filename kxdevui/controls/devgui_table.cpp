@@ -15,6 +15,7 @@
 #include <kxdevui/framework/devgui_habits.h>
 #include <kxdevui/framework/ui_arithmetic.h>
 #include <kxdevui/framework/ui_control.h>
+#include <kxdevui/framework/ui_field.h>
 
 using namespace kx::ui;
 
@@ -208,12 +209,10 @@ Handled CKxDevUI_Table::Handle(const Message& message) {
         SetWindowPos(m_list, nullptr, 0, 0, LOWORD(message.lParam), HIWORD(message.lParam),
                      SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
         return std::nullopt;
-    case WM_KX_ZOOM_CHANGED: {
-        const Alive alive(this);
-        FinishEdit(false);
-        if (alive) ApplyZoom(message.window);
-        if (alive && m_hWnd) ZoomColumns(), ShowFirstRow();
-        return std::nullopt;
+    case WM_KX_ZOOM_CHANGED: OnZoom(); return std::nullopt;
+    case WM_KX_OPEN_CELL: {
+        auto* cell = reinterpret_cast<OpenCell*>(message.lParam);
+        return cell && (message.wParam ? OpenAgain(*cell) : TellOpenCell(*cell));
     }
     case WM_DESTROY:
         // The field is no child, so nobody else would end it.
@@ -223,6 +222,34 @@ Handled CKxDevUI_Table::Handle(const Message& message) {
         return std::nullopt;
     default: return std::nullopt;
     }
+}
+
+// Cells move away from under the field: it is opened again where its cell is then, with what is half typed.
+void CKxDevUI_Table::OnZoom() {
+    const Alive alive(this);
+    OpenCell cell;
+    const bool open = TellOpenCell(cell);
+    FinishEdit(false);
+    if (alive) ApplyZoom(m_hWnd);
+    if (!alive || !m_hWnd) return;
+    ZoomColumns();
+    ShowFirstRow();
+    if (open) OpenAgain(cell);
+}
+
+bool CKxDevUI_Table::TellOpenCell(OpenCell& cell) const {
+    if (m_editRow < 0) return false;
+    cell = {m_editRow, m_editColumn, TextIn(m_editor.GetEditWindow())};
+    return true;
+}
+
+bool CKxDevUI_Table::OpenAgain(const OpenCell& cell) {
+    const Alive alive(this);
+    if (!IsEditable(cell.column) || !IsWindowVisible(m_hWnd)) return false;
+    StartEdit(cell.row, cell.column);
+    if (!alive || m_editRow < 0) return false;
+    TypeAgain(m_editor.GetEditWindow(), cell.typed);
+    return true;
 }
 
 namespace {

@@ -18,6 +18,7 @@ namespace {
 constexpr wchar_t kSource[] = L"hpot_thumb";
 constexpr wchar_t kImageName[] = L"BMP_HPOT_HANDLE";
 constexpr int kLargest = 2048;           // pixels a side
+constexpr int kLargestMade = 128;        // a larger one is stretched: the ring takes the fourth power of the size
 constexpr std::size_t kMostThumbs = 24;  // kept
 
 // ---- The image -----------------------------------------------------------------------------------------------------
@@ -223,7 +224,13 @@ void DrawThumb(HDC dc, POINT at, const ThumbStyle& style) {
     const auto [cx, cy] = style.size;
     if (cx <= 0 || cy <= 0 || cx > kLargest || cy > kLargest) return;
     constexpr BLENDFUNCTION blend{AC_SRC_OVER, 0, 255, AC_SRC_ALPHA};
-    if (const Thumb* thumb = ThumbOf(style)) AlphaBlend(dc, at.x, at.y, cx, cy, thumb->dc.get(), 0, 0, cx, cy, blend);
+    ThumbStyle made = style;
+    if (const int side = std::max(cx, cy); side > kLargestMade) {
+        made.size = {std::max(1, MulDiv(cx, kLargestMade, side)), std::max(1, MulDiv(cy, kLargestMade, side))};
+    }
+    if (const Thumb* thumb = ThumbOf(made)) {
+        AlphaBlend(dc, at.x, at.y, cx, cy, thumb->dc.get(), 0, 0, made.size.cx, made.size.cy, blend);
+    }
 }
 
 }  // namespace kx::hpot

@@ -6,6 +6,7 @@
 #include <cwchar>
 
 #include <kxbaseui/kx_layoutmanager.h>
+#include <kxdevui/framework/ui_field.h>
 #include <kxdevui/framework/ui_paint.h>
 #include <kxdevui/framework/ui_window.h>
 
@@ -46,6 +47,12 @@ LRESULT Ask(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0) {
     return SendMessageW(window, message, wParam, lParam);
 }
 
+constexpr wchar_t kTable[] = L"KxDevUI_Table";
+
+bool AskCell(HWND table, bool again, kx::ui::OpenCell& cell) {
+    return Ask(table, kx::ui::WM_KX_OPEN_CELL, again, reinterpret_cast<LPARAM>(&cell)) != 0;
+}
+
 bool HasSeveral(HWND listBox) {
     return (GetWindowLongW(listBox, GWL_STYLE) & (LBS_MULTIPLESEL | LBS_EXTENDEDSEL)) != 0;
 }
@@ -61,7 +68,7 @@ int Columns(HWND list) { return Header_GetItemCount(ListView_GetHeader(list)); }
 }  // namespace
 
 bool KxKeptInput::Kept::IsEmpty() const noexcept {
-    return !typed && !selection && !rows && !scrolled[0] && !scrolled[1] && !focus;
+    return !typed && !selection && !rows && !cell && !scrolled[0] && !scrolled[1] && !focus;
 }
 
 // ---- Taking --------------------------------------------------------------------------------------------------------
@@ -95,6 +102,10 @@ KxKeptInput::Kept KxKeptInput::KeptOf(HWND window, const wchar_t* windowClass, H
         for (int i = 0; i < Columns(window); ++i)
             rows.widths.push_back(static_cast<int>(CKxGUILayoutManager::Unzoomed(ListView_GetColumnWidth(window, i))));
         kept.rows = rows;
+    } else if (kx::ui::OpenCell open; Is(windowClass, kTable) && AskCell(window, false, open)) {
+        kept.cell = {open.row, open.column};
+        kept.typed = std::move(open.typed.text);
+        kept.selection = {static_cast<DWORD>(open.typed.first), static_cast<DWORD>(open.typed.last)};
     } else {
         const LONG style = GetWindowLongW(window, GWL_STYLE);
         for (const int bar : {SB_HORZ, SB_VERT}) {
@@ -162,11 +173,19 @@ void KxKeptInput::Give(HWND window, const wchar_t* windowClass, const Kept& kept
 
 void KxKeptInput::GiveBack(HWND top) {
     if (m_kept.empty() || !IsWindow(top)) return;
+    // In the end, as scrolling closes it.
+    std::pair<HWND, kx::ui::OpenCell> open{};
     for (const auto& [window, windowClass, way] : PlacesBelow(top)) {
         const auto found = m_kept.find(way);
         if (found == m_kept.end()) continue;
         const Kept kept = std::move(found->second);
         m_kept.erase(found);
+        if (kept.cell) {
+            open = {
+                window,
+                {kept.cell->first, kept.cell->second, {*kept.typed, kept.selection->first, kept.selection->second}}};
+            continue;
+        }
         Give(window, windowClass.c_str(), kept);
         for (const int bar : {SB_HORZ, SB_VERT}) {
             if (!kept.scrolled[bar]) continue;
@@ -181,4 +200,5 @@ void KxKeptInput::GiveBack(HWND top) {
         Ask(window, EM_SETSEL, kept.selection->first, static_cast<LPARAM>(kept.selection->second));
         Ask(window, EM_SCROLLCARET);
     }
+    if (IsWindow(open.first)) AskCell(open.first, true, open.second);
 }

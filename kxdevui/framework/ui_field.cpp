@@ -10,7 +10,18 @@
 
 namespace kx::ui {
 
+FieldText TextIn(HWND edit) {
+    DWORD first = 0, last = 0;
+    SendMessageW(edit, EM_GETSEL, reinterpret_cast<WPARAM>(&first), reinterpret_cast<LPARAM>(&last));
+    return {TextOf(edit).str(), first, last};
+}
+
 namespace {
+
+// Taken back with the platform's own undo.
+void Write(HWND edit, const std::wstring& text) {
+    SendMessageW(edit, EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(text.c_str()));
+}
 
 constexpr wchar_t kSelectAll = 1, kEscape = 27, kUndo = 26, kFirstPrintable = 32, kDelete = 127;
 
@@ -24,17 +35,6 @@ std::wstring& Held(HWND edit) {
 void SelectAll(HWND edit) { SendMessageW(edit, EM_SETSEL, 0, -1); }
 
 bool IsReadOnly(HWND edit) { return (GetWindowLongW(edit, GWL_STYLE) & ES_READONLY) != 0; }
-
-FieldText TextIn(HWND edit) {
-    DWORD first = 0, last = 0;
-    SendMessageW(edit, EM_GETSEL, reinterpret_cast<WPARAM>(&first), reinterpret_cast<LPARAM>(&last));
-    return {TextOf(edit).str(), first, last};
-}
-
-// Taken back with the platform's own undo.
-void Write(HWND edit, const std::wstring& text) {
-    SendMessageW(edit, EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(text.c_str()));
-}
 
 std::optional<std::wstring> Clipboard(HWND owner) {
     if (!OpenClipboard(owner)) return std::nullopt;
@@ -170,6 +170,11 @@ bool GoOnFrom(HWND edit, HWND group, bool around) {
     if (const HWND next = habits.goOn ? NextField(edit, group, around) : nullptr) return SetFocus(next), true;
     if (habits.select) SelectAll(edit);
     return false;
+}
+
+void TypeAgain(HWND edit, const FieldText& typed) {
+    if (typed.text != TextOf(edit).str()) SelectAll(edit), Write(edit, typed.text);
+    SendMessageW(edit, EM_SETSEL, typed.first, static_cast<LPARAM>(typed.last));
 }
 
 }  // namespace kx::ui

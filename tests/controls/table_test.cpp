@@ -2,6 +2,7 @@
 #include "control_test.h"
 
 #include <kxdevui/controls/devgui_table.h>
+#include <kxdevui/framework/devgui_keep.h>
 
 #include <bench/imports.h>
 #include <commctrl.h>
@@ -119,7 +120,14 @@ TEST_F(Table, StoresOnEnterAndDropsOtherwise) {
     table.SetUserData(2, 0, 5);
     Open(2, 1);
     EXPECT_EQ(See(), "1.000 open activated(2)");
-    Key('A', MOD_CONTROL), Type(L"7.5\n");
+    Key('A', MOD_CONTROL), Type(L"75"), Key(VK_LEFT);
+    CKxGUILayoutManager::SetGuiZoom(1.5), CKxGUILayoutManager::SetGuiZoom(1.0);
+    KxKeptInput kept;
+    kept.Take(parent.Window());
+    Fill();
+    kept.GiveBack(parent.Window());
+    table.SetUserData(2, 0, 5);
+    Type(L".\n");
     EXPECT_EQ(See(), "7.5 edited(77, 2, 1, \"7.5\", 5)");
     EXPECT_EQ(GetFocus(), List());
     const std::function<void()> drops[] = {
@@ -127,7 +135,6 @@ TEST_F(Table, StoresOnEnterAndDropsOtherwise) {
         [&] { Click(List(), CellOf(4, 0).right - 9, CellOf(4, 0).top + 5); },
         [&] { SendMessageW(List(), WM_VSCROLL, SB_LINEDOWN, 0); },
         [&] { MoveWindow(table, 10, 20, 301, 150, TRUE); },
-        [] { CKxGUILayoutManager::SetGuiZoom(1.5), CKxGUILayoutManager::SetGuiZoom(1.0); },
         [&] { ListView_DeleteItem(List(), 29); },
         [&] { ListView_SetColumnWidth(List(), 0, 81); },
     };

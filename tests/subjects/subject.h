@@ -245,11 +245,17 @@ protected:
         };
     }
 
+    // By painting and by the mouse's absence, sooner or later: not by what is done.
+    static bool ComesOfItself(const NMHDR& header) {
+        return header.code == NM_CUSTOMDRAW || header.code == BCN_HOTITEMCHANGE;
+    }
+
     // Also what the parent is told counts as a callback.
     void Hear(std::initializer_list<UINT> messages) {
         for (const UINT message : messages) {
-            parent_->Answer(message, [this, message](WPARAM wParam, LPARAM) {
-                Told(NameOf(message) + (message == WM_COMMAND ? " " + std::to_string(HIWORD(wParam)) : ""), false);
+            parent_->Answer(message, [this, message](WPARAM wParam, LPARAM lParam) {
+                if (message != WM_NOTIFY || !ComesOfItself(*reinterpret_cast<const NMHDR*>(lParam)))
+                    Told(NameOf(message) + (message == WM_COMMAND ? " " + std::to_string(HIWORD(wParam)) : ""), false);
                 return static_cast<LRESULT>(wParam % 3);
             });
         }
