@@ -8,6 +8,7 @@
 #include <cwchar>
 
 #include <host/event_log.h>
+#include <host/held_values.h>
 #include <host/main_window.h>
 #include <host/pages/optics_page.h>
 #include <host/resources/resource.h>
@@ -106,6 +107,7 @@ enum Hand { Left, Focused, Typed };
 
 struct Session : testing::Test {
     Session() {
+        Held() = {};
         window.Create(GetModuleHandleW(nullptr), {.zoom = 100, .width = 640, .height = 600});
         SetForegroundWindow(window.Handle());
         Pump();
@@ -205,8 +207,8 @@ TEST_F(Session, ASetupThatTheHostAcceptsIsOnItsDevicesAndPanels) {
                 if (IsWindowVisible(dialog)) PressButton(dialog, button);
         });
         SendMessageW(panel, WM_COMMAND, 10500, 0);
-        EXPECT_EQ(panel.GetName(row), name);
-        EXPECT_EQ(panel.GetMagnification(row), expected);
+        EXPECT_EQ(panel.GetName(row).str(), name);
+        EXPECT_EQ(panel.GetMagnification(row).str(), expected);
     }
     KX_SetMessageBoxHandler(nullptr, nullptr);
 }
