@@ -54,7 +54,7 @@ void Tour::PlanOptics() {
     Await(inDialog(IDOK));
     for (int i = 0; i < 3; ++i)
         Key(VK_DOWN);
-    find(L"water 60");
+    find(L"water 25");
     Key(VK_END);
     Picture(L"34-setup-objectives");
     Click(inDialog(IDOK));

@@ -134,8 +134,8 @@ bool ShowSetupDialog(HWND owner, CDMApi_LogDevId nosepiece, const KxObjectiveSet
         }
         return Show<SKxDDBObjectiveItem>(owner,
                                          {.templateName = L"IDD_OBJECTIVE_SETUP",
-                                          .columns = {{L"Objective", 170, NameOf},
-                                                      {L"NA", 44, ApertureOf},
+                                          .columns = {{L"Objective", 152, NameOf},
+                                                      {L"NA", 40, ApertureOf},
                                                       {L"Immersion", 72, GroupOf},
                                                       {L"Working distance", 104, DistanceOf}},
                                           .choices = EntriesOf(CKxDeviceDatabase::DBGetObjectives())},
