@@ -14,23 +14,14 @@ const Entry other{L"", L"Old 10x", L"", 0, 0, 0, L"", 0, false};
 const Entry none;
 
 TEST(SetupRules, FindWhatIsTypedAndChosen) {
+    // clang-format off
     const std::pair<Search, const char*> cases[] = {
-        {{}, "abc"},
-        {{L"APO"}, "abc"},
-        {{L"apo oil"}, "a"},
-        {{L"oil plan"}, "a"},
-        {{L" 60x "}, "a"},
-        {{L"1,4"}, "a"},
-        {{L"\uFF12\uFF10x"}, "c"},
-        {{L"x\u3000wat"}, "b"},
-        {{L"oils"}, ""},
-        {{L"60 25"}, ""},
-        {{L"", 20}, "c"},
-        {{L"", 0, 1.1}, "ab"},
-        {{L"", 0, 0.75, L"Air"}, "c"},
-        {{L"60", 25}, ""},
+        {{}, "abc"}, {{L"APO"}, "abc"}, {{L"apo oil"}, "a"}, {{L"oil plan"}, "a"}, {{L" 60x "}, "a"},
+        {{L"1,4"}, "a"}, {{L"\uFF12\uFF10x"}, "c"}, {{L"x\u3000wat"}, "b"}, {{L"oils"}, ""}, {{L"60 25"}, ""},
+        {{L"", 20}, "c"}, {{L"", 0, 1.1}, "ab"}, {{L"", 0, 0.75, L"Air"}, "c"}, {{L"60", 25}, ""},
         {{L"", 0, 0, L"Oil"}, "a"},
     };
+    // clang-format on
     for (const auto& [search, expected] : cases) {
         std::string found;
         for (const Entry& each : {oil, water, dry})

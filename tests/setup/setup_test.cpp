@@ -60,12 +60,17 @@ struct Setup : ControlTest {
         return IDOK;
     }
     // Tells each record; refuses so many.
-    template <class Record, class Text>
-    auto Accept(Text textOf) {
-        return [this, textOf](const Record& record, SKxSetupRefusal& refusal) {
+    auto Accept() {
+        return [this](const auto& record, SKxSetupRefusal& refusal) {
+            const auto text = []<class Item>(const Item& item) -> std::string {
+                if constexpr (std::is_same_v<Item, CKxStringW>)
+                    return Narrow(item.str());
+                else
+                    return Narrow(item.key.str());
+            };
             for (const auto& each : record.changes)
-                parent.Record().Text(std::to_string(each.position) + ": " + Narrow(textOf(each.before).str()) + " > " +
-                                     Narrow(textOf(each.after).str()));
+                parent.Record().Text(std::to_string(each.position) + ": " + text(each.before) + " > " +
+                                     text(each.after));
             if (refusals-- > 0) refusal = {true, L"No.", 1};
         };
     }
@@ -75,19 +80,15 @@ struct Setup : ControlTest {
     }
     bool OpenObjectives(const ModalAnswer::Action& use) {
         const ModalAnswer answer(Shown(use));
-        return ShowSetupDialog(parent.Window(), nosepiece.GetLogDevId(),
-                               Accept<SKxObjectiveSetup>([](const SKxDDBObjectiveItem& item) { return item.key; }));
+        return ShowSetupDialog(parent.Window(), nosepiece.GetLogDevId(), Accept());
     }
     bool OpenFilters(const ModalAnswer::Action& use) {
         const ModalAnswer answer(Shown(use));
-        return ShowSetupDialog_Filter(parent.Window(), wheel.GetLogDevId(),
-                                      Accept<SKxFilterSetup>([](const CKxStringW& name) { return name; }));
+        return ShowSetupDialog_Filter(parent.Window(), wheel.GetLogDevId(), Accept());
     }
     bool OpenCondenser(const std::vector<CKxStringW>& positions, const ModalAnswer::Action& use) {
         const ModalAnswer answer(Shown(use));
-        return ShowSetupDialog_Condenser(
-            parent.Window(), positions,
-            Accept<SKxCondenserSetup>([](const SKxDDBCondenserItem& item) { return item.key; }));
+        return ShowSetupDialog_Condenser(parent.Window(), positions, Accept());
     }
 
     int refusals = 0;
@@ -241,11 +242,12 @@ TEST_F(Setup, SpeaksEveryLanguageInEverySize) {
             PressButton(dialog, IDCANCEL);
         };
     };
-    for (const auto& [language, zoom, dark] : {std::tuple{LANG_ENGLISH, 1.0, false},
-                                               {LANG_GERMAN, 1.5, false},
-                                               {LANG_FRENCH, 2.0, false},
-                                               {LANG_SPANISH, 1.0, true},
-                                               {LANG_JAPANESE, 1.5, true}}) {
+    const std::tuple<int, double, bool> looks[] = {{LANG_ENGLISH, 1, false},
+                                                   {LANG_GERMAN, 1.5, false},
+                                                   {LANG_FRENCH, 2, false},
+                                                   {LANG_SPANISH, 1, true},
+                                                   {LANG_JAPANESE, 1.5, true}};
+    for (const auto& [language, zoom, dark] : looks) {
         CKxLocale::SetModuleLangId(MAKELANGID(static_cast<WORD>(language), SUBLANG_DEFAULT));
         CKxGUILayoutManager::SetGuiZoom(zoom);
         KX_SetColorScheme(dark ? eKxColorScheme_Dark : eKxColorScheme_System);
