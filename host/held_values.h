@@ -31,6 +31,7 @@ struct HeldValues {
     bool live = false;
     Lamp transmitted, reflected;
     bool tube = false, condenserOut = false;
+    std::vector<CKxStringW> condenser{L"BrightField090", L"Phase1", L"Phase2", L"DICHigh", L""};  // keys, by position
     int seriesCount = 10;
     double seriesInterval = 5.0;  // seconds
 

@@ -81,7 +81,7 @@ bool MainWindow::Create(HINSTANCE instance, const kx::host::Settings& settings) 
     description.hInstance = instance;
     description.hCursor = LoadCursorW(nullptr, IDC_ARROW);
     description.lpszClassName = L"KxDevHost";
-    if (!RegisterClassExW(&description)) return false;
+    if (!RegisterClassExW(&description) && GetLastError() != ERROR_CLASS_ALREADY_EXISTS) return false;
     m_window = CreateWindowExW(0, description.lpszClassName, nullptr, WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, 20, 10,
                                600, 640, nullptr, nullptr, instance, this);
     if (!m_window) return false;
@@ -209,6 +209,7 @@ void MainWindow::BuildMenu() {
     const HMENU menu = CreateMenu(), devices = CreatePopupMenu(), zoom = CreatePopupMenu(),
                 language = CreatePopupMenu(), scheme = CreatePopupMenu();
     Append(devices, cmdSeries, Text(L"Time series..."), false);
+    Append(devices, cmdCondenser, Text(L"Condenser..."), false);
     Append(devices, cmdLightOff, (Text(L"All light off").str() + L"\tF12").c_str(), false);
     Append(devices, cmdEnabled, Text(L"Enabled"), m_enabled);
     Append(devices, cmdExit, Text(L"Exit"), false);
@@ -429,6 +430,8 @@ void MainWindow::OnMouseWheel(WPARAM wParam, LPARAM lParam) {
 void MainWindow::OnCommand(int command) {
     if (command == cmdSeries) {
         PageOf<StandPage>().AskForSeries(m_window);
+    } else if (command == cmdCondenser) {
+        PageOf<StandPage>().AskForCondenser(m_window);
     } else if (command == cmdEnabled) {
         m_enabled = !m_enabled;
         for (const auto& page : m_pages) {

@@ -27,6 +27,7 @@ public:
     static constexpr int cmdLightOff = 103;
     static constexpr int cmdUndo = 104;
     static constexpr int cmdRedo = 105;
+    static constexpr int cmdCondenser = 106;
     static constexpr int cmdZoom = 200;        // + percent / 25
     static constexpr int cmdLanguage = 300;    // + primary language
     static constexpr int cmdScheme = 400;      // + EKxColorScheme

@@ -50,7 +50,9 @@ bool PointIn(HWND window, kx::Random& random, POINT& point) {
     const RECT screen{0, 0, GetSystemMetrics(SM_CXSCREEN), GetSystemMetrics(SM_CYSCREEN)};
     if (!GetWindowRect(window, &own) || !IntersectRect(&shown, &own, &screen)) return false;
     point = {random.Between(shown.left, shown.right - 1), random.Between(shown.top, shown.bottom - 1)};
-    return true;
+    // Where its parent clips it away, the frame of the whole may stand there, with the box that closes it.
+    const HWND hit = WindowFromPoint(point);
+    return hit != GetAncestor(hit, GA_ROOT);
 }
 
 // What asks for a file goes out of the host: a random key could write one.

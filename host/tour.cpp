@@ -128,6 +128,8 @@ void Tour::Menu(int command) {
     Do([this, command] { PostMessageW(m_window.Handle(), WM_COMMAND, static_cast<WPARAM>(command), 0); });
 }
 
+HWND Tour::DialogItem(int id) const { return GetDlgItem(GetLastActivePopup(m_window.Handle()), id); }
+
 void Tour::TurnTo(const std::function<int()>& page) {
     Do([this, page] { PostMessageW(m_window.Handle(), WM_COMMAND, static_cast<WPARAM>(page()), 0); });
 }

@@ -61,6 +61,8 @@ private:
     void Type(const wchar_t* text);
     void Menu(int command);
     void TurnTo(const std::function<int()>& page);
+    // A control of the dialog that is open.
+    HWND DialogItem(int id) const;
     // The page shown: disabled, dark and in high contrast, at 150 and 200 %, in another language; ends as it began.
     void Looks(const std::wstring& name, int language);
     void Picture(const std::wstring& name);

@@ -1,7 +1,10 @@
 #include "stand_page.h"
 
+#include <kxdevui/setup/devgui_setup.h>
 #include <kxsystem/kx_translation.h>
 
+#include "../device_panel.h"
+#include "../event_log.h"
 #include "../resources/resource.h"
 
 StandPage::StandPage()
@@ -30,6 +33,19 @@ void StandPage::Fill() {
 void StandPage::Show() {
     m_transmitted.ShowState();
     m_reflected.ShowState();
+}
+
+void StandPage::AskForCondenser(HWND owner) {
+    const auto accept = [this](const SKxCondenserSetup& setup, SKxSetupRefusal& refusal) {
+        if (DevicePanel::HostRefuses()) refusal = {true, Text(L"The host refuses."), setup.changes.front().position};
+        for (const auto& each : setup.changes) {
+            Log().Add(L"Condenser", L"setup of position %d: %ls -> %ls", static_cast<int>(each.position),
+                      each.before.name.c_str(), each.after.name.c_str());
+            if (!refusal.refused) Held().condenser.at(static_cast<std::size_t>(each.position)) = each.after.key;
+        }
+        if (!refusal.refused) Tell(Text(L"The condenser has been changed").str());
+    };
+    ShowSetupDialog_Condenser(owner, Held().condenser, accept);
 }
 
 void StandPage::AskForSeries(HWND owner) {

@@ -9,8 +9,9 @@ class StandPage : public Page {
 public:
     StandPage();
 
-    // Shows the modal dialog and tells what came of it.
+    // Show the modal dialogs and tell what came of them.
     void AskForSeries(HWND owner);
+    void AskForCondenser(HWND owner);
 
     StagePanel& Stage() { return m_stage; }
     CameraPanel& Camera() { return m_camera; }

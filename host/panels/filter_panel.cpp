@@ -32,4 +32,16 @@ void AskingWheel::OnPositionChangeRequest(long position, bool& refuse) {
     refuse = !m_panel.Grants(PlaceOf(m_device), position, L"The wheel turns", L"The filter stays as it is");
 }
 
-void AskingWheel::OnSetupRequest() { Log().Add(m_panel.Name(), L"OnSetupRequest()"); }
+void AskingWheel::OnSetupRequest() {
+    Log().Add(m_panel.Name(), L"OnSetupRequest()");
+    const auto accept = [this](const SKxFilterSetup& setup, SKxSetupRefusal& refusal) {
+        if (m_panel.Refuses()) refusal = {true, Text(L"The host refuses."), setup.changes.front().position};
+        for (const auto& each : setup.changes) {
+            Log().Add(m_panel.Name(), L"setup of position %d: %ls -> %ls", static_cast<int>(each.position),
+                      each.before.c_str(), each.after.c_str());
+            if (!refusal.refused) m_device.SetFilter(each.position, each.after);
+        }
+        if (!refusal.refused) m_panel.Tell(Text(L"The filters have been changed").str());
+    };
+    ShowSetupDialog_Filter(GetAncestor(*this, GA_ROOT), m_device.GetLogDevId(), accept);
+}

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <kxdevui/optics/devgui_filterwheel.h>
+#include <kxdevui/setup/devgui_setup.h>
 
 #include "../control_panel.h"
 

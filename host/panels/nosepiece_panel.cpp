@@ -1,5 +1,7 @@
 #include "nosepiece_panel.h"
 
+#include <kxsystem/kx_number.h>
+
 void AskingNosepiece::Prepare() {
     Init(&m_device);
     ShowObservationMode(false);
@@ -33,4 +35,28 @@ void AskingNosepiece::OnPositionChangeRequest(long position, bool& handled) {
     handled = !turns || m_device.IsDeviceDriven();
 }
 
-void AskingNosepiece::OnSetupRequest() { Log().Add(m_panel.Name(), L"OnSetupRequest()"); }
+void AskingNosepiece::OnSetupRequest() {
+    Log().Add(m_panel.Name(), L"OnSetupRequest()");
+    ShowSetupDialog(GetAncestor(*this, GA_ROOT), m_device.GetLogDevId(),
+                    [this](const SKxObjectiveSetup& setup, SKxSetupRefusal& refusal) { Accept(setup, refusal); });
+}
+
+void AskingNosepiece::Accept(const SKxObjectiveSetup& setup, SKxSetupRefusal& refusal) {
+    long inLight = -1;
+    m_device.GetPosition(inLight);
+    for (const auto& each : setup.changes) {
+        Log().Add(m_panel.Name(), L"setup of position %d: %ls -> %ls", static_cast<int>(each.position),
+                  each.before.name.c_str(), each.after.name.c_str());
+        // Nothing would be left to look through.
+        if (each.position == inLight && each.after.key.IsEmpty())
+            refusal = {true, Text(L"The objective in the light cannot be taken out."), each.position};
+    }
+    if (m_panel.Refuses()) refusal = {true, Text(L"The host refuses."), refusal.position};
+    if (refusal.refused) return;
+    for (const auto& each : setup.changes) {
+        CKxStringW magnification;
+        if (!each.after.key.IsEmpty()) magnification = KX_FormatNumber(L"%gx", each.after.magnification);
+        m_device.SetObjective(each.position, {each.after.name.str(), magnification.str(), each.after.key.str()});
+    }
+    m_panel.Tell(Text(L"The objectives have been changed").str());
+}

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <kxdevui/optics/devgui_nosepiece.h>
+#include <kxdevui/setup/devgui_setup.h>
 
 #include "../control_panel.h"
 
@@ -16,6 +17,9 @@ public:
 protected:
     void OnPositionChangeRequest(long position, bool& handled) override;
     void OnSetupRequest() override;
+
+private:
+    void Accept(const SKxObjectiveSetup& setup, SKxSetupRefusal& refusal);
 };
 
 class NosepiecePanel : public ControlPanel<AskingNosepiece> {

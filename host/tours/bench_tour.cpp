@@ -64,8 +64,13 @@ void Tour::PlanBench() {
     clickShutter();
     dragPower(10, 60);
     if (page().First<LaserPanel>()) Click([=] { return GetDlgItem(*page().First<LaserPanel>(), IDC_LASER_ON); });
-    if (turret) Click([=] { return GetDlgItem(page().First<NosepiecePanel>()->Panel(), 10500); });
-    if (wheel) Click([=] { return GetDlgItem(page().First<FilterPanel>()->Panel(), 10500); });
+    const auto lookAtSetup = [this](const Find& button) {
+        Click(button);
+        Await([this] { return DialogItem(IDCANCEL); });
+        Key(VK_ESCAPE);
+    };
+    if (turret) lookAtSetup([=] { return GetDlgItem(page().First<NosepiecePanel>()->Panel(), 10500); });
+    if (wheel) lookAtSetup([=] { return GetDlgItem(page().First<FilterPanel>()->Panel(), 10500); });
     rest();
     Picture(L"60-bench");
     // The menu is opened by its letter, and closed again.

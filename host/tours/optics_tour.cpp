@@ -1,6 +1,9 @@
 // The page of the optical path.
 #include "../tour.h"
 
+#include <kxbaseui/kx_colors.h>
+#include <kxdevui/setup/setup_ids.h>
+
 #include "../main_window.h"
 #include "../pages/optics_page.h"
 #include "../resources/resource.h"
@@ -40,4 +43,34 @@ void Tour::PlanOptics() {
     Picture(L"32-optics-refused");
     Click([page] { return GetDlgItem(page().Emission(), IDC_DEVICE_REFUSE); });
     Looks(L"33-optics", LANG_FRENCH);
+
+    const auto inDialog = [this](int id) -> Find { return [=, this] { return DialogItem(id); }; };
+    const auto find = [this, inDialog](const wchar_t* text) {
+        Click(inDialog(IDC_SETUP_FIND));
+        Type(text);
+        Key(VK_DOWN);
+    };
+    Click([page] { return GetDlgItem(page().Nosepiece().Panel(), 10500); });
+    Await(inDialog(IDOK));
+    for (int i = 0; i < 3; ++i)
+        Key(VK_DOWN);
+    find(L"water 25");
+    Key(VK_END);
+    Picture(L"34-setup-objectives");
+    Click(inDialog(IDOK));
+    Click([page] { return GetDlgItem(page().Cubes().Panel(), 10500); });
+    find(L"470/24");
+    Key(VK_DOWN);
+    Key(VK_DOWN);
+    Picture(L"34-setup-filters");
+    Click(inDialog(IDOK));
+    Picture(L"34-setup-done");
+    Menu(MainWindow::cmdScheme + eKxColorScheme_Dark);
+    Menu(MainWindow::cmdCondenser);
+    Await(inDialog(IDOK));
+    Key(VK_DOWN);
+    find(L"phase");
+    Picture(L"34-setup-condenser-dark");
+    Key(VK_ESCAPE);
+    Menu(MainWindow::cmdAutoScheme);
 }

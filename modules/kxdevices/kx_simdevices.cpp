@@ -112,6 +112,13 @@ bool CKxSimNosepiece::MoveTo(long position) {
     return GetPositionAvailable(position, reason) && Move(position, GetPositionCount());
 }
 
+bool CKxSimNosepiece::SetObjective(long position, SKxSimObjective objective) {
+    if (!At(m_objectives, position)) return false;
+    m_objectives[static_cast<std::size_t>(position)] = std::move(objective);
+    CKxDeviceRegistry::Notify(GetLogDevId(), EKxDeviceChange::Names);
+    return true;
+}
+
 void CKxSimNosepiece::SetAvailable(long position, bool available) {
     if (!At(m_objectives, position)) return;
     m_locked[static_cast<std::size_t>(position)] = !available;

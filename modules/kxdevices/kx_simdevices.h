@@ -158,6 +158,8 @@ public:
     CKxSimNosepiece(const wchar_t* key, std::vector<SKxSimObjective> objectives);
     // Turns to a position, over the shorter way; false for one that is not there or not available.
     bool MoveTo(long position);
+    // Screws another objective in; false for a position that is not there.
+    bool SetObjective(long position, SKxSimObjective objective);
     // Locks or unlocks a position, as a collision guard does.
     void SetAvailable(long position, bool available);
     // What panels do on a click.

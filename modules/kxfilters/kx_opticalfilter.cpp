@@ -17,9 +17,9 @@ constexpr struct {
     const wchar_t* dye;
     SKxFilterBand band;
 } kDyes[] = {
-    {L"dapi", {460, 50}},    {L"cfp", {480, 40}}, {L"fitc", {525, 50}},  {L"gfp", {525, 50}},
-    {L"yfp", {540, 30}},     {L"cy3", {595, 50}}, {L"tritc", {605, 70}}, {L"rfp", {605, 70}},
-    {L"mcherry", {630, 75}}, {L"cy5", {690, 50}}, {L"cy7", {775, 50}},
+    {L"DAPI", {460, 50}},    {L"CFP", {480, 40}}, {L"FITC", {525, 50}},  {L"GFP", {525, 50}},
+    {L"YFP", {540, 30}},     {L"Cy3", {595, 50}}, {L"TRITC", {605, 70}}, {L"RFP", {605, 70}},
+    {L"mCherry", {630, 75}}, {L"Cy5", {690, 50}}, {L"Cy7", {775, 50}},
 };
 
 bool IsWavelength(double value) { return value >= 200 && value <= 2000; }
@@ -97,6 +97,12 @@ std::vector<SKxFilterBand> BandsInName(const std::wstring& name) {
     return bands;
 }
 
+std::wstring Lower(std::wstring text) {
+    std::transform(text.begin(), text.end(), text.begin(),
+                   [](wchar_t c) { return static_cast<wchar_t>(std::towlower(c)); });
+    return text;
+}
+
 }  // namespace
 
 bool CKxFilterDialog::GetFilterInfo(const CKxStringW& name, CKxOpticalFilter* filter) {
@@ -104,15 +110,20 @@ bool CKxFilterDialog::GetFilterInfo(const CKxStringW& name, CKxOpticalFilter* fi
     filter->name = name;
     filter->bands = BandsInName(name.str());
     if (!filter->bands.empty()) return true;
-    std::wstring word;
-    for (const wchar_t c : name.str()) {
-        if (!std::iswalnum(c)) break;
-        word += static_cast<wchar_t>(std::towlower(c));
-    }
+    const std::wstring& text = name.str();
+    const auto end = std::find_if_not(text.begin(), text.end(), [](wchar_t c) { return std::iswalnum(c) != 0; });
+    const std::wstring word = Lower({text.begin(), end});
     for (const auto& each : kDyes) {
-        if (word == each.dye) filter->bands = {each.band};
+        if (word == Lower(each.dye)) filter->bands = {each.band};
     }
     return !filter->bands.empty();
+}
+
+std::vector<CKxStringW> CKxFilterDialog::GetFilterNames() {
+    std::vector<CKxStringW> names;
+    for (const auto& each : kDyes)
+        names.emplace_back(each.dye);
+    return names;
 }
 
 void CKxFilterDialog::GetColorsFromFilter(const CKxOpticalFilter* filter, unsigned long* colors, int& count) {

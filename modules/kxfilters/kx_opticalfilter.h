@@ -35,6 +35,9 @@ public:
     // False, with a filter without bands, when neither knows it; false for null.
     static bool GetFilterInfo(const CKxStringW& name, CKxOpticalFilter* filter);
 
+    // The names of that table, as they are usually written.
+    static std::vector<CKxStringW> GetFilterNames();
+
     // The colours (0x00BBGGRR) of a filter's bands in their order, each that of the band's centre
     // (KX_RGBFromWavelength). `count` says how many there is room for, at most MaximumColors of which are used, and how
     // many there are afterwards; 0 for null pointers.

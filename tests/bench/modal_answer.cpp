@@ -36,6 +36,8 @@ LRESULT CALLBACK ModalAnswer::Hook(int code, WPARAM wParam, LPARAM lParam) {
 }
 
 LRESULT CALLBACK ModalAnswer::Procedure(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR, DWORD_PTR) {
+    // Wine does not free what is not taken away.
+    if (message == WM_NCDESTROY) RemoveWindowSubclass(dialog, Procedure, 0);
     if (message != answerMessage || !s_only) return DefSubclassProc(dialog, message, wParam, lParam);
     s_only->Answer(dialog);
     return 0;

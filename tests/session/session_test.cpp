@@ -1,15 +1,20 @@
 // The host's window: what a user has set, selected, scrolled and half typed on every page is there after all that
 // changes how the pages look.
 #include <bench/bench.h>
+#include <bench/modal_answer.h>
 
 #include <commctrl.h>
 
 #include <cwchar>
 
 #include <host/event_log.h>
+#include <host/held_values.h>
 #include <host/main_window.h>
+#include <host/pages/optics_page.h>
 #include <host/resources/resource.h>
 #include <kxbaseui/kx_layoutmanager.h>
+#include <kxbaseui/kx_messagebox.h>
+#include <kxdevui/setup/setup_ids.h>
 
 namespace {
 
@@ -102,6 +107,7 @@ enum Hand { Left, Focused, Typed };
 
 struct Session : testing::Test {
     Session() {
+        Held() = {};
         window.Create(GetModuleHandleW(nullptr), {.zoom = 100, .width = 640, .height = 600});
         SetForegroundWindow(window.Handle());
         Pump();
@@ -183,6 +189,28 @@ TEST_F(Session, NothingIsLostThatIsSetSelectedScrolledOrHalfTyped) {
                 EXPECT_EQ(after[i], before[i]) << what << ", page " << page;
         }
     }
+}
+
+TEST_F(Session, ASetupThatTheHostAcceptsIsOnItsDevicesAndPanels) {
+    Do(window.CommandOf<OpticsPage>());
+    CKxDevUI_Nosepiece& panel = window.PageOf<OpticsPage>().Nosepiece().Panel();
+    KX_SetMessageBoxHandler([](HWND, const wchar_t*, const wchar_t*, UINT, int, void*) { return IDOK; }, nullptr);
+    // Another one behind, and none in the light.
+    for (const auto& [row, key, name, expected] :
+         {std::tuple{2, VK_END, L"Apo TIRF 100x/1.49 Oil", L"100x"}, {0, VK_HOME, L"Plan Apo 4x/0.20", L"4x"}}) {
+        const ModalAnswer answer([row = row, key = key](HWND dialog) {
+            ShowWindow(dialog, SW_SHOW);
+            ListView_SetItemState(GetWindow(GetDlgItem(dialog, IDC_SETUP_TABLE), GW_CHILD), row, LVIS_SELECTED,
+                                  LVIS_SELECTED);
+            SendMessageW(GetWindow(GetDlgItem(dialog, IDC_SETUP_LIST), GW_CHILD), WM_KEYDOWN, WPARAM(key), 0);
+            for (const int button : {IDOK, IDCANCEL})
+                if (IsWindowVisible(dialog)) PressButton(dialog, button);
+        });
+        SendMessageW(panel, WM_COMMAND, 10500, 0);
+        EXPECT_EQ(panel.GetName(row).str(), name);
+        EXPECT_EQ(panel.GetMagnification(row).str(), expected);
+    }
+    KX_SetMessageBoxHandler(nullptr, nullptr);
 }
 
 }  // namespace
