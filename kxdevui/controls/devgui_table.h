@@ -14,7 +14,7 @@
 namespace kx::ui {
 struct Message;
 struct OpenCell;
-}
+}  // namespace kx::ui
 
 class CKxDevUI_Table;
 
@@ -55,7 +55,8 @@ private:
 // The user starts editing with a double click or with F2, which takes the cell clicked last in the focused row, or the
 // next editable one. Enter stores the text, Tab stores it and goes on to the next editable cell (with Shift to the one
 // before). Escape, a click on the list, the loss of the focus, scrolling, resizing and a change of rows or columns drop
-// it; another zoom does not. Programs edit through SetCell. In columns with a number format the field has no input method.
+// it; another zoom does not. Programs edit through SetCell. In columns with a number format the field has no input
+// method.
 //
 // The notification window (the parent given to Create) gets WM_NOTIFY, from the table's window and id:
 //  - LVN_ENDLABELEDITW (NMLVDISPINFOW) when a cell has been edited: row, column, its text and the row's user data.

@@ -28,8 +28,10 @@ KXDEVUI_API void TypeAgain(HWND edit, const FieldText& typed);
 // FALSE), and has it opened again when the control is made anew (TRUE). The answer is whether a cell is open.
 inline constexpr UINT WM_KX_OPEN_CELL = WM_APP + 0x3FC;  // lParam: an OpenCell
 struct OpenCell {
+    // Both from 0.
     int row = -1;
     int column = -1;
+    // What stands in its field.
     FieldText typed;
 };
 
