@@ -20,7 +20,7 @@ namespace {
 
 // Unzoomed pixels: around all of it, between names and values, between paragraphs, the widest line, the side of a sign
 // and the room behind it.
-constexpr int kInset = 8, kGap = 12, kBetween = 5, kWidest = 300, kSign = 14, kAfterSign = 4;
+constexpr int kInset = 8, kGap = 12, kBetween = 5, kWidest = 320, kSign = 14, kAfterSign = 4;
 
 // Of the panel's window; no other timer of it has this number.
 constexpr UINT_PTR kTimer = 0x4B43;
