@@ -216,6 +216,12 @@ TEST(ListsOfADialog, AreTakenOverWhole) {
         read(plain) + read(typed) + read(one) + read(several) + read(other),
         "(10, 3, \"c\", 80, 1)(11, 3, \"b\", 81, 1)(12, 3, \"c\", 82, 1)(13, 3, \"c\", 83, 1)(14, 0, \"\", 0, -1)");
     EXPECT_TRUE(typed.IsEditable() && !plain.IsEditable() && several.IsMultiple() && !one.IsMultiple());
+    const auto name = [](ListControl& list) {
+        SendMessageW(InnerOf(list), WM_GETOBJECT, 0, OBJID_CLIENT);
+        return Narrow(TextOf(GetWindow(InnerOf(list), GW_HWNDPREV)));
+    };
+    one.SetTitle(L"Lamps");
+    EXPECT_EQ(name(plain) + name(typed) + name(one), "Binning:Lamps") << "the label's, none, the title";
 }
 
 // The picture of the page, and what stands in the system's scheme and in a dark one.
