@@ -26,12 +26,14 @@ enum class EKxObjectiveRisk {
 
 // What is known of an objective. A line that would say nothing is left out.
 struct SKxObjectiveCard {
+    // What it is, as a nosepiece reads it from its device and the database of objectives.
     CKxStringW name = {};
     CKxStringW magnification = {};  // "60x"
     double NA = 0;                  // numerical aperture; not above 0: unknown
     double WD = 0;                  // working distance in micrometres; not above 0: unknown
     CKxStringW immersion = {};  // as the database of objectives has it: "Air", "Water", "Oil", "Silicone", "Glycerol"
     double wavelength = 0;      // of the light in nanometres; not above 0: unknown, and with it the resolution
+    // Whether the position can be reached, and what stands in the way.
     bool reachable = true;
     CKxStringW reason = {};  // why it cannot be reached
     CKxStringW remark = {};  // what is wrong with the nosepiece

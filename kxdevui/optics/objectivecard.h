@@ -14,8 +14,9 @@ namespace kx::ui {
 // One a panel; there is one card at a time in the process.
 class ObjectiveCards {
 public:
-    // What the panel tells of itself. `object` is the panel, which Life knows.
+    // What the panel tells of itself.
     struct Panel {
+        // The panel, which Life knows; what it is asked.
         const void* object;
         std::function<HWND(long)> button;  // of a position; null for one that is not there
         std::function<long()> current;     // from which a click leads; -1 when nobody knows, and where none does

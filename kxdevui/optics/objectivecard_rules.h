@@ -24,6 +24,7 @@ KXDEVUI_API Immersion ImmersionOf(const CKxStringW& name);
 
 // A card in words, in the user's language.
 struct CardText {
+    // The objective's name.
     CKxStringW title;
     // Names and values; the immersion's, which has a sign, is the row `immersed`, -1 for none.
     std::vector<std::pair<CKxStringW, CKxStringW>> rows;
