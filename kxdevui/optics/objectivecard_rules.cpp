@@ -11,6 +11,8 @@ namespace kx::ui {
 namespace {
 
 constexpr wchar_t kSource[] = L"devgui_objectivecard";
+// With the wavelength in nanometres, after the resolution.
+constexpr wchar_t kFormula[] = L" (0.61 \u03BB / NA, \u03BB = %.0f nm)";
 
 bool IsKnown(double value) { return value > 0 && std::isfinite(value); }
 
@@ -48,8 +50,9 @@ double ResolutionOf(double wavelength, double NA) noexcept {
 CKxStringW LengthText(double micrometres) {
     if (!IsKnown(micrometres)) return {};
     // What would be rounded to 1000 is a millimetre already.
-    return micrometres < 999.5 ? KX_FormatNumber(L"%.3g \u00B5m", micrometres)
-                               : KX_FormatNumber(L"%.3g mm", micrometres / 1000);
+    const bool isLong = micrometres >= 999.5;
+    return KX_FormatNumber(KX_GetTranslation(isLong ? L"%.3g mm" : L"%.3g \u00B5m", kSource),
+                           isLong ? micrometres / 1000 : micrometres);
 }
 
 EKxObjectiveRisk RiskOf(const SKxObjectiveCard& from, const SKxObjectiveCard& to) {
@@ -94,7 +97,7 @@ CardText TextOf(const SKxObjectiveCard& card, EKxObjectiveRisk warned) {
     add(L"Working distance", LengthText(card.WD));
     if (const double resolution = ResolutionOf(card.wavelength, card.NA); resolution > 0)
         add(L"Resolution",
-            LengthText(resolution) + KX_FormatNumber(L" (0.61 \u03BB / NA, \u03BB = %.0f nm)", card.wavelength));
+            LengthText(resolution) + KX_FormatNumber(KX_GetTranslation(kFormula, kSource), card.wavelength));
     if (!card.reachable) text.remarks.push_back(Joined(KX_GetTranslation(L"Cannot be reached", kSource), card.reason));
     if (!card.remark.IsEmpty()) text.remarks.push_back(card.remark);
     const std::pair<EKxObjectiveRisk, const wchar_t*> risks[] = {

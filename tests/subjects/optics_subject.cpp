@@ -82,9 +82,9 @@ template <class Sort>
 struct PanelSubject : SubjectOf<Complete<Sort>> {
     PanelSubject() { Exchange(6); }
 
-    // NA and WD are so called in all languages, and so are units.
+    // NA and WD are so called in all languages.
     std::vector<std::wstring> OwnTexts() const override {
-        return {L"Title", L"R&D", L"port", L"Plan 60x", L"<&x", L"LP 500", L"NA", L"WD", L"0.427 \u00B5m", L"1 mm"};
+        return {L"Title", L"R&D", L"port", L"Plan 60x", L"<&x", L"LP 500", L"NA", L"WD"};
     }
     std::vector<Exception> Exceptions() const override {
         if constexpr (std::is_same_v<Sort, Switcher>) {
