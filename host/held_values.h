@@ -47,15 +47,13 @@ struct HeldValues {
     std::array<double, 7> powers{0, 0, 0, 0, 0, 550, 0};
     double bandFrom = 500, bandTo = 600;
 
-    // The lists: places in them, and what is chosen or typed.
-    int dye = 1, mode = 1;
-    std::vector<int> channels{1};
-    CKxStringW listExposure = L"20 ms";
+    // The lists: places in them, a bit for each of several, and milliseconds.
+    double dye = 1, mode = 1, channels = 1 << 1, listExposure = 20;
 
-    // The field diaphragm: percent, whether it follows the objective, whether it is being centred, whether it refuses.
+    // The field diaphragm: percent, whether it follows the objective, whether it is being centred.
     struct Diaphragm {
-        int opening = 40;
-        bool follows = false, centres = false, refuses = false;
+        double opening = 40;
+        bool follows = false, centres = false;
     };
     Diaphragm diaphragm;
 

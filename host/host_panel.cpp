@@ -40,10 +40,7 @@ LRESULT HostPanel::OnCommand(UINT message, WPARAM wParam, LPARAM lParam) {
     const int id = LOWORD(wParam), code = HIWORD(wParam);
     Log().Add(m_name, L"OnCommand id %d code 0x%04X", id, static_cast<unsigned>(code));
     if (id == m_refusal && id != 0 && code == BN_CLICKED) {
-        if (IsDlgButtonChecked(m_hWnd, id) == BST_CHECKED)
-            Held().refusing.insert(m_name);
-        else
-            Held().refusing.erase(m_name);
+        SetRefuses(IsDlgButtonChecked(m_hWnd, id) == BST_CHECKED);
         return 1;
     }
     if (OnUser(id, code, reinterpret_cast<HWND>(lParam))) return 1;
@@ -99,6 +96,13 @@ void HostPanel::AddRefusal(int id) {
 }
 
 bool HostPanel::Refuses() const { return m_refusal != 0 && Held().refusing.contains(m_name); }
+
+void HostPanel::SetRefuses(bool refuses) const {
+    if (refuses)
+        Held().refusing.insert(m_name);
+    else
+        Held().refusing.erase(m_name);
+}
 
 bool HostPanel::Asks(Wish wish, double value) const {
     if (m_refusal != 0) wish.panel = m_name;

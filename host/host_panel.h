@@ -30,6 +30,9 @@ protected:
     // outlives the panel. Without one it says no.
     void AddRefusal(int id);
     bool Refuses() const;
+    // For a panel with a switch of its own kind there: it says so, and keeps what it is set to.
+    void OwnRefusal(int id) { m_refusal = id; }
+    void SetRefuses(bool refuses) const;
     // The user asks for something here: whether the host and the device agree.
     bool Asks(Wish wish, double value) const;
 

@@ -48,8 +48,18 @@ void BenchPage::Fill() {
 }
 
 void BenchPage::PutTurrets() {
+    const auto isHigh = [&roles = m_microscope.Roles()] {
+        for (const auto& each : roles.zDrives) {
+            const auto* drive = each.id == roles.focus ? Simulated<CKxSimZDrive>(each.id) : nullptr;
+            double z = 0;
+            if (drive && drive->GetPosition(z)) return IsHigh(z, each.minimum, each.maximum, each.direction < 0);
+        }
+        return false;
+    };
+    const auto& wheels = m_microscope.Roles().wheels;
+    const auto* filters = wheels.empty() ? nullptr : Simulated<CKxSimFilterChanger>(wheels.front());
     for (const CDMApi_LogDevId id : m_microscope.Roles().turrets)
-        Put(80, std::make_unique<NosepiecePanel>(*Simulated<CKxSimNosepiece>(id)));
+        Put(80, std::make_unique<NosepiecePanel>(*Simulated<CKxSimNosepiece>(id), filters, isHigh));
 }
 
 void BenchPage::PutWheels() {

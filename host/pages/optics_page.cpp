@@ -1,11 +1,26 @@
 #include "optics_page.h"
 
+#include <kxsystem/kx_time.h>
+
+#include "../held_values.h"
+
+namespace {
+
+// The focus is that of the Z series.
+bool IsStageHigh() {
+    const SKxSimZDrive& focus = Held().drives[0];
+    return IsHigh(focus.Position(KX_GetTimeCounter()), focus.rangeMin, focus.rangeMax, false);
+}
+
+}  // namespace
+
 OpticsPage::OpticsPage(GalleryDevices& devices)
-    : Page(L"Optical path"), m_nosepiece(devices.Nosepiece()), m_emission(L"Emission wheel", devices.Emission()),
-      m_cubes(L"Cube turret", devices.Cubes()), m_path(L"Light path", devices.Path(),
-                                                       [&path = devices.Path()](long i) -> Asked {
-                                                           return {PlaceOf(path), static_cast<double>(i)};
-                                                       }),
+    : Page(L"Optical path"), m_nosepiece(devices.Nosepiece(), &devices.Emission(), IsStageHigh),
+      m_emission(L"Emission wheel", devices.Emission()), m_cubes(L"Cube turret", devices.Cubes()),
+      m_path(L"Light path", devices.Path(),
+             [&path = devices.Path()](long i) -> Asked {
+                 return {PlaceOf(path), static_cast<double>(i)};
+             }),
       m_mirror(L"TIRF mirror", devices.Mirror(),
                [&mirror = devices.Mirror()](long i) -> Asked {
                    return {PlaceOf(mirror), static_cast<double>(i)};

@@ -17,7 +17,7 @@ namespace {
 const OnPage<FieldPanel> s_field(L"Illumination", {268, 128});
 
 constexpr int kRefuse = 1720, kOpening = 1721;
-constexpr int kLeast = 5, kMost = 100;  // percent
+constexpr double kLeast = 5, kMost = 100;  // percent
 
 // A diaphragm with an opening of this radius, of 10.
 CKxStringA Diaphragm(const char* radius) {
@@ -40,7 +40,7 @@ void FieldPanel::Fill() {
                                                  "fill=\"none\" stroke=\"#F5A800\" stroke-width=\"2\"/></svg>");
     const struct {
         const wchar_t *image, *title;
-        int step;
+        double step;
         RECT place;
     } buttons[] = {{L"FIELD_SMALLER", L"Smaller", -1, {8, 30, 28, 28}},
                    {L"FIELD_LARGER", L"Larger", 1, {40, 30, 28, 28}},
@@ -70,34 +70,38 @@ void FieldPanel::Fill() {
     }
     m_buttons[2].SetMenu(menu);
     m_buttons[3].SetToggle(true);
-    m_buttons[3].SetState(Held().diaphragm.centres);
     AddChild(L"STATIC", L"", 0, kOpening, 8, 64, m_width - 16, 16);
-    m_boxes[0].Init(*this, Held().diaphragm.follows);
+    m_boxes[0].Init(*this, SwitchOf(L"field follows", L"Follows the objective", Held().diaphragm.follows));
     m_boxes[0].SetTitle(Text(L"Follows the objective"));
     m_boxes[0].Create(m_hWnd, at(6), at(84), m_width - 12, 18, true, true);
     // In the place of the platform's own.
-    m_boxes[1].Init(*this, Held().diaphragm.refuses);
+    m_boxes[1].Init(*this, std::nullopt);
     m_boxes[1].Create(m_hWnd, AddCheckBox(Text(L"The host refuses"), kRefuse, 6, m_height - 22));
-    m_boxes[0].SetState(Held().diaphragm.follows);
-    m_boxes[1].SetState(Held().diaphragm.refuses);
+    OwnRefusal(kRefuse);
     for (AskingBox& each : m_boxes)
         InsertElement(&each);
-    ShowOpening();
+    ShowValues();
 }
 
-void FieldPanel::ShowOpening() {
+void FieldPanel::ShowValues() {
+    m_buttons[3].SetState(Held().diaphragm.centres);
+    m_boxes[0].SetState(Held().diaphragm.follows);
+    m_boxes[1].SetState(Refuses());
     CKxStringW text;
-    text.Format(60, Text(L"Opening %d %%"), Held().diaphragm.opening);
+    text.Format(60, Text(L"Opening %d %%"), static_cast<int>(Held().diaphragm.opening));
     SetDlgItemTextW(m_hWnd, kOpening, text);
 }
 
-bool FieldPanel::Open(int opening) {
-    if (Held().diaphragm.refuses) {
-        KX_SayWhyRefused(Text(L"The diaphragm stays as it is"));
-        return false;
-    }
-    Held().diaphragm.opening = std::clamp(opening, kLeast, kMost);
-    ShowOpening();
+bool FieldPanel::Grants(const Wish& wish, double value) const {
+    if (Asks(wish, value)) return true;
+    KX_SayWhyRefused(Text(L"The diaphragm stays as it is"));
+    return false;
+}
+
+bool FieldPanel::Open(double opening) {
+    const Wish wish = ValueOf(L"field opening", L"Field diaphragm", Held().diaphragm.opening, L"%.0f %%");
+    if (!Grants(wish, std::clamp(opening, kLeast, kMost))) return false;
+    ShowValues();
     return true;
 }
 
@@ -108,17 +112,19 @@ void FieldPanel::AskingButton::OnClickRequest(bool& veto) {
 
 void FieldPanel::AskingButton::OnStateChangeRequest(bool on, bool& veto) {
     Log().Add(m_panel->Name(), L"OnStateChangeRequest(%ls)", on ? L"on" : L"off");
-    veto = Held().diaphragm.refuses;
-    if (!veto) Held().diaphragm.centres = on;
+    veto = !m_panel->Grants(SwitchOf(L"field centres", L"Centre", Held().diaphragm.centres), on);
 }
 
 void FieldPanel::AskingButton::OnMenuRequest(int opening) {
     Log().Add(m_panel->Name(), L"OnMenuRequest(%d)", opening);
-    if (!Held().diaphragm.refuses) m_panel->Open(opening);
+    if (!m_panel->Refuses()) m_panel->Open(opening);
 }
 
 void FieldPanel::AskingBox::OnStateChangeRequest(int state, bool& veto) {
     Log().Add(m_panel->Name(), L"OnStateChangeRequest(%d) %ls", state, GetTitle().c_str());
-    veto = Held().diaphragm.refuses && m_held != &Held().diaphragm.refuses;
-    if (!veto) *m_held = state == eKxCheckState_On;
+    const bool on = state == eKxCheckState_On;
+    if (m_wish)
+        veto = !m_panel->Grants(*m_wish, on);
+    else
+        m_panel->SetRefuses(on);
 }

@@ -3,6 +3,8 @@
 #pragma once
 
 #include <array>
+#include <optional>
+#include <utility>
 
 #include <kxdevui/controls/devgui_checkbox.h>
 #include <kxdevui/controls/devgui_imagebutton.h>
@@ -13,6 +15,7 @@ class FieldPanel : public HostPanel {
 public:
     FieldPanel() : HostPanel(L"Field diaphragm") {}
     void Fill();
+    void ShowValues() override;
 
     // Of the tour: smaller, larger, the presets, the centring; follows the objective, the host refuses.
     CKxDevUI_ImageButton& Button(int index) { return m_buttons[static_cast<std::size_t>(index)]; }
@@ -24,7 +27,7 @@ protected:
 private:
     class AskingButton : public CKxDevUI_ImageButton {
     public:
-        void Init(FieldPanel& panel, int step) { m_panel = &panel, m_step = step; }
+        void Init(FieldPanel& panel, double step) { m_panel = &panel, m_step = step; }
 
     protected:
         void OnClickRequest(bool& veto) override;
@@ -33,22 +36,24 @@ private:
 
     private:
         FieldPanel* m_panel = nullptr;
-        int m_step = 0;  // percent
+        double m_step = 0;  // percent
     };
     class AskingBox : public CKxDevUI_CheckBox {
     public:
-        void Init(FieldPanel& panel, bool& held) { m_panel = &panel, m_held = &held; }
+        // Without a wish it is the switch that makes the host refuse.
+        void Init(FieldPanel& panel, std::optional<Wish> wish) { m_panel = &panel, m_wish = std::move(wish); }
 
     protected:
         void OnStateChangeRequest(int state, bool& veto) override;
 
     private:
         FieldPanel* m_panel = nullptr;
-        bool* m_held = nullptr;
+        std::optional<Wish> m_wish;
     };
 
-    bool Open(int opening);
-    void ShowOpening();
+    bool Open(double opening);
+    // Why it is refused, which is told beside the button.
+    bool Grants(const Wish& wish, double value) const;
 
     std::array<AskingButton, 4> m_buttons;
     std::array<AskingBox, 2> m_boxes;

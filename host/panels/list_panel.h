@@ -10,13 +10,15 @@ class ListPanel : public HostPanel {
 public:
     ListPanel() : HostPanel(L"Lists") {}
     void Fill();
+    void ShowValues() override;
 
 protected:
     bool OnUser(int, int, HWND) override { return false; }
 
 private:
-    // Tells the log what the user wants; true when the host refuses it, else it is held.
-    bool Declines(const wchar_t* request, const wchar_t* value);
+    // Tells the log what the user wants of a list, which shows it already; true when the host refuses it.
+    bool Declines(kx::ui::ListControl& list, const wchar_t* request, const wchar_t* value);
+    Asked WantedOf(kx::ui::ListControl& list);
 
     template <class List>
     struct Of : List {
@@ -24,7 +26,7 @@ private:
 
     protected:
         void OnSelectionChangeRequest(int index, bool& veto) override {
-            veto = m_panel.Declines(L"OnSelectionChangeRequest", this->GetValueName(index));
+            veto = m_panel.Declines(*this, L"OnSelectionChangeRequest", this->GetValueName(index));
         }
         ListPanel& m_panel;
     };

@@ -1,6 +1,39 @@
 #include "nosepiece_panel.h"
 
+#include <utility>
+
+#include <kxfilters/kx_opticalfilter.h>
 #include <kxsystem/kx_number.h>
+
+namespace {
+
+// The middle of the first band; 0 when none is known.
+double WavelengthOf(const IKxDeviceFilterChanger& filters) {
+    long position = 0;
+    CKxStringW name;
+    if (filters.GetPosition(position)) filters.GetFilterName(position, name);
+    CKxOpticalFilter filter;
+    CKxFilterDialog::GetFilterInfo(name, &filter);
+    return filter.bands.empty() ? 0 : filter.bands.front().centre;
+}
+
+}  // namespace
+
+bool IsHigh(double position, double minimum, double maximum, bool greaterIsFarther) {
+    const double low = (maximum - minimum) / 3;
+    return greaterIsFarther ? position < maximum - low : position > minimum + low;
+}
+
+NosepiecePanel::NosepiecePanel(CKxSimNosepiece& device, const IKxDeviceFilterChanger* filters,
+                               std::function<bool()> isStageHigh)
+    : ControlPanel(L"Nosepiece", device), m_device(device) {
+    m_control.SetCards(
+        SKxObjectiveCards{.complete =
+                              [filters](long, SKxObjectiveCard& card) {
+                                  if (filters) card.wavelength = WavelengthOf(*filters);
+                              },
+                          .warns = [isHigh = std::move(isStageHigh)](long, EKxObjectiveRisk) { return isHigh(); }});
+}
 
 void AskingNosepiece::Prepare() {
     Init(&m_device);

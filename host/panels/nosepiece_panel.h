@@ -6,6 +6,10 @@
 
 #include "../control_panel.h"
 
+// Whether a drive stands so high that an objective could touch the specimen: not in the lowest third of its range,
+// which is at the other end where greater positions are farther away.
+bool IsHigh(double position, double minimum, double maximum, bool greaterIsFarther);
+
 class AskingNosepiece : public Asks<CKxDevUI_Nosepiece, CKxSimNosepiece> {
 public:
     static constexpr ControlLayout kLayout{.control = {4, 4}};
@@ -24,7 +28,8 @@ private:
 
 class NosepiecePanel : public ControlPanel<AskingNosepiece> {
 public:
-    explicit NosepiecePanel(CKxSimNosepiece& device) : ControlPanel(L"Nosepiece", device), m_device(device) {}
+    // The cards have the wavelength of the filter that is in, and warn while the stage is high.
+    NosepiecePanel(CKxSimNosepiece& device, const IKxDeviceFilterChanger* filters, std::function<bool()> isStageHigh);
 
 protected:
     void OnDevice(const Change& change) override;

@@ -29,6 +29,11 @@ void Tour::PlanOptics() {
     Click(objective(4));
     Picture(L"30-optics-turning");
     arrived([](GalleryDevices& devices) -> CKxSimNosepiece& { return devices.Nosepiece(); });
+    // From oil to a dry one, while the stage is high.
+    MoveTo(objective(3));
+    Await([] { return FindWindowW(L"KxDevUI_ObjectiveCard", nullptr); });
+    Picture(L"34-optics-card");
+    Key(VK_ESCAPE);
     Click(filter(6));
     arrived([](GalleryDevices& devices) -> CKxSimFilterChanger& { return devices.Emission(); });
     Key(VK_RIGHT);

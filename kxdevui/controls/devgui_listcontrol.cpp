@@ -17,7 +17,7 @@ namespace kx::ui {
 
 namespace {
 
-constexpr int kInnerId = 10000;
+constexpr int kInnerId = 10000, kNameId = 10001;
 constexpr int kSelectionChanged = 0x0401;
 constexpr wchar_t kFirstLetter = 32;
 constexpr std::size_t kMostDrawn = 1000;  // characters of a text
@@ -80,7 +80,7 @@ void ListControl::Adopt(HWND placeholder) {
 }
 
 void ListControl::Begin() {
-    m_inner = m_rows = nullptr;
+    m_inner = m_rows = m_name = nullptr;
     m_depth = 0;
     m_acted = false;
     MeasureRows();
@@ -181,7 +181,10 @@ int ListControl::InsertValue(const wchar_t* value, int index) {
     const int at = m_values.Insert(value, index);
     if (at < 0 || !m_rows) return at;
     InsertRow(at);
-    if (m_values.First() >= at) ShowChoice(), Redraw();
+    if (m_values.First() < at) return at;
+    // Several marks are moved on by the platform with their rows; to compare them all takes longer with each.
+    if (m_values.Chosen().indexes.size() == 1) ShowChoice();
+    Redraw();
     return at;
 }
 
@@ -237,6 +240,23 @@ HWND ListControl::LabelBefore() const {
     return before && IsOfClass(before, L"Static") ? before : nullptr;
 }
 
+// Screen readers take the name of a list from the text before it among its siblings, seen or not, and the platform's
+// control has none: it gets one when somebody asks about it. Whoever hears of that may end the control.
+void ListControl::NameInner() {
+    const HWND label = LabelBefore();
+    std::wstring name = m_title.IsEmpty() ? TextOf(label).str() : m_title.str();
+    if (m_title.IsEmpty()) std::erase(name, L'&');
+    if (name.empty() && !m_name) return;
+    if (m_name) {
+        if (TextOf(m_name) != name.c_str()) SetWindowTextW(m_name, name.c_str());
+        return;
+    }
+    const Parts parts(m_hWnd, static_cast<CKxDevUI_Base*>(this));
+    if (!parts.Label(m_name, kNameId, name.c_str(), {}) || !m_name) return;
+    ShowWindow(m_name, SW_HIDE);
+    if (parts && m_inner) PutAbove(m_name, m_inner);
+}
+
 bool ListControl::CheckRestriction(bool show) {
     if (m_values.Chosen() != ListChoice()) return true;
     ReportError(NothingChosen().c_str(), show, m_inner, LabelBefore());
@@ -288,6 +308,8 @@ Handled ListControl::HandleInner(const Message& message) {
     const Alive alive(this);
     const HWND inner = m_inner;
     const auto stands = [&] { return alive && m_inner == inner; };
+    if (message.id == WM_GETOBJECT) NameInner();
+    if (!stands()) return 0;
     const Handled answer = m_kind.before(*this, message);
     if (answer || !stands()) return answer.value_or(0);
     ++m_depth;
@@ -404,7 +426,7 @@ void ListControl::Draw(const DRAWITEMSTRUCT& item) const {
 
 Handled ListControl::HandleList(const Message& message) {
     switch (message.id) {
-    case WM_DESTROY: m_inner = m_rows = nullptr; return std::nullopt;
+    case WM_DESTROY: m_inner = m_rows = m_name = nullptr; return std::nullopt;
     case WM_DRAWITEM: Draw(*reinterpret_cast<const DRAWITEMSTRUCT*>(message.lParam)); return TRUE;
     case WM_MEASUREITEM:
         reinterpret_cast<MEASUREITEMSTRUCT*>(message.lParam)->itemHeight = static_cast<UINT>(RowHeight());

@@ -22,8 +22,8 @@ namespace kx::ui {
 // What the user chooses is shown, and then the host is asked (OnSelectionChangeRequest); refused, what was chosen
 // before comes back. The host hears nothing of what it sets itself, and may change the list while it is asked.
 //
-// The platform's control inside has the texts too, so that screen readers find them. It fills the window, which Tab
-// stops at.
+// The platform's control inside has the texts too, so that screen readers find them, and the name of the title, or of
+// the label before the control. It fills the window, which Tab stops at.
 class KXDEVUI_API ListControl : public Control {
 public:
     using Control::Create;
@@ -172,8 +172,10 @@ private:
     void Draw(const DRAWITEMSTRUCT& item) const;
     void DrawPicture(HDC dc, const RECT& place, const ListValue& value, bool usable, int color) const;
     HWND LabelBefore() const;
+    void NameInner();
 
     Kind m_kind;
+    HWND m_name = nullptr;  // the window that has the name for screen readers, once one has asked
     TypeAhead m_typed;
     long m_rowHeight = 1, m_textHeight = 1;
     int m_depth = 0;    // procedures of the platform that have not returned

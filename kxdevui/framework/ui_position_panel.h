@@ -62,8 +62,9 @@ public:
     // Destroys window and children, silently; also from within a click on one of them.
     void Close();
 
-    // Null while there is none.
+    // Null while there is none; the panel, which Life knows.
     HWND Window() const noexcept { return m_window; }
+    const void* Object() const noexcept { return m_object; }
     // Whether the window is enabled, which a container may change without asking the panel (WM_ENABLE).
     bool IsEnabled() const noexcept { return IsWindowEnabled(m_window) != FALSE; }
 

@@ -1,60 +1,25 @@
 #include <kxdevui/optics/devgui_nosepiece.h>
 
 #include <algorithm>
-#include <array>
 #include <cwchar>
 #include <utility>
 
-#include <kxbaseui/kx_bitmappool.h>
-#include <kxbaseui/kx_buttonbackground.h>
 #include <kxbaseui/kx_colors.h>
 #include <kxbaseui/kx_fonts.h>
 #include <kxbaseui/kx_layoutmanager.h>
-#include <kxbaseui/kx_svgstring.h>
-#include <kxdevices/kx_device.h>
 #include <kxdevui/framework/ui_device.h>
-#include <kxdevui/framework/ui_position_panel.h>
+#include <kxdevui/optics/nosepiece_window.h>
 #include <kxfilters/kx_objectives.h>
 #include <kxsystem/kx_number.h>
 #include <kxsystem/kx_translation.h>
 
+using namespace kx::nosepiece;
 using namespace kx::ui;
 
 namespace {
 
 constexpr wchar_t kSource[] = L"devgui_nosepiece";
-constexpr int kFirstLabel = 10100;
-constexpr int kFirstButton = 10200;
-constexpr int kFirstObservation = 10600;
-constexpr int kMaxObservation = 4;
 constexpr std::size_t kMaxTip = 1024;
-
-// The ring of an objective by its magnification, both ends included, first match. What is in none of the ranges is
-// shown without a ring.
-constexpr char kTemplateRing[] = "#FFE600";
-struct Ring {
-    double from;
-    double to;
-    const char* color;
-};
-constexpr Ring kRings[] = {
-    {100, 250, "#EEEEEE"},    // white
-    {60, 63, "#3F77EB"},      // dark blue
-    {40, 50, "#77E0FF"},      // light blue
-    {25, 32, "#5EFFB7"},      // turquoise
-    {16, 20, "#8CEA6B"},      // green
-    {10, 10, kTemplateRing},  // yellow
-    {4, 5, "#FF2020"},        // red
-    {2, 2.5, "#9A3301"},      // brown
-};
-constexpr char kGreyRing[] = "#545454";  // between 0 and 2, both left out
-
-const char* RingOf(double magnification) {
-    for (const Ring& ring : kRings) {
-        if (magnification >= ring.from && magnification <= ring.to) return ring.color;
-    }
-    return magnification > 0 && magnification < 2 ? kGreyRing : nullptr;
-}
 
 Font MakeFont(int weight) {
     LOGFONTW font{};
@@ -64,25 +29,6 @@ Font MakeFont(int weight) {
     std::wcscpy(font.lfFaceName, L"MS Shell Dlg 2");
     return Font(CreateFontIndirectW(&font));
 }
-
-struct Structure {
-    long count = 0;
-    bool deviceDriven = false;
-    bool localSelect = false;
-    std::vector<bool> available;
-
-    static Structure Of(const IKxDeviceNosepiece& device) {
-        Structure told{std::clamp(device.GetPositionCount(), 0L, long{kMaxPositions}),
-                       device.IsDeviceDriven(),
-                       device.IsLocalSelect(),
-                       {}};
-        for (long i = 0; i < told.count; ++i) {
-            CKxStringW reason;
-            told.available.push_back(device.GetPositionAvailable(i, reason));
-        }
-        return told;
-    }
-};
 
 // What an update shows.
 struct Reading {
@@ -96,76 +42,29 @@ struct Reading {
     KxActivity activity;
 };
 
-// What is held of a position.
-struct Held {
-    bool available = false;
-    std::optional<int> x;
-    std::optional<int> number;
-    CKxStringW name;
-    CKxStringW magnification;
-    CKxStringW tip;  // as the button has it
-    double aperture = 0;
-    double distance = 0;
-};
-
 CKxStringW TipOf(const Held& position) {
     CKxStringW tip;
     if (!position.name.IsEmpty()) {
-        const CKxStringW numbers = KX_FormatNumber(L"NA=%0.2f WD=%0.0f", position.aperture, position.distance);
+        const CKxStringW numbers = KX_FormatNumber(L"NA=%0.2f WD=%0.0f", position.NA, position.WD);
         tip.Format(kMaxTip, L"%ls\r\n%ls", position.name.c_str(), numbers.c_str());
     }
     return tip;
 }
 
-// The template of an objective without a ring, or with one of a colour that is put in; not selected and selected.
-using Templates = std::array<CKxStringA, 2>;
-
 }  // namespace
-
-struct CKxDevUI_Nosepiece::Inside : PositionPanel {
-    explicit Inside(CKxDevUI_Nosepiece* panel)
-        : PositionPanel({L"KxDevGUI_Nosepiece", L"CKxDevUI_Nosepiece", WndProc, BtnWndProc, GroupWndProc}, m_Atom,
-                        panel, KX_GetTranslation(L"Nosepiece", kSource)) {
-        SetRequestsChanged([this] { ShowLabelFonts(); });
-    }
-
-    // Null for one that is not there.
-    Held* At(long position) {
-        return position >= 0 && position < count ? &positions[static_cast<std::size_t>(position)] : nullptr;
-    }
-    void LoadImages();
-    CKxStringA ObjectiveOf(double magnification, bool selected) const;
-    CKxStringA ImageOf(long position);
-    bool ShowStructure(const Structure& structure);
-    void ShowParameters(const std::vector<CKxStringW>& keys);
-    void EnableLabels(bool enable) const;
-    void UpdateTip(long position);
-    void ShowLabelFont(long position) const;
-    void ShowLabelFonts() const;
-    HFONT LabelFont(bool bold) const;
-
-    std::vector<HWND> labels;
-    std::vector<HWND> observation;
-    std::array<Held, kMaxPositions> positions;
-    long count = 0;
-    bool deviceDriven = false;
-    bool localSelect = false;
-    bool enabled = true;
-    std::vector<CKxStringW> observationTexts{KX_GetTranslation(L"Eyepieces", kSource),
-                                             KX_GetTranslation(L"Camera", kSource)};
-    int observationMode = 0;
-    bool observationShown = false;
-    std::function<void(int)> observationRequest;
-    Font normalFont;
-    Font boldFont;
-    Pen framePen;
-    Templates emptyImages;
-    Templates ringImages;
-    CKxStringA motorImage;
-};
 
 ATOM CKxDevUI_Nosepiece::m_Atom = 0;
 std::map<HWND, CKxDevUI_Nosepiece*> CKxDevUI_Nosepiece::m_Instances;
+
+CKxDevUI_Nosepiece::Inside::Inside(CKxDevUI_Nosepiece* panel)
+    : PositionPanel({L"KxDevGUI_Nosepiece", L"CKxDevUI_Nosepiece", WndProc, BtnWndProc, GroupWndProc}, m_Atom, panel,
+                    KX_GetTranslation(L"Nosepiece", kSource)),
+      observationTexts{KX_GetTranslation(L"Eyepieces", kSource), KX_GetTranslation(L"Camera", kSource)},
+      cards({panel, [this](long position) { return ButtonAt(position); },
+             [this] { return enabled && IsEnabled() && !Requests().IsLost() ? Position() : -1; },
+             [this](long position) { return CardOf(position); }}) {
+    SetRequestsChanged([this] { ShowLabelFonts(); });
+}
 
 CKxDevUI_Nosepiece::CKxDevUI_Nosepiece() : m_inside(std::make_unique<Inside>(this)) { Life::Begin(this); }
 
@@ -198,19 +97,6 @@ void CKxDevUI_Nosepiece::Destroy() {
     m_inside->normalFont.reset();
     m_inside->boldFont.reset();
     m_inside->framePen.reset();
-}
-
-// The pairs count only when both of them are there, the motor only beside a whole pair.
-void CKxDevUI_Nosepiece::Inside::LoadImages() {
-    const auto load = [](const wchar_t* name, CKxStringA& svg) {
-        svg.Empty();
-        return CKxBitmapPool::LoadSVGBaseUI(name, svg);
-    };
-    const bool empty = load(L"IDS_NOSEPIECE_0_EMPTY", emptyImages[0]) && load(L"IDS_NOSEPIECE_1_EMPTY", emptyImages[1]);
-    if (!empty) emptyImages = {};
-    const bool rings = load(L"IDS_NOSEPIECE_0", ringImages[0]) && load(L"IDS_NOSEPIECE_1", ringImages[1]);
-    if (!rings) ringImages = {};
-    if (!rings || !load(L"IDS_NOSEPIECE_MOTOR", motorImage)) motorImage.Empty();
 }
 
 void CKxDevUI_Nosepiece::DestroyControls() {
@@ -270,7 +156,7 @@ void CKxDevUI_Nosepiece::Init(long count, long position, bool deviceDriven, bool
     m_inside->deviceDriven = deviceDriven;
     m_inside->localSelect = localSelect;
     for (Held& each : m_inside->positions)
-        each.available = false;
+        each.reachable = false;
     if (HWND{*this}) RedrawWindow(*this, nullptr, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN);
 }
 
@@ -295,8 +181,11 @@ bool CKxDevUI_Nosepiece::Inside::ShowStructure(const Structure& structure) {
     bool changed = replace(count, structure.count);
     changed |= replace(deviceDriven, structure.deviceDriven);
     changed |= replace(localSelect, structure.localSelect);
-    for (long i = 0; i < count; ++i)
-        changed |= replace(At(i)->available, bool{structure.available[static_cast<std::size_t>(i)]});
+    for (long i = 0; i < count; ++i) {
+        const Structure::Place& place = structure.places[static_cast<std::size_t>(i)];
+        changed |= replace(At(i)->reachable, place.reachable);
+        At(i)->reason = place.reason;
+    }
     return changed;
 }
 
@@ -305,10 +194,11 @@ void CKxDevUI_Nosepiece::Inside::ShowParameters(const std::vector<CKxStringW>& k
         Held& position = *At(i);
         SKxDDBObjectiveItem item;
         CKxDeviceDatabase::DBGetObjectiveParam(keys[static_cast<std::size_t>(i)], &item, false);
-        position.aperture = item.NA;
-        position.distance = item.WD;
+        position.NA = item.NA;
+        position.WD = item.WD;
+        position.immersion = item.immersion;
         UpdateTip(i);
-        Enable(ButtonAt(i), position.available);
+        Enable(ButtonAt(i), position.reachable);
     }
 }
 
@@ -380,12 +270,12 @@ void CKxDevUI_Nosepiece::SetMagnification(long position, const wchar_t* magnific
 }
 
 void CKxDevUI_Nosepiece::SetNA(long position, double aperture) {
-    if (Held* held = m_inside->At(position)) held->aperture = aperture;
+    if (Held* held = m_inside->At(position)) held->NA = aperture;
     m_inside->UpdateTip(position);
 }
 
 void CKxDevUI_Nosepiece::SetWD(long position, double distance) {
-    if (Held* held = m_inside->At(position)) held->distance = distance;
+    if (Held* held = m_inside->At(position)) held->WD = distance;
     m_inside->UpdateTip(position);
 }
 
@@ -400,10 +290,10 @@ CKxStringW CKxDevUI_Nosepiece::GetMagnification(long position) const {
 }
 
 double CKxDevUI_Nosepiece::GetNA(long position) const {
-    return m_inside->At(position) ? m_inside->At(position)->aperture : 0;
+    return m_inside->At(position) ? m_inside->At(position)->NA : 0;
 }
 double CKxDevUI_Nosepiece::GetWD(long position) const {
-    return m_inside->At(position) ? m_inside->At(position)->distance : 0;
+    return m_inside->At(position) ? m_inside->At(position)->WD : 0;
 }
 
 void CKxDevUI_Nosepiece::SetTitle(const wchar_t* title) { m_inside->SetTitle(title); }
@@ -449,6 +339,18 @@ void CKxDevUI_Nosepiece::Inside::UpdateTip(long position) {
     held->tip = std::move(tip);
     SetTip(position, held->tip);
 }
+
+SKxObjectiveCard CKxDevUI_Nosepiece::Inside::CardOf(long position) {
+    const Held* const held = At(position);
+    SKxObjectiveCard card;
+    if (held) card = *held;
+    card.remark = Requests().Remark();
+    return card;
+}
+
+void CKxDevUI_Nosepiece::SetCards(std::optional<SKxObjectiveCards> cards) { m_inside->cards.Set(std::move(cards)); }
+bool CKxDevUI_Nosepiece::ShowCard(long position) { return m_inside->cards.Show(position); }
+void CKxDevUI_Nosepiece::HideCard() { m_inside->cards.Hide(); }
 
 // The fonts are the panel's own, so the zoom has to be applied here.
 HFONT CKxDevUI_Nosepiece::Inside::LabelFont(bool bold) const {
@@ -513,7 +415,16 @@ LRESULT CALLBACK CKxDevUI_Nosepiece::GroupWndProc(HWND frame, UINT id, WPARAM wP
     return SubclassEntry<CKxDevUI_Nosepiece, &CKxDevUI_Nosepiece::HandleFrame>({frame, id, wParam, lParam});
 }
 
+bool CKxDevUI_Nosepiece::Inside::HearForCards(const Message& message, long position) {
+    if (!cards.AreOn()) return true;
+    const Alive alive(Object());
+    cards.Hear(Window(), message, position);
+    return static_cast<bool>(alive);
+}
+
 Handled CKxDevUI_Nosepiece::HandleButton(const Message& message) {
+    const int position = GetDlgCtrlID(message.window) - kFirstButton;
+    if (position >= 0 && position < kMaxPositions && !m_inside->HearForCards(message, position)) return std::nullopt;
     switch (message.id) {
     case WM_MOUSEMOVE: Btn_OnMouseMove(message.window, message.wParam, message.lParam); return std::nullopt;
     case WM_MOUSELEAVE: Btn_OnMouseLeave(message.window); return std::nullopt;
@@ -548,6 +459,7 @@ void CKxDevUI_Nosepiece::OnMouseMove(WPARAM wParam, LPARAM lParam) {
 void CKxDevUI_Nosepiece::OnMouseLeave() { TrackHover({m_inside->Window(), WM_MOUSELEAVE, 0, 0}); }
 
 Handled CKxDevUI_Nosepiece::Handle(const Message& message) {
+    if (!m_inside->HearForCards(message, -1)) return std::nullopt;
     switch (message.id) {
     case WM_COMMAND: return OnCommand(message.wParam, message.lParam);
     case WM_DRAWITEM:
@@ -605,67 +517,4 @@ void CKxDevUI_Nosepiece::Click(long position) {
         m_inside->Requests().TakenOver(question, position);
     if (handled) return;
     if (m_inside->localSelect || !m_inside->deviceDriven) SetPosition(position);
-}
-
-// ---- Painting ------------------------------------------------------------------------------------------------------
-
-CKxStringA CKxDevUI_Nosepiece::GetObjectiveBitmap(double magnification, bool selected) const {
-    return m_inside->ObjectiveOf(magnification, selected);
-}
-
-CKxStringA CKxDevUI_Nosepiece::Inside::ObjectiveOf(double magnification, bool selected) const {
-    const std::size_t look = selected ? 1 : 0;
-    const char* ring = RingOf(magnification);
-    if (!ring) return emptyImages[look];
-    CKxStringA svg = ringImages[look];
-    CKxSvgStringAPI::ReplaceString(svg, kTemplateRing, ring);
-    return svg;
-}
-
-CKxStringA CKxDevUI_Nosepiece::Inside::ImageOf(long position) {
-    const Held& held = *At(position);
-    const double magnification = KX_LeadingNumber(held.magnification);
-    CKxStringA svg = held.available ? ObjectiveOf(magnification, IsMarked(position)) : motorImage;
-    CKxStringA number;
-    number.Format(32, "%d</text>", held.number.value_or(static_cast<int>(position) + 1));
-    CKxSvgStringAPI::ReplaceString(svg, "X</text>", number);
-    return svg;
-}
-
-void CKxDevUI_Nosepiece::OnDrawItem(const DRAWITEMSTRUCT& item) {
-    if (item.CtlID >= UINT{kFirstObservation}) return OnDrawItem_Observation(item);
-    if (item.CtlID == UINT{kSetupId}) return m_inside->DrawSetup(item);
-    const long position = static_cast<long>(item.CtlID) - kFirstButton;
-    if (!m_inside->At(position)) return;
-    PaintItem(m_inside->Window(), item, KX_GetSysColorBrush(COLOR_BTNFACE), [&](HDC dc, const RECT& area) {
-        RECT place = area;
-        // Where the device decides, a press promises nothing.
-        const bool answers = m_inside->localSelect || !m_inside->deviceDriven;
-        if (answers && m_inside->enabled && m_inside->IsEnabled())
-            KX_DrawFlatButtonBackground(dc, area, ButtonLook(item), COLOR_BTNFACE);
-        if (item.itemState & ODS_SELECTED && answers) OffsetRect(&place, 1, 1);
-        CKxBitmapPool::DrawSVGImage(dc, m_inside->ImageOf(position), place, m_inside->enabled && m_inside->IsEnabled());
-        m_inside->DrawOver(dc, area, item, position, m_inside->enabled && m_inside->IsEnabled());
-    });
-}
-
-void CKxDevUI_Nosepiece::OnDrawItem_Observation(const DRAWITEMSTRUCT& item) {
-    const bool current = static_cast<int>(item.CtlID) - kFirstObservation == m_inside->observationMode;
-    const HBRUSH face = KX_GetSysColorBrush(current ? COLOR_HIGHLIGHT : COLOR_BTNFACE);
-    PaintItem(m_inside->Window(), item, face, [&](HDC dc, const RECT& area) {
-        const Selection font(dc, m_inside->LabelFont(current));
-        const Selection pen(dc, m_inside->framePen.get());
-        const Selection brush(dc, GetStockObject(NULL_BRUSH));
-        Rectangle(dc, area.left, area.top, area.right, area.bottom);
-        wchar_t text[256] = L"";
-        const int length = GetWindowTextW(item.hwndItem, text, 256);
-        RECT inner = area;
-        InflateRect(&inner, -2, 0);
-        if (item.itemState & ODS_SELECTED) OffsetRect(&inner, 1, 1);
-        SetBkMode(dc, TRANSPARENT);
-        const int color = current ? COLOR_HIGHLIGHTTEXT : m_inside->IsEnabled() ? COLOR_BTNTEXT : COLOR_GRAYTEXT;
-        SetTextColor(dc, KX_GetSysColor(color));
-        DrawTextW(dc, text, length, &inner, DT_CENTER | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX | DT_END_ELLIPSIS);
-        PositionPanel::DrawFocus(dc, area, item);
-    });
 }

@@ -11,6 +11,7 @@
 
 #include <kxdevui/framework/devgui_messages.h>
 #include <kxdevui/framework/kxdevui_api.h>
+#include <kxdevui/optics/devgui_objectivecard.h>
 #include <kxsystem/kx_string.h>
 
 class IKxDeviceNosepiece;
@@ -103,6 +104,13 @@ public:
     double GetNA(long position) const;
     void SetWD(long position, double distance);
     double GetWD(long position) const;
+
+    // Has cards show in the place of the tooltips (devgui_objectivecard.h); nothing, as at first, gives the tooltips
+    // back. Shows the card of a position at once: false where none is on screen, or there is nothing to be said; hides
+    // the one that is shown.
+    void SetCards(std::optional<SKxObjectiveCards> cards);
+    bool ShowCard(long position);
+    void HideCard();
 
     // The text of the frame.
     void SetTitle(const wchar_t* title);

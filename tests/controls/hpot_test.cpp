@@ -204,6 +204,12 @@ TEST_F(HPot, KeepsToTheRulesOfItsState) {
           {[&] { slider.SetValue(100, true); }, "(100) "},
           {[&] { wheel(120, true); }, "(210) 4:210#7"},
           {[&] { wheel(120, false), wheel(0, false), slider.SetEnabled(false), wheel(-120, false); }, "(210) "},
+          // As a parent may hand it on.
+          {[&] {
+               SendMessageW(slider, WM_LBUTTONDOWN, 0, MAKELPARAM(20, 10));
+               EXPECT_NE(GetCapture(), HWND{slider});
+           },
+           "(210) "},
           {[&] { slider.m_thumbPos = 70, slider.Update(false, false, true); }, "(60) "}});
 }
 

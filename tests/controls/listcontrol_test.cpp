@@ -143,7 +143,10 @@ TEST_F(Lists, ListBoxFollowsMouseAndKeys) {
           {[&] { click(0), click(4, VK_SHIFT); }, "0 : Choose(\"0\") Choose(\"0134\")"},
           {[&] { list.answer = true, Key(VK_HOME); }, "0 : Choose(\"0\")"},
           {[&] {
-               list.SetSelections({9, 3, 1, 3}), list.RemoveValue(0), list.SetMultiple(false);
+               list.SetSelections({9, 3, 1, 3}), list.InsertValue(L"first", 0);
+               for (const int row : {2, 4})
+                   EXPECT_EQ(SendMessageW(InnerOf(list), LB_GETSEL, static_cast<WPARAM>(row), 0), 1) << "moved on";
+               list.RemoveValue(0), list.RemoveValue(0), list.SetMultiple(false);
            },
            "0 0: "}});
 }
@@ -160,16 +163,17 @@ TEST_F(Lists, DefaultTellsTheParentAlone) {
 
 TEST_F(Lists, TypedValuesHaveTheHabitsOfFields) {
     combo.SetEditable({.minimum = 0, .maximum = 1000, .unit = L"ms"});
+    combo.SetValueName(1, L"20 ms");
     const HWND edit = GetWindow(InnerOf(combo), GW_CHILD);
     const auto type = [&](const wchar_t* text) {
         SetFocus(edit), SendMessageW(edit, EM_SETSEL, 0, -1), Type(text), Pump();
         parent.Record().Text(Narrow(TextOf(edit)) + "," + Narrow(combo.GetText().str()));
     };
     Play({{[&] { type(L"15\n"); }, "-1 0: Value(\"15\") 15,15"},
-          {[&] { type(L"20.0\n"); }, "1 0: Choose(1) 20,20"},
+          {[&] { type(L"20\n"); }, "1 0: Choose(1) 20 ms,20 ms"},
           // Not allowed, or not to be chosen.
-          {[&] { type(L"5000\n"), type(L"x\n"), type(L"50\n"); }, "1 0: 20,20 20,20 20,20"},
-          {[&] { combo.answer = true, type(L"30"), SetFocus(parent.Window()); }, "1 0: 30,20 Value(\"30\")"},
+          {[&] { type(L"5000\n"), type(L"x\n"), type(L"50\n"); }, "1 0: 20 ms,20 ms 20 ms,20 ms 20 ms,20 ms"},
+          {[&] { combo.answer = true, type(L"30"), SetFocus(parent.Window()); }, "1 0: 30,20 ms Value(\"30\")"},
           {[&] { KX_SetFieldHabits(combo, KxFieldHabits::All()), combo.answer = false, type(L"7,5x\n"); },
            "-1 0: Value(\"7.5\") 7.5,7.5"},
           {[&] { type(L"9\x1b"), type(L"5000\n"); }, "-1 0: 7.5,7.5 5000,7.5"},
@@ -212,6 +216,12 @@ TEST(ListsOfADialog, AreTakenOverWhole) {
         read(plain) + read(typed) + read(one) + read(several) + read(other),
         "(10, 3, \"c\", 80, 1)(11, 3, \"b\", 81, 1)(12, 3, \"c\", 82, 1)(13, 3, \"c\", 83, 1)(14, 0, \"\", 0, -1)");
     EXPECT_TRUE(typed.IsEditable() && !plain.IsEditable() && several.IsMultiple() && !one.IsMultiple());
+    const auto name = [](ListControl& list) {
+        SendMessageW(InnerOf(list), WM_GETOBJECT, 0, OBJID_CLIENT);
+        return Narrow(TextOf(GetWindow(InnerOf(list), GW_HWNDPREV)));
+    };
+    one.SetTitle(L"Lamps");
+    EXPECT_EQ(name(plain) + name(typed) + name(one), "Binning:Lamps") << "the label's, none, the title";
 }
 
 // The picture of the page, and what stands in the system's scheme and in a dark one.

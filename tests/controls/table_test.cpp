@@ -226,6 +226,14 @@ TEST_F(Table, OffersAnInputMethodForTexts) {
     EXPECT_FALSE(offers());
 }
 
+TEST_F(Table, TakesItsOpenFieldAlong) {
+    Open(2, 1);
+    const HWND field = Field();
+    ASSERT_TRUE(field);
+    DestroyWindow(table);
+    EXPECT_FALSE(IsWindow(field));
+}
+
 TEST_F(Table, ReplacesAListOfADialog) {
     // Of several versions of the common controls the list's own makes its images.
     static int elsewhere = 0;

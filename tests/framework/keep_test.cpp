@@ -31,3 +31,21 @@ TEST(KeptInput, FindsItsWindowByIdClassAndOrder) {
     SendMessageW(second, EM_UNDO, 0, 0);
     EXPECT_EQ(TextOf(second), L"");
 }
+
+TEST(KeptInput, KeepsWhereAListBoxWasScrolled) {
+    RecordingParent parent;
+    const auto make = [&] {
+        const HWND list = AddChild(parent.Window(), L"LISTBOX", 1, {0, 0, 50, 40});
+        for (int i = 0; i < 20; ++i)
+            SendMessageW(list, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(L"x"));
+        return list;
+    };
+    const HWND old = make();
+    SendMessageW(old, LB_SETTOPINDEX, 7, 0);
+    KxKeptInput kept;
+    kept.Take(parent.Window());
+    DestroyWindow(old);
+    const HWND list = make();
+    kept.GiveBack(parent.Window());
+    EXPECT_EQ(SendMessageW(list, LB_GETTOPINDEX, 0, 0), 7);
+}

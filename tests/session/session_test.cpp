@@ -10,6 +10,7 @@
 #include <host/event_log.h>
 #include <host/held_values.h>
 #include <host/main_window.h>
+#include <host/pages/light_page.h>
 #include <host/pages/optics_page.h>
 #include <host/resources/resource.h>
 #include <kxbaseui/kx_layoutmanager.h>
@@ -211,6 +212,27 @@ TEST_F(Session, ASetupThatTheHostAcceptsIsOnItsDevicesAndPanels) {
         EXPECT_EQ(panel.GetMagnification(row).str(), expected);
     }
     KX_SetMessageBoxHandler(nullptr, nullptr);
+}
+
+TEST_F(Session, TakesBackWhatListsAndButtonsWereTold) {
+    Do(window.CommandOf<LightPage>());
+    const auto state = [this] {
+        SetFocus(window.Handle());
+        return State();
+    };
+    const auto before = state();
+    for (const HWND each : WindowsIn(window.CurrentPage())) {
+        const HWND control = GetParent(each);
+        const bool isList = IsOf(control, L"KxDevUI_ComboBox") || IsOf(control, L"KxDevUI_ListBox");
+        const bool isButton = IsOf(control, L"KxDevUI_ImageButton") || IsOf(control, L"KxDevUI_CheckBox");
+        if (isList) SendMessageW(each, WM_KEYDOWN, VK_UP, 0);
+        if (isButton && TextOf(each) != L"The host refuses") SendMessageW(each, BM_CLICK, 0, 0);
+    }
+    int changes = 0;
+    for (; !TheRequests().NameToUndo().empty(); ++changes)
+        Do(MainWindow::cmdUndo);
+    EXPECT_EQ(changes, 7) << "four lists, the opening, the centring, the following";
+    EXPECT_EQ(state(), before);
 }
 
 }  // namespace

@@ -61,6 +61,7 @@ struct ListSubject : SubjectOf<Control> {
              [=, this](Random& r) {
                  control_->SetUserData(index(r), 5), control_->GetUserData(index(r));
                  control_->GetSelection(), control_->GetValueName(index(r)), control_->CheckRestriction(false);
+                 SendMessageW(GetDlgItem(this->Window(), 10000), WM_GETOBJECT, 0, OBJID_CLIENT);
              }},
             {"the wheel", [this](Random& r) { control_->HandleMouseWheel(MAKEWPARAM(0, 120 * r.Between(-2, 2)), 0); }},
             {"its own",

@@ -13,7 +13,9 @@ struct Nosepiece {
     using Panel = CKxDevUI_Nosepiece;
     using Device = CKxSimNosepiece;
     static auto Make(std::size_t count) {
-        auto device = std::make_unique<Device>(L"N", std::vector<SKxSimObjective>(count, {L"a", L"60x", L""}));
+        std::vector<SKxSimObjective> objectives(count, {L"a", L"60x", L"PlanApo20x075"});
+        if (count) objectives.front().key = L"PlanApo60x140Oil";  // from which it is risky to change
+        auto device = std::make_unique<Device>(L"N", objectives);
         // Of six the second cannot be reached, of seven the third.
         device->SetAvailable(static_cast<long>(count % 2 + 1), false);
         return device;
@@ -46,15 +48,30 @@ struct Panel : Telling<typename Sort::Panel> {
     }
 };
 
+// Cards come by time as well, which no law can repeat.
+bool showsCard = false;
+
 // The setup button of those that have one; ports that can be used at once.
 template <class Sort>
 struct Complete : Panel<Sort> {
     Complete() {
-        if constexpr (std::is_same_v<Sort, Nosepiece>)
+        if constexpr (std::is_same_v<Sort, Nosepiece>) {
             this->SetObservationRequest([this](int) { this->Tell("the observation's request"); });
+            this->SetCards(
+                {{.complete = [this](long, SKxObjectiveCard& card) { card.wavelength = 525, TellCard("a card"); },
+                  .warns = [this](long at, EKxObjectiveRisk) { return TellCard("a warning"), at % 2 == 0; }}});
+        }
     }
 
     void OnSetupRequest() override { this->Tell("OnSetupRequest"); }
+    void TellCard(const char* callback) {
+        if (showsCard) this->Tell(callback);
+    }
+    void Show(long position) {
+        showsCard = true;
+        this->ShowCard(position);
+        showsCard = false;
+    }
 };
 template <>
 struct Complete<Switcher> : Panel<Switcher> {
@@ -88,7 +105,10 @@ struct PanelSubject : SubjectOf<Complete<Sort>> {
     void Change(int n) override { Exchange(n % 10); }
     bool Rebuild() override { return Exchange(7), true; }
     // What only some hosts want: ports that can be used at once, modes of observation.
-    bool Provoke(int) override {
+    bool Provoke(int n) override {
+        if constexpr (std::is_same_v<Sort, Nosepiece>) {
+            if (n % 2) return control_->Show(2), true;
+        }
         if constexpr (std::is_same_v<Sort, Switcher>) control_->SetBoolMoreThanOnePortCanBeActive(true);
         SendMessageW(*control_, WM_COMMAND, std::is_same_v<Sort, Nosepiece> ? 10600 : 10201, 0);
         return true;
@@ -143,6 +163,7 @@ struct PanelSubject : SubjectOf<Complete<Sort>> {
                 {"a name", Do(&Panel::SetName, at, OneOf({L"Plan 60x", L"", L"<&x"}))},
                 {"an aperture", Do(&Panel::SetNA, at, AnyNumber)},
                 {"a distance", Do(&Panel::SetWD, at, AnyNumber)},
+                {"a card", Do(&Complete<Sort>::Show, at)},
                 {"observing", Do(&Panel::ShowObservationMode, Flag)},
                 {"a mode", Do(&Panel::SetObservationMode, Within(-1, 2))},
                 {"Init",
