@@ -280,7 +280,7 @@ void CKxDevUI_ImageButton::Draw(const DRAWITEMSTRUCT& item) const {
     const int image = kx::imagebutton::ImageOf(
         m_images, {.enabled = enabled, .pressed = pressed, .on = checked, .hovered = (asked & eKxButtonLook_Hot) != 0});
     const bool hasText = m_textPlace != EKxButtonText::None && !m_title.IsEmpty();
-    PaintItem(m_hWnd, item, KX_GetSysColorBrush(COLOR_BTNFACE), [&](HDC dc, const RECT& area) {
+    PaintItem(item, KX_GetSysColorBrush(COLOR_BTNFACE), [&](HDC dc, const RECT& area) {
         Places places =
             kx::imagebutton::Arrange({area.right, area.bottom},
                                      {.text = hasText ? m_textPlace : EKxButtonText::None,
