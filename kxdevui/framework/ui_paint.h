@@ -20,6 +20,7 @@ struct WindowState {
     HDC erased = nullptr;        // the memory DC that it was last asked to erase
     bool hovered = false;        // a leave notice has been asked for
     WNDPROC previous = nullptr;  // of a subclassed child
+    void* object = nullptr;      // what ByState finds
     int running = 0;             // calls of that procedure that have not returned
     bool orphaned = false;       // its parent has gone meanwhile
     EKxLight light{};            // what a host has named it

@@ -63,7 +63,8 @@ LRESULT CALLBACK ToolProc(HWND tool, UINT message, WPARAM wParam, LPARAM lParam)
     if (message == WM_DESTROY) KX_DeleteToolTip(tool);
     if (const HWND tip = IsForToolTips(message) ? Found(Tools(), tool) : nullptr) {
         const DWORD at = GetMessagePos();
-        MSG relayed{tool, message, wParam, lParam, static_cast<DWORD>(GetMessageTime()), {LOWORD(at), HIWORD(at)}};
+        const POINT place{static_cast<short>(LOWORD(at)), static_cast<short>(HIWORD(at))};
+        MSG relayed{tool, message, wParam, lParam, static_cast<DWORD>(GetMessageTime()), place};
         SendMessageW(tip, TTM_RELAYEVENT, 0, reinterpret_cast<LPARAM>(&relayed));
     }
     return kx::CallRest(ToolProc, tool, message, wParam, lParam);
@@ -108,7 +109,7 @@ HWND KX_CreateToolTipWindow(HWND tool, const wchar_t* text) {
     TOOLINFOW info = ToolInfo(tool, text ? text : L"");
     if (Found(Tools(), tool) == window) {
         SendMessageW(window, TTM_UPDATETIPTEXTW, 0, reinterpret_cast<LPARAM>(&info));
-    } else if (KX_DeleteToolTip(tool); kx::Subclass(tool, ToolProc)) {
+    } else if (KX_DeleteToolTip(tool); text && *text && kx::Subclass(tool, ToolProc)) {
         // It has none yet, or has been moved to another window.
         SendMessageW(window, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&info));
         Tools()[tool] = window;
