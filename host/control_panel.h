@@ -4,7 +4,7 @@
 //     class AskingLamp : public Asks<CKxDevUI_Lamp, CKxSimLamp> {
 //     public:
 //         using Asks::Asks;
-//         void Prepare(long width) { SetSteps(5); }                       // before the window is made, if need be
+//         void Prepare() { SetSteps(5); }                                 // before the window is made, if need be
 //     protected:
 //         void OnPowerRequest(double power, bool& veto) override {
 //             Log().Add(m_panel.Name(), L"OnPowerRequest(%g)", power);
@@ -58,6 +58,8 @@ public:
     void Fill() {
         const ControlLayout& layout = Asking::kLayout;
         m_control.Prepare();
+        // First, so that its windows are made once.
+        m_control.Show({true, true, true});
         if constexpr (!kTitled)
             AddChild(L"STATIC", L"", SS_NOPREFIX, IDC_DEVICE_CAPTION, layout.caption.x, layout.caption.y,
                      m_width - layout.caption.x - 6, 16);
@@ -71,7 +73,7 @@ public:
             m_control.SetTabStop(true);
             InsertWindow(m_control);
         }
-        m_control.Show({true, true, true});
+        m_control.Show({false, true, true});
         if (layout.refusal) AddRefusal();
         ShowState();
     }

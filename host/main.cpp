@@ -3,8 +3,8 @@
 #include <windows.h>
 
 #include <commctrl.h>
-#include <shellapi.h>
 
+#include <cstdlib>
 #include <cwchar>
 #include <string>
 
@@ -48,12 +48,12 @@ struct CommandLine {
 };
 
 CommandLine ReadCommandLine() {
-    int count = 0;
-    wchar_t** arguments = CommandLineToArgvW(GetCommandLineW(), &count);
+    // The C runtime's: the shell's would bring half a dozen modules with it, which would be a part of every start.
+    wchar_t** const arguments = __wargv;
     CommandLine read;
-    for (int i = 1; i < count; ++i) {
+    for (int i = 1; i < __argc; ++i) {
         const std::wstring argument = arguments[i];
-        const bool valued = i + 1 < count;
+        const bool valued = i + 1 < __argc;
         if (argument == L"--tour" && valued) {
             read.tour = arguments[++i];
         } else if (argument == L"--page" && valued) {
@@ -70,7 +70,6 @@ CommandLine ReadCommandLine() {
             read.config = argument;
         }
     }
-    LocalFree(arguments);
     if (!read.tour.empty()) read.log = read.tour + L"\\callbacks.log";
     return read;
 }

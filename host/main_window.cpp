@@ -106,6 +106,8 @@ bool MainWindow::Create(HINSTANCE instance, const kx::host::Settings& settings) 
 // ---- Building ------------------------------------------------------------------------------------------------------
 
 void MainWindow::BuildPages() {
+    // Before there is anything to lay out below it.
+    BuildMenu();
     if (!m_pages.empty()) m_kept.Take(m_window);
     m_pages = MakePages(m_microscope, m_gallery);
     if (m_page >= std::ssize(m_pages)) m_page = 0;
@@ -113,7 +115,6 @@ void MainWindow::BuildPages() {
     BuildPageButtons();
     m_log.Build(m_window);
     KX_FollowColorScheme(m_log);
-    BuildMenu();
     SetWindowTextW(m_window, Text(L"Microscope panels"));
     Say(Text(L"Ready").str());
     Restyle();
@@ -347,7 +348,8 @@ LRESULT MainWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
     case WM_SIZE:
         if (m_pages.empty() || wParam == SIZE_MINIMIZED) return 0;
-        Layout();
+        // The first show tells of a size too.
+        if (const LPARAM size = std::exchange(m_size, lParam); size != lParam) Layout();
         return 0;
     case WM_EXITSIZEMOVE:
         // Only what the user has done: the menu's changes send WM_SIZE too.

@@ -124,6 +124,7 @@ private:
     std::vector<HWND> m_left;
     HWND m_putAside = nullptr;
     RECT m_pagePlace{};
+    LPARAM m_size = -1;  // of the last WM_SIZE
     bool m_enabled = true;
     std::array<bool, simStop> m_simulation{false, true, false, false};
     kx::host::Settings m_settings;

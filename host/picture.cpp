@@ -20,22 +20,31 @@ namespace {
 // PNG's encoder has had this class id since the first version of GDI+.
 constexpr CLSID kPngEncoder{0x557CF406, 0x1A04, 0x11D3, {0x9A, 0x73, 0x00, 0x00, 0xF8, 0x1E, 0xF3, 0x2E}};
 
-class GdiPlus {
-public:
-    GdiPlus() {
-        const Gdiplus::GdiplusStartupInput input;
-        m_started = Gdiplus::GdiplusStartup(&m_token, &input, nullptr) == Gdiplus::Ok;
-    }
-    ~GdiPlus() {
-        if (m_started) Gdiplus::GdiplusShutdown(m_token);
-    }
-    GdiPlus(const GdiPlus&) = delete;
-    GdiPlus& operator=(const GdiPlus&) = delete;
+// Loaded when it is wanted: it brings other modules with it, which would be a part of every start.
+template <class Function>
+Function* InGdiPlus(const char* name) {
+    static const HMODULE module = LoadLibraryW(L"gdiplus.dll");
+    return reinterpret_cast<Function*>(reinterpret_cast<void*>(module ? GetProcAddress(module, name) : nullptr));
+}
 
-private:
-    ULONG_PTR m_token = 0;
-    bool m_started = false;
-};
+bool StartGdiPlus() {
+    const auto start = InGdiPlus<decltype(Gdiplus::GdiplusStartup)>("GdiplusStartup");
+    const Gdiplus::GdiplusStartupInput input;
+    ULONG_PTR token = 0;
+    return start && start(&token, &input, nullptr) == Gdiplus::Ok;
+}
+
+bool Save(HBITMAP bitmap, const std::wstring& path) {
+    namespace Flat = Gdiplus::DllExports;
+    const auto create = InGdiPlus<decltype(Flat::GdipCreateBitmapFromHBITMAP)>("GdipCreateBitmapFromHBITMAP");
+    const auto save = InGdiPlus<decltype(Flat::GdipSaveImageToFile)>("GdipSaveImageToFile");
+    const auto dispose = InGdiPlus<decltype(Flat::GdipDisposeImage)>("GdipDisposeImage");
+    Gdiplus::GpBitmap* picture = nullptr;
+    if (!create || !save || !dispose || create(bitmap, nullptr, &picture) != Gdiplus::Ok) return false;
+    const bool saved = save(picture, path.c_str(), &kPngEncoder, nullptr) == Gdiplus::Ok;
+    dispose(picture);
+    return saved;
+}
 
 kx::ui::Bitmap CopyScreen(const RECT& area) {
     const kx::ui::WindowDC screen(nullptr);
@@ -50,7 +59,8 @@ kx::ui::Bitmap CopyScreen(const RECT& area) {
 }  // namespace
 
 bool SavePicture(HWND window, const std::wstring& path) {
-    static const GdiPlus gdiPlus;
+    static const bool started = StartGdiPlus();
+    if (!started) return false;
     RECT area{}, own{}, active{};
     if (!GetWindowRect(window, &own)) return false;
     GetWindowRect(GetActiveWindow(), &active);
@@ -59,6 +69,5 @@ bool SavePicture(HWND window, const std::wstring& path) {
     const RECT screen{0, 0, GetSystemMetrics(SM_CXSCREEN), GetSystemMetrics(SM_CYSCREEN)}, wanted = area;
     if (!IntersectRect(&area, &wanted, &screen)) return false;
     const kx::ui::Bitmap bitmap = CopyScreen(area);
-    Gdiplus::Bitmap picture(bitmap.get(), nullptr);
-    return picture.Save(path.c_str(), &kPngEncoder, nullptr) == Gdiplus::Ok;
+    return Save(bitmap.get(), path);
 }

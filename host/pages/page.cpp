@@ -48,8 +48,8 @@ void Page::Build(HWND parent) {
     Create(parent, 0, 0, Width, Height, true, true);
     Fill();
     PlaceRegistered();
-    // All of it was laid out in unzoomed pixels.
-    CKxGUILayoutManager::ResizeWindowToGuiZoom(m_hWnd, 1.0);
+    // All of it was laid out in unzoomed pixels, and stands right at 100 %.
+    if (CKxGUILayoutManager::GetGuiZoom() != 1.0) CKxGUILayoutManager::ResizeWindowToGuiZoom(m_hWnd, 1.0);
     Show();
     KX_FollowColorScheme(m_hWnd);
 #ifdef KX_PLANT_FAULT

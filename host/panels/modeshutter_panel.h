@@ -19,7 +19,7 @@ public:
     }
     void Show(const DevicePanel::Change& change) {
         Update(&m_device, {.steps = change.structure, .aperture = true, .state = true, .mode = true});
-        KX_TellLight(m_hWnd, m_device);
+        if (m_hWnd) KX_TellLight(m_hWnd, m_device);
     }
 
 protected:

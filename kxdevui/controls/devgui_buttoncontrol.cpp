@@ -42,13 +42,12 @@ void ButtonControl::Adopt(HWND placeholder) { m_title = TextOf(placeholder); }
 
 bool ButtonControl::MakeButton(const Parts& parts, DWORD style, WNDPROC procedure) {
     m_button = nullptr;
-    m_hasTip = false;
     m_requests->Attach(parts.Window());
     if (!parts.Add(m_button, L"BUTTON", kButtonId, m_title, {0, 0, m_width, m_height}, style)) return false;
-    // The platform's own tells the object of its end alone, and that only where it has a tooltip.
-    Subclass(m_button, procedure, m_drawn == Drawn::ByControl ? static_cast<CKxDevUI_Base*>(this) : nullptr);
+    Subclass(m_button, procedure, nullptr);
+    if (m_drawn == Drawn::ByControl) ByState<ButtonControl>::Bind(m_button, this);
     FollowScheme();
-    if (!m_toolTip.IsEmpty()) ShowTip();
+    ShowTip();
     if (m_state != 0) ShowState();
     m_requests->Show();
     return static_cast<bool>(parts);
@@ -78,9 +77,6 @@ void ButtonControl::ShowTip() {
     const CKxStringW remark = m_requests->Remark();
     const bool both = !m_toolTip.IsEmpty() && !remark.IsEmpty();
     const CKxStringW tip = both ? m_toolTip + L"\r\n" + remark : m_toolTip + remark;
-    if (tip.IsEmpty() && !m_hasTip) return;
-    m_hasTip = true;
-    ByUserData<ButtonControl>::Bind(m_button, this);
     KX_UpdateToolTipWindow(m_button, tip);
 }
 
@@ -138,13 +134,8 @@ void ButtonControl::Layout() const {
 }
 
 LRESULT CALLBACK ButtonControl::ButtonProc(HWND window, UINT id, WPARAM wParam, LPARAM lParam) {
-    return SubclassEntry<ButtonControl, &ButtonControl::HandleButton>({window, id, wParam, lParam});
-}
-
-Handled ButtonControl::HandleButton(const Message& message) {
-    // Made anew in the same window, it would leave a tool behind.
-    if (message.id == WM_DESTROY && message.window == m_button && m_hasTip) KX_DeleteToolTip(m_button);
-    return std::nullopt;
+    const LosingFocus losing(id, wParam, lParam);
+    return CallPrevious({window, id, wParam, lParam});
 }
 
 Handled ButtonControl::HandleWindow(const Message& message) {

@@ -48,11 +48,11 @@ protected:
         Begin();
     }
 
-    // Makes the button, with `procedure` before its own, or ours; false when the control has gone.
+    // Makes the button, with `procedure` before its own, or ours; one drawn by the control has it in its state
+    // (kx::ui::ByState). False when the control has gone.
     bool MakeButton(const Parts& parts, DWORD style, WNDPROC procedure = ButtonProc);
-    // The messages of the window, and those of the button, that a derived control leaves to this.
+    // The messages of the window that a derived control leaves to this.
     std::optional<LRESULT> HandleWindow(const Message& message);
-    std::optional<LRESULT> HandleButton(const Message& message);
 
     // Holds a state; true when it is another one, which is shown then.
     bool Hold(int state);
@@ -84,7 +84,6 @@ private:
     Drawn m_drawn;
     unsigned m_sets = 0;  // how often a state was set
     CKxStringW m_toolTip;
-    bool m_hasTip = false;  // the button is a tool, maybe of an empty text
 };
 
 }  // namespace kx::ui

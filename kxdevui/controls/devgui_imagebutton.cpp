@@ -187,7 +187,8 @@ Handled CKxDevUI_ImageButton::Handle(const Message& message) {
 }
 
 LRESULT CALLBACK CKxDevUI_ImageButton::ButtonProc(HWND window, UINT id, WPARAM wParam, LPARAM lParam) {
-    return SubclassEntry<CKxDevUI_ImageButton, &CKxDevUI_ImageButton::HandleButton>({window, id, wParam, lParam});
+    return SubclassEntry<CKxDevUI_ImageButton, &CKxDevUI_ImageButton::HandleButton, Unbound::Default,
+                         ByState<CKxDevUI_ImageButton>>({window, id, wParam, lParam});
 }
 
 Handled CKxDevUI_ImageButton::HandleButton(const Message& message) {
@@ -228,7 +229,7 @@ Handled CKxDevUI_ImageButton::HandleButton(const Message& message) {
     case WM_KEYDOWN:
     case WM_KEYUP:
     case WM_SYSKEYDOWN: return HandleKey(message);
-    default: return ButtonControl::HandleButton(message);
+    default: return std::nullopt;
     }
 }
 
@@ -280,7 +281,7 @@ void CKxDevUI_ImageButton::Draw(const DRAWITEMSTRUCT& item) const {
     const int image = kx::imagebutton::ImageOf(
         m_images, {.enabled = enabled, .pressed = pressed, .on = checked, .hovered = (asked & eKxButtonLook_Hot) != 0});
     const bool hasText = m_textPlace != EKxButtonText::None && !m_title.IsEmpty();
-    PaintItem(m_hWnd, item, KX_GetSysColorBrush(COLOR_BTNFACE), [&](HDC dc, const RECT& area) {
+    PaintItem(item, KX_GetSysColorBrush(COLOR_BTNFACE), [&](HDC dc, const RECT& area) {
         Places places =
             kx::imagebutton::Arrange({area.right, area.bottom},
                                      {.text = hasText ? m_textPlace : EKxButtonText::None,

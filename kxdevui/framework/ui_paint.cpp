@@ -20,6 +20,58 @@ std::unordered_map<HWND, std::shared_ptr<WindowState>>& States() {
     return *states;
 }
 
+// A memory DC that goes with `reference` and holds a bitmap of at least that size, until the end of the scope; null
+// when there is no room for one. All windows of a thread draw to the same, one after the other: a bitmap for each would
+// be six round trips under Wine.
+class BackBuffer {
+public:
+    BackBuffer(HDC reference, SIZE size) noexcept : m_shared(Shared()) {
+        if (std::exchange(m_shared.taken, true)) return;
+        m_isOwner = true;
+        if (m_shared.bitmap && size.cx <= m_shared.size.cx && size.cy <= m_shared.size.cy) {
+            m_dc = m_shared.dc.get();
+            return;
+        }
+        size = {std::max({size.cx, m_shared.size.cx, 1L}), std::max({size.cy, m_shared.size.cy, 1L})};
+        if (!m_shared.dc) m_shared.dc.reset(CreateCompatibleDC(reference));
+        Bitmap bitmap(m_shared.dc ? CreateCompatibleBitmap(reference, size.cx, size.cy) : nullptr);
+        if (!bitmap || !SelectObject(m_shared.dc.get(), bitmap.get())) return;
+        m_shared.bitmap = std::move(bitmap);
+        m_shared.size = size;
+        m_dc = m_shared.dc.get();
+    }
+    ~BackBuffer() {
+        if (m_isOwner) m_shared.taken = false;
+    }
+    BackBuffer(const BackBuffer&) = delete;
+    BackBuffer& operator=(const BackBuffer&) = delete;
+    operator HDC() const noexcept { return m_dc; }
+    static void Drop() noexcept {
+        Kept& kept = Shared();
+        if (kept.taken) return;
+        kept.dc.reset();
+        kept.bitmap.reset();
+        kept.size = {};
+    }
+
+private:
+    struct Kept {
+        Bitmap bitmap;  // outlives the DC that it is selected into
+        MemoryDC dc;
+        SIZE size{};
+        bool taken = false;
+    };
+    // Lives as long as the thread, which may end when GDI has gone.
+    static Kept& Shared() {
+        thread_local auto* kept = new Kept;
+        return *kept;
+    }
+
+    Kept& m_shared;
+    bool m_isOwner = false;
+    HDC m_dc = nullptr;
+};
+
 // The DC that a message paints to, and the end of painting if it was begun here.
 class PaintTarget {
 public:
@@ -53,8 +105,10 @@ bool IsOfThisThread(HWND window) { return GetWindowThreadProcessId(window, nullp
 
 // Leaves out every visible child whose top-left corner lies inside, whether it needs painting or not: one that is not
 // left out would be painted over. With a background, the room in the group boxes that are to be painted gets it.
-// What another thread shows, a camera's live view, is the system's to paint: a message would wait for that thread.
-void PaintChildren(HWND window, HDC target, const RECT& client, HBRUSH groupBackground) {
+// Returns those that are to be told to paint, the group boxes last. What another thread shows, a camera's live view, is
+// the system's to paint: a message would wait for that thread.
+std::vector<HWND> LeaveOutChildren(HWND window, HDC target, const RECT& client, HBRUSH groupBackground) {
+    std::vector<HWND> told;
     std::vector<std::pair<HWND, RECT>> groups;
     for (HWND child = GetWindow(window, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
         if (!IsWindowVisible(child)) continue;
@@ -68,14 +122,15 @@ void PaintChildren(HWND window, HDC target, const RECT& client, HBRUSH groupBack
             continue;
         }
         ExcludeClipRect(target, rect.left, rect.top, rect.right, rect.bottom);
-        if (ours && !KX_IsWindowMarkedToSkipPaint(child)) SendMessageW(child, WM_PAINT, 0, 0);
+        if (ours && !KX_IsWindowMarkedToSkipPaint(child)) told.push_back(child);
     }
-    // Last: what stands in a group box is left out by then.
+    // What stands in a group box is left out by now.
     for (const auto& [group, rect] : groups) {
         FillRect(target, &rect, groupBackground);
         ExcludeClipRect(target, rect.left, rect.top, rect.right, rect.bottom);
-        SendMessageW(group, WM_PAINT, 0, 0);
+        told.push_back(group);
     }
+    return told;
 }
 
 bool IsChildsCorner(HWND window, POINT corner) {
@@ -135,16 +190,6 @@ void SpareSiblings(HWND window, HDC target, const RECT& client) {
 
 }  // namespace
 
-HDC BackBuffer::Acquire(HDC reference, SIZE size) noexcept {
-    if (m_bitmap && size.cx <= m_size.cx && size.cy <= m_size.cy) return m_dc.get();
-    if (!m_dc) m_dc.reset(CreateCompatibleDC(reference));
-    Bitmap bitmap(m_dc ? CreateCompatibleBitmap(reference, std::max(size.cx, 1L), std::max(size.cy, 1L)) : nullptr);
-    if (!bitmap || !SelectObject(m_dc.get(), bitmap.get())) return nullptr;
-    m_bitmap = std::move(bitmap);
-    m_size = size;
-    return m_dc.get();
-}
-
 std::shared_ptr<WindowState> StateOf(HWND window) {
     auto& state = States()[window];
     if (!state) state = std::make_shared<WindowState>();
@@ -169,12 +214,9 @@ LRESULT Paint(const Message& message, PaintMode mode, HBRUSH background, DrawRef
     }
     std::optional<PaintingMark> painting;
     if (mode.children) painting.emplace(message.window);
-    const auto state = mode.buffered ? StateOf(message.window) : nullptr;
     const SavedDC saved(target);
     // A class with its parent's DC could paint over its neighbours.
     IntersectClipRect(target, client.left, client.top, client.right, client.bottom);
-
-    const HDC buffer = state ? state->client.Acquire(target, {client.right, client.bottom}) : nullptr;
     // On WM_PAINT the default procedure begins and ends painting and draws nothing. Where that has been done already,
     // all that it could add is the cost, which is a bare window's whole repaint. Later, it would take back what the
     // children have asked to have painted anew.
@@ -182,21 +224,29 @@ LRESULT Paint(const Message& message, PaintMode mode, HBRUSH background, DrawRef
         const SavedDC untouched(target);
         DefWindowProcW(message.window, message.id, reinterpret_cast<WPARAM>(HDC{target}), message.lParam);
     }
+    std::vector<HWND> children;
+    if (mode.children)
+        children = LeaveOutChildren(message.window, target, client, target.IsBegunHere() ? background : nullptr);
+    if (mode.siblings) SpareSiblings(message.window, target, client);
     const auto paint = [&](HDC dc) {
         const SavedDC untouched(dc);
         FillRect(dc, &client, background);
         draw(dc, client);
     };
-    if (buffer) paint(buffer);
-    if (mode.children) PaintChildren(message.window, target, client, target.IsBegunHere() ? background : nullptr);
-    if (mode.siblings) SpareSiblings(message.window, target, client);
-    if (!buffer) {
-        paint(target);
+    if (mode.buffered) {
+        const BackBuffer buffer(target, {client.right, client.bottom});
+        paint(buffer ? HDC{buffer} : HDC{target});
+        if (buffer) BitBlt(target, 0, 0, client.right, client.bottom, buffer, 0, 0, SRCCOPY);
     } else {
-        BitBlt(target, 0, 0, client.right, client.bottom, buffer, 0, 0, SRCCOPY);
+        paint(target);
     }
+    // Last: they may run code that ends this window, and draw to the buffer themselves.
+    for (const HWND child : children)
+        SendMessageW(child, WM_PAINT, 0, 0);
     return 0;
 }
+
+void DropPaintBuffer() noexcept { BackBuffer::Drop(); }
 
 LRESULT Erase(const Message& message) {
     const auto dc = reinterpret_cast<HDC>(message.wParam);
@@ -204,15 +254,14 @@ LRESULT Erase(const Message& message) {
     return 1;
 }
 
-void PaintItem(HWND owner, const DRAWITEMSTRUCT& item, HBRUSH background, DrawRef draw) {
+void PaintItem(const DRAWITEMSTRUCT& item, HBRUSH background, DrawRef draw) {
     const RECT& place = item.rcItem;
     const RECT area{0, 0, place.right - place.left, place.bottom - place.top};
     if (!item.hDC || area.right <= 0 || area.bottom <= 0) return;
-    const auto state = StateOf(owner);
-    const HDC buffer = state->item.Acquire(item.hDC, {area.right, area.bottom});
-    const SavedDC saved(buffer ? buffer : item.hDC);
-    if (!buffer) OffsetViewportOrgEx(item.hDC, place.left, place.top, nullptr);
-    const HDC dc = buffer ? buffer : item.hDC;
+    const BackBuffer buffer(item.hDC, {area.right, area.bottom});
+    const HDC dc = buffer ? HDC{buffer} : item.hDC;
+    const SavedDC saved(dc);
+    if (!buffer) OffsetViewportOrgEx(dc, place.left, place.top, nullptr);
     FillRect(dc, &area, background);
     draw(dc, area);
     if (buffer) BitBlt(item.hDC, place.left, place.top, area.right, area.bottom, buffer, 0, 0, SRCCOPY);

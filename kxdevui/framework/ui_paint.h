@@ -13,28 +13,14 @@ namespace kx::ui {
 
 struct Message;
 
-// A memory bitmap that is kept until another size is wanted.
-class KXDEVUI_API BackBuffer {
-public:
-    // A memory DC that goes with `reference` and holds a bitmap of at least that size; null when there is no room for
-    // one.
-    HDC Acquire(HDC reference, SIZE size) noexcept;
-
-private:
-    Bitmap m_bitmap;  // outlives the DC that it is selected into
-    MemoryDC m_dc;
-    SIZE m_size{};
-};
-
 // What a window owns. It is made when first asked for and freed with the window; whoever paints holds on to it, because
 // a child's painting may run code that destroys the window.
 struct WindowState {
-    BackBuffer client;           // of the whole client area
-    BackBuffer item;             // of the largest owner-drawn item
     bool painting = false;       // it and its children are being painted
     HDC erased = nullptr;        // the memory DC that it was last asked to erase
     bool hovered = false;        // a leave notice has been asked for
     WNDPROC previous = nullptr;  // of a subclassed child
+    void* object = nullptr;      // what ByState finds
     int running = 0;             // calls of that procedure that have not returned
     bool orphaned = false;       // its parent has gone meanwhile
     EKxLight light{};            // what a host has named it
@@ -78,16 +64,19 @@ struct PaintMode {
     bool buffered = true;  // not needed where nothing is drawn on the background: one fill cannot flicker
 };
 
-// Answers WM_PAINT and WM_PRINTCLIENT: fills the buffer with the brush, draws into it, and copies it to the DC of the
-// message, or to the window. A DC that was handed in gets the whole client area. Without a buffer, not wanted or not to
-// be had, everything is drawn straight to the target.
+// Answers WM_PAINT and WM_PRINTCLIENT: fills a buffer with the brush, draws into it, and copies it to the DC of the
+// message, or to the window. A DC that was handed in gets the whole client area. Without the buffer, not wanted, not to
+// be had or in use by a window whose drawing has led to this one's, everything is drawn straight to the target.
 KXDEVUI_API LRESULT Paint(const Message& message, PaintMode mode, HBRUSH background, DrawRef draw);
+
+// Lets go of the buffer, which is kept as large as it was ever wanted and is the thread's: the next to paint makes it.
+KXDEVUI_API void DropPaintBuffer() noexcept;
 
 // Answers WM_ERASEBKGND: nothing is erased, painting fills everything. With PaintMode::children it has to be this.
 KXDEVUI_API LRESULT Erase(const Message& message);
 
-// The same for an owner-drawn item of the control `owner`; `draw` gets the item's rectangle moved to (0, 0).
-KXDEVUI_API void PaintItem(HWND owner, const DRAWITEMSTRUCT& item, HBRUSH background, DrawRef draw);
+// The same for an owner-drawn item; `draw` gets the item's rectangle moved to (0, 0).
+KXDEVUI_API void PaintItem(const DRAWITEMSTRUCT& item, HBRUSH background, DrawRef draw);
 
 // What an owner-drawn button is asked to look like, as EKxButtonLook; hot where TrackHover follows the mouse over it.
 KXDEVUI_API int ButtonLook(const DRAWITEMSTRUCT& item);

@@ -194,6 +194,8 @@ void PositionPanel::SetTabStop(bool stop) {
 }
 
 void PositionPanel::RedrawButtons() const {
+    // While it is filled, mostly.
+    if (!IsWindowVisible(m_window)) return;
     // Null would mean all windows there are.
     for (const HWND button : m_buttons) {
         if (button) InvalidateRect(button, nullptr, FALSE);
@@ -445,7 +447,7 @@ void PositionPanel::FillFace(HDC dc) const {
 }
 
 void PositionPanel::DrawSetup(const DRAWITEMSTRUCT& item) const {
-    PaintItem(m_window, item, KX_GetSysColorBrush(COLOR_BTNFACE), [&](HDC dc, const RECT& area) {
+    PaintItem(item, KX_GetSysColorBrush(COLOR_BTNFACE), [&](HDC dc, const RECT& area) {
         const long side = std::lround(CKxGUILayoutManager::GetGuiZoom() * kSetupImage);
         const long shift = item.itemState & ODS_SELECTED ? 1 : 0;
         KX_DrawFlatButtonBackground(dc, area, IsEnabled() ? ButtonLook(item) : 0, COLOR_BTNFACE);

@@ -219,6 +219,7 @@ bool SpareIfBusy(HWND child) noexcept {
     const auto state = FindState(child);
     if (!state || state->running == 0) return false;
     SetWindowLongPtrW(child, GWLP_USERDATA, 0);
+    state->object = nullptr;
     state->orphaned = true;
     // Where the platform has no place for windows without a screen, a hidden one is out of the way as well.
     if (!SetParent(child, HWND_MESSAGE)) {

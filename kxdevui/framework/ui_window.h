@@ -155,6 +155,17 @@ struct ByUserData {
     static void WindowGone(HWND) noexcept {}
 };
 
+// The object in the state of a child, for one that has its user data to itself: a write saved, too.
+template <class T>
+struct ByState {
+    // The living object of a window, or null; ties the two.
+    static T* Find(HWND window) noexcept {
+        const auto state = FindState(window);
+        return state ? LivingObject<T>(state->object) : nullptr;
+    }
+    static void Bind(HWND window, T* object) { StateOf(window)->object = static_cast<RootOf<T>*>(object); }
+};
+
 // The object in the class's map of instances; in the window's user data as well, like any other.
 template <class T, std::map<HWND, T*>& Instances>
 struct ByInstances {
@@ -291,9 +302,10 @@ KXDEVUI_API LRESULT CallPrevious(const Message& message) noexcept;
 
 // The window procedure of a subclassed child. Not handled goes on to the previous procedure, if the child still lives;
 // without an object the previous procedure answers alone, or, with another Answer, it hears of its end only.
-template <class T, Handled (T::*Handle)(const Message&), Unbound Answer = Unbound::Default>
+template <class T, Handled (T::*Handle)(const Message&), Unbound Answer = Unbound::Default,
+          class Lookup = ByUserData<T>>
 LRESULT SubclassEntry(const Message& message) noexcept {
-    T* object = ByUserData<T>::Find(message.window);
+    T* object = Lookup::Find(message.window);
     if (!object && Answer != Unbound::Default && message.id != WM_DESTROY && message.id != WM_NCDESTROY) {
         // Otherwise it would be asked to paint for ever.
         if (message.id == WM_PAINT) ValidateRect(message.window, nullptr);

@@ -522,7 +522,7 @@ void CKxDevUI_Shutter::DrawButton(const DRAWITEMSTRUCT& item) const {
     const bool known = !m_requests->IsLost();
     const bool open = m_state && known, on = open && m_requests->ShowsHeld();
     const int look = ButtonLook(item) | (on ? eKxButtonLook_On : 0);
-    PaintItem(m_hWnd, item, KX_GetSysColorBrush(COLOR_3DFACE), [&](HDC dc, const RECT& area) {
+    PaintItem(item, KX_GetSysColorBrush(COLOR_3DFACE), [&](HDC dc, const RECT& area) {
         KX_DrawButtonBackground(dc, area, look, COLOR_BTNFACE);
         const int pressed = selected || on ? 1 : 0;
         RECT image{4, 4, (m_titleInButton ? area.bottom : area.right) - 4, area.bottom - 4};

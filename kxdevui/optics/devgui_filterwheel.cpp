@@ -360,7 +360,7 @@ void CKxDevUI_FilterWheel::OnDrawItem(const DRAWITEMSTRUCT& item) {
     const Filter* filter = m_inside->At(position);
     if (!filter) return;
     const bool current = m_inside->IsMarked(position);
-    PaintItem(m_inside->Window(), item, KX_GetSysColorBrush(COLOR_BTNFACE), [&](HDC dc, const RECT& area) {
+    PaintItem(item, KX_GetSysColorBrush(COLOR_BTNFACE), [&](HDC dc, const RECT& area) {
         RECT place = area;
         const long line = std::max(1L, CKxGUILayoutManager::Zoomed(1));
         const bool enabled = m_inside->IsEnabled() && !(item.itemState & ODS_DISABLED);

@@ -82,7 +82,7 @@ void CKxDevUI_Nosepiece::OnDrawItem(const DRAWITEMSTRUCT& item) {
     if (item.CtlID == UINT{kSetupId}) return m_inside->DrawSetup(item);
     const long position = static_cast<long>(item.CtlID) - kFirstButton;
     if (!m_inside->At(position)) return;
-    PaintItem(m_inside->Window(), item, KX_GetSysColorBrush(COLOR_BTNFACE), [&](HDC dc, const RECT& area) {
+    PaintItem(item, KX_GetSysColorBrush(COLOR_BTNFACE), [&](HDC dc, const RECT& area) {
         RECT place = area;
         // Where the device decides, a press promises nothing.
         const bool answers = m_inside->localSelect || !m_inside->deviceDriven;
@@ -97,7 +97,7 @@ void CKxDevUI_Nosepiece::OnDrawItem(const DRAWITEMSTRUCT& item) {
 void CKxDevUI_Nosepiece::OnDrawItem_Observation(const DRAWITEMSTRUCT& item) {
     const bool current = static_cast<int>(item.CtlID) - kFirstObservation == m_inside->observationMode;
     const HBRUSH face = KX_GetSysColorBrush(current ? COLOR_HIGHLIGHT : COLOR_BTNFACE);
-    PaintItem(m_inside->Window(), item, face, [&](HDC dc, const RECT& area) {
+    PaintItem(item, face, [&](HDC dc, const RECT& area) {
         const Selection font(dc, m_inside->LabelFont(current));
         const Selection pen(dc, m_inside->framePen.get());
         const Selection brush(dc, GetStockObject(NULL_BRUSH));

@@ -147,12 +147,7 @@ void CKxDevUI_ZStack::Destroy() {
     m_dirty = {};
 }
 
-void CKxDevUI_ZStack::DestroyGDIObjects() {
-    if (const auto state = FindState(m_hWnd)) {
-        state->client = {};
-        state->item = {};
-    }
-}
+void CKxDevUI_ZStack::DestroyGDIObjects() { DropPaintBuffer(); }
 
 bool CKxDevUI_ZStack::MadeWindow() const {
     const auto found = m_Instances.find(m_hWnd);

@@ -93,7 +93,7 @@ Handled CKxDevUI_ZStack::OnDrawItem(const DRAWITEMSTRUCT& item) {
     if (!isType && !isPiezo && item.CtlID != IDC_ZS_RELATIVE) return std::nullopt;
     const bool selected = isType && IsTypeSelected(item.CtlID, *kx::zstack::ShownOf(m_hWnd));
     const Look look{ShowsFocus(item), selected, ButtonLook(item) | (selected ? eKxButtonLook_On : 0)};
-    PaintItem(m_hWnd, item, KX_GetSysColorBrush(COLOR_BTNFACE), [&](HDC dc, const RECT& area) {
+    PaintItem(item, KX_GetSysColorBrush(COLOR_BTNFACE), [&](HDC dc, const RECT& area) {
         DrawFace(dc, area, look);
         RECT inside = area;
         if (look.Is(eKxButtonLook_Pressed)) OffsetRect(&inside, 1, 1);

@@ -383,11 +383,17 @@ BOOL CALLBACK FollowEach(HWND window, LPARAM) {
     return TRUE;
 }
 
+// Looking into each of them is a round trip under Wine.
+bool HasNothingInside(HWND window) {
+    return kx::IsClass(window, WC_BUTTONW) || kx::IsClass(window, WC_STATICW) || kx::IsClass(window, WC_EDITW);
+}
+
 }  // namespace
 
 void KX_FollowColorScheme(HWND window) {
     if (!IsWindow(window)) return;
     Follow(window);
-    EnumChildWindows(window, FollowEach, 0);
-    if (kx::IsOwnScheme()) RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+    if (!HasNothingInside(window)) EnumChildWindows(window, FollowEach, 0);
+    if (kx::IsOwnScheme() && IsWindowVisible(window))
+        RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
 }

@@ -167,7 +167,7 @@ TEST_F(Windows, AreCentredAndKeptInside) {
     EXPECT_FALSE(CKxUIHelper::AlignWnd(nullptr, anchor, eKxAlign_CenterAnchor, true, nullptr));
 }
 
-TEST_F(Windows, ShareTheToolTipOfTheirParent) {
+TEST_F(Windows, ShareTheToolTipOfTheirWindow) {
     const HWND a = Add(L"BUTTON", {0, 0, 20, 20}), b = Add(L"BUTTON", {30, 0, 50, 20});
     EXPECT_EQ(KX_CreateToolTipWindow(a, nullptr), nullptr) << "nothing to show, nothing to make";
     const HWND tip = KX_CreateToolTipWindow(a, L"one");
@@ -183,11 +183,17 @@ TEST_F(Windows, ShareTheToolTipOfTheirParent) {
     CKxGUILayoutManager::SetGuiZoom(1);
     KX_DeleteToolTip(b);
     EXPECT_EQ(SendMessageW(tip, TTM_GETTOOLCOUNT, 0, 0), 1);
-    // A panel's goes with the panel, although it belongs in truth to the window around.
     const HWND panel = Add(L"STATIC", {0, 40, 90, 70}), inside = AddChild(panel, L"BUTTON", 1, {0, 0, 20, 20});
-    const HWND own = KX_CreateToolTipWindow(inside, L"four");
+    EXPECT_EQ(KX_CreateToolTipWindow(inside, L"four"), tip);
+    SetParent(panel, nullptr);
+    SetWindowLongW(panel, GWL_STYLE, static_cast<LONG>(WS_POPUP));
+    const HWND other = KX_CreateToolTipWindow(inside, L"five");
+    EXPECT_EQ(SendMessageW(tip, TTM_GETTOOLCOUNT, 0, 0), 1) << "it stands in another window";
     DestroyWindow(panel);
-    EXPECT_TRUE(own != tip && !IsWindow(own) && IsWindow(tip));
+    EXPECT_TRUE(other != tip && !IsWindow(other) && !KX_GetToolTipWindow(inside));
+    KX_CreateToolTipWindow(b, L"six");
+    DestroyWindow(b);
+    EXPECT_EQ(SendMessageW(tip, TTM_GETTOOLCOUNT, 0, 0), 1) << "a tool that is gone";
 }
 
 // ---- The zoom ------------------------------------------------------------------------------------------------------
