@@ -153,10 +153,6 @@ bool IsAt(HWND button) {
     return GetWindowRect(button, &place) && (GetFocus() == button || PtInRect(&place, pointer));
 }
 
-void ActivateToolTip(HWND button, bool activate) {
-    if (const HWND tip = KX_GetToolTipWindow(button)) SendMessageW(tip, TTM_ACTIVATE, activate, 0);
-}
-
 }  // namespace
 
 void ObjectiveCards::Set(std::optional<SKxObjectiveCards> host) {
@@ -164,8 +160,20 @@ void ObjectiveCards::Set(std::optional<SKxObjectiveCards> host) {
     if (m_host) return;
     Hide();
     m_position = -1;
-    // One window serves all of the panel's buttons.
-    ActivateToolTip(m_panel.button(0), true);
+    GiveToolTipsBack();
+}
+
+// Others have their tooltips in the same window: they are off only while the pointer is on an objective.
+void ObjectiveCards::TakeToolTips(HWND button) {
+    const HWND tip = KX_GetToolTipWindow(button);
+    if (tip == m_toolTip) return;
+    GiveToolTipsBack();
+    m_toolTip = tip;
+    SendMessageW(tip, TTM_ACTIVATE, FALSE, 0);
+}
+
+void ObjectiveCards::GiveToolTipsBack() {
+    if (const HWND tip = std::exchange(m_toolTip, nullptr)) SendMessageW(tip, TTM_ACTIVATE, TRUE, 0);
 }
 
 // ---- When they come and go -----------------------------------------------------------------------------------------
@@ -177,8 +185,9 @@ void ObjectiveCards::Hear(HWND panel, const Message& message, long position) {
         // A button that cannot be used leaves the pointer to the panel.
         if (position < 0) {
             position = DisabledAt(panel, message.lParam);
-            if (position < 0) return LeaveDisabled(panel);
+            if (position < 0) return GiveToolTipsBack(), LeaveDisabled(panel);
         }
+        TakeToolTips(m_panel.button(position));
         // Some moves are none.
         if (position != m_position || message.lParam != std::exchange(m_pointer, message.lParam)) Come(panel, position);
         return;
@@ -186,7 +195,7 @@ void ObjectiveCards::Hear(HWND panel, const Message& message, long position) {
         // A press brings it as well.
         if (position >= 0 && GetKeyState(VK_LBUTTON) >= 0) Come(panel, position);
         return;
-    case WM_MOUSELEAVE:
+    case WM_MOUSELEAVE: GiveToolTipsBack(); [[fallthrough]];
     case WM_KILLFOCUS:
         if (position < 0) return LeaveDisabled(panel);
         if (position == m_position) Leave(panel);
@@ -205,7 +214,9 @@ void ObjectiveCards::Hear(HWND panel, const Message& message, long position) {
         KillTimer(panel, kTimer);
         if (std::exchange(m_waiting, false) && IsAt(m_panel.button(m_position))) Show(m_position);
         return;
-    case WM_NCDESTROY: return Leave(panel);
+    case WM_NCDESTROY:
+        if (position < 0) GiveToolTipsBack(), Leave(panel);
+        return;
     default: return;
     }
 }
@@ -224,10 +235,7 @@ long ObjectiveCards::DisabledAt(HWND panel, LPARAM point) const {
 // To a position, or about on it before its card is there.
 void ObjectiveCards::Come(HWND panel, long position) {
     if (position == m_position && !m_waiting) return;
-    if (position != m_position) {
-        Hide();
-        ActivateToolTip(m_panel.button(position), false);
-    }
+    if (position != m_position) Hide();
     m_position = position;
     m_waiting = true;
     SetTimer(panel, kTimer, RestMilliseconds(), nullptr);

@@ -26,7 +26,7 @@ public:
     explicit ObjectiveCards(Panel panel) : m_panel(std::move(panel)) {}
     ObjectiveCards(const ObjectiveCards&) = delete;
     ObjectiveCards& operator=(const ObjectiveCards&) = delete;
-    ~ObjectiveCards() { Hide(); }
+    ~ObjectiveCards() { GiveToolTipsBack(), Hide(); }
 
     // See CKxDevUI_Nosepiece::SetCards.
     void Set(std::optional<SKxObjectiveCards> host);
@@ -47,12 +47,15 @@ private:
     void Come(HWND panel, long position);
     void Leave(HWND panel);
     void LeaveDisabled(HWND panel);
+    void TakeToolTips(HWND button);
+    void GiveToolTipsBack();
 
     Panel m_panel;
     std::optional<SKxObjectiveCards> m_host;
-    long m_position = -1;    // that the pointer, or a key, has come to
-    bool m_waiting = false;  // whether its card is still to come
-    LPARAM m_pointer = 0;    // where that was
+    long m_position = -1;      // that the pointer, or a key, has come to
+    bool m_waiting = false;    // whether its card is still to come
+    HWND m_toolTip = nullptr;  // the window that is off meanwhile
+    LPARAM m_pointer = 0;      // where that was
 };
 
 }  // namespace kx::ui

@@ -136,6 +136,7 @@ struct Session : testing::Test {
                 if (device->SetSpeed(0), device->Device().GetDeviceState() == eKxDeviceState_Moving) return false;
         return true;
     }
+    void UseAndTakeBack();
     void Scale(WPARAM dpi) const {
         SendMessageW(window.Handle(), WM_DPICHANGED, MAKEWPARAM(dpi, dpi), 0);
         Pump();
@@ -145,7 +146,31 @@ struct Session : testing::Test {
     MainWindow window{microscope};
 };
 
+// Where lists and buttons have told the host something, it is all taken back.
+void Session::UseAndTakeBack() {
+    Do(window.CommandOf<LightPage>());
+    const auto state = [this] {
+        SetFocus(window.Handle());
+        return State();
+    };
+    const auto before = state();
+    for (const HWND each : WindowsIn(window.CurrentPage())) {
+        const HWND control = GetParent(each);
+        const bool isList = IsOf(control, L"KxDevUI_ComboBox") || IsOf(control, L"KxDevUI_ListBox");
+        const bool isButton = IsOf(control, L"KxDevUI_ImageButton") || IsOf(control, L"KxDevUI_CheckBox");
+        if (isList) SendMessageW(each, WM_KEYDOWN, VK_UP, 0);
+        if (isButton && TextOf(each) != L"The host refuses") SendMessageW(each, BM_CLICK, 0, 0);
+    }
+    int changes = 0;
+    for (; !TheRequests().NameToUndo().empty(); ++changes)
+        Do(MainWindow::cmdUndo);
+    EXPECT_EQ(changes, 7) << "four lists, the opening, the centring, the following";
+    EXPECT_EQ(state(), before);
+}
+
 TEST_F(Session, NothingIsLostThatIsSetSelectedScrolledOrHalfTyped) {
+    // The process has one window: first of all, while everything is as at first.
+    UseAndTakeBack();
     const int pages = static_cast<int>(window.Pages().size());
     for (int page = 0; page < pages; ++page) {
         const int here = MainWindow::cmdPage + page, there = MainWindow::cmdPage + (page + 1) % pages;
@@ -212,27 +237,6 @@ TEST_F(Session, ASetupThatTheHostAcceptsIsOnItsDevicesAndPanels) {
         EXPECT_EQ(panel.GetMagnification(row).str(), expected);
     }
     KX_SetMessageBoxHandler(nullptr, nullptr);
-}
-
-TEST_F(Session, TakesBackWhatListsAndButtonsWereTold) {
-    Do(window.CommandOf<LightPage>());
-    const auto state = [this] {
-        SetFocus(window.Handle());
-        return State();
-    };
-    const auto before = state();
-    for (const HWND each : WindowsIn(window.CurrentPage())) {
-        const HWND control = GetParent(each);
-        const bool isList = IsOf(control, L"KxDevUI_ComboBox") || IsOf(control, L"KxDevUI_ListBox");
-        const bool isButton = IsOf(control, L"KxDevUI_ImageButton") || IsOf(control, L"KxDevUI_CheckBox");
-        if (isList) SendMessageW(each, WM_KEYDOWN, VK_UP, 0);
-        if (isButton && TextOf(each) != L"The host refuses") SendMessageW(each, BM_CLICK, 0, 0);
-    }
-    int changes = 0;
-    for (; !TheRequests().NameToUndo().empty(); ++changes)
-        Do(MainWindow::cmdUndo);
-    EXPECT_EQ(changes, 7) << "four lists, the opening, the centring, the following";
-    EXPECT_EQ(state(), before);
 }
 
 }  // namespace
