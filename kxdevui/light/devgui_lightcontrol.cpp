@@ -157,7 +157,9 @@ bool LightControl::HandleMouseWheel(WPARAM wParam, LPARAM lParam) {
 
 void LightControl::Follow(const KxActivity& now, CDMApi_LogDevId device, int number) {
     const Alive alive(static_cast<CKxDevUI_Base*>(this));
-    m_shown = static_cast<std::size_t>(number);
+    const auto shown = static_cast<std::size_t>(number);
+    // The same may be told of another device; then its ring has to go.
+    if (std::exchange(m_shown, shown) != shown && m_hWnd) ShowRequests();
     m_locked = now.activity == EKxActivity::Locked;
     if (m_hWnd) Enable(m_hWnd, m_enabled && !m_locked);
     if (alive) m_requests->Tell(now, device);

@@ -16,7 +16,8 @@
 class KXDEVUI_API CKxDevUI_LightND : public kx::ui::LightControl {
 public:
     // No control shows more wheels, no wheel more positions: what is beyond is left out.
-    static constexpr int kMostWheels = 2, kMostPositions = kx::ui::RadioRow::kMost;
+    static constexpr int kMostWheels = 2;
+    static constexpr int kMostPositions = kx::ui::RadioRow::kMost;
 
     // 268 by 62 unzoomed pixels, titled "Neutral density", without wheels and shutter. A second wheel has its row below
     // the first, for which the control has to be 38 higher.

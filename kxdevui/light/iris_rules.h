@@ -38,7 +38,9 @@ KXDEVUI_API double ApertureFor(const std::vector<double>& table, int unit, doubl
 
 // The custom since Koehler: less and diffraction shows, more and the contrast goes. A coupled diaphragm takes the
 // middle.
-inline constexpr double kLeastPart = 0.7, kUsualPart = 0.75, kMostPart = 0.8;
+inline constexpr double kLeastPart = 0.7;
+inline constexpr double kUsualPart = 0.75;
+inline constexpr double kMostPart = 0.8;
 
 // The picture of an iris that is open so far (0 to 1), of six blades around a hole that turns as it grows, as SVG.
 // Colours are "#RRGGBB": of the blades, their edges, and what shines through; closed by a shutter, the hole is empty.
