@@ -100,6 +100,7 @@ bool CKxDevUI_LightND::Update(CDMApi_LogDevId id, const LightBand& what) {
 // True when there are more or fewer buttons than before.
 bool CKxDevUI_LightND::SetWheel(Wheel& wheel, const std::vector<double>& transmissions) {
     std::vector<CKxStringW> texts;
+    texts.reserve(transmissions.size());
     for (const double each : transmissions)
         texts.push_back(kx::nd::PercentText(each) + L"\n" + kx::nd::DensityText(each));
     wheel.transmissions = transmissions;
