@@ -50,7 +50,7 @@ void CKxSimIris::TurnLightOff() {
 }
 
 double CKxSimIris::GetStepAperture(long step) const {
-    return step >= 0 && step < GetStepCount() ? m_steps[static_cast<std::size_t>(step)] : 0;
+    return step >= 0 && step < static_cast<long>(m_steps.size()) ? m_steps[static_cast<std::size_t>(step)] : 0;
 }
 
 bool CKxSimIris::GetAperture(double& aperture) const {
