@@ -126,13 +126,15 @@ LightControl::~LightControl() = default;
 bool LightControl::MakeTitle(const Parts& parts, long room) {
     m_requests->Attach(parts.Window());
     Enable(parts.Window(), m_enabled && !m_locked);
-    return parts && parts.Label(m_label, kTitleId, m_title, {kEdge, 2, m_width - kSignRoom - room, 2 + kTitleHeight},
+    return parts && parts.Label(m_label, kTitleId, m_title, {kEdge, 2, Width() - kSignRoom - room, 2 + kTitleHeight},
                                 SS_ENDELLIPSIS);
 }
 
 bool LightControl::MakeShutter(const Parts& parts, POINT at) {
     return !m_hasShutter || m_shutter.Make(parts, {at.x, at.y, at.x + kShutterSide, at.y + kShutterSide});
 }
+
+long LightControl::Width() const noexcept { return std::clamp(m_width, 0L, 32767L); }
 
 bool LightControl::Finish(const Parts& parts) {
     if (parts) m_requests->Show();

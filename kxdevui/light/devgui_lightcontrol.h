@@ -88,6 +88,8 @@ protected:
     // it; the shutter, a button of 28 by 28. Where there is none, nothing is made. False when the control has gone.
     bool MakeTitle(const Parts& parts, long room = 0);
     bool MakeShutter(const Parts& parts, POINT at);
+    // The width for the parts, unzoomed: the nominal one, cut to what a window can have.
+    long Width() const noexcept;
     // Last of all that is made: shows how it is with the device. False as above.
     bool Finish(const Parts& parts);
     // Whether there is one, for the next time.

@@ -29,7 +29,7 @@ CKxDevUI_LightIris::~CKxDevUI_LightIris() { Binding::EndOwnWindow(this); }
 
 bool CKxDevUI_LightIris::Make(const Parts& parts) {
     return MakeTitle(parts) && MakeShutter(parts, {kLeft, kTop + 4}) &&
-           m_row.Make(parts, {HasShutter() ? kBesideShutter : kLeft, kTop, m_width - kRight, kTop + kHeight}) &&
+           m_row.Make(parts, {HasShutter() ? kBesideShutter : kLeft, kTop, Width() - kRight, kTop + kHeight}) &&
            Finish(parts);
 }
 

@@ -18,7 +18,7 @@ namespace {
 constexpr wchar_t kSource[] = L"devgui_lightiris2";
 constexpr int kRows[] = {10200, 10210}, kCouple = 10220, kNA = kTitleId + 3;
 // Unzoomed pixels; a row has its name above it.
-constexpr long kTop = 20, kName = 16, kRow = 38, kNext = 58, kLeft = 4, kBesideShutter = 38, kRight = 4, kReading = 120;
+constexpr long kTop = 20, kName = 16, kRow = 38, kNext = 58, kLeft = 4, kBesideShutter = 38, kRight = 4, kReading = 86;
 
 // Of two devices the one with which it is worse is shown.
 int WorseOf(const KxActivity& activity) {
@@ -60,7 +60,7 @@ CKxDevUI_LightIris2::~CKxDevUI_LightIris2() { Binding::EndOwnWindow(this); }
 
 bool CKxDevUI_LightIris2::Make(const Parts& parts) {
     const wchar_t* const names[] = {L"Field", L"Aperture"};
-    const long left = HasShutter() ? kBesideShutter : kLeft, right = m_width - kRight;
+    const long left = HasShutter() ? kBesideShutter : kLeft, right = Width() - kRight;
     if (!MakeTitle(parts) || !MakeShutter(parts, {kLeft, kTop + kName + 4})) return false;
     long top = kTop;
     for (std::size_t i = 0; i < m_rows.size(); ++i, top += kNext) {
@@ -69,7 +69,7 @@ bool CKxDevUI_LightIris2::Make(const Parts& parts) {
             !m_rows[i].row.Make(parts, {left, top + kName, right, top + kName + kRow}))
             return false;
     }
-    if (!parts.Label(kNA, L"", {right - kReading, kTop + kNext, right, kTop + kNext + kName}, SS_RIGHT) ||
+    if (!parts.Label(kNA, L"", {right - kReading, kTop + kNext, right, kTop + kNext + kName}) ||
         !m_couple.Make(parts, {left, top, right, top + kName}))
         return false;
     ShowNA();

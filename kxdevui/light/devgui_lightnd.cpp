@@ -17,7 +17,7 @@ namespace {
 constexpr wchar_t kSource[] = L"devgui_lightnd";
 constexpr int kProduct = kTitleId + 1;
 // Unzoomed pixels.
-constexpr long kTop = 22, kRow = 34, kNext = 38, kLeft = 4, kBesideShutter = 38, kRight = 4, kReading = 110, kSign = 18;
+constexpr long kTop = 22, kRow = 34, kNext = 38, kLeft = 4, kBesideShutter = 38, kRight = 4, kReading = 100, kSign = 18;
 
 }  // namespace
 
@@ -57,9 +57,9 @@ CKxDevUI_LightND::CKxDevUI_LightND()
 CKxDevUI_LightND::~CKxDevUI_LightND() { Binding::EndOwnWindow(this); }
 
 bool CKxDevUI_LightND::Make(const Parts& parts) {
-    const long left = HasShutter() ? kBesideShutter : kLeft, right = m_width - kRight;
+    const long left = HasShutter() ? kBesideShutter : kLeft, right = Width() - kRight;
     if (!MakeTitle(parts, kReading) || !MakeShutter(parts, {kLeft, kTop + 3}) ||
-        !parts.Label(kProduct, L"", {right - kReading - kSign, 2, right - kSign, 18}, SS_RIGHT))
+        !parts.Label(kProduct, L"", {right - kReading - kSign, 2, right - kSign, 18}))
         return false;
     long top = kTop;
     for (Wheel& each : m_wheels) {
