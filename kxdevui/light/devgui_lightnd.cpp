@@ -58,7 +58,7 @@ CKxDevUI_LightND::~CKxDevUI_LightND() { Binding::EndOwnWindow(this); }
 
 bool CKxDevUI_LightND::Make(const Parts& parts) {
     const long left = HasShutter() ? kBesideShutter : kLeft, right = Width() - kRight;
-    if (!MakeTitle(parts, kReading) || !MakeShutter(parts, {kLeft, kTop + 3}) ||
+    if (!MakeTitle(parts, kReading + kRight) || !MakeShutter(parts, {kLeft, kTop + 3}) ||
         !parts.Label(kProduct, L"", {right - kReading - kSign, 2, right - kSign, 18}))
         return false;
     long top = kTop;
