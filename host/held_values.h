@@ -56,6 +56,8 @@ struct HeldValues {
         bool follows = false, centres = false;
     };
     Diaphragm diaphragm;
+    // Whether the aperture diaphragm is sent where the objective wants it.
+    bool apertureFollows = false;
 
     // The Z series and its drives: focus and piezo.
     std::array<SKxSimZDrive, 2> drives{{{.rangeMin = 0, .rangeMax = 10000, .speed = 20, .from = 4000, .to = 4000},

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 
+#include <kxdevui/light/iris_rules.h>
+#include <kxdevui/light/nd_rules.h>
 #include <kxsystem/kx_time.h>
 
 #include "text.h"
@@ -35,6 +37,19 @@ Wish ByPlaces(Device& device, NameOf nameOf) {
 }
 
 std::wstring OnOrOff(double on) { return Text(on != 0 ? L"on" : L"off").str(); }
+
+std::wstring OpenOrClosed(double open) { return Text(open != 0 ? L"open" : L"closed").str(); }
+
+// Of what has a shutter of its own.
+template <class Device>
+Wish ByShutter(Device& device) {
+    Wish wish = WishOf(device, L"open");
+    wish.read = [&device] { return std::optional<double>(device.IsShutterOpen()); };
+    wish.ask = [&device](double open) { return device.SetShutter(open != 0); };
+    wish.text = OpenOrClosed;
+    wish.light = Light::More;
+    return wish;
+}
 
 // By the light that they let through.
 constexpr std::array kModes{eKxShutterMode_Aperture, eKxShutterMode_Soft, eKxShutterMode_Fast};
@@ -109,7 +124,7 @@ Wish OpeningOf(CKxSimShutter& shutter) {
         }
     };
     wish.ask = [&shutter](double open) { return shutter.SetOpen(open != 0); };
-    wish.text = [](double open) { return Text(open != 0 ? L"open" : L"closed").str(); };
+    wish.text = OpenOrClosed;
     wish.light = Light::More;
     return wish;
 }
@@ -121,6 +136,40 @@ Wish ApertureOf(CKxSimShutter& shutter) {
     wish.text = [](double percent) { return Formatted(L"%g %%", percent); };
     wish.light = Light::More;
     return wish;
+}
+
+Wish ApertureOf(CKxSimIris& iris) {
+    Wish wish = WishOf(iris, L"aperture");
+    wish.read = [&iris] {
+        double aperture = 0;
+        return iris.GetTarget(aperture) ? std::optional(aperture) : std::nullopt;
+    };
+    wish.ask = [&iris](double aperture) { return iris.SetAperture(aperture); };
+    wish.text = [unit = kx::iris::UnitText(iris.GetUnit())](double of) { return Formatted(L"%g %ls", of, unit); };
+    wish.light = Light::More;
+    return wish;
+}
+
+Wish OpeningOf(CKxSimIris& iris) { return ByShutter(iris); }
+Wish OpeningOf(CKxSimNDFilter& filter) { return ByShutter(filter); }
+
+// By the light that it lets through, so that undo knows what is more.
+Asked AttenuationOf(CKxSimNDFilter& filter, long wheel, long position) {
+    Wish wish = WishOf(filter, (L"wheel " + std::to_wstring(wheel)).c_str());
+    wish.read = [&filter, wheel]() -> std::optional<double> {
+        long at = 0;
+        if (!filter.GetTarget(wheel, at)) return std::nullopt;
+        return filter.GetTransmission(wheel, at);
+    };
+    wish.ask = [&filter, wheel](double through) {
+        for (long i = 0; i < filter.GetPositionCount(wheel); ++i) {
+            if (filter.GetTransmission(wheel, i) == through) return filter.MoveTo(wheel, i);
+        }
+        return false;
+    };
+    wish.text = [](double through) { return kx::nd::PercentText(through).str(); };
+    wish.light = Light::More;
+    return {wish, filter.GetTransmission(wheel, position)};
 }
 
 Asked ModeOf(CKxSimShutter& shutter, EKxShutterMode mode) {

@@ -1,7 +1,7 @@
 // What can be asked of the simulated devices. They have to live until Requests::Clear.
 #pragma once
 
-#include <kxdevices/kx_simdevices.h>
+#include <kxdevices/kx_simlight.h>
 
 #include "requests.h"
 
@@ -39,6 +39,12 @@ Wish PlaceOf(CKxSimZDrive& drive);
 Wish OpeningOf(CKxSimShutter& shutter);
 Wish ApertureOf(CKxSimShutter& shutter);
 Asked ModeOf(CKxSimShutter& shutter, EKxShutterMode mode);
+// An iris: how far it is open, in its unit, and its shutter.
+Wish ApertureOf(CKxSimIris& iris);
+Wish OpeningOf(CKxSimIris& iris);
+// Neutral density: what a wheel lets through, by its position; its shutter.
+Asked AttenuationOf(CKxSimNDFilter& filter, long wheel, long position);
+Wish OpeningOf(CKxSimNDFilter& filter);
 // A laser unit: the port that it uses, if it is one at a time; whether it uses a port; its power.
 Wish PortOf(CKxSimLaserOutput& laser);
 Wish UseOf(CKxSimLaserOutput& laser, long port);

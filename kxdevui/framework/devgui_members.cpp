@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include <kxdevui/framework/devgui.h>
 #include <kxdevui/framework/ui_window.h>
 
 namespace kx::ui {
@@ -98,9 +99,12 @@ int RadioRow::ClickedBy(int id, int code) const noexcept {
 bool MakePart(CKxDevUI_Base& part, const Parts& parts, const RECT& place) {
     if (!parts) return false;
     const HWND control = parts.Window();
-    const HWND window =
-        part.Create(control, place.left, place.top, place.right - place.left, place.bottom - place.top, true, true);
+    const long width = place.right - place.left, height = place.bottom - place.top;
+    const HWND window = part.Create(control, place.left, place.top, width, height, true, true);
     if (!parts) return false;
+    // One that has sized itself by the zoom would be zoomed once more.
+    if (const RECT made = RectInParent(window); made.right - made.left != width || made.bottom - made.top != height)
+        SetWindowPos(window, nullptr, 0, 0, width, height, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
     if (!IsWindowEnabled(control)) EnableWindow(window, FALSE);
     return static_cast<bool>(parts);
 }

@@ -26,6 +26,12 @@ struct ModeShutterBand {
     bool state = false;
     bool mode = false;
 };
+// Of the controls of irises, neutral density and lamps.
+struct LightBand {
+    // In this order.
+    bool structure = false;
+    bool state = false;
+};
 // Of CKxDevUI_Nosepiece.
 struct NosepieceBand {
     // In this order.

@@ -53,7 +53,16 @@ void PaintPushButton(HDC dc, HWND button, RECT client) {
                      (IsWindowEnabled(button) ? 0 : eKxButtonLook_Disabled);
     KX_DrawButtonBackground(dc, client, look, COLOR_BTNFACE);
     if (pushed) OffsetRect(&client, 1, 1);
-    DrawLabel(dc, button, client, DT_CENTER | DT_VCENTER | DT_SINGLELINE);
+    UINT format = DT_CENTER | DT_VCENTER | DT_SINGLELINE;
+    RECT text = client;
+    if (GetWindowLongW(button, GWL_STYLE) & BS_MULTILINE) {
+        // The platform centres a line alone.
+        format = DT_CENTER | DT_WORDBREAK;
+        RECT lines = client;
+        DrawTextW(dc, Label(button).text, -1, &lines, format | DT_CALCRECT);
+        text.top += (client.bottom - lines.bottom) / 2;
+    }
+    DrawLabel(dc, button, text, format);
     InflateRect(&client, -4, -4);
     DrawFocus(dc, button, client);
 }

@@ -145,7 +145,11 @@ Dims MeasureWindow(HWND window, WindowKind kind) noexcept {
     if (byClient) GetClientRect(window, &client);
     if (!isChild) return {0, 0, client.right, client.bottom};
     GetWindowRect(window, &rect);
-    Dims dims{0, 0, rect.right - rect.left, rect.bottom - rect.top};
+    // Of a window beyond the ends of all coordinates one of its edges comes round.
+    const auto length = [](long from, long to) {
+        return static_cast<long>(static_cast<unsigned long>(to) - static_cast<unsigned long>(from));
+    };
+    Dims dims{0, 0, length(rect.left, rect.right), length(rect.top, rect.bottom)};
     if (byClient) {
         dims.width = client.right;
         dims.height = client.bottom;

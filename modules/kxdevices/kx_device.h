@@ -22,6 +22,8 @@ enum EKxDeviceType : int {
     eKxDeviceType_LaserOutput = 12,
     eKxDeviceType_LightPath = 13,
     eKxDeviceType_TIRFMirror = 23,
+    eKxDeviceType_Iris = 31,
+    eKxDeviceType_NDFilter = 32,
     eKxDeviceType_FirstOwn = 1000,  // from here on: kinds of a host's own
 };
 
@@ -211,6 +213,67 @@ public:
     virtual double GetAperture() const { return 0; }
     virtual EKxShutterMode GetMode() const { return eKxShutterMode_Fast; }
     virtual bool GetModeAvailable(EKxShutterMode mode) const { return mode == eKxShutterMode_Fast; }
+};
+
+// What an iris limits: the part of the specimen that gets light, or the angles from which that comes.
+enum EKxDiaphragm : int {
+    eKxDiaphragm_Field = 0,
+    eKxDiaphragm_Aperture = 1,
+};
+
+// What the apertures of an iris are.
+enum EKxIrisUnit : int {
+    eKxIrisUnit_Percent = 0,      // of its widest diameter
+    eKxIrisUnit_Millimetres = 1,  // its diameter
+    eKxIrisUnit_Steps = 2,        // of its drive, of which nothing else is known
+};
+
+// An iris diaphragm with a drive, with or without a shutter before it.
+class KXDEVICES_API IKxDeviceIris : public IKxDevice {
+public:
+    // Always an iris.
+    static constexpr EKxDeviceType kKind = eKxDeviceType_Iris;
+    EKxDeviceType GetType() const final { return kKind; }
+
+    // What it limits, and in what its apertures count.
+    virtual EKxDiaphragm GetDiaphragm() const { return eKxDiaphragm_Field; }
+    virtual EKxIrisUnit GetUnit() const = 0;
+    // The apertures that it can be set to.
+    virtual long GetStepCount() const = 0;
+    virtual double GetStepAperture(long step) const = 0;
+    // Where it stands, also between two steps while it moves. Leaves `aperture` as it is, and returns false, while it
+    // is not known.
+    virtual bool GetAperture(double& aperture) const = 0;
+    // Where it was sent, which is where it stands once it is there. False when it cannot tell.
+    virtual bool GetTarget(double&) const { return false; }
+    // Of an aperture diaphragm: the numerical aperture of the light at its widest; 0 when that is not known.
+    virtual double GetWidestNA() const { return 0; }
+
+    // Whether there is a shutter, and whether that is open.
+    virtual bool HasShutter() const { return false; }
+    virtual bool IsShutterOpen() const { return false; }
+};
+
+// Neutral density in the light: a wheel or slider with attenuations, or several in series; with or without a shutter.
+class KXDEVICES_API IKxDeviceNDFilter : public IKxDevice {
+public:
+    // Always neutral density.
+    static constexpr EKxDeviceType kKind = eKxDeviceType_NDFilter;
+    EKxDeviceType GetType() const final { return kKind; }
+
+    // How many wheels the light goes through, how many positions one has, and what part of the light each lets through,
+    // from 0 to 1.
+    virtual long GetWheelCount() const { return 1; }
+    virtual long GetPositionCount(long wheel) const = 0;
+    virtual double GetTransmission(long wheel, long position) const = 0;
+    // Leaves `position` as it is, and returns false, while it is not known.
+    virtual bool GetPosition(long wheel, long& position) const = 0;
+    // Where a wheel was sent, which is where it stands once it is there. False when it cannot tell.
+    virtual bool GetTarget(long, long&) const { return false; }
+
+    // Whether there is a shutter, and whether that is open.
+    virtual bool HasShutter() const { return false; }
+    virtual bool IsShutterOpen() const { return false; }
 };
 
 // A drive that focuses, or a piezo: anything that stands somewhere along Z.

@@ -266,4 +266,75 @@ CKxDMApiBool DMApi::Shutter_GetModeAvailable(CDMApi_LogDevId id, EKxShutterMode 
     return Answer<IKxDeviceShutter>(id, __func__, [=](auto& device) { return device.GetModeAvailable(mode); });
 }
 
+// ---- Irises --------------------------------------------------------------------------------------------------------
+
+EKxDiaphragm DMApi::Iris_GetDiaphragm(CDMApi_LogDevId id) {
+    return Answer<IKxDeviceIris>(id, __func__, [](auto& device) { return device.GetDiaphragm(); });
+}
+EKxIrisUnit DMApi::Iris_GetUnit(CDMApi_LogDevId id) {
+    return Answer<IKxDeviceIris>(id, __func__, [](auto& device) { return device.GetUnit(); });
+}
+long DMApi::Iris_GetStepCount(CDMApi_LogDevId id) {
+    return Answer<IKxDeviceIris>(id, __func__, [](auto& device) { return device.GetStepCount(); });
+}
+double DMApi::Iris_GetStepAperture(CDMApi_LogDevId id, long step) {
+    return Answer<IKxDeviceIris>(id, __func__, [=](auto& device) { return device.GetStepAperture(step); });
+}
+CKxDMApiBool DMApi::Iris_GetAperture(CDMApi_LogDevId id, double* aperture) {
+    return Answer<IKxDeviceIris>(id, __func__, [=](auto& device) {
+        double value = 0;
+        const bool known = device.GetAperture(value);
+        return Give(aperture, known, value);
+    });
+}
+CKxDMApiBool DMApi::Iris_GetTarget(CDMApi_LogDevId id, double* aperture) {
+    return Answer<IKxDeviceIris>(id, __func__, [=](auto& device) {
+        double value = 0;
+        const bool known = device.GetTarget(value);
+        return Give(aperture, known, value);
+    });
+}
+double DMApi::Iris_GetWidestNA(CDMApi_LogDevId id) {
+    return Answer<IKxDeviceIris>(id, __func__, [](auto& device) { return device.GetWidestNA(); });
+}
+CKxDMApiBool DMApi::Iris_HasShutter(CDMApi_LogDevId id) {
+    return Answer<IKxDeviceIris>(id, __func__, [](auto& device) { return device.HasShutter(); });
+}
+CKxDMApiBool DMApi::Iris_IsShutterOpen(CDMApi_LogDevId id) {
+    return Answer<IKxDeviceIris>(id, __func__, [](auto& device) { return device.IsShutterOpen(); });
+}
+
+// ---- Neutral density -----------------------------------------------------------------------------------------------
+
+long DMApi::NDFilter_GetWheelCount(CDMApi_LogDevId id) {
+    return Answer<IKxDeviceNDFilter>(id, __func__, [](auto& device) { return device.GetWheelCount(); });
+}
+long DMApi::NDFilter_GetPositionCount(CDMApi_LogDevId id, long wheel) {
+    return Answer<IKxDeviceNDFilter>(id, __func__, [=](auto& device) { return device.GetPositionCount(wheel); });
+}
+double DMApi::NDFilter_GetTransmission(CDMApi_LogDevId id, long wheel, long position) {
+    return Answer<IKxDeviceNDFilter>(id, __func__,
+                                     [=](auto& device) { return device.GetTransmission(wheel, position); });
+}
+CKxDMApiBool DMApi::NDFilter_GetPosition(CDMApi_LogDevId id, long wheel, long* position) {
+    return Answer<IKxDeviceNDFilter>(id, __func__, [=](auto& device) {
+        long value = -1;
+        const bool known = device.GetPosition(wheel, value);
+        return Give(position, known, value);
+    });
+}
+CKxDMApiBool DMApi::NDFilter_GetTarget(CDMApi_LogDevId id, long wheel, long* position) {
+    return Answer<IKxDeviceNDFilter>(id, __func__, [=](auto& device) {
+        long value = -1;
+        const bool known = device.GetTarget(wheel, value);
+        return Give(position, known, value);
+    });
+}
+CKxDMApiBool DMApi::NDFilter_HasShutter(CDMApi_LogDevId id) {
+    return Answer<IKxDeviceNDFilter>(id, __func__, [](auto& device) { return device.HasShutter(); });
+}
+CKxDMApiBool DMApi::NDFilter_IsShutterOpen(CDMApi_LogDevId id) {
+    return Answer<IKxDeviceNDFilter>(id, __func__, [](auto& device) { return device.IsShutterOpen(); });
+}
+
 CKxDMApiBool DMApi::Grabber_GetActive() { return CKxDeviceRegistry::IsGrabberActive(); }

@@ -114,6 +114,26 @@ struct KXDEVICES_API DMApi {
     static EKxShutterMode Shutter_GetMode(CDMApi_LogDevId id);
     static CKxDMApiBool Shutter_GetModeAvailable(CDMApi_LogDevId id, EKxShutterMode mode);
 
+    // Of irises; outputs as above.
+    static EKxDiaphragm Iris_GetDiaphragm(CDMApi_LogDevId id);
+    static EKxIrisUnit Iris_GetUnit(CDMApi_LogDevId id);
+    static long Iris_GetStepCount(CDMApi_LogDevId id);
+    static double Iris_GetStepAperture(CDMApi_LogDevId id, long step);
+    static CKxDMApiBool Iris_GetAperture(CDMApi_LogDevId id, double* aperture);
+    static CKxDMApiBool Iris_GetTarget(CDMApi_LogDevId id, double* aperture);
+    static double Iris_GetWidestNA(CDMApi_LogDevId id);
+    static CKxDMApiBool Iris_HasShutter(CDMApi_LogDevId id);
+    static CKxDMApiBool Iris_IsShutterOpen(CDMApi_LogDevId id);
+
+    // Of neutral density; outputs as above.
+    static long NDFilter_GetWheelCount(CDMApi_LogDevId id);
+    static long NDFilter_GetPositionCount(CDMApi_LogDevId id, long wheel);
+    static double NDFilter_GetTransmission(CDMApi_LogDevId id, long wheel, long position);
+    static CKxDMApiBool NDFilter_GetPosition(CDMApi_LogDevId id, long wheel, long* position);
+    static CKxDMApiBool NDFilter_GetTarget(CDMApi_LogDevId id, long wheel, long* position);
+    static CKxDMApiBool NDFilter_HasShutter(CDMApi_LogDevId id);
+    static CKxDMApiBool NDFilter_IsShutterOpen(CDMApi_LogDevId id);
+
     // Whether a camera acquires images.
     static CKxDMApiBool Grabber_GetActive();
 };

@@ -1,6 +1,6 @@
 // The registry of devices, the answers of DMApi, and the simulated microscope.
 #include <bench/bench.h>
-#include <kxdevices/kx_simdevices.h>
+#include <kxdevices/kx_simlight.h>
 #include <kxsystem/kx_time.h>
 
 #include <limits>
@@ -52,6 +52,36 @@ TEST(DeviceRegistry, NumbersDevicesAndTells) {
                                           CallText("told", id, EKxDeviceChange::Removed));
     CKxSimShutter next(L"Next", eKxShutterType_Dia);
     EXPECT_GT(CKxDeviceRegistry::Add(next), id);
+}
+
+TEST(DMApi, AnswersFromWhatStandsInTheLight) {
+    const Clock clock(0u - 200);
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    CKxSimIris iris(L"Iris", {5, 50, nan, 100}, {eKxDiaphragm_Aperture, eKxIrisUnit_Millimetres, 0.9, true});
+    CKxSimNDFilter filter(L"Filters", {{1, 0.5}, {1, 0.1, 0.01}}, false);
+    const unsigned i = CKxDeviceRegistry::Add(iris), n = CKxDeviceRegistry::Add(filter);
+    double at = 7, to = 7;
+    EXPECT_FALSE(iris.SetAperture(nan) || DMApi::Iris_GetAperture(n, &at) || at != 7);
+    EXPECT_TRUE(iris.SetAperture(40) && iris.SetShutter(true) && DMApi::Iris_GetTarget(i, &to));
+    Clock::now += 300;  // half of four steps
+    EXPECT_TRUE(DMApi::Iris_GetAperture(i, &at) && DMApi::Iris_HasShutter(i) && DMApi::Iris_IsShutterOpen(i));
+    EXPECT_EQ(CallText("", at, to, DMApi::Iris_GetStepCount(i), DMApi::Iris_GetStepAperture(i, 1),
+                       DMApi::Iris_GetWidestNA(i)),
+              "(75, 50, 4, 50, 0.9)");
+    EXPECT_TRUE(DMApi::Iris_GetDiaphragm(i) == eKxDiaphragm_Aperture && DMApi::Iris_GetUnit(i) == 1);
+    iris.Stop(), iris.TurnLightOff();
+    EXPECT_FALSE(DMApi::Iris_GetAperture(i, &at) || at != 75 || DMApi::Iris_IsShutterOpen(i));
+
+    long in = 7, next = 7;
+    EXPECT_FALSE(filter.MoveTo(0, 2) || filter.MoveTo(2, 0) || filter.SetShutter(true));
+    EXPECT_TRUE(filter.MoveTo(1, 2) && DMApi::NDFilter_GetTarget(n, 1, &next));
+    EXPECT_FALSE(DMApi::NDFilter_GetPosition(n, 1, &in) || in != 7 || next != 2) << "on its way";
+    Clock::now += 300, filter.Tick();
+    EXPECT_TRUE(DMApi::NDFilter_GetPosition(n, 1, &in) && in == 2 && !DMApi::NDFilter_GetPosition(n, 2, &in));
+    EXPECT_EQ(CallText("", DMApi::NDFilter_GetWheelCount(n), DMApi::NDFilter_GetPositionCount(n, 1),
+                       DMApi::NDFilter_GetTransmission(n, 1, 2), DMApi::NDFilter_GetTransmission(n, 1, 3)),
+              "(2, 3, 0.01, 0)");
+    EXPECT_FALSE(DMApi::NDFilter_HasShutter(n) || DMApi::NDFilter_IsShutterOpen(n));
 }
 
 TEST(DMApi, AnswersWhatItCannotKnowWithNothing) {
