@@ -53,6 +53,12 @@ void EnableAll(HWND window, bool enable) {
     }
 }
 
+KeepsFocus::KeepsFocus(HWND window) noexcept : m_window(window), m_had(IsChild(window, GetFocus()) != FALSE) {}
+
+KeepsFocus::~KeepsFocus() {
+    if (m_had && !GetFocus() && IsWindow(m_window) && IsWindowEnabled(m_window)) ::SetFocus(m_window);
+}
+
 // ---- The root of small controls -----------------------------------------------------------------------------------
 
 Control::Control(Class& own, const Design& design) : m_class(&own) {
