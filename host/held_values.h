@@ -10,6 +10,7 @@
 
 #include <kxdevices/kx_simdevices.h>
 #include <kxdevices/kx_zstackdata.h>
+#include <kxdevui/optics/multilaser_rules.h>
 
 struct HeldValues {
     struct Lamp {
@@ -57,6 +58,14 @@ struct HeldValues {
         bool follows = false, centres = false, refuses = false;
     };
     Diaphragm diaphragm;
+
+    // How the powers of the laser lines are shown, and whether the lines are linked.
+    struct Lasers {
+        EKxPowerScale scale = EKxPowerScale::Logarithmic;
+        EKxPowerUnit unit = EKxPowerUnit::Percent;
+        bool linked = false;
+    };
+    Lasers lasers;
 
     // The Z series and its drives: focus and piezo.
     std::array<SKxSimZDrive, 2> drives{{{.rangeMin = 0, .rangeMax = 10000, .speed = 20, .from = 4000, .to = 4000},

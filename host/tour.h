@@ -46,6 +46,7 @@ private:
     void PlanShutters();
     void PlanModeShutter();
     void PlanField();
+    void PlanLasers();
     void PlanBench();
 
     void Do(std::function<void()> step);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <kxdevices/kx_simdevices.h>
+#include <kxdevices/kx_simlaserengine.h>
 
 #include "requests.h"
 
@@ -43,6 +44,11 @@ Asked ModeOf(CKxSimShutter& shutter, EKxShutterMode mode);
 Wish PortOf(CKxSimLaserOutput& laser);
 Wish UseOf(CKxSimLaserOutput& laser, long port);
 Wish PowerOf(CKxSimLaserOutput& laser, const CKxStringW& unit);
+
+// A laser engine: whether a line is on, its power; the subset that is in use, or whether one is.
+Wish UseOf(CKxSimLaserEngine& engine, long line);
+Wish PowerOf(CKxSimLaserEngine& engine, long line);
+Wish SubsetOf(CKxSimLaserEngine& engine, long subset);
 
 // Where a drive that is a value is to go.
 Wish PlaceOf(SKxSimZDrive& drive, const wchar_t* name);

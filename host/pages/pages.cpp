@@ -4,6 +4,7 @@
 #include "color_page.h"
 #include "controls_page.h"
 #include "light_page.h"
+#include "lasers_page.h"
 #include "optics_page.h"
 #include "stand_page.h"
 #include "zseries_page.h"
@@ -16,6 +17,7 @@ std::vector<std::unique_ptr<Page>> MakePages(HostMicroscope& microscope, Gallery
     pages.push_back(std::make_unique<OpticsPage>(devices));
     pages.push_back(std::make_unique<LightPage>());
     pages.push_back(std::make_unique<ColorPage>());
+    pages.push_back(std::make_unique<LasersPage>());
     pages.push_back(std::make_unique<ZSeriesPage>());
     return pages;
 }

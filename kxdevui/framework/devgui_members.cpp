@@ -95,11 +95,24 @@ int RadioRow::ClickedBy(int id, int code) const noexcept {
     return code == BN_CLICKED && id >= m_first && id < m_first + Count() ? id - m_first : -1;
 }
 
+namespace {
+
+// The window in which a part is being made.
+HWND& PartsIn() {
+    static HWND window = nullptr;
+    return window;
+}
+
+}  // namespace
+
+bool IsMakingPartIn(HWND window) noexcept { return window && window == PartsIn(); }
+
 bool MakePart(CKxDevUI_Base& part, const Parts& parts, const RECT& place) {
     if (!parts) return false;
-    const HWND control = parts.Window();
+    const HWND control = parts.Window(), outer = std::exchange(PartsIn(), control);
     const HWND window =
         part.Create(control, place.left, place.top, place.right - place.left, place.bottom - place.top, true, true);
+    PartsIn() = outer;
     if (!parts) return false;
     if (!IsWindowEnabled(control)) EnableWindow(window, FALSE);
     return static_cast<bool>(parts);

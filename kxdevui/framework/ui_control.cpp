@@ -87,10 +87,11 @@ HWND Control::MakeAt(const Creation& creation, HWND parent, POINT at, SIZE size)
 }
 
 HWND Control::Create(HWND parent, long x, long y, long cx, long cy, bool, bool) {
+    const bool isPart = IsMakingPartIn(parent);
     return Creation::Of(this, [&](const Creation& creation) -> HWND {
         const HWND window = MakeAt(creation, parent, {x, y}, {cx, cy});
         if (!window) return nullptr;
-        RegisterZoom(window);
+        if (!isPart) RegisterZoom(window);
         return creation.Done(this, window);
     });
 }

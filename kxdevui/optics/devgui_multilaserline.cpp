@@ -53,19 +53,22 @@ Thumb::CKxDevUI_MultiLaserLineHPot() {
 void Thumb::SetScale(EKxPowerScale scale) {
     m_powers = scale;
     InitValues(0, LastPlace(scale), 1, 1, 0);
-    SetValue(PlaceOf(m_powers, m_power), false);
+    SetPower(m_power);
 }
 
-void Thumb::SetColor(COLORREF color) {
-    if (!m_lamp.ofScheme && m_lamp.high == color) return;
+bool Thumb::SetColor(COLORREF color) {
+    if (!m_lamp.ofScheme && m_lamp.high == color) return false;
     m_lamp.ofScheme = false;
     m_lamp.low = m_lamp.high = color;
     Redraw();
+    return true;
 }
 
+// SetValue would take places less than 0.001 apart for the same.
 void Thumb::SetPower(double percent) {
     m_power = percent;
-    SetValue(PlaceOf(m_powers, percent), false);
+    m_held.value = PlaceOf(m_powers, percent);
+    Update(true, false, true);
 }
 
 // What is held in the end is what the line holds, be it the old power.
@@ -258,7 +261,8 @@ void CKxDevUI_MultiLaserLine::ShowPower() {
 
 void CKxDevUI_MultiLaserLine::ShowLight() {
     if (!m_slider) return;
-    m_slider.SetColor(Color());
+    const RECT point = Zoomed(kPoint);
+    if (m_slider.SetColor(Color())) InvalidateRect(m_hWnd, &point, TRUE);
     const EKxLight light = m_line.on ? EKxLight::On : EKxLight::Off;
     if (KX_GetLight(m_slider) != light) KX_TellLight(m_slider, light);
     KxMeasured measured;
@@ -268,8 +272,6 @@ void CKxDevUI_MultiLaserLine::ShowLight() {
     const WPARAM wanted = m_line.on ? BST_CHECKED : BST_UNCHECKED;
     if (SendMessageW(button, BM_GETCHECK, 0, 0) != static_cast<LRESULT>(wanted))
         SendMessageW(button, BM_SETCHECK, wanted, 0);
-    const RECT point = Zoomed(kPoint);
-    InvalidateRect(m_hWnd, &point, TRUE);
 }
 
 // What is disabled may take the focus to a host's window.

@@ -47,9 +47,9 @@ public:
 
         // Whom to tell.
         void SetOwner(CKxDevUI_MultiLaserLine* owner) { m_owner = owner; }
-        // The scale, on which the power stays; the colour of the light.
+        // The scale, on which the power stays; the colour of the light: true for another one.
         void SetScale(EKxPowerScale scale);
-        void SetColor(COLORREF color);
+        bool SetColor(COLORREF color);
         // In percent, as it was set: the thumb stands where that is, also between two places.
         void SetPower(double percent);
         double GetPower() const noexcept { return m_power; }

@@ -2,7 +2,9 @@
 #include "subject.h"
 
 #include <kxdevices/kx_simlaserengine.h>
+#include <kxdevui/optics/devgui_multilaser.h>
 #include <kxdevui/optics/devgui_multilaserline.h>
+#include <kxdevui/optics/devgui_multilasersubset.h>
 
 namespace kx::test {
 namespace {
@@ -40,14 +42,16 @@ struct Line : Telling<CKxDevUI_MultiLaserLine> {
     void OnViewChanged() override { Tell("OnView"); }
 };
 
-// What the subjects of this folder have in common. The host's texts are the lines' names and reasons, and what they
-// begin with.
+// What the subjects of this folder have in common. The host's texts are the lines' names and reasons; numbers with
+// their units are the same in all languages.
 template <class T>
 struct LaserSubject : SubjectOf<T> {
     using Root = SubjectOf<T>;
 
     LaserSubject() { CKxDeviceRegistry::Add(engine_); }
-    std::vector<std::wstring> OwnTexts() const override { return {L"Lamp", L"%", L"mW", L"405 nm", L"561 nm"}; }
+    std::vector<std::wstring> OwnTexts() const override {
+        return {L"Lamp", L"mW", L"0", L"1", L"2", L"3", L"4", L"5", L"6", L"7", L"8", L"9"};
+    }
     std::vector<Exception> Exceptions() const override {
         return {{Law::Disabled, "Button", "is down, where Wine's themed push-like buttons look alike"}};
     }
@@ -80,7 +84,61 @@ struct LineSubject : LaserSubject<Line> {
     }
 };
 
+template <class Control>
+struct SetOf : Telling<Control> {
+    using Telling<Control>::Tell;
+
+    void OnLinePowerChangeRequest(long, double percent, bool& veto) override { veto = percent > 50, Tell("OnPower"); }
+    void OnLineStateChangeRequest(long, bool on, bool& veto) override { veto = on, Tell("OnState"); }
+    void OnSoloRequest(long line, bool& veto) override { veto = line == 1, Tell("OnSolo"); }
+    void OnAllOffRequest(bool&) override { Tell("OnAllOff"); }
+    void OnLinkChangeRequest(double factor, const std::vector<SKxLinkedPower>&, bool& veto) override {
+        veto = factor > 100, Tell("OnLink");
+    }
+    void OnViewChanged() override { Tell("OnView"); }
+};
+
+struct Subsets : SetOf<CKxDevUI_MultiLaserSubset> {
+    void OnSubsetChangeRequest(long subset, bool, bool& veto) override { veto = subset == 2, Tell("OnSubset"); }
+};
+
+template <class T>
+struct SetSubject : LaserSubject<T> {
+    using LaserSubject<T>::control_, LaserSubject<T>::engine_;
+
+    void Make(HWND parent) override {
+        control_->Create(parent, 10, 10, 540, 190, true, true);
+        if (control_) control_->Update(engine_.GetLogDevId());
+    }
+    void Change(int n) override {
+        if (n % 2) control_->SetLines(std::vector<SKxLaserLine>(static_cast<std::size_t>(n % 5), Lamp(500, 10)));
+    }
+    std::vector<Operation> MakeOperations() override {
+        return {
+            {"lines",
+             [this](Random& r) {
+                 std::vector<SKxLaserLine> lines;
+                 for (int i = r.OneIn(16) ? 70 : r.Between(0, 5); i > 0; --i)
+                     lines.push_back(AnyLine(r));
+                 control_->SetLines(lines);
+             }},
+            {"a scale", this->Do(&T::SetScale, Within(0, 1))},
+            {"a unit", this->Do(&T::SetUnit, Within(0, 1))},
+            {"a link", this->Do(&T::SetLinked, Flag)},
+            {"the wheel", [this](Random& r) { control_->HandleMouseWheel(MAKEWPARAM(0, r.Between(-2, 2) * 120), 0); }},
+            {"an update",
+             [this](Random& r) {
+                 Move(engine_, r);
+                 control_->Update(engine_.GetLogDevId() + r.OneIn(8));
+             }},
+            {"a life of requests", [this](Random& r) { TellAnyActivity(*control_, r); }},
+        };
+    }
+};
+
 const Registered<LineSubject> line("laser line");
+const Registered<SetSubject<SetOf<CKxDevUI_MultiLaser>>> set("laser set");
+const Registered<SetSubject<Subsets>> subsets("laser subsets");
 
 }  // namespace
 }  // namespace kx::test
