@@ -4,14 +4,6 @@
 
 #include "../held_values.h"
 #include "../light_devices.h"
-#include "../pages/page.h"
-
-namespace {
-
-const OnPage<LaserEnginePanel> s_engine(L"Lasers", {544, 290});
-const OnPage<LaserLinePanel> s_line(L"Lasers", {544, 92});
-
-}  // namespace
 
 // ---- The engine ----------------------------------------------------------------------------------------------------
 

@@ -3,7 +3,6 @@
 
 #include "../main_window.h"
 #include "../pages/lasers_page.h"
-#include "../panels/laserengine_panel.h"
 #include "../resources/resource.h"
 
 void Tour::PlanLasers() {

@@ -216,6 +216,7 @@ CKxStringW CKxDevUI_MultiLaserLine::InfoText() const {
     const auto because = [&](const wchar_t* what) {
         return m_line.reason.IsEmpty() ? Translated(what) : Translated(what) + L"\n" + m_line.reason;
     };
+    if (!m_line.interlock && !m_line.usable && !m_line.reason.IsEmpty()) return m_line.reason;
     if (m_line.interlock) return because(L"Interlock open");
     if (!m_line.usable) return because(L"Not in use");
     if (m_line.state == eKxDeviceState_Faulty) return because(L"Failed");

@@ -91,7 +91,7 @@ void CKxDevUI_MultiLaserSubset::ShowLines() {
             active |= each.active;
             if (!without) without = &each;
         }
-        if (active || !without) continue;
+        if (active || !without || lines[i].interlock) continue;
         lines[i].usable = false;
         lines[i].reason = without->reason;
         if (!without->usable && !without->reason.IsEmpty()) continue;
