@@ -14,6 +14,9 @@ void Tour::PlanLasers() {
         return [=] { return GetDlgItem(GetDlgItem(part(10203)(), 10204), id); };
     };
     const auto of = [plate](int row, int id) -> Find { return [=] { return GetDlgItem(plate(10300 + row)(), id); }; };
+    const auto line = [this](int id) -> Find {
+        return [=, this] { return GetDlgItem(m_window.PageOf<LasersPage>().First<LaserLinePanel>()->Panel(), id); };
+    };
     const auto box = [panel](int id) -> Find { return [=] { return GetDlgItem(panel(), id); }; };
     const auto settled = [this] {
         m_steps.push_back([] { return LaserEnginePanel::Engine().GetDeviceState() == eKxDeviceState_Ready; });
@@ -27,6 +30,8 @@ void Tour::PlanLasers() {
         Drag(of(row, 10201), 10, 40 + 15 * row);
         Click(of(row, 10202));
     }
+    Click(line(10202));
+    Drag(line(10201), 5, 60);
     settled();
     Picture(L"71-lasers-on");
     Click(plate(10403));

@@ -298,8 +298,7 @@ KxActivity CKxDevUI_MultiLaserLine::ActivityNow() const {
 }
 
 void CKxDevUI_MultiLaserLine::ShowRequests() const {
-    const RECT sign = SignPlace();
-    InvalidateRect(m_hWnd, &sign, TRUE);
+    InvalidateRect(m_hWnd, nullptr, TRUE);
     InvalidateRect(m_slider, nullptr, FALSE);
 }
 

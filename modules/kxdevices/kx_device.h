@@ -179,15 +179,15 @@ struct SKxLaserLine {
     CKxStringW name = {};
     double wavelength = 0;  // nanometres; 0 while it is not known
     bool on = false;
-    double power = 0;                              // as it was asked for
-    double limit = 100;                            // the most that may be asked for
-    double fullPower = 0;                          // milliwatts at 100 %; 0 while it is not known
-    std::optional<double> measured = {};           // what leaves the line
-    std::optional<double> gain = {};               // of its acousto-optic filter, in percent
-    EKxDeviceState state = eKxDeviceState_Ready;   // settles, has failed
-    bool interlock = false;                        // an open interlock keeps it dark
-    bool usable = true;                            // can be operated
-    CKxStringW reason = {};                        // why it has failed, is kept dark, cannot be operated
+    double power = 0;                             // as it was asked for
+    double limit = 100;                           // the most that may be asked for
+    double fullPower = 0;                         // milliwatts at 100 %; 0 while it is not known
+    std::optional<double> measured = {};          // what leaves the line
+    std::optional<double> gain = {};              // of its acousto-optic filter, in percent
+    EKxDeviceState state = eKxDeviceState_Ready;  // settles, has failed
+    bool interlock = false;                       // an open interlock keeps it dark
+    bool usable = true;                           // can be operated
+    CKxStringW reason = {};                       // why it has failed, is kept dark, cannot be operated
 
     bool operator==(const SKxLaserLine&) const = default;
 };

@@ -58,8 +58,7 @@ TEST_F(MultiLaserLine, AsksForEachActAndObeys) {
         {[&] { ::SetFocus(panel.Slider()), Key(VK_LEFT); }, "power(11) holds(12.25, true)"},
         {[&] { Click(panel.Button(), 8, 8); }, "on(false) holds(12.25, true)"},
         {refuse(false), " holds(12.25, true)"},
-        {[&] { panel.SetUnit(EKxPowerUnit::Milliwatts), panel.Enter(L"15"); },
-         "power(10) holds(10, true)"},
+        {[&] { panel.SetUnit(EKxPowerUnit::Milliwatts), panel.Enter(L"15"); }, "power(10) holds(10, true)"},
         {[&] { panel.SetPower(kNaN), panel.SetPower(500); }, " holds(100, true)"},
     });
 }
