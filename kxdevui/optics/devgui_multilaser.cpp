@@ -39,9 +39,7 @@ void ShowDown(HWND button, bool down) {
 
 bool MakeButton(const Parts& parts, int id, const wchar_t* text, const RECT& place) {
     HWND button = nullptr;
-    if (!parts.PushRadio(button, id, Translated(text), place, false)) return false;
-    SetWindowLongPtrW(button, GWL_STYLE, GetWindowLongPtrW(button, GWL_STYLE) | WS_TABSTOP | BS_NOTIFY);
-    return true;
+    return parts.PushRadio(button, id, Translated(text), place, false, nullptr, DWORD{WS_TABSTOP} | BS_NOTIFY);
 }
 
 }  // namespace
@@ -123,7 +121,8 @@ public:
                 return false;
             }
         }
-        m_inside.ShowSolo();
+        const auto isPlain = [](const auto& row) { return !row->GetLine().on && IsOperable(row->GetLine()); };
+        if (!std::all_of(m_inside.rows.begin(), m_inside.rows.end(), isPlain)) m_inside.ShowSolo();
         return static_cast<bool>(parts);
     }
     void Command(int id, int code) {

@@ -66,8 +66,10 @@ bool Thumb::SetColor(COLORREF color) {
 
 // SetValue would take places less than 0.001 apart for the same.
 void Thumb::SetPower(double percent) {
+    const double place = PlaceOf(m_powers, percent);
     m_power = percent;
-    m_held.value = PlaceOf(m_powers, percent);
+    if (place == m_held.value) return;
+    m_held.value = place;
     Update(true, false, true);
 }
 
@@ -121,21 +123,26 @@ CKxDevUI_MultiLaserLine::CKxDevUI_MultiLaserLine()
 
 CKxDevUI_MultiLaserLine::~CKxDevUI_MultiLaserLine() { Destroy(); }
 
+// What can be held without a window is set before there is one.
 bool CKxDevUI_MultiLaserLine::Make(const Parts& parts) {
     const long right = m_width - 186;
     m_requests->Attach(parts.Window());
-    HWND made = nullptr;
+    m_slider.SetColor(Color());
+    ShowPower();
+    HWND button = nullptr;
     if (!parts.Label(m_label, kTitleId, NameText(), {18, 4, 92, 38}) ||
-        !parts.PushRadio(made, kButtonId, Translated(L"On"), {96, 8, 132, 28}, false) ||
+        !parts.PushRadio(button, kButtonId, Translated(L"On"), {96, 8, 132, 28}, false, nullptr,
+                         DWORD{WS_TABSTOP} | BS_NOTIFY) ||
         !m_slider.Make(parts, {136, 0, std::max(right, 136L), m_height - 1}) ||
         !m_field.Make(parts, {right + 4, 8, right + 52, 28}) ||
         !parts.Label(kUnitId, UnitText(), {right + 56, 11, right + 76, 27}) ||
         !parts.Label(kInfoId, InfoText(), {right + 80, 4, m_width, 38})) {
         return false;
     }
-    SetWindowLongPtrW(made, GWL_STYLE, GetWindowLongPtrW(made, GWL_STYLE) | WS_TABSTOP | BS_NOTIFY);
     m_slider.SetTabStop(true);
-    Show();
+    ShowLight(button);
+    m_requests->Tell(ActivityNow());
+    if (parts && !IsOperable(m_line)) ShowUsable();
     if (parts) m_requests->Show();
     return static_cast<bool>(parts);
 }
@@ -177,7 +184,7 @@ void CKxDevUI_MultiLaserLine::SetScale(EKxPowerScale scale) {
     if (scale == m_scale) return;
     m_scale = scale;
     m_slider.SetScale(scale);
-    ShowLight();
+    ShowLight(PartAt(kButtonId));
 }
 
 void CKxDevUI_MultiLaserLine::SetUnit(EKxPowerUnit unit) {
@@ -240,7 +247,7 @@ void CKxDevUI_MultiLaserLine::Show() {
     const Alive alive(this);
     ShowTexts();
     ShowPower();
-    ShowLight();
+    ShowLight(PartAt(kButtonId));
     m_requests->Tell(ActivityNow());
     if (alive) ShowUsable();
 }
@@ -260,7 +267,7 @@ void CKxDevUI_MultiLaserLine::ShowPower() {
     m_field.Show(FieldValue());
 }
 
-void CKxDevUI_MultiLaserLine::ShowLight() {
+void CKxDevUI_MultiLaserLine::ShowLight(HWND button) {
     if (!m_slider) return;
     const RECT point = Zoomed(kPoint);
     if (m_slider.SetColor(Color())) InvalidateRect(m_hWnd, &point, TRUE);
@@ -269,7 +276,6 @@ void CKxDevUI_MultiLaserLine::ShowLight() {
     KxMeasured measured;
     if (m_line.on && m_line.measured) measured.measured = PlaceOf(m_scale, *m_line.measured);
     if (KX_GetMeasured(m_slider) != measured) KX_TellMeasured(m_slider, measured);
-    const HWND button = PartAt(kButtonId);
     const WPARAM wanted = m_line.on ? BST_CHECKED : BST_UNCHECKED;
     if (SendMessageW(button, BM_GETCHECK, 0, 0) != static_cast<LRESULT>(wanted))
         SendMessageW(button, BM_SETCHECK, wanted, 0);

@@ -119,7 +119,7 @@ private:
     void Show();
     void ShowPower();
     void ShowTexts();
-    void ShowLight();
+    void ShowLight(HWND button);
     void ShowUsable();
     void ShowRequests() const;
     KxActivity ActivityNow() const;

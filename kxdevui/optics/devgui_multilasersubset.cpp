@@ -42,8 +42,8 @@ bool CKxDevUI_MultiLaserSubset::Make(const Parts& parts) {
         const RECT place{width * i / count, 0, width * (i + 1) / count - kGap, kRow};
         const CKxStringW name =
             i < static_cast<long>(m_subsets.size()) ? m_subsets[static_cast<std::size_t>(i)].name : L"";
-        if (!parts.PushRadio(button, kFirstSubset + static_cast<int>(i), name, place, false)) return false;
-        SetWindowLongPtrW(button, GWL_STYLE, GetWindowLongPtrW(button, GWL_STYLE) | WS_TABSTOP);
+        if (!parts.PushRadio(button, kFirstSubset + static_cast<int>(i), name, place, false, nullptr, WS_TABSTOP))
+            return false;
     }
     if (!MakeBelow(parts, count > 0 ? kRow + kBelow : 0)) return false;
     ShowSubsets();
