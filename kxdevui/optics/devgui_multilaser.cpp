@@ -86,11 +86,11 @@ protected:
         if (alive) m_owner.m_inside->ShowSolo();
     }
     void OnViewChanged() override {
-        CKxDevUI_MultiLaser& owner = m_owner;
-        const Alive alive(static_cast<CKxDevUI_Base*>(&owner));
-        owner.SetScale(GetScale());
-        owner.SetUnit(GetUnit());
-        if (alive) owner.OnViewChanged();
+        CKxDevUI_MultiLaser& set = m_owner;
+        const Alive alive(static_cast<CKxDevUI_Base*>(&set));
+        set.SetScale(GetScale());
+        set.SetUnit(GetUnit());
+        if (alive) set.OnViewChanged();
     }
     void OnFocused() override;
 

@@ -6,7 +6,7 @@
 
 #include <kxsystem/kx_time.h>
 
-CKxSimLaserEngine::CKxSimLaserEngine(const wchar_t* key, std::vector<SKxLaserLine> lines,
+CKxSimLaserEngine::CKxSimLaserEngine(const wchar_t* key, const std::vector<SKxLaserLine>& lines,
                                      std::vector<SKxLaserSubset> subsets, bool exclusive)
     : CKxSim(key), m_subsets(std::move(subsets)), m_exclusive(exclusive) {
     for (const SKxLaserLine& each : lines)

@@ -12,8 +12,8 @@ class KXDEVICES_API CKxSimLaserEngine : public CKxSim<IKxDeviceLaserEngine> {
 public:
     // Of the lines name, wavelength, limit, full power and gain are taken, and a power to begin with; all are off. The
     // first subset is active; `exclusive` says that one is at a time.
-    CKxSimLaserEngine(const wchar_t* key, std::vector<SKxLaserLine> lines, std::vector<SKxLaserSubset> subsets = {},
-                      bool exclusive = true);
+    CKxSimLaserEngine(const wchar_t* key, const std::vector<SKxLaserLine>& lines,
+                      std::vector<SKxLaserSubset> subsets = {}, bool exclusive = true);
 
     // Switches a line; false for one that is not there, and, switching on, while it fails, the interlock is open or the
     // line in no active subset.
