@@ -20,16 +20,20 @@ enum class EKxPowerUnit { Percent, Milliwatts };
 
 // A line that is to be switched on or off.
 struct SKxLaserSwitch {
+    // Its number; what it is to be.
     long line;
     bool on;
+    // Both the same.
     bool operator==(const SKxLaserSwitch&) const = default;
 };
 
 // A linked line and the power that it is to have.
 struct SKxLinkedPower {
+    // Its number; the power, in percent; whether that is above what it has now.
     long line;
     double power;
-    bool raised;  // above what it has now
+    bool raised;
+    // All the same.
     bool operator==(const SKxLinkedPower&) const = default;
 };
 
@@ -77,6 +81,7 @@ inline bool IsOperable(const SKxLaserLine& line) noexcept { return line.usable &
 
 // A linked line: the power that it has at a factor of 100 %, and its limit.
 struct Linked {
+    // Both in percent.
     double base;
     double limit;
 };

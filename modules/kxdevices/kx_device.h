@@ -176,30 +176,38 @@ public:
 
 // What one line of a laser engine tells. Powers are percent of the line's full power.
 struct SKxLaserLine {
+    // What it is called; in nanometres, 0 while it is not known.
     CKxStringW name = {};
-    double wavelength = 0;  // nanometres; 0 while it is not known
+    double wavelength = 0;
+    // Whether it is on; its power, as it was asked for; the most that may be asked for; milliwatts at 100 %, 0 while
+    // they are not known.
     bool on = false;
-    double power = 0;                             // as it was asked for
-    double limit = 100;                           // the most that may be asked for
-    double fullPower = 0;                         // milliwatts at 100 %; 0 while it is not known
-    std::optional<double> measured = {};          // what leaves the line
-    std::optional<double> gain = {};              // of its acousto-optic filter, in percent
-    EKxDeviceState state = eKxDeviceState_Ready;  // settles, has failed
-    bool interlock = false;                       // an open interlock keeps it dark
-    bool usable = true;                           // can be operated
-    CKxStringW reason = {};                       // why it has failed, is kept dark, cannot be operated
+    double power = 0;
+    double limit = 100;
+    double fullPower = 0;
+    // What leaves the line; the gain of its acousto-optic filter, in percent.
+    std::optional<double> measured = {};
+    std::optional<double> gain = {};
+    // Whether it settles or has failed, an open interlock keeps it dark, it can be operated; why, for each of these.
+    EKxDeviceState state = eKxDeviceState_Ready;
+    bool interlock = false;
+    bool usable = true;
+    CKxStringW reason = {};
 
+    // All of it the same.
     bool operator==(const SKxLaserLine&) const = default;
 };
 
 // Lines that share a fibre, a port or a combiner, and so are used together.
 struct SKxLaserSubset {
+    // What it is called; the numbers of its lines; whether it is in use, can be used; why not.
     CKxStringW name = {};
     std::vector<long> lines = {};
     bool active = false;
     bool usable = true;
-    CKxStringW reason = {};  // why it is not usable
+    CKxStringW reason = {};
 
+    // All of it the same.
     bool operator==(const SKxLaserSubset&) const = default;
 };
 
