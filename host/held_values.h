@@ -10,6 +10,7 @@
 
 #include <kxdevices/kx_simdevices.h>
 #include <kxdevices/kx_zstackdata.h>
+#include <kxdevui/light/multilaser_rules.h>
 
 struct HeldValues {
     struct Lamp {
@@ -58,6 +59,14 @@ struct HeldValues {
     Diaphragm diaphragm;
     // Whether the aperture diaphragm is sent where the objective wants it.
     bool apertureFollows = false;
+
+    // How the powers of the laser lines are shown, and whether the lines are linked.
+    struct Lasers {
+        EKxPowerScale scale = EKxPowerScale::Logarithmic;
+        EKxPowerUnit unit = EKxPowerUnit::Percent;
+        bool linked = false;
+    };
+    Lasers lasers;
 
     // The Z series and its drives: focus and piezo.
     std::array<SKxSimZDrive, 2> drives{{{.rangeMin = 0, .rangeMax = 10000, .speed = 20, .from = 4000, .to = 4000},

@@ -47,6 +47,7 @@ private:
     void PlanModeShutter();
     void PlanField();
     void PlanLamps();
+    void PlanLasers();
     void PlanBench();
 
     void Do(std::function<void()> step);

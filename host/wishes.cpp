@@ -51,6 +51,21 @@ Wish ByShutter(Device& device) {
     return wish;
 }
 
+// A property of a line of a laser engine, of which more is more light.
+Wish OfLine(CKxSimLaserEngine& engine, long line, const wchar_t* property) {
+    Wish wish = WishOf(engine, (std::to_wstring(line) + L" " + property).c_str());
+    SKxLaserLine told;
+    if (engine.GetLine(line, told)) wish.name = told.name.str() + Formatted(L" %g nm", told.wavelength);
+    wish.light = Light::More;
+    return wish;
+}
+
+template <class Of>
+std::optional<double> ToldOf(const CKxSimLaserEngine& engine, long line, Of of) {
+    SKxLaserLine told;
+    return engine.GetLine(line, told) ? std::optional<double>(of(told)) : std::nullopt;
+}
+
 // By the light that they let through.
 constexpr std::array kModes{eKxShutterMode_Aperture, eKxShutterMode_Soft, eKxShutterMode_Fast};
 constexpr std::array kModeNames{L"aperture", L"soft", L"fast"};
@@ -214,6 +229,36 @@ Wish PowerOf(CKxSimLaserOutput& laser, const CKxStringW& unit) {
     wish.ask = [&laser](double power) { return laser.SetPower(power); };
     wish.text = [unit](double power) { return Formatted(L"%.4g %ls", power, unit.c_str()); };
     wish.light = Light::More;
+    return wish;
+}
+
+Wish UseOf(CKxSimLaserEngine& engine, long line) {
+    Wish wish = OfLine(engine, line, L"use");
+    wish.read = [&engine, line] { return ToldOf(engine, line, [](const SKxLaserLine& told) { return told.on; }); };
+    wish.ask = [&engine, line](double on) { return engine.SetLineOn(line, on != 0); };
+    wish.text = OnOrOff;
+    return wish;
+}
+
+Wish PowerOf(CKxSimLaserEngine& engine, long line) {
+    Wish wish = OfLine(engine, line, L"power");
+    wish.read = [&engine, line] { return ToldOf(engine, line, [](const SKxLaserLine& told) { return told.power; }); };
+    wish.ask = [&engine, line](double percent) { return engine.SetLinePower(line, percent); };
+    wish.text = [](double percent) { return Formatted(L"%.4g %%", percent); };
+    return wish;
+}
+
+Wish SubsetOf(CKxSimLaserEngine& engine, long subset) {
+    Wish wish = WishOf(engine, (L"subset " + std::to_wstring(subset)).c_str());
+    SKxLaserSubset told;
+    if (engine.GetSubset(subset, told)) wish.name += L", " + told.name.str();
+    wish.read = [&engine, subset]() -> std::optional<double> {
+        SKxLaserSubset now;
+        return engine.GetSubset(subset, now) ? std::optional<double>(now.active) : std::nullopt;
+    };
+    wish.ask = [&engine, subset](double active) { return engine.SetSubsetActive(subset, active != 0); };
+    wish.text = OnOrOff;
+    wish.light = Light::Moves;
     return wish;
 }
 

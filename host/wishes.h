@@ -1,6 +1,8 @@
 // What can be asked of the simulated devices. They have to live until Requests::Clear.
 #pragma once
 
+#include <kxdevices/kx_simdevices.h>
+#include <kxdevices/kx_simlaserengine.h>
 #include <kxdevices/kx_simlight.h>
 
 #include "requests.h"
@@ -49,6 +51,11 @@ Wish OpeningOf(CKxSimNDFilter& filter);
 Wish PortOf(CKxSimLaserOutput& laser);
 Wish UseOf(CKxSimLaserOutput& laser, long port);
 Wish PowerOf(CKxSimLaserOutput& laser, const CKxStringW& unit);
+
+// A laser engine: whether a line is on, its power; the subset that is in use, or whether one is.
+Wish UseOf(CKxSimLaserEngine& engine, long line);
+Wish PowerOf(CKxSimLaserEngine& engine, long line);
+Wish SubsetOf(CKxSimLaserEngine& engine, long subset);
 
 // Where a drive that is a value is to go.
 Wish PlaceOf(SKxSimZDrive& drive, const wchar_t* name);

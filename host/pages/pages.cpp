@@ -5,6 +5,7 @@
 #include "controls_page.h"
 #include "lamp_page.h"
 #include "light_page.h"
+#include "lasers_page.h"
 #include "optics_page.h"
 #include "stand_page.h"
 #include "zseries_page.h"
@@ -18,6 +19,7 @@ std::vector<std::unique_ptr<Page>> MakePages(HostMicroscope& microscope, Gallery
     pages.push_back(std::make_unique<LightPage>());
     pages.push_back(std::make_unique<ColorPage>());
     pages.push_back(std::make_unique<LampPage>(devices));
+    pages.push_back(std::make_unique<LasersPage>());
     pages.push_back(std::make_unique<ZSeriesPage>());
     return pages;
 }

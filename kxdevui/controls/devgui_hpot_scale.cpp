@@ -202,7 +202,7 @@ RECT CKxDevUI_HPot::Inside::TraceRect() const {
 }
 
 CKxDevUI_HPot::Inside::Shown CKxDevUI_HPot::Inside::Showing() const {
-    return {slider.ThumbArea(), TraceRect(), Mark(), ThumbLook()};
+    return {slider.ThumbArea(), TraceRect(), Mark(), ThumbLook(), slider.m_thumbPos};
 }
 
 // Only where the thumb was and where it is, and the mark, in one call: each is a way to the window manager and back.
@@ -210,7 +210,8 @@ void CKxDevUI_HPot::Inside::InvalidateThumb(UINT flags) const {
     const WindowPart* part = Part();
     if (!part) return;
     const Shown now = Showing(), &was = part->shown;
-    const bool thumb = !EqualRect(&now.thumb, &was.thumb) || !EqualRect(&now.trace, &was.trace) || now.look != was.look;
+    const bool thumb = !EqualRect(&now.thumb, &was.thumb) || !EqualRect(&now.trace, &was.trace) ||
+                       now.look != was.look || now.position != was.position;
     const bool mark = !EqualRect(&now.mark, &was.mark);
     if (!thumb && !mark) return;
     const kx::ui::Region places(CreateRectRgn(0, 0, 0, 0));

@@ -114,8 +114,9 @@ KXDEVUI_API std::vector<Tick> Ticks(const Scale& scale, const TickSpace& space);
 
 // A value that a host wants to be marked on a scale.
 struct Mark {
-    double value;     // where
-    bool isLabelled;  // with its value below the tick
+    double value;             // where
+    bool isLabelled;          // with its value below the tick
+    std::wstring label = {};  // in the place of its value
 };
 
 // The ticks of a scale that has them at the marks alone, from left to right: one at each mark, however close they come,

@@ -293,13 +293,17 @@ std::vector<Tick> MarkTicks(const Scale& scale, std::span<const Mark> marks, con
     if (space.trackLength <= 0) return {};
     std::vector<Tick> labelled, plain;
     std::vector<double> shown;
+    std::vector<std::wstring> own;
     for (const Mark& mark : marks) {
         const Tick tick{ValueToThumbPos(scale, mark.value, space.trackLength), mark.isLabelled, {}, 0};
         if (!IsOnTrack(tick.position, space)) continue;
         (mark.isLabelled ? labelled : plain).push_back(tick);
-        if (mark.isLabelled) shown.push_back(mark.value);
+        if (mark.isLabelled) shown.push_back(mark.value), own.push_back(mark.label);
     }
-    PlaceLabels(labelled, Labels(shown), space, false);
+    std::vector<std::wstring> labels = Labels(shown);
+    for (std::size_t i = 0; i < own.size(); ++i)
+        if (!own[i].empty()) labels[i] = own[i];
+    PlaceLabels(labelled, labels, space, false);
     labelled.insert(labelled.end(), plain.begin(), plain.end());
     std::vector<Tick> ticks;
     for (Tick& tick : Sorted(std::move(labelled))) {

@@ -11,6 +11,8 @@ struct CKxDevUI_HPot::Inside : kx::hpot::Slider<Inside> {
     struct Shown {
         RECT thumb{}, trace{}, mark{};
         int look = -1;
+        // At the ends a badge, which is moved into the window, covers the thumb at several of them.
+        long position = 0;
     };
     struct WindowPart : kx::hpot::SliderPart {
         // As the window shows it.

@@ -96,11 +96,24 @@ int RadioRow::ClickedBy(int id, int code) const noexcept {
     return code == BN_CLICKED && id >= m_first && id < m_first + Count() ? id - m_first : -1;
 }
 
+namespace {
+
+// The window in which a part is being made.
+HWND& PartsIn() {
+    static HWND window = nullptr;
+    return window;
+}
+
+}  // namespace
+
+bool IsMakingPartIn(HWND window) noexcept { return window && window == PartsIn(); }
+
 bool MakePart(CKxDevUI_Base& part, const Parts& parts, const RECT& place) {
     if (!parts) return false;
-    const HWND control = parts.Window();
+    const HWND control = parts.Window(), outer = std::exchange(PartsIn(), control);
     const long width = place.right - place.left, height = place.bottom - place.top;
     const HWND window = part.Create(control, place.left, place.top, width, height, true, true);
+    PartsIn() = outer;
     if (!parts) return false;
     // One that has sized itself by the zoom would be zoomed once more.
     if (const RECT made = RectInParent(window); made.right - made.left != width || made.bottom - made.top != height)

@@ -52,6 +52,8 @@ private:
 // Makes a control in the window of another, in unzoomed pixels, and as enabled as that is; false when the outer one has
 // gone with that.
 KXDEVUI_API bool MakePart(CKxDevUI_Base& part, const Parts& parts, const RECT& place);
+// Whether that is going on in this window: what is made there stands unzoomed until all of it is there.
+KXDEVUI_API bool IsMakingPartIn(HWND window) noexcept;
 // Ends it before its object ends.
 KXDEVUI_API void EndPart(CKxDevUI_Base& part);
 

@@ -53,6 +53,12 @@ void EnableAll(HWND window, bool enable) {
     }
 }
 
+KeepsFocus::KeepsFocus(HWND window) noexcept : m_window(window), m_had(IsChild(window, GetFocus()) != FALSE) {}
+
+KeepsFocus::~KeepsFocus() {
+    if (m_had && !GetFocus() && IsWindow(m_window) && IsWindowEnabled(m_window)) ::SetFocus(m_window);
+}
+
 // ---- The root of small controls -----------------------------------------------------------------------------------
 
 Control::Control(Class& own, const Design& design) : m_class(&own) {
@@ -81,10 +87,11 @@ HWND Control::MakeAt(const Creation& creation, HWND parent, POINT at, SIZE size)
 }
 
 HWND Control::Create(HWND parent, long x, long y, long cx, long cy, bool, bool) {
+    const bool isPart = IsMakingPartIn(parent);
     return Creation::Of(this, [&](const Creation& creation) -> HWND {
         const HWND window = MakeAt(creation, parent, {x, y}, {cx, cy});
         if (!window) return nullptr;
-        RegisterZoom(window);
+        if (!isPart) RegisterZoom(window);
         return creation.Done(this, window);
     });
 }

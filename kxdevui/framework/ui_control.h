@@ -22,6 +22,21 @@ KXDEVUI_API LRESULT AnswerTextColor(const Message& message, bool enabled);
 // ended anything afterwards.
 KXDEVUI_API void EnableAll(HWND window, bool enable);
 
+// While it lives, parts of a window may be disabled or hidden; a focus that is lost to nobody by that goes to the
+// window, if that can be used.
+class KXDEVUI_API KeepsFocus {
+public:
+    // From here to the end of the scope.
+    explicit KeepsFocus(HWND window) noexcept;
+    ~KeepsFocus();
+    KeepsFocus(const KeepsFocus&) = delete;
+    KeepsFocus& operator=(const KeepsFocus&) = delete;
+
+private:
+    HWND m_window;
+    bool m_had;
+};
+
 // What a host has made of a request. Gone: it has ended the control, nothing of which may be touched.
 enum class Answer { Agreed, Refused, Gone };
 

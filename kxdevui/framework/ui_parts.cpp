@@ -37,9 +37,9 @@ bool Parts::Label(HWND& held, int id, const wchar_t* text, const RECT& place, DW
     return Add(held, L"STATIC", id, text, place, SS_NOPREFIX | style);
 }
 
-bool Parts::PushRadio(HWND& held, int id, const wchar_t* text, const RECT& place, bool automatic,
-                      WNDPROC procedure) const {
-    if (!Add(held, L"BUTTON", id, AsButtonText(text), place, PushRadioStyle(automatic))) return false;
+bool Parts::PushRadio(HWND& held, int id, const wchar_t* text, const RECT& place, bool automatic, WNDPROC procedure,
+                      DWORD style) const {
+    if (!Add(held, L"BUTTON", id, AsButtonText(text), place, PushRadioStyle(automatic) | style)) return false;
     Subclass(held, procedure ? procedure : ChainProc, nullptr);
     // Otherwise Windows reports a click for a button that only gets the focus.
     SendMessageW(held, BM_SETDONTCLICK, TRUE, 0);

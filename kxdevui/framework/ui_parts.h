@@ -42,9 +42,9 @@ public:
     bool Label(HWND& held, int id, const wchar_t* text, const RECT& place, DWORD style = SS_LEFT) const;
     // A button that stays down while it is chosen, in the colours of the scheme, with the text shown as it is. It
     // releases no other button. `automatic`: a click shows it pressed before anybody is asked. A procedure that is
-    // given comes before the button's own (CallPrevious in ui_window.h).
+    // given comes before the button's own (CallPrevious in ui_window.h); a style is added to the button's.
     bool PushRadio(HWND& held, int id, const wchar_t* text, const RECT& place, bool automatic,
-                   WNDPROC procedure = nullptr) const;
+                   WNDPROC procedure = nullptr, DWORD style = 0) const;
     // A drop-down list. The place is that of field and list together.
     bool DropDown(HWND& held, int id, const RECT& place) const;
     // The same for a control that finds its parts by their ids.

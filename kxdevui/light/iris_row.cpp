@@ -113,7 +113,7 @@ bool IrisRow::Draw(HWND control, const Message& message, bool lit, bool lost) co
                           lit ? "#F5A800" : HexOf(face)};
     // Nobody knows how far it is open.
     const double opening = lost ? 0 : std::round(iris::Opening(m_table, m_aperture) * kLooks) / kLooks;
-    PaintItem(control, *item, KX_GetSysColorBrush(COLOR_BTNFACE), [&](HDC dc, const RECT& area) {
+    PaintItem(*item, KX_GetSysColorBrush(COLOR_BTNFACE), [&](HDC dc, const RECT& area) {
         CKxBitmapPool::DrawSVGImage(dc, iris::Picture(opening, look).c_str(), area, enabled && !lost);
     });
     return true;

@@ -199,6 +199,8 @@ bool IsUsed() { return KX_GetColorScheme() == eKxColorScheme_System && KX_HasVis
 bool Draw(HDC dc, const Part& part, const RECT& rect, COLORREF ground, bool frameOnly) {
     if (IsRectEmpty(&rect) || !IsUsed()) return false;
     const SIZE size{rect.right - rect.left, rect.bottom - rect.top};
+    // Wine draws a part into a bitmap of its own as large, in which it finds pixels by a number of bytes of 31 bits.
+    if (static_cast<long long>(size.cx) * size.cy > 1LL << 28) return false;
     const Picture* const picture = PictureOf(dc, part, size, ground);
     const HTHEME theme = picture ? nullptr : ThemeFor(part);
     if (!picture && !theme) return false;

@@ -6,6 +6,9 @@
 // what moves a device is the host's affair.
 #pragma once
 
+#include <optional>
+#include <vector>
+
 #include <kxdevices/kxdevices_api.h>
 #include <kxsystem/kx_string.h>
 
@@ -22,6 +25,7 @@ enum EKxDeviceType : int {
     eKxDeviceType_LaserOutput = 12,
     eKxDeviceType_LightPath = 13,
     eKxDeviceType_TIRFMirror = 23,
+    eKxDeviceType_LaserEngine = 30,
     eKxDeviceType_Iris = 31,
     eKxDeviceType_NDFilter = 32,
     eKxDeviceType_FirstOwn = 1000,  // from here on: kinds of a host's own
@@ -37,7 +41,7 @@ enum EKxDeviceState : int {
 
 // Capabilities that panels ask for.
 enum EKxDeviceCapability : int {
-    eKxCapability_LaserPortsExclusive = 152,  // one port at a time
+    eKxCapability_LaserPortsExclusive = 152,  // one port, or one subset of lines, at a time
     eKxCapability_NotOperable = 154,          // cannot be operated from here: shown, but locked
 };
 
@@ -170,6 +174,61 @@ public:
 
     // The power that leaves it, on the scale that panels ask on. False when it does not measure.
     virtual bool GetMeasuredPower(double&) const { return false; }
+};
+
+// What one line of a laser engine tells. Powers are percent of the line's full power.
+struct SKxLaserLine {
+    // What it is called; in nanometres, 0 while it is not known.
+    CKxStringW name = {};
+    double wavelength = 0;
+    // Whether it is on; its power, as it was asked for; the most that may be asked for; milliwatts at 100 %, 0 while
+    // they are not known.
+    bool on = false;
+    double power = 0;
+    double limit = 100;
+    double fullPower = 0;
+    // What leaves the line; the gain of its acousto-optic filter, in percent.
+    std::optional<double> measured = {};
+    std::optional<double> gain = {};
+    // Whether it settles or has failed, an open interlock keeps it dark, it can be operated; why, for each of these.
+    EKxDeviceState state = eKxDeviceState_Ready;
+    bool interlock = false;
+    bool usable = true;
+    CKxStringW reason = {};
+
+    // All of it the same.
+    bool operator==(const SKxLaserLine&) const = default;
+};
+
+// Lines that share a fibre, a port or a combiner, and so are used together.
+struct SKxLaserSubset {
+    // What it is called; the numbers of its lines; whether it is in use, can be used; why not.
+    CKxStringW name = {};
+    std::vector<long> lines = {};
+    bool active = false;
+    bool usable = true;
+    CKxStringW reason = {};
+
+    // All of it the same.
+    bool operator==(const SKxLaserSubset&) const = default;
+};
+
+// A laser engine: lines that are switched and set each by itself, through an acousto-optic filter as a rule.
+class KXDEVICES_API IKxDeviceLaserEngine : public IKxDevice {
+public:
+    // Always a laser engine.
+    static constexpr EKxDeviceType kKind = eKxDeviceType_LaserEngine;
+    EKxDeviceType GetType() const final { return kKind; }
+
+    // How many lines there are, in any order; what one of them tells. Leaves `told` as it is, and returns false, for
+    // one that is not there.
+    virtual long GetLineCount() const = 0;
+    virtual bool GetLine(long line, SKxLaserLine& told) const = 0;
+
+    // The same of subsets. A line in none of them can always be used. With eKxCapability_LaserPortsExclusive one subset
+    // is active at a time.
+    virtual long GetSubsetCount() const { return 0; }
+    virtual bool GetSubset(long, SKxLaserSubset&) const { return false; }
 };
 
 // What a shutter shuts; panels have a title for each.

@@ -239,6 +239,29 @@ CKxDMApiBool DMApi::LaserOutput_GetPortUsed(CDMApi_LogDevId id, long port) {
     return Answer<IKxDeviceLaserOutput>(id, __func__, [=](auto& device) { return device.IsPortUsed(port); });
 }
 
+// ---- Laser engines -------------------------------------------------------------------------------------------------
+
+long DMApi::LaserEngine_GetLineCount(CDMApi_LogDevId id) {
+    return Answer<IKxDeviceLaserEngine>(id, __func__, [](auto& device) { return device.GetLineCount(); });
+}
+CKxDMApiBool DMApi::LaserEngine_GetLine(CDMApi_LogDevId id, long line, SKxLaserLine* told) {
+    return Answer<IKxDeviceLaserEngine>(id, __func__, [=](auto& device) {
+        SKxLaserLine value;
+        const bool known = device.GetLine(line, value);
+        return Give(told, known, value);
+    });
+}
+long DMApi::LaserEngine_GetSubsetCount(CDMApi_LogDevId id) {
+    return Answer<IKxDeviceLaserEngine>(id, __func__, [](auto& device) { return device.GetSubsetCount(); });
+}
+CKxDMApiBool DMApi::LaserEngine_GetSubset(CDMApi_LogDevId id, long subset, SKxLaserSubset* told) {
+    return Answer<IKxDeviceLaserEngine>(id, __func__, [=](auto& device) {
+        SKxLaserSubset value;
+        const bool known = device.GetSubset(subset, value);
+        return Give(told, known, value);
+    });
+}
+
 // ---- Shutters ------------------------------------------------------------------------------------------------------
 
 CKxStringW DMApi::Shutter_GetGUIText(CDMApi_LogDevId id, int context) {

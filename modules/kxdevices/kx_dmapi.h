@@ -104,6 +104,12 @@ struct KXDEVICES_API DMApi {
     static CKxDMApiBool LaserOutput_GetPortEnable(CDMApi_LogDevId id, long port, bool* enabled);
     static CKxDMApiBool LaserOutput_GetPortUsed(CDMApi_LogDevId id, long port);
 
+    // Of laser engines; outputs as those of nosepieces.
+    static long LaserEngine_GetLineCount(CDMApi_LogDevId id);
+    static CKxDMApiBool LaserEngine_GetLine(CDMApi_LogDevId id, long line, SKxLaserLine* told);
+    static long LaserEngine_GetSubsetCount(CDMApi_LogDevId id);
+    static CKxDMApiBool LaserEngine_GetSubset(CDMApi_LogDevId id, long subset, SKxLaserSubset* told);
+
     // Of shutters. The context of a text is an EKxShutterText; apertures are percent of the full one.
     static CKxStringW Shutter_GetGUIText(CDMApi_LogDevId id, int context);
     static EKxShutterType Shutter_GetShutterType(CDMApi_LogDevId id);

@@ -50,6 +50,9 @@ TEST_P(LifeLaw, EachReadingIsSeen) {
         Begin(state);
         const HWND control = Control().Window();
         const Picture rest = Picture::OnScreen(control);
+        // A control may name itself a light.
+        const EKxLight own = KX_GetLight(control);
+        const KxMeasured measured = KX_GetMeasured(control);
         const auto look = [&](bool told, const char* name) {
             const Picture seen = Picture::OnScreen(control);
             if (told) seen.Save(GetParam().name + ", " + TextOf(state) + ", " + name);
@@ -59,11 +62,12 @@ TEST_P(LifeLaw, EachReadingIsSeen) {
         const Picture off = look(KX_TellLight(control, EKxLight::Off), "off");
         const Picture on = look(KX_TellLight(control, EKxLight::On), "on");
         // A rainbow is no lamp.
-        Expect((on == off) == (on == rest) && (on == off) == (off == rest), TextOf(state), "on looks like off");
-        KX_TellLight(control, EKxLight::None);
+        const bool same = (on == off) == (on == rest) && (on == off) == (off == rest);
+        Expect(own == EKxLight::None ? same : on != off, TextOf(state), "on looks like off");
+        KX_TellLight(control, own);
         const bool told = KX_TellMeasured(control, {.asked = 50, .measured = 80});
         Expect(told == (look(told, "measured") != rest), TextOf(state), "what was measured is not seen");
-        KX_TellMeasured(control, KxMeasured{});
+        KX_TellMeasured(control, measured);
         Expect(Picture::OnScreen(control) == rest, TextOf(state), "untold it looks otherwise than before");
     }
 }

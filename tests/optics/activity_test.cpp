@@ -1,5 +1,5 @@
 // The life of a request in the position panels: what devices and hosts tell, how it is drawn, what a refusal says.
-#include "panel_test.h"
+#include <controls/panel_test.h>
 
 #include <kxdevui/framework/devgui_activity.h>
 #include <kxdevui/framework/ui_answer.h>

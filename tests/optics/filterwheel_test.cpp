@@ -1,5 +1,5 @@
 // The filter wheel panel: images of filters, the grid, clicks and their refusal.
-#include "panel_test.h"
+#include <controls/panel_test.h>
 
 #include <kxbaseui/kx_svgstring.h>
 #include <kxdevui/optics/devgui_filterwheel.h>

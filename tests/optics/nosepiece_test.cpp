@@ -1,5 +1,5 @@
 // The nosepiece panel: who moves the selection, which image is shown, what the device tells.
-#include "panel_test.h"
+#include <controls/panel_test.h>
 
 #include <kxbaseui/kx_svgstring.h>
 #include <kxdevui/framework/ui_parts.h>

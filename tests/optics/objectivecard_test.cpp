@@ -1,5 +1,5 @@
 // The cards over objectives: what they say, when they come and go.
-#include "panel_test.h"
+#include <controls/panel_test.h>
 
 #include <kxdevui/framework/ui_parts.h>
 #include <kxdevui/optics/devgui_nosepiece.h>

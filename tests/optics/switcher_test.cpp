@@ -1,5 +1,5 @@
 // The switcher panel: rows of buttons, ports of laser units, positions of mirrors.
-#include "panel_test.h"
+#include <controls/panel_test.h>
 
 #include <kxdevui/optics/devgui_switcher.h>
 
