@@ -6,7 +6,8 @@
 //     kept.GiveBack(area);
 //
 // Values are the host's: it holds them, and shows them in the new windows. What it cannot know is kept here: the text
-// that is half typed, also in a cell of a table, caret and selection, the focus, which rows are selected and how far everything is scrolled.
+// that is half typed, also in a cell of a table, caret and selection, the focus, which rows are selected and how far
+// everything is scrolled.
 #pragma once
 
 #include <windows.h>
@@ -46,7 +47,7 @@ private:
         std::optional<std::pair<DWORD, DWORD>> selection;
         std::optional<Rows> rows;
         std::optional<std::pair<int, int>> cell;  // row and column of the one that is typed into
-        std::optional<int> scrolled[2];  // horizontally, vertically
+        std::optional<int> scrolled[2];           // horizontally, vertically
         bool focus = false;
 
         bool IsEmpty() const noexcept;

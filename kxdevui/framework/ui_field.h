@@ -19,13 +19,13 @@ struct Field {
     std::function<std::wstring()> allowed;  // what an answer says, asked for when there is one
 };
 
-// What stands in an edit, with its selection; and the same again in one that shows something else by now, as typing that
-// the platform's undo takes back.
+// What stands in an edit, with its selection; and the same again in one that shows something else by now, as typing
+// that the platform's undo takes back.
 KXDEVUI_API FieldText TextIn(HWND edit);
 KXDEVUI_API void TypeAgain(HWND edit, const FieldText& typed);
 
-// The cell that is being edited in a control whose field is no window in it: KxKeptInput asks the control for it (wParam
-// FALSE), and has it opened again when the control is made anew (TRUE). The answer is whether a cell is open.
+// The cell that is being edited in a control whose field is no window in it: KxKeptInput asks the control for it
+// (wParam FALSE), and has it opened again when the control is made anew (TRUE). The answer is whether a cell is open.
 inline constexpr UINT WM_KX_OPEN_CELL = WM_APP + 0x3FC;  // lParam: an OpenCell
 struct OpenCell {
     // Both from 0.

@@ -26,7 +26,8 @@ struct LightIris2Subject : SubjectOf<Opened> {
     // Around the shutter's picture four pixels are free at any zoom.
     int Coarseness() const override { return 64; }
     void Change(int n) override {
-        control_->SetApertures(static_cast<EKxDiaphragm>(n % 2), std::vector<double>(n % 3, 7.0), n % 2, 0.9);
+        control_->SetApertures(static_cast<EKxDiaphragm>(n % 2),
+                               std::vector<double>(static_cast<std::size_t>(n) % 3, 7.0), n % 2, 0.9);
     }
 
     void Make(HWND parent) override {

@@ -22,7 +22,9 @@ struct LightIrisSubject : SubjectOf<Opened> {
     std::vector<std::wstring> OwnTexts() const override { return {L"%", L"mm"}; }
     // Around the shutter's picture four pixels are free at any zoom.
     int Coarseness() const override { return 64; }
-    void Change(int n) override { control_->SetApertures(std::vector<double>(n % 3, 7.0), n % 2); }
+    void Change(int n) override {
+        control_->SetApertures(std::vector<double>(static_cast<std::size_t>(n) % 3, 7.0), n % 2);
+    }
 
     void Make(HWND parent) override {
         control_->Create(parent, 10, 10, -1, -1, true, true);

@@ -26,7 +26,9 @@ struct LightNDSubject : SubjectOf<Weakened> {
     }
     // Around the shutter's picture four pixels are free at any zoom.
     int Coarseness() const override { return 64; }
-    void Change(int n) override { control_->SetTransmissions(n % 2, std::vector<double>(n % 4, 0.5)); }
+    void Change(int n) override {
+        control_->SetTransmissions(n % 2, std::vector<double>(static_cast<std::size_t>(n) % 4, 0.5));
+    }
 
     void Make(HWND parent) override {
         control_->Create(parent, 10, 10, 268, 100, true, true);
