@@ -6,6 +6,7 @@
 
 #include <kxdevices/kx_dmapi.h>
 #include <kxdevui/framework/ui_window.h>
+#include <kxdevui/optics/objectivecard_rules.h>
 #include <kxdevui/setup/setup_dialog.h>
 #include <kxfilters/kx_opticalfilter.h>
 #include <kxsystem/kx_log.h>
@@ -79,7 +80,7 @@ std::wstring BandsOf(const Entry& entry) { return entry.group; }
 std::wstring ApertureOf(const Entry& entry) {
     return entry.NA > 0 ? KX_FormatNumber(L"%.2f", entry.NA).str() : std::wstring();
 }
-std::wstring DistanceOf(const Entry& entry) { return WorkingDistance(entry.WD); }
+std::wstring DistanceOf(const Entry& entry) { return kx::ui::LengthText(entry.WD).str(); }
 
 bool IsKind(CDMApi_LogDevId device, EKxDeviceType type) {
     if (DMApi::LogDev_GetType(device) == type) return true;

@@ -5,6 +5,7 @@
 #include <map>
 #include <optional>
 
+#include <kxdevui/optics/objectivecard_rules.h>
 #include <kxfilters/kx_opticalfilter.h>
 #include <kxsystem/kx_number.h>
 #include <kxsystem/kx_translation.h>
@@ -140,19 +141,12 @@ std::wstring TextOf(const Remark& remark) {
     }
 }
 
-std::wstring WorkingDistance(double micrometres) {
-    if (!(micrometres > 0)) return {};
-    return (micrometres < 1000 ? KX_FormatNumber(L"%.4g µm", micrometres)
-                               : KX_FormatNumber(L"%.4g mm", micrometres / 1000))
-        .str();
-}
-
 std::wstring DetailsOf(const Entry& entry) {
     std::wstring details;
     const auto add = [&details](const wchar_t* label, const std::wstring& value) {
         if (!value.empty()) details += (details.empty() ? L"" : L"\n") + Translated(label).str() + L" " + value;
     };
-    add(L"Working distance:", WorkingDistance(entry.WD));
+    add(L"Working distance:", kx::ui::LengthText(entry.WD).str());
     add(L"Cover glass:", entry.correction);
     if (entry.parfocal > 0) add(L"Parfocal distance:", KX_FormatNumber(L"%.4g mm", entry.parfocal).str());
     return details;

@@ -72,10 +72,9 @@ KXDEVUI_API std::vector<Remark> RemarksOn(std::span<const Entry> positions, std:
 KXDEVUI_API std::vector<std::size_t> Changed(std::span<const Entry> before, std::span<const Entry> after);
 
 // In the language of the user: a remark; what the database knows, line by line ("Working distance: 130 µm"), without
-// what it does not; a length with its unit, empty for 0.
+// what it does not.
 KXDEVUI_API std::wstring TextOf(const Remark& remark);
 KXDEVUI_API std::wstring DetailsOf(const Entry& entry);
-KXDEVUI_API std::wstring WorkingDistance(double micrometres);
 
 // A filter by its name: its bands, "525/50", are its group.
 KXDEVUI_API Entry FilterNamed(const std::wstring& name);

@@ -1,5 +1,6 @@
 // What typed parts find, what is remarked on positions, what has changed.
 #include <bench/bench.h>
+#include <kxdevui/optics/objectivecard_rules.h>
 #include <kxdevui/setup/setup_rules.h>
 
 namespace {
@@ -56,7 +57,7 @@ TEST(SetupRules, RemarkOnPositions) {
         EXPECT_EQ(RemarksOn(positions, at), remarks) << at << " of " << positions.size();
     EXPECT_EQ(TextOf({R::Duplicate, 2}), L"Also in position 3");
     EXPECT_EQ(DetailsOf(oil), L"Working distance: 130 µm\nCover glass: 0.17 mm\nParfocal distance: 60 mm");
-    EXPECT_EQ(DetailsOf(other) + WorkingDistance(15700), L"15.7 mm");
+    EXPECT_EQ(DetailsOf(other) + kx::ui::LengthText(15700).str(), L"15.7 mm");
 }
 
 TEST(SetupRules, TellWhatHasChanged) {
