@@ -276,9 +276,7 @@ void CKxDevUI_ColorSlider::PaintName(HDC dc, const RECT& area) const {
 // ---- The life of requests ------------------------------------------------------------------------------------------
 
 void CKxDevUI_ColorSlider::ShowRequests() {
-    const HWND thumb = IsRange() ? HWND{m_rangeHPot} : HWND{m_hpot};
-    const CKxStringW remark = m_requests->Remark();
-    if (thumb && (!remark.IsEmpty() || KX_GetToolTipWindow(thumb))) KX_UpdateToolTipWindow(thumb, remark);
+    KX_UpdateToolTipWindow(IsRange() ? HWND{m_rangeHPot} : HWND{m_hpot}, m_requests->Remark());
     InvalidateRect(m_hWnd, nullptr, TRUE);
     m_hpot.Redraw();
 }

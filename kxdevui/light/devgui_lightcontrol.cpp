@@ -180,7 +180,7 @@ void LightControl::ShowRequests() {
     const CKxStringW remark = m_requests->Remark();
     for (LightScale* const each : m_scales) {
         if (!HWND{*each}) continue;
-        if (!remark.IsEmpty() || KX_GetToolTipWindow(*each)) KX_UpdateToolTipWindow(*each, remark);
+        KX_UpdateToolTipWindow(*each, remark);
         each->Redraw();
     }
     InvalidateRect(m_hWnd, nullptr, TRUE);

@@ -263,8 +263,7 @@ void CKxDevUI_Shutter::DressChildren() {
 void CKxDevUI_Shutter::ShowTip() const {
     const CKxStringW remark = m_requests->Remark();
     const bool both = !m_toolTip.IsEmpty() && !remark.IsEmpty();
-    const CKxStringW tip = both ? m_toolTip + L"\r\n" + remark : m_toolTip + remark;
-    if (!tip.IsEmpty() || KX_GetToolTipWindow(m_button)) KX_UpdateToolTipWindow(m_button, tip);
+    KX_UpdateToolTipWindow(m_button, both ? m_toolTip + L"\r\n" + remark : m_toolTip + remark);
 }
 
 void CKxDevUI_Shutter::SetFonts(bool redraw) {

@@ -34,8 +34,7 @@ CKxDevUI_ZStack::CKxDevUI_ZStack() {
                          InvalidateRect(window, nullptr, FALSE);
                          auto* const panel = ByInstances<CKxDevUI_ZStack, m_Instances>::Find(window);
                          if (!panel || !panel->m_data) return;
-                         const CKxStringW remark = panel->m_requests->Remark();
-                         if (!remark.IsEmpty() || KX_GetToolTipWindow(window)) KX_UpdateToolTipWindow(window, remark);
+                         KX_UpdateToolTipWindow(window, panel->m_requests->Remark());
                          Guarded([&]() -> Handled { return panel->ShowScale(panel->ReadScale()), 0; });
                      },
                      // In the corner, above the labels of the scale.
