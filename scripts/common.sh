@@ -58,9 +58,10 @@ build() {
   cmake --build "$dir" "${targets[@]}" >"$log" 2>&1 || { cat "$log" >&2; die "building $preset failed"; }
 }
 
-# use_wine [managed] : exports what Wine needs and makes the prefix once. The prefix has a virtual desktop: without a window
-# manager, losing the focus would cancel captures, and hiding a managed window could wait for seconds. `managed` chooses
-# another prefix, without that desktop, whose windows a window manager sees.
+# use_wine [NAME] : exports what Wine needs and makes the prefix once. The prefix has a virtual desktop: without a window
+# manager, losing the focus would cancel captures, and hiding a managed window could wait for seconds. NAME chooses another
+# prefix, for a script that runs beside another (each ends the programs of its own prefix when it begins and ends); `managed`
+# is without that desktop, and a window manager sees its windows.
 use_wine() {
   export WINEPREFIX=$build_root/wine${1:+-$1} WINEARCH=win64 WINEDEBUG=${WINEDEBUG:--all} WINEDLLOVERRIDES="mscoree,mshtml="
   KX_WINE=$(command -v wine64 || true)
