@@ -46,10 +46,10 @@ void RadioRow::Take(std::vector<CKxStringW> texts) {
 
 bool RadioRow::Make(const Parts& parts, const RECT& place, long gap) {
     const int count = Count();
-    const long width = place.right + gap - place.left;
+    const long long width = 0LL + place.right + gap - place.left;
+    const auto edge = [&](int i) { return place.left + width * i / count; };
     for (int i = 0; i < count; ++i) {
-        const RECT at{place.left + width * i / count, place.top, place.left + width * (i + 1) / count - gap,
-                      place.bottom};
+        const RECT at{static_cast<long>(edge(i)), place.top, static_cast<long>(edge(i + 1) - gap), place.bottom};
         HWND button = nullptr;
         // A copy: the parent, which is told of each, may set others.
         const CKxStringW text = i < Count() ? m_texts[static_cast<std::size_t>(i)] : CKxStringW();
