@@ -9,6 +9,7 @@
 #include <kxbaseui/kx_buttonbackground.h>
 #include <kxbaseui/kx_cues.h>
 #include <kxbaseui/kx_uihelper.h>
+#include <kxdevui/framework/ui_arithmetic.h>
 #include <kxdevui/framework/ui_window.h>
 
 namespace kx::ui {
@@ -256,8 +257,11 @@ LRESULT Erase(const Message& message) {
 
 void PaintItem(const DRAWITEMSTRUCT& item, HBRUSH background, DrawRef draw) {
     const RECT& place = item.rcItem;
-    const RECT area{0, 0, place.right - place.left, place.bottom - place.top};
-    if (!item.hDC || area.right <= 0 || area.bottom <= 0) return;
+    const RECT area{0, 0, Difference(place.right, place.left), Difference(place.bottom, place.top)};
+    // No window is larger: whoever says so did not mean to have something drawn.
+    constexpr long most = 0x7FFF;
+    if (!item.hDC || std::clamp(area.right, 1L, most) != area.right || std::clamp(area.bottom, 1L, most) != area.bottom)
+        return;
     const BackBuffer buffer(item.hDC, {area.right, area.bottom});
     const HDC dc = buffer ? HDC{buffer} : item.hDC;
     const SavedDC saved(dc);

@@ -75,7 +75,8 @@ KXDEVUI_API void DropPaintBuffer() noexcept;
 // Answers WM_ERASEBKGND: nothing is erased, painting fills everything. With PaintMode::children it has to be this.
 KXDEVUI_API LRESULT Erase(const Message& message);
 
-// The same for an owner-drawn item; `draw` gets the item's rectangle moved to (0, 0).
+// The same for an owner-drawn item; `draw` gets the item's rectangle moved to (0, 0). Nothing is drawn for one that is
+// empty or larger than a window can be.
 KXDEVUI_API void PaintItem(const DRAWITEMSTRUCT& item, HBRUSH background, DrawRef draw);
 
 // What an owner-drawn button is asked to look like, as EKxButtonLook; hot where TrackHover follows the mouse over it.
