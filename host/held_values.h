@@ -4,6 +4,7 @@
 
 #include <array>
 #include <list>
+#include <memory>
 #include <set>
 #include <string>
 #include <vector>
@@ -11,6 +12,8 @@
 #include <kxdevices/kx_simdevices.h>
 #include <kxdevices/kx_zstackdata.h>
 #include <kxdevui/light/multilaser_rules.h>
+
+struct SeriesStates;
 
 struct HeldValues {
     struct Lamp {
@@ -72,6 +75,7 @@ struct HeldValues {
     std::array<SKxSimZDrive, 2> drives{{{.rangeMin = 0, .rangeMax = 10000, .speed = 20, .from = 4000, .to = 4000},
                                         {.rangeMin = 0, .rangeMax = 300, .speed = 60, .from = 150, .to = 150}}};
     CKxZStackData series;  // empty until a panel has planned the first one
+    std::weak_ptr<SeriesStates> seriesPast;
 
     // The panels, by their names, that the user has told to refuse what is asked for.
     std::set<std::wstring> refusing;
