@@ -20,7 +20,7 @@ using namespace kx::zstack;
 
 namespace {
 
-constexpr int kGripHeight = 12;  // unzoomed pixels
+constexpr int kGripHeight = 13, kRim = 2;  // unzoomed pixels
 
 int GripHeight() { return static_cast<int>(CKxGUILayoutManager::Zoomed(kGripHeight)); }
 
@@ -30,6 +30,12 @@ CKxStringW ReasonOf(int status) {
     return Translated(status == eKxZStack_Reversed ? L"An end stays on its side of the other end and of the home."
                       : status == eKxZStack_Planes ? L"So many planes are more than a series can have."
                                                    : L"Value is out of range.");
+}
+
+CKxStringW NameOf(Grip grip) {
+    return Translated(grip == Grip::Top    ? L"Top: %ls \u00B5m"
+                      : grip == Grip::Home ? L"Home: %ls \u00B5m"
+                                           : L"Bottom: %ls \u00B5m");
 }
 
 bool IsDown(int key) { return GetKeyState(key) < 0; }
@@ -42,7 +48,8 @@ void DrawGrip(HDC dc, RECT place, Grip grip, bool enabled, bool hot, bool focuse
         SetDCBrushColor(dc, ink);
         FrameRect(dc, &place, static_cast<HBRUSH>(GetStockObject(DC_BRUSH)));
     }
-    InflateRect(&place, -2, -2);
+    const int rim = static_cast<int>(CKxGUILayoutManager::Zoomed(kRim));
+    InflateRect(&place, -rim, -rim);
     const long right = place.right - 1, bottom = place.bottom - 1, half = (bottom - place.top) / 2;
     const POINT corners[] = {{place.left, place.top},
                              {right - half, place.top},
@@ -324,8 +331,8 @@ void CKxDevUI_ZStack::Grips::Show() {
     if (!*this) return;
     // It is what the grip is called to those who cannot see it.
     const Position z = PositionOf(m_shown->scale, m_shown->grip);
-    CKxStringW name = TextOf(m_panel.Item(ButtonOf(m_shown->grip)));
-    if (z) name += L" " + KX_FormatNumber(L"%0.2f \u00B5m", *z);
+    CKxStringW name;
+    if (z) name.Format(100, NameOf(m_shown->grip), KX_FormatNumber(L"%0.2f", *z).c_str());
     m_panel.ShowText(IDC_ZS_GRIPS, name);
     InvalidateRect(m_window, nullptr, FALSE);
 }

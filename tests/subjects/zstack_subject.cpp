@@ -37,6 +37,7 @@ struct ZStackSubject : SubjectOf<Panel> {
                 {Law::Silence, "a click", "is the user's"},
                 {Law::Silence, "typing", "is the user's"},
                 {Law::Silence, "a grip", "is the user's"},
+                {Law::Zoom, "a grip", "is taken hold of by pixels"},
                 {Law::Disabled, "enabling", "is meant to"},
                 {Law::Disabled, "Static #-1", "is a line, which has no other look"},
                 {Law::Focus, "a key in Button #1259", "takes the arrow that opens its menu, and no other"}};

@@ -114,7 +114,7 @@ struct ZGripsPanel : PanelTest {
         return {shown->StretchOf(shown->scale), 1, static_cast<int>(client.bottom) - 2};
     }
     int RowOf(Grip grip) {
-        for (const auto& each : PlaceGrips(ShownOf(panel.GetHandle())->scale, ScaleAxis(), 12))
+        for (const auto& each : PlaceGrips(ShownOf(panel.GetHandle())->scale, ScaleAxis(), 13))
             if (each.grip == grip) return each.top + 6;
         return -1;
     }
@@ -198,7 +198,7 @@ TEST_F(ZGripsPanel, AreMovedByKeys) {
          {[] { Key(VK_ESCAPE), Key(VK_RIGHT), Key(VK_DOWN); }, "(5000, 5080, 5200) Changed"},
          {[] { Key(VK_ESCAPE), Key(VK_RIGHT), Key(VK_RIGHT), Key(VK_NEXT); }, "(4800, 5100, 5200) Changed"},
          {[] { Key(VK_LEFT), Key(VK_LEFT), Key(VK_NEXT), Key(VK_NEXT), Key(VK_NEXT); }, "(4800, 5100, 4800) Changed"}});
-    EXPECT_EQ(TextOf(Item(IDC_ZS_GRIPS)), L"Top 480.00 \u00B5m");
+    EXPECT_EQ(TextOf(Item(IDC_ZS_GRIPS)), L"Top: 480.00 \u00B5m");
 }
 
 // The wheel magnifies, and as many notches back show the stack again; a press on the scale still moves Z at once.
