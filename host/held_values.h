@@ -13,6 +13,8 @@
 #include <kxdevices/kx_zstackdata.h>
 #include <kxdevui/light/multilaser_rules.h>
 
+#include "rules/stage_place.h"
+
 struct SeriesStates;
 
 struct HeldValues {
@@ -27,8 +29,13 @@ struct HeldValues {
         bool taken = true;
     };
 
-    // The stand: micrometres, and the index of the step.
-    double stageX = 0, stageY = 0;
+    // The stand: the stage with the places that have a name, and the index of its step.
+    struct Mark {
+        std::wstring name;
+        kx::host::StagePlace place;
+    };
+    SKxSimXYStage stage;
+    std::vector<Mark> marks;
     int stageStep = 3;
     std::wstring exposure = L"20";  // of the camera, as it was entered
     int cameraBinning = 0;

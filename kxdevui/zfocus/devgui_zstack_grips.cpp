@@ -373,6 +373,8 @@ Handled CKxDevUI_ZStack::HandleGrips(const Message& message) {
         return DLGC_WANTARROWS | (escape ? DLGC_WANTMESSAGE : 0);
     }
     case WM_KEYDOWN:
+        // Without the focus nothing shows which grip they would move.
+        if (GetFocus() != message.window) return std::nullopt;
         if (message.wParam == VK_TAB) return Focus(message.window, IsDown(VK_SHIFT)), 0;
         return grips.Key(message.wParam) ? Handled(0) : std::nullopt;
     case WM_KILLFOCUS: grips.Leave(); [[fallthrough]];

@@ -66,6 +66,8 @@ struct ZStackSubject : SubjectOf<Panel> {
             const UINT id = r.Of<UINT>({WM_LBUTTONDOWN, WM_MOUSEMOVE, WM_MOUSEMOVE, WM_LBUTTONUP, WM_CAPTURECHANGED,
                                         WM_KEYDOWN, WM_KEYDOWN, kx::ui::WM_KX_MOUSE_WHEEL});
             const WPARAM key = r.Of<WPARAM>({VK_UP, VK_DOWN, VK_RIGHT, VK_NEXT, VK_ESCAPE});
+            if (id == WM_KEYDOWN) SetFocus(control_->Item(1256));
+            if (!control_ || !Window()) return;
             RECT scale{};
             GetWindowRect(control_->Item(1256), &scale);
             const bool wheel = id == kx::ui::WM_KX_MOUSE_WHEEL;
