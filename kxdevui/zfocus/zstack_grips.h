@@ -77,8 +77,9 @@ KXDEVUI_API Stretch Magnified(const Stretch& stretch, const Stretch& whole, doub
 // Whether any of what is set of the stack lies in the stretch.
 KXDEVUI_API bool ShowsStack(const ScaleValues& values, const Stretch& stretch);
 
-// Rows from `first` to before `last`.
+// Some rows of a bar.
 struct Strip {
+    // The first, and the one after the last.
     int first;
     int last;
     // Member by member.
