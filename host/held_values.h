@@ -4,6 +4,7 @@
 
 #include <array>
 #include <list>
+#include <memory>
 #include <set>
 #include <string>
 #include <vector>
@@ -11,6 +12,10 @@
 #include <kxdevices/kx_simdevices.h>
 #include <kxdevices/kx_zstackdata.h>
 #include <kxdevui/light/multilaser_rules.h>
+
+#include "rules/stage_place.h"
+
+struct SeriesStates;
 
 struct HeldValues {
     struct Lamp {
@@ -24,8 +29,13 @@ struct HeldValues {
         bool taken = true;
     };
 
-    // The stand: micrometres, and the index of the step.
-    double stageX = 0, stageY = 0;
+    // The stand: the stage with the places that have a name, and the index of its step.
+    struct Mark {
+        std::wstring name;
+        kx::host::StagePlace place;
+    };
+    SKxSimXYStage stage;
+    std::vector<Mark> marks;
     int stageStep = 3;
     std::wstring exposure = L"20";  // of the camera, as it was entered
     int cameraBinning = 0;
@@ -72,6 +82,7 @@ struct HeldValues {
     std::array<SKxSimZDrive, 2> drives{{{.rangeMin = 0, .rangeMax = 10000, .speed = 20, .from = 4000, .to = 4000},
                                         {.rangeMin = 0, .rangeMax = 300, .speed = 60, .from = 150, .to = 150}}};
     CKxZStackData series;  // empty until a panel has planned the first one
+    std::weak_ptr<SeriesStates> seriesPast;
 
     // The panels, by their names, that the user has told to refuse what is asked for.
     std::set<std::wstring> refusing;

@@ -39,7 +39,8 @@ void Requests::Note(const MSG& message) {
     switch (message.message) {
     case WM_MOUSEWHEEL: m_gestures.Turn(message.time); break;
     case WM_KEYDOWN:
-        if (!(message.lParam & isRepeated)) m_gestures.Press();
+        // Escape takes back what the last one did, and so belongs to it.
+        if (!(message.lParam & isRepeated) && message.wParam != VK_ESCAPE) m_gestures.Press();
         break;
     case WM_LBUTTONDOWN:
     case WM_LBUTTONDBLCLK:

@@ -32,6 +32,9 @@ public:
     // For the message loop: tells what the user's hands do.
     void Note(const MSG& message);
 
+    // Which gesture they are at (rules/history.h).
+    unsigned Gesture() const { return m_gestures.Now(); }
+
     // Takes the last change back, or does it again, by asking for it as the user does: it may be refused, and then
     // stays where it is; what would raise the light, and what has changed since, is left and forgotten. What came of
     // it, for the user; whether it was done.

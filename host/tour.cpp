@@ -17,10 +17,13 @@ Tour* s_tour = nullptr;
 constexpr UINT kStepMilliseconds = 40;
 constexpr int kMostTicks = 100;
 
-POINT PointIn(HWND window, int percentAcross) {
+// Along the longer side.
+POINT PointIn(HWND window, int percent) {
     RECT rect{};
     GetWindowRect(window, &rect);
-    return {rect.left + (rect.right - rect.left) * percentAcross / 100, (rect.top + rect.bottom) / 2};
+    const LONG width = rect.right - rect.left, height = rect.bottom - rect.top;
+    if (height > width) return {rect.left + width / 2, rect.top + height * percent / 100};
+    return {rect.left + width * percent / 100, rect.top + height / 2};
 }
 
 }  // namespace

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <array>
+#include <map>
+#include <utility>
 
 #include <kxdevui/light/iris_rules.h>
 #include <kxdevui/light/nd_rules.h>
@@ -278,4 +280,65 @@ Wish SwitchOf(const wchar_t* what, const std::wstring& name, bool& on, Light lig
     wish.ask = [&on](double to) { return on = to != 0, true; };
     wish.text = OnOrOff;
     return wish;
+}
+
+// ---- A planned series ----------------------------------------------------------------------------------------------
+
+struct SeriesStates {
+    static constexpr std::size_t kMost = 60;  // somewhat more than changes that can be taken back
+    std::map<int, CKxZStackData> states;
+    int now = Next();
+    int before = 0;  // of this gesture
+    unsigned gesture = 0;
+
+    // What is left of others in the history is not mistaken for one of these.
+    static int Next() {
+        static int last = 0;
+        return ++last;
+    }
+    bool Is(int state, const CKxZStackData& series) const {
+        bool equal = false;
+        const auto found = states.find(state);
+        return found != states.end() && found->second.IsEqual(series, &equal) == eKxZStack_Ok && equal;
+    }
+    int NumberOf(const CKxZStackData& next) {
+        const unsigned current = TheRequests().Gesture();
+        if (Is(now, next)) return now;
+        const bool goesOn = std::exchange(gesture, current) == current && now != before;
+        if (!goesOn) before = now;
+        if (goesOn && Is(before, next)) return before;
+        const int number = goesOn ? now : Next();
+        states[number] = next;
+        if (states.size() > kMost) states.erase(states.begin());
+        return number;
+    }
+};
+
+Asked SeriesOf(const wchar_t* what, CKxZStackData& agreed, const CKxZStackData& next,
+               std::weak_ptr<SeriesStates>& past) {
+    auto states = past.lock();
+    if (!states || !states->Is(states->now, agreed)) {
+        states = std::make_shared<SeriesStates>();
+        states->states[states->now] = agreed;
+        past = states;
+    }
+    Wish wish;
+    wish.what = what;
+    wish.name = L"Z series";
+    wish.read = [states] { return std::optional<double>(states->now); };
+    wish.ask = [states, &agreed](double to) {
+        const auto found = states->states.find(static_cast<int>(to));
+        if (found == states->states.end()) return false;
+        agreed = found->second;
+        states->now = found->first;
+        return true;
+    };
+    wish.text = [states](double at) {
+        const auto found = states->states.find(static_cast<int>(at));
+        double top = 0, bottom = 0;
+        const bool known = found != states->states.end() && found->second.GetTop(&top) == eKxZStack_Ok &&
+                           found->second.GetBottom(&bottom) == eKxZStack_Ok;
+        return known ? Formatted(L"%.2f \u2026 %.2f \u00B5m", bottom, top) : Text(L"No series yet").str();
+    };
+    return {wish, static_cast<double>(states->NumberOf(next))};
 }

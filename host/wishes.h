@@ -1,9 +1,12 @@
 // What can be asked of the simulated devices. They have to live until Requests::Clear.
 #pragma once
 
+#include <memory>
+
 #include <kxdevices/kx_simdevices.h>
 #include <kxdevices/kx_simlaserengine.h>
 #include <kxdevices/kx_simlight.h>
+#include <kxdevices/kx_zstackdata.h>
 
 #include "requests.h"
 
@@ -63,3 +66,8 @@ Wish PlaceOf(SKxSimZDrive& drive, const wchar_t* name);
 Wish ValueOf(const wchar_t* what, const std::wstring& name, double& value, const wchar_t* format,
              kx::host::Light light = kx::host::Light::None);
 Wish SwitchOf(const wchar_t* what, const std::wstring& name, bool& on, kx::host::Light light = kx::host::Light::None);
+// A planned series is to be another one. What it was is kept, in `past`, as long as that can be taken back; all that
+// one gesture makes of it is one change.
+struct SeriesStates;
+Asked SeriesOf(const wchar_t* what, CKxZStackData& agreed, const CKxZStackData& next,
+               std::weak_ptr<SeriesStates>& past);

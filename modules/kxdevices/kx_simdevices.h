@@ -61,6 +61,18 @@ struct KXDEVICES_API SKxSimZDrive {
     bool IsMoving(unsigned now) const noexcept { return Position(now) != to; }
 };
 
+// An XY stage: two such axes, each at its own speed; a value as well.
+struct KXDEVICES_API SKxSimXYStage {
+    // From side to side, and from the front to the back.
+    SKxSimZDrive x{.rangeMin = -50000, .rangeMax = 50000, .speed = 2000};
+    SKxSimZDrive y{.rangeMin = -35000, .rangeMax = 35000, .speed = 2000};
+
+    // Sets out with both, as each of them does.
+    void Start(double toX, double toY, unsigned now) noexcept { x.Start(toX, now), y.Start(toY, now); }
+    // Whether one of them is on its way.
+    bool IsMoving(unsigned now) const noexcept { return x.IsMoving(now) || y.IsMoving(now); }
+};
+
 // What all simulated devices have: names, speed and faults.
 class KXDEVICES_API CKxSimDevice {
 public:

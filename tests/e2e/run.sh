@@ -71,6 +71,15 @@ drag() {
   for i in 1 2 3 4; do point "$1" $(($2 + ($3 - $2) * i / 4)); done
   xdotool mouseup 1
 }
+# pull NAME FROM TO : the button goes down FROM percent down, and is still held at TO.
+pull() {
+  local i
+  place "$1"
+  xdotool mousemove --sync $((x + w / 2)) $((y + h * $2 / 100))
+  from_now
+  xdotool mousedown 1
+  for i in 1 2 3 4; do xdotool mousemove --sync $((x + w / 2)) $((y + h * ($2 + ($3 - $2) * i / 4) / 100)); done
+}
 menu() { local entry; for entry in "$@"; do click "Menu/$entry"; done; }
 # step ACT LINE... : what is done, and the lines that come of it.
 step() { eval "$1"; expect "${@:2}"; }
@@ -157,6 +166,27 @@ step 'keys ctrl+z' 'Host: Undone: Laser 640 0 mW .* 6 mW'
 step 'keys ctrl+y' 'Host: Left as it is, the light would rise: .*'
 step 'menu Edit' 'Place: Menu/Undo: Objective 20x .* 60x.*'
 keys Escape Escape
+
+say "The ends of a Z series"
+grips='Microscope/Z drive/1256' top='Microscope/Z drive/1260' told='Z drive: OnZStackChanged\(3\)'
+look top "$top"
+step 'pull "$grips" 12 30' "$told"
+changed top "$top"
+step 'keys Escape' "$told"
+unchanged top "$top"
+xdotool mouseup 1
+changing "$top" 'pull "$grips" 12 30' "$told"
+xdotool mouseup 1
+look dragged "$top"
+step 'keys Down' "$told"
+changed dragged "$top"
+step 'keys Escape' "$told"
+unchanged dragged "$top"
+# As one step.
+step 'keys ctrl+z' 'Host: Undone: Z series .*'
+unchanged top "$top"
+mark=0
+nothing 'Z drive: OnMoveZRequest.*'
 
 say "A modal dialog"
 changing Host time_series

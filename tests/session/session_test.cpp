@@ -12,6 +12,7 @@
 #include <host/main_window.h>
 #include <host/pages/light_page.h>
 #include <host/pages/optics_page.h>
+#include <host/pages/stand_page.h>
 #include <host/resources/resource.h>
 #include <kxbaseui/kx_layoutmanager.h>
 #include <kxbaseui/kx_messagebox.h>
@@ -215,6 +216,35 @@ TEST_F(Session, NothingIsLostThatIsSetSelectedScrolledOrHalfTyped) {
                 EXPECT_EQ(after[i], before[i]) << what << ", page " << page;
         }
     }
+}
+
+// By an arrow, by its fields, back to a mark also in another language; each way is one step to undo.
+TEST_F(Session, TheStageGoesWhereItIsSent) {
+    Do(window.CommandOf<StandPage>());
+    const auto part = [this](int id, const wchar_t* inside) {
+        const HWND control = GetDlgItem(window.PageOf<StandPage>().Stage(), id);
+        const HWND list = FindWindowExW(control, nullptr, L"ComboBox", nullptr);
+        const HWND found = FindWindowExW(list ? list : control, nullptr, inside, nullptr);
+        SetFocus(found ? found : list);
+        return found;
+    };
+    const auto enter = [&](int id, std::wstring text) {
+        SendMessageW(part(id, L"Edit"), EM_SETSEL, 0, -1);
+        Type(text + L"\n");
+    };
+    const auto undo = [this] { Do(MainWindow::cmdUndo); };
+    // What the user's hands do is told by the loop, which is not run here.
+    const auto press = [] { TheRequests().Note({nullptr, WM_LBUTTONDOWN, 0, 0, 0, {}}); };
+    Play({{[&] { press(), SendMessageW(part(IDC_STAGE_RIGHT, L"Button"), BM_CLICK, 0, 0); }, "(10, 0)"},
+          {[&] { enter(IDC_STAGE_MARKS, L"Corner"), press(), enter(IDC_STAGE_Y, L"-35000.5"); }, "(10, 0)"},
+          {[&] { press(), enter(IDC_STAGE_Y, L"2.25"), press(), enter(IDC_STAGE_X, L"-7"); }, "(-7, 2.25)"},
+          {[&] { press(), Do(MainWindow::cmdLanguage + LANG_FRENCH), enter(IDC_STAGE_MARKS, L"Corner"); }, "(10, 0)"},
+          {undo, "(-7, 2.25)"},
+          {undo, "(10, 2.25)"},
+          {undo, "(10, 0)"},
+          {undo, "(0, 0)"}},
+         [] { return CallText("", Held().stage.x.to, Held().stage.y.to); });
+    Do(MainWindow::cmdLanguage + LANG_ENGLISH);
 }
 
 TEST_F(Session, ASetupThatTheHostAcceptsIsOnItsDevicesAndPanels) {
