@@ -150,19 +150,22 @@ public:
     bool Make(const Parts& parts) {
         const long right = std::max(m_width - kScrollBar, 0L);
         m_bar = nullptr;
-        if (!parts.Add(m_bar, L"SCROLLBAR", kBarId, L"", {right, 0, m_width, m_height}, SBS_VERT)) return false;
+        if (!plate.Make(parts, {0, 0, right, plate.Height()}) ||
+            !parts.Add(m_bar, L"SCROLLBAR", kBarId, L"", {right, 0, m_width, m_height}, SBS_VERT)) {
+            return false;
+        }
         KX_FollowColorScheme(m_bar);
-        if (!plate.Make(parts, {0, 0, right, plate.Height()})) return false;
-        Fit();
+        Fit(false);
         return static_cast<bool>(parts);
     }
-    // The bar is as long as the area, and hidden while all can be seen.
-    void Fit() {
+    // The bar is as long as the area, and hidden while all can be seen. `redraw`: it has been painted before.
+    void Fit(bool redraw = true) {
+        if (!m_bar) return;
         const RECT all = RectInParent(plate);
         SCROLLINFO info{sizeof info, SIF_RANGE | SIF_PAGE, 0, 0, 0, 0, 0};
         info.nMax = std::max(0, static_cast<int>(all.bottom - all.top) - 1);
         info.nPage = static_cast<UINT>(Page());
-        SetScrollInfo(Bar(), SB_CTL, &info, TRUE);
+        SetScrollInfo(Bar(), SB_CTL, &info, redraw);
         const bool isWanted = info.nMax >= Page();
         if (((GetWindowLongW(Bar(), GWL_STYLE) & WS_VISIBLE) != 0) != isWanted)
             ShowWindow(Bar(), isWanted ? SW_SHOWNA : SW_HIDE);

@@ -305,7 +305,7 @@ KxActivity CKxDevUI_MultiLaserLine::ActivityNow() const {
 
 void CKxDevUI_MultiLaserLine::ShowRequests() const {
     InvalidateRect(m_hWnd, nullptr, TRUE);
-    InvalidateRect(m_slider, nullptr, FALSE);
+    if (m_slider) InvalidateRect(m_slider, nullptr, FALSE);
 }
 
 // Below the point of colour.

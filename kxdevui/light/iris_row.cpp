@@ -119,6 +119,9 @@ bool IrisRow::Draw(HWND control, const Message& message, bool lit, bool lost) co
     return true;
 }
 
-void IrisRow::Redraw(HWND control) const { InvalidateRect(GetDlgItem(control, m_first), nullptr, FALSE); }
+void IrisRow::Redraw(HWND control) const {
+    // Without a window this would invalidate the desktop.
+    if (const HWND picture = GetDlgItem(control, m_first)) InvalidateRect(picture, nullptr, FALSE);
+}
 
 }  // namespace kx::ui
