@@ -152,6 +152,9 @@ void CKxDevUI_EditBox::MakeEdit(const RECT& place, HFONT font) {
     m_edit = edit;
     LoseMargins(m_edit);
     kx::ui::UseInputMethod(m_edit, false);
+    // Wine takes what it begins with for typed.
+    SendMessageW(m_edit, EM_SETMODIFY, FALSE, 0);
+    SendMessageW(m_edit, EM_EMPTYUNDOBUFFER, 0, 0);
     SendMessageW(m_edit, EM_LIMITTEXT, static_cast<WPARAM>(m_maxChars), 0);
     kx::ui::Subclass(m_edit, WndProc_EditBox, static_cast<CKxDevUI_Base*>(this));
 }
