@@ -63,11 +63,7 @@ bool CKxDevUI_LightND::Make(const Parts& parts) {
         return false;
     long top = kTop;
     for (Wheel& each : m_wheels) {
-        if (!each.row.Make(parts, {left, top, right, top + kRow}, 2)) return false;
-        for (int i = 0; i < each.row.Count(); ++i) {
-            const HWND button = PartAt(each.first + i);
-            SetWindowLongW(button, GWL_STYLE, GetWindowLongW(button, GWL_STYLE) | BS_MULTILINE);
-        }
+        if (!each.row.Make(parts, {left, top, right, top + kRow}, 2, BS_MULTILINE)) return false;
         if (each.row.Count() > 0) top += kNext;
     }
     ShowProduct();

@@ -123,6 +123,10 @@ void CKxDevUI_MultiLaserSubset::Activate(long subset, bool active) {
     for (SKxLaserSubset& each : m_subsets)
         if (m_exclusive) each.active = false;
     m_subsets[static_cast<std::size_t>(subset)].active = active;
+    // What the user has done since is not taken back.
+    const std::vector<SKxLaserLine> now = GetLines();
+    for (std::size_t i = 0; i < std::min(now.size(), m_told.size()); ++i)
+        m_told[i].on = now[i].on, m_told[i].power = now[i].power;
     const Alive alive(static_cast<CKxDevUI_Base*>(this));
     ShowLines();
     if (alive) ShowSubsets();

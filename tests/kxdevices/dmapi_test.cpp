@@ -1,5 +1,6 @@
 // The registry of devices, the answers of DMApi, and the simulated microscope.
 #include <bench/bench.h>
+#include <kxdevices/kx_simlaserengine.h>
 #include <kxdevices/kx_simlight.h>
 #include <kxsystem/kx_time.h>
 
@@ -82,6 +83,75 @@ TEST(DMApi, AnswersFromWhatStandsInTheLight) {
                        DMApi::NDFilter_GetTransmission(n, 1, 2), DMApi::NDFilter_GetTransmission(n, 1, 3)),
               "(2, 3, 0.01, 0)");
     EXPECT_FALSE(DMApi::NDFilter_HasShutter(n) || DMApi::NDFilter_IsShutterOpen(n));
+}
+
+// An engine of three lines, of which the first two may leave by A and the last two by B.
+struct LaserEngine : testing::Test {
+    LaserEngine() {
+        CKxDeviceRegistry::Add(engine);
+        told.record.Clear();
+    }
+    // Of each line its power, "*" while it is on, what is measured of its light; how often listeners were told.
+    std::string See() const {
+        std::ostringstream seen;
+        for (long i = 0; i < DMApi::LaserEngine_GetLineCount(id()); ++i) {
+            SKxLaserLine line;
+            EXPECT_TRUE(DMApi::LaserEngine_GetLine(id(), i, &line));
+            seen << line.power << (line.on ? "*" : "") << ':' << (line.measured ? CallText("", *line.measured) : "?")
+                 << (line.state == eKxDeviceState_Ready ? "" : "~") << (line.interlock ? "!" : "") << ' ';
+        }
+        std::string changes = told.record.Take();
+        seen << '|' << std::count(changes.begin(), changes.end(), 't');
+        return seen.str();
+    }
+    unsigned id() const { return engine.GetLogDevId(); }
+
+    const Clock clock{0u - 100};  // wraps around on the way
+    mutable Listener told;
+    CKxSimLaserEngine engine{L"Engine",
+                             {{.wavelength = 488}, {.power = 10, .limit = 60}, {.wavelength = 640}},
+                             {{.name = L"A", .lines = {0, 1}}, {.name = L"B", .lines = {1, 2}}}};
+};
+
+TEST_F(LaserEngine, KeepsItsRules) {
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    const auto pass = [](unsigned milliseconds) { return [=] { return Clock::now += milliseconds, true; }; };
+    const std::tuple<std::function<bool()>, bool, std::string> acts[] = {
+        {[&] { return engine.SetLineOn(2, true) || engine.SetLineOn(3, true) || engine.SetLineOn(-1, false); }, false,
+         "0:(0) 10:(0) 0:(0) |0"},  // in no active subset
+        {[&] { return engine.SetLinePower(1, 60.1) || engine.SetLinePower(1, -1) || engine.SetLinePower(0, nan); },
+         false, "0:(0) 10:(0) 0:(0) |0"},
+        {[&] { return engine.SetLinePower(1, 60); }, true, "0:(0) 60:(0) 0:(0) |1"},
+        {[&] { return engine.SetLineOn(1, true); }, true, "0:(0) 60*:(0)~ 0:(0) |1"},
+        {pass(225), true, "0:(0) 60*:(30)~ 0:(0) |0"},
+        {pass(225), true, "0:(0) 60*:(60)~ 0:(0) |0"},
+        {[&] { return engine.Tick(), true; }, true, "0:(0) 60*:(60) 0:(0) |1"},
+        {[&] { return engine.SetSubsetActive(1, true); }, true, "0:(0) 60*:(60) 0:(0) |1"},  // it is in both
+        {[&] { return engine.SetSubsetActive(1, false) || engine.SetSubsetActive(2, true); }, false,
+         "0:(0) 60*:(60) 0:(0) |0"},
+        {[&] { return engine.SetLinePower(2, 20) && engine.SetLineOn(2, true); }, true, "0:(0) 60*:(60) 20*:(0)~ |2"},
+        {[&] { return engine.SetInterlock(true, L"Door"), engine.SetLineOn(2, true); }, false,
+         "0:(0)! 60:(0)! 20:(0)! |1"},  // dark at once
+        {[&] { return engine.SetInterlock(false), true; }, true, "0:(0) 60:(0) 20:(0) |1"},
+        {[&] { return engine.SetLineOn(1, true) && engine.SetSubsetActive(0, true); }, true,
+         "0:(0) 60*:(0)~ 20:(0) |2"},
+        {[&] { return Clock::now += 225, engine.Stop(), true; }, true, "0:(0) 30*:(30) 20:(0) |1"},
+        {[&] { return engine.RemoveLine(0) && !engine.RemoveLine(7); }, true, "30*:(30) 20:(0) |1"},
+        {[&] { return engine.TurnLightOff(), true; }, true, "0:(0) 0:(0) |1"},
+        {[&] { return engine.SetFails(true), engine.SetLinePower(0, 5) || engine.SetLineOn(0, true); }, false,
+         "0:(0) 0:(0) |0"},
+    };
+    for (const auto& [act, done, seen] : acts) {
+        EXPECT_EQ(act(), done) << seen;
+        EXPECT_EQ(See(), seen);
+    }
+    SKxLaserSubset subset{.name = L"?"};
+    EXPECT_FALSE(DMApi::LaserEngine_GetSubset(id(), 2, &subset) || subset.name != L"?");
+    EXPECT_TRUE(DMApi::LaserEngine_GetSubset(id(), 1, &subset) && subset.lines == std::vector<long>({0, 1}));
+    SKxLaserLine line{.power = 7};
+    EXPECT_FALSE(DMApi::LaserEngine_GetLine(id(), 2, &line) || DMApi::LaserEngine_GetLine(0, 0, &line) ||
+                 line.power != 7);
+    EXPECT_EQ(DMApi::LaserEngine_GetSubsetCount(id()) + DMApi::LaserEngine_GetLineCount(0), 2);
 }
 
 TEST(DMApi, AnswersWhatItCannotKnowWithNothing) {

@@ -83,7 +83,8 @@ void Use(HWND window) {
         SendMessageW(window, CB_SETCURSEL, 1, 0);
         SendMessageW(parent, WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(window), CBN_SELCHANGE), LPARAM(window));
     } else if (IsOf(window, L"SCROLLBAR")) {
-        SendMessageW(parent, WM_HSCROLL, SB_PAGERIGHT, reinterpret_cast<LPARAM>(window));
+        SendMessageW(parent, style & SBS_VERT ? WM_VSCROLL : WM_HSCROLL, SB_PAGERIGHT,
+                     reinterpret_cast<LPARAM>(window));
     } else if (IsOf(window, L"LISTBOX")) {
         SendMessageW(window, LB_SETCURSEL, 4, 0);
         SendMessageW(window, LB_SETTOPINDEX, 2, 0);
