@@ -151,6 +151,27 @@ TEST_F(Lists, ListBoxFollowsMouseAndKeys) {
            "0 0: "}});
 }
 
+TEST_F(Lists, ListBoxKeepsItsPlacesWhenItIsDrawnHere) {
+    CKxDevUI_ListBox plain;
+    plain.Create(parent.Window(), 150, 40, 90, 120, true, true);
+    for (int i = 0; i < 20; ++i)
+        plain.InsertValue(i, -1);
+    plain.SetSelection(12), plain.SetFocus();
+    MoveWindow(plain, 150, 30, 100, 60, TRUE);
+    SendMessageW(InnerOf(plain), LB_SETTOPINDEX, 11, 0);
+    const auto see = [&] {
+        const HWND inner = InnerOf(plain);
+        return PlaceOf(inner) + CallText(PlaceOf(plain), GetFocus() == inner, SendMessageW(inner, LB_GETCURSEL, 0, 0),
+                                         SendMessageW(inner, LB_GETTOPINDEX, 0, 0),
+                                         SendMessageW(inner, LB_GETITEMHEIGHT, 0, 0));
+    };
+    const std::string before = see();
+    EXPECT_FALSE(GetWindowLongW(InnerOf(plain), GWL_STYLE) & LBS_OWNERDRAWFIXED);
+    plain.SetValueEnabled(3, false);
+    EXPECT_TRUE(GetWindowLongW(InnerOf(plain), GWL_STYLE) & LBS_OWNERDRAWFIXED);
+    EXPECT_EQ(see(), before);
+}
+
 TEST_F(Lists, DefaultTellsTheParentAlone) {
     CKxDevUI_ComboBox plain;
     plain.SetId(30);
