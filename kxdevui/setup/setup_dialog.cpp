@@ -130,10 +130,12 @@ void SetupDialog::NameForReaders() const {
 namespace {
 
 // The row that is filled has to be seen while the list or the search has the focus, in every scheme: the platform's
-// shade for that is faint, and the system's.
+// shade for that is faint, and both of its shades are the system's.
 LRESULT DrawRow(NMLVCUSTOMDRAW& draw) {
-    if (draw.nmcd.dwDrawStage == CDDS_PREPAINT)
-        return GetFocus() == draw.nmcd.hdr.hwndFrom ? CDRF_DODEFAULT : CDRF_NOTIFYITEMDRAW;
+    if (draw.nmcd.dwDrawStage == CDDS_PREPAINT) {
+        const bool isPlatforms = GetFocus() == draw.nmcd.hdr.hwndFrom && KX_GetColorScheme() == eKxColorScheme_System;
+        return isPlatforms ? CDRF_DODEFAULT : CDRF_NOTIFYITEMDRAW;
+    }
     if (draw.nmcd.dwDrawStage != CDDS_ITEMPREPAINT) return CDRF_DODEFAULT;
     const int row = static_cast<int>(draw.nmcd.dwItemSpec);
     if (ListView_GetItemState(draw.nmcd.hdr.hwndFrom, row, LVIS_SELECTED) == 0) return CDRF_DODEFAULT;

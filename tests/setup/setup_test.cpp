@@ -53,6 +53,14 @@ std::wstring NameOfControl(HWND window) {
     return text;
 }
 
+// As readers on Windows find it: the own text of what has one, and of lists the text before them among their siblings.
+std::string ReadBy(HWND control) {
+    const HWND child = GetWindow(control, GW_CHILD), list = GetDlgItem(control, 10000);
+    const bool isCombo = list && SendMessageW(list, CB_GETCOUNT, 0, 0) > 0;
+    const std::wstring name = NameOfControl(list ? list : child ? child : control);
+    return Narrow(isCombo ? TextOf(GetWindow(list, GW_HWNDPREV)) : name);
+}
+
 struct Setup : ControlTest {
     Setup() { KX_SetMessageBoxHandler(Box, this); }
     static int Box(HWND, const wchar_t* text, const wchar_t*, UINT, int, void* self) {
@@ -104,6 +112,8 @@ struct Setup : ControlTest {
 };
 
 TEST_F(Setup, IsWorkedByKeysAlone) {
+    const HWND before = AddChild(parent.Window(), L"BUTTON", 5, {0, 0, 9, 9});
+    SetFocus(before);
     EXPECT_TRUE(OpenObjectives([](HWND dialog) {
         const DialogKeys keys(dialog);
         EXPECT_EQ(TextOf(dialog), L"Nosepiece & Objectives");
@@ -130,6 +140,33 @@ TEST_F(Setup, IsWorkedByKeysAlone) {
         Key(VK_RETURN);
     }));
     EXPECT_EQ(Told(), "0: PlanApo4x020 >  2: PlanApo20x075 > PlanApo60x120W");
+    EXPECT_EQ(GetFocus(), before);
+}
+
+// What it reads at each stop of Tab, and that it hears of what is told below.
+TEST_F(Setup, IsReadByAScreenReader) {
+    static int s_changes;
+    const auto hear = [](HWINEVENTHOOK, DWORD, HWND window, LONG, LONG, DWORD, DWORD) {
+        s_changes += GetDlgCtrlID(window) == IDC_SETUP_DETAILS;
+    };
+    const HWINEVENTHOOK hook = SetWinEventHook(EVENT_OBJECT_NAMECHANGE, EVENT_OBJECT_NAMECHANGE, nullptr, hear,
+                                               GetCurrentProcessId(), 0, WINEVENT_OUTOFCONTEXT);
+    OpenObjectives([](HWND dialog) {
+        const DialogKeys keys(dialog);
+        std::string read;
+        HWND stop = GetDlgItem(dialog, IDC_SETUP_TABLE);
+        for (int i = 0; i < 8; ++i)
+            read += ReadBy(stop) + "; ", stop = GetNextDlgTabItem(dialog, stop, FALSE);
+        EXPECT_EQ(read, "Positions; Find:; Magnification:; NA:; Immersion:; Objectives; OK; Cancel; ");
+        EXPECT_EQ(stop, GetDlgItem(dialog, IDC_SETUP_TABLE));
+        s_changes = 0;
+        Key(VK_DOWN);
+        EXPECT_TRUE(PumpUntil([] { return s_changes == 1; }));
+        const std::wstring told = NameOfControl(GetDlgItem(dialog, IDC_SETUP_DETAILS));
+        EXPECT_EQ(Narrow(told.substr(0, told.find(L'\n'))), "Plan Apo 60x/1.40 Oil");
+        PressButton(dialog, IDCANCEL);
+    });
+    UnhookWinEvent(hook);
 }
 
 TEST_F(Setup, IsWorkedByTheMouseAlone) {
