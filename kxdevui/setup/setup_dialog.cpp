@@ -59,6 +59,18 @@ bool SetupDialog::Run(HWND owner) {
            reinterpret_cast<HWND>(INT_PTR{IDOK});
 }
 
+namespace {
+
+// It may be moved to a monitor of another scale.
+LRESULT CALLBACK ZoomProc(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id, DWORD_PTR) {
+    if (message == WM_NCDESTROY) RemoveWindowSubclass(dialog, ZoomProc, id);
+    const LRESULT result = DefSubclassProc(dialog, message, wParam, lParam);
+    if (message == CKxGUILayoutManager::ZoomChangedMessage) ui::ApplyZoom(dialog);
+    return result;
+}
+
+}  // namespace
+
 // ---- Making --------------------------------------------------------------------------------------------------------
 
 LRESULT SetupDialog::OnInit(UINT, WPARAM, LPARAM) {
@@ -66,6 +78,7 @@ LRESULT SetupDialog::OnInit(UINT, WPARAM, LPARAM) {
     MakeSearch();
     // A window of its own: nobody else zooms and colours it.
     CKxGUILayoutManager::ResizeWindowToGuiZoom(m_hWnd, 1.0);
+    SetWindowSubclass(m_hWnd, ZoomProc, 1, 0);
     KX_FollowColorScheme(m_hWnd);
     AlignWindow(true);
     NameForReaders();

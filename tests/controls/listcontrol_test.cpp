@@ -3,6 +3,7 @@
 #include "control_test.h"
 
 #include <kxbaseui/kx_schemecontrols.h>
+#include <kxdevui/controls/devgui_checkbox.h>
 #include <kxdevui/controls/devgui_combobox.h>
 #include <kxdevui/controls/devgui_listbox.h>
 #include <kxdevui/framework/devgui_habits.h>
@@ -217,7 +218,7 @@ TEST(ListsOfADialog, AreTakenOverWhole) {
         for (HWND each = GetWindow(dialog, GW_CHILD); each; each = GetWindow(each, GW_HWNDNEXT))
             text += PlaceOf(each) + (IsWindowEnabled(each) ? ", " : " disabled, ");
         HWND stop = at(10);
-        for (int i = 0; i < 5; ++i)
+        for (int i = 0; i < 6; ++i)
             text += std::to_string(GetDlgCtrlID(stop)) + " ", stop = GetNextDlgTabItem(dialog, stop, FALSE);
         return text;
     };
@@ -227,6 +228,9 @@ TEST(ListsOfADialog, AreTakenOverWhole) {
     EXPECT_FALSE(plain.Create(parent.Window(), at(10)) || plain.Create(dialog, nullptr));
     EXPECT_TRUE(plain.Create(dialog, at(10)) && typed.Create(nullptr, at(11)) && one.Create(dialog, at(12)));
     EXPECT_TRUE(several.Create(dialog, at(13)) && other.Create(dialog, at(14)));
+    CKxDevUI_CheckBox check;
+    CheckDlgButton(dialog, 15, BST_INDETERMINATE);
+    EXPECT_TRUE(check.Create(dialog, at(15)) && check.GetState() == BST_INDETERMINATE);
     EXPECT_FALSE(other.Create(dialog, at(10)) || other.Create(plain, InnerOf(plain))) << "taken already";
     EXPECT_EQ(order(), before);
     const auto read = [](ListControl& list) {

@@ -295,4 +295,27 @@ TEST_F(Setup, SpeaksEveryLanguageInEverySize) {
     }
 }
 
+// Open, it becomes what it would have been made as.
+TEST_F(Setup, FollowsZoomAndSchemeWhileItIsOpen) {
+    for (const auto& [zoom, scheme] :
+         {std::pair(1.5, eKxColorScheme_System), {1.0, eKxColorScheme_Dark}, {2.0, eKxColorScheme_Light}}) {
+        const auto change = [zoom = zoom, scheme = scheme](bool back) {
+            CKxGUILayoutManager::SetGuiZoom(back ? 1 : zoom);
+            KX_SetColorScheme(back ? eKxColorScheme_System : scheme);
+            Pump();
+        };
+        std::vector<Picture> looks;
+        for (const bool later : {false, true}) {
+            change(later);
+            OpenObjectives([&](HWND dialog) {
+                if (later) change(false);
+                looks.push_back(Picture::OnScreen(dialog));
+                looks.back().Save("setup-open-" + std::to_string(scheme) + (later ? "-brought" : "-made"));
+                PressButton(dialog, IDCANCEL);
+            });
+        }
+        EXPECT_EQ(looks.at(1).Differences(looks.at(0)), 0) << zoom << ' ' << scheme;
+    }
+}
+
 }  // namespace
