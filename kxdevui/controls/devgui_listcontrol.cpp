@@ -111,7 +111,9 @@ void ListControl::InsertRow(int index) const {
                   reinterpret_cast<LPARAM>(m_values.At(index).text.c_str())});
 }
 
-void ListControl::Watch(HWND window) { Subclass(window, InnerProc, static_cast<CKxDevUI_Base*>(this)); }
+void ListControl::Watch(HWND window) {
+    if (Subclass(window, InnerProc, nullptr)) ByState<ListControl>::Bind(window, this);
+}
 
 // ---- Values --------------------------------------------------------------------------------------------------------
 
@@ -298,7 +300,8 @@ LRESULT CALLBACK ListControl::InnerProc(HWND window, UINT id, WPARAM wParam, LPA
     // Of thousands of values each is a message or two.
     const bool isOfLists = (id >= CB_GETEDITSEL && id < CB_MSGMAX) || (id >= LB_ADDSTRING && id < LB_MSGMAX);
     if (isOfLists && id != CB_SHOWDROPDOWN) return CallPrevious({window, id, wParam, lParam});
-    return SubclassEntry<ListControl, &ListControl::HandleInner>({window, id, wParam, lParam});
+    return SubclassEntry<ListControl, &ListControl::HandleInner, Unbound::Default, ByState<ListControl>>(
+        {window, id, wParam, lParam});
 }
 
 // The host is asked when the platform's procedures have returned: they go on using what is theirs after they have told

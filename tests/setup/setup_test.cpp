@@ -304,13 +304,14 @@ TEST_F(Setup, FollowsZoomAndSchemeWhileItIsOpen) {
             KX_SetColorScheme(back ? eKxColorScheme_System : scheme);
             Pump();
         };
+        const std::string name = "setup-open-" + std::to_string(scheme);
         std::vector<Picture> looks;
         for (const bool later : {false, true}) {
             change(later);
             OpenObjectives([&](HWND dialog) {
                 if (later) change(false);
                 looks.push_back(Picture::OnScreen(dialog));
-                looks.back().Save("setup-open-" + std::to_string(scheme) + (later ? "-brought" : "-made"));
+                looks.back().Save(name + (later ? "-brought" : "-made"));
                 PressButton(dialog, IDCANCEL);
             });
         }
