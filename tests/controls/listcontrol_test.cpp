@@ -160,17 +160,16 @@ TEST_F(Lists, ListBoxKeepsItsPlacesWhenItIsDrawnHere) {
     plain.SetSelection(12), plain.SetFocus();
     MoveWindow(plain, 150, 30, 100, 60, TRUE);
     SendMessageW(InnerOf(plain), LB_SETTOPINDEX, 11, 0);
-    const auto see = [&] {
-        const HWND inner = InnerOf(plain);
-        return PlaceOf(inner) + CallText(PlaceOf(plain), GetFocus() == inner, SendMessageW(inner, LB_GETCURSEL, 0, 0),
-                                         SendMessageW(inner, LB_GETTOPINDEX, 0, 0),
-                                         SendMessageW(inner, LB_GETITEMHEIGHT, 0, 0));
-    };
-    const std::string before = see();
-    EXPECT_FALSE(GetWindowLongW(InnerOf(plain), GWL_STYLE) & LBS_OWNERDRAWFIXED);
-    plain.SetValueEnabled(3, false);
-    EXPECT_TRUE(GetWindowLongW(InnerOf(plain), GWL_STYLE) & LBS_OWNERDRAWFIXED);
-    EXPECT_EQ(see(), before);
+    std::string seen[2];
+    for (std::string& see : seen) {
+        see = PlaceOf(plain) + PlaceOf(InnerOf(plain)) + (GetFocus() == InnerOf(plain) ? " focus" : "");
+        for (const UINT ask : {LB_GETCURSEL, LB_GETTOPINDEX, LB_GETITEMHEIGHT})
+            see += ' ' + std::to_string(SendMessageW(InnerOf(plain), ask, 0, 0));
+        const bool isDrawn = (GetWindowLongW(InnerOf(plain), GWL_STYLE) & LBS_OWNERDRAWFIXED) != 0;
+        EXPECT_EQ(isDrawn, &see == &seen[1]);
+        plain.SetValueEnabled(3, false);
+    }
+    EXPECT_EQ(seen[1], seen[0]);
 }
 
 TEST_F(Lists, DefaultTellsTheParentAlone) {

@@ -145,9 +145,9 @@ TEST_F(Setup, IsWorkedByKeysAlone) {
 
 // What it reads at each stop of Tab, and that it hears of what is told below.
 TEST_F(Setup, IsReadByAScreenReader) {
-    static int s_changes;
+    static bool s_heard;
     const auto hear = [](HWINEVENTHOOK, DWORD, HWND window, LONG, LONG, DWORD, DWORD) {
-        s_changes += GetDlgCtrlID(window) == IDC_SETUP_DETAILS;
+        s_heard = s_heard || GetDlgCtrlID(window) == IDC_SETUP_DETAILS;
     };
     const HWINEVENTHOOK hook = SetWinEventHook(EVENT_OBJECT_NAMECHANGE, EVENT_OBJECT_NAMECHANGE, nullptr, hear,
                                                GetCurrentProcessId(), 0, WINEVENT_OUTOFCONTEXT);
@@ -155,15 +155,12 @@ TEST_F(Setup, IsReadByAScreenReader) {
         const DialogKeys keys(dialog);
         std::string read;
         HWND stop = GetDlgItem(dialog, IDC_SETUP_TABLE);
-        for (int i = 0; i < 8; ++i)
+        for (int i = 0; i < 9; ++i)
             read += ReadBy(stop) + "; ", stop = GetNextDlgTabItem(dialog, stop, FALSE);
-        EXPECT_EQ(read, "Positions; Find:; Magnification:; NA:; Immersion:; Objectives; OK; Cancel; ");
-        EXPECT_EQ(stop, GetDlgItem(dialog, IDC_SETUP_TABLE));
-        s_changes = 0;
-        Key(VK_DOWN);
-        EXPECT_TRUE(PumpUntil([] { return s_changes == 1; }));
-        const std::wstring told = NameOfControl(GetDlgItem(dialog, IDC_SETUP_DETAILS));
-        EXPECT_EQ(Narrow(told.substr(0, told.find(L'\n'))), "Plan Apo 60x/1.40 Oil");
+        EXPECT_EQ(read, "Positions; Find:; Magnification:; NA:; Immersion:; Objectives; OK; Cancel; Positions; ");
+        s_heard = false, Key(VK_DOWN);
+        EXPECT_TRUE(PumpUntil([] { return s_heard; }));
+        EXPECT_EQ(NameOfControl(GetDlgItem(dialog, IDC_SETUP_DETAILS)).substr(0, 12), L"Plan Apo 60x");
         PressButton(dialog, IDCANCEL);
     });
     UnhookWinEvent(hook);
@@ -255,10 +252,8 @@ TEST_F(Setup, SpeaksEveryLanguageInEverySize) {
             for (HWND each = GetWindow(dialog, GW_CHILD); each; each = GetWindow(each, GW_HWNDNEXT)) {
                 const std::wstring text = TextOf(each);
                 const HWND inner = GetWindow(each, GW_CHILD) ? GetWindow(each, GW_CHILD) : each;
-                const bool combo = SendMessageW(inner, CB_GETCOUNT, 0, 0) > 0;
                 const bool used = inner != each || (GetWindowLongW(inner, GWL_STYLE) & WS_TABSTOP) != 0;
-                const bool nameless = used && !combo && NameOfControl(inner).empty();
-                EXPECT_FALSE(nameless) << picture << ' ' << GetDlgCtrlID(each);
+                EXPECT_FALSE(used && ReadBy(each).empty()) << picture << ' ' << GetDlgCtrlID(each);
                 if (const auto mark = text.find(L'&'); mark != std::wstring::npos)
                     letters += static_cast<wchar_t>(std::towlower(text.at(mark + 1)));
                 const HDC dc = GetDC(each);
@@ -297,26 +292,20 @@ TEST_F(Setup, SpeaksEveryLanguageInEverySize) {
 
 // Open, it becomes what it would have been made as.
 TEST_F(Setup, FollowsZoomAndSchemeWhileItIsOpen) {
-    for (const auto& [zoom, scheme] :
-         {std::pair(1.5, eKxColorScheme_System), {1.0, eKxColorScheme_Dark}, {2.0, eKxColorScheme_Light}}) {
-        const auto change = [zoom = zoom, scheme = scheme](bool back) {
-            CKxGUILayoutManager::SetGuiZoom(back ? 1 : zoom);
-            KX_SetColorScheme(back ? eKxColorScheme_System : scheme);
-            Pump();
-        };
-        const std::string name = "setup-open-" + std::to_string(scheme);
-        std::vector<Picture> looks;
-        for (const bool later : {false, true}) {
-            change(later);
-            OpenObjectives([&](HWND dialog) {
-                if (later) change(false);
-                looks.push_back(Picture::OnScreen(dialog));
-                looks.back().Save(name + (later ? "-brought" : "-made"));
-                PressButton(dialog, IDCANCEL);
-            });
-        }
-        EXPECT_EQ(looks.at(1).Differences(looks.at(0)), 0) << zoom << ' ' << scheme;
+    const auto change = [](bool changed) {
+        CKxGUILayoutManager::SetGuiZoom(changed ? 1.5 : 1);
+        KX_SetColorScheme(changed ? eKxColorScheme_Dark : eKxColorScheme_System);
+    };
+    std::vector<Picture> looks;
+    for (const bool before : {true, false}) {
+        change(before);
+        OpenObjectives([&](HWND dialog) {
+            change(true), Pump();
+            looks.push_back(Picture::OnScreen(dialog));
+            PressButton(dialog, IDCANCEL);
+        });
     }
+    EXPECT_EQ(looks.at(1), looks.at(0));
 }
 
 }  // namespace
