@@ -4,6 +4,7 @@
 
 #include <array>
 #include <list>
+#include <map>
 #include <memory>
 #include <set>
 #include <string>
@@ -43,6 +44,13 @@ struct HeldValues {
     Lamp transmitted, reflected;
     bool tube = false, condenserOut = false;
     std::vector<CKxStringW> condenser{L"BrightField090", L"Phase1", L"Phase2", L"DICHigh", L""};  // keys, by position
+    // What has stood in the positions of a device, by what is asked of it.
+    struct Place {
+        std::wstring name = {}, magnification = {}, key = {};
+        bool operator==(const Place&) const = default;
+    };
+    using Setup = std::vector<Place>;
+    std::map<std::wstring, std::vector<Setup>> setups;
     int seriesCount = 10;
     double seriesInterval = 5.0;  // seconds
 

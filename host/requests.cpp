@@ -52,7 +52,9 @@ void Requests::Note(const MSG& message) {
 std::wstring Requests::NameOf(const kx::host::Change* change) const {
     if (!change) return {};
     const Wish& wish = m_wishes.at(change->what);
-    return Text(wish.name.c_str()).str() + L" " + wish.text(change->from) + L" → " + wish.text(change->to);
+    const std::wstring told =
+        wish.change ? wish.change(change->from, change->to) : wish.text(change->from) + L" → " + wish.text(change->to);
+    return Text(wish.name.c_str()).str() + L" " + told;
 }
 
 std::vector<std::wstring> Requests::Names() const {

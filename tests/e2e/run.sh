@@ -216,6 +216,23 @@ page 503
 changing Optical\ path/Nosepiece/10204 'click "Optical path/Nosepiece/10204"' \
   'Nosepiece: OnPositionChangeRequest\(4\)' 'Status: The nosepiece turns' 'Status: Plan Apo 60x/1.40 Oil'
 
+say "A setup by mouse alone, and by keys alone"
+gear='Optical path/Nosepiece/10500' changed='Nosepiece: setup of position [0-9]+: .* -> .*'
+step 'click "$gear"' 'Nosepiece: OnSetupRequest\(\)' 'Focus: Dialog/.*' 'Places: told'
+click Dialog/2301
+look before Dialog/2301
+click Dialog/2307 20
+changed before Dialog/2301
+step 'click Dialog/1' "$changed" "Focus: $gear" 'Status: The objectives have been changed'
+step 'keys ctrl+z' 'Host: Undone: Objectives .*'
+step 'keys Right' 'Focus: Optical path/Nosepiece/10200'
+step 'keys Left' "Focus: $gear"
+step 'keys Return' 'Nosepiece: OnSetupRequest\(\)' 'Focus: Dialog/.*' 'Places: told'
+keys Down alt+f
+step 'keys w a t e r Down' 'Focus: Dialog/10000'
+step 'keys End Return' 'Nosepiece: setup of position 1: .* -> .* Water' 'Status: The objectives have been changed'
+step 'keys ctrl+z' 'Host: Undone: Objectives 2: .*'
+
 say "A day with lasers"
 page 507
 engine='Lasers/Laser engine'

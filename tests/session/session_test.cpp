@@ -267,6 +267,12 @@ TEST_F(Session, ASetupThatTheHostAcceptsIsOnItsDevicesAndPanels) {
         EXPECT_EQ(panel.GetName(row).str(), name);
         EXPECT_EQ(panel.GetMagnification(row).str(), expected);
     }
+    // In one step there and back.
+    EXPECT_EQ(TheRequests().NameToUndo(), L"Objectives 3: Plan Apo 20x/0.75 → Apo TIRF 100x/1.49 Oil");
+    for (const auto& [command, expected] : {std::pair(MainWindow::cmdUndo, L"20x"), {MainWindow::cmdRedo, L"100x"}}) {
+        Do(command);
+        EXPECT_EQ(panel.GetMagnification(2).str(), expected);
+    }
     KX_SetMessageBoxHandler(nullptr, nullptr);
 }
 
