@@ -6,6 +6,7 @@
 #include "../main_window.h"
 #include "../pages/lamp_page.h"
 #include "../panels/iris_panel.h"
+#include "../panels/lamp_panel.h"
 #include "../panels/nd_panel.h"
 #include "../resources/resource.h"
 
@@ -24,6 +25,9 @@ void Tour::PlanLamps() {
     Click(refuses);
     Wheel(part(L"KxDevUI_HPot"), 1);
     Picture(L"57-iris-refused");
+    // The answer stands over the switch.
+    m_steps.push_back(
+        [page] { return KX_GetActivity(page().First<IrisPanel>()->Panel()).activity != EKxActivity::Refused; });
     Click(refuses);
     const Find slider = [page] {
         return FindWindowExW(page().Irises().Panel(),
@@ -45,5 +49,49 @@ void Tour::PlanLamps() {
     Click(filter(1, 1));
     m_steps.push_back(
         [page] { return KX_GetActivity(page().First<NDPanel>()->Panel()).activity == EKxActivity::AtRest; });
+    PlanHalogen();
+    PlanArc();
     Looks(L"58-lamps", LANG_GERMAN);
+}
+
+// On, brighter, a preset stored and another recalled, and one that does not light.
+void Tour::PlanHalogen() {
+    const auto lamp = [this]() -> AskingLamp& { return m_window.PageOf<LampPage>().First<HalogenPanel>()->Panel(); };
+    const auto part = [lamp](int id) -> Find { return [=] { return GetDlgItem(lamp(), id); }; };
+    const Find slider = [lamp] { return FindWindowExW(lamp(), nullptr, L"KxDevUI_HPot", nullptr); };
+    const auto is = [this, lamp](EKxDeviceState state) {
+        m_steps.push_back([=] { return lamp().Lamp().GetDeviceState() == state; });
+    };
+    Click(part(10200));
+    Drag(slider, 5, 60);
+    Picture(L"57-lamp-follows");
+    is(eKxDeviceState_Ready);
+    Hold(part(10301), [lamp] { return lamp().GetPreset(1) == lamp().GetIntensity(); });
+    Click(part(10300));
+    is(eKxDeviceState_Ready);
+    Picture(L"57-lamp-recalled");
+    Menu(MainWindow::cmdSimulation + MainWindow::simFail);
+    Click(part(10302));
+    is(eKxDeviceState_Faulty);
+    Picture(L"57-lamp-failed");
+    Menu(MainWindow::cmdSimulation + MainWindow::simFail);
+    Click(part(10200));
+    is(eKxDeviceState_Ready);
+}
+
+// It is hot when it goes out, and has to cool before it is lit again.
+void Tour::PlanArc() {
+    const auto lamp = [this]() -> AskingLamp& { return m_window.PageOf<LampPage>().First<ArcPanel>()->Panel(); };
+    const auto part = [lamp](int id) -> Find { return [=] { return GetDlgItem(lamp(), id); }; };
+    Click([lamp] { return FindWindowExW(lamp(), nullptr, L"KxDevUI_Shutter", nullptr); });
+    Click(part(10302));
+    Click(part(10200));
+    m_steps.push_back([lamp] { return lamp().IsOn(); });
+    Click(part(10200));
+    Click(part(10200));
+    Picture(L"57-lamp-hot");
+    m_steps.push_back([lamp] { return lamp().Lamp().GetCoolDown() == 0; });
+    Click(part(10200));
+    m_steps.push_back([lamp] { return lamp().IsOn(); });
+    Picture(L"57-lamp-warming");
 }

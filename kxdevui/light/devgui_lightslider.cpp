@@ -16,12 +16,12 @@ using namespace kx::ui;
 namespace {
 
 constexpr wchar_t kSource[] = L"devgui_lightslider";
-constexpr int kColorId = kTitleId + 1, kUnitId = kTitleId + 2, kTimesId = kTitleId + 3;
+constexpr int kReadingId = kTitleId + 1, kUnitId = kTitleId + 2, kHoursId = kTitleId + 3;
 constexpr int kButtonId = 10200, kFieldId = 10201, kPresets = 10300;
 // Unzoomed pixels: the rows, and the widths of what stands in them.
-constexpr long kTop = 22, kHeight = 38, kLastRow = 62, kLastHeight = 28;
+constexpr long kTop = 22, kHeight = 38, kLastRow = 63, kLastHeight = 24;
 constexpr long kLeft = 4, kBesideShutter = 38, kRight = 4, kGap = 4, kSign = 18;
-constexpr long kReading = 52, kButton = 40, kField = 42, kArrows = 17, kUnit = 14, kPreset = 140;
+constexpr long kReading = 112, kButton = 40, kField = 42, kArrows = 17, kUnit = 14, kPreset = 128;
 
 CKxStringW Translated(const wchar_t* text) { return KX_GetTranslation(text, kSource); }
 
@@ -74,14 +74,14 @@ CKxDevUI_LightSlider::~CKxDevUI_LightSlider() { Binding::EndOwnWindow(this); }
 
 bool CKxDevUI_LightSlider::Make(const Parts& parts) {
     const long right = Width() - kRight, left = HasShutter() ? kBesideShutter : kLeft;
-    const long times = m_scale.IsThere() ? kLeft + kPreset + 2 * kGap : kLeft;
+    const long hours = m_scale.IsThere() ? kLeft + kPreset + 2 * kGap : kLeft;
     HWND button = nullptr;
     if (!MakeTitle(parts, kReading + kRight) || !MakeShutter(parts, {kLeft, kTop + 4}) ||
-        !parts.Label(kColorId, L"", {right - kReading - kSign, 2, right - kSign, 18}, SS_RIGHT) ||
+        !parts.Label(kReadingId, L"", {right - kReading - kSign, 2, right - kSign, 18}, SS_RIGHT) ||
         !parts.PushRadio(button, kButtonId, Translated(L"On"), {left, kTop + 6, left + kButton, kTop + 30}, false,
                          nullptr, WS_TABSTOP) ||
         !MakeScale(parts, left + kButton + kGap) ||
-        !parts.Label(kTimesId, L"", {times, kLastRow, right, kLastRow + kLastHeight}))
+        !parts.Label(kHoursId, L"", {hours, kLastRow, right, kLastRow + kLastHeight}, SS_CENTERIMAGE))
         return false;
     ShowLight();
     ShowTexts();
@@ -97,7 +97,7 @@ bool CKxDevUI_LightSlider::MakeScale(const Parts& parts, long left) {
     return parts && m_field.Make(parts, {field, kTop + 8, arrows, kTop + 28}) &&
            m_arrows.Make(parts, {arrows, kTop + 8, arrows + kArrows, kTop + 28}) &&
            parts.Label(kUnitId, kx::lamp::UnitText(m_unit), {unit, kTop + 11, unit + kUnit, kTop + 27}) &&
-           m_presets.Make(parts, {kLeft, kLastRow + 1, kLeft + kPreset, kLastRow + 25}, kGap);
+           m_presets.Make(parts, {kLeft, kLastRow, kLeft + kPreset, kLastRow + kLastHeight}, kGap);
 }
 
 bool CKxDevUI_LightSlider::Update(CDMApi_LogDevId id, const LightBand& what) {
@@ -111,9 +111,9 @@ bool CKxDevUI_LightSlider::Update(CDMApi_LogDevId id, const LightBand& what) {
             m_fullTemperature = told.fullTemperature;
         }
         if (what.state) {
-            m_times = told.times;
             if (told.intensity) SetIntensity(*told.intensity);
             SetOn(told.on);
+            m_times = told.times;
             SetShutter(told.open);
         }
         if (other) Remake();
@@ -135,8 +135,9 @@ bool CKxDevUI_LightSlider::HoldScale(const kx::lamp::Scale& scale, int unit) {
     const bool sameUnit = std::exchange(m_unit, unit) == unit;
     if (before == scale && sameUnit) return false;
     if (scale.IsThere()) {
+        // Of a scale without steps a thumb that is dragged finds round numbers, too.
         const double stride = kx::lamp::StrideOf(scale);
-        m_slider.InitValues(scale.minimum, scale.maximum, scale.step, stride, 0);
+        m_slider.InitValues(scale.minimum, scale.maximum, stride, stride, 0);
         m_field.SetRestriction(scale.minimum, scale.maximum);
         m_field.SetUnit(kx::lamp::UnitText(unit));
         SetTextOf(PartAt(kUnitId), kx::lamp::UnitText(unit));
@@ -157,6 +158,8 @@ void CKxDevUI_LightSlider::SetIntensity(double intensity) {
     const double clamped = kx::lamp::Clamped(m_scale, intensity);
     if (clamped == m_intensity) return;
     m_intensity = clamped;
+    // It was that of another one.
+    m_times.measured.reset();
     ShowIntensity();
     ShowTexts();
 }
@@ -171,6 +174,7 @@ void CKxDevUI_LightSlider::ShowIntensity() {
 
 void CKxDevUI_LightSlider::SetOn(bool on) {
     if (std::exchange(m_on, on) == on) return;
+    m_times.measured.reset();
     ShowLight();
     ShowTexts();
 }
@@ -197,21 +201,25 @@ std::optional<double> CKxDevUI_LightSlider::GetColorTemperature() const {
     return kelvin > 0 ? std::optional(kelvin) : std::nullopt;
 }
 
-CKxStringW CKxDevUI_LightSlider::TimesText() const {
-    CKxStringW text;
+// What is to be waited for, or the colour.
+CKxStringW CKxDevUI_LightSlider::ReadingText() const {
     if (m_on && m_times.warmUp)
-        text = Translated(L"Warming up") + L", " + kx::lamp::LeftText(*m_times.warmUp, m_times.warmUpLeft);
+        return Translated(L"Warming up") + L", " + kx::lamp::LeftText(*m_times.warmUp, m_times.warmUpLeft);
     if (!m_on && m_times.coolDown > 0)
-        text = Translated(L"Cooling down") + L", " + kx::lamp::LeftText(-1, m_times.coolDown);
-    const CKxStringW hours = m_times.burnt ? kx::lamp::HoursText(*m_times.burnt, m_times.rated) : CKxStringW();
-    if (hours.IsEmpty()) return text;
+        return Translated(L"Cooling down") + L", " + kx::lamp::LeftText(-1, m_times.coolDown);
+    return kx::lamp::KelvinText(GetColorTemperature().value_or(0));
+}
+
+CKxStringW CKxDevUI_LightSlider::HoursText() const {
+    if (!m_times.burnt) return {};
+    const CKxStringW hours = kx::lamp::HoursText(*m_times.burnt, m_times.rated);
     const bool isWorn = kx::lamp::IsWornOut(*m_times.burnt, m_times.rated);
-    return text + (text.IsEmpty() ? L"" : L"\n") + (isWorn ? Translated(L"Worn out:") + L" " + hours : hours);
+    return isWorn ? Translated(L"Worn:") + L" " + hours : hours;
 }
 
 void CKxDevUI_LightSlider::ShowTexts() const {
-    SetTextOf(PartAt(kColorId), kx::lamp::KelvinText(GetColorTemperature().value_or(0)));
-    SetTextOf(PartAt(kTimesId), TimesText());
+    SetTextOf(PartAt(kReadingId), ReadingText());
+    SetTextOf(PartAt(kHoursId), HoursText());
 }
 
 void CKxDevUI_LightSlider::OnLook() { ShowTexts(); }

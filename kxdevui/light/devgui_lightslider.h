@@ -9,10 +9,10 @@
 #include <kxdevui/light/devgui_lightcontrol.h>
 #include <kxdevui/light/preset_row.h>
 
-// A title, beside it the colour temperature of a halogen lamp; below it a shutter, if the device has one, a button that
-// is down while the lamp is on, and its intensity by a slider, which is lit then, a field and arrows, in percent or
-// volts. In the last row three presets (preset_row.h), and what the time does to the lamp: how long it still warms up,
-// or cools before it can be lit again, and the hours that it has burnt, where the device tells them.
+// A title, beside it how long the lamp still warms up, or cools before it can be lit again, or else the colour
+// temperature of a halogen lamp; below it a shutter, if the device has one, a button that is down while the lamp is on,
+// and its intensity by a slider, which is lit then, a field and arrows, in percent or volts. In the last row three
+// presets (preset_row.h), and the hours that it has burnt, where the device tells them.
 //
 // What the user wants goes to the host by the protected callbacks, which may refuse it; then the control shows what it
 // held before. It never sets the lamp, and raises nothing by itself: a preset that is recalled is asked for as a thumb
@@ -98,7 +98,8 @@ private:
     void ShowIntensity();
     void ShowLight();
     void ShowTexts() const;
-    CKxStringW TimesText() const;
+    CKxStringW ReadingText() const;
+    CKxStringW HoursText() const;
 
     kx::ui::LightScale m_slider;
     kx::ui::NumberField m_field;

@@ -53,12 +53,14 @@ double StrideOf(const Scale& scale) noexcept {
     return (digit >= 5 ? 5 : digit >= 2 ? 2 : 1) * decade;
 }
 
+// What stands between two steps goes to the next of them first.
 double After(const Scale& scale, double intensity, long strides) noexcept {
     const double from = Clamped(scale, intensity), stride = StrideOf(scale);
-    const double to = Nearest(scale, from + static_cast<double>(strides) * stride);
-    // From the largest, which may stand off the steps, the first one is less than one.
-    const bool isStuck = to == from && strides < 0;
-    return isStuck ? Nearest(scale, from + static_cast<double>(strides - 1) * stride) : to;
+    if (!(scale.step > 0)) return Nearest(scale, from + static_cast<double>(strides) * stride);
+    constexpr double kSlack = 1e-6;
+    const double at = (from - scale.minimum) / stride;
+    const double step = strides > 0 ? std::floor(at + kSlack) : std::ceil(at - kSlack);
+    return Clamped(scale, Tidy(scale.minimum + (step + static_cast<double>(strides)) * stride));
 }
 
 const wchar_t* UnitText(int unit) noexcept {

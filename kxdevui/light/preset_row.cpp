@@ -10,6 +10,7 @@
 #include <kxbaseui/kx_colors.h>
 #include <kxbaseui/kx_layoutmanager.h>
 #include <kxbaseui/kx_tooltip.h>
+#include <kxdevui/controls/hpot_common.h>
 #include <kxdevui/framework/ui_control.h>
 #include <kxsystem/kx_number.h>
 #include <kxsystem/kx_time.h>
@@ -68,9 +69,7 @@ LRESULT Press(const Message& message, int by) {
 
 void Grow(HWND button) {
     const Hold* const hold = HoldOf(button);
-    // A release that somebody else has swallowed must not store.
-    if (!hold || GetCapture() != button || GetKeyState(hold->by) >= 0 || !IsWindowVisible(button))
-        return Abandon(button);
+    if (!hold || GetCapture() != button || !IsWindowVisible(button)) return Abandon(button);
     InvalidateRect(button, nullptr, FALSE);
     if (KX_GetTimeCounter() - hold->since < PresetRow::kHold) return;
     Abandon(button);
@@ -247,7 +246,11 @@ bool PresetRow::Draw(const Message& message) const {
         }
         const Selection font(dc, reinterpret_cast<HFONT>(SendMessageW(item->hwndItem, WM_GETFONT, 0, 0)));
         SetBkMode(dc, TRANSPARENT);
-        SetTextColor(dc, usable ? KX_GetButtonTextColor(look) : KX_GetSysColor(COLOR_GRAYTEXT));
+        // Paler, but not as pale as what is disabled: it can be stored.
+        constexpr int kPale = 55;
+        const COLORREF ink = KX_GetButtonTextColor(look), face = KX_GetSysColor(COLOR_BTNFACE);
+        const bool isPale = !usable && !(look & eKxButtonLook_Disabled);
+        SetTextColor(dc, isPale ? hpot::Mixed(face, ink, kPale) : ink);
         RECT text = area;
         if (look & (eKxButtonLook_Pressed | eKxButtonLook_On)) OffsetRect(&text, 1, 1);
         DrawTextW(dc, TextOf(preset), -1, &text, DT_CENTER | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX);

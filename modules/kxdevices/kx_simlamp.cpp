@@ -146,8 +146,8 @@ bool CKxSimLamp::GetIntensity(double& intensity) const {
 bool CKxSimLamp::GetMeasured(double& intensity) const {
     if (!m_motion.IsKnown()) return false;
     constexpr double kCold = 1.0 / 3;
-    double part = 1, seconds = 0;
-    GetWarmUp(part, seconds);
+    double part = 0, seconds = 0;
+    if (!GetWarmUp(part, seconds)) part = 1;
     intensity = Filament() * (kCold + (1 - kCold) * part);
     return true;
 }

@@ -1,8 +1,10 @@
 // The registry of devices, the answers of DMApi, and the simulated microscope.
 #include <bench/bench.h>
+#include <kxdevices/kx_simlamp.h>
 #include <kxdevices/kx_simlight.h>
 #include <kxsystem/kx_time.h>
 
+#include <cmath>
 #include <limits>
 #include <stdexcept>
 
@@ -82,6 +84,49 @@ TEST(DMApi, AnswersFromWhatStandsInTheLight) {
                        DMApi::NDFilter_GetTransmission(n, 1, 2), DMApi::NDFilter_GetTransmission(n, 1, 3)),
               "(2, 3, 0.01, 0)");
     EXPECT_FALSE(DMApi::NDFilter_HasShutter(n) || DMApi::NDFilter_IsShutterOpen(n));
+}
+
+TEST(DMApi, AsksLamps) {
+    const Clock clock(0u - 200);
+    CKxSimLamp lamp(L"Arc", {.kind = eKxLampKind_Arc,
+                             .minimum = 10,
+                             .step = 20,
+                             .warmUp = 6000,
+                             .coolDown = 4000,
+                             .burnt = 7,
+                             .rated = 300,
+                             .hour = 1000,
+                             .shutter = true});
+    const unsigned id = CKxDeviceRegistry::Add(lamp);
+    Listener listener;
+    const auto see = [&] {
+        double at = -1, done = -1, left = -1, burnt = 0, rated = 0;
+        DMApi::Lamp_GetMeasured(id, &at), DMApi::Lamp_GetWarmUp(id, &done, &left);
+        EXPECT_TRUE(DMApi::Lamp_GetHours(id, &burnt, &rated) && rated == 300);
+        return CallText("", DMApi::Lamp_IsOn(id), at, done, left, DMApi::Lamp_GetCoolDown(id), burnt);
+    };
+    const auto pass = [&](unsigned milliseconds) { Clock::now += milliseconds, lamp.Tick(); };
+    EXPECT_EQ(see(), "(false, 0, -1, -1, 0, 7)");
+    EXPECT_TRUE(lamp.SetIntensity(85) && !lamp.SetIntensity(9) && !lamp.SetIntensity(std::nan("")) && lamp.SetOn(true));
+    pass(3000);
+    EXPECT_EQ(see(), "(true, 60, 0.5, 3, 0, 10)");
+    listener.record.Clear(), pass(400);
+    EXPECT_EQ(listener.record.Take(), "") << "nothing is to be seen of less than a second";
+    pass(2600);
+    EXPECT_EQ(see(), "(true, 90, -1, -1, 0, 13)");
+    EXPECT_TRUE(lamp.SetOn(false) && !lamp.SetOn(true));
+    pass(3999);
+    EXPECT_EQ(see(), "(false, 0, -1, -1, 0.001, 13)");
+    pass(1), lamp.SetFails(true);
+    EXPECT_TRUE(lamp.SetOn(true) && !lamp.SetShutter(true));
+    pass(3000);
+    EXPECT_FALSE(DMApi::Lamp_IsOn(id) || DMApi::Lamp_GetMeasured(id, nullptr)) << "it has gone out";
+    double from = 0, to = 0;
+    EXPECT_TRUE(DMApi::Lamp_GetRange(id, &from, &to) && DMApi::Lamp_HasShutter(id) && !DMApi::Lamp_IsShutterOpen(id));
+    EXPECT_EQ(CallText("", DMApi::Lamp_GetKind(id), DMApi::Lamp_GetUnit(id), from, to, DMApi::Lamp_GetStep(id),
+                       DMApi::Lamp_GetFullTemperature(id)),
+              "(2, 0, 10, 100, 20, 0)");
+    EXPECT_TRUE(DMApi::Lamp_GetIntensity(id, &to) && to == 90);
 }
 
 TEST(DMApi, AnswersWhatItCannotKnowWithNothing) {
