@@ -22,13 +22,13 @@ CKxSimLamp& Halogen() {
     return device;
 }
 
-// Its minutes and hours pass as seconds here.
+// Its minutes pass as seconds here, and its hours as minutes.
 CKxSimLamp& Arc() {
     static auto& device = TheLight().Devices().Add<CKxSimLamp>(L"Arc lamp", SKxSimLampKind{.kind = eKxLampKind_Arc,
                                                                                            .minimum = 10,
                                                                                            .step = 1,
                                                                                            .warmUp = 12000,
-                                                                                           .coolDown = 8000,
+                                                                                           .coolDown = 2000,
                                                                                            .burnt = 287,
                                                                                            .rated = 300,
                                                                                            .hour = 60000,

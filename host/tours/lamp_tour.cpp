@@ -8,7 +8,6 @@
 #include "../panels/iris_panel.h"
 #include "../panels/lamp_panel.h"
 #include "../panels/nd_panel.h"
-#include "../resources/resource.h"
 
 void Tour::PlanLamps() {
     const auto page = [this]() -> LampPage& { return m_window.PageOf<LampPage>(); };
@@ -17,18 +16,16 @@ void Tour::PlanLamps() {
     const auto part = [page](const wchar_t* windowClass) -> Find {
         return [=] { return FindWindowExW(page().First<IrisPanel>()->Panel(), nullptr, windowClass, nullptr); };
     };
-    const Find refuses = [page] { return GetDlgItem(*page().First<IrisPanel>(), IDC_DEVICE_REFUSE); };
+    // The answer stands over the panel's own switch.
+    const auto refuse = [this] { Menu(MainWindow::cmdSimulation + MainWindow::simRefuse); };
     Click(part(L"KxDevUI_Shutter"));
     Drag(part(L"KxDevUI_HPot"), 88, 35);
     Picture(L"57-iris-moving");
     m_steps.push_back([page] { return page().First<IrisPanel>()->Panel().GetAperture() < 60; });
-    Click(refuses);
+    refuse();
     Wheel(part(L"KxDevUI_HPot"), 1);
     Picture(L"57-iris-refused");
-    // The answer stands over the switch.
-    m_steps.push_back(
-        [page] { return KX_GetActivity(page().First<IrisPanel>()->Panel()).activity != EKxActivity::Refused; });
-    Click(refuses);
+    refuse();
     const Find slider = [page] {
         return FindWindowExW(page().Irises().Panel(),
                              FindWindowExW(page().Irises().Panel(), nullptr, L"KxDevUI_HPot", nullptr), L"KxDevUI_HPot",
