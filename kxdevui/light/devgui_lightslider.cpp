@@ -21,7 +21,7 @@ constexpr int kButtonId = 10200, kFieldId = 10201, kPresets = 10300;
 // Unzoomed pixels: the rows, and the widths of what stands in them.
 constexpr long kTop = 22, kHeight = 38, kLastRow = 63, kLastHeight = 24;
 constexpr long kLeft = 4, kBesideShutter = 38, kRight = 4, kGap = 4, kSign = 18;
-constexpr long kReading = 112, kButton = 40, kField = 42, kArrows = 17, kUnit = 14, kPreset = 128;
+constexpr long kReading = 100, kButton = 40, kField = 42, kArrows = 17, kUnit = 14, kPreset = 128;
 
 CKxStringW Translated(const wchar_t* text) { return KX_GetTranslation(text, kSource); }
 
