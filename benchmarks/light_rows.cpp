@@ -35,14 +35,8 @@ struct Lamp : CKxDevUI_LightSlider {
     Lamp() { SetHasShutter(true), SetPreset(0, 20), SetIntensity(20); }
 };
 
-Row LampRow() {
-    Row row = CreationRow<Lamp>("lamp");
-    row.limit = 1.08;
-    return row;
-}
-
 const Rows s_rows{{CreationRow<Iris>("light iris"), CreationRow<Irises>("light irises"),
-                   CreationRow<ND>("neutral density"), LampRow()}};
+                   CreationRow<ND>("neutral density"), CreationRow<Lamp>("lamp")}};
 
 }  // namespace
 }  // namespace kx::bench
