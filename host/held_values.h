@@ -78,6 +78,9 @@ struct HeldValues {
     // Whether the aperture diaphragm is sent where the objective wants it.
     bool apertureFollows = false;
 
+    // What the presets of the lamps keep: volts, and percent.
+    std::array<double, 3> halogenPresets{3, 6, 12}, arcPresets{20, 50, 100};
+
     // How the powers of the laser lines are shown, and whether the lines are linked.
     struct Lasers {
         EKxPowerScale scale = EKxPowerScale::Logarithmic;

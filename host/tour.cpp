@@ -86,6 +86,13 @@ void Tour::Click(const Find& target) {
     Do([target] { SendMouse(PointIn(target(), 50), MOUSEEVENTF_LEFTUP); });
 }
 
+void Tour::Hold(const Find& target, std::function<bool()> until) {
+    MoveTo(target);
+    Do([target] { SendMouse(PointIn(target(), 50), MOUSEEVENTF_LEFTDOWN); });
+    m_steps.push_back(std::move(until));
+    Do([target] { SendMouse(PointIn(target(), 50), MOUSEEVENTF_LEFTUP); });
+}
+
 void Tour::RightClick(const Find& target) {
     MoveTo(target);
     Do([target] { SendMouse(PointIn(target(), 50), MOUSEEVENTF_RIGHTDOWN); });

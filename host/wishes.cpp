@@ -6,6 +6,7 @@
 #include <utility>
 
 #include <kxdevui/light/iris_rules.h>
+#include <kxdevui/light/lamp_rules.h>
 #include <kxdevui/light/nd_rules.h>
 #include <kxsystem/kx_time.h>
 
@@ -169,6 +170,28 @@ Wish ApertureOf(CKxSimIris& iris) {
 
 Wish OpeningOf(CKxSimIris& iris) { return ByShutter(iris); }
 Wish OpeningOf(CKxSimNDFilter& filter) { return ByShutter(filter); }
+Wish OpeningOf(CKxSimLamp& lamp) { return ByShutter(lamp); }
+
+Wish UseOf(CKxSimLamp& lamp) {
+    Wish wish = WishOf(lamp, L"use");
+    wish.read = [&lamp] { return std::optional<double>(lamp.IsOn()); };
+    wish.ask = [&lamp](double on) { return lamp.SetOn(on != 0); };
+    wish.text = OnOrOff;
+    wish.light = Light::More;
+    return wish;
+}
+
+Wish IntensityOf(CKxSimLamp& lamp) {
+    Wish wish = WishOf(lamp, L"intensity");
+    wish.read = [&lamp] {
+        double intensity = 0;
+        return lamp.GetIntensity(intensity) ? std::optional(intensity) : std::nullopt;
+    };
+    wish.ask = [&lamp](double intensity) { return lamp.SetIntensity(intensity); };
+    wish.text = [unit = kx::lamp::UnitText(lamp.GetUnit())](double of) { return Formatted(L"%g %ls", of, unit); };
+    wish.light = Light::More;
+    return wish;
+}
 
 // By the light that it lets through, so that undo knows what is more.
 Asked AttenuationOf(CKxSimNDFilter& filter, long wheel, long position) {

@@ -4,6 +4,7 @@
 #include <memory>
 
 #include <kxdevices/kx_simdevices.h>
+#include <kxdevices/kx_simlamp.h>
 #include <kxdevices/kx_simlaserengine.h>
 #include <kxdevices/kx_simlight.h>
 #include <kxdevices/kx_zstackdata.h>
@@ -50,6 +51,10 @@ Wish OpeningOf(CKxSimIris& iris);
 // Neutral density: what a wheel lets through, by its position; its shutter.
 Asked AttenuationOf(CKxSimNDFilter& filter, long wheel, long position);
 Wish OpeningOf(CKxSimNDFilter& filter);
+// A lamp: whether it is on, how bright it is set, in its unit, and its shutter.
+Wish UseOf(CKxSimLamp& lamp);
+Wish IntensityOf(CKxSimLamp& lamp);
+Wish OpeningOf(CKxSimLamp& lamp);
 // A laser unit: the port that it uses, if it is one at a time; whether it uses a port; its power.
 Wish PortOf(CKxSimLaserOutput& laser);
 Wish UseOf(CKxSimLaserOutput& laser, long port);

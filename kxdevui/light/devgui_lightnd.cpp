@@ -134,11 +134,10 @@ std::optional<double> CKxDevUI_LightND::GetTransmission() const {
 }
 
 void CKxDevUI_LightND::ShowProduct() const {
-    const HWND label = PartAt(kProduct);
     const auto through = GetTransmission();
     CKxStringW text;
     if (through) text = kx::nd::PercentText(*through) + L"   " + kx::nd::DensityText(*through);
-    if (label && TextOf(label) != text) SetWindowTextW(label, text);
+    SetTextOf(PartAt(kProduct), text);
 }
 
 // ---- The host ------------------------------------------------------------------------------------------------------

@@ -37,10 +37,6 @@ RECT Zoomed(const RECT& rect) {
     return {at(rect.left), at(rect.top), at(rect.right), at(rect.bottom)};
 }
 
-void SetTextOf(HWND window, const CKxStringW& text) {
-    if (window && TextOf(window) != text) SetWindowTextW(window, text);
-}
-
 }  // namespace
 
 // ---- The slider ----------------------------------------------------------------------------------------------------

@@ -107,8 +107,7 @@ void CKxDevUI_MultiLaserSubset::ShowSubsets() {
     for (std::size_t i = 0; parts && i < m_subsets.size(); ++i) {
         const SKxLaserSubset& subset = m_subsets[i];
         const HWND button = PartAt(kFirstSubset + static_cast<int>(i));
-        const CKxStringW text = AsButtonText(subset.name);
-        if (TextOf(button) != text) SetWindowTextW(button, text);
+        SetTextOf(button, AsButtonText(subset.name));
         const WPARAM down = subset.active ? BST_CHECKED : BST_UNCHECKED;
         if (SendMessageW(button, BM_GETCHECK, 0, 0) != static_cast<LRESULT>(down))
             SendMessageW(button, BM_SETCHECK, down, 0);

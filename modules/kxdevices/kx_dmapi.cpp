@@ -360,4 +360,66 @@ CKxDMApiBool DMApi::NDFilter_IsShutterOpen(CDMApi_LogDevId id) {
     return Answer<IKxDeviceNDFilter>(id, __func__, [](auto& device) { return device.IsShutterOpen(); });
 }
 
+// ---- Lamps ----------------------------------------------------------------------------------------------------------
+
+EKxLampKind DMApi::Lamp_GetKind(CDMApi_LogDevId id) {
+    return Answer<IKxDeviceLamp>(id, __func__, [](auto& device) { return device.GetLampKind(); });
+}
+CKxDMApiBool DMApi::Lamp_IsOn(CDMApi_LogDevId id) {
+    return Answer<IKxDeviceLamp>(id, __func__, [](auto& device) { return device.IsOn(); });
+}
+EKxLampUnit DMApi::Lamp_GetUnit(CDMApi_LogDevId id) {
+    return Answer<IKxDeviceLamp>(id, __func__, [](auto& device) { return device.GetUnit(); });
+}
+CKxDMApiBool DMApi::Lamp_GetRange(CDMApi_LogDevId id, double* minimum, double* maximum) {
+    return Answer<IKxDeviceLamp>(id, __func__, [=](auto& device) {
+        double first = 0, second = 0;
+        device.GetRange(first, second);
+        return Give(minimum, true, first) && Give(maximum, true, second);
+    });
+}
+double DMApi::Lamp_GetStep(CDMApi_LogDevId id) {
+    return Answer<IKxDeviceLamp>(id, __func__, [](auto& device) { return device.GetStep(); });
+}
+CKxDMApiBool DMApi::Lamp_GetIntensity(CDMApi_LogDevId id, double* intensity) {
+    return Answer<IKxDeviceLamp>(id, __func__, [=](auto& device) {
+        double value = 0;
+        const bool known = device.GetIntensity(value);
+        return Give(intensity, known, value);
+    });
+}
+CKxDMApiBool DMApi::Lamp_GetMeasured(CDMApi_LogDevId id, double* intensity) {
+    return Answer<IKxDeviceLamp>(id, __func__, [=](auto& device) {
+        double value = 0;
+        const bool known = device.GetMeasured(value);
+        return Give(intensity, known, value);
+    });
+}
+double DMApi::Lamp_GetFullTemperature(CDMApi_LogDevId id) {
+    return Answer<IKxDeviceLamp>(id, __func__, [](auto& device) { return device.GetFullTemperature(); });
+}
+CKxDMApiBool DMApi::Lamp_GetWarmUp(CDMApi_LogDevId id, double* done, double* seconds) {
+    return Answer<IKxDeviceLamp>(id, __func__, [=](auto& device) {
+        double first = 0, second = 0;
+        const bool known = device.GetWarmUp(first, second);
+        return Give(done, known, first) && Give(seconds, known, second);
+    });
+}
+double DMApi::Lamp_GetCoolDown(CDMApi_LogDevId id) {
+    return Answer<IKxDeviceLamp>(id, __func__, [](auto& device) { return device.GetCoolDown(); });
+}
+CKxDMApiBool DMApi::Lamp_GetHours(CDMApi_LogDevId id, double* burnt, double* rated) {
+    return Answer<IKxDeviceLamp>(id, __func__, [=](auto& device) {
+        double first = 0, second = 0;
+        const bool known = device.GetHours(first, second);
+        return Give(burnt, known, first) && Give(rated, known, second);
+    });
+}
+CKxDMApiBool DMApi::Lamp_HasShutter(CDMApi_LogDevId id) {
+    return Answer<IKxDeviceLamp>(id, __func__, [](auto& device) { return device.HasShutter(); });
+}
+CKxDMApiBool DMApi::Lamp_IsShutterOpen(CDMApi_LogDevId id) {
+    return Answer<IKxDeviceLamp>(id, __func__, [](auto& device) { return device.IsShutterOpen(); });
+}
+
 CKxDMApiBool DMApi::Grabber_GetActive() { return CKxDeviceRegistry::IsGrabberActive(); }

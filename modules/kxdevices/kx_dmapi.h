@@ -140,6 +140,21 @@ struct KXDEVICES_API DMApi {
     static CKxDMApiBool NDFilter_HasShutter(CDMApi_LogDevId id);
     static CKxDMApiBool NDFilter_IsShutterOpen(CDMApi_LogDevId id);
 
+    // Of lamps; outputs as above.
+    static EKxLampKind Lamp_GetKind(CDMApi_LogDevId id);
+    static CKxDMApiBool Lamp_IsOn(CDMApi_LogDevId id);
+    static EKxLampUnit Lamp_GetUnit(CDMApi_LogDevId id);
+    static CKxDMApiBool Lamp_GetRange(CDMApi_LogDevId id, double* minimum, double* maximum);
+    static double Lamp_GetStep(CDMApi_LogDevId id);
+    static CKxDMApiBool Lamp_GetIntensity(CDMApi_LogDevId id, double* intensity);
+    static CKxDMApiBool Lamp_GetMeasured(CDMApi_LogDevId id, double* intensity);
+    static double Lamp_GetFullTemperature(CDMApi_LogDevId id);
+    static CKxDMApiBool Lamp_GetWarmUp(CDMApi_LogDevId id, double* done, double* seconds);
+    static double Lamp_GetCoolDown(CDMApi_LogDevId id);
+    static CKxDMApiBool Lamp_GetHours(CDMApi_LogDevId id, double* burnt, double* rated);
+    static CKxDMApiBool Lamp_HasShutter(CDMApi_LogDevId id);
+    static CKxDMApiBool Lamp_IsShutterOpen(CDMApi_LogDevId id);
+
     // Whether a camera acquires images.
     static CKxDMApiBool Grabber_GetActive();
 };

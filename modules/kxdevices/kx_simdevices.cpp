@@ -91,7 +91,8 @@ void CKxSimDevice::Start(long target, long steps) {
 
 void CKxSimDevice::Tick() {
     const bool onTheWay = m_motion.state == eKxDeviceState_Moving && TellsOnTheWay();
-    if (m_motion.Tick(KX_GetTimeCounter(), m_fails) || onTheWay) {
+    const bool ended = m_motion.Tick(KX_GetTimeCounter(), m_fails), aged = Ages();
+    if (ended || onTheWay || aged) {
         CKxDeviceRegistry::Notify(Device().GetLogDevId(), EKxDeviceChange::Position);
     }
 }

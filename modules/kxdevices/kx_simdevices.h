@@ -119,6 +119,8 @@ protected:
     virtual bool TellsTarget() const noexcept { return true; }
     // A movement is broken off: true when the device knows where it stands all the same.
     virtual bool StandsStill() { return false; }
+    // Called by every tick: true when something else that the device tells has changed with the time.
+    virtual bool Ages() { return false; }
 
     // For the interface's answers.
     SKxSimMotion m_motion;
