@@ -127,6 +127,16 @@ TEST(DMApi, AsksNosepiecesDrivesAndLightPaths) {
     path.MoveTo(1);
     EXPECT_FALSE(DMApi::LightPath_GetPosition(p, &(position = 7)) || position != 7) << "on its way";
     EXPECT_FALSE(DMApi::ZDrive_GetPosition(p, &(at = 3)) || at != 3) << "of another kind";
+    bool locked = true;
+    EXPECT_FALSE(DMApi::ZDrive_GetUpperLimit(z, &(at = 3)) || DMApi::ZDrive_GetHome(z, &at) || at != 3) << "none yet";
+    drive.SetLowerLimit(20), drive.SetUpperLimit(900), drive.SetHome(500), drive.SetInverted(true);
+    EXPECT_TRUE(DMApi::ZDrive_GetUpperLimit(z, &high) && DMApi::ZDrive_GetLowerLimit(z, &low) &&
+                DMApi::ZDrive_GetHome(z, &at) && DMApi::ZDrive_GetJoystickLock(z, &locked) &&
+                DMApi::ZDrive_GetInverted(z) && DMApi::ZDrive_GetTarget(z, nullptr));
+    EXPECT_EQ(CallText("", low, high, at, locked), "(20, 900, 500, false)");
+    EXPECT_TRUE(drive.SetTravelSpeed(300) && DMApi::ZDrive_GetSpeed(z, &at, &low, &high));
+    EXPECT_EQ(CallText("", at, low, high), "(300, 10, 10000)");
+    at = 3;
     const unsigned failures = CKxDeviceRegistry::GetFailureCount();
     Thrower thrower(L"T", SKxSimRange{0, 1});
     EXPECT_FALSE(DMApi::ZDrive_GetPosition(CKxDeviceRegistry::Add(thrower), &at) || at != 3);
@@ -202,6 +212,19 @@ TEST(SimulatedDevices, DrivesGoOverADistanceWithinTheirRange) {
     Clock::now += 15;  // the counter wraps around meanwhile
     EXPECT_TRUE(drive.MoveTo(10) && drive.GetPosition(x) && x == 410) << "turned round half way";
     EXPECT_TRUE(drive.GetTarget(x) && x == 10);
+    Clock::now += 1000;
+    microscope.Tick();
+    EXPECT_TRUE(drive.SetLowerLimit(5) == false && drive.SetLowerLimit(20) && drive.SetUpperLimit(300));
+    EXPECT_FALSE(drive.SetLowerLimit(301) || drive.SetUpperLimit(19) || drive.SetHome(9) || drive.SetTravelSpeed(0));
+    EXPECT_FALSE(drive.MoveTo(19) || drive.MoveTo(301) || drive.TurnByHand(301));
+    EXPECT_TRUE(drive.SetLowerLimit({}) && drive.TurnByHand(15) && drive.GetPosition(x) && x == 15);
+    drive.SetJoystickLock(true), drive.SetDrift(6);
+    Clock::now += 20000;
+    EXPECT_TRUE(!drive.TurnByHand(16) && drive.GetPosition(x) && drive.GetTarget(y) && x == 17 && y == 15) << x;
+    EXPECT_TRUE(drive.MoveTo(20) && drive.GetPosition(x) && x == 17) << "from where it has crept to";
+    Clock::now += 10000;
+    microscope.Tick();
+    EXPECT_TRUE(drive.GetPosition(x) && x > 20.9 && x < 21) << x;
     auto& laser = microscope.Add<CKxSimLaserOutput>(L"Laser", std::vector<std::wstring>{L"A"}, true);
     laser.SetSpeed(10);
     EXPECT_TRUE(laser.SetPower(50) && laser.GetPower() == 50);
