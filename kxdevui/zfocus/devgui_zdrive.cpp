@@ -82,9 +82,6 @@ public:
 
 }  // namespace
 
-// What a host has made of a wish; Gone: it has ended the control.
-enum class CKxDevUI_ZDrive::Outcome { Agreed, Refused, Gone };
-
 struct CKxDevUI_ZDrive::Inside {
     class Button : public PartControl<CKxDevUI_ImageButton> {
     public:
@@ -106,6 +103,7 @@ struct CKxDevUI_ZDrive::Inside {
         int m_number = 0;
     };
 
+    HWND notes = nullptr;
     PartControl<View> view;
     NumberOf goTo{kGoTo}, fine{kFine}, coarse{kCoarse}, upper{kUpper}, lower{kLower}, speed{kSpeed};
     std::array<Button, kButtonCount> buttons;
@@ -172,6 +170,8 @@ bool CKxDevUI_ZDrive::Make(const Parts& parts) {
     m_requests->Attach(parts.Window());
     Enable(parts.Window(), m_enabled && !m_locked);
     if (!parts) return false;
+    // What is held without a window is set before there is one: each text once.
+    ShowSettings();
     for (int i = 0; i < kButtonCount; ++i) {
         auto& each = m_inside->buttons[static_cast<std::size_t>(i)];
         const CKxStringW title = Translated(kLooks[i].title);
@@ -183,13 +183,13 @@ bool CKxDevUI_ZDrive::Make(const Parts& parts) {
         return false;
     }
     m_inside->view.SetTabStop(false);
-    m_notes = {};
+    m_inside->notes = nullptr;
+    m_notes = NotesText();
     m_usable = 0;
-    if (!parts.Label(kNotes, L"", {kEdge, kNotesTop, right, kNotesTop + 2 * kText - kGap}) || !MakeSteps(parts) ||
-        !MakeLimits(parts) || !MakeSpeed(parts)) {
+    if (!parts.Label(m_inside->notes, kNotes, m_notes, {kEdge, kNotesTop, right, kNotesTop + 2 * kText - kGap}) ||
+        !MakeSteps(parts) || !MakeLimits(parts) || !MakeSpeed(parts)) {
         return false;
     }
-    ShowSettings();
     Show();
     if (parts) m_requests->Show();
     return static_cast<bool>(parts);
@@ -307,8 +307,7 @@ void CKxDevUI_ZDrive::SetDrive(const Drive& drive) {
     m_drive = cleaned;
     TakeTarget(target);
     if (position != m_drive.position) TakePosition(position);
-    ShowSettings();
-    Show();
+    ShowAll();
 }
 
 void CKxDevUI_ZDrive::SetPosition(std::optional<double> position) {
@@ -322,8 +321,7 @@ void CKxDevUI_ZDrive::SetPosition(std::optional<double> position) {
 void CKxDevUI_ZDrive::SetLimits(std::optional<double> lower, std::optional<double> upper) {
     m_drive.lower = Cleaned(lower);
     m_drive.upper = Cleaned(upper);
-    ShowSettings();
-    Show();
+    ShowAll();
 }
 
 void CKxDevUI_ZDrive::SetStack(std::optional<double> bottom, std::optional<double> top) {
@@ -340,20 +338,17 @@ void CKxDevUI_ZDrive::SetPiezo(const std::optional<Piezo>& piezo) {
 void CKxDevUI_ZDrive::SetStep(EKxZStep which, double size) {
     if (!IsStep(size)) return;
     m_steps[which == EKxZStep::Coarse] = size;
-    ShowSettings();
-    Show();
+    ShowAll();
 }
 
 void CKxDevUI_ZDrive::SetSpeed(const std::optional<Speed>& speed) {
     m_speed = speed;
-    ShowSettings();
-    Show();
+    ShowAll();
 }
 
 void CKxDevUI_ZDrive::SetJoystickLock(std::optional<bool> locked) {
     m_joystickLock = locked;
-    ShowSettings();
-    Show();
+    ShowAll();
 }
 
 void CKxDevUI_ZDrive::SetEscape(const Retreat& escape) {
@@ -387,6 +382,11 @@ void CKxDevUI_ZDrive::ShowSettings() {
     m_inside->buttons[kJoystick].SetState(m_joystickLock.value_or(false));
 }
 
+void CKxDevUI_ZDrive::ShowAll() {
+    ShowSettings();
+    Show();
+}
+
 // The last of them may move the focus, and so end the control.
 void CKxDevUI_ZDrive::Show() {
     m_inside->view.Show(m_drive, !m_requests->IsLost(), m_steps[0]);
@@ -413,9 +413,7 @@ void CKxDevUI_ZDrive::ShowUsable() {
         if (parts) Enable(part, enabled && use);
 }
 
-void CKxDevUI_ZDrive::ShowNotes() {
-    const HWND label = PartAt(kNotes);
-    if (!label) return;
+CKxStringW CKxDevUI_ZDrive::NotesText() const {
     Position considered;
     double typed = 0;
     if (m_inside->goTo.IsTyped() && KX_StringToDouble(m_inside->goTo.GetText(), typed)) considered = typed;
@@ -424,9 +422,14 @@ void CKxDevUI_ZDrive::ShowNotes() {
     const auto notes = NotesOf(m_drive, m_escape, considered);
     for (std::size_t i = 0; i < std::min(notes.size(), kLines); ++i)
         text = i == 0 ? NoteText(notes[i]) : text + L"\n" + NoteText(notes[i]);
-    if (text == m_notes) return;
-    m_notes = text;
-    SetWindowTextW(label, text);
+    return text;
+}
+
+void CKxDevUI_ZDrive::ShowNotes() {
+    CKxStringW text = NotesText();
+    if (!m_inside->notes || text == m_notes) return;
+    m_notes = std::move(text);
+    SetWindowTextW(m_inside->notes, m_notes);
 }
 
 // ---- The host ------------------------------------------------------------------------------------------------------
@@ -450,18 +453,6 @@ CKxDevUI_ZDrive::Outcome CKxDevUI_ZDrive::Say(const CKxStringW& why) const {
     return Outcome::Refused;
 }
 
-namespace {
-
-template <class Outcome, class T, class Ask>
-Outcome Asked(T* control, Ask&& ask) {
-    const kx::ui::Answer answer = AskHost(control, ask);
-    return answer == kx::ui::Answer::Agreed    ? Outcome::Agreed
-           : answer == kx::ui::Answer::Refused ? Outcome::Refused
-                                               : Outcome::Gone;
-}
-
-}  // namespace
-
 CKxDevUI_ZDrive::Outcome CKxDevUI_ZDrive::Move(const kx::zdrive::Move& move, const Retreat& then, bool escapes) {
     // The nearer bound on each side.
     const double low = m_drive.lower.value_or(m_drive.minimum.value_or(0));
@@ -472,8 +463,8 @@ CKxDevUI_ZDrive::Outcome CKxDevUI_ZDrive::Move(const kx::zdrive::Move& move, con
     if (move.end != Verdict::Goes) ShowAnswer(m_hWnd, (Translated(L"Ends at") + L" " + Micrometres(*move.to)).str());
     const Alive alive(static_cast<CKxDevUI_Base*>(this));
     const unsigned answers = m_answers;
-    const Outcome outcome = Asked<Outcome>(
-        this, [&](bool& veto) { escapes ? OnEscapeRequest(*move.to, veto) : OnMoveRequest(*move.to, veto); });
+    const Outcome outcome =
+        AskHost(this, [&](bool& veto) { escapes ? OnEscapeRequest(*move.to, veto) : OnMoveRequest(*move.to, veto); });
     if (outcome != Outcome::Agreed) return outcome;
     // Who has told of the drive meanwhile knows better.
     if (m_answers == answers) {
@@ -501,7 +492,7 @@ CKxDevUI_ZDrive::Outcome CKxDevUI_ZDrive::AskLimit(EKxZLimit which, Position lim
     if (limit == held) return Outcome::Agreed;
     const Verdict verdict = JudgeLimit(m_drive, upper, limit);
     if (verdict != Verdict::Goes) return Say(WhyNot(verdict, m_drive.minimum.value_or(0), m_drive.maximum.value_or(0)));
-    const Outcome outcome = Asked<Outcome>(this, [&](bool& veto) { OnLimitChangeRequest(which, limit, veto); });
+    const Outcome outcome = AskHost(this, [&](bool& veto) { OnLimitChangeRequest(which, limit, veto); });
     if (outcome != Outcome::Agreed) return outcome;
     const Alive alive(static_cast<CKxDevUI_Base*>(this));
     upper ? SetLimits(m_drive.lower, limit) : SetLimits(limit, m_drive.upper);
@@ -510,7 +501,7 @@ CKxDevUI_ZDrive::Outcome CKxDevUI_ZDrive::AskLimit(EKxZLimit which, Position lim
 
 CKxDevUI_ZDrive::Outcome CKxDevUI_ZDrive::AskStep(EKxZStep which, double size) {
     if (!IsStep(size)) return Say(Translated(L"No step is of that size"));
-    const Outcome outcome = Asked<Outcome>(this, [&](bool& veto) { OnStepChangeRequest(which, size, veto); });
+    const Outcome outcome = AskHost(this, [&](bool& veto) { OnStepChangeRequest(which, size, veto); });
     if (outcome == Outcome::Agreed) SetStep(which, size);
     return outcome;
 }
@@ -520,13 +511,13 @@ CKxDevUI_ZDrive::Outcome CKxDevUI_ZDrive::AskSpeed(double speed) {
     if (!(speed >= m_speed->slowest && speed <= m_speed->fastest))
         return Say(Translated(L"Beyond the range") + InBrackets(NumberText(m_speed->slowest) + L" \u2013 " +
                                                                 NumberText(m_speed->fastest) + L" \u00B5m/s"));
-    const Outcome outcome = Asked<Outcome>(this, [&](bool& veto) { OnSpeedChangeRequest(speed, veto); });
+    const Outcome outcome = AskHost(this, [&](bool& veto) { OnSpeedChangeRequest(speed, veto); });
     if (outcome == Outcome::Agreed && m_speed) SetSpeed(Speed{speed, m_speed->slowest, m_speed->fastest});
     return outcome;
 }
 
 CKxDevUI_ZDrive::Outcome CKxDevUI_ZDrive::AskJoystick(bool lock) {
-    const Outcome outcome = Asked<Outcome>(this, [&](bool& veto) { OnJoystickLockRequest(lock, veto); });
+    const Outcome outcome = AskHost(this, [&](bool& veto) { OnJoystickLockRequest(lock, veto); });
     if (outcome == Outcome::Agreed) m_joystickLock = lock;
     return outcome;
 }
@@ -602,6 +593,7 @@ Handled CKxDevUI_ZDrive::Handle(const Message& message) {
         if (IsWindow(message.window)) InvalidateRect(message.window, nullptr, TRUE);
         return message.Default();
     }
+    case WM_DESTROY: m_inside->notes = nullptr; return std::nullopt;
     case WM_MOUSEWHEEL: return HandleMouseWheel(message.wParam, message.lParam) ? Handled(0) : std::nullopt;
     default: return std::nullopt;
     }

@@ -15,7 +15,8 @@
 
 namespace kx::ui {
 class Activity;
-}
+enum class Answer;
+}  // namespace kx::ui
 
 // The two sizes of a step.
 enum class EKxZStep { Fine, Coarse };
@@ -52,11 +53,13 @@ enum class EKxZLimit { Lower, Upper };
 // shown already. Positions are in micrometres; what is no number, or farther than a kilometre, counts as not known.
 class KXDEVUI_API CKxDevUI_ZDrive : public kx::ui::Control {
 public:
-    // The size of a step at first.
-    static constexpr double kFineStep = 0.1, kCoarseStep = 10;
+    // The sizes of steps at first.
+    static constexpr double kFineStep = 0.1;
+    static constexpr double kCoarseStep = 10;
 
     // How fast it goes, and what it can be set to, in micrometres a second.
     struct Speed {
+        // In this order.
         double speed = 0;
         double slowest = 0;
         double fastest = 0;
@@ -131,7 +134,7 @@ private:
     bool MakeLimits(const kx::ui::Parts& parts);
     bool MakeSpeed(const kx::ui::Parts& parts);
 
-    enum class Outcome;
+    using Outcome = kx::ui::Answer;
     Outcome Press(int button);
     Outcome AskJoystick(bool lock);
     void Asking(const std::function<Outcome()>& act);
@@ -146,8 +149,10 @@ private:
     void TakePosition(std::optional<double> position);
     void TakeTarget(std::optional<double> target);
     void Remember(const kx::zdrive::Retreat& escape);
+    void ShowAll();
     void Show();
     void ShowSettings();
+    CKxStringW NotesText() const;
     void ShowNotes();
     void ShowUsable();
     RECT SignPlace() const;

@@ -34,6 +34,13 @@ void Fill(HDC dc, const RECT& place, COLORREF color) {
     FillRect(dc, &place, static_cast<HBRUSH>(GetStockObject(DC_BRUSH)));
 }
 
+// With the arrowhead, which reaches beyond the gauge.
+RECT WithHead(RECT gauge) {
+    const int beyond = static_cast<int>(Zoomed(kHead) + 2 * Line());
+    InflateRect(&gauge, beyond, beyond);
+    return gauge;
+}
+
 COLORREF TextColor(bool enabled) { return KX_GetSysColor(enabled ? COLOR_WINDOWTEXT : COLOR_GRAYTEXT); }
 COLORREF MarkColor(bool enabled) { return enabled ? kx::zstack::MarkColor() : KX_GetSysColor(COLOR_GRAYTEXT); }
 
@@ -87,10 +94,6 @@ CKxStringW View::BelowText() const {
     return KX_FormatNumber(L"%+.2f", std::round(m_trace.Drift() * 100) / 100 + 0.0) + kMicrometres;
 }
 
-void View::Invalidate(const RECT& place) const {
-    if (m_hWnd) InvalidateRect(m_hWnd, &place, FALSE);
-}
-
 void View::Show(const Drive& drive, bool known, double fineStep) {
     if (!m_hWnd) {
         m_drive = drive, m_known = known, m_fineStep = fineStep;
@@ -98,32 +101,23 @@ void View::Show(const Drive& drive, bool known, double fineStep) {
     }
     const Places places = PlacesNow();
     const Rows before = RowsIn(places.gauge);
-    const CKxStringW digits = DigitsText(), below = BelowText();
+    const CKxStringW digits = DigitsText();
     m_drive = drive, m_known = known, m_fineStep = fineStep;
-    // The head reaches beyond it.
-    RECT gauge = places.gauge;
-    const int beyond = static_cast<int>(Zoomed(kHead) + 2 * Line());
-    InflateRect(&gauge, beyond, beyond);
-    if (RowsIn(places.gauge) != before) Invalidate(gauge);
-    if (DigitsText() != digits) Invalidate(places.digits);
-    if (BelowText() != below) Invalidate(places.below);
-}
-
-void View::TraceChanged() {
+    RECT stale{};
+    const auto add = [&](const RECT& place) { UnionRect(&stale, &stale, &place); };
+    if (RowsIn(places.gauge) != before) add(WithHead(places.gauge));
+    if (DigitsText() != digits) add(places.digits);
+    if (BelowText() != m_below) add(places.below);
     // What comes while nobody sees it is drawn when it is shown, which paints it all.
-    if (!m_hWnd || !IsWindowVisible(m_hWnd)) return;
-    const Places places = PlacesNow();
-    Invalidate(places.trace);
-    Invalidate(places.below);
+    if (std::exchange(m_traceIsOther, false) && IsWindowVisible(m_hWnd)) add(places.trace);
+    m_below = BelowText();
+    // Once for all of it: each would ask the platform anew.
+    if (!IsRectEmpty(&stale)) InvalidateRect(m_hWnd, &stale, FALSE);
 }
 
-void View::Sample(unsigned now, double position) {
-    if (m_trace.Add(now, position)) TraceChanged();
-}
+void View::Sample(unsigned now, double position) { m_traceIsOther |= m_trace.Add(now, position); }
 
-void View::Forget() {
-    if (m_trace.Clear()) TraceChanged();
-}
+void View::Forget() { m_traceIsOther |= m_trace.Clear(); }
 
 // ---- Painting ------------------------------------------------------------------------------------------------------
 
@@ -228,17 +222,25 @@ void View::DrawTrace(HDC dc, const Places& places, bool enabled) const {
 Handled View::Handle(const Message& message) {
     switch (message.id) {
     case WM_PAINT:
-    case WM_PRINTCLIENT:
+    case WM_PRINTCLIENT: {
+        RECT stale{};
+        GetClientRect(message.window, &stale);
+        if (message.id == WM_PAINT && message.wParam == 0) GetUpdateRect(message.window, &stale, FALSE);
         return Paint(message, {}, KX_GetSysColorBrush(COLOR_WINDOW), [&](HDC dc, const RECT& area) {
             const bool enabled = IsWindowEnabled(message.window) != FALSE;
             const Places places = PlacesNow();
             const Selection frame(dc, GetStockObject(NULL_BRUSH)), pen(dc, GetStockObject(DC_PEN));
             SetDCPenColor(dc, KX_GetSysColor(COLOR_BTNSHADOW));
             Rectangle(dc, area.left, area.top, area.right, area.bottom);
-            DrawGauge(dc, places.gauge, enabled);
-            DrawDigits(dc, places.digits, enabled);
-            DrawTrace(dc, places, enabled);
+            const auto isStale = [&](const RECT& place) {
+                RECT common{};
+                return IntersectRect(&common, &place, &stale) != FALSE;
+            };
+            if (isStale(WithHead(places.gauge))) DrawGauge(dc, places.gauge, enabled);
+            if (isStale(places.digits)) DrawDigits(dc, places.digits, enabled);
+            if (isStale(places.trace) || isStale(places.below)) DrawTrace(dc, places, enabled);
         });
+    }
     case WM_ENABLE: InvalidateRect(message.window, nullptr, FALSE); return message.Default();
     // Nobody works with it, so the focus passes it by.
     case WM_GETDLGCODE: return DLGC_STATIC;

@@ -20,7 +20,7 @@ public:
 
     // Shows a drive; only what looks otherwise than before is painted. Not `known`: nobody knows where it stands.
     void Show(const Drive& drive, bool known, double fineStep);
-    // A sample of where it stands, and a beginning anew.
+    // A sample of where it stands, and a beginning anew; both are seen with the next Show.
     void Sample(unsigned now, double position);
     void Forget();
 
@@ -45,8 +45,6 @@ private:
     Rows RowsIn(const RECT& gauge) const;
     CKxStringW DigitsText() const;
     CKxStringW BelowText() const;
-    void Invalidate(const RECT& place) const;
-    void TraceChanged();
     void DrawGauge(HDC dc, const RECT& gauge, bool enabled) const;
     void DrawDigits(HDC dc, const RECT& place, bool enabled) const;
     void DrawTrace(HDC dc, const Places& places, bool enabled) const;
@@ -55,6 +53,8 @@ private:
     bool m_known = true;
     double m_fineStep = 0;
     Trace m_trace;
+    bool m_traceIsOther = false;  // than the one on the screen
+    CKxStringW m_below;           // as it is on the screen
 };
 
 }  // namespace kx::zdrive

@@ -13,6 +13,7 @@
 
 namespace kx::zdrive {
 
+// In micrometres; empty where it is not known.
 using Position = std::optional<double>;
 
 // The same, or none for what is no number or farther from 0 than a kilometre.
@@ -20,6 +21,7 @@ KXDEVUI_API Position Cleaned(Position position) noexcept;
 
 // Where a piezo on the drive stands, and the ends of its own way.
 struct Piezo {
+    // In micrometres, none of which are the drive's.
     double position = 0;
     double minimum = 0;
     double maximum = 0;
@@ -30,14 +32,20 @@ struct Piezo {
 // All that is known of a drive; what is not, is empty.
 struct Drive {
     // Where it can go, and where the user lets it go.
-    Position minimum = {}, maximum = {};
-    Position lower = {}, upper = {};
+    Position minimum = {};
+    Position maximum = {};
+    Position lower = {};
+    Position upper = {};
     // A rising Z takes the objective away from the sample.
     bool inverted = false;
     // Where it stands, is going or stands after its last move, has its home.
-    Position position = {}, target = {}, home = {};
+    Position position = {};
+    Position target = {};
+    Position home = {};
     // The ends of the Z stack, in either order.
-    Position stackTop = {}, stackBottom = {};
+    Position stackTop = {};
+    Position stackBottom = {};
+    // The piezo that stands on it.
     std::optional<Piezo> piezo = {};
     // All of it the same.
     bool operator==(const Drive&) const = default;
@@ -57,8 +65,9 @@ enum class Verdict {
 // Whether the drive may be sent there.
 KXDEVUI_API Verdict Judge(const Drive& drive, Position to) noexcept;
 
-// Where a wish leads; `end` says what has shortened a step, Goes if nothing has.
+// Where a wish leads.
 struct Move {
+    // Empty where it leads nowhere; whether it may be asked for; what has shortened a step, Goes if nothing has.
     Position to = {};
     Verdict verdict = Verdict::Goes;
     Verdict end = Verdict::Goes;
@@ -71,9 +80,9 @@ KXDEVUI_API Move StepFrom(const Drive& drive, double by) noexcept;
 // To the end at which the objective is farthest from the sample: the lower one, of an inverted drive the upper.
 KXDEVUI_API Move EscapeOf(const Drive& drive) noexcept;
 
-// What a control remembers of an escape: from where it began, and whether the drive has been sent away, or back, and
-// nowhere else since.
+// What a control remembers of an escape.
 struct Retreat {
+    // From where it began; whether the drive has been sent away, or back, and nowhere else since.
     Position from = {};
     bool away = false;
     bool back = false;
@@ -115,7 +124,9 @@ enum class NoteKind {
     PiezoInMiddle,
     PiezoOffMiddle,  // by `from`, up as positive
 };
+// One such thing.
 struct Note {
+    // What it is; of a refusal why; the bounds that are spoken of, or what the kind says.
     NoteKind kind;
     Verdict verdict = Verdict::Goes;
     double from = 0;
@@ -137,11 +148,14 @@ KXDEVUI_API CKxStringW PositionText(Position position, double fineStep);
 // it does not grow.
 class KXDEVUI_API Trace {
 public:
-    static constexpr unsigned kSlotTime = 500, kWindow = 60000;  // milliseconds
+    // How long a slot and all of them are, in milliseconds, and how many there are.
+    static constexpr unsigned kSlotTime = 500;
+    static constexpr unsigned kWindow = 60000;
     static constexpr std::size_t kSlots = kWindow / kSlotTime;
 
-    // The lowest and the highest sample of a slot, by its age in slots; the newest has 0.
+    // One of them.
     struct Slot {
+        // In slots, of which the newest has 0; its lowest and its highest sample.
         unsigned age;
         double low;
         double high;
@@ -175,11 +189,13 @@ private:
     unsigned m_begun = 0;  // when that began
 };
 
-// The bounds of the trace's picture: never less than 0.2 um apart, so that noise of nanometres is no mountain.
+// The bounds of a trace's picture.
 struct Span {
+    // Never less than 0.2 um apart, so that noise of nanometres is no mountain.
     double low = 0;
     double high = 0;
 };
+// Of this trace; nothing of an empty one.
 KXDEVUI_API Span SpanOf(const Trace& trace) noexcept;
 
 }  // namespace kx::zdrive
