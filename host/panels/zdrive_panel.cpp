@@ -12,6 +12,8 @@ const OnPage<ZDrivePanel> s_focus(L"Focus", {268, 332});
 
 }  // namespace
 
+ZDrivePanel::ZDrivePanel() : ControlPanel(L"Focus", Device()) {}
+
 // Panels come and go with the language.
 CKxSimZDrive& ZDrivePanel::Device() {
     static auto& device = []() -> CKxSimZDrive& {

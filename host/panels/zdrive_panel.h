@@ -26,7 +26,7 @@ protected:
 
 class ZDrivePanel : public ControlPanel<AskingZDrive> {
 public:
-    ZDrivePanel() : ControlPanel(L"Focus", Device()) {}
+    ZDrivePanel();
     void ShowValues() override { m_control.ShowValues(); }
     static CKxSimZDrive& Device();
 };

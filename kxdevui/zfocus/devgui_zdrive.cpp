@@ -30,21 +30,8 @@ constexpr wchar_t kSource[] = L"devgui_zdrive";
 enum Label { kNotes = kTitleId + 1, kGoToText, kFineText, kCoarseText, kUpperText, kLowerText, kSpeedText, kUnits };
 enum Field { kGoTo = 10200, kFine, kCoarse, kUpper, kLower, kSpeed };
 constexpr int kView = 10210, kButtons = 10220;
-enum Button {
-    kCoarseDown,
-    kFineDown,
-    kFineUp,
-    kCoarseUp,
-    kHome,
-    kEscape,
-    kReturn,
-    kUpperHere,
-    kUpperLift,
-    kLowerHere,
-    kLowerLift,
-    kJoystick,
-    kButtonCount,
-};
+enum MoveButton { kCoarseDown, kFineDown, kFineUp, kCoarseUp, kHome, kEscape, kReturn };
+enum SettingButton { kUpperHere = kReturn + 1, kUpperLift, kLowerHere, kLowerLift, kJoystick, kButtonCount };
 
 struct Look {
     const wchar_t* image;
@@ -170,8 +157,10 @@ bool CKxDevUI_ZDrive::Make(const Parts& parts) {
     m_requests->Attach(parts.Window());
     Enable(parts.Window(), m_enabled && !m_locked);
     if (!parts) return false;
-    // What is held without a window is set before there is one: each text once.
+    // What is held without a window is set before there is one: each text and each state once.
     ShowSettings();
+    for (const auto& [part, use] : Usable())
+        part->SetEnabled(use);
     for (int i = 0; i < kButtonCount; ++i) {
         auto& each = m_inside->buttons[static_cast<std::size_t>(i)];
         const CKxStringW title = Translated(kLooks[i].title);
@@ -394,23 +383,28 @@ void CKxDevUI_ZDrive::Show() {
     ShowUsable();
 }
 
+std::array<std::pair<CKxDevUI_Base*, bool>, 4> CKxDevUI_ZDrive::Usable() const {
+    return {{{&m_inside->buttons[kHome], m_drive.home.has_value()},
+             {&m_inside->buttons[kReturn], m_escape.from.has_value()},
+             {&m_inside->speed, m_speed.has_value()},
+             {&m_inside->buttons[kJoystick], m_joystickLock.has_value()}}};
+}
+
 // Asked at every step of the live position: windows are touched only where one is to be another way.
 void CKxDevUI_ZDrive::ShowUsable() {
     const HWND window = m_hWnd;
     const Parts parts(window, this);
     if (!parts) return;
-    const std::pair<HWND, bool> usable[] = {{m_inside->buttons[kHome], m_drive.home.has_value()},
-                                            {m_inside->buttons[kReturn], m_escape.from.has_value()},
-                                            {m_inside->speed, m_speed.has_value()},
-                                            {m_inside->buttons[kJoystick], m_joystickLock.has_value()}};
     const bool enabled = IsWindowEnabled(window) != FALSE;
     unsigned now = enabled;
-    for (const auto& each : usable)
+    for (const auto& each : Usable())
         now = now << 1 | unsigned{each.second};
     if (std::exchange(m_usable, now) == now) return;
     const KeepsFocus keeps(window);
-    for (const auto& [part, use] : usable)
-        if (parts) Enable(part, enabled && use);
+    for (const auto& [part, use] : Usable()) {
+        if (!parts) return;
+        Enable(*part, enabled && use);
+    }
 }
 
 CKxStringW CKxDevUI_ZDrive::NotesText() const {

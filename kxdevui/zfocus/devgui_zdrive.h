@@ -3,9 +3,11 @@
 
 #include <windows.h>
 
+#include <array>
 #include <functional>
 #include <memory>
 #include <optional>
+#include <utility>
 
 #include <kxdevices/kx_device.h>
 #include <kxdevui/framework/devgui_activity.h>
@@ -154,6 +156,7 @@ private:
     void ShowSettings();
     CKxStringW NotesText() const;
     void ShowNotes();
+    std::array<std::pair<CKxDevUI_Base*, bool>, 4> Usable() const;
     void ShowUsable();
     RECT SignPlace() const;
 
