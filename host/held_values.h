@@ -13,6 +13,7 @@
 #include <kxdevices/kx_simdevices.h>
 #include <kxdevices/kx_zstackdata.h>
 #include <kxdevui/light/multilaser_rules.h>
+#include <kxdevui/zfocus/zdrive_rules.h>
 
 #include "rules/stage_place.h"
 
@@ -94,6 +95,13 @@ struct HeldValues {
                                         {.rangeMin = 0, .rangeMax = 300, .speed = 60, .from = 150, .to = 150}}};
     CKxZStackData series;  // empty until a panel has planned the first one
     std::weak_ptr<SeriesStates> seriesPast;
+
+    // The focus motor: the sizes of steps, in micrometres, and from where it has escaped.
+    struct Focus {
+        double fine = 0.1, coarse = 10;
+        kx::zdrive::Retreat retreat;
+    };
+    Focus focus;
 
     // The panels, by their names, that the user has told to refuse what is asked for.
     std::set<std::wstring> refusing;

@@ -192,7 +192,8 @@ void Tour::Plan() {
     static constexpr std::pair<const wchar_t*, void (Tour::*)()> pages[] = {
         {L"stand", &Tour::PlanStand}, {L"controls", &Tour::PlanControls}, {L"optics", &Tour::PlanOptics},
         {L"z", &Tour::PlanZSeries},   {L"light", &Tour::PlanLight},       {L"colors", &Tour::PlanColors},
-        {L"lamps", &Tour::PlanLamps}, {L"lasers", &Tour::PlanLasers},     {L"bench", &Tour::PlanBench}};
+        {L"lamps", &Tour::PlanLamps}, {L"lasers", &Tour::PlanLasers},     {L"bench", &Tour::PlanBench},
+        {L"focus", &Tour::PlanFocus}};
     bool planned = false;
     for (const auto& [name, plan] : pages) {
         if (m_page.empty() || m_page == name) planned = true, (this->*plan)();

@@ -41,6 +41,7 @@ private:
     void PlanTable();
     void PlanOptics();
     void PlanZSeries();
+    void PlanFocus();
     void PlanLight();
     void PlanColors();
     void PlanShutters();

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <limits>
 #include <map>
 #include <utility>
 
@@ -123,6 +124,47 @@ Wish PlaceOf(CKxSimZDrive& drive) {
     };
     wish.ask = [&drive](double to) { return drive.MoveTo(to); };
     wish.text = [](double at) { return Formatted(L"%.2f µm", at); };
+    return wish;
+}
+
+Asked LimitOf(CKxSimZDrive& drive, bool upper, std::optional<double> limit) {
+    constexpr double kNone = std::numeric_limits<double>::infinity();
+    Wish wish = WishOf(drive, upper ? L"upper" : L"lower");
+    wish.name = upper ? L"Upper limit" : L"Lower limit";
+    wish.read = [&drive, upper] {
+        double at = kNone;
+        upper ? drive.GetUpperLimit(at) : drive.GetLowerLimit(at);
+        return std::optional(at);
+    };
+    wish.ask = [&drive, upper](double to) {
+        const std::optional<double> wanted = to == kNone ? std::nullopt : std::optional(to);
+        return upper ? drive.SetUpperLimit(wanted) : drive.SetLowerLimit(wanted);
+    };
+    wish.text = [](double at) { return at == kNone ? Text(L"none").str() : Formatted(L"%.2f µm", at); };
+    return {wish, limit.value_or(kNone)};
+}
+
+Wish SpeedOf(CKxSimZDrive& drive) {
+    Wish wish = WishOf(drive, L"speed");
+    wish.name = L"Speed";
+    wish.read = [&drive]() -> std::optional<double> {
+        double speed = 0, slowest = 0, fastest = 0;
+        return drive.GetSpeed(speed, slowest, fastest) ? std::optional(speed) : std::nullopt;
+    };
+    wish.ask = [&drive](double speed) { return drive.SetTravelSpeed(speed); };
+    wish.text = [](double speed) { return Formatted(L"%g µm/s", speed); };
+    return wish;
+}
+
+Wish JoystickOf(CKxSimZDrive& drive) {
+    Wish wish = WishOf(drive, L"joystick");
+    wish.name = L"Joystick locked";
+    wish.read = [&drive]() -> std::optional<double> {
+        bool locked = false;
+        return drive.GetJoystickLock(locked) ? std::optional<double>(locked) : std::nullopt;
+    };
+    wish.ask = [&drive](double lock) { return drive.SetJoystickLock(lock != 0), true; };
+    wish.text = OnOrOff;
     return wish;
 }
 

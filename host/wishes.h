@@ -41,6 +41,10 @@ Wish PlaceOf(CKxSimFilterChanger& wheel);
 Wish PlaceOf(CKxSimLightPath& path);
 Wish PlaceOf(CKxSimTIRFMirror& mirror);
 Wish PlaceOf(CKxSimZDrive& drive);
+// A Z drive: one of its limits, infinite for none, its speed, whether the joystick is locked.
+Asked LimitOf(CKxSimZDrive& drive, bool upper, std::optional<double> limit);
+Wish SpeedOf(CKxSimZDrive& drive);
+Wish JoystickOf(CKxSimZDrive& drive);
 // A shutter: open or closed, as far as it opens in percent, and how.
 Wish OpeningOf(CKxSimShutter& shutter);
 Wish ApertureOf(CKxSimShutter& shutter);

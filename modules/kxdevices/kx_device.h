@@ -398,4 +398,16 @@ public:
     virtual bool GetPosition(double& position) const = 0;
     // Where it was sent, which is where it stands once it is there. False when it cannot tell.
     virtual bool GetTarget(double&) const { return false; }
+
+    // What follows leaves its outputs as they are, and returns false, where there is no such thing. The limits that the
+    // user has set within the range, beyond which the drive is not to go; where its home is.
+    virtual bool GetLowerLimit(double&) const { return false; }
+    virtual bool GetUpperLimit(double&) const { return false; }
+    virtual bool GetHome(double&) const { return false; }
+    // How fast it goes, and the slowest and the fastest that it can be set to, in micrometres a second.
+    virtual bool GetSpeed(double&, double&, double&) const { return false; }
+    // Whether the joystick, or the knob, by which it is moved by hand is locked.
+    virtual bool GetJoystickLock(bool&) const { return false; }
+    // Whether a rising Z takes the objective away from the sample: then the upper end is the safe one.
+    virtual bool IsInverted() const { return false; }
 };

@@ -86,6 +86,13 @@ struct KXDEVICES_API DMApi {
     // Of Z drives, in micrometres; outputs as above.
     static CKxDMApiBool ZDrive_GetRange(CDMApi_LogDevId id, double* minimum, double* maximum);
     static CKxDMApiBool ZDrive_GetPosition(CDMApi_LogDevId id, double* position);
+    static CKxDMApiBool ZDrive_GetTarget(CDMApi_LogDevId id, double* target);
+    static CKxDMApiBool ZDrive_GetLowerLimit(CDMApi_LogDevId id, double* limit);
+    static CKxDMApiBool ZDrive_GetUpperLimit(CDMApi_LogDevId id, double* limit);
+    static CKxDMApiBool ZDrive_GetHome(CDMApi_LogDevId id, double* home);
+    static CKxDMApiBool ZDrive_GetSpeed(CDMApi_LogDevId id, double* speed, double* slowest, double* fastest);
+    static CKxDMApiBool ZDrive_GetJoystickLock(CDMApi_LogDevId id, bool* locked);
+    static CKxDMApiBool ZDrive_GetInverted(CDMApi_LogDevId id);
 
     // Of light paths; the output as above.
     static long LightPath_GetPositionCount(CDMApi_LogDevId id);
