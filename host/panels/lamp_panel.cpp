@@ -42,8 +42,8 @@ std::array<double, kx::ui::PresetRow::kCount>& PresetsOf(const CKxSimLamp& lamp)
 
 }  // namespace
 
-HalogenPanel::HalogenPanel() : LampPanel(L"Halogen lamp", Halogen()) {}
-ArcPanel::ArcPanel() : LampPanel(L"Arc lamp", Arc()) {}
+HalogenPanel::HalogenPanel() : LampControlPanel(L"Halogen lamp", Halogen()) {}
+ArcPanel::ArcPanel() : LampControlPanel(L"Arc lamp", Arc()) {}
 
 void AskingLamp::ShowPresets() {
     int preset = 0;

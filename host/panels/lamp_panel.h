@@ -23,19 +23,19 @@ protected:
     void OnPresetStoreRequest(int preset, double intensity, bool& veto) override;
 };
 
-class LampPanel : public ControlPanel<AskingLamp> {
+class LampControlPanel : public ControlPanel<AskingLamp> {
 public:
-    LampPanel(const wchar_t* name, CKxSimLamp& lamp) : ControlPanel(name, lamp) {}
+    LampControlPanel(const wchar_t* name, CKxSimLamp& lamp) : ControlPanel(name, lamp) {}
     void ShowValues() override { Panel().ShowPresets(); }
 };
 
 // A class of its own, so that the page knows it.
-class ArcPanel : public LampPanel {
+class ArcPanel : public LampControlPanel {
 public:
     ArcPanel();
 };
 
-class HalogenPanel : public LampPanel {
+class HalogenPanel : public LampControlPanel {
 public:
     HalogenPanel();
 };

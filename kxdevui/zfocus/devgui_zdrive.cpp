@@ -26,6 +26,9 @@ namespace {
 
 constexpr wchar_t kSource[] = L"devgui_zdrive";
 
+// To itself: all who had something to say to a new control have said it.
+constexpr UINT kLookAgain = WM_USER + 1;
+
 // The ids of labels, fields and buttons; the buttons are in the order of Tab.
 enum Label { kNotes = kTitleId + 1, kGoToText, kFineText, kCoarseText, kUpperText, kLowerText, kSpeedText, kUnits };
 enum Field { kGoTo = 10200, kFine, kCoarse, kUpper, kLower, kSpeed };
@@ -155,6 +158,8 @@ CKxDevUI_ZDrive::~CKxDevUI_ZDrive() { Destroy(); }
 bool CKxDevUI_ZDrive::Make(const Parts& parts) {
     const long right = std::max(m_width, kWidth) - kEdge;
     m_requests->Attach(parts.Window());
+    // What was typed before the control was made anew comes back without a word.
+    PostMessageW(parts.Window(), kLookAgain, 0, 0);
     Enable(parts.Window(), m_enabled && !m_locked);
     if (!parts) return false;
     // What is held without a window is set before there is one: each text and each state once.
@@ -588,6 +593,7 @@ Handled CKxDevUI_ZDrive::Handle(const Message& message) {
         return message.Default();
     }
     case WM_DESTROY: m_inside->notes = nullptr; return std::nullopt;
+    case kLookAgain: ShowNotes(); return 0;
     case WM_MOUSEWHEEL: return HandleMouseWheel(message.wParam, message.lParam) ? Handled(0) : std::nullopt;
     default: return std::nullopt;
     }

@@ -400,11 +400,10 @@ bool CKxSimZDrive::SetTravelSpeed(double speed) {
     return true;
 }
 
-// It may have been given milliseconds since.
+// What was set, whatever milliseconds it has been given since; before, what those come to.
 bool CKxSimZDrive::GetSpeed(double& speed, double& slowest, double& fastest) const {
-    const unsigned milliseconds = GetMillisecondsPerPosition();
-    const bool asSet = m_speed > 0 && MillisecondsAt(m_speed) == milliseconds;
-    speed = asSet ? m_speed : std::clamp(100 * 1000.0 / std::max(milliseconds, 1u), kSlowest, kFastest);
+    const double milliseconds = std::max(GetMillisecondsPerPosition(), 1u);
+    speed = m_speed > 0 ? m_speed : std::clamp(100 * 1000 / milliseconds, kSlowest, kFastest);
     slowest = kSlowest;
     fastest = kFastest;
     return true;
