@@ -63,7 +63,7 @@ build() {
 # prefix, for a script that runs beside another (each ends the programs of its own prefix when it begins and ends); `managed`
 # is without that desktop, and a window manager sees its windows.
 use_wine() {
-  export WINEPREFIX=$build_root/wine${1:+-$1} WINEARCH=win64 WINEDEBUG=${WINEDEBUG:--all} WINEDLLOVERRIDES="mscoree,mshtml="
+  export WINEPREFIX=$build_root/wine${1:+-$1} WINEARCH=win64 WINEDEBUG=${WINEDEBUG:--all,err+virtual,err+seh,err+server} WINEDLLOVERRIDES="mscoree,mshtml="
   KX_WINE=$(command -v wine64 || true)
   [ -n "$KX_WINE" ] || KX_WINE=/usr/lib/wine/wine64
   [ -x "$KX_WINE" ] || die "wine64 is not installed"
