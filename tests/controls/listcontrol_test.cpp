@@ -163,7 +163,7 @@ TEST_F(Lists, ListBoxKeepsItsPlacesWhenItIsDrawnHere) {
     std::string seen[2];
     for (std::string& see : seen) {
         see = PlaceOf(plain) + PlaceOf(InnerOf(plain)) + (GetFocus() == InnerOf(plain) ? " focus" : "");
-        for (const UINT ask : {LB_GETCURSEL, LB_GETTOPINDEX, LB_GETITEMHEIGHT})
+        for (const auto ask : {UINT{LB_GETCURSEL}, UINT{LB_GETTOPINDEX}, UINT{LB_GETITEMHEIGHT}})
             see += ' ' + std::to_string(SendMessageW(InnerOf(plain), ask, 0, 0));
         const bool isDrawn = (GetWindowLongW(InnerOf(plain), GWL_STYLE) & LBS_OWNERDRAWFIXED) != 0;
         EXPECT_EQ(isDrawn, &see == &seen[1]);
