@@ -4,6 +4,7 @@
 #include <utility>
 
 #include <kxdevui/framework/devgui.h>
+#include <kxdevui/framework/ui_arithmetic.h>
 #include <kxdevui/framework/ui_window.h>
 
 namespace kx::ui {
@@ -46,10 +47,8 @@ void RadioRow::Take(std::vector<CKxStringW> texts) {
 
 bool RadioRow::Make(const Parts& parts, const RECT& place, long gap, DWORD style) {
     const int count = Count();
-    const long long width = 0LL + place.right + gap - place.left;
-    const auto edge = [&](int i) { return place.left + width * i / count; };
     for (int i = 0; i < count; ++i) {
-        const RECT at{static_cast<long>(edge(i)), place.top, static_cast<long>(edge(i + 1) - gap), place.bottom};
+        const RECT at = ShareOf(place, i, count, gap);
         HWND button = nullptr;
         // A copy: the parent, which is told of each, may set others.
         const CKxStringW text = i < Count() ? m_texts[static_cast<std::size_t>(i)] : CKxStringW();

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include <kxdevui/framework/ui_activity.h>
+#include <kxdevui/framework/ui_arithmetic.h>
 #include <kxdevui/framework/ui_control.h>
 #include <kxdevui/framework/ui_device.h>
 #include <kxsystem/kx_log.h>
@@ -36,14 +37,13 @@ CKxDevUI_MultiLaserSubset::CKxDevUI_MultiLaserSubset()
 CKxDevUI_MultiLaserSubset::~CKxDevUI_MultiLaserSubset() { Destroy(); }
 
 bool CKxDevUI_MultiLaserSubset::Make(const Parts& parts) {
-    const long count = static_cast<long>(m_subsets.size()), width = m_width + kGap;
-    for (long i = 0; i < count; ++i) {
+    const int count = static_cast<int>(m_subsets.size());
+    for (int i = 0; i < count; ++i) {
         HWND button = nullptr;
-        const RECT place{width * i / count, 0, width * (i + 1) / count - kGap, kRow};
+        const RECT place = ShareOf({0, 0, m_width, kRow}, i, count, kGap);
         const CKxStringW name =
-            i < static_cast<long>(m_subsets.size()) ? m_subsets[static_cast<std::size_t>(i)].name : L"";
-        if (!parts.PushRadio(button, kFirstSubset + static_cast<int>(i), name, place, false, nullptr, WS_TABSTOP))
-            return false;
+            i < static_cast<int>(m_subsets.size()) ? m_subsets[static_cast<std::size_t>(i)].name : L"";
+        if (!parts.PushRadio(button, kFirstSubset + i, name, place, false, nullptr, WS_TABSTOP)) return false;
     }
     if (!MakeBelow(parts, count > 0 ? kRow + kBelow : 0)) return false;
     ShowSubsets();

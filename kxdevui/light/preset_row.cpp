@@ -11,6 +11,7 @@
 #include <kxbaseui/kx_layoutmanager.h>
 #include <kxbaseui/kx_tooltip.h>
 #include <kxdevui/controls/hpot_common.h>
+#include <kxdevui/framework/ui_arithmetic.h>
 #include <kxdevui/framework/ui_control.h>
 #include <kxsystem/kx_number.h>
 #include <kxsystem/kx_time.h>
@@ -159,11 +160,9 @@ double GrownPart(HWND button) {
 }  // namespace
 
 bool PresetRow::Make(const Parts& parts, const RECT& place, long gap) {
-    const long width = place.right + gap - place.left;
     for (int i = 0; i < kCount; ++i) {
         HWND button = nullptr;
-        const RECT at{place.left + width * i / kCount, place.top, place.left + width * (i + 1) / kCount - gap,
-                      place.bottom};
+        const RECT at = ShareOf(place, i, kCount, gap);
         const DWORD group = i == 0 ? WS_GROUP : 0;
         if (!parts.Add(button, L"BUTTON", m_first + i, TextOf(i), at, BS_OWNERDRAW | WS_TABSTOP | group)) return false;
         Subclass(button, ButtonProc, nullptr);
