@@ -19,6 +19,7 @@
 #include <string_view>
 #include <type_traits>
 #include <unordered_map>
+#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -209,7 +210,9 @@ private:
         kx::svg::Image image;
         const kx::svg::Color current{GetRValue(look.current), GetGValue(look.current), GetBValue(look.current), 1};
         Entry made{std::string(look.svg), look, nullptr, nullptr};
-        if (kx::svg::Render(look.svg, look.width, look.height, current, &m_glyphs, image)) {
+        std::vector<std::string> leftOut;
+        if (kx::svg::Render(look.svg, look.width, look.height, current, &m_glyphs, image, &leftOut)) {
+            TellLeftOut(look.svg, leftOut);
             if (!look.enabled) Disable(image);
             made.bitmap = ToBitmap(image);
             made.dc.reset(made.bitmap ? CreateCompatibleDC(nullptr) : nullptr);
@@ -224,6 +227,15 @@ private:
         m_bytes += entry.Bytes();
         Shrink();
         return entry;
+    }
+
+    // Once for a text, in whatever sizes and colours it is drawn.
+    void TellLeftOut(std::string_view svg, const std::vector<std::string>& kinds) {
+        if (kinds.empty()) return;
+        if (m_told.size() == CKxBitmapPool::MaxImages) m_told.clear();
+        if (!m_told.insert(std::hash<std::string_view>()(svg)).second) return;
+        for (const std::string& kind : kinds)
+            KX_LOG(L"kx_bitmappool", L"an image of %zu characters is drawn without: %hs", svg.size(), kind.c_str());
     }
 
     void Shrink() {
@@ -241,6 +253,7 @@ private:
     std::list<Entry> m_entries;  // the newest first
     std::unordered_map<Look, std::list<Entry>::iterator, LookHash> m_byLook;
     std::size_t m_bytes = 0;
+    std::unordered_set<std::size_t> m_told;  // the hashes of texts of which something is left out
     unsigned long long m_rasterized = 0;
     kx::svg::GdiGlyphs m_glyphs;
 };

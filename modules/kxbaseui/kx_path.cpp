@@ -11,6 +11,8 @@ namespace {
 
 constexpr double c_pi = std::numbers::pi;
 constexpr int c_mostPieces = 128;
+// The part of a curve that is taken for its direction at an end; the turn from which on a bend is a cusp.
+constexpr double c_end = 0.002, c_cusp = 1;
 // The control points of a quarter circle, by which no point is off by more than 0.03 % of the radius.
 constexpr double c_quarter = 0.5522847498;
 
@@ -27,19 +29,50 @@ void AddPoint(Polyline& line, Point point) {
     if (line.points.empty() || !(line.points.back() == point)) line.points.push_back(point);
 }
 
-void AddCubic(Polyline& line, const Point* control, double tolerance) {
+double AngleBetween(Point in, Point out) { return std::abs(std::atan2(Cross(in, out), Dot(in, out))); }
+
+// By how much a curve turns at most: as much as the way through its control points does.
+double TurnOf(Point from, const Point* control) {
+    const Point legs[] = {control[0] - from, control[1] - control[0], control[2] - control[1]};
+    double turn = 0;
+    Point last;
+    for (const Point leg : legs) {
+        if (leg == Point{}) continue;
+        if (!(last == Point{})) turn += AngleBetween(last, leg);
+        last = leg;
+    }
+    return turn;
+}
+
+void AddCubic(Polyline& line, const Point* control, double tolerance, double reach) {
     const Point from = line.points.back();
+    const std::size_t first = line.points.size();
     // A chord strays from its curve by at most an eighth of the second derivative times the square of its share.
     const Point bend1 = from - control[0] * 2 + control[1], bend2 = control[0] - control[1] * 2 + control[2];
     const double bend = 6 * std::max(Length(bend1), Length(bend2));
-    const double wanted = std::ceil(std::sqrt(bend / (8 * tolerance)));
-    const int pieces = wanted < c_mostPieces ? std::max(static_cast<int>(wanted), 1) : c_mostPieces;
-    for (int i = 1; i < pieces; ++i) {
-        const double t = static_cast<double>(i) / pieces, s = 1 - t;
+    const double straight = std::ceil(std::sqrt(bend / (8 * tolerance)));
+    const double wanted =
+        reach > 0 ? std::max(straight, TurnOf(from, control) * std::sqrt(reach / (8 * tolerance))) : straight;
+    const int pieces = wanted < c_mostPieces ? std::max(static_cast<int>(std::ceil(wanted)), 1) : c_mostPieces;
+    const auto add = [&](double t) {
+        const double s = 1 - t;
         AddPoint(line, from * (s * s * s) + control[0] * (3 * s * s * t) + control[1] * (3 * s * t * t) +
                            control[2] * (t * t * t));
-    }
+    };
+    const bool bent = reach > 0 && pieces > 1;
+    // Towards an end ever shorter ones: a wide stroke's inner side would stick out behind the end by a long one's
+    // slant.
+    double end = bent ? c_end : 1.0 / pieces;
+    for (; end < 1.0 / pieces; end *= 2)
+        add(end);
+    for (int i = 1; i < pieces; ++i)
+        add(static_cast<double>(i) / pieces);
+    while (bent && (end /= 2) >= c_end)
+        add(1 - end);
     AddPoint(line, control[2]);
+    for (std::size_t i = first; bent && i + 1 < line.points.size(); ++i)
+        if (AngleBetween(line.points[i] - line.points[i - 1], line.points[i + 1] - line.points[i]) > c_cusp)
+            line.cusps.push_back(i);
 }
 
 }  // namespace
@@ -179,15 +212,15 @@ void Path::Append(const Path& tail, const Matrix& matrix) {
     m_start = m_current = matrix.Apply(tail.m_current);
 }
 
-Polylines Flatten(const Path& path, double tolerance) {
+Polylines Flatten(const Path& path, double tolerance, double reach) {
     Polylines lines;
     const Point* point = path.Points().data();
     for (const Path::Verb verb : path.Verbs()) {
         switch (verb) {
-        case Path::Verb::Move: lines.push_back({{*point++}, false}); break;
+        case Path::Verb::Move: lines.push_back({{*point++}, false, {}}); break;
         case Path::Verb::Line: AddPoint(lines.back(), *point++); break;
         case Path::Verb::Cubic:
-            AddCubic(lines.back(), point, tolerance);
+            AddCubic(lines.back(), point, tolerance, reach);
             point += 3;
             break;
         case Path::Verb::Close: lines.back().closed = true; break;
@@ -206,6 +239,83 @@ void Transform(Polylines& lines, const Matrix& matrix) {
 
 namespace {
 
+// Walks along lines and lets go of a piece at the end of every dash.
+class Dasher {
+public:
+    Dasher(const StrokeStyle& style, std::size_t most) : m_style(style), m_most(most) {
+        for (const double length : style.dashes)
+            m_period += length;
+    }
+
+    bool Add(const Polyline& line) {
+        Start();
+        const std::size_t first = m_pieces.size(), count = line.points.size();
+        const bool beginsInDash = IsInDash();
+        if (beginsInDash) m_piece.points.push_back(line.points[0]);
+        for (std::size_t i = 1; i < count + (line.closed ? 1 : 0); ++i)
+            if (!Walk(line.points[i - 1], line.points[i % count])) return false;
+        if (line.closed && beginsInDash && IsInDash() && m_pieces.size() > first) {
+            auto& head = m_pieces[first].points;
+            m_piece.points.insert(m_piece.points.end(), head.begin() + 1, head.end());
+            head = std::move(m_piece.points);
+        } else if (IsInDash() && m_pieces.size() == first && line.closed) {
+            m_pieces.push_back(line);
+        } else {
+            LetGo();
+        }
+        m_piece = {};
+        return true;
+    }
+
+    Polylines Take() { return std::move(m_pieces); }
+
+private:
+    bool IsInDash() const { return m_at % 2 == 0; }
+
+    // To the dash or gap in which a line begins.
+    void Start() {
+        double offset = std::fmod(m_style.dashOffset, m_period);
+        if (offset < 0) offset += m_period;
+        for (m_at = 0; m_at + 1 < m_style.dashes.size() && offset >= m_style.dashes[m_at]; ++m_at)
+            offset -= m_style.dashes[m_at];
+        m_left = std::max(m_style.dashes[m_at] - offset, 0.0);
+    }
+
+    bool Walk(Point from, Point to) {
+        const double length = Length(to - from);
+        double walked = 0;
+        for (; length - walked > m_left; m_left = m_style.dashes[m_at]) {
+            walked += m_left;
+            const Point point = from + (to - from) * (walked / length);
+            if (IsInDash()) Put(point), LetGo();
+            m_at = (m_at + 1) % m_style.dashes.size();
+            if (IsInDash()) Put(point);
+            if (++m_cuts > m_most) return false;
+        }
+        m_left -= length - walked;
+        if (IsInDash()) Put(to);
+        return m_points <= m_most;
+    }
+
+    void Put(Point point) {
+        m_piece.points.push_back(point);
+        ++m_points;
+    }
+    void LetGo() {
+        if (!m_piece.points.empty()) m_pieces.push_back(std::move(m_piece));
+        m_piece = {};
+    }
+
+    const StrokeStyle& m_style;
+    std::size_t m_most, m_points = 0, m_cuts = 0;
+    double m_period = 0;
+    // Where in the pattern, and how much of that dash or gap is left.
+    std::size_t m_at = 0;
+    double m_left = 0;
+    Polyline m_piece;
+    Polylines m_pieces;
+};
+
 // Walks along a line and draws what is at its left; the way there and the way back make the outline of the stroke.
 class Stroker {
 public:
@@ -215,8 +325,13 @@ public:
     void Add(const Polyline& line) {
         // Steps too short to have a direction are left out.
         m_points.clear();
-        for (const Point point : line.points)
-            if (m_points.empty() || !IsNear(m_points.back(), point)) m_points.push_back(point);
+        m_cusps.clear();
+        for (std::size_t i = 0, cusp = 0; i < line.points.size(); ++i) {
+            const bool isCusp = cusp < line.cusps.size() && line.cusps[cusp] == i;
+            if (isCusp) ++cusp;
+            if (m_points.empty() || !IsNear(m_points.back(), line.points[i])) m_points.push_back(line.points[i]);
+            if (isCusp) m_cusps.push_back(m_points.size() - 1);
+        }
         if (m_points.empty()) return;
         if (line.closed && m_points.size() > 1 && IsNear(m_points.front(), m_points.back())) m_points.pop_back();
         const bool closed = line.closed && m_points.size() > 1;
@@ -313,7 +428,8 @@ private:
             Put(center);
             return Put(center + left2);
         }
-        if (m_style.join == Join::Round) return Turn(center, left1, left2, std::atan2(std::abs(cross), cosine));
+        if (m_style.join == Join::Round || std::binary_search(m_cusps.begin(), m_cusps.end(), at))
+            return Turn(center, left1, left2, std::atan2(std::abs(cross), cosine));
         // The ratio of miter length to width is 1 / sin(half the angle between the segments).
         if (m_style.join == Join::Miter && meet > 1e-9 && 2 / meet <= m_style.miterLimit * m_style.miterLimit)
             return Put(center + miter);
@@ -326,10 +442,20 @@ private:
     Polylines& m_outlines;
     Polyline m_outline;
     std::vector<Point> m_points, m_directions;
+    std::vector<std::size_t> m_cusps;
     std::vector<double> m_lengths;
 };
 
 }  // namespace
+
+bool Dash(Polylines& lines, const StrokeStyle& style, std::size_t most) {
+    if (style.dashes.empty()) return true;
+    Dasher dasher(style, most);
+    for (const Polyline& line : lines)
+        if (!dasher.Add(line)) return false;
+    lines = dasher.Take();
+    return true;
+}
 
 Polylines Stroke(const Polylines& lines, const StrokeStyle& style, double tolerance) {
     Polylines outlines;

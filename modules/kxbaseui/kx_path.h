@@ -72,12 +72,16 @@ private:
 struct Polyline {
     std::vector<Point> points;
     bool closed = false;
+    // Which of the points are cusps, where a curve turns back within itself: a stroke is round there, whatever its
+    // joins.
+    std::vector<std::size_t> cusps;
 };
 using Polylines = std::vector<Polyline>;
 
 // The path in straight lines that stay within `tolerance` of it, points repeated in a row left out; a curve is cut into
-// at most 128 lines.
-Polylines Flatten(const Path& path, double tolerance);
+// at most 142 lines. `reach`, half of a stroke's width or 0, makes lines fine enough for what is drawn so far beside
+// them, and those at a curve's ends as steep as the curve.
+Polylines Flatten(const Path& path, double tolerance, double reach = 0);
 
 void Transform(Polylines& lines, const Matrix& matrix);
 
@@ -89,7 +93,14 @@ struct StrokeStyle {
     double miterLimit = 4;
     Cap cap = Cap::Butt;
     Join join = Join::Miter;
+    // Dash, gap, dash and so on; empty: a whole line. Each at least 0, together more, an even number of them.
+    std::vector<double> dashes;
+    double dashOffset = 0;
 };
+
+// The lines cut into the style's dashes, which begin anew with every line; where a closed line is within a dash at its
+// first point, that dash goes on around it. At most `most` points; false, and `lines` as they come, beyond.
+bool Dash(Polylines& lines, const StrokeStyle& style, std::size_t most);
 
 // The closed outlines that, filled by the non-zero rule, are the stroke of the lines; round parts stay within
 // `tolerance`. A single point gives a dot when the caps are round or square. A width that is not positive gives none.

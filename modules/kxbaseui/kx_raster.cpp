@@ -64,12 +64,32 @@ void Blend(Image& below, const Image& above, double opacity) {
         if (above.pixels[i]) below.pixels[i] = Over(ScalePixel(above.pixels[i], by), below.pixels[i]);
 }
 
+void Cut(Image& image, const Image& cover, Cover kind) {
+    for (std::size_t i = 0; i < image.pixels.size(); ++i) {
+        if (image.pixels[i] == 0) continue;
+        const std::uint32_t pixel = cover.pixels[i];
+        // Premultiplied: the opacity is in the colours already.
+        const double brightness =
+            0.2125 * (pixel >> 16 & 0xFF) + 0.7154 * (pixel >> 8 & 0xFF) + 0.0721 * (pixel & 0xFF);
+        image.pixels[i] = ScalePixel(image.pixels[i], kind == Cover::Opacity ? pixel >> 24 : Rounded(brightness));
+    }
+}
+
 // ---- Paint ---------------------------------------------------------------------------------------------------------
 
 Paint::Paint(Color color) : m_kind(Kind::Plain), m_color(Premultiply(color)) {}
 
-void Paint::SetStops(const std::vector<Stop>& stops) {
-    m_ramp.resize(c_steps);
+Paint Paint::Plain(std::uint32_t premultiplied) {
+    Paint paint;
+    paint.m_kind = Kind::Plain;
+    paint.m_color = premultiplied;
+    return paint;
+}
+
+// The last entry of a ramp is the last stop's colour.
+Paint::Ramp Paint::MakeRamp(const std::vector<Stop>& stops) {
+    if (stops.empty()) return nullptr;
+    std::vector<std::uint32_t> ramp(c_steps + 1);
     std::vector<Stop> rising(stops);
     double last = 0;
     for (Stop& stop : rising)
@@ -84,30 +104,31 @@ void Paint::SetStops(const std::vector<Stop>& stops) {
             const Stop &from = rising[next - 1], &to = rising[next];
             color = Mix(from.color, to.color, (at - from.offset) / (to.offset - from.offset));
         }
-        m_ramp[static_cast<std::size_t>(i)] = Premultiply(color);
+        ramp[static_cast<std::size_t>(i)] = Premultiply(color);
     }
+    ramp.back() = Premultiply(stops.back().color);
+    return std::make_shared<const std::vector<std::uint32_t>>(std::move(ramp));
 }
 
-Paint Paint::Linear(Point from, Point to, const std::vector<Stop>& stops, enum Spread spread, const Matrix& toPixels) {
+Paint Paint::Linear(Point from, Point to, Ramp ramp, enum Spread spread, const Matrix& toPixels) {
     Paint paint;
-    if (stops.empty()) return paint;
+    if (!ramp) return paint;
     const Point axis = to - from;
     const double square = axis.x * axis.x + axis.y * axis.y;
-    if (square == 0 || !std::isfinite(1 / square)) return Paint(stops.back().color);
+    if (square == 0 || !std::isfinite(1 / square)) return Plain(ramp->back());
     if (!toPixels.Invert(paint.m_fromPixels)) return paint;
     paint.m_kind = Kind::Linear;
     paint.m_spread = spread;
     paint.m_origin = from;
     paint.m_axis = axis * (1 / square);
-    paint.SetStops(stops);
+    paint.m_ramp = std::move(ramp);
     return paint;
 }
 
-Paint Paint::Radial(Point center, double radius, Point focus, const std::vector<Stop>& stops, enum Spread spread,
-                    const Matrix& toPixels) {
+Paint Paint::Radial(Point center, double radius, Point focus, Ramp ramp, enum Spread spread, const Matrix& toPixels) {
     Paint paint;
-    if (stops.empty()) return paint;
-    if (!(radius > 0)) return Paint(stops.back().color);
+    if (!ramp) return paint;
+    if (!(radius > 0)) return Plain(ramp->back());
     if (!toPixels.Invert(paint.m_fromPixels)) return paint;
     // On the circle itself, every ray would leave it at once.
     Point toCenter = center - focus;
@@ -118,7 +139,7 @@ Paint Paint::Radial(Point center, double radius, Point focus, const std::vector<
     paint.m_origin = center - toCenter;
     paint.m_axis = toCenter;
     paint.m_radius = radius;
-    paint.SetStops(stops);
+    paint.m_ramp = std::move(ramp);
     return paint;
 }
 
@@ -136,7 +157,7 @@ std::uint32_t Paint::At(int x, int y) const {
     if (m_kind == Kind::Plain || m_kind == Kind::None) return m_color;
     const double position = svg::Spread(Position(m_fromPixels.Apply({x + 0.5, y + 0.5})), m_spread);
     if (!(position >= 0)) return 0;
-    return m_ramp[static_cast<std::size_t>(std::min(position * c_steps, c_steps - 1.0))];
+    return (*m_ramp)[static_cast<std::size_t>(std::min(position * c_steps, c_steps - 1.0))];
 }
 
 // ---- Rasterizer ----------------------------------------------------------------------------------------------------

@@ -8,6 +8,7 @@
 #include <kxbaseui/kx_path.h>
 
 #include <cstdint>
+#include <memory>
 #include <vector>
 
 namespace kx::svg {
@@ -29,6 +30,11 @@ inline std::uint32_t Rounded(double value) { return static_cast<std::uint32_t>(v
 
 std::uint32_t Premultiply(Color color);
 
+// Leaves of `image` what `cover` covers by its opacity, or by its opacity and brightness, as a mask does
+// (SVG 1.1, 14.4).
+enum class Cover : std::uint8_t { Opacity, Brightness };
+void Cut(Image& image, const Image& cover, Cover kind);
+
 // Lays `above`, made fainter by `opacity` (0 to 1), over `below`; both of the same size.
 void Blend(Image& below, const Image& above, double opacity);
 
@@ -45,12 +51,16 @@ public:
 
     Paint() = default;
     explicit Paint(Color color);
-    // From one point to another of the gradient's own space, which `toPixels` maps to pixels. No stops, or a space that
-    // is squeezed to a line, paint nothing; offsets that go backwards count as the largest before.
-    static Paint Linear(Point from, Point to, const std::vector<Stop>& stops, Spread spread, const Matrix& toPixels);
+    // The colours between stops, to be used by any number of paints. Offsets that go backwards count as the largest
+    // before.
+    using Ramp = std::shared_ptr<const std::vector<std::uint32_t>>;
+    static Ramp MakeRamp(const std::vector<Stop>& stops);
+
+    // From one point to another of the gradient's own space, which `toPixels` maps to pixels. No ramp, or a space that
+    // is squeezed to a line, paint nothing.
+    static Paint Linear(Point from, Point to, Ramp ramp, Spread spread, const Matrix& toPixels);
     // From the focus to the circle; a focus outside of it is moved onto it.
-    static Paint Radial(Point center, double radius, Point focus, const std::vector<Stop>& stops, Spread spread,
-                        const Matrix& toPixels);
+    static Paint Radial(Point center, double radius, Point focus, Ramp ramp, Spread spread, const Matrix& toPixels);
 
     bool IsEmpty() const { return m_kind == Kind::None; }
     // The premultiplied colour in the middle of a pixel.
@@ -62,7 +72,7 @@ private:
     enum class Kind : std::uint8_t { None, Plain, Linear, Radial };
     static constexpr int c_steps = 512;
 
-    void SetStops(const std::vector<Stop>& stops);
+    static Paint Plain(std::uint32_t premultiplied);
     double Position(Point point) const;
 
     Kind m_kind = Kind::None;
@@ -72,7 +82,7 @@ private:
     // The gradient's axis, or the way from the focus to the centre; the circle's radius.
     Point m_origin, m_axis;
     double m_radius = 0;
-    std::vector<std::uint32_t> m_ramp;
+    Ramp m_ramp;
 };
 
 // Fills outlines within one size of image. It is reused from outline to outline, and counts what it does.

@@ -1,5 +1,6 @@
 #include <kxbaseui/kx_svg.h>
 
+#include <kxbaseui/kx_svgsheet.h>
 #include <kxbaseui/kx_svgstyle.h>
 #include <kxbaseui/kx_svgvalues.h>
 #include <kxbaseui/kx_xml.h>
@@ -8,8 +9,11 @@
 #include <algorithm>
 #include <cmath>
 #include <exception>
+#include <iterator>
+#include <map>
 #include <numbers>
 #include <optional>
+#include <tuple>
 #include <unordered_map>
 #include <utility>
 
@@ -19,6 +23,10 @@ namespace {
 
 // Pixels that a flattened curve may be off.
 constexpr double c_tolerance = 0.02;
+
+// Elements that would draw something.
+constexpr std::string_view c_leftOut[] = {"image",   "foreignObject",    "script",        "textPath",
+                                          "animate", "animateTransform", "animateMotion", "set"};
 
 // What an element finds around it.
 struct Surroundings {
@@ -42,8 +50,10 @@ Box BoundsOf(const Polylines& lines) {
 
 class Drawing {
 public:
-    Drawing(const XmlNode& root, Image& image, Color currentColor, GlyphSource* glyphs)
-        : m_root(root), m_image(&image), m_glyphs(glyphs), m_rasterizer(image.width, image.height, SvgLimits::Work) {
+    Drawing(const XmlNode& root, Image& image, Color currentColor, GlyphSource* glyphs,
+            std::vector<std::string>* leftOut)
+        : m_root(root), m_image(&image), m_glyphs(glyphs), m_leftOut(leftOut),
+          m_rasterizer(image.width, image.height, SvgLimits::Work) {
         m_first.style.color = currentColor;
     }
 
@@ -75,6 +85,19 @@ private:
     const XmlNode* FindById(std::string_view id) const {
         const auto found = m_byId.find(id);
         return found == m_byId.end() ? nullptr : found->second;
+    }
+
+    // What a property refers to by url(#id), if it is an element of this name.
+    const XmlNode* FindReferred(const Properties& properties, std::string_view property, std::string_view name) const {
+        std::string_view rest;
+        const auto text = properties.Find(property);
+        const XmlNode* const node = text ? FindById(ParseReference(*text, rest)) : nullptr;
+        return node && Properties(*node).Name() == name ? node : nullptr;
+    }
+
+    void LeaveOut(std::string_view kind) {
+        if (m_leftOut && std::find(m_leftOut->begin(), m_leftOut->end(), kind) == m_leftOut->end())
+            m_leftOut->emplace_back(kind);
     }
 
     static void EnterBox(const Properties& properties, Box box, Point viewport, Surroundings& around) {
@@ -114,22 +137,92 @@ private:
         Spend(8 * length);
         if (properties.Find("display") == "none") return;
         around.style = ReadStyle(properties, std::move(around.style), Diagonal(around).whole);
+        if (const XmlNode* const filter = FindReferred(properties, "filter", "filter")) {
+            LeaveOut("filter");
+            if (IsBlur(*filter)) return;
+        }
+        const XmlNode *const clip = FindReferred(properties, "clip-path", "clipPath"), *const mask = FindReferred(
+                                                                                           properties, "mask", "mask");
         const auto text = properties.Find("opacity");
-        const double opacity = text ? ParsePart(*text).value_or(1) : 1;
-        if (opacity == 1) return DrawKind(node, properties, around);
+        const double opacity = text && !m_clipping ? ParsePart(*text).value_or(1) : 1;
+        if (opacity == 1 && !clip && !mask) return DrawKind(node, properties, around);
 
         // All of it is drawn by itself first: what overlaps within it must not shine through.
+        Image layer = DrawLayer([&] { DrawKind(node, properties, around); });
+        if (clip) Cut(layer, DrawClip(*clip, node, around), Cover::Opacity);
+        if (mask) Cut(layer, DrawMask(*mask, around), Cover::Brightness);
+        Blend(*m_image, layer, opacity);
+    }
+
+    template <class Draw>
+    Image DrawLayer(Draw draw) {
         Image layer{m_image->width, m_image->height, std::vector<std::uint32_t>(m_image->pixels.size())};
         Spend(layer.pixels.size());
         Image* const below = std::exchange(m_image, &layer);
-        DrawKind(node, properties, around);
+        draw();
         m_image = below;
-        Blend(*m_image, layer, opacity);
+        return layer;
+    }
+
+    Image DrawClip(const XmlNode& clip, const XmlNode& node, Surroundings around) {
+        const Properties properties(clip);
+        around.style = m_first.style;
+        around.matrix = around.matrix * ParseTransform(properties.Attribute("transform"));
+        if (properties.Attribute("clipPathUnits") == "objectBoundingBox") EnterBoundsOf(node, around);
+        return DrawCover(clip, around, true);
+    }
+
+    // Its own region is not looked at.
+    Image DrawMask(const XmlNode& mask, Surroundings around) {
+        around.style = m_first.style;
+        return DrawCover(mask, around, false);
+    }
+
+    Image DrawCover(const XmlNode& cover, const Surroundings& around, bool clipping) {
+        return DrawLayer([&] {
+            const bool clippingBefore = std::exchange(m_clipping, clipping);
+            const XmlNode* const coverBefore = std::exchange(m_cover, &cover);
+            DrawStyled(cover, Properties(cover), around);
+            m_clipping = clippingBefore;
+            m_cover = coverBefore;
+        });
+    }
+
+    // To a space in which the box around a shape is from 0 to 1.
+    void EnterBoundsOf(const XmlNode& node, Surroundings& around) {
+        Path path;
+        if (!ReadShape(Properties(node), around, path)) return LeaveOut("clip-path in units of a group");
+        const Box bounds = BoundsOf(Flatten(path, c_tolerance));
+        around.matrix = around.matrix * Matrix{bounds.width, 0, 0, bounds.height, bounds.x, bounds.y};
+    }
+
+    // Whether a filter gives nothing but a blurred picture: a shadow or a shine, which would stand there hard without
+    // it. One that lays the shape itself over its shadow is left out alone.
+    static bool IsBlur(const XmlNode& filter) {
+        bool blurred = false;
+        for (const XmlNode& child : filter.children) {
+            const Properties properties(child);
+            const std::string_view name = properties.Name();
+            blurred =
+                blurred || (name == "feGaussianBlur" && Scanner(properties.Attribute("stdDeviation")).TryNumber() > 0);
+            const auto isSource = [](const XmlNode& node) {
+                return Properties(node).Attribute("in") == "SourceGraphic" ||
+                       Properties(node).Attribute("in2") == "SourceGraphic";
+            };
+            const bool lays = name == "feMerge" || name == "feBlend" || name == "feComposite";
+            if (lays && (isSource(child) || std::any_of(child.children.begin(), child.children.end(), isSource)))
+                return false;
+        }
+        return blurred;
     }
 
     void DrawKind(const XmlNode& node, const Properties& properties, const Surroundings& around) {
         const std::string_view name = properties.Name();
         if (name == "g" || name == "a" || (name == "svg" && &node == &m_root)) return DrawChildren(node, around);
+        // A clip path or a mask, in place of what it is one of; where it stands, it is not drawn.
+        if (&node == m_cover) return DrawChildren(node, around);
+        if (name == "switch") return DrawFirst(node, around);
+        if (std::find(std::begin(c_leftOut), std::end(c_leftOut), name) != std::end(c_leftOut)) LeaveOut(name);
         if (name == "svg") return DrawInner(node, properties, around, {});
         if (name == "use") return DrawUse(properties, around);
         if (name == "text") return DrawText(node, around);
@@ -140,6 +233,15 @@ private:
     void DrawChildren(const XmlNode& node, const Surroundings& around) {
         for (const XmlNode& child : node.children)
             DrawNode(child, around);
+    }
+
+    // Of a switch's children, the first that asks for nothing; what one asks for is a program's own.
+    void DrawFirst(const XmlNode& node, const Surroundings& around) {
+        const auto first = std::find_if(node.children.begin(), node.children.end(), [](const XmlNode& child) {
+            return !child.name.empty() && !child.Find("requiredExtensions") &&
+                   Properties(child).Name() != "foreignObject";
+        });
+        if (first != node.children.end()) DrawNode(*first, around);
     }
 
     // An svg within the drawing, or a symbol; `size` is a use's, 0 for what it leaves open.
@@ -212,10 +314,13 @@ private:
         const double scale = around.matrix.Scale();
         if (!style.visible || !around.matrix.IsFinite() || !(scale > 0)) return;
         const double tolerance = c_tolerance / scale;
-        const Polylines lines = Flatten(path, tolerance);
+        const bool stroked = style.stroke.color || !style.stroke.gradient.empty();
+        Polylines lines = Flatten(path, tolerance, stroked && !m_clipping ? style.line.width / 2 : 0);
+        if (m_clipping) return FillLines(lines, style.clipRule, Paint(Color{}), around);
         const Box bounds = BoundsOf(lines);
         PaintLines(lines, style.fill, style.fillOpacity, style.fillRule, bounds, around);
-        if (!style.stroke.color && style.stroke.gradient.empty()) return;
+        if (!stroked) return;
+        if (!Dash(lines, style.line, c_mostPoints)) throw Refusal{};
         PaintLines(Stroke(lines, style.line, tolerance), style.stroke, style.strokeOpacity, FillRule::NonZero, bounds,
                    around);
     }
@@ -223,7 +328,10 @@ private:
     void PaintLines(Polylines lines, const PaintChoice& choice, double opacity, FillRule rule, const Box& bounds,
                     const Surroundings& around) {
         const Paint paint = MakePaint(choice, opacity, bounds, around);
-        if (paint.IsEmpty()) return;
+        if (!paint.IsEmpty()) FillLines(std::move(lines), rule, paint, around);
+    }
+
+    void FillLines(Polylines lines, FillRule rule, const Paint& paint, const Surroundings& around) {
         Transform(lines, around.matrix);
         m_rasterizer.Add(lines);
         m_rasterizer.Fill(*m_image, rule, paint);
@@ -236,6 +344,7 @@ private:
             const std::string_view kind = Properties(*gradient).Name();
             if (kind == "linearGradient" || kind == "radialGradient")
                 return MakeGradient(*gradient, opacity, bounds, around);
+            LeaveOut(kind);
         }
         if (!choice.color) return {};
         Color color = *choice.color;
@@ -248,12 +357,30 @@ private:
         std::vector<Properties> chain;
         stops = nullptr;
         for (const XmlNode* next = &gradient; next && chain.size() < 8; next = FindById(chain.back().Target())) {
-            Spend(64 * next->children.size());
             chain.emplace_back(*next);
-            const auto isStop = [](const XmlNode& child) { return Properties(child).Name() == "stop"; };
-            if (!stops && std::any_of(next->children.begin(), next->children.end(), isStop)) stops = next;
+            if (!stops && HasStops(*next)) stops = next;
         }
         return chain;
+    }
+
+    bool HasStops(const XmlNode& gradient) {
+        const auto [found, isNew] = m_hasStops.try_emplace(&gradient, false);
+        if (isNew) {
+            Spend(64 * gradient.children.size());
+            found->second = std::any_of(gradient.children.begin(), gradient.children.end(),
+                                        [](const XmlNode& child) { return Properties(child).Name() == "stop"; });
+        }
+        return found->second;
+    }
+
+    // Most drawings use a gradient again and again; some thousand colours are mixed for it once.
+    Paint::Ramp RampOf(const XmlNode& gradient, double opacity, const Style& style) {
+        const Color& color = style.color;
+        const RampKey key{&gradient, opacity, color.red, color.green, color.blue, color.alpha};
+        if (const auto found = m_ramps.find(key); found != m_ramps.end()) return found->second;
+        Spend(64 * gradient.children.size());
+        if (m_ramps.size() == c_mostRamps) m_ramps.clear();
+        return m_ramps[key] = Paint::MakeRamp(ReadStops(gradient, opacity, style));
     }
 
     Paint MakeGradient(const XmlNode& gradient, double opacity, const Box& bounds, const Surroundings& around) {
@@ -278,14 +405,14 @@ private:
         const Paint::Spread spread = method == "reflect"  ? Paint::Spread::Reflect
                                      : method == "repeat" ? Paint::Spread::Repeat
                                                           : Paint::Spread::Pad;
-        const std::vector<Paint::Stop> stops = ReadStops(*stopsOf, opacity, around.style);
+        const Paint::Ramp ramp = RampOf(*stopsOf, opacity, around.style);
         if (chain.front().Name() == "linearGradient")
             return Paint::Linear({length("x1", across, "0"), length("y1", down, "0")},
-                                 {length("x2", across, "100%"), length("y2", down, "0")}, stops, spread, toPixels);
+                                 {length("x2", across, "100%"), length("y2", down, "0")}, ramp, spread, toPixels);
         const Point center{length("cx", across, "50%"), length("cy", down, "50%")};
         const Point focus{find("fx").empty() ? center.x : length("fx", across, ""),
                           find("fy").empty() ? center.y : length("fy", down, "")};
-        return Paint::Radial(center, length("r", Diagonal(around), "50%"), focus, stops, spread, toPixels);
+        return Paint::Radial(center, length("r", Diagonal(around), "50%"), focus, ramp, spread, toPixels);
     }
 
     static std::vector<Paint::Stop> ReadStops(const XmlNode& gradient, double opacity, const Style& style) {
@@ -402,24 +529,35 @@ private:
     const XmlNode& m_root;
     Image* m_image;
     GlyphSource* m_glyphs;
+    std::vector<std::string>* m_leftOut;
     Rasterizer m_rasterizer;
+    // Drawing the shape of a clip path: what is filled, opaque.
+    bool m_clipping = false;
+    // The clip path or mask that is being drawn.
+    const XmlNode* m_cover = nullptr;
     Surroundings m_first;
     std::unordered_map<std::string_view, const XmlNode*> m_byId;
+    std::unordered_map<const XmlNode*, bool> m_hasStops;
+    using RampKey = std::tuple<const XmlNode*, double, std::uint8_t, std::uint8_t, std::uint8_t, double>;
+    static constexpr std::size_t c_mostRamps = 64;
+    std::map<RampKey, Paint::Ramp> m_ramps;
     int m_elements = 0;
     std::size_t m_characters = 0;
 };
 
 }  // namespace
 
-bool Render(std::string_view text, int width, int height, Color currentColor, GlyphSource* glyphs, Image& image) {
+bool Render(std::string_view text, int width, int height, Color currentColor, GlyphSource* glyphs, Image& image,
+            std::vector<std::string>* leftOut) {
     image = {};
+    if (leftOut) leftOut->clear();
     if (width < 1 || height < 1 || width > SvgLimits::Side || height > SvgLimits::Side) return false;
     try {
-        const std::optional<XmlNode> root = ReadXml(text);
-        if (!root) return false;
+        std::optional<XmlNode> root = ReadXml(text);
+        if (!root || !ApplySheets(*root)) return false;
         Image drawn{width, height, {}};
         drawn.pixels.resize(static_cast<std::size_t>(width) * static_cast<std::size_t>(height));
-        Drawing(*root, drawn, currentColor, glyphs).Draw();
+        Drawing(*root, drawn, currentColor, glyphs, leftOut).Draw();
         image = std::move(drawn);
         return true;
     } catch (const Refusal&) {

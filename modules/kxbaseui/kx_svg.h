@@ -7,6 +7,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace kx::svg {
 
@@ -39,7 +40,9 @@ struct SvgLimits {
 
 // Draws `text` into an image of the given size, which begins clear. `currentColor` is what the drawing gets when it
 // says currentColor. Null `glyphs`: text is left out. False, and an image without pixels, when the text is malformed,
-// when a limit is exceeded or the size is not 1 to 1024 each way.
-bool Render(std::string_view text, int width, int height, Color currentColor, GlyphSource* glyphs, Image& image);
+// when a limit is exceeded or the size is not 1 to 1024 each way. `leftOut`, if given, gets the kinds of what the
+// drawing has and the image has not, each once, in the order in which they were met.
+bool Render(std::string_view text, int width, int height, Color currentColor, GlyphSource* glyphs, Image& image,
+            std::vector<std::string>* leftOut = nullptr);
 
 }  // namespace kx::svg

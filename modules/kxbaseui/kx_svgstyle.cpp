@@ -6,6 +6,8 @@ namespace kx::svg {
 
 namespace {
 
+constexpr std::size_t c_mostDashes = 64;
+
 // The value of a keyword; `value` stays for one that is not in the table.
 template <class Value, std::size_t Count>
 void Choose(const Properties& properties, std::string_view name,
@@ -21,23 +23,28 @@ void ReadPaint(const Properties& properties, std::string_view name, Color curren
     if (!text) return;
     PaintChoice read;
     if (text->starts_with("url(")) {
-        const auto end = text->find(')');
-        if (end == std::string_view::npos) return;
-        std::string_view target = Trim(text->substr(4, end - 4));
-        if (target.size() > 1 && (target.front() == '"' || target.front() == '\'') && target.back() == target.front())
-            target = target.substr(1, target.size() - 2);
-        if (!target.starts_with('#')) return;
-        read.gradient = target.substr(1);
-        text = Trim(text->substr(end + 1));
+        std::string_view rest;
+        read.gradient = ParseReference(*text, rest);
+        if (read.gradient.empty()) return;
+        text = rest;
     }
     read.color = ParseColorOrCurrent(*text, current);
     if (read.color || *text == "none" || !read.gradient.empty()) paint = read;
 }
 
+// The words as CSS 2.1, 15.7 has them, for a medium size of 16.
+double ReadFontSize(std::string_view text, double inherited) {
+    static constexpr std::pair<std::string_view, double> c_sizes[] = {{"xx-small", 9}, {"x-small", 10}, {"small", 13},
+                                                                      {"medium", 16},  {"large", 18},   {"x-large", 24},
+                                                                      {"xx-large", 32}};
+    for (const auto& [word, size] : c_sizes)
+        if (text == word) return size;
+    return std::max(TryLength(text, {inherited, inherited}).value_or(inherited), 0.0);
+}
+
 void ReadFont(const Properties& properties, Style& style) {
     if (const auto family = properties.Find("font-family")) style.font.family = *family;
-    if (const auto size = properties.Find("font-size"))
-        style.fontSize = std::max(ParseLength(*size, {style.fontSize, style.fontSize}), 0.0);
+    if (const auto size = properties.Find("font-size")) style.fontSize = ReadFontSize(*size, style.fontSize);
     if (const auto weight = properties.Find("font-weight"); weight && !weight->empty()) {
         const char first = weight->front();
         style.font.bold = first >= '0' && first <= '9' ? first >= '6' : weight->starts_with("bold");
@@ -49,16 +56,38 @@ void ReadFont(const Properties& properties, Style& style) {
     Choose(properties, "text-anchor", c_anchors, style.anchor);
 }
 
+void ReadDashes(std::string_view text, LengthBase base, std::vector<double>& dashes) {
+    std::vector<double> read;
+    double sum = 0;
+    for (text = Trim(text); !text.empty() && text != "none";) {
+        const std::string_view word = text.substr(0, text.find_first_of(", \t\r\n\f"));
+        const auto length = TryLength(word, base);
+        if (!length || *length < 0 || read.size() == c_mostDashes) return;
+        read.push_back(*length);
+        sum += *length;
+        text.remove_prefix(word.size());
+        text = Trim(text);
+        if (text.starts_with(',')) text = Trim(text.substr(1));
+    }
+    // Nothing but gaps of no length is a whole line.
+    if (sum == 0) read.clear();
+    const std::size_t given = read.size();
+    for (std::size_t i = 0; given % 2 != 0 && i < given; ++i)
+        read.push_back(read[i]);
+    dashes = std::move(read);
+}
+
 void ReadLine(const Properties& properties, LengthBase base, StrokeStyle& line) {
     static constexpr std::pair<std::string_view, Cap> c_caps[] = {
         {"butt", Cap::Butt}, {"round", Cap::Round}, {"square", Cap::Square}};
     static constexpr std::pair<std::string_view, Join> c_joins[] = {
         {"miter", Join::Miter}, {"round", Join::Round}, {"bevel", Join::Bevel}};
-    line.width = properties.Length("stroke-width", base, line.width);
-    if (const auto limit = properties.Find("stroke-miterlimit")) {
-        Scanner scanner(*limit);
-        line.miterLimit = std::max(scanner.Number(), 1.0);
-    }
+    if (const auto width = properties.Find("stroke-width")) line.width = TryLength(*width, base).value_or(line.width);
+    if (const auto limit = properties.Find("stroke-miterlimit"))
+        line.miterLimit = std::max(Scanner(*limit).TryNumber().value_or(line.miterLimit), 1.0);
+    if (const auto dashes = properties.Find("stroke-dasharray")) ReadDashes(*dashes, base, line.dashes);
+    if (const auto offset = properties.Find("stroke-dashoffset"))
+        line.dashOffset = TryLength(*offset, base).value_or(line.dashOffset);
     Choose(properties, "stroke-linecap", c_caps, line.cap);
     Choose(properties, "stroke-linejoin", c_joins, line.join);
 }
@@ -109,6 +138,16 @@ std::optional<Color> ParseColorOrCurrent(std::string_view text, Color current) {
     return EqualsIgnoringCase(text, "currentColor") ? current : ParseColor(text);
 }
 
+std::string_view ParseReference(std::string_view text, std::string_view& rest) {
+    const auto end = text.find(')');
+    if (!text.starts_with("url(") || end == std::string_view::npos) return {};
+    rest = Trim(text.substr(end + 1));
+    std::string_view target = Trim(text.substr(4, end - 4));
+    if (target.size() > 1 && (target.front() == '"' || target.front() == '\'') && target.back() == target.front())
+        target = target.substr(1, target.size() - 2);
+    return target.starts_with('#') ? target.substr(1) : std::string_view();
+}
+
 Style ReadStyle(const Properties& properties, Style style, double diagonal) {
     if (const auto color = properties.Find("color"))
         style.color = ParseColorOrCurrent(*color, style.color).value_or(style.color);
@@ -122,6 +161,7 @@ Style ReadStyle(const Properties& properties, Style style, double diagonal) {
     static constexpr std::pair<std::string_view, FillRule> c_rules[] = {{"nonzero", FillRule::NonZero},
                                                                         {"evenodd", FillRule::EvenOdd}};
     Choose(properties, "fill-rule", c_rules, style.fillRule);
+    Choose(properties, "clip-rule", c_rules, style.clipRule);
     static constexpr std::pair<std::string_view, bool> c_visibilities[] = {
         {"visible", true}, {"hidden", false}, {"collapse", false}};
     Choose(properties, "visibility", c_visibilities, style.visible);

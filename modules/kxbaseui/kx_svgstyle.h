@@ -46,7 +46,7 @@ struct Style {
     Color color;
     PaintChoice fill{{}, Color{}}, stroke;
     double fillOpacity = 1, strokeOpacity = 1;
-    FillRule fillRule = FillRule::NonZero;
+    FillRule fillRule = FillRule::NonZero, clipRule = FillRule::NonZero;
     StrokeStyle line;
     GlyphSource::Font font;
     double fontSize = 16;
@@ -56,6 +56,9 @@ struct Style {
 
 // A colour, or currentColor, which is `current`.
 std::optional<Color> ParseColorOrCurrent(std::string_view text, Color current);
+
+// The id of url(#id), or empty; `rest` becomes what stands behind.
+std::string_view ParseReference(std::string_view text, std::string_view& rest);
 
 // The style of an element within one that has `inherited`. Values that are not understood count as not given;
 // `diagonal` is what a stroke's percentages are of.

@@ -294,17 +294,23 @@ void Scanner::SkipSeparator() {
 
 // ---- Values --------------------------------------------------------------------------------------------------------
 
-double ParseLength(std::string_view text, LengthBase base) {
+std::optional<double> TryLength(std::string_view text, LengthBase base) {
     Scanner scanner(Trim(text));
     const auto number = scanner.TryNumber();
-    if (!number) throw Refusal{};
+    if (!number) return std::nullopt;
     const std::string_view unit = scanner.Rest();
     const std::pair<std::string_view, double> units[] = {
         {"", 1},           {"px", 1},  {"pt", 4.0 / 3}, {"pc", 16},          {"mm", 96 / 25.4},
         {"cm", 96 / 2.54}, {"in", 96}, {"em", base.em}, {"ex", base.em / 2}, {"%", base.whole / 100}};
     for (const auto& [name, factor] : units)
         if (unit == name) return *number * factor;
-    throw Refusal{};
+    return std::nullopt;
+}
+
+double ParseLength(std::string_view text, LengthBase base) {
+    const auto length = TryLength(text, base);
+    if (!length) throw Refusal{};
+    return *length;
 }
 
 std::optional<double> ParsePart(std::string_view text) {

@@ -52,7 +52,8 @@ struct LengthBase {
     double em = 16;
 };
 
-// A length in user units (px, pt, pc, mm, cm, in, em, ex, %).
+// A length in user units (px, pt, pc, mm, cm, in, em, ex, %); nothing if it is none. ParseLength refuses instead.
+std::optional<double> TryLength(std::string_view text, LengthBase base);
 double ParseLength(std::string_view text, LengthBase base);
 // A number or a percentage between 0 and 1; nothing if it is neither.
 std::optional<double> ParsePart(std::string_view text);

@@ -1,6 +1,8 @@
 #include <kxbaseui/kx_xml.h>
 
 #include <algorithm>
+#include <functional>
+#include <map>
 
 #include <kxsystem/kx_utf8.h>
 
@@ -90,13 +92,57 @@ private:
             Blanks();
             if (!Remark(found)) return false;
             if (!found && typeAllowed && m_rest.starts_with("<!DOCTYPE")) {
-                if (m_rest.substr(0, m_rest.find('>')).find('[') != std::string_view::npos) return false;
-                if (!Skip("<!DOCTYPE", ">")) return false;
+                if (!DocumentType()) return false;
                 found = true;
                 typeAllowed = false;
             }
         }
         return true;
+    }
+
+    bool DocumentType() {
+        const auto open = m_rest.find_first_of("[>");
+        if (open == std::string_view::npos) return false;
+        if (m_rest[open] == '>') return Skip("<!DOCTYPE", ">");
+        m_rest.remove_prefix(open + 1);
+        for (Blanks(); !Take("]"); Blanks()) {
+            bool remark = false;
+            if (!Remark(remark)) return false;
+            if (!remark && !(m_rest.starts_with("<!ENTITY") ? Entity() : Declaration())) return false;
+        }
+        Blanks();
+        return Take(">");
+    }
+
+    // <!ELEMENT, <!ATTLIST, <!NOTATION: they say how documents are made, which nobody checks here.
+    bool Declaration() {
+        if (!m_rest.starts_with("<!")) return false;
+        for (std::size_t i = 0; i < m_rest.size(); ++i) {
+            if (m_rest[i] == '"' || m_rest[i] == '\'') i = m_rest.find(m_rest[i], i + 1);
+            if (i == std::string_view::npos) return false;
+            if (m_rest[i] == '>') return m_rest.remove_prefix(i + 1), true;
+        }
+        return false;
+    }
+
+    // The first of two with one name holds. What stands in other files, or is for the declarations themselves, is
+    // passed over; a reference to it is refused.
+    bool Entity() {
+        const std::string_view whole = m_rest;
+        Take("<!ENTITY");
+        Blanks();
+        std::string name, text;
+        if (!Name(name)) return m_rest = whole, Declaration();
+        Blanks();
+        if (!m_rest.starts_with('"') && !m_rest.starts_with('\'')) return m_rest = whole, Declaration();
+        const std::string_view quote = m_rest.substr(0, 1);
+        m_rest.remove_prefix(1);
+        if (!Text(text, quote, '\0')) return false;
+        m_rest.remove_prefix(1);
+        Blanks();
+        if (m_entities.size() == XmlLimits::Entities || text.size() > XmlLimits::EntityBytes) return false;
+        m_entities.emplace(std::move(name), std::move(text));
+        return Take(">");
     }
 
     bool Name(std::string& name) {
@@ -109,13 +155,19 @@ private:
 
     bool Reference(std::string& text) {
         const auto end = m_rest.find(';');
-        if (end > 12) return false;  // or there is none
+        if (end > XmlLimits::EntityName) return false;  // or there is none
         const std::string_view name = m_rest.substr(1, end - 1);
         m_rest.remove_prefix(end + 1);
         static constexpr std::pair<std::string_view, char> c_entities[] = {
             {"amp", '&'}, {"lt", '<'}, {"gt", '>'}, {"quot", '"'}, {"apos", '\''}};
         for (const auto& [entity, meaning] : c_entities)
             if (name == entity) return text += meaning, true;
+        if (const auto found = m_entities.find(name); found != m_entities.end()) {
+            // Text only: markup in an entity would have to be read as if it stood here.
+            m_given += found->second.size();
+            if (m_given > XmlLimits::Bytes || found->second.find('<') != std::string::npos) return false;
+            return text += found->second, true;
+        }
         return name.starts_with('#') && Number(name.substr(1), text);
     }
 
@@ -136,13 +188,13 @@ private:
         return true;
     }
 
-    // Up to one of the characters in `ends`, which stays.
-    bool Text(std::string& text, std::string_view ends) {
+    // Up to one of the characters in `ends`, which stays; `never` may not be in it.
+    bool Text(std::string& text, std::string_view ends, char never = '<') {
         while (!m_rest.empty() && ends.find(m_rest.front()) == std::string_view::npos) {
             if (m_rest.front() == '&') {
                 if (!Reference(text)) return false;
             } else {
-                if (m_rest.front() == '<' || (ends == "<" && m_rest.starts_with("]]>"))) return false;
+                if (m_rest.front() == never || (ends == "<" && m_rest.starts_with("]]>"))) return false;
                 text += m_rest.front();
                 m_rest.remove_prefix(1);
             }
@@ -212,6 +264,8 @@ private:
     }
 
     std::string_view m_rest;
+    std::map<std::string, std::string, std::less<>> m_entities;
+    std::size_t m_given = 0;  // by them
     int m_nodes = 0;
 };
 

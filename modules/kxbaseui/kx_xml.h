@@ -1,8 +1,8 @@
 // A small reader of XML: the whole text becomes a tree of elements, or it is refused.
 //
 // Checked: UTF-8 and the characters that XML allows; tags that match; one root; attributes that are quoted, have a name
-// and come once; references to characters and to the five entities that every document has. A document type is taken
-// only without declarations of its own, so that there are no other entities. Names are not checked against the table
+// and come once; references to characters, to the five entities that every document has, and to those that it declares
+// itself, as long as they are text. Names are not checked against the table
 // of letters: every character beyond ASCII may be in one. Free of windows, so that it can be built and fuzzed natively.
 #pragma once
 
@@ -32,6 +32,9 @@ struct XmlLimits {
     static constexpr int Nodes = 20'000;
     static constexpr int Depth = 64;
     static constexpr std::size_t Attributes = 64;
+    static constexpr std::size_t Entities = 256, EntityName = 64;
+    // Of one of the document's own entities; what all references give together is bound by Bytes.
+    static constexpr std::size_t EntityBytes = 64 << 10;
 };
 
 // The root element; nothing when the text is not well-formed or beyond a limit.

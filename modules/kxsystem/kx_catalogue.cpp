@@ -53,30 +53,83 @@ bool HasFlag(std::string_view comment, std::string_view flag) {
     return false;
 }
 
-// Empty if the header names none.
-std::string Charset(std::string_view header) {
-    std::string lower(header);
+std::string InSmallLetters(std::string_view text) {
+    std::string lower(text);
     std::transform(lower.begin(), lower.end(), lower.begin(), Lower);
-    for (std::size_t start = 0; start < lower.size(); start = lower.find('\n', start)) {
-        start += lower[start] == '\n';
-        const std::string line = lower.substr(start, lower.find('\n', start) - start);
-        const auto name = line.find("charset=");
-        if (line.starts_with("content-type:") && name != std::string_view::npos)
-            return line.substr(name + 8, line.find_first_of(" \t\r;", name) - name - 8);
+    return lower;
+}
+
+// A field of the header; its name in small letters. Empty if there is none.
+std::string_view Field(std::string_view header, std::string_view name) {
+    while (!header.empty()) {
+        const std::string_view line = header.substr(0, header.find('\n'));
+        if (InSmallLetters(line.substr(0, name.size())) == name) return line.substr(name.size());
+        header.remove_prefix(std::min(line.size() + 1, header.size()));
     }
     return {};
+}
+
+// Empty if the header names none.
+std::string Charset(std::string_view header) {
+    const std::string type = InSmallLetters(Field(header, "content-type:"));
+    const auto name = type.find("charset=");
+    if (name == std::string::npos) return {};
+    return type.substr(name + 8, type.find_first_of(" \t\r;", name) - name - 8);
+}
+
+bool IsUtf8(std::string_view charset) { return charset.empty() || charset == "utf-8" || charset == "utf8"; }
+
+bool IsAscii(std::string_view text) {
+    return std::all_of(text.begin(), text.end(), [](char c) { return static_cast<signed char>(c) > 0; });
+}
+
+// The charset that a text names before anything else of it can be read: a field of the header stands in quotes, and
+// ends with an escape.
+std::string CharsetOfBytes(std::string_view po) {
+    static constexpr std::string_view c_field = "\"content-type:";
+    for (std::size_t start = 0; start < po.size(); start = std::min(po.find('\n', start), po.size() - 1) + 1) {
+        std::string_view line = po.substr(start, po.find('\n', start) - start);
+        const auto field = line.starts_with('#') ? std::string::npos : InSmallLetters(line).find(c_field);
+        if (field == std::string::npos) continue;
+        line.remove_prefix(field + 1);
+        return Charset(line.substr(0, line.find_first_of("\\\"")));
+    }
+    return {};
+}
+
+// The whole text in UTF-8.
+std::string Converted(std::string_view po, const std::string& charset, const CKxCatalogue::Convert& convert) {
+    std::string converted;
+    for (int line = 1; !po.empty(); ++line) {
+        const std::string_view text = po.substr(0, po.find('\n'));
+        const auto utf8 = convert(charset, text);
+        if (!utf8) throw Refusal{{line, "not in its charset, or in one that is not known"}};
+        converted += *utf8;
+        po.remove_prefix(text.size());
+        if (po.empty()) break;
+        converted += '\n';
+        po.remove_prefix(1);
+    }
+    return converted;
 }
 
 }  // namespace
 
 class CKxCatalogueReader {
 public:
-    CKxCatalogueReader(std::string_view po, std::vector<CKxCatalogueRemark>& duplicates)
-        : m_rest(po), m_duplicates(duplicates) {}
+    CKxCatalogueReader(std::string_view po, std::vector<CKxCatalogueRemark>& duplicates,
+                       const CKxCatalogue::Convert& convert)
+        : m_rest(po), m_duplicates(duplicates), m_convert(convert) {}
 
     CKxCatalogue Read() {
         if (m_rest.size() > CKxCatalogue::MaxSize) Refuse("larger than 16 MB");
         if (m_rest.starts_with(c_byteOrderMark)) m_rest.remove_prefix(c_byteOrderMark.size());
+        m_anyCharset = IsAscii(m_rest);
+        if (const std::string charset = CharsetOfBytes(m_rest); !m_anyCharset && m_convert && !IsUtf8(charset)) {
+            m_converted = Converted(m_rest, charset, m_convert);
+            m_rest = m_converted;
+            m_anyCharset = true;
+        }
         CheckBytes(m_rest);
         while (SkipBlanks())
             TakeToken();
@@ -89,9 +142,9 @@ private:
     enum Part { None, Context, Text, Plural, Translation, PluralTranslation };
 
     struct Entry {
-        std::string context, text, translation, ignored;
+        std::string context, text, translation, pluralText;
+        std::vector<std::string> forms;
         int line = 0;
-        int forms = 0;
         Part part = None;
         bool hasContext = false, plural = false, fuzzy = false;
         // A keyword wants at least one string.
@@ -196,8 +249,10 @@ private:
     void BeginTranslation() {
         if (m_rest.starts_with('[')) {
             if (m_entry.part != Plural && m_entry.part != PluralTranslation) Refuse("a misplaced msgstr[]");
-            if (m_rest.size() < 3 || !IsDigit(m_rest[1]) || m_rest[1] - '0' != m_entry.forms++ || m_rest[2] != ']')
+            if (m_rest.size() < 3 || !IsDigit(m_rest[1]) || m_rest[2] != ']' ||
+                static_cast<std::size_t>(m_rest[1] - '0') != m_entry.forms.size())
                 Refuse("a wrong number of a plural form");
+            m_entry.forms.emplace_back();
             m_rest.remove_prefix(3);
             m_entry.part = PluralTranslation;
         } else {
@@ -212,8 +267,8 @@ private:
         case Context: return &m_entry.context;
         case Text: return &m_entry.text;
         case Translation: return &m_entry.translation;
-        case Plural:
-        case PluralTranslation: return &m_entry.ignored;
+        case Plural: return &m_entry.pluralText;
+        case PluralTranslation: return &m_entry.forms.back();
         }
         return nullptr;
     }
@@ -229,25 +284,44 @@ private:
         if (entry.part < Translation || entry.hungry) Refuse("an entry that is not complete");
         m_any = true;
         if (entry.text.empty() && !entry.hasContext)
-            CheckHeader(entry);
-        else if (!entry.fuzzy && !entry.plural && !entry.translation.empty())
-            Store(entry);
+            TakeHeader(entry);
+        else if (!entry.fuzzy && entry.plural)
+            StoreForms(entry);
+        else if (!entry.fuzzy && !entry.translation.empty())
+            Store(m_catalogue.m_entries, entry, Widen(entry.translation));
     }
 
-    static void CheckHeader(const Entry& entry) {
-        const std::string charset = Charset(entry.translation);
-        if (!charset.empty() && charset != "utf-8" && charset != "utf8")
+    void TakeHeader(const Entry& entry) {
+        if (!m_anyCharset && !IsUtf8(Charset(entry.translation)))
             throw Refusal{{entry.line, "a charset other than UTF-8"}};
+        if (auto rule = CKxPluralRule::Read(Field(entry.translation, "plural-forms:")))
+            m_rule = std::make_shared<const CKxPluralRule>(std::move(*rule));
     }
 
-    void Store(const Entry& entry) {
+    void StoreForms(const Entry& entry) {
+        const auto isEmpty = [](const std::string& form) { return form.empty(); };
+        if (!m_rule || entry.forms.size() != m_rule->Forms() ||
+            std::any_of(entry.forms.begin(), entry.forms.end(), isEmpty))
+            return;
+        CKxCatalogue::Forms forms{m_rule, {}};
+        for (const std::string& form : entry.forms)
+            forms.forms.push_back(Widen(form));
+        Store(m_catalogue.m_plurals, entry, std::move(forms));
+    }
+
+    template <class Map, class Value>
+    void Store(Map& map, const Entry& entry, Value value) {
         CKxCatalogue::Key key{Widen(entry.context), Widen(entry.text)};
-        if (!m_catalogue.m_entries.try_emplace(std::move(key), Widen(entry.translation)).second)
+        if (!map.try_emplace(std::move(key), std::move(value)).second)
             m_duplicates.push_back({entry.line, "a second entry for one text"});
     }
 
     std::string_view m_rest;
     std::vector<CKxCatalogueRemark>& m_duplicates;
+    const CKxCatalogue::Convert& m_convert;
+    std::string m_converted;
+    bool m_anyCharset = false;
+    std::shared_ptr<const CKxPluralRule> m_rule;
     CKxCatalogue m_catalogue;
     Entry m_entry;
     int m_line = 1;
@@ -255,9 +329,9 @@ private:
 };
 
 std::optional<CKxCatalogue> CKxCatalogue::Read(std::string_view po, CKxCatalogueRemark& refusal,
-                                               std::vector<CKxCatalogueRemark>& duplicates) {
+                                               std::vector<CKxCatalogueRemark>& duplicates, const Convert& convert) {
     try {
-        return CKxCatalogueReader(po, duplicates).Read();
+        return CKxCatalogueReader(po, duplicates, convert).Read();
     } catch (const Refusal& caught) {
         refusal = caught.remark;
         return std::nullopt;
@@ -269,7 +343,15 @@ const std::wstring* CKxCatalogue::Find(std::wstring_view context, std::wstring_v
     return found == m_entries.end() ? nullptr : &found->second;
 }
 
+const std::wstring* CKxCatalogue::Find(std::wstring_view context, std::wstring_view text,
+                                       unsigned long long number) const {
+    const auto found = m_plurals.find(KeyView{context, text});
+    return found == m_plurals.end() ? nullptr : &found->second.forms[found->second.rule->FormFor(number)];
+}
+
 void CKxCatalogue::AddMissing(CKxCatalogue&& other) {
     m_entries.reserve(m_entries.size() + other.m_entries.size());
+    m_plurals.reserve(m_plurals.size() + other.m_plurals.size());
     m_entries.merge(other.m_entries);
+    m_plurals.merge(other.m_plurals);
 }

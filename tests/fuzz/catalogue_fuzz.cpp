@@ -9,7 +9,20 @@ namespace {
 std::optional<CKxCatalogue> Read(std::string_view po) {
     CKxCatalogueRemark refusal;
     std::vector<CKxCatalogueRemark> duplicates;
-    auto catalogue = CKxCatalogue::Read(po, refusal, duplicates);
+    // Another charset: what begins with 0x81 takes two bytes, and may hide a quote.
+    const auto convert = [](const std::string&, std::string_view line) -> std::optional<std::string> {
+        std::string utf8;
+        for (std::size_t i = 0; i < line.size(); ++i) {
+            if (line[i] == '\x81' && ++i == line.size()) return std::nullopt;
+            utf8 += line[i - (i > 0 && line[i - 1] == '\x81')] == '\x81' ? 'x' : line[i];
+        }
+        return utf8;
+    };
+    auto catalogue =
+        CKxCatalogue::Read(po, refusal, duplicates, po.starts_with("#c") ? convert : CKxCatalogue::Convert{});
+    if (catalogue)
+        for (const unsigned long long number : {0ULL, 1ULL, 12ULL, ~0ULL})
+            static_cast<void>(catalogue->Find(L"", L"a", number));
     Require(catalogue || (refusal.line >= 1 && *refusal.reason));
     return catalogue;
 }
@@ -57,6 +70,9 @@ bool IsPartOf(const CKxCatalogue& part, const CKxCatalogue& whole) {
 }  // namespace
 
 void Fuzz(std::string_view po) {
+    if (const auto rule = CKxPluralRule::Read(po))
+        for (unsigned long long number = 0; number < 200; number += 7)
+            Require(rule->FormFor(number) < rule->Forms());
     // Every cut is read, which takes the square of the size.
     if (po.size() > 400) return;
     const auto whole = Read(po);

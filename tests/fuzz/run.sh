@@ -15,8 +15,9 @@ targets=(number catalogue svg config)
 # What each target is built from besides itself.
 sources() {
   case $1 in
-  svg) echo modules/kxbaseui/kx_{path,raster,svg,svgstyle,svgvalues,xml}.cpp ;;
+  svg) echo modules/kxbaseui/kx_{path,raster,svg,svgsheet,svgstyle,svgvalues,xml}.cpp ;;
   config) echo host/config/config_{file,infer}.cpp modules/kxsystem/kx_number.cpp ;;
+  catalogue) echo modules/kxsystem/kx_{catalogue,plural}.cpp ;;
   *) echo modules/kxsystem/kx_$1.cpp ;;
   esac
 }

@@ -50,14 +50,16 @@ TEST(Xml, TakesWhatIsWellFormedAndNothingElse) {
     const std::string taken[] = {
         "<a/>", "<a>&lt;&amp;&#65;&#x1F600;<![CDATA[<&]]></a>", "<\xC3\xA4-1.x:y/>",
         "\xEF\xBB\xBF<?xml version='1.0'?><!-- - --><!DOCTYPE a SYSTEM \"x\"> <a b=\"1\" c = '2' >x<!----></a > "
-        "<!--e-->", Repeat("<a>", 64) + Repeat("</a>", 64), "<a>" + Repeat("<b/>", 19'999) + "</a>",
+        "<!--e-->", "<!DOCTYPE a [<!ENTITY b 'c'><!ELEMENT a ANY> <!-- > --><!ENTITY % d \"'\"><!ENTITY e SYSTEM 'f'>]><a b='&b;'/>",
+        Repeat("<a>", 64) + Repeat("</a>", 64), "<a>" + Repeat("<b/>", 19'999) + "</a>",
     };
     const std::string refused[] = {
         "", "a", "<a>", "<a></b>", "<a/><b/>", "<a/>x", "<1/>", "<a b=1/>", "<a b='1'c='2'/>", "<a b='1' b='2'/>",
         "<a b='<'/>", "<a b='1/>", "<a>&nbsp;</a>", "<a>& </a>", "<a>&#0;</a>", "<a>&#xD800;</a>",
         "<a>&#99999999999;</a>", "<a>]]></a>", "<a>\x01</a>", "<a>\xC0\x80</a>",
         "<a>\xED\xA0\x80</a>", "<a><!-- -- --></a>", "<a><![CDATA[</a>",
-        "<!DOCTYPE a [<!ENTITY b 'c'>]><a/>", "<a b='" + std::string(XmlLimits::Bytes, 'x') + "'/>",
+        "<!DOCTYPE a [<!ENTITY b '<c/>'>]><a>&b;</a>", "<!DOCTYPE a [<!ENTITY e SYSTEM 'f'>]><a>&e;</a>", "<!DOCTYPE a [<!ENTITY b 'c'>",
+        "<!DOCTYPE a [<!ENTITY b '" + std::string(60'000, 'c') + "'>]><a>" + Repeat("&b;", 18) + "</a>", "<a b='" + std::string(XmlLimits::Bytes, 'x') + "'/>",
         Repeat("<a>", 65) + Repeat("</a>", 65), "<a>" + Repeat("<b/>", 20'000) + "</a>",
     };
     // clang-format on
@@ -65,6 +67,10 @@ TEST(Xml, TakesWhatIsWellFormedAndNothingElse) {
         EXPECT_TRUE(ReadXml(text)) << text.substr(0, 80);
     for (const std::string& text : refused)
         EXPECT_FALSE(ReadXml(text)) << text.substr(0, 80);
+    EXPECT_EQ(ReadXml("<!DOCTYPE a [<!ENTITY b 'x'><!ENTITY b 'y'><!ENTITY c '&b;&#65;&b;'>]><a>&c;</a>")
+                  ->children.at(0)
+                  .text,
+              "xAx");
     EXPECT_EQ(ReadXml("<a>&lt;<!--x-->&#xE4;<![CDATA[&lt;]]></a>")->children.at(0).text, "<\xC3\xA4&lt;");
 }
 
@@ -86,6 +92,40 @@ TEST(Svg, ShapesCoverTheirAreas) {
         {line + "stroke-linecap='square'/>", 336},
         {line + "style='stroke-linecap:round'/>", 300 + 9 * c_pi},
         {corner + "stroke-linejoin='round'/>", 1175 + 25 * c_pi / 4},
+        // A curve that turns back is round there.
+        {"<path d='M10 50C77 50 77 50 10 50' fill='none' stroke='red' stroke-width='10'/>", 502.5 + 12.5 * c_pi},
+        // The end of a curve is as steep as the curve.
+        {"<clipPath id='c'><rect y='51' width='99' height='50'/></clipPath><path d='M20 50A30 30 0 0 1 80 50' "
+         "fill='none' "
+         "stroke='red' stroke-width='40' clip-path='url(#c)'/>",
+         0},
+        {line + "stroke-dasharray='10 5'/>", 210},
+        {line + "stroke-dasharray='10,5 10' stroke-dashoffset='5'/>", 150},
+        {line + "stroke-dasharray='0'/>", 300},
+        {line + "stroke-dasharray='5 -1'/>", 300},
+        // A dash goes on around a closed line's first corner.
+        {"<rect x='20' y='20' width='40' height='40' fill='none' stroke='red' stroke-width='10' stroke-dasharray='20' "
+         "stroke-dashoffset='10'/>",
+         4 * 200},
+        {"<clipPath id='c'><circle cx='50' cy='50' r='20' fill='none'/></clipPath><rect width='99' height='99' "
+         "clip-path='url(#c)'/>",
+         400 * c_pi},
+        {"<clipPath id='c' clipPathUnits='objectBoundingBox'><rect width='.5' height='1'/></clipPath>"
+         "<rect x='10' width='40' height='30' style='clip-path:url(#c)'/>",
+         600},
+        {"<mask id='m'><rect width='40' height='40' fill='white'/><rect width='20' height='40' fill='black'/></mask>"
+         "<g mask='url(#m)'><rect width='99' height='30'/></g>",
+         600},
+        {"<switch><foreignObject/><rect width='9' height='9' requiredExtensions='x'/><rect width='8' height='8'/><rect "
+         "width='50' "
+         "height='50'/></switch>",
+         64},
+        {"<filter id='f'><feGaussianBlur stdDeviation='2'/></filter><rect width='9' height='9' filter='url(#f)'/>", 0},
+        {"<filter id='f'><feGaussianBlur stdDeviation='2'/><feBlend in='SourceGraphic'/></filter><rect width='9' "
+         "height='9' "
+         "filter='url(#f)'/>",
+         81},
+        {"<path style='font-size:medium;stroke-width:thick;stroke-miterlimit:x' d='M0 0h9v9h-9z'/>", 81},
         {"<path d='M50 50z' stroke='red' stroke-width='20' stroke-linecap='round'/>", 100 * c_pi},
         {"<path d='M10 10h80v80h-80zm20 20v40h40v-40z'/>", 4800},
         {"<path d='m10 10 80 0 0 80-80 0zm20 20 40 0 0 40-40 0z' fill-rule='evenodd'/>", 4800},
@@ -132,6 +172,38 @@ TEST(Svg, ColorsAreTrue) {
         const Image image = Draw(Svg("<rect width='99' height='99' fill='" + std::string(row.fill) + "'/>"), 9, 9);
         EXPECT_EQ(At(image, 4, 4), row.pixel) << row.fill;
     }
+}
+
+TEST(Svg, SheetsGoByWhatIsSpecificAndThenByOrder) {
+    const struct {
+        const char *sheet, *attributes;
+        std::uint32_t pixel;
+    } table[] = {
+        // clang-format off
+        {"rect{fill:red}", "fill='lime'", 0xFFFF0000}, {"rect{fill:red}", "style='fill:lime'", 0xFF00FF00},
+        {"rect{fill:red!important}", "style='fill:lime'", 0xFFFF0000}, {"#a{fill:red} .b{fill:lime} rect{fill:blue}", "", 0xFFFF0000},
+        {".b{fill:lime} rect{fill:blue} *{fill:red}", "", 0xFF00FF00}, {".b{fill:lime} .c{fill:blue}", "", 0xFF0000FF},
+        {".c{fill:lime} .b{fill:blue}", "", 0xFF0000FF}, {".b.c{fill:lime} .b{fill:blue}", "", 0xFF00FF00},
+        {"g, .x ,rect.b#a{fill:lime}", "", 0xFF00FF00}, {"circle{fill:red} .bc{fill:red} rect.x{fill:red} #A{fill:red}", "", 0xFF000000},
+        {"g rect{fill:red} rect:hover{fill:red} rect[x]{fill:red} a>rect{fill:red}", "", 0xFF000000},
+        {"/*{*/@import 'x'; @media print{rect{fill:red}} rect{stroke:none;fill:lime", "", 0xFF00FF00},
+        {"<![CDATA[<!-- rect{fill:red;fill:lime} -->]]>", "", 0xFF00FF00}, {".b{color:#123456} #a{fill:currentColor}", "", 0xFF123456},
+        {"</style><style type='text/css'>rect{fill:lime}</style><style type='text/x'>rect{fill:red}", "", 0xFF00FF00},
+        // clang-format on
+    };
+    for (const auto& row : table) {
+        const std::string rect = "<rect id='a' class=' b c' width='99' height='99' "s + row.attributes + "/>";
+        EXPECT_EQ(At(Draw(Svg(rect + "<style>" + row.sheet + "</style>"), 9, 9), 4, 4), row.pixel) << row.sheet;
+    }
+}
+
+TEST(Svg, TellsWhatIsLeftOut) {
+    Image image;
+    std::vector<std::string> leftOut{"before"};
+    const std::string shadow = "<rect width='9' height='9' filter='url(#f)' fill='url(#p)'/>";
+    ASSERT_TRUE(
+        Render(Svg("<filter id='f'/><pattern id='p'/><image/>" + shadow + shadow), 9, 9, {}, nullptr, image, &leftOut));
+    EXPECT_EQ(leftOut, (std::vector<std::string>{"image", "filter", "pattern"}));
 }
 
 TEST(Svg, GradientsRunFromStopToStop) {
@@ -224,6 +296,11 @@ TEST(Svg, MalformedDrawsNothing) {
         doubling += "<g id='a" + std::to_string(i) + "'>" + use + use + "</g>";
     }
     refuses(Svg(doubling));
+    refuses(
+        Svg("<clipPath id='c'><rect clip-path='url(#c)'/></clipPath><rect width='9' height='9' clip-path='url(#c)'/>"));
+    refuses(Svg("<path d='M0 0H9999999' stroke='red' stroke-dasharray='.01'/>"));
+    refuses(Svg("<style>" + Repeat("*{fill:red}", 2001) + "</style>"));
+    refuses(Svg("<style>*{fill:" + std::string(9000, 'x') + "}</style>" + Repeat("<g/>", 500)));
     const std::string whole = "<rect width='100' height='100'/>";
     refuses(Svg(Repeat("<g opacity='.9'>" + whole, 62) + Repeat("</g>", 62) + Repeat(whole, 500)));
     for (const std::string& text :

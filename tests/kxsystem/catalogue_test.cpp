@@ -36,6 +36,7 @@ TEST(Catalogue, Takes) {
     // clang-format off
     const struct { const char* name; std::string po; const wchar_t* expected; } cases[] = {
         {"plain", c_header + c_entry, L"A"}, {"byte order mark", "\xEF\xBB\xBF" + c_header + c_entry, L"A"},
+        {"ASCII under any name", "msgid \"\"\nmsgstr \"Content-Type: x; charset=CHARSET\\n\"\n" + c_entry, L"A"},
         {"no charset", "msgid \"\"\nmsgstr \"Language: de\\n\"\n" + c_entry, L"A"},
         {"charset in capitals", "msgid \"\"\nmsgstr \"X: y\\ncontent-TYPE: x; CHARSET=utf-8 \\n\"" + c_entry, L"A"},
         {"charset in another line", "msgid \"\"\nmsgstr \"X-Was: charset=latin1\\n\"" + c_entry, L"A"},
@@ -85,8 +86,8 @@ TEST(Catalogue, RefusesWithTheLine) {
         {"a text without a keyword", {{5, "# c\n\"stray\"\n"}}},
         {"a wrong escape", {{4, "msgid \"b\\q\"\n"}, {4, "msgid \"b\\101\"\n"}, {4, "msgid \"b\\x41\"\n"}}},
         {"a charset other than UTF-8", {
-            {4, charset + "ISO-8859-1\\n\"\n"}, {4, charset + "CHARSET\\n\"\n"}, {4, charset + "UTF-16\"\n" + after},
-            {5, "#, fuzzy\n" + charset + "latin1\\n\"\n"}}},
+            {4, charset + "ISO-8859-1\\n\"\n# \xC3\xA4"}, {4, charset + "UTF-16\"\n# \xC3\xA4\n" + after},
+            {5, "#, fuzzy\n" + charset + "latin1\\n\"\n# \xC3\xA4"}}},
         // Alone, in two texts, cut, overlong, a surrogate, beyond all characters.
         {"not UTF-8", {
             {5, b + "\nmsgstr \"\xE4\"\n"}, {4, "msgid \"\xC3\"\n\"\xA4\""}, {4, "# \xE2\x82"}, {4, "# \xC0\xAF"},
@@ -102,4 +103,78 @@ TEST(Catalogue, RefusesWithTheLine) {
     ExpectRefusal("\"stray\"\n" + after, 1, "a text without a keyword");
     ExpectRefusal("\xFF\xFE" + c_entry, 1, "not UTF-8");
     ExpectRefusal(std::string(CKxCatalogue::MaxSize, '\n') + c_entry, 1, "larger than 16 MB");
+}
+
+TEST(Catalogue, ConvertsLineByLine) {
+    // What the platform does for a host: here "a" in two bytes is one of them, and a backslash may be the second.
+    const auto convert = [](const std::string& charset, std::string_view line) -> std::optional<std::string> {
+        if (charset != "x-twice") return std::nullopt;
+        std::string utf8;
+        for (std::size_t i = 0; i < line.size(); ++i) {
+            if (line[i] != '\x81') {
+                utf8 += line[i];
+            } else if (++i == line.size()) {
+                return std::nullopt;
+            } else {
+                utf8 += "\xC3\xA4";
+            }
+        }
+        return utf8;
+    };
+    const auto header = [](const std::string& name) {
+        return "msgid \"\"\nmsgstr \"\"\n\"X: y\\n\"\n\"Content-Type: text/plain; Charset=" + name + "\\n\"\n";
+    };
+    const std::string entry = "msgctxt \"c\"\nmsgid \"a\"\nmsgstr \"\x81\\A";
+    CKxCatalogueRemark refusal;
+    std::vector<CKxCatalogueRemark> duplicates;
+    const auto taken = CKxCatalogue::Read(header("X-Twice") + entry + "\"\n", refusal, duplicates, convert);
+    ASSERT_TRUE(taken) << refusal.line << refusal.reason;
+    EXPECT_EQ(*taken->Find(L"c", L"a"), L"äA");
+    EXPECT_FALSE(CKxCatalogue::Read(header("x-twice") + entry + "\x81\n", refusal, duplicates, convert));
+    EXPECT_EQ(refusal.line, 7);
+    EXPECT_FALSE(CKxCatalogue::Read(header("x-once") + entry + "\"\n", refusal, duplicates, convert));
+    EXPECT_EQ(refusal.line, 1);
+}
+
+TEST(Catalogue, ChoosesPluralsByTheHeadersRule) {
+    // clang-format off
+    const struct { const char* rule; std::vector<std::pair<unsigned long long, std::size_t>> forms; } table[] = {
+        {"nplurals=2; plural=(n != 1);", {{0, 1}, {1, 0}, {2, 1}}}, {"nplurals=2; plural=n>1", {{0, 0}, {1, 0}, {2, 1}}},
+        {"nplurals=1; plural=0;", {{0, 0}, {7, 0}}},
+        {"nplurals=3; plural=n%10==1 && n%100!=11 ? 0 : n%10>=2 && n%10<=4 && (n%100<10 || n%100>=20) ? 1 : 2;",
+         {{1, 0}, {11, 2}, {21, 0}, {3, 1}, {13, 2}, {104, 1}, {0, 2}}},
+        // What binds how: * before +, + before <, < before ==, && before ||, and ! before all; - from the left.
+        {"nplurals=8; plural=1+n*2", {{2, 5}}}, {"nplurals=8; plural=n-2-1", {{5, 2}}}, {"nplurals=2; plural=2==1<n", {{5, 0}}},
+        {"nplurals=2; plural=n || 0 && 0", {{1, 1}}}, {"nplurals=2; plural=!n==0", {{1, 1}, {0, 0}}}, {"nplurals=4; plural=n/0+n%0", {{9, 0}}},
+        {"nplurals=2; plural=n", {{1, 1}, {2, 0}, {~0ULL, 0}}},
+    };
+    const char* const refused[] = {"", "nplurals=2", "nplurals=0; plural=0", "nplurals=9; plural=0", "nplurals=2; plural=n n", "nplurals=2; plural=(n",
+                                   "nplurals=2; plural=n?1", "nplurals=2; plural=m", "nplurals=2; plural=1 +", "nplurals=2; plural=12345678901"};
+    // clang-format on
+    for (const auto& [rule, forms] : table) {
+        const auto read = CKxPluralRule::Read(rule);
+        ASSERT_TRUE(read) << rule;
+        for (const auto& [number, form] : forms)
+            EXPECT_EQ(read->FormFor(number), form) << rule << " for " << number;
+    }
+    for (const char* const rule : refused)
+        EXPECT_FALSE(CKxPluralRule::Read(rule)) << rule;
+    EXPECT_FALSE(CKxPluralRule::Read("nplurals=2; plural=" + std::string(40, '(') + "n" + std::string(40, ')')));
+    EXPECT_FALSE(CKxPluralRule::Read("nplurals=2; plural=" + std::string(40, '!') + "n"));
+
+    const std::string header = "msgid \"\"\nmsgstr \"Plural-Forms: nplurals=2; plural=n > 1;\\n\"\n";
+    const std::string a = "msgctxt \"c\"\nmsgid \"a\"\nmsgid_plural \"as\"\n",
+                      forms = "msgstr[0] \"A\"\nmsgstr[1] \"B\"\n";
+    const auto find = [](const std::string& po, unsigned long long number) {
+        const Result result(po);
+        const std::wstring* const found = result.catalogue ? result.catalogue->Find(L"c", L"a", number) : nullptr;
+        return found ? *found : L"-";
+    };
+    EXPECT_EQ(find(header + a + forms, 1), L"A");
+    EXPECT_EQ(find(header + a + forms, 2), L"B");
+    // Another number of forms, an empty one, no rule, not for certain: English then.
+    for (const std::string& po :
+         {header + a + "msgstr[0] \"A\"\n", header + a + forms + "msgstr[2] \"C\"\n",
+          header + a + "msgstr[0] \"A\"\nmsgstr[1] \"\"\n", a + forms, header + "#, fuzzy\n" + a + forms})
+        EXPECT_EQ(find(po, 1), L"-") << po;
 }

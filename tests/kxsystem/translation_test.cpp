@@ -64,6 +64,38 @@ TEST_F(Translation, AddedCataloguesGoFirst) {
     EXPECT_TRUE(m_log.empty());
 }
 
+TEST_F(Translation, KnowsOtherCharsetsAndPlurals) {
+    // A text of one character in its charset, and what it is.
+    static const std::tuple<const char*, const char*, const wchar_t*> c_charsets[] = {
+        {"ISO-8859-2", "\xB1", L"\u0105"}, {"windows-1251", "\xC4", L"\u0414"}, {"CP1252", "\x80", L"\u20AC"},
+        {"KOI8-R", "\xC4", L"\u0434"},     {"EUC-JP", "\xB8\xF7", L"\u5149"},   {"Shift_JIS", "\x95\x5C", L"\u8868"}};
+    const auto po = [](const std::string& charset, const std::string& text) {
+        return "msgid \"\"\nmsgstr \"Content-Type: text/plain; charset=" + charset +
+               "\\n\"\nmsgctxt \"host\"\nmsgid \"x\"\nmsgstr \"" + text + "\"\n";
+    };
+    CKxLocale::SetModuleLangId(LANG_POLISH);
+    for (const auto& [charset, text, expected] : c_charsets) {
+        EXPECT_TRUE(Add(LANG_POLISH, po(charset, text))) << charset;
+        EXPECT_STREQ(KX_GetTranslation(L"x", L"host"), expected) << charset;
+    }
+    EXPECT_TRUE(m_log.empty());
+    for (const auto& [charset, text] :
+         {std::pair{"EUC-JP", "\x8F\xB0\xA1"}, {"EUC-JP", "\xB8"}, {"x-own", "\xB8"}, {"ISO-8859-99", "\xB8"}})
+        EXPECT_FALSE(Add(LANG_POLISH, po(charset, text))) << charset;
+    ASSERT_EQ(m_log.size(), 4U);
+    EXPECT_NE(m_log[0].find(L"line 5: not in its charset"), std::wstring::npos) << m_log[0].c_str();
+
+    ASSERT_TRUE(
+        Add(LANG_POLISH,
+            "msgid \"\"\nmsgstr \"Plural-Forms: nplurals=2; plural=n!=1;\\n\"\nmsgctxt \"host\"\nmsgid \"%u plane\"\n"
+            "msgid_plural \"%u planes\"\nmsgstr[0] \"one\"\nmsgstr[1] \"many\"\n"));
+    EXPECT_STREQ(KX_GetTranslation(L"%u plane", L"%u planes", 1, L"host"), L"one");
+    EXPECT_STREQ(KX_GetTranslation(L"%u plane", L"%u planes", 5, L"host"), L"many");
+    EXPECT_STREQ(KX_GetTranslation(L"%u line", L"%u lines", 1, L"host"), L"%u line");
+    EXPECT_STREQ(KX_GetTranslation(L"%u line", L"%u lines", 0, nullptr), L"%u lines");
+    EXPECT_STREQ(KX_GetTranslation(L"%u line", nullptr, 0, nullptr), L"");
+}
+
 TEST_F(Translation, FaultyCataloguesAreLogged) {
     CKxLocale::SetModuleLangId(LANG_DANISH);
     ASSERT_TRUE(

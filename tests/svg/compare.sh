@@ -9,7 +9,7 @@ root=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
 out=${KXDEVUI_BUILD_ROOT:-$root/build}/svg
 rm -rf "$out"; mkdir -p "$out"
 clang++ -std=c++20 -O2 -DKXBASEUI_STATIC -I"$root/modules" "$root/tests/svg/render.cpp" \
-  "$root"/modules/kxbaseui/kx_{path,raster,svg,svgstyle,svgvalues,xml}.cpp -o "$out/render"
+  "$root"/modules/kxbaseui/kx_{path,raster,svg,svgsheet,svgstyle,svgvalues,xml}.cpp -o "$out/render"
 
 for image in "$root"/modules/baseresources/images/*.svg; do
   name=$(basename "$image" .svg)
