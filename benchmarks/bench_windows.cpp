@@ -11,6 +11,10 @@ namespace {
 constexpr wchar_t kFrameClass[] = L"KxBenchFrame", kBareClass[] = L"KxBenchBare";
 
 LRESULT CALLBACK BareProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    // Whoever makes a class of windows finds by it what belongs to the window.
+    if (message == WM_NCCREATE)
+        SetWindowLongPtrW(window, GWLP_USERDATA,
+                          reinterpret_cast<LONG_PTR>(reinterpret_cast<const CREATESTRUCTW*>(lParam)->lpCreateParams));
     if (message == WM_ERASEBKGND) return 1;
     if (message != WM_PAINT) return DefWindowProcW(window, message, wParam, lParam);
     PAINTSTRUCT paint;
@@ -55,10 +59,7 @@ Frame::Frame() {
 Frame::~Frame() { DestroyWindow(m_window); }
 
 HWND MakeBareWindow(HWND parent, SIZE size) {
-    const HWND window = CreateWindowExW(0, kBareClass, nullptr, WS_CHILD | WS_VISIBLE | WS_TABSTOP, 0, 0, size.cx,
-                                        size.cy, parent, nullptr, GetModuleHandleW(nullptr), nullptr);
-    SendMessageW(window, WM_SETFONT, reinterpret_cast<WPARAM>(KX_GetDefaultGuiFont()), FALSE);
-    return window;
+    return MakeChild(parent, {kBareClass, L"", WS_CHILD | WS_VISIBLE | WS_TABSTOP, {0, 0, size.cx, size.cy}, 0});
 }
 
 BareWindow::BareWindow(HWND parent, SIZE size) : m_window(MakeBareWindow(parent, size)) {
@@ -87,39 +88,44 @@ ChildSpec Child(int index) {
 
 HWND MakeChild(HWND parent, const ChildSpec& child) {
     const RECT& place = child.place;
-    const HWND window =
-        CreateWindowExW(0, child.className.c_str(), child.text.c_str(), child.style, place.left, place.top,
-                        place.right - place.left, place.bottom - place.top, parent,
-                        reinterpret_cast<HMENU>(static_cast<INT_PTR>(child.id)), GetModuleHandleW(nullptr), nullptr);
+    const HWND window = CreateWindowExW(child.extendedStyle, child.className.c_str(), child.text.c_str(), child.style,
+                                        place.left, place.top, place.right - place.left, place.bottom - place.top,
+                                        parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(child.id)),
+                                        GetModuleHandleW(nullptr), const_cast<ChildSpec*>(&child));
     Require(window != nullptr, "there is no child");
     SendMessageW(window, WM_SETFONT, reinterpret_cast<WPARAM>(KX_GetDefaultGuiFont()), FALSE);
     return window;
+}
+
+ChildSpec SpecOf(HWND child) {
+    wchar_t name[64], text[64];
+    GetClassNameW(child, name, 64);
+    GetWindowTextW(child, text, 64);
+    RECT place;
+    GetWindowRect(child, &place);
+    MapWindowPoints(nullptr, GetAncestor(child, GA_PARENT), reinterpret_cast<POINT*>(&place), 2);
+    WNDCLASSEXW known{};
+    known.cbSize = sizeof known;
+    const bool isBare = !GetClassInfoExW(nullptr, name, &known);
+    return {isBare ? kBareClass : name,
+            text,
+            static_cast<DWORD>(GetWindowLongW(child, GWL_STYLE)),
+            place,
+            GetDlgCtrlID(child),
+            static_cast<DWORD>(GetWindowLongW(child, GWL_EXSTYLE))};
 }
 
 Copies::Copies(HWND parent) : m_windows(In(parent)) { Require(!m_windows.empty(), "there is no window to copy"); }
 
 std::vector<Copies::Window> Copies::In(HWND parent) {
     std::vector<Window> windows;
-    for (HWND child = GetWindow(parent, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
-        wchar_t name[64], text[64];
-        GetClassNameW(child, name, 64);
-        GetWindowTextW(child, text, 64);
-        RECT place;
-        GetWindowRect(child, &place);
-        MapWindowPoints(nullptr, parent, reinterpret_cast<POINT*>(&place), 2);
-        WNDCLASSEXW known{};
-        known.cbSize = sizeof known;
-        const bool bare = !GetClassInfoExW(nullptr, name, &known);
-        const auto style = static_cast<DWORD>(GetWindowLongW(child, GWL_STYLE));
-        windows.push_back({{name, text, style, place, GetDlgCtrlID(child)}, bare, In(child)});
-    }
+    for (HWND child = GetWindow(parent, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT))
+        windows.push_back({SpecOf(child), In(child)});
     return windows;
 }
 
 HWND Copies::Make(HWND parent, const Window& window) {
-    const RECT& place = window.made.place;
-    const HWND made = window.bare ? MakeBareWindow(parent, {place.right - place.left, place.bottom - place.top})
-                                  : MakeChild(parent, window.made);
+    const HWND made = MakeChild(parent, window.made);
     for (const Window& child : window.children)
         Make(made, child);
     return made;

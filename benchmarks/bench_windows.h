@@ -51,9 +51,12 @@ struct ChildSpec {
     DWORD style;
     RECT place;
     int id;
+    DWORD extendedStyle = 0;
 };
 ChildSpec Child(int index);
 HWND MakeChild(HWND parent, const ChildSpec& child);
+// A window as it stands in its parent; of one of the library's, as a bare window.
+ChildSpec SpecOf(HWND child);
 
 // The windows in a window, to be made again directly: of the same classes, bare ones for those of the library, with the
 // same styles, texts and places.
@@ -66,7 +69,6 @@ public:
 private:
     struct Window {
         ChildSpec made;
-        bool bare;
         std::vector<Window> children;
     };
     static std::vector<Window> In(HWND parent);

@@ -89,13 +89,15 @@ HWND CKxDevUI_EditBox::Create(HWND parent, long x, long y, long cx, long cy, boo
         m_labelSize.cy = m_editSize.cy = m_height;
         m_editSize.cx = std::max(0L, kx::ui::Difference(m_width, m_labelSize.cx));
 
+        // A single child that is clipped costs nothing, each further one much: see ClipChildren.
+        const bool isAlone = !m_showLabel && m_attachedWidth == 0;
         const HWND window = creation.Window(this, m_Atom,
                                             {.name = L"KxDevUI_EditBox",
                                              .object = L"CKxDevUI_EditBox",
                                              .procedure = WndProc,
                                              .background = static_cast<HBRUSH>(GetStockObject(NULL_BRUSH)),
                                              .ownLayout = true,
-                                             .style = 0,
+                                             .style = isAlone ? DWORD{WS_CLIPCHILDREN} : DWORD{0},
                                              .extendedStyle = WS_EX_CONTROLPARENT,
                                              .font = false},
                                             parent, {x, y}, {cx, cy});
@@ -106,7 +108,7 @@ HWND CKxDevUI_EditBox::Create(HWND parent, long x, long y, long cx, long cy, boo
         // Their coming is told to all windows they are in.
         if (creation && m_hWnd == window) MakeEdit(places.edit, font);
         if (!creation.Done(this, window)) return nullptr;
-        if (m_attachedWidth == 0) ClipChildren();
+        if (!isAlone && m_attachedWidth == 0) ClipChildren();
         return window;
     });
 }

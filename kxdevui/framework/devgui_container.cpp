@@ -49,9 +49,11 @@ CKxDevUI_Container::CKxDevUI_Container() {
 }
 
 CKxDevUI_Container::~CKxDevUI_Container() {
-    // Before the window goes: its messages must not come to an object whose derived part is gone already.
-    kx::ui::Binding::CutLoose(this);
+    // Before the window goes: its messages must not come to an object whose derived part is gone already. The
+    // window may keep its pointer to it until then; to clear it is two round trips under Wine.
+    kx::ui::Life::End(static_cast<CKxDevUI_Base*>(this));
     Destroy();
+    m_hWnd = nullptr;
 }
 
 HWND CKxDevUI_Container::Create(HWND parent, long x, long y, long cx, long cy, bool, bool) {

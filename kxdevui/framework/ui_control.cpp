@@ -53,7 +53,8 @@ void EnableAll(HWND window, bool enable) {
     }
 }
 
-KeepsFocus::KeepsFocus(HWND window) noexcept : m_window(window), m_had(IsChild(window, GetFocus()) != FALSE) {}
+KeepsFocus::KeepsFocus(HWND window) noexcept
+    : m_window(window), m_had(window && IsChild(window, GetFocus()) != FALSE) {}
 
 KeepsFocus::~KeepsFocus() {
     if (m_had && !GetFocus() && IsWindow(m_window) && IsWindowEnabled(m_window)) ::SetFocus(m_window);

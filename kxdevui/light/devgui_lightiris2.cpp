@@ -69,10 +69,9 @@ bool CKxDevUI_LightIris2::Make(const Parts& parts) {
             !m_rows[i].row.Make(parts, {left, top + kName, right, top + kName + kRow}))
             return false;
     }
-    if (!parts.Label(kNA, L"", {right - kReading, kTop + kNext, right, kTop + kNext + kName}) ||
+    if (!parts.Label(kNA, NAText(), {right - kReading, kTop + kNext, right, kTop + kNext + kName}) ||
         !m_couple.Make(parts, {left, top, right, top + kName}))
         return false;
-    ShowNA();
     Enable(IsWindowEnabled(m_hWnd) != FALSE);
     return Finish(parts);
 }
@@ -162,6 +161,17 @@ std::optional<double> CKxDevUI_LightIris2::GetMatchedAperture() const {
     return matched < 0 ? std::nullopt : std::optional(kx::iris::Nearest(row.Table(), matched));
 }
 
+CKxStringW CKxDevUI_LightIris2::NAText() const {
+    const IrisRow& row = m_rows[1].row;
+    const double na = kx::iris::NAOf(row.Table(), row.Unit(), row.WidestNA(), row.GetAperture());
+    CKxStringW text;
+    if (na > 0 && m_objectiveNA > 0)
+        text.Format(60, L"NA %.2f / %.2f", na, m_objectiveNA);
+    else if (na > 0)
+        text.Format(60, L"NA %.2f", na);
+    return text;
+}
+
 // The reading, and where the custom is on the scale.
 void CKxDevUI_LightIris2::ShowNA() {
     IrisRow& row = m_rows[1].row;
@@ -169,13 +179,7 @@ void CKxDevUI_LightIris2::ShowNA() {
         return kx::iris::ApertureFor(row.Table(), row.Unit(), row.WidestNA(), m_objectiveNA, part);
     };
     row.Slider().SetBand(at(kx::iris::kLeastPart), at(kx::iris::kMostPart));
-    const double na = kx::iris::NAOf(row.Table(), row.Unit(), row.WidestNA(), row.GetAperture());
-    CKxStringW text;
-    if (na > 0 && m_objectiveNA > 0)
-        text.Format(60, L"NA %.2f / %.2f", na, m_objectiveNA);
-    else if (na > 0)
-        text.Format(60, L"NA %.2f", na);
-    SetTextOf(PartAt(kNA), text);
+    SetTextOf(PartAt(kNA), NAText());
 }
 
 void CKxDevUI_LightIris2::OnLook() {

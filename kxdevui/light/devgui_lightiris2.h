@@ -87,6 +87,7 @@ private:
     void ShowIris(CDMApi_LogDevId device, const kx::ui::IrisTold& told, const kx::ui::LightBand& what);
     void Ask(EKxDiaphragm diaphragm, double aperture);
     void Enable(bool enable);
+    CKxStringW NAText() const;
     void ShowNA();
 
     std::array<Row, 2> m_rows;

@@ -59,14 +59,13 @@ CKxDevUI_LightND::~CKxDevUI_LightND() { Binding::EndOwnWindow(this); }
 bool CKxDevUI_LightND::Make(const Parts& parts) {
     const long left = HasShutter() ? kBesideShutter : kLeft, right = Width() - kRight;
     if (!MakeTitle(parts, kReading + kRight) || !MakeShutter(parts, {kLeft, kTop + 3}) ||
-        !parts.Label(kProduct, L"", {right - kReading - kSign, 2, right - kSign, 18}))
+        !parts.Label(kProduct, ProductText(), {right - kReading - kSign, 2, right - kSign, 18}))
         return false;
     long top = kTop;
     for (Wheel& each : m_wheels) {
         if (!each.row.Make(parts, {left, top, right, top + kRow}, 2, BS_MULTILINE)) return false;
         if (each.row.Count() > 0) top += kNext;
     }
-    ShowProduct();
     return Finish(parts);
 }
 
@@ -133,12 +132,12 @@ std::optional<double> CKxDevUI_LightND::GetTransmission() const {
     return in.empty() || std::isnan(product) ? std::nullopt : std::optional(product);
 }
 
-void CKxDevUI_LightND::ShowProduct() const {
+CKxStringW CKxDevUI_LightND::ProductText() const {
     const auto through = GetTransmission();
-    CKxStringW text;
-    if (through) text = kx::nd::PercentText(*through) + L"   " + kx::nd::DensityText(*through);
-    SetTextOf(PartAt(kProduct), text);
+    return through ? kx::nd::PercentText(*through) + L"   " + kx::nd::DensityText(*through) : CKxStringW();
 }
+
+void CKxDevUI_LightND::ShowProduct() const { SetTextOf(PartAt(kProduct), ProductText()); }
 
 // ---- The host ------------------------------------------------------------------------------------------------------
 

@@ -59,6 +59,7 @@ private:
     void Command(int id, int code);
     std::optional<LRESULT> Handle(const kx::ui::Message& message);
     bool SetWheel(Wheel& wheel, const std::vector<double>& transmissions);
+    CKxStringW ProductText() const;
     void ShowProduct() const;
 
     std::array<Wheel, kMostWheels> m_wheels{Wheel(10300), Wheel(10320)};

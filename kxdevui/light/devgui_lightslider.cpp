@@ -77,14 +77,13 @@ bool CKxDevUI_LightSlider::Make(const Parts& parts) {
     const long hours = m_scale.IsThere() ? kLeft + kPreset + 2 * kGap : kLeft;
     HWND button = nullptr;
     if (!MakeTitle(parts, kReading + kRight) || !MakeShutter(parts, {kLeft, kTop + 4}) ||
-        !parts.Label(kReadingId, L"", {right - kReading - kSign, 2, right - kSign, 18}, SS_RIGHT) ||
+        !parts.Label(kReadingId, ReadingText(), {right - kReading - kSign, 2, right - kSign, 18}, SS_RIGHT) ||
         !parts.PushRadio(button, kButtonId, Translated(L"On"), {left, kTop + 6, left + kButton, kTop + 30}, false,
                          nullptr, WS_TABSTOP) ||
         !MakeScale(parts, left + kButton + kGap) ||
-        !parts.Label(kHoursId, L"", {hours, kLastRow, right, kLastRow + kLastHeight}, SS_CENTERIMAGE))
+        !parts.Label(kHoursId, HoursText(), {hours, kLastRow, right, kLastRow + kLastHeight}, SS_CENTERIMAGE))
         return false;
-    ShowLight();
-    ShowTexts();
+    ShowLight(button);
     return Finish(parts);
 }
 
@@ -175,14 +174,13 @@ void CKxDevUI_LightSlider::ShowIntensity() {
 void CKxDevUI_LightSlider::SetOn(bool on) {
     if (std::exchange(m_on, on) == on) return;
     m_times.measured.reset();
-    ShowLight();
+    ShowLight(PartAt(kButtonId));
     ShowTexts();
 }
 
-void CKxDevUI_LightSlider::ShowLight() {
+void CKxDevUI_LightSlider::ShowLight(HWND button) {
     const EKxLight light = m_on ? EKxLight::On : EKxLight::Off;
     if (HWND{m_slider} && KX_GetLight(m_slider) != light) KX_TellLight(m_slider, light);
-    const HWND button = PartAt(kButtonId);
     const LRESULT wanted = m_on ? BST_CHECKED : BST_UNCHECKED;
     if (SendMessageW(button, BM_GETCHECK, 0, 0) != wanted)
         SendMessageW(button, BM_SETCHECK, static_cast<WPARAM>(wanted), 0);

@@ -96,7 +96,7 @@ private:
     void AskState();
     void AskStore(int preset);
     void ShowIntensity();
-    void ShowLight();
+    void ShowLight(HWND button);
     void ShowTexts() const;
     CKxStringW ReadingText() const;
     CKxStringW HoursText() const;

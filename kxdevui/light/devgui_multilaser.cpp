@@ -37,9 +37,10 @@ void ShowDown(HWND button, bool down) {
         SendMessageW(button, BM_SETCHECK, wanted, 0);
 }
 
-bool MakeButton(const Parts& parts, int id, const wchar_t* text, const RECT& place) {
+bool MakeButton(const Parts& parts, int id, const wchar_t* text, const RECT& place, bool enabled = true) {
     HWND button = nullptr;
-    return parts.PushRadio(button, id, Translated(text), place, false, nullptr, DWORD{WS_TABSTOP} | BS_NOTIFY);
+    return parts.PushRadio(button, id, Translated(text), place, false, nullptr,
+                           DWORD{WS_TABSTOP} | BS_NOTIFY | (enabled ? DWORD{0} : DWORD{WS_DISABLED}));
 }
 
 }  // namespace
@@ -117,7 +118,8 @@ public:
             const long right = std::max(m_width - kSolo, 0L);
             m_inside.rows[i]->SetId(kFirstRow + at);
             if (!m_inside.rows[i]->Make(parts, {0, top, right - 4, top + kRow}) ||
-                !MakeButton(parts, kFirstSolo + at, L"Solo", {right, top + 8, right + kSolo, top + 28})) {
+                !MakeButton(parts, kFirstSolo + at, L"Solo", {right, top + 8, right + kSolo, top + 28},
+                            IsOperable(m_inside.rows[i]->GetLine()))) {
                 return false;
             }
         }

@@ -195,7 +195,8 @@ HWND CKxDevUI_Shutter::Create(HWND button, HWND title) {
 // Last of all: a window that clips its children while they come works out anew what is to be seen of it with each,
 // which takes as long as making it.
 HWND CKxDevUI_Shutter::Finish(HWND window) const {
-    SetWindowLongW(window, GWL_STYLE, GetWindowLongW(window, GWL_STYLE) | WS_CLIPCHILDREN);
+    const LONG style = GetWindowLongW(window, GWL_STYLE);
+    if (!(style & WS_CLIPCHILDREN)) SetWindowLongW(window, GWL_STYLE, style | WS_CLIPCHILDREN);
     m_requests->Show();
     return window;
 }
@@ -203,12 +204,15 @@ HWND CKxDevUI_Shutter::Finish(HWND window) const {
 HWND CKxDevUI_Shutter::MakeWindow(const Creation& creation, HWND parent, POINT at, bool visible, bool enabled) {
     m_visible = visible;
     m_enabled = enabled && !m_locked;
+    // A single child that is clipped costs nothing.
+    const bool isAlone = !m_adopted && (!m_showTitle || m_titleInButton);
     const HWND window = creation.Window(this, m_Atom,
                                         {.name = L"KxDevUI_Shutter",
                                          .object = L"CKxDevUI_Shutter",
                                          .procedure = WndProc,
                                          .classStyle = CS_VREDRAW | CS_HREDRAW | CS_PARENTDC,
-                                         .background = static_cast<HBRUSH>(GetStockObject(NULL_BRUSH))},
+                                         .background = static_cast<HBRUSH>(GetStockObject(NULL_BRUSH)),
+                                         .style = WS_TABSTOP | (isAlone ? DWORD{WS_CLIPCHILDREN} : DWORD{0})},
                                         parent, at, {-1, -1});
     if (window) m_requests->Attach(window), UpdateShutterIcon(0, 0);
     return creation.Done(this, window);

@@ -408,8 +408,10 @@ void CKxDevUI_ZStack::MakeGrips() {
     EnsureClass(atom, {.name = L"CKxDevUI_ZStackGrips", .object = L"CKxDevUI_ZStack", .procedure = GripsWndProc});
     const Alive alive(this);
     const HWND panel = m_hWnd;
+    const RECT place = PlacesIn(ScaleArea(), true).grips;
     const HWND window =
-        atom ? CreateWindowExW(0, MAKEINTATOM(atom), L"", WS_CHILD | WS_TABSTOP | WS_DISABLED, 0, 0, 0, 0, panel,
+        atom ? CreateWindowExW(0, MAKEINTATOM(atom), L"", WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_DISABLED, place.left,
+                               place.top, place.right - place.left, place.bottom - place.top, panel,
                                reinterpret_cast<HMENU>(IDC_ZS_GRIPS), ModuleOf(GripsWndProc), this)
              : nullptr;
     // The parents are told of every child.
@@ -417,9 +419,8 @@ void CKxDevUI_ZStack::MakeGrips() {
     m_controls[std::size_t{IDC_ZS_GRIPS - kFirstControl}] = window;
     KX_CreateToolTipWindow(window, Translated(L"Drag an end or the home of the series, or move it by the arrow keys. "
                                               L"The wheel magnifies the scale."));
-    ShowWindow(window, SW_SHOWNA);
-    PlaceGripsWindow();
-    InvalidateRect(panel, nullptr, FALSE);
+    // While it is made, the panel is hidden, and all of it is drawn when it is shown.
+    if (IsWindowVisible(panel)) InvalidateRect(panel, nullptr, FALSE);
     ShowGrips();
     // Otherwise a host that places the panel by the zoom would have it placed twice.
     if (CKxGUILayoutManager::GetGuiZoom() != 1.0) CKxGUILayoutManager::RememberWindowDimsForGuiZoom(panel);
