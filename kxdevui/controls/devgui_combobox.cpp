@@ -1,6 +1,7 @@
 #include <kxdevui/controls/devgui_combobox.h>
 
 #include <algorithm>
+#include <cmath>
 
 #include <kxbaseui/kx_colors.h>
 #include <kxdevui/framework/devgui_habits.h>
@@ -105,6 +106,8 @@ void CKxDevUI_ComboBox::SetEditable(const Typing& typing) {
     m_unit = typing.unit ? typing.unit : L"";
     m_typing = typing;
     m_typing->unit = m_unit.c_str();
+    if (std::isnan(typing.minimum)) m_typing->minimum = Typing().minimum;
+    if (std::isnan(typing.maximum)) m_typing->maximum = Typing().maximum;
     Remake();
 }
 

@@ -211,8 +211,14 @@ TEST_F(Setup, AnswersWhatIsOdd) {
             PressButton(dialog, IDOK);
         };
     };
-    for (const std::size_t positions : {0u, 100u})
-        OpenCondenser(std::vector<CKxStringW>(positions), use(positions));
+    for (const std::size_t positions : {0u, 100u, 1001u}) {
+        const auto shown = use(std::min<std::size_t>(positions, 1000));
+        OpenCondenser(std::vector<CKxStringW>(positions), shown);
+        const auto& turret = microscope.Add<CKxSimNosepiece>(L"Turret", std::vector<SKxSimObjective>(positions));
+        const ModalAnswer answer(Shown(shown));
+        EXPECT_FALSE(ShowSetupDialog(parent.Window(), turret.GetLogDevId(), Accept()));
+        EXPECT_EQ(answer.Count(), 1u);
+    }
     OpenObjectives([](HWND dialog) {
         EXPECT_EQ(Cell(dialog, 3, 1) + Cell(dialog, 3, 5), L"Old 10xNothing is known of it");
         ClickRow(dialog, 4);
