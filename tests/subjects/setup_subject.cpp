@@ -1,7 +1,6 @@
 // A setup dialog: the same window as a child, because a modal one lets nobody else go on.
 #include "subject.h"
 
-#include <kxbaseui/kx_layoutmanager.h>
 #include <kxdevui/framework/ui_life.h>
 #include <kxdevui/framework/ui_window.h>
 #include <kxdevui/setup/setup_dialog.h>
