@@ -296,22 +296,4 @@ TEST_F(Setup, SpeaksEveryLanguageInEverySize) {
     }
 }
 
-// Open, it becomes what it would have been made as.
-TEST_F(Setup, FollowsZoomAndSchemeWhileItIsOpen) {
-    const auto change = [](bool changed) {
-        CKxGUILayoutManager::SetGuiZoom(changed ? 1.5 : 1);
-        KX_SetColorScheme(changed ? eKxColorScheme_Dark : eKxColorScheme_System);
-    };
-    std::vector<Picture> looks;
-    for (const bool before : {true, false}) {
-        change(before);
-        OpenObjectives([&](HWND dialog) {
-            change(true), Pump();
-            looks.push_back(Picture::OnScreen(dialog));
-            PressButton(dialog, IDCANCEL);
-        });
-    }
-    EXPECT_EQ(looks.at(1), looks.at(0));
-}
-
 }  // namespace
