@@ -1,6 +1,7 @@
 #include <kxdevui/controls/devgui_combobox.h>
 
 #include <algorithm>
+#include <cmath>
 
 #include <kxbaseui/kx_colors.h>
 #include <kxdevui/framework/devgui_habits.h>
@@ -105,6 +106,8 @@ void CKxDevUI_ComboBox::SetEditable(const Typing& typing) {
     m_unit = typing.unit ? typing.unit : L"";
     m_typing = typing;
     m_typing->unit = m_unit.c_str();
+    if (std::isnan(typing.minimum)) m_typing->minimum = Typing().minimum;
+    if (std::isnan(typing.maximum)) m_typing->maximum = Typing().maximum;
     Remake();
 }
 
@@ -150,7 +153,8 @@ void CKxDevUI_ComboBox::Select(int index) {
 void CKxDevUI_ComboBox::Show() {
     const int index = m_values.First();
     const HWND edit = m_edit;
-    if (CallPrevious({m_rows, LB_GETCURSEL, 0, 0}) != index || edit) Select(index);
+    const bool isDrawn = !m_field.hwndItem || m_field.itemID == static_cast<UINT>(index);
+    if (CallPrevious({m_rows, LB_GETCURSEL, 0, 0}) != index || edit || !isDrawn) Select(index);
     if (!edit) return;
     if (index < 0) SetWindowTextW(edit, m_values.Chosen().typed.c_str());
     SendMessageW(edit, EM_SETMODIFY, FALSE, 0);
@@ -342,11 +346,14 @@ Handled CKxDevUI_ComboBox::Before(const Message& message) {
 Handled CKxDevUI_ComboBox::Handle(const Message& message) {
     switch (message.id) {
     case WM_DESTROY: m_edit = nullptr; break;
-    case WM_DRAWITEM:
-        if (const auto& item = *reinterpret_cast<const DRAWITEMSTRUCT*>(message.lParam);
-            item.itemState & ODS_COMBOBOXEDIT)
-            m_field = item;
-        break;
+    case WM_DRAWITEM: {
+        const auto& item = *reinterpret_cast<const DRAWITEMSTRUCT*>(message.lParam);
+        if (!(item.itemState & ODS_COMBOBOXEDIT)) break;
+        m_field = item;
+        // The platform has what is marked in the open list, and only sometimes draws that.
+        m_field.itemID = static_cast<UINT>(m_values.First());
+        return HandleList({message.window, WM_DRAWITEM, message.wParam, reinterpret_cast<LPARAM>(&m_field)});
+    }
     case WM_SIZE: Layout(true); return 0;
     case WM_SETFONT: {
         const Handled answer = HandleList(message);

@@ -30,7 +30,7 @@ public:
     // How many rows the list shows at once; less than 1 is 1.
     void SetRows(int rows);
 
-    // What can be typed.
+    // What can be typed: with a bound that is no number none, with bounds the wrong way round only what is in the list.
     struct Typing {
         double minimum = -std::numeric_limits<double>::infinity();  // the least value
         double maximum = std::numeric_limits<double>::infinity();   // the greatest

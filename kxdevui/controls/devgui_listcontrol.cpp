@@ -24,6 +24,8 @@ constexpr std::size_t kMostDrawn = 1000;  // characters of a text
 
 // Unzoomed pixels: beside a text, and what a row has more than the text's height.
 constexpr int kBeside = 3, kLeading = 2;
+// Where the platform's list box begins a text, at every zoom: a list that is drawn here from now on stays as it was.
+constexpr POINT kTextOfPlatform{1, 0};
 
 HFONT FontOf(HWND window) { return reinterpret_cast<HFONT>(SendMessageW(window, WM_GETFONT, 0, 0)); }
 
@@ -111,6 +113,16 @@ void ListControl::InsertRow(int index) const {
                   reinterpret_cast<LPARAM>(m_values.At(index).text.c_str())});
 }
 
+// The platform moves on what is selected with its row, and draws again what moves; nobody promises it, so it is looked
+// at until it has been seen, which takes a fifth of what a value does. To compare several marks would take longer with
+// each value.
+void ListControl::FollowInsertion(int at) {
+    static bool s_movesOn = false;
+    if (s_movesOn || m_values.Chosen().indexes.size() != 1 || m_values.First() <= at) return;
+    s_movesOn = CallPrevious({m_rows, LB_GETCURSEL, 0, 0}) == m_values.First();
+    if (!s_movesOn) ShowChoice();
+}
+
 void ListControl::Watch(HWND window) {
     if (Subclass(window, InnerProc, nullptr)) ByState<ListControl>::Bind(window, this);
 }
@@ -183,10 +195,7 @@ int ListControl::InsertValue(const wchar_t* value, int index) {
     const int at = m_values.Insert(value, index);
     if (at < 0 || !m_rows) return at;
     InsertRow(at);
-    if (m_values.First() < at) return at;
-    // Several marks are moved on by the platform with their rows; to compare them all takes longer with each.
-    if (m_values.Chosen().indexes.size() == 1) ShowChoice();
-    Redraw();
+    FollowInsertion(at);
     return at;
 }
 
@@ -297,7 +306,9 @@ void ListControl::HasActed() {
 }
 
 LRESULT CALLBACK ListControl::InnerProc(HWND window, UINT id, WPARAM wParam, LPARAM lParam) {
-    // Of thousands of values each is a message or two.
+    // Of thousands of values each is a message or two; of what is drawn here, the end of each is one as well, which the
+    // box would hand on.
+    if (id == WM_DELETEITEM) return TRUE;
     const bool isOfLists = (id >= CB_GETEDITSEL && id < CB_MSGMAX) || (id >= LB_ADDSTRING && id < LB_MSGMAX);
     if (isOfLists && id != CB_SHOWDROPDOWN) return CallPrevious({window, id, wParam, lParam});
     return SubclassEntry<ListControl, &ListControl::HandleInner, Unbound::Default, ByState<ListControl>>(
@@ -427,8 +438,9 @@ void ListControl::Draw(const DRAWITEMSTRUCT& item) const {
     const long inset = CKxGUILayoutManager::Zoomed(1), side = hasPicture ? Difference(height, 2 * inset) : 0;
     const long left = Sum(area.left, beside), top = Sum(area.top, inset);
     const std::wstring_view text = isThere ? std::wstring_view(m_values.At(index).text) : L"";
-    ExtTextOutW(dc, hasPicture ? Sum(Sum(left, side), beside) : left,
-                Sum(area.top, Difference(height, m_textHeight) / 2), ETO_CLIPPED | ETO_OPAQUE, &area, text.data(),
+    POINT at{hasPicture ? Sum(Sum(left, side), beside) : left, Sum(area.top, Difference(height, m_textHeight) / 2)};
+    if (!hasPicture && m_rows == m_inner) at = {Sum(area.left, kTextOfPlatform.x), Sum(area.top, kTextOfPlatform.y)};
+    ExtTextOutW(dc, at.x, at.y, ETO_CLIPPED | ETO_OPAQUE, &area, text.data(),
                 static_cast<UINT>(std::min(text.size(), kMostDrawn)), nullptr);
     if (hasPicture) DrawPicture(dc, RectAt(left, top, side, side), m_values.At(index), usable, color);
     if (ShowsFocus(item)) {

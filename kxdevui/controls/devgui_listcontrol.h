@@ -65,10 +65,11 @@ public:
     virtual void SetValueEnabled(int index, bool enable);
 
     // Inserts a value before that index, at the end for -1 and the count; where it is then. -1 for every other index,
-    // and for what is no number. The text of a number is the shortest that reads as the same.
+    // and for what is no number or an infinite one. The text of a number is the shortest that reads as the same.
     KXDEVUI_OVERLOADS(virtual int InsertValue(double value, int index),
                       virtual int InsertValue(const wchar_t* value, int index));
-    // Calls InsertValue for each value, with start, start + 1, ... or always -1; null inserts nothing.
+    // Calls InsertValue for each value, with start, start + 1, ... or always -1; null and a count below 1 insert
+    // nothing. One that is refused leaves those after it their indexes.
     KXDEVUI_OVERLOADS(virtual void InsertValues(const double* values, int count, int start),
                       virtual void InsertValues(const wchar_t** values, int count, int start));
 
@@ -174,6 +175,7 @@ private:
     static LRESULT CALLBACK InnerProc(HWND window, UINT id, WPARAM wParam, LPARAM lParam);
     std::optional<LRESULT> HandleInner(const Message& message);
     void InsertRow(int index) const;
+    void FollowInsertion(int at);
     void MeasureRows();
     void Redraw() const;
     void Restyle();

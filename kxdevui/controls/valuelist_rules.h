@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <deque>
 #include <memory>
 #include <optional>
 #include <string>
@@ -111,8 +112,8 @@ public:
     int Reach(int from, int by) const;
 
 private:
-    // Pointers: of thousands, those that move up for a new one are moved at once.
-    std::vector<std::unique_ptr<ListValue>> m_values;
+    // Of thousands, one that comes before all others moves none of them, and those that move up are but pointers.
+    std::deque<std::unique_ptr<ListValue>> m_values;
     ListChoice m_chosen, m_before;
     bool m_hasPictures = false;
 };

@@ -284,14 +284,16 @@ void SetupDialog::OnOk() {
     const std::vector<std::size_t> changed = Changed(m_before, m_now);
     if (changed.empty()) return Quit(IDCANCEL);
     SKxSetupRefusal refusal;
+    const ui::Alive alive(this);
     const bool asked = ui::Guarded([&]() -> ui::Handled { return m_accept(changed, m_now, refusal), 0; }).has_value();
+    if (!alive) return;
     if (asked && !refusal.refused) return Quit(IDOK);
     // The host may have ended the dialog's owner.
     if (!m_hWnd) return;
     const std::wstring& reason = refusal.reason.str();
     ReportError(reason.empty() ? Translated(L"This setup has been refused.") : CKxStringW(reason), true, nullptr,
                 nullptr);
-    if (!m_hWnd) return;
+    if (!alive || !m_hWnd) return;
     const bool there = refusal.position >= 0 && refusal.position < std::ssize(m_now);
     SelectRow(there ? static_cast<std::size_t>(refusal.position) : m_row, true);
 }

@@ -36,7 +36,7 @@ struct Design {
 using Accept =
     std::function<void(const std::vector<std::size_t>& changed, const std::vector<Entry>& now, SKxSetupRefusal&)>;
 
-class SetupDialog : public CKxDevUI_Container {
+class KXDEVUI_API SetupDialog : public CKxDevUI_Container {
 public:
     SetupDialog(Design design, std::vector<Entry> positions, Accept accept);
     // Whether a record was accepted.

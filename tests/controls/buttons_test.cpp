@@ -197,6 +197,7 @@ TEST_F(CheckBox, IsTakenOverWholeFromAForeignDialog) {
     EXPECT_EQ(KnownOf(dialog), known);
     EXPECT_EQ(GetFocus(), boxes[1].GetButtonHandle());
     CKxDevUI_CheckBox other;
+    EXPECT_FALSE(other.Create(dialog, boxes[0]) || other.Create(boxes[0], boxes[0].GetButtonHandle())) << "taken";
     EXPECT_TRUE(other.Create(nullptr, GetDlgItem(dialog, 26)));
     EXPECT_EQ(CallText("", other.GetState(), other.GetTitle().c_str()), "(0, \"Push\")") << "of another class";
 

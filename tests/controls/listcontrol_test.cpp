@@ -91,8 +91,38 @@ TEST_F(Lists, AnswerByIndexAndText) {
         EXPECT_FALSE(each->IsAllowed(EKxComplaint::Logged));
         each->SetSelection(2);
         EXPECT_TRUE(each->IsAllowed(EKxComplaint::Shown));
+        // What goes takes its number with it, and what is not there has none.
+        each->SetUserData(5, 42), each->RemoveValue(5), each->InsertValue(L"gain", 5);
+        for (const int gone : {-2, -1, 6}) {
+            each->SetUserData(gone, 9), each->SetValueName(gone, L"x"), each->SetValueEnabled(gone, false);
+            each->SetValueColor(gone, 0), each->SetValueImage(gone, L"SHUTTER_OPEN"), each->RemoveValue(gone);
+            if (gone != -1) each->SetSelection(gone);
+            EXPECT_EQ(CallText("", each->GetUserData(gone), each->GetValueName(gone).str(), each->IsValueEnabled(gone)),
+                      "(0, \"\", false)");
+        }
+        EXPECT_TRUE(each->SetSelection(L"gain"));
+        EXPECT_EQ(CallText("", each->GetUserData(5), each->GetValuesCount(), each->GetSelectionIndex()), "(0, 6, 4)")
+            << "the first of two";
+        const double numbers[] = {1, kNaN, std::numeric_limits<double>::infinity(), 3};
+        each->InsertValues(numbers, 4, -1), each->InsertValues(numbers, -1, 0);
+        each->InsertValues(static_cast<const wchar_t**>(nullptr), 3, 0);
+        EXPECT_EQ(CallText("", each->GetValuesCount(), each->GetValueName(7).str()), "(8, \"3\")");
     }
     EXPECT_EQ(Told(), "");
+}
+
+TEST_F(Lists, TakeNoneAndThousands) {
+    std::vector<const wchar_t*> many(10000, L"x");
+    for (const auto& [each, other] : {std::pair<ListControl*, ListControl*>(&combo, &list), {&list, &combo}}) {
+        other->RemoveAllValues(), each->RemoveAllValues(), each->SetFocus();
+        for (const int key : {VK_DOWN, VK_END, VK_HOME, VK_NEXT, VK_F4, VK_F4, int{'X'}})
+            Key(static_cast<WORD>(key));
+        Turn(InnerOf(*each), -1);
+        EXPECT_EQ(See(), "-1 -1: ");
+        each->InsertValues(many.data(), 10000, -1), each->InsertValue(L"first", 0), each->InsertValue(L"y", -1);
+        Key(VK_END), Key(VK_UP), Type(L"f");
+        EXPECT_EQ(Told(), "Choose(10001) Choose(10000) Choose(0)");
+    }
 }
 
 TEST_F(Lists, ComboFollowsKeysLettersAndWheel) {
@@ -149,27 +179,47 @@ TEST_F(Lists, ListBoxFollowsMouseAndKeys) {
                    EXPECT_EQ(SendMessageW(InnerOf(list), LB_GETSEL, static_cast<WPARAM>(row), 0), 1) << "moved on";
                list.RemoveValue(0), list.RemoveValue(0), list.SetMultiple(false);
            },
-           "0 0: "}});
+           "0 0: "},
+          // The host changes it while it is asked, and refuses.
+          {[&] {
+               list.meanwhile = [&] { list.RemoveValue(0), list.InsertValue(L"a", 0), list.InsertValue(L"b", 3); };
+               click(2);
+           },
+           "0 -1: Choose(2)"},
+          {[&] {
+               list.meanwhile = [&] { list.SetMultiple(true), list.SetSelections({1, 2}); }, click(2);
+           },
+           "0 : Choose(2)"},
+          {[&] { list.meanwhile = [&] { list.RemoveValue(1); }, Key(VK_END), list.SetMultiple(false); },
+           "0 1: Choose(\"4\")"}});
 }
 
-TEST_F(Lists, ListBoxKeepsItsPlacesWhenItIsDrawnHere) {
-    CKxDevUI_ListBox plain;
-    plain.Create(parent.Window(), 150, 40, 90, 120, true, true);
-    for (int i = 0; i < 20; ++i)
-        plain.InsertValue(i, -1);
-    plain.SetSelection(12), plain.SetFocus();
-    MoveWindow(plain, 150, 30, 100, 60, TRUE);
-    SendMessageW(InnerOf(plain), LB_SETTOPINDEX, 11, 0);
-    std::string seen[2];
-    for (std::string& see : seen) {
-        see = PlaceOf(plain) + PlaceOf(InnerOf(plain)) + (GetFocus() == InnerOf(plain) ? " focus" : "");
-        for (const auto ask : {UINT{LB_GETCURSEL}, UINT{LB_GETTOPINDEX}, UINT{LB_GETITEMHEIGHT}})
-            see += ' ' + std::to_string(SendMessageW(InnerOf(plain), ask, 0, 0));
-        const bool isDrawn = (GetWindowLongW(InnerOf(plain), GWL_STYLE) & LBS_OWNERDRAWFIXED) != 0;
-        EXPECT_EQ(isDrawn, &see == &seen[1]);
-        plain.SetValueEnabled(3, false);
+TEST_F(Lists, ListBoxStaysAsItIsWhenItIsDrawnHere) {
+    for (const double zoom : {1.0, 1.25, 1.5, 2.0}) {
+        CKxGUILayoutManager::SetGuiZoom(zoom);
+        CKxDevUI_ListBox plain;
+        plain.Create(parent.Window(), 150, 40, 90, 120, true, true);
+        for (int i = 0; i < 20; ++i)
+            plain.InsertValue(i, -1);
+        plain.SetSelection(12), plain.SetFocus();
+        MoveWindow(plain, 150, 30, 100, 60, TRUE);
+        SendMessageW(InnerOf(plain), LB_SETTOPINDEX, 11, 0);
+        std::string seen[2];
+        std::vector<Picture> looks;
+        for (std::string& see : seen) {
+            see = PlaceOf(plain) + PlaceOf(InnerOf(plain)) + (GetFocus() == InnerOf(plain) ? " focus" : "");
+            for (const auto ask : {UINT{LB_GETCURSEL}, UINT{LB_GETTOPINDEX}, UINT{LB_GETITEMHEIGHT}})
+                see += ' ' + std::to_string(SendMessageW(InnerOf(plain), ask, 0, 0));
+            const bool isDrawn = (GetWindowLongW(InnerOf(plain), GWL_STYLE) & LBS_OWNERDRAWFIXED) != 0;
+            EXPECT_EQ(isDrawn, &see == &seen[1]);
+            Pump();
+            looks.push_back(Picture::OnScreen(InnerOf(plain)));
+            // Of what is not seen.
+            plain.SetValueEnabled(3, false);
+        }
+        EXPECT_EQ(seen[1], seen[0]);
+        EXPECT_EQ(looks[1], looks[0]) << zoom;
     }
-    EXPECT_EQ(seen[1], seen[0]);
 }
 
 TEST_F(Lists, DefaultTellsTheParentAlone) {
@@ -185,7 +235,7 @@ TEST_F(Lists, DefaultTellsTheParentAlone) {
 TEST_F(Lists, TypedValuesHaveTheHabitsOfFields) {
     combo.SetEditable({.minimum = 0, .maximum = 1000, .unit = L"ms"});
     combo.SetValueName(1, L"20 ms");
-    const HWND edit = GetWindow(InnerOf(combo), GW_CHILD);
+    HWND edit = GetWindow(InnerOf(combo), GW_CHILD);
     const auto type = [&](const wchar_t* text) {
         SetFocus(edit), SendMessageW(edit, EM_SETSEL, 0, -1), Type(text), Pump();
         parent.Record().Text(Narrow(TextOf(edit)) + "," + Narrow(combo.GetText().str()));
@@ -198,7 +248,16 @@ TEST_F(Lists, TypedValuesHaveTheHabitsOfFields) {
           {[&] { KX_SetFieldHabits(combo, KxFieldHabits::All()), combo.answer = false, type(L"7,5x\n"); },
            "-1 0: Value(\"7.5\") 7.5,7.5"},
           {[&] { type(L"9\x1b"), type(L"5000\n"); }, "-1 0: 7.5,7.5 5000,7.5"},
-          {[&] { SetFocus(parent.Window()), combo.SetText(L"gain"); }, "4 0: "}});
+          // Values that come leave it alone.
+          {[&] { combo.SetSelection(1), type(L"8"), combo.InsertValue(L"5", 0), type(L"\n"); },
+           "-1 0: 8,20 ms Value(\"8\") 8,8"},
+          {[&] { SetFocus(parent.Window()), combo.SetText(L"gain"); }, "5 0: "},
+          // What is no number bounds nothing.
+          {[&] {
+               combo.SetEditable({.minimum = kNaN, .maximum = 9}), edit = GetWindow(InnerOf(combo), GW_CHILD);
+               type(L"-3\n"), type(L"11\n");
+           },
+           "-1 0: Value(\"-3\") -3,-3 11,-3"}});
 }
 
 TEST(ListsOfADialog, AreTakenOverWhole) {
