@@ -101,9 +101,9 @@ public:
     void DestroyGDIObjects();
 
     // Adds a Z device to the list, in the order of the record's: its name, whether it is a piezo, its logical id, its
-    // range in micrometres, whether a rising Z brings the objective towards the slide (an inverted stand), the mode of
-    // its piezo picker, and whether it is selected in the list. Returns its index, or -1 for a null or empty name, or
-    // without a window. Names may occur twice.
+    // range in micrometres, whether the stand is inverted (IKxDeviceZDrive::IsInverted), the mode of its piezo picker,
+    // and whether it is selected in the list. Returns its index, or -1 for a null or empty name, or without a window.
+    // Names may occur twice.
     //
     // "AZ100 ZDrive" and "Ardon LV ZDrive LV-FMA" move the objective over the slide: `inverted` does not count for
     // them.
@@ -246,7 +246,7 @@ protected:
         long id;            // logical device id
         double rangeMin;    // in micrometres
         double rangeMax;    // likewise
-        bool inverted;      // a rising Z takes the objective away from the slide
+        bool inverted;      // the stand, as far as the name lets it
         int pickerMode;     // of the piezo picker
     };
 
