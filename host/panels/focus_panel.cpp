@@ -97,6 +97,7 @@ void FocusPanel::Asking::OnMoveZRequest(double z) {
 // A refusal puts the record back to what is held; where Z stands is nobody's choice.
 void FocusPanel::Asking::OnZStackChanged(unsigned int flags) {
     Log().Add(m_owner.Name(), L"OnZStackChanged(%u)", flags);
+    TheRequests().Belongs(GetGripAct());
     const Asked asked = SeriesOf(L"plan", m_owner.m_plan.stack, m_owner.m_record, m_owner.m_plan.past);
     if (!m_owner.Asks(asked.wish, asked.value)) {
         m_owner.TellRefused(L"The series stays as it is");

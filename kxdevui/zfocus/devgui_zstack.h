@@ -169,6 +169,12 @@ public:
     // put all back as it was before, by the same calls. OnMoveZRequest is never called.
     void EnableGrips(bool enable);
 
+    // In OnZStackChanged, the number of the act on the grips that it is told of: for a host whose undo is to take back
+    // as much as Escape does. A drag, and keys until another grip is chosen, the focus goes or the host changes the
+    // record, are one act, with what gives all back. No other act, of any panel, has the number; 0 for what is
+    // none, and outside of the callback.
+    unsigned GetGripAct() const;
+
     // CommandByName: 1 if there is such a command, which is done. All else: 0.
     int CustomCommand(int command, INT_PTR parameter, void* data) override;
 

@@ -5,6 +5,8 @@
 #include <kxdevui/framework/ui_parts.h>
 #include <kxdevui/zfocus/zstack_window.h>
 
+#include <map>
+
 namespace {
 
 using namespace kx::test;
@@ -199,6 +201,31 @@ TEST_F(ZGripsPanel, AreMovedByKeys) {
          {[] { Key(VK_ESCAPE), Key(VK_RIGHT), Key(VK_RIGHT), Key(VK_NEXT); }, "(4800, 5100, 5200) Changed"},
          {[] { Key(VK_LEFT), Key(VK_LEFT), Key(VK_NEXT), Key(VK_NEXT), Key(VK_NEXT); }, "(4800, 5100, 4800) Changed"}});
     EXPECT_EQ(TextOf(Item(IDC_ZS_GRIPS)), L"Top: 480.00 \u00B5m");
+}
+
+// A host's undo takes back as much as Escape does.
+TEST_F(ZGripsPanel, TellWhichChangesAreOneAct) {
+    Make(0);
+    std::map<unsigned, char> names{{0u, '-'}};
+    std::string acts;
+    panel.onChanged = [&] {
+        acts += names.try_emplace(panel.GetGripAct(), static_cast<char>('a' - 1 + names.size())).first->second;
+        panel.UpdateGUI(3);
+    };
+    const CKxZStackData before = record;
+    const auto isBack = [&] {
+        bool equal = false;
+        return record.IsEqual(before, &equal) == eKxZStack_Ok && equal;
+    };
+    Drag(Grip::Top, -10), Key(VK_ESCAPE), Release();
+    EXPECT_TRUE(isBack());
+    Key(VK_UP), Key(VK_PRIOR), Key(VK_ESCAPE);
+    EXPECT_TRUE(isBack());
+    // The host's own change ends the act: nothing of it is given back.
+    Key(VK_UP), record = before, panel.UpdateGUI(3), Key(VK_ESCAPE), Key(VK_UP), Key(VK_RIGHT), Key(VK_UP);
+    Click(Item(IDC_ZS_TOP), 8, 8);
+    EXPECT_EQ(acts, "aaabbbcde-");
+    EXPECT_EQ(panel.GetGripAct(), 0u);
 }
 
 // The wheel magnifies, and as many notches back show the stack again; a press on the scale still moves Z at once.
