@@ -148,7 +148,9 @@ void CKxDevUI_LightND::Command(int id, int code) {
     for (int i = 0; i < kMostWheels; ++i) {
         const long position = m_wheels[static_cast<std::size_t>(i)].row.ClickedBy(id, code);
         if (position < 0 || position == GetPosition(i)) continue;
-        if (IsGranted([&](bool& veto) { OnAttenuationChangeRequest(i, position, veto); })) SetPosition(i, position);
+        const auto held = [&] { return GetPosition(i); };
+        if (IsGranted(held, [&](bool& veto) { OnAttenuationChangeRequest(i, position, veto); }))
+            SetPosition(i, position);
         return;
     }
 }
