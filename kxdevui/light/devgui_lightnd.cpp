@@ -97,8 +97,12 @@ bool CKxDevUI_LightND::Update(CDMApi_LogDevId id, const LightBand& what) {
 bool CKxDevUI_LightND::SetWheel(Wheel& wheel, const std::vector<double>& transmissions) {
     std::vector<CKxStringW> texts;
     texts.reserve(transmissions.size());
-    for (const double each : transmissions)
-        texts.push_back(kx::nd::PercentText(each) + L"\n" + kx::nd::DensityText(each));
+    for (const double each : transmissions) {
+        std::wstring text = (kx::nd::PercentText(each) + L"\n" + kx::nd::DensityText(each)).str();
+        // A button that is down has less room in the system's look, and would break the line there.
+        std::replace(text.begin(), text.end(), L' ', L'\u00A0');
+        texts.emplace_back(text.c_str());
+    }
     wheel.transmissions = transmissions;
     wheel.transmissions.resize(std::min<std::size_t>(transmissions.size(), kMostPositions));
     const bool asMany = wheel.row.SetTexts(m_hWnd, texts);
