@@ -98,8 +98,10 @@ bool CKxDevUI_LightND::SetWheel(Wheel& wheel, const std::vector<double>& transmi
     std::vector<CKxStringW> texts;
     texts.reserve(transmissions.size());
     for (const double each : transmissions) {
-        std::wstring text = (kx::nd::PercentText(each) + L"\n" + kx::nd::DensityText(each)).str();
-        // A button that is down has less room in the system's look, and would break the line there.
+        // A button that is down has less room in the system's look, and would break a line at its blank.
+        std::wstring text = kx::nd::PercentText(each).str();
+        std::erase(text, L' ');
+        text += L'\n' + kx::nd::DensityText(each).str();
         std::replace(text.begin(), text.end(), L' ', L'\u00A0');
         texts.emplace_back(text.c_str());
     }

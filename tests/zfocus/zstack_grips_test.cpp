@@ -49,6 +49,9 @@ TEST(ZGrips, StandBesideTheirLinesAndApart) {
     values.home = 120, values.bottom.reset();  // beyond the axis; not set
     const Places places = PlaceGrips(values, axis, 10);
     EXPECT_EQ(places, (Places{{Grip::Home, 0, 0}, {Grip::Top, 20, 15}}));
+    ScaleValues tiny;  // on a drive of ten millimetres
+    tiny.top = 4000.2, tiny.bottom = 4000;
+    EXPECT_EQ(PlaceGrips(tiny, {{0, 10000}, 0, 100}, 10), (Places{{Grip::Top, 60, 55}, {Grip::Bottom, 60, 65}}));
     const std::pair<int, std::optional<Grip>> rows[] = {{0, Grip::Home}, {9, Grip::Home}, {10, std::nullopt},
                                                         {15, Grip::Top}, {24, Grip::Top}, {25, std::nullopt}};
     for (const auto& [row, grip] : rows)
