@@ -36,6 +36,9 @@ public:
     // What is asked for next is a step of its own: a modal dialog has hands that nobody tells of.
     void BeginStep() { m_gestures.Press(); }
 
+    // What is asked for next belongs to an act that a control counts.
+    void Belongs(unsigned act) { m_gestures.Belongs(act); }
+
     // Which gesture they are at (rules/history.h).
     unsigned Gesture() const { return m_gestures.Now(); }
 

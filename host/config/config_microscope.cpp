@@ -202,7 +202,9 @@ void Builder::BuildLaser(const Device& device) {
 
 void Builder::BuildZDrive(const Device& device) {
     const SKxSimRange range = RangeOf(device, L"Position");
-    Finish(m_devices.Add<CKxSimZDrive>(device.label.c_str(), range), device);
+    auto& drive = m_devices.Add<CKxSimZDrive>(device.label.c_str(), range);
+    drive.SetInverted(device.direction > 0);
+    Finish(drive, device);
     m_result.zDrives.push_back({m_built, range.minimum, range.maximum, device.direction});
 }
 

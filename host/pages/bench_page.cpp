@@ -118,7 +118,7 @@ void BenchPage::PutFocus() {
     for (const auto& each : m_microscope.Roles().zDrives) {
         if (each.id != m_microscope.Roles().focus) continue;
         auto planned = std::make_unique<PlanPanel>(m_microscope.Plan());
-        auto focus = std::make_unique<FocusPanel>(m_microscope, *Simulated<CKxSimZDrive>(each.id), each.direction,
+        auto focus = std::make_unique<FocusPanel>(m_microscope, *Simulated<CKxSimZDrive>(each.id),
                                                   [&panel = *planned] { panel.Show(); });
         Put(200, std::move(planned));
         Put(224, std::move(focus));

@@ -10,14 +10,13 @@
 #include "../event_log.h"
 #include "../resources/resource.h"
 
-FocusPanel::FocusPanel(HostMicroscope& microscope, CKxSimZDrive& device, int direction, std::function<void()> changed)
+FocusPanel::FocusPanel(HostMicroscope& microscope, CKxSimZDrive& device, std::function<void()> changed)
     : DevicePanel(L"Z drive", device), m_microscope(microscope),
       m_turretListener(CKxDeviceRegistry::AddListener([this](CDMApi_LogDevId id, EKxDeviceChange what) {
           const auto& turrets = m_microscope.Roles().turrets;
           if (m_hWnd && what != EKxDeviceChange::Removed && !turrets.empty() && id == turrets.front()) TellObjective();
       })),
-      m_device(device), m_inverted(direction < 0), m_plan(microscope.Plan()), m_changed(std::move(changed)),
-      m_stack(*this) {}
+      m_device(device), m_plan(microscope.Plan()), m_changed(std::move(changed)), m_stack(*this) {}
 
 void FocusPanel::Fill() {
     AddChild(L"STATIC", L"", SS_NOPREFIX, IDC_DEVICE_CAPTION, 8, 4, m_width - 16, 16);
@@ -31,7 +30,7 @@ void FocusPanel::Fill() {
     m_stack.EnableGrips(true);
     m_stack.MakePositionsWritable();
     m_stack.AppendZDevice(m_device.GetKey(), false, static_cast<long>(m_device.GetLogDevId()), minimum, maximum,
-                          m_inverted, 0, true);
+                          m_device.IsInverted(), 0, true);
     InsertWindow(m_stack.GetHandle());
     ShowZ();
     m_stack.UpdateGUI(CKxDevUI_ZStack::RefreshAll);
@@ -98,6 +97,7 @@ void FocusPanel::Asking::OnMoveZRequest(double z) {
 // A refusal puts the record back to what is held; where Z stands is nobody's choice.
 void FocusPanel::Asking::OnZStackChanged(unsigned int flags) {
     Log().Add(m_owner.Name(), L"OnZStackChanged(%u)", flags);
+    TheRequests().Belongs(GetGripAct());
     const Asked asked = SeriesOf(L"plan", m_owner.m_plan.stack, m_owner.m_record, m_owner.m_plan.past);
     if (!m_owner.Asks(asked.wish, asked.value)) {
         m_owner.TellRefused(L"The series stays as it is");

@@ -9,10 +9,9 @@
 
 class FocusPanel : public DevicePanel {
 public:
-    // A rising Z takes the objective away from the slide with a direction of -1. The microscope, whose
-    // plan it is, has to outlive the panel; `changed` hears when it is another, and the panel must not be destroyed
-    // from it.
-    FocusPanel(HostMicroscope& microscope, CKxSimZDrive& device, int direction, std::function<void()> changed);
+    // The microscope, whose plan it is, has to outlive the panel; `changed` hears when it is another, and the panel
+    // must not be destroyed from it.
+    FocusPanel(HostMicroscope& microscope, CKxSimZDrive& device, std::function<void()> changed);
     ~FocusPanel() override { CKxDeviceRegistry::RemoveListener(m_turretListener); }
     FocusPanel(const FocusPanel&) = delete;
     FocusPanel& operator=(const FocusPanel&) = delete;
@@ -48,7 +47,6 @@ private:
     HostMicroscope& m_microscope;
     int m_turretListener;
     CKxSimZDrive& m_device;
-    bool m_inverted;
     SeriesPlan& m_plan;  // what the host has agreed to
     std::function<void()> m_changed;
     CKxZStackData m_record;  // what the panel edits

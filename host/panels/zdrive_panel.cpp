@@ -20,6 +20,7 @@ CKxSimZDrive& ZDrivePanel::Device() {
         auto& drive = TheLight().Devices().Add<CKxSimZDrive>(L"Focus motor", SKxSimRange{0, 10000});
         drive.SetTravelSpeed(500);
         drive.SetHome(4000);
+        drive.SetInverted(true);
         drive.TurnByHand(4000);
         return drive;
     }();

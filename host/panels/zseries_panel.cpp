@@ -115,6 +115,7 @@ void ZSeriesPanel::ShowPlanes() {
 
 // A refusal puts the record back to what is held; where Z stands is nobody's choice.
 void ZSeriesPanel::Changed(unsigned int flags) {
+    TheRequests().Belongs(m_stack.GetGripAct());
     const Asked asked = SeriesOf(L"series", Held().series, m_record, Held().seriesPast);
     if (!Asks(asked.wish, asked.value)) {
         Tell(Text(L"The series stays as it is").str());

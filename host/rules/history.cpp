@@ -72,9 +72,17 @@ Verdict Judge(const Change& change, std::optional<double> now, Light light) {
 Change Reversed(const Change& change) { return {change.what, change.to, change.from, change.gesture}; }
 
 void Gestures::Turn(unsigned time) {
-    if (!m_isWheel || time - m_turned > kWheelPause) ++m_number;
+    if (!m_isWheel || time - m_turned > kWheelPause) Begin();
     m_isWheel = true;
     m_turned = time;
+}
+
+void Gestures::Belongs(unsigned act) {
+    if (act == 0) return;
+    if (act == m_act)
+        m_number = m_ofAct;
+    else
+        m_act = act, m_ofAct = m_number;
 }
 
 }  // namespace kx::host

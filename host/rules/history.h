@@ -71,11 +71,19 @@ class Gestures {
 public:
     // Which one it is now; tells of a press; tells of a turn of the wheel at that time, in milliseconds.
     unsigned Now() const { return m_number; }
-    void Press() { ++m_number, m_isWheel = false; }
+    void Press() { Begin(), m_isWheel = false; }
     void Turn(unsigned time);
+    // Tells that this belongs to an act that a control counts, however many presses it takes: the gesture in which that
+    // began goes on until the next press. 0 is none.
+    void Belongs(unsigned act);
 
 private:
+    void Begin() { m_number = ++m_last; }
+
     unsigned m_number = 0;
+    unsigned m_last = 0;
+    unsigned m_act = 0;
+    unsigned m_ofAct = 0;
     unsigned m_turned = 0;
     bool m_isWheel = false;
 };

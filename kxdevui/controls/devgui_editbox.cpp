@@ -515,11 +515,7 @@ std::wstring CKxDevUI_EditBox::Fault() const {
     const bool mayBeEmpty = !m_mustNotBeEmpty && !m_ofSlider && m_minimum <= 0 && m_maximum >= 0;
     const kx::ui::Allowed allowed{clamped ? -none : m_minimum, clamped ? none : m_maximum, mayBeEmpty, m_unit};
     const std::wstring text = GetText().str();
-    // The host reads a beginning of the text, which may be another number: of "12,5", or of one of many digits.
-    double value = read;
-    KX_StringToDouble(text.c_str(), value);
-    const bool isReadAlike = std::abs(value - read) <= std::abs(value) * 1e-12;
-    return kx::ui::MayBeEntered(text, allowed) && isReadAlike ? std::wstring() : AllowedInWords();
+    return kx::ui::MayBeEntered(text, allowed) && kx::ui::IsReadAs(text, read) ? std::wstring() : AllowedInWords();
 }
 
 bool CKxDevUI_EditBox::AnswerFault() {
@@ -532,18 +528,6 @@ bool CKxDevUI_EditBox::AnswerFault() {
     kx::ui::ShowAnswer(m_edit, fault);
     return false;
 }
-
-namespace {
-
-// After the host has been told that the focus goes. If it has sent the user back here, the edit must not believe
-// afterwards that the focus is gone, or it would have no caret.
-kx::ui::Handled LoseFocus(const kx::ui::Message& message) {
-    if (GetFocus() != message.window) return std::nullopt;
-    kx::ui::CallPrevious(message);
-    return kx::ui::CallPrevious({message.window, WM_SETFOCUS, 0, 0});
-}
-
-}  // namespace
 
 kx::ui::Handled CKxDevUI_EditBox::HandleEdit(const kx::ui::Message& message) {
     // On the way out.
@@ -584,7 +568,7 @@ kx::ui::Handled CKxDevUI_EditBox::HandleFocus(const kx::ui::Message& message) {
     if (!alive || m_edit != message.window) return std::nullopt;
     OnKillFocus();
     if (alive && m_edit == message.window) kx::ui::FieldEntered(m_edit);
-    return LoseFocus(message);
+    return kx::ui::LoseFocus(message);
 }
 
 kx::ui::Handled CKxDevUI_EditBox::HandleChar(const kx::ui::Message& message) {

@@ -201,7 +201,8 @@ Handled CKxDevUI_ImageButton::HandleButton(const Message& message) {
     // The second of two quick clicks is one more: the platform would tell of it otherwise.
     case WM_LBUTTONDBLCLK: return SendMessageW(button, WM_LBUTTONDOWN, message.wParam, message.lParam);
     case WM_LBUTTONDOWN: {
-        if (!IsOnArrow(at)) return Press(message, VK_LBUTTON);
+        // With the buttons swapped it is the platform's affair which of them it calls the left one.
+        if (!IsOnArrow(at)) return Press(message, GetKeyState(VK_RBUTTON) < 0 ? VK_RBUTTON : VK_LBUTTON);
         const Alive alive(this);
         ::SetFocus(button);
         if (alive && m_button == button) OpenMenu();
@@ -210,7 +211,7 @@ Handled CKxDevUI_ImageButton::HandleButton(const Message& message) {
     case WM_MOUSEMOVE: {
         RECT client{};
         GetClientRect(button, &client);
-        if (m_heldBy == VK_LBUTTON && !PtInRect(&client, at)) ReleaseCapture();
+        if (m_heldBy != 0 && m_heldBy != VK_SPACE && !PtInRect(&client, at)) ReleaseCapture();
         return std::nullopt;
     }
     case WM_LBUTTONUP:

@@ -125,6 +125,12 @@ double ReadNumber(std::wstring_view text) noexcept {
     return std::isnan(value) ? 0.0 : value;
 }
 
+bool IsReadAs(std::wstring_view text, double read) noexcept {
+    double value = read;
+    KX_StringToDouble(std::wstring(text).c_str(), value);
+    return std::abs(value - read) <= std::abs(value) * 1e-12;
+}
+
 bool IsSeparator(wchar_t character) noexcept {
     const wchar_t text[] = {character, L'\0'};
     return character != L'\0' && !IsOneOf(KX_HalfWidth(text).str().front(), kNumberParts);

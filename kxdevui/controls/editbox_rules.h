@@ -39,6 +39,10 @@ KXDEVUI_API NumberText FormatNumber(double value, const wchar_t* format) noexcep
 inline constexpr std::size_t kNumberCharacters = 100;
 KXDEVUI_API double ReadNumber(std::wstring_view text) noexcept;
 
+// Whether that, `read`, is the whole text's number, as far as anybody could tell: it is another one for "12,5", and may
+// be for one of many digits. True for what is none.
+KXDEVUI_API bool IsReadAs(std::wstring_view text, double read) noexcept;
+
 // Whether a character can stand between values: any that is no part of a number. 0 cannot.
 KXDEVUI_API bool IsSeparator(wchar_t character) noexcept;
 

@@ -120,8 +120,8 @@ struct Mark {
 };
 
 // The ticks of a scale that has them at the marks alone, from left to right: one at each mark, however close they come,
-// but one a pixel, and long where it is labelled. Labels stand as those of Ticks do; one that finds no room is left
-// out.
+// but one a pixel, and long where it is labelled. Labels stand as those of Ticks do; one that finds no room moves
+// somewhat to the right, with two thirds of the gap, or is left out.
 KXDEVUI_API std::vector<Tick> MarkTicks(const Scale& scale, std::span<const Mark> marks, const TickSpace& space);
 
 // One text for each value, in the shortest form that tells different values apart and shows each to within half a

@@ -93,16 +93,27 @@ std::optional<Place> PlaceOf(int position, int width, const TickSpace& space) {
 }
 
 // Gives each tick its text unless it comes too near to another. The first and the last come first: they say how far the
-// scale reaches. Returns whether all of them have one; with `allOrNone` the first that has none ends it.
+// scale reaches. Returns whether all of them have one; with `allOrNone` the first that has none ends it, and with
+// `aside` one that comes too near may come a third nearer, somewhat to the right of its tick.
 bool PlaceLabels(std::vector<Tick>& ticks, const std::vector<std::wstring>& labels, const TickSpace& space,
-                 bool allOrNone) {
+                 bool allOrNone, bool aside = false) {
     std::vector<Place> taken;
+    const auto isFree = [&](const std::optional<Place>& at, int gap) {
+        return at && std::none_of(taken.begin(), taken.end(), [&](const Place& each) {
+                   return at->left < each.right + gap && each.left < at->right + gap;
+               });
+    };
     const auto place = [&](std::size_t i) {
-        const auto at = PlaceOf(ticks[i].position, space.widthOf(labels[i]), space);
-        const auto isNear = [&](const Place& each) {
-            return at->left < each.right + space.labelGap && each.left < at->right + space.labelGap;
-        };
-        if (!at || std::any_of(taken.begin(), taken.end(), isNear)) return false;
+        const int width = space.widthOf(labels[i]);
+        auto at = PlaceOf(ticks[i].position, width, space);
+        if (!isFree(at, space.labelGap)) {
+            // Over the text still, a tick is known for its own.
+            const int closer = 2 * space.labelGap / 3, farthest = aside ? width / 3 : -1;
+            int by = 0;
+            while (by <= farthest && !isFree(at = PlaceOf(ticks[i].position + by, width, space), closer))
+                ++by;
+            if (by > farthest) return false;
+        }
         taken.push_back(*at);
         ticks[i].label = labels[i];
         ticks[i].labelLeft = at->left;
@@ -303,7 +314,7 @@ std::vector<Tick> MarkTicks(const Scale& scale, std::span<const Mark> marks, con
     std::vector<std::wstring> labels = Labels(shown);
     for (std::size_t i = 0; i < own.size(); ++i)
         if (!own[i].empty()) labels[i] = own[i];
-    PlaceLabels(labelled, labels, space, false);
+    PlaceLabels(labelled, labels, space, false, true);
     labelled.insert(labelled.end(), plain.begin(), plain.end());
     std::vector<Tick> ticks;
     for (Tick& tick : Sorted(std::move(labelled))) {

@@ -72,6 +72,14 @@ int RowHeight(HWND list) {
 
 int Columns(HWND list) { return Header_GetItemCount(ListView_GetHeader(list)); }
 
+// Its commands were unheard.
+void TellControls(HWND window, HWND top) {
+    for (HWND around = window; IsWindow(around) && around != top;) {
+        around = GetAncestor(around, GA_PARENT);
+        if (kx::ui::ControlOf(around)) Ask(around, kx::ui::WM_KX_GIVEN_BACK, 0, reinterpret_cast<LPARAM>(window));
+    }
+}
+
 }  // namespace
 
 bool KxKeptInput::Kept::IsEmpty() const noexcept {
@@ -198,6 +206,7 @@ void KxKeptInput::GiveBack(HWND top) {
             continue;
         }
         Give(window, windowClass.c_str(), kept);
+        TellControls(window, top);
         for (const int bar : {SB_HORZ, SB_VERT}) {
             if (!kept.scrolled[bar]) continue;
             // As if the user had let go of the thumb there; some ask the bar for its place, others read the message.

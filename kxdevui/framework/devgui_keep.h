@@ -31,8 +31,9 @@ public:
     void Take(HWND top);
     // Gives back to the windows that are there, and forgets it. Only what was typed since a field was set or entered is
     // written into it, as typing that Ctrl+Z and Escape take back to what is set now; a list gets its rows back if it
-    // has as many. The controls of the library, and the containers, hear nothing of all that but the focus, and so ask
-    // nobody; a window procedure of the host's own is told by its fields and lists as ever.
+    // has as many. The controls of the library, and the containers, hear nothing of all that but the focus and, once it
+    // is there, that it is (WM_KX_GIVEN_BACK), and so ask nobody; a window procedure of the host's own is told by its
+    // fields and lists as ever.
     void GiveBack(HWND top);
     // Whether nothing waits to be given back.
     bool IsEmpty() const noexcept { return m_kept.empty(); }

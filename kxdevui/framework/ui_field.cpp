@@ -125,6 +125,12 @@ void SelectOnFocus(const Message& message) {
     if (inside && GetKeyState(VK_LBUTTON) >= 0) SelectAll(message.window);
 }
 
+Handled LoseFocus(const Message& message) {
+    if (GetFocus() != message.window) return std::nullopt;
+    CallPrevious(message);
+    return CallPrevious({message.window, WM_SETFOCUS, 0, 0});
+}
+
 bool WantsEscape(const Message& message, bool always) {
     const auto* asked = reinterpret_cast<const MSG*>(message.lParam);
     return message.id == WM_GETDLGCODE && asked && asked->wParam == VK_ESCAPE &&

@@ -35,6 +35,10 @@ struct OpenCell {
     FieldText typed;
 };
 
+// To the controls of the library around a window, from the inmost: it has got back what the user had in hand, of which
+// the commands of that window do not tell. lParam: the window.
+inline constexpr UINT WM_KX_GIVEN_BACK = WM_APP + 0x3FD;
+
 // To be called first with every message of the edit: remembers a text that is set.
 KXDEVUI_API void NoteField(const Message& message);
 // What is in the edit has been set or entered, and is what Escape goes back to.
@@ -47,6 +51,9 @@ KXDEVUI_API void ShowAsTyped(HWND edit, const std::function<void()>& show);
 
 // For WM_SETFOCUS: selects all when the focus came by key.
 KXDEVUI_API void SelectOnFocus(const Message& message);
+// For WM_KILLFOCUS, after the host has been told that the focus goes. If it has sent the user back here, the edit must
+// not believe afterwards that the focus is gone, or it would have no caret.
+KXDEVUI_API Handled LoseFocus(const Message& message);
 // For WM_GETDLGCODE: whether the dialog manager is to leave this Escape to the field. One that brings the text back
 // without the habit as well says `always`.
 KXDEVUI_API bool WantsEscape(const Message& message, bool always = false);

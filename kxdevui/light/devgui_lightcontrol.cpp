@@ -171,9 +171,10 @@ bool LightControl::IsLost() const { return m_requests->IsLost(); }
 
 bool LightControl::IsGranted(const std::function<void(bool& veto)>& ask) {
     const Activity::Question question(*m_requests);
+    const bool wasLost = IsLost();
     const auto answer = AskHost(this, ask);
     if (answer == kx::ui::Answer::Refused) m_requests->Refused(question, -1);
-    return answer == kx::ui::Answer::Agreed;
+    return answer == kx::ui::Answer::Agreed && !m_locked && (wasLost || !IsLost());
 }
 
 void LightControl::ShowRequests() {

@@ -103,8 +103,16 @@ protected:
     void Follow(const KxActivity& now, CDMApi_LogDevId device, int number = 0);
     // Whether nobody knows how it is with the device.
     bool IsLost() const;
-    // Asks the host by `ask`; a refusal is told beside the control. True when it agrees, and has not ended the control.
+    // Asks the host by `ask`; a refusal is told beside the control. True when what it agrees to is to be shown: not
+    // when it has ended the control, or its device has told meanwhile that it is locked or has failed.
     bool IsGranted(const std::function<void(bool& veto)>& ask);
+    // The same for another value in the place of what `held` answers: not either when that is another one already,
+    // which the device or the host has told meanwhile.
+    template <class Held>
+    bool IsGranted(const Held& held, const std::function<void(bool& veto)>& ask) {
+        const auto before = held();
+        return IsGranted(ask) && held() == before;
+    }
     // The messages that a derived control leaves to this: it has to have a Handle that calls it.
     std::optional<LRESULT> HandleLight(const Message& message);
 

@@ -67,7 +67,8 @@ void CKxDevUI_LightIris::SetAperture(double aperture) {
 void CKxDevUI_LightIris::OnApertureChangeRequest(double, bool&) {}
 
 void CKxDevUI_LightIris::Ask(double aperture) {
-    if (IsGranted([&](bool& veto) { OnApertureChangeRequest(aperture, veto); })) SetAperture(aperture);
+    const auto held = [this] { return GetAperture(); };
+    if (IsGranted(held, [&](bool& veto) { OnApertureChangeRequest(aperture, veto); })) SetAperture(aperture);
 }
 
 double CKxDevUI_LightIris::OnScale(int, double wanted) {

@@ -203,7 +203,8 @@ void CKxDevUI_LightIris2::CoupleBox::OnStateChangeRequest(int state, bool& veto)
     const auto request = [&](bool& refused) {
         owner.OnApertureChangeRequest(eKxDiaphragm_Aperture, *matched, refused);
     };
-    if (owner.IsGranted(request)) owner.SetAperture(eKxDiaphragm_Aperture, *matched);
+    const auto held = [&] { return owner.GetAperture(eKxDiaphragm_Aperture); };
+    if (owner.IsGranted(held, request)) owner.SetAperture(eKxDiaphragm_Aperture, *matched);
 }
 
 void CKxDevUI_LightIris2::Ask(EKxDiaphragm diaphragm, double aperture) {
@@ -211,7 +212,8 @@ void CKxDevUI_LightIris2::Ask(EKxDiaphragm diaphragm, double aperture) {
         if (!IsGranted([&](bool& veto) { OnCoupleRequest(false, veto); })) return;
         SetCoupled(false);
     }
-    if (IsGranted([&](bool& veto) { OnApertureChangeRequest(diaphragm, aperture, veto); }))
+    const auto held = [&] { return GetAperture(diaphragm); };
+    if (IsGranted(held, [&](bool& veto) { OnApertureChangeRequest(diaphragm, aperture, veto); }))
         SetAperture(diaphragm, aperture);
 }
 

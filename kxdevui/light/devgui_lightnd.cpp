@@ -96,8 +96,14 @@ bool CKxDevUI_LightND::Update(CDMApi_LogDevId id, const LightBand& what) {
 bool CKxDevUI_LightND::SetWheel(Wheel& wheel, const std::vector<double>& transmissions) {
     std::vector<CKxStringW> texts;
     texts.reserve(transmissions.size());
-    for (const double each : transmissions)
-        texts.push_back(kx::nd::PercentText(each) + L"\n" + kx::nd::DensityText(each));
+    for (const double each : transmissions) {
+        // A button that is down has less room in the system's look, and would break a line at its blank.
+        std::wstring text = kx::nd::PercentText(each).str();
+        std::erase(text, L' ');
+        text += L'\n' + kx::nd::DensityText(each).str();
+        std::replace(text.begin(), text.end(), L' ', L'\u00A0');
+        texts.emplace_back(text.c_str());
+    }
     wheel.transmissions = transmissions;
     wheel.transmissions.resize(std::min<std::size_t>(transmissions.size(), kMostPositions));
     const bool asMany = wheel.row.SetTexts(m_hWnd, texts);
@@ -147,7 +153,9 @@ void CKxDevUI_LightND::Command(int id, int code) {
     for (int i = 0; i < kMostWheels; ++i) {
         const long position = m_wheels[static_cast<std::size_t>(i)].row.ClickedBy(id, code);
         if (position < 0 || position == GetPosition(i)) continue;
-        if (IsGranted([&](bool& veto) { OnAttenuationChangeRequest(i, position, veto); })) SetPosition(i, position);
+        const auto held = [&] { return GetPosition(i); };
+        if (IsGranted(held, [&](bool& veto) { OnAttenuationChangeRequest(i, position, veto); }))
+            SetPosition(i, position);
         return;
     }
 }

@@ -231,7 +231,9 @@ void CKxDevUI_LightSlider::OnPresetStoreRequest(int, double, bool&) {}
 void CKxDevUI_LightSlider::Ask(double intensity) {
     const double wanted = kx::lamp::Nearest(m_scale, intensity);
     if (wanted == m_intensity) return;
-    if (IsGranted([&](bool& veto) { OnIntensityChangeRequest(wanted, veto); })) SetIntensity(wanted);
+    const auto held = [this] { return m_intensity; };
+    if (IsGranted(held, [&](bool& veto) { OnIntensityChangeRequest(wanted, veto); }))
+        SetIntensity(kx::lamp::Nearest(m_scale, wanted));
 }
 
 double CKxDevUI_LightSlider::OnScale(int, double wanted) {

@@ -74,9 +74,10 @@ public:
 protected:
     void OnPowerChangeRequest(double percent, bool& veto) override {
         const Alive alive(static_cast<CKxDevUI_Base*>(this));
+        const SKxLaserLine before = GetLine();
         m_owner.OnLinePowerChangeRequest(GetLineNumber(), percent, veto);
         if (!alive || veto) return;
-        SetPower(percent);
+        SetLine(kx::multilaser::Agreed(before, GetLine(), percent));
         if (alive) m_owner.HoldLink();
     }
     void OnStateChangeRequest(bool on, bool& veto) override {
@@ -505,8 +506,11 @@ void CKxDevUI_MultiLaser::AskFactor(double factor) {
     if (answer == kx::ui::Answer::Agreed && m_order.size() == lines.size()) {
         const Alive alive(static_cast<CKxDevUI_Base*>(this));
         m_factor = factor;
-        for (const SKxLinkedPower& each : asked)
-            if (alive) m_inside->Of(each.line).SetPower(each.power);
+        for (const SKxLinkedPower& each : asked) {
+            if (!alive) return;
+            auto& row = m_inside->Of(each.line);
+            row.SetLine(Agreed(lines[static_cast<std::size_t>(each.line)], row.GetLine(), each.power));
+        }
         if (!alive) return;
     }
     m_asks = false;

@@ -318,8 +318,9 @@ void CKxDevUI_MultiLaserLine::AskPower(double percent) {
     const double wanted = std::clamp(percent, 0.0, m_line.limit);
     if (wanted == m_line.power) return;
     const Activity::Question question(*m_requests);
+    const SKxLaserLine before = m_line;
     const kx::ui::Answer answer = AskHost(this, [&](bool& veto) { OnPowerChangeRequest(wanted, veto); });
-    if (answer == kx::ui::Answer::Agreed) SetPower(wanted);
+    if (answer == kx::ui::Answer::Agreed) SetLine(Agreed(before, m_line, wanted));
     if (answer == kx::ui::Answer::Refused) m_requests->Refused(question, -1);
 }
 

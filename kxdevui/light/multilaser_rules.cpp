@@ -96,6 +96,11 @@ double FromUnit(const SKxLaserLine& line, EKxPowerUnit unit, double number) noex
     return unit == EKxPowerUnit::Milliwatts && line.fullPower > 0 ? number * 100 / line.fullPower : number;
 }
 
+SKxLaserLine Agreed(const SKxLaserLine& before, SKxLaserLine now, double wanted) {
+    if (IsOperable(now) && now.power == before.power) now.power = std::min(wanted, now.limit);
+    return now;
+}
+
 // ---- Several at once -----------------------------------------------------------------------------------------------
 
 double MostFactor(std::span<const Linked> lines) noexcept {

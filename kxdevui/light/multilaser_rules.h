@@ -77,6 +77,11 @@ KXDEVUI_API double FromUnit(const SKxLaserLine& line, EKxPowerUnit unit, double 
 // Whether the user can operate it.
 inline bool IsOperable(const SKxLaserLine& line) noexcept { return line.usable && !line.interlock; }
 
+// The line `now` with the power that the host has agreed to, where it was `before` when that was asked. What has been
+// told of it meanwhile is how it is: another power, that it cannot be operated any more, a lower limit, which the power
+// stops at.
+KXDEVUI_API SKxLaserLine Agreed(const SKxLaserLine& before, SKxLaserLine now, double wanted);
+
 // ---- Several at once -----------------------------------------------------------------------------------------------
 
 // A linked line: the power that it has at a factor of 100 %, and its limit.

@@ -13,6 +13,7 @@
 #include <kxdevui/framework/ui_answer.h>
 #include <kxdevui/framework/ui_control.h>
 #include <kxdevui/framework/ui_device.h>
+#include <kxdevui/framework/ui_field.h>
 #include <kxdevui/zfocus/devgui_zdrive_texts.h>
 #include <kxdevui/zfocus/devgui_zdrive_view.h>
 #include <kxsystem/kx_number.h>
@@ -25,9 +26,6 @@ using namespace kx::zdrive;
 namespace {
 
 constexpr wchar_t kSource[] = L"devgui_zdrive";
-
-// To itself: all who had something to say to a new control have said it.
-constexpr UINT kLookAgain = WM_USER + 1;
 
 // The ids of labels, fields and buttons; the buttons are in the order of Tab.
 enum Label { kNotes = kTitleId + 1, kGoToText, kFineText, kCoarseText, kUpperText, kLowerText, kSpeedText, kUnits };
@@ -158,8 +156,6 @@ CKxDevUI_ZDrive::~CKxDevUI_ZDrive() { Destroy(); }
 bool CKxDevUI_ZDrive::Make(const Parts& parts) {
     const long right = std::max(m_width, kWidth) - kEdge;
     m_requests->Attach(parts.Window());
-    // What was typed before the control was made anew comes back without a word.
-    PostMessageW(parts.Window(), kLookAgain, 0, 0);
     Enable(parts.Window(), m_enabled && !m_locked);
     if (!parts) return false;
     // What is held without a window is set before there is one: each text and each state once.
@@ -593,7 +589,7 @@ Handled CKxDevUI_ZDrive::Handle(const Message& message) {
         return message.Default();
     }
     case WM_DESTROY: m_inside->notes = nullptr; return std::nullopt;
-    case kLookAgain: ShowNotes(); return 0;
+    case WM_KX_GIVEN_BACK: ShowNotes(); return 0;
     case WM_MOUSEWHEEL: return HandleMouseWheel(message.wParam, message.lParam) ? Handled(0) : std::nullopt;
     default: return std::nullopt;
     }

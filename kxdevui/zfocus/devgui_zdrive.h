@@ -46,8 +46,8 @@ enum class EKxZLimit { Lower, Upper };
 // there ends at the limit, which is told before it is asked for; the next one is not asked for. Limits that cross leave
 // no position, and nothing is asked for until one of them is lifted.
 //
-// An escape leads to the end at which the objective is farthest from the sample, as far as the limits let it: the lower
-// one, of an inverted drive the upper. A return leads back to where the escape began; a second escape on the way does
+// An escape leads to the end at which the objective is farthest from the sample, as far as the limits let it: the upper
+// one, on an inverted stand the lower. A return leads back to where the escape began; a second escape on the way does
 // not change that, and the first other move after a return forgets it.
 //
 // The drive steps from where it is going. That is what was agreed to last, until the device tells otherwise: one that

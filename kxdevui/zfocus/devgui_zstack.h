@@ -101,9 +101,9 @@ public:
     void DestroyGDIObjects();
 
     // Adds a Z device to the list, in the order of the record's: its name, whether it is a piezo, its logical id, its
-    // range in micrometres, whether a rising Z brings the objective towards the slide (an inverted stand), the mode of
-    // its piezo picker, and whether it is selected in the list. Returns its index, or -1 for a null or empty name, or
-    // without a window. Names may occur twice.
+    // range in micrometres, whether the stand is inverted (IKxDeviceZDrive::IsInverted), the mode of its piezo picker,
+    // and whether it is selected in the list. Returns its index, or -1 for a null or empty name, or without a window.
+    // Names may occur twice.
     //
     // "AZ100 ZDrive" and "Ardon LV ZDrive LV-FMA" move the objective over the slide: `inverted` does not count for
     // them.
@@ -168,6 +168,12 @@ public:
     // refuses by putting its record back, and may say why (KX_SayWhyRefused). Escape, and the mouse being taken away,
     // put all back as it was before, by the same calls. OnMoveZRequest is never called.
     void EnableGrips(bool enable);
+
+    // In OnZStackChanged, the number of the act on the grips that it is told of: for a host whose undo is to take back
+    // as much as Escape does. A drag, and keys until another grip is chosen, the focus goes or the host changes the
+    // record, are one act, with what gives all back. No other act, of any panel, has the number; 0 for what is
+    // none, and outside of the callback.
+    unsigned GetGripAct() const;
 
     // CommandByName: 1 if there is such a command, which is done. All else: 0.
     int CustomCommand(int command, INT_PTR parameter, void* data) override;
@@ -246,7 +252,7 @@ protected:
         long id;            // logical device id
         double rangeMin;    // in micrometres
         double rangeMax;    // likewise
-        bool inverted;      // a rising Z takes the objective away from the slide
+        bool inverted;      // the stand, as far as the name lets it
         int pickerMode;     // of the piezo picker
     };
 

@@ -78,8 +78,8 @@ public:
     void Drop();
     void LoseCapture();
     bool Key(WPARAM key);
-    bool WantsEscape() const { return m_shown->drag || m_shown->beforeKeys; }
-    void Leave() const { m_shown->beforeKeys.reset(); }
+    bool WantsEscape() const { return m_shown->drag || KeysGoOn(); }
+    void Leave() const { m_shown->keys.reset(); }
     std::optional<Grip> At(int row) const { return GripAt(Placed(), row, GripHeight()); }
     void Show();
 
@@ -92,6 +92,8 @@ private:
     StackNumbers Read() const;
     int Apply(const Wanted& wanted, const StackNumbers& before) const;
     void AskFor(Grip grip, double z);
+    bool KeysGoOn() const { return m_shown->keys && m_shown->keys->after == Read(); }
+    void BeginAct() const;
     CKxStringW Tell();
     void GiveBack(const StackNumbers& before);
     void SayWhy();
@@ -151,9 +153,17 @@ void CKxDevUI_ZStack::Grips::AskFor(Grip grip, double z) {
     if (*this && (!reason.IsEmpty() || Read().Of(grip) == numbers.Of(grip))) m_shown->refusal = reason;
 }
 
+// Of no other panel either: a host may keep the acts of all in one list.
+void CKxDevUI_ZStack::Grips::BeginAct() const {
+    static unsigned last = 0;
+    m_shown->act = ++last;
+}
+
 CKxStringW CKxDevUI_ZStack::Grips::Tell() {
     const Activity::Question question(*m_panel.m_requests);
+    m_shown->tells = true;
     Guarded([&]() -> Handled { return m_panel.OnZStackChanged(RefreshAll), 0; });
+    m_shown->tells = false;
     return question.Reason();
 }
 
@@ -189,10 +199,11 @@ void CKxDevUI_ZStack::Grips::Press(int row) {
     if (!grip || m_shown->drag) return;
     SetFocus(m_window);
     if (!*this || GetFocus() != m_window) return;
-    m_shown->beforeKeys.reset();
+    m_shown->keys.reset();
     const StackNumbers numbers = Read();
     const Position from = numbers.Of(*grip);
     if (!from) return;
+    BeginAct();
     m_shown->grip = *grip;
     m_shown->refusal.reset();
     // The scale stands still under the pointer.
@@ -249,8 +260,8 @@ void CKxDevUI_ZStack::Grips::LoseCapture() {
 bool CKxDevUI_ZStack::Grips::Key(WPARAM key) {
     if (key == VK_ESCAPE) {
         if (m_shown->drag) return LoseCapture(), true;
-        if (!m_shown->beforeKeys) return false;
-        GiveBack(*std::exchange(m_shown->beforeKeys, std::nullopt));
+        if (!KeysGoOn()) return false;
+        GiveBack(std::exchange(m_shown->keys, std::nullopt)->before);
         return true;
     }
     if (m_shown->drag) return false;
@@ -275,7 +286,7 @@ bool CKxDevUI_ZStack::Grips::Choose(int step) {
     KX_ShowFocusFromNowOn(m_window);
     if (!*this || to < 0 || to >= static_cast<std::ptrdiff_t>(places.size())) return true;
     m_shown->grip = places[static_cast<std::size_t>(to)].grip;
-    m_shown->beforeKeys.reset();
+    m_shown->keys.reset();
     Show();
     return true;
 }
@@ -285,9 +296,15 @@ void CKxDevUI_ZStack::Grips::MoveBy(double length) {
     const Position z = numbers.Of(m_shown->grip);
     KX_ShowFocusFromNowOn(m_window);
     if (!*this || !z) return;
-    if (!m_shown->beforeKeys) m_shown->beforeKeys = numbers;
+    // A series that the host has made another meanwhile, as an undo does, is where the next act begins.
+    if (!KeysGoOn()) {
+        BeginAct();
+        m_shown->keys = Keys{numbers, numbers};
+    }
     AskFor(m_shown->grip, *z + length);
-    if (*this) SayWhy();
+    if (!*this) return;
+    if (m_shown->keys) m_shown->keys->after = Read();
+    SayWhy();
 }
 
 // ---- Looks ---------------------------------------------------------------------------------------------------------
@@ -394,13 +411,19 @@ void CKxDevUI_ZStack::EnableGrips(bool enable) {
     shown->drag.reset();
     shown->view.reset();
     shown->notches = 0;
-    shown->beforeKeys.reset();
+    shown->keys.reset();
     const HWND window = std::exchange(m_controls[std::size_t{IDC_ZS_GRIPS - kFirstControl}], nullptr);
     const Alive alive(this);
     if (GetFocus() == window) SetFocus(m_hWnd);
     if (alive && m_hWnd) ShowHover({});
     if (alive && m_hWnd) InvalidateRect(m_hWnd, nullptr, FALSE);
     DestroyWindow(window);
+}
+
+unsigned CKxDevUI_ZStack::GetGripAct() const {
+    if (!m_hWnd) return 0;
+    const auto shown = ShownOf(m_hWnd);
+    return shown->tells ? shown->act : 0;
 }
 
 void CKxDevUI_ZStack::MakeGrips() {

@@ -70,7 +70,7 @@ Move StepFrom(const Drive& drive, double by) noexcept {
 
 Move EscapeOf(const Drive& drive) noexcept {
     if (!HasRange(drive)) return {{}, Verdict::NoRange, Verdict::Goes};
-    return Judged(drive, drive.inverted ? HighestOf(drive).at : LowestOf(drive).at);
+    return Judged(drive, drive.inverted ? LowestOf(drive).at : HighestOf(drive).at);
 }
 
 Retreat AfterEscape(const Retreat& before, Position stood) noexcept {

@@ -36,7 +36,7 @@ struct Drive {
     Position maximum = {};
     Position lower = {};
     Position upper = {};
-    // A rising Z takes the objective away from the sample.
+    // The stand is (IKxDeviceZDrive::IsInverted).
     bool inverted = false;
     // Where it stands, is going or stands after its last move, has its home.
     Position position = {};
@@ -77,7 +77,7 @@ struct Move {
 // From where the drive is going, by so much up (positive) or down: a step that would end beyond a limit, or the range,
 // ends there. One that begins there or farther out goes nowhere. To whole nanometres, but for an end.
 KXDEVUI_API Move StepFrom(const Drive& drive, double by) noexcept;
-// To the end at which the objective is farthest from the sample: the lower one, of an inverted drive the upper.
+// To the end at which the objective is farthest from the sample: the upper one, on an inverted stand the lower.
 KXDEVUI_API Move EscapeOf(const Drive& drive) noexcept;
 
 // What a control remembers of an escape.

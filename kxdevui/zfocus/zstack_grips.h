@@ -46,6 +46,8 @@ struct StackNumbers {
     std::optional<unsigned> count;
     // Of a grip; empty where it is not set.
     std::optional<double> Of(Grip grip) const;
+    // Member by member.
+    friend bool operator==(const StackNumbers&, const StackNumbers&) = default;
 };
 
 // What the record is to be asked for, the home first, then the bottom, then the top. Or why it is not to be asked.

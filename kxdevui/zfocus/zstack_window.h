@@ -71,6 +71,12 @@ struct Drag {
     StackNumbers before;
 };
 
+// Keys that have moved a grip: what the record was before the first of them and after the last.
+struct Keys {
+    StackNumbers before;
+    StackNumbers after;
+};
+
 // A refresh compares with it and touches nothing that is the same.
 struct Shown {
     // What the last refresh showed; the device's index, and whether the tooltips speak of an inverted stand.
@@ -90,11 +96,14 @@ struct Shown {
     int notches = 0;
     // Of the labels beside the scale, as they were painted; 0 before.
     int labelHeight = 0;
-    // The grip that keys move, and what was before they did; the one that is dragged; why the last place was refused.
+    // The grip that keys move, and what they have done; the one that is dragged; why the last place was refused.
     Grip grip = Grip::Top;
-    std::optional<StackNumbers> beforeKeys;
+    std::optional<Keys> keys;
     std::optional<Drag> drag;
     std::optional<CKxStringW> refusal;
+    // The last act on the grips, and whether the host is being told of it.
+    unsigned act = 0;
+    bool tells = false;
 
     // What the magnified scale shows of these values, and whether that is a part of the other.
     Stretch StretchOf(const ScaleValues& values) const { return view ? *view : StackStretch(values); }

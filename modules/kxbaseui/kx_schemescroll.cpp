@@ -24,8 +24,10 @@ void Paint(HWND bar) {
     info.cbSize = sizeof info;
     GetScrollBarInfo(bar, OBJID_CLIENT, &info);
     const bool upright = (GetWindowLongW(bar, GWL_STYLE) & SBS_VERT) != 0, enabled = IsWindowEnabled(bar) != FALSE;
-    const long length = upright ? client.bottom : client.right, across = upright ? client.right : client.bottom;
-    const long button = info.dxyLineButton > 0 ? info.dxyLineButton : std::min(across, length / 2);
+    const long length = upright ? client.bottom : client.right;
+    // Wine tells the length of the thumb here.
+    const long most = std::min<long>(GetSystemMetrics(upright ? SM_CYVSCROLL : SM_CXHSCROLL), length / 2);
+    const long button = info.dxyLineButton > 0 ? std::min<long>(info.dxyLineButton, most) : most;
     RECT first = client, last = client, thumb = client;
     if (upright) {
         first.bottom = button, last.top = length - button;

@@ -408,6 +408,7 @@ public:
     virtual bool GetSpeed(double&, double&, double&) const { return false; }
     // Whether the joystick, or the knob, by which it is moved by hand is locked.
     virtual bool GetJoystickLock(bool&) const { return false; }
-    // Whether a rising Z takes the objective away from the sample: then the upper end is the safe one.
+    // Whether the stand is an inverted one, with the objective below the sample: there a rising Z brings the objective
+    // towards it, and the lower end is the safe one. On any other stand a rising Z takes it away.
     virtual bool IsInverted() const { return false; }
 };

@@ -1,6 +1,9 @@
 #include <kxdevices/kx_dmapi.h>
 
+#include <functional>
 #include <map>
+#include <tuple>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -58,20 +61,27 @@ auto Answer(CDMApi_LogDevId id, const char* function, Ask ask) -> decltype(ask(s
     return {};
 }
 
-// An output that is wanted gets the value; the answer is whether there was one.
+// What a value is before a device has told it.
 template <class Value>
-bool Give(Value* output, bool known, const Value& value) {
-    if (known && output) *output = value;
-    return known;
+Value None() {
+    if constexpr (std::is_same_v<Value, long>)
+        return -1;
+    else
+        return {};
 }
 
-// What a Z drive tells of itself by one of its functions.
-template <class Value>
-bool GiveZ(CDMApi_LogDevId id, const char* function, bool (IKxDeviceZDrive::*get)(Value&) const, Value* output) {
-    return Answer<IKxDeviceZDrive>(id, function, [=](auto& device) {
-        Value value{};
-        const bool known = (device.*get)(value);
-        return Give(output, known, value);
+// What a device tells by one of its functions: where that answers with true, each output that is wanted gets its value.
+template <class Device, class Ask, class... Values>
+bool Give(CDMApi_LogDevId id, const char* function, Ask ask, Values*... outputs) {
+    return Answer<Device>(id, function, [&](Device& device) {
+        std::tuple<Values...> values{None<Values>()...};
+        return std::apply(
+            [&](Values&... told) {
+                const bool known = std::invoke(ask, device, told...);
+                if (known) ((outputs ? void(*outputs = told) : void()), ...);
+                return known;
+            },
+            values);
     });
 }
 
@@ -147,11 +157,7 @@ long DMApi::Nosepiece_GetPositionCount(CDMApi_LogDevId id) {
     return Answer<IKxDeviceNosepiece>(id, __func__, [](auto& device) { return device.GetPositionCount(); });
 }
 CKxDMApiBool DMApi::Nosepiece_GetPosition(CDMApi_LogDevId id, long* position) {
-    return Answer<IKxDeviceNosepiece>(id, __func__, [=](auto& device) {
-        long value = -1;
-        const bool known = device.GetPosition(value);
-        return Give(position, known, value);
-    });
+    return Give<IKxDeviceNosepiece>(id, __func__, &IKxDeviceNosepiece::GetPosition, position);
 }
 CKxDMApiBool DMApi::Nosepiece_GetDeviceDriven(CDMApi_LogDevId id) {
     return Answer<IKxDeviceNosepiece>(id, __func__, [](auto& device) { return device.IsDeviceDriven(); });
@@ -186,36 +192,29 @@ CKxStringW DMApi::Nosepiece_GetObjectiveKey(CDMApi_LogDevId id, long position) {
     });
 }
 CKxDMApiBool DMApi::ZDrive_GetRange(CDMApi_LogDevId id, double* minimum, double* maximum) {
-    return Answer<IKxDeviceZDrive>(id, __func__, [=](auto& device) {
-        double low = 0, high = 0;
-        device.GetRange(low, high);
-        return Give(minimum, true, low) && Give(maximum, true, high);
-    });
+    const auto get = [](auto& device, double& low, double& high) { return device.GetRange(low, high), true; };
+    return Give<IKxDeviceZDrive>(id, __func__, get, minimum, maximum);
 }
 CKxDMApiBool DMApi::ZDrive_GetPosition(CDMApi_LogDevId id, double* position) {
-    return GiveZ(id, __func__, &IKxDeviceZDrive::GetPosition, position);
+    return Give<IKxDeviceZDrive>(id, __func__, &IKxDeviceZDrive::GetPosition, position);
 }
 CKxDMApiBool DMApi::ZDrive_GetTarget(CDMApi_LogDevId id, double* target) {
-    return GiveZ(id, __func__, &IKxDeviceZDrive::GetTarget, target);
+    return Give<IKxDeviceZDrive>(id, __func__, &IKxDeviceZDrive::GetTarget, target);
 }
 CKxDMApiBool DMApi::ZDrive_GetLowerLimit(CDMApi_LogDevId id, double* limit) {
-    return GiveZ(id, __func__, &IKxDeviceZDrive::GetLowerLimit, limit);
+    return Give<IKxDeviceZDrive>(id, __func__, &IKxDeviceZDrive::GetLowerLimit, limit);
 }
 CKxDMApiBool DMApi::ZDrive_GetUpperLimit(CDMApi_LogDevId id, double* limit) {
-    return GiveZ(id, __func__, &IKxDeviceZDrive::GetUpperLimit, limit);
+    return Give<IKxDeviceZDrive>(id, __func__, &IKxDeviceZDrive::GetUpperLimit, limit);
 }
 CKxDMApiBool DMApi::ZDrive_GetHome(CDMApi_LogDevId id, double* home) {
-    return GiveZ(id, __func__, &IKxDeviceZDrive::GetHome, home);
+    return Give<IKxDeviceZDrive>(id, __func__, &IKxDeviceZDrive::GetHome, home);
 }
 CKxDMApiBool DMApi::ZDrive_GetSpeed(CDMApi_LogDevId id, double* speed, double* slowest, double* fastest) {
-    return Answer<IKxDeviceZDrive>(id, __func__, [=](auto& device) {
-        double is = 0, least = 0, most = 0;
-        const bool known = device.GetSpeed(is, least, most);
-        return Give(speed, known, is) && Give(slowest, known, least) && Give(fastest, known, most);
-    });
+    return Give<IKxDeviceZDrive>(id, __func__, &IKxDeviceZDrive::GetSpeed, speed, slowest, fastest);
 }
 CKxDMApiBool DMApi::ZDrive_GetJoystickLock(CDMApi_LogDevId id, bool* locked) {
-    return GiveZ(id, __func__, &IKxDeviceZDrive::GetJoystickLock, locked);
+    return Give<IKxDeviceZDrive>(id, __func__, &IKxDeviceZDrive::GetJoystickLock, locked);
 }
 CKxDMApiBool DMApi::ZDrive_GetInverted(CDMApi_LogDevId id) {
     return Answer<IKxDeviceZDrive>(id, __func__, [](auto& device) { return device.IsInverted(); });
@@ -230,11 +229,7 @@ CKxStringW DMApi::LightPath_GetPositionName(CDMApi_LogDevId id, long position) {
     });
 }
 CKxDMApiBool DMApi::LightPath_GetPosition(CDMApi_LogDevId id, long* position) {
-    return Answer<IKxDeviceLightPath>(id, __func__, [=](auto& device) {
-        long value = -1;
-        const bool known = device.GetPosition(value);
-        return Give(position, known, value);
-    });
+    return Give<IKxDeviceLightPath>(id, __func__, &IKxDeviceLightPath::GetPosition, position);
 }
 
 // ---- Filter changers -----------------------------------------------------------------------------------------------
@@ -276,21 +271,15 @@ long DMApi::LaserEngine_GetLineCount(CDMApi_LogDevId id) {
     return Answer<IKxDeviceLaserEngine>(id, __func__, [](auto& device) { return device.GetLineCount(); });
 }
 CKxDMApiBool DMApi::LaserEngine_GetLine(CDMApi_LogDevId id, long line, SKxLaserLine* told) {
-    return Answer<IKxDeviceLaserEngine>(id, __func__, [=](auto& device) {
-        SKxLaserLine value;
-        const bool known = device.GetLine(line, value);
-        return Give(told, known, value);
-    });
+    const auto get = [=](auto& device, SKxLaserLine& value) { return device.GetLine(line, value); };
+    return Give<IKxDeviceLaserEngine>(id, __func__, get, told);
 }
 long DMApi::LaserEngine_GetSubsetCount(CDMApi_LogDevId id) {
     return Answer<IKxDeviceLaserEngine>(id, __func__, [](auto& device) { return device.GetSubsetCount(); });
 }
 CKxDMApiBool DMApi::LaserEngine_GetSubset(CDMApi_LogDevId id, long subset, SKxLaserSubset* told) {
-    return Answer<IKxDeviceLaserEngine>(id, __func__, [=](auto& device) {
-        SKxLaserSubset value;
-        const bool known = device.GetSubset(subset, value);
-        return Give(told, known, value);
-    });
+    const auto get = [=](auto& device, SKxLaserSubset& value) { return device.GetSubset(subset, value); };
+    return Give<IKxDeviceLaserEngine>(id, __func__, get, told);
 }
 
 // ---- Shutters ------------------------------------------------------------------------------------------------------
@@ -335,18 +324,10 @@ double DMApi::Iris_GetStepAperture(CDMApi_LogDevId id, long step) {
     return Answer<IKxDeviceIris>(id, __func__, [=](auto& device) { return device.GetStepAperture(step); });
 }
 CKxDMApiBool DMApi::Iris_GetAperture(CDMApi_LogDevId id, double* aperture) {
-    return Answer<IKxDeviceIris>(id, __func__, [=](auto& device) {
-        double value = 0;
-        const bool known = device.GetAperture(value);
-        return Give(aperture, known, value);
-    });
+    return Give<IKxDeviceIris>(id, __func__, &IKxDeviceIris::GetAperture, aperture);
 }
 CKxDMApiBool DMApi::Iris_GetTarget(CDMApi_LogDevId id, double* aperture) {
-    return Answer<IKxDeviceIris>(id, __func__, [=](auto& device) {
-        double value = 0;
-        const bool known = device.GetTarget(value);
-        return Give(aperture, known, value);
-    });
+    return Give<IKxDeviceIris>(id, __func__, &IKxDeviceIris::GetTarget, aperture);
 }
 double DMApi::Iris_GetWidestNA(CDMApi_LogDevId id) {
     return Answer<IKxDeviceIris>(id, __func__, [](auto& device) { return device.GetWidestNA(); });
@@ -371,18 +352,12 @@ double DMApi::NDFilter_GetTransmission(CDMApi_LogDevId id, long wheel, long posi
                                      [=](auto& device) { return device.GetTransmission(wheel, position); });
 }
 CKxDMApiBool DMApi::NDFilter_GetPosition(CDMApi_LogDevId id, long wheel, long* position) {
-    return Answer<IKxDeviceNDFilter>(id, __func__, [=](auto& device) {
-        long value = -1;
-        const bool known = device.GetPosition(wheel, value);
-        return Give(position, known, value);
-    });
+    const auto get = [=](auto& device, long& value) { return device.GetPosition(wheel, value); };
+    return Give<IKxDeviceNDFilter>(id, __func__, get, position);
 }
 CKxDMApiBool DMApi::NDFilter_GetTarget(CDMApi_LogDevId id, long wheel, long* position) {
-    return Answer<IKxDeviceNDFilter>(id, __func__, [=](auto& device) {
-        long value = -1;
-        const bool known = device.GetTarget(wheel, value);
-        return Give(position, known, value);
-    });
+    const auto get = [=](auto& device, long& value) { return device.GetTarget(wheel, value); };
+    return Give<IKxDeviceNDFilter>(id, __func__, get, position);
 }
 CKxDMApiBool DMApi::NDFilter_HasShutter(CDMApi_LogDevId id) {
     return Answer<IKxDeviceNDFilter>(id, __func__, [](auto& device) { return device.HasShutter(); });
@@ -403,48 +378,29 @@ EKxLampUnit DMApi::Lamp_GetUnit(CDMApi_LogDevId id) {
     return Answer<IKxDeviceLamp>(id, __func__, [](auto& device) { return device.GetUnit(); });
 }
 CKxDMApiBool DMApi::Lamp_GetRange(CDMApi_LogDevId id, double* minimum, double* maximum) {
-    return Answer<IKxDeviceLamp>(id, __func__, [=](auto& device) {
-        double first = 0, second = 0;
-        device.GetRange(first, second);
-        return Give(minimum, true, first) && Give(maximum, true, second);
-    });
+    const auto get = [](auto& device, double& low, double& high) { return device.GetRange(low, high), true; };
+    return Give<IKxDeviceLamp>(id, __func__, get, minimum, maximum);
 }
 double DMApi::Lamp_GetStep(CDMApi_LogDevId id) {
     return Answer<IKxDeviceLamp>(id, __func__, [](auto& device) { return device.GetStep(); });
 }
 CKxDMApiBool DMApi::Lamp_GetIntensity(CDMApi_LogDevId id, double* intensity) {
-    return Answer<IKxDeviceLamp>(id, __func__, [=](auto& device) {
-        double value = 0;
-        const bool known = device.GetIntensity(value);
-        return Give(intensity, known, value);
-    });
+    return Give<IKxDeviceLamp>(id, __func__, &IKxDeviceLamp::GetIntensity, intensity);
 }
 CKxDMApiBool DMApi::Lamp_GetMeasured(CDMApi_LogDevId id, double* intensity) {
-    return Answer<IKxDeviceLamp>(id, __func__, [=](auto& device) {
-        double value = 0;
-        const bool known = device.GetMeasured(value);
-        return Give(intensity, known, value);
-    });
+    return Give<IKxDeviceLamp>(id, __func__, &IKxDeviceLamp::GetMeasured, intensity);
 }
 double DMApi::Lamp_GetFullTemperature(CDMApi_LogDevId id) {
     return Answer<IKxDeviceLamp>(id, __func__, [](auto& device) { return device.GetFullTemperature(); });
 }
 CKxDMApiBool DMApi::Lamp_GetWarmUp(CDMApi_LogDevId id, double* done, double* seconds) {
-    return Answer<IKxDeviceLamp>(id, __func__, [=](auto& device) {
-        double first = 0, second = 0;
-        const bool known = device.GetWarmUp(first, second);
-        return Give(done, known, first) && Give(seconds, known, second);
-    });
+    return Give<IKxDeviceLamp>(id, __func__, &IKxDeviceLamp::GetWarmUp, done, seconds);
 }
 double DMApi::Lamp_GetCoolDown(CDMApi_LogDevId id) {
     return Answer<IKxDeviceLamp>(id, __func__, [](auto& device) { return device.GetCoolDown(); });
 }
 CKxDMApiBool DMApi::Lamp_GetHours(CDMApi_LogDevId id, double* burnt, double* rated) {
-    return Answer<IKxDeviceLamp>(id, __func__, [=](auto& device) {
-        double first = 0, second = 0;
-        const bool known = device.GetHours(first, second);
-        return Give(burnt, known, first) && Give(rated, known, second);
-    });
+    return Give<IKxDeviceLamp>(id, __func__, &IKxDeviceLamp::GetHours, burnt, rated);
 }
 CKxDMApiBool DMApi::Lamp_HasShutter(CDMApi_LogDevId id) {
     return Answer<IKxDeviceLamp>(id, __func__, [](auto& device) { return device.HasShutter(); });

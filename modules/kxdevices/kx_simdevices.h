@@ -389,7 +389,7 @@ public:
     // In micrometres a second, 10 to 10,000; false for all else.
     bool SetTravelSpeed(double speed);
     void SetJoystickLock(bool locked);
-    // Whether a rising Z takes the objective away from the sample.
+    // See IsInverted.
     void SetInverted(bool inverted);
     // While it stands it creeps by so many micrometres a minute, and tells that at each tick; 0, at first, is none.
     void SetDrift(double perMinute);

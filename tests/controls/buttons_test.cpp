@@ -85,6 +85,15 @@ TEST_F(ImageButton, RepeatsUntilSomethingEndsIt) {
     SetFocus(button);
     SendMessageW(inner, BM_CLICK, 0, 0);
     EXPECT_EQ(Told(), "Click()") << "by a screen reader";
+    // With the buttons swapped, on a platform that calls them by where they are.
+    std::array<BYTE, 256> keys{};
+    keys[VK_RBUTTON] = 0x80;
+    SetKeyboardState(keys.data());
+    SendMessageW(inner, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(5, 5));
+    EXPECT_TRUE(Repeats(4));
+    keys[VK_RBUTTON] = 0;
+    SetKeyboardState(keys.data());
+    EXPECT_TRUE(HasStopped()) << "somebody has swallowed the release";
 }
 
 TEST_F(ImageButton, OpensItsMenu) {

@@ -180,9 +180,13 @@ xdotool mouseup 1
 look dragged "$top"
 step 'keys Down' "$told"
 changed dragged "$top"
+step 'keys Down Prior' "$told" "$told"
 step 'keys Escape' "$told"
 unchanged dragged "$top"
-# As one step.
+step 'keys Down Prior' "$told" "$told"
+# As one step each, and none of what was given back.
+step 'keys ctrl+z' 'Host: Undone: Z series .*'
+unchanged dragged "$top"
 step 'keys ctrl+z' 'Host: Undone: Z series .*'
 unchanged top "$top"
 mark=0
@@ -254,6 +258,58 @@ nothing 'Laser engine: OnLineStateChangeRequest\(.*, 0\)'
 for light in 'Green 561 nm on .* off' 'Red 640 nm on .* off'; do
   step 'keys ctrl+z' "Host: Left as it is, the light would rise: $light"
 done
+
+say "A focus drive within limits"
+drive='Focus/Focus' moves='Focus: OnMoveRequest' sets='Focus: OnLimitChangeRequest'
+# steady : the digits stand still.
+steady_now() { place "$drive/10210"; h=$((h / 2)); take steady; take now; take now; ! differs steady; }
+steady() { until_true "the drive does not stand still" steady_now; }
+# run_and_return HOLD LET_GO ESCAPE RETURN : up to the upper limit and not beyond, away from the sample and back.
+run_and_return() {
+  step "$1" "$moves\(4025\)"
+  $2
+  mark=0
+  nothing "$moves\((402[6-9]|40[3-9]).*\)"
+  steady
+  step "$3" "$moves\(4000\)"
+  steady
+  step "$4" "$moves\(4025\)"
+  steady
+}
+page 508
+page 509
+step "click '$drive/10229'" "$sets\(lower, 4000\)"
+click "$drive/10203"
+step 'keys 4 0 2 5 Return' "$sets\(upper, 4025\)"
+# The ends of the planned series are brought within them.
+look beyond "$drive/10101"
+page 508
+ends='Z series/Z series'
+changing "$ends/1262" "pull '$ends/1256' 88 40" 'Z series: OnZStackChanged\(3\)'
+xdotool mouseup 1
+page 509
+changed beyond "$drive/10101"
+run_and_return "point '$drive/10223'; from_now; xdotool mousedown 1" 'xdotool mouseup 1' \
+  "click '$drive/10225'" "click '$drive/10226'"
+step "click '$drive/10228'" "$sets\(upper, inf\)"
+step "click '$drive/10230'" "$sets\(lower, inf\)"
+
+say "The same by keys"
+page 508
+click "$ends/1267"
+step 'keys Tab' "Focus: $ends/1256"
+changing "$ends/1262" 'keys Right Up' 'Z series: OnZStackChanged\(3\)'
+step 'keys ctrl+z' 'Host: Undone: Z series .*'
+page 509
+step "click '$drive/10203'" "Focus: $drive/0"
+step 'keys 4 0 2 5 Return' "$sets\(upper, 4025\)"
+step 'keys 4 0 0 0 Return' "$sets\(lower, 4000\)"
+click "$drive/10200"
+step 'keys 4 0 0 0 Return' "$moves\(4000\)"
+steady
+# The focus is in the window inside of the button.
+step 'keys shift+Tab' "Focus: $drive/10200"
+run_and_return 'from_now; xdotool keydown space' 'xdotool keyup space' 'keys Tab Tab Tab Tab space' 'keys Tab space'
 
 say "The window manager closes the window"
 step 'keys alt+F4' 'Stand: OnDestroy' 'Camera: OnDestroy'

@@ -161,5 +161,10 @@ TEST(HostRules, AGestureLastsUntilTheNextPressOrAPauseOfTheWheel) {
         time == -1 ? gestures.Press() : gestures.Turn(static_cast<unsigned>(time));
         note();
     }
-    EXPECT_EQ(numbers, "122345");
+    // Acts of a control; 0 is none.
+    for (const int act : {7, -1, 7, -1, 8, 0, -1, 7}) {
+        act == -1 ? gestures.Press() : gestures.Belongs(static_cast<unsigned>(act));
+        note();
+    }
+    EXPECT_EQ(numbers, "12234556577788");
 }

@@ -84,9 +84,20 @@ TEST_F(LightSlider, AsksAndObeysTheAnswer) {
         {[&] { Click(lamp.Part(10300), 9, 9); }, "Intensity(3)(true, 3, \"3\", \"1790 K\")"},
         // What is off the scale, or nothing.
         {[&] { Click(lamp.Part(10301), 9, 9), Click(lamp.Part(10302), 9, 9); }, "(true, 3, \"3\", \"1790 K\")"},
+        // What the device has told before the host agrees.
+        {[&] { lamp.meanwhile = [&] { lamp.SetIntensity(4); }, key(VK_END); },
+         "Intensity(12)(true, 4, \"4\", \"2020 K\")"},
+        {[&] { lamp.meanwhile = nullptr, key(VK_HOME); }, "Intensity(0)(true, 0, \"0\", \"\")"},
+        {[&] { Click(lamp.Part(10300), 9, 9); }, "Intensity(3)(true, 3, \"3\", \"1790 K\")"},
         {[&] { lamp.answer = true, key(VK_END); }, "Intensity(12)(true, 3, \"3\", \"1790 K\")"},
         {[&] { Click(arrows, 8, 3); }, "Intensity(3.5)(true, 3, \"3\", \"1790 K\")"},
         {[&] { Click(lamp.Part(10200), 5, 5); }, "State(false)(true, 3, \"3\", \"1790 K\")"},
+        {[&] {
+             lamp.answer = false, lamp.SetOn(false);
+             lamp.meanwhile = [&] { KX_TellActivity(lamp, {EKxActivity::Failed, -1, {}}); };
+             Click(lamp.Part(10200), 5, 5);
+         },
+         "State(true)(false, 3, \"3\", \"\")"},
     });
 }
 

@@ -100,6 +100,17 @@ TEST_F(MultiLaser, AsksForALineASetAndASubset) {
         {[&] { Act(10300); }, "subset(0, true) | 1=15x 2=40 0=18x"},
     });
     EXPECT_EQ(panel.GetLines()[0].reason, CKxStringW(L"B is not in use"));
+    // The limit falls, or the interlock opens, before the host has agreed.
+    const auto meanwhile = [this](double limit, bool interlock) {
+        panel.meanwhile = [=, this] {
+            auto lines = panel.GetLines();
+            lines[2].limit = limit, lines[2].interlock = interlock;
+            panel.SetLines(lines);
+        };
+    };
+    Play({{[&] { meanwhile(30, false), factor(L"90")(); }, "link(90, \"down(2, 36)\") | 1=15x 2=30 0=18x"},
+          {[&] { meanwhile(20, false), panel.Enter(panel.Of(1, 10200), L"25"); }, "power(2, 25) | 1=15x 2=20 0=18x"},
+          {[&] { meanwhile(20, true), factor(L"50")(); }, "link(50, \"down(2, 15)\") | 1=15x 2=20x 0=18x"}});
 }
 
 TEST_F(MultiLaser, HasLinesThatComeAndGo) {

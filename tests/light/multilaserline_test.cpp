@@ -45,6 +45,15 @@ struct MultiLaserLine : PanelTest<Line> {
 
 TEST_F(MultiLaserLine, AsksForEachActAndObeys) {
     const auto refuse = [this](bool refuses) { return [=, this] { panel.answer = refuses; }; };
+    // What the engine has told by the time that the host agrees.
+    const auto meanwhile = [this](const wchar_t* number, double power, double limit, bool interlock = false) {
+        panel.meanwhile = [=, this] {
+            SKxLaserLine line = panel.GetLine();
+            line.power = power, line.limit = limit, line.interlock = interlock;
+            panel.SetLine(line);
+        };
+        panel.Enter(number);
+    };
     Play({
         {[&] { Click(panel.Button(), 8, 8); }, "on(true) holds(10, true)"},
         {[&] { ::SetFocus(panel.Slider()), Key(VK_RIGHT); }, "power(11) holds(11, true)"},
@@ -60,6 +69,9 @@ TEST_F(MultiLaserLine, AsksForEachActAndObeys) {
         {refuse(false), " holds(12.25, true)"},
         {[&] { panel.SetUnit(EKxPowerUnit::Milliwatts), panel.Enter(L"15"); }, "power(10) holds(10, true)"},
         {[&] { panel.SetPower(kNaN), panel.SetPower(500); }, " holds(100, true)"},
+        {[&] { panel.SetUnit(EKxPowerUnit::Percent), meanwhile(L"60", 100, 20); }, "power(60) holds(20, true)"},
+        {[&] { meanwhile(L"15", 8, 80); }, "power(15) holds(8, true)"},
+        {[&] { meanwhile(L"30", 8, 80, true); }, "power(30) holds(8, true) locked"},
     });
 }
 

@@ -24,13 +24,9 @@ struct ZDriveSubject : SubjectOf<Driven> {
     ZDriveSubject() {
         CKxDeviceRegistry::Add(device_);
         device_.SetSpeed(0);
-        device_.SetHome(500), device_.SetUpperLimit(900);
+        device_.SetHome(500), device_.SetUpperLimit(900), device_.SetLowerLimit(50);
     }
 
-    std::vector<Exception> Exceptions() const override {
-        return {
-            {Law::Disabled, "Edit #0", "the field to go by is empty, and in high contrast a black one stays black"}};
-    }
     // The digits are drawn, and no label of a font that the platform hints.
     int Coarseness() const override { return 96; }
 
@@ -38,7 +34,10 @@ struct ZDriveSubject : SubjectOf<Driven> {
         // At 150 % it is higher than other subjects.
         SetWindowPos(parent, nullptr, 0, 0, 900, 560, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
         control_->Create(parent, 10, 10, -1, -1, true, true);
-        if (control_) control_->Update(device_.GetLogDevId());
+        if (!control_) return;
+        control_->Update(device_.GetLogDevId());
+        // An empty field, as this one is at first, has nothing that could look disabled where grounds stay black.
+        SetWindowTextW(GetWindow(GetDlgItem(*control_, 10200), GW_CHILD), L"250");
     }
 
     std::vector<Operation> MakeOperations() override {

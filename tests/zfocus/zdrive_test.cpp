@@ -52,11 +52,11 @@ TEST(ZDriveRules, StepEndsAtTheLimitAndNeverBeyond) {
 }
 
 TEST(ZDriveRules, EscapesToTheEndThatIsSafeAndReturnsToWhereThatBegan) {
-    const std::tuple<Position, Position, bool, Position> rows[] = {{{}, {}, false, 0},
-                                                                   {{}, {}, true, 1000},
-                                                                   {100, 900, false, 100},
-                                                                   {100, 900, true, 900},
-                                                                   {-5, 2000, true, 1000}};
+    const std::tuple<Position, Position, bool, Position> rows[] = {{{}, {}, true, 0},
+                                                                   {{}, {}, false, 1000},
+                                                                   {100, 900, true, 100},
+                                                                   {100, 900, false, 900},
+                                                                   {-5, 2000, false, 1000}};
     for (const auto& [lower, upper, inverted, to] : rows)
         EXPECT_EQ(EscapeOf(Of(lower, upper, {}, inverted)), (Move{to, Verdict::Goes, Verdict::Goes}));
     EXPECT_EQ(EscapeOf(Of(900, 100, 5)).verdict, Verdict::LimitsCross);
@@ -222,7 +222,7 @@ TEST_F(ZDrive, AsksForNothingBeyondALimitAndSaysSo) {
 }
 
 TEST_F(ZDrive, EscapesAndReturns) {
-    device.SetHome(700), drive.Update(device.GetLogDevId());
+    device.SetHome(700), device.SetInverted(true), drive.Update(device.GetLogDevId());
     Play({
         {[&] {
              EXPECT_FALSE(IsWindowEnabled(drive.Part(kReturn)));
@@ -235,7 +235,7 @@ TEST_F(ZDrive, EscapesAndReturns) {
              EXPECT_FALSE(IsWindowEnabled(drive.Part(kReturn)));
          },
          "Move(700)(700)"},
-        {[&] { device.SetInverted(true), drive.Update(device.GetLogDevId()), Press(kEscape); }, "Move(1000)(1000)"},
+        {[&] { device.SetInverted(false), drive.Update(device.GetLogDevId()), Press(kEscape); }, "Move(1000)(1000)"},
         // The place where the escape began lies beyond the limit by now.
         {[&] { drive.SetLimits(500, {}), Press(kReturn); }, "(1000)"},
     });

@@ -5,6 +5,8 @@
 #include <kxdevui/framework/ui_parts.h>
 #include <kxdevui/zfocus/zstack_window.h>
 
+#include <map>
+
 namespace {
 
 using namespace kx::test;
@@ -47,6 +49,9 @@ TEST(ZGrips, StandBesideTheirLinesAndApart) {
     values.home = 120, values.bottom.reset();  // beyond the axis; not set
     const Places places = PlaceGrips(values, axis, 10);
     EXPECT_EQ(places, (Places{{Grip::Home, 0, 0}, {Grip::Top, 20, 15}}));
+    ScaleValues tiny;  // on a drive of ten millimetres
+    tiny.top = 4000.2, tiny.bottom = 4000;
+    EXPECT_EQ(PlaceGrips(tiny, {{0, 10000}, 0, 100}, 10), (Places{{Grip::Top, 60, 55}, {Grip::Bottom, 60, 65}}));
     const std::pair<int, std::optional<Grip>> rows[] = {{0, Grip::Home}, {9, Grip::Home}, {10, std::nullopt},
                                                         {15, Grip::Top}, {24, Grip::Top}, {25, std::nullopt}};
     for (const auto& [row, grip] : rows)
@@ -199,6 +204,31 @@ TEST_F(ZGripsPanel, AreMovedByKeys) {
          {[] { Key(VK_ESCAPE), Key(VK_RIGHT), Key(VK_RIGHT), Key(VK_NEXT); }, "(4800, 5100, 5200) Changed"},
          {[] { Key(VK_LEFT), Key(VK_LEFT), Key(VK_NEXT), Key(VK_NEXT), Key(VK_NEXT); }, "(4800, 5100, 4800) Changed"}});
     EXPECT_EQ(TextOf(Item(IDC_ZS_GRIPS)), L"Top: 480.00 \u00B5m");
+}
+
+// A host's undo takes back as much as Escape does.
+TEST_F(ZGripsPanel, TellWhichChangesAreOneAct) {
+    Make(0);
+    std::map<unsigned, char> names{{0u, '-'}};
+    std::string acts;
+    panel.onChanged = [&] {
+        acts += names.try_emplace(panel.GetGripAct(), static_cast<char>('a' - 1 + names.size())).first->second;
+        panel.UpdateGUI(3);
+    };
+    const CKxZStackData before = record;
+    const auto isBack = [&] {
+        bool equal = false;
+        return record.IsEqual(before, &equal) == eKxZStack_Ok && equal;
+    };
+    Drag(Grip::Top, -10), Key(VK_ESCAPE), Release();
+    EXPECT_TRUE(isBack());
+    Key(VK_UP), Key(VK_PRIOR), Key(VK_ESCAPE);
+    EXPECT_TRUE(isBack());
+    // The host's own change ends the act: nothing of it is given back.
+    Key(VK_UP), record = before, panel.UpdateGUI(3), Key(VK_ESCAPE), Key(VK_UP), Key(VK_RIGHT), Key(VK_UP);
+    Click(Item(IDC_ZS_TOP), 8, 8);
+    EXPECT_EQ(acts, "aaabbbcde-");
+    EXPECT_EQ(panel.GetGripAct(), 0u);
 }
 
 // The wheel magnifies, and as many notches back show the stack again; a press on the scale still moves Z at once.
