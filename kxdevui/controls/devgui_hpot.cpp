@@ -7,6 +7,7 @@
 
 #include <kxdevui/controls/hpot_window.h>
 #include <kxsystem/kx_log.h>
+#include <kxsystem/kx_number.h>
 
 using kx::hpot::Watch;
 
@@ -205,6 +206,20 @@ bool CKxDevUI_HPot::Inside::MoveTo(double value) {
     slider.SetValue(value, true);
     if (watch) slider.OnHPotDragDrop();
     return true;
+}
+
+// A client's value goes the way of the thumb.
+void CKxDevUI_HPot::Inside::Tell(KxAccess& access) const {
+    access.role = ROLE_SYSTEM_SLIDER;
+    access.value = KX_FormatNumber(L"%g", slider.m_held.value);
+    access.setValue = [of = &slider](const CKxStringW& text) {
+        double value = 0;
+        if (!KX_StringToDouble(text, value)) return false;
+        const Watch watch(of);
+        of->m_thumbPos = of->ValueToThumbPos(value);
+        if (Inside(of).TakeFromThumb(true) && watch) of->OnHPotDragDrop();
+        return true;
+    };
 }
 
 void CKxDevUI_HPot::Inside::MoveBy(const kx::hpot::KeyMove& move) {

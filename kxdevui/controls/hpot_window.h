@@ -59,6 +59,7 @@ struct CKxDevUI_HPot::Inside : kx::hpot::Slider<Inside> {
     void OnMouseLeave(const kx::ui::Message& message);
     bool Drop(const kx::hpot::Watch& watch);
     void ButtonUp() { slider.OnLeftButtonUp(); }
+    void Tell(KxAccess& access) const;
 
     // ---- The values: devgui_hpot.cpp ----
 

@@ -12,6 +12,8 @@
 #include <kxdevui/controls/hpot_slider.h>
 #include <kxdevui/light/colorslider_paint.h>
 #include <kxsystem/kx_log.h>
+#include <kxsystem/kx_number.h>
+#include <kxsystem/kx_translation.h>
 
 using RangeThumbs = CKxDevUI_ColorSlider::CKxDevUI_ColorSliderRangeHPot;
 using kx::colorslider::GivesWay;
@@ -89,6 +91,7 @@ struct RangeThumbs::Inside : kx::hpot::Slider<Inside> {
         slider.SetHover(false, false);
     }
     bool Drop(const Watch&);
+    void Tell(KxAccess& access) const;
     void ButtonUp() {
         if (owner) owner->OnLeftButtonUp();
     }
@@ -107,6 +110,21 @@ struct RangeThumbs::Inside : kx::hpot::Slider<Inside> {
     void MoveThumb(Thumb which, int steps);
     void LineChanged();
 };
+
+void RangeThumbs::Inside::Tell(KxAccess& access) const {
+    access.role = ROLE_SYSTEM_GROUPING;
+    for (const Thumb which : {Thumb::Minimum, Thumb::Maximum}) {
+        const bool lower = which == Thumb::Minimum;
+        KxAccess part;
+        part.role = ROLE_SYSTEM_SLIDER;
+        part.name = KX_GetTranslation(lower ? L"Lower end" : L"Upper end", kSource);
+        part.value = KX_FormatNumber(L"%g", lower ? range.minimum : range.maximum);
+        part.place = ThumbRect(lower ? minimumPos : maximumPos);
+        const bool focused = thumb == which && GetFocus() == slider.m_hWnd;
+        part.state = STATE_SYSTEM_FOCUSABLE | (focused ? STATE_SYSTEM_FOCUSED : 0);
+        access.parts.push_back(part);
+    }
+}
 
 ATOM RangeThumbs::m_Atom = 0;
 std::map<HWND, RangeThumbs*> RangeThumbs::m_Instances;
