@@ -4,6 +4,7 @@
 #include <kxdevui/light/devgui_lightiris.h>
 #include <kxdevui/light/devgui_lightiris2.h>
 #include <kxdevui/light/devgui_lightnd.h>
+#include <kxdevui/light/devgui_lightslider.h>
 
 #include "bench_windows.h"
 #include "harness.h"
@@ -30,8 +31,12 @@ struct ND : CKxDevUI_LightND {
     ND() { SetHasShutter(true), SetTransmissions(0, {1, 0.5, 0.25, 0.125}); }
 };
 
-const Rows s_rows{
-    {CreationRow<Iris>("light iris"), CreationRow<Irises>("light irises"), CreationRow<ND>("neutral density")}};
+struct Lamp : CKxDevUI_LightSlider {
+    Lamp() { SetHasShutter(true), SetPreset(0, 20), SetIntensity(20); }
+};
+
+const Rows s_rows{{CreationRow<Iris>("light iris"), CreationRow<Irises>("light irises"),
+                   CreationRow<ND>("neutral density"), CreationRow<Lamp>("lamp")}};
 
 }  // namespace
 }  // namespace kx::bench

@@ -136,12 +136,32 @@ Ratio RefreshAll() {
     return Measure(change, [&] { Rewrite(panel); });
 }
 
+// A step of the drive, with as many planes as a series may well have.
+Ratio FollowZ() {
+    const Frame frame;
+    Panel panel(frame);
+    panel.Fill();
+    panel.EnableGrips(true);
+    panel.record.SetStep(0.002);
+    panel.UpdateGUI(3);
+    UpdateWindow(panel.GetHandle());
+    double z = 505;
+    const auto step = [&] {
+        z = 1015 - z;
+        panel.record.SetZPosition(0, z);
+        panel.UpdateGUI(4);
+        UpdateWindow(panel.GetHandle());
+    };
+    return Measure(step, [&] { Repaint(panel.GetHandle()); });
+}
+
 // clang-format off
 const Rows s_rows{{
     {"Z stack panel, full repaint", "the same windows made directly", 1.25, RepaintPanel},
     {"Z stack panel, refresh of nothing", "rewriting the same fields' texts", 0.05, RefreshNothing},
     {"Z stack panel, refresh of the step", "rewriting all fields' texts", 0.5, RefreshStep},
     {"Z stack panel, refresh of everything", "rewriting the same fields' texts", 1.25, RefreshAll},
+    {"Z stack panel, a step of Z among 10,001 planes", "repainting the panel", 0.25, FollowZ},
     {"Z stack panel, create and destroy", "the same windows made directly", 1.3, CreatePanel},
 }};
 // clang-format on

@@ -4,6 +4,8 @@
 
 #include <array>
 #include <list>
+#include <map>
+#include <memory>
 #include <set>
 #include <string>
 #include <vector>
@@ -11,6 +13,11 @@
 #include <kxdevices/kx_simdevices.h>
 #include <kxdevices/kx_zstackdata.h>
 #include <kxdevui/light/multilaser_rules.h>
+#include <kxdevui/zfocus/zdrive_rules.h>
+
+#include "rules/stage_place.h"
+
+struct SeriesStates;
 
 struct HeldValues {
     struct Lamp {
@@ -24,8 +31,13 @@ struct HeldValues {
         bool taken = true;
     };
 
-    // The stand: micrometres, and the index of the step.
-    double stageX = 0, stageY = 0;
+    // The stand: the stage with the places that have a name, and the index of its step.
+    struct Mark {
+        std::wstring name;
+        kx::host::StagePlace place;
+    };
+    SKxSimXYStage stage;
+    std::vector<Mark> marks;
     int stageStep = 3;
     std::wstring exposure = L"20";  // of the camera, as it was entered
     int cameraBinning = 0;
@@ -33,6 +45,13 @@ struct HeldValues {
     Lamp transmitted, reflected;
     bool tube = false, condenserOut = false;
     std::vector<CKxStringW> condenser{L"BrightField090", L"Phase1", L"Phase2", L"DICHigh", L""};  // keys, by position
+    // What has stood in the positions of a device, by what is asked of it.
+    struct Place {
+        std::wstring name = {}, magnification = {}, key = {};
+        bool operator==(const Place&) const = default;
+    };
+    using Setup = std::vector<Place>;
+    std::map<std::wstring, std::vector<Setup>> setups;
     int seriesCount = 10;
     double seriesInterval = 5.0;  // seconds
 
@@ -60,6 +79,9 @@ struct HeldValues {
     // Whether the aperture diaphragm is sent where the objective wants it.
     bool apertureFollows = false;
 
+    // What the presets of the lamps keep: volts, and percent.
+    std::array<double, 3> halogenPresets{3, 6, 12}, arcPresets{20, 50, 100};
+
     // How the powers of the laser lines are shown, and whether the lines are linked.
     struct Lasers {
         EKxPowerScale scale = EKxPowerScale::Logarithmic;
@@ -72,6 +94,14 @@ struct HeldValues {
     std::array<SKxSimZDrive, 2> drives{{{.rangeMin = 0, .rangeMax = 10000, .speed = 20, .from = 4000, .to = 4000},
                                         {.rangeMin = 0, .rangeMax = 300, .speed = 60, .from = 150, .to = 150}}};
     CKxZStackData series;  // empty until a panel has planned the first one
+    std::weak_ptr<SeriesStates> seriesPast;
+
+    // The focus motor: the sizes of steps, in micrometres, and from where it has escaped.
+    struct Focus {
+        double fine = 0.1, coarse = 10;
+        kx::zdrive::Retreat retreat;
+    };
+    Focus focus;
 
     // The panels, by their names, that the user has told to refuse what is asked for.
     std::set<std::wstring> refusing;

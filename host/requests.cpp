@@ -39,7 +39,8 @@ void Requests::Note(const MSG& message) {
     switch (message.message) {
     case WM_MOUSEWHEEL: m_gestures.Turn(message.time); break;
     case WM_KEYDOWN:
-        if (!(message.lParam & isRepeated)) m_gestures.Press();
+        // Escape takes back what the last one did, and so belongs to it.
+        if (!(message.lParam & isRepeated) && message.wParam != VK_ESCAPE) m_gestures.Press();
         break;
     case WM_LBUTTONDOWN:
     case WM_LBUTTONDBLCLK:
@@ -51,7 +52,9 @@ void Requests::Note(const MSG& message) {
 std::wstring Requests::NameOf(const kx::host::Change* change) const {
     if (!change) return {};
     const Wish& wish = m_wishes.at(change->what);
-    return Text(wish.name.c_str()).str() + L" " + wish.text(change->from) + L" → " + wish.text(change->to);
+    const std::wstring told =
+        wish.change ? wish.change(change->from, change->to) : wish.text(change->from) + L" → " + wish.text(change->to);
+    return Text(wish.name.c_str()).str() + L" " + told;
 }
 
 std::vector<std::wstring> Requests::Names() const {

@@ -18,6 +18,8 @@ struct Wish {
     std::function<std::optional<double>()> read;  // where it is or is going; empty when nobody knows
     std::function<bool(double)> ask;              // false: the device refuses
     std::function<std::wstring(double)> text;     // a value in words
+    // Both values of a change in words, where they say more together.
+    std::function<std::wstring(double, double)> change = {};
     kx::host::Light light = kx::host::Light::None;
     std::wstring panel;  // whose switch makes the host refuse; empty: only that of all panels does
 };
@@ -31,6 +33,11 @@ public:
 
     // For the message loop: tells what the user's hands do.
     void Note(const MSG& message);
+    // What is asked for next is a step of its own: a modal dialog has hands that nobody tells of.
+    void BeginStep() { m_gestures.Press(); }
+
+    // Which gesture they are at (rules/history.h).
+    unsigned Gesture() const { return m_gestures.Now(); }
 
     // Takes the last change back, or does it again, by asking for it as the user does: it may be refused, and then
     // stays where it is; what would raise the light, and what has changed since, is left and forgotten. What came of

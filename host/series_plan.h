@@ -2,13 +2,17 @@
 #pragma once
 
 #include <cstddef>
+#include <memory>
 #include <vector>
 
 #include <kxdevices/kx_zstackdata.h>
 
+struct SeriesStates;
+
 struct SeriesPlan {
-    CKxZStackData stack;            // empty until a panel has planned the first one
-    std::vector<double> exposures;  // milliseconds, by the number of the plane
+    CKxZStackData stack;               // empty until a panel has planned the first one
+    std::weak_ptr<SeriesStates> past;  // what it was, as far as that can be taken back
+    std::vector<double> exposures;     // milliseconds, by the number of the plane
 
     // Of a plane that nobody has given one: 50.
     double& Exposure(std::size_t plane) {

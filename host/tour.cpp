@@ -17,10 +17,13 @@ Tour* s_tour = nullptr;
 constexpr UINT kStepMilliseconds = 40;
 constexpr int kMostTicks = 100;
 
-POINT PointIn(HWND window, int percentAcross) {
+// Along the longer side.
+POINT PointIn(HWND window, int percent) {
     RECT rect{};
     GetWindowRect(window, &rect);
-    return {rect.left + (rect.right - rect.left) * percentAcross / 100, (rect.top + rect.bottom) / 2};
+    const LONG width = rect.right - rect.left, height = rect.bottom - rect.top;
+    if (height > width) return {rect.left + width / 2, rect.top + height * percent / 100};
+    return {rect.left + width * percent / 100, rect.top + height / 2};
 }
 
 }  // namespace
@@ -80,6 +83,13 @@ void Tour::MoveTo(const Find& target) {
 void Tour::Click(const Find& target) {
     MoveTo(target);
     Do([target] { SendMouse(PointIn(target(), 50), MOUSEEVENTF_LEFTDOWN); });
+    Do([target] { SendMouse(PointIn(target(), 50), MOUSEEVENTF_LEFTUP); });
+}
+
+void Tour::Hold(const Find& target, std::function<bool()> until) {
+    MoveTo(target);
+    Do([target] { SendMouse(PointIn(target(), 50), MOUSEEVENTF_LEFTDOWN); });
+    m_steps.push_back(std::move(until));
     Do([target] { SendMouse(PointIn(target(), 50), MOUSEEVENTF_LEFTUP); });
 }
 
@@ -182,7 +192,8 @@ void Tour::Plan() {
     static constexpr std::pair<const wchar_t*, void (Tour::*)()> pages[] = {
         {L"stand", &Tour::PlanStand}, {L"controls", &Tour::PlanControls}, {L"optics", &Tour::PlanOptics},
         {L"z", &Tour::PlanZSeries},   {L"light", &Tour::PlanLight},       {L"colors", &Tour::PlanColors},
-        {L"lamps", &Tour::PlanLamps}, {L"lasers", &Tour::PlanLasers},     {L"bench", &Tour::PlanBench}};
+        {L"lamps", &Tour::PlanLamps}, {L"lasers", &Tour::PlanLasers},     {L"bench", &Tour::PlanBench},
+        {L"focus", &Tour::PlanFocus}};
     bool planned = false;
     for (const auto& [name, plan] : pages) {
         if (m_page.empty() || m_page == name) planned = true, (this->*plan)();

@@ -41,12 +41,15 @@ private:
     void PlanTable();
     void PlanOptics();
     void PlanZSeries();
+    void PlanFocus();
     void PlanLight();
     void PlanColors();
     void PlanShutters();
     void PlanModeShutter();
     void PlanField();
     void PlanLamps();
+    void PlanHalogen();
+    void PlanArc();
     void PlanLasers();
     void PlanBench();
 
@@ -55,6 +58,8 @@ private:
     void Await(const Find& target);
     void MoveTo(const Find& target);
     void Click(const Find& target);
+    // Holds the left button down on it until then.
+    void Hold(const Find& target, std::function<bool()> until);
     // The menu is left open; the next steps are taken inside it.
     void RightClick(const Find& target);
     void Drag(const Find& target, int fromPercent, int toPercent);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cwchar>
+#include <map>
 #include <utility>
 
 #include "event_log.h"
@@ -109,10 +110,13 @@ void Watcher::AddControls(HWND top, Places& places) const {
     RECT whole{};
     GetWindowRect(top, &whole);
     places.push_back(Place(top == m_window.Handle() ? L"Host" : L"Dialog", whole));
+    std::map<std::wstring, int> alike;
     ForEachChild(top, [&](HWND control) {
         RECT rect{};
-        if (GetDlgCtrlID(control) > 0 && IsWindowVisible(control) && GetWindowRect(control, &rect))
-            places.push_back(Place(NameOf(control), rect));
+        if (GetDlgCtrlID(control) <= 0 || !IsWindowVisible(control) || !GetWindowRect(control, &rect)) return;
+        std::wstring name = NameOf(control);
+        if (const int number = ++alike[name]; number > 1) name += L"#" + std::to_wstring(number);
+        places.push_back(Place(name, rect));
     });
 }
 

@@ -4,6 +4,8 @@
 //
 // - Optical path/Nosepiece/10202: page, panel and id of the control
 //
+// - Lasers/Laser engine/10202#3: the third of these ids there
+//
 // - Host/501, Dialog/1301: outside of the pages
 //
 // - Menu/TEXT: an entry of a menu that is open

@@ -2,8 +2,12 @@
 
 #include <algorithm>
 #include <array>
+#include <limits>
+#include <map>
+#include <utility>
 
 #include <kxdevui/light/iris_rules.h>
+#include <kxdevui/light/lamp_rules.h>
 #include <kxdevui/light/nd_rules.h>
 #include <kxsystem/kx_time.h>
 
@@ -123,6 +127,47 @@ Wish PlaceOf(CKxSimZDrive& drive) {
     return wish;
 }
 
+Asked LimitOf(CKxSimZDrive& drive, bool upper, std::optional<double> limit) {
+    constexpr double kNone = std::numeric_limits<double>::infinity();
+    Wish wish = WishOf(drive, upper ? L"upper" : L"lower");
+    wish.name = upper ? L"Upper limit" : L"Lower limit";
+    wish.read = [&drive, upper] {
+        double at = kNone;
+        upper ? drive.GetUpperLimit(at) : drive.GetLowerLimit(at);
+        return std::optional(at);
+    };
+    wish.ask = [&drive, upper](double to) {
+        const std::optional<double> wanted = to == kNone ? std::nullopt : std::optional(to);
+        return upper ? drive.SetUpperLimit(wanted) : drive.SetLowerLimit(wanted);
+    };
+    wish.text = [](double at) { return at == kNone ? Text(L"none").str() : Formatted(L"%.2f µm", at); };
+    return {wish, limit.value_or(kNone)};
+}
+
+Wish SpeedOf(CKxSimZDrive& drive) {
+    Wish wish = WishOf(drive, L"speed");
+    wish.name = L"Speed";
+    wish.read = [&drive]() -> std::optional<double> {
+        double speed = 0, slowest = 0, fastest = 0;
+        return drive.GetSpeed(speed, slowest, fastest) ? std::optional(speed) : std::nullopt;
+    };
+    wish.ask = [&drive](double speed) { return drive.SetTravelSpeed(speed); };
+    wish.text = [](double speed) { return Formatted(L"%g µm/s", speed); };
+    return wish;
+}
+
+Wish JoystickOf(CKxSimZDrive& drive) {
+    Wish wish = WishOf(drive, L"joystick");
+    wish.name = L"Joystick locked";
+    wish.read = [&drive]() -> std::optional<double> {
+        bool locked = false;
+        return drive.GetJoystickLock(locked) ? std::optional<double>(locked) : std::nullopt;
+    };
+    wish.ask = [&drive](double lock) { return drive.SetJoystickLock(lock != 0), true; };
+    wish.text = OnOrOff;
+    return wish;
+}
+
 Wish PlaceOf(SKxSimZDrive& drive, const wchar_t* name) {
     Wish wish = ValueOf(name, name, drive.to, L"%.2f µm");
     wish.ask = [&drive](double to) { return drive.Start(to, KX_GetTimeCounter()), true; };
@@ -167,6 +212,28 @@ Wish ApertureOf(CKxSimIris& iris) {
 
 Wish OpeningOf(CKxSimIris& iris) { return ByShutter(iris); }
 Wish OpeningOf(CKxSimNDFilter& filter) { return ByShutter(filter); }
+Wish OpeningOf(CKxSimLamp& lamp) { return ByShutter(lamp); }
+
+Wish UseOf(CKxSimLamp& lamp) {
+    Wish wish = WishOf(lamp, L"use");
+    wish.read = [&lamp] { return std::optional<double>(lamp.IsOn()); };
+    wish.ask = [&lamp](double on) { return lamp.SetOn(on != 0); };
+    wish.text = OnOrOff;
+    wish.light = Light::More;
+    return wish;
+}
+
+Wish IntensityOf(CKxSimLamp& lamp) {
+    Wish wish = WishOf(lamp, L"intensity");
+    wish.read = [&lamp] {
+        double intensity = 0;
+        return lamp.GetIntensity(intensity) ? std::optional(intensity) : std::nullopt;
+    };
+    wish.ask = [&lamp](double intensity) { return lamp.SetIntensity(intensity); };
+    wish.text = [unit = kx::lamp::UnitText(lamp.GetUnit())](double of) { return Formatted(L"%g %ls", of, unit); };
+    wish.light = Light::More;
+    return wish;
+}
 
 // By the light that it lets through, so that undo knows what is more.
 Asked AttenuationOf(CKxSimNDFilter& filter, long wheel, long position) {
@@ -278,4 +345,65 @@ Wish SwitchOf(const wchar_t* what, const std::wstring& name, bool& on, Light lig
     wish.ask = [&on](double to) { return on = to != 0, true; };
     wish.text = OnOrOff;
     return wish;
+}
+
+// ---- A planned series ----------------------------------------------------------------------------------------------
+
+struct SeriesStates {
+    static constexpr std::size_t kMost = 60;  // somewhat more than changes that can be taken back
+    std::map<int, CKxZStackData> states;
+    int now = Next();
+    int before = 0;  // of this gesture
+    unsigned gesture = 0;
+
+    // What is left of others in the history is not mistaken for one of these.
+    static int Next() {
+        static int last = 0;
+        return ++last;
+    }
+    bool Is(int state, const CKxZStackData& series) const {
+        bool equal = false;
+        const auto found = states.find(state);
+        return found != states.end() && found->second.IsEqual(series, &equal) == eKxZStack_Ok && equal;
+    }
+    int NumberOf(const CKxZStackData& next) {
+        const unsigned current = TheRequests().Gesture();
+        if (Is(now, next)) return now;
+        const bool goesOn = std::exchange(gesture, current) == current && now != before;
+        if (!goesOn) before = now;
+        if (goesOn && Is(before, next)) return before;
+        const int number = goesOn ? now : Next();
+        states[number] = next;
+        if (states.size() > kMost) states.erase(states.begin());
+        return number;
+    }
+};
+
+Asked SeriesOf(const wchar_t* what, CKxZStackData& agreed, const CKxZStackData& next,
+               std::weak_ptr<SeriesStates>& past) {
+    auto states = past.lock();
+    if (!states || !states->Is(states->now, agreed)) {
+        states = std::make_shared<SeriesStates>();
+        states->states[states->now] = agreed;
+        past = states;
+    }
+    Wish wish;
+    wish.what = what;
+    wish.name = L"Z series";
+    wish.read = [states] { return std::optional<double>(states->now); };
+    wish.ask = [states, &agreed](double to) {
+        const auto found = states->states.find(static_cast<int>(to));
+        if (found == states->states.end()) return false;
+        agreed = found->second;
+        states->now = found->first;
+        return true;
+    };
+    wish.text = [states](double at) {
+        const auto found = states->states.find(static_cast<int>(at));
+        double top = 0, bottom = 0;
+        const bool known = found != states->states.end() && found->second.GetTop(&top) == eKxZStack_Ok &&
+                           found->second.GetBottom(&bottom) == eKxZStack_Ok;
+        return known ? Formatted(L"%.2f \u2026 %.2f \u00B5m", bottom, top) : Text(L"No series yet").str();
+    };
+    return {wish, static_cast<double>(states->NumberOf(next))};
 }

@@ -1,9 +1,13 @@
 // What can be asked of the simulated devices. They have to live until Requests::Clear.
 #pragma once
 
+#include <memory>
+
 #include <kxdevices/kx_simdevices.h>
+#include <kxdevices/kx_simlamp.h>
 #include <kxdevices/kx_simlaserengine.h>
 #include <kxdevices/kx_simlight.h>
+#include <kxdevices/kx_zstackdata.h>
 
 #include "requests.h"
 
@@ -37,6 +41,10 @@ Wish PlaceOf(CKxSimFilterChanger& wheel);
 Wish PlaceOf(CKxSimLightPath& path);
 Wish PlaceOf(CKxSimTIRFMirror& mirror);
 Wish PlaceOf(CKxSimZDrive& drive);
+// A Z drive: one of its limits, infinite for none, its speed, whether the joystick is locked.
+Asked LimitOf(CKxSimZDrive& drive, bool upper, std::optional<double> limit);
+Wish SpeedOf(CKxSimZDrive& drive);
+Wish JoystickOf(CKxSimZDrive& drive);
 // A shutter: open or closed, as far as it opens in percent, and how.
 Wish OpeningOf(CKxSimShutter& shutter);
 Wish ApertureOf(CKxSimShutter& shutter);
@@ -47,6 +55,10 @@ Wish OpeningOf(CKxSimIris& iris);
 // Neutral density: what a wheel lets through, by its position; its shutter.
 Asked AttenuationOf(CKxSimNDFilter& filter, long wheel, long position);
 Wish OpeningOf(CKxSimNDFilter& filter);
+// A lamp: whether it is on, how bright it is set, in its unit, and its shutter.
+Wish UseOf(CKxSimLamp& lamp);
+Wish IntensityOf(CKxSimLamp& lamp);
+Wish OpeningOf(CKxSimLamp& lamp);
 // A laser unit: the port that it uses, if it is one at a time; whether it uses a port; its power.
 Wish PortOf(CKxSimLaserOutput& laser);
 Wish UseOf(CKxSimLaserOutput& laser, long port);
@@ -63,3 +75,8 @@ Wish PlaceOf(SKxSimZDrive& drive, const wchar_t* name);
 Wish ValueOf(const wchar_t* what, const std::wstring& name, double& value, const wchar_t* format,
              kx::host::Light light = kx::host::Light::None);
 Wish SwitchOf(const wchar_t* what, const std::wstring& name, bool& on, kx::host::Light light = kx::host::Light::None);
+// A planned series is to be another one. What it was is kept, in `past`, as long as that can be taken back; all that
+// one gesture makes of it is one change.
+struct SeriesStates;
+Asked SeriesOf(const wchar_t* what, CKxZStackData& agreed, const CKxZStackData& next,
+               std::weak_ptr<SeriesStates>& past);

@@ -58,6 +58,10 @@ build() {
   cmake --build "$dir" "${targets[@]}" >"$log" 2>&1 || { cat "$log" >&2; die "building $preset failed"; }
 }
 
+# The prefixes that this script has begun. One that it has only inherited, as a test does, is not its to end: other tests run
+# in it.
+kx_prefixes=()
+
 # use_wine [NAME] : exports what Wine needs and makes the prefix once. The prefix has a virtual desktop: without a window
 # manager, losing the focus would cancel captures, and hiding a managed window could wait for seconds. NAME chooses another
 # prefix, for a script that runs beside another (each ends the programs of its own prefix when it begins and ends); `managed`
@@ -88,6 +92,7 @@ use_wine() {
     wineserver -w
     touch "$WINEPREFIX/ready"
   fi
+  kx_prefixes+=("$WINEPREFIX")
   # A desktop belongs to the display on which it was started; one left over from an earlier display shows no windows.
   wineserver -k >/dev/null 2>&1 || true
   wineserver -p >/dev/null 2>&1 || true
@@ -119,7 +124,6 @@ start_display() {
 
 # use_seats NUMBER : after use_wine. So many prefixes, each with a display, for programs that run side by side: foreground
 # window, mouse and focus are a session's. scripts/wine-run takes a seat that is free.
-kx_prefixes=()
 use_seats() {
   local i prefix
   export KX_SEATS=$build_root/seats
@@ -139,9 +143,7 @@ use_seats() {
 
 end_session() {
   local each
-  for each in "${kx_prefixes[@]}" "${WINEPREFIX:-}"; do
-    [ -n "$each" ] && WINEPREFIX=$each wineserver -k >/dev/null 2>&1
-  done
+  for each in "${kx_prefixes[@]}"; do WINEPREFIX=$each wineserver -k >/dev/null 2>&1; done
   for each in "${kx_servers[@]}"; do kill "$each" 2>/dev/null; done
   return 0
 }

@@ -3,6 +3,7 @@
 #include "bench_page.h"
 #include "color_page.h"
 #include "controls_page.h"
+#include "focus_page.h"
 #include "lamp_page.h"
 #include "light_page.h"
 #include "lasers_page.h"
@@ -21,5 +22,6 @@ std::vector<std::unique_ptr<Page>> MakePages(HostMicroscope& microscope, Gallery
     pages.push_back(std::make_unique<LampPage>(devices));
     pages.push_back(std::make_unique<LasersPage>());
     pages.push_back(std::make_unique<ZSeriesPage>());
+    pages.push_back(std::make_unique<FocusPage>());
     return pages;
 }

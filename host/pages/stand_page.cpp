@@ -6,6 +6,7 @@
 #include "../device_panel.h"
 #include "../event_log.h"
 #include "../resources/resource.h"
+#include "../setups.h"
 
 StandPage::StandPage()
     : Page(L"Stand"), m_transmitted(L"Transmitted light", Held().transmitted, IDC_TRANSMITTED, IDC_TRANSMITTED_LEVEL),
@@ -41,9 +42,11 @@ void StandPage::AskForCondenser(HWND owner) {
         for (const auto& each : setup.changes) {
             Log().Add(L"Condenser", L"setup of position %d: %ls -> %ls", static_cast<int>(each.position),
                       each.before.name.c_str(), each.after.name.c_str());
-            if (!refusal.refused) Held().condenser.at(static_cast<std::size_t>(each.position)) = each.after.key;
         }
-        if (!refusal.refused) Tell(Text(L"The condenser has been changed").str());
+        if (refusal.refused) return;
+        const auto& [wish, value] = SetupOf(setup);
+        TheRequests().BeginStep();
+        if (TheRequests().Ask(wish, value)) Tell(Text(L"The condenser has been changed").str());
     };
     ShowSetupDialog_Condenser(owner, Held().condenser, accept);
 }

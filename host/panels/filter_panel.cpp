@@ -1,5 +1,7 @@
 #include "filter_panel.h"
 
+#include "../setups.h"
+
 void FilterPanel::Fill() {
     ControlPanel::Fill();
     if (!m_device.IsMotorized())
@@ -39,9 +41,11 @@ void AskingWheel::OnSetupRequest() {
         for (const auto& each : setup.changes) {
             Log().Add(m_panel.Name(), L"setup of position %d: %ls -> %ls", static_cast<int>(each.position),
                       each.before.c_str(), each.after.c_str());
-            if (!refusal.refused) m_device.SetFilter(each.position, each.after);
         }
-        if (!refusal.refused) m_panel.Tell(Text(L"The filters have been changed").str());
+        if (refusal.refused) return;
+        const auto& [wish, value] = SetupOf(m_device, setup);
+        TheRequests().BeginStep();
+        refusal.refused = !m_panel.Grants(wish, value, L"The filters have been changed", m_device.GetKey());
     };
     ShowSetupDialog_Filter(GetAncestor(*this, GA_ROOT), m_device.GetLogDevId(), accept);
 }

@@ -2,6 +2,7 @@
 
 #include <kxbaseui/kx_layoutmanager.h>
 #include <kxdevui/framework/devgui_activity.h>
+#include <kxdevui/framework/devgui_messages.h>
 #include <kxdevui/framework/devgui_readings.h>
 
 #include <algorithm>
@@ -27,6 +28,7 @@ void FocusPanel::Fill() {
     m_stack.Create(m_hWnd, &m_record, CKxGUILayoutManager::Zoomed(6), CKxGUILayoutManager::Zoomed(22), 0, 0, true,
                    true);
     m_stack.EnableCube(true);
+    m_stack.EnableGrips(true);
     m_stack.MakePositionsWritable();
     m_stack.AppendZDevice(m_device.GetKey(), false, static_cast<long>(m_device.GetLogDevId()), minimum, maximum,
                           m_inverted, 0, true);
@@ -96,15 +98,25 @@ void FocusPanel::Asking::OnMoveZRequest(double z) {
 // A refusal puts the record back to what is held; where Z stands is nobody's choice.
 void FocusPanel::Asking::OnZStackChanged(unsigned int flags) {
     Log().Add(m_owner.Name(), L"OnZStackChanged(%u)", flags);
-    if (m_owner.Refuses()) {
-        m_owner.m_record = m_owner.m_plan.stack;
-        m_owner.ShowZ();
+    const Asked asked = SeriesOf(L"plan", m_owner.m_plan.stack, m_owner.m_record, m_owner.m_plan.past);
+    if (!m_owner.Asks(asked.wish, asked.value)) {
         m_owner.TellRefused(L"The series stays as it is");
-        UpdateGUI(RefreshAll);
+        m_owner.ShowValues();
         return;
     }
-    m_owner.m_plan.stack = m_owner.m_record;
     UpdateGUI(flags);
     m_owner.Tell(Text(L"Series changed").str());
     m_owner.m_changed();
+}
+
+void FocusPanel::ShowValues() {
+    m_record = m_plan.stack;
+    ShowZ();
+    m_stack.UpdateGUI(CKxDevUI_ZStack::RefreshAll);
+    m_changed();
+}
+
+LRESULT FocusPanel::OnMouseWheel(WPARAM wParam, LPARAM lParam) {
+    DevicePanel::OnMouseWheel(wParam, lParam);
+    return SendMessageW(m_stack.GetHandle(), kx::ui::WM_KX_MOUSE_WHEEL, wParam, lParam);
 }

@@ -18,10 +18,12 @@ public:
     FocusPanel& operator=(const FocusPanel&) = delete;
     void Fill();
     CKxDevUI_ZStack& Panel() { return m_stack; }
+    void ShowValues() override;
 
 protected:
     void OnDevice(const Change& change) override;
     bool OnUser(int id, int code, HWND from) override;
+    LRESULT OnMouseWheel(WPARAM wParam, LPARAM lParam) override;
 
 private:
     class Asking : public TypedZStack {

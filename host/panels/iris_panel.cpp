@@ -5,7 +5,7 @@
 
 namespace {
 
-const OnPage<IrisPanel> s_iris(L"Lamps", {268, 118});
+const OnPage<IrisPanel> s_iris(L"Lamps", {268, 104});
 
 // Panels come and go with the language.
 CKxSimIris& Device() {

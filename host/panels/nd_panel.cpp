@@ -5,7 +5,7 @@
 
 namespace {
 
-const OnPage<NDPanel> s_nd(L"Lamps", {268, 152});
+const OnPage<NDPanel> s_nd(L"Lamps", {268, 138});
 
 // Panels come and go with the language.
 CKxSimNDFilter& Device() {

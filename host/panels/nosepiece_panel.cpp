@@ -3,7 +3,8 @@
 #include <utility>
 
 #include <kxfilters/kx_opticalfilter.h>
-#include <kxsystem/kx_number.h>
+
+#include "../setups.h"
 
 namespace {
 
@@ -86,10 +87,7 @@ void AskingNosepiece::Accept(const SKxObjectiveSetup& setup, SKxSetupRefusal& re
     }
     if (m_panel.Refuses()) refusal = {true, Text(L"The host refuses."), refusal.position};
     if (refusal.refused) return;
-    for (const auto& each : setup.changes) {
-        CKxStringW magnification;
-        if (!each.after.key.IsEmpty()) magnification = KX_FormatNumber(L"%gx", each.after.magnification);
-        m_device.SetObjective(each.position, {each.after.name.str(), magnification.str(), each.after.key.str()});
-    }
-    m_panel.Tell(Text(L"The objectives have been changed").str());
+    const auto& [wish, value] = SetupOf(m_device, setup);
+    TheRequests().BeginStep();
+    refusal.refused = !m_panel.Grants(wish, value, L"The objectives have been changed", L"Nosepiece");
 }

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include <kxbaseui/kx_layoutmanager.h>
+#include <kxdevui/framework/devgui_messages.h>
 #include <kxdevui/framework/devgui_readings.h>
 #include <kxsystem/kx_time.h>
 
@@ -53,6 +54,7 @@ void ZSeriesPanel::Fill() {
     m_stack.Create(m_hWnd, &m_record, CKxGUILayoutManager::Zoomed(8), CKxGUILayoutManager::Zoomed(30), 0, 0, true,
                    true);
     m_stack.EnableCube(true);
+    m_stack.EnableGrips(true);
     m_stack.MakePositionsWritable();
     m_stack.AddZDevice({.name = Text(kNames[kFocus]), .id = 1, .rangeMax = 10000, .select = true});
     m_stack.AddZDevice({.name = Text(kNames[kPiezo]), .piezo = true, .id = 2, .rangeMax = 300, .inverted = true});
@@ -113,17 +115,27 @@ void ZSeriesPanel::ShowPlanes() {
 
 // A refusal puts the record back to what is held; where Z stands is nobody's choice.
 void ZSeriesPanel::Changed(unsigned int flags) {
-    if (Refuses()) {
-        m_record = Held().series;
-        ShowZ();
+    const Asked asked = SeriesOf(L"series", Held().series, m_record, Held().seriesPast);
+    if (!Asks(asked.wish, asked.value)) {
         Tell(Text(L"The series stays as it is").str());
-        m_stack.UpdateGUI(CKxDevUI_ZStack::RefreshAll);
+        ShowValues();
         return;
     }
-    Held().series = m_record;
     m_stack.UpdateGUI(flags);
     ShowPlanes();
     Tell(Text(L"Series changed").str());
+}
+
+void ZSeriesPanel::ShowValues() {
+    m_record = Held().series;
+    ShowZ();
+    m_stack.UpdateGUI(CKxDevUI_ZStack::RefreshAll);
+    ShowPlanes();
+}
+
+LRESULT ZSeriesPanel::OnMouseWheel(WPARAM wParam, LPARAM lParam) {
+    HostPanel::OnMouseWheel(wParam, lParam);
+    return SendMessageW(m_stack.GetHandle(), kx::ui::WM_KX_MOUSE_WHEEL, wParam, lParam);
 }
 
 void ZSeriesPanel::MoveZ(double z) {

@@ -36,8 +36,10 @@ public:
     void Changed(unsigned int flags);
     void MoveZ(double z);
     void GoHome(bool keepZ);
+    void ShowValues() override;
 
 protected:
+    LRESULT OnMouseWheel(WPARAM wParam, LPARAM lParam) override;
     bool OnUser(int id, int code, HWND) override { return m_stack.OnPositionLeft(id, code); }
 
 private:

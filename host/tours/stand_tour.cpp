@@ -18,6 +18,15 @@ void Tour::PlanPanels() {
     Click(stage(IDC_STAGE_UP));
     Wheel(stage(IDC_STAGE_POSITION), 2);
     Click(stage(IDC_STAGE_RIGHT));
+    // By a field, and back to a place that has a name.
+    const Find marks = [this] { return GetWindow(m_window.PageOf<StandPage>().Stage().Marks(), GW_CHILD); };
+    Click(marks);
+    Type(L"Corner");
+    Key(VK_RETURN);
+    Click(stage(IDC_STAGE_X));
+    Key(VK_END);
+    Type(L"5");
+    Key(VK_RETURN);
     Picture(L"02-stage");
 
     Click(camera(IDC_EXPOSURE));

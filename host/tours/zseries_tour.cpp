@@ -11,7 +11,7 @@ void Tour::PlanZSeries() {
     };
     const Find refuses = [this] { return GetDlgItem(m_window.PageOf<ZSeriesPage>().Series(), IDC_ZSERIES_REFUSE); };
     constexpr int kTypeEnds = 1255, kTypeSymmetric = 1257, kTypeAsymmetric = 1258, kTop = 1251, kTopEdit = 1260,
-                  kHome = 1252;
+                  kHome = 1252, kGrips = 1256;
     constexpr int kStep = 1263, kBelow = 1264, kRange = 1265, kSuggested = 1270, kDevice = 1200, kPiezo = 1259;
     TurnTo([this] { return m_window.CommandOf<ZSeriesPage>(); });
     Await(in(kTypeEnds));
@@ -27,6 +27,14 @@ void Tour::PlanZSeries() {
     Click(in(kTopEdit));
     Do([] {});
     Picture(L"40-zseries-moving");
+    // An end by its grip, the others by keys, and the scale magnified.
+    Drag(in(kGrips), 12, 30);
+    Key(VK_RIGHT);
+    Key(VK_DOWN);
+    Wheel(in(kGrips), 3);
+    Picture(L"40-zseries-grips");
+    Wheel(in(kGrips), -3);
+    Key(VK_ESCAPE);
     Click(in(kTop));
     Click(in(kSuggested));
     Click(in(kTypeSymmetric));

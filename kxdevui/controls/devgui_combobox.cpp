@@ -73,6 +73,7 @@ long CKxDevUI_ComboBox::DropHeight() const { return m_shownRows * RowHeight() + 
 bool CKxDevUI_ComboBox::Make(const Parts& parts) {
     Begin();
     m_edit = nullptr;
+    m_field = {};
     m_picked = false;
     const DWORD kind = m_typing ? DWORD{CBS_DROPDOWN} : DWORD{CBS_DROPDOWNLIST};
     const RECT place{0, 0, m_width, m_height + DropHeight()};
@@ -115,6 +116,7 @@ void CKxDevUI_ComboBox::SetNotEditable() {
 // The box sizes itself by its field: what it is given is the height of its list.
 void CKxDevUI_ComboBox::Layout(bool anew) {
     RECT client{}, box{};
+    m_field = {};
     if (!m_inner || !GetClientRect(m_hWnd, &client)) return;
     for (int i = 0; i < 2 && HeightOf(m_inner) != client.bottom; ++i) {
         const auto field = static_cast<long>(SendMessageW(m_inner, CB_GETITEMHEIGHT, static_cast<WPARAM>(-1), 0));
@@ -130,10 +132,19 @@ void CKxDevUI_ComboBox::Layout(bool anew) {
 
 // ---- What is chosen ------------------------------------------------------------------------------------------------
 
-// Past what paints it in a scheme, which therefore has to be told.
-void CKxDevUI_ComboBox::Select(int index) const {
-    CallPrevious({m_inner, CB_SETCURSEL, static_cast<WPARAM>(index), 0});
-    if (KX_GetColorScheme() != eKxColorScheme_System) InvalidateRect(m_inner, nullptr, FALSE);
+// The platform takes as long to ask for the field to be drawn as that takes, so what shows a closed list's value is
+// drawn here: where and as it was asked for last.
+void CKxDevUI_ComboBox::Select(int index) {
+    if (m_edit || !m_field.hwndItem || IsWindowVisible(m_rows)) {
+        CallPrevious({m_inner, CB_SETCURSEL, static_cast<WPARAM>(index), 0});
+        // Past what paints it in a scheme, which therefore has to be told.
+        if (KX_GetColorScheme() != eKxColorScheme_System) InvalidateRect(m_inner, nullptr, FALSE);
+        return;
+    }
+    CallPrevious({m_rows, LB_SETCURSEL, static_cast<WPARAM>(index), 0});
+    m_field.itemID = static_cast<UINT>(index);
+    DrawAtOnce(m_field);
+    NotifyWinEvent(EVENT_OBJECT_VALUECHANGE, m_inner, OBJID_CLIENT, CHILDID_SELF);
 }
 
 void CKxDevUI_ComboBox::Show() {
@@ -331,6 +342,11 @@ Handled CKxDevUI_ComboBox::Before(const Message& message) {
 Handled CKxDevUI_ComboBox::Handle(const Message& message) {
     switch (message.id) {
     case WM_DESTROY: m_edit = nullptr; break;
+    case WM_DRAWITEM:
+        if (const auto& item = *reinterpret_cast<const DRAWITEMSTRUCT*>(message.lParam);
+            item.itemState & ODS_COMBOBOXEDIT)
+            m_field = item;
+        break;
     case WM_SIZE: Layout(true); return 0;
     case WM_SETFONT: {
         const Handled answer = HandleList(message);

@@ -63,7 +63,7 @@ private:
     std::optional<LRESULT> Handle(const kx::ui::Message& message);
 
     void Show();
-    void Select(int index) const;
+    void Select(int index);
     void Request(bool& veto);
     std::optional<LRESULT> Before(const kx::ui::Message& message);
     std::optional<LRESULT> BeforeRows(const kx::ui::Message& message) const;
@@ -71,6 +71,7 @@ private:
     std::optional<LRESULT> OnKey(WPARAM key);
     std::optional<LRESULT> OnEnterKey();
     void Settle();
+    void Restyle() {}
     void Go(int index);
     int Here() const;
     bool IsOpen() const;
@@ -82,6 +83,7 @@ private:
     void Layout(bool anew);
     long DropHeight() const;
 
+    DRAWITEMSTRUCT m_field{};  // as it was drawn last; of no window when it stands otherwise now
     HWND m_edit = nullptr;
     std::optional<Typing> m_typing;
     std::wstring m_unit;

@@ -38,7 +38,8 @@ long Scaled(long length, double scale) {
 }
 
 long TextHeight(HFONT font) {
-    const kx::ui::MemoryDC dc(CreateCompatibleDC(nullptr));
+    // Made once: that takes as long as a tenth of a field.
+    static const kx::ui::MemoryDC dc(CreateCompatibleDC(nullptr));
     const kx::ui::Selection selection(dc.get(), font);
     TEXTMETRICW metrics{};
     GetTextMetricsW(dc.get(), &metrics);
@@ -145,11 +146,15 @@ void CKxDevUI_EditBox::MakeEdit(const RECT& place, HFONT font) {
     if (m_readOnly) style |= ES_READONLY;
     if (!m_enabled) style |= WS_DISABLED;
     const Alive alive(this);
-    const HWND edit = MakeChild(m_hWnd, L"EDIT", nullptr, style, place, font, kx::ui::ModuleOf(WndProc));
+    const HWND edit =
+        MakeChild(m_hWnd, L"EDIT", std::exchange(m_textAtFirst, {}), style, place, font, kx::ui::ModuleOf(WndProc));
     if (!alive || !m_hWnd) return;
     m_edit = edit;
     LoseMargins(m_edit);
     kx::ui::UseInputMethod(m_edit, false);
+    // Wine takes what it begins with for typed.
+    SendMessageW(m_edit, EM_SETMODIFY, FALSE, 0);
+    SendMessageW(m_edit, EM_EMPTYUNDOBUFFER, 0, 0);
     SendMessageW(m_edit, EM_LIMITTEXT, static_cast<WPARAM>(m_maxChars), 0);
     kx::ui::Subclass(m_edit, WndProc_EditBox, static_cast<CKxDevUI_Base*>(this));
 }
@@ -281,6 +286,10 @@ void CKxDevUI_EditBox::SetNumber(double value, const wchar_t* format, bool once)
         return;
     }
     SetText(kx::ui::FormatNumber(value, usable ? format : m_format.c_str()).data());
+}
+
+void CKxDevUI_EditBox::SetNumberAtFirst(double value) {
+    m_textAtFirst = kx::ui::FormatNumber(value, m_format.c_str()).data();
 }
 
 void CKxDevUI_EditBox::SetNumberInt(int value) { SetText(std::to_wstring(value).c_str()); }

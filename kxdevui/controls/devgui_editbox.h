@@ -229,6 +229,9 @@ protected:
     long m_attachedWidth = 0;
     RECT AttachedRect() const { return Arrange(nullptr).attached; }
 
+    // What the edit of the next window begins with: a text that comes later takes a fifth of the time of making it.
+    void SetNumberAtFirst(double value);
+
     // The window procedures of the window, also in derived controls, and of the edit.
     static LRESULT CALLBACK WndProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     static LRESULT CALLBACK WndProc_EditBox(HWND edit, UINT message, WPARAM wParam, LPARAM lParam);
@@ -280,4 +283,5 @@ private:
     void LoseChildren();
 
     bool m_textChanged = false;  // since PaintNow
+    CKxStringW m_textAtFirst;
 };

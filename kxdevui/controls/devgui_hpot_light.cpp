@@ -59,7 +59,8 @@ void CKxDevUI_HPot::Inside::PaintReadings(HDC dc) const {
 kx::ui::Handled CKxDevUI_HPot::Inside::OnReadings() {
     WindowPart* const part = Part();
     if (!part) return std::nullopt;
-    if (std::exchange(part->shownLight, Light()) != Light()) slider.Redraw();
+    const bool other = std::exchange(part->shownLight, Light()) != Light();
+    if (other && part->IsPainted()) slider.Redraw();
     ShowThumbs();
     return kx::ui::kShowsReadings;
 }

@@ -208,7 +208,7 @@ CKxDevUI_HPot::Inside::Shown CKxDevUI_HPot::Inside::Showing() const {
 // Only where the thumb was and where it is, and the mark, in one call: each is a way to the window manager and back.
 void CKxDevUI_HPot::Inside::InvalidateThumb(UINT flags) const {
     const WindowPart* part = Part();
-    if (!part) return;
+    if (!part || (!part->IsPainted() && flags == 0)) return;
     const Shown now = Showing(), &was = part->shown;
     const bool thumb = !EqualRect(&now.thumb, &was.thumb) || !EqualRect(&now.trace, &was.trace) ||
                        now.look != was.look || now.position != was.position;

@@ -38,12 +38,27 @@ bool CKxDevUI_ListBox::Make(const Parts& parts) {
     Begin();
     m_hasFocus = false;
     // Of any height, so that it stands in exactly the place that it is given.
-    const DWORD style =
-        WS_BORDER | WS_VSCROLL | LBS_NOTIFY | LBS_OWNERDRAWFIXED | LBS_HASSTRINGS | LBS_NOINTEGRALHEIGHT;
-    const RECT place{0, 0, m_width, m_height};
-    if (!MakeInner(parts, L"LISTBOX", place, m_multiple ? style | LBS_EXTENDEDSEL : style)) return false;
+    DWORD style = WS_BORDER | WS_VSCROLL | LBS_NOTIFY | LBS_HASSTRINGS | LBS_NOINTEGRALHEIGHT;
+    if (m_multiple) style |= LBS_EXTENDEDSEL;
+    // To ask for its rows to be drawn takes the platform a third longer than to draw them.
+    m_isDrawn = NeedsDrawing();
+    if (m_isDrawn) style |= LBS_OWNERDRAWFIXED;
+    if (!MakeInner(parts, L"LISTBOX", {0, 0, m_width, m_height}, style)) return false;
+    // Who draws is asked how high they are; otherwise it goes by the font.
+    if (m_inner && !m_isDrawn) Ask(m_inner, LB_SETITEMHEIGHT, 0, RowHeight());
     Fill();
     return static_cast<bool>(parts);
+}
+
+// The platform's control cannot learn to ask: another takes its place, scrolled as it was.
+void CKxDevUI_ListBox::Restyle() {
+    if (m_isDrawn || !NeedsDrawing()) return;
+    const Alive alive(this);
+    const int top = Ask(m_inner, LB_GETTOPINDEX), caret = Ask(m_inner, LB_GETCARETINDEX);
+    RemakeInPlace();
+    if (!alive || !m_inner) return;
+    if (m_multiple) Ask(m_inner, LB_SETCARETINDEX, static_cast<WPARAM>(caret));
+    Ask(m_inner, LB_SETTOPINDEX, static_cast<WPARAM>(top));
 }
 
 // ---- What is chosen ------------------------------------------------------------------------------------------------

@@ -57,7 +57,9 @@ private:
     int Here() const;
     std::vector<int> Marked() const;
     void Settle();
+    void Restyle();
 
     bool m_multiple = false;
+    bool m_isDrawn = false;   // row by row by the library
     bool m_hasFocus = false;  // which to ask the platform takes longer than to choose a value
 };

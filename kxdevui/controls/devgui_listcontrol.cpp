@@ -111,7 +111,9 @@ void ListControl::InsertRow(int index) const {
                   reinterpret_cast<LPARAM>(m_values.At(index).text.c_str())});
 }
 
-void ListControl::Watch(HWND window) { Subclass(window, InnerProc, static_cast<CKxDevUI_Base*>(this)); }
+void ListControl::Watch(HWND window) {
+    if (Subclass(window, InnerProc, nullptr)) ByState<ListControl>::Bind(window, this);
+}
 
 // ---- Values --------------------------------------------------------------------------------------------------------
 
@@ -166,7 +168,7 @@ void ListControl::SetValueName(int index, const wchar_t* name) {
 void ListControl::SetValueEnabled(int index, bool enable) {
     if (!m_values.Has(index) || m_values.At(index).enabled == enable) return;
     m_values.At(index).enabled = enable;
-    Redraw();
+    Restyle();
 }
 
 int ListControl::InsertValue(double value, int index) {
@@ -224,14 +226,14 @@ void ListControl::SetValueColor(int index, COLORREF color) {
     auto& own = m_values.At(index).color;
     own.reset();
     if (color != CLR_INVALID) own = color, m_values.ShowPictures();
-    Redraw();
+    Restyle();
 }
 
 void ListControl::SetValueImage(int index, const wchar_t* name) {
     if (!m_values.Has(index)) return;
     m_values.At(index).image = name ? CKxBitmapPool::AddImageBaseUI(name) : CKxBitmapPool::NoImage;
     if (m_values.At(index).image != CKxBitmapPool::NoImage) m_values.ShowPictures();
-    Redraw();
+    Restyle();
 }
 
 // The label that stands before a control in a dialog is its name.
@@ -298,7 +300,8 @@ LRESULT CALLBACK ListControl::InnerProc(HWND window, UINT id, WPARAM wParam, LPA
     // Of thousands of values each is a message or two.
     const bool isOfLists = (id >= CB_GETEDITSEL && id < CB_MSGMAX) || (id >= LB_ADDSTRING && id < LB_MSGMAX);
     if (isOfLists && id != CB_SHOWDROPDOWN) return CallPrevious({window, id, wParam, lParam});
-    return SubclassEntry<ListControl, &ListControl::HandleInner>({window, id, wParam, lParam});
+    return SubclassEntry<ListControl, &ListControl::HandleInner, Unbound::Default, ByState<ListControl>>(
+        {window, id, wParam, lParam});
 }
 
 // The host is asked when the platform's procedures have returned: they go on using what is theirs after they have told
@@ -385,6 +388,18 @@ void ListControl::Redraw() const {
     if (m_rows && m_rows != m_inner) InvalidateRect(m_rows, nullptr, FALSE);
 }
 
+void ListControl::Restyle() {
+    Redraw();
+    if (m_inner) m_kind.restyle(*this);
+}
+
+bool ListControl::NeedsDrawing() const {
+    if (m_values.HasPictures() || KX_GetColorScheme() != eKxColorScheme_System) return true;
+    for (int i = 0; i < m_values.Count(); ++i)
+        if (!m_values.IsUsable(i)) return true;
+    return false;
+}
+
 void ListControl::DrawPicture(HDC dc, const RECT& place, const ListValue& value, bool usable, int color) const {
     if (value.color) {
         const Brush fill(CreateSolidBrush(*value.color));
@@ -424,6 +439,13 @@ void ListControl::Draw(const DRAWITEMSTRUCT& item) const {
     SetBkColor(dc, backBefore);
 }
 
+void ListControl::DrawAtOnce(DRAWITEMSTRUCT item) const {
+    const WindowDC dc(m_inner);
+    const Selection selection(dc, FontOf(m_inner));
+    item.hDC = dc;
+    Draw(item);
+}
+
 Handled ListControl::HandleList(const Message& message) {
     switch (message.id) {
     case WM_DESTROY: m_inner = m_rows = m_name = nullptr; return std::nullopt;
@@ -449,6 +471,9 @@ Handled ListControl::HandleList(const Message& message) {
         MeasureRows();
         SendMessageW(m_inner, m_kind.rowHeight, 0, RowHeight());
         return 0;
+    case WM_SYSCOLORCHANGE:
+        if (m_inner) m_kind.restyle(*this);
+        return std::nullopt;
     default: return std::nullopt;
     }
 }

@@ -112,6 +112,8 @@ protected:
         void (*request)(ListControl&, bool& veto);
         std::optional<LRESULT> (*before)(ListControl&, const Message&);
         void (*settle)(ListControl&);
+        // What values look like has changed; may end the control.
+        void (*restyle)(ListControl&);
     };
     // That of the control T, which befriends this class, with its messages.
     template <class T>
@@ -122,7 +124,8 @@ protected:
                 [](ListControl& control) { static_cast<T&>(control).Show(); },
                 [](ListControl& control, bool& veto) { static_cast<T&>(control).Request(veto); },
                 [](ListControl& control, const Message& message) { return static_cast<T&>(control).Before(message); },
-                [](ListControl& control) { static_cast<T&>(control).Settle(); }};
+                [](ListControl& control) { static_cast<T&>(control).Settle(); },
+                [](ListControl& control) { static_cast<T&>(control).Restyle(); }};
     }
     template <class T>
     ListControl(T* control, const Design& design, const Kind& kind) : Control(control, design), m_kind(kind) {}
@@ -147,6 +150,10 @@ protected:
     void Watch(HWND window);
     // Of the control's own window, what both kinds do; asked after a kind's own.
     std::optional<LRESULT> HandleList(const Message& message);
+    // Draws what the platform has asked for before, without waiting for it to ask again.
+    void DrawAtOnce(DRAWITEMSTRUCT item) const;
+    // Whether rows look as only this library draws them.
+    bool NeedsDrawing() const;
     // The rows of the control in its font.
     long RowHeight() const noexcept { return m_rowHeight; }
     // Whether the focus is inside.
@@ -169,6 +176,7 @@ private:
     void InsertRow(int index) const;
     void MeasureRows();
     void Redraw() const;
+    void Restyle();
     void Draw(const DRAWITEMSTRUCT& item) const;
     void DrawPicture(HDC dc, const RECT& place, const ListValue& value, bool usable, int color) const;
     HWND LabelBefore() const;

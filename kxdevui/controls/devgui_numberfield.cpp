@@ -13,8 +13,11 @@ NumberField::NumberField(int id, double minimum, double maximum) {
 }
 
 bool NumberField::Make(const Parts& parts, const RECT& place) {
+    const std::optional<double> before = m_shown;
+    if (before) SetNumberAtFirst(*before);
     if (!PartControl::Make(parts, place)) return false;
-    Write();
+    // The parent, which is told of the field, may have shown another one.
+    if (m_shown != before) Write();
     return static_cast<bool>(parts);
 }
 

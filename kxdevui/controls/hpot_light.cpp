@@ -19,8 +19,9 @@ LightColors ColorsOf(bool on, COLORREF low, COLORREF high, COLORREF face, COLORR
     const COLORREF gray = Mixed(face, text, 40), dark = Mixed(face, RGB(0, 0, 0), 22);
     const LightColors full = on ? LightColors{Mixed(low, high, 50), high, Mixed(face, high, 25), high, text}
                                 : LightColors{gray, gray, dark, face, gray};
-    const auto shown = [&](COLORREF color) { return enabled ? color : Mixed(face, color, 60); };
-    return {shown(full.from), shown(full.to), shown(full.rest), shown(full.badge), shown(full.sign)};
+    const int part = enabled ? 100 : 60;
+    const auto shown = [&](COLORREF color) { return enabled ? color : Mixed(face, color, part); };
+    return {shown(full.from), shown(full.to), shown(full.rest), shown(full.badge), shown(full.sign), part};
 }
 
 RECT BadgeOn(const RECT& thumb, long width) {
@@ -44,7 +45,8 @@ void DrawLight(HDC dc, const RECT& strip, long at, const LightColors& colors) {
 
 void DrawBadge(HDC dc, const RECT& place, bool on, const LightColors& colors) {
     const auto hex = [](COLORREF color) { return RGB(GetBValue(color), GetGValue(color), GetRValue(color)); };
-    const COLORREF stroke = IsDark(colors.badge) ? RGB(255, 255, 255) : RGB(0, 0, 0);
+    const COLORREF full = IsDark(colors.badge) ? RGB(255, 255, 255) : RGB(0, 0, 0);
+    const COLORREF stroke = colors.ink < 100 ? Mixed(colors.badge, full, colors.ink) : full;
     CKxStringA svg;
     svg.Format(
         400,

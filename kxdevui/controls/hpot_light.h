@@ -16,7 +16,8 @@ struct LightColors {
     COLORREF to;     // and at the thumb
     COLORREF rest;   // the part beyond the thumb
     COLORREF badge;  // the disc on the thumb
-    COLORREF sign;   // its rim, and what it says
+    COLORREF sign;   // its rim
+    int ink = 100;   // how much what it says stands out from it, in percent
 };
 
 // What is lit: on, the strip up to the thumb in the light's own colours, from halfway between its lowest and its

@@ -18,6 +18,9 @@ struct CKxDevUI_HPot::Inside : kx::hpot::Slider<Inside> {
         // As the window shows it.
         Shown shown;
         EKxLight shownLight = EKxLight::None;
+
+        // Until then all of the window is stale.
+        bool IsPainted() const { return shown.look >= 0; }
     };
 
     explicit Inside(CKxDevUI_HPot* of) noexcept : slider(*of) {}

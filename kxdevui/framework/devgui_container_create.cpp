@@ -72,7 +72,11 @@ HWND CKxDevUI_Container::CreateFromDlg(HWND parent, long x, long y, const wchar_
         const auto parameter = reinterpret_cast<LPARAM>(static_cast<CKxDevUI_Base*>(this));
         if (modal) {
             m_shown = false;
+            const HWND focus = GetFocus();
             const INT_PTR result = DialogBoxIndirectParamW(module, dialog, parent, DlgProc, parameter);
+            // An owner that is active again keeps the focus for itself, unless it has a memory.
+            if (focus && GetFocus() == GetAncestor(focus, GA_ROOT) && IsWindowVisible(focus) && IsWindowEnabled(focus))
+                ::SetFocus(focus);
             // The platform answers -1 both for a dialog that it could not show and for one that was ended with -1.
             return creation && !m_shown ? nullptr : reinterpret_cast<HWND>(result);
         }

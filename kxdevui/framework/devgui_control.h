@@ -80,6 +80,9 @@ protected:
     // as the size held again, and the focus stays in it. Nothing happens without a window. The parent, which is
     // told of every window, may have ended the control afterwards.
     void Remake();
+    // The same for a control with its own layout, in the size and the font that it has now: the platform cannot change
+    // what a part is.
+    void RemakeInPlace();
 
     // The window that shows the title, where the control has made one.
     HWND m_label = nullptr;
@@ -102,6 +105,7 @@ private:
     Control(Class& own, const Design& design);
     static LRESULT Answer(HWND window, UINT id, WPARAM wParam, LPARAM lParam) noexcept;
     std::optional<LRESULT> Handle(const Message& message);
+    bool MakePartsAnew(bool inPlace);
     HWND MakeAt(const Creation& creation, HWND parent, POINT at, SIZE size);
 
     // The window class belongs to the module that holds its procedure, so each class of controls has one of its own.

@@ -6,6 +6,7 @@
 #include <cwchar>
 
 #include <kxbaseui/kx_layoutmanager.h>
+#include <kxdevui/framework/devgui_control.h>
 #include <kxdevui/framework/ui_field.h>
 #include <kxdevui/framework/ui_paint.h>
 #include <kxdevui/framework/ui_window.h>
@@ -57,6 +58,12 @@ bool HasSeveral(HWND listBox) {
     return (GetWindowLongW(listBox, GWL_STYLE) & (LBS_MULTIPLESEL | LBS_EXTENDEDSEL)) != 0;
 }
 
+// A scroll bar that is a window of its own: in a control of the library it scrolls, in a host's it may be a value.
+bool Scrolls(HWND window, const wchar_t* windowClass) {
+    return Is(windowClass, L"SCROLLBAR") &&
+           dynamic_cast<kx::ui::Control*>(kx::ui::ControlOf(GetAncestor(window, GA_PARENT)));
+}
+
 int RowHeight(HWND list) {
     RECT row{};
     ListView_GetItemRect(list, 0, &row, LVIR_BOUNDS);
@@ -106,6 +113,10 @@ KxKeptInput::Kept KxKeptInput::KeptOf(HWND window, const wchar_t* windowClass, H
         kept.cell = {open.row, open.column};
         kept.typed = std::move(open.typed.text);
         kept.selection = {static_cast<DWORD>(open.typed.first), static_cast<DWORD>(open.typed.last)};
+    } else if (Scrolls(window, windowClass)) {
+        const int bar = GetWindowLongW(window, GWL_STYLE) & SBS_VERT ? SB_VERT : SB_HORZ;
+        if (const int at = GetScrollPos(window, SB_CTL); at != 0)
+            kept.scrolled[bar] = static_cast<int>(CKxGUILayoutManager::Unzoomed(at));
     } else {
         const LONG style = GetWindowLongW(window, GWL_STYLE);
         for (const int bar : {SB_HORZ, SB_VERT}) {
@@ -191,8 +202,10 @@ void KxKeptInput::GiveBack(HWND top) {
             if (!kept.scrolled[bar]) continue;
             // As if the user had let go of the thumb there; some ask the bar for its place, others read the message.
             const auto at = static_cast<int>(CKxGUILayoutManager::Zoomed(*kept.scrolled[bar]));
-            SetScrollPos(window, bar, at, FALSE);
-            Ask(window, bar == SB_HORZ ? WM_HSCROLL : WM_VSCROLL, MAKEWPARAM(SB_THUMBPOSITION, at));
+            const bool isBar = Scrolls(window, windowClass.c_str());
+            SetScrollPos(window, isBar ? SB_CTL : bar, at, FALSE);
+            Ask(isBar ? GetAncestor(window, GA_PARENT) : window, bar == SB_HORZ ? WM_HSCROLL : WM_VSCROLL,
+                MAKEWPARAM(SB_THUMBPOSITION, at), isBar ? reinterpret_cast<LPARAM>(window) : 0);
         }
         // A field that gets the focus may select all.
         if (kept.focus && IsWindowVisible(window) && IsWindowEnabled(window)) SetFocus(window);

@@ -26,8 +26,9 @@ public:
     // The buttons have the ids from `first` on, and these texts; none is down.
     explicit RadioRow(int first, std::vector<CKxStringW> texts = {}) : m_first(first) { Take(std::move(texts)); }
 
-    // Makes the buttons, `gap` pixels apart, all in unzoomed pixels. False when the control has gone.
-    bool Make(const Parts& parts, const RECT& place, long gap);
+    // Makes the buttons, `gap` pixels apart, all in unzoomed pixels; a style is added to theirs. False when the control
+    // has gone.
+    bool Make(const Parts& parts, const RECT& place, long gap, DWORD style = 0);
     // Gives the buttons in the control's window other texts; what is beyond kMost is left out. False when there are
     // more or fewer than before: none is down then, and the control has its parts made anew (Control::Remake).
     [[nodiscard]] bool SetTexts(HWND control, const std::vector<CKxStringW>& texts);
@@ -50,10 +51,12 @@ private:
 };
 
 // Makes a control in the window of another, in unzoomed pixels, and as enabled as that is; false when the outer one has
-// gone with that.
-KXDEVUI_API bool MakePart(CKxDevUI_Base& part, const Parts& parts, const RECT& place);
-// Whether that is going on in this window: what is made there stands unzoomed until all of it is there.
+// gone with that. A style is added to the window's.
+KXDEVUI_API bool MakePart(CKxDevUI_Base& part, const Parts& parts, const RECT& place, DWORD style = 0);
+// Whether that is going on in this window: what is made there stands unzoomed until all of it is there. With that
+// style.
 KXDEVUI_API bool IsMakingPartIn(HWND window) noexcept;
+KXDEVUI_API DWORD StyleOfPartIn(HWND window) noexcept;
 // Ends it before its object ends.
 KXDEVUI_API void EndPart(CKxDevUI_Base& part);
 
@@ -67,7 +70,7 @@ public:
     ~PartControl() override { EndPart(*this); }
 
     // See MakePart.
-    bool Make(const Parts& parts, const RECT& place) { return MakePart(*this, parts, place); }
+    bool Make(const Parts& parts, const RECT& place, DWORD style = 0) { return MakePart(*this, parts, place, style); }
 };
 
 }  // namespace kx::ui

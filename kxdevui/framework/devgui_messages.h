@@ -55,6 +55,12 @@ struct SwitcherBand {
     bool names = false;
     bool state = false;
 };
+// Of CKxDevUI_ZDrive.
+struct ZDriveBand {
+    // In this order.
+    bool structure = false;
+    bool state = false;
+};
 // Of CKxDevUI_ZStack, which refreshes everything.
 struct ZStackBand {
     // In this order.

@@ -100,6 +100,8 @@ public:
         Question& operator=(const Question&) = delete;
         // Whether a reason was given.
         bool HasReason() const noexcept { return !m_reason.IsEmpty(); }
+        // For a control that tells it later; empty without one.
+        const CKxStringW& Reason() const noexcept { return m_reason; }
 
     private:
         friend class Activity;

@@ -26,4 +26,11 @@ constexpr long Difference(long a, long b) {
 // The rectangle with its corner at (x, y), cx by cy large.
 constexpr RECT RectAt(long x, long y, long cx, long cy) { return {x, y, Sum(x, cx), Sum(y, cy)}; }
 
+// The place of the i-th of `count` parts that share a row's width, with `gap` between them.
+constexpr RECT ShareOf(const RECT& row, int i, int count, long gap) {
+    const long long width = 0LL + row.right + gap - row.left;
+    const auto edge = [&](int at) { return row.left + width * at / count; };
+    return {static_cast<long>(edge(i)), row.top, static_cast<long>(edge(i + 1) - gap), row.bottom};
+}
+
 }  // namespace kx::ui

@@ -134,10 +134,21 @@ HWND Control::CreateInPlaceOf(HWND parent, HWND placeholder) {
 
 void Control::Destroy() { Binding::EndWindow(this); }
 
-void Control::Remake() {
+void Control::Remake() { MakePartsAnew(false); }
+
+void Control::RemakeInPlace() {
+    const auto font = reinterpret_cast<HFONT>(SendMessageW(m_hWnd, WM_GETFONT, 0, 0));
+    RECT client{};
+    GetClientRect(m_hWnd, &client);
+    if (!MakePartsAnew(true)) return;
+    SetFont(m_hWnd, font);
+    SendMessageW(m_hWnd, WM_SIZE, SIZE_RESTORED, MAKELPARAM(client.right, client.bottom));
+}
+
+bool Control::MakePartsAnew(bool inPlace) {
     const HWND window = m_hWnd, focus = GetFocus();
     const Parts parts(window, this);
-    if (!parts) return;
+    if (!parts) return false;
     const bool hadFocus = focus && IsChild(window, focus);
     {
         const Closing closing(window);
@@ -148,12 +159,13 @@ void Control::Remake() {
         while (const HWND part = parts ? GetWindow(window, GW_CHILD) : nullptr)
             DestroySubclassed(part);
     }
-    if (!parts) return;
+    if (!parts) return false;
     // The parts stand unzoomed, and so has the window to.
-    SetWindowPos(window, nullptr, 0, 0, m_width, m_height, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
-    if (!parts || !m_class->make(*this, parts)) return;
-    RegisterZoom(window);
+    if (!inPlace) SetWindowPos(window, nullptr, 0, 0, m_width, m_height, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+    if (!parts || !m_class->make(*this, parts)) return false;
+    if (!inPlace) RegisterZoom(window);
     if (const HWND part = hadFocus && GetFocus() == window ? PartForFocus(window) : nullptr) ::SetFocus(part);
+    return static_cast<bool>(parts);
 }
 
 void Control::SetEnabled(bool enable) {

@@ -82,6 +82,10 @@ CKxStringW TextOf(HWND window) {
     return text;
 }
 
+void SetTextOf(HWND window, const CKxStringW& text) {
+    if (window && TextOf(window) != text) SetWindowTextW(window, text);
+}
+
 HWND ParentOf(HWND window) noexcept {
     const HWND parent = IsWindow(window) ? GetAncestor(window, GA_PARENT) : nullptr;
     return parent == GetDesktopWindow() ? nullptr : parent;

@@ -63,6 +63,9 @@ KXDEVUI_API CKxStringW AsButtonText(const CKxStringW& text);
 
 // The whole text of a window; empty for none.
 KXDEVUI_API CKxStringW TextOf(HWND window);
+// Another text, where it is another one: setting it paints, and under Wine costs far more than reading. A null window
+// is ignored.
+KXDEVUI_API void SetTextOf(HWND window, const CKxStringW& text);
 // The parent of a control in a dialog; null when it is no window, or a top-level one.
 KXDEVUI_API HWND ParentOf(HWND window) noexcept;
 // WM_SETFONT; a null window is ignored.

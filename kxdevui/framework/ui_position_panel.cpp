@@ -252,9 +252,19 @@ void PositionPanel::MoveFocus(HWND from, int step) const {
 
 // ---- The life of a request -----------------------------------------------------------------------------------------
 
+CKxStringW PositionPanel::NameFor(long position, const CKxStringW& tip) {
+    const std::wstring& text = tip.str();
+    return text.empty() ? CKxStringW(std::to_wstring(position + 1))
+                        : AsButtonText(CKxStringW(text.substr(0, text.find(L'\r'))));
+}
+
 void PositionPanel::SetTip(long position, const CKxStringW& tip) {
     const auto at = static_cast<std::size_t>(position);
-    if (!ButtonAt(position)) return;
+    const HWND button = ButtonAt(position);
+    if (!button) return;
+    const CKxStringW name = NameFor(position, tip);
+    // Wine's buttons draw at once what they are called.
+    if (IsOwnerDrawn(button) && !(TextOf(button) == name)) SetWindowTextW(button, name);
     m_tips.resize(std::max(m_tips.size(), m_buttons.size()));
     m_tips[at] = tip;
     ShowTip(at);

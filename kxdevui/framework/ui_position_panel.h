@@ -118,8 +118,10 @@ public:
     // may end it then. The platform gives it to nobody.
     void KeepFocusUsable(HWND before) const;
     // The text of a position's tooltip, to which what is wrong with the device is added. Where it is empty and nothing
-    // is wrong there is none.
+    // is wrong there is none. Its first line is the name of an owner-drawn button for screen readers.
     void SetTip(long position, const CKxStringW& tip);
+    // That name, to make the button with; the number of the position where there is no tip.
+    static CKxStringW NameFor(long position, const CKxStringW& tip);
     // Repaints the buttons of the positions.
     void RedrawButtons() const;
     // Enables or disables frame and title, also those that are made later.

@@ -6,6 +6,7 @@
 #include <kxbaseui/kx_layoutmanager.h>
 #include <kxbaseui/kx_module.h>
 #include <kxdevui/framework/devgui.h>
+#include <kxdevui/framework/devgui_members.h>
 #include <kxdevui/framework/ui_activity.h>
 #include <kxdevui/framework/ui_parts.h>
 #include <kxsystem/kx_log.h>
@@ -71,9 +72,9 @@ namespace {
 HWND MakeWindow(ATOM& atom, const ControlSpec& spec, HWND parent, POINT at, SIZE size, int id, DWORD state,
                 void* object) {
     EnsureClass(atom, spec);
-    return CreateWindowExW(spec.extendedStyle, MAKEINTATOM(atom), nullptr, WS_CHILD | spec.style | state, at.x, at.y,
-                           size.cx, size.cy, parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)),
-                           ModuleOf(spec.procedure), object);
+    const DWORD style = WS_CHILD | spec.style | state | StyleOfPartIn(parent);
+    return CreateWindowExW(spec.extendedStyle, MAKEINTATOM(atom), nullptr, style, at.x, at.y, size.cx, size.cy, parent,
+                           reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), ModuleOf(spec.procedure), object);
 }
 
 }  // namespace

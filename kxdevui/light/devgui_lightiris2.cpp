@@ -175,8 +175,7 @@ void CKxDevUI_LightIris2::ShowNA() {
         text.Format(60, L"NA %.2f / %.2f", na, m_objectiveNA);
     else if (na > 0)
         text.Format(60, L"NA %.2f", na);
-    const HWND label = PartAt(kNA);
-    if (label && TextOf(label) != text) SetWindowTextW(label, text);
+    SetTextOf(PartAt(kNA), text);
 }
 
 void CKxDevUI_LightIris2::OnLook() {

@@ -63,11 +63,7 @@ bool CKxDevUI_LightND::Make(const Parts& parts) {
         return false;
     long top = kTop;
     for (Wheel& each : m_wheels) {
-        if (!each.row.Make(parts, {left, top, right, top + kRow}, 2)) return false;
-        for (int i = 0; i < each.row.Count(); ++i) {
-            const HWND button = PartAt(each.first + i);
-            SetWindowLongW(button, GWL_STYLE, GetWindowLongW(button, GWL_STYLE) | BS_MULTILINE);
-        }
+        if (!each.row.Make(parts, {left, top, right, top + kRow}, 2, BS_MULTILINE)) return false;
         if (each.row.Count() > 0) top += kNext;
     }
     ShowProduct();
@@ -138,11 +134,10 @@ std::optional<double> CKxDevUI_LightND::GetTransmission() const {
 }
 
 void CKxDevUI_LightND::ShowProduct() const {
-    const HWND label = PartAt(kProduct);
     const auto through = GetTransmission();
     CKxStringW text;
     if (through) text = kx::nd::PercentText(*through) + L"   " + kx::nd::DensityText(*through);
-    if (label && TextOf(label) != text) SetWindowTextW(label, text);
+    SetTextOf(PartAt(kProduct), text);
 }
 
 // ---- The host ------------------------------------------------------------------------------------------------------

@@ -150,19 +150,24 @@ public:
     bool Make(const Parts& parts) {
         const long right = std::max(m_width - kScrollBar, 0L);
         m_bar = nullptr;
-        if (!parts.Add(m_bar, L"SCROLLBAR", kBarId, L"", {right, 0, m_width, m_height}, SBS_VERT)) return false;
+        if (!plate.Make(parts, {0, 0, right, plate.Height()}) ||
+            !parts.Add(m_bar, L"SCROLLBAR", kBarId, L"", {right, 0, m_width, m_height}, SBS_VERT)) {
+            return false;
+        }
         KX_FollowColorScheme(m_bar);
-        if (!plate.Make(parts, {0, 0, right, plate.Height()})) return false;
-        Fit();
+        Fit(false);
         return static_cast<bool>(parts);
     }
-    // The bar is as long as the area, and hidden while all can be seen.
-    void Fit() {
+    // The bar is as long as the area, and hidden while all can be seen. `redraw`: it has been painted before.
+    void Fit(bool redraw = true) {
+        if (!m_bar) return;
         const RECT all = RectInParent(plate);
-        SCROLLINFO info{sizeof info, SIF_RANGE | SIF_PAGE, 0, 0, 0, 0, 0};
+        // On the way to another zoom the area is larger already, and the plate not yet.
+        SCROLLINFO info{sizeof info, SIF_RANGE | SIF_PAGE | SIF_POS, 0, 0, 0, 0, 0};
+        info.nPos = static_cast<int>(CKxGUILayoutManager::Zoomed(m_top));
         info.nMax = std::max(0, static_cast<int>(all.bottom - all.top) - 1);
         info.nPage = static_cast<UINT>(Page());
-        SetScrollInfo(Bar(), SB_CTL, &info, TRUE);
+        SetScrollInfo(Bar(), SB_CTL, &info, redraw);
         const bool isWanted = info.nMax >= Page();
         if (((GetWindowLongW(Bar(), GWL_STYLE) & WS_VISIBLE) != 0) != isWanted)
             ShowWindow(Bar(), isWanted ? SW_SHOWNA : SW_HIDE);
@@ -171,6 +176,7 @@ public:
     bool ScrollTo(int position) {
         const int before = GetScrollPos(Bar(), SB_CTL);
         SetScrollPos(Bar(), SB_CTL, position, TRUE);
+        m_top = CKxGUILayoutManager::Unzoomed(GetScrollPos(Bar(), SB_CTL));
         MovePlate();
         return GetScrollPos(Bar(), SB_CTL) != before;
     }
@@ -187,8 +193,13 @@ public:
         switch (message.id) {
         case WM_DESTROY: m_bar = nullptr; return std::nullopt;
         case WM_SIZE: Fit(); return std::nullopt;
+        case WM_KX_ZOOM_CHANGED:
+            // It places the plate where it has stood at the last zoom.
+            ApplyZoom(message.window);
+            Fit();
+            return 0;
         case WM_MOUSEWHEEL: ScrollBy(-kRow * KX_TakeWheelNotches(message.window, message.wParam)); return 0;
-        case WM_VSCROLL: Scroll(LOWORD(message.wParam)); return 0;
+        case WM_VSCROLL: Scroll(LOWORD(message.wParam), HIWORD(message.wParam)); return 0;
         default: return std::nullopt;
         }
     }
@@ -206,8 +217,8 @@ private:
         if (RectInParent(plate).top != top)
             SetWindowPos(plate, nullptr, 0, top, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
     }
-    void Scroll(int code) {
-        SCROLLINFO info{sizeof info, SIF_ALL, 0, 0, 0, 0, 0};
+    void Scroll(int code, int to) {
+        SCROLLINFO info{sizeof info, SIF_RANGE | SIF_PAGE | SIF_POS, 0, 0, 0, 0, 0};
         GetScrollInfo(Bar(), SB_CTL, &info);
         const int page = static_cast<int>(info.nPage);
         switch (code) {
@@ -218,12 +229,13 @@ private:
         case SB_TOP: ScrollTo(0); break;
         case SB_BOTTOM: ScrollTo(info.nMax); break;
         case SB_THUMBTRACK:
-        case SB_THUMBPOSITION: ScrollTo(info.nTrackPos); break;
+        case SB_THUMBPOSITION: ScrollTo(to); break;
         default: break;
         }
     }
 
     HWND m_bar = nullptr;
+    long m_top = 0;  // how far it was scrolled, in unzoomed pixels
 };
 
 CKxDevUI_MultiLaser::Inside::Inside(CKxDevUI_MultiLaser& set)

@@ -37,10 +37,6 @@ RECT Zoomed(const RECT& rect) {
     return {at(rect.left), at(rect.top), at(rect.right), at(rect.bottom)};
 }
 
-void SetTextOf(HWND window, const CKxStringW& text) {
-    if (window && TextOf(window) != text) SetWindowTextW(window, text);
-}
-
 }  // namespace
 
 // ---- The slider ----------------------------------------------------------------------------------------------------
@@ -133,13 +129,12 @@ bool CKxDevUI_MultiLaserLine::Make(const Parts& parts) {
     if (!parts.Label(m_label, kTitleId, NameText(), {18, 4, 92, 38}) ||
         !parts.PushRadio(button, kButtonId, Translated(L"On"), {96, 8, 132, 28}, false, nullptr,
                          DWORD{WS_TABSTOP} | BS_NOTIFY) ||
-        !m_slider.Make(parts, {136, 0, std::max(right, 136L), m_height - 1}) ||
+        !m_slider.Make(parts, {136, 0, std::max(right, 136L), m_height - 1}, WS_TABSTOP) ||
         !m_field.Make(parts, {right + 4, 8, right + 52, 28}) ||
         !parts.Label(kUnitId, UnitText(), {right + 56, 11, right + 76, 27}) ||
         !parts.Label(kInfoId, InfoText(), {right + 80, 4, m_width, 38})) {
         return false;
     }
-    m_slider.SetTabStop(true);
     ShowLight(button);
     m_requests->Tell(ActivityNow());
     if (parts && !IsOperable(m_line)) ShowUsable();
@@ -305,7 +300,7 @@ KxActivity CKxDevUI_MultiLaserLine::ActivityNow() const {
 
 void CKxDevUI_MultiLaserLine::ShowRequests() const {
     InvalidateRect(m_hWnd, nullptr, TRUE);
-    InvalidateRect(m_slider, nullptr, FALSE);
+    if (m_slider) InvalidateRect(m_slider, nullptr, FALSE);
 }
 
 // Below the point of colour.

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include <kxdevui/framework/ui_activity.h>
+#include <kxdevui/framework/ui_arithmetic.h>
 #include <kxdevui/framework/ui_control.h>
 #include <kxdevui/framework/ui_device.h>
 #include <kxsystem/kx_log.h>
@@ -36,14 +37,13 @@ CKxDevUI_MultiLaserSubset::CKxDevUI_MultiLaserSubset()
 CKxDevUI_MultiLaserSubset::~CKxDevUI_MultiLaserSubset() { Destroy(); }
 
 bool CKxDevUI_MultiLaserSubset::Make(const Parts& parts) {
-    const long count = static_cast<long>(m_subsets.size()), width = m_width + kGap;
-    for (long i = 0; i < count; ++i) {
+    const int count = static_cast<int>(m_subsets.size());
+    for (int i = 0; i < count; ++i) {
         HWND button = nullptr;
-        const RECT place{width * i / count, 0, width * (i + 1) / count - kGap, kRow};
+        const RECT place = ShareOf({0, 0, m_width, kRow}, i, count, kGap);
         const CKxStringW name =
-            i < static_cast<long>(m_subsets.size()) ? m_subsets[static_cast<std::size_t>(i)].name : L"";
-        if (!parts.PushRadio(button, kFirstSubset + static_cast<int>(i), name, place, false, nullptr, WS_TABSTOP))
-            return false;
+            i < static_cast<int>(m_subsets.size()) ? m_subsets[static_cast<std::size_t>(i)].name : L"";
+        if (!parts.PushRadio(button, kFirstSubset + i, name, place, false, nullptr, WS_TABSTOP)) return false;
     }
     if (!MakeBelow(parts, count > 0 ? kRow + kBelow : 0)) return false;
     ShowSubsets();
@@ -107,8 +107,7 @@ void CKxDevUI_MultiLaserSubset::ShowSubsets() {
     for (std::size_t i = 0; parts && i < m_subsets.size(); ++i) {
         const SKxLaserSubset& subset = m_subsets[i];
         const HWND button = PartAt(kFirstSubset + static_cast<int>(i));
-        const CKxStringW text = AsButtonText(subset.name);
-        if (TextOf(button) != text) SetWindowTextW(button, text);
+        SetTextOf(button, AsButtonText(subset.name));
         const WPARAM down = subset.active ? BST_CHECKED : BST_UNCHECKED;
         if (SendMessageW(button, BM_GETCHECK, 0, 0) != static_cast<LRESULT>(down))
             SendMessageW(button, BM_SETCHECK, down, 0);
@@ -123,6 +122,10 @@ void CKxDevUI_MultiLaserSubset::Activate(long subset, bool active) {
     for (SKxLaserSubset& each : m_subsets)
         if (m_exclusive) each.active = false;
     m_subsets[static_cast<std::size_t>(subset)].active = active;
+    // What the user has done since is not taken back.
+    const std::vector<SKxLaserLine> now = GetLines();
+    for (std::size_t i = 0; i < std::min(now.size(), m_told.size()); ++i)
+        m_told[i].on = now[i].on, m_told[i].power = now[i].power;
     const Alive alive(static_cast<CKxDevUI_Base*>(this));
     ShowLines();
     if (alive) ShowSubsets();

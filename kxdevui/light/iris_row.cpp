@@ -58,8 +58,8 @@ bool IrisRow::Make(const Parts& parts, const RECT& place) {
         return false;
     if (m_table.empty()) return true;
     const long field = place.right - kUnit - kField;
-    if (!m_slider.Make(parts, {place.left + kPicture + 4, place.top, field - 4, place.bottom})) return false;
-    m_slider.SetTabStop(true);
+    if (!m_slider.Make(parts, {place.left + kPicture + 4, place.top, field - 4, place.bottom}, WS_TABSTOP))
+        return false;
     m_slider.Show(m_aperture);
     return parts && m_field.Make(parts, {field, place.top + 2, field + kField, place.top + 22}) &&
            parts.Label(unit, m_first + 2, iris::UnitText(m_unit),
@@ -119,6 +119,9 @@ bool IrisRow::Draw(HWND control, const Message& message, bool lit, bool lost) co
     return true;
 }
 
-void IrisRow::Redraw(HWND control) const { InvalidateRect(GetDlgItem(control, m_first), nullptr, FALSE); }
+void IrisRow::Redraw(HWND control) const {
+    // Without a window this would invalidate the desktop.
+    if (const HWND picture = GetDlgItem(control, m_first)) InvalidateRect(picture, nullptr, FALSE);
+}
 
 }  // namespace kx::ui

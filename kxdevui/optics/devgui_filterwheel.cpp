@@ -96,6 +96,7 @@ struct CKxDevUI_FilterWheel::Inside : PositionPanel {
         return position >= 0 && position < Shown() ? &filters[static_cast<std::size_t>(position)] : nullptr;
     }
     void ShowStructure(const Structure& structure);
+    CKxStringW NameShown(long position) const;
     void ShowName(long position);
 
     long count = 0;
@@ -140,7 +141,8 @@ void CKxDevUI_FilterWheel::AddButtons() {
     for (int i = 0; parts && i < m_inside->Shown(); ++i) {
         const long x = (m_gapX + m_buttonWidth) * (i % columns) + m_firstX;
         const long y = (m_gapY + m_buttonHeight) * (i / columns) + m_firstY;
-        const HWND button = m_inside->AddButton(kFirstButton + i, L"", {x, y, x + m_buttonWidth, y + m_buttonHeight},
+        const HWND button = m_inside->AddButton(kFirstButton + i, PositionPanel::NameFor(i, m_inside->NameShown(i)),
+                                                {x, y, x + m_buttonWidth, y + m_buttonHeight},
                                                 m_inside->enabled ? BS_OWNERDRAW : BS_OWNERDRAW | WS_DISABLED);
         SetFont(button, KX_GetDefaultGuiFont());
     }
@@ -236,10 +238,12 @@ void CKxDevUI_FilterWheel::SetFilterName(long position, const wchar_t* name) {
     m_inside->RedrawButtons();
 }
 
-void CKxDevUI_FilterWheel::Inside::ShowName(long position) {
+CKxStringW CKxDevUI_FilterWheel::Inside::NameShown(long position) const {
     const CKxStringW& name = filters[static_cast<std::size_t>(position)].name;
-    PositionPanel::SetTip(position, name.IsEmpty() ? KX_GetTranslation(L"Empty", kSource) : name);
+    return name.IsEmpty() ? KX_GetTranslation(L"Empty", kSource) : name;
 }
+
+void CKxDevUI_FilterWheel::Inside::ShowName(long position) { PositionPanel::SetTip(position, NameShown(position)); }
 
 CKxStringW CKxDevUI_FilterWheel::GetFilterName(long position) const {
     const Filter* filter = m_inside->At(position);

@@ -119,7 +119,7 @@ void CKxDevUI_Nosepiece::CreateControls() {
                                               place, SS_CENTER | SS_NOPREFIX);
         if (!parts) return;
         m_inside->labels.push_back(label);
-        m_inside->AddButton(kFirstButton + static_cast<int>(i), L"",
+        m_inside->AddButton(kFirstButton + static_cast<int>(i), PositionPanel::NameFor(i, TipOf(position)),
                             {x, m_buttonY, x + m_buttonWidth, m_buttonY + m_buttonHeight}, BS_OWNERDRAW);
     }
     if (!parts) return;

@@ -59,6 +59,18 @@ bool SetupDialog::Run(HWND owner) {
            reinterpret_cast<HWND>(INT_PTR{IDOK});
 }
 
+namespace {
+
+// It may be moved to a monitor of another scale.
+LRESULT CALLBACK ZoomProc(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id, DWORD_PTR) {
+    if (message == WM_NCDESTROY) RemoveWindowSubclass(dialog, ZoomProc, id);
+    const LRESULT result = DefSubclassProc(dialog, message, wParam, lParam);
+    if (message == CKxGUILayoutManager::ZoomChangedMessage) ui::ApplyZoom(dialog);
+    return result;
+}
+
+}  // namespace
+
 // ---- Making --------------------------------------------------------------------------------------------------------
 
 LRESULT SetupDialog::OnInit(UINT, WPARAM, LPARAM) {
@@ -66,6 +78,7 @@ LRESULT SetupDialog::OnInit(UINT, WPARAM, LPARAM) {
     MakeSearch();
     // A window of its own: nobody else zooms and colours it.
     CKxGUILayoutManager::ResizeWindowToGuiZoom(m_hWnd, 1.0);
+    SetWindowSubclass(m_hWnd, ZoomProc, 1, 0);
     KX_FollowColorScheme(m_hWnd);
     AlignWindow(true);
     NameForReaders();
@@ -130,10 +143,12 @@ void SetupDialog::NameForReaders() const {
 namespace {
 
 // The row that is filled has to be seen while the list or the search has the focus, in every scheme: the platform's
-// shade for that is faint, and the system's.
+// shade for that is faint, and both of its shades are the system's.
 LRESULT DrawRow(NMLVCUSTOMDRAW& draw) {
-    if (draw.nmcd.dwDrawStage == CDDS_PREPAINT)
-        return GetFocus() == draw.nmcd.hdr.hwndFrom ? CDRF_DODEFAULT : CDRF_NOTIFYITEMDRAW;
+    if (draw.nmcd.dwDrawStage == CDDS_PREPAINT) {
+        const bool isPlatforms = GetFocus() == draw.nmcd.hdr.hwndFrom && KX_GetColorScheme() == eKxColorScheme_System;
+        return isPlatforms ? CDRF_DODEFAULT : CDRF_NOTIFYITEMDRAW;
+    }
     if (draw.nmcd.dwDrawStage != CDDS_ITEMPREPAINT) return CDRF_DODEFAULT;
     const int row = static_cast<int>(draw.nmcd.dwItemSpec);
     if (ListView_GetItemState(draw.nmcd.hdr.hwndFrom, row, LVIS_SELECTED) == 0) return CDRF_DODEFAULT;

@@ -49,7 +49,8 @@ CKxDevUI_ZStack::CKxDevUI_ZStack() {
 // Whether a validation is under way is no state of the panel: a copy that took it over would refuse all for ever.
 CKxDevUI_ZStack::CKxDevUI_ZStack(const CKxDevUI_ZStack& other)
     : CKxGUIControlElement(other), m_data(other.m_data), m_devices(other.m_devices), m_controls(other.m_controls),
-      m_dirty(other.m_dirty), m_piezo(other.m_piezo), m_cube(other.m_cube), m_requests(other.m_requests) {
+      m_dirty(other.m_dirty), m_piezo(other.m_piezo), m_cube(other.m_cube), m_grips(other.m_grips),
+      m_requests(other.m_requests) {
     Life::Begin(this);
 }
 
@@ -65,6 +66,7 @@ CKxDevUI_ZStack& CKxDevUI_ZStack::operator=(const CKxDevUI_ZStack& other) {
     m_dirty = other.m_dirty;
     m_piezo = other.m_piezo;
     m_cube = other.m_cube;
+    m_grips = other.m_grips;
     m_requests = other.m_requests;
     return *this;
 }
@@ -123,6 +125,7 @@ HWND CKxDevUI_ZStack::Create(HWND parent, CKxZStackData* data, long x, long y, l
         // At 1.0 everything stands where it shall, and the layout manager asks for the rest when the zoom changes.
         if (CKxGUILayoutManager::GetGuiZoom() != 1.0) RegisterZoom(window);
         FitLabels();
+        if (m_grips) MakeGrips();
         KX_FollowColorScheme(window);
         if (!enabled) EnableWindow(window, FALSE);
         m_requests->Attach(window);
@@ -208,11 +211,16 @@ Handled CKxDevUI_ZStack::Handle(const Message& message) {
         return message.lParam ? OnMeasureItem(*reinterpret_cast<MEASUREITEMSTRUCT*>(message.lParam)) : std::nullopt;
     case WM_CTLCOLOREDIT: return OnCtlColorEdit(dc, control);
     case WM_CTLCOLORSTATIC: return OnCtlColorStatic(dc, control);
-    case WM_SIZE: InvalidateRect(message.window, nullptr, FALSE); return std::nullopt;
+    case WM_SIZE:
+        InvalidateRect(message.window, nullptr, FALSE);
+        PlaceGripsWindow();
+        return std::nullopt;
     case WM_ERASEBKGND: return OnEraseBkGnd(message.id, message.wParam, message.lParam);
     case WM_LBUTTONDOWN:
     case WM_MOUSEMOVE:
     case WM_MOUSELEAVE: return HandleMouse(message);
+    case WM_MOUSEWHEEL:
+    case WM_KX_MOUSE_WHEEL: return OnWheel(message);
     case WM_KEYDOWN:
         if (message.wParam == VK_TAB) Focus(nullptr, GetKeyState(VK_SHIFT) < 0);
         return std::nullopt;
@@ -254,6 +262,7 @@ void CKxDevUI_ZStack::OnEnabled(bool enabled) {
         ShownOf(window)->steps.reset();
         ShowSteps();
         ShowDevice();
+        ShowGrips();
     }
     InvalidateRect(window, nullptr, FALSE);
 }
@@ -262,6 +271,8 @@ void CKxDevUI_ZStack::OnGuiZoomChanged() {
     CKxGUIControlElement::OnGuiZoomChanged();
     if (!m_hWnd) return;
     FitLabels();
+    ShownOf(m_hWnd)->labelHeight = 0;
+    PlaceGripsWindow();
     InvalidateRect(m_hWnd, nullptr, FALSE);
 }
 

@@ -23,7 +23,10 @@ struct Field;
 struct Message;
 }  // namespace kx::ui
 namespace kx::zstack {
+struct Axis;
+struct Label;
 struct ScaleValues;
+enum class Grip;
 enum class Meaning;
 }  // namespace kx::zstack
 
@@ -38,7 +41,8 @@ enum class Meaning;
 //
 // The fields of step, range and number of planes are validated when the focus leaves them; Tab, Shift+Tab and Enter
 // move on, Escape puts back what was last set. The fields beside Top, Home and Bottom show
-// positions; a double click there, or the space bar, asks for Z to go there, and so does a click on the Z scale.
+// positions; a double click there, or the space bar, asks for Z to go there, and so does a click on the Z scale. Grips
+// beside the scale (EnableGrips) move the ends and the home of the series, and never Z.
 //
 // A host may make the fields beside Top (EditTop) and Bottom (EditBottom) writable, with EM_SETREADONLY. When one of
 // these loses the focus, the panel's parent gets WM_COMMAND with its id and EN_KILLFOCUS, and the host calls
@@ -154,6 +158,16 @@ public:
     // Shows, beside the type buttons, the sample with the objective above or, on an inverted stand, below; not at
     // first.
     void EnableCube(bool enable);
+
+    // Puts grips beside the magnified scale, with which the user drags the ends and the home, or moves them by keys,
+    // and lets the wheel magnify the scale; not at first.
+    //
+    // A grip is asked of the record with every step, as if its position were typed without moving the other end; the
+    // ends of a symmetric stack go together (SetBottom, SetTop). OnZStackChanged(3) follows when the record has taken
+    // it. What it refuses leaves the grip where it was taken last, which the user is told when the drag ends; a host
+    // refuses by putting its record back, and may say why (KX_SayWhyRefused). Escape, and the mouse being taken away,
+    // put all back as it was before, by the same calls. OnMoveZRequest is never called.
+    void EnableGrips(bool enable);
 
     // CommandByName: 1 if there is such a command, which is done. All else: 0.
     int CustomCommand(int command, INT_PTR parameter, void* data) override;
@@ -329,6 +343,20 @@ private:
     RECT ScaleArea() const;
     RECT CubeArea() const;
     void ShowScale(kx::zstack::ScaleValues values);
+    bool ShowZAlone(const kx::zstack::ScaleValues& values);
+    void RepaintScale();
+    std::vector<kx::zstack::Label> LabelsOf(const kx::zstack::ScaleValues& values, const kx::zstack::Axis& axis) const;
+    void ShowHover(const Position& z);
+    std::optional<LRESULT> OnWheel(const kx::ui::Message& message);
+    void Magnify(int notches, int row);
+
+    // What happens in the window of the grips.
+    class Grips;
+    static LRESULT CALLBACK GripsWndProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+    std::optional<LRESULT> HandleGrips(const kx::ui::Message& message);
+    void MakeGrips();
+    void PlaceGripsWindow();
+    void ShowGrips();
 
     Position Known(int (CKxZStackData::*getter)(double*) const) const;
     kx::zstack::ScaleValues ReadScale() const;
@@ -356,6 +384,7 @@ private:
     int m_hidden = 0;  // the field that a refresh takes the focus from
     CKxMenuPicker m_piezo;
     bool m_cube = false;
+    bool m_grips = false;
     // The life of its requests, shared with copies as the window is.
     std::shared_ptr<kx::ui::Activity> m_requests;
     bool m_validating = false;

@@ -35,6 +35,9 @@
 #define IDC_ZS_RANGE_UNIT 1202
 #define IDC_ZS_READOUT_LABEL 1203
 
+// The grips beside the scale, which no template has
+#define IDC_ZS_GRIPS 1256
+
 // Z device
 #define IDC_ZS_DEVICE_LABEL 1271
 #define IDC_ZS_DEVICE 1200

@@ -10,7 +10,9 @@
 
 #include <kxdevices/kx_zstackdata.h>
 #include <kxdevui/framework/ui_window.h>
-#include <kxdevui/zfocus/zstack_scale.h>
+#include <kxdevui/zfocus/zstack_grips.h>
+#include <kxdevui/zfocus/zstack_ids.h>
+#include <kxsystem/kx_string.h>
 
 namespace kx::zstack {
 
@@ -52,6 +54,23 @@ struct LabelPlace {
     bool widened;
 };
 
+// A text beside the scale, at a row of it.
+struct Label {
+    int row;
+    std::wstring text;
+    COLORREF color;
+};
+
+// A grip that is being dragged: its position when the pointer was at row `pressed`, the row that it is at now, and what
+// the record was before.
+struct Drag {
+    Grip grip;
+    double from;
+    int pressed;
+    int row;
+    StackNumbers before;
+};
+
 // A refresh compares with it and touches nothing that is the same.
 struct Shown {
     // What the last refresh showed; the device's index, and whether the tooltips speak of an inverted stand.
@@ -66,7 +85,35 @@ struct Shown {
     bool typed = false;
     // The position under the pointer.
     std::optional<double> hover;
+    // What the magnified scale shows, unless it is the stack, and the notches of the wheel that have led there.
+    std::optional<Stretch> view;
+    int notches = 0;
+    // Of the labels beside the scale, as they were painted; 0 before.
+    int labelHeight = 0;
+    // The grip that keys move, and what was before they did; the one that is dragged; why the last place was refused.
+    Grip grip = Grip::Top;
+    std::optional<StackNumbers> beforeKeys;
+    std::optional<Drag> drag;
+    std::optional<CKxStringW> refusal;
+
+    // What the magnified scale shows of these values, and whether that is a part of the other.
+    Stretch StretchOf(const ScaleValues& values) const { return view ? *view : StackStretch(values); }
+    bool IsMagnified(const ScaleValues& values) const { return view || (values.top && values.bottom); }
 };
+
+// Where the parts of the scale are; grips stand between the bars, text from `labels` to the right end.
+struct Places {
+    RECT whole, grips, stack;
+    long labels;
+};
+Places PlacesIn(const RECT& area, bool grips);
+Axis AxisOf(const RECT& bar, const Stretch& stretch);
+void DrawFunnel(HDC dc, const Places& places, const ScaleValues& values, const Stretch& stretch);
+
+// The button that is named as a grip's line is.
+inline int ButtonOf(Grip grip) {
+    return grip == Grip::Top ? IDC_ZS_TOP : grip == Grip::Home ? IDC_ZS_HOME : IDC_ZS_BOTTOM;
+}
 
 // The panel's, made when there is none.
 inline std::shared_ptr<Shown> ShownOf(HWND panel) {

@@ -394,7 +394,8 @@ BOOL CALLBACK FollowEach(HWND window, LPARAM) {
 
 // Looking into each of them is a round trip under Wine.
 bool HasNothingInside(HWND window) {
-    return kx::IsClass(window, WC_BUTTONW) || kx::IsClass(window, WC_STATICW) || kx::IsClass(window, WC_EDITW);
+    return kx::IsClass(window, WC_BUTTONW) || kx::IsClass(window, WC_STATICW) || kx::IsClass(window, WC_EDITW) ||
+           kx::IsClass(window, WC_LISTBOXW);
 }
 
 }  // namespace

@@ -28,6 +28,7 @@ enum EKxDeviceType : int {
     eKxDeviceType_LaserEngine = 30,
     eKxDeviceType_Iris = 31,
     eKxDeviceType_NDFilter = 32,
+    eKxDeviceType_Lamp = 33,
     eKxDeviceType_FirstOwn = 1000,  // from here on: kinds of a host's own
 };
 
@@ -335,6 +336,55 @@ public:
     virtual bool IsShutterOpen() const { return false; }
 };
 
+// What makes the light of a lamp.
+enum EKxLampKind : int {
+    eKxLampKind_LED = 0,
+    eKxLampKind_Halogen = 1,  // a filament, whose colour changes with its voltage
+    eKxLampKind_Arc = 2,      // is bright after minutes, and cannot be lit while it is hot
+};
+
+// What the intensities of a lamp are.
+enum EKxLampUnit : int {
+    eKxLampUnit_Percent = 0,  // of its full light
+    eKxLampUnit_Volts = 1,    // at its filament
+};
+
+// A lamp, with or without a shutter before it.
+class KXDEVICES_API IKxDeviceLamp : public IKxDevice {
+public:
+    // Always a lamp.
+    static constexpr EKxDeviceType kKind = eKxDeviceType_Lamp;
+    EKxDeviceType GetType() const final { return kKind; }
+
+    // What makes its light, and whether it is on.
+    virtual EKxLampKind GetLampKind() const = 0;
+    virtual bool IsOn() const = 0;
+    // The intensities that it can be set to, what they are, and how far apart; a step of 0 leaves none out. A lamp
+    // whose largest is not above its least can only be switched.
+    virtual EKxLampUnit GetUnit() const { return eKxLampUnit_Percent; }
+    virtual void GetRange(double& minimum, double& maximum) const = 0;
+    virtual double GetStep() const { return 0; }
+    // What it was set to, also while it is off. Leaves `intensity` as it is, and returns false, while it is not known.
+    virtual bool GetIntensity(double& intensity) const = 0;
+    // What there is of it now, on the same scale: less while it follows, or is not warm. False when it does not
+    // measure.
+    virtual bool GetMeasured(double&) const { return false; }
+
+    // Of a halogen lamp: the colour temperature of its largest intensity, in kelvin; 0 when that is not known.
+    virtual double GetFullTemperature() const { return 0; }
+    // What part of its warming up is done, from 0 to 1, and how many seconds it still takes, below 0 when that is not
+    // known. False when it is not warming up, or does not tell.
+    virtual bool GetWarmUp(double&, double&) const { return false; }
+    // The seconds until it may be lit again; 0 when it may be now.
+    virtual double GetCoolDown() const { return 0; }
+    // The hours that it has burnt, and those that it is good for, 0 when they are not known. False when nobody counts.
+    virtual bool GetHours(double&, double&) const { return false; }
+
+    // Whether there is a shutter, and whether that is open.
+    virtual bool HasShutter() const { return false; }
+    virtual bool IsShutterOpen() const { return false; }
+};
+
 // A drive that focuses, or a piezo: anything that stands somewhere along Z.
 class KXDEVICES_API IKxDeviceZDrive : public IKxDevice {
 public:
@@ -348,4 +398,16 @@ public:
     virtual bool GetPosition(double& position) const = 0;
     // Where it was sent, which is where it stands once it is there. False when it cannot tell.
     virtual bool GetTarget(double&) const { return false; }
+
+    // What follows leaves its outputs as they are, and returns false, where there is no such thing. The limits that the
+    // user has set within the range, beyond which the drive is not to go; where its home is.
+    virtual bool GetLowerLimit(double&) const { return false; }
+    virtual bool GetUpperLimit(double&) const { return false; }
+    virtual bool GetHome(double&) const { return false; }
+    // How fast it goes, and the slowest and the fastest that it can be set to, in micrometres a second.
+    virtual bool GetSpeed(double&, double&, double&) const { return false; }
+    // Whether the joystick, or the knob, by which it is moved by hand is locked.
+    virtual bool GetJoystickLock(bool&) const { return false; }
+    // Whether a rising Z takes the objective away from the sample: then the upper end is the safe one.
+    virtual bool IsInverted() const { return false; }
 };

@@ -65,6 +65,16 @@ bool Give(Value* output, bool known, const Value& value) {
     return known;
 }
 
+// What a Z drive tells of itself by one of its functions.
+template <class Value>
+bool GiveZ(CDMApi_LogDevId id, const char* function, bool (IKxDeviceZDrive::*get)(Value&) const, Value* output) {
+    return Answer<IKxDeviceZDrive>(id, function, [=](auto& device) {
+        Value value{};
+        const bool known = (device.*get)(value);
+        return Give(output, known, value);
+    });
+}
+
 }  // namespace
 
 IKxDevice::~IKxDevice() { CKxDeviceRegistry::Remove(*this); }
@@ -183,11 +193,32 @@ CKxDMApiBool DMApi::ZDrive_GetRange(CDMApi_LogDevId id, double* minimum, double*
     });
 }
 CKxDMApiBool DMApi::ZDrive_GetPosition(CDMApi_LogDevId id, double* position) {
+    return GiveZ(id, __func__, &IKxDeviceZDrive::GetPosition, position);
+}
+CKxDMApiBool DMApi::ZDrive_GetTarget(CDMApi_LogDevId id, double* target) {
+    return GiveZ(id, __func__, &IKxDeviceZDrive::GetTarget, target);
+}
+CKxDMApiBool DMApi::ZDrive_GetLowerLimit(CDMApi_LogDevId id, double* limit) {
+    return GiveZ(id, __func__, &IKxDeviceZDrive::GetLowerLimit, limit);
+}
+CKxDMApiBool DMApi::ZDrive_GetUpperLimit(CDMApi_LogDevId id, double* limit) {
+    return GiveZ(id, __func__, &IKxDeviceZDrive::GetUpperLimit, limit);
+}
+CKxDMApiBool DMApi::ZDrive_GetHome(CDMApi_LogDevId id, double* home) {
+    return GiveZ(id, __func__, &IKxDeviceZDrive::GetHome, home);
+}
+CKxDMApiBool DMApi::ZDrive_GetSpeed(CDMApi_LogDevId id, double* speed, double* slowest, double* fastest) {
     return Answer<IKxDeviceZDrive>(id, __func__, [=](auto& device) {
-        double value = 0;
-        const bool known = device.GetPosition(value);
-        return Give(position, known, value);
+        double is = 0, least = 0, most = 0;
+        const bool known = device.GetSpeed(is, least, most);
+        return Give(speed, known, is) && Give(slowest, known, least) && Give(fastest, known, most);
     });
+}
+CKxDMApiBool DMApi::ZDrive_GetJoystickLock(CDMApi_LogDevId id, bool* locked) {
+    return GiveZ(id, __func__, &IKxDeviceZDrive::GetJoystickLock, locked);
+}
+CKxDMApiBool DMApi::ZDrive_GetInverted(CDMApi_LogDevId id) {
+    return Answer<IKxDeviceZDrive>(id, __func__, [](auto& device) { return device.IsInverted(); });
 }
 long DMApi::LightPath_GetPositionCount(CDMApi_LogDevId id) {
     return Answer<IKxDeviceLightPath>(id, __func__, [](auto& device) { return device.GetPositionCount(); });
@@ -358,6 +389,68 @@ CKxDMApiBool DMApi::NDFilter_HasShutter(CDMApi_LogDevId id) {
 }
 CKxDMApiBool DMApi::NDFilter_IsShutterOpen(CDMApi_LogDevId id) {
     return Answer<IKxDeviceNDFilter>(id, __func__, [](auto& device) { return device.IsShutterOpen(); });
+}
+
+// ---- Lamps ----------------------------------------------------------------------------------------------------------
+
+EKxLampKind DMApi::Lamp_GetKind(CDMApi_LogDevId id) {
+    return Answer<IKxDeviceLamp>(id, __func__, [](auto& device) { return device.GetLampKind(); });
+}
+CKxDMApiBool DMApi::Lamp_IsOn(CDMApi_LogDevId id) {
+    return Answer<IKxDeviceLamp>(id, __func__, [](auto& device) { return device.IsOn(); });
+}
+EKxLampUnit DMApi::Lamp_GetUnit(CDMApi_LogDevId id) {
+    return Answer<IKxDeviceLamp>(id, __func__, [](auto& device) { return device.GetUnit(); });
+}
+CKxDMApiBool DMApi::Lamp_GetRange(CDMApi_LogDevId id, double* minimum, double* maximum) {
+    return Answer<IKxDeviceLamp>(id, __func__, [=](auto& device) {
+        double first = 0, second = 0;
+        device.GetRange(first, second);
+        return Give(minimum, true, first) && Give(maximum, true, second);
+    });
+}
+double DMApi::Lamp_GetStep(CDMApi_LogDevId id) {
+    return Answer<IKxDeviceLamp>(id, __func__, [](auto& device) { return device.GetStep(); });
+}
+CKxDMApiBool DMApi::Lamp_GetIntensity(CDMApi_LogDevId id, double* intensity) {
+    return Answer<IKxDeviceLamp>(id, __func__, [=](auto& device) {
+        double value = 0;
+        const bool known = device.GetIntensity(value);
+        return Give(intensity, known, value);
+    });
+}
+CKxDMApiBool DMApi::Lamp_GetMeasured(CDMApi_LogDevId id, double* intensity) {
+    return Answer<IKxDeviceLamp>(id, __func__, [=](auto& device) {
+        double value = 0;
+        const bool known = device.GetMeasured(value);
+        return Give(intensity, known, value);
+    });
+}
+double DMApi::Lamp_GetFullTemperature(CDMApi_LogDevId id) {
+    return Answer<IKxDeviceLamp>(id, __func__, [](auto& device) { return device.GetFullTemperature(); });
+}
+CKxDMApiBool DMApi::Lamp_GetWarmUp(CDMApi_LogDevId id, double* done, double* seconds) {
+    return Answer<IKxDeviceLamp>(id, __func__, [=](auto& device) {
+        double first = 0, second = 0;
+        const bool known = device.GetWarmUp(first, second);
+        return Give(done, known, first) && Give(seconds, known, second);
+    });
+}
+double DMApi::Lamp_GetCoolDown(CDMApi_LogDevId id) {
+    return Answer<IKxDeviceLamp>(id, __func__, [](auto& device) { return device.GetCoolDown(); });
+}
+CKxDMApiBool DMApi::Lamp_GetHours(CDMApi_LogDevId id, double* burnt, double* rated) {
+    return Answer<IKxDeviceLamp>(id, __func__, [=](auto& device) {
+        double first = 0, second = 0;
+        const bool known = device.GetHours(first, second);
+        return Give(burnt, known, first) && Give(rated, known, second);
+    });
+}
+CKxDMApiBool DMApi::Lamp_HasShutter(CDMApi_LogDevId id) {
+    return Answer<IKxDeviceLamp>(id, __func__, [](auto& device) { return device.HasShutter(); });
+}
+CKxDMApiBool DMApi::Lamp_IsShutterOpen(CDMApi_LogDevId id) {
+    return Answer<IKxDeviceLamp>(id, __func__, [](auto& device) { return device.IsShutterOpen(); });
 }
 
 CKxDMApiBool DMApi::Grabber_GetActive() { return CKxDeviceRegistry::IsGrabberActive(); }

@@ -86,6 +86,13 @@ struct KXDEVICES_API DMApi {
     // Of Z drives, in micrometres; outputs as above.
     static CKxDMApiBool ZDrive_GetRange(CDMApi_LogDevId id, double* minimum, double* maximum);
     static CKxDMApiBool ZDrive_GetPosition(CDMApi_LogDevId id, double* position);
+    static CKxDMApiBool ZDrive_GetTarget(CDMApi_LogDevId id, double* target);
+    static CKxDMApiBool ZDrive_GetLowerLimit(CDMApi_LogDevId id, double* limit);
+    static CKxDMApiBool ZDrive_GetUpperLimit(CDMApi_LogDevId id, double* limit);
+    static CKxDMApiBool ZDrive_GetHome(CDMApi_LogDevId id, double* home);
+    static CKxDMApiBool ZDrive_GetSpeed(CDMApi_LogDevId id, double* speed, double* slowest, double* fastest);
+    static CKxDMApiBool ZDrive_GetJoystickLock(CDMApi_LogDevId id, bool* locked);
+    static CKxDMApiBool ZDrive_GetInverted(CDMApi_LogDevId id);
 
     // Of light paths; the output as above.
     static long LightPath_GetPositionCount(CDMApi_LogDevId id);
@@ -139,6 +146,21 @@ struct KXDEVICES_API DMApi {
     static CKxDMApiBool NDFilter_GetTarget(CDMApi_LogDevId id, long wheel, long* position);
     static CKxDMApiBool NDFilter_HasShutter(CDMApi_LogDevId id);
     static CKxDMApiBool NDFilter_IsShutterOpen(CDMApi_LogDevId id);
+
+    // Of lamps; outputs as above.
+    static EKxLampKind Lamp_GetKind(CDMApi_LogDevId id);
+    static CKxDMApiBool Lamp_IsOn(CDMApi_LogDevId id);
+    static EKxLampUnit Lamp_GetUnit(CDMApi_LogDevId id);
+    static CKxDMApiBool Lamp_GetRange(CDMApi_LogDevId id, double* minimum, double* maximum);
+    static double Lamp_GetStep(CDMApi_LogDevId id);
+    static CKxDMApiBool Lamp_GetIntensity(CDMApi_LogDevId id, double* intensity);
+    static CKxDMApiBool Lamp_GetMeasured(CDMApi_LogDevId id, double* intensity);
+    static double Lamp_GetFullTemperature(CDMApi_LogDevId id);
+    static CKxDMApiBool Lamp_GetWarmUp(CDMApi_LogDevId id, double* done, double* seconds);
+    static double Lamp_GetCoolDown(CDMApi_LogDevId id);
+    static CKxDMApiBool Lamp_GetHours(CDMApi_LogDevId id, double* burnt, double* rated);
+    static CKxDMApiBool Lamp_HasShutter(CDMApi_LogDevId id);
+    static CKxDMApiBool Lamp_IsShutterOpen(CDMApi_LogDevId id);
 
     // Whether a camera acquires images.
     static CKxDMApiBool Grabber_GetActive();

@@ -91,7 +91,8 @@ void CKxSimDevice::Start(long target, long steps) {
 
 void CKxSimDevice::Tick() {
     const bool onTheWay = m_motion.state == eKxDeviceState_Moving && TellsOnTheWay();
-    if (m_motion.Tick(KX_GetTimeCounter(), m_fails) || onTheWay) {
+    const bool ended = m_motion.Tick(KX_GetTimeCounter(), m_fails), aged = Ages();
+    if (ended || onTheWay || aged) {
         CKxDeviceRegistry::Notify(Device().GetLogDevId(), EKxDeviceChange::Position);
     }
 }
@@ -335,21 +336,113 @@ bool CKxSimShutter::GetModeAvailable(EKxShutterMode mode) const {
 
 double SKxSimRange::NearestToZero() const noexcept { return std::max(minimum, std::min(0.0, maximum)); }
 
+bool CKxSimZDrive::MayGo(double position) const noexcept {
+    return m_range.Has(position) && (!m_lower || position >= *m_lower) && (!m_upper || position <= *m_upper);
+}
+
+// Where it was sent, and what it has crept since.
+double CKxSimZDrive::Stands() const {
+    const unsigned now = KX_GetTimeCounter();
+    const double at = m_way.At(m_motion, now);
+    if (m_drift == 0 || m_motion.state == eKxDeviceState_Moving) return at;
+    constexpr double kMinute = 60000;
+    return std::clamp(at + m_drift * (now - m_restSince) / kMinute, m_range.minimum, m_range.maximum);
+}
+
 bool CKxSimZDrive::MoveTo(double position) {
-    if (!m_range.Has(position)) return false;
-    MoveAlong(m_way, position, position - m_way.At(m_motion, KX_GetTimeCounter()));
+    if (!MayGo(position)) return false;
+    const double at = Stands();
+    MoveAlong(m_way, position, position - at);
+    m_way.from = at;
+    m_restSince = m_motion.arrival;
     return true;
 }
+
+bool CKxSimZDrive::TurnByHand(double position) {
+    if (m_joystickLock || !MayGo(position)) return false;
+    m_motion = {};
+    m_restSince = KX_GetTimeCounter();
+    m_way = {position, position, m_restSince};
+    CKxDeviceRegistry::Notify(GetLogDevId(), EKxDeviceChange::Position);
+    return true;
+}
+
+bool CKxSimZDrive::SetLimits(std::optional<double> lower, std::optional<double> upper) {
+    if ((lower && !m_range.Has(*lower)) || (upper && !m_range.Has(*upper)) || (lower && upper && *lower > *upper))
+        return false;
+    m_lower = lower;
+    m_upper = upper;
+    Changed();
+    return true;
+}
+
+bool CKxSimZDrive::SetHome(double home) {
+    if (!m_range.Has(home)) return false;
+    m_home = home;
+    Changed();
+    return true;
+}
+
+namespace {
+
+constexpr double kSlowest = 10, kFastest = 10000;  // micrometres a second
+
+// For 100 micrometres.
+unsigned MillisecondsAt(double speed) { return static_cast<unsigned>(std::lround(100 * 1000 / speed)); }
+
+}  // namespace
+
+bool CKxSimZDrive::SetTravelSpeed(double speed) {
+    if (!(speed >= kSlowest && speed <= kFastest)) return false;
+    m_speed = speed;
+    SetSpeed(MillisecondsAt(speed));
+    Changed();
+    return true;
+}
+
+// What was set, whatever milliseconds it has been given since; before, what those come to.
+bool CKxSimZDrive::GetSpeed(double& speed, double& slowest, double& fastest) const {
+    const double milliseconds = std::max(GetMillisecondsPerPosition(), 1u);
+    speed = m_speed > 0 ? m_speed : std::clamp(100 * 1000 / milliseconds, kSlowest, kFastest);
+    slowest = kSlowest;
+    fastest = kFastest;
+    return true;
+}
+
+void CKxSimZDrive::SetJoystickLock(bool locked) {
+    m_joystickLock = locked;
+    Changed();
+}
+
+void CKxSimZDrive::SetInverted(bool inverted) {
+    m_inverted = inverted;
+    Changed();
+}
+
+void CKxSimZDrive::SetDrift(double perMinute) {
+    if (!std::isfinite(perMinute)) return;
+    if (m_motion.state != eKxDeviceState_Moving) {
+        m_way.to = Stands();
+        m_restSince = KX_GetTimeCounter();
+    }
+    m_drift = perMinute;
+}
+
+void CKxSimZDrive::Changed() const { CKxDeviceRegistry::Notify(GetLogDevId(), EKxDeviceChange::Structure); }
 
 void CKxSimZDrive::GetRange(double& minimum, double& maximum) const {
     minimum = m_range.minimum;
     maximum = m_range.maximum;
 }
 
-bool CKxSimZDrive::Tell(double& position, bool target) const {
-    if (!m_motion.IsKnown()) return false;
-    position = target ? m_way.to : m_way.At(m_motion, KX_GetTimeCounter());
-    return true;
+bool CKxSimZDrive::GetPosition(double& position) const {
+    if (m_motion.IsKnown()) position = Stands();
+    return m_motion.IsKnown();
+}
+
+bool CKxSimZDrive::GetTarget(double& position) const {
+    if (m_motion.IsKnown()) position = m_way.to;
+    return m_motion.IsKnown();
 }
 
 bool CKxSimStage::MoveTo(double x, double y) {

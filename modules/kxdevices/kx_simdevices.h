@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -61,6 +62,18 @@ struct KXDEVICES_API SKxSimZDrive {
     bool IsMoving(unsigned now) const noexcept { return Position(now) != to; }
 };
 
+// An XY stage: two such axes, each at its own speed; a value as well.
+struct KXDEVICES_API SKxSimXYStage {
+    // From side to side, and from the front to the back.
+    SKxSimZDrive x{.rangeMin = -50000, .rangeMax = 50000, .speed = 2000};
+    SKxSimZDrive y{.rangeMin = -35000, .rangeMax = 35000, .speed = 2000};
+
+    // Sets out with both, as each of them does.
+    void Start(double toX, double toY, unsigned now) noexcept { x.Start(toX, now), y.Start(toY, now); }
+    // Whether one of them is on its way.
+    bool IsMoving(unsigned now) const noexcept { return x.IsMoving(now) || y.IsMoving(now); }
+};
+
 // What all simulated devices have: names, speed and faults.
 class KXDEVICES_API CKxSimDevice {
 public:
@@ -94,6 +107,9 @@ public:
     // Asks for a place, -1 to 9, that the device may not have: for what keeps all devices busy, whatever they are.
     virtual void TryPlace(int where) = 0;
 
+    // In milliseconds, as it was set.
+    unsigned GetMillisecondsPerPosition() const noexcept { return m_speed; }
+
 protected:
     // Whether the listeners are told at every tick of a movement, and not of its beginning and its end alone.
     virtual bool TellsOnTheWay() const noexcept { return false; }
@@ -107,6 +123,8 @@ protected:
     virtual bool TellsTarget() const noexcept { return true; }
     // A movement is broken off: true when the device knows where it stands all the same.
     virtual bool StandsStill() { return false; }
+    // Called by every tick: true when something else that the device tells has changed with the time.
+    virtual bool Ages() { return false; }
 
     // For the interface's answers.
     SKxSimMotion m_motion;
@@ -357,25 +375,61 @@ public:
     // Stands as near to 0 as its range lets it.
     CKxSimZDrive(const wchar_t* key, SKxSimRange range)
         : CKxSim(key), m_range(range), m_way{range.NearestToZero(), range.NearestToZero(), 0} {}
-    // Goes to a position in micrometres; false outside of the range.
+    // Goes to a position in micrometres; false outside of the range and beyond a limit.
     bool MoveTo(double position);
+    // A hand turns it, or the joystick: there at once. False while that is locked, and where it may not go.
+    bool TurnByHand(double position);
+
+    // Limits within the range; empty for none. False, and nothing is changed, for what lies outside of it and for
+    // limits that would cross.
+    bool SetLowerLimit(std::optional<double> limit) { return SetLimits(limit, m_upper); }
+    bool SetUpperLimit(std::optional<double> limit) { return SetLimits(m_lower, limit); }
+    // False outside of the range.
+    bool SetHome(double home);
+    // In micrometres a second, 10 to 10,000; false for all else.
+    bool SetTravelSpeed(double speed);
+    void SetJoystickLock(bool locked);
+    // Whether a rising Z takes the objective away from the sample.
+    void SetInverted(bool inverted);
+    // While it stands it creeps by so many micrometres a minute, and tells that at each tick; 0, at first, is none.
+    void SetDrift(double perMinute);
 
     // As the interface says; on its way it is somewhere between.
     void TryPlace(int where) override { MoveTo(where * 100); }
     void GetRange(double& minimum, double& maximum) const override;
-    bool GetPosition(double& position) const override { return Tell(position, false); }
-    bool GetTarget(double& position) const override { return Tell(position, true); }
+    bool GetPosition(double& position) const override;
+    bool GetTarget(double& position) const override;
+    bool GetLowerLimit(double& limit) const override { return Give(m_lower, limit); }
+    bool GetUpperLimit(double& limit) const override { return Give(m_upper, limit); }
+    bool GetHome(double& home) const override { return Give(m_home, home); }
+    bool GetSpeed(double& speed, double& slowest, double& fastest) const override;
+    bool GetJoystickLock(bool& locked) const override { return locked = m_joystickLock, true; }
+    bool IsInverted() const override { return m_inverted; }
 
 protected:
     // Where it is changes all the way.
     bool TellsOnTheWay() const noexcept override { return true; }
     bool TellsTarget() const noexcept override { return false; }
+    bool Ages() override { return m_drift != 0 && m_motion.state != eKxDeviceState_Moving; }
 
 private:
-    bool Tell(double& position, bool target) const;
+    static bool Give(const std::optional<double>& from, double& out) {
+        if (from) out = *from;
+        return from.has_value();
+    }
+    bool SetLimits(std::optional<double> lower, std::optional<double> upper);
+    bool MayGo(double position) const noexcept;
+    double Stands() const;
+    void Changed() const;
 
     SKxSimRange m_range;
     SKxSimWay m_way;
+    std::optional<double> m_lower, m_upper, m_home;
+    double m_speed = 0;  // as it was set; 0 before
+    bool m_joystickLock = false;
+    bool m_inverted = false;
+    double m_drift = 0;        // a minute
+    unsigned m_restSince = 0;  // since when it drifts
 };
 
 // A stage in X and Y. The library has no panel for one, so no kind either.

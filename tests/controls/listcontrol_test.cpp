@@ -3,6 +3,7 @@
 #include "control_test.h"
 
 #include <kxbaseui/kx_schemecontrols.h>
+#include <kxdevui/controls/devgui_checkbox.h>
 #include <kxdevui/controls/devgui_combobox.h>
 #include <kxdevui/controls/devgui_listbox.h>
 #include <kxdevui/framework/devgui_habits.h>
@@ -151,6 +152,26 @@ TEST_F(Lists, ListBoxFollowsMouseAndKeys) {
            "0 0: "}});
 }
 
+TEST_F(Lists, ListBoxKeepsItsPlacesWhenItIsDrawnHere) {
+    CKxDevUI_ListBox plain;
+    plain.Create(parent.Window(), 150, 40, 90, 120, true, true);
+    for (int i = 0; i < 20; ++i)
+        plain.InsertValue(i, -1);
+    plain.SetSelection(12), plain.SetFocus();
+    MoveWindow(plain, 150, 30, 100, 60, TRUE);
+    SendMessageW(InnerOf(plain), LB_SETTOPINDEX, 11, 0);
+    std::string seen[2];
+    for (std::string& see : seen) {
+        see = PlaceOf(plain) + PlaceOf(InnerOf(plain)) + (GetFocus() == InnerOf(plain) ? " focus" : "");
+        for (const auto ask : {UINT{LB_GETCURSEL}, UINT{LB_GETTOPINDEX}, UINT{LB_GETITEMHEIGHT}})
+            see += ' ' + std::to_string(SendMessageW(InnerOf(plain), ask, 0, 0));
+        const bool isDrawn = (GetWindowLongW(InnerOf(plain), GWL_STYLE) & LBS_OWNERDRAWFIXED) != 0;
+        EXPECT_EQ(isDrawn, &see == &seen[1]);
+        plain.SetValueEnabled(3, false);
+    }
+    EXPECT_EQ(seen[1], seen[0]);
+}
+
 TEST_F(Lists, DefaultTellsTheParentAlone) {
     CKxDevUI_ComboBox plain;
     plain.SetId(30);
@@ -196,7 +217,7 @@ TEST(ListsOfADialog, AreTakenOverWhole) {
         for (HWND each = GetWindow(dialog, GW_CHILD); each; each = GetWindow(each, GW_HWNDNEXT))
             text += PlaceOf(each) + (IsWindowEnabled(each) ? ", " : " disabled, ");
         HWND stop = at(10);
-        for (int i = 0; i < 5; ++i)
+        for (int i = 0; i < 6; ++i)
             text += std::to_string(GetDlgCtrlID(stop)) + " ", stop = GetNextDlgTabItem(dialog, stop, FALSE);
         return text;
     };
@@ -206,6 +227,9 @@ TEST(ListsOfADialog, AreTakenOverWhole) {
     EXPECT_FALSE(plain.Create(parent.Window(), at(10)) || plain.Create(dialog, nullptr));
     EXPECT_TRUE(plain.Create(dialog, at(10)) && typed.Create(nullptr, at(11)) && one.Create(dialog, at(12)));
     EXPECT_TRUE(several.Create(dialog, at(13)) && other.Create(dialog, at(14)));
+    CKxDevUI_CheckBox check;
+    CheckDlgButton(dialog, 15, BST_INDETERMINATE);
+    EXPECT_TRUE(check.Create(dialog, at(15)) && check.GetState() == BST_INDETERMINATE);
     EXPECT_FALSE(other.Create(dialog, at(10)) || other.Create(plain, InnerOf(plain))) << "taken already";
     EXPECT_EQ(order(), before);
     const auto read = [](ListControl& list) {

@@ -71,6 +71,15 @@ drag() {
   for i in 1 2 3 4; do point "$1" $(($2 + ($3 - $2) * i / 4)); done
   xdotool mouseup 1
 }
+# pull NAME FROM TO : the button goes down FROM percent down, and is still held at TO.
+pull() {
+  local i
+  place "$1"
+  xdotool mousemove --sync $((x + w / 2)) $((y + h * $2 / 100))
+  from_now
+  xdotool mousedown 1
+  for i in 1 2 3 4; do xdotool mousemove --sync $((x + w / 2)) $((y + h * ($2 + ($3 - $2) * i / 4) / 100)); done
+}
 menu() { local entry; for entry in "$@"; do click "Menu/$entry"; done; }
 # step ACT LINE... : what is done, and the lines that come of it.
 step() { eval "$1"; expect "${@:2}"; }
@@ -122,17 +131,17 @@ power='Laser: OnPowerChanged.*' typed='Focus: Microscope/Laser/0'
 # away : the focus leaves the field for the log's filter.
 away() { step 'click Host/1701 80' 'Focus: Host/0'; }
 for typed_keys in '4 2 Escape' 'ctrl+a a b c' 'ctrl+a 5 0 0 Return'; do
-  step 'click Microscope/Laser/10001' "$typed"
+  step 'click Microscope/Laser/10001#4' "$typed"
   keys $typed_keys
   away
 done
 mark=0
 nothing "$power"
-step 'click Microscope/Laser/10001' "$typed"
+step 'click Microscope/Laser/10001#4' "$typed"
 step 'keys ctrl+a 1 4 Return 6 Return' 'Laser: OnPowerChanged\(14\)' 'Laser: OnPowerChanged\(6\)'
 step 'keys 1 comma 9 e 1 Return' 'Laser: OnPowerChanged\(20\)'
 # Whatever has the focus.
-changing Microscope/Laser/10000 'keys F12' 'Host: All light is off'
+changing 'Microscope/Laser/10000#4' 'keys F12' 'Host: All light is off'
 step 'click "Microscope/Z drive/1263"' 'Focus: Microscope/Z drive/1263'
 step 'keys ctrl+a 3 period 0 Return Return' 'Z drive: OnStepChanged\(3, 1\)'
 step 'click "Microscope/Z drive/1263"' 'Focus: Microscope/Z drive/1263'
@@ -144,7 +153,7 @@ step "click $objective" 'Nosepiece: OnPositionChangeRequest\(4\)' 'Status: Plan 
 step 'keys ctrl+z' 'Host: Undone: Objective 20x .* 60x' 'Status: Plan Apo 20x/0.75'
 step 'keys ctrl+y' 'Host: Done again: Objective 20x .* 60x' 'Status: Plan Apo 60x/1.40 Oil'
 # In a field they are its own.
-step 'click Microscope/Laser/10001' "$typed"
+step 'click Microscope/Laser/10001#4' "$typed"
 step 'keys ctrl+a 1 4 Return 6 Return' 'Laser: OnPowerChanged\(14\)' 'Laser: OnPowerChanged\(6\)'
 keys ctrl+z ctrl+z ctrl+y
 before_keys=$mark
@@ -157,6 +166,27 @@ step 'keys ctrl+z' 'Host: Undone: Laser 640 0 mW .* 6 mW'
 step 'keys ctrl+y' 'Host: Left as it is, the light would rise: .*'
 step 'menu Edit' 'Place: Menu/Undo: Objective 20x .* 60x.*'
 keys Escape Escape
+
+say "The ends of a Z series"
+grips='Microscope/Z drive/1256' top='Microscope/Z drive/1260' told='Z drive: OnZStackChanged\(3\)'
+look top "$top"
+step 'pull "$grips" 12 30' "$told"
+changed top "$top"
+step 'keys Escape' "$told"
+unchanged top "$top"
+xdotool mouseup 1
+changing "$top" 'pull "$grips" 12 30' "$told"
+xdotool mouseup 1
+look dragged "$top"
+step 'keys Down' "$told"
+changed dragged "$top"
+step 'keys Escape' "$told"
+unchanged dragged "$top"
+# As one step.
+step 'keys ctrl+z' 'Host: Undone: Z series .*'
+unchanged top "$top"
+mark=0
+nothing 'Z drive: OnMoveZRequest.*'
 
 say "A modal dialog"
 changing Host time_series
@@ -185,6 +215,45 @@ say "The nosepiece"
 page 503
 changing Optical\ path/Nosepiece/10204 'click "Optical path/Nosepiece/10204"' \
   'Nosepiece: OnPositionChangeRequest\(4\)' 'Status: The nosepiece turns' 'Status: Plan Apo 60x/1.40 Oil'
+
+say "A setup by mouse alone, and by keys alone"
+gear='Optical path/Nosepiece/10500' changed='Nosepiece: setup of position [0-9]+: .* -> .*'
+step 'click "$gear"' 'Nosepiece: OnSetupRequest\(\)' 'Focus: Dialog/.*' 'Places: told'
+click Dialog/2301
+look before Dialog/2301
+click Dialog/2307 20
+changed before Dialog/2301
+step 'click Dialog/1' "$changed" "Focus: $gear" 'Status: The objectives have been changed'
+step 'keys ctrl+z' 'Host: Undone: Objectives .*'
+step 'keys Right' 'Focus: Optical path/Nosepiece/10200'
+step 'keys Left' "Focus: $gear"
+step 'keys Return' 'Nosepiece: OnSetupRequest\(\)' 'Focus: Dialog/.*' 'Places: told'
+keys Down alt+f
+step 'keys w a t e r Down' 'Focus: Dialog/10000'
+step 'keys End Return' 'Nosepiece: setup of position 1: .* -> .* Water' 'Status: The objectives have been changed'
+step 'keys ctrl+z' 'Host: Undone: Objectives 2: .*'
+
+say "A day with lasers"
+page 507
+engine='Lasers/Laser engine'
+changing "$engine/10203" "click '$engine/10301'" 'Laser engine: OnSubsetChangeRequest\(1, 1\)'
+# From the third row on, after the field and the button of the link.
+row=4
+for line in 2 3 0; do
+  click "$engine/10200#$row"
+  step 'keys ctrl+a 2 0 Return' "Laser engine: OnLinePowerChangeRequest\($line, 20\)"
+  step "click '$engine/10202#$row'" "Laser engine: OnLineStateChangeRequest\($line, 1\)"
+  row=$((row + 1))
+done
+changing "$engine/10303" "click '$engine/10402'" 'Laser engine: OnSoloRequest\(2\)'
+changing "$engine/10203" "click '$engine/1607'" "Focus: $engine/1607"
+step "click '$engine/10201'" 'Laser engine: OnAllOffRequest'
+mark=0
+nothing 'Laser engine: OnLineStateChangeRequest\(.*, 0\)'
+# The way up is left, the way down is gone.
+for light in 'Green 561 nm on .* off' 'Red 640 nm on .* off'; do
+  step 'keys ctrl+z' "Host: Left as it is, the light would rise: $light"
+done
 
 say "The window manager closes the window"
 step 'keys alt+F4' 'Stand: OnDestroy' 'Camera: OnDestroy'

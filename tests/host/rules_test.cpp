@@ -3,6 +3,7 @@
 #include <host/rules/flow.h>
 #include <host/rules/history.h>
 #include <host/rules/settings.h>
+#include <host/rules/stage_place.h>
 
 #include <sstream>
 #include <tuple>
@@ -94,6 +95,17 @@ std::string Left(const std::string& script) {
     for (text << "| "; history.ToRedo(); history.Redone())
         tell(*history.ToRedo());
     return text.str();
+}
+
+// The end of the stage, halves of a hundredth, beyond what fits.
+TEST(HostRules, APlaceOfTheStageIsOneNumber) {
+    using kx::host::StagePlace;
+    const std::pair<StagePlace, StagePlace> rows[] = {{{0, 0}, {0, 0}},
+                                                      {{-50000, 35000}, {-50000, 35000}},
+                                                      {{0.01, -0.014}, {0.01, -0.01}},
+                                                      {{1e9, -1e9}, {100000, -100000}}};
+    for (const auto& [place, back] : rows)
+        EXPECT_EQ(kx::host::StagePlaceOf(NumberOf(place)), back) << place.x << ' ' << place.y;
 }
 
 }  // namespace

@@ -1,8 +1,11 @@
 // The registry of devices, the answers of DMApi, and the simulated microscope.
 #include <bench/bench.h>
+#include <kxdevices/kx_simlamp.h>
+#include <kxdevices/kx_simlaserengine.h>
 #include <kxdevices/kx_simlight.h>
 #include <kxsystem/kx_time.h>
 
+#include <cmath>
 #include <limits>
 #include <stdexcept>
 
@@ -84,6 +87,118 @@ TEST(DMApi, AnswersFromWhatStandsInTheLight) {
     EXPECT_FALSE(DMApi::NDFilter_HasShutter(n) || DMApi::NDFilter_IsShutterOpen(n));
 }
 
+TEST(DMApi, AsksLamps) {
+    const Clock clock(0u - 200);
+    CKxSimLamp lamp(L"Arc", {.kind = eKxLampKind_Arc,
+                             .minimum = 10,
+                             .step = 20,
+                             .warmUp = 6000,
+                             .coolDown = 4000,
+                             .burnt = 7,
+                             .rated = 300,
+                             .hour = 1000,
+                             .shutter = true});
+    const unsigned id = CKxDeviceRegistry::Add(lamp);
+    Listener listener;
+    const auto see = [&] {
+        double at = -1, done = -1, left = -1, burnt = 0, rated = 0;
+        DMApi::Lamp_GetMeasured(id, &at), DMApi::Lamp_GetWarmUp(id, &done, &left);
+        EXPECT_TRUE(DMApi::Lamp_GetHours(id, &burnt, &rated) && rated == 300);
+        return CallText("", DMApi::Lamp_IsOn(id), at, done, left, DMApi::Lamp_GetCoolDown(id), burnt);
+    };
+    const auto pass = [&](unsigned milliseconds) { Clock::now += milliseconds, lamp.Tick(); };
+    EXPECT_EQ(see(), "(false, 0, -1, -1, 0, 7)");
+    EXPECT_TRUE(lamp.SetIntensity(85) && !lamp.SetIntensity(9) && !lamp.SetIntensity(std::nan("")) && lamp.SetOn(true));
+    pass(3000);
+    EXPECT_EQ(see(), "(true, 60, 0.5, 3, 0, 10)");
+    listener.record.Clear(), pass(400);
+    EXPECT_EQ(listener.record.Take(), "") << "nothing is to be seen of less than a second";
+    pass(2600);
+    EXPECT_EQ(see(), "(true, 90, -1, -1, 0, 13)");
+    EXPECT_TRUE(lamp.SetOn(false) && !lamp.SetOn(true));
+    pass(3999);
+    EXPECT_EQ(see(), "(false, 0, -1, -1, 0.001, 13)");
+    pass(1), lamp.SetFails(true);
+    EXPECT_TRUE(lamp.SetOn(true) && !lamp.SetShutter(true));
+    pass(3000);
+    EXPECT_FALSE(DMApi::Lamp_IsOn(id) || DMApi::Lamp_GetMeasured(id, nullptr)) << "it has gone out";
+    double from = 0, to = 0;
+    EXPECT_TRUE(DMApi::Lamp_GetRange(id, &from, &to) && DMApi::Lamp_HasShutter(id) && !DMApi::Lamp_IsShutterOpen(id));
+    EXPECT_EQ(CallText("", DMApi::Lamp_GetKind(id), DMApi::Lamp_GetUnit(id), from, to, DMApi::Lamp_GetStep(id),
+                       DMApi::Lamp_GetFullTemperature(id)),
+              "(2, 0, 10, 100, 20, 0)");
+    EXPECT_TRUE(DMApi::Lamp_GetIntensity(id, &to) && to == 90);
+}
+
+// An engine of three lines, of which the first two may leave by A and the last two by B.
+struct LaserEngine : testing::Test {
+    LaserEngine() {
+        CKxDeviceRegistry::Add(engine);
+        told.record.Clear();
+    }
+    // Of each line its power, "*" while it is on, what is measured of its light; how often listeners were told.
+    std::string See() const {
+        std::ostringstream seen;
+        for (long i = 0; i < DMApi::LaserEngine_GetLineCount(id()); ++i) {
+            SKxLaserLine line;
+            EXPECT_TRUE(DMApi::LaserEngine_GetLine(id(), i, &line));
+            seen << line.power << (line.on ? "*" : "") << ':' << (line.measured ? CallText("", *line.measured) : "?")
+                 << (line.state == eKxDeviceState_Ready ? "" : "~") << (line.interlock ? "!" : "") << ' ';
+        }
+        std::string changes = told.record.Take();
+        seen << '|' << std::count(changes.begin(), changes.end(), 't');
+        return seen.str();
+    }
+    unsigned id() const { return engine.GetLogDevId(); }
+
+    const Clock clock{0u - 100};  // wraps around on the way
+    mutable Listener told;
+    CKxSimLaserEngine engine{L"Engine",
+                             {{.wavelength = 488}, {.power = 10, .limit = 60}, {.wavelength = 640}},
+                             {{.name = L"A", .lines = {0, 1}}, {.name = L"B", .lines = {1, 2}}}};
+};
+
+TEST_F(LaserEngine, KeepsItsRules) {
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    const auto pass = [](unsigned milliseconds) { return [=] { return Clock::now += milliseconds, true; }; };
+    const std::tuple<std::function<bool()>, bool, std::string> acts[] = {
+        {[&] { return engine.SetLineOn(2, true) || engine.SetLineOn(3, true) || engine.SetLineOn(-1, false); }, false,
+         "0:(0) 10:(0) 0:(0) |0"},  // in no active subset
+        {[&] { return engine.SetLinePower(1, 60.1) || engine.SetLinePower(1, -1) || engine.SetLinePower(0, nan); },
+         false, "0:(0) 10:(0) 0:(0) |0"},
+        {[&] { return engine.SetLinePower(1, 60); }, true, "0:(0) 60:(0) 0:(0) |1"},
+        {[&] { return engine.SetLineOn(1, true); }, true, "0:(0) 60*:(0)~ 0:(0) |1"},
+        {pass(225), true, "0:(0) 60*:(30)~ 0:(0) |0"},
+        {pass(225), true, "0:(0) 60*:(60)~ 0:(0) |0"},
+        {[&] { return engine.Tick(), true; }, true, "0:(0) 60*:(60) 0:(0) |1"},
+        {[&] { return engine.SetSubsetActive(1, true); }, true, "0:(0) 60*:(60) 0:(0) |1"},  // it is in both
+        {[&] { return engine.SetSubsetActive(1, false) || engine.SetSubsetActive(2, true); }, false,
+         "0:(0) 60*:(60) 0:(0) |0"},
+        {[&] { return engine.SetLinePower(2, 20) && engine.SetLineOn(2, true); }, true, "0:(0) 60*:(60) 20*:(0)~ |2"},
+        {[&] { return engine.SetInterlock(true, L"Door"), engine.SetLineOn(2, true); }, false,
+         "0:(0)! 60:(0)! 20:(0)! |1"},  // dark at once
+        {[&] { return engine.SetInterlock(false), true; }, true, "0:(0) 60:(0) 20:(0) |1"},
+        {[&] { return engine.SetLineOn(1, true) && engine.SetSubsetActive(0, true); }, true,
+         "0:(0) 60*:(0)~ 20:(0) |2"},
+        {[&] { return Clock::now += 225, engine.Stop(), true; }, true, "0:(0) 30*:(30) 20:(0) |1"},
+        {[&] { return engine.RemoveLine(0) && !engine.RemoveLine(7); }, true, "30*:(30) 20:(0) |1"},
+        {[&] { return engine.TurnLightOff(), true; }, true, "0:(0) 0:(0) |1"},
+        {[&] { return engine.SetFails(true), engine.SetLinePower(0, 5) || engine.SetLineOn(0, true); }, false,
+         "0:(0) 0:(0) |0"},
+    };
+    for (const auto& [act, done, seen] : acts) {
+        EXPECT_EQ(act(), done) << seen;
+        EXPECT_EQ(See(), seen);
+    }
+    SKxLaserSubset subset{.name = L"?"};
+    EXPECT_FALSE(DMApi::LaserEngine_GetSubset(id(), 2, &subset) || subset.name != L"?");
+    EXPECT_TRUE(DMApi::LaserEngine_GetSubset(id(), 1, &subset) && subset.lines == std::vector<long>({0, 1}));
+    SKxLaserLine line{.power = 7};
+    EXPECT_FALSE(DMApi::LaserEngine_GetLine(id(), 2, &line) || DMApi::LaserEngine_GetLine(0, 0, &line) ||
+                 line.power != 7);
+    EXPECT_EQ(DMApi::LaserEngine_GetSubsetCount(id()) + DMApi::LaserEngine_GetLineCount(0), 2);
+}
+
 TEST(DMApi, AnswersWhatItCannotKnowWithNothing) {
     CKxSimShutter shutter(L"Shutter", eKxShutterType_Aux1);
     for (const unsigned id : {0u, 4711u, CKxDeviceRegistry::Add(shutter)}) {
@@ -127,6 +242,16 @@ TEST(DMApi, AsksNosepiecesDrivesAndLightPaths) {
     path.MoveTo(1);
     EXPECT_FALSE(DMApi::LightPath_GetPosition(p, &(position = 7)) || position != 7) << "on its way";
     EXPECT_FALSE(DMApi::ZDrive_GetPosition(p, &(at = 3)) || at != 3) << "of another kind";
+    bool locked = true;
+    EXPECT_FALSE(DMApi::ZDrive_GetUpperLimit(z, &(at = 3)) || DMApi::ZDrive_GetHome(z, &at) || at != 3) << "none yet";
+    drive.SetLowerLimit(20), drive.SetUpperLimit(900), drive.SetHome(500), drive.SetInverted(true);
+    EXPECT_TRUE(DMApi::ZDrive_GetUpperLimit(z, &high) && DMApi::ZDrive_GetLowerLimit(z, &low) &&
+                DMApi::ZDrive_GetHome(z, &at) && DMApi::ZDrive_GetJoystickLock(z, &locked) &&
+                DMApi::ZDrive_GetInverted(z) && DMApi::ZDrive_GetTarget(z, nullptr));
+    EXPECT_EQ(CallText("", low, high, at, locked), "(20, 900, 500, false)");
+    EXPECT_TRUE(drive.SetTravelSpeed(300) && DMApi::ZDrive_GetSpeed(z, &at, &low, &high));
+    EXPECT_EQ(CallText("", at, low, high), "(300, 10, 10000)");
+    at = 3;
     const unsigned failures = CKxDeviceRegistry::GetFailureCount();
     Thrower thrower(L"T", SKxSimRange{0, 1});
     EXPECT_FALSE(DMApi::ZDrive_GetPosition(CKxDeviceRegistry::Add(thrower), &at) || at != 3);
@@ -202,6 +327,19 @@ TEST(SimulatedDevices, DrivesGoOverADistanceWithinTheirRange) {
     Clock::now += 15;  // the counter wraps around meanwhile
     EXPECT_TRUE(drive.MoveTo(10) && drive.GetPosition(x) && x == 410) << "turned round half way";
     EXPECT_TRUE(drive.GetTarget(x) && x == 10);
+    Clock::now += 1000;
+    microscope.Tick();
+    EXPECT_TRUE(drive.SetLowerLimit(5) == false && drive.SetLowerLimit(20) && drive.SetUpperLimit(300));
+    EXPECT_FALSE(drive.SetLowerLimit(301) || drive.SetUpperLimit(19) || drive.SetHome(9) || drive.SetTravelSpeed(0));
+    EXPECT_FALSE(drive.MoveTo(19) || drive.MoveTo(301) || drive.TurnByHand(301));
+    EXPECT_TRUE(drive.SetLowerLimit({}) && drive.TurnByHand(15) && drive.GetPosition(x) && x == 15);
+    drive.SetJoystickLock(true), drive.SetDrift(6);
+    Clock::now += 20000;
+    EXPECT_TRUE(!drive.TurnByHand(16) && drive.GetPosition(x) && drive.GetTarget(y) && x == 17 && y == 15) << x;
+    EXPECT_TRUE(drive.MoveTo(20) && drive.GetPosition(x) && x == 17) << "from where it has crept to";
+    Clock::now += 10000;
+    microscope.Tick();
+    EXPECT_TRUE(drive.GetPosition(x) && x > 20.9 && x < 21) << x;
     auto& laser = microscope.Add<CKxSimLaserOutput>(L"Laser", std::vector<std::wstring>{L"A"}, true);
     laser.SetSpeed(10);
     EXPECT_TRUE(laser.SetPower(50) && laser.GetPower() == 50);

@@ -86,7 +86,7 @@ TEST_P(FocusLaw, IsShownFromTheFirstKeyOn) {
         const std::string name = NameOfWindow(focused);
         const bool isFrame = (GetWindowLongW(focused, GWL_STYLE) & BS_TYPEMASK) == BS_GROUPBOX;
         const bool isMarked = (name.starts_with("Button ") && !isFrame) || name.starts_with("ListBox ") ||
-                              name.find("HPot ") != std::string::npos;
+                              name.find("HPot ") != std::string::npos || name.find("Grips ") != std::string::npos;
         const bool isField = name.starts_with("Edit ") || name.starts_with("Combo") || name.starts_with("SysList");
         SetWindowSubclass(focused, AnswerHidden, 1, 0);
         s_hidden = UISF_HIDEFOCUS;

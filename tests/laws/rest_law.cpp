@@ -164,6 +164,20 @@ TEST(PlatformRestLaw, NothingIsPaintedAndNothingLight) {
     CKxGUILayoutManager::SetGuiZoom(1);
 }
 
+// To the platform, no window is all windows of the desktop.
+TEST_P(RestLaw, OthersAreLeftAloneByWhatHasNoWindow) {
+    Begin();
+    ForEachOperation([&](const Operation& operation, Random& random) {
+        Control().End(End::Windows);
+        RedrawWindow(Parent().Window(), nullptr, nullptr, RDW_VALIDATE);
+        operation.run(random);
+        RECT all{}, stale{};
+        GetClientRect(Parent().Window(), &all);
+        GetUpdateRect(Parent().Window(), &stale, FALSE);
+        Expect(!EqualRect(&stale, &all), operation.name, "all is drawn anew");
+    });
+}
+
 using GrowthLaw = LawOf<Law::Rest>;
 
 TEST_P(GrowthLaw, NothingIsLeft) {

@@ -97,8 +97,9 @@ TEST_F(MultiLaser, AsksForALineASetAndASubset) {
         {refuse(false), " | 1=15* 2=40x 0=18*"},
         {[&] { Click(GetDlgItem(panel.Plate(), 10402), 8, 8); }, "solo(0) | 1=15 2=40x 0=18*"},
         {[&] { Act(10201); }, "all off() | 1=15 2=40x 0=18"},
+        {[&] { Act(10300); }, "subset(0, true) | 1=15x 2=40 0=18x"},
     });
-    EXPECT_EQ(panel.GetLines()[2].reason, CKxStringW(L"A is not in use"));
+    EXPECT_EQ(panel.GetLines()[0].reason, CKxStringW(L"B is not in use"));
 }
 
 TEST_F(MultiLaser, HasLinesThatComeAndGo) {

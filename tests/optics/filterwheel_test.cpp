@@ -58,6 +58,7 @@ TEST_F(FilterWheel, LaysOutItsGrid) {
         EXPECT_EQ(PlaceOf(Part(kButton + shown - 1)), std::string(last) + " 24 24");
         EXPECT_EQ(Height(), height);
         EXPECT_FALSE(Part(kButton + shown));
+        EXPECT_EQ(TextOf(Part(kButton)), panel.GetFilterName(0).str()) << "for screen readers";
         EXPECT_EQ(PlaceOf(Part(kSetup)), "216 16 24 24");
     }
     const DialogKeys keys(parent.Window());

@@ -156,6 +156,9 @@ TEST_F(Nosepiece, FollowsItsDevice) {
     }
     EXPECT_STREQ(panel.GetMagnification(1), L"10x");
     EXPECT_STREQ(panel.GetName(0), L"Plan Apo 60x/1.40 Oil");
+    EXPECT_EQ(TextOf(Part(kButton)), L"Plan Apo 60x/1.40 Oil") << "for screen readers";
+    panel.SetName(0, L"R&D"), panel.SetName(1, L"");
+    EXPECT_EQ(TextOf(Part(kButton)) + TextOf(Part(kButton + 1)), L"R&&D2");
     six.SetAvailable(0, false);
     panel.Update(&six, true, false, false, true, false);
     EXPECT_FALSE(IsUsable(kButton));

@@ -12,6 +12,7 @@ start_display
 export DISPLAY=$kx_display
 cp -a "$WINEPREFIX" "$work/prefix"
 export WINEPREFIX=$work/prefix
+kx_prefixes+=("$WINEPREFIX")
 "$KX_WINE" reg add 'HKCU\Control Panel\Desktop' /v LogPixels /t REG_DWORD /d 96 /f >/dev/null 2>&1
 wineserver -k || true
 places at-96 "$1"

@@ -12,6 +12,7 @@
 #include <host/main_window.h>
 #include <host/pages/light_page.h>
 #include <host/pages/optics_page.h>
+#include <host/pages/stand_page.h>
 #include <host/resources/resource.h>
 #include <kxbaseui/kx_layoutmanager.h>
 #include <kxbaseui/kx_messagebox.h>
@@ -82,7 +83,8 @@ void Use(HWND window) {
         SendMessageW(window, CB_SETCURSEL, 1, 0);
         SendMessageW(parent, WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(window), CBN_SELCHANGE), LPARAM(window));
     } else if (IsOf(window, L"SCROLLBAR")) {
-        SendMessageW(parent, WM_HSCROLL, SB_PAGERIGHT, reinterpret_cast<LPARAM>(window));
+        SendMessageW(parent, style & SBS_VERT ? WM_VSCROLL : WM_HSCROLL, SB_PAGERIGHT,
+                     reinterpret_cast<LPARAM>(window));
     } else if (IsOf(window, L"LISTBOX")) {
         SendMessageW(window, LB_SETCURSEL, 4, 0);
         SendMessageW(window, LB_SETTOPINDEX, 2, 0);
@@ -217,6 +219,35 @@ TEST_F(Session, NothingIsLostThatIsSetSelectedScrolledOrHalfTyped) {
     }
 }
 
+// By an arrow, by its fields, back to a mark also in another language; each way is one step to undo.
+TEST_F(Session, TheStageGoesWhereItIsSent) {
+    Do(window.CommandOf<StandPage>());
+    const auto part = [this](int id, const wchar_t* inside) {
+        const HWND control = GetDlgItem(window.PageOf<StandPage>().Stage(), id);
+        const HWND list = FindWindowExW(control, nullptr, L"ComboBox", nullptr);
+        const HWND found = FindWindowExW(list ? list : control, nullptr, inside, nullptr);
+        SetFocus(found ? found : list);
+        return found;
+    };
+    const auto enter = [&](int id, std::wstring text) {
+        SendMessageW(part(id, L"Edit"), EM_SETSEL, 0, -1);
+        Type(text + L"\n");
+    };
+    const auto undo = [this] { Do(MainWindow::cmdUndo); };
+    // What the user's hands do is told by the loop, which is not run here.
+    const auto press = [] { TheRequests().Note({nullptr, WM_LBUTTONDOWN, 0, 0, 0, {}}); };
+    Play({{[&] { press(), SendMessageW(part(IDC_STAGE_RIGHT, L"Button"), BM_CLICK, 0, 0); }, "(10, 0)"},
+          {[&] { enter(IDC_STAGE_MARKS, L"Corner"), press(), enter(IDC_STAGE_Y, L"-35000.5"); }, "(10, 0)"},
+          {[&] { press(), enter(IDC_STAGE_Y, L"2.25"), press(), enter(IDC_STAGE_X, L"-7"); }, "(-7, 2.25)"},
+          {[&] { press(), Do(MainWindow::cmdLanguage + LANG_FRENCH), enter(IDC_STAGE_MARKS, L"Corner"); }, "(10, 0)"},
+          {undo, "(-7, 2.25)"},
+          {undo, "(10, 2.25)"},
+          {undo, "(10, 0)"},
+          {undo, "(0, 0)"}},
+         [] { return CallText("", Held().stage.x.to, Held().stage.y.to); });
+    Do(MainWindow::cmdLanguage + LANG_ENGLISH);
+}
+
 TEST_F(Session, ASetupThatTheHostAcceptsIsOnItsDevicesAndPanels) {
     Do(window.CommandOf<OpticsPage>());
     CKxDevUI_Nosepiece& panel = window.PageOf<OpticsPage>().Nosepiece().Panel();
@@ -235,6 +266,12 @@ TEST_F(Session, ASetupThatTheHostAcceptsIsOnItsDevicesAndPanels) {
         SendMessageW(panel, WM_COMMAND, 10500, 0);
         EXPECT_EQ(panel.GetName(row).str(), name);
         EXPECT_EQ(panel.GetMagnification(row).str(), expected);
+    }
+    // In one step there and back.
+    EXPECT_EQ(TheRequests().NameToUndo(), L"Objectives 3: Plan Apo 20x/0.75 → Apo TIRF 100x/1.49 Oil");
+    for (const auto& [command, expected] : {std::pair(MainWindow::cmdUndo, L"20x"), {MainWindow::cmdRedo, L"100x"}}) {
+        Do(command);
+        EXPECT_EQ(panel.GetMagnification(2).str(), expected);
     }
     KX_SetMessageBoxHandler(nullptr, nullptr);
 }

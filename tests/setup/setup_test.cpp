@@ -53,6 +53,14 @@ std::wstring NameOfControl(HWND window) {
     return text;
 }
 
+// As readers on Windows find it: the own text of what has one, and of lists the text before them among their siblings.
+std::string ReadBy(HWND control) {
+    const HWND child = GetWindow(control, GW_CHILD), list = GetDlgItem(control, 10000);
+    const bool isCombo = list && SendMessageW(list, CB_GETCOUNT, 0, 0) > 0;
+    const std::wstring name = NameOfControl(list ? list : child ? child : control);
+    return Narrow(isCombo ? TextOf(GetWindow(list, GW_HWNDPREV)) : name);
+}
+
 struct Setup : ControlTest {
     Setup() { KX_SetMessageBoxHandler(Box, this); }
     static int Box(HWND, const wchar_t* text, const wchar_t*, UINT, int, void* self) {
@@ -104,6 +112,8 @@ struct Setup : ControlTest {
 };
 
 TEST_F(Setup, IsWorkedByKeysAlone) {
+    const HWND before = AddChild(parent.Window(), L"BUTTON", 5, {0, 0, 9, 9});
+    SetFocus(before);
     EXPECT_TRUE(OpenObjectives([](HWND dialog) {
         const DialogKeys keys(dialog);
         EXPECT_EQ(TextOf(dialog), L"Nosepiece & Objectives");
@@ -130,6 +140,30 @@ TEST_F(Setup, IsWorkedByKeysAlone) {
         Key(VK_RETURN);
     }));
     EXPECT_EQ(Told(), "0: PlanApo4x020 >  2: PlanApo20x075 > PlanApo60x120W");
+    EXPECT_EQ(GetFocus(), before);
+}
+
+// What it reads at each stop of Tab, and that it hears of what is told below.
+TEST_F(Setup, IsReadByAScreenReader) {
+    static bool s_heard;
+    const auto hear = [](HWINEVENTHOOK, DWORD, HWND window, LONG, LONG, DWORD, DWORD) {
+        s_heard = s_heard || GetDlgCtrlID(window) == IDC_SETUP_DETAILS;
+    };
+    const HWINEVENTHOOK hook = SetWinEventHook(EVENT_OBJECT_NAMECHANGE, EVENT_OBJECT_NAMECHANGE, nullptr, hear,
+                                               GetCurrentProcessId(), 0, WINEVENT_OUTOFCONTEXT);
+    OpenObjectives([](HWND dialog) {
+        const DialogKeys keys(dialog);
+        std::string read;
+        HWND stop = GetDlgItem(dialog, IDC_SETUP_TABLE);
+        for (int i = 0; i < 9; ++i)
+            read += ReadBy(stop) + "; ", stop = GetNextDlgTabItem(dialog, stop, FALSE);
+        EXPECT_EQ(read, "Positions; Find:; Magnification:; NA:; Immersion:; Objectives; OK; Cancel; Positions; ");
+        s_heard = false, Key(VK_DOWN);
+        EXPECT_TRUE(PumpUntil([] { return s_heard; }));
+        EXPECT_EQ(NameOfControl(GetDlgItem(dialog, IDC_SETUP_DETAILS)).substr(0, 12), L"Plan Apo 60x");
+        PressButton(dialog, IDCANCEL);
+    });
+    UnhookWinEvent(hook);
 }
 
 TEST_F(Setup, IsWorkedByTheMouseAlone) {
@@ -218,10 +252,8 @@ TEST_F(Setup, SpeaksEveryLanguageInEverySize) {
             for (HWND each = GetWindow(dialog, GW_CHILD); each; each = GetWindow(each, GW_HWNDNEXT)) {
                 const std::wstring text = TextOf(each);
                 const HWND inner = GetWindow(each, GW_CHILD) ? GetWindow(each, GW_CHILD) : each;
-                const bool combo = SendMessageW(inner, CB_GETCOUNT, 0, 0) > 0;
                 const bool used = inner != each || (GetWindowLongW(inner, GWL_STYLE) & WS_TABSTOP) != 0;
-                const bool nameless = used && !combo && NameOfControl(inner).empty();
-                EXPECT_FALSE(nameless) << picture << ' ' << GetDlgCtrlID(each);
+                EXPECT_FALSE(used && ReadBy(each).empty()) << picture << ' ' << GetDlgCtrlID(each);
                 if (const auto mark = text.find(L'&'); mark != std::wstring::npos)
                     letters += static_cast<wchar_t>(std::towlower(text.at(mark + 1)));
                 const HDC dc = GetDC(each);
@@ -256,6 +288,24 @@ TEST_F(Setup, SpeaksEveryLanguageInEverySize) {
         OpenFilters(look("filters-" + name));
         OpenCondenser({L"Phase1", L"Phase1", L"", L"Mine"}, look("condenser-" + name));
     }
+}
+
+// Open, it becomes what it would have been made as.
+TEST_F(Setup, FollowsZoomAndSchemeWhileItIsOpen) {
+    const auto change = [](bool changed) {
+        CKxGUILayoutManager::SetGuiZoom(changed ? 1.5 : 1);
+        KX_SetColorScheme(changed ? eKxColorScheme_Dark : eKxColorScheme_System);
+    };
+    std::vector<Picture> looks;
+    for (const bool before : {true, false}) {
+        change(before);
+        OpenObjectives([&](HWND dialog) {
+            change(true), Pump();
+            looks.push_back(Picture::OnScreen(dialog));
+            PressButton(dialog, IDCANCEL);
+        });
+    }
+    EXPECT_EQ(looks.at(1), looks.at(0));
 }
 
 }  // namespace

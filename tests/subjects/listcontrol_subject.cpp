@@ -35,8 +35,8 @@ struct ListSubject : SubjectOf<Control> {
         control_->RemoveAllValues();
         for (const wchar_t* text : {L"10 ms", L"20 ms", L"50 ms", L"100 ms", L"gain"})
             control_->InsertValue(text, -1);
-        control_->SetValueColor(1, RGB(0, 160, 0));
-        control_->SetValueEnabled(2, false);
+        // That of several is the platform's own until an operation wants more.
+        if (kIsCombo || !special) control_->SetValueColor(1, RGB(0, 160, 0)), control_->SetValueEnabled(2, false);
         control_->SetSelection(1);
     }
     std::vector<Operation> MakeOperations() override {

@@ -29,12 +29,12 @@ POINT At(HWND window, int eighths) {
     return point;
 }
 
-// The platform's menus close again; and a list view, which keeps a press in a loop of its own, as the scroll bar of a
-// list box does, hears of the release.
+// The platform's menus close again; and a list view, which keeps a press in a loop of its own, as a scroll bar does,
+// that of a list box also, hears of the release.
 void CALLBACK EndLoops(HWND, UINT, UINT_PTR, DWORD) {
     EndMenu();
     const std::string name = NameOfWindow(GetCapture());
-    if (name.starts_with("SysListView32 ") || name.starts_with("ListBox "))
+    if (name.starts_with("SysListView32 ") || name.starts_with("ListBox ") || name.starts_with("ScrollBar "))
         PostMessageW(GetCapture(), WM_LBUTTONUP, 0, 0);
 }
 

@@ -2,6 +2,7 @@
 
 #include <limits>
 
+#include <kxdevui/framework/devgui_messages.h>
 #include <kxdevui/framework/ui_life.h>
 #include <kxdevui/zfocus/devgui_zstack.h>
 
@@ -26,7 +27,7 @@ struct Panel : Telling<CKxDevUI_ZStack> {
 
 struct ZStackSubject : SubjectOf<Panel> {
     // Nobody answers the question.
-    ZStackSubject() { CKxDevUI_ZStack::iKeepRange = 1; }
+    explicit ZStackSubject(bool grips) : grips_(grips) { CKxDevUI_ZStack::iKeepRange = 1; }
     ~ZStackSubject() override { CKxDevUI_ZStack::iKeepRange = 0; }
 
     // A piezo is one in all languages.
@@ -35,6 +36,8 @@ struct ZStackSubject : SubjectOf<Panel> {
         return {{Law::Silence, "OnZDeviceShown", "every refresh begins with it"},
                 {Law::Silence, "a click", "is the user's"},
                 {Law::Silence, "typing", "is the user's"},
+                {Law::Silence, "a grip", "is the user's"},
+                {Law::Zoom, "a grip", "is taken hold of by pixels"},
                 {Law::Disabled, "enabling", "is meant to"},
                 {Law::Disabled, "Static #-1", "is a line, which has no other look"},
                 {Law::Focus, "a key in Button #1259", "takes the arrow that opens its menu, and no other"}};
@@ -42,6 +45,7 @@ struct ZStackSubject : SubjectOf<Panel> {
     HWND Remake() override { return control_->Create(parent_->Window(), &record_, 10, 10, 0, 0, true, true); }
 
     void Make(HWND parent) override {
+        control_->EnableGrips(grips_);
         control_->Create(parent, &record_, 10, 10, 0, 0, true, true);
         record_.ClearZDevices();
         for (int i = 0; i < 2; ++i) {
@@ -56,6 +60,30 @@ struct ZStackSubject : SubjectOf<Panel> {
     }
 
     std::vector<Operation> MakeOperations() override {
+        auto all = MakePanels();
+        // Without a pointer: what a hand does to them may come in any order.
+        const auto use = [this](Random& r) {
+            const UINT id = r.Of<UINT>({WM_LBUTTONDOWN, WM_MOUSEMOVE, WM_MOUSEMOVE, WM_LBUTTONUP, WM_CAPTURECHANGED,
+                                        WM_KEYDOWN, WM_KEYDOWN, kx::ui::WM_KX_MOUSE_WHEEL});
+            const WPARAM key = r.Of<WPARAM>({VK_UP, VK_DOWN, VK_RIGHT, VK_NEXT, VK_ESCAPE});
+            if (id == WM_KEYDOWN) SetFocus(control_->Item(1256));
+            if (!control_ || !Window()) return;
+            RECT scale{};
+            GetWindowRect(control_->Item(1256), &scale);
+            const bool wheel = id == kx::ui::WM_KX_MOUSE_WHEEL;
+            const LPARAM at =
+                wheel ? MAKELPARAM(scale.left, scale.top + r.Between(0, 90)) : MAKELPARAM(5, r.Between(-20, 120));
+            SendMessageW(wheel ? Window() : control_->Item(1256), id,
+                         wheel              ? MAKEWPARAM(0, r.OneIn(2) ? 120 : -120)
+                         : id == WM_KEYDOWN ? key
+                                            : MK_LBUTTON,
+                         at);
+        };
+        if (grips_) all.push_back({"a grip", use});
+        return all;
+    }
+
+    std::vector<Operation> MakePanels() {
         const auto z = [](Random& r) {
             return r.Of({0.0, -1.0, 10.0, 499.9995, 1000.0, 1e9, -1e300, std::numeric_limits<double>::quiet_NaN()});
         };
@@ -106,9 +134,11 @@ struct ZStackSubject : SubjectOf<Panel> {
     }
 
     CKxZStackData record_;
+    bool grips_;
 };
 
-const Registered<ZStackSubject> zstack("Z stack panel");
+const Registered<ZStackSubject> zstack("Z stack panel", false);
+const Registered<ZStackSubject> grips("Z stack panel with grips", true);
 
 }  // namespace
 }  // namespace kx::test
