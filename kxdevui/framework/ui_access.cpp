@@ -4,7 +4,7 @@
 
 #include <atomic>
 #include <map>
-#include <string>
+#include <optional>
 
 #include <kxdevui/framework/ui_parts.h>
 #include <kxsystem/kx_log.h>
@@ -51,16 +51,8 @@ std::map<HWND, Accessible*>& All() {
 
 BSTR Bstr(const CKxStringW& text) { return System().text(text, static_cast<UINT>(text.str().size())); }
 
-// A label's text as it is read: without the ampersands that underline letters.
-CKxStringW Read(const CKxStringW& text) {
-    std::wstring read;
-    const std::wstring& all = text.str();
-    for (std::size_t i = 0; i < all.size(); ++i) {
-        if (all[i] == L'&' && ++i == all.size()) break;
-        read += all[i];
-    }
-    return read;
-}
+// Whether a client has ever asked for a window: before, nobody is there to be told.
+bool s_asked = false;
 
 #if defined(__GNUC__)
 // COM's interfaces have none; an object ends itself.
@@ -91,8 +83,8 @@ public:
         *out = nullptr;
         if (id != kUnknown && id != kDispatch && id != kAccessible) {
             // Children that are windows are told by the standard object's list.
-            return id == kEnumVariant && m_standard && Record().parts.empty() ? m_standard->QueryInterface(id, out)
-                                                                              : E_NOINTERFACE;
+            return id == kEnumVariant && m_standard && Record().parts == 0 ? m_standard->QueryInterface(id, out)
+                                                                           : E_NOINTERFACE;
         }
         *out = static_cast<IAccessible*>(this);
         AddRef();
@@ -127,15 +119,14 @@ public:
     HRESULT STDMETHODCALLTYPE get_accChildCount(long* count) override {
         if (!count) return E_POINTER;
         if (!m_window) return CO_E_OBJNOTCONNECTED;
-        const auto parts = Record().parts.size();
-        *count = static_cast<long>(parts);
-        return parts > 0 ? S_OK : m_standard->get_accChildCount(count);
+        *count = Record().parts;
+        return *count > 0 ? S_OK : m_standard->get_accChildCount(count);
     }
     HRESULT STDMETHODCALLTYPE get_accChild(VARIANT child, IDispatch** out) override {
         if (!out) return E_POINTER;
         *out = nullptr;
         if (!m_window) return CO_E_OBJNOTCONNECTED;
-        const auto parts = static_cast<long>(Record().parts.size());
+        const long parts = Record().parts;
         if (parts == 0) return m_standard->get_accChild(child, out);
         // They are told by this object.
         return child.vt == VT_I4 && child.lVal >= 1 && child.lVal <= parts ? S_FALSE : E_INVALIDARG;
@@ -144,19 +135,10 @@ public:
     // ---- What it is ----
 
     HRESULT STDMETHODCALLTYPE get_accName(VARIANT child, BSTR* out) override {
-        return Text(child, out, &KxAccess::name, [&] {
-            if (IsPart(child)) return S_FALSE;
-            BSTR own = nullptr;
-            // The text of a window that it is shown in, too, may be the number that it shows.
-            if (m_standard->get_accName(child, &own) == S_OK && own && *own) return *out = own, S_OK;
-            System().free(own);
-            const CKxStringW name = NameFromAround();
-            return name.IsEmpty() ? S_FALSE : (*out = Bstr(name), S_OK);
-        });
+        return Text(child, out, &KxAccess::name, [] { return S_FALSE; });
     }
     HRESULT STDMETHODCALLTYPE get_accValue(VARIANT child, BSTR* out) override {
-        return Text(child, out, &KxAccess::value,
-                    [&] { return IsPart(child) ? S_FALSE : m_standard->get_accValue(child, out); });
+        return Text(child, out, &KxAccess::value, [] { return S_FALSE; });
     }
     HRESULT STDMETHODCALLTYPE get_accDescription(VARIANT child, BSTR* out) override {
         return Text(child, out, &KxAccess::description, [] { return S_FALSE; });
@@ -187,6 +169,7 @@ public:
             if (m_standard->get_accState(self, state) != S_OK || state->vt != VT_I4) state->vt = VT_I4, state->lVal = 0;
             // Where the focus is within a window is in the part's own state.
             if (IsPart(child)) state->lVal &= ~(STATE_SYSTEM_FOCUSED | STATE_SYSTEM_FOCUSABLE);
+            if (!CanBeUsed(m_window)) state->lVal |= STATE_SYSTEM_UNAVAILABLE;
             state->lVal |= record.state;
             return S_OK;
         });
@@ -198,8 +181,7 @@ public:
         if (!x || !y || !cx || !cy) return E_POINTER;
         if (!m_window) return CO_E_OBJNOTCONNECTED;
         if (!IsPart(child)) return m_standard->accLocation(x, y, cx, cy, child);
-        const KxAccess all = Record();
-        const KxAccess* const part = PartOf(all, child);
+        const auto part = RecordOf(child);
         if (!part) return E_INVALIDARG;
         RECT place = part->place;
         MapWindowPoints(m_window, nullptr, reinterpret_cast<POINT*>(&place), 2);
@@ -211,7 +193,7 @@ public:
         if (!m_window) return CO_E_OBJNOTCONNECTED;
         *hit = {};
         const KxAccess all = Record();
-        if (all.parts.empty() && GetWindow(m_window, GW_CHILD)) return m_standard->accHitTest(x, y, hit);
+        if (all.parts == 0 && GetWindow(m_window, GW_CHILD)) return m_standard->accHitTest(x, y, hit);
         POINT at{x, y};
         ScreenToClient(m_window, &at);
         RECT client{};
@@ -220,8 +202,10 @@ public:
         // Never the object itself: the platform's search from a point would go on in it for ever.
         hit->vt = VT_I4;
         hit->lVal = CHILDID_SELF;
-        for (std::size_t i = 0; i < all.parts.size(); ++i)
-            if (PtInRect(&all.parts[i].place, at)) hit->lVal = static_cast<long>(i) + 1;
+        for (long i = 1; i <= all.parts && hit->lVal == CHILDID_SELF; ++i) {
+            const RECT place = all.part(i).place;
+            if (PtInRect(&place, at)) hit->lVal = i;
+        }
         return S_OK;
     }
     HRESULT STDMETHODCALLTYPE accNavigate(long direction, VARIANT start, VARIANT* end) override {
@@ -231,7 +215,16 @@ public:
     // ---- What can be done ----
 
     HRESULT STDMETHODCALLTYPE get_accFocus(VARIANT* child) override {
-        return m_standard ? m_standard->get_accFocus(child) : CO_E_OBJNOTCONNECTED;
+        if (!child) return E_POINTER;
+        if (!m_window) return CO_E_OBJNOTCONNECTED;
+        const KxAccess all = GetFocus() == m_window ? Record() : KxAccess();
+        for (long i = 1; i <= all.parts; ++i) {
+            if (!(all.part(i).state & STATE_SYSTEM_FOCUSED)) continue;
+            child->vt = VT_I4;
+            child->lVal = i;
+            return S_OK;
+        }
+        return m_standard->get_accFocus(child);
     }
     HRESULT STDMETHODCALLTYPE get_accSelection(VARIANT* children) override {
         if (!children) return E_POINTER;
@@ -241,7 +234,7 @@ public:
     HRESULT STDMETHODCALLTYPE accSelect(long flags, VARIANT) override {
         if (!m_window) return CO_E_OBJNOTCONNECTED;
         if (flags != SELFLAG_TAKEFOCUS) return E_INVALIDARG;
-        if (!IsWindowEnabled(m_window) || !IsWindowVisible(m_window)) return S_FALSE;
+        if (!CanBeUsed(m_window)) return S_FALSE;
         SetFocus(m_window);
         return S_OK;
     }
@@ -264,32 +257,21 @@ private:
     ~Accessible() = default;
 
     static bool IsPart(const VARIANT& child) { return child.vt != VT_I4 || child.lVal != CHILDID_SELF; }
-    static const KxAccess* PartOf(const KxAccess& all, const VARIANT& child) {
-        if (child.vt != VT_I4 || child.lVal < 0) return nullptr;
-        if (child.lVal == CHILDID_SELF) return &all;
-        const auto at = static_cast<std::size_t>(child.lVal) - 1;
-        return at < all.parts.size() ? &all.parts[at] : nullptr;
-    }
 
     KxAccess Record() const {
         KxAccess record;
-        if (m_window) SendMessageW(m_window, WM_KX_DESCRIBE, 0, reinterpret_cast<LPARAM>(&record));
+        if (m_window) Guarded([&]() -> Handled { return record = ui::RecordOf(m_window), std::nullopt; });
         return record;
     }
-
-    // The label before the window, or the title of the control that it is in.
-    CKxStringW NameFromAround() const {
-        const HWND before = GetWindow(m_window, GW_HWNDPREV);
-        wchar_t name[8] = L"";
-        if (before && IsWindowVisible(before) && GetClassNameW(before, name, 8) && lstrcmpiW(name, L"Static") == 0) {
-            if (const CKxStringW label = Read(TextOf(before)); !label.IsEmpty()) return label;
-        }
-        for (HWND up = m_window; up; up = ParentOf(up)) {
-            CKxDevUI_Base* const control = ControlOf(up);
-            if (const CKxStringW title = control ? Read(control->GetTitle()) : CKxStringW(); !title.IsEmpty())
-                return title;
-        }
-        return {};
+    // Of the window or of a part of it, if there is such a part.
+    std::optional<KxAccess> RecordOf(const VARIANT& child) const {
+        if (child.vt != VT_I4 || child.lVal < 0) return std::nullopt;
+        KxAccess all = Record();
+        if (child.lVal == CHILDID_SELF) return all;
+        if (child.lVal > all.parts || !all.part) return std::nullopt;
+        KxAccess part = all.part(child.lVal);
+        if (part.description.IsEmpty()) part.description = all.description;
+        return part;
     }
 
     // A text of the record; where it is empty, what `otherwise` answers.
@@ -298,11 +280,10 @@ private:
         if (!out) return E_POINTER;
         *out = nullptr;
         if (!m_window) return CO_E_OBJNOTCONNECTED;
-        const KxAccess all = Record();
-        const KxAccess* const record = PartOf(all, child);
+        const auto record = RecordOf(child);
         if (!record) return E_INVALIDARG;
-        if (!text || (record->*text).IsEmpty()) return otherwise();
-        *out = Bstr(record->*text);
+        if (!text || ((*record).*text).IsEmpty()) return otherwise();
+        *out = Bstr((*record).*text);
         return S_OK;
     }
 
@@ -311,8 +292,7 @@ private:
         if (!out) return E_POINTER;
         *out = {};
         if (!m_window) return CO_E_OBJNOTCONNECTED;
-        const KxAccess all = Record();
-        const KxAccess* const record = PartOf(all, child);
+        const auto record = RecordOf(child);
         return record ? fill(*record) : E_INVALIDARG;
     }
 
@@ -320,10 +300,9 @@ private:
     template <class Call>
     HRESULT Do(const VARIANT& child, Call&& call) {
         if (!m_window) return CO_E_OBJNOTCONNECTED;
-        const KxAccess all = Record();
-        const KxAccess* const record = PartOf(all, child);
+        const auto record = RecordOf(child);
         if (!record) return E_INVALIDARG;
-        if (!IsWindowEnabled(m_window)) return E_ACCESSDENIED;
+        if (!CanBeUsed(m_window)) return E_ACCESSDENIED;
         AddRef();
         HRESULT result = E_FAIL;
         Guarded([&]() -> Handled { return result = call(*record), std::nullopt; });
@@ -336,21 +315,13 @@ private:
     IAccessible* m_standard;
 };
 
-// A control of the platform that is a part of ours has at least a name.
-bool IsDescribed(HWND window) {
-    const auto state = FindState(window);
-    if (state && state->previous) return true;
-    KxAccess asked;
-    return SendMessageW(window, WM_KX_DESCRIBE, 0, reinterpret_cast<LPARAM>(&asked)) != 0;
-}
-
 }  // namespace
 
 Handled AnswerGetObject(const Message& message) noexcept {
     if (message.id != WM_GETOBJECT || static_cast<LONG>(message.lParam) != OBJID_CLIENT) return std::nullopt;
     return Guarded([&]() -> Handled {
-        if (!IsDescribed(message.window)) return std::nullopt;
-        if (!System()) return std::nullopt;
+        if (!IsTold(message.window) || !System()) return std::nullopt;
+        s_asked = true;
         const auto found = All().find(message.window);
         Accessible* object = found != All().end() ? found->second : nullptr;
         if (!object) {
@@ -378,5 +349,5 @@ bool KX_AnswerGetObject(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
 }
 
 void KX_TellAccess(HWND window, DWORD event, long part) {
-    if (window) NotifyWinEvent(event, window, OBJID_CLIENT, part);
+    if (window && kx::ui::s_asked) NotifyWinEvent(event, window, OBJID_CLIENT, part);
 }

@@ -365,9 +365,12 @@ void PositionPanel::TellButton(HWND button, KxAccess& access) const {
     access.role = ROLE_SYSTEM_RADIOBUTTON;
     access.state = look == PlaceLook::Current ? STATE_SYSTEM_CHECKED : 0;
     // The picture's words, and the place, as several may have the same.
-    const CKxStringW text = at < m_tips.size() && !m_tips[at].IsEmpty() ? m_tips[at] : TextOf(button);
-    access.name.Format(512, KX_GetTranslation(L"%ls, position %ld", kSource), text.c_str(), static_cast<long>(at) + 1);
-    if (look == PlaceLook::Target) access.description = KX_GetTranslation(L"Moving", kSource);
+    const CKxStringW text = AsRead(TextOf(button));
+    CKxStringW position;
+    position.Format(64, KX_GetTranslation(L"Position %ld", kSource), static_cast<long>(at) + 1);
+    access.name = text == std::to_wstring(at + 1) ? position : Listed({text, position});
+    // Of those that it leads past nobody wants to hear it.
+    access.description = look == PlaceLook::Target ? Activity::StateOf(m_window) : m_activity.Remark();
 }
 
 // Over the platform's picture, which it draws at once here and there.

@@ -311,9 +311,6 @@ KXDEVUI_API LRESULT CallPrevious(const Message& message) noexcept;
 template <class T, Handled (T::*Handle)(const Message&), Unbound Answer = Unbound::Default,
           class Lookup = ByUserData<T>>
 LRESULT SubclassEntry(const Message& message) noexcept {
-    if (message.id == WM_GETOBJECT) {
-        if (const Handled answer = AnswerGetObject(message)) return *answer;
-    }
     T* object = Lookup::Find(message.window);
     if (!object && Answer != Unbound::Default && message.id != WM_DESTROY && message.id != WM_NCDESTROY) {
         // Otherwise it would be asked to paint for ever.

@@ -1,5 +1,7 @@
-// What can have the focus has a name for those who hear it, and no other part of the control has the same.
+// What can have the focus has a name and a role for those who hear it, and no other part of the control has the same.
 #include <subjects/law.h>
+
+#include <bench/reader.h>
 
 #include <oleacc.h>
 
@@ -8,60 +10,62 @@
 namespace kx::test {
 namespace {
 
-struct Heard {
-    std::wstring name, value;
-    long role = 0, state = 0;
-};
-
-template <class Ask>
-std::wstring TextBy(Ask&& ask) {
-    BSTR text = nullptr;
-    ask(&text);
-    const std::wstring result = text ? text : L"";
-    SysFreeString(text);
-    return result;
-}
-
 struct AccessLaw : LawOf<Law::Access> {
-    // As a client hears it: the window and its parts that are none.
-    static std::vector<Heard> Hear(HWND window) {
-        std::vector<Heard> all;
-        IAccessible* object = nullptr;
-        if (FAILED(AccessibleObjectFromWindow(window, static_cast<DWORD>(OBJID_CLIENT), IID_IAccessible,
-                                              reinterpret_cast<void**>(&object))))
-            return all;
-        long parts = 0;
-        if (!GetWindow(window, GW_CHILD)) object->get_accChildCount(&parts);
-        VARIANT child{};
-        for (child.vt = VT_I4; child.lVal <= parts; ++child.lVal) {
-            Heard heard;
-            VARIANT number{};
-            if (child.lVal == 0 && parts > 0) continue;
-            heard.name = TextBy([&](BSTR* text) { object->get_accName(child, text); });
-            heard.value = TextBy([&](BSTR* text) { object->get_accValue(child, text); });
-            if (object->get_accRole(child, &number) == S_OK) heard.role = number.lVal;
-            if (object->get_accState(child, &number) == S_OK) heard.state = number.lVal;
-            all.push_back(heard);
+    // The windows that can be reached, and those of the platform's controls.
+    std::vector<HWND> Reachable() {
+        std::vector<HWND> windows;
+        for (const Target& each : Control().Windows()) {
+            const HWND window = each.window;
+            const bool still = (SendMessageW(window, WM_GETDLGCODE, 0, 0) & DLGC_STATIC) != 0;
+            if (!IsWindowVisible(window) || !IsWindowEnabled(window) || still) continue;
+            if ((each.ours && GetWindow(window, GW_CHILD)) || IsExcepted(NameOfWindow(window))) continue;
+            windows.push_back(window);
         }
-        object->Release();
-        return all;
+        return windows;
     }
 };
 
 TEST_P(AccessLaw, WhatCanBeReachedHasANameOfItsOwn) {
     Begin();
     std::map<std::pair<std::wstring, long>, std::string> names;
-    for (const Target& each : Control().Windows()) {
-        const HWND window = each.window;
-        const bool still = (SendMessageW(window, WM_GETDLGCODE, 0, 0) & DLGC_STATIC) != 0;
-        if (!IsWindowVisible(window) || !IsWindowEnabled(window) || still || GetWindow(window, GW_CHILD)) continue;
+    for (const HWND window : Reachable()) {
         const std::string what = NameOfWindow(window);
-        if (IsExcepted(what)) continue;
-        for (const Heard& heard : Hear(window)) {
-            Expect(!heard.name.empty(), what, "has no name");
-            const auto [same, isNew] = names.emplace(std::pair(heard.name, heard.role), what);
-            Expect(isNew, what, "is called " + Narrow(heard.name) + ", and so is " + same->second);
+        const Reader reader(window);
+        for (long part = 0; part <= reader.Parts(); ++part) {
+            const std::wstring name = reader.Name(part);
+            const long role = reader.Role(part);
+            // A group has its name from the one around.
+            if (role == ROLE_SYSTEM_GROUPING) continue;
+            Expect(role != 0 && role != ROLE_SYSTEM_CLIENT, what, "is nothing that a reader knows");
+            Expect(!name.empty(), what, "has no name");
+            const auto [same, isNew] = names.emplace(std::pair(name, role), what);
+            Expect(isNew, what, "is called " + Narrow(name) + ", and so is " + same->second);
         }
+    }
+}
+
+TEST_P(AccessLaw, NobodyActsBehindABox) {
+    Begin();
+    const auto windows = Reachable();
+    EnableWindow(Parent().Window(), FALSE);
+    ExpectUnheard("disabling the parent");
+    for (const HWND window : windows) {
+        const Reader reader(window);
+        for (long part = 0; part <= std::min(reader.Parts(), 3L); ++part)
+            reader.Act(part), reader.Set(L"7", part);
+        ExpectUnheard("a client of " + NameOfWindow(window));
+    }
+}
+
+TEST_P(AccessLaw, AnObjectOutlivesItsWindow) {
+    Begin();
+    std::map<std::string, std::unique_ptr<Reader>> readers;
+    for (const HWND window : Reachable())
+        readers.emplace(NameOfWindow(window), std::make_unique<Reader>(window));
+    Finish();
+    for (const auto& [name, reader] : readers) {
+        Expect(reader->Ask() == CO_E_OBJNOTCONNECTED, name, "answers when it has gone");
+        Expect(reader->Act() == CO_E_OBJNOTCONNECTED, name, "acts when it has gone");
     }
 }
 
