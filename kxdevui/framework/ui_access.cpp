@@ -4,6 +4,7 @@
 
 #include <atomic>
 #include <map>
+#include <new>
 #include <optional>
 
 #include <kxdevui/framework/ui_parts.h>
@@ -65,6 +66,7 @@ public:
     Accessible(HWND window, IAccessible* standard) : m_window(window), m_standard(standard) { All()[window] = this; }
     Accessible(const Accessible&) = delete;
     Accessible& operator=(const Accessible&) = delete;
+    virtual ~Accessible() = default;
 
     // Lets go of the window.
     void Lose() noexcept {
@@ -254,8 +256,6 @@ public:
     HRESULT STDMETHODCALLTYPE put_accName(VARIANT, BSTR) override { return DISP_E_MEMBERNOTFOUND; }
 
 private:
-    ~Accessible() = default;
-
     static bool IsPart(const VARIANT& child) { return child.vt != VT_I4 || child.lVal != CHILDID_SELF; }
 
     KxAccess Record() const {
@@ -328,7 +328,8 @@ Handled AnswerGetObject(const Message& message) noexcept {
             // The platform's own object for a window of that class.
             void* standard = nullptr;
             if (FAILED(System().standard(message.window, OBJID_CLIENT, kAccessible, &standard))) return std::nullopt;
-            object = new Accessible(message.window, static_cast<IAccessible*>(standard));
+            object = new (std::nothrow) Accessible(message.window, static_cast<IAccessible*>(standard));
+            if (!object) return std::nullopt;
         }
         return System().answer(kAccessible, message.wParam, object);
     });
