@@ -2,6 +2,7 @@
 #include <windows.h>
 
 #include <commctrl.h>
+#include <oleacc.h>
 
 #include <kxbaseui/kx_fonts.h>
 #include <kxdevui/controls/devgui_hpot.h>
@@ -79,6 +80,49 @@ Ratio DragStep() {
     return ratio;
 }
 
+// Ten steps while somebody listens for this event, who hears of them at once.
+class Listened {
+public:
+    explicit Listened(DWORD event)
+        : m_hook(SetWinEventHook(event, event, nullptr, Hear, GetCurrentProcessId(), 0, WINEVENT_OUTOFCONTEXT)) {}
+    ~Listened() {
+        // The mouse of the screen is not to move the thumb.
+        MSG message;
+        PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE | PM_QS_SENDMESSAGE);
+        UnhookWinEvent(m_hook);
+    }
+    Listened(const Listened&) = delete;
+    Listened& operator=(const Listened&) = delete;
+    static inline int heard = 0;
+
+private:
+    static void CALLBACK Hear(HWINEVENTHOOK, DWORD, HWND, LONG, LONG, DWORD, DWORD) { ++heard; }
+    HWINEVENTHOOK m_hook;
+};
+
+Ratio DragStepListened() {
+    const Frame frame;
+    Panel panel(frame);
+    Slider slider(panel);
+    IAccessible* client = nullptr;
+    AccessibleObjectFromWindow(slider, static_cast<DWORD>(OBJID_CLIENT), IID_IAccessible,
+                               reinterpret_cast<void**>(&client));
+    Require(client != nullptr, "the slider answers no client");
+    const auto move = [&](int x) { SendMessageW(slider, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(x, 8)); };
+    const auto steps = [&](DWORD event) {
+        const Listened listened(event);
+        for (int i = 0; i < 5; ++i)
+            move(40), move(160);
+    };
+    SendMessageW(slider, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(100, 8));
+    steps(EVENT_OBJECT_VALUECHANGE);
+    Require(Listened::heard == 10, "a step is not heard once");
+    const Ratio ratio = Measure([&] { steps(EVENT_OBJECT_VALUECHANGE); }, [&] { steps(EVENT_OBJECT_HELPCHANGE); });
+    SendMessageW(slider, WM_LBUTTONUP, 0, MAKELPARAM(100, 8));
+    client->Release();
+    return ratio;
+}
+
 Ratio CreateSlider() {
     const Frame frame;
     return Measure([&] { const Slider slider(frame); }, [&] { DestroyWindow(MakeBareWindow(frame, kSize)); });
@@ -88,6 +132,7 @@ Ratio CreateSlider() {
 const Rows s_rows{{
     {"slider, full repaint", "a bare window that copies a ready bitmap", 1.25, SliderRepaint},
     {"slider, one drag step with callback and repaint", "a stock trackbar: TBM_SETPOS and update", 0.5, DragStep},
+    {"slider, drag step while a screen reader listens", "the same while nobody does", 1.3, DragStepListened},
     {"slider, create and destroy", "a bare window with 16 extra bytes and a font", 1.3, CreateSlider},
 }};
 // clang-format on

@@ -7,6 +7,7 @@
 #include <kxbaseui/kx_layoutmanager.h>
 #include <kxbaseui/kx_schemecontrols.h>
 #include <kxbaseui/kx_tooltip.h>
+#include <kxdevui/framework/ui_access.h>
 #include <kxdevui/framework/ui_activity.h>
 #include <kxdevui/framework/ui_control.h>
 
@@ -91,6 +92,8 @@ bool ButtonControl::Hold(int state) {
     ++m_sets;
     if (std::exchange(m_state, state) == state) return false;
     ShowState();
+    // The platform's button tells of its mark itself.
+    if (m_drawn == Drawn::ByControl) KX_TellAccess(m_button, EVENT_OBJECT_STATECHANGE);
     return true;
 }
 
@@ -144,6 +147,11 @@ Handled ButtonControl::HandleWindow(const Message& message) {
         m_button = nullptr;
     }
     if (!m_button) return std::nullopt;
+    const auto told = DescribePart(message, [this](HWND, KxAccess& access) {
+        if (access.description.IsEmpty() && !(m_toolTip == m_title)) access.description = m_toolTip;
+        return false;
+    });
+    if (told) return told;
     // A sign of the activity is told as the window's own text, to nobody but screen readers.
     const bool hasSign = m_requests->HasSign();
     const auto ofButton = [&] { return SendMessageW(m_button, message.id, message.wParam, message.lParam); };

@@ -14,6 +14,7 @@
 #include <kxdevui/controls/editbox_rules.h>
 #include <kxdevui/framework/devgui.h>
 #include <kxdevui/framework/devgui_habits.h>
+#include <kxdevui/framework/ui_access.h>
 #include <kxdevui/framework/ui_answer.h>
 #include <kxdevui/framework/ui_arithmetic.h>
 #include <kxdevui/framework/ui_field.h>
@@ -31,6 +32,9 @@ constexpr wchar_t kSource[] = L"devgui_editbox";
 // Unzoomed pixels between the label and the field, and between the field's border and its text.
 constexpr long kLabelGap = 4;
 constexpr long kTextInset = 2;
+
+// The title of one that nobody has given one.
+constexpr wchar_t kNoTitle[] = L"Label:";
 
 long Scaled(long length, double scale) {
     constexpr double limit = 1e6;
@@ -73,7 +77,7 @@ ATOM CKxDevUI_EditBox::m_Atom = 0;
 CKxDevUI_EditBox::CKxDevUI_EditBox() {
     m_width = 20;
     m_height = 16;
-    m_title = L"Label:";
+    m_title = kNoTitle;
 }
 
 CKxDevUI_EditBox::~CKxDevUI_EditBox() { DestroyOwn(); }
@@ -464,11 +468,18 @@ kx::ui::Handled CKxDevUI_EditBox::Handle(const kx::ui::Message& message) {
     if (m_hook) {
         if (const auto answer = m_hook(*this, message)) return answer;
     }
+    const auto told = kx::ui::DescribePart(message, [this](HWND part, KxAccess& access) {
+        if (access.name.IsEmpty() && (m_showLabel || m_title != kNoTitle)) access.name = kx::ui::AsRead(m_title);
+        if (part == m_edit && access.unit.IsEmpty()) access.unit = m_unit;
+        return true;
+    });
+    if (told) return told;
     switch (id) {
     case WM_SIZE: Layout(); return 0;
     case WM_PAINT:
     case WM_PRINTCLIENT: return PaintField(message);
     case WM_ERASEBKGND: return 1;
+    case WM_KX_DESCRIBE: return kx::ui::Describe(message, [](KxAccess& access) { access.role = ROLE_SYSTEM_GROUPING; });
     case WM_SETFOCUS:
     case WM_LBUTTONDOWN: ::SetFocus(m_edit); return 0;
     case WM_GETFONT:

@@ -9,6 +9,7 @@
 #include <kxbaseui/kx_colors.h>
 #include <kxdevui/controls/editbox_rules.h>
 #include <kxdevui/framework/devgui_host.h>
+#include <kxdevui/framework/ui_access.h>
 #include <kxdevui/framework/ui_arithmetic.h>
 #include <kxdevui/framework/ui_field.h>
 #include <kxdevui/framework/ui_window.h>
@@ -134,6 +135,7 @@ LRESULT CALLBACK CKxDevUI_SpinBox::WndProc_UpDown(HWND window, UINT message, WPA
 
 kx::ui::Handled CKxDevUI_SpinBox::Handle(const kx::ui::Message& message) {
     switch (message.id) {
+    case WM_KX_DESCRIBE: return kx::ui::Describe(message, [this](KxAccess& access) { access.name = m_title; });
     case WM_NCDESTROY: kx::ui::Binding::WindowGone(this, message.window); return std::nullopt;
     case WM_PAINT:
     case WM_PRINTCLIENT:

@@ -7,6 +7,7 @@
 
 #include <kxdevui/controls/hpot_window.h>
 #include <kxsystem/kx_log.h>
+#include <kxsystem/kx_number.h>
 
 using kx::hpot::Watch;
 
@@ -150,7 +151,14 @@ void CKxDevUI_HPot::Update(bool fromValue, bool notify, bool redraw) {
     } else if (!inside.TakeFromThumb(notify)) {
         return;
     }
+    inside.TellValue();
     if (redraw) inside.ShowThumbs();
+}
+
+void CKxDevUI_HPot::Inside::TellValue() const {
+    WindowPart* const part = Part();
+    if (part && std::exchange(part->told, slider.m_held.value) != slider.m_held.value)
+        KX_TellAccess(slider, EVENT_OBJECT_VALUECHANGE);
 }
 
 bool CKxDevUI_HPot::Inside::TakeFromThumb(bool notify) {
@@ -205,6 +213,22 @@ bool CKxDevUI_HPot::Inside::MoveTo(double value) {
     slider.SetValue(value, true);
     if (watch) slider.OnHPotDragDrop();
     return true;
+}
+
+// A client's value goes the way of the keys.
+void CKxDevUI_HPot::Inside::Tell(KxAccess& access) const {
+    access.role = ROLE_SYSTEM_SLIDER;
+    access.value = KX_FormatNumber(L"%g", slider.m_held.value);
+    // What is off the scale is no wish for its end.
+    access.setValue = [of = &slider](const CKxStringW& text) {
+        double value = 0;
+        const bool isOnScale = KX_StringToDouble(text, value) && kx::hpot::Clamped(of->m_scale, value) == value;
+        if (!isOnScale || !Inside(of).IsUsable()) return false;
+        const Watch watch(of);
+        const double before = of->m_held.value;
+        Inside(of).MoveTo(value);
+        return !watch || of->m_held.value != before || value == before;
+    };
 }
 
 void CKxDevUI_HPot::Inside::MoveBy(const kx::hpot::KeyMove& move) {

@@ -9,6 +9,7 @@
 #include <kxbaseui/kx_colors.h>
 #include <kxbaseui/kx_layoutmanager.h>
 #include <kxdevui/controls/imagebutton_rules.h>
+#include <kxdevui/framework/ui_access.h>
 #include <kxdevui/framework/ui_activity.h>
 #include <kxdevui/framework/ui_control.h>
 
@@ -222,6 +223,12 @@ Handled CKxDevUI_ImageButton::HandleButton(const Message& message) {
         StopRepeating();
         if (GetCapture() == button) ReleaseCapture();
         return std::nullopt;
+    case WM_KX_DESCRIBE:
+        return Describe(message, [this](KxAccess& access) {
+            if (m_toggle) access.role = ROLE_SYSTEM_CHECKBUTTON;
+            if (m_toggle && m_state != 0 && IsKnown()) access.state |= STATE_SYSTEM_CHECKED;
+            if (m_menu.GetCount() > 0) access.state |= STATE_SYSTEM_HASPOPUP;
+        });
     case WM_TIMER:
         if (message.wParam != kRepeatTimer) return std::nullopt;
         Repeat();

@@ -9,15 +9,19 @@
 #include <kxbaseui/kx_fonts.h>
 #include <kxbaseui/kx_layoutmanager.h>
 #include <kxbaseui/kx_schemecontrols.h>
+#include <kxdevui/framework/ui_access.h>
 #include <kxdevui/framework/ui_arithmetic.h>
 #include <kxdevui/framework/ui_control.h>
 #include <kxsystem/kx_log.h>
+#include <kxsystem/kx_translation.h>
 
 namespace kx::ui {
 
 namespace {
 
-constexpr int kInnerId = 10000, kNameId = 10001;
+constexpr wchar_t kSource[] = L"devgui_listcontrol";
+
+constexpr int kInnerId = 10000;
 constexpr int kSelectionChanged = 0x0401;
 constexpr wchar_t kFirstLetter = 32;
 constexpr std::size_t kMostDrawn = 1000;  // characters of a text
@@ -82,7 +86,7 @@ void ListControl::Adopt(HWND placeholder) {
 }
 
 void ListControl::Begin() {
-    m_inner = m_rows = m_name = nullptr;
+    m_inner = m_rows = nullptr;
     m_depth = 0;
     m_acted = false;
     MeasureRows();
@@ -251,21 +255,43 @@ HWND ListControl::LabelBefore() const {
     return before && IsOfClass(before, L"Static") ? before : nullptr;
 }
 
-// Screen readers take the name of a list from the text before it among its siblings, seen or not, and the platform's
-// control has none: it gets one when somebody asks about it. Whoever hears of that may end the control.
-void ListControl::NameInner() {
-    const HWND label = LabelBefore();
-    std::wstring name = m_title.IsEmpty() ? TextOf(label).str() : m_title.str();
-    if (m_title.IsEmpty()) std::erase(name, L'&');
-    if (name.empty() && !m_name) return;
-    if (m_name) {
-        if (TextOf(m_name) != name.c_str()) SetWindowTextW(m_name, name.c_str());
+// A client's choice is a click; of several, another click takes it back.
+bool ListControl::ChooseOne(int index) {
+    if (!m_values.Has(index) || !m_values.IsUsable(index)) return false;
+    ListChoice wanted;
+    wanted.indexes = {index};
+    if (m_rows == m_inner && (GetWindowLongW(m_inner, GWL_STYLE) & (LBS_MULTIPLESEL | LBS_EXTENDEDSEL))) {
+        wanted.indexes = m_values.Chosen().indexes;
+        const auto at = std::lower_bound(wanted.indexes.begin(), wanted.indexes.end(), index);
+        const bool isChosen = at != wanted.indexes.end() && *at == index;
+        isChosen ? wanted.indexes.erase(at) : wanted.indexes.insert(at, index);
+    }
+    const Alive alive(this);
+    Choose(wanted);
+    return !alive || m_values.Chosen() == wanted;
+}
+
+// Rows that are not on screen have no window of their own, nor have those that are.
+void ListControl::Tell(KxAccess& access) {
+    if (m_rows != m_inner) {
+        access.setValue = [this](const CKxStringW& text) { return ChooseOne(m_values.Find(text)); };
         return;
     }
-    const Parts parts(m_hWnd, static_cast<CKxDevUI_Base*>(this));
-    if (!parts.Label(m_name, kNameId, name.c_str(), {}) || !m_name) return;
-    ShowWindow(m_name, SW_HIDE);
-    if (parts && m_inner) PutAbove(m_name, m_inner);
+    access.role = ROLE_SYSTEM_LIST;
+    access.parts = m_values.Count();
+    access.part = [this](long number) {
+        const int index = static_cast<int>(number) - 1;
+        const auto at = static_cast<WPARAM>(index);
+        KxAccess part;
+        part.role = ROLE_SYSTEM_LISTITEM;
+        part.name = m_values.At(index).text.c_str();
+        part.state = STATE_SYSTEM_SELECTABLE | (m_values.IsUsable(index) ? 0 : STATE_SYSTEM_UNAVAILABLE);
+        if (SendMessageW(m_inner, LB_GETSEL, at, 0) > 0) part.state |= STATE_SYSTEM_SELECTED;
+        SendMessageW(m_inner, LB_GETITEMRECT, at, reinterpret_cast<LPARAM>(&part.place));
+        part.action = KX_GetTranslation(L"Select", kSource);
+        part.act = [this, index] { ChooseOne(index); };
+        return part;
+    };
 }
 
 bool ListControl::CheckRestriction(bool show) {
@@ -322,8 +348,8 @@ Handled ListControl::HandleInner(const Message& message) {
     const Alive alive(this);
     const HWND inner = m_inner;
     const auto stands = [&] { return alive && m_inner == inner; };
-    if (message.id == WM_GETOBJECT) NameInner();
-    if (!stands()) return 0;
+    if (message.id == WM_KX_DESCRIBE && message.window == m_inner)
+        return Describe(message, [this](KxAccess& access) { Tell(access); });
     const Handled answer = m_kind.before(*this, message);
     if (answer || !stands()) return answer.value_or(0);
     ++m_depth;
@@ -460,7 +486,7 @@ void ListControl::DrawAtOnce(DRAWITEMSTRUCT item) const {
 
 Handled ListControl::HandleList(const Message& message) {
     switch (message.id) {
-    case WM_DESTROY: m_inner = m_rows = m_name = nullptr; return std::nullopt;
+    case WM_DESTROY: m_inner = m_rows = nullptr; return std::nullopt;
     case WM_DRAWITEM: Draw(*reinterpret_cast<const DRAWITEMSTRUCT*>(message.lParam)); return TRUE;
     case WM_MEASUREITEM:
         reinterpret_cast<MEASUREITEMSTRUCT*>(message.lParam)->itemHeight = static_cast<UINT>(RowHeight());

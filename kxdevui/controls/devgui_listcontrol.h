@@ -10,6 +10,8 @@
 #include <kxdevui/controls/valuelist_rules.h>
 #include <kxdevui/framework/devgui_control.h>
 
+struct KxAccess;
+
 namespace kx::ui {
 
 // A list of values of which the user chooses. Each has a text, a number (the one that its text begins with), a number
@@ -182,10 +184,10 @@ private:
     void Draw(const DRAWITEMSTRUCT& item) const;
     void DrawPicture(HDC dc, const RECT& place, const ListValue& value, bool usable, int color) const;
     HWND LabelBefore() const;
-    void NameInner();
+    void Tell(KxAccess& access);
+    bool ChooseOne(int index);
 
     Kind m_kind;
-    HWND m_name = nullptr;  // the window that has the name for screen readers, once one has asked
     TypeAhead m_typed;
     long m_rowHeight = 1, m_textHeight = 1;
     int m_depth = 0;    // procedures of the platform that have not returned

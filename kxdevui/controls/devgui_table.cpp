@@ -13,6 +13,7 @@
 #include <kxbaseui/kx_schemecontrols.h>
 #include <kxdevui/framework/devgui.h>
 #include <kxdevui/framework/devgui_habits.h>
+#include <kxdevui/framework/ui_access.h>
 #include <kxdevui/framework/ui_arithmetic.h>
 #include <kxdevui/framework/ui_control.h>
 #include <kxdevui/framework/ui_field.h>
@@ -292,6 +293,7 @@ Handled CKxDevUI_Table::HandleList(const Message& message) {
         if (IsWindow(message.window) && top() != before) InvalidateRect(message.window, nullptr, TRUE);
         return result;
     }
+    if (message.id == WM_KX_DESCRIBE) return Describe(message, [this](KxAccess& access) { Tell(access); });
     if (message.id != WM_KEYDOWN) return std::nullopt;
     switch (message.wParam) {
     case VK_F2: EditFocused(); return 0;

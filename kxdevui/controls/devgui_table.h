@@ -11,6 +11,7 @@
 #include <kxdevui/controls/devgui_editbox.h>
 #include <kxdevui/framework/devgui_base.h>
 
+struct KxAccess;
 namespace kx::ui {
 struct Message;
 struct OpenCell;
@@ -179,6 +180,8 @@ private:
     void ZoomColumns();
     void KeepFirstRow();
     void ShowFirstRow();
+    void Tell(KxAccess& access);
+    KxAccess TellCell(int row, int column);
     bool IsEditable(int column) const;
     bool FindEditable(Cell& cell, int step) const;
     int FocusedRow() const;

@@ -10,9 +10,13 @@
 
 #include <kxbaseui/kx_layoutmanager.h>
 #include <kxdevui/controls/editbox_rules.h>
+#include <kxdevui/framework/ui_access.h>
+#include <kxdevui/framework/ui_control.h>
+#include <kxdevui/framework/ui_field.h>
 #include <kxdevui/framework/ui_life.h>
 #include <kxsystem/kx_log.h>
 #include <kxsystem/kx_number.h>
+#include <kxsystem/kx_translation.h>
 
 namespace {
 
@@ -202,4 +206,45 @@ int CKxDevUI_Table::Search(std::int64_t userData, int) {
     wanted.lParam = static_cast<LPARAM>(userData);
     if (!m_list) return -1;
     return static_cast<int>(Ask(LVM_FINDITEMW, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(&wanted)));
+}
+
+// ---- For the ear ---------------------------------------------------------------------------------------------------
+
+// Cell by cell: the number of rows is what it costs, not what is in them.
+void CKxDevUI_Table::Tell(KxAccess& access) {
+    access.role = ROLE_SYSTEM_TABLE;
+    access.parts = static_cast<long>(Ask(LVM_GETITEMCOUNT, 0, 0)) * m_columnCount;
+    access.part = [this](long number) {
+        return TellCell(static_cast<int>(number - 1) / m_columnCount, static_cast<int>(number - 1) % m_columnCount);
+    };
+}
+
+KxAccess CKxDevUI_Table::TellCell(int row, int column) {
+    wchar_t title[kTextLength + 1] = L"", text[kTextLength + 1] = L"";
+    LVCOLUMNW head{};
+    head.mask = LVCF_TEXT;
+    head.pszText = title;
+    head.cchTextMax = kTextLength + 1;
+    Ask(LVM_GETCOLUMNW, Index(column), reinterpret_cast<LPARAM>(&head));
+    GetCell(row, column, text, kTextLength + 1);
+    const LRESULT state = Ask(LVM_GETITEMSTATE, Index(row), LVIS_SELECTED | LVIS_FOCUSED);
+    const bool focused = (state & LVIS_FOCUSED) && column == m_clickedColumn && GetFocus() == m_list;
+    CKxStringW place;
+    place.Format(64, KX_GetTranslation(L"row %d", kSource), row + 1);
+    KxAccess cell;
+    cell.role = ROLE_SYSTEM_CELL;
+    cell.name = kx::ui::Listed({kx::ui::AsRead(title), place});
+    cell.value = text;
+    cell.state = STATE_SYSTEM_SELECTABLE | STATE_SYSTEM_FOCUSABLE |
+                 (state & LVIS_SELECTED ? STATE_SYSTEM_SELECTED : 0) | (focused ? STATE_SYSTEM_FOCUSED : 0) |
+                 (IsEditable(column) ? 0 : STATE_SYSTEM_READONLY);
+    cell.place = CellOnScreen(row, column);
+    MapWindowPoints(nullptr, m_list, reinterpret_cast<POINT*>(&cell.place), 2);
+    if (!IsEditable(column)) return cell;
+    cell.setValue = [this, row, column](const CKxStringW& typed) {
+        const kx::ui::Alive alive(this);
+        StartEdit(row, column);
+        return alive && m_editRow == row && kx::ui::EnterText(m_editor.GetEditWindow(), typed);
+    };
+    return cell;
 }

@@ -13,6 +13,7 @@
 #include <kxdevui/controls/hpot_common.h>
 #include <kxdevui/framework/devgui_base.h>
 #include <kxdevui/framework/devgui_host.h>
+#include <kxdevui/framework/ui_access.h>
 #include <kxdevui/framework/ui_arithmetic.h>
 #include <kxdevui/framework/ui_life.h>
 #include <kxdevui/framework/ui_paint.h>
@@ -119,6 +120,7 @@ bool TakeMouse(const CKxDevUI_Base& slider);
 //     ShowThumbs             draws them where they are now
 //     PutBack                places the thumbs as their values say
 //     Hover, OnMouseLeave    the pointer moves or leaves without a drag
+//     Tell                   what screen readers are told
 //     Drop, ButtonUp         tell the host; Drop is false when that has ended the slider
 //
 // and may have the ones below that do nothing.
@@ -157,6 +159,7 @@ public:
         case WM_CAPTURECHANGED:
             if (reinterpret_cast<HWND>(lParam) != window) OnCaptureLost();
             return std::nullopt;
+        case WM_KX_DESCRIBE: return ui::Describe(message, [this](KxAccess& access) { Own().Tell(access); });
         default: return std::nullopt;
         }
     }

@@ -18,6 +18,7 @@ struct CKxDevUI_HPot::Inside : kx::hpot::Slider<Inside> {
         // As the window shows it.
         Shown shown;
         EKxLight shownLight = EKxLight::None;
+        double told = 0;  // to screen readers
 
         // Until then all of the window is stale.
         bool IsPainted() const { return shown.look >= 0; }
@@ -62,6 +63,8 @@ struct CKxDevUI_HPot::Inside : kx::hpot::Slider<Inside> {
     void OnMouseLeave(const kx::ui::Message& message);
     bool Drop(const kx::hpot::Watch& watch);
     void ButtonUp() { slider.OnLeftButtonUp(); }
+    void Tell(KxAccess& access) const;
+    void TellValue() const;
 
     // ---- The values: devgui_hpot.cpp ----
 

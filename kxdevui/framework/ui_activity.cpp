@@ -301,6 +301,16 @@ HWND Activity::TargetPlace() const {
     return known ? m_host.place(m_window, m_now.target) : nullptr;
 }
 
+CKxStringW Activity::StateOf(HWND control) {
+    const Activity* const asked = Of(control);
+    return asked ? StateText(asked->m_now) : CKxStringW();
+}
+
+CKxStringW Activity::TitleOf(HWND control) {
+    const Activity* const asked = Of(control);
+    return asked ? asked->m_host.title(control) : CKxStringW();
+}
+
 CKxStringW Activity::Remark() const { return IsUnderWay(m_now.activity) ? CKxStringW() : StateText(m_now); }
 
 // ---- Asking --------------------------------------------------------------------------------------------------------

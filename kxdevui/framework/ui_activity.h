@@ -68,6 +68,10 @@ public:
     PlaceLook LookOf(long position) const;
     // What a tooltip says beside its own text; empty while there is nothing wrong.
     CKxStringW Remark() const;
+    // What a control tells of its device, in words; empty at rest, and for every other window.
+    static CKxStringW StateOf(HWND control);
+    // What screen readers are to call it; empty for every other window.
+    static CKxStringW TitleOf(HWND control);
     // Whether the caption has a sign.
     bool HasSign() const noexcept { return m_now.activity != EKxActivity::AtRest; }
     // Whether a ring turns, which is when there is a timer.

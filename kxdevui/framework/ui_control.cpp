@@ -2,6 +2,7 @@
 
 #include <kxbaseui/kx_colors.h>
 #include <kxdevui/framework/devgui.h>
+#include <kxdevui/framework/ui_access.h>
 #include <kxdevui/framework/ui_activity.h>
 #include <kxsystem/kx_log.h>
 
@@ -34,6 +35,7 @@ Handled HandleFace(const Message& message, PaintMode mode) {
     }
     case WM_ERASEBKGND: return Erase(message);
     case WM_KX_ZOOM_CHANGED: ApplyZoom(message.window); return std::nullopt;
+    case WM_KX_DESCRIBE: return Describe(message, [](KxAccess& access) { access.role = ROLE_SYSTEM_GROUPING; });
     default: return std::nullopt;
     }
 }

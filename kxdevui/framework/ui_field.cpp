@@ -178,6 +178,28 @@ bool GoOnFrom(HWND edit, HWND group, bool around) {
     return false;
 }
 
+bool EnterText(HWND edit, const CKxStringW& text) {
+    const auto isKey = [](wchar_t character) { return character < kFirstPrintable || character == kDelete; };
+    if (IsReadOnly(edit) || std::any_of(text.str().begin(), text.str().end(), isKey)) return false;
+    SetFocus(edit);
+    if (GetFocus() != edit) return false;
+    const FieldText before = TextIn(edit);
+    SelectAll(edit);
+    if (text.IsEmpty()) Write(edit, {});
+    for (const wchar_t each : text.str()) {
+        SendMessageW(edit, WM_CHAR, each, 1);
+        if (GetFocus() != edit) return true;
+    }
+    // A character that it does not take is left out.
+    if (TextOf(edit).str().size() != text.str().size()) return TypeAgain(edit, before), false;
+    HideAnswer(edit);
+    const HWND answer = AnswerWindow();
+    SendMessageW(edit, WM_CHAR, VK_RETURN, 1);
+    const bool refused = GetFocus() == edit && AnswerWindow() && AnswerWindow() != answer;
+    if (refused) RevertField(edit);
+    return !refused;
+}
+
 void TypeAgain(HWND edit, const FieldText& typed) {
     if (typed.text != TextOf(edit).str()) SelectAll(edit), Write(edit, typed.text);
     SendMessageW(edit, EM_SETSEL, typed.first, static_cast<LPARAM>(typed.last));

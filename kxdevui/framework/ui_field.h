@@ -24,6 +24,10 @@ struct Field {
 KXDEVUI_API FieldText TextIn(HWND edit);
 KXDEVUI_API void TypeAgain(HWND edit, const FieldText& typed);
 
+// Types the text into the edit in the place of what stands there, and Enter: all that hears of keys hears of it, and
+// whatever it refuses is refused. The edit gets the focus. False when it was not taken; the edit may be gone.
+KXDEVUI_API bool EnterText(HWND edit, const CKxStringW& text);
+
 // The cell that is being edited in a control whose field is no window in it: KxKeptInput asks the control for it
 // (wParam FALSE), and has it opened again when the control is made anew (TRUE). The answer is whether a cell is open.
 inline constexpr UINT WM_KX_OPEN_CELL = WM_APP + 0x3FC;  // lParam: an OpenCell

@@ -9,6 +9,7 @@
 #include <kxbaseui/kx_buttonbackground.h>
 #include <kxbaseui/kx_cues.h>
 #include <kxbaseui/kx_uihelper.h>
+#include <kxdevui/framework/ui_access.h>
 #include <kxdevui/framework/ui_arithmetic.h>
 #include <kxdevui/framework/ui_window.h>
 
@@ -202,7 +203,10 @@ std::shared_ptr<WindowState> FindState(HWND window) noexcept {
     return found == States().end() ? nullptr : found->second;
 }
 
-void DropState(HWND window) noexcept { States().erase(window); }
+void DropState(HWND window) noexcept {
+    AccessLost(window);
+    States().erase(window);
+}
 
 LRESULT Paint(const Message& message, PaintMode mode, HBRUSH background, DrawRef draw) {
     const PaintTarget target(message);

@@ -14,10 +14,14 @@
 #include <kxbaseui/kx_tooltip.h>
 #include <kxbaseui/kx_uihelper.h>
 #include <kxdevui/framework/devgui.h>
+#include <kxdevui/framework/ui_access.h>
+#include <kxsystem/kx_translation.h>
 
 namespace kx::ui {
 
 namespace {
+
+constexpr wchar_t kSource[] = L"devgui_positions";
 
 // The side of the setup button's image, and the room between the last row of buttons and the line of the frame.
 constexpr double kSetupImage = 16;
@@ -211,6 +215,13 @@ void PositionPanel::EnableTitles(bool enable) {
     Enable(m_titleWindow, enable);
 }
 
+void PositionPanel::SetPosition(long position) noexcept {
+    const long before = std::exchange(m_position, position);
+    if (before == position) return;
+    for (const long each : {before, position})
+        KX_TellAccess(ButtonAt(each), EVENT_OBJECT_STATECHANGE);
+}
+
 HWND PositionPanel::FocusButton() const {
     const HWND current = ButtonAt(m_position);
     if (current && IsWindowEnabled(current)) return current;
@@ -308,6 +319,12 @@ Handled PositionPanel::HandleWindow(const Message& message) {
         RedrawWindow(message.window, nullptr, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN);
         return std::nullopt;
     case WM_KX_ZOOM_CHANGED: ApplyZoom(message.window); return std::nullopt;
+    case WM_KX_DESCRIBE:
+        return Describe(message, [this](KxAccess& access) {
+            access.role = ROLE_SYSTEM_GROUPING;
+            access.name = m_title;
+            access.description = m_activity.Remark();
+        });
     default: return std::nullopt;
     }
 }
@@ -328,8 +345,32 @@ Handled PositionPanel::HandleButton(const Message& message, int columns) {
     case WM_LBUTTONDBLCLK:
         // By itself an automatic radio button takes it for a click, and no other button does.
         return m_everyPress ? CallPrevious({button, WM_LBUTTONDOWN, message.wParam, message.lParam}) : LRESULT{0};
+    case WM_KX_DESCRIBE: return Describe(message, [&](KxAccess& access) { TellButton(button, access); });
     default: return HandleRowKeys(message, columns, [&](int step) { MoveFocus(button, step); });
     }
+}
+
+void PositionPanel::TellButton(HWND button, KxAccess& access) const {
+    const auto at = static_cast<std::size_t>(std::find(m_buttons.begin(), m_buttons.end(), button) - m_buttons.begin());
+    access.action = KX_GetTranslation(L"Press", kSource);
+    access.act = [button] {
+        kx::ui::Notify(ParentOf(button), GetDlgCtrlID(button), BN_CLICKED, reinterpret_cast<LPARAM>(button));
+    };
+    if (at == m_buttons.size()) {
+        access.role = ROLE_SYSTEM_PUSHBUTTON;
+        access.name = KX_GetTranslation(L"Setup", kSource);
+        return;
+    }
+    const PlaceLook look = m_activity.LookOf(static_cast<long>(at));
+    access.role = ROLE_SYSTEM_RADIOBUTTON;
+    access.state = look == PlaceLook::Current ? STATE_SYSTEM_CHECKED : 0;
+    // The picture's words, and the place, as several may have the same.
+    const CKxStringW text = AsRead(TextOf(button));
+    CKxStringW position;
+    position.Format(64, KX_GetTranslation(L"Position %ld", kSource), static_cast<long>(at) + 1);
+    access.name = text == std::to_wstring(at + 1) ? position : Listed({text, position});
+    // Of those that it leads past nobody wants to hear it.
+    access.description = look == PlaceLook::Target ? Activity::StateOf(m_window) : m_activity.Remark();
 }
 
 // Over the platform's picture, which it draws at once here and there.

@@ -12,6 +12,7 @@
 #include <utility>
 #include <vector>
 
+#include <kxdevui/framework/devgui_access.h>
 #include <kxdevui/framework/ui_activity.h>
 #include <kxdevui/framework/ui_control.h>
 #include <kxsystem/kx_string.h>
@@ -109,7 +110,7 @@ public:
     const CKxStringW& Title() const noexcept { return m_title; }
     // The current position, -1 for none, which is only held: whose button gets the focus, or the first that can be
     // used.
-    void SetPosition(long position) noexcept { m_position = position; }
+    void SetPosition(long position) noexcept;
     long Position() const noexcept { return m_position; }
     // Whether the Tab key stops at the panel; off at first.
     void SetTabStop(bool stop);
@@ -166,6 +167,7 @@ private:
     LRESULT PaintFrame(const Message& message) const;
     LRESULT PaintTitle(const Message& message) const;
     Handled HandleStockButton(const Message& message) const;
+    void TellButton(HWND button, KxAccess& access) const;
     void FillFace(HDC dc) const;
     void ShowRequests();
     void ShowTip(std::size_t position) const;

@@ -198,6 +198,9 @@ thread_local int s_running = 0;
 LRESULT CallPrevious(const Message& message) noexcept {
     const auto state = FindState(message.window);
     if (!state || !state->previous || !IsWindow(message.window)) return 0;
+    if (message.id == WM_GETOBJECT) {
+        if (const Handled answer = AnswerGetObject(message)) return *answer;
+    }
     ++state->running;
     ++s_running;
     const LRESULT result = CallWindowProcW(state->previous, message.window, message.id, message.wParam, message.lParam);

@@ -259,6 +259,9 @@ Handled Dispatch(T* object, const Message& message) noexcept {
 KXDEVUI_API void DestroySubclassed(HWND child) noexcept;
 KXDEVUI_API void SpareBusyChildren(HWND window) noexcept;
 
+// The answer to WM_GETOBJECT of a window that describes itself (ui_access.h).
+KXDEVUI_API Handled AnswerGetObject(const Message& message) noexcept;
+
 // The window procedure of a control class. The object is the creation parameter, bound at the message BindAt
 // (WM_NCCREATE, WM_CREATE, or 0 where the control binds by hand).
 template <class T, class Lookup, UINT BindAt, Unbound Answer, Handled (T::*Handle)(const Message&)>
@@ -269,6 +272,9 @@ LRESULT Entry(const Message& message) noexcept {
             Guarded([&]() -> Handled { return Lookup::Bind(message.window, object), std::nullopt; });
             if constexpr (std::is_base_of_v<CKxDevUI_Base, T>) Binding::WindowCame(object, message.window);
         }
+    }
+    if (message.id == WM_GETOBJECT) {
+        if (const Handled answer = AnswerGetObject(message)) return *answer;
     }
     T* object = Lookup::Find(message.window);
     if (!object) {

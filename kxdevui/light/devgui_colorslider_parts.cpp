@@ -14,6 +14,7 @@
 #include <kxdevui/framework/ui_arithmetic.h>
 #include <kxdevui/framework/ui_gdi.h>
 #include <kxdevui/framework/ui_window.h>
+#include <kxsystem/kx_translation.h>
 
 namespace {
 
@@ -153,6 +154,9 @@ void CKxDevUI_ColorSlider::ArrangeEdit(CKxDevUI_EditBox& edit, int id, const kx:
 void CKxDevUI_ColorSlider::ArrangeEdits() {
     const kx::ui::Alive alive(static_cast<CKxDevUI_Base*>(this));
     const bool isNew = !m_minimumEdit;
+    // Beside each other without a label.
+    m_minimumEdit.SetTitle(KX_GetTranslation(L"Lower end", L"devgui_colorslider"));
+    if (IsRange()) m_edit.SetTitle(KX_GetTranslation(L"Upper end", L"devgui_colorslider"));
     ArrangeEdit(m_minimumEdit, eColorSliderId_MinimumEdit, m_layout.minimumEdit);
     ArrangeEdit(m_edit, eColorSliderId_Edit, m_layout.edit);
     Use(m_spin, eColorSliderId_Spin, m_layout.spin.IsWanted());

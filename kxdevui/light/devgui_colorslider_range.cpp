@@ -12,6 +12,8 @@
 #include <kxdevui/controls/hpot_slider.h>
 #include <kxdevui/light/colorslider_paint.h>
 #include <kxsystem/kx_log.h>
+#include <kxsystem/kx_number.h>
+#include <kxsystem/kx_translation.h>
 
 using RangeThumbs = CKxDevUI_ColorSlider::CKxDevUI_ColorSliderRangeHPot;
 using kx::colorslider::GivesWay;
@@ -39,6 +41,7 @@ struct RangeThumbs::Inside : kx::hpot::Slider<Inside> {
     CKxDevUI_ColorSlider* owner;
     kx::hpot::Scale scale;
     Range range;
+    Range told;  // to screen readers
     unsigned long line[2] = {eKxVorGuiColor_ScaleValue, eKxVorGuiColor_ScaleRest};
     bool lineOfScheme = true;
     bool minimumHovered = false;
@@ -89,6 +92,8 @@ struct RangeThumbs::Inside : kx::hpot::Slider<Inside> {
         slider.SetHover(false, false);
     }
     bool Drop(const Watch&);
+    void Tell(KxAccess& access);
+    void TellValues();
     void ButtonUp() {
         if (owner) owner->OnLeftButtonUp();
     }
@@ -107,6 +112,32 @@ struct RangeThumbs::Inside : kx::hpot::Slider<Inside> {
     void MoveThumb(Thumb which, int steps);
     void LineChanged();
 };
+
+void RangeThumbs::Inside::Tell(KxAccess& access) {
+    access.role = ROLE_SYSTEM_GROUPING;
+    access.parts = 2;
+    access.part = [this](long number) {
+        const Thumb which = number == 1 ? Thumb::Minimum : Thumb::Maximum;
+        const bool lower = which == Thumb::Minimum, focused = thumb == which && GetFocus() == slider.m_hWnd;
+        KxAccess part;
+        part.role = ROLE_SYSTEM_SLIDER;
+        part.name = KX_GetTranslation(lower ? L"Lower end" : L"Upper end", kSource);
+        part.value = KX_FormatNumber(L"%g", lower ? range.minimum.value : range.maximum.value);
+        part.place = ThumbRect(lower ? minimumPos : maximumPos);
+        part.state = STATE_SYSTEM_FOCUSABLE | (focused ? STATE_SYSTEM_FOCUSED : 0);
+        part.setValue = [this, which](const CKxStringW& text) {
+            double value = 0;
+            if (!KX_StringToDouble(text, value) || !IsUsable()) return false;
+            const auto [least, most] = std::minmax_element(scale.values.begin(), scale.values.end());
+            if (!(value >= *least && value <= *most)) return false;
+            const auto& held = which == Thumb::Minimum ? range.minimum : range.maximum;
+            const int steps = kx::hpot::NearestEntry(scale, value) - held.index;
+            if (steps != 0) MoveThumb(which, steps);
+            return true;
+        };
+        return part;
+    };
+}
 
 ATOM RangeThumbs::m_Atom = 0;
 std::map<HWND, RangeThumbs*> RangeThumbs::m_Instances;
@@ -225,8 +256,15 @@ void RangeThumbs::Update(bool fromValues, bool notify, bool redraw) {
         }
     }
     UpdatePixelsFromValues();
+    m_inside->TellValues();
     m_inside->LineChanged();
     if (redraw) Redraw();
+}
+
+void RangeThumbs::Inside::TellValues() {
+    const Range before = std::exchange(told, range);
+    if (before.minimum.value != range.minimum.value) KX_TellAccess(slider, EVENT_OBJECT_VALUECHANGE, 1);
+    if (before.maximum.value != range.maximum.value) KX_TellAccess(slider, EVENT_OBJECT_VALUECHANGE, 2);
 }
 
 // Tells of the range that a thumb asks for, then takes what the host has made of it. False when the control is gone.

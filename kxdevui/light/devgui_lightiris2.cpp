@@ -5,6 +5,7 @@
 #include <utility>
 
 #include <kxdevui/framework/devgui_readings.h>
+#include <kxdevui/framework/ui_access.h>
 #include <kxdevui/framework/ui_activity.h>
 #include <kxdevui/framework/ui_control.h>
 #include <kxdevui/framework/ui_device.h>
@@ -16,6 +17,7 @@ using namespace kx::ui;
 namespace {
 
 constexpr wchar_t kSource[] = L"devgui_lightiris2";
+constexpr const wchar_t* kNames[] = {L"Field", L"Aperture"};
 constexpr int kRows[] = {10200, 10210}, kCouple = 10220, kNA = kTitleId + 3;
 // Unzoomed pixels; a row has its name above it.
 constexpr long kTop = 20, kName = 16, kRow = 38, kNext = 58, kLeft = 4, kBesideShutter = 38, kRight = 4, kReading = 86;
@@ -59,12 +61,11 @@ CKxDevUI_LightIris2::CKxDevUI_LightIris2()
 CKxDevUI_LightIris2::~CKxDevUI_LightIris2() { Binding::EndOwnWindow(this); }
 
 bool CKxDevUI_LightIris2::Make(const Parts& parts) {
-    const wchar_t* const names[] = {L"Field", L"Aperture"};
     const long left = HasShutter() ? kBesideShutter : kLeft, right = Width() - kRight;
     if (!MakeTitle(parts) || !MakeShutter(parts, {kLeft, kTop + kName + 4})) return false;
     long top = kTop;
     for (std::size_t i = 0; i < m_rows.size(); ++i, top += kNext) {
-        const CKxStringW name = KX_GetTranslation(names[i], kSource);
+        const CKxStringW name = KX_GetTranslation(kNames[i], kSource);
         if (!parts.Label(kTitleId + 1 + static_cast<int>(i), name, {left, top, right - kReading, top + kName}) ||
             !m_rows[i].row.Make(parts, {left, top + kName, right, top + kName + kRow}))
             return false;
@@ -239,6 +240,12 @@ Handled CKxDevUI_LightIris2::Handle(const Message& message) {
             if (each.row.Draw(m_hWnd, message, lit, lost)) return TRUE;
         }
     }
+    const Handled told = DescribePart(message, [this](HWND part, KxAccess& access) {
+        for (std::size_t i = 0; i < m_rows.size(); ++i)
+            if (m_rows[i].row.Has(part)) access.name = KX_GetTranslation(kNames[i], kSource);
+        return false;
+    });
+    if (told) return told;
     const Alive alive(static_cast<CKxDevUI_Base*>(this));
     const Handled answer = HandleLight(message);
     if (message.id != WM_ENABLE || !alive) return answer;

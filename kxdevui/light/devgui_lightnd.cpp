@@ -4,10 +4,12 @@
 #include <cmath>
 #include <utility>
 
+#include <kxdevui/framework/ui_access.h>
 #include <kxdevui/framework/ui_activity.h>
 #include <kxdevui/framework/ui_control.h>
 #include <kxdevui/framework/ui_device.h>
 #include <kxdevui/light/nd_rules.h>
+#include <kxsystem/kx_number.h>
 #include <kxsystem/kx_translation.h>
 
 using namespace kx::ui;
@@ -160,4 +162,17 @@ void CKxDevUI_LightND::Command(int id, int code) {
     }
 }
 
-Handled CKxDevUI_LightND::Handle(const Message& message) { return HandleLight(message); }
+Handled CKxDevUI_LightND::Handle(const Message& message) {
+    const Handled told = DescribePart(message, [this](HWND part, KxAccess& access) {
+        for (std::size_t i = 0; i < m_wheels.size(); ++i) {
+            const int at = m_wheels[i].row.ClickedBy(GetDlgCtrlID(part), BN_CLICKED);
+            if (at < 0) continue;
+            const double through = m_wheels[i].transmissions[static_cast<std::size_t>(at)];
+            CKxStringW wheel;
+            wheel.Format(64, KX_GetTranslation(L"Wheel %d", kSource), static_cast<int>(i) + 1);
+            access.name = Listed({wheel, KX_FormatNumber(L"%.3g ", through * 100) + UnitInWords(L"%")});
+        }
+        return false;
+    });
+    return told ? told : HandleLight(message);
+}

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include <kxdevui/framework/devgui_readings.h>
+#include <kxdevui/framework/ui_access.h>
 #include <kxdevui/framework/ui_activity.h>
 #include <kxdevui/framework/ui_control.h>
 #include <kxdevui/framework/ui_device.h>
@@ -277,5 +278,9 @@ Handled CKxDevUI_LightSlider::Handle(const Message& message) {
             return TRUE;
         }
     }
-    return HandleLight(message);
+    const Handled told = DescribePart(message, [this](HWND part, KxAccess& access) {
+        if (part == HWND{m_slider}) access.unit = kx::lamp::UnitText(m_unit);
+        return m_presets.Tell(part, access);
+    });
+    return told ? told : HandleLight(message);
 }

@@ -10,6 +10,7 @@
 #include <kxbaseui/kx_schemecontrols.h>
 #include <kxdevui/framework/devgui.h>
 #include <kxdevui/framework/devgui_readings.h>
+#include <kxdevui/framework/ui_access.h>
 #include <kxdevui/framework/ui_activity.h>
 #include <kxdevui/framework/ui_control.h>
 #include <kxdevui/framework/ui_device.h>
@@ -385,6 +386,12 @@ LRESULT CALLBACK CKxDevUI_ModeShutter::WndProc(HWND window, UINT id, WPARAM wPar
 }
 
 Handled CKxDevUI_ModeShutter::Handle(const Message& message) {
+    const Handled told = DescribePart(message, [this](HWND part, KxAccess& access) {
+        if (part == m_modeList) access.name = KX_GetTranslation(L"Mode", kSource);
+        if (IsChild(m_slider, part)) access.name = KX_GetTranslation(L"Aperture", kSource);
+        return true;
+    });
+    if (told) return told;
     switch (message.id) {
     case WM_COMMAND: return OnCommand(message.wParam, message.lParam);
     case WM_CTLCOLORSTATIC: return AnswerTextColor(message, IsWindowEnabled(message.window) != FALSE);

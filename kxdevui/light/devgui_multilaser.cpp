@@ -7,6 +7,7 @@
 #include <kxbaseui/kx_schemecontrols.h>
 #include <kxdevui/framework/devgui.h>
 #include <kxdevui/framework/devgui_host.h>
+#include <kxdevui/framework/ui_access.h>
 #include <kxdevui/framework/ui_activity.h>
 #include <kxdevui/framework/ui_control.h>
 #include <kxdevui/framework/ui_device.h>
@@ -257,6 +258,13 @@ void CKxDevUI_MultiLaser::Inside::Plate::Reveal(std::size_t index) const {
 }
 
 Handled CKxDevUI_MultiLaser::Inside::Plate::Handle(const Message& message) {
+    const Handled told = DescribePart(message, [&](HWND part, KxAccess& access) {
+        const auto index = static_cast<std::size_t>(GetDlgCtrlID(part) - kFirstSolo);
+        if (ParentOf(part) != message.window || index >= m_inside.rows.size()) return false;
+        access.name = Listed({Activity::TitleOf(*m_inside.rows[index]), access.name});
+        return true;
+    });
+    if (told) return told;
     if (message.id == WM_SIZE && *m_inside.area) m_inside.area->Fit();
     if (message.id != WM_ENABLE) return std::nullopt;
     const Parts parts(message.window, this);

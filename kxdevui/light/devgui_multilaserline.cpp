@@ -10,6 +10,7 @@
 #include <kxdevui/controls/hpot_slider.h>
 #include <kxdevui/framework/devgui.h>
 #include <kxdevui/framework/devgui_readings.h>
+#include <kxdevui/framework/ui_access.h>
 #include <kxdevui/framework/ui_activity.h>
 #include <kxdevui/framework/ui_control.h>
 #include <kxdevui/framework/ui_device.h>
@@ -110,9 +111,9 @@ HBITMAP Thumb::CreateLinearBitmap(bool enabled) {
 CKxDevUI_MultiLaserLine::CKxDevUI_MultiLaserLine()
     : Control(this, {.name = L"KxDEVGUI_MultiLaserLine", .size = {520, 42}, .title = {}, .tabsInside = true}),
       m_requests(std::make_unique<Activity>(ActivityHost{
-          [](HWND) { return -1L; }, [this](HWND, long) { return HWND{m_slider}; }, [this](HWND) { return NameText(); },
-          [this](HWND) { ShowRequests(); }, [this](HWND) { return SignPlace(); }, true,
-          [this](HWND) { return HWND{m_slider}; }, [this](HWND) { return m_slider.ThumbPlace(); }})) {
+          [](HWND) { return -1L; }, [this](HWND, long) { return HWND{m_slider}; },
+          [this](HWND) { return SpokenName(); }, [this](HWND) { ShowRequests(); }, [this](HWND) { return SignPlace(); },
+          true, [this](HWND) { return HWND{m_slider}; }, [this](HWND) { return m_slider.ThumbPlace(); }})) {
     m_slider.SetId(kSliderId);
     m_slider.SetOwner(this);
 }
@@ -205,6 +206,29 @@ CKxStringW CKxDevUI_MultiLaserLine::NameText() const {
     if (m_line.wavelength <= 0) return m_line.name;
     const CKxStringW wavelength = KX_FormatNumber(L"%g nm", m_line.wavelength);
     return m_line.name.IsEmpty() ? wavelength : m_line.name + L"\n" + wavelength;
+}
+
+CKxStringW CKxDevUI_MultiLaserLine::SpokenName() const {
+    if (m_line.wavelength <= 0) return m_line.name;
+    return Listed({m_line.name, KX_FormatNumber(L"%g ", m_line.wavelength) + UnitInWords(L"nm")});
+}
+
+// The place of the thumb is no number that anybody knows.
+bool CKxDevUI_MultiLaserLine::Tell(HWND part, KxAccess& access) {
+    const bool isButton = part == PartAt(kButtonId);
+    access.name = Listed({SpokenName(), Translated(isButton ? L"On" : L"Power")});
+    if (part != HWND{m_slider}) return true;
+    access.unit = UnitText();
+    access.value = KX_FormatNumber(L"%.3g", FieldValue());
+    access.setValue = [this](const CKxStringW& text) {
+        double number = 0;
+        if (!KX_StringToDouble(text, number) || !m_field.Takes(number)) return false;
+        const double wanted = FromUnit(m_line, m_unit, number);
+        const Alive alive(static_cast<CKxDevUI_Base*>(this));
+        AskPower(wanted);
+        return !alive || m_line.power == wanted;
+    };
+    return true;
 }
 
 CKxStringW CKxDevUI_MultiLaserLine::UnitText() const {
@@ -355,6 +379,8 @@ void CKxDevUI_MultiLaserLine::ShowMenu(POINT at) {
 }
 
 Handled CKxDevUI_MultiLaserLine::Handle(const Message& message) {
+    const auto tell = [this](HWND part, KxAccess& access) { return Tell(part, access); };
+    if (const Handled told = DescribePart(message, tell)) return told;
     switch (message.id) {
     case WM_PAINT:
     case WM_PRINTCLIENT:

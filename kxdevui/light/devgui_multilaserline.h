@@ -13,6 +13,7 @@
 #include <kxdevui/framework/devgui_members.h>
 #include <kxdevui/light/multilaser_rules.h>
 
+struct KxAccess;
 namespace kx::ui {
 class Activity;
 }
@@ -125,6 +126,8 @@ private:
     KxActivity ActivityNow() const;
     CKxStringW NameText() const;
     CKxStringW InfoText() const;
+    CKxStringW SpokenName() const;
+    bool Tell(HWND part, KxAccess& access);
     CKxStringW UnitText() const;
     CKxStringW PowerText(double percent) const;
     double FieldValue() const;

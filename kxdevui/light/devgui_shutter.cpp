@@ -12,6 +12,7 @@
 #include <kxbaseui/kx_menu.h>
 #include <kxbaseui/kx_tooltip.h>
 #include <kxdevui/framework/devgui.h>
+#include <kxdevui/framework/ui_access.h>
 #include <kxdevui/framework/ui_activity.h>
 #include <kxdevui/framework/ui_arithmetic.h>
 #include <kxdevui/framework/ui_control.h>
@@ -338,6 +339,7 @@ void CKxDevUI_Shutter::FitToTitle() {
 void CKxDevUI_Shutter::SetState(bool open) {
     if (open == m_state) return;
     m_state = open;
+    KX_TellAccess(m_button, EVENT_OBJECT_STATECHANGE);
     RedrawButton();
 }
 
@@ -507,6 +509,16 @@ Handled CKxDevUI_Shutter::HandleButton(const Message& message) {
             PopupMenu(m_hWnd, rect.left, rect.bottom);
         }
         break;
+    case WM_KX_DESCRIBE:
+        return Describe(message, [this](KxAccess& access) {
+            access.role = ROLE_SYSTEM_CHECKBUTTON;
+            access.name = m_title;
+            access.state = m_state && !m_requests->IsLost() ? STATE_SYSTEM_CHECKED : 0;
+            access.value = KX_GetTranslation(m_state ? L"open" : L"closed", kSource);
+            access.description = m_requests->Remark();
+            access.action = KX_GetTranslation(m_state ? L"Close" : L"Open", kSource);
+            access.act = [this] { Click(); };
+        });
     default: break;
     }
     return std::nullopt;

@@ -53,6 +53,8 @@ public:
     // The step that the user has typed; empty for every other command.
     std::optional<double> TypedBy(int id, int code);
 
+    // Whether a window is the slider or in the field.
+    bool Has(HWND part) const { return part && (part == HWND{m_slider} || IsChild(m_field, part)); }
     // Slider and field in the control's window.
     void Enable(bool enable);
 

@@ -12,6 +12,7 @@
 #include <kxbaseui/kx_tooltip.h>
 #include <kxdevui/controls/hpot_common.h>
 #include <kxdevui/framework/ui_arithmetic.h>
+#include <kxdevui/framework/ui_access.h>
 #include <kxdevui/framework/ui_control.h>
 #include <kxsystem/kx_number.h>
 #include <kxsystem/kx_time.h>
@@ -218,6 +219,18 @@ void PresetRow::ShowChanges(HWND control, const Looks& before) const {
         const auto at = static_cast<std::size_t>(i);
         if (now[at] != before[at]) InvalidateRect(button, nullptr, FALSE);
     }
+}
+
+bool PresetRow::Tell(HWND button, KxAccess& access) const {
+    const int preset = GetDlgCtrlID(button) - m_first;
+    if (preset < 0 || preset >= kCount) return false;
+    access.name.Format(64, KX_GetTranslation(L"Preset %d", kSource), preset + 1);
+    const auto kept = Kept(preset);
+    access.value = kept ? KX_FormatNumber(L"%.3g ", *kept) + UnitInWords(lamp::UnitText(m_unit))
+                        : KX_GetTranslation(L"empty", kSource);
+    access.description = KX_GetTranslation(L"Press to recall, hold to store", kSource);
+    if (IsDown(preset)) access.state |= STATE_SYSTEM_PRESSED;
+    return true;
 }
 
 std::optional<PresetRow::Wish> PresetRow::WishOf(int id, int code) const noexcept {

@@ -10,6 +10,7 @@
 #include <kxdevui/framework/kxdevui_api.h>
 #include <kxdevui/light/lamp_rules.h>
 
+struct KxAccess;
 namespace kx::ui {
 
 struct Message;
@@ -46,6 +47,8 @@ public:
     };
     // What WM_COMMAND tells of it; empty for everything else, and for what keeps nothing that could be recalled.
     std::optional<Wish> WishOf(int id, int code) const noexcept;
+    // What screen readers are told of a button of the row; false for every other window.
+    bool Tell(HWND button, KxAccess& access) const;
     // WM_DRAWITEM of a button: true when it was that.
     bool Draw(const Message& message) const;
 

@@ -6,6 +6,7 @@
 #include <kxbaseui/kx_schemecontrols.h>
 #include <kxbaseui/kx_tooltip.h>
 #include <kxdevui/framework/devgui.h>
+#include <kxdevui/framework/ui_access.h>
 #include <kxdevui/framework/ui_activity.h>
 #include <kxdevui/framework/ui_resources.h>
 #include <kxdevui/zfocus/zstack_ids.h>
@@ -190,6 +191,8 @@ LRESULT CALLBACK CKxDevUI_ZStack::WndProc(HWND window, UINT message, WPARAM wPar
     using Lookup = ByInstances<CKxDevUI_ZStack, m_Instances>;
     if (message == WM_DESTROY) SpareBusyChildren(window);
     Handled result;
+    if (message == WM_GETOBJECT) result = AnswerGetObject({window, message, wParam, lParam});
+    if (result) return *result;
     if (CKxDevUI_ZStack* panel = Lookup::Find(window)) {
         result = Dispatch<CKxDevUI_ZStack, Lookup, &CKxDevUI_ZStack::Handle>(panel, {window, message, wParam, lParam});
     } else if (message == WM_NCDESTROY) {
@@ -232,6 +235,7 @@ Handled CKxDevUI_ZStack::Handle(const Message& message) {
     case WM_KX_UPDATE_DEVICE_BAND:
         if (const auto band = ReadDeviceBand<ZStackBand>(message); band && band->flags.refresh) UpdateGUI(RefreshAll);
         return 0;
+    case WM_KX_DESCRIBE: return Tell(message);
     case WM_KX_READINGS:
         if (message.wParam == 0) return std::nullopt;
         ShowScale(ShownOf(m_hWnd)->scale);

@@ -302,6 +302,7 @@ private:
 
     std::optional<LRESULT> Handle(const kx::ui::Message& message);
     std::optional<LRESULT> HandleMouse(const kx::ui::Message& message);
+    std::optional<LRESULT> Tell(const kx::ui::Message& message);
     std::optional<LRESULT> HandleEdit(const kx::ui::Message& message);
     std::optional<LRESULT> HandleButton(const kx::ui::Message& message);
     std::optional<LRESULT> HandleList(const kx::ui::Message& message);

@@ -6,6 +6,7 @@
 #include <kxbaseui/kx_layoutmanager.h>
 #include <kxbaseui/kx_tooltip.h>
 #include <kxdevui/framework/devgui.h>
+#include <kxdevui/framework/ui_access.h>
 #include <kxdevui/framework/ui_activity.h>
 #include <kxdevui/framework/ui_window.h>
 #include <kxdevui/zfocus/zstack_window.h>
@@ -73,6 +74,8 @@ public:
         : m_panel(panel), m_alive(&panel), m_shown(ShownOf(panel.m_hWnd)), m_window(panel.Item(IDC_ZS_GRIPS)) {}
 
     LRESULT Paint(const Message& message) const;
+    void Tell(KxAccess& access) const;
+    bool Set(Grip grip, double z);
     void Press(int row);
     void Move(int row, bool held);
     void Drop();
@@ -336,6 +339,48 @@ LRESULT CKxDevUI_ZStack::Grips::Paint(const Message& message) const {
     });
 }
 
+// A slider each, by the name of the button of its line, and always all of them: a client that walks through them finds
+// each under its number while they pass each other, come and go.
+void CKxDevUI_ZStack::Grips::Tell(KxAccess& access) const {
+    static constexpr Grip order[] = {Grip::Top, Grip::Home, Grip::Bottom};
+    access.role = ROLE_SYSTEM_GROUPING;
+    access.parts = 3;
+    access.part = [panel = &m_panel](long number) {
+        const Grips grips(*panel);
+        const Grip grip = order[number - 1];
+        KxAccess part;
+        part.role = ROLE_SYSTEM_SLIDER;
+        part.name = Listed({AsRead(TextOf(panel->Item(ButtonOf(grip)))), UnitInWords(L"\u00B5m")});
+        part.state = STATE_SYSTEM_FOCUSABLE | STATE_SYSTEM_INVISIBLE;
+        const Places places = PlacesIn(panel->ScaleArea(), true);
+        for (const GripPlace& each : grips.Placed()) {
+            if (each.grip != grip) continue;
+            const int top = each.top - static_cast<int>(places.grips.top);
+            part.place = {0, top, places.grips.right - places.grips.left, top + GripHeight()};
+            part.state &= ~STATE_SYSTEM_INVISIBLE;
+        }
+        const Position z = PositionOf(grips.m_shown->scale, grip);
+        if (!z) return part;
+        part.value = KX_FormatNumber(L"%0.2f", *z);
+        if (grips.m_shown->grip == grip && GetFocus() == grips.m_window) part.state |= STATE_SYSTEM_FOCUSED;
+        part.setValue = [panel, grip](const CKxStringW& text) {
+            double wanted = 0;
+            return KX_StringToDouble(text, wanted) && Grips(*panel).Set(grip, wanted);
+        };
+        return part;
+    };
+}
+
+// As by keys, but that there is nothing to go back to.
+bool CKxDevUI_ZStack::Grips::Set(Grip grip, double z) {
+    if (m_shown->drag) return false;
+    m_shown->beforeKeys.reset();
+    AskFor(grip, z);
+    const bool taken = !m_shown->refusal;
+    if (*this) SayWhy();
+    return taken;
+}
+
 // Another stack: what is not set has no grip, and a grip that has gone cannot be dragged on.
 void CKxDevUI_ZStack::Grips::Show() {
     const auto places = Placed();
@@ -371,6 +416,7 @@ Handled CKxDevUI_ZStack::HandleGrips(const Message& message) {
     case WM_PAINT:
     case WM_PRINTCLIENT: return grips.Paint(message);
     case WM_ERASEBKGND: return Erase(message);
+    case WM_KX_DESCRIBE: return Describe(message, [&](KxAccess& access) { grips.Tell(access); });
     case WM_LBUTTONDOWN: return grips.Press(row), 0;
     case WM_MOUSEMOVE: return grips.Move(row, (message.wParam & MK_LBUTTON) != 0), 0;
     case WM_LBUTTONUP: return grips.Drop(), 0;

@@ -3,14 +3,18 @@
 
 #include <kxbaseui/kx_layoutmanager.h>
 #include <kxdevui/framework/devgui.h>
+#include <kxdevui/framework/ui_access.h>
 #include <kxdevui/zfocus/zstack_ids.h>
+#include <kxdevui/zfocus/zstack_rules.h>
 #include <kxdevui/zfocus/zstack_window.h>
+#include <kxsystem/kx_translation.h>
 
 #include <algorithm>
 #include <cmath>
 #include <iterator>
 #include <string_view>
 
+using namespace kx::ui;
 using kx::zstack::ShownOf;
 
 namespace {
@@ -65,6 +69,47 @@ void Align(RECT& rect) {
 }
 
 }  // namespace
+
+// ---- For the ear ---------------------------------------------------------------------------------------------------
+
+// What has a label before it is called by that.
+Handled CKxDevUI_ZStack::Tell(const Message& message) {
+    const auto translated = [](const wchar_t* text) { return KX_GetTranslation(text, L"devgui_zstack"); };
+    const auto told = DescribePart(message, [&](HWND part, KxAccess& access) {
+        const int id = GetDlgCtrlID(part);
+        const auto type = [&](const wchar_t* text, auto isType) {
+            int now = 0;
+            const bool is = kx::zstack::Ask([&] { return m_data->GetType(&now); }) == eKxZStack_Ok && isType(now);
+            access.role = ROLE_SYSTEM_RADIOBUTTON;
+            access.name = translated(text);
+            access.state = is ? STATE_SYSTEM_CHECKED : 0;
+        };
+        const auto field = [&](int namedBy) {
+            access.name = AsRead(TextOf(Item(namedBy)));
+            access.unit = L"\u00B5m";
+        };
+        switch (id) {
+        case IDC_ZS_TYPE_ENDS: type(L"From the bottom to the top position", kx::zstack::IsHeldByEnds); break;
+        case IDC_ZS_TYPE_SYMMETRIC:
+            type(L"A range with the home in its middle", [](int now) { return now == 2; });
+            break;
+        case IDC_ZS_TYPE_ASYMMETRIC:
+            type(L"Distances above and below the home", [](int now) { return now == 3; });
+            break;
+        case IDC_ZS_EDIT_TOP: field(IDC_ZS_TOP); break;
+        case IDC_ZS_EDIT_MIDDLE: field(IDC_ZS_HOME); break;
+        case IDC_ZS_EDIT_BOTTOM: field(IDC_ZS_BOTTOM); break;
+        case IDC_ZS_EDIT_RANGE: field(IDC_ZS_RANGE_LABEL); break;
+        case IDC_ZS_EDIT_STEPS: access.name = AsRead(TextOf(Item(IDC_ZS_STEPS_LABEL))); break;
+        case IDC_ZS_EDIT_BELOW: access.name = translated(L"Range below the home"); break;
+        case IDC_ZS_EDIT_ABOVE: access.name = translated(L"Range above the home"); break;
+        case IDC_ZS_SUGGESTED: access.name = Listed({translated(L"Suggested step"), access.name}); break;
+        default: return false;
+        }
+        return true;
+    });
+    return told ? told : Describe(message, [](KxAccess& access) { access.role = ROLE_SYSTEM_GROUPING; });
+}
 
 // Before any zoom.
 void CKxDevUI_ZStack::RememberLabels() {

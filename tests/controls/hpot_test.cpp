@@ -1,6 +1,8 @@
 // The slider as a window: what the user does to it, what its parent and its callbacks are told, what it shows.
 #include "control_test.h"
 
+#include <bench/reader.h>
+
 #include <kxdevui/controls/devgui_hpot.h>
 #include <kxsystem/kx_time.h>
 
@@ -211,6 +213,27 @@ TEST_F(HPot, KeepsToTheRulesOfItsState) {
            },
            "(210) "},
           {[&] { slider.m_thumbPos = 70, slider.Update(false, false, true); }, "(60) "}});
+}
+
+int s_events = 0;
+HWND s_slider = nullptr;
+
+TEST_F(HPot, TellsReadersOfEachChangeOnce) {
+    const Reader reader(slider);
+    const HWINEVENTHOOK hook = SetWinEventHook(
+        EVENT_OBJECT_VALUECHANGE, EVENT_OBJECT_VALUECHANGE, nullptr,
+        [](HWINEVENTHOOK, DWORD, HWND window, LONG, LONG, DWORD, DWORD) { s_events += window == s_slider; },
+        GetCurrentProcessId(), 0, WINEVENT_OUTOFCONTEXT);
+    s_slider = slider;
+    parent.Answer(WM_HSCROLL, 1);
+    const auto heard = [] { return Pump(), std::exchange(s_events, 0); };
+    heard();
+    EXPECT_EQ((slider.SetValue(40, false), heard()), 1);
+    EXPECT_EQ((slider.SetValue(40, false), slider.RefreshWindow(), heard()), 0);
+    EXPECT_EQ((reader.Set(L"80"), heard()), 1);
+    EXPECT_EQ((DragTo(slider, 80, 120), heard()), 2) << "half way, and there";
+    EXPECT_EQ(CallText("", reader.Name(), reader.Value()), "(\"\", \"120\")");
+    UnhookWinEvent(hook);
 }
 
 TEST_F(HPot, ShowsItsState) {

@@ -2,6 +2,8 @@
 // foreign dialog whose controls they take the places of.
 #include "control_test.h"
 
+#include <bench/reader.h>
+
 #include <kxbaseui/kx_schemecontrols.h>
 #include <kxdevui/controls/devgui_checkbox.h>
 #include <kxdevui/controls/devgui_combobox.h>
@@ -135,7 +137,9 @@ TEST_F(Lists, ComboFollowsKeysLettersAndWheel) {
           {[&] { combo.answer = true, Key(VK_UP); }, "4 0: Choose(3)"},
           {[&] { combo.answer = false, Key(VK_F4), Key(VK_HOME), Key(VK_DOWN), Key(VK_DOWN); }, "4! 0: "},
           {[] { Key(VK_ESCAPE); }, "4 0: "},
-          {[] { Key(VK_F4), Key(VK_UP), Key(VK_UP), Key(VK_RETURN); }, "1 0: Choose(1)"}});
+          {[] { Key(VK_F4), Key(VK_UP), Key(VK_UP), Key(VK_RETURN); }, "1 0: Choose(1)"},
+          {[&] { Reader(InnerOf(combo)).Set(L"50"), Reader(InnerOf(combo)).Set(L"gain"); }, "4 0: Choose(4)"},
+          {[&] { Reader(InnerOf(list)).Act(3), Reader(InnerOf(list)).Act(4); }, "4 3: Choose(3)"}});
 }
 
 TEST_F(Lists, ComboFollowsTheMouseInItsList) {
@@ -299,12 +303,9 @@ TEST(ListsOfADialog, AreTakenOverWhole) {
         read(plain) + read(typed) + read(one) + read(several) + read(other),
         "(10, 3, \"c\", 80, 1)(11, 3, \"b\", 81, 1)(12, 3, \"c\", 82, 1)(13, 3, \"c\", 83, 1)(14, 0, \"\", 0, -1)");
     EXPECT_TRUE(typed.IsEditable() && !plain.IsEditable() && several.IsMultiple() && !one.IsMultiple());
-    const auto name = [](ListControl& list) {
-        SendMessageW(InnerOf(list), WM_GETOBJECT, 0, OBJID_CLIENT);
-        return Narrow(TextOf(GetWindow(InnerOf(list), GW_HWNDPREV)));
-    };
+    const auto name = [](ListControl& list) { return Narrow(Reader(InnerOf(list)).Name()); };
     one.SetTitle(L"Lamps");
-    EXPECT_EQ(name(plain) + name(typed) + name(one), "Binning:Lamps") << "the label's, none, the title";
+    EXPECT_EQ(name(plain) + name(typed) + name(one), "BinningLamps") << "the label's, none, the title";
 }
 
 // The picture of the page, and what stands in the system's scheme and in a dark one.

@@ -5,6 +5,7 @@
 #include <kxdevui/framework/devgui_keep.h>
 
 #include <bench/imports.h>
+#include <bench/reader.h>
 #include <commctrl.h>
 #include <imm.h>
 
@@ -165,7 +166,10 @@ TEST_F(Table, GoesByKeys) {
           {[&] { focus(0), Key(VK_F2); }, "8 open "},
           {[] { Key(VK_TAB, MOD_SHIFT); }, "8 edited(77, 0, 1, \"0.000\", 0)"},
           {[&] { ListView_EnsureVisible(List(), 29, FALSE), Open(29, 2); }, "8 open activated(29)"},
-          {[] { Type(L"\t"); }, "8 edited(77, 29, 2, \"\", 0)"}});
+          {[] { Type(L"\t"); }, "8 edited(77, 29, 2, \"\", 0)"},
+          // By a screen reader: the first column cannot be edited.
+          {[&] { Reader(List()).Set(L"9", 2 * 3 + 1), Reader(List()).Set(L"9", 2 * 3 + 2); },
+           "9 edited(77, 2, 1, \"9\", 0)"}});
 }
 
 // The platform's edit would beep.

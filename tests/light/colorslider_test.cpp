@@ -1,6 +1,7 @@
 // The colour slider as a control: what the user does to it, what the host is told and can refuse, what it bears.
 #include "lamps.h"
 
+#include <bench/reader.h>
 #include <commctrl.h>
 #include <kxdevui/framework/devgui_activity.h>
 #include <kxdevui/framework/ui_answer.h>
@@ -95,6 +96,8 @@ TEST_F(ColorSlider, AsksAndTellsInEachWay) {
         {[](Slider& s) { DragValue(s.Thumb(), {50, 66, 67, 80}); },
          "Power(70, 50) Power(80, 70) Power(80, 80) Up() = 80",
          "Power(70, 50) Power(70, 50) Power(80, 50) Power(80, 50) Power(50, 50) Up() = 50"},
+        {[](Slider& s) { Reader(s.Thumb()).Set(L"101"), Reader(s.Thumb()).Set(L"80"); },
+         "Power(80, 50) = 80", "Power(80, 50) = 50"},
         // Typed: the veto comes too late.
         {[](Slider& s) { TypeInto(s, 10001, L"78\n"), TypeInto(s, 10001, L"81\n"); },
          "Typed(80, 80) Typed(80, 80) = 80", "Typed(80, 80) Typed(80, 80) = 80"},
@@ -117,6 +120,8 @@ TEST_F(ColorSlider, AsksAndTellsInEachWay) {
          },
          "Range(20, 70, 20, 70) Range(20, 100, 20, 100) Range(20, 90, 20, 90) Range(0, 90, 0, 90) "
          "Range(0, 90, 0, 90) Range(0, 80, 0, 80) = 0 80", nullptr},
+        {[](Slider& s) { Reader(s.Thumb()).Set(L"50", 1), Reader(s.Thumb()).Set(L"101", 2); },
+         "Range(50, 70, 50, 70) = 50 70", nullptr},
         {[](Slider& s) { TypeInto(s, 10005, L"93\n"); }, "Range(90, 90, 90, 90) = 90 90", nullptr},
     };
     // clang-format on

@@ -1,6 +1,8 @@
 // A lamp: its rules, what it asks for and what it makes of its device.
 #include <controls/control_test.h>
 
+#include <bench/reader.h>
+
 #include <stdexcept>
 
 #include <kxdevices/kx_simlamp.h>
@@ -89,6 +91,13 @@ TEST_F(LightSlider, AsksAndObeysTheAnswer) {
          "Intensity(12)(true, 4, \"4\", \"2020 K\")"},
         {[&] { lamp.meanwhile = nullptr, key(VK_HOME); }, "Intensity(0)(true, 0, \"0\", \"\")"},
         {[&] { Click(lamp.Part(10300), 9, 9); }, "Intensity(3)(true, 3, \"3\", \"1790 K\")"},
+        // A screen reader: what is off the scale is nothing here either.
+        {[&] { Reader(slider).Set(L"13"), Reader(lamp.Edit()).Set(L"12.5"); }, "(true, 3, \"3\", \"1790 K\")"},
+        {[&] { Reader(slider).Set(L"4"); }, "Intensity(4)(true, 4, \"4\", \"2020 K\")"},
+        {[&] { Reader(lamp.Edit()).Set(L"5,8"); }, "Intensity(6)(true, 6, \"6\", \"2390 K\")"},
+        {[&] { Reader(lamp.Part(10300)).Act(); }, "Intensity(3)(true, 3, \"3\", \"1790 K\")"},
+        {[&] { lamp.answer = true, Reader(slider).Set(L"12"), Reader(lamp.Edit()).Set(L"12"); },
+         "Intensity(12) Intensity(12)(true, 3, \"3\", \"1790 K\")"},
         {[&] { lamp.answer = true, key(VK_END); }, "Intensity(12)(true, 3, \"3\", \"1790 K\")"},
         {[&] { Click(arrows, 8, 3); }, "Intensity(3.5)(true, 3, \"3\", \"1790 K\")"},
         {[&] { Click(lamp.Part(10200), 5, 5); }, "State(false)(true, 3, \"3\", \"1790 K\")"},

@@ -1,6 +1,8 @@
 // A set of laser lines in subsets: a day with it, and what comes and goes meanwhile.
 #include <controls/panel_test.h>
 
+#include <bench/reader.h>
+
 #include <kxbaseui/kx_menu.h>
 #include <kxdevices/kx_simlaserengine.h>
 #include <kxdevui/light/devgui_multilasersubset.h>
@@ -84,6 +86,9 @@ TEST_F(MultiLaser, AsksForALineASetAndASubset) {
         {[&] { Click(panel.Of(0, 10202), 8, 8), Click(panel.Of(2, 10202), 8, 8); },
          "on(1, true) on(0, true) | 1=10* 2=40x 0=20*"},
         {[&] { panel.Enter(panel.Of(2, 10200), L"24"); }, "power(0, 24) | 1=10* 2=40x 0=24*"},
+        {[&] { Reader(panel.Of(0, 10201)).Set(L"31"), Reader(panel.Of(1, 10201)).Set(L"7"); }, " | 1=10* 2=40x 0=24*"},
+        {[&] { Reader(panel.Of(0, 10201)).Set(L"30"), Reader(panel.Of(0, 10201)).Set(L"10"); },
+         "power(1, 30) power(1, 10) | 1=10* 2=40x 0=24*"},
         {[&] { Act(10202); }, "view() | 1=10* 2=40x 0=24*"},
         {factor(L"50"), "link(50, \"down(0, 12) down(1, 5)\") | 1=5* 2=40x 0=12*"},
         {factor(L"900"), "link(300, \"up(0, 72) up(1, 30)\") | 1=30* 2=40x 0=72*"},  // the second is at its limit

@@ -129,6 +129,7 @@ struct SpinSubject : SubjectOf<CKxDevUI_SpinBox> {
 
     void Make(HWND parent) override {
         Hear({WM_NOTIFY, WM_VSCROLL});
+        control_->SetTitle(L"turns");
         control_->Create(parent, 5, 5, 20, 24, true, true);
         control_->SetRange(0, 10, 11);
         control_->SetPosition(5);

@@ -57,6 +57,7 @@ struct SliderSubject : SubjectOf<Slider> {
 
     void Make(HWND parent) override {
         Hear({WM_HSCROLL});
+        control_->SetTitle(L"brightness");
         control_->Create(parent, 5, 5, 220, 40, true, true);
         control_->SetValue(30, false);
     }

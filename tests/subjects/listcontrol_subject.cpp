@@ -1,6 +1,8 @@
 // The controls with a list of values: combo box, plain and editable, and list box, of one value and of several.
 #include "subject.h"
 
+#include <bench/reader.h>
+
 #include <kxdevui/controls/devgui_combobox.h>
 #include <kxdevui/controls/devgui_listbox.h>
 
@@ -29,6 +31,7 @@ struct ListSubject : SubjectOf<Control> {
     void Make(HWND parent) override {
         this->Hear({WM_COMMAND});
         control_->SetId(7);
+        control_->SetTitle(L"gain");
         if constexpr (special && kIsCombo) control_->SetEditable({.minimum = 0, .maximum = 100, .unit = L"ms"});
         if constexpr (!kIsCombo) control_->SetMultiple(special);
         control_->Create(parent, 5, 5, 100, kIsCombo ? 22 : 88, true, true);
@@ -61,7 +64,7 @@ struct ListSubject : SubjectOf<Control> {
              [=, this](Random& r) {
                  control_->SetUserData(index(r), 5), control_->GetUserData(index(r));
                  control_->GetSelection(), control_->GetValueName(index(r)), control_->CheckRestriction(false);
-                 SendMessageW(GetDlgItem(this->Window(), 10000), WM_GETOBJECT, 0, OBJID_CLIENT);
+                 Reader(GetDlgItem(this->Window(), 10000)).Name();
              }},
             {"the wheel", [this](Random& r) { control_->HandleMouseWheel(MAKEWPARAM(0, 120 * r.Between(-2, 2)), 0); }},
             {"its own",

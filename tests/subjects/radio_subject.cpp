@@ -12,7 +12,11 @@ struct RadioSubject : SubjectOf<CKxDevUI_Radio> {
         control_->Destroy();
         HWND last = nullptr;
         for (int i = 3; i >= 0; --i) {
-            last = AddChild(parent, L"STATIC", 0, {20, 10 + 25 * i, 110, 30 + 25 * i}, 0, i == 0 ? L"title" : L"1.5");
+            last = AddChild(parent, L"STATIC", 0, {20, 10 + 25 * i, 110, 30 + 25 * i}, 0,
+                            i == 0   ? L"title"
+                            : i == 1 ? L"1"
+                            : i == 2 ? L"1.5"
+                                     : L"2");
             SendMessageW(last, WM_SETFONT, reinterpret_cast<WPARAM>(KX_GetDefaultGuiFont()), FALSE);
             SetWindowPos(last, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE);
         }

@@ -43,7 +43,7 @@ struct Target {
 
 // Later is none: operations that leave something undrawn, or parts over each other, for what comes later, and so have
 // no place where many follow each other.
-enum class Law { Redraw, Later, Zoom, Disabled, Language, Ends, Focus, Silence, Rest, Dark };
+enum class Law { Redraw, Later, Zoom, Disabled, Language, Ends, Focus, Silence, Rest, Dark, Access };
 
 // A law does not hold for an operation, a window class or a notice of this name, or, for "", not at all; and why.
 struct Exception {

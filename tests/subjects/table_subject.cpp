@@ -36,10 +36,11 @@ struct TableSubject : SubjectOf<Table> {
 
     void Make(HWND parent) override {
         Hear({WM_NOTIFY});
+        control_->SetTitle(L"settings");
         control_->Create(parent, 5, 5, 280, 160, true, true);
         ListView_SetExtendedListViewStyleEx(control_->GetListView(), LVS_EX_CHECKBOXES, LVS_EX_CHECKBOXES);
         for (int i = 0; i < 4; ++i)
-            control_->InsertColumn(L"column", 60, i % 2 ? L"%.2f" : nullptr, i > 0);
+            control_->InsertColumn((L"column " + std::to_wstring(i)).c_str(), 60, i % 2 ? L"%.2f" : nullptr, i > 0);
         AddRows(7);
     }
 

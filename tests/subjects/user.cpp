@@ -1,6 +1,7 @@
 #include "user.h"
 
 #include <bench/bench.h>
+#include <bench/reader.h>
 
 #include <algorithm>
 
@@ -66,6 +67,8 @@ std::vector<Act> ActsAt(HWND window) {
     for (const int delta : {120, -120})
         add(delta > 0 ? "wheel up over" : "wheel down over", 4,
             [=](POINT p) { MoveTo(window, p.x, p.y), Wheel(delta); });
+    add("action of a client of", 4, [=](POINT) { Reader(window).Act(); });
+    add("value of a client of", 4, [=](POINT) { Reader(window).Set(L"5"); });
     // A label has no use for keys, and is in nobody's way to them.
     if (NameOfWindow(window).starts_with("Static")) return acts;
     static constexpr struct {

@@ -9,7 +9,7 @@
 
 namespace kx::test {
 
-// A thing done with real input, mouse, wheel or keys, to one window.
+// A thing done with real input, mouse, wheel or keys, to one window, or by a screen reader.
 struct Act {
     std::string name;  // "click at 1/2 of Button #10001"
     std::function<void()> run;

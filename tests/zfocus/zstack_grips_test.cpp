@@ -1,6 +1,8 @@
 // The grips beside the Z scale: their rules as tables, and the panel with them under the hands of users.
 #include "zstack_panel.h"
 
+#include <bench/reader.h>
+
 #include <kxdevui/framework/ui_answer.h>
 #include <kxdevui/framework/ui_parts.h>
 #include <kxdevui/zfocus/zstack_window.h>
@@ -196,13 +198,15 @@ TEST_F(ZGripsPanel, AreMovedByKeys) {
     Make(0);
     const DialogKeys keys(parent.Window());
     SetFocus(Item(IDC_ZS_EDIT_ABOVE)), Key(VK_TAB);
-    Play(
-        {{[] { Key(VK_UP); }, "(5000, 5100, 5220) Changed"},
-         {[] { Key(VK_DOWN, MOD_CONTROL); }, "(5000, 5100, 5218) Changed"},
-         {[] { Key(VK_PRIOR); }, "(5000, 5100, 5418) Changed"},
-         {[] { Key(VK_ESCAPE), Key(VK_RIGHT), Key(VK_DOWN); }, "(5000, 5080, 5200) Changed"},
-         {[] { Key(VK_ESCAPE), Key(VK_RIGHT), Key(VK_RIGHT), Key(VK_NEXT); }, "(4800, 5100, 5200) Changed"},
-         {[] { Key(VK_LEFT), Key(VK_LEFT), Key(VK_NEXT), Key(VK_NEXT), Key(VK_NEXT); }, "(4800, 5100, 4800) Changed"}});
+    Play({{[] { Key(VK_UP); }, "(5000, 5100, 5220) Changed"},
+          {[] { Key(VK_DOWN, MOD_CONTROL); }, "(5000, 5100, 5218) Changed"},
+          {[] { Key(VK_PRIOR); }, "(5000, 5100, 5418) Changed"},
+          {[] { Key(VK_ESCAPE), Key(VK_RIGHT), Key(VK_DOWN); }, "(5000, 5080, 5200) Changed"},
+          {[] { Key(VK_ESCAPE), Key(VK_RIGHT), Key(VK_RIGHT), Key(VK_NEXT); }, "(4800, 5100, 5200) Changed"},
+          {[] { Key(VK_LEFT), Key(VK_LEFT), Key(VK_NEXT), Key(VK_NEXT), Key(VK_NEXT); }, "(4800, 5100, 4800) Changed"},
+          {[&] { Reader(Item(IDC_ZS_GRIPS)).Set(L"500", 1); }, "(4800, 5100, 5000) Changed"},
+          {[&] { Reader(Item(IDC_ZS_GRIPS)).Set(L"470", 1); }, "(4800, 5100, 5000)"},
+          {[&] { Reader(Item(IDC_ZS_GRIPS)).Set(L"480", 1); }, "(4800, 5100, 4800) Changed"}});
     EXPECT_EQ(TextOf(Item(IDC_ZS_GRIPS)), L"Top: 480.00 \u00B5m");
 }
 
