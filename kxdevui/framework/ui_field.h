@@ -41,7 +41,7 @@ struct OpenCell {
 
 // To the controls of the library around a window, from the inmost: it has got back what the user had in hand, of which
 // the commands of that window do not tell. lParam: the window.
-inline constexpr UINT WM_KX_GIVEN_BACK = WM_APP + 0x3FD;
+inline constexpr UINT WM_KX_GIVEN_BACK = WM_APP + 0x3FE;
 
 // To be called first with every message of the edit: remembers a text that is set.
 KXDEVUI_API void NoteField(const Message& message);
