@@ -113,8 +113,7 @@ long CKxDevUI_Base::GetPositionX() const { return GetWndX(m_hWnd); }
 long CKxDevUI_Base::GetPositionY() const { return GetWndY(m_hWnd); }
 
 void CKxDevUI_Base::SetTabStop(bool stop) {
-    const LONG_PTR style = GetWindowLongPtrW(m_hWnd, GWL_STYLE);
-    SetWindowLongPtrW(m_hWnd, GWL_STYLE, stop ? style | WS_TABSTOP : style & ~LONG_PTR{WS_TABSTOP});
+    kx::ui::SetStyleBit(m_hWnd, GWL_STYLE, WS_TABSTOP, stop);
 }
 
 void CKxDevUI_Base::CorrectZOrder(HWND next) {
