@@ -29,6 +29,8 @@ struct ZDriveSubject : SubjectOf<Driven> {
 
     std::vector<Exception> Exceptions() const override {
         return {
+            {Law::Keys, "Button #10200 in KxDevUI_ImageButton #1022", "the drive stands at its lower end"},
+            {Law::Keys, "Button #10200 in KxDevUI_ImageButton #10230", "there is no lower limit to lift"},
             {Law::Disabled, "Edit #0", "the field to go by is empty, and in high contrast a black one stays black"}};
     }
     // The digits are drawn, and no label of a font that the platform hints.
