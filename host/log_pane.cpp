@@ -47,6 +47,7 @@ void LogPane::Build(HWND parent) {
     Destroy();
     m_pending.clear();
     Create(parent, 0, 0, 100, 100, true, true);
+    SetTabInside(true);
     m_filter.SetId(IDC_LOG_FILTER);
     m_filter.Init({.showLabel = true});
     m_filter.SetTitle(Text(L"Filter:"));
@@ -59,9 +60,10 @@ void LogPane::Build(HWND parent) {
     AddButton(Text(L"Copy"), IDC_LOG_COPY, 0);
     AddButton(Text(L"Save..."), IDC_LOG_SAVE, 0);
     AddButton(Text(L"Clear"), IDC_LOG_CLEAR, 0);
-    m_list = CreateWindowExW(WS_EX_CLIENTEDGE, L"LISTBOX", nullptr,
-                             WS_CHILD | WS_VISIBLE | WS_VSCROLL | LBS_NOINTEGRALHEIGHT | LBS_NOSEL, 0, 0, 0, 0, *this,
-                             reinterpret_cast<HMENU>(static_cast<INT_PTR>(IDC_LOG_LIST)), nullptr, nullptr);
+    m_list =
+        CreateWindowExW(WS_EX_CLIENTEDGE, L"LISTBOX", nullptr,
+                        WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_VSCROLL | LBS_NOINTEGRALHEIGHT | LBS_NOSEL, 0, 0, 0, 0,
+                        *this, reinterpret_cast<HMENU>(static_cast<INT_PTR>(IDC_LOG_LIST)), nullptr, nullptr);
     InsertWindow(m_list);
     ShowAll();
     Log().SetViewer([this](const std::wstring& line) {

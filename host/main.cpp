@@ -109,10 +109,12 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, wchar_t*, int) {
 
     MSG message;
     while (GetMessageW(&message, nullptr, 0, 0) > 0) {
-        if (window.TakesKey(message) || window.TakesEditKey(message)) continue;
-        if (KX_IsPanelMessage(window.Handle(), &message)) continue;
-        TranslateMessage(&message);
-        DispatchMessageW(&message);
+        if (window.TakesKey(message) || window.TakesEditKey(message) || window.TakesPanelKey(message)) continue;
+        if (!KX_IsPanelMessage(window.Handle(), &message)) {
+            TranslateMessage(&message);
+            DispatchMessageW(&message);
+        }
+        if (IsWindow(window.Handle())) window.KeepFocusInSight();
     }
     CKxLogFile::SetSink(nullptr, nullptr);
     if (!scripted) SaveSettings(window.CurrentSettings());

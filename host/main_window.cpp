@@ -115,6 +115,7 @@ void MainWindow::BuildPages() {
     BuildPageButtons();
     m_log.Build(m_window);
     KX_FollowColorScheme(m_log);
+    GiveBarLetters();
     SetWindowTextW(m_window, Text(L"Microscope panels"));
     Say(Text(L"Ready").str());
     Restyle();
@@ -176,6 +177,8 @@ void MainWindow::TurnTo(int page) {
         if (GetFocus() != focus && IsWindow(focus)) SetFocus(focus);
         current.SetEnabled(m_enabled);
         current.FitTo(m_pagePlace);
+        // The log stands below, and Tab comes to it after the page.
+        SetWindowPos(m_log, HWND_BOTTOM, 0, 0, 0, 0, SWP_NOSIZE | SWP_NOMOVE | SWP_NOACTIVATE);
     }
     for (int i = 0; i < static_cast<int>(m_pages.size()); ++i) {
         SendMessageW(m_pageButtons[static_cast<std::size_t>(i)], BM_SETCHECK, i == page ? BST_CHECKED : BST_UNCHECKED,
@@ -213,6 +216,7 @@ void MainWindow::BuildMenu() {
     Append(devices, cmdCondenser, Text(L"Condenser..."), false);
     Append(devices, cmdLightOff, (Text(L"All light off").str() + L"\tF12").c_str(), false);
     Append(devices, cmdEnabled, Text(L"Enabled"), m_enabled);
+    Append(devices, cmdKeys, (Text(L"Keys").str() + L"\tF1").c_str(), false);
     Append(devices, cmdExit, Text(L"Exit"), false);
     for (const int percent : kZooms) {
         CKxStringW text;
@@ -238,6 +242,8 @@ void MainWindow::BuildMenu() {
     AppendPopup(menu, zoom, Text(L"Zoom"));
     AppendPopup(menu, language, Text(L"Language"));
     AppendPopup(menu, scheme, Text(L"Colours"));
+    GiveLetters(menu);
+    m_barTexts = TextsOf(menu);
     const HMENU old = GetMenu(m_window);
     SetMenu(m_window, menu);
     // Where the bar stays as high as it was, the platform draws the new items alone, and before they follow the scheme.
@@ -266,6 +272,7 @@ void MainWindow::FillEditMenu() const {
         Append(all, cmdUndoTo + GetMenuItemCount(all), literal(each).c_str(), false);
     AppendMenuW(m_edit, MF_POPUP | (names.empty() ? MF_GRAYED : 0u), reinterpret_cast<UINT_PTR>(all),
                 Text(L"Undo back to"));
+    GiveLetters(m_edit);
 }
 
 HMENU MainWindow::SimulationMenu() const {
@@ -443,6 +450,8 @@ void MainWindow::OnCommand(int command) {
         BuildMenu();
     } else if (command == cmdLightOff) {
         TurnLightOff();
+    } else if (command == cmdKeys) {
+        ShowKeys();
     } else if (command == cmdExit) {
         DestroyWindow(m_window);
     } else if (command == cmdUndo) {

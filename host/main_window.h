@@ -28,6 +28,7 @@ public:
     static constexpr int cmdUndo = 104;
     static constexpr int cmdRedo = 105;
     static constexpr int cmdCondenser = 106;
+    static constexpr int cmdKeys = 107;
     static constexpr int cmdZoom = 200;        // + percent / 25
     static constexpr int cmdLanguage = 300;    // + primary language
     static constexpr int cmdScheme = 400;      // + EKxColorScheme
@@ -57,6 +58,11 @@ public:
     // For the message loop: true when it was one of the keys that undo and redo requests. In a field they are the
     // field's, also when it has nothing to undo.
     bool TakesEditKey(const MSG& message);
+    // For the message loop: true when it was one of the keys that go from panel to panel (F6) or from page to page
+    // (Ctrl+Tab), backwards with Shift, or F1, which shows all keys.
+    bool TakesPanelKey(const MSG& message);
+    // For the message loop, after each message: what has the focus now is scrolled to where it can be seen.
+    void KeepFocusInSight();
 
     // The page of the class P, and the menu command that turns to it; every page of pages/pages.cpp is there once.
     template <class P>
@@ -90,6 +96,9 @@ private:
     void OnMouseWheel(WPARAM wParam, LPARAM lParam);
     void BuildMenu();
     void FillEditMenu() const;
+    static std::vector<std::wstring> TextsOf(HMENU menu);
+    static void GiveLetters(HMENU menu);
+    void GiveBarLetters() const;
     void Undo(int count);
     void Redo();
     void ShowOutcome(const std::wstring& told);
@@ -103,6 +112,9 @@ private:
     void TurnTo(int page);
     void KeepFocusUsable();
     void FocusAsLeft(HWND left);
+    void ShowKeys() const;
+    void GoToPanel(bool backwards);
+    void GoToPage(bool backwards);
     void FitToPages();
     void Layout();
     void Restyle();
@@ -113,6 +125,7 @@ private:
     HWND m_status = nullptr;
     HWND m_lightOff = nullptr;
     HMENU m_edit = nullptr;
+    std::vector<std::wstring> m_barTexts;
     HostMicroscope& m_microscope;
     GalleryDevices m_gallery;
     std::vector<std::unique_ptr<Page>> m_pages;
@@ -123,6 +136,7 @@ private:
     KxKeptInput m_kept;
     std::vector<HWND> m_left;
     HWND m_putAside = nullptr;
+    HWND m_followed = nullptr;  // had the focus when it was last looked for
     RECT m_pagePlace{};
     LPARAM m_size = -1;  // of the last WM_SIZE
     bool m_enabled = true;

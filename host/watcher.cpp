@@ -7,6 +7,7 @@
 
 #include "event_log.h"
 #include "main_window.h"
+#include "rules/mnemonics.h"
 
 namespace {
 
@@ -33,7 +34,7 @@ void AddMenu(HWND owner, HMENU menu, std::vector<std::wstring>& places) {
         wchar_t text[80] = L"";
         RECT rect{};
         if (GetMenuStringW(menu, i, text, 80, MF_BYPOSITION) > 0 && GetMenuItemRect(owner, menu, i, &rect))
-            places.push_back(Place(std::wstring(L"Menu/") + text, rect));
+            places.push_back(Place(L"Menu/" + kx::host::WithoutMnemonic(text), rect));
     }
 }
 

@@ -156,6 +156,7 @@ private:
     void Fill(HWND window) {
         KX_FollowScaleOf(window);
         m_lamp.CreateFromDlg(window, 8, 8, IDD_LAMP, GetModuleHandleW(nullptr), false);
+        m_lamp.SetTabInside(true);
         m_filters.Create(window, CKxGUILayoutManager::Zoomed(8), CKxGUILayoutManager::Zoomed(122), 284, -1);
         m_filters.SetTabStop(true);
         m_filters.Update(&m_wheel, {.structure = true, .names = true, .position = true});

@@ -165,6 +165,7 @@ void BenchPage::Arrange() {
     for (std::size_t i = 0; i < panels.size(); ++i)
         SetWindowPos(*panels[i], nullptr, flow.places[i].x, flow.places[i].y - m_scrolled, 0, 0,
                      SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+    OrderPanels();
 }
 
 // ---- Scrolling -----------------------------------------------------------------------------------------------------
@@ -202,4 +203,23 @@ LRESULT BenchPage::OnScroll(UINT message, WPARAM wParam, LPARAM lParam, bool hor
 bool BenchPage::Wheel(int delta) {
     ScrollTo(m_scrolled - MulDiv(CKxGUILayoutManager::Zoomed(96), delta, WHEEL_DELTA));
     return true;
+}
+
+// With all of its panel, where that is no higher than the window.
+void BenchPage::Reveal(HWND control) {
+    RECT client{}, rect{};
+    GetClientRect(m_hWnd, &client);
+    for (CKxDevUI_Container* const panel : Panels()) {
+        if (!IsChild(*panel, control)) continue;
+        panel->GetWindowRectangle(&rect);
+        if (rect.bottom - rect.top > client.bottom) {
+            GetWindowRect(control, &rect);
+            MapWindowPoints(nullptr, m_hWnd, reinterpret_cast<POINT*>(&rect), 2);
+        }
+    }
+    const long gap = CKxGUILayoutManager::Zoomed(kGap);
+    if (rect.top < 0)
+        ScrollTo(m_scrolled + rect.top - gap);
+    else if (rect.bottom > client.bottom)
+        ScrollTo(m_scrolled + rect.bottom + gap - client.bottom);
 }

@@ -23,6 +23,7 @@ public:
 
     void FitTo(const RECT& place) override;
     bool Wheel(int delta) override;
+    void Reveal(HWND control) override;
 
 protected:
     void Fill() override;

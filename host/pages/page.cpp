@@ -7,6 +7,8 @@
 #include <kxbaseui/kx_layoutmanager.h>
 #include <kxbaseui/kx_schemecontrols.h>
 
+#include "../rules/reading_order.h"
+
 namespace {
 
 // Of panels that are placed by themselves, unzoomed: around them, and where the columns begin.
@@ -46,6 +48,7 @@ void Page::PlaceRegistered() {
 void Page::Build(HWND parent) {
     m_visible = false;
     Create(parent, 0, 0, Width, Height, true, true);
+    SetTabInside(true);
     Fill();
     PlaceRegistered();
     // All of it was laid out in unzoomed pixels, and stands right at 100 %.
@@ -61,6 +64,31 @@ void Page::FitTo(const RECT& place) {
     // In the middle of a wide window.
     const long x = std::max(place.left, (place.left + place.right - GetWidth()) / 2);
     SetWindowPos(m_hWnd, nullptr, x, place.top, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+    OrderPanels();
+}
+
+std::vector<CKxDevUI_Container*> Page::PanelsAsRead() const {
+    std::vector<kx::host::Box> boxes;
+    for (CKxDevUI_Container* panel : m_panels) {
+        RECT rect{};
+        panel->GetWindowRectangle(&rect);
+        boxes.push_back({rect.left, rect.top, rect.right, rect.bottom});
+    }
+    std::vector<CKxDevUI_Container*> panels;
+    for (const std::size_t each : kx::host::ReadingOrder(boxes))
+        panels.push_back(m_panels[each]);
+    return panels;
+}
+
+// Tab goes by the order of the windows.
+void Page::OrderPanels() {
+    HWND last = HWND_TOP;
+    for (CKxDevUI_Container* const each : PanelsAsRead()) {
+        const HWND before = ::GetWindow(*each, GW_HWNDPREV);
+        if (before != (last == HWND_TOP ? nullptr : last))
+            SetWindowPos(*each, last, 0, 0, 0, 0, SWP_NOSIZE | SWP_NOMOVE | SWP_NOACTIVATE);
+        last = *each;
+    }
 }
 
 void Page::Add(CKxDevUI_Container& panel) {

@@ -24,6 +24,8 @@ public:
     // The panel under a point of the screen; null when there is none.
     CKxDevUI_Container* PanelAt(POINT screen);
     const std::vector<CKxDevUI_Container*>& Panels() const { return m_panels; }
+    // The same in the order in which Tab goes through them: from the top left as a page is read.
+    std::vector<CKxDevUI_Container*> PanelsAsRead() const;
 
     // The first panel of a class; null when there is none.
     template <class Panel>
@@ -47,6 +49,8 @@ public:
     virtual void FitTo(const RECT& place);
     // A turn of the wheel that no panel has used; true when the page has.
     virtual bool Wheel(int) { return false; }
+    // The focus has come to this window of the page, which is to be seen.
+    virtual void Reveal(HWND) {}
 
 protected:
     // Makes the panels, in unzoomed pixels, and tells of each by Add.
@@ -56,6 +60,8 @@ protected:
     void Add(CKxDevUI_Container& panel);
     // Makes an empty panel, in unzoomed pixels (x, y, width, height), and adds it.
     void Place(CKxDevUI_Container& panel, const RECT& place);
+    // The panels have other places.
+    void OrderPanels();
 
     template <class Panel>
     friend class OnPage;

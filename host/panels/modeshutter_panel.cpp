@@ -13,6 +13,7 @@ const OnPage<ModeShutterPanel> s_smart(L"Illumination", {268, 100},
 void AskingModeShutter::Prepare() {
     SetShowTitle(true);
     SetTitle(Text(L"Iris"));
+    SetTabStop(true);
     Init(m_device.GetLogDevId());
 }
 

@@ -102,6 +102,7 @@ void StandPanel::AdoptCondenser() {
         if (type == BS_GROUPBOX && _wcsicmp(name, L"Button") == 0) group = RectInParent(child);
     }
     m_condenser.CreateFromParent(m_hWnd, &group);
+    InsertElement(&m_condenser);
     CheckRadioButton(m_condenser, IDC_CONDENSER_IN, IDC_CONDENSER_TOP,
                      Held().condenserOut ? IDC_CONDENSER_TOP : IDC_CONDENSER_IN);
     CheckDlgButton(m_hWnd, IDC_TUBE, Held().tube ? BST_CHECKED : BST_UNCHECKED);

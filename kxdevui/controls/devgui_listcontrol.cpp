@@ -6,6 +6,7 @@
 
 #include <kxbaseui/kx_bitmappool.h>
 #include <kxbaseui/kx_colors.h>
+#include <kxbaseui/kx_cues.h>
 #include <kxbaseui/kx_fonts.h>
 #include <kxbaseui/kx_layoutmanager.h>
 #include <kxbaseui/kx_schemecontrols.h>
@@ -469,10 +470,7 @@ void ListControl::Draw(const DRAWITEMSTRUCT& item) const {
     ExtTextOutW(dc, at.x, at.y, ETO_CLIPPED | ETO_OPAQUE, &area, text.data(),
                 static_cast<UINT>(std::min(text.size(), kMostDrawn)), nullptr);
     if (hasPicture) DrawPicture(dc, RectAt(left, top, side, side), m_values.At(index), usable, color);
-    if (ShowsFocus(item)) {
-        SetTextColor(dc, KX_GetSysColor(COLOR_WINDOWTEXT));
-        DrawFocusRect(dc, &area);
-    }
+    if (ShowsFocus(item)) KX_DrawFocusOutline(dc, area, back);
     SetTextColor(dc, textBefore);
     SetBkColor(dc, backBefore);
 }

@@ -154,7 +154,7 @@ ThumbStyle StyleOf(SIZE image, Look look, bool focused, const ColorTable& colors
     return {.size = image,
             .body = color(kThumbBody),
             .edge = look == kLookDisabled ? edge : Mixed(edge, KX_GetSysColor(COLOR_BTNTEXT), 40),
-            .ring = KX_GetSysColor(COLOR_HIGHLIGHT),
+            .ring = KX_GetSysColor(COLOR_BTNTEXT),
             .hasRing = focused && look != kLookDisabled};
 }
 

@@ -1,5 +1,6 @@
 #include <kxdevui/controls/hpot_slider.h>
 
+#include <kxdevui/controls/devgui_editbox.h>
 #include <kxsystem/kx_time.h>
 
 namespace kx::hpot {
@@ -53,6 +54,23 @@ bool TakeMouse(const CKxDevUI_Base& slider) {
     ::SetFocus(window);
     if (watch) SetCapture(window);
     return watch && GetCapture() == window;
+}
+
+bool BeginsNumber(WPARAM character) { return (character >= L'0' && character <= L'9') || character == L'-'; }
+
+bool TypeBeside(HWND slider, WPARAM character) {
+    if (!BeginsNumber(character)) return false;
+    HWND next = GetWindow(slider, GW_HWNDNEXT);
+    while (next && (!IsWindowVisible(next) || (SendMessageW(next, WM_GETDLGCODE, 0, 0) & DLGC_STATIC)))
+        next = GetWindow(next, GW_HWNDNEXT);
+    if (!IsWindowEnabled(next) || !dynamic_cast<CKxDevUI_EditBox*>(ui::ControlOf(next))) return false;
+    // Its host hears of the focus, and may end it.
+    SetFocus(next);
+    const HWND edit = GetFocus();
+    if (!IsChild(next, edit)) return true;
+    SendMessageW(edit, EM_SETSEL, 0, -1);
+    SendMessageW(edit, WM_CHAR, character, 1);
+    return true;
 }
 
 }  // namespace kx::hpot

@@ -43,6 +43,7 @@ struct Drag {
     POINT press{};
     POINT last{};
     long start = 0;
+    long before = 0;  // the press, which may have moved the thumb
     unsigned pressTime = 0;
     bool moved = false;
 
@@ -104,6 +105,12 @@ void ResizeWindow(CKxDevUI_Base& slider, const Nominal& nominal, long cx, long c
 // taken the capture.
 bool TakeMouse(const CKxDevUI_Base& slider);
 
+// Whether a character can be a number's first.
+bool BeginsNumber(WPARAM character);
+// Begins a number with this character in the edit box that comes next to the slider, labels left aside; false where
+// there is none that could be used.
+bool TypeBeside(HWND slider, WPARAM character);
+
 // ---- The messages --------------------------------------------------------------------------------------------------
 
 // The way of a message to what one kind of slider, `Self`, has of its own. Self derives from this and has
@@ -149,8 +156,9 @@ public:
         case WM_PAINT:
         case WM_PRINTCLIENT: Own().OnPaint(message); return 0;
         case WM_ERASEBKGND: return 1;
-        case WM_GETDLGCODE: return DLGC_WANTARROWS | Own().KeysWanted(reinterpret_cast<const MSG*>(lParam));
-        case WM_KEYDOWN: return Own().OnKey(wParam);
+        case WM_GETDLGCODE: return DLGC_WANTARROWS | CodeFor(reinterpret_cast<const MSG*>(lParam));
+        case WM_KEYDOWN: return wParam == VK_ESCAPE && IsDragged() ? CancelDrag() : Own().OnKey(wParam);
+        case WM_CHAR: return !IsDragged() && TypeBeside(window, wParam) ? ui::Handled(0) : std::nullopt;
         case WM_MOUSEWHEEL: return OnWheel(message);
         case WM_LBUTTONDOWN: OnLButtonDown(at); return 0;
         case WM_MOUSEMOVE: OnMouseMove(message); return 0;
@@ -170,8 +178,10 @@ public:
         Own().Grab(at);
         long& position = Own().Position();
         const RECT thumb = Own().ThumbRect();
+        const long before = position;
         if (!PtInRect(&thumb, at)) position = ui::Difference(at.x, Own().TrackLeft());
         part->drag.Begin(at, position);
+        part->drag.before = before;
         Own().ShowThumbs();
     }
 
@@ -230,6 +240,28 @@ public:
 private:
     Self& Own() noexcept { return static_cast<Self&>(*this); }
     const Self& Own() const noexcept { return static_cast<const Self&>(*this); }
+
+    bool IsDragged() const {
+        const SliderPart* part = Own().Part();
+        return part && part->drag.active;
+    }
+
+    // The dialog manager would close the host's dialog with the key that ends a drag, and take a digit for a letter of
+    // some label.
+    LRESULT CodeFor(const MSG* asked) const {
+        const bool escapes = asked && asked->message == WM_KEYDOWN && asked->wParam == VK_ESCAPE && IsDragged();
+        const bool types = asked && asked->message == WM_CHAR && BeginsNumber(asked->wParam);
+        return Own().KeysWanted(asked) | (escapes || types ? DLGC_WANTMESSAGE : 0);
+    }
+
+    // The host hears of the way back as of every step.
+    ui::Handled CancelDrag() {
+        const Watch watch(&Own().slider);
+        Own().Position() = Own().Part()->drag.before;
+        Own().slider.Update(false, true, true);
+        if (watch && IsDragged()) ReleaseCapture();
+        return 0;
+    }
 
     // A step is a request to a device, however fine the wheel.
     ui::Handled OnWheel(const ui::Message& message) {

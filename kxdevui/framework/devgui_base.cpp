@@ -112,10 +112,7 @@ long CKxDevUI_Base::GetHeight() const { return CKxGUILayoutManager::Zoomed(m_hei
 long CKxDevUI_Base::GetPositionX() const { return GetWndX(m_hWnd); }
 long CKxDevUI_Base::GetPositionY() const { return GetWndY(m_hWnd); }
 
-void CKxDevUI_Base::SetTabStop(bool stop) {
-    const LONG_PTR style = GetWindowLongPtrW(m_hWnd, GWL_STYLE);
-    SetWindowLongPtrW(m_hWnd, GWL_STYLE, stop ? style | WS_TABSTOP : style & ~LONG_PTR{WS_TABSTOP});
-}
+void CKxDevUI_Base::SetTabStop(bool stop) { kx::ui::SetStyleBit(m_hWnd, GWL_STYLE, WS_TABSTOP, stop); }
 
 void CKxDevUI_Base::CorrectZOrder(HWND next) {
     // No window before it means that it is the first, and null then says "to the top".

@@ -2,6 +2,7 @@
 #include <kxdevui/framework/devgui_container.h>
 
 #include <algorithm>
+#include <utility>
 
 #include <kxbaseui/kx_colors.h>
 #include <kxbaseui/kx_fonts.h>
@@ -107,6 +108,8 @@ void CKxDevUI_Container::InsertElement(CKxDevUI_Base* element) {
     m_elements.remove_if([](const Element& each) { return !each.alive; });
     m_elements.push_back({element, Alive(element)});
     if (window && m_hWnd) TakeWindow(window);
+    if (auto* const container = m_tabInside ? dynamic_cast<CKxDevUI_Container*>(element) : nullptr)
+        container->SetTabInside(true);
 }
 
 void CKxDevUI_Container::InsertChildren() {
@@ -194,6 +197,29 @@ void CKxDevUI_Container::Destroy() {
 
 void CKxDevUI_Container::BoldifyCaptions() { ::BoldifyCaptions(m_hWnd); }
 
+void CKxDevUI_Container::SetTabInside(bool inside) {
+    if (inside != m_tabInside && !inside) {
+        kx::ui::SetStyleBit(m_hWnd, GWL_STYLE, WS_TABSTOP, m_givenStop != 0);
+        kx::ui::SetStyleBit(m_hWnd, GWL_EXSTYLE, WS_EX_CONTROLPARENT, m_givenControlParent != 0);
+    }
+    if (std::exchange(m_tabInside, inside) != inside) LetTabIn();
+    for (const Element& each : m_elements) {
+        if (auto* const container = each.alive ? dynamic_cast<CKxDevUI_Container*>(each.object) : nullptr)
+            container->SetTabInside(inside);
+    }
+}
+
+// The dialog manager goes into a window only if it says so, and all around it.
+void CKxDevUI_Container::LetTabIn() {
+    if (!m_tabInside || !m_hWnd) return;
+    m_givenStop = kx::ui::SetStyleBit(m_hWnd, GWL_STYLE, WS_TABSTOP, false);
+    m_givenControlParent = kx::ui::SetStyleBit(m_hWnd, GWL_EXSTYLE, WS_EX_CONTROLPARENT, true);
+    for (HWND each = m_hWnd; GetWindowLongW(each, GWL_STYLE) & WS_CHILD; each = GetAncestor(each, GA_PARENT)) {
+        kx::ui::SetStyleBit(each, GWL_STYLE, WS_TABSTOP, false);
+        kx::ui::SetStyleBit(each, GWL_EXSTYLE, WS_EX_CONTROLPARENT, true);
+    }
+}
+
 void CKxDevUI_Container::AlignWindow(bool toParent) {
     CKxUIHelper::AlignWnd(m_hWnd, toParent ? m_parent : nullptr,
                           toParent ? eKxAlign_CenterAnchor : eKxAlign_CenterOwner, true, nullptr);
@@ -276,6 +302,7 @@ kx::ui::Handled CKxDevUI_Container::Handle(const kx::ui::Message& message) {
         m_hWnd = window;
         m_width = rect.right - rect.left;
         m_height = rect.bottom - rect.top;
+        LetTabIn();
         return m_adopted ? 1 : OnInit(1, wParam, lParam);
     }
     case WM_PAINT:

@@ -112,6 +112,13 @@ public:
     // Sets the caption labels in bold type, see BoldifyCaptions in devgui.h.
     void BoldifyCaptions();
 
+    // Whether Tab goes into the container, in the order of its windows: it, the windows between it and its top-level
+    // window and the containers in it, also those that come later, are no stop themselves and hand Tab on to what they
+    // hold (WS_EX_CONTROLPARENT); an empty one is passed by. One call on the outermost does for all. Off at first, and
+    // its windows are then as their creation makes them. Holds for windows made later too; taken back, the windows
+    // around stay as they are, because other containers may need them so.
+    void SetTabInside(bool inside);
+
     // ---- Operations of the base ----
 
     // Passes the state to the inserted windows and elements when it differs from the one held. The container's own
@@ -175,6 +182,7 @@ private:
     std::optional<LRESULT> HandleDialog(const kx::ui::Message& message);
     LRESULT Forward(UINT message, WPARAM wParam, LPARAM lParam);
     void TakeWindow(HWND window);
+    void LetTabIn();
     void InsertChildren();
     bool CanTake(HWND window) const;
     HWND BeginAdoption(HWND parentDialog, long x, long y, long cx, long cy);
@@ -185,4 +193,7 @@ private:
     std::list<Element> m_elements;
     bool m_adopting = false;  // Create runs on behalf of CreateFromParent
     bool m_shown = false;     // a dialog came as far as WM_INITDIALOG
+    bool m_tabInside = false;
+    LONG m_givenStop = 0;  // the bits of the window's styles before
+    LONG m_givenControlParent = 0;
 };

@@ -90,6 +90,7 @@ HWND CKxDevUI_Container::CreateFromDlg(HWND parent, long x, long y, const wchar_
         const RECT rect = RectInParent(window);
         m_width = rect.right - rect.left;
         m_height = rect.bottom - rect.top;
+        LetTabIn();
         InsertChildren();
         MoveWindow(x, y);
         kx::ui::BoldifyCaptionsAt(window, 1.0);
@@ -118,6 +119,7 @@ HWND CKxDevUI_Container::CreateFromDlgPart(HWND parent, long x, long y, long cx,
         SetWindowLongW(window, GWL_STYLE, static_cast<LONG>(WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN | WS_TABSTOP));
         SetWindowPos(window, nullptr, 0, 0, 0, 0,
                      SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_FRAMECHANGED);
+        LetTabIn();
 
         const RECT area = RectAt(x, y, cx, cy);
         for (const HWND child : ChildrenOf(window)) {

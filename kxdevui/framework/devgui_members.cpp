@@ -17,11 +17,7 @@ struct Row {
     int first, count;
 };
 
-void StopTab(HWND button, bool stop) {
-    const LONG_PTR style = GetWindowLongPtrW(button, GWL_STYLE);
-    const LONG_PTR wanted = stop ? style | WS_TABSTOP : style & ~LONG_PTR{WS_TABSTOP};
-    if (wanted != style) SetWindowLongPtrW(button, GWL_STYLE, wanted);
-}
+void StopTab(HWND button, bool stop) { SetStyleBit(button, GWL_STYLE, WS_TABSTOP, stop); }
 
 void MoveFocus(HWND button, int step) {
     const HWND control = ParentOf(button);

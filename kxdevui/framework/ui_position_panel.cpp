@@ -7,6 +7,7 @@
 #include <kxbaseui/kx_bitmappool.h>
 #include <kxbaseui/kx_buttonbackground.h>
 #include <kxbaseui/kx_colors.h>
+#include <kxbaseui/kx_cues.h>
 #include <kxbaseui/kx_fonts.h>
 #include <kxbaseui/kx_groupbox.h>
 #include <kxbaseui/kx_layoutmanager.h>
@@ -191,10 +192,7 @@ void PositionPanel::SetTitle(const wchar_t* title) {
 
 void PositionPanel::SetTabStop(bool stop) {
     m_tabStop = stop;
-    if (!m_window) return;
-    const LONG_PTR style = GetWindowLongPtrW(m_window, GWL_STYLE);
-    const LONG_PTR wanted = stop ? style | WS_TABSTOP : style & ~LONG_PTR{WS_TABSTOP};
-    if (wanted != style) SetWindowLongPtrW(m_window, GWL_STYLE, wanted);
+    SetStyleBit(m_window, GWL_STYLE, WS_TABSTOP, stop);
 }
 
 void PositionPanel::RedrawButtons() const {
@@ -510,7 +508,8 @@ void PositionPanel::DrawSetup(const DRAWITEMSTRUCT& item) const {
     });
 }
 
-void PositionPanel::DrawOver(HDC dc, const RECT& area, const DRAWITEMSTRUCT& item, long position, bool enabled) const {
+void PositionPanel::DrawOver(HDC dc, const RECT& area, const DRAWITEMSTRUCT& item, long position, bool enabled,
+                             int ground) const {
     m_activity.DrawPlace(dc, area, position, enabled);
     RECT inner = area;
     const PlaceLook look = m_activity.LookOf(position);
@@ -518,7 +517,7 @@ void PositionPanel::DrawOver(HDC dc, const RECT& area, const DRAWITEMSTRUCT& ite
         const auto inset = static_cast<int>(CKxGUILayoutManager::Zoomed(3));
         InflateRect(&inner, -inset, -inset);
     }
-    DrawFocus(dc, inner, item);
+    DrawFocus(dc, inner, item, ground);
 }
 
 void PositionPanel::DrawCurrent(HDC dc, const RECT& area, bool enabled) {
@@ -530,11 +529,9 @@ void PositionPanel::DrawCurrent(HDC dc, const RECT& area, bool enabled) {
     RoundRect(dc, area.left, area.top, area.right, area.bottom, corner, corner);
 }
 
-void PositionPanel::DrawFocus(HDC dc, const RECT& area, const DRAWITEMSTRUCT& item) {
+void PositionPanel::DrawFocus(HDC dc, const RECT& area, const DRAWITEMSTRUCT& item, int ground) {
     if (!ShowsFocus(item)) return;
-    SetTextColor(dc, KX_GetSysColor(COLOR_BTNTEXT));
-    SetBkColor(dc, KX_GetSysColor(COLOR_BTNFACE));
-    DrawFocusRect(dc, &area);
+    KX_DrawFocusOutline(dc, area, ground);
 }
 
 }  // namespace kx::ui

@@ -130,7 +130,8 @@ public:
     // ---- The life of a request ----
 
     // Over the picture of a position's button: ring or hollow place, and the focus, which stays inside of them.
-    void DrawOver(HDC dc, const RECT& area, const DRAWITEMSTRUCT& item, long position, bool enabled) const;
+    void DrawOver(HDC dc, const RECT& area, const DRAWITEMSTRUCT& item, long position, bool enabled,
+                  int ground = COLOR_BTNFACE) const;
     // What the device, or the host, tells. `changed` is called when it shows, beside what is repainted here.
     Activity& Requests() noexcept { return m_activity; }
     const Activity& Requests() const noexcept { return m_activity; }
@@ -160,7 +161,7 @@ public:
     void DrawSetup(const DRAWITEMSTRUCT& item) const;
     // The mark of the current position, to be drawn first; of the button that shows the focus, to be drawn last.
     static void DrawCurrent(HDC dc, const RECT& area, bool enabled);
-    static void DrawFocus(HDC dc, const RECT& area, const DRAWITEMSTRUCT& item);
+    static void DrawFocus(HDC dc, const RECT& area, const DRAWITEMSTRUCT& item, int ground = COLOR_BTNFACE);
 
 private:
     HWND Open(const Creation& creation, HWND parent, POINT at, SIZE size);

@@ -265,6 +265,12 @@ void ApplyZoom(HWND window) {
     CKxGUILayoutManager::ResizeWindowToGuiZoom(window, CKxGUILayoutManager::GetPreviousGuiZoom());
 }
 
+LONG SetStyleBit(HWND window, int index, LONG bit, bool set) {
+    const LONG style = GetWindowLongW(window, index);
+    if (const LONG wanted = set ? style | bit : style & ~bit; wanted != style) SetWindowLongW(window, index, wanted);
+    return style & bit;
+}
+
 bool TrackHover(const Message& message) {
     const auto state = StateOf(message.window);
     if (message.id == WM_MOUSELEAVE) return std::exchange(state->hovered, false);

@@ -337,6 +337,9 @@ KXDEVUI_API void ApplyZoom(HWND window);
 // true for the message with which the pointer came in or went out.
 KXDEVUI_API bool TrackHover(const Message& message);
 
+// Gives the window this bit of a style (GWL_STYLE, GWL_EXSTYLE) or takes it; returns what it had of it.
+KXDEVUI_API LONG SetStyleBit(HWND window, int index, LONG bit, bool set);
+
 // The keys of a button in a row, for its subclass: an arrow key calls `move` with the step that it means where
 // `columns` buttons stand side by side, Enter clicks.
 template <class Move>

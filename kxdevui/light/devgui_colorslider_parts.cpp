@@ -116,8 +116,7 @@ void CKxDevUI_ColorSlider::SetTabStop(bool stop) {
 
 // A dialog looks for stops in windows that say that they are parents of controls.
 void CKxDevUI_ColorSlider::ArrangeTabStops() {
-    const LONG others = GetWindowLongW(m_hWnd, GWL_EXSTYLE) & ~LONG{WS_EX_CONTROLPARENT};
-    SetWindowLongW(m_hWnd, GWL_EXSTYLE, others | (m_tabStop ? LONG{WS_EX_CONTROLPARENT} : 0));
+    kx::ui::SetStyleBit(m_hWnd, GWL_EXSTYLE, WS_EX_CONTROLPARENT, m_tabStop);
     CKxDevUI_Base::SetTabStop(!m_tabStop);
     m_hpot.SetTabStop(m_tabStop);
     m_rangeHPot.SetTabStop(m_tabStop);

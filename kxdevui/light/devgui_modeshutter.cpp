@@ -237,6 +237,7 @@ void CKxDevUI_ModeShutter::CreateControls() {
     RegisterZoom(window);
     if (!m_apertures.empty()) MakeSlider(x);
     if (parts && HWND{m_slider}) KX_TellLight(window, light), KX_TellMeasured(window, measured);
+    if (parts && m_tabStop) ArrangeTabStops();
     if (parts && !IsWindowEnabled(window)) FollowWindow(false);
     if (parts) KX_FollowColorScheme(window);
 }
@@ -289,6 +290,17 @@ void CKxDevUI_ModeShutter::MakeSlider(long x) {
     m_slider.SetPower(m_aperture, true);
     ShowRequests();
     EnableSlider();
+}
+
+void CKxDevUI_ModeShutter::SetTabStop(bool stop) {
+    m_tabStop = stop;
+    ArrangeTabStops();
+}
+
+void CKxDevUI_ModeShutter::ArrangeTabStops() {
+    SetStyleBit(m_hWnd, GWL_EXSTYLE, WS_EX_CONTROLPARENT, m_tabStop);
+    SetStyleBit(m_modeList, GWL_STYLE, WS_TABSTOP, m_tabStop);
+    m_slider.SetTabStop(m_tabStop);
 }
 
 // By the mode; in a disabled window it looks disabled whatever the mode.

@@ -106,6 +106,10 @@ public:
     // The title; it is shown at once where there is one.
     void SetTitle(const wchar_t* title) override;
 
+    // Whether Tab stops at the list and at the slider with its field, also at those that are made later. At first it
+    // does not.
+    void SetTabStop(bool stop);
+
     // Offered to the slider.
     bool HandleMouseWheel(WPARAM wParam, LPARAM lParam) override;
 
@@ -167,6 +171,7 @@ private:
     void FillModes();
     void SelectMode();
     void MakeSlider(long x);
+    void ArrangeTabStops();
     void EnableSlider();
     void FollowWindow(bool enabled);
     void OnAperture(double aperture, bool& veto);
@@ -175,4 +180,5 @@ private:
 
     // The life of its requests, which the slider draws where there is one.
     const std::unique_ptr<kx::ui::Activity> m_requests;
+    bool m_tabStop = false;
 };

@@ -251,6 +251,8 @@ void CKxDevUI_Shutter::CreateControls() {
         RegisterZoom(window);
     }
     DressChildren();
+    // It has come to the window with the end of the old button; the key that is next is the new one's.
+    if (alive && m_button && GetFocus() == window) ::SetFocus(m_button);
 }
 
 // What title and button get, whether made here or taken over.
@@ -502,13 +504,11 @@ Handled CKxDevUI_Shutter::HandleButton(const Message& message) {
         // The key's way is that of the mouse.
         if (message.wParam == VK_SPACE && (SendMessageW(message.window, BM_GETSTATE, 0, 0) & BST_PUSHED)) Click();
         break;
-    case WM_RBUTTONUP:
-        if (!m_renameDisabled) {
-            RECT rect{};
-            GetWindowRect(message.window, &rect);
-            PopupMenu(m_hWnd, rect.left, rect.bottom);
-        }
-        break;
+    case WM_RBUTTONUP: OpenMenu(message.window); break;
+    case WM_CONTEXTMENU:
+        // The keys for it; the mouse has its own way, and no second menu may follow.
+        if (message.lParam == -1) OpenMenu(message.window);
+        return 0;
     case WM_KX_DESCRIBE:
         return Describe(message, [this](KxAccess& access) {
             access.role = ROLE_SYSTEM_CHECKBUTTON;
@@ -522,6 +522,13 @@ Handled CKxDevUI_Shutter::HandleButton(const Message& message) {
     default: break;
     }
     return std::nullopt;
+}
+
+void CKxDevUI_Shutter::OpenMenu(HWND button) {
+    if (m_renameDisabled) return;
+    RECT rect{};
+    GetWindowRect(button, &rect);
+    PopupMenu(m_hWnd, rect.left, rect.bottom);
 }
 
 void CKxDevUI_Shutter::Click() {

@@ -196,6 +196,7 @@ private:
     void SetFonts(bool redraw);
     void FitToTitle();
     void Click();
+    void OpenMenu(HWND button);
     void Show(unsigned shutterId, const Reading& reading, bool a, bool b, bool c);
     void DrawButton(const DRAWITEMSTRUCT& item) const;
     void DrawTitle(HDC dc, RECT area, bool enabled) const;

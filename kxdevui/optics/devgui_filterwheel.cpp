@@ -375,6 +375,6 @@ void CKxDevUI_FilterWheel::OnDrawItem(const DRAWITEMSTRUCT& item) {
         InflateRect(&place, -2 * line, -2 * line);
         if (item.itemState & ODS_SELECTED) OffsetRect(&place, 1, 1);
         CKxBitmapPool::DrawSVGImage(dc, filter->image, place, enabled);
-        m_inside->DrawOver(dc, area, item, position, enabled);
+        m_inside->DrawOver(dc, area, item, position, enabled, current ? COLOR_HIGHLIGHT : COLOR_BTNFACE);
     });
 }

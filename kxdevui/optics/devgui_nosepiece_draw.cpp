@@ -111,6 +111,6 @@ void CKxDevUI_Nosepiece::OnDrawItem_Observation(const DRAWITEMSTRUCT& item) {
         const int color = current ? COLOR_HIGHLIGHTTEXT : m_inside->IsEnabled() ? COLOR_BTNTEXT : COLOR_GRAYTEXT;
         SetTextColor(dc, KX_GetSysColor(color));
         DrawTextW(dc, text, length, &inner, DT_CENTER | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX | DT_END_ELLIPSIS);
-        PositionPanel::DrawFocus(dc, area, item);
+        PositionPanel::DrawFocus(dc, area, item, current ? COLOR_HIGHLIGHT : COLOR_BTNFACE);
     });
 }

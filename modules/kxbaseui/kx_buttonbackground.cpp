@@ -1,6 +1,7 @@
 #include <kxbaseui/kx_buttonbackground.h>
 
 #include <kxbaseui/kx_colors.h>
+#include <kxbaseui/kx_cues.h>
 #include <kxbaseui/kx_layoutmanager.h>
 
 #include <vsstyle.h>
@@ -73,9 +74,7 @@ void KX_DrawButtonFocus(HDC dc, const RECT& rect, int flags, long inset) {
         if (KX_GetColorScheme() == eKxColorScheme_System) inset = flags & eKxButtonLook_Default ? 3 : 2;
         InflateRect(&line, -inset, -inset);
     }
-    SetTextColor(dc, KX_GetSysColor(COLOR_BTNTEXT));
-    SetBkColor(dc, KX_GetSysColor(COLOR_BTNFACE));
-    DrawFocusRect(dc, &line);
+    KX_DrawFocusOutline(dc, line);
 }
 
 COLORREF KX_GetButtonTextColor(int flags) {
@@ -86,7 +85,7 @@ COLORREF KX_GetButtonTextColor(int flags) {
 void KX_DrawFieldFrame(HDC dc, const RECT& rect, bool enabled, bool focused) {
     const int state = !enabled ? EPSN_DISABLED : focused ? EPSN_FOCUSED : EPSN_NORMAL;
     const kx::theme::Part border{kx::theme::Owner::Edit, EP_EDITBORDER_NOSCROLL, state};
-    if (kx::theme::Draw(dc, border, rect, KX_GetSysColor(COLOR_BTNFACE), true)) return;
-    const int color = focused ? COLOR_HIGHLIGHT : enabled ? COLOR_BTNSHADOW : COLOR_3DLIGHT;
-    FrameRect(dc, &rect, KX_GetSysColorBrush(color));
+    if (!kx::theme::Draw(dc, border, rect, KX_GetSysColor(COLOR_BTNFACE), true))
+        FrameRect(dc, &rect, KX_GetSysColorBrush(enabled ? COLOR_BTNSHADOW : COLOR_3DLIGHT));
+    if (focused) KX_DrawFocusOutline(dc, rect, COLOR_WINDOW);
 }

@@ -14,6 +14,10 @@
 KXBASEUI_API bool KX_ShowsFocus(HWND window);
 KXBASEUI_API bool KX_ShowsMnemonics(HWND window);
 
+// The one outline of what has the focus, of two unzoomed pixels at the rectangle's inner edge: in the colour that texts
+// have on `ground`, a system colour of what is around it, and so with the contrast that texts have there.
+KXBASEUI_API void KX_DrawFocusOutline(HDC dc, const RECT& rect, int ground = COLOR_BTNFACE);
+
 // The user has moved about with a key: from now on the focus is shown, in all that is in the same top-level window. The
 // dialog manager says so for the keys it uses, a control for those that it takes. The windows around are told, and may
 // end the control.

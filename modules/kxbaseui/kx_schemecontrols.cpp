@@ -36,14 +36,41 @@ void DrawLabel(HDC dc, HWND window, RECT area, UINT format) {
 }
 
 void DrawFocus(HDC dc, HWND button, const RECT& rect) {
-    if ((SendMessageW(button, BM_GETSTATE, 0, 0) & BST_FOCUS) && KX_ShowsFocus(button)) {
-        SetTextColor(dc, KX_GetSysColor(COLOR_BTNTEXT));
-        SetBkColor(dc, KX_GetSysColor(COLOR_BTNFACE));
-        DrawFocusRect(dc, &rect);
-    }
+    if ((SendMessageW(button, BM_GETSTATE, 0, 0) & BST_FOCUS) && KX_ShowsFocus(button)) KX_DrawFocusOutline(dc, rect);
 }
 
 // ---- Buttons -------------------------------------------------------------------------------------------------------
+
+long CheckSize() { return CKxGUILayoutManager::Zoomed(13); }
+
+bool LooksPushed(HWND button) {
+    const LONG style = GetWindowLongW(button, GWL_STYLE), type = style & BS_TYPEMASK;
+    return (style & BS_PUSHLIKE) || type == BS_PUSHBUTTON || type == BS_DEFPUSHBUTTON;
+}
+
+// Within the face of what looks like a push button, around the text of others.
+RECT FocusPlace(HDC dc, HWND button, const RECT& client) {
+    RECT place = client, text = client, found{};
+    InflateRect(&place, -3, -3);
+    if (LooksPushed(button)) return place;
+    text.left = CheckSize() + CKxGUILayoutManager::Zoomed(4);
+    DrawTextW(dc, Label(button).text, -1, &text, DT_SINGLELINE | DT_CALCRECT);
+    OffsetRect(&text, 0, (client.bottom - (text.bottom - text.top)) / 2);
+    InflateRect(&text, 3, 2);
+    IntersectRect(&found, &text, &client);
+    return found;
+}
+
+// The outline over what the platform has painted.
+void DrawFocusOver(HWND button) {
+    RECT client{};
+    GetClientRect(button, &client);
+    const HDC dc = GetDC(button);
+    const HGDIOBJ font = SelectObject(dc, reinterpret_cast<HGDIOBJ>(SendMessageW(button, WM_GETFONT, 0, 0)));
+    DrawFocus(dc, button, FocusPlace(dc, button, client));
+    SelectObject(dc, font);
+    ReleaseDC(button, dc);
+}
 
 void PaintPushButton(HDC dc, HWND button, RECT client) {
     const LRESULT state = SendMessageW(button, BM_GETSTATE, 0, 0);
@@ -63,13 +90,12 @@ void PaintPushButton(HDC dc, HWND button, RECT client) {
         text.top += (client.bottom - lines.bottom) / 2;
     }
     DrawLabel(dc, button, text, format);
-    InflateRect(&client, -4, -4);
-    DrawFocus(dc, button, client);
+    DrawFocus(dc, button, FocusPlace(dc, button, client));
 }
 
 void PaintCheck(HDC dc, HWND button, const RECT& client, bool radio) {
     FillRect(dc, &client, KX_GetSysColorBrush(COLOR_BTNFACE));
-    const long size = CKxGUILayoutManager::Zoomed(13), top = (client.bottom - size) / 2;
+    const long size = CheckSize(), top = (client.bottom - size) / 2;
     const RECT box{0, top, size, top + size};
     const LRESULT state = SendMessageW(button, BM_GETCHECK, 0, 0);
     const bool checked = state == BST_CHECKED, enabled = IsWindowEnabled(button) != FALSE;
@@ -96,11 +122,7 @@ void PaintCheck(HDC dc, HWND button, const RECT& client, bool radio) {
     RECT text = client;
     text.left = size + CKxGUILayoutManager::Zoomed(4);
     DrawLabel(dc, button, text, DT_VCENTER | DT_SINGLELINE);
-    RECT focus = text;
-    DrawTextW(dc, Label(button).text, -1, &focus, DT_SINGLELINE | DT_CALCRECT);
-    OffsetRect(&focus, 0, (client.bottom - (focus.bottom - focus.top)) / 2);
-    InflateRect(&focus, 2, 0);
-    DrawFocus(dc, button, focus);
+    DrawFocus(dc, button, FocusPlace(dc, button, client));
 }
 
 void PaintGroupBox(HDC dc, HWND button, RECT client) {
@@ -148,7 +170,15 @@ bool PaintsAtOnce(UINT message) {
 
 LRESULT CALLBACK ButtonProc(HWND button, UINT message, WPARAM wParam, LPARAM lParam) {
     const LONG type = GetWindowLongW(button, GWL_STYLE) & BS_TYPEMASK;
-    if (!kx::IsOwnScheme() || PaintsItself(type)) return kx::CallRest(ButtonProc, button, message, wParam, lParam);
+    if (PaintsItself(type)) return kx::CallRest(ButtonProc, button, message, wParam, lParam);
+    if (!kx::IsOwnScheme()) {
+        const LRESULT result = kx::CallRest(ButtonProc, button, message, wParam, lParam);
+        // What the platform paints at once, it paints without the outline, and around one that was there.
+        if (PaintsAtOnce(message) && type != BS_GROUPBOX && IsWindowVisible(button))
+            InvalidateRect(button, nullptr, TRUE);
+        if (message == WM_PAINT && wParam == 0 && type != BS_GROUPBOX && IsWindow(button)) DrawFocusOver(button);
+        return result;
+    }
     if (message == WM_PAINT && wParam == 0) {
         PaintButton(button, type);
         return 0;
@@ -208,7 +238,8 @@ void PaintCombo(HWND combo) {
     const RECT field = FieldOf(combo, info);
     const bool focused = GetFocus() == combo || IsChild(combo, GetFocus()), enabled = IsWindowEnabled(combo) != FALSE;
     FillRect(dc, &field, KX_GetSysColorBrush(COLOR_WINDOW));
-    kx::FrameInScheme(dc, field, focused ? COLOR_HIGHLIGHT : COLOR_BTNSHADOW);
+    kx::FrameInScheme(dc, field, COLOR_BTNSHADOW);
+    if (focused) KX_DrawFocusOutline(dc, field, COLOR_WINDOW);
     if (kind == CBS_SIMPLE) return;
     RECT arrow = field;
     arrow.left = kind == CBS_DROPDOWN ? info.rcButton.left : arrow.right - (field.bottom - field.top);

@@ -92,11 +92,7 @@ void PaintTrackBar(HDC dc, HWND control, const RECT& client) {
         KX_DrawButtonBackground(dc, thumb, GetCapture() == control ? eKxButtonLook_Pressed : 0, COLOR_BTNFACE);
         FrameInScheme(dc, thumb, IsWindowEnabled(control) ? COLOR_BTNTEXT : COLOR_GRAYTEXT);
     }
-    if (ShowsItsFocus(control)) {
-        SetTextColor(dc, KX_GetSysColor(COLOR_BTNTEXT));
-        SetBkColor(dc, KX_GetSysColor(COLOR_BTNFACE));
-        DrawFocusRect(dc, &client);
-    }
+    if (ShowsItsFocus(control)) KX_DrawFocusOutline(dc, client);
 }
 
 // ---- Tab control ---------------------------------------------------------------------------------------------------
@@ -119,8 +115,7 @@ void PaintTab(HDC dc, HWND control, int index, bool chosen) {
     DrawTextW(dc, text, -1, &rect, KX_ShowsMnemonics(control) ? format : format | DT_HIDEPREFIX);
     if (chosen && ShowsItsFocus(control)) {
         InflateRect(&rect, -3, -3);
-        SetBkColor(dc, KX_GetSysColor(COLOR_WINDOW));
-        DrawFocusRect(dc, &rect);
+        KX_DrawFocusOutline(dc, rect, COLOR_WINDOW);
     }
 }
 

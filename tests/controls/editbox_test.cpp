@@ -169,8 +169,8 @@ TEST_F(EditBox, ShowsWhetherItCanBeUsed) {
     KX_SetColorScheme(eKxColorScheme_Light);
     const std::tuple<std::function<void()>, int, int> rows[] = {
         {[] {}, COLOR_WINDOW, COLOR_BTNSHADOW},
-        {[&] { box.SetFocus(); }, COLOR_WINDOW, COLOR_HIGHLIGHT},
-        {[&] { box.SetReadOnly(true); }, COLOR_BTNFACE, COLOR_HIGHLIGHT},
+        {[&] { box.SetFocus(); }, COLOR_WINDOW, COLOR_WINDOWTEXT},
+        {[&] { box.SetReadOnly(true); }, COLOR_BTNFACE, COLOR_WINDOWTEXT},
         {[&] { box.SetReadOnly(false), box.SetEnabled(false); }, COLOR_BTNFACE, COLOR_3DLIGHT},
     };
     for (const auto& [change, field, frame] : rows) {

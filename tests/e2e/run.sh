@@ -110,6 +110,34 @@ expect 'Nosepiece: OnInit.*' 'Microscope: .*' 'Places: told'
 until_true "the window manager does not give the host the focus" \
   sh -c 'xdotool getactivewindow getwindowname 2>/dev/null | grep -q "Microscope panels"'
 
+say "By keyboard alone"
+step 'keys F6' 'Focus: Microscope/Nosepiece/10202'
+step 'keys Right' 'Focus: Microscope/Nosepiece/10203'
+step 'keys space' 'Nosepiece: OnPositionChangeRequest\(3\)' 'Status: Plan Apo 40x/0.95'
+step 'keys Left' 'Focus: Microscope/Nosepiece/10202'
+step 'keys space' 'Nosepiece: OnPositionChangeRequest\(2\)' 'Status: Plan Apo 20x/0.75'
+# until_at FOCUS KEY : the key again and again, until the focus is there.
+until_at() {
+  local i
+  for i in $(seq 20); do
+    from_now
+    xdotool key "$2"
+    expect 'Focus: .*'
+    [ "$(lines | grep '^Focus: ' | tail -n 1)" = "Focus: $1" ] && return
+  done
+  give_up "no $2 leads to '$1'"
+}
+until_at Microscope/Laser/1603 F6
+until_at Microscope/Laser/10000 Tab
+step 'keys 7' 'Focus: Microscope/Laser/0'
+step 'keys Return' 'Laser: OnPowerChanged\(7\)'
+until_at Microscope/Shutter/10200 F6
+step 'keys space' 'Shutter: OnStateChangeRequest.*'
+# To the Focus page and to a place on it.
+step 'keys ctrl+shift+Tab' 'Focus: Focus/.*/0'
+step 'keys 1 0 0 Return' '.*: OnMoveRequest\(100\)'
+step 'keys ctrl+Tab' 'Places: told'
+
 say "Typing, Tab and arrows"
 page 501
 step 'click Stand/Camera/1001 80' 'Focus: Stand/Camera/1001'
@@ -130,18 +158,20 @@ page 500
 power='Laser: OnPowerChanged.*' typed='Focus: Microscope/Laser/0'
 # away : the focus leaves the field for the log's filter.
 away() { step 'click Host/1701 80' 'Focus: Host/0'; }
+from_now
+begun=$mark
 for typed_keys in '4 2 Escape' 'ctrl+a a b c' 'ctrl+a 5 0 0 Return'; do
-  step 'click Microscope/Laser/10001#4' "$typed"
+  step 'click Microscope/Laser/10001#2' "$typed"
   keys $typed_keys
   away
 done
-mark=0
+mark=$begun
 nothing "$power"
-step 'click Microscope/Laser/10001#4' "$typed"
+step 'click Microscope/Laser/10001#2' "$typed"
 step 'keys ctrl+a 1 4 Return 6 Return' 'Laser: OnPowerChanged\(14\)' 'Laser: OnPowerChanged\(6\)'
 step 'keys 1 comma 9 e 1 Return' 'Laser: OnPowerChanged\(20\)'
 # Whatever has the focus.
-changing 'Microscope/Laser/10000#4' 'keys F12' 'Host: All light is off'
+changing 'Microscope/Laser/10000#2' 'keys F12' 'Host: All light is off'
 step 'click "Microscope/Z drive/1263"' 'Focus: Microscope/Z drive/1263'
 step 'keys ctrl+a 3 period 0 Return Return' 'Z drive: OnStepChanged\(3, 1\)'
 step 'click "Microscope/Z drive/1263"' 'Focus: Microscope/Z drive/1263'
@@ -153,7 +183,7 @@ step "click $objective" 'Nosepiece: OnPositionChangeRequest\(4\)' 'Status: Plan 
 step 'keys ctrl+z' 'Host: Undone: Objective 20x .* 60x' 'Status: Plan Apo 20x/0.75'
 step 'keys ctrl+y' 'Host: Done again: Objective 20x .* 60x' 'Status: Plan Apo 60x/1.40 Oil'
 # In a field they are its own.
-step 'click Microscope/Laser/10001#4' "$typed"
+step 'click Microscope/Laser/10001#2' "$typed"
 step 'keys ctrl+a 1 4 Return 6 Return' 'Laser: OnPowerChanged\(14\)' 'Laser: OnPowerChanged\(6\)'
 keys ctrl+z ctrl+z ctrl+y
 before_keys=$mark

@@ -2,6 +2,8 @@
 #include <bench/bench.h>
 #include <host/rules/flow.h>
 #include <host/rules/history.h>
+#include <host/rules/mnemonics.h>
+#include <host/rules/reading_order.h>
 #include <host/rules/settings.h>
 #include <host/rules/stage_place.h>
 
@@ -40,6 +42,29 @@ TEST(HostRules, PanelsFlowIntoTheShortestColumn) {
     // clang-format on
     for (const auto& [sizes, width, places] : rows)
         EXPECT_EQ(Places(sizes, width), places) << width;
+}
+
+TEST(HostRules, PanelsAreReadByRowsThenByColumns) {
+    const std::tuple<std::vector<Box>, std::vector<std::size_t>> rows[] = {
+        {{}, {}},
+        // A row over two columns, of which neither ends where the other does.
+        {{{60, 20, 100, 90}, {0, 50, 50, 90}, {0, 20, 50, 45}, {0, 0, 100, 10}}, {3, 2, 1, 0}},
+        {{{60, 0, 100, 40}, {0, 0, 50, 40}, {60, 50, 100, 90}, {0, 50, 50, 90}}, {1, 0, 3, 2}},
+        // What nothing divides.
+        {{{5, 5, 30, 30}, {0, 0, 20, 20}}, {1, 0}}};
+    for (const auto& [boxes, expected] : rows)
+        EXPECT_EQ(ReadingOrder(boxes), expected);
+}
+
+TEST(HostRules, EachTextHasALetterThatNoOtherHas) {
+    using Texts = std::vector<std::wstring>;
+    const std::tuple<Texts, Texts> rows[] = {
+        {{L"Save...", L"Stop all", L"Stop", L"Stop"}, {L"&Save...", L"Stop &all", L"S&top", L"St&op"}},
+        {{L"日本語", L"列...\tF1", L"列\tB"}, {L"日本語(&A)", L"列(&B)...\tF1", L"列(&C)\tB"}},
+        {{L"R&&D", L"&Run", L"Été"}, {L"&R&&D", L"R&un", L"É&té"}}};
+    for (const auto& [texts, expected] : rows)
+        EXPECT_EQ(WithMnemonics(texts), expected);
+    EXPECT_EQ(MnemonicOf(L"A&&b &c"), L'C');
 }
 
 TEST(HostRules, ScrollingEndsWithTheContent) {

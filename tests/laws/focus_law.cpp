@@ -2,6 +2,9 @@
 // window that cannot be used.
 #include <subjects/law.h>
 
+#include <climits>
+#include <cmath>
+
 namespace kx::test {
 namespace {
 
@@ -76,6 +79,15 @@ LRESULT CALLBACK AnswerHidden(HWND window, UINT message, WPARAM wParam, LPARAM l
     return message == WM_QUERYUISTATE ? s_hidden : DefSubclassProc(window, message, wParam, lParam);
 }
 
+bool IsMarked(HWND window, const std::string& name) {
+    const bool isFrame = (GetWindowLongW(window, GWL_STYLE) & BS_TYPEMASK) == BS_GROUPBOX;
+    return (name.starts_with("Button ") && !isFrame) || name.starts_with("ListBox ") ||
+           name.find("HPot ") != std::string::npos || name.find("Grips ") != std::string::npos;
+}
+bool IsField(const std::string& name) {
+    return name.starts_with("Edit ") || name.starts_with("Combo") || name.starts_with("SysList");
+}
+
 // Fields and lists show it in all that they are; what cannot be used by keys does not.
 TEST_P(FocusLaw, IsShownFromTheFirstKeyOn) {
     Begin(States()[3]);
@@ -84,10 +96,7 @@ TEST_P(FocusLaw, IsShownFromTheFirstKeyOn) {
         const HWND focused = Focus(each.window);
         if (!focused) continue;
         const std::string name = NameOfWindow(focused);
-        const bool isFrame = (GetWindowLongW(focused, GWL_STYLE) & BS_TYPEMASK) == BS_GROUPBOX;
-        const bool isMarked = (name.starts_with("Button ") && !isFrame) || name.starts_with("ListBox ") ||
-                              name.find("HPot ") != std::string::npos || name.find("Grips ") != std::string::npos;
-        const bool isField = name.starts_with("Edit ") || name.starts_with("Combo") || name.starts_with("SysList");
+        const bool isMarked = IsMarked(focused, name), isField = IsField(name);
         SetWindowSubclass(focused, AnswerHidden, 1, 0);
         s_hidden = UISF_HIDEFOCUS;
         SetFocus(Parent().Window());
@@ -110,6 +119,54 @@ TEST_P(FocusLaw, IsShownFromTheFirstKeyOn) {
         const bool takes = isMarked && (code & DLGC_WANTARROWS);
         if (!IsExcepted("a key in " + name))
             Expect(s_isToldOfKeys == takes, name, "not told, or told in vain, of a key");
+    }
+}
+
+double Luminance(COLORREF color) {
+    const auto part = [](int value) {
+        const double linear = value / 255.0;
+        return linear <= 0.03928 ? linear / 12.92 : std::pow((linear + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * part(GetRValue(color)) + 0.7152 * part(GetGValue(color)) + 0.0722 * part(GetBValue(color));
+}
+
+// Whether what differs stands out by 3:1 from what is there without it, in a line all around.
+bool HasOutline(const Picture& without, const Picture& with) {
+    const RECT box = without.Difference(with);
+    RECT around{INT_MAX, INT_MAX, 0, 0};
+    int pixels = 0;
+    for (int y = box.top; y < box.bottom; ++y) {
+        for (int x = box.left; x < box.right; ++x) {
+            const auto [least, most] = std::minmax(Luminance(without.Pixel(x, y)), Luminance(with.Pixel(x, y)));
+            if ((most + 0.05) / (least + 0.05) < 3) continue;
+            ++pixels;
+            around = {std::min<LONG>(around.left, x), std::min<LONG>(around.top, y), std::max<LONG>(around.right, x),
+                      std::max<LONG>(around.bottom, y)};
+        }
+    }
+    return pixels > 0 && pixels >= (around.right - around.left + around.bottom - around.top) * 3 / 2;
+}
+
+TEST_P(FocusLaw, StandsOutByThreeToOneInAllSchemes) {
+    for (const EKxColorScheme scheme :
+         {eKxColorScheme_System, eKxColorScheme_Light, eKxColorScheme_Dark, eKxColorScheme_HighContrast}) {
+        Begin({scheme, 1.0, true});
+        KX_FollowColorScheme(Parent().Window());
+        for (const Target& each : Control().Windows()) {
+            const HWND focused = Focus(each.window);
+            if (!focused) continue;
+            const std::string name = NameOfWindow(focused);
+            // A thumb has a ring that is soft at its edge; fields show their caret as well.
+            const bool isLine = IsMarked(focused, name) && name.find("HPot ") == std::string::npos;
+            if (IsExcepted(name) || IsExcepted("the outline of " + name)) continue;
+            SetFocus(Parent().Window());
+            const Picture without = SeenPicture(Parent().Window());
+            SetFocus(focused);
+            const Picture with = SeenPicture(Parent().Window());
+            const bool has = !isLine || HasOutline(without, with);
+            if (!has) with.Save("outline " + GetParam().name + " " + name + " " + std::to_string(scheme));
+            Expect(has, name + ", scheme " + std::to_string(scheme), "the focus is hardly to be seen");
+        }
     }
 }
 

@@ -34,6 +34,7 @@ struct ContainerSubject : SubjectOf<Panel> {
             {Law::Zoom, "inserting a window", "a host inserts at the places of the screen"},
             {Law::Focus, "inserting a container", "the host ends the one before"},
             {Law::Focus, "Button #6", "nothing is to be seen of it beyond the edge of the nested container"},
+            {Law::Keys, "ComboBox #3", "is empty"},
             {Law::Zoom, "inserting a container", "a host inserts at the places of the screen"}};
         for (const char* own : {"Button #1", "Edit #2", "ComboBox #3", "Button #6", "#32770 #0"})
             exceptions.push_back({Law::Access, own, "the platform tells of the windows and dialogs of a host"});

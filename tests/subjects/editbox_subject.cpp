@@ -118,7 +118,8 @@ const Registered<EditBoxSubject<CKxDevUI_EditBoxMultiValue>> forAList("edit box 
 
 struct SpinSubject : SubjectOf<CKxDevUI_SpinBox> {
     std::vector<Exception> Exceptions() const override {
-        return {{Law::Zoom, "by itself", "the platform's up-down is zoomed by what it stands in"}};
+        return {{Law::Keys, "msctls_updown32", "the keys are its field's"},
+                {Law::Zoom, "by itself", "the platform's up-down is zoomed by what it stands in"}};
     }
     std::vector<RECT> Parts() override {
         RECT client{};

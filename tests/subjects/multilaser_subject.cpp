@@ -53,7 +53,8 @@ struct LaserSubject : SubjectOf<T> {
         return {L"Lamp", L"mW", L"0", L"1", L"2", L"3", L"4", L"5", L"6", L"7", L"8", L"9"};
     }
     std::vector<Exception> Exceptions() const override {
-        return {{Law::Disabled, "Button", "is down, where Wine's themed push-like buttons look alike"}};
+        return {{Law::Keys, "Button #10300 in KxDEVGUI_MultiLaserSubset", "is chosen already"},
+                {Law::Disabled, "Button", "is down, where Wine's themed push-like buttons look alike"}};
     }
 
     CKxSimLaserEngine engine_{L"Subject",

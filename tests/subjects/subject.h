@@ -43,7 +43,7 @@ struct Target {
 
 // Later is none: operations that leave something undrawn, or parts over each other, for what comes later, and so have
 // no place where many follow each other.
-enum class Law { Redraw, Later, Zoom, Disabled, Language, Ends, Focus, Silence, Rest, Dark, Access };
+enum class Law { Redraw, Later, Zoom, Disabled, Language, Ends, Focus, Keys, Silence, Rest, Dark, Access };
 
 // A law does not hold for an operation, a window class or a notice of this name, or, for "", not at all; and why.
 struct Exception {
@@ -102,6 +102,8 @@ public:
     virtual std::vector<RECT> Parts() { return {}; }
     // Ends the windows inside and makes them anew, where the control can.
     virtual bool Rebuild() { return false; }
+    // What a host does to have Tab come to the control's parts.
+    virtual void LetTabIn() {}
 
 protected:
     virtual std::vector<Operation> MakeOperations() = 0;
@@ -221,6 +223,13 @@ public:
         if constexpr (requires { control_->CreateControls(); })
             return control_->DestroyControls(), control_->CreateControls(), true;
         return false;
+    }
+    // One that says already that it hands Tab on needs no word.
+    void LetTabIn() override {
+        const bool handsOn = (GetWindowLongW(Window(), GWL_EXSTYLE) & WS_EX_CONTROLPARENT) != 0;
+        if constexpr (requires { control_->SetTabStop(true); })
+            if (!handsOn) control_->SetTabStop(true);
+        if constexpr (requires { control_->SetTabInside(true); }) control_->SetTabInside(true);
     }
     void Change(int n) override {
         if constexpr (requires { control_->MakeAnew(); }) {

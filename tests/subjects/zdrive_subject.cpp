@@ -27,6 +27,11 @@ struct ZDriveSubject : SubjectOf<Driven> {
         device_.SetHome(500), device_.SetUpperLimit(900), device_.SetLowerLimit(50);
     }
 
+    std::vector<Exception> Exceptions() const override {
+        return {
+            {Law::Keys, "Button #10200 in KxDevUI_ImageButton #1022", "the drive stands at its lower end"},
+            {Law::Keys, "Button #10200 in KxDevUI_ImageButton #10230", "there is no lower limit to lift"}};
+    }
     // The digits are drawn, and no label of a font that the platform hints.
     int Coarseness() const override { return 96; }
 
