@@ -374,7 +374,8 @@ void CKxDevUI_ZStack::Grips::Tell(KxAccess& access) const {
 // As by keys, but that there is nothing to go back to.
 bool CKxDevUI_ZStack::Grips::Set(Grip grip, double z) {
     if (m_shown->drag) return false;
-    m_shown->beforeKeys.reset();
+    m_shown->keys.reset();
+    BeginAct();
     AskFor(grip, z);
     const bool taken = !m_shown->refusal;
     if (*this) SayWhy();
