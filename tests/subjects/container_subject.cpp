@@ -30,6 +30,7 @@ struct ContainerSubject : SubjectOf<Panel> {
         std::vector<Exception> exceptions{
             {Law::Silence, "2:", "the platform's edit tells of the focus by itself"},
             {Law::Disabled, "by its window", "what is in a container follows SetEnabled"},
+            {Law::Disabled, "value of a client of Edit #2", "the platform writes into its own edit, enabled or not"},
             {Law::Disabled, "inserting", "what is inserted is as it comes"},
             {Law::Zoom, "inserting a window", "a host inserts at the places of the screen"},
             {Law::Focus, "inserting a container", "the host ends the one before"},

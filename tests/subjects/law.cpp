@@ -1,6 +1,7 @@
 #include "law.h"
 
 #include <algorithm>
+#include <map>
 #include <cstdio>
 #include <sstream>
 
@@ -95,6 +96,18 @@ void LawTest::ForEachOperation(const std::function<void(const Operation&, Random
             run(operation, random);
         }
     }
+}
+
+std::vector<std::size_t> LawTest::SomeWindows() {
+    constexpr int most = 4;
+    std::map<std::string, int> seen;
+    std::vector<std::size_t> some;
+    const auto windows = Control().Windows();
+    for (std::size_t i = 0; i < windows.size(); ++i) {
+        const std::string name = NameOfWindow(windows[i].window);
+        if (++seen[name.substr(0, name.find(' '))] <= most) some.push_back(i);
+    }
+    return some;
 }
 
 bool LawTest::IsExcepted(const std::string& what) {

@@ -39,6 +39,9 @@ protected:
     // Runs every operation of the subject with some parameters: on a control as it was begun, then one after the other.
     void ForEachOperation(const std::function<void(const Operation& operation, Random& random)>& run);
 
+    // The indexes of the control's windows, without most of those of which a class has many.
+    std::vector<std::size_t> SomeWindows();
+
     // Whether the subject excepts this by name, which is counted.
     bool IsExcepted(const std::string& what);
     // Counts one comparison; a failure names the subject, the place and what is wrong.

@@ -28,9 +28,8 @@ struct ZDriveSubject : SubjectOf<Driven> {
     }
 
     std::vector<Exception> Exceptions() const override {
-        return {
-            {Law::Keys, "Button #10200 in KxDevUI_ImageButton #1022", "the drive stands at its lower end"},
-            {Law::Keys, "Button #10200 in KxDevUI_ImageButton #10230", "there is no lower limit to lift"}};
+        return {{Law::Keys, "Button #10200 in KxDevUI_ImageButton #1022", "the drive stands at its lower end"},
+                {Law::Keys, "Button #10200 in KxDevUI_ImageButton #10230", "there is no lower limit to lift"}};
     }
     // The digits are drawn, and no label of a font that the platform hints.
     int Coarseness() const override { return 96; }
