@@ -85,7 +85,8 @@ inline constexpr UINT WM_KX_ZOOM_CHANGED = WM_APP + 0x3FA;  // 0x83FA
 inline constexpr UINT WM_KX_READINGS = WM_APP + 0x3FB;  // 0x83FB
 inline constexpr LRESULT kShowsReadings = 0x3FB;
 
-// The numbers after these are taken: 0x83FC and 0x83FE by fields (ui_field.h), 0x83FD by screen readers (devgui_access.h).
+// The numbers after these are taken: 0x83FC and 0x83FE by fields (ui_field.h), 0x83FD by screen readers
+// (devgui_access.h).
 
 // Notification codes of the edit boxes beside the platform's EN_...: the Enter key, and a character, whose code is the
 // lParam.
