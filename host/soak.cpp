@@ -283,6 +283,15 @@ bool Soak::LeaveModals() {
     return false;
 }
 
+// At the slowest speed that a user may choose it would be on its way for minutes, and beyond a limit nothing stops it.
+void Stop(CKxSimZDrive& drive) {
+    double at = 0, target = 0;
+    if (!drive.GetPosition(at) || !drive.GetTarget(target) || target == at) return;
+    drive.SetLowerLimit({});
+    drive.SetUpperLimit({});
+    drive.MoveTo(at);
+}
+
 bool Soak::DevicesRest() {
     for (CKxSimDevice* device : Devices()) {
         device->SetFails(false);
@@ -290,6 +299,7 @@ bool Soak::DevicesRest() {
         if (state != eKxDeviceState_Ready) {
             m_obstacle = std::wstring(device->Device().GetKey()) + L" is in state " + std::to_wstring(state);
             if (state != eKxDeviceState_Moving) device->TryPlace(0);
+            if (auto* const drive = dynamic_cast<CKxSimZDrive*>(device)) Stop(*drive);
             return false;
         }
     }
