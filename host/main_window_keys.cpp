@@ -147,7 +147,7 @@ void MainWindow::GiveBarLetters() const {
         GetWindowTextW(button, text, 200);
         texts.emplace_back(text);
     }
-    texts = kx::host::WithMnemonics(std::move(texts));
+    texts = kx::host::WithMnemonics(std::move(texts), menus);
     for (std::size_t i = 0; i < buttons.size(); ++i)
         SetWindowTextW(buttons[i], texts[menus + i].c_str());
 }

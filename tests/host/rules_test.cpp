@@ -60,10 +60,13 @@ TEST(HostRules, EachTextHasALetterThatNoOtherHas) {
     using Texts = std::vector<std::wstring>;
     const std::tuple<Texts, Texts> rows[] = {
         {{L"Save...", L"Stop all", L"Stop", L"Stop"}, {L"&Save...", L"Stop &all", L"S&top", L"St&op"}},
+        // One moves another, and that one a third, before it goes without.
+        {{L"Ab", L"Bc", L"Cd", L"A"}, {L"A&b", L"B&c", L"C&d", L"&A"}},
         {{L"日本語", L"列...\tF1", L"列\tB"}, {L"日本語(&A)", L"列(&B)...\tF1", L"列(&C)\tB"}},
         {{L"R&&D", L"&Run", L"Été"}, {L"&R&&D", L"R&un", L"É&té"}}};
     for (const auto& [texts, expected] : rows)
         EXPECT_EQ(WithMnemonics(texts), expected);
+    EXPECT_EQ(WithMnemonics({L"A&b", L"Bc", L"B"}, 1), (Texts{L"A&b", L"B&c", L"B(&A)"}));
     EXPECT_EQ(MnemonicOf(L"A&&b &c"), L'C');
 }
 
