@@ -135,7 +135,7 @@ until_at Microscope/Shutter/10200 F6
 step 'keys space' 'Shutter: OnStateChangeRequest.*'
 # To the Focus page and to a place on it.
 step 'keys ctrl+shift+Tab' 'Focus: Focus/.*/0'
-step 'keys 1 0 0 Return' '.*: OnMoveRequest\(100\)'
+step 'keys 3 9 9 0 Return' '.*: OnMoveRequest\(3990\)'
 step 'keys ctrl+Tab' 'Places: told'
 
 say "Typing, Tab and arrows"
@@ -308,6 +308,9 @@ run_and_return() {
 }
 page 508
 page 509
+click "$drive/10200"
+step 'keys 4 0 0 0 Return' "$moves\(4000\)"
+steady
 step "click '$drive/10229'" "$sets\(lower, 4000\)"
 click "$drive/10203"
 step 'keys 4 0 2 5 Return' "$sets\(upper, 4025\)"
