@@ -283,6 +283,8 @@ bool Soak::LeaveModals() {
     return false;
 }
 
+namespace {
+
 // At the slowest speed that a user may choose it would be on its way for minutes, and beyond a limit nothing stops it.
 void Stop(CKxSimZDrive& drive) {
     double at = 0, target = 0;
@@ -291,6 +293,8 @@ void Stop(CKxSimZDrive& drive) {
     drive.SetUpperLimit({});
     drive.MoveTo(at);
 }
+
+}  // namespace
 
 bool Soak::DevicesRest() {
     for (CKxSimDevice* device : Devices()) {

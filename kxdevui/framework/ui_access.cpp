@@ -85,7 +85,7 @@ public:
         *out = nullptr;
         if (id != kUnknown && id != kDispatch && id != kAccessible) {
             // Children that are windows are told by the standard object's list.
-            return id == kEnumVariant && m_standard && Record().parts == 0 ? m_standard->QueryInterface(id, out)
+            return id == kEnumVariant && Record().parts == 0 && m_standard ? m_standard->QueryInterface(id, out)
                                                                            : E_NOINTERFACE;
         }
         *out = static_cast<IAccessible*>(this);
@@ -122,6 +122,7 @@ public:
         if (!count) return E_POINTER;
         if (!m_window) return CO_E_OBJNOTCONNECTED;
         *count = Record().parts;
+        if (!m_window) return CO_E_OBJNOTCONNECTED;
         return *count > 0 ? S_OK : m_standard->get_accChildCount(count);
     }
     HRESULT STDMETHODCALLTYPE get_accChild(VARIANT child, IDispatch** out) override {
@@ -129,6 +130,7 @@ public:
         *out = nullptr;
         if (!m_window) return CO_E_OBJNOTCONNECTED;
         const long parts = Record().parts;
+        if (!m_window) return CO_E_OBJNOTCONNECTED;
         if (parts == 0) return m_standard->get_accChild(child, out);
         // They are told by this object.
         return child.vt == VT_I4 && child.lVal >= 1 && child.lVal <= parts ? S_FALSE : E_INVALIDARG;
@@ -195,6 +197,7 @@ public:
         if (!m_window) return CO_E_OBJNOTCONNECTED;
         *hit = {};
         const KxAccess all = Record();
+        if (!m_window) return CO_E_OBJNOTCONNECTED;
         if (all.parts == 0 && GetWindow(m_window, GW_CHILD)) return m_standard->accHitTest(x, y, hit);
         POINT at{x, y};
         ScreenToClient(m_window, &at);
@@ -205,7 +208,7 @@ public:
         hit->vt = VT_I4;
         hit->lVal = CHILDID_SELF;
         for (long i = 1; i <= all.parts && hit->lVal == CHILDID_SELF; ++i) {
-            const RECT place = all.part(i).place;
+            const RECT place = PartOf(all, i).place;
             if (PtInRect(&place, at)) hit->lVal = i;
         }
         return S_OK;
@@ -221,12 +224,12 @@ public:
         if (!m_window) return CO_E_OBJNOTCONNECTED;
         const KxAccess all = GetFocus() == m_window ? Record() : KxAccess();
         for (long i = 1; i <= all.parts; ++i) {
-            if (!(all.part(i).state & STATE_SYSTEM_FOCUSED)) continue;
+            if (!(PartOf(all, i).state & STATE_SYSTEM_FOCUSED)) continue;
             child->vt = VT_I4;
             child->lVal = i;
             return S_OK;
         }
-        return m_standard->get_accFocus(child);
+        return m_standard ? m_standard->get_accFocus(child) : CO_E_OBJNOTCONNECTED;
     }
     HRESULT STDMETHODCALLTYPE get_accSelection(VARIANT* children) override {
         if (!children) return E_POINTER;
@@ -258,10 +261,17 @@ public:
 private:
     static bool IsPart(const VARIANT& child) { return child.vt != VT_I4 || child.lVal != CHILDID_SELF; }
 
+    // A host that is asked may end the window: whoever goes on to the standard object looks again.
     KxAccess Record() const {
         KxAccess record;
         if (m_window) Guarded([&]() -> Handled { return record = ui::RecordOf(m_window), std::nullopt; });
         return record;
+    }
+    // A host's function may throw, too.
+    static KxAccess PartOf(const KxAccess& all, long number) {
+        KxAccess part;
+        if (all.part) Guarded([&]() -> Handled { return part = all.part(number), std::nullopt; });
+        return part;
     }
     // Of the window or of a part of it, if there is such a part.
     std::optional<KxAccess> RecordOf(const VARIANT& child) const {
@@ -269,7 +279,7 @@ private:
         KxAccess all = Record();
         if (child.lVal == CHILDID_SELF) return all;
         if (child.lVal > all.parts || !all.part) return std::nullopt;
-        KxAccess part = all.part(child.lVal);
+        KxAccess part = PartOf(all, child.lVal);
         if (part.description.IsEmpty()) part.description = all.description;
         return part;
     }
@@ -281,6 +291,7 @@ private:
         *out = nullptr;
         if (!m_window) return CO_E_OBJNOTCONNECTED;
         const auto record = RecordOf(child);
+        if (!m_window) return CO_E_OBJNOTCONNECTED;
         if (!record) return E_INVALIDARG;
         if (!text || ((*record).*text).IsEmpty()) return otherwise();
         *out = Bstr((*record).*text);
@@ -293,6 +304,7 @@ private:
         *out = {};
         if (!m_window) return CO_E_OBJNOTCONNECTED;
         const auto record = RecordOf(child);
+        if (!m_window) return CO_E_OBJNOTCONNECTED;
         return record ? fill(*record) : E_INVALIDARG;
     }
 

@@ -2,10 +2,13 @@
 #include <subjects/law.h>
 
 #include <bench/reader.h>
+#include <kxdevui/framework/devgui_access.h>
 
 #include <oleacc.h>
 
+#include <functional>
 #include <map>
+#include <new>
 
 namespace kx::test {
 namespace {
@@ -66,6 +69,36 @@ TEST_P(AccessLaw, AnObjectOutlivesItsWindow) {
     for (const auto& [name, reader] : readers) {
         Expect(reader->Ask() == CO_E_OBJNOTCONNECTED, name, "answers when it has gone");
         Expect(reader->Act() == CO_E_OBJNOTCONNECTED, name, "acts when it has gone");
+    }
+}
+
+// A host's panel that ends when it is asked, or throws.
+LRESULT CALLBACK EndWhenAsked(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR, DWORD_PTR ends) {
+    LRESULT answer = 0;
+    if (KX_AnswerGetObject(window, message, wParam, lParam, answer)) return answer;
+    if (message != WM_KX_DESCRIBE) return DefSubclassProc(window, message, wParam, lParam);
+    if (*reinterpret_cast<bool*>(ends)) DestroyWindow(window);
+    auto& record = *reinterpret_cast<KxAccess*>(lParam);
+    record.parts = 1;
+    record.part = [](long) -> KxAccess { throw std::bad_alloc(); };
+    return TRUE;
+}
+
+TEST(AccessLawItself, AHostsPanelMayEndOrThrowWhenItIsAsked) {
+    using Ask = std::function<void(const Reader&)>;
+    RecordingParent parent;
+    for (const Ask& ask : {Ask([](const Reader& r) { r.Ask(); }), Ask([](const Reader& r) { r.Name(); }),
+                           Ask([](const Reader& r) { r.Role(); }), Ask([](const Reader& r) { r.Parts(); }),
+                           Ask([](const Reader& r) { r.Act(); })}) {
+        bool ends = false;
+        const HWND panel = AddChild(parent.Window(), L"STATIC", 7, {10, 10, 90, 34});
+        SetWindowSubclass(panel, EndWhenAsked, 1, reinterpret_cast<DWORD_PTR>(&ends));
+        const Reader reader(panel);
+        EXPECT_EQ(reader.Name(1), L"");
+        ends = true;
+        ask(reader);
+        EXPECT_FALSE(IsWindow(panel));
+        EXPECT_EQ(reader.Ask(), CO_E_OBJNOTCONNECTED);
     }
 }
 

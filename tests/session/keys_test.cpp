@@ -4,31 +4,15 @@
 
 #include <set>
 
-#include <host/held_values.h>
-#include <host/main_window.h>
+#include "host_window.h"
 #include <host/rules/mnemonics.h>
 
 namespace {
 
 using namespace kx::test;
 
-struct HostKeys : testing::Test {
-    HostKeys() {
-        Held() = {};
-        window.Create(GetModuleHandleW(nullptr), {.zoom = 100, .width = 1016, .height = 800});
-        SetForegroundWindow(window.Handle());
-        Pump();
-    }
-    ~HostKeys() override {
-        DestroyWindow(window.Handle());
-        MSG quit{};
-        while (PeekMessageW(&quit, nullptr, 0, 0, PM_REMOVE))
-            continue;
-    }
-    void Do(int command) const {
-        SendMessageW(window.Handle(), WM_COMMAND, static_cast<WPARAM>(command), 0);
-        Pump();
-    }
+struct HostKeys : HostWindow {
+    HostKeys() : HostWindow({1016, 800}) {}
     // What gets the focus from Tab, until it comes round.
     std::vector<HWND> Stops(bool backwards) const {
         std::vector<HWND> stops;
@@ -40,9 +24,6 @@ struct HostKeys : testing::Test {
         return stops;
     }
     bool Press(WORD key) { return window.TakesPanelKey({window.Handle(), WM_KEYDOWN, key, 0, 0, {}}); }
-
-    HostMicroscope microscope{L""};
-    MainWindow window{microscope};
 };
 
 std::string NameOf(HWND control) {

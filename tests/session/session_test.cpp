@@ -7,9 +7,8 @@
 
 #include <cwchar>
 
+#include "host_window.h"
 #include <host/event_log.h>
-#include <host/held_values.h>
-#include <host/main_window.h>
 #include <host/pages/light_page.h>
 #include <host/pages/optics_page.h>
 #include <host/pages/stand_page.h>
@@ -108,23 +107,8 @@ bool IsField(HWND window) {
 // What a user has in hand: nothing any more, a field, a field that is half typed.
 enum Hand { Left, Focused, Typed };
 
-struct Session : testing::Test {
-    Session() {
-        Held() = {};
-        window.Create(GetModuleHandleW(nullptr), {.zoom = 100, .width = 640, .height = 600});
-        SetForegroundWindow(window.Handle());
-        Pump();
-    }
-    ~Session() override {
-        DestroyWindow(window.Handle());
-        MSG quit{};
-        while (PeekMessageW(&quit, nullptr, 0, 0, PM_REMOVE))
-            continue;
-    }
-    void Do(int command) const {
-        SendMessageW(window.Handle(), WM_COMMAND, static_cast<WPARAM>(command), 0);
-        Pump();
-    }
+struct Session : HostWindow {
+    Session() : HostWindow({640, 600}) {}
     std::vector<std::string> State() const {
         std::vector<std::string> state{StateOf(window.CurrentPage())};
         for (const HWND each : WindowsIn(window.CurrentPage()))
@@ -143,9 +127,6 @@ struct Session : testing::Test {
         SendMessageW(window.Handle(), WM_DPICHANGED, MAKEWPARAM(dpi, dpi), 0);
         Pump();
     }
-
-    HostMicroscope microscope{L""};
-    MainWindow window{microscope};
 };
 
 // Where lists and buttons have told the host something, it is all taken back.
